@@ -1,0 +1,142 @@
+#include "AIChat/Controller/ZRAIChatManager.h"
+
+#include <json/reader.h>
+
+#include <sstream>
+
+#include "AIChat/Controller/ZRAIChatIds.h"
+#include "GrowthBizLogUtil.h"
+#include "ZRGrowthSingleton.h"
+#include "chat.pb.h"
+#include "core/config_local.h"
+#include "core/login_status_data.h"
+#include "core/message_dispatch.h"
+#include "core/pb_helper.h"
+
+namespace {
+
+constexpr auto kLogModuleType = CGrowthBizLogUtil::AIChat;
+constexpr const char* kAIChatEnableCacheDataKey = "ZRBaseAIChatEnableCacheDataKey";
+
+// The library's parser throws on text that is nested too deep.
+bool ParseJson(const std::string& text, Json::Value& value, std::string& error) {
+    try {
+        std::istringstream stream(text);
+        return Json::parseFromStream(Json::CharReaderBuilder(), stream, &value, &error);
+    } catch (const std::exception& exception) {
+        error = exception.what();
+        return false;
+    }
+}
+
+}  // namespace
+
+CZRAIChatManager* CZRAIChatManager::Singleton() {
+    static CZRAIChatManager* manager = growth::NewStartedManager<CZRAIChatManager>();
+    return manager;
+}
+
+CZRAIChatManager::CZRAIChatManager() = default;
+
+CZRAIChatManager::~CZRAIChatManager() = default;
+
+void CZRAIChatManager::Init() {
+    ReadAIChatEnableCacheData();
+}
+
+void CZRAIChatManager::UnInit() {
+    core::__CMessageDispatch(GROWTH_HERE).UnBind(this);
+}
+
+void CZRAIChatManager::OnLogin() {
+    ReadAIChatEnableCacheData();
+    RequestAIChatEnableStatus();
+}
+
+// The scenes stay: the last user's list answers until the next login empties it.
+void CZRAIChatManager::OnLogout() {}
+
+void CZRAIChatManager::RequestAIChatEnableStatus() {
+    const chat::GetChatEntryReq request;
+    CSProtoData data;
+    data.m_nCmd = kCmdAIChatEnableStatus;
+    core::pb_helper::PBDataToBuf(&request, data.m_strData);
+    const auto callback = [this](unsigned long session, CSProtoError error, const CSProtoData& reply,
+                                 const CSResponseExt* ext) {
+        OnRequestAIChatEnableStatusCallback(session, error, reply, ext);
+    };
+    IZRChannelProxy::SendCommand(kCSChannelMain, data, nullptr, callback, this);
+}
+
+void CZRAIChatManager::OnRequestAIChatEnableStatusCallback(qulonglong /*nReqKey*/, CSProtoError enError,
+                                                           CSProtoData stRspData, const CSResponseExt* /*pRspExt*/) {
+    if (enError != kCSProtoOk || stRspData.m_nCmd != kCmdAIChatEnableStatus) {
+        LogInfo("RequestAIChatEnableStatus callback, receive cmd error, error = {}, cmd = {}", int(enError),
+                stRspData.m_nCmd);
+        return;
+    }
+    LogInfo("RequestAIChatEnableStatus callback, stRspData.m_strData = {}", stRspData.m_strData);
+    chat::GetChatEntryRsp response;
+    if (!response.ParseFromString(stRspData.m_strData)) {
+        // The number in this text is not the command's, and stays as it is: logs are searched for it.
+        LogInfo("RequestAIChatEnableStatus callback, receive cmd 20832, data parse failed");
+        return;
+    }
+    // A result code is not looked at: an answer that parses is taken as it is.
+    m_jsonEnabledScenes = Json::Value(Json::arrayValue);
+    for (const chat::ChatEntry& entry : response.data().entry_list()) {
+        LogInfo("RequestAIChatEnableStatus success, scene = {}, is_all_open = {}", entry.scene(), entry.is_all_open());
+        if (entry.is_all_open()) {
+            m_jsonEnabledScenes.append(Json::UInt(entry.scene()));
+        }
+    }
+    core::__CMessageDispatch(GROWTH_HERE).Send(kMsgAIChatEnableChanged, nullptr, true);
+    SaveAIChatEnableCacheData();
+}
+
+void CZRAIChatManager::SaveAIChatEnableCacheData() {
+    const std::string aiChatEnableDataStr = m_jsonEnabledScenes.toStyledString();
+    const std::string key = GenerateAIChatEnableCacheDataKey().toStdString();
+    if (!core::config_local::AppCfgSaveString(key, aiChatEnableDataStr)) {
+        LogInfo("Update cache failed, aiChatEnableDataStr = {}", aiChatEnableDataStr);
+    }
+}
+
+bool CZRAIChatManager::IsAIChatEnable(ZRAIChatEntryScene scene) {
+    if (m_nDevelopEnableType != 0) {
+        return m_nDevelopEnableType == 1;
+    }
+    bool enable = false;
+    for (const Json::Value& element : m_jsonEnabledScenes) {
+        // A scene beyond the signed range is no int to the library, and so never matches.
+        if (element.isInt() && element.asInt() == scene) {
+            enable = true;
+            break;
+        }
+    }
+    LogInfo("Is AI chat enable, entryScene = {}, enable = {}", int(scene), enable);
+    return enable;
+}
+
+void CZRAIChatManager::SetAIChatDevelopEnableType(unsigned int type) {
+    m_nDevelopEnableType = type;
+    core::__CMessageDispatch(GROWTH_HERE).Send(kMsgAIChatEnableChanged, nullptr, true);
+}
+
+QString CZRAIChatManager::GenerateAIChatEnableCacheDataKey() {
+    return QString::fromStdString(fmt::format(FMT_STRING("{}_{}"), kAIChatEnableCacheDataKey,
+                                              core::login_status_data::Login_GetUserID()));
+}
+
+void CZRAIChatManager::ReadAIChatEnableCacheData() {
+    const Json::Value emptyList(Json::arrayValue);
+    std::string cached;
+    std::string error;
+    if (!core::config_local::AppCfgReadString(GenerateAIChatEnableCacheDataKey().toStdString(), cached)) {
+        LogInfo("Read cache failed");
+    } else if (!ParseJson(cached, m_jsonEnabledScenes, error)) {
+        LogInfo("Parse cache failed, error = {}", error);
+    }
+    // On purpose: the cache is written and checked, never served. Scenes come from the server alone.
+    m_jsonEnabledScenes = emptyList;
+}

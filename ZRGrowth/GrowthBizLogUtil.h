@@ -1,0 +1,62 @@
+#pragma once
+
+#include <fmt/format.h>
+
+#include <QObject>
+#include <string>
+
+#include "framework/log.h"
+
+/// The module's log lines: "[<subsystem>] <message>", under the module tag "ZRGrowth".
+class CGrowthBizLogUtil : public QObject {
+    Q_OBJECT
+
+public:
+    /// Which subsystem speaks; the names of the values are the tags of the lines.
+    enum ModuleType {
+        AIChat = 0,
+        Ad = 1,
+        Premium = 2,
+        Vip = 3,
+    };
+    Q_ENUM(ModuleType)
+
+    CGrowthBizLogUtil() = delete;
+
+    /// The name of the value; an empty text for a value that is none.
+    static std::string GetModuleName(ModuleType type);
+
+    /// Writes one line. `source` is the root-relative path of the source without its ending.
+    static void WriteLog(const char* source, int line, const char* function, ZRLogType severity, ModuleType type,
+                         const std::string& message);
+};
+
+/// The tag of every log line and assertion of this module.
+constexpr const char* kGrowthModuleTag = "ZRGrowth";
+
+namespace growth_log {
+
+// The first argument carries the text for the compile-time check of its placeholders, the second is the
+// same text as the macro below can't take it away from the rest.
+template <class Text, class... Args>
+std::string Format(const Text& text, const char* /*sameText*/, const Args&... args) {
+    return fmt::format(text, args...);
+}
+
+}  // namespace growth_log
+
+#define GROWTH_FIRST(first, ...) first
+#define GROWTH_LOG(severity, ...)                                                            \
+    CGrowthBizLogUtil::WriteLog(GROWTH_SOURCE, __LINE__, __func__, severity, kLogModuleType, \
+                                growth_log::Format(FMT_STRING(GROWTH_FIRST(__VA_ARGS__, "")), __VA_ARGS__))
+
+/// One log line: a literal with `{}` placeholders, and its values. They take the place where they stand, so
+/// they belong into named functions; GROWTH_SOURCE comes from the build, and the source that uses them
+/// says which subsystem it is by a constant `kLogModuleType`.
+#define LogInfo(...) GROWTH_LOG(kZRLogInfo, __VA_ARGS__)
+#define LogError(...) GROWTH_LOG(kZRLogError, __VA_ARGS__)
+
+#define GROWTH_TEXT_OF(number) #number
+#define GROWTH_LINE_TEXT(number) GROWTH_TEXT_OF(number)
+/// Where a bus handle stands.
+#define GROWTH_HERE "[ZRGrowth]:" GROWTH_SOURCE "@" GROWTH_LINE_TEXT(__LINE__)

@@ -1,0 +1,20 @@
+#pragma once
+
+class IZRPluginModule;
+
+/// What libZRGrowth.so exports, and all of it.
+extern "C" {
+
+/// A new module object, which the caller gives back to the matching Destroy.
+__attribute__((visibility("default"))) IZRPluginModule* CreateZRPluginModule();
+__attribute__((visibility("default"))) IZRPluginModule* CreateZRPluginModuleCZRGrowthModule();
+
+/// Deletes a module object; a null pointer does nothing.
+__attribute__((visibility("default"))) void DestroyZRPluginModule(IZRPluginModule* module);
+__attribute__((visibility("default"))) void DestroyZRPluginModuleCZRGrowthModule(IZRPluginModule* module);
+
+/// Makes a module object and registers it with the plug-in centre. Returns what the centre returned, or 0
+/// if there is no object. What the centre throws goes on to the caller.
+__attribute__((visibility("default"))) int LoadPluginModuleCZRGrowthModule();
+
+}  // extern "C"

@@ -1,0 +1,19 @@
+# What all of our own code is compiled with. Generated code does not link this.
+add_library(zr_options INTERFACE)
+target_compile_options(zr_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+    # No path of the machine in logs, assertions and debug information.
+    -ffile-prefix-map=${CMAKE_SOURCE_DIR}/=
+    $<$<BOOL:${ZR_WARNINGS_AS_ERRORS}>:-Werror>)
+target_compile_definitions(zr_options INTERFACE
+    QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_DEPRECATED_WARNINGS)
+
+# These two reach everything that is linked together, generated code included.
+if(ZR_SANITIZE)
+    add_compile_options(-O0 -g -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+if(ZR_COVERAGE)
+    add_compile_options(-O0 -g --coverage)
+    add_link_options(--coverage)
+endif()

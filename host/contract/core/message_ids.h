@@ -1,0 +1,15 @@
+#pragma once
+
+namespace core {
+
+/// Bus messages that the host sends; state is changed before the message goes out.
+enum HostMessageId : unsigned int {
+    /// Common configuration may have changed. No body.
+    kMsgCommonConfigChanged = 10250,
+    /// The login channel is connected: after OnLogin, and at each reconnect. No body.
+    kMsgLoginChannelConnected = 10650,
+    /// The display language changed. No body.
+    kMsgLanguageChanged = 20100,
+};
+
+}  // namespace core

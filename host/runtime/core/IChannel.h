@@ -1,0 +1,12 @@
+#pragma once
+
+#include "core/IZRChannelProxy.h"
+
+/// Behind IZRChannelProxy, with the same promises. Main thread.
+class IChannel {
+public:
+    virtual ~IChannel() = default;
+    virtual unsigned long SendCommand(const CSProtoData& data, CSCallback callback, QObject* context) = 0;
+    virtual void BindCallback(unsigned short commandId, CSCallback callback, QObject* context) = 0;
+    virtual void UnbindCallback(QObject* context) = 0;
+};

@@ -1,0 +1,28 @@
+#include "framework/JsonText.h"
+
+#include <json/reader.h>
+
+#include <memory>
+
+namespace host {
+
+std::optional<Json::Value> ParseJson(const std::string& text, std::string& error) {
+    Json::CharReaderBuilder builder;
+    Json::CharReaderBuilder::strictMode(&builder.settings_);
+    builder["strictRoot"] = false;
+    builder["stackLimit"] = 64;
+    const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
+    try {
+        Json::Value value;
+        if (!reader->parse(text.data(), text.data() + text.size(), &value, &error)) {
+            return std::nullopt;
+        }
+        return value;
+    } catch (const std::exception& exception) {
+        // The reader throws past its depth limit.
+        error = exception.what();
+        return std::nullopt;
+    }
+}
+
+}  // namespace host

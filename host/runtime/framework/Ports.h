@@ -1,0 +1,59 @@
+#pragma once
+
+#include "framework/export.h"
+
+class IAccount;
+class IChannel;
+class ICommonConfig;
+class IEnvironment;
+class ILanguage;
+class ILocalStore;
+class ILog;
+class IMessageBus;
+class IPoster;
+class IRandom;
+class IServerClock;
+
+namespace host {
+
+/// The services behind the contract. Any may be null: its operations then do nothing and return their
+/// empty value.
+struct Ports {
+    ILog* log = nullptr;
+    IPoster* poster = nullptr;
+    IMessageBus* bus = nullptr;
+    IChannel* channel = nullptr;
+    ILocalStore* store = nullptr;
+    ICommonConfig* commonConfig = nullptr;
+    IAccount* account = nullptr;
+    IEnvironment* environment = nullptr;
+    ILanguage* language = nullptr;
+    IServerClock* clock = nullptr;
+    IRandom* random = nullptr;
+};
+
+/// Joins the services to the contract; the calling thread becomes the main thread. The caller owns them
+/// and calls Uninstall before it destroys the first.
+ZRHOST_API void Install(const Ports& ports);
+
+/// Waits for calls of other threads that are inside a service, then parts the services from the contract.
+ZRHOST_API void Uninstall();
+
+/// Whether the calling thread is the one that installed the ports.
+ZRHOST_API bool OnMainThread();
+
+/// The installed ports for the length of one contract call. Costs nothing on the main thread; elsewhere
+/// it holds Uninstall off.
+class PortsInUse {
+public:
+    PortsInUse();
+    ~PortsInUse();
+    PortsInUse(const PortsInUse&) = delete;
+    PortsInUse& operator=(const PortsInUse&) = delete;
+    const Ports* operator->() const;
+
+private:
+    bool m_bLocked;
+};
+
+}  // namespace host

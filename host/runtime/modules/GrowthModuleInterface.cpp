@@ -1,0 +1,3 @@
+#include "modules/IZRGrowthModuleInterface.h"
+
+IZRGrowthModuleInterface::~IZRGrowthModuleInterface() = default;

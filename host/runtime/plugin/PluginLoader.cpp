@@ -1,0 +1,116 @@
+#include "plugin/PluginLoader.h"
+
+#include <QDir>
+#include <QFile>
+#include <QLibrary>
+
+#include "framework/HostLog.h"
+#include "framework/JsonText.h"
+#include "plugin/PluginRegistry.h"
+
+namespace host {
+namespace {
+
+constexpr HostLog kLog("Plugin");
+
+using LoadPluginModule = int (*)();
+
+template <class Call>
+void ForEachModule(const char* callback, const Call& call) {
+    for (const auto& module : CPluginRegistry::Instance().Modules()) {
+        RunGuarded(kLog, callback, [&] { call(*module); });
+    }
+}
+
+QString Failed(const ModuleEntry& module, const QString& reason) {
+    const QString line = QStringLiteral("Module %1 is not available: %2")
+                             .arg(QString::fromStdString(module.name), reason.simplified());
+    kLog.Error(FMT_STRING("{}"), line.toStdString());
+    return line;
+}
+
+QString CallEntry(const ModuleEntry& module, LoadPluginModule load) {
+    try {
+        return load() != 0 ? QString() : Failed(module, QStringLiteral("its entry refused to register it"));
+    } catch (const std::exception& error) {
+        return Failed(module, QStringLiteral("its entry threw: %1").arg(QString::fromUtf8(error.what())));
+    } catch (...) {
+        return Failed(module, QStringLiteral("its entry threw something that is no exception"));
+    }
+}
+
+}  // namespace
+
+bool ReadModuleManifest(const QString& path, std::vector<ModuleEntry>& modules, QString& error) {
+    const auto refuse = [&](const QString& reason) {
+        error = QStringLiteral("Module manifest %1: %2").arg(path, reason.simplified());
+        kLog.Error(FMT_STRING("{}"), error.toStdString());
+        return false;
+    };
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return refuse(file.errorString());
+    }
+    std::string reason;
+    const auto manifest = ParseJson(file.readAll().toStdString(), reason);
+    if (!manifest) {
+        return refuse(QString::fromStdString(reason));
+    }
+    if (!manifest->isObject() || !(*manifest)["modules"].isArray()) {
+        return refuse(QStringLiteral("modules: must be a list"));
+    }
+    std::vector<ModuleEntry> read;
+    for (const Json::Value& entry : (*manifest)["modules"]) {
+        if (!entry.isObject() || !entry["name"].isString() || !entry["library"].isString()) {
+            return refuse(QStringLiteral("modules[%1]: must have the texts name and library").arg(read.size()));
+        }
+        read.push_back({entry["name"].asString(), QString::fromStdString(entry["library"].asString())});
+    }
+    modules = std::move(read);
+    return true;
+}
+
+QString MapModule(const ModuleEntry& module, const QString& folder) {
+    QLibrary library(QDir(folder).absoluteFilePath(module.library));
+    // Once mapped it stays: singletons, timers and bindings of a module live as long as the process.
+    library.setLoadHints(QLibrary::ResolveAllSymbolsHint | QLibrary::PreventUnloadHint);
+    if (!library.load()) {
+        return Failed(module, library.errorString());
+    }
+    const std::string symbol = "LoadPluginModule" + module.name;
+    const auto load = reinterpret_cast<LoadPluginModule>(library.resolve(symbol.c_str()));
+    if (!load) {
+        return Failed(module, QStringLiteral("its library has no entry %1").arg(QString::fromStdString(symbol)));
+    }
+    const QString failure = CallEntry(module, load);
+    if (failure.isEmpty()) {
+        kLog.Info(FMT_STRING("Module {} mapped from {}"), module.name, library.fileName().toStdString());
+    }
+    return failure;
+}
+
+void ModuleLifecycle::Init() {
+    ForEachModule("OnInit of a module", [](IZRPluginModule& module) { module.OnInit(); });
+}
+
+void ModuleLifecycle::Login() {
+    ForEachModule("OnLogin of a module", [](IZRPluginModule& module) { module.OnLogin(); });
+}
+
+void ModuleLifecycle::Logout() {
+    ForEachModule("OnLogout of a module", [](IZRPluginModule& module) { module.OnLogout(); });
+}
+
+void ModuleLifecycle::Event(EnZRPluginEvent event, const std::shared_ptr<ZRPluginEventParam>& param) {
+    ForEachModule("OnEvent of a module", [&](IZRPluginModule& module) { module.OnEvent(event, param); });
+}
+
+void ModuleLifecycle::UnInit() {
+    ForEachModule("OnUnInit of a module", [](IZRPluginModule& module) { module.OnUnInit(); });
+}
+
+void ModuleLifecycle::Close() {
+    CPluginRegistry::Instance().Close();
+}
+
+}  // namespace host
