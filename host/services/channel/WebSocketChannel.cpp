@@ -1,0 +1,244 @@
+#include "channel/WebSocketChannel.h"
+
+#include <QNetworkRequest>
+#include <QWebSocket>
+#include <algorithm>
+
+#include "core/IPoster.h"
+#include "core/IRandom.h"
+#include "core/MainThreadPoster.h"
+#include "framework/HostLog.h"
+
+namespace {
+
+constexpr host::HostLog kLog("Channel");
+
+int64_t Now() {
+    return CMainThreadPoster::SteadyMillis();
+}
+
+}  // namespace
+
+CWebSocketChannel::CWebSocketChannel(IPoster& poster, IRandom& random, const ChannelOptions& options)
+    : m_poster(poster), m_random(random), m_options(options), m_backoff(options.firstRetry, options.lastRetry) {
+    m_retryTimer.setSingleShot(true);
+    m_connectTimer.setSingleShot(true);
+    m_deadlineTimer.setSingleShot(true);
+    m_pingTimer.setInterval(m_options.pingEvery);
+    connect(&m_retryTimer, &QTimer::timeout, this, &CWebSocketChannel::Connect);
+    connect(&m_connectTimer, &QTimer::timeout, this, [this] { OnLost(QStringLiteral("the server does not answer")); });
+    connect(&m_pingTimer, &QTimer::timeout, this, &CWebSocketChannel::OnPingTime);
+    connect(&m_deadlineTimer, &QTimer::timeout, this, &CWebSocketChannel::FailOverdue);
+}
+
+CWebSocketChannel::~CWebSocketChannel() {
+    DropSocket();
+}
+
+void CWebSocketChannel::Open(const QUrl& url, const QByteArray& token) {
+    Close();
+    m_url = url;
+    m_token = token;
+    m_backoff.Reset();
+    Connect();
+}
+
+void CWebSocketChannel::Close() {
+    m_retryTimer.stop();
+    DropSocket();
+    FailLater(kCSProtoDisconnected);
+}
+
+void CWebSocketChannel::Reconnect(const QString& reason) {
+    if (m_pSocket) {
+        OnLost(reason);
+    }
+}
+
+// A socket of its own for each attempt: nothing of a lost connection can reach the next one.
+void CWebSocketChannel::Connect() {
+    DropSocket();
+    m_pSocket = new QWebSocket(QString(), QWebSocketProtocol::VersionLatest, this);
+    m_pSocket->setMaxAllowedIncomingMessageSize(kMaxFrameBytes);
+    m_pSocket->setMaxAllowedIncomingFrameSize(kMaxFrameBytes);
+    connect(m_pSocket, &QWebSocket::connected, this, &CWebSocketChannel::OnConnected);
+    connect(m_pSocket, &QWebSocket::disconnected, this, [this] {
+        OnLost(QStringLiteral("closed with %1 %2").arg(m_pSocket->closeCode()).arg(m_pSocket->closeReason()).trimmed());
+    });
+    connect(m_pSocket, qOverload<QAbstractSocket::SocketError>(&QWebSocket::error), this, [this] {
+        if (!m_bConnected) {
+            OnLost(m_pSocket->errorString());
+        }
+    });
+    connect(m_pSocket, &QWebSocket::binaryMessageReceived, this, &CWebSocketChannel::OnBinaryFrame);
+    connect(m_pSocket, &QWebSocket::textMessageReceived, this, [this] {
+        m_nLastSign = Now();
+        kLog.Error(FMT_STRING("Frame dropped: a text frame"));
+    });
+    connect(m_pSocket, &QWebSocket::pong, this, [this] { m_nLastSign = Now(); });
+    QNetworkRequest request(m_url);
+    request.setRawHeader("x-zr-token", m_token);
+    m_connectTimer.start(m_options.connectLimit);
+    m_pSocket->open(request);
+}
+
+void CWebSocketChannel::DropSocket() {
+    m_connectTimer.stop();
+    m_pingTimer.stop();
+    m_bConnected = false;
+    if (m_pSocket) {
+        m_pSocket->disconnect(this);
+        m_pSocket->abort();
+        m_pSocket->deleteLater();
+        m_pSocket = nullptr;
+    }
+}
+
+void CWebSocketChannel::OnConnected() {
+    m_connectTimer.stop();
+    m_bConnected = true;
+    m_nLastSign = Now();
+    m_pingTimer.start();
+    kLog.Info(FMT_STRING("Connected to {}"), m_url.toString().toStdString());
+    Q_EMIT Connected();
+}
+
+void CWebSocketChannel::OnLost(const QString& reason) {
+    DropSocket();
+    FailLater(kCSProtoDisconnected);
+    const auto wait = m_backoff.Next(m_random.Next());
+    kLog.Error(FMT_STRING("No connection to {}: {}. Trying again in {} ms"), m_url.toString().toStdString(),
+               reason.toStdString(), wait.count());
+    m_retryTimer.start(wait);
+    Q_EMIT Disconnected(reason, int(wait.count()));
+}
+
+void CWebSocketChannel::OnPingTime() {
+    if (Now() - m_nLastSign > m_options.silenceLimit.count()) {
+        OnLost(QStringLiteral("the server has gone silent"));
+        return;
+    }
+    m_pSocket->ping();
+}
+
+bool CWebSocketChannel::SendFrame(const channel::Frame& frame) {
+    if (!m_bConnected) {
+        return false;
+    }
+    m_pSocket->sendBinaryMessage(EncodeFrame(frame));
+    return true;
+}
+
+unsigned long CWebSocketChannel::SendCommand(const CSProtoData& data, CSCallback callback, QObject* context) {
+    const unsigned long session = ++m_nLastSession;
+    m_requests[session] =
+        Request{context, std::move(callback), data.m_nCmd, Now() + int64_t(m_options.requestLimit.count())};
+    channel::Frame frame;
+    frame.set_kind(channel::Frame::REQUEST);
+    frame.set_session(session);
+    frame.set_command(data.m_nCmd);
+    frame.set_body(data.m_strData);
+    if (SendFrame(frame)) {
+        ArmDeadline();
+    } else {
+        FailLater(kCSProtoDisconnected);
+    }
+    return session;
+}
+
+void CWebSocketChannel::BindCallback(unsigned short commandId, CSCallback callback, QObject* context) {
+    m_pushes.Bind(commandId, std::move(callback), context);
+}
+
+void CWebSocketChannel::UnbindCallback(QObject* context) {
+    m_pushes.UnBind(context);
+    for (auto it = m_requests.begin(); it != m_requests.end();) {
+        it = it->second.context == context ? m_requests.erase(it) : std::next(it);
+    }
+}
+
+void CWebSocketChannel::OnBinaryFrame(const QByteArray& bytes) {
+    m_nLastSign = Now();
+    std::string reason;
+    const auto frame = DecodeServerFrame(bytes, reason);
+    if (!frame) {
+        kLog.Error(FMT_STRING("Frame dropped: {}, {} bytes"), reason, bytes.size());
+        return;
+    }
+    m_backoff.Reset();
+    switch (frame->kind()) {
+        case channel::Frame::REPLY:
+            OnReply(*frame);
+            return;
+        case channel::Frame::PUSH:
+            OnPush(*frame);
+            return;
+        default:
+            Q_EMIT HostFrameReceived(*frame);
+    }
+}
+
+void CWebSocketChannel::OnReply(const channel::Frame& frame) {
+    const auto found = m_requests.find(frame.session());
+    if (found == m_requests.end()) {
+        kLog.Error(FMT_STRING("Frame dropped: a reply for session {}, which waits for none"), frame.session());
+        return;
+    }
+    const Request request = std::move(found->second);
+    m_requests.erase(found);
+    ArmDeadline();
+    if (request.context && request.callback) {
+        const CSProtoData data{frame.command(), frame.body()};
+        host::RunGuarded(kLog, "A reply's callback",
+                         [&] { request.callback(frame.session(), CSProtoError(frame.error()), data, nullptr); });
+    }
+}
+
+void CWebSocketChannel::OnPush(const channel::Frame& frame) {
+    const CSProtoData data{frame.command(), frame.body()};
+    m_pushes.Deliver(static_cast<unsigned short>(frame.command()), [&](const CSCallback& callback) {
+        host::RunGuarded(kLog, "A push's callback", [&] { callback(0, CSProtoError(frame.error()), data, nullptr); });
+    });
+}
+
+// Later, since the loss may be noticed inside a send.
+void CWebSocketChannel::FailLater(CSProtoError error) {
+    if (!m_requests.empty()) {
+        m_poster.Post(this, std::chrono::milliseconds(0),
+                      [this, last = m_requests.rbegin()->first, error] { FailUpTo(last, error); });
+    }
+}
+
+// One at a time out of the table: a callback may send or unbind.
+void CWebSocketChannel::FailUpTo(unsigned long lastSession, CSProtoError error) {
+    while (!m_requests.empty() && m_requests.begin()->first <= lastSession) {
+        const auto [session, request] = *m_requests.begin();
+        m_requests.erase(m_requests.begin());
+        if (request.context && request.callback) {
+            const CSProtoData data{request.command, std::string()};
+            host::RunGuarded(kLog, "A failed request's callback",
+                             [&] { request.callback(session, error, data, nullptr); });
+        }
+    }
+    ArmDeadline();
+}
+
+void CWebSocketChannel::FailOverdue() {
+    unsigned long overdue = 0;
+    for (const auto& [session, request] : m_requests) {
+        if (request.deadline > Now()) {
+            break;
+        }
+        kLog.Error(FMT_STRING("No answer to command {}, session {}"), request.command, session);
+        overdue = session;
+    }
+    FailUpTo(overdue, kCSProtoTimedOut);
+}
+
+void CWebSocketChannel::ArmDeadline() {
+    if (m_requests.empty()) {
+        m_deadlineTimer.stop();
+        return;
+    }
+    m_deadlineTimer.start(int(std::max<int64_t>(m_requests.begin()->second.deadline - Now(), 0)));
+}

@@ -1,0 +1,100 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+#include <QUrl>
+#include <map>
+
+#include "channel/Backoff.h"
+#include "channel/FrameCodec.h"
+#include "core/IChannel.h"
+#include "core/SubscriberTable.h"
+
+class IPoster;
+class IRandom;
+class QWebSocket;
+
+struct ChannelOptions {
+    std::chrono::milliseconds requestLimit{15'000};
+    std::chrono::milliseconds connectLimit{10'000};
+    std::chrono::milliseconds firstRetry{500};
+    std::chrono::milliseconds lastRetry{30'000};
+    std::chrono::milliseconds pingEvery{10'000};
+    /// Without any sign of life for this long the connection counts as lost.
+    std::chrono::milliseconds silenceLimit{25'000};
+};
+
+/// The command channel over a WebSocket: connects, and connects again, until closed. Main thread.
+/// Poster and random must outlive it.
+class CWebSocketChannel : public QObject, public IChannel {
+    Q_OBJECT
+
+public:
+    CWebSocketChannel(IPoster& poster, IRandom& random, const ChannelOptions& options = {});
+    ~CWebSocketChannel() override;
+
+    /// Connects to `url` with the access token, now, and from then on whenever the connection is lost. A second
+    /// call goes over to another server.
+    void Open(const QUrl& url, const QByteArray& token);
+
+    /// Ends the connection and the attempts. Requests in flight fail.
+    void Close();
+
+    /// Drops the connection as if it were lost.
+    void Reconnect(const QString& reason);
+
+    bool IsConnected() const { return m_bConnected; }
+
+    /// Sends a frame of the host's own (login, logout). False without a connection.
+    bool SendFrame(const channel::Frame& frame);
+
+    unsigned long SendCommand(const CSProtoData& data, CSCallback callback, QObject* context) override;
+    void BindCallback(unsigned short commandId, CSCallback callback, QObject* context) override;
+    void UnbindCallback(QObject* context) override;
+
+Q_SIGNALS:
+    void Connected();
+    /// Also for an attempt that failed; the next one follows after `retryMs`.
+    void Disconnected(const QString& reason, int retryMs);
+    /// A frame that is neither reply nor push.
+    void HostFrameReceived(const channel::Frame& frame);
+
+private:
+    struct Request {
+        QPointer<QObject> context;
+        CSCallback callback;
+        uint32_t command = 0;
+        int64_t deadline = 0;
+    };
+
+    void Connect();
+    void DropSocket();
+    void OnConnected();
+    void OnLost(const QString& reason);
+    void OnBinaryFrame(const QByteArray& bytes);
+    void OnPingTime();
+    void OnReply(const channel::Frame& frame);
+    void OnPush(const channel::Frame& frame);
+    void FailUpTo(unsigned long lastSession, CSProtoError error);
+    void FailLater(CSProtoError error);
+    void FailOverdue();
+    void ArmDeadline();
+
+    IPoster& m_poster;
+    IRandom& m_random;
+    const ChannelOptions m_options;
+    CBackoff m_backoff;
+    QUrl m_url;
+    QByteArray m_token;
+    QWebSocket* m_pSocket = nullptr;
+    bool m_bConnected = false;
+    int64_t m_nLastSign = 0;
+    QTimer m_retryTimer;
+    QTimer m_connectTimer;
+    QTimer m_pingTimer;
+    QTimer m_deadlineTimer;
+    unsigned long m_nLastSession = 0;
+    std::map<unsigned long, Request> m_requests;  // in order of session, and so of deadline
+    SubscriberTable<unsigned short, CSCallback> m_pushes;
+};

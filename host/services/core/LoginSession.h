@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+#include <QString>
+
+#include "channel.pb.h"
+#include "core/IAccount.h"
+
+class CWebSocketChannel;
+
+/// Who is logged in, over the channel; logs the same user in again at each reconnect. Main thread.
+/// The channel must outlive it.
+class CLoginSession : public QObject, public IAccount {
+    Q_OBJECT
+
+public:
+    explicit CLoginSession(CWebSocketChannel& channel);
+
+    uint64_t UserId() const override { return m_nUserId; }
+    uint64_t SessionId() const override { return m_nSessionId; }
+    std::vector<int> AttributedMarkets() const override { return m_markets; }
+
+    /// Logs a user in, now or as soon as there is a connection; whoever is logged in is logged out first.
+    /// `userId` is not 0.
+    void Login(uint64_t userId, const std::string& deviceId, int languageId);
+    void Logout();
+
+    /// The user whose login is asked for or done; 0 if none is.
+    uint64_t WantedUserId() const { return m_login.user_id(); }
+
+    /// A login answer, from the channel.
+    void Receive(const channel::LoginAnswer& answer);
+
+Q_SIGNALS:
+    /// State has changed before any of these.
+    void LoggedIn(qulonglong userId);
+    void LoggedOut(qulonglong userId);
+    /// The user who was logged in is so again, after the connection was lost.
+    void Resumed(qulonglong userId);
+    void Refused(qulonglong userId, const QString& reason);
+
+private:
+    void Ask();
+    void Forget();
+
+    CWebSocketChannel& m_channel;
+    channel::Login m_login;
+    QTimer m_answerTimer;
+    uint64_t m_nUserId = 0;
+    uint64_t m_nSessionId = 0;
+    std::vector<int> m_markets;
+};

@@ -1,0 +1,60 @@
+#include "log/FileLog.h"
+
+#include <fmt/format.h>
+#include <spdlog/sinks/rotating_file_sink.h>
+#include <spdlog/spdlog.h>
+
+#include "log/LogText.h"
+
+namespace {
+
+constexpr size_t kFileBytes = 5 * 1024 * 1024;
+constexpr size_t kFiles = 3;
+
+spdlog::level::level_enum Level(ZRLogType type) {
+    if (type >= kZRLogFatal) {
+        return spdlog::level::critical;
+    }
+    return type >= kZRLogError ? spdlog::level::err : spdlog::level::info;
+}
+
+}  // namespace
+
+CFileLog::CFileLog(const QString& path) {
+    qRegisterMetaType<LogEntry>();
+    if (path.isEmpty()) {
+        return;
+    }
+    try {
+        auto sink = std::make_shared<spdlog::sinks::rotating_file_sink_mt>(path.toStdString(), kFileBytes, kFiles);
+        m_logger = std::make_shared<spdlog::logger>("client", std::move(sink));
+        m_logger->set_pattern("%Y-%m-%dT%H:%M:%S.%e%z %l %t %v");
+        m_logger->flush_on(spdlog::level::info);
+    } catch (const spdlog::spdlog_ex& error) {
+        // The view still shows the lines, and this one first.
+        fmt::print(stderr, "The log file can't be written: {}\n", error.what());
+    }
+}
+
+CFileLog::~CFileLog() = default;
+
+void CFileLog::Write(const LogRecord& record) {
+    if (m_logger) {
+        m_logger->log(Level(record.type), "[{}] {}:{} {} {}", record.module, record.file, record.line, record.function,
+                      EscapedLogText(record.text));
+    }
+    Q_EMIT Written(LogEntry{QDateTime::currentDateTimeUtc(), record});
+}
+
+void CFileLog::AssertionFailed(const AssertionRecord& record) {
+    LogRecord line;
+    line.file = record.file;
+    line.line = record.line;
+    line.type = kZRLogError;
+    line.module = record.module;
+    line.text = QStringLiteral("Assertion %1 failed: %2 %3")
+                    .arg(record.type)
+                    .arg(QString::fromStdString(record.expression), QString::fromStdString(record.detail))
+                    .trimmed();
+    Write(line);
+}
