@@ -124,8 +124,8 @@ void CZRAIChatManager::SetAIChatDevelopEnableType(unsigned int type) {
 }
 
 QString CZRAIChatManager::GenerateAIChatEnableCacheDataKey() {
-    return QString::fromStdString(fmt::format(FMT_STRING("{}_{}"), kAIChatEnableCacheDataKey,
-                                              core::login_status_data::Login_GetUserID()));
+    return QString::fromStdString(
+        fmt::format(FMT_STRING("{}_{}"), kAIChatEnableCacheDataKey, core::login_status_data::Login_GetUserID()));
 }
 
 void CZRAIChatManager::ReadAIChatEnableCacheData() {

@@ -32,8 +32,8 @@ struct CSProtoData {
 struct CSRequestExt {};
 struct CSResponseExt {};
 
-using CSCallback = std::function<void(unsigned long session, CSProtoError error, const CSProtoData& data,
-                                      const CSResponseExt* ext)>;
+using CSCallback =
+    std::function<void(unsigned long session, CSProtoError error, const CSProtoData& data, const CSResponseExt* ext)>;
 
 /// The command channel to the client's servers. Main thread only; nothing blocks.
 class ZRHOST_API IZRChannelProxy {

@@ -22,9 +22,8 @@ void CMessageBus::Bind(unsigned int messageId, core::MessageCallback callback, Q
 void CMessageBus::Send(const char* /*location*/, unsigned int messageId, unsigned long wParam,
                        std::shared_ptr<core::CMessageBody> body) {
     if (QThread::currentThread() != thread()) {
-        m_poster.Post(this, std::chrono::milliseconds(0), [this, messageId, wParam, body = std::move(body)] {
-            Deliver(messageId, wParam, body);
-        });
+        m_poster.Post(this, std::chrono::milliseconds(0),
+                      [this, messageId, wParam, body = std::move(body)] { Deliver(messageId, wParam, body); });
         return;
     }
     Deliver(messageId, wParam, body);

@@ -23,8 +23,8 @@ void ForEachModule(const char* callback, const Call& call) {
 }
 
 QString Failed(const ModuleEntry& module, const QString& reason) {
-    const QString line = QStringLiteral("Module %1 is not available: %2")
-                             .arg(QString::fromStdString(module.name), reason.simplified());
+    const QString line =
+        QStringLiteral("Module %1 is not available: %2").arg(QString::fromStdString(module.name), reason.simplified());
     kLog.Error(FMT_STRING("{}"), line.toStdString());
     return line;
 }

@@ -5,8 +5,8 @@ namespace {
 bool IsForging(ushort code) {
     const bool control = code < 0x20 || (code >= 0x7F && code <= 0x9F);
     const bool separator = code == 0x2028 || code == 0x2029;
-    const bool direction = code == 0x200E || code == 0x200F || (code >= 0x202A && code <= 0x202E) ||
-                           (code >= 0x2066 && code <= 0x2069);
+    const bool direction =
+        code == 0x200E || code == 0x200F || (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
     return control || separator || direction;
 }
 

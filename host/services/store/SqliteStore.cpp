@@ -22,8 +22,8 @@ std::string Reason(const QSqlError& error) {
 }  // namespace
 
 CSqliteStore::CSqliteStore(const QString& path)
-    : m_database(QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"),
-                                           QUuid::createUuid().toString(QUuid::WithoutBraces))) {
+    : m_database(
+          QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QUuid::createUuid().toString(QUuid::WithoutBraces))) {
     if (!Open(path)) {
         m_statements.reset();
         kLog.Error(FMT_STRING("The store {} is not available: {}"), path.toStdString(), Reason(m_database.lastError()));
@@ -48,9 +48,8 @@ bool CSqliteStore::Open(const QString& path) {
     m_statements.reset(new Statements{QSqlQuery(m_database), QSqlQuery(m_database)});
     m_statements->read.setForwardOnly(true);
     return m_statements->read.prepare(QStringLiteral("SELECT value FROM config WHERE owner = ? AND key = ?")) &&
-           m_statements->save.prepare(
-               QStringLiteral("INSERT INTO config (owner, key, value) VALUES (?, ?, ?)"
-                              " ON CONFLICT (owner, key) DO UPDATE SET value = excluded.value"));
+           m_statements->save.prepare(QStringLiteral("INSERT INTO config (owner, key, value) VALUES (?, ?, ?)"
+                                                     " ON CONFLICT (owner, key) DO UPDATE SET value = excluded.value"));
 }
 
 bool CSqliteStore::Run(const char* sql) {

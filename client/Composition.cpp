@@ -1,0 +1,181 @@
+#include "Composition.h"
+
+#include <QCoreApplication>
+#include <QDir>
+
+#include "core/message_ids.h"
+#include "framework/HostLog.h"
+#include "framework/Ports.h"
+#include "plugin/PluginLoader.h"
+
+namespace {
+
+constexpr host::HostLog kLog("Client");
+
+QString InDataDir(const COptions& options, const char* name) {
+    const QDir folder(options.dataDir);
+    folder.mkpath(QStringLiteral("."));
+    return folder.absoluteFilePath(QString::fromLatin1(name));
+}
+
+QUrl Loopback(const char* scheme, quint16 port) {
+    return QUrl(QStringLiteral("%1://127.0.0.1:%2").arg(QString::fromLatin1(scheme)).arg(port));
+}
+
+}  // namespace
+
+CComposition::CComposition(const COptions& options)
+    : m_options(options),
+      m_log(InDataDir(options, "client.log")),
+      m_bus(m_poster),
+      m_store(InDataDir(options, "client.sqlite")),
+      m_environment(m_store, {options.release, options.velora}),
+      m_language(options.language),
+      m_commonConfig(m_store),
+      m_channel(m_poster, m_random),
+      m_session(m_channel),
+      m_server(options.serverBinary, options.scenario) {
+    host::Ports ports;
+    ports.log = &m_log;
+    ports.poster = &m_poster;
+    ports.bus = &m_bus;
+    ports.channel = &m_channel;
+    ports.store = &m_store;
+    ports.commonConfig = &m_commonConfig;
+    ports.account = &m_session;
+    ports.environment = &m_environment;
+    ports.language = &m_language;
+    ports.clock = &m_clock;
+    ports.random = &m_random;
+    host::Install(ports);
+
+    connect(&m_channel, &CWebSocketChannel::HostFrameReceived, this, &CComposition::OnHostFrame);
+    connect(&m_channel, &CWebSocketChannel::Connected, this, [this] { Q_EMIT StatusChanged(tr("Connected"), true); });
+    connect(&m_channel, &CWebSocketChannel::Disconnected, this, [this](const QString& reason, int retryMs) {
+        Q_EMIT StatusChanged(
+            tr("No connection (%1), trying again in %2 s").arg(reason).arg(retryMs / 1000.0, 0, 'f', 1), false);
+    });
+    connect(&m_commonConfig, &CCommonConfig::Changed, this,
+            [this] { m_bus.Send("[Client]", core::kMsgCommonConfigChanged, 0, nullptr); });
+    connect(&m_session, &CLoginSession::LoggedIn, this, &CComposition::OnLoggedIn);
+    connect(&m_session, &CLoginSession::Resumed, this,
+            [this] { m_bus.Send("[Client]", core::kMsgLoginChannelConnected, 0, nullptr); });
+    connect(&m_session, &CLoginSession::LoggedOut, this, [this] {
+        host::ModuleLifecycle::Logout();
+        Q_EMIT UserChanged();
+    });
+    connect(&m_session, &CLoginSession::Refused, this, [this](qulonglong userId, const QString& reason) {
+        Q_EMIT StatusChanged(tr("The login of user %1 is refused: %2").arg(userId).arg(reason), false);
+        Q_EMIT UserChanged();
+    });
+    connect(&m_server, &CServerProcess::Ready, this, &CComposition::OnServerReady);
+    connect(&m_server, &CServerProcess::Lost, this, [this](const QString& reason) {
+        Q_EMIT StatusChanged(tr("The server does not run (%1), starting it again").arg(reason), false);
+    });
+    connect(&m_control, &CServerControl::StateReceived, this, &CComposition::OnServerState);
+    connect(&m_control, &CServerControl::Failed, this, [this](const QString& reason) {
+        Q_EMIT StatusChanged(tr("The server does not answer (%1)").arg(reason), false);
+    });
+}
+
+CComposition::~CComposition() {
+    End();
+    host::Uninstall();
+}
+
+void CComposition::Start() {
+    MapModules();
+    host::ModuleLifecycle::Init();
+    if (m_options.server.isEmpty()) {
+        Q_EMIT StatusChanged(tr("Starting the server"), false);
+        m_server.Start();
+    } else {
+        m_token = m_options.token.toLatin1();
+        m_control.Open(m_options.server, m_token);
+    }
+}
+
+void CComposition::MapModules() {
+    std::vector<host::ModuleEntry> modules;
+    QString error;
+    if (!host::ReadModuleManifest(m_options.manifest, modules, error)) {
+        m_moduleFailures << error;
+        return;
+    }
+    const QDir libraries(QCoreApplication::applicationDirPath() + QStringLiteral("/../lib"));
+    for (const host::ModuleEntry& module : modules) {
+        const QString failure = host::MapModule(module, libraries.absolutePath());
+        if (!failure.isEmpty()) {
+            m_moduleFailures << failure;
+        }
+    }
+}
+
+void CComposition::End() {
+    if (m_bEnded) {
+        return;
+    }
+    m_bEnded = true;
+    host::ModuleLifecycle::Event(kZRPluginEventBeforeQuit, nullptr);
+    m_session.Logout();
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    host::ModuleLifecycle::UnInit();
+    host::ModuleLifecycle::Close();
+    m_channel.Close();
+    m_server.Stop();
+    kLog.Info(FMT_STRING("The client ends"));
+}
+
+void CComposition::OnServerReady(const ServerEndpoint& endpoint) {
+    m_token = endpoint.token;
+    m_control.Open(Loopback("http", endpoint.controlPort), m_token);
+}
+
+void CComposition::OnServerState(const ServerState& state) {
+    m_users = state.users;
+    Q_EMIT UsersChanged();
+    if (!m_channel.IsConnected()) {
+        m_channel.Open(Loopback("ws", state.channelPort), m_token);
+    }
+    if (!m_bLoginChosen && !m_users.empty()) {
+        Login(m_options.user != 0 ? m_options.user : m_users.front().id);
+    }
+}
+
+void CComposition::OnHostFrame(const channel::Frame& frame) {
+    if (frame.has_server_time_ms()) {
+        m_clock.SetServerTimeMillis(frame.server_time_ms());
+    }
+    if (frame.kind() == channel::Frame::CONFIG) {
+        m_commonConfig.Receive(frame.body());
+    }
+    if (frame.kind() == channel::Frame::LOGIN_ANSWER) {
+        m_clock.SetServerTimeMillis(frame.login_answer().server_time_ms());
+        m_session.Receive(frame.login_answer());
+    }
+}
+
+// The modules hear of the login first, and then that its channel stands.
+void CComposition::OnLoggedIn() {
+    host::ModuleLifecycle::Login();
+    m_bus.Send("[Client]", core::kMsgLoginChannelConnected, 0, nullptr);
+    Q_EMIT StatusChanged(tr("Connected"), true);
+    Q_EMIT UserChanged();
+}
+
+void CComposition::Login(quint64 userId) {
+    m_bLoginChosen = true;
+    m_session.Login(userId, m_environment.DeviceId(), m_language.LanguageId());
+}
+
+void CComposition::Logout() {
+    m_bLoginChosen = true;
+    m_session.Logout();
+}
+
+void CComposition::SetLanguage(int languageId) {
+    m_language.SetLanguage(languageId);
+    m_bus.Send("[Client]", core::kMsgLanguageChanged, 0, nullptr);
+    Q_EMIT LanguageChanged();
+}

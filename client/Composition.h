@@ -1,0 +1,84 @@
+#pragma once
+
+#include <QObject>
+
+#include "Options.h"
+#include "ServerControl.h"
+#include "ServerProcess.h"
+#include "channel/WebSocketChannel.h"
+#include "core/CommonConfig.h"
+#include "core/Environment.h"
+#include "core/Language.h"
+#include "core/LoginSession.h"
+#include "core/MainThreadPoster.h"
+#include "core/MessageBus.h"
+#include "core/Random.h"
+#include "core/ServerClock.h"
+#include "log/FileLog.h"
+#include "store/SqliteStore.h"
+
+/// What the client is made of: the one place that names the services, joins them to their ports, and
+/// drives the modules through their life. Main thread.
+class CComposition : public QObject {
+    Q_OBJECT
+
+public:
+    explicit CComposition(const COptions& options);
+    ~CComposition() override;
+
+    /// Maps the modules and goes looking for the server.
+    void Start();
+
+    /// Ends in order: logout, what is posted and deferred, the modules, the server. What shows the modules'
+    /// widgets is gone before.
+    void End();
+
+    void Login(quint64 userId);
+    void Logout();
+    void SetLanguage(int languageId);
+
+    quint64 UserId() const { return m_session.UserId(); }
+    int LanguageId() const { return m_language.LanguageId(); }
+    bool IsConnected() const { return m_channel.IsConnected(); }
+    const std::vector<ServerUser>& Users() const { return m_users; }
+    /// One line per module of the manifest that is not there.
+    const QStringList& ModuleFailures() const { return m_moduleFailures; }
+    CFileLog& Log() { return m_log; }
+    CMessageBus& Bus() { return m_bus; }
+    CServerProcess& Server() { return m_server; }
+
+Q_SIGNALS:
+    /// In words for the status line; `good` is false while something is being waited for.
+    void StatusChanged(const QString& status, bool good);
+    void UsersChanged();
+    /// Somebody was logged in or out; the modules know already.
+    void UserChanged();
+    void LanguageChanged();
+
+private:
+    void MapModules();
+    void OnServerReady(const ServerEndpoint& endpoint);
+    void OnServerState(const ServerState& state);
+    void OnHostFrame(const channel::Frame& frame);
+    void OnLoggedIn();
+
+    const COptions m_options;
+    CFileLog m_log;
+    CMainThreadPoster m_poster;
+    CMessageBus m_bus;
+    CServerClock m_clock;
+    CRandom m_random;
+    CSqliteStore m_store;
+    CEnvironment m_environment;
+    CLanguage m_language;
+    CCommonConfig m_commonConfig;
+    CWebSocketChannel m_channel;
+    CLoginSession m_session;
+    CServerProcess m_server;
+    CServerControl m_control;
+    QByteArray m_token;
+    std::vector<ServerUser> m_users;
+    QStringList m_moduleFailures;
+    bool m_bLoginChosen = false;
+    bool m_bEnded = false;
+};

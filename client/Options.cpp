@@ -1,0 +1,58 @@
+#include "Options.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDir>
+#include <QStandardPaths>
+
+namespace {
+
+quint64 NumberOrExit(QCommandLineParser& parser, const QString& option) {
+    bool isNumber = false;
+    const quint64 number = parser.value(option).toULongLong(&isNumber);
+    if (!isNumber) {
+        fputs(qPrintable(QStringLiteral("--%1 wants a number\n").arg(option)), stderr);
+        exit(2);
+    }
+    return number;
+}
+
+}  // namespace
+
+COptions COptions::Parse(const QStringList& arguments) {
+    const QDir binaries(QCoreApplication::applicationDirPath());
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("A desktop trading client in small"));
+    parser.addHelpOption();
+    const auto add = [&parser](const char* name, const char* what, const char* value, const QString& standard) {
+        parser.addOption({QString::fromLatin1(name), QString::fromLatin1(what), QString::fromLatin1(value), standard});
+    };
+    add("data-dir", "Folder of the store and the logs.", "folder",
+        QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+    add("scenario", "Scenario file of the server that is started.", "file", QString());
+    add("server", "Control address of a running server, as http://127.0.0.1:<port>.", "address", QString());
+    add("token", "Token of that server.", "token", QString());
+    add("tour", "Take a guided tour, leave pictures in <folder>, and end.", "folder", QString());
+    add("user", "Log this user in; without it the first of the server's.", "id", QStringLiteral("0"));
+    add("language", "0 zh-Hans, 1 zh-Hant, 5 ja, 7 fr, any other en.", "id", QStringLiteral("2"));
+    add("edition", "kestrel or velora.", "name", QStringLiteral("kestrel"));
+    add("modules", "Manifest of the modules to map.", "file",
+        binaries.absoluteFilePath(QStringLiteral("modules.json")));
+    add("server-binary", "The server to start.", "file", binaries.absoluteFilePath(QStringLiteral("zrdevserver")));
+    parser.addOption({QStringLiteral("release"), QStringLiteral("Behave as a release build.")});
+    parser.process(arguments);
+
+    COptions options;
+    options.dataDir = parser.value(QStringLiteral("data-dir"));
+    options.scenario = parser.value(QStringLiteral("scenario"));
+    options.server = QUrl(parser.value(QStringLiteral("server")));
+    options.token = parser.value(QStringLiteral("token"));
+    options.tourDir = parser.value(QStringLiteral("tour"));
+    options.manifest = parser.value(QStringLiteral("modules"));
+    options.serverBinary = parser.value(QStringLiteral("server-binary"));
+    options.user = NumberOrExit(parser, QStringLiteral("user"));
+    options.language = int(NumberOrExit(parser, QStringLiteral("language")));
+    options.velora = parser.value(QStringLiteral("edition")) == QLatin1String("velora");
+    options.release = parser.isSet(QStringLiteral("release"));
+    return options;
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QUrl>
+
+/// What the command line says.
+struct COptions {
+    QString dataDir;       // the store and the logs
+    QString scenario;      // for the child server; empty: its own default
+    QUrl server;           // control interface of a server that runs already; empty: start one
+    QString token;         // of that server
+    QString tourDir;       // pictures of a guided tour; empty: no tour
+    QString manifest;      // modules to map
+    QString serverBinary;  // the server to start
+    quint64 user = 0;      // who logs in; 0: the first that the server has
+    int language = 2;
+    bool release = false;
+    bool velora = false;
+
+    /// Reads the arguments of the running application. On --help, --version or a wrong argument it says so
+    /// and ends the process.
+    static COptions Parse(const QStringList& arguments);
+};

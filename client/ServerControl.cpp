@@ -1,0 +1,70 @@
+#include "ServerControl.h"
+
+#include <QNetworkReply>
+#include <QNetworkRequest>
+
+#include "framework/HostLog.h"
+#include "framework/JsonText.h"
+
+namespace {
+
+constexpr host::HostLog kLog("Control");
+constexpr int kRetryMs = 2'000;
+constexpr int kAnswerLimitMs = 10'000;
+
+}  // namespace
+
+CServerControl::CServerControl() {
+    m_retryTimer.setSingleShot(true);
+    m_retryTimer.setInterval(kRetryMs);
+    connect(&m_retryTimer, &QTimer::timeout, this, &CServerControl::Refresh);
+}
+
+CServerControl::~CServerControl() = default;
+
+void CServerControl::Open(const QUrl& address, const QByteArray& token) {
+    m_address = address;
+    m_token = token;
+    Refresh();
+}
+
+void CServerControl::Refresh() {
+    QUrl url = m_address;
+    url.setPath(QStringLiteral("/v1/state"));
+    QNetworkRequest request(url);
+    request.setRawHeader("Authorization", "Bearer " + m_token);
+    request.setTransferTimeout(kAnswerLimitMs);
+    QNetworkReply* reply = m_network.get(request);
+    connect(reply, &QNetworkReply::finished, this, [this, reply] {
+        reply->deleteLater();
+        ServerState state;
+        if (reply->error() == QNetworkReply::NoError && ReadState(reply->readAll(), state)) {
+            Q_EMIT StateReceived(state);
+            return;
+        }
+        const QString reason =
+            reply->error() != QNetworkReply::NoError ? reply->errorString() : QStringLiteral("an unreadable answer");
+        kLog.Error(FMT_STRING("The server's state can't be had: {}"), reason.toStdString());
+        m_retryTimer.start();
+        Q_EMIT Failed(reason);
+    });
+}
+
+bool CServerControl::ReadState(const QByteArray& json, ServerState& state) {
+    std::string error;
+    const auto said = host::ParseJson(json.toStdString(), error);
+    if (!said || !said->isObject() || !(*said)["channel"].isUInt() || (*said)["channel"].asUInt() > 0xFFFF ||
+        !(*said)["users"].isArray()) {
+        return false;
+    }
+    ServerState read;
+    read.channelPort = quint16((*said)["channel"].asUInt());
+    for (const Json::Value& user : (*said)["users"]) {
+        if (!user.isObject() || !user["id"].isUInt64() || !user["name"].isString()) {
+            return false;
+        }
+        read.users.push_back({user["id"].asUInt64(), QString::fromStdString(user["name"].asString())});
+    }
+    state = read;
+    return true;
+}

@@ -1,0 +1,116 @@
+#include "ServerProcess.h"
+
+#include <QRandomGenerator>
+
+#include "framework/HostLog.h"
+#include "framework/JsonText.h"
+
+namespace {
+
+constexpr host::HostLog kLog("Server");
+constexpr int kEndLimitMs = 3'000;
+
+bool ReadPort(const Json::Value& value, quint16& port) {
+    if (!value.isUInt() || value.asUInt() == 0 || value.asUInt() > 0xFFFF) {
+        return false;
+    }
+    port = quint16(value.asUInt());
+    return true;
+}
+
+}  // namespace
+
+CServerProcess::CServerProcess(QString binary, QString scenario)
+    : m_strBinary(std::move(binary)),
+      m_strScenario(std::move(scenario)),
+      m_backoff(std::chrono::milliseconds(500), std::chrono::seconds(15)) {
+    m_retryTimer.setSingleShot(true);
+    connect(&m_retryTimer, &QTimer::timeout, this, &CServerProcess::Start);
+    connect(&m_process, &QProcess::readyReadStandardOutput, this, &CServerProcess::OnOutput);
+    connect(&m_process, &QProcess::readyReadStandardError, this, [this] {
+        m_lastErrors = m_process.readAllStandardError();
+        kLog.Info(FMT_STRING("{}"), m_lastErrors.trimmed().toStdString());
+    });
+    connect(&m_process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this, &CServerProcess::OnEnded);
+    connect(&m_process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart) {
+            m_lastErrors = m_process.errorString().toUtf8();
+            OnEnded();
+        }
+    });
+}
+
+CServerProcess::~CServerProcess() {
+    Stop();
+}
+
+void CServerProcess::Start() {
+    m_bWanted = true;
+    QStringList arguments{QStringLiteral("--child")};
+    if (!m_strScenario.isEmpty()) {
+        arguments << QStringLiteral("--scenario") << m_strScenario;
+    }
+    if (m_endpoint.channelPort != 0) {
+        arguments << QStringLiteral("--port") << QString::number(m_endpoint.channelPort)
+                  << QStringLiteral("--control-port") << QString::number(m_endpoint.controlPort)
+                  << QStringLiteral("--token") << QString::fromLatin1(m_endpoint.token);
+    }
+    m_lastErrors.clear();
+    m_process.start(m_strBinary, arguments);
+}
+
+void CServerProcess::Stop() {
+    m_bWanted = false;
+    m_retryTimer.stop();
+    if (m_process.state() == QProcess::NotRunning) {
+        return;
+    }
+    // Its input ends, and so does it.
+    m_process.closeWriteChannel();
+    if (!m_process.waitForFinished(kEndLimitMs)) {
+        m_process.kill();
+        m_process.waitForFinished(kEndLimitMs);
+    }
+}
+
+bool CServerProcess::ReadEndpoint(const QByteArray& line, ServerEndpoint& endpoint) {
+    std::string error;
+    const auto said = host::ParseJson(line.toStdString(), error);
+    if (!said || !said->isObject()) {
+        return false;
+    }
+    ServerEndpoint read;
+    if (!ReadPort((*said)["channel"], read.channelPort) || !ReadPort((*said)["control"], read.controlPort) ||
+        !(*said)["token"].isString()) {
+        return false;
+    }
+    read.token = QByteArray::fromStdString((*said)["token"].asString());
+    endpoint = read;
+    return true;
+}
+
+void CServerProcess::OnOutput() {
+    while (m_process.canReadLine()) {
+        if (!ReadEndpoint(m_process.readLine(), m_endpoint)) {
+            kLog.Error(FMT_STRING("The server said something that is not where it listens"));
+            continue;
+        }
+        m_backoff.Reset();
+        kLog.Info(FMT_STRING("The server runs, channel {}, control {}"), m_endpoint.channelPort,
+                  m_endpoint.controlPort);
+        Q_EMIT Ready(m_endpoint);
+    }
+}
+
+void CServerProcess::OnEnded() {
+    if (!m_bWanted) {
+        return;
+    }
+    QString reason = QString::fromUtf8(m_lastErrors.trimmed().split('\n').last());
+    if (reason.isEmpty()) {
+        reason = QStringLiteral("it ended with %1").arg(m_process.exitCode());
+    }
+    kLog.Error(FMT_STRING("The server does not run: {}"), reason.toStdString());
+    m_retryTimer.start(m_backoff.Next(QRandomGenerator::global()->generate()));
+    Q_EMIT Lost(reason);
+}
