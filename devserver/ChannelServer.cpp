@@ -1,0 +1,264 @@
+#include "ChannelServer.h"
+
+#include <QHostAddress>
+#include <QRandomGenerator>
+#include <QTimer>
+#include <QWebSocket>
+#include <QWebSocketCorsAuthenticator>
+
+#include "Access.h"
+#include "CommandAnswers.h"
+#include "ServerLog.h"
+#include "channel.pb.h"
+
+namespace devserver {
+namespace {
+
+using channel::Frame;
+
+uint64_t NewSessionId() {
+    uint64_t id = 0;
+    while (id == 0) {
+        id = QRandomGenerator::system()->generate64();
+    }
+    return id;
+}
+
+// As the fault says, where there is one, and no other than it would be in the rest.
+void Garble(Frame& reply, const Fault& fault) {
+    if (fault.error) {
+        reply.set_error(*fault.error);
+        if (*fault.error != kErrorNone) {
+            reply.clear_body();
+        }
+    }
+    if (fault.body) {
+        reply.set_body(*fault.body);
+    }
+    if (fault.replyCommand) {
+        reply.set_command(*fault.replyCommand);
+    }
+}
+
+}  // namespace
+
+CChannelServer::CChannelServer(ServerState& state, std::string token)
+    : m_state(state),
+      m_strToken(std::move(token)),
+      m_server(QStringLiteral("zrdevserver"), QWebSocketServer::NonSecureMode) {
+    connect(&m_server, &QWebSocketServer::newConnection, this, &CChannelServer::OnNewConnection);
+    connect(&m_server, &QWebSocketServer::originAuthenticationRequired, this,
+            [](QWebSocketCorsAuthenticator* authenticator) {
+                const QString origin = authenticator->origin();
+                const bool allowed = origin.isEmpty() || IsLoopbackOrigin(origin);
+                if (!allowed) {
+                    Log(FMT_STRING("channel: refused, origin {}"), origin.toStdString());
+                }
+                authenticator->setAllowed(allowed);
+            });
+}
+
+CChannelServer::~CChannelServer() {
+    // Their last signals must not come back to an object that is half gone.
+    for (const auto& [id, connection] : m_connections) {
+        connection.socket->disconnect(this);
+    }
+}
+
+bool CChannelServer::Listen(quint16 port, std::string& error) {
+    if (!m_server.listen(QHostAddress(QHostAddress::LocalHost), port)) {
+        error = fmt::format(FMT_STRING("channel: port {}: {}"), port, m_server.errorString().toStdString());
+        return false;
+    }
+    return true;
+}
+
+quint16 CChannelServer::Port() const {
+    return m_server.serverPort();
+}
+
+void CChannelServer::OnNewConnection() {
+    while (QWebSocket* socket = m_server.nextPendingConnection()) {
+        connect(socket, &QWebSocket::disconnected, socket, &QObject::deleteLater);
+        const std::string token = socket->request().rawHeader("x-zr-token").toStdString();
+        if (!SameToken(token, m_strToken)) {
+            LogLine("channel: refused, wrong token");
+            socket->close(QWebSocketProtocol::CloseCodePolicyViolated, QStringLiteral("wrong token"));
+            continue;
+        }
+        socket->setMaxAllowedIncomingFrameSize(kMaxFrameBytes);
+        socket->setMaxAllowedIncomingMessageSize(kMaxFrameBytes);
+        const uint64_t id = ++m_nLastId;
+        m_connections[id].socket = socket;
+        connect(socket, &QWebSocket::binaryMessageReceived, this,
+                [this, id](const QByteArray& bytes) { OnFrame(id, bytes); });
+        connect(socket, &QWebSocket::textMessageReceived, this,
+                [id](const QString&) { Log(FMT_STRING("channel: {}: dropped a text frame"), id); });
+        connect(socket, &QWebSocket::disconnected, this, [this, id, socket] {
+            Log(FMT_STRING("channel: {}: closed, code {}"), id, int(socket->closeCode()));
+            m_connections.erase(id);
+        });
+        Log(FMT_STRING("channel: {}: connected"), id);
+        Send(id, ConfigFrame());
+    }
+}
+
+void CChannelServer::OnFrame(uint64_t id, const QByteArray& bytes) {
+    // A socket hands out what it has read already, also after it was cut.
+    if (m_connections.count(id) == 0) {
+        return;
+    }
+    Frame frame;
+    // An unknown kind is an unknown field to the parser.
+    if (!frame.ParseFromArray(bytes.data(), bytes.size()) || !frame.has_kind()) {
+        Log(FMT_STRING("channel: {}: dropped {} bytes that are no envelope of a known kind"), id, bytes.size());
+        return;
+    }
+    switch (frame.kind()) {
+        case Frame::LOGIN:
+            OnLogin(id, frame);
+            return;
+        case Frame::LOGOUT:
+            Record(id, m_connections[id].user, frame);
+            m_connections[id].user = 0;
+            return;
+        case Frame::REQUEST:
+            OnRequest(id, frame);
+            return;
+        case Frame::LOGIN_ANSWER:
+        case Frame::REPLY:
+        case Frame::PUSH:
+        case Frame::CONFIG:
+        case Frame::CLOCK:
+            break;
+    }
+    Log(FMT_STRING("channel: {}: dropped a frame of kind {}, which only the server sends"), id, int(frame.kind()));
+}
+
+void CChannelServer::OnLogin(uint64_t id, const Frame& frame) {
+    const uint64_t userId = frame.login().user_id();
+    Record(id, userId, frame);
+    const User* user = m_state.scenario.FindUser(userId);
+    Frame answerFrame;
+    answerFrame.set_kind(Frame::LOGIN_ANSWER);
+    channel::LoginAnswer& answer = *answerFrame.mutable_login_answer();
+    answer.set_user_id(userId);
+    if (!user || user->refuseLogin) {
+        answer.set_accepted(false);
+        answer.set_reason(user ? *user->refuseLogin : "unknown user");
+        m_connections[id].user = 0;
+    } else {
+        answer.set_accepted(true);
+        answer.set_session_id(NewSessionId());
+        answer.mutable_attributed_market()->Add(user->markets.begin(), user->markets.end());
+        answer.set_server_time_ms(m_state.ServerTimeMs());
+        m_connections[id].user = userId;
+    }
+    Log(FMT_STRING("channel: {}: login of {} {}"), id, userId, answer.accepted() ? "accepted" : "refused");
+    Send(id, answerFrame);
+}
+
+void CChannelServer::OnRequest(uint64_t id, const Frame& frame) {
+    const uint64_t userId = m_connections[id].user;
+    Record(id, userId, frame);
+    // A user whom a new scenario no longer has is as good as logged out.
+    const User* user = userId == 0 ? nullptr : m_state.scenario.FindUser(userId);
+    const CommandAnswer answer =
+        user ? AnswerCommand(frame.command(), *user, frame.body()) : CommandAnswer{kErrorNotLoggedIn, {}};
+    Frame reply;
+    reply.set_kind(Frame::REPLY);
+    reply.set_session(frame.session());
+    reply.set_command(frame.command());
+    reply.set_error(answer.error);
+    reply.set_body(answer.body);
+    const Fault fault = m_state.faults.Take(frame.command()).value_or(Fault());
+    Garble(reply, fault);
+    Log(FMT_STRING("channel: {}: request {} of {}, error {}{}"), id, frame.command(), userId, reply.error(),
+        fault.silent ? ", kept silent" : "");
+    if (fault.silent) {
+        return;
+    }
+    if (fault.delayMs > 0) {
+        QTimer::singleShot(fault.delayMs, Qt::PreciseTimer, this, [this, id, reply] { Send(id, reply); });
+        return;
+    }
+    Send(id, reply);
+}
+
+void CChannelServer::Record(uint64_t id, uint64_t user, const Frame& frame) {
+    ReceivedFrame received;
+    received.connection = id;
+    received.user = user;
+    received.kind = Frame::Kind_Name(frame.kind());
+    received.command = frame.command();
+    received.session = frame.session();
+    received.body = frame.body();
+    m_state.received.Add(std::move(received));
+}
+
+void CChannelServer::Send(uint64_t id, const Frame& frame) {
+    const auto found = m_connections.find(id);
+    if (found != m_connections.end()) {
+        found->second.socket->sendBinaryMessage(QByteArray::fromStdString(frame.SerializeAsString()));
+    }
+}
+
+void CChannelServer::SendToAll(const Frame& frame) {
+    for (const Client& client : Clients()) {
+        Send(client.id, frame);
+    }
+}
+
+std::vector<CChannelServer::Client> CChannelServer::Clients() const {
+    std::vector<Client> clients;
+    for (const auto& [id, connection] : m_connections) {
+        clients.push_back({id, connection.user});
+    }
+    return clients;
+}
+
+int CChannelServer::Push(std::optional<uint64_t> user, uint32_t command, const std::string& body) {
+    Frame frame;
+    frame.set_kind(Frame::PUSH);
+    frame.set_command(command);
+    frame.set_body(body);
+    int sent = 0;
+    for (const Client& client : Clients()) {
+        if (client.user != 0 && (!user || client.user == *user)) {
+            Send(client.id, frame);
+            ++sent;
+        }
+    }
+    return sent;
+}
+
+int CChannelServer::Drop(std::optional<uint64_t> user) {
+    int dropped = 0;
+    for (const Client& client : Clients()) {
+        if (!user || client.user == *user) {
+            m_connections.at(client.id).socket->abort();
+            ++dropped;
+        }
+    }
+    return dropped;
+}
+
+Frame CChannelServer::ConfigFrame() const {
+    Frame frame;
+    frame.set_kind(Frame::CONFIG);
+    frame.set_body(WriteJson(m_state.scenario.CommonConfig()));
+    return frame;
+}
+
+void CChannelServer::SendConfig() {
+    SendToAll(ConfigFrame());
+}
+
+void CChannelServer::SendClock() {
+    Frame frame;
+    frame.set_kind(Frame::CLOCK);
+    frame.set_server_time_ms(m_state.ServerTimeMs());
+    SendToAll(frame);
+}
+
+}  // namespace devserver

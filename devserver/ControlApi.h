@@ -1,0 +1,69 @@
+#pragma once
+
+#include <json/value.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "ServerState.h"
+
+namespace devserver {
+
+class CChannelServer;
+
+struct ControlRequest {
+    std::string method;
+    std::string path;
+    std::optional<std::string> after;  // the query parameter of this name
+    std::string body;
+};
+
+/// A refusal's body is {"error": key path and reason}.
+struct ControlAnswer {
+    int status = 200;
+    Json::Value body{Json::objectValue};
+};
+
+ControlAnswer Refusal(int status, const std::string& reason);
+
+/// What the control interface does, apart from HTTP and from who may do it. Main thread.
+class CControlApi {
+public:
+    /// Both must live longer.
+    CControlApi(ServerState& state, CChannelServer& channel);
+
+    /// Nothing is changed by a request that is refused.
+    ControlAnswer Handle(const ControlRequest& request);
+
+private:
+    using Wildcards = std::vector<std::string>;
+    using Operation = ControlAnswer (CControlApi::*)(const ControlRequest& request, const Wildcards& wildcards);
+    struct Route {
+        const char* method;
+        const char* pattern;  // "*" stands for any one segment
+        Operation operation;
+    };
+    static const std::vector<Route>& Routes();
+
+    ControlAnswer GetState(const ControlRequest& request, const Wildcards& wildcards);
+    ControlAnswer GetReceived(const ControlRequest& request, const Wildcards& wildcards);
+    ControlAnswer GetScenario(const ControlRequest& request, const Wildcards& wildcards);
+    ControlAnswer PutScenario(const ControlRequest& request, const Wildcards& wildcards);
+    ControlAnswer PutAiChat(const ControlRequest& request, const Wildcards& wildcards);
+    ControlAnswer DeleteAiChat(const ControlRequest& request, const Wildcards& wildcards);
+    ControlAnswer PutConfig(const ControlRequest& request, const Wildcards& wildcards);
+    ControlAnswer DeleteConfig(const ControlRequest& request, const Wildcards& wildcards);
+    ControlAnswer PostPush(const ControlRequest& request, const Wildcards& wildcards);
+    ControlAnswer PutClock(const ControlRequest& request, const Wildcards& wildcards);
+    ControlAnswer PostDrop(const ControlRequest& request, const Wildcards& wildcards);
+    ControlAnswer PutFaults(const ControlRequest& request, const Wildcards& wildcards);
+
+    ControlAnswer SetAiChat(const std::string& userId, std::optional<AiChat> aiChat);
+    void TellConfigIfChanged(const Json::Value& before);
+
+    ServerState& m_state;
+    CChannelServer& m_channel;
+};
+
+}  // namespace devserver

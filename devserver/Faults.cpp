@@ -1,0 +1,82 @@
+#include "Faults.h"
+
+#include <QString>
+#include <limits>
+
+namespace devserver {
+namespace {
+
+constexpr unsigned kFaultsDepth = 16;
+constexpr uint64_t kMaxDelayMs = 600'000;
+constexpr uint64_t kMaxTimes = 1'000'000;
+
+Fault ReadFault(const CJsonNode& node) {
+    node.Keys({}, {"error", "delayMs", "bodyHex", "replyCommand", "silent", "times"});
+    Fault fault;
+    bool hasEffect = false;
+    if (const CJsonNode error = node.Member("error"); error.Present()) {
+        fault.error = int32_t(error.Signed(std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max()));
+        hasEffect = true;
+    }
+    if (const CJsonNode delay = node.Member("delayMs"); delay.Present()) {
+        fault.delayMs = int(delay.Unsigned(0, kMaxDelayMs));
+        hasEffect = true;
+    }
+    if (const CJsonNode body = node.Member("bodyHex"); body.Present()) {
+        fault.body = body.HexBytes();
+        hasEffect = true;
+    }
+    if (const CJsonNode command = node.Member("replyCommand"); command.Present()) {
+        fault.replyCommand = uint32_t(command.Unsigned(0, std::numeric_limits<uint32_t>::max()));
+        hasEffect = true;
+    }
+    if (const CJsonNode silent = node.Member("silent"); silent.Present()) {
+        fault.silent = silent.Bool();
+        hasEffect = true;
+    }
+    if (const CJsonNode times = node.Member("times"); times.Present()) {
+        fault.times = times.Unsigned(1, kMaxTimes);
+    }
+    if (!hasEffect) {
+        node.Refuse("must hold one of error, delayMs, bodyHex, replyCommand, silent");
+    }
+    return fault;
+}
+
+}  // namespace
+
+std::optional<FaultTable> FaultsFromText(const std::string& text, Errors& errors) {
+    const size_t errorsBefore = errors.size();
+    const auto json = ParseJson(text, kFaultsDepth, errors);
+    if (!json) {
+        return std::nullopt;
+    }
+    FaultTable faults;
+    for (const auto& [key, node] : CJsonNode(*json, {}, errors).Members()) {
+        bool isNumber = false;
+        const uint command = QString::fromStdString(key).toUInt(&isNumber);
+        if (!isNumber || command == 0 || std::to_string(command) != key) {
+            node.Refuse("the key must be a command's number");
+            continue;
+        }
+        faults[command] = ReadFault(node);
+    }
+    if (errors.size() != errorsBefore) {
+        return std::nullopt;
+    }
+    return faults;
+}
+
+std::optional<Fault> CFaults::Take(uint32_t command) {
+    const auto found = m_faults.find(command);
+    if (found == m_faults.end()) {
+        return std::nullopt;
+    }
+    const Fault fault = found->second;
+    if (found->second.times && --*found->second.times == 0) {
+        m_faults.erase(found);
+    }
+    return fault;
+}
+
+}  // namespace devserver

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+
+#include "JsonNode.h"
+
+namespace devserver {
+
+/// How the reply to a command differs from what it should be. Members combine.
+struct Fault {
+    std::optional<int32_t> error;          // instead of 0; takes the body away, unless `body` gives another
+    std::optional<std::string> body;       // these bytes
+    std::optional<uint32_t> replyCommand;  // the reply names this command
+    int delayMs = 0;
+    bool silent = false;            // no reply at all
+    std::optional<uint64_t> times;  // so many replies are left; for ever without it
+};
+
+using FaultTable = std::map<uint32_t, Fault>;  // by command
+
+/// The table of a JSON object with one member per command number, or nothing and at least one error.
+std::optional<FaultTable> FaultsFromText(const std::string& text, Errors& errors);
+
+/// The faults in force.
+class CFaults {
+public:
+    void Set(FaultTable faults) { m_faults = std::move(faults); }
+
+    /// The fault of the next reply to `command`, used up by one.
+    std::optional<Fault> Take(uint32_t command);
+
+private:
+    FaultTable m_faults;
+};
+
+}  // namespace devserver
