@@ -6,12 +6,14 @@
 
 namespace {
 
-// Runs when the library is mapped, ahead of any callback of the module.
-[[maybe_unused]] const bool kFactoryRegistered = [] {
+bool RegisterFactory() {
     IZRPluginCenter::RegisterInterfaceFactory(
         std::make_shared<TplZRPluginInterfaceFactoryUnique<CZRGrowthModuleUtil, IZRGrowthModuleInterface>>(), false);
     return true;
-}();
+}
+
+// Runs when the library is mapped, ahead of any callback of the module.
+[[maybe_unused]] const bool kFactoryRegistered = RegisterFactory();
 
 }  // namespace
 

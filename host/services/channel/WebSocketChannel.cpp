@@ -212,7 +212,8 @@ void CWebSocketChannel::FailLater(CSProtoError error) {
 // One at a time out of the table: a callback may send or unbind.
 void CWebSocketChannel::FailUpTo(unsigned long lastSession, CSProtoError error) {
     while (!m_requests.empty() && m_requests.begin()->first <= lastSession) {
-        const auto [session, request] = *m_requests.begin();
+        const unsigned long session = m_requests.begin()->first;
+        const Request request = std::move(m_requests.begin()->second);
         m_requests.erase(m_requests.begin());
         if (request.context && request.callback) {
             const CSProtoData data{request.command, std::string()};

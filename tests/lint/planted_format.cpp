@@ -1,0 +1,1 @@
+int  Planted( int a ){return a ;}

@@ -1,0 +1,56 @@
+#include "ZRGrowthModuleUtil.h"
+
+#include <gmock/gmock.h>
+
+#include "plugin/IZRPluginCenter.h"
+#include "plugin/TplZRPluginInterfaceFactoryUnique.h"
+#include "support/ScriptedHostTest.h"
+
+using namespace ::testing;
+
+namespace {
+
+constexpr const char* kInterfaceName = "24IZRGrowthModuleInterface";
+
+class GrowthModuleUtilTest : public ScriptedHostTest {};
+
+TEST_F(GrowthModuleUtilTest, TheFactoryIsRegisteredBeforeAnybodyAsks) {
+    const auto service = IZRPluginCenter::_CreateInterface(kInterfaceName);
+
+    ASSERT_TRUE(service);
+    EXPECT_TRUE(dynamic_cast<CZRGrowthModuleUtil*>(service.get()));
+    EXPECT_EQ(IZRPluginCenter::CreateInterface<IZRGrowthModuleInterface>(), service);
+}
+
+TEST_F(GrowthModuleUtilTest, TheInterfaceNameIsTheCompilersTypeName) {
+    TplZRPluginInterfaceFactoryUnique<CZRGrowthModuleUtil, IZRGrowthModuleInterface> factory;
+
+    EXPECT_EQ(factory.GetInterfaceName(), kInterfaceName);
+}
+
+TEST_F(GrowthModuleUtilTest, AFactoryGivesEverybodyTheSameService) {
+    TplZRPluginInterfaceFactoryUnique<CZRGrowthModuleUtil, IZRGrowthModuleInterface> factory;
+
+    const auto first = factory.CreateInterface();
+
+    ASSERT_TRUE(first);
+    EXPECT_EQ(factory.CreateInterface(), first);
+}
+
+TEST_F(GrowthModuleUtilTest, TheServiceIsForTheMainThreadAlone) {
+    EXPECT_FALSE(CZRGrowthModuleUtil().SupportMultiThread());
+}
+
+TEST_F(GrowthModuleUtilTest, AIChatOperationsGoToTheManagerWhichComesIntoBeing) {
+    CZRGrowthModuleUtil service;
+
+    EXPECT_FALSE(service.IsAIChatEnable(ZRAIChatEntryScene(3)));
+    EXPECT_THAT(log.Lines(), ElementsAre(Info("[AIChat] Read cache failed"),
+                                         Info("[AIChat] Is AI chat enable, entryScene = 3, enable = false")));
+
+    service.SetAIChatDevelopEnableType(1);
+    EXPECT_TRUE(service.IsAIChatEnable(ZRAIChatEntryScene(3)));
+    EXPECT_THAT(bus.Sent(), ElementsAre(Message(20300)));
+}
+
+}  // namespace

@@ -1,0 +1,201 @@
+// The walls of the house, read off the sources and off what was linked.
+#include <gmock/gmock.h>
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QProcess>
+#include <QRegularExpression>
+
+using namespace ::testing;
+
+namespace {
+
+const QString kSource = QStringLiteral(ZR_SOURCE_DIR);
+
+struct Include {
+    std::string file;
+    std::string header;
+};
+
+std::ostream& operator<<(std::ostream& stream, const Include& include) {
+    return stream << include.file << " includes " << include.header;
+}
+
+/// What the sources below `folder` include.
+std::vector<Include> IncludesOf(const QString& folder) {
+    static const QRegularExpression pattern(QStringLiteral("^\\s*#\\s*include\\s*[<\"]([^>\"]+)[>\"]"),
+                                            QRegularExpression::MultilineOption);
+    std::vector<Include> includes;
+    QDirIterator files(kSource + QLatin1Char('/') + folder, {QStringLiteral("*.h"), QStringLiteral("*.cpp")},
+                       QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        QFile file(files.next());
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        auto matches = pattern.globalMatch(QString::fromUtf8(file.readAll()));
+        while (matches.hasNext()) {
+            includes.push_back({QDir(kSource).relativeFilePath(file.fileName()).toStdString(),
+                                matches.next().captured(1).toStdString()});
+        }
+    }
+    EXPECT_FALSE(includes.empty());
+    return includes;
+}
+
+bool Exists(const QString& folder, const std::string& header) {
+    return QFile::exists(kSource + QLatin1Char('/') + folder + QLatin1Char('/') + QString::fromStdString(header));
+}
+
+bool IsStandard(const std::string& header) {
+    static const QRegularExpression pattern(QStringLiteral("^[a-z_]+$"));
+    return pattern.match(QString::fromStdString(header)).hasMatch();
+}
+
+bool BeginsWithOneOf(const std::string& header, std::initializer_list<const char*> beginnings) {
+    return std::any_of(beginnings.begin(), beginnings.end(),
+                       [&header](const char* beginning) { return header.rfind(beginning, 0) == 0; });
+}
+
+QStringList Run(const QString& program, const QStringList& arguments) {
+    QProcess process;
+    process.start(program, arguments);
+    EXPECT_TRUE(process.waitForFinished()) << program.toStdString();
+    EXPECT_EQ(process.exitCode(), 0);
+    return QString::fromUtf8(process.readAllStandardOutput()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+}
+
+/// The libraries that one needs, without versions, as "libQt5Core".
+std::vector<std::string> NeededBy(const char* library) {
+    std::vector<std::string> needed;
+    static const QRegularExpression pattern(QStringLiteral("NEEDED.*\\[([^.\\]]+)"));
+    for (const QString& line : Run(QStringLiteral("readelf"), {QStringLiteral("-dW"), QString::fromLatin1(library)})) {
+        const auto match = pattern.match(line);
+        if (match.hasMatch()) {
+            needed.push_back(match.captured(1).toStdString());
+        }
+    }
+    return needed;
+}
+
+/// Libraries of the compiler and of the sanitizers, which everything may need.
+Matcher<std::string> OfTheCompiler() {
+    return AnyOf("libc", "libm", "libstdc++", "libgcc_s", "ld-linux-x86-64", "libasan", "libubsan");
+}
+
+TEST(WallsTest, TheModuleReachesNothingButItsContract) {
+    for (const Include& include : IncludesOf(QStringLiteral("ZRGrowth"))) {
+        const std::string& header = include.header;
+        const bool allowed = Exists(QStringLiteral("ZRGrowth"), header) ||
+                             Exists(QStringLiteral("host/contract"), header) || IsStandard(header) ||
+                             BeginsWithOneOf(header, {"json/", "fmt/", "google/protobuf/"}) ||
+                             (header.size() > 5 && header.compare(header.size() - 5, 5, ".pb.h") == 0) ||
+                             (BeginsWithOneOf(header, {"Q"}) &&
+                              !BeginsWithOneOf(header, {"QNetwork", "QSql", "QWebEngine", "QWebSocket", "QtNetwork",
+                                                        "QtSql", "QtWebEngine", "QtWebSockets", "QTcp", "QUdp"}));
+        EXPECT_TRUE(allowed) << include;
+    }
+}
+
+TEST(WallsTest, TheContractIsHeadersThatNeedNothingOfTheHost) {
+    QDirIterator files(kSource + QStringLiteral("/host/contract"), QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        EXPECT_TRUE(files.next().endsWith(QStringLiteral(".h"))) << files.filePath().toStdString();
+    }
+    for (const Include& include : IncludesOf(QStringLiteral("host/contract"))) {
+        EXPECT_TRUE(Exists(QStringLiteral("host/contract"), include.header) || IsStandard(include.header) ||
+                    BeginsWithOneOf(include.header, {"json/", "Q"}))
+            << include;
+    }
+}
+
+TEST(WallsTest, TheContractHoldsNoData) {
+    static const QRegularExpression data(QStringLiteral("^\\s*(inline |static |extern )+[^(;]*(=|;)"),
+                                         QRegularExpression::MultilineOption);
+    QDirIterator files(kSource + QStringLiteral("/host/contract"), QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        QFile file(files.next());
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        const auto match = data.match(QString::fromUtf8(file.readAll()));
+        EXPECT_FALSE(match.hasMatch()) << file.fileName().toStdString() << ": " << match.captured().toStdString();
+    }
+}
+
+TEST(WallsTest, TheClientReachesTheModuleThroughItsServiceAlone) {
+    for (const Include& include : IncludesOf(QStringLiteral("client"))) {
+        EXPECT_FALSE(Exists(QStringLiteral("ZRGrowth"), include.header)) << include;
+    }
+    EXPECT_THAT(NeededBy(ZR_CLIENT), Not(Contains("libZRGrowth")));
+}
+
+TEST(WallsTest, TheServerSharesNoCodeWithClientAndModule) {
+    for (const Include& include : IncludesOf(QStringLiteral("devserver"))) {
+        const std::string& header = include.header;
+        EXPECT_TRUE(Exists(QStringLiteral("devserver"), header) ||
+                    !(Exists(QStringLiteral("ZRGrowth"), header) || Exists(QStringLiteral("host/contract"), header) ||
+                      Exists(QStringLiteral("host/runtime"), header) ||
+                      Exists(QStringLiteral("host/services"), header) || Exists(QStringLiteral("client"), header)))
+            << include;
+    }
+    EXPECT_THAT(NeededBy(ZR_DEVSERVER), Each(Not(AnyOf("libZRGrowth", "libzrhost"))));
+}
+
+TEST(WallsTest, OnlyTheCompositionNamesTheServices) {
+    const auto isService = [](const std::string& header) {
+        return Exists(QStringLiteral("host/services"), header) && !Exists(QStringLiteral("host/runtime"), header);
+    };
+    // What the windows show of the log is a value of the log service, and how a line is written out.
+    const std::vector<std::string> values = {"log/FileLog.h", "log/LogText.h", "channel/Backoff.h"};
+    for (const Include& include : IncludesOf(QStringLiteral("client"))) {
+        if (isService(include.header) && include.file.rfind("client/Composition.", 0) != 0) {
+            EXPECT_THAT(values, Contains(include.header)) << include;
+        }
+    }
+    for (const char* folder : {"ZRGrowth", "host/runtime", "host/contract"}) {
+        for (const Include& include : IncludesOf(QString::fromLatin1(folder))) {
+            EXPECT_FALSE(isService(include.header)) << include;
+        }
+    }
+}
+
+TEST(WallsTest, TheModuleNeedsOfTheHostItsLibraryAlone) {
+    EXPECT_THAT(NeededBy(ZR_MODULE), AllOf(Contains("libzrhost"), Each(AnyOf("libzrhost", "libQt5Core", "libQt5Gui",
+                                                                             "libQt5Widgets", "libjsoncpp", "libfmt",
+                                                                             "libprotobuf", OfTheCompiler()))));
+}
+
+TEST(WallsTest, TheHostLibraryNeedsNeitherDatabaseNorNetworkNorLog) {
+    EXPECT_THAT(NeededBy(ZR_HOST), Each(AnyOf("libQt5Core", "libQt5Gui", "libQt5Widgets", "libQt5Svg", "libjsoncpp",
+                                              "libfmt", "libprotobuf", OfTheCompiler())));
+}
+
+TEST(WallsTest, TheModuleExportsItsFiveSymbolsAndNothingElse) {
+    std::vector<std::string> symbols;
+    for (const QString& line : Run(QStringLiteral("nm"), {QStringLiteral("-D"), QStringLiteral("--defined-only"),
+                                                          QStringLiteral("-P"), QStringLiteral(ZR_MODULE)})) {
+        symbols.push_back(line.section(QLatin1Char(' '), 0, 0).toStdString());
+    }
+    EXPECT_THAT(symbols,
+                UnorderedElementsAre("CreateZRPluginModule", "DestroyZRPluginModule",
+                                     "CreateZRPluginModuleCZRGrowthModule", "DestroyZRPluginModuleCZRGrowthModule",
+                                     "LoadPluginModuleCZRGrowthModule"));
+}
+
+TEST(WallsTest, TheModuleIsNeverUnmapped) {
+    EXPECT_THAT(Run(QStringLiteral("readelf"), {QStringLiteral("-dW"), QStringLiteral(ZR_MODULE)}).join(QLatin1Char('\n')).toStdString(),
+                HasSubstr("NODELETE"));
+}
+
+TEST(WallsTest, ASourceFileStaysWithinFiveHundredLines) {
+    for (const char* folder : {"ZRGrowth", "host", "client", "devserver", "tests"}) {
+        QDirIterator files(kSource + QLatin1Char('/') + QString::fromLatin1(folder),
+                           {QStringLiteral("*.h"), QStringLiteral("*.cpp")}, QDir::Files,
+                           QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            QFile file(files.next());
+            ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+            EXPECT_LE(file.readAll().count('\n'), 500) << file.fileName().toStdString();
+        }
+    }
+}
+
+}  // namespace

@@ -1,0 +1,59 @@
+#include "framework/defensive.h"
+
+#include <QTimer>
+
+#include "support/ScriptedHostTest.h"
+
+using namespace ::testing;
+
+namespace {
+
+class DefensiveTest : public ScriptedHostTest {
+protected:
+    QTimer sender;
+    QObject receiver;
+};
+
+TEST_F(DefensiveTest, AConnectionThatIsMadeWorksAndRaisesNothing) {
+    int calls = 0;
+
+    FrameWork::ConnectChecked("ZRGrowth", &sender, &QTimer::timeout, &receiver, [&calls] { ++calls; });
+    sender.start(10);
+    time.Advance(std::chrono::milliseconds(10));
+
+    EXPECT_EQ(calls, 1);
+    EXPECT_THAT(log.Assertions(), IsEmpty());
+}
+
+TEST_F(DefensiveTest, AFailedConnectionRaisesTheAssertionConnectionAtThisHeadersPlaceAndGoesOn) {
+    const auto connection = FrameWork::ConnectChecked("ZRGrowth", static_cast<QTimer*>(nullptr), &QTimer::timeout,
+                                                      &receiver, &QObject::deleteLater);
+
+    EXPECT_FALSE(connection);
+    const auto assertions = log.Assertions();
+    ASSERT_THAT(assertions, SizeIs(1));
+    EXPECT_EQ(assertions[0].type, 3);
+    EXPECT_EQ(assertions[0].detail, "");
+    EXPECT_EQ(assertions[0].module, "ZRGrowth");
+    EXPECT_EQ(assertions[0].file, "host/contract/framework/defensive.h");
+    EXPECT_GT(assertions[0].line, 0);
+    EXPECT_EQ(assertions[0].expression, "connection");
+}
+
+TEST_F(DefensiveTest, ASecondUniqueConnectionIsAFailedOne) {
+    const auto connect = [this] {
+        return FrameWork::ConnectChecked("ZRGrowth", &sender, &QTimer::timeout, &receiver, &QObject::deleteLater,
+                                         Qt::ConnectionType(Qt::QueuedConnection | Qt::UniqueConnection));
+    };
+
+    EXPECT_TRUE(connect());
+    EXPECT_FALSE(connect());
+    EXPECT_THAT(log.Assertions(), SizeIs(1));
+}
+
+TEST_F(DefensiveTest, TheOldStringFormIsCheckedToo) {
+    EXPECT_FALSE(FrameWork::ConnectChecked("ZRGrowth", &sender, SIGNAL(timeout()), &receiver, SLOT(NoSuchSlot())));
+    EXPECT_THAT(log.Assertions(), SizeIs(1));
+}
+
+}  // namespace
