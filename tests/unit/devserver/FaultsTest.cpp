@@ -1,0 +1,147 @@
+#include "Faults.h"
+
+#include <gmock/gmock.h>
+
+#include <QElapsedTimer>
+
+#include "DevServerTest.h"
+#include "RowName.h"
+
+namespace {
+
+using channel::Frame;
+
+struct FaultRow {
+    const char* name;
+    const char* fault;
+    int32_t error;
+    uint32_t command;
+    const char* body;  // null for the one that the scenario has
+};
+
+class FaultTest : public DevServerTest, public testing::WithParamInterface<FaultRow> {};
+
+TEST_P(FaultTest, ChangesTheReplyOnceAndWearsOff) {
+    const FaultRow& row = GetParam();
+    const auto client = LoggedIn(1);
+    const auto sound = client->Request(1, kCmdChatEntry);
+    ASSERT_EQ(Http("PUT", "/v1/faults", row.fault).status, 200);
+
+    const auto faulty = client->Request(2, kCmdChatEntry);
+    const auto soundAgain = client->Request(3, kCmdChatEntry);
+
+    ASSERT_TRUE(sound && faulty && soundAgain);
+    EXPECT_EQ(faulty->session(), 2u);
+    EXPECT_EQ(faulty->error(), row.error);
+    EXPECT_EQ(faulty->command(), row.command);
+    EXPECT_EQ(faulty->body(), row.body ? row.body : sound->body());
+    EXPECT_EQ(soundAgain->error(), 0);
+    EXPECT_EQ(soundAgain->command(), kCmdChatEntry);
+    EXPECT_EQ(soundAgain->body(), sound->body());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, FaultTest,
+    testing::Values(FaultRow{"Error", R"({"20982":{"error":7,"times":1}})", 7, 20982, ""},
+                    FaultRow{"NegativeError", R"({"20982":{"error":-4,"times":1}})", -4, 20982, ""},
+                    FaultRow{"Body", R"({"20982":{"bodyHex":"ff41","times":1}})", 0, 20982, "\xff\x41"},
+                    FaultRow{"WrongCommand", R"({"20982":{"replyCommand":1,"times":1}})", 0, 1, nullptr},
+                    FaultRow{"ErrorWithBodyOfAnotherCommand",
+                             R"({"20982":{"error":5,"bodyHex":"41","replyCommand":2,"times":1}})", 5, 2, "A"}),
+    RowName());
+
+class FaultsTest : public DevServerTest {};
+
+TEST_F(FaultsTest, DelayedReplyComesAfterItsTimeAndAfterALaterOne) {
+    const auto client = LoggedIn(1);
+    ASSERT_EQ(Http("PUT", "/v1/faults", R"({"20982":{"delayMs":80,"times":1}})").status, 200);
+
+    QElapsedTimer elapsed;
+    elapsed.start();
+    client->SendRequest(1, kCmdChatEntry);
+    client->SendRequest(2, kCmdChatEntry);
+    const auto first = client->Take(Frame::REPLY);
+    const auto second = client->Take(Frame::REPLY);
+
+    ASSERT_TRUE(first && second);
+    EXPECT_EQ(first->session(), 2u);
+    EXPECT_EQ(second->session(), 1u);
+    EXPECT_GE(elapsed.elapsed(), 80);
+}
+
+TEST_F(FaultsTest, SilentCommandGetsNoReply) {
+    const auto client = LoggedIn(1);
+    ASSERT_EQ(Http("PUT", "/v1/faults", R"({"20982":{"silent":true,"times":2}})").status, 200);
+
+    client->SendRequest(1, kCmdChatEntry);
+    client->SendRequest(2, kCmdChatEntry);
+    const auto reply = client->Request(3, kCmdChatEntry);
+
+    ASSERT_TRUE(reply);
+    EXPECT_EQ(reply->session(), 3u);
+    EXPECT_FALSE(client->Has(Frame::REPLY));
+}
+
+TEST_F(FaultsTest, FaultOfOneCommandLeavesAnotherAlone) {
+    const auto client = LoggedIn(1);
+    ASSERT_EQ(Http("PUT", "/v1/faults", R"({"4711":{"error":7}})").status, 200);
+
+    const auto other = client->Request(1, kCmdChatEntry);
+    const auto faulty = client->Request(2, 4711);
+
+    ASSERT_TRUE(other && faulty);
+    EXPECT_EQ(other->error(), 0);
+    EXPECT_EQ(faulty->error(), 7);
+}
+
+TEST_F(FaultsTest, LastsForEverWithoutTimesAndIsClearedByAnEmptyObject) {
+    const auto client = LoggedIn(1);
+    ASSERT_EQ(Http("PUT", "/v1/faults", R"({"20982":{"error":7}})").status, 200);
+    for (uint64_t session = 1; session <= 3; ++session) {
+        const auto reply = client->Request(session, kCmdChatEntry);
+        ASSERT_TRUE(reply);
+        EXPECT_EQ(reply->error(), 7);
+    }
+
+    ASSERT_EQ(Http("PUT", "/v1/faults", "{}").status, 200);
+
+    const auto reply = client->Request(4, kCmdChatEntry);
+    ASSERT_TRUE(reply);
+    EXPECT_EQ(reply->error(), 0);
+}
+
+struct BadFaultRow {
+    const char* name;
+    const char* text;
+    const char* error;
+};
+
+class BadFaultTest : public testing::TestWithParam<BadFaultRow> {};
+
+TEST_P(BadFaultTest, IsRefusedByKeyAndReason) {
+    devserver::Errors errors;
+
+    EXPECT_FALSE(devserver::FaultsFromText(GetParam().text, errors));
+
+    EXPECT_THAT(errors, testing::ElementsAre(GetParam().error));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, BadFaultTest,
+    testing::Values(
+        BadFaultRow{"NoObject", "[]", "must be an object"},
+        BadFaultRow{"KeyNoNumber", R"({"chat":{"error":1}})", "chat: the key must be a command's number"},
+        BadFaultRow{"KeyWithZeros", R"({"020982":{"error":1}})", "020982: the key must be a command's number"},
+        BadFaultRow{"UnknownKey", R"({"1":{"error":1,"eror":1}})", "1.eror: unknown key"},
+        BadFaultRow{"NoEffect", R"({"1":{"times":3}})",
+                    "1: must hold one of error, delayMs, bodyHex, replyCommand, silent"},
+        BadFaultRow{"DelayTooLong", R"({"1":{"delayMs":600001}})",
+                    "1.delayMs: must be a whole number from 0 to 600000"},
+        BadFaultRow{"OddHex", R"({"1":{"bodyHex":"abc"}})", "1.bodyHex: must be an even number of hex digits"},
+        BadFaultRow{"NoHex", R"({"1":{"bodyHex":"zz"}})", "1.bodyHex: must be an even number of hex digits"},
+        BadFaultRow{"SilentNoBool", R"({"1":{"silent":1}})", "1.silent: must be true or false"},
+        BadFaultRow{"TimesZero", R"({"1":{"error":1,"times":0}})",
+                    "1.times: must be a whole number from 1 to 1000000"}),
+    RowName());
+
+}  // namespace

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+
+/// Names a case of a table after its row.
+struct RowName {
+    template <class Row>
+    std::string operator()(const Row& row) const {
+        return row.param.name;
+    }
+};
