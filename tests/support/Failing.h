@@ -1,0 +1,27 @@
+#pragma once
+
+/// Which calls of a port fail, counted from the moment when the port is told.
+class Failing {
+public:
+    static Failing Never() { return Failing(0, 0); }
+    static Failing Always() { return Failing(1, kForEver); }
+    /// The n-th call alone; the first is 1.
+    static Failing Nth(int n) { return Failing(n, n); }
+    /// The n-th call and all that follow.
+    static Failing From(int n) { return Failing(n, kForEver); }
+
+    /// Counts one call and tells whether it fails.
+    bool Next() {
+        ++m_nCalls;
+        return m_nCalls >= m_nFirst && (m_nLast == kForEver || m_nCalls <= m_nLast);
+    }
+
+private:
+    static constexpr int kForEver = -1;
+
+    Failing(int first, int last) : m_nFirst(first), m_nLast(last) {}
+
+    int m_nFirst;
+    int m_nLast;
+    int m_nCalls = 0;
+};

@@ -1,0 +1,31 @@
+#include "support/ScriptedHost.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+
+#include "framework/Ports.h"
+
+CScriptedHost::CScriptedHost() : poster(time), bus(poster.Unrecorded()), channel(poster.Unrecorded()) {
+    host::Ports ports;
+    ports.log = &log;
+    ports.poster = &poster;
+    ports.bus = &bus;
+    ports.channel = &channel;
+    ports.store = &store;
+    ports.commonConfig = &config;
+    ports.account = &account;
+    ports.environment = &environment;
+    ports.language = &language;
+    ports.clock = &time;
+    ports.random = &random;
+    host::Install(ports);
+}
+
+CScriptedHost::~CScriptedHost() {
+    // What deletes itself later still belongs to the test, and so does what it does when it goes.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    host::Uninstall();
+    channel.CheckAllLookedAt();
+    store.CheckAllLookedAt();
+    log.CheckAllLookedAt();
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "support/ScriptedBus.h"
+#include "support/ScriptedChannel.h"
+#include "support/ScriptedLog.h"
+#include "support/ScriptedPoster.h"
+#include "support/ScriptedQueries.h"
+#include "support/ScriptedStore.h"
+#include "support/VirtualTime.h"
+
+/// The scripted services, joined to the contract from construction to destruction. At its end each effect
+/// that the test did not look at is a failure of its own.
+class CScriptedHost {
+public:
+    CScriptedHost();
+    ~CScriptedHost();
+    CScriptedHost(const CScriptedHost&) = delete;
+    CScriptedHost& operator=(const CScriptedHost&) = delete;
+
+    CVirtualTime time;
+    CScriptedLog log;
+    CScriptedPoster poster;
+    CScriptedBus bus;
+    CScriptedChannel channel;
+    CScriptedStore store;
+    CScriptedConfig config;
+    CScriptedAccount account;
+    CScriptedEnvironment environment;
+    CScriptedLanguage language;
+    CScriptedRandom random;
+};

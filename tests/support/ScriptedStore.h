@@ -1,0 +1,67 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "core/ILocalStore.h"
+#include "support/Failing.h"
+
+/// A save as it was asked for; a refused one too. A number is written in decimal.
+struct StoreSave {
+    ILocalStore::Owner owner;
+    std::string key;
+    std::string value;
+};
+
+bool operator==(const StoreSave& left, const StoreSave& right);
+std::ostream& operator<<(std::ostream& stream, const StoreSave& save);
+
+/// The key-value store in memory. A save that no test looked at (Saves, or reading the value) fails the test.
+class CScriptedStore : public ILocalStore {
+public:
+    const std::vector<StoreSave>& Saves();
+
+    /// What the store holds when the test begins, or what somebody else wrote.
+    void SetAppString(const std::string& key, const std::string& value);
+    void SetUserString(uint64_t user, const std::string& key, const std::string& value);
+    void SetInt64(const std::string& key, int64_t value);
+
+    /// What is stored; empty if nothing is, or a value of the other type.
+    std::optional<std::string> AppString(const std::string& key);
+    std::optional<std::string> UserString(uint64_t user, const std::string& key);
+    std::optional<int64_t> Int64(const std::string& key);
+
+    /// The calls that `which` names give false and do nothing.
+    void RefuseSaves(Failing which);
+    void RefuseReads(Failing which);
+
+    /// Counts as looking, and empties the record. The values stay.
+    void Forget();
+
+    /// Fails the test for each save that nobody looked at.
+    void CheckAllLookedAt();
+
+    bool ReadString(Owner owner, const std::string& key, std::string& value) override;
+    bool SaveString(Owner owner, const std::string& key, const std::string& value) override;
+    bool ReadInt64(const std::string& key, int64_t& value) override;
+    bool SaveInt64(const std::string& key, int64_t value) override;
+
+private:
+    using Key = std::pair<Owner, std::string>;
+    using Value = std::variant<std::string, int64_t>;
+
+    template <class Type>
+    std::optional<Type> Stored(const Key& key) const;
+    bool Save(const Key& key, Value value, const std::string& text);
+    void LookAt(const Key& key);
+
+    std::map<Key, Value> m_values;
+    std::vector<StoreSave> m_saves;
+    std::vector<bool> m_lookedAt;  // beside m_saves
+    Failing m_refusedSaves = Failing::Never();
+    Failing m_refusedReads = Failing::Never();
+};

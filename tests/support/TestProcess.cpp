@@ -1,0 +1,102 @@
+#include "support/TestProcess.h"
+
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QHashFunctions>
+#include <QWidget>
+#include <clocale>
+#include <ctime>
+#include <iostream>
+
+#include "support/VirtualAnimationDriver.h"
+#include "support/VirtualEventDispatcher.h"
+
+#if defined(__SANITIZE_ADDRESS__)
+#define ZR_LEAK_CHECK 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define ZR_LEAK_CHECK 1
+#endif
+#endif
+
+#ifdef ZR_LEAK_CHECK
+#include <sanitizer/lsan_interface.h>
+
+// What the toolkit's platform plug-in and the font library keep for the length of the process.
+extern "C" __attribute__((visibility("default"))) const char* __lsan_default_suppressions() {
+    return "leak:libqoffscreen.so\nleak:libfontconfig.so\n";
+}
+#endif
+
+namespace {
+
+void FixEnvironment() {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_HASH_SEED", "0");
+    qputenv("TZ", "UTC");
+    qputenv("LC_ALL", "C.UTF-8");
+    qSetGlobalQHashSeed(0);
+    tzset();
+    setlocale(LC_ALL, "");
+}
+
+// While the application lives: what singletons hold is still reachable, and so no leak.
+bool HasLeaks() {
+#ifdef ZR_LEAK_CHECK
+    return __lsan_do_recoverable_leak_check() != 0;
+#else
+    return false;
+#endif
+}
+
+void DrainDeletes() {
+    for (int round = 0; round < 10; ++round) {
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}
+
+bool HasWidgets() {
+    const QWidgetList widgets = QApplication::allWidgets();
+    for (const QWidget* widget : widgets) {
+        std::cerr << "A widget is left behind: " << widget->metaObject()->className() << " \""
+                  << widget->objectName().toStdString() << "\"\n";
+    }
+    return !widgets.isEmpty();
+}
+
+}  // namespace
+
+int test_process::RunInVirtualTime(int argc, char** argv) {
+    FixEnvironment();
+    ::testing::InitGoogleMock(&argc, argv);
+    QCoreApplication::setEventDispatcher(new CVirtualEventDispatcher);  // the application takes it over
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    CVirtualAnimationDriver animations;
+    animations.install();
+
+    int result = RUN_ALL_TESTS();
+    DrainDeletes();
+    if (HasWidgets()) {
+        result = 1;
+    }
+    if (HasLeaks()) {
+        result = 1;
+    }
+    return result;
+}
+
+int test_process::RunInRealTime(int argc, char** argv) {
+    FixEnvironment();
+    ::testing::InitGoogleMock(&argc, argv);
+    QCoreApplication application(argc, argv);
+    int result = RUN_ALL_TESTS();
+    DrainDeletes();
+    if (HasLeaks()) {
+        result = 1;
+    }
+    return result;
+}

@@ -1,0 +1,13 @@
+#pragma once
+
+/// What every test process has in common: the environment that results depend on is fixed before anything
+/// else, and at the end nothing of ours is left behind.
+namespace test_process {
+
+/// Runs the tests in virtual time, on the offscreen platform. Widgets that are left fail the run.
+int RunInVirtualTime(int argc, char** argv);
+
+/// Runs the tests with an ordinary event loop and without windows.
+int RunInRealTime(int argc, char** argv);
+
+}  // namespace test_process
