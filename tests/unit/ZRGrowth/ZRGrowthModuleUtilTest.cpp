@@ -50,7 +50,7 @@ TEST_F(GrowthModuleUtilTest, AIChatOperationsGoToTheManagerWhichComesIntoBeing) 
 
     service.SetAIChatDevelopEnableType(1);
     EXPECT_TRUE(service.IsAIChatEnable(ZRAIChatEntryScene(3)));
-    EXPECT_THAT(bus.Sent(), ElementsAre(Message(20300)));
+    EXPECT_THAT(bus.Sent(), ElementsAre(::Message(20300)));
 }
 
 }  // namespace

@@ -26,7 +26,7 @@ INSTANTIATE_TEST_SUITE_P(Texts, JsonTextRefusalTest,
                                 Refused{"TrailingComma", "[1,]"}, Refused{"TooDeep", std::string(100, '[')},
                                 Refused{"DeepAndWhole", std::string(65, '[') + std::string(65, ']')},
                                 Refused{"PastTheLibrarysOwnDepth", std::string(5000, '[')}),
-                         [](const auto& info) { return info.param.name; });
+                         [](const auto& row) { return row.param.name; });
 
 TEST(JsonTextTest, AnyJsonValueIsTaken) {
     std::string error;

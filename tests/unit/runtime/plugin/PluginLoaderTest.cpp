@@ -25,7 +25,8 @@ protected:
         file.write(content);
         file.close();
         QString error;
-        EXPECT_EQ(host::ReadModuleManifest(file.fileName(), modules, error), error.isEmpty());
+        const bool read = host::ReadModuleManifest(file.fileName(), modules, error);
+        EXPECT_EQ(read, error.isEmpty());
         return error.remove(folder.path() + QStringLiteral("/")).toStdString();
     }
 

@@ -48,7 +48,7 @@ INSTANTIATE_TEST_SUITE_P(
            Refused{"BareClock", EncodeFrame(Frame(channel::Frame::CLOCK)), "a clock without a time"},
            Refused{"BareLoginAnswer", EncodeFrame(Frame(channel::Frame::LOGIN_ANSWER)),
                    "a login answer without its content"}),
-    [](const auto& info) { return info.param.name; });
+    [](const auto& row) { return row.param.name; });
 
 TEST(FrameCodecTest, AReplyComesThroughWhole) {
     channel::Frame reply = Frame(channel::Frame::REPLY);

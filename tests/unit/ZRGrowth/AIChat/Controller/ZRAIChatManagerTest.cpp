@@ -135,7 +135,7 @@ TEST_F(AIChatManagerTest, ARawBodyIsLoggedToItsLastByteAlsoBehindAZeroByte) {
 TEST_F(AIChatManagerTest, OpenScenesAreKeptInTheServersOrderDuplicatesIncluded) {
     ServerAnswers(Answer({{7, true}, {2, false}, {5, true}, {7, true}}));
 
-    EXPECT_EQ(store.AppString(kKey), "[ 7, 5, 7 ]\n");
+    EXPECT_EQ(store.AppString(kKey), "[\n\t7,\n\t5,\n\t7\n]\n");
     EXPECT_TRUE(manager.IsAIChatEnable(Scene(7)));
     EXPECT_TRUE(manager.IsAIChatEnable(Scene(5)));
     EXPECT_FALSE(manager.IsAIChatEnable(Scene(2)));
@@ -181,7 +181,7 @@ TEST_F(AIChatManagerTest, AnEmptyEntryListClearsTheScenesTellsAndStoresAnEmptyAr
     ServerAnswers(Answer({}));
 
     EXPECT_FALSE(manager.IsAIChatEnable(Scene(3)));
-    EXPECT_THAT(bus.Sent(), ElementsAre(Message(20300)));
+    EXPECT_THAT(bus.Sent(), ElementsAre(::Message(20300)));
     EXPECT_EQ(store.AppString(kKey), "[]\n");
 }
 
@@ -191,7 +191,7 @@ TEST_F(AIChatManagerTest, AnAnswerWithoutDataIsAnEmptyOne) {
     ServerAnswers(chat::GetChatEntryRsp());
 
     EXPECT_FALSE(manager.IsAIChatEnable(Scene(3)));
-    EXPECT_THAT(bus.Sent(), ElementsAre(Message(20300)));
+    EXPECT_THAT(bus.Sent(), ElementsAre(::Message(20300)));
     EXPECT_EQ(store.AppString(kKey), "[]\n");
 }
 
@@ -205,7 +205,7 @@ TEST_F(AIChatManagerTest, ASceneThatIsNotAllOpenIsClosedWhateverItsStockDetailsS
     ServerAnswers(answer);
 
     EXPECT_FALSE(manager.IsAIChatEnable(Scene(3)));
-    EXPECT_THAT(bus.Sent(), ElementsAre(Message(20300)));
+    EXPECT_THAT(bus.Sent(), ElementsAre(::Message(20300)));
     EXPECT_EQ(store.AppString(kKey), "[]\n");
 }
 
@@ -234,8 +234,8 @@ TEST_F(AIChatManagerTest, ARefusedSaveIsLoggedWithTheTextAndTheListStays) {
 
     ServerAnswers(Answer({{9, true}}));
 
-    EXPECT_THAT(log.Lines(), Contains(Info("[AIChat] Update cache failed, aiChatEnableDataStr = [ 9 ]\n")));
-    EXPECT_THAT(bus.Sent(), ElementsAre(Message(20300)));
+    EXPECT_THAT(log.Lines(), Contains(Info("[AIChat] Update cache failed, aiChatEnableDataStr = [\n\t9\n]\n")));
+    EXPECT_THAT(bus.Sent(), ElementsAre(::Message(20300)));
     EXPECT_TRUE(manager.IsAIChatEnable(Scene(9)));
     store.Forget();
 }
@@ -246,7 +246,7 @@ TEST_F(AIChatManagerTest, TheListIsStoredUnderTheUserOfTheMomentOfTheAnswer) {
 
     channel.Reply(channel.LastSession(), 20982, Answer({{9, true}}));
 
-    EXPECT_EQ(store.AppString("ZRBaseAIChatEnableCacheDataKey_18446744073709551615"), "[ 9 ]\n");
+    EXPECT_EQ(store.AppString("ZRBaseAIChatEnableCacheDataKey_18446744073709551615"), "[\n\t9\n]\n");
 }
 
 TEST_F(AIChatManagerTest, AnAnswerAfterTheManagerIsGoneIsDropped) {
@@ -279,7 +279,7 @@ TEST_F(AIChatManagerTest, BeforeAnythingWasReadEveryScenesIsClosed) {
 TEST_F(AIChatManagerTest, ASceneBeyondTheSignedRangeIsStoredAndNeverMatches) {
     ServerAnswers(Answer({{4294967295u, true}, {2147483647u, true}}));
 
-    EXPECT_EQ(store.AppString(kKey), "[ 4294967295, 2147483647 ]\n");
+    EXPECT_EQ(store.AppString(kKey), "[\n\t4294967295,\n\t2147483647\n]\n");
     EXPECT_FALSE(manager.IsAIChatEnable(Scene(-1)));
     EXPECT_TRUE(manager.IsAIChatEnable(Scene(std::numeric_limits<int>::max())));
 }
@@ -318,7 +318,7 @@ TEST_F(AIChatManagerTest, EverySettingOfTheOverrideIsToldAlsoTheSameAgainAndNone
     manager.SetAIChatDevelopEnableType(1);
     manager.SetAIChatDevelopEnableType(1);
 
-    EXPECT_THAT(bus.Sent(), ElementsAre(Message(20300), Message(20300)));
+    EXPECT_THAT(bus.Sent(), ElementsAre(::Message(20300), ::Message(20300)));
     EXPECT_THAT(store.Saves(), IsEmpty());
 }
 
