@@ -87,6 +87,14 @@ void CScriptedChannel::BeOffline() {
     FailSends(Failing::Always());
 }
 
+// What a callback sends meanwhile has a later session, and its own fate.
+void CScriptedChannel::FailOutstanding() {
+    for (const unsigned long last = m_nLastSession; !m_outstanding.empty() && m_outstanding.begin()->first <= last;) {
+        const auto& [session, request] = *m_outstanding.begin();
+        Complete(session, kCSProtoDisconnected, CSProtoData{request.cmd, std::string()});
+    }
+}
+
 void CScriptedChannel::FailSends(Failing which, CSProtoError error) {
     m_failing = which;
     m_enFailure = error;

@@ -66,6 +66,9 @@ public:
     /// From now on each command fails later with kCSProtoDisconnected.
     void BeOffline();
 
+    /// The connection is lost: what waits for an answer fails with kCSProtoDisconnected before this returns.
+    void FailOutstanding();
+
     /// The commands that `which` names fail later with `error`.
     void FailSends(Failing which, CSProtoError error = kCSProtoDisconnected);
 

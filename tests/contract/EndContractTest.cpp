@@ -1,0 +1,98 @@
+#include <thread>
+
+#include "HostSet.h"
+#include "core/IZRChannelProxy.h"
+#include "core/attr_market.h"
+#include "core/config_common.h"
+#include "core/config_local.h"
+#include "core/environment.h"
+#include "core/lang.h"
+#include "core/langx.h"
+#include "core/login_status_data.h"
+#include "core/message_dispatch.h"
+#include "core/post.h"
+#include "core/random.h"
+#include "core/time_date.h"
+#include "framework/Ports.h"
+#include "framework/assertion.h"
+#include "framework/log.h"
+
+namespace {
+
+class EndContractTest : public HostContractTest {
+protected:
+    EndContractTest() {
+        m_set->SetUser(7);
+        core::config_local::UserCfgSaveString("key", "stored");
+        host::Uninstall();
+    }
+
+    QObject context;
+};
+
+}  // namespace
+
+TEST_F(EndContractTest, QueriesGiveTheirEmptyValues) {
+    EXPECT_EQ(core::login_status_data::Login_GetUserID(), 0u);
+    EXPECT_EQ(core::login_status_data::GetSessionId(), 0u);
+    EXPECT_TRUE(core::attr_market::GetCurrentUserAttrMarket().empty());
+    EXPECT_TRUE(core::config_common::GetJsonConfigByName("name").isNull());
+    EXPECT_TRUE(core::environment::IsReleaseAppVersion());
+    EXPECT_FALSE(core::environment::IsVelora());
+    EXPECT_EQ(core::environment::GetDeviceId(), "");
+    EXPECT_EQ(core::lang::GetLanguageID(), int(core::lang::kLanguageEnglish));
+    EXPECT_EQ(core::langx::tr(1, "fallback"), QStringLiteral("fallback"));
+    EXPECT_EQ(core::time_date::GetSvrTimeMillis(), 0);
+    EXPECT_EQ(core::time_date::GetSvrTimeStamp(), 0);
+    EXPECT_EQ(core::random::GetRandUInt32(), 0u);
+}
+
+TEST_F(EndContractTest, TheStoreGivesAndTakesNothing) {
+    std::string text = "before";
+    long number = 42;
+
+    EXPECT_FALSE(core::config_local::UserCfgReadString("key", text));
+    EXPECT_FALSE(core::config_local::AppCfgSaveString("key", "value"));
+    EXPECT_FALSE(core::config_local::AppCfgReadInt64("key", number));
+
+    EXPECT_EQ(text, "before");
+    EXPECT_EQ(number, 42);
+}
+
+TEST_F(EndContractTest, TheChannelSendsNothingAndCallsNobody) {
+    bool called = false;
+    const auto callback = [&](auto, auto, const auto&, auto) { called = true; };
+
+    IZRChannelProxy::BindCallback(kCSChannelMain, 5, callback, &context);
+    EXPECT_EQ(IZRChannelProxy::SendCommand(kCSChannelMain, CSProtoData{5, ""}, nullptr, callback, &context), 0u);
+    IZRChannelProxy::UnbindCallback(&context);
+
+    m_set->Push(5, "");
+    EXPECT_FALSE(called);
+}
+
+TEST_F(EndContractTest, TheBusDeliversNothing) {
+    bool called = false;
+    const core::__CMessageDispatch bus("test");
+
+    bus.Bind(
+        5, [&](auto, auto, const auto&) { called = true; }, &context);
+    bus.Send(5, nullptr, true);
+    bus.UnBind(&context);
+
+    EXPECT_FALSE(called);
+}
+
+TEST_F(EndContractTest, LogLinesAndAssertionsAndPostsAreDroppedFromAnyThread) {
+    const auto calls = [this] {
+        FrameWork::_WriteLogRaw(nullptr, 0, nullptr, kZRLogError, nullptr, QStringLiteral("late"), -128);
+        FrameWork::_FW_OnAssertFailed(FrameWork::kAssetDefensive, "", "", "", 0, "late");
+        core::post::ToMain(
+            &context, [] { ADD_FAILURE() << "a task ran"; }, nullptr);
+    };
+
+    calls();
+    std::thread(calls).join();
+
+    m_set->Push(5, "");
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+/// A request as the server received it.
+struct ServerRequest {
+    unsigned long session = 0;
+    uint32_t cmd = 0;
+    std::string body;
+};
+
+/// A set of services, joined to the contract while it lives, with the ends that the contract does not show.
+class IHostSet {
+public:
+    virtual ~IHostSet() = default;
+
+    /// Runs the event loop until `condition` holds; delays pass as the set's clock has it. False after a bound.
+    virtual bool WaitUntil(const std::function<bool()>& condition) = 0;
+
+    /// The next request, in order of arrival; empty if none comes.
+    virtual std::optional<ServerRequest> WaitForRequest() = 0;
+    virtual void Reply(unsigned long session, uint32_t cmd, const std::string& body, int error = 0) = 0;
+    virtual void Push(uint32_t cmd, const std::string& body) = 0;
+
+    /// Cuts the connection; what is sent until Connect finds none.
+    virtual void DropConnection() = 0;
+    virtual void Connect() = 0;
+
+    /// 0 is nobody.
+    virtual void SetUser(uint64_t userId) = 0;
+
+    /// As a new start of the client finds it, where the set keeps values beyond the process.
+    virtual void ReopenStore() = 0;
+};
+
+/// The set that this executable is about.
+std::unique_ptr<IHostSet> MakeHostSet();
+
+/// The cases are the same on all sets: they look at the contract alone.
+class HostContractTest : public ::testing::Test {
+protected:
+    bool WaitUntil(const std::function<bool()>& condition) { return m_set->WaitUntil(condition); }
+
+    /// Runs what was posted before the call, in whatever way, and what that posts.
+    void RunPosted();
+
+    std::unique_ptr<IHostSet> m_set = MakeHostSet();
+};

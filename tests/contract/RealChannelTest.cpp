@@ -1,0 +1,99 @@
+#include <gmock/gmock.h>
+
+#include "HostSet.h"
+#include "channel/WebSocketChannel.h"
+#include "core/MainThreadPoster.h"
+#include "core/Random.h"
+#include "support/EnvelopeServer.h"
+
+using ::testing::ElementsAre;
+using namespace std::chrono_literals;
+
+namespace {
+
+/// What only a channel with a network under it can show.
+class RealChannelTest : public HostContractTest {
+protected:
+    RealChannelTest() { EXPECT_TRUE(server.Listen()); }
+
+    void Open(CWebSocketChannel& client) {
+        client.Open(server.Url(), QByteArray("token"));
+        EXPECT_TRUE(WaitUntil([&] { return client.IsConnected(); }));
+    }
+
+    bool WaitForFrames(size_t count) {
+        return WaitUntil([&] { return server.Frames().size() >= count; });
+    }
+
+    void Reply(size_t arrival, const std::string& body) {
+        channel::Frame frame = server.Frames().at(arrival).frame;
+        frame.set_kind(channel::Frame::REPLY);
+        frame.set_body(body);
+        server.Send(server.Frames().at(arrival).client, frame);
+    }
+
+    CSCallback Note() {
+        return [this](auto, CSProtoError error, const CSProtoData& data, auto) {
+            notes.push_back(error == kCSProtoOk ? data.m_strData : std::to_string(int(error)));
+        };
+    }
+
+    CEnvelopeServer server;
+    CMainThreadPoster poster;
+    CRandom random;
+    QObject context;
+    std::vector<std::string> notes;
+};
+
+}  // namespace
+
+TEST_F(RealChannelTest, TwoClientsOfOneServerGetTheirOwnAnswers) {
+    CWebSocketChannel first(poster, random);
+    CWebSocketChannel second(poster, random);
+    Open(first);
+    Open(second);
+    EXPECT_EQ(first.SendCommand(CSProtoData{10, ""}, Note(), &context), 1u);
+    ASSERT_TRUE(WaitForFrames(1));
+    EXPECT_EQ(second.SendCommand(CSProtoData{10, ""}, Note(), &context), 1u);
+    ASSERT_TRUE(WaitForFrames(2));
+
+    Reply(1, "to the second");
+    ASSERT_TRUE(WaitUntil([&] { return notes.size() == 1; }));
+    Reply(0, "to the first");
+    ASSERT_TRUE(WaitUntil([&] { return notes.size() == 2; }));
+
+    EXPECT_THAT(notes, ElementsAre("to the second", "to the first"));
+}
+
+TEST_F(RealChannelTest, ARequestWithoutAnAnswerFailsAtItsTimeLimit) {
+    ChannelOptions options;
+    options.requestLimit = 30ms;
+    CWebSocketChannel client(poster, random, options);
+    Open(client);
+
+    client.SendCommand(CSProtoData{10, ""}, Note(), &context);
+    ASSERT_TRUE(WaitUntil([&] { return !notes.empty(); }));
+    ASSERT_TRUE(WaitForFrames(1));
+    Reply(0, "too late");
+    client.SendCommand(CSProtoData{11, ""}, Note(), &context);
+    ASSERT_TRUE(WaitForFrames(2));
+    Reply(1, "in time");
+    ASSERT_TRUE(WaitUntil([&] { return notes.size() == 2; }));
+
+    EXPECT_THAT(notes, ElementsAre(std::to_string(int(kCSProtoTimedOut)), "in time"));
+}
+
+TEST_F(RealChannelTest, BytesThatAreNoFrameAreDroppedAndTheConnectionStays) {
+    CWebSocketChannel client(poster, random);
+    Open(client);
+    client.SendCommand(CSProtoData{10, ""}, Note(), &context);
+    ASSERT_TRUE(WaitForFrames(1));
+
+    server.SendBytes(0, QByteArray("\xff\xff garbage"));
+    server.SendBytes(0, QByteArray());
+    Reply(0, "answer");
+
+    ASSERT_TRUE(WaitUntil([&] { return !notes.empty(); }));
+    EXPECT_THAT(notes, ElementsAre("answer"));
+    EXPECT_EQ(server.ConnectionCount(), 1);
+}

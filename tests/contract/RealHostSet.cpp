@@ -1,0 +1,196 @@
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QEventLoop>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include "HostSet.h"
+#include "channel/WebSocketChannel.h"
+#include "core/CommonConfig.h"
+#include "core/Environment.h"
+#include "core/Language.h"
+#include "core/LoginSession.h"
+#include "core/MainThreadPoster.h"
+#include "core/MessageBus.h"
+#include "core/Random.h"
+#include "core/ServerClock.h"
+#include "core/lang.h"
+#include "framework/Ports.h"
+#include "store/SqliteStore.h"
+#include "support/EnvelopeServer.h"
+#include "support/ScriptedLog.h"
+
+namespace {
+
+constexpr int kBoundMs = 20'000;
+
+ChannelOptions QuickRetries() {
+    ChannelOptions options;
+    options.firstRetry = std::chrono::milliseconds(10);
+    options.lastRetry = std::chrono::milliseconds(40);
+    return options;
+}
+
+class CRealHostSet : public IHostSet {
+public:
+    CRealHostSet()
+        : m_bus(m_poster),
+          m_environmentStore(StorePath()),
+          m_store(Store()),
+          m_environment(m_environmentStore, {true, false}),
+          m_language(core::lang::kLanguageEnglish),
+          m_commonConfig(m_environmentStore),
+          m_channel(m_poster, m_random, QuickRetries()),
+          m_session(m_channel) {
+        QObject::connect(&m_channel, &CWebSocketChannel::HostFrameReceived, &m_session,
+                         [this](const channel::Frame& frame) { m_session.Receive(frame.login_answer()); });
+        Install();
+        Connect();
+    }
+
+    ~CRealHostSet() override {
+        m_session.Logout();
+        m_channel.Close();
+        host::Uninstall();
+        m_log.Forget();
+    }
+
+    bool WaitUntil(const std::function<bool()>& condition) override {
+        const QDeadlineTimer bound(kBoundMs);
+        QTimer glance;  // wakes the loop for what changes without an event
+        glance.start(5);
+        while (!condition()) {
+            if (bound.hasExpired()) {
+                return false;
+            }
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        }
+        return true;
+    }
+
+    std::optional<ServerRequest> WaitForRequest() override {
+        const CEnvelopeServer::Arrival* arrival = WaitForFrame(channel::Frame::REQUEST);
+        if (!arrival) {
+            return std::nullopt;
+        }
+        m_nClient = arrival->client;
+        return ServerRequest{arrival->frame.session(), arrival->frame.command(), arrival->frame.body()};
+    }
+
+    void Reply(unsigned long session, uint32_t cmd, const std::string& body, int error) override {
+        channel::Frame frame;
+        frame.set_kind(channel::Frame::REPLY);
+        frame.set_session(session);
+        frame.set_command(cmd);
+        frame.set_error(error);
+        frame.set_body(body);
+        m_server.Send(m_nClient, frame);
+    }
+
+    void Push(uint32_t cmd, const std::string& body) override {
+        channel::Frame frame;
+        frame.set_kind(channel::Frame::PUSH);
+        frame.set_command(cmd);
+        frame.set_body(body);
+        m_server.SendToAll(frame);
+    }
+
+    void DropConnection() override {
+        m_server.Close();
+        EXPECT_TRUE(WaitUntil([this] { return !m_channel.IsConnected(); }));
+    }
+
+    void Connect() override {
+        ASSERT_TRUE(m_server.Listen());
+        if (m_bOpen) {
+            ASSERT_TRUE(WaitUntil([this] { return m_channel.IsConnected(); }));
+        } else {
+            m_bOpen = true;
+            m_channel.Open(m_server.Url(), QByteArray("token"));
+        }
+        ASSERT_TRUE(WaitUntil([this] { return m_channel.IsConnected() && m_server.ConnectionCount() == 1; }));
+    }
+
+    void SetUser(uint64_t userId) override {
+        if (userId == 0) {
+            m_session.Logout();
+            return;
+        }
+        m_session.Login(userId, "device", core::lang::kLanguageEnglish);
+        const CEnvelopeServer::Arrival* login = WaitForFrame(channel::Frame::LOGIN);
+        ASSERT_TRUE(login);
+        channel::Frame answer;
+        answer.set_kind(channel::Frame::LOGIN_ANSWER);
+        answer.mutable_login_answer()->set_accepted(true);
+        answer.mutable_login_answer()->set_user_id(userId);
+        answer.mutable_login_answer()->set_session_id(1);
+        m_server.Send(login->client, answer);
+        ASSERT_TRUE(WaitUntil([&] { return m_session.UserId() == userId; }));
+    }
+
+    void ReopenStore() override {
+        m_store = Store();
+        Install();
+    }
+
+private:
+    QString StorePath() const { return m_folder.filePath(QStringLiteral("host.sqlite")); }
+
+    std::unique_ptr<CSqliteStore> Store() const {
+        return std::make_unique<CSqliteStore>(m_folder.filePath(QStringLiteral("store.sqlite")));
+    }
+
+    void Install() {
+        host::Ports ports;
+        ports.log = &m_log;
+        ports.poster = &m_poster;
+        ports.bus = &m_bus;
+        ports.channel = &m_channel;
+        ports.store = m_store.get();
+        ports.commonConfig = &m_commonConfig;
+        ports.account = &m_session;
+        ports.environment = &m_environment;
+        ports.language = &m_language;
+        ports.clock = &m_clock;
+        ports.random = &m_random;
+        host::Install(ports);
+    }
+
+    const CEnvelopeServer::Arrival* WaitForFrame(channel::Frame::Kind kind) {
+        const CEnvelopeServer::Arrival* found = nullptr;
+        WaitUntil([&] {
+            for (; !found && m_nTaken < m_server.Frames().size(); ++m_nTaken) {
+                if (m_server.Frames()[m_nTaken].frame.kind() == kind) {
+                    found = &m_server.Frames()[m_nTaken];
+                }
+            }
+            return found != nullptr;
+        });
+        return found;
+    }
+
+    QTemporaryDir m_folder;
+    CEnvelopeServer m_server;
+    CScriptedLog m_log;
+    CMainThreadPoster m_poster;
+    CMessageBus m_bus;
+    CServerClock m_clock;
+    CRandom m_random;
+    CSqliteStore m_environmentStore;
+    std::unique_ptr<CSqliteStore> m_store;
+    CEnvironment m_environment;
+    CLanguage m_language;
+    CCommonConfig m_commonConfig;
+    CWebSocketChannel m_channel;
+    CLoginSession m_session;
+    size_t m_nTaken = 0;
+    int m_nClient = 0;
+    bool m_bOpen = false;
+};
+
+}  // namespace
+
+std::unique_ptr<IHostSet> MakeHostSet() {
+    return std::make_unique<CRealHostSet>();
+}

@@ -1,0 +1,64 @@
+#include "HostSet.h"
+#include "support/ScriptedHost.h"
+#include "support/VirtualEventDispatcher.h"
+
+namespace {
+
+class CScriptedHostSet : public IHostSet {
+public:
+    // The cases look at effects by themselves.
+    ~CScriptedHostSet() override {
+        m_host.channel.Forget();
+        m_host.store.Forget();
+        m_host.log.Forget();
+    }
+
+    bool WaitUntil(const std::function<bool()>& condition) override {
+        while (!m_host.time.WaitUntil(condition, std::chrono::milliseconds(0))) {
+            const auto due = CVirtualEventDispatcher::Instance()->NextDue();
+            if (!due) {
+                // Only another thread can bring it about.
+                return m_host.time.WaitUntil(condition);
+            }
+            m_host.time.Advance(std::chrono::milliseconds(*due - CVirtualEventDispatcher::Instance()->Now()));
+        }
+        return true;
+    }
+
+    std::optional<ServerRequest> WaitForRequest() override {
+        const auto& sent = m_host.channel.Sent();
+        if (m_nTaken == sent.size()) {
+            return std::nullopt;
+        }
+        const SentCommand& command = sent[m_nTaken++];
+        return ServerRequest{command.session, command.cmd, command.body};
+    }
+
+    void Reply(unsigned long session, uint32_t cmd, const std::string& body, int error) override {
+        m_host.channel.ReplyWith(session, CSProtoError(error), CSProtoData{cmd, body});
+    }
+
+    void Push(uint32_t cmd, const std::string& body) override { m_host.channel.Push(cmd, body); }
+
+    void DropConnection() override {
+        m_host.channel.BeOffline();
+        m_host.channel.FailOutstanding();
+    }
+
+    void Connect() override { m_host.channel.FailSends(Failing::Never()); }
+
+    void SetUser(uint64_t userId) override { m_host.account.Set(userId); }
+
+    // Values in memory live as long as the set.
+    void ReopenStore() override {}
+
+private:
+    CScriptedHost m_host;
+    size_t m_nTaken = 0;
+};
+
+}  // namespace
+
+std::unique_ptr<IHostSet> MakeHostSet() {
+    return std::make_unique<CScriptedHostSet>();
+}

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QObject>
+#include <QUrl>
+#include <QWebSocketServer>
+#include <vector>
+
+#include "channel.pb.h"
+
+class QWebSocket;
+
+/// A server of the command channel that says what the test says and nothing else. Lives on the test's own
+/// event loop. A client is known by its number: 0 is the first that ever connected.
+class CEnvelopeServer : public QObject {
+public:
+    struct Arrival {
+        int client = 0;
+        channel::Frame frame;
+    };
+
+    CEnvelopeServer();
+    ~CEnvelopeServer() override;
+
+    /// Listens on the loopback address; after a Close on the same port again. False if the port is taken.
+    bool Listen();
+
+    /// Stops listening and cuts all connections.
+    void Close();
+
+    QUrl Url() const;
+
+    /// Connections that stand.
+    int ConnectionCount() const;
+
+    /// All frames so far, in order of arrival. Bytes that are no frame fail the test.
+    const std::vector<Arrival>& Frames() const { return m_arrivals; }
+
+    /// To a client that is gone nothing is sent.
+    void Send(int client, const channel::Frame& frame);
+    void SendBytes(int client, const QByteArray& bytes);
+    void SendToAll(const channel::Frame& frame);
+
+private:
+    void OnConnection();
+    void OnBytes(int client, const QByteArray& bytes);
+
+    QWebSocketServer m_server;
+    quint16 m_nPort = 0;
+    std::vector<QWebSocket*> m_clients;  // null once gone
+    std::vector<Arrival> m_arrivals;
+};
