@@ -58,6 +58,12 @@ void CEnvelopeServer::SendBytes(int client, const QByteArray& bytes) {
     }
 }
 
+void CEnvelopeServer::SendText(int client, const QString& text) {
+    if (QWebSocket* socket = m_clients.at(size_t(client))) {
+        socket->sendTextMessage(text);
+    }
+}
+
 void CEnvelopeServer::SendToAll(const channel::Frame& frame) {
     for (size_t client = 0; client < m_clients.size(); ++client) {
         Send(int(client), frame);
@@ -72,6 +78,7 @@ void CEnvelopeServer::OnConnection() {
     connect(socket, &QWebSocket::binaryMessageReceived, this,
             [this, client](const QByteArray& bytes) { OnBytes(int(client), bytes); });
     connect(socket, &QWebSocket::disconnected, this, [this, client] {
+        m_closeCodes.push_back(m_clients[client]->closeCode());
         m_clients[client]->deleteLater();
         m_clients[client] = nullptr;
     });

@@ -38,7 +38,11 @@ public:
     /// To a client that is gone nothing is sent.
     void Send(int client, const channel::Frame& frame);
     void SendBytes(int client, const QByteArray& bytes);
+    void SendText(int client, const QString& text);
     void SendToAll(const channel::Frame& frame);
+
+    /// The codes with which clients ended their connections, in order.
+    const std::vector<int>& CloseCodes() const { return m_closeCodes; }
 
 private:
     void OnConnection();
@@ -48,4 +52,5 @@ private:
     quint16 m_nPort = 0;
     std::vector<QWebSocket*> m_clients;  // null once gone
     std::vector<Arrival> m_arrivals;
+    std::vector<int> m_closeCodes;
 };

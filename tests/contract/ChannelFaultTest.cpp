@@ -1,0 +1,269 @@
+// What a server may do wrong, and what the client's channel makes of it.
+#include <QCryptographicHash>
+#include <QTcpServer>
+#include <QTcpSocket>
+
+#include "RealLineTest.h"
+
+using namespace ::testing;
+using namespace std::chrono_literals;
+
+namespace {
+
+class ChannelFaultTest : public RealLineTest {
+protected:
+    ChannelFaultTest() { NoteLosses(client); }
+
+    /// A push that the client gets: what was sent before it was taken, and the connection stands.
+    void ExpectTheConnectionStands() {
+        client.BindCallback(
+            1, [this](auto, auto, auto, auto) { notes.emplace_back("pushed"); }, &context);
+        server.SendToAll(Push(1));
+        EXPECT_TRUE(WaitUntil([this] { return !notes.empty(); }));
+        EXPECT_THAT(notes, ElementsAre("pushed"));
+        EXPECT_THAT(waits, IsEmpty());
+    }
+
+    CWebSocketChannel client{poster, random, Quick()};
+};
+
+TEST_F(ChannelFaultTest, AFrameOfAnUnknownKindIsLoggedAndDroppedAndTheConnectionKept) {
+    Open(client);
+
+    server.SendBytes(0, QByteArray("\x08\x63"));
+
+    ExpectTheConnectionStands();
+    EXPECT_THAT(log.Lines(), Contains(Error("Frame dropped: an unknown kind, 2 bytes")));
+}
+
+TEST_F(ChannelFaultTest, BytesThatAreNoEnvelopeAreLoggedAndDroppedAndTheConnectionKept) {
+    Open(client);
+
+    server.SendBytes(0, QByteArray("\xFF\xFF"));
+
+    ExpectTheConnectionStands();
+    EXPECT_THAT(log.Lines(), Contains(Error("Frame dropped: no envelope, 2 bytes")));
+}
+
+TEST_F(ChannelFaultTest, AKindThatOnlyClientsSendIsLoggedAndDropped) {
+    Open(client);
+
+    server.Send(0, FrameOf(channel::Frame::LOGIN));
+
+    ExpectTheConnectionStands();
+    EXPECT_THAT(log.Lines(), Contains(Error(StartsWith("Frame dropped: a kind that only clients send"))));
+}
+
+TEST_F(ChannelFaultTest, ATextFrameIsLoggedAndDropped) {
+    Open(client);
+
+    server.SendText(0, QStringLiteral("hello"));
+
+    ExpectTheConnectionStands();
+    EXPECT_THAT(log.Lines(), Contains(Error("Frame dropped: a text frame")));
+}
+
+TEST_F(ChannelFaultTest, AReplyForASessionThatWaitsForNoneIsLoggedAndDropped) {
+    Open(client);
+    channel::Frame reply = FrameOf(channel::Frame::REPLY);
+    reply.set_session(77);
+    reply.set_command(20982);
+
+    server.Send(0, reply);
+
+    ExpectTheConnectionStands();
+    EXPECT_THAT(log.Lines(), Contains(Error("Frame dropped: a reply for session 77, which waits for none")));
+}
+
+TEST_F(ChannelFaultTest, ASecondReplyOfASessionIsDropped) {
+    Open(client);
+    client.SendCommand(CSProtoData{10, ""}, Note(), &context);
+    ASSERT_TRUE(WaitUntil([this] { return server.Frames().size() == 1; }));
+    channel::Frame reply = FrameOf(channel::Frame::REPLY);
+    reply.set_session(1);
+    reply.set_command(10);
+    reply.set_body("answer");
+
+    server.Send(0, reply);
+    server.Send(0, reply);
+
+    EXPECT_TRUE(WaitUntil([this] { return Logged("a reply for session 1, which waits for none"); }));
+    EXPECT_THAT(notes, ElementsAre("1 answer"));
+}
+
+TEST_F(ChannelFaultTest, AFrameOfFourMebibytesIsTaken) {
+    Open(client);
+    channel::Frame push = Push(1);
+    push.set_body(std::string(size_t(kMaxFrameBytes) - 16, 'x'));
+    size_t got = 0;
+    client.BindCallback(
+        1, [&](auto, auto, const CSProtoData& data, auto) { got = data.m_strData.size(); }, &context);
+
+    server.Send(0, push);
+
+    EXPECT_TRUE(WaitUntil([&] { return got != 0; }));
+    EXPECT_EQ(got, size_t(kMaxFrameBytes) - 16);
+}
+
+TEST_F(ChannelFaultTest, AFrameBeyondFourMebibytesEndsTheConnectionWith1009AndFailsWhatIsInFlight) {
+    Open(client);
+    client.SendCommand(CSProtoData{10, ""}, Note(), &context);
+    ASSERT_TRUE(WaitUntil([this] { return server.Frames().size() == 1; }));
+
+    server.SendBytes(0, QByteArray(kMaxFrameBytes + 1, 'x'));
+
+    EXPECT_TRUE(WaitUntil([this] { return !notes.empty() && !server.CloseCodes().empty(); }));
+    EXPECT_THAT(notes, ElementsAre("1 -2"));
+    EXPECT_THAT(server.CloseCodes(), ElementsAre(1009));
+    // and the client is back
+    EXPECT_TRUE(WaitUntil([this] { return client.IsConnected(); }));
+}
+
+TEST_F(ChannelFaultTest, ALostConnectionFailsTheRequestsInOrderAndComesBack) {
+    Open(client);
+    for (int i = 0; i < 3; ++i) {
+        client.SendCommand(CSProtoData{10, ""}, Note(), &context);
+    }
+
+    server.Close();
+
+    EXPECT_TRUE(WaitUntil([this] { return notes.size() == 3; }));
+    EXPECT_THAT(notes, ElementsAre("1 -2", "2 -2", "3 -2"));
+    EXPECT_FALSE(client.IsConnected());
+    ASSERT_TRUE(server.Listen());
+    EXPECT_TRUE(WaitUntil([this] { return client.IsConnected(); }));
+}
+
+TEST_F(ChannelFaultTest, ARefusedConnectionIsTriedAgainWithGrowingWaits) {
+    server.Close();
+
+    client.Open(server.Url(), QByteArray("token"));
+
+    // 10, 20, 40, 80, 160, 160 ms, each drawn from its upper half
+    EXPECT_TRUE(WaitUntil([this] { return waits.size() >= 6; }));
+    const std::vector<int> longest = {10, 20, 40, 80, 160, 160};
+    for (size_t i = 0; i < longest.size(); ++i) {
+        EXPECT_THAT(waits[i], AllOf(Ge(longest[i] / 2), Le(longest[i]))) << i;
+    }
+    EXPECT_TRUE(Logged("Trying again in"));
+}
+
+TEST_F(ChannelFaultTest, BackOffStartsAnewAfterAGoodFrameAndNotAfterAMereConnection) {
+    Open(client);
+    waits.clear();
+    // connected and cut again, three times over, with not one good frame between
+    for (size_t i = 1; i <= 3; ++i) {
+        server.Close();
+        ASSERT_TRUE(WaitUntil([&] { return waits.size() >= i; }));
+        ASSERT_TRUE(server.Listen());
+        ASSERT_TRUE(WaitUntil([this] { return client.IsConnected() && server.ConnectionCount() == 1; }));
+    }
+    EXPECT_GE(waits.back(), 20);
+
+    server.SendToAll(Push(5));
+    client.BindCallback(
+        5, [this](auto, auto, auto, auto) { notes.emplace_back("pushed"); }, &context);
+    server.SendToAll(Push(5));
+    ASSERT_TRUE(WaitUntil([this] { return !notes.empty(); }));
+    server.Close();
+    const size_t before = waits.size();
+    ASSERT_TRUE(WaitUntil([&] { return waits.size() > before; }));
+
+    EXPECT_LE(waits[before], 10);
+}
+
+TEST_F(ChannelFaultTest, ABadFrameDoesNotStartTheBackOffAnew) {
+    Open(client);
+    for (size_t i = 1; i <= 3; ++i) {
+        server.SendToAll(FrameOf(channel::Frame::REQUEST));
+        ASSERT_TRUE(WaitUntil([this] { return Logged("a kind that only clients send"); }));
+        log.Forget();
+        server.Close();
+        ASSERT_TRUE(WaitUntil([&] { return waits.size() >= i; }));
+        ASSERT_TRUE(server.Listen());
+        ASSERT_TRUE(WaitUntil([this] { return client.IsConnected() && server.ConnectionCount() == 1; }));
+    }
+
+    EXPECT_GE(waits.back(), 20);
+}
+
+TEST_F(ChannelFaultTest, AServerThatAcceptsAndSaysNothingIsGivenUp) {
+    // it listens, and nobody takes the connection any further
+    QTcpServer mute;
+    ASSERT_TRUE(mute.listen(QHostAddress::LocalHost));
+    ChannelOptions options = Quick();
+    options.connectLimit = 50ms;
+    CWebSocketChannel impatient(poster, random, options);
+    NoteLosses(impatient);
+
+    impatient.Open(QUrl(QStringLiteral("ws://127.0.0.1:%1").arg(mute.serverPort())), QByteArray("token"));
+
+    EXPECT_TRUE(WaitUntil([this] { return !waits.empty(); }));
+    EXPECT_TRUE(Logged("the server does not answer"));
+}
+
+TEST_F(ChannelFaultTest, AConnectionThatWentSilentIsGivenUp) {
+    // a server that shook hands once and never again says a word, not even a pong
+    QTcpServer mute;
+    ASSERT_TRUE(mute.listen(QHostAddress::LocalHost));
+    QObject::connect(&mute, &QTcpServer::newConnection, &context, [&mute] {
+        QTcpSocket* socket = mute.nextPendingConnection();
+        QObject::connect(socket, &QTcpSocket::readyRead, socket, [socket] {
+            const QByteArray request = socket->readAll();
+            const int at = request.indexOf("Sec-WebSocket-Key: ");
+            if (at < 0) {
+                return;
+            }
+            const QByteArray key = request.mid(at + 19, request.indexOf("\r\n", at) - at - 19);
+            const QByteArray accept =
+                QCryptographicHash::hash(key + "258EAFA5-E914-47DA-95CA-C5AB0DC85B11", QCryptographicHash::Sha1)
+                    .toBase64();
+            socket->write(
+                "HTTP/1.1 101 Switching Protocols\r\nUpgrade: websocket\r\nConnection: Upgrade\r\n"
+                "Sec-WebSocket-Accept: " +
+                accept + "\r\n\r\n");
+        });
+    });
+    ChannelOptions options = Quick();
+    options.pingEvery = 20ms;
+    options.silenceLimit = 60ms;
+    CWebSocketChannel attentive(poster, random, options);
+    NoteLosses(attentive);
+
+    attentive.Open(QUrl(QStringLiteral("ws://127.0.0.1:%1").arg(mute.serverPort())), QByteArray("token"));
+
+    EXPECT_TRUE(WaitUntil([this] { return !waits.empty(); }));
+    EXPECT_TRUE(Logged("the server has gone silent"));
+}
+
+TEST_F(ChannelFaultTest, PingsKeepAQuietConnection) {
+    ChannelOptions options = Quick();
+    options.pingEvery = 10ms;
+    options.silenceLimit = 100ms;
+    CWebSocketChannel attentive(poster, random, options);
+    NoteLosses(attentive);
+    Open(attentive);
+
+    const QDeadlineTimer quiet(400);
+    EXPECT_TRUE(WaitUntil([&] { return quiet.hasExpired(); }));
+
+    EXPECT_THAT(waits, IsEmpty());
+    EXPECT_TRUE(attentive.IsConnected());
+}
+
+TEST_F(ChannelFaultTest, AClosedChannelStaysClosedAndSaysSoToWhoeverSends) {
+    Open(client);
+    client.SendCommand(CSProtoData{10, ""}, Note(), &context);
+
+    client.Close();
+    EXPECT_THAT(notes, IsEmpty());
+    client.SendCommand(CSProtoData{11, ""}, Note(), &context);
+    EXPECT_THAT(notes, IsEmpty());
+
+    EXPECT_TRUE(WaitUntil([this] { return notes.size() == 2; }));
+    EXPECT_THAT(notes, ElementsAre("1 -2", "2 -2"));
+    EXPECT_THAT(waits, IsEmpty());
+    EXPECT_FALSE(client.IsConnected());
+}
+
+}  // namespace

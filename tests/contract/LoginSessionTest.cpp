@@ -1,0 +1,184 @@
+#include "core/LoginSession.h"
+
+#include "RealLineTest.h"
+
+using namespace ::testing;
+
+namespace {
+
+class LoginSessionTest : public RealLineTest {
+protected:
+    LoginSessionTest() {
+        QObject::connect(&client, &CWebSocketChannel::HostFrameReceived, &context,
+                         [this](const channel::Frame& frame) { session.Receive(frame.login_answer()); });
+        QObject::connect(&session, &CLoginSession::LoggedIn, &context, [this](qulonglong user) {
+            EXPECT_EQ(session.UserId(), user);
+            notes.push_back("in " + std::to_string(user));
+        });
+        QObject::connect(&session, &CLoginSession::LoggedOut, &context, [this](qulonglong user) {
+            EXPECT_EQ(session.UserId(), 0u);
+            EXPECT_EQ(session.SessionId(), 0u);
+            notes.push_back("out " + std::to_string(user));
+        });
+        QObject::connect(&session, &CLoginSession::Resumed, &context,
+                         [this](qulonglong user) { notes.push_back("resumed " + std::to_string(user)); });
+        QObject::connect(&session, &CLoginSession::Refused, &context, [this](qulonglong user, const QString& reason) {
+            notes.push_back("refused " + std::to_string(user) + " " + reason.toStdString());
+        });
+    }
+
+    /// Waits for the n-th login frame, counted from 1, and gives it back.
+    channel::Login AwaitLogin(int number) {
+        channel::Login login;
+        EXPECT_TRUE(WaitUntil([&] {
+            int seen = 0;
+            for (const auto& arrival : server.Frames()) {
+                if (arrival.frame.kind() == channel::Frame::LOGIN && ++seen == number) {
+                    login = arrival.frame.login();
+                    return true;
+                }
+            }
+            return false;
+        }));
+        return login;
+    }
+
+    static channel::Frame Accept(uint64_t user, uint64_t sessionId) {
+        channel::Frame frame = FrameOf(channel::Frame::LOGIN_ANSWER);
+        frame.mutable_login_answer()->set_accepted(true);
+        frame.mutable_login_answer()->set_user_id(user);
+        frame.mutable_login_answer()->set_session_id(sessionId);
+        frame.mutable_login_answer()->add_attributed_market(3);
+        frame.mutable_login_answer()->add_attributed_market(1);
+        return frame;
+    }
+
+    bool WaitForNotes(size_t count) {
+        return WaitUntil([&] { return notes.size() >= count; });
+    }
+
+    void LogIn(uint64_t user, int number) {
+        session.Login(user, "device", 5);
+        AwaitLogin(number);
+        server.SendToAll(Accept(user, 900));
+        EXPECT_TRUE(WaitUntil([&] { return session.UserId() == user; }));
+    }
+
+    CWebSocketChannel client{poster, random, Quick()};
+    CLoginSession session{client};
+};
+
+TEST_F(LoginSessionTest, ALoginNamesUserDeviceAndLanguageAndTakesWhatTheServerGives) {
+    Open(client);
+
+    session.Login(18446744073709551615u, "device", 5);
+    const channel::Login login = AwaitLogin(1);
+    EXPECT_EQ(session.UserId(), 0u);
+    server.SendToAll(Accept(18446744073709551615u, 9223372036854775809u));
+
+    ASSERT_TRUE(WaitForNotes(1));
+    EXPECT_EQ(login.user_id(), 18446744073709551615u);
+    EXPECT_EQ(login.device_id(), "device");
+    EXPECT_EQ(login.language(), 5);
+    EXPECT_EQ(session.SessionId(), 9223372036854775809u);
+    EXPECT_THAT(session.AttributedMarkets(), ElementsAre(3, 1));
+}
+
+TEST_F(LoginSessionTest, ALoginWithoutAConnectionWaitsForOne) {
+    session.Login(7, "device", 2);
+
+    Open(client);
+
+    EXPECT_EQ(AwaitLogin(1).user_id(), 7u);
+}
+
+TEST_F(LoginSessionTest, AnotherUserLogsTheFirstOneOutBefore) {
+    Open(client);
+    LogIn(7, 1);
+
+    LogIn(8, 2);
+
+    EXPECT_THAT(notes, ElementsAre("in 7", "out 7", "in 8"));
+    const auto kinds = [this] {
+        std::vector<int> all;
+        for (const auto& arrival : server.Frames()) {
+            all.push_back(arrival.frame.kind());
+        }
+        return all;
+    };
+    EXPECT_THAT(kinds(), ElementsAre(channel::Frame::LOGIN, channel::Frame::LOGOUT, channel::Frame::LOGIN));
+}
+
+TEST_F(LoginSessionTest, AReconnectLogsTheSameUserInAgainWithoutASecondLogin) {
+    Open(client);
+    LogIn(7, 1);
+
+    server.Close();
+    ASSERT_TRUE(server.Listen());
+    AwaitLogin(2);
+    EXPECT_EQ(session.UserId(), 7u);
+    server.SendToAll(Accept(7, 901));
+
+    ASSERT_TRUE(WaitForNotes(2));
+    EXPECT_THAT(notes, ElementsAre("in 7", "resumed 7"));
+    EXPECT_EQ(session.SessionId(), 901u);
+}
+
+TEST_F(LoginSessionTest, ARefusalLeavesNobodyLoggedInAndIsNotTriedAgain) {
+    Open(client);
+    session.Login(7, "device", 2);
+    AwaitLogin(1);
+    channel::Frame refusal = FrameOf(channel::Frame::LOGIN_ANSWER);
+    refusal.mutable_login_answer()->set_user_id(7);
+    refusal.mutable_login_answer()->set_reason("closed");
+
+    server.SendToAll(refusal);
+
+    ASSERT_TRUE(WaitForNotes(1));
+    EXPECT_THAT(notes, ElementsAre("refused 7 closed"));
+    EXPECT_EQ(session.WantedUserId(), 0u);
+    EXPECT_TRUE(Logged("The login of user 7 is refused: closed"));
+}
+
+TEST_F(LoginSessionTest, ARefusalAtAReconnectLogsTheUserOut) {
+    Open(client);
+    LogIn(7, 1);
+    server.Close();
+    ASSERT_TRUE(server.Listen());
+    AwaitLogin(2);
+    channel::Frame refusal = FrameOf(channel::Frame::LOGIN_ANSWER);
+    refusal.mutable_login_answer()->set_user_id(7);
+    refusal.mutable_login_answer()->set_reason("closed");
+
+    server.SendToAll(refusal);
+
+    ASSERT_TRUE(WaitForNotes(3));
+    EXPECT_THAT(notes, ElementsAre("in 7", "out 7", "refused 7 closed"));
+}
+
+TEST_F(LoginSessionTest, AnAnswerForAnotherUserIsLoggedAndDropped) {
+    Open(client);
+    session.Login(7, "device", 2);
+    AwaitLogin(1);
+
+    server.SendToAll(Accept(8, 900));
+
+    EXPECT_TRUE(WaitUntil([this] { return Logged("A login answer for user 8, who is not waited for"); }));
+    EXPECT_EQ(session.UserId(), 0u);
+    EXPECT_THAT(notes, IsEmpty());
+}
+
+TEST_F(LoginSessionTest, AnAnswerThatComesAfterTheLogoutIsDropped) {
+    Open(client);
+    session.Login(7, "device", 2);
+    AwaitLogin(1);
+
+    session.Logout();
+    server.SendToAll(Accept(7, 900));
+
+    EXPECT_TRUE(WaitUntil([this] { return Logged("who is not waited for"); }));
+    EXPECT_EQ(session.UserId(), 0u);
+    EXPECT_THAT(notes, IsEmpty());
+}
+
+}  // namespace

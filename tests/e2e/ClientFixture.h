@@ -1,0 +1,98 @@
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <QAbstractButton>
+#include <QFile>
+#include <QTemporaryDir>
+#include <memory>
+#include <set>
+
+#include "Composition.h"
+#include "MainWindow.h"
+#include "ServerHands.h"
+
+/// A client with its window, the module mapped from the build and a server of its own. Each case is a process
+/// of its own, since the module's managers live as long as the process.
+class ClientTest : public ::testing::Test {
+protected:
+    ClientTest() {
+        options.dataDir = folder.filePath(QStringLiteral("data"));
+        options.serverBinary = QStringLiteral(ZR_DEVSERVER);
+        options.manifest =
+            WriteFile("modules.json", R"({"modules":[{"name":"CZRGrowthModule","library":")" ZR_MODULE R"("}]})");
+        options.scenario = WriteFile("scenario.json", R"({"schema":1,"users":[
+            {"id":501,"name":"One","markets":[3,1],"aiChat":{"entries":[
+                {"scene":1,"allOpen":true},{"scene":4,"allOpen":true},{"scene":5,"allOpen":false}]}},
+            {"id":502,"name":"Two","aiChat":{"entries":[{"scene":2,"allOpen":true}]}},
+            {"id":503,"name":"Three","refuseLogin":"the account is closed"}],
+            "commonConfig":{"ai_chat":{"url_string":"https://chat.example/"}}})");
+    }
+
+    ~ClientTest() override { End(); }
+
+    QString WriteFile(const char* name, const QByteArray& content) {
+        QFile file(folder.filePath(QString::fromLatin1(name)));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+        return file.fileName();
+    }
+
+    /// Starts all of it; `WaitForLogin` waits until the first user is in.
+    void Start() {
+        client = std::make_unique<CComposition>(options);
+        QObject::connect(&client->Server(), &CServerProcess::Ready, &watcher, [this](const ServerEndpoint& endpoint) {
+            server = std::make_unique<CServerHands>(endpoint.controlPort, endpoint.token);
+            channelPort = endpoint.channelPort;
+        });
+        QObject::connect(client.get(), &CComposition::StatusChanged, &watcher,
+                         [this](const QString& status) { statuses.push_back(status.toStdString()); });
+        for (const unsigned int message : {10250u, 10650u, 20100u, 20300u}) {
+            client->Bus().Bind(
+                message, [this](unsigned int id, auto, auto) { messages.push_back(id); }, &watcher);
+        }
+        window = std::make_unique<CMainWindow>(*client);
+        window->show();
+        client->Start();
+    }
+
+    void StartAndLogIn() {
+        Start();
+        ASSERT_TRUE(WaitUntil([this] { return client->UserId() == 501; }));
+        ASSERT_TRUE(WaitUntil([this] { return OpenEntries() == std::set<int>({1, 4}); }));
+    }
+
+    void End() {
+        window.reset();
+        client.reset();
+    }
+
+    /// The scenes whose entries are enabled, on whatever page they stand.
+    std::set<int> OpenEntries() const {
+        std::set<int> open;
+        for (const auto* button : window->findChildren<QAbstractButton*>()) {
+            const QString prefix = QStringLiteral("AIChatEntry");
+            if (button->objectName().startsWith(prefix) && button->isEnabled()) {
+                open.insert(button->objectName().mid(prefix.size()).toInt());
+            }
+        }
+        return open;
+    }
+
+    int CountOf(unsigned int message) const { return int(std::count(messages.begin(), messages.end(), message)); }
+
+    bool StatusSaid(const std::string& words) const {
+        return std::any_of(statuses.begin(), statuses.end(),
+                           [&words](const std::string& status) { return status.find(words) != std::string::npos; });
+    }
+
+    QTemporaryDir folder;
+    COptions options;
+    QObject watcher;
+    std::vector<unsigned int> messages;
+    std::vector<std::string> statuses;
+    std::unique_ptr<CServerHands> server;
+    quint16 channelPort = 0;
+    std::unique_ptr<CComposition> client;
+    std::unique_ptr<CMainWindow> window;
+};

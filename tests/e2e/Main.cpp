@@ -1,0 +1,19 @@
+// End to end on a real screen: the application, the mapped module, a server process.
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QStandardPaths>
+#include <cstring>
+
+int main(int argc, char** argv) {
+    testing::InitGoogleMock(&argc, argv);
+    if (GTEST_FLAG_GET(list_tests)) {
+        return RUN_ALL_TESTS();
+    }
+    qputenv("LC_ALL", "C.UTF-8");
+    qputenv("TZ", "UTC");
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    const QApplication application(argc, argv);
+    QStandardPaths::setTestModeEnabled(true);
+    return RUN_ALL_TESTS();
+}

@@ -1,0 +1,69 @@
+#include "ServerHands.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QNetworkReply>
+#include <QNetworkRequest>
+#include <QTimer>
+#include <memory>
+
+#include "framework/JsonText.h"
+
+bool WaitUntil(const std::function<bool()>& condition, int boundMs) {
+    QElapsedTimer clock;
+    clock.start();
+    QTimer tick;
+    tick.start(10);
+    while (!condition()) {
+        if (clock.elapsed() > boundMs) {
+            return false;
+        }
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    return true;
+}
+
+CServerHands::CServerHands(quint16 controlPort, QByteArray token)
+    : m_address(QStringLiteral("http://127.0.0.1:%1").arg(controlPort)), m_token(std::move(token)) {}
+
+Json::Value CServerHands::Ask(const char* verb, const std::string& path, const std::string& json) {
+    QUrl url = m_address;
+    url.setPath(QString::fromStdString(path));
+    QNetworkRequest request(url);
+    request.setRawHeader("Authorization", "Bearer " + m_token);
+    request.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/json"));
+    const std::unique_ptr<QNetworkReply> reply(
+        m_network.sendCustomRequest(request, verb, QByteArray::fromStdString(json)));
+    EXPECT_TRUE(WaitUntil([&reply] { return reply->isFinished(); })) << verb << " " << path;
+    const std::string body = reply->readAll().toStdString();
+    EXPECT_EQ(reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(), 200)
+        << verb << " " << path << ": " << body;
+    std::string error;
+    return host::ParseJson(body, error).value_or(Json::Value());
+}
+
+Json::Value CServerHands::Get(const std::string& path) {
+    return Ask("GET", path, "");
+}
+
+Json::Value CServerHands::Put(const std::string& path, const std::string& json) {
+    return Ask("PUT", path, json);
+}
+
+Json::Value CServerHands::Post(const std::string& path, const std::string& json) {
+    return Ask("POST", path, json);
+}
+
+std::vector<Json::Value> CServerHands::Requests(unsigned int command) {
+    std::vector<Json::Value> requests;
+    for (const Json::Value& frame : Get("/v1/received")["received"]) {
+        if (frame["kind"] == "REQUEST" && frame["command"] == command) {
+            requests.push_back(frame);
+        }
+    }
+    return requests;
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <json/value.h>
+
+#include <QByteArray>
+#include <QNetworkAccessManager>
+#include <QUrl>
+#include <functional>
+#include <string>
+#include <vector>
+
+/// Waits on the event loop until `condition` holds; false if it does not within `boundMs`.
+bool WaitUntil(const std::function<bool()>& condition, int boundMs = 15'000);
+
+/// The control interface of the server under test: what an operator would do to it.
+class CServerHands {
+public:
+    CServerHands(quint16 controlPort, QByteArray token);
+
+    /// The answer's body; a null value, and a failed test, on any status but 200.
+    Json::Value Get(const std::string& path);
+    Json::Value Put(const std::string& path, const std::string& json);
+    Json::Value Post(const std::string& path, const std::string& json);
+
+    /// The requests of `command` so far, of all connections.
+    std::vector<Json::Value> Requests(unsigned int command);
+
+private:
+    Json::Value Ask(const char* verb, const std::string& path, const std::string& json);
+
+    QNetworkAccessManager m_network;
+    const QUrl m_address;
+    const QByteArray m_token;
+};
