@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QDir>
 
+#include "ClientTexts.h"
 #include "core/message_ids.h"
 #include "framework/HostLog.h"
 #include "framework/Ports.h"
@@ -20,6 +21,19 @@ QString InDataDir(const COptions& options, const char* name) {
 
 QUrl Loopback(const char* scheme, quint16 port) {
     return QUrl(QStringLiteral("%1://127.0.0.1:%2").arg(QString::fromLatin1(scheme)).arg(port));
+}
+
+// A status outlives a change of the language, so it is kept as its text's id and values.
+std::function<QString()> Words(texts::EnText id, const QStringList& values = {}) {
+    return [id, values] {
+        QString words = texts::Tr(id);
+        if (values.size() == 1) {
+            words = words.arg(values[0]);
+        } else if (values.size() == 2) {
+            words = words.arg(values[0], values[1]);
+        }
+        return words;
+    };
 }
 
 }  // namespace
@@ -50,10 +64,9 @@ CComposition::CComposition(const COptions& options)
     host::Install(ports);
 
     connect(&m_channel, &CWebSocketChannel::HostFrameReceived, this, &CComposition::OnHostFrame);
-    connect(&m_channel, &CWebSocketChannel::Connected, this, [this] { Q_EMIT StatusChanged(tr("Connected"), true); });
+    connect(&m_channel, &CWebSocketChannel::Connected, this, [this] { ShowStatus(Words(texts::kConnected), true); });
     connect(&m_channel, &CWebSocketChannel::Disconnected, this, [this](const QString& reason, int retryMs) {
-        Q_EMIT StatusChanged(
-            tr("No connection (%1), trying again in %2 s").arg(reason).arg(retryMs / 1000.0, 0, 'f', 1), false);
+        ShowStatus(Words(texts::kNoConnection, {reason, QString::number(retryMs / 1000.0, 'f', 1)}), false);
     });
     connect(&m_commonConfig, &CCommonConfig::Changed, this,
             [this] { m_bus.Send("[Client]", core::kMsgCommonConfigChanged, 0, nullptr); });
@@ -65,17 +78,15 @@ CComposition::CComposition(const COptions& options)
         Q_EMIT UserChanged();
     });
     connect(&m_session, &CLoginSession::Refused, this, [this](qulonglong userId, const QString& reason) {
-        Q_EMIT StatusChanged(tr("The login of user %1 is refused: %2").arg(userId).arg(reason), false);
+        ShowStatus(Words(texts::kLoginRefused, {QString::number(userId), reason}), false);
         Q_EMIT UserChanged();
     });
     connect(&m_server, &CServerProcess::Ready, this, &CComposition::OnServerReady);
-    connect(&m_server, &CServerProcess::Lost, this, [this](const QString& reason) {
-        Q_EMIT StatusChanged(tr("The server does not run (%1), starting it again").arg(reason), false);
-    });
+    connect(&m_server, &CServerProcess::Lost, this,
+            [this](const QString& reason) { ShowStatus(Words(texts::kServerLost, {reason}), false); });
     connect(&m_control, &CServerControl::StateReceived, this, &CComposition::OnServerState);
-    connect(&m_control, &CServerControl::Failed, this, [this](const QString& reason) {
-        Q_EMIT StatusChanged(tr("The server does not answer (%1)").arg(reason), false);
-    });
+    connect(&m_control, &CServerControl::Failed, this,
+            [this](const QString& reason) { ShowStatus(Words(texts::kServerSilent, {reason}), false); });
 }
 
 CComposition::~CComposition() {
@@ -86,8 +97,9 @@ CComposition::~CComposition() {
 void CComposition::Start() {
     MapModules();
     host::ModuleLifecycle::Init();
+    Q_EMIT ModulesReady();
     if (m_options.server.isEmpty()) {
-        Q_EMIT StatusChanged(tr("Starting the server"), false);
+        ShowStatus(Words(texts::kServerStarts), false);
         m_server.Start();
     } else {
         m_token = m_options.token.toLatin1();
@@ -160,7 +172,7 @@ void CComposition::OnHostFrame(const channel::Frame& frame) {
 void CComposition::OnLoggedIn() {
     host::ModuleLifecycle::Login();
     m_bus.Send("[Client]", core::kMsgLoginChannelConnected, 0, nullptr);
-    Q_EMIT StatusChanged(tr("Connected"), true);
+    ShowStatus(Words(texts::kConnected), true);
     Q_EMIT UserChanged();
 }
 
@@ -178,4 +190,13 @@ void CComposition::SetLanguage(int languageId) {
     m_language.SetLanguage(languageId);
     m_bus.Send("[Client]", core::kMsgLanguageChanged, 0, nullptr);
     Q_EMIT LanguageChanged();
+    if (m_fnStatus) {
+        Q_EMIT StatusChanged(m_fnStatus(), m_bStatusGood);
+    }
+}
+
+void CComposition::ShowStatus(std::function<QString()> words, bool good) {
+    m_fnStatus = std::move(words);
+    m_bStatusGood = good;
+    Q_EMIT StatusChanged(m_fnStatus(), m_bStatusGood);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <functional>
 
 #include "Options.h"
 #include "ServerControl.h"
@@ -46,9 +47,13 @@ public:
     CFileLog& Log() { return m_log; }
     CMessageBus& Bus() { return m_bus; }
     CServerProcess& Server() { return m_server; }
+    CServerControl& Control() { return m_control; }
 
 Q_SIGNALS:
-    /// In words for the status line; `good` is false while something is being waited for.
+    /// The modules are mapped and started; ModuleFailures says which are not there.
+    void ModulesReady();
+    /// In words for the status line, told again when the language changes; `good` is false while something
+    /// is being waited for.
     void StatusChanged(const QString& status, bool good);
     void UsersChanged();
     /// Somebody was logged in or out; the modules know already.
@@ -61,6 +66,7 @@ private:
     void OnServerState(const ServerState& state);
     void OnHostFrame(const channel::Frame& frame);
     void OnLoggedIn();
+    void ShowStatus(std::function<QString()> words, bool good);
 
     const COptions m_options;
     CFileLog m_log;
@@ -79,6 +85,8 @@ private:
     QByteArray m_token;
     std::vector<ServerUser> m_users;
     QStringList m_moduleFailures;
+    std::function<QString()> m_fnStatus;
+    bool m_bStatusGood = false;
     bool m_bLoginChosen = false;
     bool m_bEnded = false;
 };

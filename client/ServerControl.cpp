@@ -28,13 +28,25 @@ void CServerControl::Open(const QUrl& address, const QByteArray& token) {
     Refresh();
 }
 
-void CServerControl::Refresh() {
+QNetworkReply* CServerControl::Get(const char* path) {
     QUrl url = m_address;
-    url.setPath(QStringLiteral("/v1/state"));
+    url.setPath(QString::fromLatin1(path));
     QNetworkRequest request(url);
     request.setRawHeader("Authorization", "Bearer " + m_token);
     request.setTransferTimeout(kAnswerLimitMs);
-    QNetworkReply* reply = m_network.get(request);
+    return m_network.get(request);
+}
+
+void CServerControl::AskScenario(std::function<void(const QByteArray& json)> answered) {
+    QNetworkReply* reply = Get("/v1/scenario");
+    connect(reply, &QNetworkReply::finished, this, [reply, answered = std::move(answered)] {
+        reply->deleteLater();
+        answered(reply->error() == QNetworkReply::NoError ? reply->readAll() : QByteArray());
+    });
+}
+
+void CServerControl::Refresh() {
+    QNetworkReply* reply = Get("/v1/state");
     connect(reply, &QNetworkReply::finished, this, [this, reply] {
         reply->deleteLater();
         ServerState state;

@@ -32,6 +32,10 @@ public:
     /// Asks again; a failure is tried again until there is an answer.
     void Refresh();
 
+    /// Asks for the server's scenario. `answered` runs once, later, with its JSON; with nothing where it can't
+    /// be had.
+    void AskScenario(std::function<void(const QByteArray& json)> answered);
+
     static bool ReadState(const QByteArray& json, ServerState& state);
 
 Q_SIGNALS:
@@ -39,6 +43,8 @@ Q_SIGNALS:
     void Failed(const QString& reason);
 
 private:
+    QNetworkReply* Get(const char* path);
+
     QNetworkAccessManager m_network;
     QTimer m_retryTimer;
     QUrl m_address;

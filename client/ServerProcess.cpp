@@ -28,14 +28,26 @@ CServerProcess::CServerProcess(QString binary, QString scenario)
     connect(&m_retryTimer, &QTimer::timeout, this, &CServerProcess::Start);
     connect(&m_process, &QProcess::readyReadStandardOutput, this, &CServerProcess::OnOutput);
     connect(&m_process, &QProcess::readyReadStandardError, this, [this] {
-        m_lastErrors = m_process.readAllStandardError();
-        kLog.Info(FMT_STRING("{}"), m_lastErrors.trimmed().toStdString());
+        for (const QByteArray& line : m_process.readAllStandardError().split('\n')) {
+            if (!line.trimmed().isEmpty()) {
+                m_lastErrors = line.trimmed();
+                kLog.Info(FMT_STRING("{}"), m_lastErrors.toStdString());
+            }
+        }
     });
-    connect(&m_process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this, &CServerProcess::OnEnded);
+    connect(&m_process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
+            [this](int code, QProcess::ExitStatus status) {
+                // What it wrote last is the reason only where it ended of itself, for one.
+                if (status == QProcess::CrashExit) {
+                    OnEnded(QStringLiteral("it was killed"));
+                } else {
+                    OnEnded(code != 0 && !m_lastErrors.isEmpty() ? QString::fromUtf8(m_lastErrors)
+                                                                 : QStringLiteral("it ended with %1").arg(code));
+                }
+            });
     connect(&m_process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
         if (error == QProcess::FailedToStart) {
-            m_lastErrors = m_process.errorString().toUtf8();
-            OnEnded();
+            OnEnded(m_process.errorString());
         }
     });
 }
@@ -102,13 +114,9 @@ void CServerProcess::OnOutput() {
     }
 }
 
-void CServerProcess::OnEnded() {
+void CServerProcess::OnEnded(const QString& reason) {
     if (!m_bWanted) {
         return;
-    }
-    QString reason = QString::fromUtf8(m_lastErrors.trimmed().split('\n').last());
-    if (reason.isEmpty()) {
-        reason = QStringLiteral("it ended with %1").arg(m_process.exitCode());
     }
     kLog.Error(FMT_STRING("The server does not run: {}"), reason.toStdString());
     m_retryTimer.start(m_backoff.Next(QRandomGenerator::global()->generate()));

@@ -39,7 +39,7 @@ Q_SIGNALS:
 
 private:
     void OnOutput();
-    void OnEnded();
+    void OnEnded(const QString& reason);
 
     const QString m_strBinary;
     const QString m_strScenario;
@@ -47,6 +47,6 @@ private:
     QTimer m_retryTimer;
     CBackoff m_backoff;
     ServerEndpoint m_endpoint;
-    QByteArray m_lastErrors;
+    QByteArray m_lastErrors;  // the last line of its error output
     bool m_bWanted = false;
 };

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QMainWindow>
+
+#include "AIChatEntries.h"
+
+class CComposition;
+class CNavigation;
+class CNoticeBanner;
+class CStatusLine;
+class CTitleBar;
+class CWorkbench;
+class QStackedWidget;
+
+/// The client's window. It is gone before the composition ends.
+class CMainWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    explicit CMainWindow(CComposition& composition);
+
+    const CStatusLine& StatusLine() const { return *m_pStatusLine; }
+
+private:
+    QWidget* NewPages();
+    void JoinComposition();
+    void ShowUsers();
+
+    CComposition& m_composition;
+    CAIChatEntries m_entries;
+    CTitleBar* m_pTitleBar;
+    CNavigation* m_pNavigation;
+    CNoticeBanner* m_pBanner;
+    QStackedWidget* m_pPages;
+    CStatusLine* m_pStatusLine;
+    CWorkbench* m_pWorkbench;
+};

@@ -1,0 +1,66 @@
+#include "Navigation.h"
+
+#include <QButtonGroup>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include "EntryScenes.h"
+#include "Icons.h"
+#include "Theme.h"
+
+namespace {
+
+constexpr int kWidth = 168;
+constexpr int kCollapsedWidth = 56;
+constexpr icons::Colors kTabColors{theme::kMuted, theme::kAccent, theme::kFaint};
+
+}  // namespace
+
+CNavigation::CNavigation(QWidget* parent)
+    : QFrame(parent), m_pToggle(new QToolButton(this)), m_pGroup(new QButtonGroup(this)) {
+    setObjectName(QStringLiteral("Navigation"));
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(8, 10, 8, 10);
+    layout->setSpacing(4);
+    m_pToggle->setObjectName(QStringLiteral("NavigationToggle"));
+    m_pToggle->setIcon(icons::Make("menu", kTabColors));
+    m_pToggle->setIconSize({20, 20});
+    layout->addWidget(m_pToggle);
+    layout->addSpacing(6);
+    for (const EntryPage& page : kEntryPages) {
+        auto* tab = new QToolButton(this);
+        tab->setObjectName(QStringLiteral("NavigationTab_") + QString::fromLatin1(page.name));
+        tab->setCheckable(true);
+        tab->setIcon(icons::Make(page.name, kTabColors));
+        tab->setIconSize({20, 20});
+        tab->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        m_pGroup->addButton(tab, int(m_tabs.size()));
+        m_tabs.push_back(tab);
+        layout->addWidget(tab);
+    }
+    layout->addStretch(1);
+    m_tabs.front()->setChecked(true);
+    connect(m_pGroup, &QButtonGroup::idClicked, this, &CNavigation::Chosen);
+    connect(m_pToggle, &QToolButton::clicked, this, [this] { SetCollapsed(!m_bCollapsed); });
+    SetCollapsed(false);
+    texts::Keep(this, [this] { ShowTexts(); });
+}
+
+void CNavigation::SetCollapsed(bool collapsed) {
+    m_bCollapsed = collapsed;
+    setFixedWidth(collapsed ? kCollapsedWidth : kWidth);
+    for (QToolButton* tab : m_tabs) {
+        tab->setToolButtonStyle(collapsed ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextBesideIcon);
+    }
+    ShowTexts();
+}
+
+void CNavigation::ShowTexts() {
+    m_pToggle->setToolTip(texts::Tr(m_bCollapsed ? texts::kExpandNavigation : texts::kCollapseNavigation));
+    for (size_t index = 0; index < m_tabs.size(); ++index) {
+        const QString title = texts::Tr(kEntryPages[index].title);
+        // Apart from the icon by blanks, as a tool button leaves no room of its own between the two.
+        m_tabs[index]->setText(QStringLiteral("  ") + title);
+        m_tabs[index]->setToolTip(m_bCollapsed ? title : QString());
+    }
+}

@@ -1,0 +1,38 @@
+#include "NoticeBanner.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+
+#include "ClientTexts.h"
+#include "Icons.h"
+#include "Theme.h"
+
+CNoticeBanner::CNoticeBanner(QWidget* parent) : QFrame(parent), m_pText(new QLabel(this)) {
+    setObjectName(QStringLiteral("ModuleBanner"));
+    m_pText->setObjectName(QStringLiteral("ModuleBannerText"));
+    m_pText->setTextFormat(Qt::PlainText);
+    m_pText->setWordWrap(true);
+    auto* icon = new QLabel(this);
+    icon->setPixmap(icons::Pixmap("warning", theme::kWarning, 18));
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(14, 9, 14, 9);
+    layout->setSpacing(10);
+    layout->addWidget(icon, 0, Qt::AlignTop);
+    layout->addWidget(m_pText, 1);
+    texts::Keep(this, [this] { ShowText(); });
+    hide();
+}
+
+void CNoticeBanner::ShowModuleFailures(const QStringList& failures) {
+    m_failures = failures;
+    ShowText();
+    setVisible(!failures.isEmpty());
+}
+
+void CNoticeBanner::ShowText() {
+    QStringList lines;
+    for (const QString& failure : m_failures) {
+        lines << texts::Tr(texts::kWithoutModule).arg(failure);
+    }
+    m_pText->setText(lines.join(QLatin1Char('\n')));
+}

@@ -1,0 +1,136 @@
+#include "SampleMarket.h"
+
+#include <json/value.h>
+
+#include <QFile>
+#include <QLocale>
+#include <cmath>
+
+#include "framework/HostLog.h"
+#include "framework/JsonText.h"
+
+namespace {
+
+constexpr host::HostLog kLog("Sample");
+
+// The library throws on a member of another type: the reading below is straight, and guarded once.
+QString Text(const Json::Value& value, const char* key) {
+    return QString::fromStdString(value[key].asString());
+}
+
+SampleMarket::Instrument ReadInstrument(const Json::Value& value) {
+    return {Text(value, "symbol"), Text(value, "name"), value["last"].asDouble(), value["previous"].asDouble(),
+            value["volume"].asInt64()};
+}
+
+SampleMarket::Quote ReadQuote(const Json::Value& value) {
+    SampleMarket::Quote quote;
+    quote.instrument = ReadInstrument(value);
+    quote.open = value["open"].asDouble();
+    quote.high = value["high"].asDouble();
+    quote.low = value["low"].asDouble();
+    quote.turnover = value["turnover"].asDouble();
+    quote.marketCap = value["marketCap"].asDouble();
+    for (const Json::Value& price : value["today"]) {
+        quote.today.push_back(price.asDouble());
+    }
+    for (const Json::Value& level : value["book"]) {
+        quote.book.push_back(
+            {level["bidSize"].asInt64(), level["bid"].asDouble(), level["ask"].asDouble(), level["askSize"].asInt64()});
+    }
+    return quote;
+}
+
+SampleMarket::EnRating ReadRating(const std::string& word) {
+    if (word == "buy") {
+        return SampleMarket::EnRating::Buy;
+    }
+    return word == "reduce" ? SampleMarket::EnRating::Reduce : SampleMarket::EnRating::Hold;
+}
+
+SampleMarket ReadMarket(const Json::Value& root) {
+    SampleMarket market;
+    for (const Json::Value& index : root["indices"]) {
+        market.indices.push_back({Text(index, "name"), index["last"].asDouble(), index["previous"].asDouble()});
+    }
+    for (const Json::Value& instrument : root["instruments"]) {
+        market.instruments.push_back(ReadInstrument(instrument));
+    }
+    market.quote = ReadQuote(root["quote"]);
+    for (const Json::Value& note : root["research"]) {
+        market.notes.push_back({Text(note, "symbol"), ReadRating(note["rating"].asString()), note["target"].asDouble(),
+                                Text(note, "analyst"), Text(note, "date"), note["title"].asUInt(),
+                                note["summary"].asUInt()});
+    }
+    for (const Json::Value& line : root["news"]) {
+        market.headlines.push_back(
+            {Text(line, "time"), Text(line, "source"), Text(line, "symbol"), line["title"].asUInt()});
+    }
+    market.cash = root["cash"].asDouble();
+    for (const Json::Value& held : root["positions"]) {
+        SampleMarket::Position position{{}, held["quantity"].asInt64(), held["cost"].asDouble()};
+        for (const auto& instrument : market.instruments) {
+            if (instrument.symbol == Text(held, "symbol")) {
+                position.instrument = instrument;
+            }
+        }
+        market.positions.push_back(position);
+    }
+    return market;
+}
+
+}  // namespace
+
+SampleMarket SampleMarket::Load() {
+    QFile file(QStringLiteral(":/sample/market.json"));
+    SampleMarket market;
+    std::string error;
+    if (!file.open(QIODevice::ReadOnly)) {
+        error = file.errorString().toStdString();
+    } else if (Read(file.readAll().toStdString(), market, error)) {
+        return market;
+    }
+    kLog.Error(FMT_STRING("Sample market {}: {}"), file.fileName().toStdString(), error);
+    return SampleMarket();
+}
+
+bool SampleMarket::Read(const std::string& json, SampleMarket& market, std::string& error) {
+    const auto root = host::ParseJson(json, error);
+    if (!root) {
+        return false;
+    }
+    try {
+        market = ReadMarket(*root);
+        return true;
+    } catch (const std::exception& exception) {
+        error = exception.what();
+        return false;
+    }
+}
+
+namespace figures {
+
+QString Price(double value) {
+    return QLocale(QLocale::English).toString(value, 'f', 2);
+}
+
+QString Signed(double value) {
+    return (value > 0 ? QStringLiteral("+") : QString()) + Price(value);
+}
+
+QString Percent(double value, double base) {
+    return base == 0 ? QStringLiteral("-") : Signed((value - base) / base * 100) + QLatin1Char('%');
+}
+
+QString Whole(double value) {
+    return QLocale(QLocale::English).toString(value, 'f', 0);
+}
+
+QString Short(double value) {
+    if (std::abs(value) >= 1e9) {
+        return Price(value / 1e9) + QStringLiteral(" B");
+    }
+    return std::abs(value) >= 1e6 ? Price(value / 1e6) + QStringLiteral(" M") : Whole(value);
+}
+
+}  // namespace figures

@@ -1,0 +1,77 @@
+#include "TitleBar.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenu>
+#include <QToolButton>
+
+#include "ClientTexts.h"
+#include "Icons.h"
+#include "Theme.h"
+#include "core/environment.h"
+
+namespace {
+
+constexpr icons::Colors kButtonColors{theme::kMuted, theme::kAccent, theme::kFaint};
+
+}  // namespace
+
+CTitleBar::CTitleBar(QWidget* parent)
+    : QFrame(parent), m_pWorkbench(new QToolButton(this)), m_pUser(new QToolButton(this)), m_pMenu(new QMenu(this)) {
+    setObjectName(QStringLiteral("TitleBar"));
+    auto* mark = new QLabel(this);
+    mark->setPixmap(icons::Pixmap("brand", theme::kAccent, 22));
+    auto* product = new QLabel(this);
+    product->setObjectName(QStringLiteral("ProductName"));
+    texts::Keep(product, core::environment::IsVelora() ? texts::kVelora : texts::kKestrel);
+    m_pWorkbench->setObjectName(QStringLiteral("WorkbenchToggle"));
+    m_pWorkbench->setIcon(icons::Make("workbench", kButtonColors));
+    m_pWorkbench->setIconSize({20, 20});
+    m_pWorkbench->setCheckable(true);
+    m_pWorkbench->setChecked(true);
+    m_pMenu->setObjectName(QStringLiteral("UserMenu"));
+    m_pUser->setObjectName(QStringLiteral("UserMenuButton"));
+    m_pUser->setIcon(icons::Make("user", kButtonColors));
+    m_pUser->setIconSize({20, 20});
+    m_pUser->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    m_pUser->setPopupMode(QToolButton::InstantPopup);
+    m_pUser->setMenu(m_pMenu);
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(16, 0, 10, 0);
+    layout->setSpacing(10);
+    layout->addWidget(mark);
+    layout->addWidget(product);
+    layout->addStretch(1);
+    layout->addWidget(m_pWorkbench);
+    layout->addWidget(m_pUser);
+    texts::Keep(this, [this] { ShowTexts(); });
+}
+
+void CTitleBar::ShowUsers(const std::vector<ServerUser>& users, quint64 current) {
+    m_users = users;
+    m_nCurrent = current;
+    ShowTexts();
+}
+
+void CTitleBar::ShowTexts() {
+    QString name = m_nCurrent == 0 ? texts::Tr(texts::kNobodyLoggedIn) : QString::number(m_nCurrent);
+    m_pMenu->clear();
+    for (const ServerUser& user : m_users) {
+        QAction* action = m_pMenu->addAction(QStringLiteral("%1  %2").arg(user.name).arg(user.id));
+        action->setObjectName(QStringLiteral("UserMenuLogin%1").arg(user.id));
+        action->setCheckable(true);
+        action->setChecked(user.id == m_nCurrent);
+        connect(action, &QAction::triggered, this, [this, id = user.id] { Q_EMIT LoginWanted(id); });
+        if (user.id == m_nCurrent) {
+            name = user.name;
+        }
+    }
+    m_pMenu->addSeparator();
+    QAction* logout = m_pMenu->addAction(texts::Tr(texts::kLogOut));
+    logout->setObjectName(QStringLiteral("UserMenuLogout"));
+    logout->setEnabled(m_nCurrent != 0);
+    connect(logout, &QAction::triggered, this, &CTitleBar::LogoutWanted);
+    m_pUser->setText(name);
+    m_pUser->setToolTip(texts::Tr(texts::kUserMenu));
+    m_pWorkbench->setToolTip(texts::Tr(texts::kShowWorkbench));
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QFrame>
+
+#include "ServerControl.h"
+
+class QMenu;
+class QToolButton;
+
+/// The strip at the window's head: the product's name, the workbench's switch, and who is logged in with
+/// the menu to change that.
+class CTitleBar : public QFrame {
+    Q_OBJECT
+
+public:
+    explicit CTitleBar(QWidget* parent = nullptr);
+
+    /// `current` is 0 if nobody is logged in.
+    void ShowUsers(const std::vector<ServerUser>& users, quint64 current);
+    QToolButton* WorkbenchButton() const { return m_pWorkbench; }
+
+Q_SIGNALS:
+    void LoginWanted(quint64 userId);
+    void LogoutWanted();
+
+private:
+    void ShowTexts();
+
+    std::vector<ServerUser> m_users;
+    quint64 m_nCurrent = 0;
+    QToolButton* m_pWorkbench;
+    QToolButton* m_pUser;
+    QMenu* m_pMenu;
+};

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QString>
+#include <functional>
+#include <map>
+#include <set>
+
+class CComposition;
+class CMainWindow;
+class QAbstractButton;
+class QComboBox;
+
+/// A guided tour of the running client: works its widgets as a hand would, compares what they show with the
+/// server's scenario, and leaves a picture of each step. Main thread.
+class CTour : public QObject {
+public:
+    CTour(CComposition& composition, CMainWindow& window, const QString& folder);
+
+    /// Takes the tour, in event loops of its own, within 90 seconds. Tells each step on the standard output.
+    /// Returns the process's exit code: 0 if all steps came out as expected, otherwise 1.
+    int Run();
+
+private:
+    using Scenes = std::set<int>;
+
+    bool SeeConnected();
+    bool SeeOtherUser();
+    bool SeeUserWithNone();
+    bool SeeChinese();
+    bool SeeForcedOpen();
+    bool SeeServerLost();
+    bool SeeReconnected();
+    bool SeeLogFiltered();
+
+    bool ReadScenario();
+    bool LogIn(quint64 userId);
+    bool WaitForEntries(quint64 userId);
+    bool WaitFor(const QString& what, const std::function<bool()>& isSo);
+    bool TakePicture(const char* name);
+    void OpenPage(int scene);
+    void Choose(const char* combo, const QVariant& data);
+    Scenes OpenScenes() const;
+    bool Fail(const QString& reason);
+    void Tell(const QString& seen);
+
+    template <class Widget>
+    Widget* Find(const QString& name) const;
+
+    CComposition& m_composition;
+    CMainWindow& m_window;
+    const QString m_strFolder;
+    QElapsedTimer m_clock;
+    std::map<quint64, Scenes> m_expected;  // of the users who may log in
+    QString m_strFailure;
+    int m_nStep = 0;
+    int m_nEntryAnswers = 0;
+    int m_nChannelAnswers = 0;
+    qint64 m_nServerProcess = 0;
+    quint64 m_nFirstUser = 0;
+};

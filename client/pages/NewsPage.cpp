@@ -1,0 +1,28 @@
+#include "pages/NewsPage.h"
+
+#include <QFrame>
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include "SampleMarket.h"
+
+CNewsPage::CNewsPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market)
+    : CPage(page, entries) {
+    for (const SampleMarket::Headline& headline : market.headlines) {
+        QFrame* card = NewCard(this);
+        auto* layout = qobject_cast<QVBoxLayout*>(card->layout());
+        layout->setContentsMargins(18, 14, 18, 14);
+        auto* foot = new QHBoxLayout;
+        foot->setSpacing(12);
+        foot->addWidget(NewLabel("muted", headline.time, card));
+        foot->addWidget(NewLabel("muted", headline.source, card));
+        foot->addWidget(NewLabel("symbol", headline.symbol, card));
+        foot->addStretch(1);
+        QLabel* title = NewLabel("headline", texts::EnText(headline.titleId), card);
+        title->setWordWrap(true);
+        layout->addWidget(title);
+        layout->addLayout(foot);
+        Body()->addWidget(card);
+    }
+    Body()->addStretch(1);
+}

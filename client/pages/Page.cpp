@@ -1,0 +1,54 @@
+#include "pages/Page.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+#include <QVariant>
+
+#include "AIChatEntryButton.h"
+
+CPage::CPage(const EntryPage& page, const CAIChatEntries& entries, QWidget* parent)
+    : QWidget(parent), m_pEntry(new CAIChatEntryButton(page, entries, this)) {
+    setObjectName(QStringLiteral("Page_") + QString::fromLatin1(page.name));
+    auto* words = new QVBoxLayout;
+    words->setSpacing(2);
+    words->addWidget(NewLabel("title", page.title, this));
+    words->addWidget(NewLabel("muted", page.subtitle, this));
+    auto* head = new QHBoxLayout;
+    head->setSpacing(12);
+    head->addLayout(words);
+    head->addStretch(1);
+    head->addWidget(NewLabel("badge", texts::kSampleData, this), 0, Qt::AlignVCenter);
+    head->addWidget(m_pEntry, 0, Qt::AlignVCenter);
+    m_pBody = new QVBoxLayout(this);
+    m_pBody->setContentsMargins(20, 16, 20, 16);
+    m_pBody->setSpacing(14);
+    m_pBody->addLayout(head);
+}
+
+QFrame* CPage::NewCard(QWidget* parent) {
+    auto* card = new QFrame(parent);
+    card->setProperty("role", QStringLiteral("card"));
+    auto* layout = new QVBoxLayout(card);
+    layout->setContentsMargins(16, 12, 16, 12);
+    layout->setSpacing(5);
+    return card;
+}
+
+QLabel* CPage::NewLabel(const char* role, const QString& text, QWidget* parent) {
+    auto* label = new QLabel(text, parent);
+    label->setTextFormat(Qt::PlainText);
+    label->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    label->setProperty("role", QString::fromLatin1(role));
+    return label;
+}
+
+QLabel* CPage::NewLabel(const char* role, texts::EnText text, QWidget* parent) {
+    QLabel* label = NewLabel(role, QString(), parent);
+    texts::Keep(label, text);
+    return label;
+}
+
+void CPage::SetColor(QLabel* label, QRgb color) {
+    label->setStyleSheet(QStringLiteral("color: %1;").arg(QColor(color).name()));
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QWidget>
+
+#include "EntryScenes.h"
+
+class CAIChatEntries;
+class CAIChatEntryButton;
+class QFrame;
+class QLabel;
+class QVBoxLayout;
+
+/// A page of the client: its head with the entry to the AI chat, and under it what the page is for.
+class CPage : public QWidget {
+public:
+    CPage(const EntryPage& page, const CAIChatEntries& entries, QWidget* parent = nullptr);
+
+    CAIChatEntryButton* Entry() const { return m_pEntry; }
+
+protected:
+    QVBoxLayout* Body() const { return m_pBody; }
+
+    /// A card, empty, with a layout of its own.
+    static QFrame* NewCard(QWidget* parent);
+    /// A label that the style sheet knows by `role`.
+    static QLabel* NewLabel(const char* role, const QString& text, QWidget* parent);
+    static QLabel* NewLabel(const char* role, texts::EnText text, QWidget* parent);
+    static void SetColor(QLabel* label, QRgb color);
+
+private:
+    CAIChatEntryButton* m_pEntry;
+    QVBoxLayout* m_pBody;
+};

@@ -1,0 +1,58 @@
+#include "pages/SampleTable.h"
+
+#include <QHeaderView>
+
+namespace {
+
+constexpr int kRowHeight = 34;
+constexpr int kHeaderHeight = 34;
+
+}  // namespace
+
+CSampleTable::CSampleTable(const char* name, std::vector<Column> columns, int wide, QWidget* parent)
+    : QTableWidget(parent), m_columns(std::move(columns)) {
+    setObjectName(QString::fromLatin1(name));
+    setColumnCount(int(m_columns.size()));
+    setEditTriggers(NoEditTriggers);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setFocusPolicy(Qt::NoFocus);
+    setShowGrid(false);
+    setWordWrap(false);
+    setFrameShape(NoFrame);
+    verticalHeader()->hide();
+    verticalHeader()->setDefaultSectionSize(kRowHeight);
+    horizontalHeader()->setFixedHeight(kHeaderHeight);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    horizontalHeader()->setSectionResizeMode(wide, QHeaderView::Stretch);
+    texts::Keep(this, [this] {
+        for (int column = 0; column < columnCount(); ++column) {
+            const Column& shown = m_columns[size_t(column)];
+            auto* title = new QTableWidgetItem(texts::Tr(shown.title));
+            title->setTextAlignment((shown.figures ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+            setHorizontalHeaderItem(column, title);
+        }
+    });
+}
+
+void CSampleTable::AddRow(const std::vector<Cell>& cells) {
+    const int row = rowCount();
+    insertRow(row);
+    for (int column = 0; column < columnCount(); ++column) {
+        const Cell& cell = cells[size_t(column)];
+        auto* item = new QTableWidgetItem(cell.text);
+        item->setForeground(QColor(cell.color));
+        item->setTextAlignment((m_columns[size_t(column)].figures ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+        setItem(row, column, item);
+    }
+}
+
+void CSampleTable::StretchAll() {
+    horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+}
+
+void CSampleTable::FitRows() {
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFixedHeight(kHeaderHeight + rowCount() * kRowHeight + 2);
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QTableWidget>
+#include <vector>
+
+#include "ClientTexts.h"
+#include "Theme.h"
+
+/// A table that is looked at, not worked in: names at the left of their column, figures at the right.
+class CSampleTable : public QTableWidget {
+public:
+    struct Column {
+        texts::EnText title;
+        bool figures;
+    };
+    struct Cell {
+        QString text;
+        QRgb color = theme::kText;
+    };
+
+    /// The column `wide` takes the room that the others leave.
+    CSampleTable(const char* name, std::vector<Column> columns, int wide, QWidget* parent = nullptr);
+
+    void AddRow(const std::vector<Cell>& cells);
+
+    /// All columns get the same room.
+    void StretchAll();
+    /// No taller than its rows, and never scrolled.
+    void FitRows();
+
+private:
+    const std::vector<Column> m_columns;
+};
