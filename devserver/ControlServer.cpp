@@ -45,6 +45,7 @@ CControlServer::CControlServer(std::string token, Handler handler)
     server.set_read_timeout(kClientSeconds);
     server.set_write_timeout(kClientSeconds);
     server.set_tcp_nodelay(true);
+    // What is announced too long is read and thrown away, so that the client comes to read the refusal.
     server.set_payload_max_length(kMaxBodyBytes);
     server.new_task_queue = [] { return new httplib::ThreadPool(kThreads); };
     // The library's own options would let two servers share a port.

@@ -188,6 +188,8 @@ INSTANTIATE_TEST_SUITE_P(
         BadRequestRow{"DropWithoutBody", "POST", "/v1/drop", "", 400, "not JSON"},
         BadRequestRow{"FaultNoNumber", "PUT", "/v1/faults", R"({"x":{"error":1}})", 400, "x: the key must be"},
         BadRequestRow{"ConfigNoJson", "PUT", "/v1/config/a", "{", 400, "not JSON"},
+        BadRequestRow{"FarTooLarge", "PUT", "/v1/config/a", std::string(5 * CControlServer::kMaxBodyBytes, '1'), 413,
+                      "body: incomplete, or over 8388608 bytes"},
         BadRequestRow{"TooLarge", "PUT", "/v1/config/a", std::string(CControlServer::kMaxBodyBytes + 1, '1'), 413,
                       "body: incomplete, or over 8388608 bytes"}),
     RowName());
