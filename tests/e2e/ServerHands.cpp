@@ -60,8 +60,9 @@ Json::Value CServerHands::Post(const std::string& path, const std::string& json)
 
 std::vector<Json::Value> CServerHands::Requests(unsigned int command) {
     std::vector<Json::Value> requests;
-    for (const Json::Value& frame : Get("/v1/received")["received"]) {
-        if (frame["kind"] == "REQUEST" && frame["command"] == command) {
+    const Json::Value received = Get("/v1/received");
+    for (const Json::Value& frame : received["received"]) {
+        if (frame["kind"] == "REQUEST" && frame["command"].asUInt() == command) {
             requests.push_back(frame);
         }
     }

@@ -3,6 +3,7 @@
 #include <QNetworkRequest>
 #include <QWebSocket>
 #include <algorithm>
+#include <vector>
 
 #include "core/IPoster.h"
 #include "core/IRandom.h"
@@ -152,8 +153,15 @@ void CWebSocketChannel::BindCallback(unsigned short commandId, CSCallback callba
 
 void CWebSocketChannel::UnbindCallback(QObject* context) {
     m_pushes.UnBind(context);
+    // What a callback holds may unbind at its end: the dropped ones die when the table is whole again.
+    std::vector<Request> dropped;
     for (auto it = m_requests.begin(); it != m_requests.end();) {
-        it = it->second.context == context ? m_requests.erase(it) : std::next(it);
+        if (it->second.context == context) {
+            dropped.push_back(std::move(it->second));
+            it = m_requests.erase(it);
+        } else {
+            ++it;
+        }
     }
 }
 
