@@ -81,7 +81,7 @@ TEST_F(ProcessTest, ChildEndsWhenItsInputEnds) {
     EXPECT_EQ(process.exitCode(), 0);
 }
 
-TEST_F(ProcessTest, NoChildOutlivesItsInput) {
+TEST_F(ProcessTest, ServerThatIsNoChildOutlivesItsInput) {
     Start({});
     const Json::Value greeting = Greeting();
     process.closeWriteChannel();
