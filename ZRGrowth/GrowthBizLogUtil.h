@@ -13,7 +13,7 @@ class CGrowthBizLogUtil : public QObject {
 
 public:
     /// Which subsystem speaks; the names of the values are the tags of the lines.
-    enum ModuleType {
+    enum ModuleType : int {
         AIChat = 0,
         Ad = 1,
         Premium = 2,
@@ -36,7 +36,7 @@ constexpr const char* kGrowthModuleTag = "ZRGrowth";
 
 namespace growth_log {
 
-// The first argument carries the text for the compile-time check of its placeholders, the second is the
+// The first argument carries the text for the compile-time check of its fields, the second is the
 // same text as the macro below can't take it away from the rest.
 template <class Text, class... Args>
 std::string Format(const Text& text, const char* /*sameText*/, const Args&... args) {
@@ -50,7 +50,7 @@ std::string Format(const Text& text, const char* /*sameText*/, const Args&... ar
     CGrowthBizLogUtil::WriteLog(GROWTH_SOURCE, __LINE__, __func__, severity, kLogModuleType, \
                                 growth_log::Format(FMT_STRING(GROWTH_FIRST(__VA_ARGS__, "")), __VA_ARGS__))
 
-/// One log line: a literal with `{}` placeholders, and its values. They take the place where they stand, so
+/// One log line: a literal with `{}` for each of its values, and those. They take the place where they stand, so
 /// they belong into named functions; GROWTH_SOURCE comes from the build, and the source that uses them
 /// says which subsystem it is by a constant `kLogModuleType`.
 #define LogInfo(...) GROWTH_LOG(kZRLogInfo, __VA_ARGS__)

@@ -10,7 +10,7 @@ namespace devserver {
 /// Callable from any thread.
 void LogLine(const std::string& text);
 
-/// The same from an FMT_STRING literal, so that a wrong placeholder does not compile.
+/// The same from an FMT_STRING literal, so that a wrong field does not compile.
 template <class Format, class... Args>
 void Log(const Format& format, const Args&... args) {
     LogLine(fmt::format(format, args...));

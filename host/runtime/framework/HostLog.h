@@ -11,7 +11,7 @@
 namespace host {
 
 /// The log of one part of the host, named by `area` ("Channel"); its lines carry the module "Host.<area>".
-/// Texts are FMT_STRING literals, so that a wrong placeholder does not compile.
+/// Texts are FMT_STRING literals, so that a wrong field does not compile.
 class ZRHOST_API HostLog {
 public:
     explicit constexpr HostLog(const char* area) : m_pArea(area) {}

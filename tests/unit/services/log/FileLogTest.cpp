@@ -53,7 +53,7 @@ TEST_F(FileLogTest, OneWriteIsOneLineWhateverItsBytes) {
     EXPECT_THAT(Lines(), ElementsAre(HasSubstr("a\\x0a2026-01-01T00:00:00 info forged\n")));
 }
 
-TEST_F(FileLogTest, APlaceholderInALineIsText) {
+TEST_F(FileLogTest, AFormatFieldInALineIsText) {
     CFileLog log(Path());
 
     log.Write(Record(kZRLogInfo, QStringLiteral("{} {0} %s")));
