@@ -61,7 +61,7 @@ TEST_P(LanguagePackTest, HasAllTextsOfTheClientWithTheirPlaceholders) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(AllPacks, LanguagePackTest, Values("en", "zh-Hans", "zh-Hant", "ja", "fr"), PackName);
+INSTANTIATE_TEST_SUITE_P(OtherThanEnglish, LanguagePackTest, Values("zh-Hans", "zh-Hant", "ja", "fr"), PackName);
 
 TEST_F(ClientTextsTest, TheEnglishPackSaysWhatTheClientSaysWithoutIt) {
     const Pack pack = ReadPack("en");
