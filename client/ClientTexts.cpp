@@ -135,8 +135,8 @@ const std::vector<TextEntry>& All() {
         {kDayResult, "Today"},
         {kCash, "Cash"},
         {kQuantity, "Quantity"},
-        {kAverageCost, "Average cost"},
-        {kMarketValue, "Market value"},
+        {kAverageCost, "Avg. cost"},
+        {kMarketValue, "Value"},
         {kProfitLoss, "Profit / loss"},
     };
     return texts;

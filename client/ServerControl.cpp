@@ -65,8 +65,8 @@ void CServerControl::Refresh() {
 bool CServerControl::ReadState(const QByteArray& json, ServerState& state) {
     std::string error;
     const auto said = host::ParseJson(json.toStdString(), error);
-    if (!said || !said->isObject() || !(*said)["channel"].isUInt() || (*said)["channel"].asUInt() > 0xFFFF ||
-        !(*said)["users"].isArray()) {
+    if (!said || !said->isObject() || !(*said)["channel"].isUInt() || (*said)["channel"].asUInt() == 0 ||
+        (*said)["channel"].asUInt() > 0xFFFF || !(*said)["users"].isArray()) {
         return false;
     }
     ServerState read;

@@ -140,6 +140,7 @@ bool CTour::SeeUserWithNone() {
 bool CTour::SeeChinese() {
     auto* tab = Find<QAbstractButton>(QStringLiteral("NavigationTab_watchlist"));
     const QString before = tab->text();
+    const QVariant language = Find<QComboBox>(QStringLiteral("WorkbenchLanguage"))->currentData();
     Choose("WorkbenchLanguage", int(core::lang::kLanguageSimplifiedChinese));
     OpenPage(3);
     if (!WaitFor(QStringLiteral("Chinese texts"), [tab, before] {
@@ -149,8 +150,8 @@ bool CTour::SeeChinese() {
     }
     Tell(QStringLiteral("simplified Chinese: the first tab says %1").arg(tab->text().trimmed()));
     const bool taken = TakePicture("chinese");
-    Choose("WorkbenchLanguage", int(core::lang::kLanguageEnglish));
-    return taken && WaitFor(QStringLiteral("English texts again"), [tab, before] { return tab->text() == before; });
+    Choose("WorkbenchLanguage", language);
+    return taken && WaitFor(QStringLiteral("the former texts"), [tab, before] { return tab->text() == before; });
 }
 
 bool CTour::SeeForcedOpen() {

@@ -46,8 +46,8 @@ CLogView::CLogView(QWidget* parent)
     m_pTable->horizontalHeader()->setHighlightSections(false);
     m_pTable->horizontalHeader()->setStretchLastSection(true);
     m_pTable->setColumnWidth(CLogModel::Time, 80);
-    m_pTable->setColumnWidth(CLogModel::Severity, 56);
-    m_pTable->setColumnWidth(CLogModel::Tag, 84);
+    m_pTable->setColumnWidth(CLogModel::Severity, 60);
+    m_pTable->setColumnWidth(CLogModel::Tag, 92);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(8);

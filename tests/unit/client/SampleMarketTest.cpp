@@ -1,0 +1,59 @@
+#include "SampleMarket.h"
+
+#include "ClientTexts.h"
+#include "support/ScriptedHostTest.h"
+
+using namespace ::testing;
+
+namespace {
+
+class SampleMarketTest : public ScriptedHostTest {
+protected:
+    static bool IsText(unsigned int id) {
+        const auto& all = texts::All();
+        return std::any_of(all.begin(), all.end(), [id](const texts::TextEntry& text) { return text.id == id; });
+    }
+};
+
+}  // namespace
+
+TEST_F(SampleMarketTest, TheResourceFillsAllPages) {
+    const SampleMarket market = SampleMarket::Load();
+
+    EXPECT_THAT(market.indices, SizeIs(3));
+    EXPECT_THAT(market.instruments, SizeIs(Ge(10u)));
+    EXPECT_THAT(market.quote.book, SizeIs(5));
+    EXPECT_THAT(market.quote.today, SizeIs(Ge(2)));
+    for (const SampleMarket::Note& note : market.notes) {
+        EXPECT_TRUE(IsText(note.titleId) && IsText(note.summaryId)) << note.symbol.toStdString();
+    }
+    for (const SampleMarket::Headline& headline : market.headlines) {
+        EXPECT_TRUE(IsText(headline.titleId)) << headline.titleId;
+    }
+    for (const SampleMarket::Position& position : market.positions) {
+        EXPECT_FALSE(position.instrument.name.isEmpty());
+    }
+    EXPECT_THAT(market.positions, Not(IsEmpty()));
+}
+
+TEST_F(SampleMarketTest, AMemberOfAnotherTypeIsRefusedWithAReason) {
+    for (const char* json :
+         {"", "[]", "{\"indices\":[7]}", "{\"cash\":\"much\"}", "{\"instruments\":[{\"volume\":1.5e300}]}"}) {
+        SampleMarket market;
+        std::string error;
+        EXPECT_FALSE(SampleMarket::Read(json, market, error)) << json;
+        EXPECT_FALSE(error.empty()) << json;
+    }
+}
+
+TEST_F(SampleMarketTest, FiguresAreWrittenAsTheMarketDoes) {
+    EXPECT_EQ(figures::Price(1234.5), QStringLiteral("1,234.50"));
+    EXPECT_EQ(figures::Signed(0.5), QStringLiteral("+0.50"));
+    EXPECT_EQ(figures::Signed(-0.5), QStringLiteral("-0.50"));
+    EXPECT_EQ(figures::Signed(0), QStringLiteral("0.00"));
+    EXPECT_EQ(figures::Percent(110, 100), QStringLiteral("+10.00%"));
+    EXPECT_EQ(figures::Percent(1, 0), QStringLiteral("-"));
+    EXPECT_EQ(figures::Short(12'840'300), QStringLiteral("12.84 M"));
+    EXPECT_EQ(figures::Short(2.3387e9), QStringLiteral("2.34 B"));
+    EXPECT_EQ(figures::Short(950), QStringLiteral("950"));
+}
