@@ -29,7 +29,7 @@ void CNoticeBanner::ShowModuleFailures(const QStringList& failures) {
     setVisible(!failures.isEmpty());
 }
 
-void CNoticeBanner::ShowText() {
+void CNoticeBanner::ShowText() const {
     QStringList lines;
     for (const QString& failure : m_failures) {
         lines << texts::Tr(texts::kWithoutModule).arg(failure);

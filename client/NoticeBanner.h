@@ -14,7 +14,7 @@ public:
     void ShowModuleFailures(const QStringList& failures);
 
 private:
-    void ShowText();
+    void ShowText() const;
 
     QStringList m_failures;
     QLabel* m_pText;

@@ -28,7 +28,8 @@ CServerProcess::CServerProcess(QString binary, QString scenario)
     connect(&m_retryTimer, &QTimer::timeout, this, &CServerProcess::Start);
     connect(&m_process, &QProcess::readyReadStandardOutput, this, &CServerProcess::OnOutput);
     connect(&m_process, &QProcess::readyReadStandardError, this, [this] {
-        for (const QByteArray& line : m_process.readAllStandardError().split('\n')) {
+        const QList<QByteArray> lines = m_process.readAllStandardError().split('\n');
+        for (const QByteArray& line : lines) {
             if (!line.trimmed().isEmpty()) {
                 m_lastErrors = line.trimmed();
                 kLog.Info(FMT_STRING("{}"), m_lastErrors.toStdString());
