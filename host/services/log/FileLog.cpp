@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr size_t kFileBytes = size_t(5) * 1024 * 1024;
+constexpr size_t kFileBytes = 5 * 1024 * 1024;
 constexpr size_t kFiles = 3;
 
 spdlog::level::level_enum Level(ZRLogType type) {

@@ -32,16 +32,16 @@ TEST(ChatMessagesTest, AnAnswerIsWrittenFieldByFieldWithUnpackedIds) {
     detail->add_id_list(1);
     detail->add_id_list(2);
 
-    EXPECT_EQ(answer.SerializeAsString(), Bytes({0x08, 0x05,                    // result_code
-                                                 0x12, 0x02, 'o', 'k',          // result_message
-                                                 0x1A, 0x11,                    // data
-                                                 0x0A, 0x0F,                    // entry_list
-                                                 0x08, 0xAC, 0x02,              // scene
-                                                 0x10, 0x01,                    // is_all_open
-                                                 0x1A, 0x08,                    // stock_open_details
-                                                 0x08, 0x02,                    // detail_type
-                                                 0x10, 0x00,                    // is_open
-                                                 0x18, 0x01, 0x18, 0x02}));     // id_list, a tag each
+    EXPECT_EQ(answer.SerializeAsString(), Bytes({0x08, 0x05,                 // result_code
+                                                 0x12, 0x02, 'o',  'k',      // result_message
+                                                 0x1A, 0x11,                 // data
+                                                 0x0A, 0x0F,                 // entry_list
+                                                 0x08, 0xAC, 0x02,           // scene
+                                                 0x10, 0x01,                 // is_all_open
+                                                 0x1A, 0x08,                 // stock_open_details
+                                                 0x08, 0x02,                 // detail_type
+                                                 0x10, 0x00,                 // is_open
+                                                 0x18, 0x01, 0x18, 0x02}));  // id_list, a tag each
 }
 
 TEST(ChatMessagesTest, PackedIdsAreReadAsWell) {
@@ -56,8 +56,7 @@ TEST(ChatMessagesTest, ANegativeResultCodeTakesTenBytes) {
     chat::GetChatEntryRsp answer;
     answer.set_result_code(-1);
 
-    EXPECT_EQ(answer.SerializeAsString(),
-              Bytes({0x08, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0x01}));
+    EXPECT_EQ(answer.SerializeAsString(), Bytes({0x08, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0x01}));
 }
 
 TEST(ChatMessagesTest, SingularFieldsTellWhetherTheyWereSet) {

@@ -74,7 +74,8 @@ QStringList OutputOf(const QString& program, const QStringList& arguments) {
 std::vector<std::string> NeededBy(const char* library) {
     std::vector<std::string> needed;
     static const QRegularExpression pattern(QStringLiteral("NEEDED.*\\[([^.\\]]+)"));
-    for (const QString& line : OutputOf(QStringLiteral("readelf"), {QStringLiteral("-dW"), QString::fromLatin1(library)})) {
+    for (const QString& line :
+         OutputOf(QStringLiteral("readelf"), {QStringLiteral("-dW"), QString::fromLatin1(library)})) {
         const auto match = pattern.match(line);
         if (match.hasMatch()) {
             needed.push_back(match.captured(1).toStdString());
@@ -164,9 +165,9 @@ TEST(WallsTest, OnlyTheCompositionNamesTheServices) {
 }
 
 TEST(WallsTest, TheModuleNeedsOfTheHostItsLibraryAlone) {
-    EXPECT_THAT(NeededBy(ZR_MODULE), AllOf(Contains("libzrhost"), Each(AnyOf("libzrhost", "libQt5Core", "libQt5Gui",
-                                                                             "libQt5Widgets", "libjsoncpp", "libfmt",
-                                                                             "libprotobuf", OfTheCompiler()))));
+    EXPECT_THAT(NeededBy(ZR_MODULE),
+                AllOf(Contains("libzrhost"), Each(AnyOf("libzrhost", "libQt5Core", "libQt5Gui", "libQt5Widgets",
+                                                        "libjsoncpp", "libfmt", "libprotobuf", OfTheCompiler()))));
 }
 
 TEST(WallsTest, TheHostLibraryNeedsNeitherDatabaseNorNetworkNorLog) {
@@ -177,25 +178,25 @@ TEST(WallsTest, TheHostLibraryNeedsNeitherDatabaseNorNetworkNorLog) {
 TEST(WallsTest, TheModuleExportsItsFiveSymbolsAndNothingElse) {
     std::vector<std::string> symbols;
     for (const QString& line : OutputOf(QStringLiteral("nm"), {QStringLiteral("-D"), QStringLiteral("--defined-only"),
-                                                          QStringLiteral("-P"), QStringLiteral(ZR_MODULE)})) {
+                                                               QStringLiteral("-P"), QStringLiteral(ZR_MODULE)})) {
         symbols.push_back(line.section(QLatin1Char(' '), 0, 0).toStdString());
     }
-    EXPECT_THAT(symbols,
-                UnorderedElementsAre("CreateZRPluginModule", "DestroyZRPluginModule",
-                                     "CreateZRPluginModuleCZRGrowthModule", "DestroyZRPluginModuleCZRGrowthModule",
-                                     "LoadPluginModuleCZRGrowthModule"));
+    EXPECT_THAT(symbols, UnorderedElementsAre(
+                             "CreateZRPluginModule", "DestroyZRPluginModule", "CreateZRPluginModuleCZRGrowthModule",
+                             "DestroyZRPluginModuleCZRGrowthModule", "LoadPluginModuleCZRGrowthModule"));
 }
 
 TEST(WallsTest, TheModuleIsNeverUnmapped) {
-    EXPECT_THAT(OutputOf(QStringLiteral("readelf"), {QStringLiteral("-dW"), QStringLiteral(ZR_MODULE)}).join(QLatin1Char('\n')).toStdString(),
+    EXPECT_THAT(OutputOf(QStringLiteral("readelf"), {QStringLiteral("-dW"), QStringLiteral(ZR_MODULE)})
+                    .join(QLatin1Char('\n'))
+                    .toStdString(),
                 HasSubstr("NODELETE"));
 }
 
 TEST(WallsTest, ASourceFileStaysWithinFiveHundredLines) {
     for (const char* folder : {"ZRGrowth", "host", "client", "devserver", "tests"}) {
         QDirIterator files(kSource + QLatin1Char('/') + QString::fromLatin1(folder),
-                           {QStringLiteral("*.h"), QStringLiteral("*.cpp")}, QDir::Files,
-                           QDirIterator::Subdirectories);
+                           {QStringLiteral("*.h"), QStringLiteral("*.cpp")}, QDir::Files, QDirIterator::Subdirectories);
         while (files.hasNext()) {
             QFile file(files.next());
             ASSERT_TRUE(file.open(QIODevice::ReadOnly));

@@ -31,10 +31,12 @@ TEST(PortsTest, AContractCallWithoutServicesDoesNothingAndGivesItsEmptyValue) {
     std::string text = "untouched";
     long number = 7;
     const core::__CMessageDispatch bus("[Test]");
-    bus.Bind(1, [](unsigned int, unsigned long, const std::shared_ptr<core::CMessageBody>&) {}, &context);
+    bus.Bind(
+        1, [](unsigned int, unsigned long, const std::shared_ptr<core::CMessageBody>&) {}, &context);
     bus.Send(1, nullptr, true);
     bus.UnBind(&context);
-    core::post::ToMain(&context, [] { ADD_FAILURE() << "ran"; }, nullptr);
+    core::post::ToMain(
+        &context, [] { ADD_FAILURE() << "ran"; }, nullptr);
     FrameWork::_WriteLogRaw(nullptr, 0, nullptr, kZRLogError, nullptr, QString(), -128);
     FrameWork::_FW_OnAssertFailed(FrameWork::kAssetDefensive, "", "", "", 0, "false");
     IZRChannelProxy::BindCallback(kCSChannelMain, 1, {}, &context);
@@ -84,8 +86,7 @@ TEST(PortsTest, UninstallWaitsForTheCallOfAnotherThread) {
     host::Ports ports;
     ports.log = &log;
     host::Install(ports);
-    std::thread writer(
-        [] { FrameWork::_WriteLogRaw("", 0, "", kZRLogInfo, "", QStringLiteral("from afar"), -128); });
+    std::thread writer([] { FrameWork::_WriteLogRaw("", 0, "", kZRLogInfo, "", QStringLiteral("from afar"), -128); });
     while (!log.entered) {
         std::this_thread::yield();
     }

@@ -19,7 +19,10 @@ protected:
 };
 
 TEST_F(SqliteStoreTest, ATextComesBackByteForByteAlsoAfterReopening) {
-    const std::string bytes("\x00\xFF\x1A" "end", 6);
+    const std::string bytes(
+        "\x00\xFF\x1A"
+        "end",
+        6);
     {
         CSqliteStore file(Path());
         ASSERT_TRUE(file.IsOpen());
