@@ -18,6 +18,14 @@ int64_t Now() {
     return CMainThreadPoster::SteadyMillis();
 }
 
+// A socket that was cut without a word carries the code of an orderly end all the same.
+QString ClosedBecause(const QWebSocket& socket) {
+    if (socket.closeCode() == QWebSocketProtocol::CloseCodeNormal && socket.closeReason().isEmpty()) {
+        return QStringLiteral("the server ended it");
+    }
+    return QStringLiteral("closed with %1 %2").arg(socket.closeCode()).arg(socket.closeReason()).trimmed();
+}
+
 }  // namespace
 
 CWebSocketChannel::CWebSocketChannel(IPoster& poster, IRandom& random, const ChannelOptions& options)
@@ -63,9 +71,7 @@ void CWebSocketChannel::Connect() {
     m_pSocket->setMaxAllowedIncomingMessageSize(kMaxFrameBytes);
     m_pSocket->setMaxAllowedIncomingFrameSize(kMaxFrameBytes);
     connect(m_pSocket, &QWebSocket::connected, this, &CWebSocketChannel::OnConnected);
-    connect(m_pSocket, &QWebSocket::disconnected, this, [this] {
-        OnLost(QStringLiteral("closed with %1 %2").arg(m_pSocket->closeCode()).arg(m_pSocket->closeReason()).trimmed());
-    });
+    connect(m_pSocket, &QWebSocket::disconnected, this, [this] { OnLost(ClosedBecause(*m_pSocket)); });
     connect(m_pSocket, qOverload<QAbstractSocket::SocketError>(&QWebSocket::error), this, [this] {
         if (!m_bConnected) {
             OnLost(m_pSocket->errorString());
