@@ -1,5 +1,6 @@
 #include "Composition.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QDir>
 
@@ -17,6 +18,17 @@ QString InDataDir(const COptions& options, const char* name) {
     const QDir folder(options.dataDir);
     folder.mkpath(QStringLiteral("."));
     return folder.absoluteFilePath(QString::fromLatin1(name));
+}
+
+// What is posted may delete later, and what is deleted may post: until there is nothing, or for ever is near.
+void Drain() {
+    for (int round = 0; round < 100; ++round) {
+        const bool busy = QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        if (!busy) {
+            return;
+        }
+    }
 }
 
 QUrl Loopback(const char* scheme, quint16 port) {
@@ -38,9 +50,16 @@ std::function<QString()> Words(texts::EnText id, const QStringList& values = {})
 
 }  // namespace
 
+CComposition::LogFirst::LogFirst(CFileLog& log) {
+    host::Ports ports;
+    ports.log = &log;
+    host::Install(ports);
+}
+
 CComposition::CComposition(const COptions& options)
     : m_options(options),
       m_log(InDataDir(options, "client.log")),
+      m_logFirst(m_log),
       m_bus(m_poster),
       m_store(InDataDir(options, "client.sqlite")),
       m_environment(m_store, {options.release, options.velora}),
@@ -67,6 +86,9 @@ CComposition::CComposition(const COptions& options)
     connect(&m_channel, &CWebSocketChannel::Connected, this, [this] { ShowStatus(Words(texts::kConnected), true); });
     connect(&m_channel, &CWebSocketChannel::Disconnected, this, [this](const QString& reason, int retryMs) {
         ShowStatus(Words(texts::kNoConnection, {reason, QString::number(retryMs / 1000.0, 'f', 1)}), false);
+        if (!m_options.server.isEmpty() && !m_bEnded) {
+            m_control.Refresh();  // a server that was started by hand may come back on another channel port
+        }
     });
     connect(&m_commonConfig, &CCommonConfig::Changed, this,
             [this] { m_bus.Send("[Client]", core::kMsgCommonConfigChanged, 0, nullptr); });
@@ -130,9 +152,9 @@ void CComposition::End() {
     m_bEnded = true;
     host::ModuleLifecycle::Event(kZRPluginEventBeforeQuit, nullptr);
     m_session.Logout();
-    QCoreApplication::processEvents();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    Drain();
     host::ModuleLifecycle::UnInit();
+    Drain();
     host::ModuleLifecycle::Close();
     m_channel.Close();
     m_server.Stop();
@@ -140,11 +162,17 @@ void CComposition::End() {
 }
 
 void CComposition::OnServerReady(const ServerEndpoint& endpoint) {
+    if (m_bEnded) {
+        return;
+    }
     m_token = endpoint.token;
     m_control.Open(Loopback("http", endpoint.controlPort), m_token);
 }
 
 void CComposition::OnServerState(const ServerState& state) {
+    if (m_bEnded) {
+        return;
+    }
     m_users = state.users;
     Q_EMIT UsersChanged();
     if (!m_channel.IsConnected()) {
@@ -164,7 +192,7 @@ void CComposition::OnHostFrame(const channel::Frame& frame) {
     }
     if (frame.kind() == channel::Frame::LOGIN_ANSWER) {
         m_clock.SetServerTimeMillis(frame.login_answer().server_time_ms());
-        m_session.Receive(frame.login_answer());
+        m_session.Receive(frame);
     }
 }
 
@@ -188,6 +216,7 @@ void CComposition::Logout() {
 
 void CComposition::SetLanguage(int languageId) {
     m_language.SetLanguage(languageId);
+    m_session.SetLanguage(languageId);
     m_bus.Send("[Client]", core::kMsgLanguageChanged, 0, nullptr);
     Q_EMIT LanguageChanged();
     if (m_fnStatus) {

@@ -68,8 +68,14 @@ private:
     void OnLoggedIn();
     void ShowStatus(std::function<QString()> words, bool good);
 
+    /// Installs the log ahead of the other services, since their constructors have something to say.
+    struct LogFirst {
+        explicit LogFirst(CFileLog& log);
+    };
+
     const COptions m_options;
     CFileLog m_log;
+    LogFirst m_logFirst;
     CMainThreadPoster m_poster;
     CMessageBus m_bus;
     CServerClock m_clock;

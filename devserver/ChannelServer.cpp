@@ -141,6 +141,7 @@ void CChannelServer::OnLogin(uint64_t id, const Frame& frame) {
     const User* user = m_state.scenario.FindUser(userId);
     Frame answerFrame;
     answerFrame.set_kind(Frame::LOGIN_ANSWER);
+    answerFrame.set_session(frame.session());
     channel::LoginAnswer& answer = *answerFrame.mutable_login_answer();
     answer.set_user_id(userId);
     if (!user || user->refuseLogin) {

@@ -3,6 +3,7 @@
 #include <QNetworkRequest>
 #include <QWebSocket>
 #include <algorithm>
+#include <memory>
 #include <vector>
 
 #include "core/IPoster.h"
@@ -46,9 +47,11 @@ CWebSocketChannel::~CWebSocketChannel() {
 
 void CWebSocketChannel::Open(const QUrl& url, const QByteArray& token) {
     Close();
+    if (url != m_url || token != m_token) {
+        m_backoff.Reset();
+    }
     m_url = url;
     m_token = token;
-    m_backoff.Reset();
     Connect();
 }
 
@@ -132,7 +135,13 @@ bool CWebSocketChannel::SendFrame(const channel::Frame& frame) {
     if (!m_bConnected) {
         return false;
     }
-    m_pSocket->sendBinaryMessage(EncodeFrame(frame));
+    const QByteArray bytes = EncodeFrame(frame);
+    if (bytes.size() > kMaxFrameBytes) {
+        // The server would end the connection over it, and with it what others have in flight.
+        kLog.Error(FMT_STRING("A frame of {} bytes is too large to be sent"), bytes.size());
+        return false;
+    }
+    m_pSocket->sendBinaryMessage(bytes);
     return true;
 }
 
@@ -148,7 +157,7 @@ unsigned long CWebSocketChannel::SendCommand(const CSProtoData& data, CSCallback
     if (SendFrame(frame)) {
         ArmDeadline();
     } else {
-        FailLater(kCSProtoDisconnected);
+        m_poster.Post(this, std::chrono::milliseconds(0), [this, session] { Fail(session, kCSProtoDisconnected); });
     }
     return session;
 }
@@ -180,22 +189,31 @@ void CWebSocketChannel::OnBinaryFrame(const QByteArray& bytes) {
         return;
     }
     m_backoff.Reset();
-    switch (frame->kind()) {
+    // From a task, with nothing of the socket below it: a callback may open a loop in which the socket goes.
+    m_poster.Post(this, std::chrono::milliseconds(0),
+                  [this, frame = std::make_shared<channel::Frame>(*frame)] { Deliver(*frame); });
+}
+
+void CWebSocketChannel::Deliver(const channel::Frame& frame) {
+    switch (frame.kind()) {
         case channel::Frame::REPLY:
-            OnReply(*frame);
+            OnReply(frame);
             return;
         case channel::Frame::PUSH:
-            OnPush(*frame);
+            OnPush(frame);
             return;
         default:
-            Q_EMIT HostFrameReceived(*frame);
+            Q_EMIT HostFrameReceived(frame);
     }
 }
 
 void CWebSocketChannel::OnReply(const channel::Frame& frame) {
     const auto found = m_requests.find(frame.session());
     if (found == m_requests.end()) {
-        kLog.Error(FMT_STRING("Frame dropped: a reply for session {}, which waits for none"), frame.session());
+        // Who let go of a request, or was told of its failure, is not to blame for a reply that was on its way.
+        const ZRLogType type = frame.session() <= m_nLastSession ? kZRLogInfo : kZRLogError;
+        kLog.Write(type, fmt::format(FMT_STRING("Frame dropped: a reply for session {}, which waits for none"),
+                                     frame.session()));
         return;
     }
     const Request request = std::move(found->second);
@@ -226,16 +244,23 @@ void CWebSocketChannel::FailLater(CSProtoError error) {
 // One at a time out of the table: a callback may send or unbind.
 void CWebSocketChannel::FailUpTo(unsigned long lastSession, CSProtoError error) {
     while (!m_requests.empty() && m_requests.begin()->first <= lastSession) {
-        const unsigned long session = m_requests.begin()->first;
-        const Request request = std::move(m_requests.begin()->second);
-        m_requests.erase(m_requests.begin());
-        if (request.context && request.callback) {
-            const CSProtoData data{request.command, std::string()};
-            host::RunGuarded(kLog, "A failed request's callback",
-                             [&] { request.callback(session, error, data, nullptr); });
-        }
+        Fail(m_requests.begin()->first, error);
     }
     ArmDeadline();
+}
+
+void CWebSocketChannel::Fail(unsigned long session, CSProtoError error) {
+    const auto found = m_requests.find(session);
+    if (found == m_requests.end()) {
+        return;
+    }
+    const Request request = std::move(found->second);
+    m_requests.erase(found);
+    ArmDeadline();
+    if (request.context && request.callback) {
+        const CSProtoData data{request.command, std::string()};
+        host::RunGuarded(kLog, "A failed request's callback", [&] { request.callback(session, error, data, nullptr); });
+    }
 }
 
 void CWebSocketChannel::FailOverdue() {

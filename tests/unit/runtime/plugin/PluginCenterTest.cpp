@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "framework/log.h"
 #include "plugin/IZRPluginInterfaceFactory.h"
 #include "plugin/IZRPluginModule.h"
 #include "plugin/PluginLoader.h"
@@ -13,9 +14,15 @@ namespace {
 
 class CService : public IZRPluginInterface {};
 
+std::vector<std::string>& Calls() {
+    static auto* calls = new std::vector<std::string>;
+    return *calls;
+}
+
 class CFactory : public IZRPluginInterfaceFactory {
 public:
     explicit CFactory(std::string name) : m_strName(std::move(name)) {}
+    ~CFactory() override { Calls().push_back(m_strName + " gone"); }
 
     std::string GetInterfaceName() override { return m_strName; }
     std::shared_ptr<IZRPluginInterface> CreateInterface() override { return service; }
@@ -55,15 +62,12 @@ private:
     std::vector<std::string>& m_calls;
 };
 
-std::vector<std::string>& Calls() {
-    static std::vector<std::string> calls;
-    return calls;
-}
-
 // Made by a static initialiser of this program, before main and before any service.
 const auto kEarlyFactory = std::make_shared<CFactory>("9EarlyName");
 const bool kEarlyRegistered = [] {
     IZRPluginCenter::RegisterInterfaceFactory(kEarlyFactory, false);
+    // there is no log yet, and nothing happens
+    FrameWork::_WriteLogRaw("", 0, "", kZRLogError, "", QStringLiteral("early"), -128);
     return true;
 }();
 
@@ -125,6 +129,16 @@ TEST_F(PluginCenterTest, AModuleThatThrowsIsLoggedAndTheOthersGoOn) {
 
     EXPECT_THAT(Calls(), ElementsAre("a OnLogin", "b OnLogin"));
     EXPECT_THAT(log.Lines(), ElementsAre(Error("OnLogin of a module threw: no")));
+}
+
+TEST_F(PluginCenterTest, TheEndDropsTheFactoriesBeforeTheModulesTheYoungestFirst) {
+    IZRPluginCenter::RegisterModule(std::make_shared<CModule>("module", Calls()));
+    IZRPluginCenter::RegisterInterfaceFactory(std::make_shared<CFactory>("first"), false);
+    IZRPluginCenter::RegisterInterfaceFactory(std::make_shared<CFactory>("second"), false);
+
+    host::ModuleLifecycle::Close();
+
+    EXPECT_THAT(Calls(), ElementsAre("second gone", "first gone", "module gone"));
 }
 
 TEST_F(PluginCenterTest, TheEndDropsTheYoungestModuleFirstAndTakesNothingNew) {
