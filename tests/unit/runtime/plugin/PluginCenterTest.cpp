@@ -154,4 +154,34 @@ TEST_F(PluginCenterTest, TheEndDropsTheYoungestModuleFirstAndTakesNothingNew) {
     EXPECT_EQ(IZRPluginCenter::RegisterModule(std::make_shared<CModule>("c", Calls())), 0);
 }
 
+class CReentrantFactory : public CFactory {
+public:
+    CReentrantFactory() : CFactory("outer") {}
+
+    std::shared_ptr<IZRPluginInterface> CreateInterface() override {
+        IZRPluginCenter::RegisterInterfaceFactory(std::make_shared<CFactory>("inner"), false);
+        return IZRPluginCenter::_CreateInterface("inner");
+    }
+};
+
+TEST_F(PluginCenterTest, AFactoryMayAskTheCenterWhileItMakesItsService) {
+    IZRPluginCenter::RegisterInterfaceFactory(std::make_shared<CReentrantFactory>(), false);
+
+    EXPECT_TRUE(IZRPluginCenter::_CreateInterface("outer"));
+}
+
+class CThrowingFactory : public CFactory {
+public:
+    CThrowingFactory() : CFactory("throwing") {}
+
+    std::shared_ptr<IZRPluginInterface> CreateInterface() override { throw std::runtime_error("no service"); }
+};
+
+TEST_F(PluginCenterTest, AFactoryThatThrowsGivesNothingAndIsLogged) {
+    IZRPluginCenter::RegisterInterfaceFactory(std::make_shared<CThrowingFactory>(), false);
+
+    EXPECT_FALSE(IZRPluginCenter::_CreateInterface("throwing"));
+    EXPECT_THAT(log.Lines(), ElementsAre(Error("The factory of a service threw: no service")));
+}
+
 }  // namespace
