@@ -138,6 +138,10 @@ const std::vector<TextEntry>& All() {
         {kAverageCost, "Avg. cost"},
         {kMarketValue, "Value"},
         {kProfitLoss, "Profit / loss"},
+        {kTheme, "Theme"},
+        {kThemeLight, "Light"},
+        {kThemeDarkBlue, "Dark blue"},
+        {kThemeBlack, "Black"},
     };
     return texts;
 }

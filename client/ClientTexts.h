@@ -133,6 +133,10 @@ enum EnText : unsigned int {
     kAverageCost = 900118,
     kMarketValue = 900119,
     kProfitLoss = 900120,
+    kTheme = 900121,
+    kThemeLight = 900122,
+    kThemeDarkBlue = 900123,
+    kThemeBlack = 900124,
 };
 
 /// A text and what is shown where a language has none for it.

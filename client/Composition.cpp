@@ -62,6 +62,7 @@ CComposition::CComposition(const COptions& options)
       m_logFirst(m_log),
       m_bus(m_poster),
       m_store(InDataDir(options, "client.sqlite")),
+      m_theme(m_store),
       m_environment(m_store, {options.release, options.velora}),
       m_language(options.language),
       m_commonConfig(m_store),
@@ -81,6 +82,7 @@ CComposition::CComposition(const COptions& options)
     ports.clock = &m_clock;
     ports.random = &m_random;
     host::Install(ports);
+    m_theme.Begin(options.theme);
 
     connect(&m_channel, &CWebSocketChannel::HostFrameReceived, this, &CComposition::OnHostFrame);
     connect(&m_channel, &CWebSocketChannel::Connected, this, [this] { ShowStatus(Words(texts::kConnected), true); });
@@ -222,6 +224,10 @@ void CComposition::SetLanguage(int languageId) {
     if (m_fnStatus) {
         Q_EMIT StatusChanged(m_fnStatus(), m_bStatusGood);
     }
+}
+
+void CComposition::SetTheme(int number) {
+    m_theme.Choose(number);
 }
 
 void CComposition::ShowStatus(std::function<QString()> words, bool good) {

@@ -17,6 +17,7 @@
 #include "core/ServerClock.h"
 #include "log/FileLog.h"
 #include "store/SqliteStore.h"
+#include "ui/ThemeChoice.h"
 
 /// What the client is made of: the one place that names the services, joins them to their ports, and
 /// drives the modules through their life. Main thread.
@@ -37,6 +38,7 @@ public:
     void Login(quint64 userId);
     void Logout();
     void SetLanguage(int languageId);
+    void SetTheme(int number);
 
     quint64 UserId() const { return m_session.UserId(); }
     int LanguageId() const { return m_language.LanguageId(); }
@@ -81,6 +83,7 @@ private:
     CServerClock m_clock;
     CRandom m_random;
     CSqliteStore m_store;
+    CThemeChoice m_theme;
     CEnvironment m_environment;
     CLanguage m_language;
     CCommonConfig m_commonConfig;

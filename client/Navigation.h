@@ -21,6 +21,7 @@ Q_SIGNALS:
     void Chosen(int index);
 
 private:
+    void ShowIcons();
     void ShowTexts();
 
     QToolButton* m_pToggle;

@@ -20,18 +20,15 @@ CTitleBar::CTitleBar(QWidget* parent)
     : QFrame(parent), m_pWorkbench(new QToolButton(this)), m_pUser(new QToolButton(this)), m_pMenu(new QMenu(this)) {
     setObjectName(QStringLiteral("TitleBar"));
     auto* mark = new QLabel(this);
-    mark->setPixmap(icons::Pixmap("brand", theme::kAccent, 22));
     auto* product = new QLabel(this);
     product->setObjectName(QStringLiteral("ProductName"));
     texts::Keep(product, core::environment::IsVelora() ? texts::kVelora : texts::kKestrel);
     m_pWorkbench->setObjectName(QStringLiteral("WorkbenchToggle"));
-    m_pWorkbench->setIcon(icons::Make("workbench", kButtonColors));
     m_pWorkbench->setIconSize({20, 20});
     m_pWorkbench->setCheckable(true);
     m_pWorkbench->setChecked(true);
     m_pMenu->setObjectName(QStringLiteral("UserMenu"));
     m_pUser->setObjectName(QStringLiteral("UserMenuButton"));
-    m_pUser->setIcon(icons::Make("user", kButtonColors));
     m_pUser->setIconSize({20, 20});
     m_pUser->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     m_pUser->setPopupMode(QToolButton::InstantPopup);
@@ -44,6 +41,11 @@ CTitleBar::CTitleBar(QWidget* parent)
     layout->addStretch(1);
     layout->addWidget(m_pWorkbench);
     layout->addWidget(m_pUser);
+    theme::Keep(this, [this, mark] {
+        mark->setPixmap(icons::Pixmap("brand", theme::kAccent, 22));
+        m_pWorkbench->setIcon(icons::Make("workbench", kButtonColors));
+        m_pUser->setIcon(icons::Make("user", kButtonColors));
+    });
     texts::Keep(this, [this] { ShowTexts(); });
 }
 

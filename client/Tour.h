@@ -29,6 +29,7 @@ private:
     bool SeeOtherUser();
     bool SeeUserWithNone();
     bool SeeChinese();
+    bool SeeThemes();
     bool SeeForcedOpen();
     bool SeeServerLost();
     bool SeeReconnected();
@@ -39,6 +40,7 @@ private:
     bool WaitForEntries(quint64 userId);
     bool WaitFor(const QString& what, const std::function<bool()>& isSo);
     bool TakePicture(const char* name);
+    bool WearsTheme() const;
     void OpenPage(int scene);
     void Choose(const char* combo, const QVariant& data);
     Scenes OpenScenes() const;
@@ -57,6 +59,7 @@ private:
     int m_nStep = 0;
     int m_nEntryAnswers = 0;
     int m_nChannelAnswers = 0;
+    int m_nThemeMessages = 0;
     qint64 m_nServerProcess = 0;
     quint64 m_nFirstUser = 0;
 };

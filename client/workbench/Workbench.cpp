@@ -10,7 +10,9 @@
 
 #include "AIChatEntries.h"
 #include "ClientTexts.h"
+#include "Theme.h"
 #include "core/lang.h"
+#include "ui/zr_ui_theme.h"
 #include "workbench/EntryTable.h"
 
 namespace {
@@ -26,6 +28,17 @@ constexpr LanguageChoice kLanguages[] = {
     {core::lang::kLanguageTraditionalChinese, texts::kLanguageTraditionalChinese},
     {core::lang::kLanguageJapanese, texts::kLanguageJapanese},
     {core::lang::kLanguageFrench, texts::kLanguageFrench},
+};
+
+struct ThemeChoice {
+    zr_ui_theme::Manager::Theme theme;
+    texts::EnText name;
+};
+
+constexpr ThemeChoice kThemes[] = {
+    {zr_ui_theme::Manager::kThemeLight, texts::kThemeLight},
+    {zr_ui_theme::Manager::kThemeDarkBlue, texts::kThemeDarkBlue},
+    {zr_ui_theme::Manager::kThemeBlack, texts::kThemeBlack},
 };
 
 struct OverrideChoice {
@@ -63,6 +76,7 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, QWidget* parent)
       m_pLogin(new QPushButton(this)),
       m_pLogout(new QPushButton(this)),
       m_pLanguage(NewCombo("WorkbenchLanguage", this)),
+      m_pTheme(NewCombo("WorkbenchTheme", this)),
       m_pOverride(NewCombo("WorkbenchOverride", this)),
       m_pLog(new CLogView(this)) {
     setObjectName(QStringLiteral("Workbench"));
@@ -75,6 +89,7 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, QWidget* parent)
     grid->setVerticalSpacing(8);
     AddUserRow(grid);
     AddLanguageRow(grid);
+    AddThemeRow(grid);
     AddOverrideRow(grid);
     auto* layout = new QVBoxLayout(content);
     layout->setContentsMargins(14, 12, 14, 12);
@@ -88,8 +103,10 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, QWidget* parent)
     connect(&entries, &CAIChatEntries::Changed, this, &CWorkbench::ShowOverride);
     texts::Keep(this, [this] {
         ShowUserTexts();
+        ShowTheme();
         ShowOverride();
     });
+    theme::Keep(this, [this] { ShowTheme(); });
 }
 
 void CWorkbench::AddUserRow(QGridLayout* grid) {
@@ -121,12 +138,22 @@ void CWorkbench::AddLanguageRow(QGridLayout* grid) {
             [this] { Q_EMIT LanguageWanted(m_pLanguage->currentData().toInt()); });
 }
 
+void CWorkbench::AddThemeRow(QGridLayout* grid) {
+    for (const ThemeChoice& choice : kThemes) {
+        m_pTheme->addItem(QString(), int(choice.theme));
+    }
+    grid->addWidget(NewTitle(texts::kTheme, "muted", this), 3, 0);
+    grid->addWidget(m_pTheme, 3, 1, 1, 3);
+    connect(m_pTheme, qOverload<int>(&QComboBox::currentIndexChanged), this,
+            [this] { Q_EMIT ThemeWanted(m_pTheme->currentData().toInt()); });
+}
+
 void CWorkbench::AddOverrideRow(QGridLayout* grid) {
     for (const OverrideChoice& choice : kOverrides) {
         m_pOverride->addItem(QString(), int(choice.value));
     }
-    grid->addWidget(NewTitle(texts::kOverride, "muted", this), 3, 0);
-    grid->addWidget(m_pOverride, 3, 1, 1, 3);
+    grid->addWidget(NewTitle(texts::kOverride, "muted", this), 4, 0);
+    grid->addWidget(m_pOverride, 4, 1, 1, 3);
     connect(m_pOverride, qOverload<int>(&QComboBox::currentIndexChanged), this,
             [this] { m_entries.SetOverride(EnEntryOverride(m_pOverride->currentData().toInt())); });
 }
@@ -164,6 +191,14 @@ void CWorkbench::ShowLanguage(int languageId) {
     const QSignalBlocker blocker(m_pLanguage);
     m_pLanguage->setCurrentIndex(
         std::max(0, m_pLanguage->findData(languageId)));  // any number that is none of these is English
+}
+
+void CWorkbench::ShowTheme() {
+    const QSignalBlocker blocker(m_pTheme);
+    for (int index = 0; index < m_pTheme->count(); ++index) {
+        m_pTheme->setItemText(index, texts::Tr(kThemes[index].name));
+    }
+    m_pTheme->setCurrentIndex(m_pTheme->findData(int(zr_ui_theme::Manager::instance()->getTheme())));
 }
 
 void CWorkbench::ShowOverride() {

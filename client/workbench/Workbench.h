@@ -28,12 +28,15 @@ Q_SIGNALS:
     void LoginWanted(quint64 userId);
     void LogoutWanted();
     void LanguageWanted(int languageId);
+    void ThemeWanted(int number);
 
 private:
     void AddUserRow(QGridLayout* grid);
     void AddLanguageRow(QGridLayout* grid);
+    void AddThemeRow(QGridLayout* grid);
     void AddOverrideRow(QGridLayout* grid);
     void ShowUserTexts();
+    void ShowTheme();
     void ShowOverride();
 
     CAIChatEntries& m_entries;
@@ -44,6 +47,7 @@ private:
     QPushButton* m_pLogin;
     QPushButton* m_pLogout;
     QComboBox* m_pLanguage;
+    QComboBox* m_pTheme;
     QComboBox* m_pOverride;
     CLogView* m_pLog;
 };
