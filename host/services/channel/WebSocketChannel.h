@@ -49,6 +49,9 @@ public:
     /// Sends a frame of the host's own (login, logout). False without a connection.
     bool SendFrame(const channel::Frame& frame);
 
+    /// One frame of the server's. Bytes that are none are logged and dropped.
+    void Receive(const QByteArray& bytes);
+
     unsigned long SendCommand(const CSProtoData& data, CSCallback callback, QObject* context) override;
     void BindCallback(unsigned short commandId, CSCallback callback, QObject* context) override;
     void UnbindCallback(QObject* context) override;
@@ -72,7 +75,6 @@ private:
     void DropSocket();
     void OnConnected();
     void OnLost(const QString& reason);
-    void OnBinaryFrame(const QByteArray& bytes);
     void OnPingTime();
     void OnReply(const channel::Frame& frame);
     void OnPush(const channel::Frame& frame);
