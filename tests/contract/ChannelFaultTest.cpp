@@ -1,10 +1,9 @@
 // What a server may do wrong, and what the client's channel makes of it.
-#include <QCryptographicHash>
 #include <QTcpServer>
-#include <QTcpSocket>
 
 #include "RealLineTest.h"
 #include "core/IRandom.h"
+#include "support/RawWebSocketServer.h"
 
 using namespace ::testing;
 using namespace std::chrono_literals;
@@ -206,33 +205,16 @@ TEST_F(ChannelFaultTest, AServerThatAcceptsAndSaysNothingIsGivenUp) {
 
 TEST_F(ChannelFaultTest, AConnectionThatWentSilentIsGivenUp) {
     // a server that shook hands once and never again says a word, not even a pong
-    QTcpServer mute;
-    ASSERT_TRUE(mute.listen(QHostAddress::LocalHost));
-    QObject::connect(&mute, &QTcpServer::newConnection, &context, [&mute] {
-        QTcpSocket* socket = mute.nextPendingConnection();
-        QObject::connect(socket, &QTcpSocket::readyRead, socket, [socket] {
-            const QByteArray request = socket->readAll();
-            const int at = request.indexOf("Sec-WebSocket-Key: ");
-            if (at < 0) {
-                return;
-            }
-            const QByteArray key = request.mid(at + 19, request.indexOf("\r\n", at) - at - 19);
-            const QByteArray accept =
-                QCryptographicHash::hash(key + "258EAFA5-E914-47DA-95CA-C5AB0DC85B11", QCryptographicHash::Sha1)
-                    .toBase64();
-            socket->write(
-                "HTTP/1.1 101 Switching Protocols\r\nUpgrade: websocket\r\nConnection: Upgrade\r\n"
-                "Sec-WebSocket-Accept: " +
-                accept + "\r\n\r\n");
-        });
-    });
+    CRawWebSocketServer mute;
+    mute.AnswerPings(false);
+    ASSERT_TRUE(mute.Listen());
     ChannelOptions options = Quick();
     options.pingEvery = 20ms;
     options.silenceLimit = 60ms;
     CWebSocketChannel attentive(poster, random, options);
     NoteLosses(attentive);
 
-    attentive.Open(QUrl(QStringLiteral("ws://127.0.0.1:%1").arg(mute.serverPort())), QByteArray("token"));
+    attentive.Open(mute.Url(), QByteArray("token"));
 
     EXPECT_TRUE(WaitUntil([this] { return !waits.empty(); }));
     EXPECT_TRUE(Logged("the server has gone silent"));

@@ -80,7 +80,7 @@ void CWebSocketChannel::Connect() {
             OnLost(m_pSocket->errorString());
         }
     });
-    connect(m_pSocket, &QWebSocket::binaryMessageReceived, this, &CWebSocketChannel::OnBinaryFrame);
+    connect(m_pSocket, &QWebSocket::binaryMessageReceived, this, &CWebSocketChannel::Receive);
     connect(m_pSocket, &QWebSocket::textMessageReceived, this, [this] {
         m_nLastSign = Now();
         kLog.Error(FMT_STRING("Frame dropped: a text frame"));
@@ -180,7 +180,7 @@ void CWebSocketChannel::UnbindCallback(QObject* context) {
     }
 }
 
-void CWebSocketChannel::OnBinaryFrame(const QByteArray& bytes) {
+void CWebSocketChannel::Receive(const QByteArray& bytes) {
     m_nLastSign = Now();
     std::string reason;
     const auto frame = DecodeServerFrame(bytes, reason);

@@ -50,6 +50,9 @@ public:
     /// too large.
     bool SendFrame(const channel::Frame& frame);
 
+    /// One frame of the server's. Bytes that are none are logged and dropped.
+    void Receive(const QByteArray& bytes);
+
     unsigned long SendCommand(const CSProtoData& data, CSCallback callback, QObject* context) override;
     void BindCallback(unsigned short commandId, CSCallback callback, QObject* context) override;
     void UnbindCallback(QObject* context) override;
@@ -73,7 +76,6 @@ private:
     void DropSocket();
     void OnConnected();
     void OnLost(const QString& reason);
-    void OnBinaryFrame(const QByteArray& bytes);
     void Deliver(const channel::Frame& frame);
     void OnPingTime();
     void OnReply(const channel::Frame& frame);
