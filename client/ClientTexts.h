@@ -133,6 +133,11 @@ enum EnText : unsigned int {
     kAverageCost = 900118,
     kMarketValue = 900119,
     kProfitLoss = 900120,
+    kStoreNotAvailable = 900301,
+    kStoreReadOnly = 900302,
+    kStoreDiskFull = 900303,
+    kStoreSecondClient = 900304,
+    kStoreNewerFile = 900305,
 };
 
 /// A text and what is shown where a language has none for it.
