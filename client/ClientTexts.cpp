@@ -142,6 +142,11 @@ const std::vector<TextEntry>& All() {
         {kThemeLight, "Light"},
         {kThemeDarkBlue, "Dark blue"},
         {kThemeBlack, "Black"},
+        {kStoreNotAvailable, "Settings are neither read nor saved: their file is not available"},
+        {kStoreReadOnly, "Settings are not saved: their file or folder is read-only"},
+        {kStoreDiskFull, "Settings are not saved: the disk is full or fails"},
+        {kStoreSecondClient, "Settings are not saved: another client uses this folder"},
+        {kStoreNewerFile, "Settings are not saved: a newer version wrote their file"},
     };
     return texts;
 }

@@ -137,6 +137,11 @@ enum EnText : unsigned int {
     kThemeLight = 900122,
     kThemeDarkBlue = 900123,
     kThemeBlack = 900124,
+    kStoreNotAvailable = 900301,
+    kStoreReadOnly = 900302,
+    kStoreDiskFull = 900303,
+    kStoreSecondClient = 900304,
+    kStoreNewerFile = 900305,
 };
 
 /// A text and what is shown where a language has none for it.

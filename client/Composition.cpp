@@ -48,9 +48,28 @@ std::function<QString()> Words(texts::EnText id, const QStringList& values = {})
     };
 }
 
+// Empty while the store takes saves.
+QString WordsOf(EnStoreTrouble trouble) {
+    switch (trouble) {
+        case EnStoreTrouble::kNone:
+            return {};
+        case EnStoreTrouble::kNotAvailable:
+            return texts::Tr(texts::kStoreNotAvailable);
+        case EnStoreTrouble::kReadOnly:
+            return texts::Tr(texts::kStoreReadOnly);
+        case EnStoreTrouble::kDiskFull:
+            return texts::Tr(texts::kStoreDiskFull);
+        case EnStoreTrouble::kSecondClient:
+            return texts::Tr(texts::kStoreSecondClient);
+        case EnStoreTrouble::kNewerFile:
+            return texts::Tr(texts::kStoreNewerFile);
+    }
+    return {};
+}
+
 }  // namespace
 
-CComposition::LogFirst::LogFirst(CFileLog& log) {
+CComposition::CEarlyLog::CEarlyLog(CFileLog& log) {
     host::Ports ports;
     ports.log = &log;
     host::Install(ports);
@@ -59,7 +78,7 @@ CComposition::LogFirst::LogFirst(CFileLog& log) {
 CComposition::CComposition(const COptions& options)
     : m_options(options),
       m_log(InDataDir(options, "client.log")),
-      m_logFirst(m_log),
+      m_earlyLog(m_log),
       m_bus(m_poster),
       m_store(InDataDir(options, "client.sqlite")),
       m_theme(m_store),
@@ -84,6 +103,7 @@ CComposition::CComposition(const COptions& options)
     host::Install(ports);
     m_theme.Begin(options.theme);
 
+    connect(&m_store, &CSqliteStore::TroubleChanged, this, &CComposition::TellStatus);
     connect(&m_channel, &CWebSocketChannel::HostFrameReceived, this, &CComposition::OnHostFrame);
     connect(&m_channel, &CWebSocketChannel::Connected, this, [this] { ShowStatus(Words(texts::kConnected), true); });
     connect(&m_channel, &CWebSocketChannel::Disconnected, this, [this](const QString& reason, int retryMs) {
@@ -221,9 +241,7 @@ void CComposition::SetLanguage(int languageId) {
     m_session.SetLanguage(languageId);
     m_bus.Send("[Client]", core::kMsgLanguageChanged, 0, nullptr);
     Q_EMIT LanguageChanged();
-    if (m_fnStatus) {
-        Q_EMIT StatusChanged(m_fnStatus(), m_bStatusGood);
-    }
+    TellStatus();
 }
 
 void CComposition::SetTheme(int number) {
@@ -233,5 +251,18 @@ void CComposition::SetTheme(int number) {
 void CComposition::ShowStatus(std::function<QString()> words, bool good) {
     m_fnStatus = std::move(words);
     m_bStatusGood = good;
-    Q_EMIT StatusChanged(m_fnStatus(), m_bStatusGood);
+    TellStatus();
+}
+
+// What the store can't do stands in front, for as long as it lasts: settings that are lost are noticed late.
+void CComposition::TellStatus() {
+    if (!m_fnStatus) {
+        return;
+    }
+    const QString trouble = WordsOf(m_store.Trouble());
+    if (trouble.isEmpty()) {
+        Q_EMIT StatusChanged(m_fnStatus(), m_bStatusGood);
+    } else {
+        Q_EMIT StatusChanged(trouble + QStringLiteral(" \u00B7 ") + m_fnStatus(), false);
+    }
 }

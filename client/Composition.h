@@ -63,21 +63,22 @@ Q_SIGNALS:
     void LanguageChanged();
 
 private:
+    /// Joins the log ahead of the rest: the store has something to say while it opens.
+    struct CEarlyLog {
+        explicit CEarlyLog(CFileLog& log);
+    };
+
     void MapModules();
     void OnServerReady(const ServerEndpoint& endpoint);
     void OnServerState(const ServerState& state);
     void OnHostFrame(const channel::Frame& frame);
     void OnLoggedIn();
     void ShowStatus(std::function<QString()> words, bool good);
-
-    /// Installs the log ahead of the other services, since their constructors have something to say.
-    struct LogFirst {
-        explicit LogFirst(CFileLog& log);
-    };
+    void TellStatus();
 
     const COptions m_options;
     CFileLog m_log;
-    LogFirst m_logFirst;
+    CEarlyLog m_earlyLog;
     CMainThreadPoster m_poster;
     CMessageBus m_bus;
     CServerClock m_clock;

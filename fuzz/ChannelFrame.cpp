@@ -77,11 +77,6 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Client client(host);
     constexpr size_t kRequests = 3;
     std::vector<int> answers(kRequests + 1);  // by session
-    for (size_t i = 0; i < kRequests; ++i) {
-        client.channel.SendCommand(
-            CSProtoData{20982, {}}, [&answers](auto session, auto, auto, auto) { ++answers.at(session); },
-            &client.context);
-    }
     // A push that unbinds, as a listener may at any moment.
     QObject listener;
     client.channel.BindCallback(
@@ -91,6 +86,12 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     for (const QByteArray& frame : Split(data, size)) {
         CheckDecoding(frame);
         client.channel.Receive(frame);
+    }
+    // What is received is delivered later, and finds these requests waiting.
+    for (size_t i = 0; i < kRequests; ++i) {
+        client.channel.SendCommand(
+            CSProtoData{20982, {}}, [&answers](auto session, auto, auto, auto) { ++answers.at(session); },
+            &client.context);
     }
     // Nobody is connected: what was not answered fails, and so each has its one answer.
     host.time.Settle();

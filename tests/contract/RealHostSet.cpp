@@ -131,6 +131,7 @@ public:
     }
 
     void ReopenStore() override {
+        m_store.reset();  // two at a time would be two clients
         m_store = Store();
         Install();
     }
