@@ -40,6 +40,9 @@ COptions COptions::Parse(const QStringList& arguments) {
         binaries.absoluteFilePath(QStringLiteral("modules.json")));
     add("server-binary", "The server to start.", "file", binaries.absoluteFilePath(QStringLiteral("zrdevserver")));
     parser.addOption({QStringLiteral("release"), QStringLiteral("Behave as a release build.")});
+    QCommandLineOption firstPaint(QStringLiteral("bench-first-paint"));
+    firstPaint.setFlags(QCommandLineOption::HiddenFromHelp);
+    parser.addOption(firstPaint);
     parser.process(arguments);
 
     COptions options;
@@ -54,5 +57,6 @@ COptions COptions::Parse(const QStringList& arguments) {
     options.language = int(NumberOrExit(parser, QStringLiteral("language")));
     options.velora = parser.value(QStringLiteral("edition")) == QLatin1String("velora");
     options.release = parser.isSet(QStringLiteral("release"));
+    options.firstPaint = parser.isSet(firstPaint);
     return options;
 }
