@@ -48,6 +48,9 @@ COptions COptions::Parse(const QStringList& arguments) {
         binaries.absoluteFilePath(QStringLiteral("modules.json")));
     add("server-binary", "The server to start.", "file", binaries.absoluteFilePath(QStringLiteral("zrdevserver")));
     parser.addOption({QStringLiteral("release"), QStringLiteral("Behave as a release build.")});
+    QCommandLineOption firstPaint(QStringLiteral("bench-first-paint"));
+    firstPaint.setFlags(QCommandLineOption::HiddenFromHelp);
+    parser.addOption(firstPaint);
     parser.process(arguments);
 
     COptions options;
@@ -63,5 +66,6 @@ COptions COptions::Parse(const QStringList& arguments) {
     options.theme = int(NumberOrExit(parser, QStringLiteral("theme"), kLastTheme));
     options.velora = parser.value(QStringLiteral("edition")) == QLatin1String("velora");
     options.release = parser.isSet(QStringLiteral("release"));
+    options.firstPaint = parser.isSet(firstPaint);
     return options;
 }

@@ -1,5 +1,6 @@
 #include "ServerControl.h"
 
+#include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
 
@@ -34,7 +35,11 @@ QNetworkReply* CServerControl::Get(const char* path) {
     QNetworkRequest request(url);
     request.setRawHeader("Authorization", "Bearer " + m_token);
     request.setTransferTimeout(kAnswerLimitMs);
-    return m_network.get(request);
+    // Made at the first use: it looks for the machine's networks, which would hold up the first window.
+    if (!m_pNetwork) {
+        m_pNetwork = std::make_unique<QNetworkAccessManager>();
+    }
+    return m_pNetwork->get(request);
 }
 
 void CServerControl::AskScenario(std::function<void(const QByteArray& json)> answered) {

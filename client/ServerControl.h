@@ -1,11 +1,14 @@
 #pragma once
 
-#include <QNetworkAccessManager>
 #include <QObject>
 #include <QTimer>
 #include <QUrl>
 #include <functional>
+#include <memory>
 #include <vector>
+
+class QNetworkAccessManager;
+class QNetworkReply;
 
 struct ServerUser {
     quint64 id = 0;
@@ -45,7 +48,7 @@ Q_SIGNALS:
 private:
     QNetworkReply* Get(const char* path);
 
-    QNetworkAccessManager m_network;
+    std::unique_ptr<QNetworkAccessManager> m_pNetwork;
     QTimer m_retryTimer;
     QUrl m_address;
     QByteArray m_token;
