@@ -6,8 +6,8 @@
 
 namespace {
 
-using devserver::Errors;
 using devserver::Arguments;
+using devserver::Errors;
 using devserver::ReadArguments;
 using devserver::TakeToken;
 
