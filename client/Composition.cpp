@@ -1,6 +1,7 @@
 #include "Composition.h"
 
 #include <QCoreApplication>
+#include <QDesktopServices>
 #include <QDir>
 
 #include "ClientTexts.h"
@@ -42,26 +43,36 @@ CComposition::CComposition(const COptions& options)
     : m_options(options),
       m_log(InDataDir(options, "client.log")),
       m_bus(m_poster),
+      m_observedBus(m_bus, m_observation, [this](unsigned int message) { return m_bus.SubscriptionCount(message); }),
       m_store(InDataDir(options, "client.sqlite")),
-      m_environment(m_store, {options.release, options.velora}),
+      m_observedStore(m_store, m_observation),
+      m_environment(m_observedStore, {options.release, options.velora}),
       m_language(options.language),
-      m_commonConfig(m_store),
+      m_commonConfig(m_observedStore),
       m_channel(m_poster, m_random),
+      m_observedChannel(m_channel, m_observation),
       m_session(m_channel),
+      m_urls(m_environment),
       m_server(options.serverBinary, options.scenario) {
     host::Ports ports;
     ports.log = &m_log;
     ports.poster = &m_poster;
-    ports.bus = &m_bus;
-    ports.channel = &m_channel;
-    ports.store = &m_store;
+    ports.bus = &m_observedBus;
+    ports.channel = &m_observedChannel;
+    ports.store = &m_observedStore;
     ports.commonConfig = &m_commonConfig;
     ports.account = &m_session;
     ports.environment = &m_environment;
     ports.language = &m_language;
     ports.clock = &m_clock;
     ports.random = &m_random;
+    ports.urls = &m_urls;
     host::Install(ports);
+
+    m_urls.SetWebHandler([this](const QUrl& url) { return OpenWeb(url); });
+    connect(&m_urls, &CUrlOpener::Dispatched, this, [this](const UrlRequest& request, const QString& reason) {
+        m_observation.Report(UrlSeen{request.url, reason, request.businessType, request.fallbackMode});
+    });
 
     connect(&m_channel, &CWebSocketChannel::HostFrameReceived, this, &CComposition::OnHostFrame);
     connect(&m_channel, &CWebSocketChannel::Connected, this, [this] { ShowStatus(Words(texts::kConnected), true); });
@@ -69,10 +80,10 @@ CComposition::CComposition(const COptions& options)
         ShowStatus(Words(texts::kNoConnection, {reason, QString::number(retryMs / 1000.0, 'f', 1)}), false);
     });
     connect(&m_commonConfig, &CCommonConfig::Changed, this,
-            [this] { m_bus.Send("[Client]", core::kMsgCommonConfigChanged, 0, nullptr); });
+            [this] { m_observedBus.Send("[Client]", core::kMsgCommonConfigChanged, 0, nullptr); });
     connect(&m_session, &CLoginSession::LoggedIn, this, &CComposition::OnLoggedIn);
     connect(&m_session, &CLoginSession::Resumed, this,
-            [this] { m_bus.Send("[Client]", core::kMsgLoginChannelConnected, 0, nullptr); });
+            [this] { m_observedBus.Send("[Client]", core::kMsgLoginChannelConnected, 0, nullptr); });
     connect(&m_session, &CLoginSession::LoggedOut, this, [this] {
         host::ModuleLifecycle::Logout();
         Q_EMIT UserChanged();
@@ -171,7 +182,7 @@ void CComposition::OnHostFrame(const channel::Frame& frame) {
 // The modules hear of the login first, and then that its channel stands.
 void CComposition::OnLoggedIn() {
     host::ModuleLifecycle::Login();
-    m_bus.Send("[Client]", core::kMsgLoginChannelConnected, 0, nullptr);
+    m_observedBus.Send("[Client]", core::kMsgLoginChannelConnected, 0, nullptr);
     ShowStatus(Words(texts::kConnected), true);
     Q_EMIT UserChanged();
 }
@@ -188,11 +199,30 @@ void CComposition::Logout() {
 
 void CComposition::SetLanguage(int languageId) {
     m_language.SetLanguage(languageId);
-    m_bus.Send("[Client]", core::kMsgLanguageChanged, 0, nullptr);
+    m_observedBus.Send("[Client]", core::kMsgLanguageChanged, 0, nullptr);
     Q_EMIT LanguageChanged();
     if (m_fnStatus) {
         Q_EMIT StatusChanged(m_fnStatus(), m_bStatusGood);
     }
+}
+
+void CComposition::SetVelora(bool velora) {
+    m_environment.SetVelora(velora);
+    Q_EMIT EditionChanged();
+}
+
+void CComposition::OverrideMarkets(std::vector<int> markets) {
+    m_session.OverrideMarkets(std::move(markets));
+    Q_EMIT MarketsChanged();
+}
+
+bool CComposition::OpenWeb(const QUrl& url) {
+    const bool hasDesktop = m_options.openWeb && !qEnvironmentVariableIsEmpty("XDG_CURRENT_DESKTOP");
+    if (hasDesktop && !QDesktopServices::openUrl(url)) {
+        return false;
+    }
+    Q_EMIT WebOpened(url);
+    return true;
 }
 
 void CComposition::ShowStatus(std::function<QString()> words, bool good) {

@@ -40,6 +40,7 @@ COptions COptions::Parse(const QStringList& arguments) {
         binaries.absoluteFilePath(QStringLiteral("modules.json")));
     add("server-binary", "The server to start.", "file", binaries.absoluteFilePath(QStringLiteral("zrdevserver")));
     parser.addOption({QStringLiteral("release"), QStringLiteral("Behave as a release build.")});
+    parser.addOption({QStringLiteral("no-web"), QStringLiteral("Never open a web page on the desktop.")});
     parser.process(arguments);
 
     COptions options;
@@ -54,5 +55,6 @@ COptions COptions::Parse(const QStringList& arguments) {
     options.language = int(NumberOrExit(parser, QStringLiteral("language")));
     options.velora = parser.value(QStringLiteral("edition")) == QLatin1String("velora");
     options.release = parser.isSet(QStringLiteral("release"));
+    options.openWeb = options.tourDir.isEmpty() && !parser.isSet(QStringLiteral("no-web"));
     return options;
 }

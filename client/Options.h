@@ -17,6 +17,7 @@ struct COptions {
     int language = 2;
     bool release = false;
     bool velora = false;
+    bool openWeb = false;  // hands web pages to the desktop, where there is one
 
     /// Reads the arguments of the running application. On --help, --version or a wrong argument it says so
     /// and ends the process.

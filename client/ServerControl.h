@@ -1,6 +1,9 @@
 #pragma once
 
+#include <json/value.h>
+
 #include <QNetworkAccessManager>
+#include <QNetworkRequest>
 #include <QObject>
 #include <QTimer>
 #include <QUrl>
@@ -18,8 +21,27 @@ struct ServerState {
     std::vector<ServerUser> users;
 };
 
+/// What the server answered to a wish. `error` is its reason, or why there is no answer; empty when all is well.
+struct ServerAnswer {
+    bool reached = false;
+    QString error;
+    Json::Value body;
+};
+
+/// Who carries a wish to the server's control interface. Main thread.
+class IServerAsk {
+public:
+    using Answered = std::function<void(const ServerAnswer& answer)>;
+
+    virtual ~IServerAsk() = default;
+
+    /// `answered` runs once, later, unless `context` is gone by then. An empty `json` is no body.
+    virtual void Ask(const char* verb, const QString& path, const QByteArray& json, QObject* context,
+                     Answered answered) = 0;
+};
+
 /// The control interface of the server, over HTTP.
-class CServerControl : public QObject {
+class CServerControl : public QObject, public IServerAsk {
     Q_OBJECT
 
 public:
@@ -36,6 +58,13 @@ public:
     /// be had.
     void AskScenario(std::function<void(const QByteArray& json)> answered);
 
+    void Ask(const char* verb, const QString& path, const QByteArray& json, QObject* context,
+             Answered answered) override;
+
+    /// What a status and a body come to. 200 is success; all else says why, in the server's own words where it
+    /// has any.
+    static ServerAnswer ReadAnswer(int status, const QByteArray& json, const QString& transportError);
+
     static bool ReadState(const QByteArray& json, ServerState& state);
 
 Q_SIGNALS:
@@ -44,6 +73,7 @@ Q_SIGNALS:
 
 private:
     QNetworkReply* Get(const char* path);
+    QNetworkRequest RequestTo(const QString& path) const;
 
     QNetworkAccessManager m_network;
     QTimer m_retryTimer;

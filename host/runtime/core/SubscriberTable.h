@@ -68,6 +68,12 @@ public:
         return count;
     }
 
+    /// Those of `key` whose context lives.
+    int CountOf(Key key) const {
+        const auto found = m_entries.find(key);
+        return found == m_entries.end() ? 0 : int(std::count_if(found->second.begin(), found->second.end(), IsAlive));
+    }
+
 private:
     struct Entry {
         QPointer<QObject> context;
