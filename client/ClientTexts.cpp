@@ -138,6 +138,10 @@ const std::vector<TextEntry>& All() {
         {kAverageCost, "Avg. cost"},
         {kMarketValue, "Value"},
         {kProfitLoss, "Profit / loss"},
+        {kTheme, "Theme"},
+        {kThemeLight, "Light"},
+        {kThemeDarkBlue, "Dark blue"},
+        {kThemeBlack, "Black"},
         {kTabSession, "Session"},
         {kTabTraffic, "Traffic"},
         {kTabStore, "Store"},
@@ -224,6 +228,11 @@ const std::vector<TextEntry>& All() {
         {kLocation, "Place"},
         {kReceivers, "Receivers"},
         {kLinkOpened, "Opened: %1"},
+        {kStoreNotAvailable, "Settings are neither read nor saved: their file is not available"},
+        {kStoreReadOnly, "Settings are not saved: their file or folder is read-only"},
+        {kStoreDiskFull, "Settings are not saved: the disk is full or fails"},
+        {kStoreSecondClient, "Settings are not saved: another client uses this folder"},
+        {kStoreNewerFile, "Settings are not saved: a newer version wrote their file"},
     };
     return texts;
 }

@@ -133,6 +133,10 @@ enum EnText : unsigned int {
     kAverageCost = 900118,
     kMarketValue = 900119,
     kProfitLoss = 900120,
+    kTheme = 900121,
+    kThemeLight = 900122,
+    kThemeDarkBlue = 900123,
+    kThemeBlack = 900124,
 
     // The workbench
     kTabSession = 900201,
@@ -221,6 +225,13 @@ enum EnText : unsigned int {
     kLocation = 900284,
     kReceivers = 900285,
     kLinkOpened = 900286,
+
+    // What the store has to say
+    kStoreNotAvailable = 900301,
+    kStoreReadOnly = 900302,
+    kStoreDiskFull = 900303,
+    kStoreSecondClient = 900304,
+    kStoreNewerFile = 900305,
 };
 
 /// A text and what is shown where a language has none for it.

@@ -1,5 +1,6 @@
 #include "Composition.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QDesktopServices>
 #include <QDir>
@@ -20,6 +21,17 @@ QString InDataDir(const COptions& options, const char* name) {
     return folder.absoluteFilePath(QString::fromLatin1(name));
 }
 
+// What is posted may delete later, and what is deleted may post: until there is nothing, or for ever is near.
+void Drain() {
+    for (int round = 0; round < 100; ++round) {
+        const bool busy = QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        if (!busy) {
+            return;
+        }
+    }
+}
+
 QUrl Loopback(const char* scheme, quint16 port) {
     return QUrl(QStringLiteral("%1://127.0.0.1:%2").arg(QString::fromLatin1(scheme)).arg(port));
 }
@@ -37,15 +49,42 @@ std::function<QString()> Words(texts::EnText id, const QStringList& values = {})
     };
 }
 
+// Empty while the store takes saves.
+QString WordsOf(EnStoreTrouble trouble) {
+    switch (trouble) {
+        case EnStoreTrouble::kNone:
+            return {};
+        case EnStoreTrouble::kNotAvailable:
+            return texts::Tr(texts::kStoreNotAvailable);
+        case EnStoreTrouble::kReadOnly:
+            return texts::Tr(texts::kStoreReadOnly);
+        case EnStoreTrouble::kDiskFull:
+            return texts::Tr(texts::kStoreDiskFull);
+        case EnStoreTrouble::kSecondClient:
+            return texts::Tr(texts::kStoreSecondClient);
+        case EnStoreTrouble::kNewerFile:
+            return texts::Tr(texts::kStoreNewerFile);
+    }
+    return {};
+}
+
 }  // namespace
+
+CComposition::CEarlyLog::CEarlyLog(CFileLog& log) {
+    host::Ports ports;
+    ports.log = &log;
+    host::Install(ports);
+}
 
 CComposition::CComposition(const COptions& options)
     : m_options(options),
       m_log(InDataDir(options, "client.log")),
+      m_earlyLog(m_log),
       m_bus(m_poster),
       m_observedBus(m_bus, m_observation, [this](unsigned int message) { return m_bus.SubscriptionCount(message); }),
       m_store(InDataDir(options, "client.sqlite")),
       m_observedStore(m_store, m_observation),
+      m_theme(m_observedStore),
       m_environment(m_observedStore, {options.release, options.velora}),
       m_language(options.language),
       m_commonConfig(m_observedStore),
@@ -68,16 +107,21 @@ CComposition::CComposition(const COptions& options)
     ports.random = &m_random;
     ports.urls = &m_urls;
     host::Install(ports);
+    m_theme.Begin(options.theme);
 
     m_urls.SetWebHandler([this](const QUrl& url) { return OpenWeb(url); });
     connect(&m_urls, &CUrlOpener::Dispatched, this, [this](const UrlRequest& request, const QString& reason) {
         m_observation.Report(UrlSeen{request.url, reason, request.businessType, request.fallbackMode});
     });
 
+    connect(&m_store, &CSqliteStore::TroubleChanged, this, &CComposition::TellStatus);
     connect(&m_channel, &CWebSocketChannel::HostFrameReceived, this, &CComposition::OnHostFrame);
     connect(&m_channel, &CWebSocketChannel::Connected, this, [this] { ShowStatus(Words(texts::kConnected), true); });
     connect(&m_channel, &CWebSocketChannel::Disconnected, this, [this](const QString& reason, int retryMs) {
         ShowStatus(Words(texts::kNoConnection, {reason, QString::number(retryMs / 1000.0, 'f', 1)}), false);
+        if (!m_options.server.isEmpty() && !m_bEnded) {
+            m_control.Refresh();  // a server that was started by hand may come back on another channel port
+        }
     });
     connect(&m_commonConfig, &CCommonConfig::Changed, this,
             [this] { m_observedBus.Send("[Client]", core::kMsgCommonConfigChanged, 0, nullptr); });
@@ -141,9 +185,9 @@ void CComposition::End() {
     m_bEnded = true;
     host::ModuleLifecycle::Event(kZRPluginEventBeforeQuit, nullptr);
     m_session.Logout();
-    QCoreApplication::processEvents();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    Drain();
     host::ModuleLifecycle::UnInit();
+    Drain();
     host::ModuleLifecycle::Close();
     m_channel.Close();
     m_server.Stop();
@@ -151,11 +195,17 @@ void CComposition::End() {
 }
 
 void CComposition::OnServerReady(const ServerEndpoint& endpoint) {
+    if (m_bEnded) {
+        return;
+    }
     m_token = endpoint.token;
     m_control.Open(Loopback("http", endpoint.controlPort), m_token);
 }
 
 void CComposition::OnServerState(const ServerState& state) {
+    if (m_bEnded) {
+        return;
+    }
     m_users = state.users;
     Q_EMIT UsersChanged();
     if (!m_channel.IsConnected()) {
@@ -175,7 +225,7 @@ void CComposition::OnHostFrame(const channel::Frame& frame) {
     }
     if (frame.kind() == channel::Frame::LOGIN_ANSWER) {
         m_clock.SetServerTimeMillis(frame.login_answer().server_time_ms());
-        m_session.Receive(frame.login_answer());
+        m_session.Receive(frame);
     }
 }
 
@@ -199,11 +249,14 @@ void CComposition::Logout() {
 
 void CComposition::SetLanguage(int languageId) {
     m_language.SetLanguage(languageId);
+    m_session.SetLanguage(languageId);
     m_observedBus.Send("[Client]", core::kMsgLanguageChanged, 0, nullptr);
     Q_EMIT LanguageChanged();
-    if (m_fnStatus) {
-        Q_EMIT StatusChanged(m_fnStatus(), m_bStatusGood);
-    }
+    TellStatus();
+}
+
+void CComposition::SetTheme(int number) {
+    m_theme.Choose(number);
 }
 
 void CComposition::SetVelora(bool velora) {
@@ -228,5 +281,18 @@ bool CComposition::OpenWeb(const QUrl& url) {
 void CComposition::ShowStatus(std::function<QString()> words, bool good) {
     m_fnStatus = std::move(words);
     m_bStatusGood = good;
-    Q_EMIT StatusChanged(m_fnStatus(), m_bStatusGood);
+    TellStatus();
+}
+
+// What the store can't do stands in front, for as long as it lasts: settings that are lost are noticed late.
+void CComposition::TellStatus() {
+    if (!m_fnStatus) {
+        return;
+    }
+    const QString trouble = WordsOf(m_store.Trouble());
+    if (trouble.isEmpty()) {
+        Q_EMIT StatusChanged(m_fnStatus(), m_bStatusGood);
+    } else {
+        Q_EMIT StatusChanged(trouble + QStringLiteral(" \u00B7 ") + m_fnStatus(), false);
+    }
 }

@@ -22,6 +22,7 @@
 #include "observe/ObservedChannel.h"
 #include "observe/ObservedStore.h"
 #include "store/SqliteStore.h"
+#include "ui/ThemeChoice.h"
 
 /// What the client is made of: the one place that names the services, joins them to their ports, and
 /// drives the modules through their life. Main thread.
@@ -42,6 +43,7 @@ public:
     void Login(quint64 userId);
     void Logout();
     void SetLanguage(int languageId);
+    void SetTheme(int number);
     /// Switches the edition of the running client.
     void SetVelora(bool velora);
     /// Stands for the user's attributed markets until the next login.
@@ -80,6 +82,11 @@ Q_SIGNALS:
     void WebOpened(const QUrl& url);
 
 private:
+    /// Joins the log ahead of the rest: the store has something to say while it opens.
+    struct CEarlyLog {
+        explicit CEarlyLog(CFileLog& log);
+    };
+
     void MapModules();
     void OnServerReady(const ServerEndpoint& endpoint);
     void OnServerState(const ServerState& state);
@@ -87,9 +94,11 @@ private:
     void OnLoggedIn();
     bool OpenWeb(const QUrl& url);
     void ShowStatus(std::function<QString()> words, bool good);
+    void TellStatus();
 
     const COptions m_options;
     CFileLog m_log;
+    CEarlyLog m_earlyLog;
     CMainThreadPoster m_poster;
     CObservation m_observation;
     CMessageBus m_bus;
@@ -98,6 +107,7 @@ private:
     CRandom m_random;
     CSqliteStore m_store;
     CObservedStore m_observedStore;
+    CThemeChoice m_theme;
     CEnvironment m_environment;
     CLanguage m_language;
     CCommonConfig m_commonConfig;

@@ -16,7 +16,7 @@ constexpr int kIconSizes[] = {16, 20, 24};
 
 namespace icons {
 
-QPixmap Pixmap(const char* name, QRgb color, int size) {
+QPixmap Pixmap(const char* name, theme::ColorName color, int size) {
     QFile file(QStringLiteral(":/icons/%1.svg").arg(QString::fromLatin1(name)));
     if (!file.open(QIODevice::ReadOnly)) {
         kLog.Error(FMT_STRING("Icon {}: {}"), name, file.errorString().toStdString());

@@ -47,7 +47,7 @@ CMainWindow::CMainWindow(CComposition& composition)
       m_pStatusLine(new CStatusLine(this)),
       m_pWorkbench(new CWorkbench(m_entries, composition.Control(), this)) {
     setObjectName(QStringLiteral("MainWindow"));
-    setWindowIcon(QIcon(icons::Pixmap("brand", theme::kAccent, 64)));
+    theme::Keep(this, [this] { setWindowIcon(QIcon(icons::Pixmap("brand", theme::kAccent, 64))); });
     setMenuWidget(m_pTitleBar);
     setCentralWidget(NewPages());
     setStatusBar(m_pStatusLine);
@@ -135,6 +135,7 @@ void CMainWindow::JoinWorkbench() {
     connect(m_pWorkbench, &CWorkbench::LoginWanted, &m_composition, &CComposition::Login);
     connect(m_pWorkbench, &CWorkbench::LogoutWanted, &m_composition, &CComposition::Logout);
     connect(m_pWorkbench, &CWorkbench::LanguageWanted, &m_composition, &CComposition::SetLanguage);
+    connect(m_pWorkbench, &CWorkbench::ThemeWanted, &m_composition, &CComposition::SetTheme);
     m_pWorkbench->ShowLanguage(m_composition.LanguageId());
     ShowUsers();
 }

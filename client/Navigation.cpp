@@ -23,7 +23,6 @@ CNavigation::CNavigation(QWidget* parent)
     layout->setContentsMargins(8, 10, 8, 10);
     layout->setSpacing(4);
     m_pToggle->setObjectName(QStringLiteral("NavigationToggle"));
-    m_pToggle->setIcon(icons::Make("menu", kTabColors));
     m_pToggle->setIconSize({20, 20});
     layout->addWidget(m_pToggle);
     layout->addSpacing(6);
@@ -31,7 +30,6 @@ CNavigation::CNavigation(QWidget* parent)
         auto* tab = new QToolButton(this);
         tab->setObjectName(QStringLiteral("NavigationTab_") + QString::fromLatin1(page.name));
         tab->setCheckable(true);
-        tab->setIcon(icons::Make(page.name, kTabColors));
         tab->setIconSize({20, 20});
         tab->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
         m_pGroup->addButton(tab, int(m_tabs.size()));
@@ -43,6 +41,7 @@ CNavigation::CNavigation(QWidget* parent)
     connect(m_pGroup, &QButtonGroup::idClicked, this, &CNavigation::Chosen);
     connect(m_pToggle, &QToolButton::clicked, this, [this] { SetCollapsed(!m_bCollapsed); });
     SetCollapsed(false);
+    theme::Keep(this, [this] { ShowIcons(); });
     texts::Keep(this, [this] { ShowTexts(); });
 }
 
@@ -53,6 +52,13 @@ void CNavigation::SetCollapsed(bool collapsed) {
         tab->setToolButtonStyle(collapsed ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextBesideIcon);
     }
     ShowTexts();
+}
+
+void CNavigation::ShowIcons() {
+    m_pToggle->setIcon(icons::Make("menu", kTabColors));
+    for (size_t index = 0; index < m_tabs.size(); ++index) {
+        m_tabs[index]->setIcon(icons::Make(kEntryPages[index].name, kTabColors));
+    }
 }
 
 void CNavigation::ShowTexts() {

@@ -24,6 +24,7 @@ Q_SIGNALS:
     void Chosen(int index);
 
 private:
+    void ShowIcons();
     void ShowTexts();
 
     QToolButton* m_pToggle;

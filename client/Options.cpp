@@ -4,14 +4,21 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QStandardPaths>
+#include <limits>
+
+#include "ui/zr_ui_theme.h"
 
 namespace {
 
-quint64 NumberOrExit(QCommandLineParser& parser, const QString& option) {
+constexpr quint64 kLastTheme = zr_ui_theme::Manager::kThemeBlack;
+
+quint64 NumberOrExit(QCommandLineParser& parser, const QString& option,
+                     quint64 maximum = std::numeric_limits<quint64>::max()) {
     bool isNumber = false;
     const quint64 number = parser.value(option).toULongLong(&isNumber);
-    if (!isNumber) {
-        fputs(qPrintable(QStringLiteral("--%1 wants a number\n").arg(option)), stderr);
+    if (!isNumber || number > maximum) {
+        const QString range = number > maximum ? QStringLiteral(" up to %1").arg(maximum) : QString();
+        fputs(qPrintable(QStringLiteral("--%1 wants a number%2\n").arg(option, range)), stderr);
         exit(2);
     }
     return number;
@@ -35,6 +42,7 @@ COptions COptions::Parse(const QStringList& arguments) {
     add("tour", "Take a guided tour, leave pictures in <folder>, and end.", "folder", QString());
     add("user", "Log this user in; without it the first of the server's.", "id", QStringLiteral("0"));
     add("language", "0 zh-Hans, 1 zh-Hant, 5 ja, 7 fr, any other en.", "id", QStringLiteral("2"));
+    add("theme", "1 light, 2 dark blue, 3 black; without it the one chosen last.", "number", QStringLiteral("0"));
     add("edition", "kestrel or velora.", "name", QStringLiteral("kestrel"));
     add("modules", "Manifest of the modules to map.", "file",
         binaries.absoluteFilePath(QStringLiteral("modules.json")));
@@ -53,6 +61,7 @@ COptions COptions::Parse(const QStringList& arguments) {
     options.serverBinary = parser.value(QStringLiteral("server-binary"));
     options.user = NumberOrExit(parser, QStringLiteral("user"));
     options.language = int(NumberOrExit(parser, QStringLiteral("language")));
+    options.theme = int(NumberOrExit(parser, QStringLiteral("theme"), kLastTheme));
     options.velora = parser.value(QStringLiteral("edition")) == QLatin1String("velora");
     options.release = parser.isSet(QStringLiteral("release"));
     options.openWeb = options.tourDir.isEmpty() && !parser.isSet(QStringLiteral("no-web"));

@@ -15,6 +15,7 @@ struct COptions {
     QString serverBinary;  // the server to start
     quint64 user = 0;      // who logs in; 0: the first that the server has
     int language = 2;
+    int theme = 0;  // 0: the one that was chosen last
     bool release = false;
     bool velora = false;
     bool openWeb = false;  // hands web pages to the desktop, where there is one

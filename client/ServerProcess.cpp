@@ -9,6 +9,8 @@ namespace {
 
 constexpr host::HostLog kLog("Server");
 constexpr int kEndLimitMs = 3'000;
+constexpr int kGreetingLimitMs = 10'000;
+constexpr int kSteadyMs = 10'000;
 
 bool ReadPort(const Json::Value& value, quint16& port) {
     if (!value.isUInt() || value.asUInt() == 0 || value.asUInt() > 0xFFFF) {
@@ -25,7 +27,10 @@ CServerProcess::CServerProcess(QString binary, QString scenario)
       m_strScenario(std::move(scenario)),
       m_backoff(std::chrono::milliseconds(500), std::chrono::seconds(15)) {
     m_retryTimer.setSingleShot(true);
+    m_greetingTimer.setSingleShot(true);
+    m_greetingTimer.setInterval(kGreetingLimitMs);
     connect(&m_retryTimer, &QTimer::timeout, this, &CServerProcess::Start);
+    connect(&m_greetingTimer, &QTimer::timeout, &m_process, &QProcess::kill);
     connect(&m_process, &QProcess::readyReadStandardOutput, this, &CServerProcess::OnOutput);
     connect(&m_process, &QProcess::readyReadStandardError, this, [this] {
         const QList<QByteArray> lines = m_process.readAllStandardError().split('\n');
@@ -65,16 +70,22 @@ void CServerProcess::Start() {
     }
     if (m_endpoint.channelPort != 0) {
         arguments << QStringLiteral("--port") << QString::number(m_endpoint.channelPort)
-                  << QStringLiteral("--control-port") << QString::number(m_endpoint.controlPort)
-                  << QStringLiteral("--token") << QString::fromLatin1(m_endpoint.token);
+                  << QStringLiteral("--control-port") << QString::number(m_endpoint.controlPort);
+        // Not on the command line, which is for everybody on the machine to read.
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("ZR_DEVSERVER_TOKEN"), QString::fromLatin1(m_endpoint.token));
+        m_process.setProcessEnvironment(environment);
     }
     m_lastErrors.clear();
+    m_greetingTimer.start();
+    m_running.start();
     m_process.start(m_strBinary, arguments);
 }
 
 void CServerProcess::Stop() {
     m_bWanted = false;
     m_retryTimer.stop();
+    m_greetingTimer.stop();
     if (m_process.state() == QProcess::NotRunning) {
         return;
     }
@@ -108,7 +119,7 @@ void CServerProcess::OnOutput() {
             kLog.Error(FMT_STRING("The server said something that is not where it listens"));
             continue;
         }
-        m_backoff.Reset();
+        m_greetingTimer.stop();
         kLog.Info(FMT_STRING("The server runs, channel {}, control {}"), m_endpoint.channelPort,
                   m_endpoint.controlPort);
         Q_EMIT Ready(m_endpoint);
@@ -118,6 +129,11 @@ void CServerProcess::OnOutput() {
 void CServerProcess::OnEnded(const QString& reason) {
     if (!m_bWanted) {
         return;
+    }
+    m_greetingTimer.stop();
+    if (m_running.elapsed() > kSteadyMs) {
+        // One that greets and dies is no better than one that never greets.
+        m_backoff.Reset();
     }
     kLog.Error(FMT_STRING("The server does not run: {}"), reason.toStdString());
     m_retryTimer.start(m_backoff.Next(QRandomGenerator::global()->generate()));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QElapsedTimer>
 #include <QObject>
 #include <QProcess>
 #include <QTimer>
@@ -45,6 +46,8 @@ private:
     const QString m_strScenario;
     QProcess m_process;
     QTimer m_retryTimer;
+    QTimer m_greetingTimer;
+    QElapsedTimer m_running;
     CBackoff m_backoff;
     ServerEndpoint m_endpoint;
     QByteArray m_lastErrors;  // the last line of its error output

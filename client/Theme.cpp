@@ -9,11 +9,16 @@
 
 #include "core/lang.h"
 #include "framework/HostLog.h"
+#include "ui/ThemePalette.h"
 
 namespace {
 
 constexpr host::HostLog kLog("Theme");
 constexpr int kFontPixels = 13;
+
+const host::ThemePalette& Current() {
+    return host::ThemePalette::Of(zr_ui_theme::Manager::instance()->getTheme());
+}
 
 // One typeface for all languages, in the shapes that the language writes its characters in.
 QStringList Families(int languageId) {
@@ -27,40 +32,65 @@ QStringList Families(int languageId) {
     }
 }
 
-QString StyleSheet() {
-    QFile file(QStringLiteral(":/themes/1.qss"));
-    if (!file.open(QIODevice::ReadOnly)) {
-        kLog.Error(FMT_STRING("Style sheet {}: {}"), file.fileName().toStdString(), file.errorString().toStdString());
-        return QString();
-    }
-    return QString::fromUtf8(file.readAll());
-}
-
 QPalette Palette() {
+    const host::ThemePalette& colors = Current();
     QPalette palette;
-    palette.setColor(QPalette::Window, QColor(0xFF12161D));
-    palette.setColor(QPalette::Base, QColor(0xFF171C25));
-    palette.setColor(QPalette::AlternateBase, QColor(0xFF1A202A));
-    palette.setColor(QPalette::Button, QColor(0xFF202733));
-    palette.setColor(QPalette::ToolTipBase, QColor(0xFF262D39));
-    palette.setColor(QPalette::Highlight, QColor(theme::kAccent));
-    palette.setColor(QPalette::HighlightedText, QColor(theme::kOnAccent));
+    const auto set = [&](QPalette::ColorRole role, const char* name) { palette.setColor(role, colors.Color(name)); };
+    set(QPalette::Window, "window");
+    set(QPalette::Base, "surface");
+    set(QPalette::AlternateBase, "stripe");
+    set(QPalette::Button, "button");
+    set(QPalette::ToolTipBase, "tooltip");
+    set(QPalette::Highlight, "accentFill");
+    set(QPalette::HighlightedText, "onAccent");
+    set(QPalette::Link, "accent");
+    set(QPalette::LinkVisited, "accent");
+    set(QPalette::Light, "border");
+    set(QPalette::Midlight, "line");
+    set(QPalette::Mid, "line");
+    set(QPalette::Dark, "border");
     for (const QPalette::ColorRole role :
-         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
-        palette.setColor(role, QColor(theme::kText));
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText, QPalette::BrightText}) {
+        set(role, "text");
         palette.setColor(QPalette::Disabled, role, QColor(theme::kFaint));
     }
-    palette.setColor(QPalette::PlaceholderText, QColor(theme::kFaint));
+    set(QPalette::PlaceholderText, "disabled");
     return palette;
+}
+
+void ShowTheme() {
+    QApplication::setPalette(Palette());
+    qApp->setStyleSheet(theme::StyleSheet());
 }
 
 }  // namespace
 
 namespace theme {
 
+ColorName::operator QColor() const {
+    return Current().Color(name);
+}
+
 void Install() {
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    QApplication::setPalette(Palette());
+    Keep(qApp, ShowTheme);
+}
+
+QString StyleSheet() {
+    QFile file(QStringLiteral(":/themes/client.qss"));
+    if (!file.open(QIODevice::ReadOnly)) {
+        kLog.Error(FMT_STRING("Style sheet {}: {}"), file.fileName().toStdString(), file.errorString().toStdString());
+        return QString();
+    }
+    QString sheet = QString::fromUtf8(file.readAll());
+    sheet.replace(QStringLiteral("@theme"), QString::number(zr_ui_theme::Manager::instance()->getTheme()));
+    QStringList unknown;
+    sheet = Current().Fill(sheet, unknown);
+    if (!unknown.isEmpty()) {
+        kLog.Error(FMT_STRING("The style sheet names colours that the theme lacks: {}"),
+                   unknown.join(QLatin1Char(' ')).toStdString());
+    }
+    return sheet;
 }
 
 void SetLanguage(int languageId) {
@@ -71,6 +101,11 @@ void SetLanguage(int languageId) {
     qApp->setStyleSheet(QString());
     QApplication::setFont(font);
     qApp->setStyleSheet(StyleSheet());
+}
+
+void Keep(QObject* context, const std::function<void()>& show) {
+    show();
+    QObject::connect(zr_ui_theme::Manager::instance(), &zr_ui_theme::Manager::themeChanged, context, show);
 }
 
 void Repolish(QWidget* widget) {

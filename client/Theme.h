@@ -1,32 +1,49 @@
 #pragma once
 
 #include <QColor>
+#include <functional>
 
+class QObject;
 class QWidget;
 
-/// The look of the client. Colours that are painted by hand stand here, all others in the style sheet.
+/// The look of the client in the theme of the moment. What is painted by hand names its colours here, all else
+/// the style sheet. Main thread.
 namespace theme {
 
-constexpr QRgb kText = 0xFFD9DFE9;
-constexpr QRgb kMuted = 0xFF8591A5;
-constexpr QRgb kFaint = 0xFF566074;
-constexpr QRgb kLine = 0xFF262D39;
-constexpr QRgb kAccent = 0xFF4C8DFF;
-constexpr QRgb kOnAccent = 0xFFFFFFFF;
-constexpr QRgb kUp = 0xFF35B980;
-constexpr QRgb kDown = 0xFFE5605A;
-constexpr QRgb kWarning = 0xFFD9A441;
+/// A colour by its name in the themes' palettes. Which colour that is changes with the theme, so it is kept by
+/// name and looked up where it is used: QColor(theme::kUp).
+struct ColorName {
+    const char* name;
+    explicit operator QColor() const;
+};
+
+constexpr ColorName kWindow{"window"};
+constexpr ColorName kText{"text"};
+constexpr ColorName kMuted{"muted"};
+constexpr ColorName kFaint{"disabled"};
+constexpr ColorName kLine{"line"};
+constexpr ColorName kAccent{"accent"};
+constexpr ColorName kOnAccent{"onAccent"};
+constexpr ColorName kUp{"up"};
+constexpr ColorName kDown{"down"};
+constexpr ColorName kWarning{"warning"};
 
 /// The colour of a price's change.
-constexpr QRgb OfChange(double change) {
+constexpr ColorName OfChange(double change) {
     return change > 0 ? kUp : change < 0 ? kDown : kMuted;
 }
 
-/// Puts the application into its look. Called once, ahead of the first widget.
+/// Puts the application into its look and has it follow the theme. Called once, ahead of the first widget.
 void Install();
+
+/// The style sheet of the theme of the moment. A name in it that the palette lacks is logged.
+QString StyleSheet();
 
 /// Chooses the font that suits the display language.
 void SetLanguage(int languageId);
+
+/// Runs `show` now and at each change of the theme, as long as `context` lives.
+void Keep(QObject* context, const std::function<void()>& show);
 
 /// Has the style sheet looked at again after a property that it selects by has changed.
 void Repolish(QWidget* widget);

@@ -26,16 +26,13 @@ CTitleBar::CTitleBar(QWidget* parent)
       m_pMenu(new QMenu(this)) {
     setObjectName(QStringLiteral("TitleBar"));
     auto* mark = new QLabel(this);
-    mark->setPixmap(icons::Pixmap("brand", theme::kAccent, 22));
     m_pProduct->setObjectName(QStringLiteral("ProductName"));
     m_pWorkbench->setObjectName(QStringLiteral("WorkbenchToggle"));
-    m_pWorkbench->setIcon(icons::Make("workbench", kButtonColors));
     m_pWorkbench->setIconSize({20, 20});
     m_pWorkbench->setCheckable(true);
     m_pWorkbench->setChecked(true);
     m_pMenu->setObjectName(QStringLiteral("UserMenu"));
     m_pUser->setObjectName(QStringLiteral("UserMenuButton"));
-    m_pUser->setIcon(icons::Make("user", kButtonColors));
     m_pUser->setIconSize({20, 20});
     m_pUser->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     m_pUser->setPopupMode(QToolButton::InstantPopup);
@@ -48,6 +45,11 @@ CTitleBar::CTitleBar(QWidget* parent)
     layout->addStretch(1);
     layout->addWidget(m_pWorkbench);
     layout->addWidget(m_pUser);
+    theme::Keep(this, [this, mark] {
+        mark->setPixmap(icons::Pixmap("brand", theme::kAccent, 22));
+        m_pWorkbench->setIcon(icons::Make("workbench", kButtonColors));
+        m_pUser->setIcon(icons::Make("user", kButtonColors));
+    });
     texts::Keep(this, [this] {
         ShowTexts();
         ShowEdition();

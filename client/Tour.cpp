@@ -17,10 +17,12 @@
 #include "EntryScenes.h"
 #include "MainWindow.h"
 #include "StatusLine.h"
+#include "Theme.h"
 #include "core/lang.h"
 #include "core/message_dispatch.h"
 #include "core/message_ids.h"
 #include "framework/JsonText.h"
+#include "ui/zr_ui_theme.h"
 #include "workbench/LogFilter.h"
 #include "workbench/LogModel.h"
 #include "workbench/Workbench.h"
@@ -67,15 +69,16 @@ CTour::CTour(CComposition& composition, CMainWindow& window, const QString& fold
     };
     count(kMsgAIChatEntriesChanged, m_nEntryAnswers);
     count(core::kMsgLoginChannelConnected, m_nChannelAnswers);
+    count(core::kMsgThemeChanged, m_nThemeMessages);
 }
 
 int CTour::Run() {
     using Step = bool (CTour::*)();
     constexpr Step kSteps[] = {
-        &CTour::SeeConnected,   &CTour::SeeOtherUser, &CTour::SeeUserWithNone, &CTour::SeeChinese,
-        &CTour::SeeForcedOpen,  &CTour::SeeTraffic,   &CTour::SeeScenesEdited, &CTour::SeeFault,
-        &CTour::SeeLinks,       &CTour::SeeExport,    &CTour::SeeServerLost,   &CTour::SeeReconnected,
-        &CTour::SeeLogFiltered,
+        &CTour::SeeConnected,   &CTour::SeeOtherUser,   &CTour::SeeUserWithNone, &CTour::SeeChinese,
+        &CTour::SeeThemes,      &CTour::SeeForcedOpen,  &CTour::SeeTraffic,      &CTour::SeeScenesEdited,
+        &CTour::SeeFault,       &CTour::SeeLinks,       &CTour::SeeExport,       &CTour::SeeServerLost,
+        &CTour::SeeReconnected, &CTour::SeeLogFiltered,
     };
     m_clock.start();
     int good = 0;
@@ -155,6 +158,39 @@ bool CTour::SeeChinese() {
     const bool taken = TakePicture("chinese");
     Choose("WorkbenchLanguage", language);
     return taken && WaitFor(QStringLiteral("the former texts"), [tab, before] { return tab->text() == before; });
+}
+
+bool CTour::SeeThemes() {
+    const QVariant before = Find<QComboBox>(QStringLiteral("WorkbenchTheme"))->currentData();
+    constexpr std::pair<zr_ui_theme::Manager::Theme, const char*> kLooks[] = {
+        {zr_ui_theme::Manager::kThemeLight, "theme-light"},
+        {zr_ui_theme::Manager::kThemeDarkBlue, "theme-dark-blue"},
+        {zr_ui_theme::Manager::kThemeBlack, "theme-black"},
+    };
+    OpenPage(2);
+    QStringList seen;
+    for (const auto& [number, picture] : kLooks) {
+        const bool changes = zr_ui_theme::Manager::instance()->getTheme() != number;
+        m_nThemeMessages = 0;
+        Choose("WorkbenchTheme", int(number));
+        if (m_nThemeMessages != (changes ? 1 : 0)) {
+            return Fail(QStringLiteral("theme %1 was told %2 times").arg(number).arg(m_nThemeMessages));
+        }
+        if (!WaitFor(QStringLiteral("the window in theme %1").arg(number), [this] { return WearsTheme(); }) ||
+            !TakePicture(picture)) {
+            return false;
+        }
+        seen << QStringLiteral("%1 on %2").arg(number).arg(QColor(theme::kWindow).name());
+    }
+    Choose("WorkbenchTheme", before);
+    Tell(QStringLiteral("themes: %1").arg(seen.join(QStringLiteral(", "))));
+    return true;
+}
+
+// At its lower edge a page shows nothing but the window's colour.
+bool CTour::WearsTheme() const {
+    const QImage picture = Find<QWidget>(QStringLiteral("Content"))->grab().toImage();
+    return picture.pixelColor(picture.width() - 4, picture.height() - 4) == QColor(theme::kWindow);
 }
 
 bool CTour::SeeForcedOpen() {

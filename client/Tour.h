@@ -30,6 +30,7 @@ private:
     bool SeeOtherUser();
     bool SeeUserWithNone();
     bool SeeChinese();
+    bool SeeThemes();
     bool SeeForcedOpen();
     bool SeeTraffic();
     bool SeeScenesEdited();
@@ -45,6 +46,7 @@ private:
     bool WaitForEntries(quint64 userId);
     bool WaitFor(const QString& what, const std::function<bool()>& isSo);
     bool TakePicture(const char* name);
+    bool WearsTheme() const;
     void OpenPage(int scene);
     void OpenTab(int index);
     bool SaveScenes(int row, Qt::CheckState state);
@@ -66,6 +68,7 @@ private:
     int m_nStep = 0;
     int m_nEntryAnswers = 0;
     int m_nChannelAnswers = 0;
+    int m_nThemeMessages = 0;
     qint64 m_nServerProcess = 0;
     quint64 m_nFirstUser = 0;
 };

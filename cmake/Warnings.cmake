@@ -1,9 +1,11 @@
 # What all of our own code is compiled with. Generated code does not link this.
 add_library(zr_options INTERFACE)
+file(RELATIVE_PATH source_from_build ${CMAKE_BINARY_DIR} ${CMAKE_SOURCE_DIR})
+string(REGEX REPLACE "/$" "" source_from_build ${source_from_build})
 target_compile_options(zr_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
-    # No path of the machine in logs, assertions and debug information.
-    -ffile-prefix-map=${CMAKE_SOURCE_DIR}/=
+    # No path of the machine in logs, assertions and debug information; a compiler cache may pass relative ones.
+    -ffile-prefix-map=${CMAKE_SOURCE_DIR}/= -ffile-prefix-map=${source_from_build}/=
     $<$<BOOL:${ZR_WARNINGS_AS_ERRORS}>:-Werror>)
 target_compile_definitions(zr_options INTERFACE
     QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_DEPRECATED_WARNINGS)
@@ -12,6 +14,9 @@ target_compile_definitions(zr_options INTERFACE
 if(ZR_SANITIZE)
     add_compile_options(-O0 -g -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)
+endif()
+if(ZR_FUZZ)
+    add_compile_options(-O2 -fsanitize=fuzzer-no-link)
 endif()
 if(ZR_COVERAGE)
     add_compile_options(-O0 -g --coverage)

@@ -26,12 +26,23 @@ std::string ReadToken(const QString& name, const QString& value, Errors& errors)
 
 }  // namespace
 
+const char* const kTokenVariable = "ZR_DEVSERVER_TOKEN";
+
+bool TakeToken(Arguments& arguments, const QString& value, Errors& errors) {
+    if (arguments.token || value.isEmpty()) {
+        return true;
+    }
+    const size_t errorsBefore = errors.size();
+    arguments.token = ReadToken(QString::fromLatin1(kTokenVariable), value, errors);
+    return errors.size() == errorsBefore;
+}
+
 const char* const kUsage =
     "usage: zrdevserver [--scenario FILE] [--port N] [--control-port N] [--token T] [--child]\n"
     "  --scenario FILE   users and configuration, instead of the built-in ones\n"
     "  --port N          of the command channel; 0, the default, takes any free one\n"
     "  --control-port N  of the control interface; as above\n"
-    "  --token T         that clients must show; a random one by default\n"
+    "  --token T         that clients must show; without it the value of ZR_DEVSERVER_TOKEN, or a random one\n"
     "  --child           end when the standard input ends\n";
 
 std::optional<Arguments> ReadArguments(const QStringList& words, Errors& errors) {

@@ -23,4 +23,11 @@ extern const char* const kUsage;
 /// The command line without the program's name, or nothing and at least one error.
 std::optional<Arguments> ReadArguments(const QStringList& words, Errors& errors);
 
+/// The environment variable that may carry the token instead: a command line is for everybody to read.
+extern const char* const kTokenVariable;
+
+/// Takes the token from the variable's value where the command line has none. False, and an error, on one
+/// that is no token; an empty value is none at all.
+bool TakeToken(Arguments& arguments, const QString& value, Errors& errors);
+
 }  // namespace devserver

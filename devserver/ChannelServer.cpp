@@ -141,6 +141,7 @@ void CChannelServer::OnLogin(uint64_t id, const Frame& frame) {
     const User* user = m_state.scenario.FindUser(userId);
     Frame answerFrame;
     answerFrame.set_kind(Frame::LOGIN_ANSWER);
+    answerFrame.set_session(frame.session());
     channel::LoginAnswer& answer = *answerFrame.mutable_login_answer();
     answer.set_user_id(userId);
     if (!user || user->refuseLogin) {
@@ -175,14 +176,24 @@ void CChannelServer::OnRequest(uint64_t id, const Frame& frame) {
     Garble(reply, fault);
     Log(FMT_STRING("channel: {}: request {} of {}, error {}{}"), id, frame.command(), userId, reply.error(),
         fault.silent ? ", kept silent" : "");
-    if (fault.silent) {
-        return;
-    }
+    const auto answerIt = [this, id, fault, bytes = fault.frame.value_or(reply.SerializeAsString())] {
+        Carry(id, bytes, fault);
+    };
     if (fault.delayMs > 0) {
-        QTimer::singleShot(fault.delayMs, Qt::PreciseTimer, this, [this, id, reply] { Send(id, reply); });
+        QTimer::singleShot(fault.delayMs, Qt::PreciseTimer, this, answerIt);
+    } else {
+        answerIt();
+    }
+}
+
+void CChannelServer::Carry(uint64_t id, const std::string& reply, const Fault& fault) {
+    if (fault.drop) {
+        Cut(id);
         return;
     }
-    Send(id, reply);
+    for (int copy = 0; copy < fault.copies && !fault.silent; ++copy) {
+        SendBytes(id, reply);
+    }
 }
 
 void CChannelServer::Record(uint64_t id, uint64_t user, const Frame& frame) {
@@ -197,9 +208,28 @@ void CChannelServer::Record(uint64_t id, uint64_t user, const Frame& frame) {
 }
 
 void CChannelServer::Send(uint64_t id, const Frame& frame) {
+    SendBytes(id, frame.SerializeAsString());
+}
+
+void CChannelServer::SendBytes(uint64_t id, const std::string& bytes) {
+    const auto found = m_connections.find(id);
+    if (found == m_connections.end()) {
+        return;
+    }
+    QWebSocket* socket = found->second.socket;
+    if (socket->bytesToWrite() > kMaxUnreadBytes) {
+        Log(FMT_STRING("channel: {}: cut, {} bytes wait to be read"), id, socket->bytesToWrite());
+        Cut(id);
+        return;
+    }
+    socket->sendBinaryMessage(QByteArray::fromStdString(bytes));
+}
+
+void CChannelServer::Cut(uint64_t id) {
     const auto found = m_connections.find(id);
     if (found != m_connections.end()) {
-        found->second.socket->sendBinaryMessage(QByteArray::fromStdString(frame.SerializeAsString()));
+        // What this emits takes the connection out of the table.
+        found->second.socket->abort();
     }
 }
 
@@ -236,7 +266,7 @@ int CChannelServer::Drop(std::optional<uint64_t> user) {
     int dropped = 0;
     for (const Client& client : Clients()) {
         if (!user || client.user == *user) {
-            m_connections.at(client.id).socket->abort();
+            Cut(client.id);
             ++dropped;
         }
     }

@@ -26,6 +26,9 @@ class CChannelServer : public QObject {
 public:
     static constexpr qint64 kMaxFrameBytes = 4 * 1024 * 1024;
 
+    /// A client that lets more than this wait is cut: it would cost the server its memory.
+    static constexpr qint64 kMaxUnreadBytes = 32 * 1024 * 1024;
+
     struct Client {
         uint64_t id = 0;
         uint64_t user = 0;  // 0 while nobody is logged in
@@ -65,6 +68,9 @@ private:
     void OnRequest(uint64_t id, const channel::Frame& frame);
     void Record(uint64_t id, uint64_t user, const channel::Frame& frame);
     void Send(uint64_t id, const channel::Frame& frame);
+    void SendBytes(uint64_t id, const std::string& bytes);
+    void Carry(uint64_t id, const std::string& reply, const Fault& fault);
+    void Cut(uint64_t id);
     void SendToAll(const channel::Frame& frame);
     channel::Frame ConfigFrame() const;
 

@@ -9,9 +9,10 @@ namespace {
 constexpr unsigned kFaultsDepth = 16;
 constexpr uint64_t kMaxDelayMs = 600'000;
 constexpr uint64_t kMaxTimes = 1'000'000;
+constexpr uint64_t kMaxCopies = 1'000;
 
 Fault ReadFault(const CJsonNode& node) {
-    node.Keys({}, {"error", "delayMs", "bodyHex", "replyCommand", "silent", "times"});
+    node.Keys({}, {"error", "delayMs", "bodyHex", "replyCommand", "frameHex", "copies", "silent", "drop", "times"});
     Fault fault;
     bool hasEffect = false;
     if (const CJsonNode error = node.Member("error"); error.Present()) {
@@ -30,15 +31,27 @@ Fault ReadFault(const CJsonNode& node) {
         fault.replyCommand = uint32_t(command.Unsigned(0, std::numeric_limits<uint32_t>::max()));
         hasEffect = true;
     }
+    if (const CJsonNode frame = node.Member("frameHex"); frame.Present()) {
+        fault.frame = frame.HexBytes();
+        hasEffect = true;
+    }
+    if (const CJsonNode copies = node.Member("copies"); copies.Present()) {
+        fault.copies = int(copies.Unsigned(1, kMaxCopies));
+        hasEffect = true;
+    }
     if (const CJsonNode silent = node.Member("silent"); silent.Present()) {
         fault.silent = silent.Bool();
+        hasEffect = true;
+    }
+    if (const CJsonNode drop = node.Member("drop"); drop.Present()) {
+        fault.drop = drop.Bool();
         hasEffect = true;
     }
     if (const CJsonNode times = node.Member("times"); times.Present()) {
         fault.times = times.Unsigned(1, kMaxTimes);
     }
     if (!hasEffect) {
-        node.Refuse("must hold one of error, delayMs, bodyHex, replyCommand, silent");
+        node.Refuse("must hold one of error, delayMs, bodyHex, replyCommand, frameHex, copies, silent, drop");
     }
     return fault;
 }

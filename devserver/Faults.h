@@ -14,8 +14,11 @@ struct Fault {
     std::optional<int32_t> error;          // instead of 0; takes the body away, unless `body` gives another
     std::optional<std::string> body;       // these bytes
     std::optional<uint32_t> replyCommand;  // the reply names this command
+    std::optional<std::string> frame;      // these bytes instead of the whole envelope
     int delayMs = 0;
+    int copies = 1;
     bool silent = false;            // no reply at all
+    bool drop = false;              // the connection is cut instead
     std::optional<uint64_t> times;  // so many replies are left; for ever without it
 };
 

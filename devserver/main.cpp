@@ -60,8 +60,8 @@ void QuitAtEndOfInput(QCoreApplication& app) {
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     Errors errors;
-    const auto arguments = devserver::ReadArguments(QCoreApplication::arguments().mid(1), errors);
-    if (!arguments) {
+    auto arguments = devserver::ReadArguments(QCoreApplication::arguments().mid(1), errors);
+    if (!arguments || !devserver::TakeToken(*arguments, qEnvironmentVariable(devserver::kTokenVariable), errors)) {
         return Fail(kExitWrongInput, errors);
     }
     if (arguments->help) {

@@ -49,6 +49,7 @@ QLabel* CPage::NewLabel(const char* role, texts::EnText text, QWidget* parent) {
     return label;
 }
 
-void CPage::SetColor(QLabel* label, QRgb color) {
-    label->setStyleSheet(QStringLiteral("color: %1;").arg(QColor(color).name()));
+void CPage::SetColor(QLabel* label, theme::ColorName color) {
+    theme::Keep(label,
+                [label, color] { label->setStyleSheet(QStringLiteral("color: %1;").arg(QColor(color).name())); });
 }

@@ -3,6 +3,7 @@
 #include <QWidget>
 
 #include "EntryScenes.h"
+#include "Theme.h"
 
 class CAIChatEntries;
 class CAIChatEntryButton;
@@ -25,7 +26,7 @@ protected:
     /// A label that the style sheet knows by `role`.
     static QLabel* NewLabel(const char* role, const QString& text, QWidget* parent);
     static QLabel* NewLabel(const char* role, texts::EnText text, QWidget* parent);
-    static void SetColor(QLabel* label, QRgb color);
+    static void SetColor(QLabel* label, theme::ColorName color);
 
 private:
     CAIChatEntryButton* m_pEntry;

@@ -37,7 +37,7 @@ CPortfolioPage::CPortfolioPage(const EntryPage& page, const CAIChatEntries& entr
 
     auto* cards = new QHBoxLayout;
     cards->setSpacing(12);
-    const auto addCard = [&](texts::EnText title, const QString& value, QRgb color) {
+    const auto addCard = [&](texts::EnText title, const QString& value, theme::ColorName color) {
         QFrame* card = NewCard(this);
         QLabel* figure = NewLabel("figure", value, card);
         SetColor(figure, color);

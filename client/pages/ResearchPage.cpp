@@ -13,7 +13,7 @@ namespace {
 
 struct RatingLook {
     texts::EnText word;
-    QRgb color;
+    theme::ColorName color;
 };
 
 RatingLook LookOf(SampleMarket::EnRating rating) {

@@ -26,6 +26,7 @@ CSampleTable::CSampleTable(const char* name, std::vector<Column> columns, int wi
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     horizontalHeader()->setSectionResizeMode(wide, QHeaderView::Stretch);
+    theme::Keep(this, [this] { ShowColors(); });
     texts::Keep(this, [this] {
         for (int column = 0; column < columnCount(); ++column) {
             const Column& shown = m_columns[size_t(column)];
@@ -39,12 +40,22 @@ CSampleTable::CSampleTable(const char* name, std::vector<Column> columns, int wi
 void CSampleTable::AddRow(const std::vector<Cell>& cells) {
     const int row = rowCount();
     insertRow(row);
+    m_colors.emplace_back();
     for (int column = 0; column < columnCount(); ++column) {
         const Cell& cell = cells[size_t(column)];
         auto* item = new QTableWidgetItem(cell.text);
         item->setForeground(QColor(cell.color));
+        m_colors.back().push_back(cell.color);
         item->setTextAlignment((m_columns[size_t(column)].figures ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
         setItem(row, column, item);
+    }
+}
+
+void CSampleTable::ShowColors() {
+    for (int row = 0; row < rowCount(); ++row) {
+        for (int column = 0; column < columnCount(); ++column) {
+            item(row, column)->setForeground(QColor(m_colors[size_t(row)][size_t(column)]));
+        }
     }
 }
 

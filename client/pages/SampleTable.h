@@ -15,7 +15,7 @@ public:
     };
     struct Cell {
         QString text;
-        QRgb color = theme::kText;
+        theme::ColorName color = theme::kText;
     };
 
     /// The column `wide` takes the room that the others leave.
@@ -29,5 +29,8 @@ public:
     void FitRows();
 
 private:
+    void ShowColors();
+
     const std::vector<Column> m_columns;
+    std::vector<std::vector<theme::ColorName>> m_colors;  // of the cells, by row
 };

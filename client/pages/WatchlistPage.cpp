@@ -35,7 +35,7 @@ CWatchlistPage::CWatchlistPage(const EntryPage& page, const CAIChatEntries& entr
                                    1, this);
     for (const SampleMarket::Instrument& instrument : market.instruments) {
         const double change = instrument.last - instrument.previous;
-        const QRgb color = theme::OfChange(change);
+        const theme::ColorName color = theme::OfChange(change);
         table->AddRow({{instrument.symbol, theme::kAccent},
                        {instrument.name},
                        {figures::Price(instrument.last), color},

@@ -29,6 +29,11 @@ CLogModel::CLogModel(QObject* parent) : QAbstractTableModel(parent) {
     m_flushTimer.setSingleShot(true);
     m_flushTimer.setInterval(kFlushMs);
     connect(&m_flushTimer, &QTimer::timeout, this, &CLogModel::Flush);
+    theme::Keep(this, [this] {
+        if (!m_lines.empty()) {
+            Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1), {Qt::ForegroundRole});
+        }
+    });
     texts::Keep(this, [this] {
         Q_EMIT headerDataChanged(Qt::Horizontal, 0, ColumnCount - 1);
         if (!m_lines.empty()) {

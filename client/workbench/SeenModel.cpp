@@ -17,6 +17,11 @@ CSeenModel::CSeenModel(std::unique_ptr<ISeenFormat> format, QObject* parent)
     m_flushTimer.setSingleShot(true);
     m_flushTimer.setInterval(kFlushMs);
     connect(&m_flushTimer, &QTimer::timeout, this, &CSeenModel::Flush);
+    theme::Keep(this, [this] {
+        if (!m_rows.empty()) {
+            Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1), {Qt::ForegroundRole});
+        }
+    });
     texts::Keep(this, [this] {
         for (Row& row : m_rows) {
             row.cells = m_format->Cells(row.seen);

@@ -16,7 +16,9 @@
 
 #include "AIChatEntries.h"
 #include "ClientTexts.h"
+#include "Theme.h"
 #include "core/lang.h"
+#include "ui/zr_ui_theme.h"
 #include "workbench/ClockPanel.h"
 #include "workbench/EntryTable.h"
 #include "workbench/Export.h"
@@ -40,6 +42,17 @@ constexpr LanguageChoice kLanguages[] = {
     {core::lang::kLanguageTraditionalChinese, texts::kLanguageTraditionalChinese},
     {core::lang::kLanguageJapanese, texts::kLanguageJapanese},
     {core::lang::kLanguageFrench, texts::kLanguageFrench},
+};
+
+struct ThemeChoice {
+    zr_ui_theme::Manager::Theme theme;
+    texts::EnText name;
+};
+
+constexpr ThemeChoice kThemes[] = {
+    {zr_ui_theme::Manager::kThemeLight, texts::kThemeLight},
+    {zr_ui_theme::Manager::kThemeDarkBlue, texts::kThemeDarkBlue},
+    {zr_ui_theme::Manager::kThemeBlack, texts::kThemeBlack},
 };
 
 struct OverrideChoice {
@@ -77,6 +90,7 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, IServerAsk& server, QWidget* par
       m_pLogin(new QPushButton(this)),
       m_pLogout(new QPushButton(this)),
       m_pLanguage(NewCombo("WorkbenchLanguage", this)),
+      m_pTheme(NewCombo("WorkbenchTheme", this)),
       m_pOverride(NewCombo("WorkbenchOverride", this)),
       m_pEdition(NewCombo("WorkbenchEdition", this)),
       m_pMarkets(new QLineEdit(this)),
@@ -119,9 +133,11 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, IServerAsk& server, QWidget* par
     connect(&entries, &CAIChatEntries::Changed, this, &CWorkbench::ShowOverride);
     texts::Keep(this, [this] {
         ShowUserTexts();
+        ShowTheme();
         ShowOverride();
         ShowEditionTexts();
     });
+    theme::Keep(this, [this] { ShowTheme(); });
 }
 
 QWidget* CWorkbench::NewSessionTab() {
@@ -132,6 +148,7 @@ QWidget* CWorkbench::NewSessionTab() {
     grid->setVerticalSpacing(8);
     AddUserRow(grid);
     AddLanguageRow(grid);
+    AddThemeRow(grid);
     AddOverrideRow(grid);
     AddEditionRow(grid);
     AddMarketsRow(grid);
@@ -255,12 +272,22 @@ void CWorkbench::AddLanguageRow(QGridLayout* grid) {
             [this] { Q_EMIT LanguageWanted(m_pLanguage->currentData().toInt()); });
 }
 
+void CWorkbench::AddThemeRow(QGridLayout* grid) {
+    for (const ThemeChoice& choice : kThemes) {
+        m_pTheme->addItem(QString(), int(choice.theme));
+    }
+    grid->addWidget(NewTitle(texts::kTheme, "muted", this), 3, 0);
+    grid->addWidget(m_pTheme, 3, 1, 1, 3);
+    connect(m_pTheme, qOverload<int>(&QComboBox::currentIndexChanged), this,
+            [this] { Q_EMIT ThemeWanted(m_pTheme->currentData().toInt()); });
+}
+
 void CWorkbench::AddOverrideRow(QGridLayout* grid) {
     for (const OverrideChoice& choice : kOverrides) {
         m_pOverride->addItem(QString(), int(choice.value));
     }
-    grid->addWidget(NewTitle(texts::kOverride, "muted", this), 3, 0);
-    grid->addWidget(m_pOverride, 3, 1, 1, 3);
+    grid->addWidget(NewTitle(texts::kOverride, "muted", this), 4, 0);
+    grid->addWidget(m_pOverride, 4, 1, 1, 3);
     connect(m_pOverride, qOverload<int>(&QComboBox::currentIndexChanged), this,
             [this] { m_entries.SetOverride(EnEntryOverride(m_pOverride->currentData().toInt())); });
 }
@@ -268,8 +295,8 @@ void CWorkbench::AddOverrideRow(QGridLayout* grid) {
 void CWorkbench::AddEditionRow(QGridLayout* grid) {
     m_pEdition->addItem(QString(), false);
     m_pEdition->addItem(QString(), true);
-    grid->addWidget(NewTitle(texts::kEdition, "muted", this), 4, 0);
-    grid->addWidget(m_pEdition, 4, 1, 1, 3);
+    grid->addWidget(NewTitle(texts::kEdition, "muted", this), 5, 0);
+    grid->addWidget(m_pEdition, 5, 1, 1, 3);
     connect(m_pEdition, qOverload<int>(&QComboBox::currentIndexChanged), this,
             [this] { Q_EMIT EditionWanted(m_pEdition->currentData().toBool()); });
 }
@@ -283,10 +310,10 @@ void CWorkbench::AddMarketsRow(QGridLayout* grid) {
     auto* apply = new QPushButton(this);
     apply->setObjectName(QStringLiteral("WorkbenchMarketsApply"));
     texts::Keep(apply, texts::kMarketsApply);
-    grid->addWidget(NewTitle(texts::kMarkets, "muted", this), 5, 0);
-    grid->addWidget(m_pMarkets, 5, 1);
-    grid->addWidget(apply, 5, 2, 1, 2);
-    grid->addWidget(m_pMarketsNote, 6, 1, 1, 3);
+    grid->addWidget(NewTitle(texts::kMarkets, "muted", this), 6, 0);
+    grid->addWidget(m_pMarkets, 6, 1);
+    grid->addWidget(apply, 6, 2, 1, 2);
+    grid->addWidget(m_pMarketsNote, 7, 1, 1, 3);
     m_pMarketsNote->hide();
     connect(apply, &QPushButton::clicked, this, &CWorkbench::AskMarkets);
     connect(m_pMarkets, &QLineEdit::returnPressed, this, &CWorkbench::AskMarkets);
@@ -372,6 +399,14 @@ void CWorkbench::ShowLanguage(int languageId) {
     const QSignalBlocker blocker(m_pLanguage);
     m_pLanguage->setCurrentIndex(
         std::max(0, m_pLanguage->findData(languageId)));  // any number that is none of these is English
+}
+
+void CWorkbench::ShowTheme() {
+    const QSignalBlocker blocker(m_pTheme);
+    for (int index = 0; index < m_pTheme->count(); ++index) {
+        m_pTheme->setItemText(index, texts::Tr(kThemes[index].name));
+    }
+    m_pTheme->setCurrentIndex(m_pTheme->findData(int(zr_ui_theme::Manager::instance()->getTheme())));
 }
 
 void CWorkbench::ShowOverride() {

@@ -54,12 +54,14 @@ Q_SIGNALS:
     void LoginWanted(quint64 userId);
     void LogoutWanted();
     void LanguageWanted(int languageId);
+    void ThemeWanted(int number);
     void EditionWanted(bool velora);
     void MarketsWanted(const std::vector<int>& markets);
 
 private:
     void AddUserRow(QGridLayout* grid);
     void AddLanguageRow(QGridLayout* grid);
+    void AddThemeRow(QGridLayout* grid);
     void AddOverrideRow(QGridLayout* grid);
     void AddEditionRow(QGridLayout* grid);
     void AddMarketsRow(QGridLayout* grid);
@@ -70,6 +72,7 @@ private:
     void Export();
     void ShowEditionTexts();
     void ShowUserTexts();
+    void ShowTheme();
     void ShowOverride();
 
     CAIChatEntries& m_entries;
@@ -80,6 +83,7 @@ private:
     QPushButton* m_pLogin;
     QPushButton* m_pLogout;
     QComboBox* m_pLanguage;
+    QComboBox* m_pTheme;
     QComboBox* m_pOverride;
     QComboBox* m_pEdition;
     QLineEdit* m_pMarkets;

@@ -228,3 +228,34 @@ TEST_F(BusContractTest, ANullContextOrAnEmptyCallbackBindsNothing) {
 
     EXPECT_THAT(notes, IsEmpty());
 }
+
+TEST_F(BusContractTest, TheLastArgumentOfASendHasNoEffect) {
+    kBus.Bind(5, Note("told"), &context);
+
+    kBus.Send(5, nullptr, false);
+
+    EXPECT_THAT(notes, ElementsAre("told"));
+}
+
+TEST_F(BusContractTest, UnbindingAContextWithoutSubscriptionsDoesNothing) {
+    QObject other;
+    kBus.Bind(5, Note("told"), &context);
+
+    kBus.UnBind(&other);
+    kBus.UnBind(nullptr);
+    kBus.Send(5, nullptr, true);
+
+    EXPECT_THAT(notes, ElementsAre("told"));
+}
+
+TEST_F(BusContractTest, ContextsThatComeAndGoLeaveRoomForTheNext) {
+    auto held = std::make_shared<int>(0);
+    for (int i = 0; i < 1000; ++i) {
+        QObject shortLived;
+        kBus.Bind(
+            5, [held](auto, auto, const auto&) {}, &shortLived);
+    }
+
+    // what the dead captured is not kept for ever, also where nothing is ever sent
+    EXPECT_LT(held.use_count(), 100);
+}

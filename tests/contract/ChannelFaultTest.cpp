@@ -1,9 +1,9 @@
 // What a server may do wrong, and what the client's channel makes of it.
-#include <QCryptographicHash>
 #include <QTcpServer>
-#include <QTcpSocket>
 
 #include "RealLineTest.h"
+#include "core/IRandom.h"
+#include "support/RawWebSocketServer.h"
 
 using namespace ::testing;
 using namespace std::chrono_literals;
@@ -89,6 +89,7 @@ TEST_F(ChannelFaultTest, ASecondReplyOfASessionIsDropped) {
 
     EXPECT_TRUE(WaitUntil([this] { return Logged("a reply for session 1, which waits for none"); }));
     EXPECT_THAT(notes, ElementsAre("1 answer"));
+    EXPECT_THAT(log.Lines(), Each(Field(&LogLine::severity, kZRLogInfo)));
 }
 
 TEST_F(ChannelFaultTest, AFrameOfFourMebibytesIsTaken) {
@@ -204,33 +205,16 @@ TEST_F(ChannelFaultTest, AServerThatAcceptsAndSaysNothingIsGivenUp) {
 
 TEST_F(ChannelFaultTest, AConnectionThatWentSilentIsGivenUp) {
     // a server that shook hands once and never again says a word, not even a pong
-    QTcpServer mute;
-    ASSERT_TRUE(mute.listen(QHostAddress::LocalHost));
-    QObject::connect(&mute, &QTcpServer::newConnection, &context, [&mute] {
-        QTcpSocket* socket = mute.nextPendingConnection();
-        QObject::connect(socket, &QTcpSocket::readyRead, socket, [socket] {
-            const QByteArray request = socket->readAll();
-            const int at = request.indexOf("Sec-WebSocket-Key: ");
-            if (at < 0) {
-                return;
-            }
-            const QByteArray key = request.mid(at + 19, request.indexOf("\r\n", at) - at - 19);
-            const QByteArray accept =
-                QCryptographicHash::hash(key + "258EAFA5-E914-47DA-95CA-C5AB0DC85B11", QCryptographicHash::Sha1)
-                    .toBase64();
-            socket->write(
-                "HTTP/1.1 101 Switching Protocols\r\nUpgrade: websocket\r\nConnection: Upgrade\r\n"
-                "Sec-WebSocket-Accept: " +
-                accept + "\r\n\r\n");
-        });
-    });
+    CRawWebSocketServer mute;
+    mute.AnswerPings(false);
+    ASSERT_TRUE(mute.Listen());
     ChannelOptions options = Quick();
     options.pingEvery = 20ms;
     options.silenceLimit = 60ms;
     CWebSocketChannel attentive(poster, random, options);
     NoteLosses(attentive);
 
-    attentive.Open(QUrl(QStringLiteral("ws://127.0.0.1:%1").arg(mute.serverPort())), QByteArray("token"));
+    attentive.Open(mute.Url(), QByteArray("token"));
 
     EXPECT_TRUE(WaitUntil([this] { return !waits.empty(); }));
     EXPECT_TRUE(Logged("the server has gone silent"));
@@ -264,6 +248,96 @@ TEST_F(ChannelFaultTest, AClosedChannelStaysClosedAndSaysSoToWhoeverSends) {
     EXPECT_THAT(notes, ElementsAre("1 -2", "2 -2"));
     EXPECT_THAT(waits, IsEmpty());
     EXPECT_FALSE(client.IsConnected());
+}
+
+TEST_F(ChannelFaultTest, ARequestThatIsTooLargeFailsAloneAndLater) {
+    Open(client);
+    client.SendCommand(CSProtoData{10, "small"}, Note(), &context);
+
+    client.SendCommand(CSProtoData{10, std::string(size_t(kMaxFrameBytes), 'x')}, Note(), &context);
+    EXPECT_THAT(notes, IsEmpty());
+
+    ASSERT_TRUE(WaitUntil([this] { return notes.size() == 1 && server.Frames().size() == 1; }));
+    EXPECT_THAT(notes, ElementsAre("2 -2"));
+    EXPECT_TRUE(Logged("is too large to be sent"));
+    EXPECT_TRUE(client.IsConnected());
+}
+
+TEST_F(ChannelFaultTest, AConnectionMayBeLostInALoopThatACallbackOpened) {
+    Open(client);
+    client.BindCallback(
+        1,
+        [this](auto, auto, auto, auto) {
+            server.Close();
+            EXPECT_TRUE(WaitUntil([this] { return !waits.empty(); }));
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            notes.emplace_back("done");
+        },
+        &context);
+
+    server.SendToAll(Push(1));
+
+    EXPECT_TRUE(WaitUntil([this] { return !notes.empty(); }));
+    ASSERT_TRUE(server.Listen());
+    EXPECT_TRUE(WaitUntil([this] { return client.IsConnected(); }));
+}
+
+TEST_F(ChannelFaultTest, WhoAsksAgainInsideAFailureIsFailedOncePerRequest) {
+    int failures = 0;
+    std::function<void()> ask = [&] {
+        client.SendCommand(
+            CSProtoData{10, ""},
+            [&](auto, CSProtoError error, auto, auto) {
+                EXPECT_EQ(error, kCSProtoDisconnected);
+                if (++failures < 3) {
+                    const int before = failures;
+                    ask();
+                    EXPECT_EQ(failures, before);
+                }
+            },
+            &context);
+    };
+
+    ask();
+
+    EXPECT_TRUE(WaitUntil([&] { return failures == 3; }));
+}
+
+TEST_F(ChannelFaultTest, RequestsFailAtTheirOwnTimeLimitsAndNoneBefore) {
+    ChannelOptions options = Quick();
+    options.requestLimit = 150ms;
+    CWebSocketChannel limited(poster, random, options);
+    Open(limited);
+    limited.SendCommand(CSProtoData{10, ""}, Note(), &context);
+    const QDeadlineTimer apart(75);
+    ASSERT_TRUE(WaitUntil([&] { return apart.hasExpired(); }));
+    limited.SendCommand(CSProtoData{10, ""}, Note(), &context);
+    bool together = false;
+
+    EXPECT_TRUE(WaitUntil([&] { return !notes.empty(); }));
+    together = notes.size() == 2;
+
+    EXPECT_FALSE(together);
+    EXPECT_TRUE(WaitUntil([&] { return notes.size() == 2; }));
+    EXPECT_THAT(notes, ElementsAre("1 -1", "2 -1"));
+}
+
+/// The highest number each time.
+class CHighestRandom : public IRandom {
+public:
+    uint32_t Next() override { return 0xFFFFFFFF; }
+};
+
+TEST_F(ChannelFaultTest, TheWaitsAreDrawn) {
+    CHighestRandom highest;
+    CWebSocketChannel late(poster, highest, Quick());
+    NoteLosses(late);
+    server.Close();
+
+    late.Open(server.Url(), QByteArray("token"));
+
+    EXPECT_TRUE(WaitUntil([this] { return waits.size() >= 2; }));
+    EXPECT_THAT(waits, ElementsAre(9, 19));
 }
 
 }  // namespace

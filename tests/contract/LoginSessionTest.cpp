@@ -10,7 +10,7 @@ class LoginSessionTest : public RealLineTest {
 protected:
     LoginSessionTest() {
         QObject::connect(&client, &CWebSocketChannel::HostFrameReceived, &context,
-                         [this](const channel::Frame& frame) { session.Receive(frame.login_answer()); });
+                         [this](const channel::Frame& frame) { session.Receive(frame); });
         QObject::connect(&session, &CLoginSession::LoggedIn, &context, [this](qulonglong user) {
             EXPECT_EQ(session.UserId(), user);
             notes.push_back("in " + std::to_string(user));
@@ -35,6 +35,7 @@ protected:
             for (const auto& arrival : server.Frames()) {
                 if (arrival.frame.kind() == channel::Frame::LOGIN && ++seen == number) {
                     login = arrival.frame.login();
+                    asked = arrival.frame.session();
                     return true;
                 }
             }
@@ -43,13 +44,23 @@ protected:
         return login;
     }
 
-    static channel::Frame Accept(uint64_t user, uint64_t sessionId) {
+    /// An answer to the login that was last awaited.
+    channel::Frame Accept(uint64_t user, uint64_t sessionId) const {
         channel::Frame frame = FrameOf(channel::Frame::LOGIN_ANSWER);
+        frame.set_session(asked);
         frame.mutable_login_answer()->set_accepted(true);
         frame.mutable_login_answer()->set_user_id(user);
         frame.mutable_login_answer()->set_session_id(sessionId);
         frame.mutable_login_answer()->add_attributed_market(3);
         frame.mutable_login_answer()->add_attributed_market(1);
+        return frame;
+    }
+
+    channel::Frame Refuse(uint64_t user) const {
+        channel::Frame frame = FrameOf(channel::Frame::LOGIN_ANSWER);
+        frame.set_session(asked);
+        frame.mutable_login_answer()->set_user_id(user);
+        frame.mutable_login_answer()->set_reason("closed");
         return frame;
     }
 
@@ -66,6 +77,7 @@ protected:
 
     CWebSocketChannel client{poster, random, Quick()};
     CLoginSession session{client};
+    uint64_t asked = 0;
 };
 
 TEST_F(LoginSessionTest, ALoginNamesUserDeviceAndLanguageAndTakesWhatTheServerGives) {
@@ -128,11 +140,8 @@ TEST_F(LoginSessionTest, ARefusalLeavesNobodyLoggedInAndIsNotTriedAgain) {
     Open(client);
     session.Login(7, "device", 2);
     AwaitLogin(1);
-    channel::Frame refusal = FrameOf(channel::Frame::LOGIN_ANSWER);
-    refusal.mutable_login_answer()->set_user_id(7);
-    refusal.mutable_login_answer()->set_reason("closed");
 
-    server.SendToAll(refusal);
+    server.SendToAll(Refuse(7));
 
     ASSERT_TRUE(WaitForNotes(1));
     EXPECT_THAT(notes, ElementsAre("refused 7 closed"));
@@ -146,11 +155,8 @@ TEST_F(LoginSessionTest, ARefusalAtAReconnectLogsTheUserOut) {
     server.Close();
     ASSERT_TRUE(server.Listen());
     AwaitLogin(2);
-    channel::Frame refusal = FrameOf(channel::Frame::LOGIN_ANSWER);
-    refusal.mutable_login_answer()->set_user_id(7);
-    refusal.mutable_login_answer()->set_reason("closed");
 
-    server.SendToAll(refusal);
+    server.SendToAll(Refuse(7));
 
     ASSERT_TRUE(WaitForNotes(3));
     EXPECT_THAT(notes, ElementsAre("in 7", "out 7", "refused 7 closed"));
@@ -163,7 +169,7 @@ TEST_F(LoginSessionTest, AnAnswerForAnotherUserIsLoggedAndDropped) {
 
     server.SendToAll(Accept(8, 900));
 
-    EXPECT_TRUE(WaitUntil([this] { return Logged("A login answer for user 8, who is not waited for"); }));
+    EXPECT_TRUE(WaitUntil([this] { return Logged("A login answer for user 8 dropped, it is not waited for"); }));
     EXPECT_EQ(session.UserId(), 0u);
     EXPECT_THAT(notes, IsEmpty());
 }
@@ -176,9 +182,52 @@ TEST_F(LoginSessionTest, AnAnswerThatComesAfterTheLogoutIsDropped) {
     session.Logout();
     server.SendToAll(Accept(7, 900));
 
-    EXPECT_TRUE(WaitUntil([this] { return Logged("who is not waited for"); }));
+    EXPECT_TRUE(WaitUntil([this] { return Logged("it is not waited for"); }));
     EXPECT_EQ(session.UserId(), 0u);
     EXPECT_THAT(notes, IsEmpty());
+}
+
+TEST_F(LoginSessionTest, AnswersToLoginsThatWereThoughtBetterOfAreDropped) {
+    Open(client);
+    session.Login(7, "device", 2);
+    AwaitLogin(1);
+    const channel::Frame first = Accept(7, 900);
+    session.Login(8, "device", 2);
+    AwaitLogin(2);
+    const channel::Frame second = Refuse(8);
+    session.Login(7, "device", 2);
+    AwaitLogin(3);
+
+    server.SendToAll(first);
+    server.SendToAll(second);
+    server.SendToAll(Accept(7, 902));
+
+    ASSERT_TRUE(WaitForNotes(1));
+    EXPECT_THAT(notes, ElementsAre("in 7"));
+    EXPECT_EQ(session.SessionId(), 902u);
+}
+
+TEST_F(LoginSessionTest, ALoginThatIsNotAnsweredIsAskedAgainOverANewConnection) {
+    CLoginSession impatient(client, std::chrono::milliseconds(30));
+    Open(client);
+
+    impatient.Login(7, "device", 2);
+
+    AwaitLogin(1);
+    AwaitLogin(2);
+    EXPECT_TRUE(Logged("the login is not answered"));
+    client.Close();
+}
+
+TEST_F(LoginSessionTest, ALanguageThatChangedSinceIsToldAtTheNextReconnect) {
+    Open(client);
+    LogIn(7, 1);
+    session.SetLanguage(0);
+
+    server.Close();
+    ASSERT_TRUE(server.Listen());
+
+    EXPECT_EQ(AwaitLogin(2).language(), 0);
 }
 
 }  // namespace

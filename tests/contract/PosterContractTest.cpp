@@ -116,3 +116,18 @@ TEST_F(PosterContractTest, ATaskThatThrowsStopsNoOther) {
 
     ASSERT_TRUE(WaitUntil([&] { return !notes.empty(); }));
 }
+
+TEST_F(PosterContractTest, ATaskThatOpensALoopOfItsOwnHoldsUpNoOther) {
+    core::post::ToMain(
+        &context,
+        [this] {
+            EXPECT_TRUE(WaitUntil([this] { return notes.size() == 2; }));
+            notes.push_back(3);
+        },
+        nullptr);
+    core::post::ToMain(&context, Note(1), nullptr);
+    core::post::ToMainDelay(&context, 1, Note(2), nullptr);
+
+    ASSERT_TRUE(WaitUntil([&] { return notes.size() == 3; }));
+    EXPECT_THAT(notes, ElementsAre(1, 2, 3));
+}

@@ -43,7 +43,7 @@ public:
           m_channel(m_poster, m_random, QuickRetries()),
           m_session(m_channel) {
         QObject::connect(&m_channel, &CWebSocketChannel::HostFrameReceived, &m_session,
-                         [this](const channel::Frame& frame) { m_session.Receive(frame.login_answer()); });
+                         [this](const channel::Frame& frame) { m_session.Receive(frame); });
         Install();
         Connect();
     }
@@ -122,6 +122,7 @@ public:
         ASSERT_TRUE(login);
         channel::Frame answer;
         answer.set_kind(channel::Frame::LOGIN_ANSWER);
+        answer.set_session(login->frame.session());
         answer.mutable_login_answer()->set_accepted(true);
         answer.mutable_login_answer()->set_user_id(userId);
         answer.mutable_login_answer()->set_session_id(1);
@@ -130,6 +131,7 @@ public:
     }
 
     void ReopenStore() override {
+        m_store.reset();  // two at a time would be two clients
         m_store = Store();
         Install();
     }

@@ -11,6 +11,7 @@
 
 #include "support/VirtualAnimationDriver.h"
 #include "support/VirtualEventDispatcher.h"
+#include "support/VirtualTime.h"
 
 #if defined(__SANITIZE_ADDRESS__)
 #define ZR_LEAK_CHECK 1
@@ -80,6 +81,8 @@ int test_process::RunInVirtualTime(int argc, char** argv) {
 
     int result = RUN_ALL_TESTS();
     DrainDeletes();
+    // The toolkit's own animations end by themselves and free themselves then.
+    CVirtualTime().Advance(std::chrono::seconds(5));
     if (HasWidgets()) {
         result = 1;
     }

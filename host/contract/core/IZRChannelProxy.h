@@ -42,7 +42,8 @@ public:
     /// The callback runs once, on the main thread, never inside this call, with `session` equal to the
     /// result: with the reply and error 0, or with a non-zero error when the server refuses, the time
     /// limit passes, the connection is lost or there is none. It never runs once `context` is gone (or
-    /// null), or after `UnbindCallback(context)`. Returns 0, and calls nothing, without a channel.
+    /// null), or after `UnbindCallback(context)`. Returns 0, and calls nothing, without a channel or for a type that is
+    /// none, which is logged.
     static unsigned long SendCommand(CSChannelType channel, const CSProtoData& data, const CSRequestExt* ext,
                                      CSCallback callback, QObject* context);
 

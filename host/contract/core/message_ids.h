@@ -10,6 +10,8 @@ enum HostMessageId : unsigned int {
     kMsgLoginChannelConnected = 10650,
     /// The display language changed. No body.
     kMsgLanguageChanged = 20100,
+    /// The theme changed, and zr_ui_theme::Manager has told its listeners. No body.
+    kMsgThemeChanged = 20101,
 };
 
 }  // namespace core

@@ -14,7 +14,7 @@ struct ZRPluginIID {
 
 /// What the client tells all modules beyond the lifecycle callbacks.
 enum EnZRPluginEvent : int {
-    /// The client is about to end; the user is still logged in. No parameter.
+    /// The client is about to end; whoever is logged in still is. No parameter.
     kZRPluginEventBeforeQuit = 1,
 };
 

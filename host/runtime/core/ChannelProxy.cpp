@@ -1,17 +1,32 @@
 #include "core/IChannel.h"
 #include "core/IZRChannelProxy.h"
+#include "framework/HostLog.h"
 #include "framework/Ports.h"
 
-unsigned long IZRChannelProxy::SendCommand(CSChannelType /*channel*/, const CSProtoData& data,
-                                           const CSRequestExt* /*ext*/, CSCallback callback, QObject* context) {
-    const host::PortsInUse ports;
-    return ports->channel ? ports->channel->SendCommand(data, std::move(callback), context) : 0;
+namespace {
+
+constexpr host::HostLog kLog("Channel");
+
+bool IsKnown(CSChannelType channel) {
+    if (channel == kCSChannelMain) {
+        return true;
+    }
+    kLog.Error(FMT_STRING("There is no channel {}"), int(channel));
+    return false;
 }
 
-void IZRChannelProxy::BindCallback(CSChannelType /*channel*/, unsigned short commandId, CSCallback callback,
+}  // namespace
+
+unsigned long IZRChannelProxy::SendCommand(CSChannelType channel, const CSProtoData& data, const CSRequestExt* /*ext*/,
+                                           CSCallback callback, QObject* context) {
+    const host::PortsInUse ports;
+    return ports->channel && IsKnown(channel) ? ports->channel->SendCommand(data, std::move(callback), context) : 0;
+}
+
+void IZRChannelProxy::BindCallback(CSChannelType channel, unsigned short commandId, CSCallback callback,
                                    QObject* context) {
     const host::PortsInUse ports;
-    if (ports->channel) {
+    if (ports->channel && IsKnown(channel)) {
         ports->channel->BindCallback(commandId, std::move(callback), context);
     }
 }

@@ -16,9 +16,16 @@ class SubscriberTable {
 public:
     /// A null context or an empty callback binds nothing.
     void Bind(Key key, Callback callback, QObject* context) {
-        if (context && callback) {
-            m_entries[key].push_back(std::make_unique<Entry>(Entry{context, std::move(callback)}));
+        if (!context || !callback) {
+            return;
         }
+        Entries& entries = m_entries[key];
+        if (entries.size() == entries.capacity()) {
+            // Where contexts come and go and nothing is ever delivered, the dead would pile up.
+            m_bUnswept = true;
+            SweepWhenIdle();
+        }
+        entries.push_back(std::make_unique<Entry>(Entry{context, std::move(callback)}));
     }
 
     void UnBind(QObject* context) {

@@ -7,6 +7,11 @@
 namespace host {
 
 std::optional<Json::Value> ParseJson(const std::string& text, std::string& error) {
+    // The reader takes a zero byte as the end and would not see what follows.
+    if (text.find('\0') != std::string::npos) {
+        error = "holds a zero byte";
+        return std::nullopt;
+    }
     Json::CharReaderBuilder builder;
     Json::CharReaderBuilder::strictMode(&builder.settings_);
     builder["strictRoot"] = false;

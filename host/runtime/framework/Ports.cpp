@@ -7,6 +7,7 @@ namespace host {
 namespace {
 
 Ports g_ports;
+bool g_bEnded = false;
 // Never destroyed: a static destructor or a straggling thread may still call the contract.
 std::shared_mutex& Guard() {
     static auto* guard = new std::shared_mutex;
@@ -19,12 +20,18 @@ thread_local bool t_bMainThread = false;
 void Install(const Ports& ports) {
     const std::unique_lock<std::shared_mutex> lock(Guard());
     g_ports = ports;
+    g_bEnded = false;
     t_bMainThread = true;
 }
 
 void Uninstall() {
     const std::unique_lock<std::shared_mutex> lock(Guard());
     g_ports = Ports{};
+    g_bEnded = true;
+}
+
+bool HasEnded() {
+    return g_bEnded;
 }
 
 bool OnMainThread() {

@@ -41,6 +41,9 @@ ZRHOST_API void Install(const Ports& ports);
 /// Waits for calls of other threads that are inside a service, then parts the services from the contract.
 ZRHOST_API void Uninstall();
 
+/// Whether the services were uninstalled, and none installed since. Main thread.
+ZRHOST_API bool HasEnded();
+
 /// Whether the calling thread is the one that installed the ports.
 ZRHOST_API bool OnMainThread();
 

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QLibrary>
+#include <algorithm>
 
 #include "framework/HostLog.h"
 #include "framework/JsonText.h"
@@ -64,13 +65,20 @@ bool ReadModuleManifest(const QString& path, std::vector<ModuleEntry>& modules, 
         if (!entry.isObject() || !entry["name"].isString() || !entry["library"].isString()) {
             return refuse(QStringLiteral("modules[%1]: must have the texts name and library").arg(read.size()));
         }
-        read.push_back({entry["name"].asString(), QString::fromStdString(entry["library"].asString())});
+        const std::string name = entry["name"].asString();
+        if (std::any_of(read.begin(), read.end(), [&name](const ModuleEntry& it) { return it.name == name; })) {
+            return refuse(
+                QStringLiteral("modules[%1]: %2 is listed twice").arg(read.size()).arg(QString::fromStdString(name)));
+        }
+        read.push_back({name, QString::fromStdString(entry["library"].asString())});
     }
     modules = std::move(read);
     return true;
 }
 
-QString MapModule(const ModuleEntry& module, const QString& folder) {
+namespace {
+
+QString MapAndLoad(const ModuleEntry& module, const QString& folder) {
     QLibrary library(QDir(folder).absoluteFilePath(module.library));
     // Once mapped it stays: singletons, timers and bindings of a module live as long as the process.
     library.setLoadHints(QLibrary::ResolveAllSymbolsHint | QLibrary::PreventUnloadHint);
@@ -85,6 +93,20 @@ QString MapModule(const ModuleEntry& module, const QString& folder) {
     const QString failure = CallEntry(module, load);
     if (failure.isEmpty()) {
         kLog.Info(FMT_STRING("Module {} mapped from {}"), module.name, library.fileName().toStdString());
+    }
+    return failure;
+}
+
+}  // namespace
+
+// A module is there whole or not at all: the initialisers of a library may have registered factories before
+// its entry failed.
+QString MapModule(const ModuleEntry& module, const QString& folder) {
+    CPluginRegistry& registry = CPluginRegistry::Instance();
+    const uint64_t before = registry.Now();
+    QString failure = MapAndLoad(module, folder);
+    if (!failure.isEmpty()) {
+        registry.WithdrawSince(before);
     }
     return failure;
 }

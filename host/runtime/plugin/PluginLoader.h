@@ -21,7 +21,8 @@ struct ModuleEntry {
 ZRHOST_API bool ReadModuleManifest(const QString& path, std::vector<ModuleEntry>& modules, QString& error);
 
 /// Maps a module's library from `folder`, for good, and calls its entry, which registers the module.
-/// Returns what went wrong in one line, which is logged as well; empty if all went well.
+/// Returns what went wrong in one line, which is logged as well; empty if all went well. Of a module that is
+/// not available nothing stays registered.
 ZRHOST_API QString MapModule(const ModuleEntry& module, const QString& folder);
 
 /// Drives the registered modules through their life, in order of registration. Main thread.

@@ -2,7 +2,14 @@
 
 #include <algorithm>
 
+#include "framework/HostLog.h"
 #include "plugin/IZRPluginCenter.h"
+
+namespace {
+
+constexpr host::HostLog kLog("Plugin");
+
+}  // namespace
 
 CPluginRegistry& CPluginRegistry::Instance() {
     static auto* registry = new CPluginRegistry;
@@ -11,11 +18,12 @@ CPluginRegistry& CPluginRegistry::Instance() {
 
 int CPluginRegistry::AddModule(std::shared_ptr<IZRPluginModule> module) {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    const bool known = std::find(m_modules.begin(), m_modules.end(), module) != m_modules.end();
+    const bool known = std::any_of(m_modules.begin(), m_modules.end(),
+                                   [&module](const RegisteredModule& it) { return it.module == module; });
     if (!module || known || m_bClosed) {
         return 0;
     }
-    m_modules.push_back(std::move(module));
+    m_modules.push_back({std::move(module), ++m_nMoment});
     return 1;
 }
 
@@ -23,11 +31,12 @@ void CPluginRegistry::AddFactory(std::shared_ptr<IZRPluginInterfaceFactory> fact
     if (!factory) {
         return;
     }
-    NamedFactory added{factory->GetInterfaceName(), std::move(factory)};
+    NamedFactory added{factory->GetInterfaceName(), factory};
     const std::lock_guard<std::mutex> lock(m_mutex);
     if (m_bClosed) {
         return;
     }
+    added.moment = ++m_nMoment;
     const auto same = [&added](const NamedFactory& it) { return it.name == added.name; };
     const auto found = std::find_if(m_factories.begin(), m_factories.end(), same);
     if (found == m_factories.end()) {
@@ -47,16 +56,45 @@ std::shared_ptr<IZRPluginInterface> CPluginRegistry::CreateInterface(const std::
             factory = found->factory;
         }
     }
-    return factory ? factory->CreateInterface() : nullptr;
+    std::shared_ptr<IZRPluginInterface> service;
+    if (factory) {
+        host::RunGuarded(kLog, "The factory of a service", [&] { service = factory->CreateInterface(); });
+    }
+    return service;
 }
 
 std::vector<std::shared_ptr<IZRPluginModule>> CPluginRegistry::Modules() {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    return m_modules;
+    std::vector<std::shared_ptr<IZRPluginModule>> modules;
+    modules.reserve(m_modules.size());
+    for (const RegisteredModule& registered : m_modules) {
+        modules.push_back(registered.module);
+    }
+    return modules;
+}
+
+uint64_t CPluginRegistry::Now() {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_nMoment;
+}
+
+void CPluginRegistry::WithdrawSince(uint64_t moment) {
+    // What is dropped dies when the lock is gone.
+    std::vector<NamedFactory> factories;
+    std::vector<RegisteredModule> modules;
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    const auto withdraw = [moment](auto& from, auto& to) {
+        const auto first =
+            std::stable_partition(from.begin(), from.end(), [moment](const auto& it) { return it.moment <= moment; });
+        std::move(first, from.end(), std::back_inserter(to));
+        from.erase(first, from.end());
+    };
+    withdraw(m_factories, factories);
+    withdraw(m_modules, modules);
 }
 
 void CPluginRegistry::Close() {
-    std::vector<std::shared_ptr<IZRPluginModule>> modules;
+    std::vector<RegisteredModule> modules;
     std::vector<NamedFactory> factories;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <map>
+#include <cstdint>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -22,6 +22,12 @@ public:
 
     std::vector<std::shared_ptr<IZRPluginModule>> Modules();
 
+    /// A moment, for WithdrawSince.
+    uint64_t Now();
+
+    /// Drops what was registered after that moment: the leavings of a module that could not be mapped.
+    void WithdrawSince(uint64_t moment);
+
     /// Drops all factories and module objects, the youngest first, and takes no new ones.
     void Close();
 
@@ -29,10 +35,16 @@ private:
     struct NamedFactory {
         std::string name;
         std::shared_ptr<IZRPluginInterfaceFactory> factory;
+        uint64_t moment = 0;
+    };
+    struct RegisteredModule {
+        std::shared_ptr<IZRPluginModule> module;
+        uint64_t moment = 0;
     };
 
     std::mutex m_mutex;
     bool m_bClosed = false;
-    std::vector<std::shared_ptr<IZRPluginModule>> m_modules;
+    uint64_t m_nMoment = 0;
+    std::vector<RegisteredModule> m_modules;
     std::vector<NamedFactory> m_factories;
 };

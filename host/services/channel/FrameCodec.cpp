@@ -5,8 +5,8 @@ namespace {
 bool IsComplete(const channel::Frame& frame, std::string& reason) {
     switch (frame.kind()) {
         case channel::Frame::LOGIN_ANSWER:
-            reason = "a login answer without its content";
-            return frame.has_login_answer();
+            reason = "a login answer without session or content";
+            return frame.has_session() && frame.has_login_answer();
         case channel::Frame::REPLY:
             reason = "a reply without session or command";
             return frame.has_session() && frame.has_command();

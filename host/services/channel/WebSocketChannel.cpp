@@ -3,6 +3,7 @@
 #include <QNetworkRequest>
 #include <QWebSocket>
 #include <algorithm>
+#include <memory>
 #include <vector>
 
 #include "core/IPoster.h"
@@ -16,6 +17,14 @@ constexpr host::HostLog kLog("Channel");
 
 int64_t Now() {
     return CMainThreadPoster::SteadyMillis();
+}
+
+// A socket that was cut without a word carries the code of an orderly end all the same.
+QString ClosedBecause(const QWebSocket& socket) {
+    if (socket.closeCode() == QWebSocketProtocol::CloseCodeNormal && socket.closeReason().isEmpty()) {
+        return QStringLiteral("the server ended it");
+    }
+    return QStringLiteral("closed with %1 %2").arg(socket.closeCode()).arg(socket.closeReason()).trimmed();
 }
 
 }  // namespace
@@ -38,9 +47,11 @@ CWebSocketChannel::~CWebSocketChannel() {
 
 void CWebSocketChannel::Open(const QUrl& url, const QByteArray& token) {
     Close();
+    if (url != m_url || token != m_token) {
+        m_backoff.Reset();
+    }
     m_url = url;
     m_token = token;
-    m_backoff.Reset();
     Connect();
 }
 
@@ -63,15 +74,13 @@ void CWebSocketChannel::Connect() {
     m_pSocket->setMaxAllowedIncomingMessageSize(kMaxFrameBytes);
     m_pSocket->setMaxAllowedIncomingFrameSize(kMaxFrameBytes);
     connect(m_pSocket, &QWebSocket::connected, this, &CWebSocketChannel::OnConnected);
-    connect(m_pSocket, &QWebSocket::disconnected, this, [this] {
-        OnLost(QStringLiteral("closed with %1 %2").arg(m_pSocket->closeCode()).arg(m_pSocket->closeReason()).trimmed());
-    });
+    connect(m_pSocket, &QWebSocket::disconnected, this, [this] { OnLost(ClosedBecause(*m_pSocket)); });
     connect(m_pSocket, qOverload<QAbstractSocket::SocketError>(&QWebSocket::error), this, [this] {
         if (!m_bConnected) {
             OnLost(m_pSocket->errorString());
         }
     });
-    connect(m_pSocket, &QWebSocket::binaryMessageReceived, this, &CWebSocketChannel::OnBinaryFrame);
+    connect(m_pSocket, &QWebSocket::binaryMessageReceived, this, &CWebSocketChannel::Receive);
     connect(m_pSocket, &QWebSocket::textMessageReceived, this, [this] {
         m_nLastSign = Now();
         kLog.Error(FMT_STRING("Frame dropped: a text frame"));
@@ -126,7 +135,13 @@ bool CWebSocketChannel::SendFrame(const channel::Frame& frame) {
     if (!m_bConnected) {
         return false;
     }
-    m_pSocket->sendBinaryMessage(EncodeFrame(frame));
+    const QByteArray bytes = EncodeFrame(frame);
+    if (bytes.size() > kMaxFrameBytes) {
+        // The server would end the connection over it, and with it what others have in flight.
+        kLog.Error(FMT_STRING("A frame of {} bytes is too large to be sent"), bytes.size());
+        return false;
+    }
+    m_pSocket->sendBinaryMessage(bytes);
     return true;
 }
 
@@ -142,7 +157,7 @@ unsigned long CWebSocketChannel::SendCommand(const CSProtoData& data, CSCallback
     if (SendFrame(frame)) {
         ArmDeadline();
     } else {
-        FailLater(kCSProtoDisconnected);
+        m_poster.Post(this, std::chrono::milliseconds(0), [this, session] { Fail(session, kCSProtoDisconnected); });
     }
     return session;
 }
@@ -165,7 +180,7 @@ void CWebSocketChannel::UnbindCallback(QObject* context) {
     }
 }
 
-void CWebSocketChannel::OnBinaryFrame(const QByteArray& bytes) {
+void CWebSocketChannel::Receive(const QByteArray& bytes) {
     m_nLastSign = Now();
     std::string reason;
     const auto frame = DecodeServerFrame(bytes, reason);
@@ -174,22 +189,31 @@ void CWebSocketChannel::OnBinaryFrame(const QByteArray& bytes) {
         return;
     }
     m_backoff.Reset();
-    switch (frame->kind()) {
+    // From a task, with nothing of the socket below it: a callback may open a loop in which the socket goes.
+    m_poster.Post(this, std::chrono::milliseconds(0),
+                  [this, frame = std::make_shared<channel::Frame>(*frame)] { Deliver(*frame); });
+}
+
+void CWebSocketChannel::Deliver(const channel::Frame& frame) {
+    switch (frame.kind()) {
         case channel::Frame::REPLY:
-            OnReply(*frame);
+            OnReply(frame);
             return;
         case channel::Frame::PUSH:
-            OnPush(*frame);
+            OnPush(frame);
             return;
         default:
-            Q_EMIT HostFrameReceived(*frame);
+            Q_EMIT HostFrameReceived(frame);
     }
 }
 
 void CWebSocketChannel::OnReply(const channel::Frame& frame) {
     const auto found = m_requests.find(frame.session());
     if (found == m_requests.end()) {
-        kLog.Error(FMT_STRING("Frame dropped: a reply for session {}, which waits for none"), frame.session());
+        // Who let go of a request, or was told of its failure, is not to blame for a reply that was on its way.
+        const ZRLogType type = frame.session() <= m_nLastSession ? kZRLogInfo : kZRLogError;
+        kLog.Write(type, fmt::format(FMT_STRING("Frame dropped: a reply for session {}, which waits for none"),
+                                     frame.session()));
         return;
     }
     const Request request = std::move(found->second);
@@ -220,16 +244,23 @@ void CWebSocketChannel::FailLater(CSProtoError error) {
 // One at a time out of the table: a callback may send or unbind.
 void CWebSocketChannel::FailUpTo(unsigned long lastSession, CSProtoError error) {
     while (!m_requests.empty() && m_requests.begin()->first <= lastSession) {
-        const unsigned long session = m_requests.begin()->first;
-        const Request request = std::move(m_requests.begin()->second);
-        m_requests.erase(m_requests.begin());
-        if (request.context && request.callback) {
-            const CSProtoData data{request.command, std::string()};
-            host::RunGuarded(kLog, "A failed request's callback",
-                             [&] { request.callback(session, error, data, nullptr); });
-        }
+        Fail(m_requests.begin()->first, error);
     }
     ArmDeadline();
+}
+
+void CWebSocketChannel::Fail(unsigned long session, CSProtoError error) {
+    const auto found = m_requests.find(session);
+    if (found == m_requests.end()) {
+        return;
+    }
+    const Request request = std::move(found->second);
+    m_requests.erase(found);
+    ArmDeadline();
+    if (request.context && request.callback) {
+        const CSProtoData data{request.command, std::string()};
+        host::RunGuarded(kLog, "A failed request's callback", [&] { request.callback(session, error, data, nullptr); });
+    }
 }
 
 void CWebSocketChannel::FailOverdue() {

@@ -35,7 +35,7 @@ public:
     ~CWebSocketChannel() override;
 
     /// Connects to `url` with the access token, now, and from then on whenever the connection is lost. A second
-    /// call goes over to another server.
+    /// call goes over to another server; for the same one it tries at once and keeps the back-off.
     void Open(const QUrl& url, const QByteArray& token);
 
     /// Ends the connection and the attempts. Requests in flight fail.
@@ -46,8 +46,12 @@ public:
 
     bool IsConnected() const { return m_bConnected; }
 
-    /// Sends a frame of the host's own (login, logout). False without a connection.
+    /// Sends a frame of the host's own (login, logout). False without a connection, and for a frame that is
+    /// too large.
     bool SendFrame(const channel::Frame& frame);
+
+    /// One frame of the server's. Bytes that are none are logged and dropped.
+    void Receive(const QByteArray& bytes);
 
     unsigned long SendCommand(const CSProtoData& data, CSCallback callback, QObject* context) override;
     void BindCallback(unsigned short commandId, CSCallback callback, QObject* context) override;
@@ -72,10 +76,11 @@ private:
     void DropSocket();
     void OnConnected();
     void OnLost(const QString& reason);
-    void OnBinaryFrame(const QByteArray& bytes);
+    void Deliver(const channel::Frame& frame);
     void OnPingTime();
     void OnReply(const channel::Frame& frame);
     void OnPush(const channel::Frame& frame);
+    void Fail(unsigned long session, CSProtoError error);
     void FailUpTo(unsigned long lastSession, CSProtoError error);
     void FailLater(CSProtoError error);
     void FailOverdue();

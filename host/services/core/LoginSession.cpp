@@ -6,13 +6,12 @@
 namespace {
 
 constexpr host::HostLog kLog("Login");
-constexpr int kAnswerLimitMs = 15'000;
 
 }  // namespace
 
-CLoginSession::CLoginSession(CWebSocketChannel& channel) : m_channel(channel) {
+CLoginSession::CLoginSession(CWebSocketChannel& channel, std::chrono::milliseconds answerLimit) : m_channel(channel) {
     m_answerTimer.setSingleShot(true);
-    m_answerTimer.setInterval(kAnswerLimitMs);
+    m_answerTimer.setInterval(answerLimit);
     connect(&m_answerTimer, &QTimer::timeout, this,
             [this] { m_channel.Reconnect(QStringLiteral("the login is not answered")); });
     connect(&m_channel, &CWebSocketChannel::Connected, this, &CLoginSession::Ask);
@@ -27,12 +26,19 @@ void CLoginSession::Login(uint64_t userId, const std::string& deviceId, int lang
     Ask();
 }
 
+void CLoginSession::SetLanguage(int languageId) {
+    if (m_login.has_user_id()) {
+        m_login.set_language(languageId);
+    }
+}
+
 void CLoginSession::Ask() {
     if (!m_login.has_user_id()) {
         return;
     }
     channel::Frame frame;
     frame.set_kind(channel::Frame::LOGIN);
+    frame.set_session(++m_nAsked);
     *frame.mutable_login() = m_login;
     if (m_channel.SendFrame(frame)) {
         m_answerTimer.start();
@@ -62,9 +68,11 @@ void CLoginSession::Forget() {
     m_override.reset();
 }
 
-void CLoginSession::Receive(const channel::LoginAnswer& answer) {
-    if (!m_login.has_user_id() || answer.user_id() != m_login.user_id()) {
-        kLog.Error(FMT_STRING("A login answer for user {}, who is not waited for"), answer.user_id());
+void CLoginSession::Receive(const channel::Frame& frame) {
+    const channel::LoginAnswer& answer = frame.login_answer();
+    if (!m_login.has_user_id() || frame.session() != m_nAsked || answer.user_id() != m_login.user_id()) {
+        // Usual where somebody changed his mind while the server was asked.
+        kLog.Info(FMT_STRING("A login answer for user {} dropped, it is not waited for"), answer.user_id());
         return;
     }
     m_answerTimer.stop();

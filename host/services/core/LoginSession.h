@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QString>
 #include <QTimer>
+#include <chrono>
 #include <optional>
 
 #include "channel.pb.h"
@@ -16,7 +17,8 @@ class CLoginSession : public QObject, public IAccount {
     Q_OBJECT
 
 public:
-    explicit CLoginSession(CWebSocketChannel& channel);
+    explicit CLoginSession(CWebSocketChannel& channel,
+                           std::chrono::milliseconds answerLimit = std::chrono::seconds(15));
 
     uint64_t UserId() const override { return m_nUserId; }
     uint64_t SessionId() const override { return m_nSessionId; }
@@ -34,8 +36,12 @@ public:
     /// The user whose login is asked for or done; 0 if none is.
     uint64_t WantedUserId() const { return m_login.user_id(); }
 
-    /// A login answer, from the channel.
-    void Receive(const channel::LoginAnswer& answer);
+    /// The language that the server is told at the next login of the channel.
+    void SetLanguage(int languageId);
+
+    /// A frame with a login answer, from the channel. One that answers another login than the last is logged
+    /// and dropped.
+    void Receive(const channel::Frame& frame);
 
 Q_SIGNALS:
     /// State has changed before any of these.
@@ -51,6 +57,7 @@ private:
 
     CWebSocketChannel& m_channel;
     channel::Login m_login;
+    uint64_t m_nAsked = 0;  // the number of the last login frame
     QTimer m_answerTimer;
     uint64_t m_nUserId = 0;
     uint64_t m_nSessionId = 0;

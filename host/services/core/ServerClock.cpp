@@ -4,6 +4,8 @@
 
 namespace {
 
+constexpr int64_t kLatest = 253'402'300'799'999;  // the end of the year 9999
+
 int64_t LocalTimeMillis() {
     using namespace std::chrono;
     return duration_cast<milliseconds>(system_clock::now().time_since_epoch()).count();
@@ -16,7 +18,7 @@ int64_t CServerClock::ServerTimeMillis() const {
 }
 
 void CServerClock::SetServerTimeMillis(int64_t serverTime) {
-    if (serverTime > 0) {
+    if (serverTime > 0 && serverTime <= kLatest) {
         m_nOffset = serverTime - LocalTimeMillis();
     }
 }

@@ -9,7 +9,8 @@ class CServerClock : public IServerClock {
 public:
     int64_t ServerTimeMillis() const override;
 
-    /// The server's time at this moment. 0 and below are no time and are ignored.
+    /// The server's time at this moment. 0 and below, and what lies beyond the year 9999, is no time
+    /// and is ignored.
     void SetServerTimeMillis(int64_t serverTime);
 
 private:

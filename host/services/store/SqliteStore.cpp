@@ -1,93 +1,253 @@
 #include "store/SqliteStore.h"
 
-#include <QSqlError>
-#include <QUuid>
 #include <QVariant>
 
 #include "framework/HostLog.h"
+#include "store/StoreFiles.h"
+#include "store/StoreSchema.h"
 
 namespace {
 
 constexpr host::HostLog kLog("Store");
+
+constexpr char kReadSql[] = "SELECT value FROM config WHERE owner = ? AND key = ?";
+constexpr char kSaveSql[] =
+    "INSERT INTO config (owner, key, value) VALUES (?, ?, ?)"
+    " ON CONFLICT (owner, key) DO UPDATE SET value = excluded.value";
+
+// What a save writes beside its value: the pages that lead to it.
+constexpr qint64 kPagesPerSaveBytes = 2 * 4096;
 
 // The installation's values stand beside those of the users, whose ids are numbers.
 QVariant OwnerText(ILocalStore::Owner owner) {
     return owner ? QString::number(*owner) : QStringLiteral("app");
 }
 
-std::string Reason(const QSqlError& error) {
-    return error.text().simplified().toStdString();
+EnStoreTrouble TroubleOf(EnSqliteFault fault) {
+    switch (fault) {
+        case EnSqliteFault::kNone:
+            return EnStoreTrouble::kNone;
+        case EnSqliteFault::kCantWrite:
+            return EnStoreTrouble::kDiskFull;
+        case EnSqliteFault::kReadOnly:
+            return EnStoreTrouble::kReadOnly;
+        case EnSqliteFault::kCorrupt:
+        case EnSqliteFault::kOther:
+            break;
+    }
+    return EnStoreTrouble::kNotAvailable;
+}
+
+const char* WordsOf(EnStoreTrouble trouble) {
+    switch (trouble) {
+        case EnStoreTrouble::kNone:
+            return "takes saves again";
+        case EnStoreTrouble::kNotAvailable:
+            return "is not available";
+        case EnStoreTrouble::kReadOnly:
+            return "is read-only, nothing is saved";
+        case EnStoreTrouble::kDiskFull:
+            return "can't be written, the disk is full or fails, nothing is saved";
+        case EnStoreTrouble::kSecondClient:
+            return "is in use by another client, nothing is saved";
+        case EnStoreTrouble::kNewerFile:
+            return "is of a newer version, nothing is saved";
+    }
+    return "";
 }
 
 }  // namespace
 
-CSqliteStore::CSqliteStore(const QString& path)
-    : m_database(
-          QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QUuid::createUuid().toString(QUuid::WithoutBraces))) {
-    if (!Open(path)) {
-        m_statements.reset();
-        kLog.Error(FMT_STRING("The store {} is not available: {}"), path.toStdString(), Reason(m_database.lastError()));
-    }
+CSqliteStore::CSqliteStore(const QString& path, const CheckpointOptions& checkpoints)
+    : m_path(path), m_checkpoints(checkpoints), m_lock(path + QStringLiteral(".lock")) {
+    Open();
 }
 
 CSqliteStore::~CSqliteStore() {
-    const QString name = m_database.connectionName();
-    m_statements.reset();
-    m_database.close();
-    m_database = QSqlDatabase();
-    QSqlDatabase::removeDatabase(name);
+    Close();
 }
 
-bool CSqliteStore::Open(const QString& path) {
-    m_database.setDatabaseName(path);
-    if (!m_database.open() || !Run("PRAGMA journal_mode=WAL") || !Run("PRAGMA synchronous=NORMAL") ||
-        !Run("CREATE TABLE IF NOT EXISTS config (owner TEXT NOT NULL, key TEXT NOT NULL, value,"
-             " PRIMARY KEY (owner, key)) WITHOUT ROWID")) {
+void CSqliteStore::Close() {
+    m_pRead.reset();
+    m_pSave.reset();
+    // Before the connection: the last one to close would take the checkpoint here, on the main thread.
+    m_pCheckpointer.reset();
+    m_connection.Close();
+}
+
+void CSqliteStore::Open() {
+    Close();
+    m_connection.SetError({});
+    EnStoreTrouble trouble = EnStoreTrouble::kNotAvailable;
+    switch (m_lock.Take()) {
+        case CStoreLock::EnResult::kTaken:
+            trouble = OpenForWriting();
+            break;
+        case CStoreLock::EnResult::kHeldElsewhere:
+            trouble = EnStoreTrouble::kSecondClient;
+            break;
+        case CStoreLock::EnResult::kReadOnly:
+            trouble = EnStoreTrouble::kReadOnly;
+            break;
+        case CStoreLock::EnResult::kFailed:
+            break;
+    }
+    if (trouble == EnStoreTrouble::kNone) {
+        m_pCheckpointer = std::make_unique<CCheckpointer>(m_path, m_checkpoints);
+        SetTrouble(trouble, {});
+        return;
+    }
+    const std::string reason = ReasonOf(m_connection.LastError());
+    // In a folder that takes no new file the log's index can't be made; without a log none is needed.
+    const bool readable = OpenForReading(EnSqliteAccess::kReadOnly) ||
+                          (trouble != EnStoreTrouble::kSecondClient && !store_files::HasLog(m_path) &&
+                           OpenForReading(EnSqliteAccess::kImmutable));
+    if (readable && trouble == EnStoreTrouble::kNotAvailable) {
+        trouble = EnStoreTrouble::kReadOnly;
+    } else if (!readable && trouble == EnStoreTrouble::kReadOnly) {
+        trouble = EnStoreTrouble::kNotAvailable;
+    }
+    SetTrouble(trouble, readable || !reason.empty() ? reason : ReasonOf(m_connection.LastError()));
+}
+
+EnStoreTrouble CSqliteStore::OpenForWriting() {
+    bool ready = m_connection.Open(m_path, EnSqliteAccess::kReadWrite);
+    const int version = ready ? store_schema::VersionOf(m_connection) : -1;
+    if (version > store_schema::Latest()) {
+        return EnStoreTrouble::kNewerFile;
+    }
+    ready = version >= 0 && MakeReadyForWriting();
+    if (!ready && FaultOf(m_connection.LastError()) == EnSqliteFault::kCorrupt && StartAnew()) {
+        ready = m_connection.Open(m_path, EnSqliteAccess::kReadWrite) && MakeReadyForWriting();
+    }
+    return ready ? EnStoreTrouble::kNone : TroubleOf(FaultOf(m_connection.LastError()));
+}
+
+bool CSqliteStore::MakeReadyForWriting() {
+    const auto check = m_connection.Value(QStringLiteral("PRAGMA quick_check(1)"));
+    if (check && check->toString() != QLatin1String("ok")) {
+        m_connection.SetError(QSqlError(QString(), check->toString(), QSqlError::StatementError, QStringLiteral("11")));
         return false;
     }
-    m_statements.reset(new Statements{QSqlQuery(m_database), QSqlQuery(m_database)});
-    m_statements->read.setForwardOnly(true);
-    return m_statements->read.prepare(QStringLiteral("SELECT value FROM config WHERE owner = ? AND key = ?")) &&
-           m_statements->save.prepare(QStringLiteral("INSERT INTO config (owner, key, value) VALUES (?, ?, ?)"
-                                                     " ON CONFLICT (owner, key) DO UPDATE SET value = excluded.value"));
+    return check && m_connection.Run(QStringLiteral("PRAGMA journal_mode=WAL")) &&
+           m_connection.Run(QStringLiteral("PRAGMA synchronous=NORMAL")) &&
+           m_connection.Run(QStringLiteral("PRAGMA wal_autocheckpoint=0")) &&
+           store_schema::Migrate(m_connection, store_schema::Steps()) && Prepare(m_pRead, kReadSql) &&
+           Prepare(m_pSave, kSaveSql);
 }
 
-bool CSqliteStore::Run(const char* sql) {
-    QSqlQuery query(m_database);
-    return query.exec(QString::fromLatin1(sql));
+bool CSqliteStore::OpenForReading(EnSqliteAccess access) {
+    m_pRead.reset();
+    m_pSave.reset();
+    return m_connection.Open(m_path, access) && Prepare(m_pRead, kReadSql);
+}
+
+bool CSqliteStore::Prepare(std::unique_ptr<QSqlQuery>& query, const char* sql) {
+    query = std::make_unique<QSqlQuery>(m_connection.Database());
+    query->setForwardOnly(true);
+    if (!query->prepare(QString::fromLatin1(sql))) {
+        m_connection.SetError(query->lastError());
+        query.reset();
+    }
+    return query != nullptr;
+}
+
+// Renamed before the connection is closed, which would else write to the log and remove it.
+bool CSqliteStore::StartAnew() {
+    const std::string reason = ReasonOf(m_connection.LastError());
+    if (m_pCheckpointer) {
+        m_pCheckpointer->Abandon();
+        m_pCheckpointer.reset();
+    }
+    const QString aside = store_files::MoveAside(m_path, QDateTime::currentDateTimeUtc());
+    if (aside.isEmpty()) {
+        kLog.Error(FMT_STRING("The store {} is damaged and can't be moved aside: {}"), m_path.toStdString(), reason);
+        return false;
+    }
+    kLog.Error(FMT_STRING("The store {} is damaged and was moved to {}: {}"), m_path.toStdString(), aside.toStdString(),
+               reason);
+    Close();
+    return true;
+}
+
+void CSqliteStore::SetTrouble(EnStoreTrouble trouble, const std::string& reason) {
+    if (trouble == m_trouble) {
+        return;
+    }
+    m_trouble = trouble;
+    if (trouble == EnStoreTrouble::kNone) {
+        kLog.Info(FMT_STRING("The store {} {}"), m_path.toStdString(), WordsOf(trouble));
+    } else {
+        kLog.Error(FMT_STRING("The store {} {}{}{}"), m_path.toStdString(), WordsOf(trouble),
+                   reason.empty() ? "" : ": ", reason);
+    }
+    Q_EMIT TroubleChanged(trouble);
 }
 
 QVariant CSqliteStore::Read(Owner owner, const std::string& key) {
-    if (!m_statements) {
+    if (!m_pRead) {
         return {};
     }
-    QSqlQuery& read = m_statements->read;
-    read.bindValue(0, OwnerText(owner));
-    read.bindValue(1, QString::fromStdString(key));
+    m_pRead->bindValue(0, OwnerText(owner));
+    m_pRead->bindValue(1, QString::fromStdString(key));
     QVariant value;
-    if (!read.exec()) {
-        kLog.Error(FMT_STRING("Reading {} failed: {}"), key, Reason(read.lastError()));
-    } else if (read.next()) {
-        value = read.value(0);
+    const bool read = m_pRead->exec();
+    if (read && m_pRead->next()) {
+        value = m_pRead->value(0);
     }
-    read.finish();
+    const QSqlError error = m_pRead->lastError();
+    m_pRead->finish();
+    if (error.isValid()) {
+        m_connection.SetError(error);
+        kLog.Error(FMT_STRING("Reading {} failed: {}"), key, ReasonOf(error));
+        if (m_pSave && FaultOf(error) == EnSqliteFault::kCorrupt && StartAnew()) {
+            Open();
+        }
+        return {};
+    }
     return value;
 }
 
-bool CSqliteStore::Save(Owner owner, const std::string& key, const QVariant& value) {
-    if (!m_statements) {
+bool CSqliteStore::Save(Owner owner, const std::string& key, const QVariant& value, qint64 bytes) {
+    // What kept the file from being opened for writing may be over. A newer file stays newer.
+    if (!m_pSave && m_trouble != EnStoreTrouble::kNewerFile) {
+        Open();
+    }
+    if (!m_pSave) {
         return false;
     }
-    QSqlQuery& save = m_statements->save;
-    save.bindValue(0, OwnerText(owner));
-    save.bindValue(1, QString::fromStdString(key));
-    save.bindValue(2, value);
-    const bool saved = save.exec();
-    if (!saved) {
-        kLog.Error(FMT_STRING("Saving {} failed: {}"), key, Reason(save.lastError()));
+    EnSqliteFault fault = Write(owner, key, value);
+    if (fault == EnSqliteFault::kCorrupt && StartAnew()) {
+        Open();
+        fault = m_pSave ? Write(owner, key, value) : EnSqliteFault::kOther;
     }
-    save.finish();
-    return saved;
+    if (fault != EnSqliteFault::kNone) {
+        if (fault == EnSqliteFault::kCantWrite || fault == EnSqliteFault::kReadOnly) {
+            SetTrouble(TroubleOf(fault), ReasonOf(m_connection.LastError()));
+        }
+        if (fault == EnSqliteFault::kReadOnly) {
+            m_pSave.reset();  // the file is not the one that was opened; the next save looks for it anew
+        }
+        return false;
+    }
+    m_pCheckpointer->Written(bytes + kPagesPerSaveBytes);
+    SetTrouble(EnStoreTrouble::kNone, {});
+    return true;
+}
+
+EnSqliteFault CSqliteStore::Write(Owner owner, const std::string& key, const QVariant& value) {
+    m_pSave->bindValue(0, OwnerText(owner));
+    m_pSave->bindValue(1, QString::fromStdString(key));
+    m_pSave->bindValue(2, value);
+    if (m_pSave->exec()) {
+        m_pSave->finish();
+        return EnSqliteFault::kNone;
+    }
+    const QSqlError error = m_pSave->lastError();
+    m_pSave->finish();
+    m_connection.SetError(error);
+    kLog.Error(FMT_STRING("Saving {} failed: {}"), key, ReasonOf(error));
+    return FaultOf(error);
 }
 
 bool CSqliteStore::ReadString(Owner owner, const std::string& key, std::string& value) {
@@ -100,8 +260,9 @@ bool CSqliteStore::ReadString(Owner owner, const std::string& key, std::string& 
 }
 
 bool CSqliteStore::SaveString(Owner owner, const std::string& key, const std::string& value) {
-    // Not null even when empty: an empty text is a value.
-    return Save(owner, key, QByteArray(value.data(), int(value.size())));
+    // Not null even when empty: an empty text is a value. No copy: it is bound only for the length of the call.
+    const auto bytes = value.empty() ? QByteArray("") : QByteArray::fromRawData(value.data(), int(value.size()));
+    return Save(owner, key, bytes, bytes.size());
 }
 
 bool CSqliteStore::ReadInt64(const std::string& key, int64_t& value) {
@@ -114,5 +275,5 @@ bool CSqliteStore::ReadInt64(const std::string& key, int64_t& value) {
 }
 
 bool CSqliteStore::SaveInt64(const std::string& key, int64_t value) {
-    return Save(std::nullopt, key, qlonglong(value));
+    return Save(std::nullopt, key, qlonglong(value), sizeof(value));
 }

@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
+#include <thread>
+
 #include "plugin/IZRPluginCenter.h"
 #include "plugin/TplZRPluginInterfaceFactoryUnique.h"
 #include "support/ScriptedHostTest.h"
@@ -35,6 +38,41 @@ TEST_F(GrowthModuleUtilTest, AFactoryGivesEverybodyTheSameService) {
 
     ASSERT_TRUE(first);
     EXPECT_EQ(factory.CreateInterface(), first);
+}
+
+class ICountedInterface : public IZRPluginInterface {};
+
+std::atomic<int> g_made{0};
+
+class CCounted : public ICountedInterface {
+public:
+    CCounted() {
+        ++g_made;
+        std::this_thread::yield();
+    }
+};
+
+TEST_F(GrowthModuleUtilTest, AFactoryMakesItsServiceAtTheFirstCallAndOnceForAllThreads) {
+    TplZRPluginInterfaceFactoryUnique<CCounted, ICountedInterface> factory;
+    EXPECT_EQ(g_made, 0);
+
+    std::atomic<bool> go{false};
+    std::vector<std::thread> threads;
+    std::vector<std::shared_ptr<IZRPluginInterface>> services(8);
+    for (auto& service : services) {
+        threads.emplace_back([&] {
+            while (!go) {
+            }
+            service = factory.CreateInterface();
+        });
+    }
+    go = true;
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+
+    EXPECT_EQ(g_made, 1);
+    EXPECT_THAT(services, Each(services[0]));
 }
 
 TEST_F(GrowthModuleUtilTest, TheServiceIsForTheMainThreadAlone) {

@@ -12,6 +12,7 @@
 #include "FakeServerAsk.h"
 #include "support/Click.h"
 #include "support/ScriptedHostTest.h"
+#include "ui/ThemeControl.h"
 
 using namespace ::testing;
 
@@ -88,6 +89,18 @@ TEST_F(WorkbenchTest, ALanguageIsAskedForByItsNumberAndShownWithoutAskingAgain) 
 
     ASSERT_EQ(wanted.count(), 1);
     EXPECT_EQ(wanted[0][0].toInt(), 0);
+}
+
+TEST_F(WorkbenchTest, AThemeIsAskedForByItsNumberAndShownWithoutAskingAgain) {
+    QSignalSpy wanted(workbench, &CWorkbench::ThemeWanted);
+
+    host::ThemeControl::Set(zr_ui_theme::Manager::kThemeBlack);
+    EXPECT_EQ(Child<QComboBox>("WorkbenchTheme")->currentText(), QStringLiteral("Black"));
+    EXPECT_EQ(wanted.count(), 0);
+    Child<QComboBox>("WorkbenchTheme")->setCurrentIndex(0);
+
+    ASSERT_EQ(wanted.count(), 1);
+    EXPECT_EQ(wanted[0][0].toInt(), 1);
 }
 
 TEST_F(WorkbenchTest, TheOverrideReachesTheModule) {

@@ -7,7 +7,9 @@
 namespace {
 
 using devserver::Errors;
+using devserver::Arguments;
 using devserver::ReadArguments;
+using devserver::TakeToken;
 
 QStringList Words(const char* line) {
     return QString::fromUtf8(line).split(QLatin1Char(' '), Qt::SkipEmptyParts);
@@ -72,6 +74,26 @@ TEST(ArgumentsTest, AllErrorsAreToldAtOnce) {
     EXPECT_FALSE(ReadArguments(Words("--port x --control-port y"), errors));
 
     EXPECT_EQ(errors.size(), 2u);
+}
+
+TEST(ArgumentsTest, TheTokenMayComeFromTheEnvironmentWhereTheLineHasNone) {
+    Errors errors;
+    Arguments arguments;
+
+    EXPECT_TRUE(TakeToken(arguments, QString(), errors));
+    EXPECT_FALSE(arguments.token);
+    EXPECT_TRUE(TakeToken(arguments, QStringLiteral("T0k"), errors));
+    EXPECT_EQ(arguments.token, "T0k");
+    EXPECT_TRUE(TakeToken(arguments, QStringLiteral("other"), errors));
+    EXPECT_EQ(arguments.token, "T0k");
+}
+
+TEST(ArgumentsTest, ATokenFromTheEnvironmentThatIsNoneIsRefused) {
+    Errors errors;
+    Arguments arguments;
+
+    EXPECT_FALSE(TakeToken(arguments, QStringLiteral("two words"), errors));
+    EXPECT_EQ(errors, Errors{"ZR_DEVSERVER_TOKEN: must be 1 to 128 visible ASCII characters"});
 }
 
 }  // namespace

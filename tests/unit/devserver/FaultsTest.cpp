@@ -6,6 +6,7 @@
 
 #include "DevServerTest.h"
 #include "RowName.h"
+#include "Wait.h"
 
 namespace {
 
@@ -82,6 +83,68 @@ TEST_F(FaultsTest, SilentCommandGetsNoReply) {
     EXPECT_FALSE(client->Has(Frame::REPLY));
 }
 
+TEST_F(FaultsTest, FrameTakesThePlaceOfTheWholeEnvelope) {
+    const auto client = LoggedIn(1);
+    Frame push;
+    push.set_kind(Frame::PUSH);
+    push.set_command(7);
+    // the bytes of that push
+    ASSERT_EQ(Http("PUT", "/v1/faults", R"({"20982":{"frameHex":"08061807","times":1}})").status, 200);
+    ASSERT_EQ(push.SerializeAsString(), "\x08\x06\x18\x07");
+
+    client->SendRequest(1, kCmdChatEntry);
+
+    const auto got = client->Take(Frame::PUSH);
+    ASSERT_TRUE(got);
+    EXPECT_EQ(got->command(), 7u);
+    EXPECT_FALSE(client->Has(Frame::REPLY));
+}
+
+TEST_F(FaultsTest, CopiesAreTheSameReplyOverAgain) {
+    const auto client = LoggedIn(1);
+    ASSERT_EQ(Http("PUT", "/v1/faults", R"({"20982":{"copies":3,"times":1}})").status, 200);
+
+    client->SendRequest(1, kCmdChatEntry);
+    const auto after = client->Request(2, kCmdChatEntry);
+
+    ASSERT_TRUE(after);
+    EXPECT_EQ(after->session(), 1u);
+    for (const uint64_t session : {1u, 1u, 2u}) {
+        const auto reply = client->Take(Frame::REPLY);
+        ASSERT_TRUE(reply);
+        EXPECT_EQ(reply->session(), session);
+        EXPECT_EQ(reply->body(), after->body());
+    }
+    EXPECT_FALSE(client->Has(Frame::REPLY));
+}
+
+TEST_F(FaultsTest, DropCutsTheConnectionInPlaceOfAReply) {
+    const auto client = LoggedIn(1);
+    const auto other = LoggedIn(1);
+    ASSERT_EQ(Http("PUT", "/v1/faults", R"({"20982":{"drop":true,"times":1}})").status, 200);
+
+    client->SendRequest(1, kCmdChatEntry);
+
+    EXPECT_TRUE(client->WaitUntilClosed());
+    EXPECT_FALSE(client->Has(Frame::REPLY));
+    EXPECT_TRUE(other->Request(1, kCmdChatEntry));
+}
+
+TEST_F(FaultsTest, DelayedDropOfAConnectionThatIsGoneDoesNothing) {
+    auto client = LoggedIn(1);
+    ASSERT_EQ(Http("PUT", "/v1/faults", R"({"20982":{"drop":true,"delayMs":30,"times":1}})").status, 200);
+    client->SendRequest(1, kCmdChatEntry);
+    ASSERT_TRUE(WaitUntil([this] { return Http("GET", "/v1/received").body["received"].size() == 2; }));
+    client.reset();
+    ASSERT_TRUE(WaitUntil([this] { return Http("GET", "/v1/state").body["connections"].empty(); }));
+
+    ASSERT_EQ(Http("PUT", "/v1/faults", R"({"20982":{"delayMs":60,"times":1}})").status, 200);
+    const auto next = LoggedIn(1);
+
+    // by the time of this answer the other's moment has passed
+    EXPECT_TRUE(next->Request(1, kCmdChatEntry));
+}
+
 TEST_F(FaultsTest, FaultOfOneCommandLeavesAnotherAlone) {
     const auto client = LoggedIn(1);
     ASSERT_EQ(Http("PUT", "/v1/faults", R"({"4711":{"error":7}})").status, 200);
@@ -134,12 +197,16 @@ INSTANTIATE_TEST_SUITE_P(
         BadFaultRow{"KeyWithZeros", R"({"020982":{"error":1}})", "020982: the key must be a command's number"},
         BadFaultRow{"UnknownKey", R"({"1":{"error":1,"eror":1}})", "1.eror: unknown key"},
         BadFaultRow{"NoEffect", R"({"1":{"times":3}})",
-                    "1: must hold one of error, delayMs, bodyHex, replyCommand, silent"},
+                    "1: must hold one of error, delayMs, bodyHex, replyCommand, frameHex, copies, silent, drop"},
         BadFaultRow{"DelayTooLong", R"({"1":{"delayMs":600001}})",
                     "1.delayMs: must be a whole number from 0 to 600000"},
         BadFaultRow{"OddHex", R"({"1":{"bodyHex":"abc"}})", "1.bodyHex: must be an even number of hex digits"},
         BadFaultRow{"NoHex", R"({"1":{"bodyHex":"zz"}})", "1.bodyHex: must be an even number of hex digits"},
         BadFaultRow{"SilentNoBool", R"({"1":{"silent":1}})", "1.silent: must be true or false"},
+        BadFaultRow{"DropNoBool", R"({"1":{"drop":"yes"}})", "1.drop: must be true or false"},
+        BadFaultRow{"FrameNoHex", R"({"1":{"frameHex":"x"}})", "1.frameHex: must be an even number of hex digits"},
+        BadFaultRow{"NoCopies", R"({"1":{"copies":0}})", "1.copies: must be a whole number from 1 to 1000"},
+        BadFaultRow{"TooManyCopies", R"({"1":{"copies":1001}})", "1.copies: must be a whole number from 1 to 1000"},
         BadFaultRow{"TimesZero", R"({"1":{"error":1,"times":0}})",
                     "1.times: must be a whole number from 1 to 1000000"}),
     RowName());

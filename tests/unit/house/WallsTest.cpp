@@ -103,6 +103,25 @@ TEST(WallsTest, TheModuleReachesNothingButItsContract) {
     }
 }
 
+TEST(WallsTest, NoIncludeClimbsOutOfItsFolder) {
+    for (const char* folder : {"ZRGrowth", "host", "client", "devserver"}) {
+        for (const Include& include : IncludesOf(QString::fromLatin1(folder))) {
+            EXPECT_EQ(include.header.find(".."), std::string::npos) << include;
+        }
+    }
+}
+
+TEST(WallsTest, EveryConnectionOfTheModuleIsChecked) {
+    static const QRegularExpression bare(QStringLiteral("(?<!ConnectChecked)\\b(QObject::)?connect\\s*\\("));
+    QDirIterator files(kSource + QStringLiteral("/ZRGrowth"), {QStringLiteral("*.h"), QStringLiteral("*.cpp")},
+                       QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        QFile file(files.next());
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        EXPECT_FALSE(bare.match(QString::fromUtf8(file.readAll())).hasMatch()) << file.fileName().toStdString();
+    }
+}
+
 TEST(WallsTest, TheContractIsHeadersThatNeedNothingOfTheHost) {
     QDirIterator files(kSource + QStringLiteral("/host/contract"), QDir::Files, QDirIterator::Subdirectories);
     while (files.hasNext()) {
@@ -194,7 +213,7 @@ TEST(WallsTest, TheModuleIsNeverUnmapped) {
 }
 
 TEST(WallsTest, ASourceFileStaysWithinFiveHundredLines) {
-    for (const char* folder : {"ZRGrowth", "host", "client", "devserver", "tests"}) {
+    for (const char* folder : {"ZRGrowth", "host", "client", "devserver", "tests", "fuzz"}) {
         QDirIterator files(kSource + QLatin1Char('/') + QString::fromLatin1(folder),
                            {QStringLiteral("*.h"), QStringLiteral("*.cpp")}, QDir::Files, QDirIterator::Subdirectories);
         while (files.hasNext()) {

@@ -1,12 +1,15 @@
-// The module class, linked with four managers that record instead of the module's own.
+// The module class and its service, linked with managers, a plug-in centre and a log that record.
 #include "ZRGrowthModule.h"
 
 #include <gmock/gmock.h>
 
 #include "AIChat/Controller/ZRAIChatManager.h"
 #include "Ad/Controller/ZRAdManager.h"
+#include "GrowthBizLogUtil.h"
 #include "Premium/ZRPremiumManager.h"
 #include "Vip/Controller/ZRVipManager.h"
+#include "plugin/IZRPluginCenter.h"
+#include "plugin/IZRPluginInterfaceFactory.h"
 
 using namespace ::testing;
 
@@ -15,6 +18,11 @@ namespace {
 std::vector<std::string>& Calls() {
     static std::vector<std::string> calls;
     return calls;
+}
+
+std::vector<std::string>& Registrations() {
+    static std::vector<std::string> registrations;
+    return registrations;
 }
 
 class GrowthModuleTest : public Test {
@@ -52,6 +60,20 @@ TEST_F(GrowthModuleTest, LogoutReachesAIChatFirstThenPremiumAdsAndVip) {
                                      "Vip.OnLogout"));
 }
 
+TEST_F(GrowthModuleTest, TheModuleObjectHoldsNoState) {
+    EXPECT_EQ(sizeof(CZRGrowthModule), sizeof(IZRPluginModule));
+}
+
+TEST_F(GrowthModuleTest, TheServicesFactoryIsRegisteredOnceAndReplacesNothing) {
+    EXPECT_THAT(Registrations(), ElementsAre("24IZRGrowthModuleInterface false"));
+}
+
+TEST_F(GrowthModuleTest, ALogLineGoesToTheHostWithItsPlaceTheTagAndMinus128) {
+    CGrowthBizLogUtil::WriteLog("ZRGrowth/Some/Source", 7, "Function", kZRLogError, CGrowthBizLogUtil::Vip, "text");
+
+    EXPECT_THAT(Calls(), ElementsAre("ZRGrowth/Some/Source 7 Function 8 ZRGrowth [Vip] text -128"));
+}
+
 TEST_F(GrowthModuleTest, MakingAndDestroyingTheModuleReachesNobody) {
     { const CZRGrowthModule another; }
 
@@ -59,6 +81,16 @@ TEST_F(GrowthModuleTest, MakingAndDestroyingTheModuleReachesNobody) {
 }
 
 }  // namespace
+
+void IZRPluginCenter::RegisterInterfaceFactory(std::shared_ptr<IZRPluginInterfaceFactory> factory, bool replace) {
+    Registrations().push_back(factory->GetInterfaceName() + (replace ? " true" : " false"));
+}
+
+void FrameWork::_WriteLogRaw(const char* file, int line, const char* function, ZRLogType type, const char* module,
+                             const QString& text, signed char channel) {
+    Calls().push_back(
+        fmt::format("{} {} {} {} {} {} {}", file, line, function, int(type), module, text.toStdString(), int(channel)));
+}
 
 // The managers, from here on: VIP and AI chat note when their first use made them.
 
@@ -134,3 +166,7 @@ void CZRAIChatManager::OnLogout() {
 }
 void CZRAIChatManager::OnRequestAIChatEnableStatusCallback(qulonglong, CSProtoError, CSProtoData,
                                                            const CSResponseExt*) {}
+bool CZRAIChatManager::IsAIChatEnable(ZRAIChatEntryScene) {
+    return false;
+}
+void CZRAIChatManager::SetAIChatDevelopEnableType(unsigned int) {}

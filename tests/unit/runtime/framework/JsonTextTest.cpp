@@ -22,6 +22,7 @@ TEST_P(JsonTextRefusalTest, IsRefusedWithAReason) {
 
 INSTANTIATE_TEST_SUITE_P(Texts, JsonTextRefusalTest,
                          Values(Refused{"Empty", ""}, Refused{"Cut", "{\"a\":"}, Refused{"TrailingBytes", "{} x"},
+                                Refused{"ZeroByte", std::string("{}\0 x", 5)},
                                 Refused{"DuplicateKey", R"({"a":1,"a":2})"}, Refused{"Comment", "{} // no"},
                                 Refused{"TrailingComma", "[1,]"}, Refused{"TooDeep", std::string(100, '[')},
                                 Refused{"DeepAndWhole", std::string(65, '[') + std::string(65, ']')},

@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "framework/log.h"
 #include "plugin/IZRPluginInterfaceFactory.h"
 #include "plugin/IZRPluginModule.h"
 #include "plugin/PluginLoader.h"
@@ -13,9 +14,15 @@ namespace {
 
 class CService : public IZRPluginInterface {};
 
+std::vector<std::string>& Calls() {
+    static auto* calls = new std::vector<std::string>;
+    return *calls;
+}
+
 class CFactory : public IZRPluginInterfaceFactory {
 public:
     explicit CFactory(std::string name) : m_strName(std::move(name)) {}
+    ~CFactory() override { Calls().push_back(m_strName + " gone"); }
 
     std::string GetInterfaceName() override { return m_strName; }
     std::shared_ptr<IZRPluginInterface> CreateInterface() override { return service; }
@@ -55,15 +62,12 @@ private:
     std::vector<std::string>& m_calls;
 };
 
-std::vector<std::string>& Calls() {
-    static std::vector<std::string> calls;
-    return calls;
-}
-
 // Made by a static initialiser of this program, before main and before any service.
 const auto kEarlyFactory = std::make_shared<CFactory>("9EarlyName");
 const bool kEarlyRegistered = [] {
     IZRPluginCenter::RegisterInterfaceFactory(kEarlyFactory, false);
+    // there is no log yet, and nothing happens
+    FrameWork::_WriteLogRaw("", 0, "", kZRLogError, "", QStringLiteral("early"), -128);
     return true;
 }();
 
@@ -127,6 +131,16 @@ TEST_F(PluginCenterTest, AModuleThatThrowsIsLoggedAndTheOthersGoOn) {
     EXPECT_THAT(log.Lines(), ElementsAre(Error("OnLogin of a module threw: no")));
 }
 
+TEST_F(PluginCenterTest, TheEndDropsTheFactoriesBeforeTheModulesTheYoungestFirst) {
+    IZRPluginCenter::RegisterModule(std::make_shared<CModule>("module", Calls()));
+    IZRPluginCenter::RegisterInterfaceFactory(std::make_shared<CFactory>("first"), false);
+    IZRPluginCenter::RegisterInterfaceFactory(std::make_shared<CFactory>("second"), false);
+
+    host::ModuleLifecycle::Close();
+
+    EXPECT_THAT(Calls(), ElementsAre("second gone", "first gone", "module gone"));
+}
+
 TEST_F(PluginCenterTest, TheEndDropsTheYoungestModuleFirstAndTakesNothingNew) {
     IZRPluginCenter::RegisterModule(std::make_shared<CModule>("a", Calls()));
     IZRPluginCenter::RegisterModule(std::make_shared<CModule>("b", Calls()));
@@ -138,6 +152,36 @@ TEST_F(PluginCenterTest, TheEndDropsTheYoungestModuleFirstAndTakesNothingNew) {
     IZRPluginCenter::RegisterInterfaceFactory(kEarlyFactory, true);
     EXPECT_FALSE(IZRPluginCenter::_CreateInterface("9EarlyName"));
     EXPECT_EQ(IZRPluginCenter::RegisterModule(std::make_shared<CModule>("c", Calls())), 0);
+}
+
+class CReentrantFactory : public CFactory {
+public:
+    CReentrantFactory() : CFactory("outer") {}
+
+    std::shared_ptr<IZRPluginInterface> CreateInterface() override {
+        IZRPluginCenter::RegisterInterfaceFactory(std::make_shared<CFactory>("inner"), false);
+        return IZRPluginCenter::_CreateInterface("inner");
+    }
+};
+
+TEST_F(PluginCenterTest, AFactoryMayAskTheCenterWhileItMakesItsService) {
+    IZRPluginCenter::RegisterInterfaceFactory(std::make_shared<CReentrantFactory>(), false);
+
+    EXPECT_TRUE(IZRPluginCenter::_CreateInterface("outer"));
+}
+
+class CThrowingFactory : public CFactory {
+public:
+    CThrowingFactory() : CFactory("throwing") {}
+
+    std::shared_ptr<IZRPluginInterface> CreateInterface() override { throw std::runtime_error("no service"); }
+};
+
+TEST_F(PluginCenterTest, AFactoryThatThrowsGivesNothingAndIsLogged) {
+    IZRPluginCenter::RegisterInterfaceFactory(std::make_shared<CThrowingFactory>(), false);
+
+    EXPECT_FALSE(IZRPluginCenter::_CreateInterface("throwing"));
+    EXPECT_THAT(log.Lines(), ElementsAre(Error("The factory of a service threw: no service")));
 }
 
 }  // namespace

@@ -55,6 +55,8 @@ TEST_F(PluginLoaderTest, ALibraryWithoutTheEntryIsOneClearLine) {
 
     EXPECT_EQ(line, "Module COther is not available: its library has no entry LoadPluginModuleCOther");
     EXPECT_THAT(log.Lines(), ElementsAre(Error(line)));
+    // what its initialiser registered is withdrawn: a module is there whole or not at all
+    EXPECT_FALSE(IZRPluginCenter::_CreateInterface("8GoodName"));
 }
 
 TEST_F(PluginLoaderTest, AnEntryThatGivesZeroIsOneClearLine) {
@@ -69,6 +71,31 @@ TEST_F(PluginLoaderTest, AnEntryThatThrowsIsOneClearLine) {
 
     EXPECT_EQ(line, "Module CThrows is not available: its entry threw: not today");
     EXPECT_THAT(log.Lines(), ElementsAre(Error(line)));
+}
+
+TEST_F(PluginLoaderTest, AnEntryThatThrowsWhatIsNoExceptionIsOneClearLine) {
+    const std::string line = Map("CThrowsNumber", "libzr_test_throws.so");
+
+    EXPECT_EQ(line, "Module CThrowsNumber is not available: its entry threw something that is no exception");
+    EXPECT_THAT(log.Lines(), ElementsAre(Error(line)));
+}
+
+TEST_F(PluginLoaderTest, AModuleThatRegisteredItselfAndThenFailedIsWithdrawn) {
+    Map("CThrowsLate", "libzr_test_throws.so");
+    EXPECT_THAT(log.Lines(), ElementsAre(Error(EndsWith("its entry threw: too late"))));
+
+    host::ModuleLifecycle::Login();
+
+    // its OnLogin would have thrown, and that been logged
+    EXPECT_THAT(log.Lines(), SizeIs(1));
+}
+
+TEST_F(PluginLoaderTest, AModuleThatIsThereStaysWhenAnotherFails) {
+    Map("CGood", "libzr_test_good.so");
+    Map("CZero", "libzr_test_zero.so");
+
+    EXPECT_TRUE(IZRPluginCenter::_CreateInterface("8GoodName"));
+    log.Forget();
 }
 
 TEST_F(PluginLoaderTest, AFileThatIsNoLibraryIsOneClearLine) {
@@ -99,7 +126,9 @@ TEST_F(PluginLoaderTest, AWrongManifestIsRefusedWithFileAndReasonAndNothingIsTak
               "Module manifest modules.json: modules[1]: must have the texts name and library");
     EXPECT_EQ(ManifestError(R"({"modules":["CA"]})"),
               "Module manifest modules.json: modules[0]: must have the texts name and library");
-    EXPECT_THAT(log.Lines(), SizeIs(5));
+    EXPECT_EQ(ManifestError(R"({"modules":[{"name":"CA","library":"a.so"},{"name":"CA","library":"b.so"}]})"),
+              "Module manifest modules.json: modules[1]: CA is listed twice");
+    EXPECT_THAT(log.Lines(), SizeIs(6));
     ASSERT_EQ(modules.size(), 1u);
     EXPECT_EQ(modules[0].name, "kept");
 }

@@ -47,7 +47,7 @@ INSTANTIATE_TEST_SUITE_P(
            Refused{"BareConfig", EncodeFrame(Frame(channel::Frame::CONFIG)), "a configuration without a body"},
            Refused{"BareClock", EncodeFrame(Frame(channel::Frame::CLOCK)), "a clock without a time"},
            Refused{"BareLoginAnswer", EncodeFrame(Frame(channel::Frame::LOGIN_ANSWER)),
-                   "a login answer without its content"}),
+                   "a login answer without session or content"}),
     [](const auto& row) { return row.param.name; });
 
 TEST(FrameCodecTest, AReplyComesThroughWhole) {

@@ -1,5 +1,7 @@
 #include "core/Language.h"
 
+#include <set>
+
 #include "support/ScriptedHostTest.h"
 
 using namespace ::testing;
@@ -40,6 +42,19 @@ TEST_F(LanguageServiceTest, AWrongPackIsRefusedWithAReasonAndNothingIsTakenFromI
     EXPECT_EQ(error, "1: must be a number and its text");
     EXPECT_FALSE(CLanguage::ReadPack("{", texts, error));
     EXPECT_EQ(texts.value(1), QStringLiteral("kept"));
+}
+
+TEST_F(LanguageServiceTest, EachLanguageShowsItsOwnTexts) {
+    constexpr unsigned int kWatchlist = 900008;  // the name of a page
+    const QString english = *CLanguage(2).Text(kWatchlist);
+    std::set<QString> different;
+    for (const int id : {0, 1, 2, 5, 7}) {
+        different.insert(*CLanguage(id).Text(kWatchlist));
+    }
+    EXPECT_EQ(different.size(), 5u);
+    for (const int id : {3, -1, 99}) {
+        EXPECT_EQ(*CLanguage(id).Text(kWatchlist), english);
+    }
 }
 
 }  // namespace

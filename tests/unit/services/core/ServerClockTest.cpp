@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <chrono>
+#include <limits>
 
 #include "core/Random.h"
 
@@ -39,6 +40,7 @@ TEST(ServerClockTest, ATimeThatIsNoneIsIgnored) {
     clock.SetServerTimeMillis(1'000'000);
     clock.SetServerTimeMillis(0);
     clock.SetServerTimeMillis(-5);
+    clock.SetServerTimeMillis(std::numeric_limits<int64_t>::max());
 
     EXPECT_THAT(clock.ServerTimeMillis(), AllOf(Ge(1'000'000), Lt(2'000'000)));
 }

@@ -1,67 +1,12 @@
-#include "AIChat/Controller/ZRAIChatManager.h"
-
-#include <gmock/gmock.h>
-
-#include <functional>
+// What the server answers and what the client is told: asking, the answer, the question, the override.
 #include <limits>
 
-#include "chat.pb.h"
+#include "AIChatManagerTest.h"
 #include "core/message_dispatch.h"
-#include "support/ScriptedHostTest.h"
 
 using namespace ::testing;
 
 namespace {
-
-constexpr uint64_t kUser = 12345;
-constexpr const char* kKey = "ZRBaseAIChatEnableCacheDataKey_12345";
-
-ZRAIChatEntryScene Scene(int number) {
-    return ZRAIChatEntryScene(number);
-}
-
-chat::GetChatEntryRsp Answer(std::initializer_list<std::pair<uint32_t, bool>> entries) {
-    chat::GetChatEntryRsp answer;
-    auto* data = answer.mutable_data();
-    for (const auto& [scene, open] : entries) {
-        auto* entry = data->add_entry_list();
-        entry->set_scene(scene);
-        entry->set_is_all_open(open);
-    }
-    return answer;
-}
-
-class AIChatManagerTest : public ScriptedHostTest {
-protected:
-    AIChatManagerTest() { account.Set(kUser); }
-
-    /// Asks, and answers with these scenes.
-    void ServerAnswers(const chat::GetChatEntryRsp& answer) {
-        manager.RequestAIChatEnableStatus();
-        channel.Reply(channel.LastSession(), 20982, answer);
-    }
-
-    /// The state that a test begins with: scene 3 is open, and nothing of how it came about counts.
-    void SceneThreeIsOpen() {
-        ServerAnswers(Answer({{3, true}}));
-        Forget();
-    }
-
-    void Forget() {
-        channel.Forget();
-        bus.Forget();
-        store.Forget();
-        log.Forget();
-    }
-
-    void ExpectNothingHappened() {
-        EXPECT_THAT(bus.Sent(), IsEmpty());
-        EXPECT_THAT(store.Saves(), IsEmpty());
-        EXPECT_TRUE(manager.IsAIChatEnable(Scene(3)));
-    }
-
-    CZRAIChatManager manager;
-};
 
 // Asking
 
@@ -195,6 +140,32 @@ TEST_F(AIChatManagerTest, AnAnswerWithoutDataIsAnEmptyOne) {
     EXPECT_EQ(store.AppString(kKey), "[]\n");
 }
 
+TEST_F(AIChatManagerTest, TheVeryFirstAnswerMayBeEmptyAndIsStoredAsAnArray) {
+    ServerAnswers(Answer({}));
+
+    EXPECT_EQ(store.AppString(kKey), "[]\n");
+}
+
+TEST_F(AIChatManagerTest, TheSameAnswerAgainIsToldAndStoredAgain) {
+    ServerAnswers(Answer({{3, true}}));
+    ServerAnswers(Answer({{3, true}}));
+
+    EXPECT_THAT(bus.Sent(), ElementsAre(::Message(20300), ::Message(20300)));
+    EXPECT_THAT(store.Saves(), SizeIs(2));
+}
+
+TEST_F(AIChatManagerTest, AnOpenEntryWithoutASceneIsSceneZeroAndOneThatDoesNotSayOpenIsClosed) {
+    chat::GetChatEntryRsp answer;
+    answer.mutable_data()->add_entry_list()->set_is_all_open(true);
+    answer.mutable_data()->add_entry_list()->set_scene(6);
+
+    ServerAnswers(answer);
+
+    EXPECT_TRUE(manager.IsAIChatEnable(Scene(0)));
+    EXPECT_FALSE(manager.IsAIChatEnable(Scene(6)));
+    store.Forget();
+}
+
 TEST_F(AIChatManagerTest, ASceneThatIsNotAllOpenIsClosedWhateverItsStockDetailsSay) {
     SceneThreeIsOpen();
     auto answer = Answer({{3, false}});
@@ -280,6 +251,8 @@ TEST_F(AIChatManagerTest, ASceneBeyondTheSignedRangeIsStoredAndNeverMatches) {
     ServerAnswers(Answer({{4294967295u, true}, {2147483647u, true}}));
 
     EXPECT_EQ(store.AppString(kKey), "[\n\t4294967295,\n\t2147483647\n]\n");
+    EXPECT_THAT(log.Lines(),
+                Contains(Info("[AIChat] RequestAIChatEnableStatus success, scene = 4294967295, is_all_open = true")));
     EXPECT_FALSE(manager.IsAIChatEnable(Scene(-1)));
     EXPECT_TRUE(manager.IsAIChatEnable(Scene(std::numeric_limits<int>::max())));
 }
@@ -345,125 +318,6 @@ TEST_F(AIChatManagerTest, TheOverrideSurvivesLogins) {
 
     EXPECT_TRUE(manager.IsAIChatEnable(Scene(1)));
     channel.Forget();
-}
-
-// The cache
-
-TEST_F(AIChatManagerTest, TheKeyIsTheConstantAndTheDecimalUserId) {
-    EXPECT_EQ(manager.GenerateAIChatEnableCacheDataKey().toStdString(), kKey);
-    account.Set(0);
-    EXPECT_EQ(manager.GenerateAIChatEnableCacheDataKey().toStdString(), "ZRBaseAIChatEnableCacheDataKey_0");
-}
-
-TEST_F(AIChatManagerTest, AMissingCacheIsLoggedAndLeavesTheListEmpty) {
-    SceneThreeIsOpen();
-    account.Set(777);
-
-    manager.ReadAIChatEnableCacheData();
-
-    EXPECT_THAT(log.Lines(), ElementsAre(Info("[AIChat] Read cache failed")));
-    EXPECT_FALSE(manager.IsAIChatEnable(Scene(3)));
-}
-
-TEST_F(AIChatManagerTest, AReadableCacheIsNeverServed) {
-    store.SetAppString(kKey, "[ 3 ]");
-
-    manager.ReadAIChatEnableCacheData();
-
-    EXPECT_THAT(log.Lines(), IsEmpty());
-    EXPECT_FALSE(manager.IsAIChatEnable(Scene(3)));
-}
-
-TEST_F(AIChatManagerTest, ACacheThatIsNoJsonIsLoggedWithTheParsersTextAndLeavesTheListEmpty) {
-    SceneThreeIsOpen();
-    store.SetAppString(kKey, "[ 3, ");
-
-    manager.ReadAIChatEnableCacheData();
-
-    ASSERT_THAT(log.Lines(), SizeIs(1));
-    EXPECT_EQ(log.Lines()[0].severity, kZRLogInfo);
-    EXPECT_THAT(log.Lines()[0].text, StartsWith("[AIChat] Parse cache failed, error = * Line 1, Column"));
-    EXPECT_FALSE(manager.IsAIChatEnable(Scene(3)));
-}
-
-TEST_F(AIChatManagerTest, ACacheThatIsNestedPastTheParsersDepthIsAParseFailureToo) {
-    SceneThreeIsOpen();
-    store.SetAppString(kKey, std::string(2000, '['));
-
-    manager.ReadAIChatEnableCacheData();
-
-    EXPECT_THAT(log.Lines(), ElementsAre(Field(&LogLine::text, StartsWith("[AIChat] Parse cache failed, error = "))));
-    EXPECT_FALSE(manager.IsAIChatEnable(Scene(3)));
-}
-
-TEST_F(AIChatManagerTest, AnUnreadableStoreIsAMissingCache) {
-    store.SetAppString(kKey, "[ 3 ]");
-    store.RefuseReads(Failing::Always());
-
-    manager.ReadAIChatEnableCacheData();
-
-    EXPECT_THAT(log.Lines(), ElementsAre(Info("[AIChat] Read cache failed")));
-}
-
-TEST_F(AIChatManagerTest, TheResetByAReadIsNotTold) {
-    SceneThreeIsOpen();
-
-    manager.ReadAIChatEnableCacheData();
-
-    EXPECT_THAT(bus.Sent(), IsEmpty());
-}
-
-// The lifecycle
-
-TEST_F(AIChatManagerTest, InitReadsTheCacheAndAsksNobody) {
-    account.Set(0);
-
-    manager.Init();
-
-    EXPECT_THAT(log.Lines(), ElementsAre(Info("[AIChat] Read cache failed")));
-    EXPECT_THAT(channel.Sent(), IsEmpty());
-}
-
-TEST_F(AIChatManagerTest, LoginEmptiesTheListThenAsksOnce) {
-    SceneThreeIsOpen();
-    store.SetAppString(kKey, "[ 3 ]");
-
-    manager.OnLogin();
-
-    EXPECT_FALSE(manager.IsAIChatEnable(Scene(3)));
-    ASSERT_THAT(channel.Sent(), SizeIs(1));
-    EXPECT_EQ(channel.Sent()[0].cmd, 20982u);
-}
-
-TEST_F(AIChatManagerTest, LogoutKeepsTheLastUsersScenesUntilTheNextLogin) {
-    SceneThreeIsOpen();
-
-    manager.OnLogout();
-
-    EXPECT_TRUE(manager.IsAIChatEnable(Scene(3)));
-    EXPECT_THAT(bus.Sent(), IsEmpty());
-
-    account.Set(777);
-    manager.OnLogin();
-    EXPECT_FALSE(manager.IsAIChatEnable(Scene(3)));
-    channel.Forget();
-}
-
-TEST_F(AIChatManagerTest, EveryLineCarriesTheModuleTagItsSourceAndItsFunction) {
-    manager.ReadAIChatEnableCacheData();
-
-    ASSERT_THAT(log.Lines(), SizeIs(1));
-    EXPECT_EQ(log.Lines()[0].module, "ZRGrowth");
-    EXPECT_EQ(log.Lines()[0].file, "ZRGrowth/AIChat/Controller/ZRAIChatManager");
-    EXPECT_EQ(log.Lines()[0].function, "ReadAIChatEnableCacheData");
-    EXPECT_GT(log.Lines()[0].line, 0);
-}
-
-TEST_F(AIChatManagerTest, TheFirstUseMakesAndStartsTheOneManager) {
-    CZRAIChatManager* first = CZRAIChatManager::Singleton();
-
-    EXPECT_EQ(CZRAIChatManager::Singleton(), first);
-    EXPECT_THAT(log.Lines(), ElementsAre(Info("[AIChat] Read cache failed")));
 }
 
 }  // namespace

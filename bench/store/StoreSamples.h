@@ -1,0 +1,54 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+/// How long each of many calls took, in microseconds.
+class CSamples {
+public:
+    template <class Call>
+    double Measure(const Call& call) {
+        const auto began = std::chrono::steady_clock::now();
+        call();
+        const std::chrono::duration<double, std::micro> took = std::chrono::steady_clock::now() - began;
+        m_samples.push_back(took.count());
+        return took.count() * 1e-6;
+    }
+
+    /// 0.5 is the median. Zero without samples.
+    double Quantile(double part) const;
+    void Forget() { m_samples.clear(); }
+
+private:
+    std::vector<double> m_samples;
+};
+
+/// A value of `bytes`, every byte of it new with each `round`.
+std::string FreshValue(size_t bytes, uint64_t round);
+
+/// The store's table in the store's settings, written by SQLite's own calls: a prepared statement, bound and
+/// stepped. The floor below the store, and with automatic checkpoints its peer.
+class CBareSqlite {
+public:
+    enum class EnCheckpoints { kNever, kAutomatic };
+
+    CBareSqlite(const std::string& path, EnCheckpoints checkpoints);
+    ~CBareSqlite();
+    CBareSqlite(const CBareSqlite&) = delete;
+    CBareSqlite& operator=(const CBareSqlite&) = delete;
+
+    /// Ends the program if SQLite refuses.
+    void Save(const std::string& key, const std::string& value);
+
+private:
+    void Run(const char* sql);
+    void Check(bool good, const char* what);
+
+    sqlite3* m_pDatabase = nullptr;
+    sqlite3_stmt* m_pSave = nullptr;
+};

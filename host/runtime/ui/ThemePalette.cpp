@@ -1,0 +1,88 @@
+#include "ui/ThemePalette.h"
+
+#include <QFile>
+#include <QRegularExpression>
+
+#include "framework/HostLog.h"
+#include "framework/JsonText.h"
+
+namespace host {
+namespace {
+
+constexpr HostLog kLog("Theme");
+
+ThemePalette ReadResource(int number) {
+    QFile file(QStringLiteral(":/themes/%1.json").arg(number));
+    std::string error;
+    if (!file.open(QIODevice::ReadOnly)) {
+        error = file.errorString().toStdString();
+    } else if (auto palette = ThemePalette::Read(file.readAll().toStdString(), error)) {
+        return std::move(*palette);
+    }
+    kLog.Error(FMT_STRING("Palette {}: {}"), file.fileName().toStdString(), error);
+    return ThemePalette();
+}
+
+}  // namespace
+
+const ThemePalette& ThemePalette::Of(zr_ui_theme::Manager::Theme theme) {
+    // Never destroyed: what paints may outlive static objects.
+    static auto* palettes = new std::map<int, ThemePalette>;
+    const auto found = palettes->find(theme);
+    return found != palettes->end() ? found->second : palettes->emplace(theme, ReadResource(theme)).first->second;
+}
+
+std::optional<ThemePalette> ThemePalette::Read(const std::string& json, std::string& error) {
+    static const QRegularExpression form(QStringLiteral("^#[0-9a-f]{6}$"));
+    const auto colors = ParseJson(json, error);
+    if (!colors) {
+        return std::nullopt;
+    }
+    if (!colors->isObject()) {
+        error = "must be an object of names and colours";
+        return std::nullopt;
+    }
+    ThemePalette palette;
+    for (const std::string& name : colors->getMemberNames()) {
+        const Json::Value& value = (*colors)[name];
+        if (!value.isString() || !form.match(QString::fromStdString(value.asString())).hasMatch()) {
+            error = name + ": must be a colour as #rrggbb";
+            return std::nullopt;
+        }
+        palette.m_colors.emplace(name, QColor(QString::fromStdString(value.asString())));
+    }
+    return palette;
+}
+
+QColor ThemePalette::Color(std::string_view name) const {
+    const auto found = m_colors.find(name);
+    return found == m_colors.end() ? QColor() : found->second;
+}
+
+QStringList ThemePalette::Names() const {
+    QStringList names;
+    for (const auto& [name, color] : m_colors) {
+        names << QString::fromStdString(name);
+    }
+    return names;
+}
+
+QString ThemePalette::Fill(const QString& text, QStringList& unknown) const {
+    static const QRegularExpression mark(QStringLiteral("@([A-Za-z]+)"));
+    QString filled;
+    int done = 0;
+    auto marks = mark.globalMatch(text);
+    while (marks.hasNext()) {
+        const auto found = marks.next();
+        const QColor color = Color(found.captured(1).toStdString());
+        filled += text.midRef(done, found.capturedStart() - done);
+        filled += color.isValid() ? color.name() : found.captured();
+        done = found.capturedEnd();
+        if (!color.isValid()) {
+            unknown << found.captured(1);
+        }
+    }
+    return filled + text.midRef(done);
+}
+
+}  // namespace host

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QColor>
+#include <QString>
+#include <QStringList>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "framework/export.h"
+#include "ui/zr_ui_theme.h"
+
+namespace host {
+
+/// The named colours of one theme. All themes know the same names.
+class ZRHOST_API ThemePalette {
+public:
+    /// The palette of resources/themes/<number>.json, read once. Main thread.
+    static const ThemePalette& Of(zr_ui_theme::Manager::Theme theme);
+
+    /// From an object of names and colours written "#rrggbb". Empty on failure, and `error` says why.
+    static std::optional<ThemePalette> Read(const std::string& json, std::string& error);
+
+    /// Invalid if the name is not known.
+    QColor Color(std::string_view name) const;
+    QStringList Names() const;
+
+    /// `text` with each @name replaced by its colour. Names that are not known stay and are added to `unknown`.
+    QString Fill(const QString& text, QStringList& unknown) const;
+
+private:
+    std::map<std::string, QColor, std::less<>> m_colors;
+};
+
+}  // namespace host

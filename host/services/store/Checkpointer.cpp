@@ -1,0 +1,124 @@
+#include "store/Checkpointer.h"
+
+#include <QVariant>
+
+#include "framework/HostLog.h"
+#include "store/SqliteConnection.h"
+
+namespace {
+
+constexpr host::HostLog kLog("Store");
+
+// Before each page of the log stands a header.
+constexpr qint64 kFrameHeaderBytes = 24;
+
+}  // namespace
+
+CCheckpointer::CCheckpointer(const QString& path, const CheckpointOptions& options)
+    : m_path(path), m_options(options), m_thread([this] { Run(); }) {}
+
+CCheckpointer::~CCheckpointer() {
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_bEnd = true;
+    }
+    m_wake.notify_one();
+    m_thread.join();
+}
+
+void CCheckpointer::Written(qint64 bytes) {
+    bool enough = false;
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_nWritten += bytes;
+        enough = m_nWritten >= m_options.afterBytes;
+    }
+    if (enough) {
+        m_wake.notify_one();
+    }
+}
+
+void CCheckpointer::Abandon() {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_bAbandoned = true;
+}
+
+void CCheckpointer::Run() {
+    CSqliteConnection connection;
+    std::unique_lock<std::mutex> lock(m_mutex);
+    for (;;) {
+        m_wake.wait(lock, [this] { return m_bEnd || m_nWritten >= m_options.afterBytes; });
+        if (m_bEnd) {
+            break;
+        }
+        m_nWritten = 0;
+        lock.unlock();
+        Take(connection);
+        lock.lock();
+        m_wake.wait_for(lock, m_options.pause, [this] { return m_bEnd; });
+    }
+    const bool abandoned = m_bAbandoned;
+    lock.unlock();
+    if (!abandoned) {
+        Empty(connection);
+    }
+}
+
+void CCheckpointer::Take(CSqliteConnection& connection) {
+    Outcome outcome = Checkpoint(connection, "PASSIVE");
+    if (!outcome.done) {
+        return;
+    }
+    StoreCheckpoint taken;
+    taken.logBytes = outcome.logPages * (m_nPageBytes + kFrameHeaderBytes);
+    if (taken.logBytes > m_options.restartBytes) {
+        // Under steady writing a passive one never finds the log all copied, so that it would grow for ever.
+        // Right behind a passive one little is left to copy while the writer waits.
+        taken.restarted = Checkpoint(connection, "RESTART").done;
+        if (taken.restarted) {
+            kLog.Info(FMT_STRING("The log of {} had {} bytes and begins anew"), m_path.toStdString(), taken.logBytes);
+        }
+    }
+    if (m_options.fnTaken) {
+        m_options.fnTaken(taken);
+    }
+}
+
+void CCheckpointer::Empty(CSqliteConnection& connection) {
+    Checkpoint(connection, "TRUNCATE");
+}
+
+CCheckpointer::Outcome CCheckpointer::Checkpoint(CSqliteConnection& connection, const char* mode) {
+    Outcome outcome;
+    if (EnsureOpen(connection)) {
+        QSqlQuery query(connection.Database());
+        query.setForwardOnly(true);
+        if (query.exec(QStringLiteral("PRAGMA wal_checkpoint(%1)").arg(QLatin1String(mode))) && query.next()) {
+            outcome.done = query.value(0).toInt() == 0;  // else a reader was in the way, and the next one will do
+            outcome.logPages = query.value(1).toLongLong();
+            m_bFailing = false;
+            return outcome;
+        }
+        connection.SetError(query.lastError());
+    }
+    // Nothing is lost by that: what was saved is in the log. The next one tries again, and says nothing more.
+    if (!m_bFailing) {
+        m_bFailing = true;
+        kLog.Info(FMT_STRING("A checkpoint of {} failed: {}"), m_path.toStdString(), ReasonOf(connection.LastError()));
+    }
+    return outcome;
+}
+
+bool CCheckpointer::EnsureOpen(CSqliteConnection& connection) {
+    if (m_bOpen) {
+        return true;
+    }
+    if (!connection.Open(m_path, EnSqliteAccess::kReadWrite) ||
+        !connection.Run(QStringLiteral("PRAGMA synchronous=NORMAL"))) {
+        return false;
+    }
+    const auto bytes = connection.Value(QStringLiteral("PRAGMA page_size"));
+    m_nPageBytes = bytes ? bytes->toLongLong() : 0;
+    m_bOpen = bytes.has_value();
+    return m_bOpen;
+}

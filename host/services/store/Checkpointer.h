@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QString>
+#include <chrono>
+#include <condition_variable>
+#include <functional>
+#include <mutex>
+#include <thread>
+
+class CSqliteConnection;
+
+/// A checkpoint as it was taken.
+struct StoreCheckpoint {
+    bool restarted = false;  ///< the log begins anew with the next write
+    qint64 logBytes = 0;     ///< length of the log that it found
+};
+
+struct CheckpointOptions {
+    /// Written since the last checkpoint.
+    qint64 afterBytes = 4 << 20;
+    /// Between the end of one and the begin of the next.
+    std::chrono::milliseconds pause{250};
+    /// A log longer than this is made to begin anew.
+    qint64 restartBytes = 64 << 20;
+    /// Called on the checkpointer's thread.
+    std::function<void(const StoreCheckpoint&)> fnTaken;
+};
+
+/// Moves what the log of a SQLite file holds into the database, on a thread and a connection of its own:
+/// a checkpoint waits for the disk, and the writer shall not. The writer's own checkpoints are off.
+class CCheckpointer {
+public:
+    CCheckpointer(const QString& path, const CheckpointOptions& options);
+    /// Empties the log and waits for that, unless the file was abandoned.
+    ~CCheckpointer();
+    CCheckpointer(const CCheckpointer&) = delete;
+    CCheckpointer& operator=(const CCheckpointer&) = delete;
+
+    /// Tells that about so much was written to the log. Any thread; never waits for the disk.
+    void Written(qint64 bytes);
+
+    /// The file is damaged: the end leaves it alone.
+    void Abandon();
+
+private:
+    struct Outcome {
+        bool done = false;
+        qint64 logPages = 0;
+    };
+
+    void Run();
+    void Take(CSqliteConnection& connection);
+    void Empty(CSqliteConnection& connection);
+    Outcome Checkpoint(CSqliteConnection& connection, const char* mode);
+    bool EnsureOpen(CSqliteConnection& connection);
+
+    const QString m_path;
+    const CheckpointOptions m_options;
+    std::mutex m_mutex;
+    std::condition_variable m_wake;
+    qint64 m_nWritten = 0;
+    bool m_bEnd = false;
+    bool m_bAbandoned = false;
+    // Below: on the thread alone.
+    qint64 m_nPageBytes = 0;
+    bool m_bOpen = false;
+    bool m_bFailing = false;
+    std::thread m_thread;
+};

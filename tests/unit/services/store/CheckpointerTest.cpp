@@ -1,0 +1,148 @@
+#include "store/Checkpointer.h"
+
+#include <QFileInfo>
+#include <condition_variable>
+
+#include "StoreFolderTest.h"
+
+using namespace ::testing;
+
+namespace {
+
+class CheckpointerTest : public StoreFolderTest {
+protected:
+    CheckpointOptions Options(qint64 afterBytes, qint64 restartBytes) {
+        CheckpointOptions options;
+        options.afterBytes = afterBytes;
+        options.pause = std::chrono::milliseconds(0);
+        options.restartBytes = restartBytes;
+        options.fnTaken = [this](const StoreCheckpoint& checkpoint) {
+            const std::lock_guard<std::mutex> lock(m_mutex);
+            m_taken.push_back(checkpoint);
+            m_threads.insert(std::this_thread::get_id());
+            m_changed.notify_all();
+        };
+        return options;
+    }
+
+    bool WaitUntil(const std::function<bool(const std::vector<StoreCheckpoint>&)>& condition) {
+        std::unique_lock<std::mutex> lock(m_mutex);
+        return m_changed.wait_for(lock, std::chrono::seconds(20), [&] { return condition(m_taken); });
+    }
+
+    static bool Restarted(const std::vector<StoreCheckpoint>& taken) {
+        return std::any_of(taken.begin(), taken.end(), [](const StoreCheckpoint& each) { return each.restarted; });
+    }
+
+    /// Whether a checkpoint found a shorter log than the one before it, which was past the limit.
+    bool HasShrunk() {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        return std::adjacent_find(m_taken.begin(), m_taken.end(),
+                                  [](const StoreCheckpoint& before, const StoreCheckpoint& after) {
+                                      return before.restarted && after.logBytes < before.logBytes;
+                                  }) != m_taken.end();
+    }
+
+    static void SaveMuch(CSqliteStore& file, int count) {
+        for (int n = 0; n < count; ++n) {
+            ASSERT_TRUE(file.SaveString(kApp, "key" + std::to_string(n % 20), std::string(20'000, char('a' + n % 26))));
+        }
+    }
+
+    qint64 FileBytes() const { return QFileInfo(Path()).size(); }
+    qint64 LogBytes() const { return QFileInfo(Path() + QStringLiteral("-wal")).size(); }
+
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    std::vector<StoreCheckpoint> m_taken;
+    std::set<std::thread::id> m_threads;
+};
+
+TEST_F(CheckpointerTest, TheWriterTakesNone) {
+    CSqliteStore file(Path(), Options(1 << 30, 1 << 30));
+    const qint64 before = FileBytes();
+
+    SaveMuch(file, 400);  // twice what starts an automatic one
+
+    EXPECT_EQ(FileBytes(), before);
+    EXPECT_GT(LogBytes(), 400 * 20'000);
+    EXPECT_THAT(m_taken, IsEmpty());
+}
+
+TEST_F(CheckpointerTest, OneIsTakenOnAThreadOfItsOwnOnceEnoughIsWritten) {
+    CSqliteStore file(Path(), Options(200'000, 1 << 30));
+    const qint64 before = FileBytes();
+
+    SaveMuch(file, 20);
+
+    ASSERT_TRUE(WaitUntil([](const auto& taken) { return !taken.empty(); }));
+    EXPECT_GT(FileBytes(), before);
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    EXPECT_GT(m_taken[0].logBytes, 100'000);
+    EXPECT_FALSE(Restarted(m_taken));
+    EXPECT_EQ(m_threads.count(std::this_thread::get_id()), 0u);
+}
+
+TEST_F(CheckpointerTest, ALogPastItsLimitBeginsAnewWithoutARefusedSave) {
+    CSqliteStore file(Path(), Options(200'000, 2'000'000));
+
+    // Without a rest: in one, the log would begin anew by itself.
+    for (int n = 0; n < 500 && !HasShrunk(); ++n) {
+        SaveMuch(file, 20);
+    }
+
+    EXPECT_TRUE(HasShrunk());
+    EXPECT_THAT(log.Lines(),
+                Contains(Info(ContainsRegex("^The log of .*client\\.sqlite had [0-9]+ bytes and begins anew$"))));
+    for (int n = 0; n < 20; ++n) {
+        EXPECT_EQ(Read(file, "key" + std::to_string(n)).size(), 20'000u);
+    }
+}
+
+TEST_F(CheckpointerTest, ALogWithinItsLimitIsNotMadeToBeginAnew) {
+    CSqliteStore file(Path(), Options(200'000, 64 << 20));
+
+    SaveMuch(file, 100);
+
+    ASSERT_TRUE(WaitUntil([](const auto& taken) { return !taken.empty(); }));
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    EXPECT_FALSE(Restarted(m_taken));
+}
+
+TEST_F(CheckpointerTest, ACleanEndLeavesNoLog) {
+    {
+        CSqliteStore file(Path());
+        SaveMuch(file, 20);
+        ASSERT_GT(LogBytes(), 0);
+    }
+
+    EXPECT_EQ(LogBytes(), 0);
+    EXPECT_GT(FileBytes(), 20 * 20'000);
+}
+
+TEST_F(CheckpointerTest, TheEndEmptiesTheLogOnTheCheckpointersConnection) {
+    // given a connection that stays, so that no other end than the checkpointer's can empty the log
+    CSqliteConnection other;
+    auto file = std::make_unique<CSqliteStore>(Path());
+    ASSERT_TRUE(other.Open(Path(), EnSqliteAccess::kReadWrite) && other.Run(QStringLiteral("PRAGMA user_version")));
+    SaveMuch(*file, 20);
+
+    file.reset();
+
+    EXPECT_TRUE(QFile::exists(Path() + QStringLiteral("-wal")));
+    EXPECT_EQ(LogBytes(), 0);
+}
+
+TEST_F(CheckpointerTest, AnAbandonedFileIsLeftAlone) {
+    CSqliteStore file(Path());
+    SaveMuch(file, 20);
+    const qint64 before = LogBytes();
+    {
+        CCheckpointer second(Path(), Options(1, 1));
+        second.Abandon();
+    }
+
+    EXPECT_EQ(LogBytes(), before);
+}
+
+}  // namespace
