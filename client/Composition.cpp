@@ -126,8 +126,10 @@ CComposition::CComposition(const COptions& options)
     connect(&m_commonConfig, &CCommonConfig::Changed, this,
             [this] { m_observedBus.Send("[Client]", core::kMsgCommonConfigChanged, 0, nullptr); });
     connect(&m_session, &CLoginSession::LoggedIn, this, &CComposition::OnLoggedIn);
-    connect(&m_session, &CLoginSession::Resumed, this,
-            [this] { m_observedBus.Send("[Client]", core::kMsgLoginChannelConnected, 0, nullptr); });
+    connect(&m_session, &CLoginSession::Resumed, this, [this] {
+        Q_EMIT SessionRenewed();
+        m_observedBus.Send("[Client]", core::kMsgLoginChannelConnected, 0, nullptr);
+    });
     connect(&m_session, &CLoginSession::LoggedOut, this, [this] {
         host::ModuleLifecycle::Logout();
         Q_EMIT UserChanged();

@@ -75,6 +75,8 @@ Q_SIGNALS:
     void UsersChanged();
     /// Somebody was logged in or out; the modules know already.
     void UserChanged();
+    /// The same user has a session of another id, since the connection was lost in between.
+    void SessionRenewed();
     void LanguageChanged();
     void EditionChanged();
     void MarketsChanged();

@@ -129,6 +129,7 @@ void CMainWindow::JoinWorkbench() {
     for (const Seen& seen : m_composition.Observation().Kept()) {
         m_pWorkbench->Take(seen);
     }
+    connect(&m_composition, &CComposition::SessionRenewed, this, &CMainWindow::LearnSecrets);
     connect(&m_composition.Server(), &CServerProcess::Ready, m_pWorkbench, &CWorkbench::ForgetServer);
     connect(m_pWorkbench, &CWorkbench::EditionWanted, &m_composition, &CComposition::SetVelora);
     connect(m_pWorkbench, &CWorkbench::MarketsWanted, &m_composition, &CComposition::OverrideMarkets);

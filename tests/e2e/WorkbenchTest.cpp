@@ -8,6 +8,7 @@
 #include "ClientFixture.h"
 #include "core/attr_market.h"
 #include "core/urlhandler.h"
+#include "workbench/Workbench.h"
 
 using namespace ::testing;
 
@@ -68,6 +69,18 @@ TEST_F(WorkbenchOnServerTest, AFaultFailsTheNextRequest) {
     client->Login(501);
 
     EXPECT_TRUE(WaitUntil([this] { return RowWith("TrafficTable", 1, QStringLiteral("Failed")) >= 0; }));
+}
+
+TEST_F(WorkbenchOnServerTest, ASessionThatCameWithAReconnectIsKeptOutOfExportsToo) {
+    StartAndLogIn();
+    const uint64_t first = client->SessionId();
+
+    Child<QPushButton>("FaultDrop")->click();
+    ASSERT_TRUE(WaitUntil([&] { return client->SessionId() != first; }));
+
+    const CAliases& aliases = Child<CWorkbench>("Workbench")->Aliases();
+    EXPECT_EQ(aliases.Redacted(QString::number(first)), QStringLiteral("session-1"));
+    EXPECT_EQ(aliases.Redacted(QString::number(client->SessionId())), QStringLiteral("session-2"));
 }
 
 TEST_F(WorkbenchOnServerTest, MarketsAndEditionTakeEffectInTheRunningClient) {
