@@ -15,7 +15,7 @@
 namespace {
 
 constexpr int kRowHeight = 26;
-constexpr int kRowsInSight = 5;
+constexpr int kRowsInSight = 2;  // at the least: the window is to fit a small screen
 
 enum EnColumn { kColumnScene, kColumnAllOpen, kColumnCount };
 

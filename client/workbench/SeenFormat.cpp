@@ -21,7 +21,7 @@ public:
         return {texts::kLogTime,     texts::kSeenWhat,  texts::kSeenNumber, texts::kName,
                 texts::kSeenSession, texts::kSeenError, texts::kSeenSize,   texts::kSeenDuration};
     }
-    std::vector<int> Widths() const override { return {84, 70, 64, 150, 62, 50, 50, 44}; }
+    std::vector<int> Widths() const override { return {80, 58, 58, 138, 58, 46, 46, 40}; }
     std::vector<texts::EnText> Kinds() const override {
         return {texts::kCommandSent, texts::kCommandReplied, texts::kCommandFailed, texts::kCommandPushed,
                 texts::kBusMessage};
@@ -104,7 +104,7 @@ public:
         return {texts::kLogTime,  texts::kSeenWhat, texts::kOwner, texts::kKey,
                 texts::kSeenSize, texts::kResult,   texts::kValue};
     }
-    std::vector<int> Widths() const override { return {84, 58, 80, 150, 50, 88, 60}; }
+    std::vector<int> Widths() const override { return {80, 46, 70, 126, 46, 84, 60}; }
     std::vector<texts::EnText> Kinds() const override { return {texts::kStoreRead, texts::kStoreSave}; }
 
     bool Takes(const Seen& seen) const override { return std::holds_alternative<StoreSeen>(seen.what); }

@@ -33,6 +33,8 @@ QString MessageName(unsigned int messageId) {
             return QStringLiteral("LoginChannelConnected");
         case core::kMsgLanguageChanged:
             return QStringLiteral("LanguageChanged");
+        case core::kMsgThemeChanged:
+            return QStringLiteral("ThemeChanged");
         case kMsgAIChatEntriesChanged:
             return QStringLiteral("AIChatEntriesChanged");
         default:
