@@ -15,12 +15,13 @@ struct OpenedUrl {
     QVariant extra;
 };
 
-/// Opens nothing and keeps what was asked for. A URL that no test looked at (Opened) fails the test.
+/// Opens nothing and keeps what was asked for; true for what the contract allows. A URL that no test looked at
+/// (Opened) fails the test, refused or not.
 class CScriptedUrls : public IUrlOpener {
 public:
     const std::vector<OpenedUrl>& Opened();
 
-    /// The calls that `which` names give false; they are kept all the same.
+    /// The calls that `which` names give false and write the line of a refusal; they are kept all the same.
     void RefuseOpens(Failing which) { m_refused = which; }
 
     /// Counts as looking, and empties the record.
