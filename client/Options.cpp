@@ -49,6 +49,9 @@ COptions COptions::Parse(const QStringList& arguments) {
     add("server-binary", "The server to start.", "file", binaries.absoluteFilePath(QStringLiteral("zrdevserver")));
     parser.addOption({QStringLiteral("release"), QStringLiteral("Behave as a release build.")});
     parser.addOption({QStringLiteral("no-web"), QStringLiteral("Never open a web page on the desktop.")});
+    QCommandLineOption firstPaint(QStringLiteral("bench-first-paint"));
+    firstPaint.setFlags(QCommandLineOption::HiddenFromHelp);
+    parser.addOption(firstPaint);
     parser.process(arguments);
 
     COptions options;
@@ -65,5 +68,6 @@ COptions COptions::Parse(const QStringList& arguments) {
     options.velora = parser.value(QStringLiteral("edition")) == QLatin1String("velora");
     options.release = parser.isSet(QStringLiteral("release"));
     options.openWeb = options.tourDir.isEmpty() && !parser.isSet(QStringLiteral("no-web"));
+    options.firstPaint = parser.isSet(firstPaint);
     return options;
 }

@@ -1,5 +1,6 @@
 #include "ServerControl.h"
 
+#include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QPointer>
@@ -38,8 +39,16 @@ QNetworkRequest CServerControl::RequestTo(const QString& path) const {
     return request;
 }
 
+// Made at the first use: it looks for the machine's networks, which would hold up the first window.
+QNetworkAccessManager& CServerControl::Network() {
+    if (!m_pNetwork) {
+        m_pNetwork = std::make_unique<QNetworkAccessManager>();
+    }
+    return *m_pNetwork;
+}
+
 QNetworkReply* CServerControl::Get(const char* path) {
-    return m_network.get(RequestTo(QString::fromLatin1(path)));
+    return Network().get(RequestTo(QString::fromLatin1(path)));
 }
 
 void CServerControl::Ask(const char* verb, const QString& path, const QByteArray& json, QObject* context,
@@ -48,7 +57,7 @@ void CServerControl::Ask(const char* verb, const QString& path, const QByteArray
     if (!json.isEmpty()) {
         request.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/json"));
     }
-    QNetworkReply* reply = m_network.sendCustomRequest(request, verb, json);
+    QNetworkReply* reply = Network().sendCustomRequest(request, verb, json);
     connect(reply, &QNetworkReply::finished, this,
             [reply, context = QPointer<QObject>(context), answered = std::move(answered)] {
                 reply->deleteLater();

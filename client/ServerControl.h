@@ -2,13 +2,16 @@
 
 #include <json/value.h>
 
-#include <QNetworkAccessManager>
 #include <QNetworkRequest>
 #include <QObject>
 #include <QTimer>
 #include <QUrl>
 #include <functional>
+#include <memory>
 #include <vector>
+
+class QNetworkAccessManager;
+class QNetworkReply;
 
 struct ServerUser {
     quint64 id = 0;
@@ -72,10 +75,11 @@ Q_SIGNALS:
     void Failed(const QString& reason);
 
 private:
+    QNetworkAccessManager& Network();
     QNetworkReply* Get(const char* path);
     QNetworkRequest RequestTo(const QString& path) const;
 
-    QNetworkAccessManager m_network;
+    std::unique_ptr<QNetworkAccessManager> m_pNetwork;
     QTimer m_retryTimer;
     QUrl m_address;
     QByteArray m_token;

@@ -1,7 +1,9 @@
 #include <QApplication>
 #include <QTimer>
+#include <optional>
 
 #include "Composition.h"
+#include "FirstPaint.h"
 #include "MainWindow.h"
 #include "Options.h"
 #include "Theme.h"
@@ -18,6 +20,10 @@ int main(int argc, char* argv[]) {
     {
         // The window goes before the composition ends: nothing of it may ask a module then.
         CMainWindow window(composition);
+        std::optional<CFirstPaint> firstPaint;
+        if (options.firstPaint) {
+            firstPaint.emplace(window);
+        }
         window.show();
         composition.Start();
         CTour tour(composition, window, options.tourDir);

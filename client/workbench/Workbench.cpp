@@ -322,7 +322,8 @@ void CWorkbench::AddMarketsRow(QGridLayout* grid) {
 void CWorkbench::AskMarkets() {
     static const QRegularExpression separators(QStringLiteral("[\\s,;]+"));
     std::vector<int> markets;
-    for (const QString& word : m_pMarkets->text().split(separators, Qt::SkipEmptyParts)) {
+    const QStringList words = m_pMarkets->text().split(separators, Qt::SkipEmptyParts);
+    for (const QString& word : words) {
         bool isNumber = false;
         markets.push_back(word.toInt(&isNumber));
         if (!isNumber || markets.back() < 0) {

@@ -1,7 +1,5 @@
 #include "core/MessageBus.h"
 
-#include <QThread>
-
 #include "core/IPoster.h"
 #include "framework/HostLog.h"
 
@@ -9,9 +7,12 @@ namespace {
 
 constexpr host::HostLog kLog("Bus");
 
+// Its address is the thread's name: asking the toolkit for its thread costs as much as two deliveries.
+__thread char t_thread __attribute__((tls_model("initial-exec")));
+
 }  // namespace
 
-CMessageBus::CMessageBus(IPoster& poster) : m_poster(poster) {}
+CMessageBus::CMessageBus(IPoster& poster) : m_poster(poster), m_pThread(&t_thread) {}
 
 CMessageBus::~CMessageBus() = default;
 
@@ -19,18 +20,14 @@ void CMessageBus::Bind(unsigned int messageId, core::MessageCallback callback, Q
     m_subscribers.Bind(messageId, std::move(callback), context);
 }
 
-void CMessageBus::Send(const char* /*location*/, unsigned int messageId, unsigned long wParam,
+void CMessageBus::Send(const char* location, unsigned int messageId, unsigned long wParam,
                        std::shared_ptr<core::CMessageBody> body) {
-    if (QThread::currentThread() != thread()) {
-        m_poster.Post(this, std::chrono::milliseconds(0),
-                      [this, messageId, wParam, body = std::move(body)] { Deliver(messageId, wParam, body); });
+    if (m_pThread != &t_thread) {
+        m_poster.Post(
+            &m_context, std::chrono::milliseconds(0),
+            [this, location, messageId, wParam, body = std::move(body)] { Send(location, messageId, wParam, body); });
         return;
     }
-    Deliver(messageId, wParam, body);
-}
-
-void CMessageBus::Deliver(unsigned int messageId, unsigned long wParam,
-                          const std::shared_ptr<core::CMessageBody>& body) {
     m_subscribers.Deliver(messageId, [&](const core::MessageCallback& callback) {
         host::RunGuarded(kLog, "A subscriber", [&] { callback(messageId, wParam, body); });
     });

@@ -8,9 +8,9 @@
 
 class IPoster;
 
-/// The process-wide bus. Lives on the main thread; sends of other threads go through the poster, which
+/// The process-wide bus. Made on the main thread; sends of other threads go through the poster, which
 /// must outlive it.
-class ZRHOST_API CMessageBus : public QObject, public IMessageBus {
+class ZRHOST_API CMessageBus : public IMessageBus {
 public:
     explicit CMessageBus(IPoster& poster);
     ~CMessageBus() override;
@@ -26,8 +26,8 @@ public:
     int SubscriptionCount(unsigned int messageId) const;
 
 private:
-    void Deliver(unsigned int messageId, unsigned long wParam, const std::shared_ptr<core::CMessageBody>& body);
-
     IPoster& m_poster;
+    const void* const m_pThread;
+    QObject m_context;  // of what other threads posted
     SubscriberTable<unsigned int, core::MessageCallback> m_subscribers;
 };

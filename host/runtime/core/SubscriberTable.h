@@ -3,8 +3,9 @@
 #include <QObject>
 #include <QPointer>
 #include <algorithm>
+#include <cstdint>
+#include <iterator>
 #include <memory>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -19,7 +20,7 @@ public:
         if (!context || !callback) {
             return;
         }
-        Entries& entries = m_entries[key];
+        Entries& entries = At(key);
         if (entries.size() == entries.capacity()) {
             // Where contexts come and go and nothing is ever delivered, the dead would pile up.
             m_bUnswept = true;
@@ -32,64 +33,111 @@ public:
         if (!context) {
             return;
         }
-        for (auto& [key, entries] : m_entries) {
+        ForEachEntries([&](Entries& entries) {
             for (const auto& entry : entries) {
                 if (entry->context == context) {
-                    entry->bound = false;
+                    entry->context.clear();
                     m_bUnswept = true;
                 }
             }
-        }
+        });
         SweepWhenIdle();
     }
 
     /// Calls `call(callback)` for the subscribers of `key`, in order of binding. `call` must not throw.
     template <class Call>
     void Deliver(Key key, const Call& call) {
-        const auto found = m_entries.find(key);
-        if (found == m_entries.end()) {
+        // Good while keys are added; entries go only in Sweep, when nothing is delivered.
+        Entries* const found = SlotOf(key).entries.get();
+        if (!found) {
             return;
         }
-        // The reference stays good while keys are added; entries go only in Sweep, when nothing is delivered.
-        Entries& entries = found->second;
+        Entries& entries = *found;
         ++m_nDeliveries;
         const size_t count = entries.size();
         for (size_t i = 0; i < count; ++i) {
             const Entry* entry = entries[i].get();
-            if (!entry->context) {
-                m_bUnswept = true;
-            } else if (entry->bound) {
+            if (Q_LIKELY(entry->context)) {
                 call(entry->callback);
+            } else {
+                m_bUnswept = true;
             }
         }
         --m_nDeliveries;
-        SweepWhenIdle();
+        if (m_bUnswept) {
+            SweepWhenIdle();
+        }
     }
 
     /// Subscriptions whose context lives.
     int Count() const {
         int count = 0;
-        for (const auto& [key, entries] : m_entries) {
-            count += int(std::count_if(entries.begin(), entries.end(), IsAlive));
-        }
+        ForEachEntries(
+            [&count](const Entries& entries) { count += int(std::count_if(entries.begin(), entries.end(), IsAlive)); });
         return count;
     }
 
     /// Those of `key` whose context lives.
     int CountOf(Key key) const {
-        const auto found = m_entries.find(key);
-        return found == m_entries.end() ? 0 : int(std::count_if(found->second.begin(), found->second.end(), IsAlive));
+        const Slot& slot = m_slots[SlotIndex(m_slots, key)];
+        return slot.entries ? int(std::count_if(slot.entries->begin(), slot.entries->end(), IsAlive)) : 0;
     }
 
 private:
     struct Entry {
-        QPointer<QObject> context;
+        QPointer<QObject> context;  // null when it died or unbound
         Callback callback;
-        bool bound = true;
     };
     using Entries = std::vector<std::unique_ptr<Entry>>;
+    struct Slot {
+        Key key{};
+        std::unique_ptr<Entries> entries;  // null where the slot is free
+    };
 
-    static bool IsAlive(const std::unique_ptr<Entry>& entry) { return entry->bound && entry->context; }
+    static constexpr size_t kFewestSlots = 16;
+
+    static bool IsAlive(const std::unique_ptr<Entry>& entry) { return !entry->context.isNull(); }
+
+    // An open table of a power of two, at least half of it free: a send finds its subscribers without the
+    // division that a standard map of this kind makes. Keys are never taken out.
+    size_t SlotIndex(const std::vector<Slot>& slots, Key key) const {
+        constexpr uint64_t kGoldenRatio = 0x9E3779B97F4A7C15U;
+        const size_t mask = slots.size() - 1;
+        size_t index = size_t((uint64_t(key) * kGoldenRatio) >> 32) & mask;
+        while (slots[index].entries && slots[index].key != key) {
+            index = (index + 1) & mask;
+        }
+        return index;
+    }
+
+    Slot& SlotOf(Key key) { return m_slots[SlotIndex(m_slots, key)]; }
+
+    Entries& At(Key key) {
+        if (2 * (m_nKeys + 1) > m_slots.size()) {
+            std::vector<Slot> larger(2 * m_slots.size());
+            for (Slot& slot : m_slots) {
+                if (slot.entries) {
+                    larger[SlotIndex(larger, slot.key)] = std::move(slot);
+                }
+            }
+            m_slots.swap(larger);
+        }
+        Slot& slot = SlotOf(key);
+        if (!slot.entries) {
+            slot = {key, std::make_unique<Entries>()};
+            ++m_nKeys;
+        }
+        return *slot.entries;
+    }
+
+    template <class Visit>
+    void ForEachEntries(const Visit& visit) const {
+        for (const Slot& slot : m_slots) {
+            if (slot.entries) {
+                visit(*slot.entries);
+            }
+        }
+    }
 
     void SweepWhenIdle() {
         if (m_nDeliveries != 0 || !m_bUnswept) {
@@ -99,14 +147,15 @@ private:
         // A callback may hold the last reference to something whose end binds or unbinds: the dead are
         // destroyed when the table is whole again.
         Entries dead;
-        for (auto& [key, entries] : m_entries) {
+        ForEachEntries([&dead](Entries& entries) {
             const auto firstDead = std::stable_partition(entries.begin(), entries.end(), IsAlive);
             std::move(firstDead, entries.end(), std::back_inserter(dead));
             entries.erase(firstDead, entries.end());
-        }
+        });
     }
 
-    std::unordered_map<Key, Entries> m_entries;
+    std::vector<Slot> m_slots = std::vector<Slot>(kFewestSlots);
+    size_t m_nKeys = 0;
     int m_nDeliveries = 0;
     bool m_bUnswept = false;
 };

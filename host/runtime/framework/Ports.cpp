@@ -6,27 +6,29 @@
 namespace host {
 namespace {
 
-Ports g_ports;
 bool g_bEnded = false;
+
 // Never destroyed: a static destructor or a straggling thread may still call the contract.
 std::shared_mutex& Guard() {
     static auto* guard = new std::shared_mutex;
     return *guard;
 }
-thread_local bool t_bMainThread = false;
 
 }  // namespace
 
+Ports PortsInUse::s_ports;
+__thread bool PortsInUse::t_bMainThread = false;
+
 void Install(const Ports& ports) {
     const std::unique_lock<std::shared_mutex> lock(Guard());
-    g_ports = ports;
+    PortsInUse::s_ports = ports;
+    PortsInUse::t_bMainThread = true;
     g_bEnded = false;
-    t_bMainThread = true;
 }
 
 void Uninstall() {
     const std::unique_lock<std::shared_mutex> lock(Guard());
-    g_ports = Ports{};
+    PortsInUse::s_ports = Ports{};
     g_bEnded = true;
 }
 
@@ -35,23 +37,15 @@ bool HasEnded() {
 }
 
 bool OnMainThread() {
-    return t_bMainThread;
+    return PortsInUse::t_bMainThread;
 }
 
-PortsInUse::PortsInUse() : m_bLocked(!t_bMainThread) {
-    if (m_bLocked) {
-        Guard().lock_shared();
-    }
+void PortsInUse::Lock() {
+    Guard().lock_shared();
 }
 
-PortsInUse::~PortsInUse() {
-    if (m_bLocked) {
-        Guard().unlock_shared();
-    }
-}
-
-const Ports* PortsInUse::operator->() const {
-    return &g_ports;
+void PortsInUse::Unlock() {
+    Guard().unlock_shared();
 }
 
 }  // namespace host

@@ -48,16 +48,35 @@ ZRHOST_API bool HasEnded();
 ZRHOST_API bool OnMainThread();
 
 /// The installed ports for the length of one contract call. Costs nothing on the main thread; elsewhere
-/// it holds Uninstall off.
+/// it holds Uninstall off. For the contract's bodies, which stand in this library.
 class PortsInUse {
 public:
-    PortsInUse();
-    ~PortsInUse();
+    PortsInUse() : m_bLocked(!t_bMainThread) {
+        if (m_bLocked) {
+            Lock();
+        }
+    }
+    ~PortsInUse() {
+        if (m_bLocked) {
+            Unlock();
+        }
+    }
     PortsInUse(const PortsInUse&) = delete;
     PortsInUse& operator=(const PortsInUse&) = delete;
-    const Ports* operator->() const;
+    const Ports* operator->() const { return &s_ports; }
 
 private:
+    friend void Install(const Ports& ports);
+    friend void Uninstall();
+    friend bool OnMainThread();
+
+    static void Lock();
+    static void Unlock();
+
+    static Ports s_ports;
+    // Read at each contract call, so without the call that a thread_local of a shared library costs.
+    static __thread bool t_bMainThread __attribute__((tls_model("initial-exec")));
+
     bool m_bLocked;
 };
 

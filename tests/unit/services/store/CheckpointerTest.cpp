@@ -43,15 +43,18 @@ protected:
                                   }) != m_taken.end();
     }
 
-    static void SaveMuch(CSqliteStore& file, int count) {
+    /// Each value is another than the one before it under the same key: pages that stay the same are not written.
+    void SaveMuch(CSqliteStore& file, int count) {
         for (int n = 0; n < count; ++n) {
-            ASSERT_TRUE(file.SaveString(kApp, "key" + std::to_string(n % 20), std::string(20'000, char('a' + n % 26))));
+            const char letter = char('a' + m_nSaved++ % 23);
+            ASSERT_TRUE(file.SaveString(kApp, "key" + std::to_string(n % 20), std::string(20'000, letter)));
         }
     }
 
     qint64 FileBytes() const { return QFileInfo(Path()).size(); }
     qint64 LogBytes() const { return QFileInfo(Path() + QStringLiteral("-wal")).size(); }
 
+    int m_nSaved = 0;
     std::mutex m_mutex;
     std::condition_variable m_changed;
     std::vector<StoreCheckpoint> m_taken;

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+/// The table of ./dev bench. Machines are noisy, so a figure stands beside a floor or a peer that was measured
+/// in the same run, in turn with it, and only their ratio is judged.
+namespace bench {
+
+/// Two benchmarks of one executable, by the names they are registered under.
+struct Comparison {
+    std::string what;
+    std::string peer;
+    double goal;  // the largest good ratio; 0: for information only
+};
+
+struct Row {
+    std::string what;
+    double nanos;  // per iteration, the median of the repetitions
+    std::string peer;
+    double peerNanos;
+    double goal;
+
+    double Ratio() const;
+    bool IsMissed() const;
+};
+
+/// Body of an executable's main: runs its benchmarks, their repetitions shuffled among each other, and prints a
+/// row per comparison. Benchmarks with manual or real time are compared by that, all others by the CPU time of
+/// their thread. `--quick` runs each once and judges nothing, `--rows` prints for ReadRows; the library's own
+/// arguments are understood too. Gives the exit code: 1 when a goal is missed or a benchmark did not run.
+int RunComparisons(int argc, char** argv, const std::vector<Comparison>& comparisons);
+
+/// As people read them; without `judged` no verdicts.
+std::string TableText(const std::vector<Row>& rows, bool judged);
+
+/// As `--rows` prints them, a line each.
+std::string RowsText(const std::vector<Row>& rows);
+
+/// The reverse of RowsText. Lines that are no rows are passed over.
+std::vector<Row> ReadRows(const std::string& text);
+
+}  // namespace bench

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QObject>
+#include <memory>
+
+#include "core/message_dispatch.h"
+
+/// What it costs at least to tell one object: a virtual call with the message's arguments by value. Its body is
+/// in another file, so that no compiler sees through the call.
+class IListener {
+public:
+    virtual ~IListener() = default;
+    virtual void On(unsigned int messageId, unsigned long wParam, std::shared_ptr<core::CMessageBody> body) = 0;
+};
+
+/// All that a subscriber does with a message here, on each of the ways.
+void Note(unsigned int messageId, unsigned long wParam, const std::shared_ptr<core::CMessageBody>& body);
+
+std::unique_ptr<IListener> NewListener();
+
+/// The toolkit's own way to tell many.
+class CSignaller : public QObject {
+    Q_OBJECT
+
+Q_SIGNALS:
+    void Told(unsigned int messageId, unsigned long wParam, std::shared_ptr<core::CMessageBody> body);
+};
+
+class CListenerObject : public QObject {
+    Q_OBJECT
+
+public Q_SLOTS:
+    void On(unsigned int messageId, unsigned long wParam, std::shared_ptr<core::CMessageBody> body);
+};
