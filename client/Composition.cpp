@@ -2,6 +2,7 @@
 
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>
+#include <QDesktopServices>
 #include <QDir>
 
 #include "ClientTexts.h"
@@ -80,28 +81,38 @@ CComposition::CComposition(const COptions& options)
       m_log(InDataDir(options, "client.log")),
       m_earlyLog(m_log),
       m_bus(m_poster),
+      m_observedBus(m_bus, m_observation, [this](unsigned int message) { return m_bus.SubscriptionCount(message); }),
       m_store(InDataDir(options, "client.sqlite")),
-      m_theme(m_store),
-      m_environment(m_store, {options.release, options.velora}),
+      m_observedStore(m_store, m_observation),
+      m_theme(m_observedStore),
+      m_environment(m_observedStore, {options.release, options.velora}),
       m_language(options.language),
-      m_commonConfig(m_store),
+      m_commonConfig(m_observedStore),
       m_channel(m_poster, m_random),
+      m_observedChannel(m_channel, m_observation),
       m_session(m_channel),
+      m_urls(m_environment),
       m_server(options.serverBinary, options.scenario) {
     host::Ports ports;
     ports.log = &m_log;
     ports.poster = &m_poster;
-    ports.bus = &m_bus;
-    ports.channel = &m_channel;
-    ports.store = &m_store;
+    ports.bus = &m_observedBus;
+    ports.channel = &m_observedChannel;
+    ports.store = &m_observedStore;
     ports.commonConfig = &m_commonConfig;
     ports.account = &m_session;
     ports.environment = &m_environment;
     ports.language = &m_language;
     ports.clock = &m_clock;
     ports.random = &m_random;
+    ports.urls = &m_urls;
     host::Install(ports);
     m_theme.Begin(options.theme);
+
+    m_urls.SetWebHandler([this](const QUrl& url) { return OpenWeb(url); });
+    connect(&m_urls, &CUrlOpener::Dispatched, this, [this](const UrlRequest& request, const QString& reason) {
+        m_observation.Report(UrlSeen{request.url, reason, request.businessType, request.fallbackMode});
+    });
 
     connect(&m_store, &CSqliteStore::TroubleChanged, this, &CComposition::TellStatus);
     connect(&m_channel, &CWebSocketChannel::HostFrameReceived, this, &CComposition::OnHostFrame);
@@ -113,10 +124,12 @@ CComposition::CComposition(const COptions& options)
         }
     });
     connect(&m_commonConfig, &CCommonConfig::Changed, this,
-            [this] { m_bus.Send("[Client]", core::kMsgCommonConfigChanged, 0, nullptr); });
+            [this] { m_observedBus.Send("[Client]", core::kMsgCommonConfigChanged, 0, nullptr); });
     connect(&m_session, &CLoginSession::LoggedIn, this, &CComposition::OnLoggedIn);
-    connect(&m_session, &CLoginSession::Resumed, this,
-            [this] { m_bus.Send("[Client]", core::kMsgLoginChannelConnected, 0, nullptr); });
+    connect(&m_session, &CLoginSession::Resumed, this, [this] {
+        Q_EMIT SessionRenewed();
+        m_observedBus.Send("[Client]", core::kMsgLoginChannelConnected, 0, nullptr);
+    });
     connect(&m_session, &CLoginSession::LoggedOut, this, [this] {
         host::ModuleLifecycle::Logout();
         Q_EMIT UserChanged();
@@ -221,7 +234,7 @@ void CComposition::OnHostFrame(const channel::Frame& frame) {
 // The modules hear of the login first, and then that its channel stands.
 void CComposition::OnLoggedIn() {
     host::ModuleLifecycle::Login();
-    m_bus.Send("[Client]", core::kMsgLoginChannelConnected, 0, nullptr);
+    m_observedBus.Send("[Client]", core::kMsgLoginChannelConnected, 0, nullptr);
     ShowStatus(Words(texts::kConnected), true);
     Q_EMIT UserChanged();
 }
@@ -239,13 +252,32 @@ void CComposition::Logout() {
 void CComposition::SetLanguage(int languageId) {
     m_language.SetLanguage(languageId);
     m_session.SetLanguage(languageId);
-    m_bus.Send("[Client]", core::kMsgLanguageChanged, 0, nullptr);
+    m_observedBus.Send("[Client]", core::kMsgLanguageChanged, 0, nullptr);
     Q_EMIT LanguageChanged();
     TellStatus();
 }
 
 void CComposition::SetTheme(int number) {
     m_theme.Choose(number);
+}
+
+void CComposition::SetVelora(bool velora) {
+    m_environment.SetVelora(velora);
+    Q_EMIT EditionChanged();
+}
+
+void CComposition::OverrideMarkets(std::vector<int> markets) {
+    m_session.OverrideMarkets(std::move(markets));
+    Q_EMIT MarketsChanged();
+}
+
+bool CComposition::OpenWeb(const QUrl& url) {
+    const bool hasDesktop = m_options.openWeb && !qEnvironmentVariableIsEmpty("XDG_CURRENT_DESKTOP");
+    if (hasDesktop && !QDesktopServices::openUrl(url)) {
+        return false;
+    }
+    Q_EMIT WebOpened(url);
+    return true;
 }
 
 void CComposition::ShowStatus(std::function<QString()> words, bool good) {

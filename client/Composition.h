@@ -15,7 +15,12 @@
 #include "core/MessageBus.h"
 #include "core/Random.h"
 #include "core/ServerClock.h"
+#include "core/UrlOpener.h"
 #include "log/FileLog.h"
+#include "observe/Observation.h"
+#include "observe/ObservedBus.h"
+#include "observe/ObservedChannel.h"
+#include "observe/ObservedStore.h"
 #include "store/SqliteStore.h"
 #include "ui/ThemeChoice.h"
 
@@ -39,6 +44,10 @@ public:
     void Logout();
     void SetLanguage(int languageId);
     void SetTheme(int number);
+    /// Switches the edition of the running client.
+    void SetVelora(bool velora);
+    /// Stands for the user's attributed markets until the next login.
+    void OverrideMarkets(std::vector<int> markets);
 
     quint64 UserId() const { return m_session.UserId(); }
     int LanguageId() const { return m_language.LanguageId(); }
@@ -47,7 +56,13 @@ public:
     /// One line per module of the manifest that is not there.
     const QStringList& ModuleFailures() const { return m_moduleFailures; }
     CFileLog& Log() { return m_log; }
-    CMessageBus& Bus() { return m_bus; }
+    IMessageBus& Bus() { return m_observedBus; }
+    CObservation& Observation() { return m_observation; }
+    CUrlOpener& Urls() { return m_urls; }
+    uint64_t SessionId() const { return m_session.SessionId(); }
+    std::vector<int> Markets() const { return m_session.AttributedMarkets(); }
+    std::string DeviceId() const { return m_environment.DeviceId(); }
+    const QByteArray& Token() const { return m_token; }
     CServerProcess& Server() { return m_server; }
     CServerControl& Control() { return m_control; }
 
@@ -60,7 +75,13 @@ Q_SIGNALS:
     void UsersChanged();
     /// Somebody was logged in or out; the modules know already.
     void UserChanged();
+    /// The same user has a session of another id, since the connection was lost in between.
+    void SessionRenewed();
     void LanguageChanged();
+    void EditionChanged();
+    void MarketsChanged();
+    /// A web page was asked for, and opened where there is a desktop to open it on.
+    void WebOpened(const QUrl& url);
 
 private:
     /// Joins the log ahead of the rest: the store has something to say while it opens.
@@ -73,6 +94,7 @@ private:
     void OnServerState(const ServerState& state);
     void OnHostFrame(const channel::Frame& frame);
     void OnLoggedIn();
+    bool OpenWeb(const QUrl& url);
     void ShowStatus(std::function<QString()> words, bool good);
     void TellStatus();
 
@@ -80,16 +102,21 @@ private:
     CFileLog m_log;
     CEarlyLog m_earlyLog;
     CMainThreadPoster m_poster;
+    CObservation m_observation;
     CMessageBus m_bus;
+    CObservedBus m_observedBus;
     CServerClock m_clock;
     CRandom m_random;
     CSqliteStore m_store;
+    CObservedStore m_observedStore;
     CThemeChoice m_theme;
     CEnvironment m_environment;
     CLanguage m_language;
     CCommonConfig m_commonConfig;
     CWebSocketChannel m_channel;
+    CObservedChannel m_observedChannel;
     CLoginSession m_session;
+    CUrlOpener m_urls;
     CServerProcess m_server;
     CServerControl m_control;
     QByteArray m_token;

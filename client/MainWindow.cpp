@@ -45,7 +45,7 @@ CMainWindow::CMainWindow(CComposition& composition)
       m_pBanner(new CNoticeBanner(this)),
       m_pPages(new QStackedWidget(this)),
       m_pStatusLine(new CStatusLine(this)),
-      m_pWorkbench(new CWorkbench(m_entries, this)) {
+      m_pWorkbench(new CWorkbench(m_entries, composition.Control(), this)) {
     setObjectName(QStringLiteral("MainWindow"));
     theme::Keep(this, [this] { setWindowIcon(QIcon(icons::Pixmap("brand", theme::kAccent, 64))); });
     setMenuWidget(m_pTitleBar);
@@ -57,10 +57,16 @@ CMainWindow::CMainWindow(CComposition& composition)
     // What a click came to is said of the entries as they stood then.
     connect(&m_entries, &CAIChatEntries::Changed, m_pStatusLine, [this] { m_pStatusLine->ShowNote(QString()); });
     texts::Keep(this, [this] {
-        setWindowTitle(texts::Tr(core::environment::IsVelora() ? texts::kVelora : texts::kKestrel));
+        ShowEdition();
         m_pStatusLine->ShowNote(QString());
     });
     JoinComposition();
+    JoinWorkbench();
+    composition.Urls().SetPageHandler([this](const QUrl& url) { return OpenPage(url); });
+}
+
+CMainWindow::~CMainWindow() {
+    m_composition.Urls().SetPageHandler(nullptr);
 }
 
 QWidget* CMainWindow::NewPages() {
@@ -99,7 +105,10 @@ void CMainWindow::JoinComposition() {
         theme::SetLanguage(m_composition.LanguageId());
         m_pWorkbench->ShowLanguage(m_composition.LanguageId());
     });
-    connect(&m_composition.Log(), &CFileLog::Written, &m_pWorkbench->Log(), &CLogModel::Add, Qt::QueuedConnection);
+    connect(&m_composition, &CComposition::EditionChanged, this, &CMainWindow::ShowEdition);
+    connect(&m_composition, &CComposition::WebOpened, this, [this](const QUrl& url) {
+        m_pStatusLine->ShowNote(texts::Tr(texts::kLinkOpened).arg(url.toDisplayString()));
+    });
     connect(m_pTitleBar, &CTitleBar::LoginWanted, &m_composition, &CComposition::Login);
     connect(m_pTitleBar, &CTitleBar::LogoutWanted, &m_composition, &CComposition::Logout);
     connect(m_pTitleBar->WorkbenchButton(), &QToolButton::toggled, m_pWorkbench, &QWidget::setVisible);
@@ -107,6 +116,23 @@ void CMainWindow::JoinComposition() {
         const QSignalBlocker blocker(m_pTitleBar->WorkbenchButton());
         m_pTitleBar->WorkbenchButton()->setChecked(!m_pWorkbench->isHidden());
     });
+}
+
+void CMainWindow::JoinWorkbench() {
+    // Connected first and asked then, so that nothing is missed; the models know by the numbers what comes twice.
+    connect(&m_composition.Log(), &CFileLog::Written, &m_pWorkbench->Log(), &CLogModel::Add, Qt::QueuedConnection);
+    for (const LogEntry& entry : m_composition.Log().Kept()) {
+        m_pWorkbench->Log().Add(entry);
+    }
+    connect(&m_composition.Observation(), &CObservation::Happened, m_pWorkbench, &CWorkbench::Take,
+            Qt::QueuedConnection);
+    for (const Seen& seen : m_composition.Observation().Kept()) {
+        m_pWorkbench->Take(seen);
+    }
+    connect(&m_composition, &CComposition::SessionRenewed, this, &CMainWindow::LearnSecrets);
+    connect(&m_composition.Server(), &CServerProcess::Ready, m_pWorkbench, &CWorkbench::ForgetServer);
+    connect(m_pWorkbench, &CWorkbench::EditionWanted, &m_composition, &CComposition::SetVelora);
+    connect(m_pWorkbench, &CWorkbench::MarketsWanted, &m_composition, &CComposition::OverrideMarkets);
     connect(m_pWorkbench, &CWorkbench::LoginWanted, &m_composition, &CComposition::Login);
     connect(m_pWorkbench, &CWorkbench::LogoutWanted, &m_composition, &CComposition::Logout);
     connect(m_pWorkbench, &CWorkbench::LanguageWanted, &m_composition, &CComposition::SetLanguage);
@@ -118,4 +144,38 @@ void CMainWindow::JoinComposition() {
 void CMainWindow::ShowUsers() {
     m_pTitleBar->ShowUsers(m_composition.Users(), m_composition.UserId());
     m_pWorkbench->ShowUsers(m_composition.Users(), m_composition.UserId());
+    m_pWorkbench->ShowMarkets(m_composition.Markets());
+    LearnSecrets();
+}
+
+void CMainWindow::ShowEdition() {
+    const bool velora = core::environment::IsVelora();
+    setWindowTitle(texts::Tr(velora ? texts::kVelora : texts::kKestrel));
+    m_pTitleBar->ShowEdition();
+    m_pWorkbench->ShowEdition(velora);
+}
+
+// Each login has a session of its own, and what was seen in the former ones is still there.
+void CMainWindow::LearnSecrets() {
+    CAliases& aliases = m_pWorkbench->Aliases();
+    for (const ServerUser& user : m_composition.Users()) {
+        aliases.LearnNumber(QStringLiteral("user"), user.id);
+    }
+    aliases.LearnNumber(QStringLiteral("user"), m_composition.UserId());
+    aliases.LearnNumber(QStringLiteral("session"), m_composition.SessionId());
+    aliases.LearnText(QStringLiteral("device"), QString::fromStdString(m_composition.DeviceId()));
+    aliases.LearnText(QStringLiteral("token"), QString::fromLatin1(m_composition.Token()));
+}
+
+bool CMainWindow::OpenPage(const QUrl& url) {
+    if (url.host() != QLatin1String("page")) {
+        return false;
+    }
+    for (size_t index = 0; index < kEntryPages.size(); ++index) {
+        if (url.path() == QLatin1Char('/') + QString::fromLatin1(kEntryPages[index].name)) {
+            m_pNavigation->Choose(int(index));
+            return true;
+        }
+    }
+    return false;
 }

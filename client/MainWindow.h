@@ -18,13 +18,19 @@ class CMainWindow : public QMainWindow {
 
 public:
     explicit CMainWindow(CComposition& composition);
+    ~CMainWindow() override;
 
     const CStatusLine& StatusLine() const { return *m_pStatusLine; }
 
 private:
     QWidget* NewPages();
     void JoinComposition();
+    void JoinWorkbench();
     void ShowUsers();
+    void ShowEdition();
+    void LearnSecrets();
+    /// Goes to the page of a zrclient://page/<name>; false if there is none.
+    bool OpenPage(const QUrl& url);
 
     CComposition& m_composition;
     CAIChatEntries m_entries;

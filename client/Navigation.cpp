@@ -70,3 +70,7 @@ void CNavigation::ShowTexts() {
         m_tabs[index]->setToolTip(m_bCollapsed ? title : QString());
     }
 }
+
+void CNavigation::Choose(int index) {
+    m_tabs[size_t(index)]->click();
+}

@@ -16,6 +16,9 @@ public:
     bool IsCollapsed() const { return m_bCollapsed; }
     void SetCollapsed(bool collapsed);
 
+    /// As if the tab were clicked.
+    void Choose(int index);
+
 Q_SIGNALS:
     /// A tab was chosen, by its place in kEntryPages.
     void Chosen(int index);

@@ -48,6 +48,7 @@ COptions COptions::Parse(const QStringList& arguments) {
         binaries.absoluteFilePath(QStringLiteral("modules.json")));
     add("server-binary", "The server to start.", "file", binaries.absoluteFilePath(QStringLiteral("zrdevserver")));
     parser.addOption({QStringLiteral("release"), QStringLiteral("Behave as a release build.")});
+    parser.addOption({QStringLiteral("no-web"), QStringLiteral("Never open a web page on the desktop.")});
     QCommandLineOption firstPaint(QStringLiteral("bench-first-paint"));
     firstPaint.setFlags(QCommandLineOption::HiddenFromHelp);
     parser.addOption(firstPaint);
@@ -66,6 +67,7 @@ COptions COptions::Parse(const QStringList& arguments) {
     options.theme = int(NumberOrExit(parser, QStringLiteral("theme"), kLastTheme));
     options.velora = parser.value(QStringLiteral("edition")) == QLatin1String("velora");
     options.release = parser.isSet(QStringLiteral("release"));
+    options.openWeb = options.tourDir.isEmpty() && !parser.isSet(QStringLiteral("no-web"));
     options.firstPaint = parser.isSet(firstPaint);
     return options;
 }

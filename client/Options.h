@@ -18,6 +18,7 @@ struct COptions {
     int theme = 0;  // 0: the one that was chosen last
     bool release = false;
     bool velora = false;
+    bool openWeb = false;     // hands web pages to the desktop, where there is one
     bool firstPaint = false;  // print the moment of the first painted frame and end
 
     /// Reads the arguments of the running application. On --help, --version or a wrong argument it says so

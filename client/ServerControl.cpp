@@ -3,6 +3,7 @@
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
+#include <QPointer>
 
 #include "framework/HostLog.h"
 #include "framework/JsonText.h"
@@ -29,17 +30,57 @@ void CServerControl::Open(const QUrl& address, const QByteArray& token) {
     Refresh();
 }
 
-QNetworkReply* CServerControl::Get(const char* path) {
+QNetworkRequest CServerControl::RequestTo(const QString& path) const {
     QUrl url = m_address;
-    url.setPath(QString::fromLatin1(path));
+    url.setPath(path);
     QNetworkRequest request(url);
     request.setRawHeader("Authorization", "Bearer " + m_token);
     request.setTransferTimeout(kAnswerLimitMs);
-    // Made at the first use: it looks for the machine's networks, which would hold up the first window.
+    return request;
+}
+
+// Made at the first use: it looks for the machine's networks, which would hold up the first window.
+QNetworkAccessManager& CServerControl::Network() {
     if (!m_pNetwork) {
         m_pNetwork = std::make_unique<QNetworkAccessManager>();
     }
-    return m_pNetwork->get(request);
+    return *m_pNetwork;
+}
+
+QNetworkReply* CServerControl::Get(const char* path) {
+    return Network().get(RequestTo(QString::fromLatin1(path)));
+}
+
+void CServerControl::Ask(const char* verb, const QString& path, const QByteArray& json, QObject* context,
+                         Answered answered) {
+    QNetworkRequest request = RequestTo(path);
+    if (!json.isEmpty()) {
+        request.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/json"));
+    }
+    QNetworkReply* reply = Network().sendCustomRequest(request, verb, json);
+    connect(reply, &QNetworkReply::finished, this,
+            [reply, context = QPointer<QObject>(context), answered = std::move(answered)] {
+                reply->deleteLater();
+                if (context) {
+                    const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+                    answered(ReadAnswer(status, reply->readAll(), reply->errorString()));
+                }
+            });
+}
+
+ServerAnswer CServerControl::ReadAnswer(int status, const QByteArray& json, const QString& transportError) {
+    ServerAnswer answer;
+    answer.reached = status != 0;
+    std::string parseError;
+    const auto said = host::ParseJson(json.toStdString(), parseError);
+    if (status == 200 && said && said->isObject()) {
+        answer.body = *said;
+    } else if (said && said->isObject() && (*said)["error"].isString()) {
+        answer.error = QString::fromStdString((*said)["error"].asString());
+    } else {
+        answer.error = status == 200 ? QStringLiteral("an unreadable answer") : transportError;
+    }
+    return answer;
 }
 
 void CServerControl::AskScenario(std::function<void(const QByteArray& json)> answered) {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <json/value.h>
+
+#include <QNetworkRequest>
 #include <QObject>
 #include <QTimer>
 #include <QUrl>
@@ -21,8 +24,27 @@ struct ServerState {
     std::vector<ServerUser> users;
 };
 
+/// What the server answered to a wish. `error` is its reason, or why there is no answer; empty when all is well.
+struct ServerAnswer {
+    bool reached = false;
+    QString error;
+    Json::Value body;
+};
+
+/// Who carries a wish to the server's control interface. Main thread.
+class IServerAsk {
+public:
+    using Answered = std::function<void(const ServerAnswer& answer)>;
+
+    virtual ~IServerAsk() = default;
+
+    /// `answered` runs once, later, unless `context` is gone by then. An empty `json` is no body.
+    virtual void Ask(const char* verb, const QString& path, const QByteArray& json, QObject* context,
+                     Answered answered) = 0;
+};
+
 /// The control interface of the server, over HTTP.
-class CServerControl : public QObject {
+class CServerControl : public QObject, public IServerAsk {
     Q_OBJECT
 
 public:
@@ -39,6 +61,13 @@ public:
     /// be had.
     void AskScenario(std::function<void(const QByteArray& json)> answered);
 
+    void Ask(const char* verb, const QString& path, const QByteArray& json, QObject* context,
+             Answered answered) override;
+
+    /// What a status and a body come to. 200 is success; all else says why, in the server's own words where it
+    /// has any.
+    static ServerAnswer ReadAnswer(int status, const QByteArray& json, const QString& transportError);
+
     static bool ReadState(const QByteArray& json, ServerState& state);
 
 Q_SIGNALS:
@@ -46,7 +75,9 @@ Q_SIGNALS:
     void Failed(const QString& reason);
 
 private:
+    QNetworkAccessManager& Network();
     QNetworkReply* Get(const char* path);
+    QNetworkRequest RequestTo(const QString& path) const;
 
     std::unique_ptr<QNetworkAccessManager> m_pNetwork;
     QTimer m_retryTimer;

@@ -7,22 +7,26 @@
 
 #include "ClientTexts.h"
 #include "Icons.h"
+#include "Links.h"
 #include "Theme.h"
 #include "core/environment.h"
 
 namespace {
 
+constexpr const char* kHelpAddress = "https://help.zrgrowth.example/";
 constexpr icons::Colors kButtonColors{theme::kMuted, theme::kAccent, theme::kFaint};
 
 }  // namespace
 
 CTitleBar::CTitleBar(QWidget* parent)
-    : QFrame(parent), m_pWorkbench(new QToolButton(this)), m_pUser(new QToolButton(this)), m_pMenu(new QMenu(this)) {
+    : QFrame(parent),
+      m_pProduct(new QLabel(this)),
+      m_pWorkbench(new QToolButton(this)),
+      m_pUser(new QToolButton(this)),
+      m_pMenu(new QMenu(this)) {
     setObjectName(QStringLiteral("TitleBar"));
     auto* mark = new QLabel(this);
-    auto* product = new QLabel(this);
-    product->setObjectName(QStringLiteral("ProductName"));
-    texts::Keep(product, core::environment::IsVelora() ? texts::kVelora : texts::kKestrel);
+    m_pProduct->setObjectName(QStringLiteral("ProductName"));
     m_pWorkbench->setObjectName(QStringLiteral("WorkbenchToggle"));
     m_pWorkbench->setIconSize({20, 20});
     m_pWorkbench->setCheckable(true);
@@ -37,7 +41,7 @@ CTitleBar::CTitleBar(QWidget* parent)
     layout->setContentsMargins(16, 0, 10, 0);
     layout->setSpacing(10);
     layout->addWidget(mark);
-    layout->addWidget(product);
+    layout->addWidget(m_pProduct);
     layout->addStretch(1);
     layout->addWidget(m_pWorkbench);
     layout->addWidget(m_pUser);
@@ -46,7 +50,14 @@ CTitleBar::CTitleBar(QWidget* parent)
         m_pWorkbench->setIcon(icons::Make("workbench", kButtonColors));
         m_pUser->setIcon(icons::Make("user", kButtonColors));
     });
-    texts::Keep(this, [this] { ShowTexts(); });
+    texts::Keep(this, [this] {
+        ShowTexts();
+        ShowEdition();
+    });
+}
+
+void CTitleBar::ShowEdition() {
+    m_pProduct->setText(texts::Tr(core::environment::IsVelora() ? texts::kVelora : texts::kKestrel));
 }
 
 void CTitleBar::ShowUsers(const std::vector<ServerUser>& users, quint64 current) {
@@ -73,6 +84,9 @@ void CTitleBar::ShowTexts() {
     logout->setObjectName(QStringLiteral("UserMenuLogout"));
     logout->setEnabled(m_nCurrent != 0);
     connect(logout, &QAction::triggered, this, &CTitleBar::LogoutWanted);
+    QAction* help = m_pMenu->addAction(texts::Tr(texts::kHelp));
+    help->setObjectName(QStringLiteral("UserMenuHelp"));
+    connect(help, &QAction::triggered, this, [] { links::Open(QString::fromLatin1(kHelpAddress)); });
     m_pUser->setText(name);
     m_pUser->setToolTip(texts::Tr(texts::kUserMenu));
     m_pWorkbench->setToolTip(texts::Tr(texts::kShowWorkbench));

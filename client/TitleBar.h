@@ -4,6 +4,7 @@
 
 #include "ServerControl.h"
 
+class QLabel;
 class QMenu;
 class QToolButton;
 
@@ -17,6 +18,8 @@ public:
 
     /// `current` is 0 if nobody is logged in.
     void ShowUsers(const std::vector<ServerUser>& users, quint64 current);
+    /// The product's name as the edition of the moment has it.
+    void ShowEdition();
     QToolButton* WorkbenchButton() const { return m_pWorkbench; }
 
 Q_SIGNALS:
@@ -28,6 +31,7 @@ private:
 
     std::vector<ServerUser> m_users;
     quint64 m_nCurrent = 0;
+    QLabel* m_pProduct;
     QToolButton* m_pWorkbench;
     QToolButton* m_pUser;
     QMenu* m_pMenu;

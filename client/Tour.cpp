@@ -25,6 +25,7 @@
 #include "ui/zr_ui_theme.h"
 #include "workbench/LogFilter.h"
 #include "workbench/LogModel.h"
+#include "workbench/Workbench.h"
 
 namespace {
 
@@ -74,9 +75,10 @@ CTour::CTour(CComposition& composition, CMainWindow& window, const QString& fold
 int CTour::Run() {
     using Step = bool (CTour::*)();
     constexpr Step kSteps[] = {
-        &CTour::SeeConnected,  &CTour::SeeOtherUser,   &CTour::SeeUserWithNone,
-        &CTour::SeeChinese,    &CTour::SeeThemes,      &CTour::SeeForcedOpen,
-        &CTour::SeeServerLost, &CTour::SeeReconnected, &CTour::SeeLogFiltered,
+        &CTour::SeeConnected,   &CTour::SeeOtherUser,   &CTour::SeeUserWithNone, &CTour::SeeChinese,
+        &CTour::SeeThemes,      &CTour::SeeForcedOpen,  &CTour::SeeTraffic,      &CTour::SeeScenesEdited,
+        &CTour::SeeFault,       &CTour::SeeLinks,       &CTour::SeeExport,       &CTour::SeeServerLost,
+        &CTour::SeeReconnected, &CTour::SeeLogFiltered,
     };
     m_clock.start();
     int good = 0;
@@ -247,6 +249,7 @@ bool CTour::SeeReconnected() {
 
 bool CTour::SeeLogFiltered() {
     const QString wanted = QStringLiteral("entryScene");
+    OpenTab(2);
     Choose("LogSource", int(CLogFilter::EnSource::Module));
     Find<QLineEdit>(QStringLiteral("LogFilter"))->setText(wanted);
     const QAbstractItemModel* lines = Find<QAbstractItemView>(QStringLiteral("LogTable"))->model();
@@ -331,8 +334,9 @@ bool CTour::WaitFor(const QString& what, const std::function<bool()>& isSo) {
 bool CTour::TakePicture(const char* name) {
     // What was changed is laid out by events of its own, and log lines are shown in batches.
     const auto* log = m_window.findChild<CLogModel*>();
+    const auto* workbench = Find<CWorkbench>(QStringLiteral("Workbench"));
     QCoreApplication::sendPostedEvents();
-    if (!WaitFor(QStringLiteral("the log view"), [log] { return log->IsSettled() && log->rowCount() > 0; })) {
+    if (!WaitFor(QStringLiteral("the log view"), [=] { return workbench->IsSettled() && log->rowCount() > 0; })) {
         return false;
     }
     QCoreApplication::sendPostedEvents();
@@ -376,14 +380,4 @@ bool CTour::Fail(const QString& reason) {
 void CTour::Tell(const QString& seen) {
     fmt::print("{}. {}\n", m_nStep, seen.toStdString());
     fflush(stdout);
-}
-
-// A widget that is not there is a fault of the client's own making: the tour ends at once.
-template <class Widget>
-Widget* CTour::Find(const QString& name) const {
-    auto* widget = m_window.findChild<Widget*>(name);
-    if (!widget) {
-        qFatal("The tour misses the widget %s", qPrintable(name));
-    }
-    return widget;
 }

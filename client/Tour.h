@@ -7,8 +7,9 @@
 #include <map>
 #include <set>
 
+#include "MainWindow.h"
+
 class CComposition;
-class CMainWindow;
 class QAbstractButton;
 class QComboBox;
 
@@ -31,6 +32,11 @@ private:
     bool SeeChinese();
     bool SeeThemes();
     bool SeeForcedOpen();
+    bool SeeTraffic();
+    bool SeeScenesEdited();
+    bool SeeFault();
+    bool SeeLinks();
+    bool SeeExport();
     bool SeeServerLost();
     bool SeeReconnected();
     bool SeeLogFiltered();
@@ -42,11 +48,14 @@ private:
     bool TakePicture(const char* name);
     bool WearsTheme() const;
     void OpenPage(int scene);
+    void OpenTab(int index);
+    bool SaveScenes(int row, Qt::CheckState state);
     void Choose(const char* combo, const QVariant& data);
     Scenes OpenScenes() const;
     bool Fail(const QString& reason);
     void Tell(const QString& seen);
 
+    /// A widget that is not there ends the tour at once: it is a fault of the client's own making.
     template <class Widget>
     Widget* Find(const QString& name) const;
 
@@ -63,3 +72,12 @@ private:
     qint64 m_nServerProcess = 0;
     quint64 m_nFirstUser = 0;
 };
+
+template <class Widget>
+Widget* CTour::Find(const QString& name) const {
+    auto* widget = m_window.findChild<Widget*>(name);
+    if (!widget) {
+        qFatal("The tour misses the widget %s", qPrintable(name));
+    }
+    return widget;
+}

@@ -2,8 +2,10 @@
 
 #include <QFrame>
 #include <QLabel>
+#include <QPushButton>
 #include <QVBoxLayout>
 
+#include "Links.h"
 #include "SampleMarket.h"
 
 CNewsPage::CNewsPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market)
@@ -18,6 +20,10 @@ CNewsPage::CNewsPage(const EntryPage& page, const CAIChatEntries& entries, const
         foot->addWidget(NewLabel("muted", headline.source, card));
         foot->addWidget(NewLabel("symbol", headline.symbol, card));
         foot->addStretch(1);
+        if (!headline.symbol.isEmpty()) {
+            foot->addWidget(links::NewLink(QStringLiteral("NewsLink_") + headline.symbol, texts::kOpenQuotes,
+                                           QStringLiteral("zrclient://page/quotes"), card));
+        }
         QLabel* title = NewLabel("headline", texts::EnText(headline.titleId), card);
         title->setWordWrap(true);
         layout->addWidget(title);

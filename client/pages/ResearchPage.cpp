@@ -2,8 +2,10 @@
 
 #include <QFrame>
 #include <QLabel>
+#include <QPushButton>
 #include <QVBoxLayout>
 
+#include "Links.h"
 #include "SampleMarket.h"
 #include "Theme.h"
 
@@ -54,6 +56,9 @@ CResearchPage::CResearchPage(const EntryPage& page, const CAIChatEntries& entrie
         layout->addLayout(head);
         layout->addWidget(NewLabel("section", texts::EnText(note.titleId), card));
         layout->addWidget(summary);
+        layout->addWidget(links::NewLink(QStringLiteral("ResearchLink_") + note.symbol, texts::kOpenQuotes,
+                                         QStringLiteral("zrclient://page/quotes"), card),
+                          0, Qt::AlignLeft);
         Body()->addWidget(card);
     }
     Body()->addStretch(1);

@@ -17,6 +17,8 @@ public:
     void SetText(const QString& text);
     void SetMinimum(ZRLogType severity);
     void SetSource(EnSource source);
+    /// The part of a module that wrote it; empty for all.
+    void SetArea(const QString& area);
 
 protected:
     bool filterAcceptsRow(int row, const QModelIndex& parent) const override;
@@ -24,6 +26,7 @@ protected:
 private:
     CLogModel& m_model;
     QString m_strText;
+    QString m_strArea;
     ZRLogType m_minimum = ZRLogType(0);
     EnSource m_source = EnSource::All;
 };

@@ -6,6 +6,7 @@
 #include "ClientTexts.h"
 #include "Theme.h"
 #include "log/LogText.h"
+#include "workbench/ReadableBytes.h"
 
 namespace {
 
@@ -42,6 +43,10 @@ CLogModel::CLogModel(QObject* parent) : QAbstractTableModel(parent) {
 }
 
 void CLogModel::Add(const LogEntry& entry) {
+    if (entry.number != 0 && entry.number <= m_nLast) {
+        return;
+    }
+    m_nLast = std::max(m_nLast, entry.number);
     m_pending.push_back(entry);
     if (m_pending.size() > size_t(kMaxLines)) {
         m_pending.pop_front();
@@ -70,7 +75,8 @@ void CLogModel::Flush() {
                                                : QStringLiteral("%1:%2 %3")
                                                      .arg(QString::fromStdString(record.file))
                                                      .arg(record.line)
-                                                     .arg(QString::fromStdString(record.function))});
+                                                     .arg(QString::fromStdString(record.function)),
+                           readable::FromLatin1(record.text).value_or(record.text)});
     }
     m_pending.clear();
     endInsertRows();
@@ -108,6 +114,12 @@ bool CLogModel::IsHostAt(int row) const {
     return TagAt(row).startsWith(QLatin1String("Host."));
 }
 
+QStringView CLogModel::AreaAt(int row) const {
+    const QStringView text(TextAt(row));
+    const int end = TextAt(row).indexOf(QLatin1Char(']'));
+    return text.startsWith(QLatin1Char('[')) && end > 0 ? text.mid(1, end - 1) : QStringView();
+}
+
 int CLogModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : int(m_lines.size());
 }
@@ -128,7 +140,8 @@ QVariant CLogModel::data(const QModelIndex& index, int role) const {
         return QColor(index.column() == Text ? theme::kText : theme::kMuted);
     }
     if (role == Qt::ToolTipRole) {
-        return line.place.isEmpty() ? line.text : line.text + QLatin1Char('\n') + line.place;
+        const QString readable = Escaped(line.readable);
+        return line.place.isEmpty() ? readable : readable + QLatin1Char('\n') + line.place;
     }
     if (role != Qt::DisplayRole) {
         return QVariant();

@@ -18,7 +18,7 @@ public:
 
     explicit CLogModel(QObject* parent = nullptr);
 
-    /// Takes a line; it is shown with the next batch.
+    /// Takes a line, unless a younger one of the same log is there; it is shown with the next batch.
     void Add(const LogEntry& entry);
 
     /// Whether all that was taken is shown.
@@ -38,6 +38,12 @@ public:
     /// As shown: control characters are escaped.
     const QString& TextAt(int row) const;
     const QString& TagAt(int row) const;
+    /// The text as a person reads it, unescaped: where its characters stand for bytes of UTF-8, what those say.
+    const QString& ReadableAt(int row) const { return m_lines[size_t(row)].readable; }
+    /// Source, line and function; empty where the writer names none.
+    const QString& PlaceAt(int row) const { return m_lines[size_t(row)].place; }
+    /// The part of a module that wrote the line, as "AIChat" of "[AIChat] ..."; empty if the line names none.
+    QStringView AreaAt(int row) const;
     bool IsHostAt(int row) const;
 
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
@@ -56,10 +62,12 @@ private:
         QString tag;
         QString text;
         QString place;
+        QString readable;
     };
 
     std::deque<LogEntry> m_pending;
     std::deque<Line> m_lines;
     QTimer m_flushTimer;
+    uint64_t m_nLast = 0;
     bool m_bPaused = false;
 };

@@ -5,6 +5,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTableView>
@@ -12,10 +13,15 @@
 #include <QVariant>
 
 #include "ClientTexts.h"
+#include "log/LogText.h"
 
 namespace {
 
 constexpr int kRowHeight = 22;
+constexpr int kDetailHeight = 76;
+
+// The parts of the growth module, as their lines name them.
+constexpr const char* kAreas[] = {"AIChat", "Ad", "Premium", "Vip"};
 
 template <class Widget>
 Widget* New(const char* name, QWidget* parent) {
@@ -32,8 +38,10 @@ CLogView::CLogView(QWidget* parent)
       m_filter(m_model),
       m_pSeverity(New<QComboBox>("LogSeverity", this)),
       m_pSource(New<QComboBox>("LogSource", this)),
+      m_pArea(New<QComboBox>("LogArea", this)),
       m_pCount(New<QLabel>("LogCount", this)),
-      m_pTable(New<QTableView>("LogTable", this)) {
+      m_pTable(New<QTableView>("LogTable", this)),
+      m_pDetail(New<QPlainTextEdit>("LogDetail", this)) {
     m_pTable->setModel(&m_filter);
     m_pTable->setShowGrid(false);
     m_pTable->setWordWrap(false);
@@ -53,6 +61,11 @@ CLogView::CLogView(QWidget* parent)
     layout->setSpacing(8);
     layout->addWidget(NewFilters());
     layout->addWidget(m_pTable, 1);
+    layout->addWidget(m_pDetail);
+    m_pDetail->setReadOnly(true);
+    m_pDetail->setFixedHeight(kDetailHeight);
+    m_pDetail->setFrameShape(QFrame::NoFrame);
+    connect(m_pTable->selectionModel(), &QItemSelectionModel::selectionChanged, this, &CLogView::ShowDetail);
     m_pCount->setProperty("role", QStringLiteral("muted"));
 
     QScrollBar* bar = m_pTable->verticalScrollBar();
@@ -92,6 +105,7 @@ QWidget* CLogView::NewFilters() {
     choices->addWidget(text, 1);
     choices->addWidget(m_pSeverity);
     choices->addWidget(m_pSource);
+    choices->addWidget(m_pArea);
     auto* layout = new QVBoxLayout(filters);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(8);
@@ -110,6 +124,10 @@ QWidget* CLogView::NewFilters() {
         m_filter.SetSource(CLogFilter::EnSource(m_pSource->currentData().toInt()));
         ShowCount();
     });
+    connect(m_pArea, qOverload<int>(&QComboBox::currentIndexChanged), this, [this] {
+        m_filter.SetArea(m_pArea->currentData().toString());
+        ShowCount();
+    });
     connect(pause, &QPushButton::toggled, &m_model, &CLogModel::SetPaused);
     connect(clear, &QPushButton::clicked, &m_model, &CLogModel::Clear);
     m_pSeverity->addItem(QString(), 0);
@@ -118,6 +136,10 @@ QWidget* CLogView::NewFilters() {
     m_pSource->addItem(QString(), int(CLogFilter::EnSource::All));
     m_pSource->addItem(QString(), int(CLogFilter::EnSource::Host));
     m_pSource->addItem(QString(), int(CLogFilter::EnSource::Module));
+    m_pArea->addItem(QString(), QString());
+    for (const char* area : kAreas) {
+        m_pArea->addItem(QString::fromLatin1(area), QString::fromLatin1(area));
+    }
     return filters;
 }
 
@@ -127,9 +149,22 @@ void CLogView::ShowChoices() {
     for (int index = 0; index < m_pSeverity->count(); ++index) {
         m_pSeverity->setItemText(index, texts::Tr(kSeverities[index]));
     }
+    m_pArea->setItemText(0, texts::Tr(texts::kAreaAll));
     for (int index = 0; index < m_pSource->count(); ++index) {
         m_pSource->setItemText(index, texts::Tr(kSources[index]));
     }
+}
+
+void CLogView::ShowDetail() {
+    const QModelIndexList chosen = m_pTable->selectionModel()->selectedRows();
+    if (chosen.isEmpty()) {
+        m_pDetail->clear();
+        return;
+    }
+    const int row = m_filter.mapToSource(chosen.first()).row();
+    const QString readable = QString::fromStdString(EscapedLogText(m_model.ReadableAt(row)));
+    const QString& place = m_model.PlaceAt(row);
+    m_pDetail->setPlainText(place.isEmpty() ? readable : readable + QLatin1Char('\n') + place);
 }
 
 void CLogView::ShowCount() {

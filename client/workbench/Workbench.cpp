@@ -1,10 +1,16 @@
 #include "workbench/Workbench.h"
 
 #include <QComboBox>
+#include <QDir>
+#include <QFileDialog>
 #include <QGridLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSignalBlocker>
+#include <QStandardPaths>
+#include <QTabWidget>
 #include <QVBoxLayout>
 #include <QVariant>
 
@@ -13,9 +19,17 @@
 #include "Theme.h"
 #include "core/lang.h"
 #include "ui/zr_ui_theme.h"
+#include "workbench/ClockPanel.h"
 #include "workbench/EntryTable.h"
+#include "workbench/Export.h"
+#include "workbench/FaultPanel.h"
+#include "workbench/ScenePanel.h"
+#include "workbench/SeenView.h"
 
 namespace {
+
+constexpr int kTabMargin = 10;
+const QString kExportName = QStringLiteral("zrclient-workbench.json");
 
 struct LanguageChoice {
     int id;
@@ -68,7 +82,7 @@ QLabel* NewTitle(texts::EnText text, const char* role, QWidget* parent) {
 
 }  // namespace
 
-CWorkbench::CWorkbench(CAIChatEntries& entries, QWidget* parent)
+CWorkbench::CWorkbench(CAIChatEntries& entries, IServerAsk& server, QWidget* parent)
     : QDockWidget(parent),
       m_entries(entries),
       m_pUser(NewCombo("WorkbenchUser", this)),
@@ -78,26 +92,42 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, QWidget* parent)
       m_pLanguage(NewCombo("WorkbenchLanguage", this)),
       m_pTheme(NewCombo("WorkbenchTheme", this)),
       m_pOverride(NewCombo("WorkbenchOverride", this)),
-      m_pLog(new CLogView(this)) {
+      m_pEdition(NewCombo("WorkbenchEdition", this)),
+      m_pMarkets(new QLineEdit(this)),
+      m_pMarketsNote(new QLabel(this)),
+      m_pTabs(new QTabWidget(this)),
+      m_pTraffic(new CSeenView(NewTrafficFormat(m_decoder), this)),
+      m_pLog(new CLogView(this)),
+      m_pStore(new CSeenView(NewStoreFormat(), this)),
+      m_pUrls(new CSeenView(NewUrlFormat(), this)),
+      m_pScenes(new CScenePanel(server, this)),
+      m_pFaults(new CFaultPanel(server, this)),
+      m_pClock(new CClockPanel(server, this)),
+      m_pExportPath(new QLineEdit(this)),
+      m_pExportNote(new QLabel(this)) {
     setObjectName(QStringLiteral("Workbench"));
     setFeatures(DockWidgetMovable);
     texts::Keep(this, [this] { setWindowTitle(texts::Tr(texts::kWorkbench)); });
     auto* content = new QWidget(this);
     content->setObjectName(QStringLiteral("WorkbenchContent"));
-    auto* grid = new QGridLayout;
-    grid->setHorizontalSpacing(8);
-    grid->setVerticalSpacing(8);
-    AddUserRow(grid);
-    AddLanguageRow(grid);
-    AddThemeRow(grid);
-    AddOverrideRow(grid);
+    m_pTabs->setObjectName(QStringLiteral("WorkbenchTabs"));
+    m_pTabs->setDocumentMode(true);
+    const auto addTab = [this](QWidget* tab, texts::EnText title) {
+        const int index = m_pTabs->addTab(tab, QString());
+        tab->setContentsMargins(0, kTabMargin, 0, 0);
+        texts::Keep(tab, [this, index, title] { m_pTabs->setTabText(index, texts::Tr(title)); });
+    };
+    addTab(NewSessionTab(), texts::kTabSession);
+    addTab(m_pTraffic, texts::kTabTraffic);
+    addTab(m_pLog, texts::kLog);
+    addTab(m_pStore, texts::kTabStore);
+    addTab(m_pUrls, texts::kTabUrls);
+    addTab(NewServerTab(), texts::kTabServer);
     auto* layout = new QVBoxLayout(content);
-    layout->setContentsMargins(14, 12, 14, 12);
+    layout->setContentsMargins(14, 6, 14, 12);
     layout->setSpacing(10);
-    layout->addLayout(grid);
-    layout->addWidget(NewTitle(texts::kEntriesPerScene, "section", content));
-    layout->addWidget(new CEntryTable(entries, content));
-    layout->addWidget(m_pLog, 1);
+    layout->addWidget(m_pTabs, 1);
+    layout->addWidget(NewExportRow());
     setWidget(content);
     setMinimumWidth(400);
     connect(&entries, &CAIChatEntries::Changed, this, &CWorkbench::ShowOverride);
@@ -105,8 +135,112 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, QWidget* parent)
         ShowUserTexts();
         ShowTheme();
         ShowOverride();
+        ShowEditionTexts();
     });
     theme::Keep(this, [this] { ShowTheme(); });
+}
+
+QWidget* CWorkbench::NewSessionTab() {
+    auto* tab = new QWidget(this);
+    tab->setObjectName(QStringLiteral("SessionTab"));
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(8);
+    grid->setVerticalSpacing(8);
+    AddUserRow(grid);
+    AddLanguageRow(grid);
+    AddThemeRow(grid);
+    AddOverrideRow(grid);
+    AddEditionRow(grid);
+    AddMarketsRow(grid);
+    auto* layout = new QVBoxLayout(tab);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(10);
+    layout->addLayout(grid);
+    layout->addWidget(NewTitle(texts::kEntriesPerScene, "section", tab));
+    layout->addWidget(new CEntryTable(m_entries, tab));
+    layout->addWidget(NewTitle(texts::kSceneEditor, "section", tab));
+    layout->addWidget(m_pScenes, 1);
+    connect(m_pUser, qOverload<int>(&QComboBox::currentIndexChanged), this,
+            [this] { m_pScenes->ShowUser(m_pUser->currentData().toULongLong()); });
+    return tab;
+}
+
+QWidget* CWorkbench::NewServerTab() {
+    auto* tab = new QWidget(this);
+    tab->setObjectName(QStringLiteral("ServerTab"));
+    auto* layout = new QVBoxLayout(tab);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(10);
+    layout->addWidget(NewTitle(texts::kFaults, "section", tab));
+    layout->addWidget(m_pFaults);
+    layout->addSpacing(10);
+    layout->addWidget(NewTitle(texts::kServerClock, "section", tab));
+    layout->addWidget(m_pClock);
+    layout->addStretch(1);
+    return tab;
+}
+
+QWidget* CWorkbench::NewExportRow() {
+    auto* row = new QWidget(this);
+    row->setObjectName(QStringLiteral("ExportRow"));
+    m_pExportPath->setObjectName(QStringLiteral("ExportPath"));
+    m_pExportPath->setText(
+        QDir(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)).filePath(kExportName));
+    m_pExportNote->setObjectName(QStringLiteral("ExportNote"));
+    m_pExportNote->setTextFormat(Qt::PlainText);
+    m_pExportNote->setProperty("role", QStringLiteral("muted"));
+    m_pExportNote->hide();
+    auto* choose = new QPushButton(QStringLiteral("…"), row);
+    choose->setObjectName(QStringLiteral("ExportChoose"));
+    auto* save = new QPushButton(row);
+    save->setObjectName(QStringLiteral("ExportSave"));
+    texts::Keep(save, texts::kExport);
+    texts::Keep(row, [this, choose] {
+        m_pExportPath->setPlaceholderText(texts::Tr(texts::kExportPath));
+        m_pExportPath->setToolTip(texts::Tr(texts::kExportPath));
+        choose->setToolTip(texts::Tr(texts::kExportChoose));
+    });
+    auto* line = new QHBoxLayout;
+    line->addWidget(m_pExportPath, 1);
+    line->addWidget(choose);
+    line->addWidget(save);
+    auto* layout = new QVBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(4);
+    layout->addLayout(line);
+    layout->addWidget(m_pExportNote);
+    connect(save, &QPushButton::clicked, this, &CWorkbench::Export);
+    connect(choose, &QPushButton::clicked, this, [this] {
+        const QString path = QFileDialog::getSaveFileName(this, texts::Tr(texts::kExportChoose), m_pExportPath->text());
+        if (!path.isEmpty()) {
+            m_pExportPath->setText(path);
+        }
+    });
+    return row;
+}
+
+QString CWorkbench::ExportTo(const QString& path) const {
+    return workbench_export::Write(
+        path, workbench_export::Json({&m_pTraffic->Model(), &m_pStore->Model(), &m_pUrls->Model()}, m_pLog->Model(),
+                                     m_aliases));
+}
+
+void CWorkbench::Export() {
+    const QString failure = ExportTo(m_pExportPath->text().trimmed());
+    m_pExportNote->setText(failure.isEmpty() ? texts::Tr(texts::kExported)
+                                             : texts::Tr(texts::kExportFailed).arg(failure));
+    m_pExportNote->show();
+}
+
+void CWorkbench::Take(const Seen& seen) {
+    m_pTraffic->Model().Add(seen);
+    m_pStore->Model().Add(seen);
+    m_pUrls->Model().Add(seen);
+}
+
+bool CWorkbench::IsSettled() const {
+    return m_pLog->Model().IsSettled() && m_pTraffic->Model().IsSettled() && m_pStore->Model().IsSettled() &&
+           m_pUrls->Model().IsSettled();
 }
 
 void CWorkbench::AddUserRow(QGridLayout* grid) {
@@ -158,16 +292,91 @@ void CWorkbench::AddOverrideRow(QGridLayout* grid) {
             [this] { m_entries.SetOverride(EnEntryOverride(m_pOverride->currentData().toInt())); });
 }
 
+void CWorkbench::AddEditionRow(QGridLayout* grid) {
+    m_pEdition->addItem(QString(), false);
+    m_pEdition->addItem(QString(), true);
+    grid->addWidget(NewTitle(texts::kEdition, "muted", this), 5, 0);
+    grid->addWidget(m_pEdition, 5, 1, 1, 3);
+    connect(m_pEdition, qOverload<int>(&QComboBox::currentIndexChanged), this,
+            [this] { Q_EMIT EditionWanted(m_pEdition->currentData().toBool()); });
+}
+
+void CWorkbench::AddMarketsRow(QGridLayout* grid) {
+    m_pMarkets->setObjectName(QStringLiteral("WorkbenchMarkets"));
+    m_pMarketsNote->setObjectName(QStringLiteral("WorkbenchMarketsNote"));
+    m_pMarketsNote->setTextFormat(Qt::PlainText);
+    m_pMarketsNote->setProperty("role", QStringLiteral("muted"));
+    texts::Keep(m_pMarkets, [this] { m_pMarkets->setPlaceholderText(texts::Tr(texts::kMarketsHint)); });
+    auto* apply = new QPushButton(this);
+    apply->setObjectName(QStringLiteral("WorkbenchMarketsApply"));
+    texts::Keep(apply, texts::kMarketsApply);
+    grid->addWidget(NewTitle(texts::kMarkets, "muted", this), 6, 0);
+    grid->addWidget(m_pMarkets, 6, 1);
+    grid->addWidget(apply, 6, 2, 1, 2);
+    grid->addWidget(m_pMarketsNote, 7, 1, 1, 3);
+    m_pMarketsNote->hide();
+    connect(apply, &QPushButton::clicked, this, &CWorkbench::AskMarkets);
+    connect(m_pMarkets, &QLineEdit::returnPressed, this, &CWorkbench::AskMarkets);
+}
+
+void CWorkbench::AskMarkets() {
+    static const QRegularExpression separators(QStringLiteral("[\\s,;]+"));
+    std::vector<int> markets;
+    const QStringList words = m_pMarkets->text().split(separators, Qt::SkipEmptyParts);
+    for (const QString& word : words) {
+        bool isNumber = false;
+        markets.push_back(word.toInt(&isNumber));
+        if (!isNumber || markets.back() < 0) {
+            m_pMarketsNote->setText(texts::Tr(texts::kMarketsWrong).arg(word));
+            m_pMarketsNote->show();
+            return;
+        }
+    }
+    Q_EMIT MarketsWanted(markets);
+    m_pMarketsNote->setText(texts::Tr(texts::kMarketsApplied));
+    m_pMarketsNote->show();
+}
+
+void CWorkbench::ShowMarkets(const std::vector<int>& markets) {
+    QStringList words;
+    for (const int market : markets) {
+        words << QString::number(market);
+    }
+    m_pMarkets->setText(words.join(QLatin1Char(' ')));
+    m_pMarketsNote->hide();
+}
+
+void CWorkbench::ShowEdition(bool velora) {
+    const QSignalBlocker blocker(m_pEdition);
+    m_pEdition->setCurrentIndex(velora ? 1 : 0);
+}
+
+void CWorkbench::ShowEditionTexts() {
+    m_pEdition->setItemText(0, texts::Tr(texts::kKestrel));
+    m_pEdition->setItemText(1, texts::Tr(texts::kVelora));
+}
+
+void CWorkbench::ForgetServer() {
+    m_pFaults->ForgetFaults();
+    m_pClock->ForgetOffset();
+    m_pScenes->Reload();
+}
+
 void CWorkbench::ShowUsers(const std::vector<ServerUser>& users, quint64 current) {
     m_users = users;
     // A login from elsewhere moves the choice to that user; a list that came anew leaves it.
     const QVariant chosen = current != 0 && current != m_nCurrent ? QVariant(current) : m_pUser->currentData();
     m_nCurrent = current;
+    const QSignalBlocker blocker(m_pUser);
+    const quint64 sceneUser = m_pUser->currentData().toULongLong();
     m_pUser->clear();
     for (const ServerUser& user : users) {
         m_pUser->addItem(QStringLiteral("%1  %2").arg(user.name).arg(user.id), user.id);
     }
     m_pUser->setCurrentIndex(std::max(0, m_pUser->findData(chosen)));
+    if (m_pUser->currentData().toULongLong() != sceneUser) {
+        m_pScenes->ShowUser(m_pUser->currentData().toULongLong());
+    }
     ShowUserTexts();
 }
 

@@ -3,25 +3,51 @@
 #include <QDockWidget>
 
 #include "ServerControl.h"
+#include "observe/Seen.h"
+#include "workbench/Aliases.h"
 #include "workbench/LogView.h"
+#include "workbench/WireDecoder.h"
 
 class CAIChatEntries;
+class CClockPanel;
+class CFaultPanel;
+class CScenePanel;
+class CSeenView;
 class QComboBox;
 class QGridLayout;
 class QLabel;
+class QLineEdit;
 class QPushButton;
+class QTabWidget;
 
-/// The dock for those who work on the modules: who is logged in, in which language, how the AI chat entries
-/// stand and whether they are overridden, and the log. `entries` must outlive it.
+/// The dock for those who work on the modules: the switches of the session, how the AI chat entries stand and
+/// what the server will answer, all that goes through the contract, the log, and the server's faults and clock.
+/// `entries` and `server` must outlive it.
 class CWorkbench : public QDockWidget {
     Q_OBJECT
 
 public:
-    explicit CWorkbench(CAIChatEntries& entries, QWidget* parent = nullptr);
+    CWorkbench(CAIChatEntries& entries, IServerAsk& server, QWidget* parent = nullptr);
 
     /// `current` is 0 if nobody is logged in. The choice in the list stays where it can.
     void ShowUsers(const std::vector<ServerUser>& users, quint64 current);
     void ShowLanguage(int languageId);
+    void ShowEdition(bool velora);
+    void ShowMarkets(const std::vector<int>& markets);
+    /// The server is another one, or a new start of the same: it knows nothing of what was set here.
+    void ForgetServer();
+
+    /// Takes what was seen; each view keeps what is its own.
+    void Take(const Seen& seen);
+
+    /// What an export must not hold.
+    CAliases& Aliases() { return m_aliases; }
+
+    /// Writes what is seen to the file. Returns why it could not; empty if it could.
+    QString ExportTo(const QString& path) const;
+
+    /// Whether all that was taken is shown.
+    bool IsSettled() const;
     CLogModel& Log() { return m_pLog->Model(); }
 
 Q_SIGNALS:
@@ -29,12 +55,22 @@ Q_SIGNALS:
     void LogoutWanted();
     void LanguageWanted(int languageId);
     void ThemeWanted(int number);
+    void EditionWanted(bool velora);
+    void MarketsWanted(const std::vector<int>& markets);
 
 private:
     void AddUserRow(QGridLayout* grid);
     void AddLanguageRow(QGridLayout* grid);
     void AddThemeRow(QGridLayout* grid);
     void AddOverrideRow(QGridLayout* grid);
+    void AddEditionRow(QGridLayout* grid);
+    void AddMarketsRow(QGridLayout* grid);
+    QWidget* NewSessionTab();
+    QWidget* NewServerTab();
+    QWidget* NewExportRow();
+    void AskMarkets();
+    void Export();
+    void ShowEditionTexts();
     void ShowUserTexts();
     void ShowTheme();
     void ShowOverride();
@@ -49,5 +85,19 @@ private:
     QComboBox* m_pLanguage;
     QComboBox* m_pTheme;
     QComboBox* m_pOverride;
+    QComboBox* m_pEdition;
+    QLineEdit* m_pMarkets;
+    QLabel* m_pMarketsNote;
+    QTabWidget* m_pTabs;
+    CWireDecoder m_decoder;
+    CSeenView* m_pTraffic;
     CLogView* m_pLog;
+    CSeenView* m_pStore;
+    CSeenView* m_pUrls;
+    CScenePanel* m_pScenes;
+    CFaultPanel* m_pFaults;
+    CClockPanel* m_pClock;
+    QLineEdit* m_pExportPath;
+    QLabel* m_pExportNote;
+    CAliases m_aliases;
 };

@@ -13,6 +13,7 @@
 #include "core/post.h"
 #include "core/random.h"
 #include "core/time_date.h"
+#include "core/urlhandler.h"
 #include "framework/Ports.h"
 #include "framework/assertion.h"
 #include "framework/log.h"
@@ -57,6 +58,11 @@ TEST_F(EndContractTest, TheStoreGivesAndTakesNothing) {
 
     EXPECT_EQ(text, "before");
     EXPECT_EQ(number, 42);
+}
+
+TEST_F(EndContractTest, NoUrlIsOpened) {
+    EXPECT_FALSE(core::urlhandler::DispatchUrl(QStringLiteral("https://a.example/"), core::urlhandler::kBusinessDefault,
+                                               &context, QVariant(), core::urlhandler::kFallbackWeb));
 }
 
 TEST_F(EndContractTest, TheChannelSendsNothingAndCallsNobody) {

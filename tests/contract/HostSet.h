@@ -35,6 +35,9 @@ public:
     /// 0 is nobody.
     virtual void SetUser(uint64_t userId) = 0;
 
+    /// Sets begin as a build for release.
+    virtual void BeInternalBuild() = 0;
+
     /// As a new start of the client finds it, where the set keeps values beyond the process.
     virtual void ReopenStore() = 0;
 };

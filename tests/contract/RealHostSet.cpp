@@ -14,6 +14,7 @@
 #include "core/MessageBus.h"
 #include "core/Random.h"
 #include "core/ServerClock.h"
+#include "core/UrlOpener.h"
 #include "core/lang.h"
 #include "framework/Ports.h"
 #include "store/SqliteStore.h"
@@ -38,12 +39,16 @@ public:
           m_environmentStore(StorePath()),
           m_store(Store()),
           m_environment(m_environmentStore, {true, false}),
+          m_urls(m_environment),
           m_language(core::lang::kLanguageEnglish),
           m_commonConfig(m_environmentStore),
           m_channel(m_poster, m_random, QuickRetries()),
           m_session(m_channel) {
         QObject::connect(&m_channel, &CWebSocketChannel::HostFrameReceived, &m_session,
                          [this](const channel::Frame& frame) { m_session.Receive(frame); });
+        // What passes is opened: where it goes is the client's affair.
+        m_urls.SetPageHandler([](const QUrl&) { return true; });
+        m_urls.SetWebHandler([](const QUrl&) { return true; });
         Install();
         Connect();
     }
@@ -130,6 +135,8 @@ public:
         ASSERT_TRUE(WaitUntil([&] { return m_session.UserId() == userId; }));
     }
 
+    void BeInternalBuild() override { m_environment = CEnvironment(m_environmentStore, {false, false}); }
+
     void ReopenStore() override {
         m_store.reset();  // two at a time would be two clients
         m_store = Store();
@@ -156,6 +163,7 @@ private:
         ports.language = &m_language;
         ports.clock = &m_clock;
         ports.random = &m_random;
+        ports.urls = &m_urls;
         host::Install(ports);
     }
 
@@ -182,6 +190,7 @@ private:
     CSqliteStore m_environmentStore;
     std::unique_ptr<CSqliteStore> m_store;
     CEnvironment m_environment;
+    CUrlOpener m_urls;
     CLanguage m_language;
     CCommonConfig m_commonConfig;
     CWebSocketChannel m_channel;

@@ -11,6 +11,7 @@ public:
         m_host.channel.Forget();
         m_host.store.Forget();
         m_host.log.Forget();
+        m_host.urls.Forget();
     }
 
     bool WaitUntil(const std::function<bool()>& condition) override {
@@ -48,6 +49,8 @@ public:
     void Connect() override { m_host.channel.FailSends(Failing::Never()); }
 
     void SetUser(uint64_t userId) override { m_host.account.Set(userId); }
+
+    void BeInternalBuild() override { m_host.environment.SetRelease(false); }
 
     // Values in memory live as long as the set.
     void ReopenStore() override {}

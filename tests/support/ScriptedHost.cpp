@@ -18,6 +18,7 @@ CScriptedHost::CScriptedHost() : poster(time), bus(poster.Unrecorded()), channel
     ports.language = &language;
     ports.clock = &time;
     ports.random = &random;
+    ports.urls = &urls;
     host::Install(ports);
 }
 
@@ -28,4 +29,5 @@ CScriptedHost::~CScriptedHost() {
     channel.CheckAllLookedAt();
     store.CheckAllLookedAt();
     log.CheckAllLookedAt();
+    urls.CheckAllLookedAt();
 }

@@ -6,6 +6,7 @@
 #include "support/ScriptedPoster.h"
 #include "support/ScriptedQueries.h"
 #include "support/ScriptedStore.h"
+#include "support/ScriptedUrls.h"
 #include "support/VirtualTime.h"
 
 /// The scripted services, joined to the contract from construction to destruction. At its end each effect
@@ -28,4 +29,5 @@ public:
     CScriptedEnvironment environment;
     CScriptedLanguage language;
     CScriptedRandom random;
+    CScriptedUrls urls;
 };

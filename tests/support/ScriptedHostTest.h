@@ -22,4 +22,5 @@ protected:
     CScriptedEnvironment& environment = m_host.environment;
     CScriptedLanguage& language = m_host.language;
     CScriptedRandom& random = m_host.random;
+    CScriptedUrls& urls = m_host.urls;
 };

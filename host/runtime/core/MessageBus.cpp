@@ -40,3 +40,7 @@ void CMessageBus::UnBind(QObject* context) {
 int CMessageBus::SubscriptionCount() const {
     return m_subscribers.Count();
 }
+
+int CMessageBus::SubscriptionCount(unsigned int messageId) const {
+    return m_subscribers.CountOf(messageId);
+}

@@ -22,6 +22,8 @@ public:
 
     /// Subscriptions whose context lives, of all messages.
     int SubscriptionCount() const;
+    /// Those of one message.
+    int SubscriptionCount(unsigned int messageId) const;
 
 private:
     IPoster& m_poster;

@@ -77,6 +77,12 @@ public:
         return count;
     }
 
+    /// Those of `key` whose context lives.
+    int CountOf(Key key) const {
+        const Slot& slot = m_slots[SlotIndex(m_slots, key)];
+        return slot.entries ? int(std::count_if(slot.entries->begin(), slot.entries->end(), IsAlive)) : 0;
+    }
+
 private:
     struct Entry {
         QPointer<QObject> context;  // null when it died or unbound

@@ -13,6 +13,7 @@ class IMessageBus;
 class IPoster;
 class IRandom;
 class IServerClock;
+class IUrlOpener;
 
 namespace host {
 
@@ -30,6 +31,7 @@ struct Ports {
     ILanguage* language = nullptr;
     IServerClock* clock = nullptr;
     IRandom* random = nullptr;
+    IUrlOpener* urls = nullptr;
 };
 
 /// Joins the services to the contract; the calling thread becomes the main thread. The caller owns them

@@ -65,6 +65,7 @@ void CLoginSession::Forget() {
     m_nUserId = 0;
     m_nSessionId = 0;
     m_markets.clear();
+    m_override.reset();
 }
 
 void CLoginSession::Receive(const channel::Frame& frame) {

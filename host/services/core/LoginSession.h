@@ -4,6 +4,7 @@
 #include <QString>
 #include <QTimer>
 #include <chrono>
+#include <optional>
 
 #include "channel.pb.h"
 #include "core/IAccount.h"
@@ -21,7 +22,11 @@ public:
 
     uint64_t UserId() const override { return m_nUserId; }
     uint64_t SessionId() const override { return m_nSessionId; }
-    std::vector<int> AttributedMarkets() const override { return m_markets; }
+    std::vector<int> AttributedMarkets() const override { return m_override ? *m_override : m_markets; }
+
+    /// What AttributedMarkets gives until the next login or logout, instead of what the server said; a lost
+    /// connection does not end it.
+    void OverrideMarkets(std::vector<int> markets) { m_override = std::move(markets); }
 
     /// Logs a user in, now or as soon as there is a connection; whoever is logged in is logged out first.
     /// `userId` is not 0.
@@ -57,4 +62,5 @@ private:
     uint64_t m_nUserId = 0;
     uint64_t m_nSessionId = 0;
     std::vector<int> m_markets;
+    std::optional<std::vector<int>> m_override;
 };

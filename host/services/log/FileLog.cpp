@@ -43,7 +43,21 @@ void CFileLog::Write(const LogRecord& record) {
         m_logger->log(Level(record.type), "[{}] {}:{} {} {}", record.module, record.file, record.line, record.function,
                       EscapedLogText(record.text));
     }
-    Q_EMIT Written(LogEntry{QDateTime::currentDateTimeUtc(), record});
+    LogEntry entry{QDateTime::currentDateTimeUtc(), record};
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        entry.number = ++m_nLast;
+        m_kept.push_back(entry);
+        if (m_kept.size() > kKept) {
+            m_kept.pop_front();
+        }
+    }
+    Q_EMIT Written(entry);
+}
+
+std::deque<LogEntry> CFileLog::Kept() const {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_kept;
 }
 
 void CFileLog::AssertionFailed(const AssertionRecord& record) {

@@ -2,12 +2,14 @@
 
 #include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QPushButton>
 #include <QSignalSpy>
 
 #include "AIChatEntries.h"
 #include "FakeGrowthService.h"
+#include "FakeServerAsk.h"
 #include "support/Click.h"
 #include "support/ScriptedHostTest.h"
 #include "ui/ThemeControl.h"
@@ -33,8 +35,9 @@ protected:
     const std::vector<ServerUser> users{{10001, QStringLiteral("Ada")}, {10002, QStringLiteral("Ben")}};
     std::shared_ptr<CFakeGrowthService> service = CFakeGrowthService::Offer();
     CAIChatEntries entries;
+    CFakeServerAsk server;
     QMainWindow window;
-    CWorkbench* workbench = new CWorkbench(entries, &window);
+    CWorkbench* workbench = new CWorkbench(entries, server, &window);
 };
 
 }  // namespace
@@ -116,4 +119,30 @@ TEST_F(WorkbenchTest, WithoutTheModuleThereIsNothingToOverride) {
     entries.Refresh();
 
     EXPECT_FALSE(Child<QComboBox>("WorkbenchOverride")->isEnabled());
+}
+
+TEST_F(WorkbenchTest, TheEditionIsAskedForAndShownWithoutAskingAgain) {
+    QSignalSpy wanted(workbench, &CWorkbench::EditionWanted);
+
+    workbench->ShowEdition(true);
+    EXPECT_EQ(Child<QComboBox>("WorkbenchEdition")->currentText(), QStringLiteral("Velora"));
+    EXPECT_EQ(wanted.count(), 0);
+    Child<QComboBox>("WorkbenchEdition")->setCurrentIndex(0);
+
+    ASSERT_EQ(wanted.count(), 1);
+    EXPECT_FALSE(wanted[0][0].toBool());
+}
+
+TEST_F(WorkbenchTest, MarketsAreReadAsNumbersAndWrongOnesAreNamed) {
+    std::vector<std::vector<int>> wanted;
+    QObject::connect(workbench, &CWorkbench::MarketsWanted, &window,
+                     [&](const std::vector<int>& markets) { wanted.push_back(markets); });
+
+    Child<QLineEdit>("WorkbenchMarkets")->setText(QStringLiteral("5, 1  2"));
+    Click(Child<QPushButton>("WorkbenchMarketsApply"));
+    Child<QLineEdit>("WorkbenchMarkets")->setText(QStringLiteral("1 x"));
+    Click(Child<QPushButton>("WorkbenchMarketsApply"));
+
+    EXPECT_THAT(wanted, ElementsAre(ElementsAre(5, 1, 2)));
+    EXPECT_EQ(Child<QLabel>("WorkbenchMarketsNote")->text(), QStringLiteral("No market numbers: x"));
 }

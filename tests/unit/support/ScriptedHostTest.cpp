@@ -7,6 +7,7 @@
 #include "core/IZRChannelProxy.h"
 #include "core/config_local.h"
 #include "core/time_date.h"
+#include "core/urlhandler.h"
 #include "framework/assertion.h"
 #include "framework/log.h"
 
@@ -36,6 +37,11 @@ void Send(uint32_t cmd) {
     IZRChannelProxy::SendCommand(kCSChannelMain, CSProtoData{cmd, "body"}, nullptr, nullptr, nullptr);
 }
 
+void OpenUrl(const char* url) {
+    core::urlhandler::DispatchUrl(QString::fromLatin1(url), core::urlhandler::kBusinessDefault, nullptr, QVariant(),
+                                  core::urlhandler::kFallbackWeb);
+}
+
 void WriteLine(ZRLogType type, const char* text) {
     FrameWork::_WriteLogRaw("file", 12, "function", type, "Module", QString::fromLatin1(text), -128);
 }
@@ -48,6 +54,7 @@ void Assert(const char* expression) {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::UnorderedElementsAre;
 
 TEST(StrictnessTest, ASendThatNobodyLookedAtFailsTheTestAndIsNamed) {
     EXPECT_THAT(FailuresOf([](CScriptedHost&) { Send(20831); }),
@@ -135,6 +142,31 @@ TEST(StrictnessTest, ARefusedSaveIsAnEffectToo) {
                     core::config_local::AppCfgSaveString("key", "value");
                 }),
                 ElementsAre(HasSubstr("Unexpected save")));
+}
+
+TEST(StrictnessTest, AUrlThatNobodyLookedAtFailsTheTestAndIsNamed) {
+    EXPECT_THAT(FailuresOf([](CScriptedHost& host) {
+                    OpenUrl("https://seen.example/");
+                    host.urls.Opened();
+                    OpenUrl("https://unseen.example/");
+                }),
+                ElementsAre(HasSubstr("An unexpected URL was opened: https://unseen.example/")));
+}
+
+TEST(StrictnessTest, AUrlIsExpectedOnceTheTestLookedAtItOrForgotIt) {
+    EXPECT_THAT(FailuresOf([](CScriptedHost& host) {
+                    OpenUrl("https://forgotten.example/");
+                    host.urls.Forget();
+                    OpenUrl("https://seen.example/");
+                    host.urls.Opened();
+                }),
+                IsEmpty());
+}
+
+TEST(StrictnessTest, ARefusedUrlIsAnEffectToo) {
+    EXPECT_THAT(FailuresOf([](CScriptedHost&) { OpenUrl("file:///etc/hosts"); }),
+                UnorderedElementsAre(HasSubstr("An unexpected URL was opened: file:///etc/hosts"),
+                                     HasSubstr("Refused to open a URL: file:///etc/hosts")));
 }
 
 TEST(StrictnessTest, AnErrorLineThatNobodyLookedAtFailsTheTestAndIsNamed) {

@@ -18,6 +18,7 @@
 #include "core/post.h"
 #include "core/random.h"
 #include "core/time_date.h"
+#include "core/urlhandler.h"
 #include "framework/ILog.h"
 #include "framework/assertion.h"
 
@@ -43,6 +44,8 @@ TEST(PortsTest, AContractCallWithoutServicesDoesNothingAndGivesItsEmptyValue) {
     IZRChannelProxy::UnbindCallback(&context);
 
     EXPECT_EQ(IZRChannelProxy::SendCommand(kCSChannelMain, CSProtoData(), nullptr, {}, &context), 0u);
+    EXPECT_FALSE(core::urlhandler::DispatchUrl(QStringLiteral("https://a.example/"), core::urlhandler::kBusinessDefault,
+                                               nullptr, QVariant(), core::urlhandler::kFallbackWeb));
     EXPECT_FALSE(core::config_local::AppCfgReadString("key", text));
     EXPECT_FALSE(core::config_local::AppCfgSaveString("key", text));
     EXPECT_FALSE(core::config_local::UserCfgReadString("key", text));

@@ -111,4 +111,16 @@ TEST_F(FileLogTest, APathThatCantBeWrittenLeavesTheListener) {
     EXPECT_EQ(lines, 1);
 }
 
+TEST_F(FileLogTest, TheYoungestLinesAreKeptForLateListeners) {
+    CFileLog log{QString()};
+    for (size_t i = 0; i < CFileLog::kKept + 2; ++i) {
+        log.Write(Record(kZRLogInfo, QString::number(i)));
+    }
+
+    const auto kept = log.Kept();
+    ASSERT_EQ(kept.size(), CFileLog::kKept);
+    EXPECT_EQ(kept.front().record.text, QStringLiteral("2"));
+    EXPECT_EQ(kept.front().number, 3u);
+}
+
 }  // namespace

@@ -1,0 +1,235 @@
+#include "workbench/FaultPanel.h"
+
+#include <json/writer.h>
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QSpinBox>
+#include <QVariant>
+
+#include "Theme.h"
+#include "workbench/ServerWords.h"
+#include "workbench/WireCommands.h"
+
+namespace {
+
+constexpr int kMaxTimes = 1'000'000;
+
+struct FaultChoice {
+    CFaultPanel::EnFault fault;
+    texts::EnText name;
+    const char* value;  // what it begins with; null: it takes none
+};
+
+constexpr FaultChoice kFaultChoices[] = {
+    {CFaultPanel::EnFault::Error, texts::kFaultError, "7"},
+    {CFaultPanel::EnFault::Delay, texts::kFaultDelay, "3000"},
+    {CFaultPanel::EnFault::Garbage, texts::kFaultGarbage, "ff00ff"},
+    {CFaultPanel::EnFault::WrongCommand, texts::kFaultCommand, "1"},
+    {CFaultPanel::EnFault::Silent, texts::kFaultSilent, nullptr},
+};
+
+QString Written(const Json::Value& value) {
+    Json::StreamWriterBuilder builder;
+    builder["indentation"] = "";
+    return QString::fromStdString(Json::writeString(builder, value));
+}
+
+template <class Widget>
+Widget* New(const char* name, QWidget* parent) {
+    auto* widget = new Widget(parent);
+    widget->setObjectName(QString::fromLatin1(name));
+    return widget;
+}
+
+QLabel* NewTitle(texts::EnText text, QWidget* parent) {
+    auto* label = new QLabel(parent);
+    label->setProperty("role", QStringLiteral("muted"));
+    texts::Keep(label, text);
+    return label;
+}
+
+}  // namespace
+
+CFaultPanel::CFaultPanel(IServerAsk& server, QWidget* parent)
+    : QWidget(parent),
+      m_server(server),
+      m_pCommand(New<QComboBox>("FaultCommand", this)),
+      m_pFault(New<QComboBox>("FaultKind", this)),
+      m_pValue(New<QLineEdit>("FaultValue", this)),
+      m_pTimes(New<QSpinBox>("FaultTimes", this)),
+      m_pInForce(New<QLabel>("FaultsInForce", this)),
+      m_pMessage(New<QLabel>("FaultMessage", this)) {
+    setObjectName(QStringLiteral("FaultPanel"));
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setHorizontalSpacing(8);
+    grid->setVerticalSpacing(8);
+    grid->setColumnStretch(1, 1);
+    AddRows(grid);
+    texts::Keep(this, [this] { ShowTexts(); });
+}
+
+void CFaultPanel::AddRows(QGridLayout* grid) {
+    m_pCommand->setEditable(true);
+    m_pCommand->setInsertPolicy(QComboBox::NoInsert);
+    for (const wire::Command& command : wire::Commands()) {
+        m_pCommand->addItem(QStringLiteral("%1  %2").arg(command.number).arg(QString::fromLatin1(command.name)));
+    }
+    for (const FaultChoice& choice : kFaultChoices) {
+        m_pFault->addItem(QString(), int(choice.fault));
+    }
+    m_pTimes->setRange(0, kMaxTimes);
+    m_pTimes->setValue(1);
+    m_pInForce->setTextFormat(Qt::PlainText);
+    m_pInForce->setWordWrap(true);
+    m_pInForce->setProperty("role", QStringLiteral("muted"));
+    m_pMessage->setTextFormat(Qt::PlainText);
+    m_pMessage->setWordWrap(true);
+    int row = 0;
+    const auto add = [&](texts::EnText title, QWidget* widget) {
+        grid->addWidget(NewTitle(title, this), row, 0);
+        grid->addWidget(widget, row++, 1);
+    };
+    add(texts::kCommand, m_pCommand);
+    add(texts::kFault, m_pFault);
+    add(texts::kValue, m_pValue);
+    add(texts::kTimes, m_pTimes);
+    AddButtons(grid, row++);
+    grid->addWidget(m_pInForce, row++, 0, 1, 2);
+    grid->addWidget(m_pMessage, row, 0, 1, 2);
+    const auto showValue = [this] {
+        const char* value = kFaultChoices[m_pFault->currentIndex()].value;
+        m_pValue->setEnabled(value != nullptr);
+        m_pValue->setText(value ? QString::fromLatin1(value) : QString());
+    };
+    connect(m_pFault, qOverload<int>(&QComboBox::currentIndexChanged), this, showValue);
+    showValue();
+}
+
+void CFaultPanel::AddButtons(QGridLayout* grid, int row) {
+    auto* set = New<QPushButton>("FaultSet", this);
+    auto* clear = New<QPushButton>("FaultsClear", this);
+    auto* drop = New<QPushButton>("FaultDrop", this);
+    texts::Keep(set, texts::kSetFault);
+    texts::Keep(clear, texts::kClearFaults);
+    texts::Keep(drop, texts::kDropConnections);
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(set);
+    buttons->addWidget(clear);
+    buttons->addStretch(1);
+    buttons->addWidget(drop);
+    grid->addLayout(buttons, row, 1);
+    connect(set, &QPushButton::clicked, this, &CFaultPanel::Set);
+    connect(clear, &QPushButton::clicked, this, &CFaultPanel::Clear);
+    connect(drop, &QPushButton::clicked, this, &CFaultPanel::Drop);
+}
+
+void CFaultPanel::ShowTexts() {
+    for (int index = 0; index < m_pFault->count(); ++index) {
+        m_pFault->setItemText(index, texts::Tr(kFaultChoices[index].name));
+    }
+    m_pTimes->setSpecialValueText(texts::Tr(texts::kForEver));
+    ShowFaults();
+}
+
+void CFaultPanel::ShowFaults() {
+    m_pInForce->setText(m_faults.empty() ? texts::Tr(texts::kNoFaults)
+                                         : texts::Tr(texts::kFaultsInForce).arg(Written(m_faults)));
+}
+
+std::optional<Json::Value> CFaultPanel::FaultAsked() {
+    const QString text = m_pValue->text().trimmed();
+    bool isNumber = false;
+    const qlonglong number = text.toLongLong(&isNumber);
+    static const QRegularExpression hexPairs(QStringLiteral("^([0-9a-fA-F]{2})*$"));
+    Json::Value fault(Json::objectValue);
+    switch (kFaultChoices[m_pFault->currentIndex()].fault) {
+        case EnFault::Error:
+            fault["error"] = Json::Int64(number);
+            break;
+        case EnFault::Delay:
+            fault["delayMs"] = Json::Int64(number);
+            break;
+        case EnFault::WrongCommand:
+            fault["replyCommand"] = Json::Int64(number);
+            break;
+        case EnFault::Garbage:
+            if (!hexPairs.match(text).hasMatch()) {
+                Say(texts::Tr(texts::kFaultHexWrong), false);
+                return std::nullopt;
+            }
+            fault["bodyHex"] = text.toLower().toStdString();
+            isNumber = true;
+            break;
+        case EnFault::Silent:
+            fault["silent"] = true;
+            isNumber = true;
+            break;
+    }
+    if (!isNumber) {
+        Say(texts::Tr(texts::kFaultWrong), false);
+        return std::nullopt;
+    }
+    if (m_pTimes->value() > 0) {
+        fault["times"] = m_pTimes->value();
+    }
+    return fault;
+}
+
+void CFaultPanel::Set() {
+    const uint command = m_pCommand->currentText().trimmed().section(QLatin1Char(' '), 0, 0).toUInt();
+    if (command == 0) {
+        Say(texts::Tr(texts::kCommandWrong), false);
+        return;
+    }
+    const auto fault = FaultAsked();
+    if (fault) {
+        // The server replaces the whole table, so the others are told again.
+        Json::Value faults = m_faults;
+        faults[std::to_string(command)] = *fault;
+        Send(faults);
+    }
+}
+
+void CFaultPanel::Clear() {
+    Send(Json::Value(Json::objectValue));
+}
+
+void CFaultPanel::Send(const Json::Value& faults) {
+    m_server.Ask("PUT", QStringLiteral("/v1/faults"), Written(faults).toUtf8(), this,
+                 [this, faults](const ServerAnswer& answer) {
+                     if (!answer.error.isEmpty()) {
+                         Say(WordsOf(answer), false);
+                         return;
+                     }
+                     m_faults = faults;
+                     Say(QString(), true);
+                     ShowFaults();
+                 });
+}
+
+void CFaultPanel::Drop() {
+    m_server.Ask("POST", QStringLiteral("/v1/drop"), "{}", this, [this](const ServerAnswer& answer) {
+        if (!answer.error.isEmpty()) {
+            Say(WordsOf(answer), false);
+            return;
+        }
+        Say(texts::Tr(texts::kDropped).arg(answer.body["dropped"].asInt()), true);
+    });
+}
+
+void CFaultPanel::ForgetFaults() {
+    m_faults = Json::Value(Json::objectValue);
+    ShowFaults();
+}
+
+void CFaultPanel::Say(const QString& words, bool good) {
+    m_pMessage->setText(words);
+    m_pMessage->setProperty("good", good);
+    theme::Repolish(m_pMessage);
+}

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <json/value.h>
+
+#include <QWidget>
+#include <optional>
+
+#include "ServerControl.h"
+
+class QComboBox;
+class QGridLayout;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QSpinBox;
+
+/// Breaks things: replies that err, lag, lie or stay away, and dropped connections. `server` must outlive it.
+class CFaultPanel : public QWidget {
+public:
+    enum class EnFault { Error, Delay, Garbage, WrongCommand, Silent };
+
+    explicit CFaultPanel(IServerAsk& server, QWidget* parent = nullptr);
+
+    /// A server that is new has no faults.
+    void ForgetFaults();
+
+private:
+    void AddRows(QGridLayout* grid);
+    void AddButtons(QGridLayout* grid, int row);
+    void ShowTexts();
+    void ShowFaults();
+    void Set();
+    void Clear();
+    void Drop();
+    void Send(const Json::Value& faults);
+    std::optional<Json::Value> FaultAsked();
+    void Say(const QString& words, bool good);
+
+    IServerAsk& m_server;
+    Json::Value m_faults{Json::objectValue};  // as the server took them
+    QComboBox* m_pCommand;
+    QComboBox* m_pFault;
+    QLineEdit* m_pValue;
+    QSpinBox* m_pTimes;
+    QLabel* m_pInForce;
+    QLabel* m_pMessage;
+};

@@ -1,0 +1,177 @@
+#include "workbench/SeenFormat.h"
+
+#include "workbench/ReadableBytes.h"
+#include "workbench/WireCommands.h"
+#include "workbench/WireDecoder.h"
+
+namespace {
+
+using texts::Tr;
+
+FieldNode Node(const QString& name, const QString& value) {
+    return {name, value, false, {}};
+}
+
+class CTrafficFormat : public ISeenFormat {
+public:
+    explicit CTrafficFormat(const CWireDecoder& decoder) : m_decoder(decoder) {}
+
+    QString Name() const override { return QStringLiteral("Traffic"); }
+    std::vector<texts::EnText> Titles() const override {
+        return {texts::kLogTime,     texts::kSeenWhat,  texts::kSeenNumber, texts::kName,
+                texts::kSeenSession, texts::kSeenError, texts::kSeenSize,   texts::kSeenDuration};
+    }
+    std::vector<int> Widths() const override { return {80, 58, 58, 138, 58, 46, 46, 40}; }
+    std::vector<texts::EnText> Kinds() const override {
+        return {texts::kCommandSent, texts::kCommandReplied, texts::kCommandFailed, texts::kCommandPushed,
+                texts::kBusMessage};
+    }
+
+    bool Takes(const Seen& seen) const override {
+        return std::holds_alternative<CommandSeen>(seen.what) || std::holds_alternative<MessageSeen>(seen.what);
+    }
+
+    int Kind(const Seen& seen) const override {
+        const auto* command = std::get_if<CommandSeen>(&seen.what);
+        return command ? int(command->kind) : 4;
+    }
+
+    bool IsBad(const Seen& seen) const override {
+        const auto* command = std::get_if<CommandSeen>(&seen.what);
+        return command && command->error != 0;
+    }
+
+    QStringList Cells(const Seen& seen) const override {
+        const QString kind = Tr(Kinds()[size_t(Kind(seen))]);
+        if (const auto* message = std::get_if<MessageSeen>(&seen.what)) {
+            return {kind, QString::number(message->id), wire::MessageName(message->id), {}, {}, {}, {}};
+        }
+        const auto& command = std::get<CommandSeen>(seen.what);
+        return {kind,
+                QString::number(command.command),
+                wire::CommandName(command.command),
+                command.session == 0 ? QString() : QString::number(command.session),
+                command.kind == CommandSeen::EnKind::Sent ? QString() : QString::number(command.error),
+                QString::number(command.body.size()),
+                command.durationMs < 0 ? QString() : QString::number(command.durationMs)};
+    }
+
+    std::vector<FieldNode> Detail(const Seen& seen) const override {
+        if (const auto* message = std::get_if<MessageSeen>(&seen.what)) {
+            std::vector<FieldNode> fields{Node(QStringLiteral("wParam"), QString::number(message->wParam))};
+            if (message->hasBody) {
+                fields.push_back(Node(QStringLiteral("p1"), QString::number(message->p1)));
+                fields.push_back(Node(QStringLiteral("p2"), QString::number(message->p2)));
+            }
+            fields.push_back(Node(Tr(texts::kLocation), QString::fromStdString(message->location)));
+            if (message->receivers >= 0) {
+                fields.push_back(Node(Tr(texts::kReceivers), QString::number(message->receivers)));
+            }
+            return fields;
+        }
+        const auto& command = std::get<CommandSeen>(seen.what);
+        const char* type = TypeOf(command);
+        std::vector<FieldNode> fields = m_decoder.Decode(type ? type : "", command.body);
+        return type ? std::vector<FieldNode>{{QString::fromLatin1(type), QString(), false, std::move(fields)}} : fields;
+    }
+
+private:
+    // By the number that was asked for: a reply that bears another is read as what it should have been.
+    static const char* TypeOf(const CommandSeen& seen) {
+        const wire::Command* command = wire::Find(seen.asked);
+        if (!command) {
+            return nullptr;
+        }
+        switch (seen.kind) {
+            case CommandSeen::EnKind::Sent:
+                return command->request;
+            case CommandSeen::EnKind::Pushed:
+                return command->push;
+            case CommandSeen::EnKind::Replied:
+            case CommandSeen::EnKind::Failed:
+                break;
+        }
+        return command->reply;
+    }
+
+    const CWireDecoder& m_decoder;
+};
+
+class CStoreFormat : public ISeenFormat {
+public:
+    QString Name() const override { return QStringLiteral("Store"); }
+    std::vector<texts::EnText> Titles() const override {
+        return {texts::kLogTime,  texts::kSeenWhat, texts::kOwner, texts::kKey,
+                texts::kSeenSize, texts::kResult,   texts::kValue};
+    }
+    std::vector<int> Widths() const override { return {80, 46, 70, 126, 46, 84, 60}; }
+    std::vector<texts::EnText> Kinds() const override { return {texts::kStoreRead, texts::kStoreSave}; }
+
+    bool Takes(const Seen& seen) const override { return std::holds_alternative<StoreSeen>(seen.what); }
+    int Kind(const Seen& seen) const override { return std::get<StoreSeen>(seen.what).isSave ? 1 : 0; }
+
+    // A key that is not there is a matter of course; a save that is refused is not.
+    bool IsBad(const Seen& seen) const override {
+        const auto& store = std::get<StoreSeen>(seen.what);
+        return store.isSave && !store.succeeded;
+    }
+
+    QStringList Cells(const Seen& seen) const override {
+        const auto& store = std::get<StoreSeen>(seen.what);
+        return {Tr(Kinds()[size_t(Kind(seen))]),
+                store.owner ? QString::number(*store.owner) : Tr(texts::kInstallation),
+                QString::fromStdString(store.key),
+                store.succeeded || store.isSave ? QString::number(store.value.size()) : QString(),
+                Tr(store.succeeded ? texts::kResultDone
+                   : store.isSave  ? texts::kResultRefused
+                                   : texts::kResultAbsent),
+                readable::Text(store.value).left(80).simplified()};
+    }
+
+    std::vector<FieldNode> Detail(const Seen& seen) const override {
+        const auto& store = std::get<StoreSeen>(seen.what);
+        const auto text = readable::Utf8(store.value);
+        return {Node(Tr(texts::kKey), QString::fromStdString(store.key)),
+                {Tr(texts::kValue), text ? *text : readable::Hex(store.value), !text, {}}};
+    }
+};
+
+class CUrlFormat : public ISeenFormat {
+public:
+    QString Name() const override { return QStringLiteral("Url"); }
+    std::vector<texts::EnText> Titles() const override {
+        return {texts::kLogTime, texts::kResult, texts::kUrlAddress, texts::kReason};
+    }
+    std::vector<int> Widths() const override { return {84, 70, 230, 120}; }
+    std::vector<texts::EnText> Kinds() const override { return {texts::kUrlOpened, texts::kResultRefused}; }
+
+    bool Takes(const Seen& seen) const override { return std::holds_alternative<UrlSeen>(seen.what); }
+    int Kind(const Seen& seen) const override { return IsBad(seen) ? 1 : 0; }
+    bool IsBad(const Seen& seen) const override { return !std::get<UrlSeen>(seen.what).refusal.isEmpty(); }
+
+    QStringList Cells(const Seen& seen) const override {
+        const auto& url = std::get<UrlSeen>(seen.what);
+        return {Tr(Kinds()[size_t(Kind(seen))]), url.url, url.refusal};
+    }
+
+    std::vector<FieldNode> Detail(const Seen& seen) const override {
+        const auto& url = std::get<UrlSeen>(seen.what);
+        return {Node(Tr(texts::kUrlAddress), url.url), Node(Tr(texts::kReason), url.refusal),
+                Node(QStringLiteral("BusinessType"), QString::number(url.businessType)),
+                Node(QStringLiteral("FallbackMode"), QString::number(url.fallbackMode))};
+    }
+};
+
+}  // namespace
+
+std::unique_ptr<ISeenFormat> NewTrafficFormat(const CWireDecoder& decoder) {
+    return std::make_unique<CTrafficFormat>(decoder);
+}
+
+std::unique_ptr<ISeenFormat> NewStoreFormat() {
+    return std::make_unique<CStoreFormat>();
+}
+
+std::unique_ptr<ISeenFormat> NewUrlFormat() {
+    return std::make_unique<CUrlFormat>();
+}

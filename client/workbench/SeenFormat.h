@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QStringList>
+#include <memory>
+#include <vector>
+
+#include "ClientTexts.h"
+#include "observe/Seen.h"
+#include "workbench/FieldNode.h"
+
+class CWireDecoder;
+
+/// How one kind of what was seen is shown: as a row of a table, and in full. Main thread.
+class ISeenFormat {
+public:
+    virtual ~ISeenFormat() = default;
+
+    /// In object names, as "Traffic".
+    virtual QString Name() const = 0;
+    virtual std::vector<texts::EnText> Titles() const = 0;
+    virtual std::vector<int> Widths() const = 0;
+    /// What the rows are told apart by; Kind gives an index into it.
+    virtual std::vector<texts::EnText> Kinds() const = 0;
+
+    virtual bool Takes(const Seen& seen) const = 0;
+    virtual int Kind(const Seen& seen) const = 0;
+    virtual bool IsBad(const Seen& seen) const = 0;
+    /// One cell for each title after the first, which is the time.
+    virtual QStringList Cells(const Seen& seen) const = 0;
+    virtual std::vector<FieldNode> Detail(const Seen& seen) const = 0;
+};
+
+std::unique_ptr<ISeenFormat> NewTrafficFormat(const CWireDecoder& decoder);
+std::unique_ptr<ISeenFormat> NewStoreFormat();
+std::unique_ptr<ISeenFormat> NewUrlFormat();

@@ -1,0 +1,87 @@
+#include "core/UrlOpener.h"
+
+#include <QSet>
+#include <algorithm>
+
+#include "core/IEnvironment.h"
+#include "framework/HostLog.h"
+#include "log/LogText.h"
+
+namespace {
+
+constexpr host::HostLog kLog("Url");
+constexpr int kMaxLoggedLength = 200;
+
+using Verdict = CUrlOpener::Verdict;
+using EnTarget = CUrlOpener::EnTarget;
+
+Verdict Refuse(const char* reason) {
+    return {EnTarget::Refused, QUrl(), QString::fromLatin1(reason)};
+}
+
+// A space or a control character is taken off or encoded by one reader and not by the next: what was looked
+// at would not be what is opened. A backslash is a slash to browsers alone.
+bool IsTreacherous(QChar character) {
+    return character.category() == QChar::Other_Control || character.category() == QChar::Other_Format ||
+           character.isSpace() || character == QLatin1Char('\\') || character.isSurrogate();
+}
+
+bool IsLoopback(const QString& host) {
+    static const QSet<QString> names{QStringLiteral("127.0.0.1"), QStringLiteral("localhost"), QStringLiteral("::1")};
+    return names.contains(host);
+}
+
+}  // namespace
+
+CUrlOpener::CUrlOpener(const IEnvironment& environment) : m_environment(environment) {}
+
+Verdict CUrlOpener::Judge(const QString& text, bool internal) {
+    if (text.isEmpty()) {
+        return Refuse("it is empty");
+    }
+    if (text.size() > kMaxLength) {
+        return Refuse("it is too long");
+    }
+    if (std::any_of(text.begin(), text.end(), IsTreacherous)) {
+        return Refuse("it holds a blank, a backslash or a control character");
+    }
+    const QUrl url(text, QUrl::StrictMode);
+    if (!url.isValid() || url.isRelative()) {
+        return Refuse("it is no whole URL");
+    }
+    const QString scheme = url.scheme();
+    if (scheme != QLatin1String("https") && scheme != QLatin1String("http") && scheme != QLatin1String("zrclient")) {
+        return Refuse("its scheme is not allowed");
+    }
+    if (url.authority().contains(QLatin1Char('@'))) {
+        return Refuse("it names a user");
+    }
+    if (url.host().isEmpty()) {
+        return Refuse("it names no host");
+    }
+    if (scheme == QLatin1String("zrclient")) {
+        return {EnTarget::Page, url, QString()};
+    }
+    if (scheme == QLatin1String("http") && !(internal && IsLoopback(url.host()))) {
+        return Refuse("plain http is for this machine alone, and for internal builds");
+    }
+    return {EnTarget::Web, url, QString()};
+}
+
+bool CUrlOpener::Open(const UrlRequest& request) {
+    Verdict verdict = Judge(request.url, !m_environment.IsReleaseAppVersion());
+    if (verdict.target != EnTarget::Refused) {
+        const Handler& handler = verdict.target == EnTarget::Page ? m_fnPage : m_fnWeb;
+        bool opened = false;
+        host::RunGuarded(kLog, "Opening a URL", [&] { opened = handler && handler(verdict.url); });
+        if (!opened) {
+            verdict = Refuse("nothing in the client opens it");
+        }
+    }
+    if (!verdict.reason.isEmpty()) {
+        kLog.Error(FMT_STRING("Refused to open a URL, {}: {}"), verdict.reason.toStdString(),
+                   EscapedLogText(request.url.left(kMaxLoggedLength)));
+    }
+    Q_EMIT Dispatched(request, verdict.reason);
+    return verdict.reason.isEmpty();
+}

@@ -1,0 +1,114 @@
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QTableView>
+#include <QTableWidget>
+#include <QTreeWidget>
+
+#include "ClientFixture.h"
+#include "core/attr_market.h"
+#include "core/urlhandler.h"
+#include "workbench/Workbench.h"
+
+using namespace ::testing;
+
+namespace {
+
+class WorkbenchOnServerTest : public ClientTest {
+protected:
+    template <class Widget>
+    Widget* Child(const char* name) {
+        return window->findChild<Widget*>(QString::fromLatin1(name));
+    }
+
+    int RowWith(const char* table, int column, const QString& text) {
+        const QAbstractItemModel* model = Child<QTableView>(table)->model();
+        for (int row = 0; row < model->rowCount(); ++row) {
+            if (model->index(row, column).data().toString() == text) {
+                return row;
+            }
+        }
+        return -1;
+    }
+};
+
+TEST_F(WorkbenchOnServerTest, TheReplyIsSeenAndDecoded) {
+    StartAndLogIn();
+
+    ASSERT_TRUE(WaitUntil([this] { return RowWith("TrafficTable", 1, QStringLiteral("Reply")) >= 0; }));
+    Child<QTableView>("TrafficTable")->selectRow(RowWith("TrafficTable", 1, QStringLiteral("Reply")));
+
+    EXPECT_THAT(
+        Child<QTreeWidget>("TrafficDetail")->findItems(QStringLiteral("scene"), Qt::MatchExactly | Qt::MatchRecursive),
+        SizeIs(3));
+    // what the module keeps is seen too, and what was read before there was a window
+    EXPECT_TRUE(WaitUntil(
+        [this] { return RowWith("StoreTable", 3, QStringLiteral("ZRBaseAIChatEnableCacheDataKey_501")) >= 0; }));
+    EXPECT_GE(RowWith("StoreTable", 3, QStringLiteral("Host_DeviceId")), 0);
+}
+
+TEST_F(WorkbenchOnServerTest, ScenesSavedToTheServerCountAtTheNextLogin) {
+    StartAndLogIn();
+    auto* scenes = Child<QTableWidget>("SceneTable");
+    ASSERT_TRUE(WaitUntil([&] { return scenes->rowCount() == 3; }));
+
+    scenes->item(0, 1)->setCheckState(Qt::Unchecked);
+    scenes->item(2, 1)->setCheckState(Qt::Checked);
+    Child<QPushButton>("SceneSave")->click();
+    ASSERT_TRUE(WaitUntil([this] { return !Child<QLabel>("SceneMessage")->text().isEmpty(); }));
+    client->Login(501);
+
+    EXPECT_TRUE(WaitUntil([this] { return OpenEntries() == std::set<int>({4, 5}); }));
+}
+
+TEST_F(WorkbenchOnServerTest, AFaultFailsTheNextRequest) {
+    StartAndLogIn();
+
+    Child<QPushButton>("FaultSet")->click();
+    ASSERT_TRUE(WaitUntil([this] { return Child<QLabel>("FaultsInForce")->text().contains(QStringLiteral("20982")); }));
+    client->Login(501);
+
+    EXPECT_TRUE(WaitUntil([this] { return RowWith("TrafficTable", 1, QStringLiteral("Failed")) >= 0; }));
+}
+
+TEST_F(WorkbenchOnServerTest, ASessionThatCameWithAReconnectIsKeptOutOfExportsToo) {
+    StartAndLogIn();
+    const uint64_t first = client->SessionId();
+
+    Child<QPushButton>("FaultDrop")->click();
+    ASSERT_TRUE(WaitUntil([&] { return client->SessionId() != first; }));
+
+    const CAliases& aliases = Child<CWorkbench>("Workbench")->Aliases();
+    EXPECT_EQ(aliases.Redacted(QString::number(first)), QStringLiteral("session-1"));
+    EXPECT_EQ(aliases.Redacted(QString::number(client->SessionId())), QStringLiteral("session-2"));
+}
+
+TEST_F(WorkbenchOnServerTest, MarketsAndEditionTakeEffectInTheRunningClient) {
+    StartAndLogIn();
+
+    client->OverrideMarkets({8, 9});
+    EXPECT_THAT(core::attr_market::GetCurrentUserAttrMarket(), ElementsAre(8, 9));
+    Child<QComboBox>("WorkbenchEdition")->setCurrentIndex(1);
+    EXPECT_EQ(Child<QLabel>("ProductName")->text(), QStringLiteral("Velora"));
+    client->Login(501);
+
+    EXPECT_TRUE(WaitUntil([this] { return client->UserId() == 501 && client->Markets() == std::vector<int>({3, 1}); }));
+}
+
+TEST_F(WorkbenchOnServerTest, OpenedAndRefusedUrlsAreListed) {
+    using namespace core::urlhandler;
+    StartAndLogIn();
+    const auto open = [](const char* url) {
+        return DispatchUrl(QString::fromLatin1(url), kBusinessDefault, nullptr, QVariant(), kFallbackWeb);
+    };
+
+    EXPECT_TRUE(open("zrclient://page/news"));
+    EXPECT_FALSE(open("zrclient://page/nowhere"));
+    EXPECT_FALSE(open("file:///etc/hosts"));
+
+    EXPECT_TRUE(WaitUntil([this] { return Child<QTableView>("UrlTable")->model()->rowCount() == 3; }));
+    EXPECT_EQ(RowWith("UrlTable", 1, QStringLiteral("Opened")), 0);
+    EXPECT_EQ(RowWith("UrlTable", 3, QStringLiteral("its scheme is not allowed")), 2);
+}
+
+}  // namespace

@@ -1,0 +1,51 @@
+#include "support/ScriptedUrls.h"
+
+#include <gtest/gtest.h>
+
+#include <QUrl>
+
+#include "core/environment.h"
+#include "framework/HostLog.h"
+
+namespace {
+
+constexpr host::HostLog kLog("Url");
+
+// What the contract promises of the URL itself. How it may be disguised is the real opener's care.
+bool IsAllowed(const QUrl& url) {
+    if (url.scheme() == QLatin1String("http")) {
+        const bool isThisMachine = url.host() == QLatin1String("127.0.0.1") || url.host() == QLatin1String("localhost");
+        return isThisMachine && !core::environment::IsReleaseAppVersion();
+    }
+    return !url.host().isEmpty() &&
+           (url.scheme() == QLatin1String("https") || url.scheme() == QLatin1String("zrclient"));
+}
+
+}  // namespace
+
+const std::vector<OpenedUrl>& CScriptedUrls::Opened() {
+    m_nLookedAt = m_opened.size();
+    return m_opened;
+}
+
+void CScriptedUrls::Forget() {
+    m_opened.clear();
+    m_nLookedAt = 0;
+}
+
+void CScriptedUrls::CheckAllLookedAt() {
+    for (size_t i = m_nLookedAt; i < m_opened.size(); ++i) {
+        ADD_FAILURE() << "An unexpected URL was opened: " << m_opened[i].url;
+    }
+    m_nLookedAt = m_opened.size();
+}
+
+bool CScriptedUrls::Open(const UrlRequest& request) {
+    m_opened.push_back({request.url.toStdString(), int(request.businessType), int(request.fallbackMode),
+                        request.context, request.extra});
+    const bool opened = !m_refused.Next() && IsAllowed(QUrl(request.url, QUrl::StrictMode));
+    if (!opened) {
+        kLog.Error(FMT_STRING("Refused to open a URL: {}"), request.url.toStdString());
+    }
+    return opened;
+}

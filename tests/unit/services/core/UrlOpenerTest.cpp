@@ -1,0 +1,114 @@
+#include "core/UrlOpener.h"
+
+#include "support/ScriptedHostTest.h"
+
+using namespace ::testing;
+using EnTarget = CUrlOpener::EnTarget;
+
+namespace {
+
+struct Row {
+    const char* name;
+    const char* url;
+    EnTarget internal;
+    EnTarget release;
+};
+
+void PrintTo(const Row& row, std::ostream* stream) {
+    *stream << row.url;
+}
+
+std::string RowName(const TestParamInfo<Row>& row) {
+    return row.param.name;
+}
+
+class UrlVerdictTest : public TestWithParam<Row> {};
+
+class UrlOpenerTest : public ScriptedHostTest {
+protected:
+    bool Open(const char* url) {
+        return opener.Open({QString::fromUtf8(url), core::urlhandler::kBusinessAdClick, nullptr, QVariant(),
+                            core::urlhandler::kFallbackWeb});
+    }
+
+    CUrlOpener opener{environment};
+};
+
+TEST_P(UrlVerdictTest, IsJudgedByItsWholeText) {
+    const QString url = QString::fromUtf8(GetParam().url);
+    EXPECT_EQ(CUrlOpener::Judge(url, true).target, GetParam().internal);
+    EXPECT_EQ(CUrlOpener::Judge(url, false).target, GetParam().release);
+}
+
+constexpr EnTarget kNo = EnTarget::Refused;
+
+INSTANTIATE_TEST_SUITE_P(
+    Urls, UrlVerdictTest,
+    Values(Row{"Https", "https://a.example/x?y=1#z", EnTarget::Web, EnTarget::Web},
+           Row{"HttpsWithPort", "https://a.example:8443/", EnTarget::Web, EnTarget::Web},
+           Row{"SchemeInCapitals", "HTTPS://a.example/", EnTarget::Web, EnTarget::Web},
+           Row{"OwnPage", "zrclient://page/quotes", EnTarget::Page, EnTarget::Page},
+           Row{"LoopbackNumber", "http://127.0.0.1:7000/x", EnTarget::Web, kNo},
+           Row{"LoopbackName", "http://localhost/", EnTarget::Web, kNo},
+           Row{"LoopbackSix", "http://[::1]:80/", EnTarget::Web, kNo}, Row{"PlainHttp", "http://a.example/", kNo, kNo},
+           Row{"LoopbackLookalike", "http://127.0.0.1.a.example/", kNo, kNo},
+           Row{"LocalhostLookalike", "http://localhost.a.example/", kNo, kNo}, Row{"Empty", "", kNo, kNo},
+           Row{"Relative", "/page/quotes", kNo, kNo}, Row{"NoScheme", "//a.example/", kNo, kNo},
+           Row{"File", "file:///etc/passwd", kNo, kNo}, Row{"Script", "javascript:alert(1)", kNo, kNo},
+           Row{"Data", "data:text/html,x", kNo, kNo}, Row{"OtherScheme", "ftp://a.example/", kNo, kNo},
+           Row{"NoHost", "https:///x", kNo, kNo}, Row{"NoAuthority", "https:a.example", kNo, kNo},
+           Row{"UserInfo", "https://a.example@b.example/", kNo, kNo},
+           Row{"EmptyUserInfo", "https://@b.example/", kNo, kNo},
+           Row{"UserAndPassword", "http://u:p@127.0.0.1/", kNo, kNo}, Row{"Blank", "https://a.example/a b", kNo, kNo},
+           Row{"LeadingBlank", " https://a.example/", kNo, kNo}, Row{"LineBreak", "https://a.example/\nx", kNo, kNo},
+           Row{"Tab", "https://a\t.example/", kNo, kNo}, Row{"Backslash", "https://a.example\\b", kNo, kNo},
+           Row{"TurnedWriting", "https://a.example/\xE2\x80\xAE", kNo, kNo},
+           Row{"BadPercent", "https://a.example/%zz", kNo, kNo}, Row{"BadPort", "https://a.example:99999/", kNo, kNo}),
+    RowName);
+
+TEST_F(UrlOpenerTest, HandsEachKindToItsHandler) {
+    std::vector<std::string> pages;
+    std::vector<std::string> web;
+    opener.SetPageHandler([&](const QUrl& url) {
+        pages.push_back(url.toString().toStdString());
+        return true;
+    });
+    opener.SetWebHandler([&](const QUrl& url) {
+        web.push_back(url.toString().toStdString());
+        return true;
+    });
+
+    EXPECT_TRUE(Open("zrclient://page/news"));
+    EXPECT_TRUE(Open("https://a.example/"));
+
+    EXPECT_THAT(pages, ElementsAre("zrclient://page/news"));
+    EXPECT_THAT(web, ElementsAre("https://a.example/"));
+}
+
+TEST_F(UrlOpenerTest, ARefusalIsLoggedOnceAndTold) {
+    std::vector<std::string> told;
+    QObject::connect(&opener, &CUrlOpener::Dispatched, &opener, [&](const UrlRequest& request, const QString& reason) {
+        told.push_back(request.url.toStdString() + ": " + reason.toStdString());
+    });
+
+    EXPECT_FALSE(Open("ftp://a.example/\n"));
+
+    EXPECT_THAT(log.Lines(), ElementsAre(Error("Refused to open a URL, it holds a blank, a backslash or a control "
+                                               "character: ftp://a.example/\\x0a")));
+    EXPECT_THAT(told, ElementsAre("ftp://a.example/\n: it holds a blank, a backslash or a control character"));
+}
+
+TEST_F(UrlOpenerTest, WhatNoHandlerOpensIsRefused) {
+    EXPECT_FALSE(Open("https://a.example/"));
+    opener.SetPageHandler([](const QUrl&) { return false; });
+    EXPECT_FALSE(Open("zrclient://page/nowhere"));
+    opener.SetPageHandler([](const QUrl&) -> bool { throw std::runtime_error("broken"); });
+    EXPECT_FALSE(Open("zrclient://page/news"));
+
+    EXPECT_THAT(log.Lines(),
+                ElementsAre(Error(HasSubstr("nothing in the client opens it")),
+                            Error(HasSubstr("nothing in the client opens it")), Error("Opening a URL threw: broken"),
+                            Error(HasSubstr("nothing in the client opens it"))));
+}
+
+}  // namespace
