@@ -43,6 +43,8 @@ CScenePanel::CScenePanel(IServerAsk& server, QWidget* parent)
     m_pTable->verticalHeader()->setDefaultSectionSize(kRowHeight);
     m_pTable->horizontalHeader()->setHighlightSections(false);
     m_pTable->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    // It has what the rest leaves over: what it would like would squeeze the buttons.
+    m_pTable->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     m_pTable->setMinimumHeight(kRowHeight * (kRowsInSight + 1) + 6);
     m_pMessage->setObjectName(QStringLiteral("SceneMessage"));
     m_pMessage->setTextFormat(Qt::PlainText);
