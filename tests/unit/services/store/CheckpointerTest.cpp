@@ -43,11 +43,11 @@ protected:
                                   }) != m_taken.end();
     }
 
-    /// Each value is another than the one before it under the same key: pages that stay the same are not written.
+    // Never the value that is there: SQLite writes no page that would stay the same.
     void SaveMuch(CSqliteStore& file, int count) {
-        for (int n = 0; n < count; ++n) {
-            const char letter = char('a' + m_nSaved++ % 23);
-            ASSERT_TRUE(file.SaveString(kApp, "key" + std::to_string(n % 20), std::string(20'000, letter)));
+        for (int n = 0; n < count; ++n, ++m_nSaved) {
+            ASSERT_TRUE(file.SaveString(kApp, "key" + std::to_string(m_nSaved % 20),
+                                        std::string(20'000, char('a' + (m_nSaved / 20 + m_nSaved) % 26))));
         }
     }
 
