@@ -78,12 +78,11 @@ bool Row::IsMissed() const {
 
 int RunComparisons(int argc, char** argv, const std::vector<Comparison>& comparisons) {
     std::vector<char*> arguments(argv, argv + argc);
-    const bool quick = Take(arguments, "--quick");
-    const bool asRows = Take(arguments, "--rows");
+    const Options options = TakeOptions(arguments);
     // What the caller says himself comes later and so wins.
     std::vector<std::string> standard = {"--benchmark_enable_random_interleaving=true"};
-    standard.emplace_back(quick ? "--benchmark_repetitions=1" : "--benchmark_repetitions=31");
-    standard.emplace_back(quick ? "--benchmark_min_time=0" : "--benchmark_min_time=0.02");
+    standard.emplace_back(options.quick ? "--benchmark_repetitions=1" : "--benchmark_repetitions=31");
+    standard.emplace_back(options.quick ? "--benchmark_min_time=0" : "--benchmark_min_time=0.02");
     for (size_t i = 0; i < standard.size(); ++i) {
         arguments.insert(arguments.begin() + 1 + long(i), standard[i].data());
     }
@@ -105,11 +104,23 @@ int RunComparisons(int argc, char** argv, const std::vector<Comparison>& compari
             failed = true;
             continue;
         }
-        failed = failed || (!quick && row.IsMissed());
         rows.push_back(row);
     }
-    fmt::print("{}", asRows ? RowsText(rows) : TableText(rows, !quick));
-    return failed ? 1 : 0;
+    const int result = PrintRows(rows, options);
+    return failed ? 1 : result;
+}
+
+Options TakeOptions(std::vector<char*>& arguments) {
+    Options options;
+    options.quick = Take(arguments, "--quick");
+    options.asRows = Take(arguments, "--rows");
+    return options;
+}
+
+int PrintRows(const std::vector<Row>& rows, const Options& options) {
+    fmt::print("{}", options.asRows ? RowsText(rows) : TableText(rows, !options.quick));
+    const bool isMissed = std::any_of(rows.begin(), rows.end(), [](const Row& row) { return row.IsMissed(); });
+    return isMissed && !options.quick ? 1 : 0;
 }
 
 std::string TableText(const std::vector<Row>& rows, bool judged) {

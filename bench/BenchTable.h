@@ -31,6 +31,18 @@ struct Row {
 /// arguments are understood too. Gives the exit code: 1 when a goal is missed or a benchmark did not run.
 int RunComparisons(int argc, char** argv, const std::vector<Comparison>& comparisons);
 
+/// What every bench executable takes.
+struct Options {
+    bool quick = false;   // each measurement once, nothing judged
+    bool asRows = false;  // for ReadRows and not for people
+};
+
+/// Reads the options, for an executable that measures in a way of its own, and takes them out of the arguments.
+Options TakeOptions(std::vector<char*>& arguments);
+
+/// Prints the rows of such an executable and gives its exit code: 1 when a goal is missed.
+int PrintRows(const std::vector<Row>& rows, const Options& options);
+
 /// As people read them; without `judged` no verdicts.
 std::string TableText(const std::vector<Row>& rows, bool judged);
 

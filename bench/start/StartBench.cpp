@@ -56,13 +56,11 @@ int main(int argc, char** argv) {
     bench::RunChild("zrclient", arguments);
     benchmark::RegisterBenchmark("Client from exec to first paint", Start, "zrclient", arguments)
         ->UseManualTime()
-        ->Iterations(1)
-        ->Repetitions(21);
+        ->Iterations(1);
     benchmark::RegisterBenchmark("Empty main window to first paint", Start, "bench_empty_window",
                                  std::vector<std::string>())
         ->UseManualTime()
-        ->Iterations(1)
-        ->Repetitions(21);
+        ->Iterations(1);
     return bench::RunComparisons(argc, argv,
                                  {{"Client from exec to first paint", "Empty main window to first paint", 2}});
 }
