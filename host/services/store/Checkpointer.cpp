@@ -113,7 +113,9 @@ bool CCheckpointer::EnsureOpen(CSqliteConnection& connection) {
     if (m_bOpen) {
         return true;
     }
+    // A restart that waits for a reader holds the writer off: it gives up long before the writer would.
     if (!connection.Open(m_path, EnSqliteAccess::kReadWrite) ||
+        !connection.Value(QStringLiteral("PRAGMA busy_timeout=100")) ||
         !connection.Run(QStringLiteral("PRAGMA synchronous=NORMAL"))) {
         return false;
     }

@@ -34,20 +34,35 @@ protected:
         return std::any_of(taken.begin(), taken.end(), [](const StoreCheckpoint& each) { return each.restarted; });
     }
 
-    /// Whether a checkpoint found a shorter log than the one before it, which was past the limit.
-    bool HasShrunk() {
+    bool HasRestarted() {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        return std::adjacent_find(m_taken.begin(), m_taken.end(),
-                                  [](const StoreCheckpoint& before, const StoreCheckpoint& after) {
-                                      return before.restarted && after.logBytes < before.logBytes;
-                                  }) != m_taken.end();
+        return Restarted(m_taken);
     }
+
+    /// Rests after each checkpoint's worth: a writer without a gap may keep a restart waiting for long.
+    void SaveUntilRestarted(CSqliteStore& file) {
+        for (int n = 0; n < 20 && !HasRestarted(); ++n) {
+            const size_t before = TakenCount();
+            SaveMuch(file, 250);
+            ASSERT_TRUE(WaitUntil([before](const auto& taken) { return taken.size() > before; }));
+        }
+        EXPECT_TRUE(HasRestarted());
+    }
+
+    size_t TakenCount() {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        return m_taken.size();
+    }
+
+    /// Each time that the log begins anew, its head is another.
+    QByteArray LogHead() const { return Bytes(Path() + QStringLiteral("-wal")).left(32); }
 
     // Never the value that is there: SQLite writes no page that would stay the same.
     void SaveMuch(CSqliteStore& file, int count) {
         for (int n = 0; n < count; ++n, ++m_nSaved) {
             ASSERT_TRUE(file.SaveString(kApp, "key" + std::to_string(m_nSaved % 20),
-                                        std::string(20'000, char('a' + (m_nSaved / 20 + m_nSaved) % 26))));
+                                        std::string(20'000, char('a' + (m_nSaved / 20 + m_nSaved) % 26))))
+                << PrintToString(log.Lines());
         }
     }
 
@@ -87,19 +102,39 @@ TEST_F(CheckpointerTest, OneIsTakenOnAThreadOfItsOwnOnceEnoughIsWritten) {
 }
 
 TEST_F(CheckpointerTest, ALogPastItsLimitBeginsAnewWithoutARefusedSave) {
-    CSqliteStore file(Path(), Options(200'000, 2'000'000));
+    CSqliteStore file(Path(), Options(4'000'000, 2'000'000));
+    SaveMuch(file, 1);
+    const QByteArray before = LogHead();
 
-    // Without a rest: in one, the log would begin anew by itself.
-    for (int n = 0; n < 500 && !HasShrunk(); ++n) {
-        SaveMuch(file, 20);
-    }
+    SaveUntilRestarted(file);
+    SaveMuch(file, 20);
 
-    EXPECT_TRUE(HasShrunk());
+    EXPECT_NE(LogHead(), before);
     EXPECT_THAT(log.Lines(),
                 Contains(Info(ContainsRegex("^The log of .*client\\.sqlite had [0-9]+ bytes and begins anew$"))));
     for (int n = 0; n < 20; ++n) {
         EXPECT_EQ(Read(file, "key" + std::to_string(n)).size(), 20'000u);
     }
+}
+
+TEST_F(CheckpointerTest, ALogThatSomebodyReadsIsLeftToALaterOne) {
+    // given a reader who does not let go of what it sees
+    CSqliteStore file(Path(), Options(4'000'000, 2'000'000));
+    SaveMuch(file, 20);
+    CSqliteConnection reader;
+    ASSERT_TRUE(reader.Open(Path(), EnSqliteAccess::kReadOnly) && reader.Run(QStringLiteral("BEGIN")));
+    ASSERT_EQ(reader.Value(QStringLiteral("SELECT count(*) FROM config")), QVariant(20));
+    const QByteArray before = LogHead();
+
+    // when the log grows past its limit: no save is refused, and the log goes on
+    SaveMuch(file, 250);
+    ASSERT_TRUE(WaitUntil([](const auto& taken) { return !taken.empty(); }));
+    EXPECT_FALSE(HasRestarted());
+    EXPECT_EQ(LogHead(), before);
+
+    // then it begins anew once the reader is gone
+    ASSERT_TRUE(reader.Run(QStringLiteral("COMMIT")));
+    SaveUntilRestarted(file);
 }
 
 TEST_F(CheckpointerTest, ALogWithinItsLimitIsNotMadeToBeginAnew) {
