@@ -6,6 +6,7 @@
 #include "chat.pb.h"
 #include "core/MessageBus.h"
 #include "support/RawWebSocketServer.h"
+#include "support/RealTime.h"
 #include "support/ScriptedStore.h"
 #include "support/SliceMeter.h"
 
@@ -78,19 +79,7 @@ protected:
         return options;
     }
 
-    static bool WaitUntil(const std::function<bool()>& condition) {
-        const QDeadlineTimer bound(20'000);
-        QTimer glance;
-        glance.start(5);
-        while (!condition()) {
-            if (bound.hasExpired()) {
-                return false;
-            }
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        }
-        return true;
-    }
+    static bool WaitUntil(const std::function<bool()>& condition) { return WaitInRealTime(condition); }
 
     /// The module asks, and the question arrives.
     void Ask() {

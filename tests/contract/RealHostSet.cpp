@@ -19,11 +19,10 @@
 #include "framework/Ports.h"
 #include "store/SqliteStore.h"
 #include "support/EnvelopeServer.h"
+#include "support/RealTime.h"
 #include "support/ScriptedLog.h"
 
 namespace {
-
-constexpr int kBoundMs = 20'000;
 
 ChannelOptions QuickRetries() {
     ChannelOptions options;
@@ -60,19 +59,7 @@ public:
         m_log.Forget();
     }
 
-    bool WaitUntil(const std::function<bool()>& condition) override {
-        const QDeadlineTimer bound(kBoundMs);
-        QTimer glance;  // wakes the loop for what changes without an event
-        glance.start(5);
-        while (!condition()) {
-            if (bound.hasExpired()) {
-                return false;
-            }
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        }
-        return true;
-    }
+    bool WaitUntil(const std::function<bool()>& condition) override { return WaitInRealTime(condition); }
 
     std::optional<ServerRequest> WaitForRequest() override {
         const CEnvelopeServer::Arrival* arrival = WaitForFrame(channel::Frame::REQUEST);

@@ -13,6 +13,7 @@
 #include "core/Random.h"
 #include "framework/Ports.h"
 #include "support/EnvelopeServer.h"
+#include "support/RealTime.h"
 #include "support/ScriptedLog.h"
 
 /// A client's channel, a server that the test plays, and the real network between them.
@@ -38,18 +39,7 @@ protected:
         return options;
     }
 
-    static bool WaitUntil(const std::function<bool()>& condition) {
-        const QDeadlineTimer bound(20'000);
-        QTimer glance;
-        glance.start(5);
-        while (!condition()) {
-            if (bound.hasExpired()) {
-                return false;
-            }
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        }
-        return true;
-    }
+    static bool WaitUntil(const std::function<bool()>& condition) { return WaitInRealTime(condition); }
 
     void Open(CWebSocketChannel& client) {
         client.Open(server.Url(), QByteArray("token"));
