@@ -1,6 +1,8 @@
 #include "ZRGrowthModuleUtil.h"
 
 #include "AIChat/Controller/ZRAIChatManager.h"
+#include "Premium/ZRPremiumManager.h"
+#include "Vip/Controller/ZRVipManager.h"
 #include "plugin/IZRPluginCenter.h"
 #include "plugin/TplZRPluginInterfaceFactoryUnique.h"
 
@@ -20,6 +22,63 @@ bool RegisterFactory() {
 CZRGrowthModuleUtil::CZRGrowthModuleUtil() = default;
 
 CZRGrowthModuleUtil::~CZRGrowthModuleUtil() = default;
+
+unsigned long CZRGrowthModuleUtil::GetUiMsgAndPremiumAccessReq(bool serverPush) {
+    return CZRPremiumManager::Singleton()->GetUiMsgAndPremiumAccessReq(serverPush);
+}
+
+unsigned long CZRGrowthModuleUtil::GetUiMsgAndPremiumAccessReq(const QVector<int>& accessList, bool serverPush) {
+    return CZRPremiumManager::Singleton()->GetUiMsgAndPremiumAccessReq(accessList, serverPush);
+}
+
+unsigned long CZRGrowthModuleUtil::GetUiMsgAndPremiumAccessReq(const QVector<EnPremiumAccess>& accessList,
+                                                               bool serverPush) {
+    return CZRPremiumManager::Singleton()->GetUiMsgAndPremiumAccessReq(accessList, serverPush);
+}
+
+CPremiumUIData CZRGrowthModuleUtil::GetUIData(EnPremiumAccess access) const {
+    return CZRPremiumManager::Singleton()->GetUIData(access);
+}
+
+CPremiumAccessData CZRGrowthModuleUtil::GetAccessData(EnPremiumAccess access) const {
+    return CZRPremiumManager::Singleton()->GetAccessData(access);
+}
+
+CPremiumUIAccessData CZRGrowthModuleUtil::GetUIAccessData(EnPremiumAccess access) const {
+    return CZRPremiumManager::Singleton()->GetUIAccessData(access);
+}
+
+QMap<EnPremiumAccess, CPremiumUIAccessData> CZRGrowthModuleUtil::GetUIAccessData() const {
+    return CZRPremiumManager::Singleton()->GetUIAccessData();
+}
+
+void CZRGrowthModuleUtil::SetUIAccessData(EnPremiumAccess access, const CPremiumUIAccessData& data) {
+    CZRPremiumManager::Singleton()->SetUIAccessData(access, data);
+}
+
+bool CZRGrowthModuleUtil::HasVipQualification() {
+    return CZRVipManager::Singleton()->HasVipQualification();
+}
+
+int CZRGrowthModuleUtil::GetVipGrade() {
+    return CZRVipManager::Singleton()->GetVipGrade();
+}
+
+int CZRGrowthModuleUtil::GetVipState() {
+    return CZRVipManager::Singleton()->GetVipState();
+}
+
+bool CZRGrowthModuleUtil::IsNewVipSystem() {
+    return CZRVipManager::Singleton()->IsNewVipSystem();
+}
+
+int CZRGrowthModuleUtil::GetVipEngineStatus() {
+    return CZRVipManager::Singleton()->GetVipEngineStatus();
+}
+
+int CZRGrowthModuleUtil::GetNewVipState() {
+    return CZRVipManager::Singleton()->GetNewVipState();
+}
 
 bool CZRGrowthModuleUtil::IsAIChatEnable(ZRAIChatEntryScene scene) {
     return CZRAIChatManager::Singleton()->IsAIChatEnable(scene);

@@ -9,6 +9,22 @@ public:
     CZRGrowthModuleUtil();
     ~CZRGrowthModuleUtil() override;
 
+    unsigned long GetUiMsgAndPremiumAccessReq(bool serverPush) override;
+    unsigned long GetUiMsgAndPremiumAccessReq(const QVector<int>& accessList, bool serverPush) override;
+    unsigned long GetUiMsgAndPremiumAccessReq(const QVector<EnPremiumAccess>& accessList, bool serverPush) override;
+    CPremiumUIData GetUIData(EnPremiumAccess access) const override;
+    CPremiumAccessData GetAccessData(EnPremiumAccess access) const override;
+    CPremiumUIAccessData GetUIAccessData(EnPremiumAccess access) const override;
+    QMap<EnPremiumAccess, CPremiumUIAccessData> GetUIAccessData() const override;
+    void SetUIAccessData(EnPremiumAccess access, const CPremiumUIAccessData& data) override;
+
+    bool HasVipQualification() override;
+    int GetVipGrade() override;
+    int GetVipState() override;
+    bool IsNewVipSystem() override;
+    int GetVipEngineStatus() override;
+    int GetNewVipState() override;
+
     bool IsAIChatEnable(ZRAIChatEntryScene scene) override;
     void SetAIChatDevelopEnableType(unsigned int type) override;
 };

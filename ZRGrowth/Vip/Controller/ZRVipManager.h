@@ -2,7 +2,11 @@
 
 #include <QObject>
 
-/// The root of the VIP subsystem: status and widgets. Init() runs inside the first use, and nothing stops it.
+#include "modules/ZRGrowthTypes.h"
+
+class CZRVipDataHandler;
+
+/// The root of the VIP subsystem: the user's status. Init() runs inside the first use, and nothing stops it.
 /// One per process, made at its first use and never deleted; its operations are for the main thread.
 class CZRVipManager : public QObject {
     Q_OBJECT
@@ -17,4 +21,20 @@ public:
     void UnInit();
     void OnLogin();
     void OnLogout();
+
+    void RequestVipStatus();
+    void ClearVipStatus();
+
+    /// The status as the server last told it; before Init() false, 0 and, of the engine, undetermined.
+    bool HasVipQualification() const;
+    int GetVipGrade() const;
+    int GetVipState() const;
+    int GetNewVipState() const;
+    ZRVipEngineStatus GetVipEngineStatus() const;
+
+    /// False in a client of another edition than Velora, whatever the server said.
+    bool IsNewVipSystem() const;
+
+private:
+    CZRVipDataHandler* m_pDataHandler = nullptr;  // a child
 };

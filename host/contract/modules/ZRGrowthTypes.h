@@ -1,5 +1,94 @@
 #pragma once
 
+/// A premium right, as the server numbers it. Other numbers are possible, also ones that no name stands for;
+/// 0 is no right.
+enum EnPremiumAccess : int {
+    EnPremiumAccess_us_arcabook = 1,
+    EnPremiumAccess_us_otc_order_book = 2,
+    EnPremiumAccess_us_option_lv1 = 3,
+    EnPremiumAccess_us_option_lv2 = 4,
+    EnPremiumAccess_us_cme_future_lv1 = 5,
+    EnPremiumAccess_us_cme_future_lv2 = 6,
+    EnPremiumAccess_us_cboe_future_lv1 = 7,
+    EnPremiumAccess_us_cboe_future_lv2 = 8,
+    EnPremiumAccess_can_stock_tmx_tsx_order_book_ss = 11,
+    EnPremiumAccess_can_stock_tmx_tsxv_order_book_ss = 12,
+    EnPremiumAccess_hk_stock_lv1 = 13,
+    EnPremiumAccess_hk_option_lv1 = 14,
+    EnPremiumAccess_hk_stock_lv2 = 15,
+    EnPremiumAccess_hk_option_lv2 = 16,
+    EnPremiumAccess_hk_option_dl_lv1 = 17,
+    EnPremiumAccess_hk_future_dl_lv1 = 18,
+    EnPremiumAccess_jp_stock_lv2 = 19,
+    EnPremiumAccess_jp_future_lv2 = 20,
+    EnPremiumAccess_myx_stock_lv1 = 21,
+    EnPremiumAccess_sg_stock_lv2 = 22,
+    EnPremiumAccess_jp_stock_lv1 = 23,
+    EnPremiumAccess_ca_stock_neo_lv2 = 24,
+    EnPremiumAccess_my_stock_lv2 = 25,
+    EnPremiumAccess_ca_stock_TSX_snapshot_lv1 = 26,
+    EnPremiumAccess_ca_stock_TSXV_snapshot_lv1 = 27,
+    EnPremiumAccess_ca_stock_TSX_realtime_lv1 = 28,
+    EnPremiumAccess_ca_stock_TSXV_realtime_lv1 = 29,
+    EnPremiumAccess_us_total_view_lv2 = 74,
+    EnPremiumAccess_k_line_shape = 99,
+    EnPremiumAccess_Morningstar = 101,
+    EnPremiumAccess_AnalystRatings = 102,
+    EnPremiumAccess_Insider = 103,
+    EnPremiumAccess_Shikiho = 104,
+    EnPremiumAccess_TrendProjection = 105,
+    EnPremiumAccess_IFIS = 106,
+    EnPremiumAccess_OfficialWebFundDistributionFlow = 107,
+    EnPremiumAccess_OfficialWebFinancePrediction = 108,
+    EnPremiumAccess_OfficialWebBusinessData = 109,
+    EnPremiumAccess_kline_Pattern = 110,
+    EnPremiumAccess_short_selling_analysis = 111,
+    EnPremiumAccess_algo_trading = 114,
+    EnPremiumAccess_second_k_line = 115,
+    EnPremiumAccess_MacroAnalysis = 201,
+    EnPremiumAccess_AIStockExplain = 202,
+    EnPremiumAccess_InvestmentStrategy = 203,
+    EnPremiumAccess_MyPagePremium = 1000,
+};
+
+/// Which of the three text sets of a right a VIP widget shows, and which link its button opens.
+enum ZRVipUIDataType : int {
+    ZRVipUIDataMain = 1,
+    ZRVipUIDataDetail = 2,
+    ZRVipUIDataDetailSub = 3,
+};
+
+/// The kind of a mask. Any other value gives none.
+enum ZRVipMaskType : int {
+    ZRVipMaskLocked = 0,         // text and button
+    ZRVipMaskLockedCompact = 1,  // button only
+    ZRVipMaskExclusive = 2,
+};
+
+/// The image family of a tag. Any other value is as ZRVipTagName.
+enum ZRVipTagType : int {
+    ZRVipTagGrade = 0,
+    ZRVipTagName = 1,
+};
+
+/// The grade of a member of the older VIP system. The server also knows 4 and may send others.
+enum ZRVipGrade : int {
+    ZRVipGradeNone = 0,
+    ZRVipGrade1 = 1,
+    ZRVipGrade2 = 2,
+    ZRVipGrade3 = 3,
+};
+
+/// What a user is to the VIP service in one number, as the reports carry it.
+using ZRVipEngineStatus = int;
+constexpr ZRVipEngineStatus kVipEngineUndetermined = -1;
+constexpr ZRVipEngineStatus kVipEngineTrial = 0;
+constexpr ZRVipEngineStatus kVipEngineMember = 1;  // gift, by assets, or paid with auto renewal on
+constexpr ZRVipEngineStatus kVipEngineAssetProtection = 2;
+constexpr ZRVipEngineStatus kVipEngineExpired = 3;
+constexpr ZRVipEngineStatus kVipEngineNonMember = 4;
+constexpr ZRVipEngineStatus kVipEngineRenewalOff = 5;  // paid with auto renewal off
+
 /// An entry of the AI chat somewhere in the client. The numbers are agreed between the entries and the
 /// server; the growth module only compares them.
 enum ZRAIChatEntryScene : int {};

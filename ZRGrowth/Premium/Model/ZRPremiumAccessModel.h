@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QMap>
+#include <QReadWriteLock>
+#include <memory>
+#include <string>
+
+#include "modules/ZRPremiumRecords.h"
+
+/// The table of the user's premium rights: what the server has said of them since the login.
+/// The getters give copies and may be called from any thread; all else is for the main thread.
+class CZRPremiumAccessModel {
+public:
+    CZRPremiumAccessModel();
+    ~CZRPremiumAccessModel();
+    CZRPremiumAccessModel(const CZRPremiumAccessModel&) = delete;
+    CZRPremiumAccessModel& operator=(const CZRPremiumAccessModel&) = delete;
+
+    /// A default record, or half of one, for a right that is not in the table.
+    CPremiumUIData GetUIData(EnPremiumAccess access) const;
+    CPremiumAccessData GetAccessData(EnPremiumAccess access) const;
+    CPremiumUIAccessData GetUIAccessData(EnPremiumAccess access) const;
+
+    /// The whole table, which shares its data with the copy until one of them changes.
+    QMap<EnPremiumAccess, CPremiumUIAccessData> GetUIAccessData() const;
+
+    /// Replaces the whole record of the right: nothing is merged.
+    void SetUIAccessData(EnPremiumAccess access, const CPremiumUIAccessData& data);
+
+    /// Empties the table. What is saved stays: it belongs to the user.
+    void ClearPremiumData();
+
+    /// Saves the table for the logged-in user; a failure is logged and changes nothing in memory.
+    void SavePremiumData();
+
+    /// Applies what is saved for the logged-in user; without any, the table stays as it is. On purpose nobody
+    /// calls it: rights that the server has not confirmed in this session are not to be shown.
+    void InitPremiumData();
+
+private:
+    std::unique_ptr<QReadWriteLock> m_pLock;
+    QMap<EnPremiumAccess, CPremiumUIAccessData> m_mapData;
+    std::string m_strKey;
+};

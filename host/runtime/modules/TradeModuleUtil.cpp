@@ -1,0 +1,3 @@
+#include "modules/ITradeModuleUtil.h"
+
+ITradeModuleUtil::~ITradeModuleUtil() = default;
