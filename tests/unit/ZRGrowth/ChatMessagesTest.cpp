@@ -1,19 +1,12 @@
 #include <gmock/gmock.h>
 #include <google/protobuf/message.h>
 
+#include "WireBytes.h"
 #include "chat.pb.h"
 
 using namespace ::testing;
 
 namespace {
-
-std::string Bytes(std::initializer_list<int> values) {
-    std::string bytes;
-    for (const int value : values) {
-        bytes.push_back(char(value));
-    }
-    return bytes;
-}
 
 TEST(ChatMessagesTest, TheRequestHasNoBytes) {
     EXPECT_EQ(chat::GetChatEntryReq().SerializeAsString(), "");

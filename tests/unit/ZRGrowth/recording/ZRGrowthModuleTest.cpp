@@ -6,8 +6,10 @@
 #include "AIChat/Controller/ZRAIChatManager.h"
 #include "Ad/Controller/ZRAdManager.h"
 #include "GrowthBizLogUtil.h"
+#include "Premium/Model/ZRPremiumAccessModel.h"
 #include "Premium/ZRPremiumManager.h"
 #include "Vip/Controller/ZRVipManager.h"
+#include "ZRGrowthModuleUtil.h"
 #include "plugin/IZRPluginCenter.h"
 #include "plugin/IZRPluginInterfaceFactory.h"
 
@@ -80,6 +82,52 @@ TEST_F(GrowthModuleTest, MakingAndDestroyingTheModuleReachesNobody) {
     EXPECT_THAT(Calls(), IsEmpty());
 }
 
+class GrowthServiceTest : public Test {
+protected:
+    CZRGrowthModuleUtil service;
+};
+
+TEST_F(GrowthServiceTest, RequestsForRightsGoToThePremiumManagerWithTheirArguments) {
+    EXPECT_EQ(service.GetUiMsgAndPremiumAccessReq(true), 1u);
+    EXPECT_EQ(service.GetUiMsgAndPremiumAccessReq(QVector<int>{13, 7}, false), 2u);
+    EXPECT_EQ(service.GetUiMsgAndPremiumAccessReq(QVector<EnPremiumAccess>{EnPremiumAccess_IFIS}, true), 3u);
+
+    EXPECT_THAT(Calls(), ElementsAre("Premium.Request true", "Premium.Request 13 7 false", "Premium.Request 106 true"));
+}
+
+TEST_F(GrowthServiceTest, RightsComeFromThePremiumManager) {
+    EXPECT_EQ(service.GetUIData(EnPremiumAccess_IFIS).strMainTitle, QStringLiteral("display 106"));
+    EXPECT_EQ(service.GetAccessData(EnPremiumAccess_IFIS).nDaysLeft, 106);
+    EXPECT_EQ(service.GetUIAccessData(EnPremiumAccess_Insider).nMainBtnUrlID, 103);
+    EXPECT_THAT(service.GetUIAccessData().keys(), ElementsAre(EnPremiumAccess_MyPagePremium));
+
+    EXPECT_THAT(Calls(), IsEmpty());
+}
+
+TEST_F(GrowthServiceTest, ARecordThatIsSetGoesToThePremiumManager) {
+    CPremiumUIAccessData record;
+    record.nDaysLeft = 4;
+
+    service.SetUIAccessData(EnPremiumAccess_IFIS, record);
+
+    EXPECT_THAT(Calls(), ElementsAre("Premium.Set 106 4"));
+}
+
+TEST_F(GrowthServiceTest, TheVipStatusComesFromTheVipManager) {
+    EXPECT_TRUE(service.HasVipQualification());
+    EXPECT_EQ(service.GetVipGrade(), 17);
+    EXPECT_EQ(service.GetVipState(), 18);
+    EXPECT_TRUE(service.IsNewVipSystem());
+    EXPECT_EQ(service.GetVipEngineStatus(), 20);
+    EXPECT_EQ(service.GetNewVipState(), 21);
+
+    EXPECT_THAT(Calls(), ElementsAre("Vip made"));
+}
+
+TEST_F(GrowthServiceTest, TheServiceHoldsNoState) {
+    EXPECT_EQ(sizeof(CZRGrowthModuleUtil), sizeof(IZRGrowthModuleInterface));
+}
+
 }  // namespace
 
 void IZRPluginCenter::RegisterInterfaceFactory(std::shared_ptr<IZRPluginInterfaceFactory> factory, bool replace) {
@@ -112,6 +160,41 @@ void CZRPremiumManager::OnLogin() {
 void CZRPremiumManager::OnLogout() {
     Calls().emplace_back("Premium.OnLogout");
 }
+unsigned long CZRPremiumManager::GetUiMsgAndPremiumAccessReq(bool serverPush) {
+    Calls().push_back(fmt::format("Premium.Request {}", serverPush));
+    return Calls().size();
+}
+unsigned long CZRPremiumManager::GetUiMsgAndPremiumAccessReq(const QVector<int>& accessList, bool serverPush) {
+    Calls().push_back(fmt::format("Premium.Request {} {}", fmt::join(accessList, " "), serverPush));
+    return Calls().size();
+}
+unsigned long CZRPremiumManager::GetUiMsgAndPremiumAccessReq(const QVector<EnPremiumAccess>& accessList,
+                                                             bool serverPush) {
+    return GetUiMsgAndPremiumAccessReq(QVector<int>(accessList.begin(), accessList.end()), serverPush);
+}
+CPremiumUIData CZRPremiumManager::GetUIData(EnPremiumAccess access) const {
+    CPremiumUIData data;
+    data.strMainTitle = QStringLiteral("display %1").arg(int(access));
+    return data;
+}
+CPremiumAccessData CZRPremiumManager::GetAccessData(EnPremiumAccess access) const {
+    CPremiumAccessData data;
+    data.nDaysLeft = access;
+    return data;
+}
+CPremiumUIAccessData CZRPremiumManager::GetUIAccessData(EnPremiumAccess access) const {
+    CPremiumUIAccessData data;
+    data.nMainBtnUrlID = access;
+    return data;
+}
+QMap<EnPremiumAccess, CPremiumUIAccessData> CZRPremiumManager::GetUIAccessData() const {
+    return {{EnPremiumAccess_MyPagePremium, {}}};
+}
+void CZRPremiumManager::SetUIAccessData(EnPremiumAccess access, const CPremiumUIAccessData& data) {
+    Calls().push_back(fmt::format("Premium.Set {} {}", int(access), data.nDaysLeft));
+}
+
+CZRPremiumAccessModel::~CZRPremiumAccessModel() = default;
 
 CZRAdManager::CZRAdManager() = default;
 CZRAdManager::~CZRAdManager() = default;
@@ -145,6 +228,24 @@ void CZRVipManager::OnLogin() {
 }
 void CZRVipManager::OnLogout() {
     Calls().emplace_back("Vip.OnLogout");
+}
+bool CZRVipManager::HasVipQualification() const {
+    return true;
+}
+int CZRVipManager::GetVipGrade() const {
+    return 17;
+}
+int CZRVipManager::GetVipState() const {
+    return 18;
+}
+bool CZRVipManager::IsNewVipSystem() const {
+    return true;
+}
+ZRVipEngineStatus CZRVipManager::GetVipEngineStatus() const {
+    return 20;
+}
+int CZRVipManager::GetNewVipState() const {
+    return 21;
 }
 
 CZRAIChatManager::CZRAIChatManager() {
