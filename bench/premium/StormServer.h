@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QObject>
+#include <QUrl>
+#include <QWebSocketServer>
+#include <atomic>
+#include <string>
+
+class QWebSocket;
+
+/// A server of the command channel that answers each request with the same bytes, and pushes when told to. For a
+/// thread of its own, so that the client's is not charged for it.
+class CStormServer : public QObject {
+    Q_OBJECT
+
+public:
+    explicit CStormServer(std::string answer);
+    ~CStormServer() override;
+
+    /// On the thread of the server, before any client comes. Empty where no port is to be had.
+    QUrl Listen();
+
+    /// Pushes `count` times within a second, in bursts of a hundredth; nobody is told when it is done.
+    void PushWithinASecond(int count);
+
+    /// Requests that were answered. Callable from any thread.
+    int Answered() const { return m_nAnswered; }
+
+private:
+    void OnConnection();
+    void OnFrame(const QByteArray& bytes);
+    void PushBurst(int left, int burst);
+
+    const std::string m_strAnswer;
+    QWebSocketServer m_server;
+    QWebSocket* m_pClient = nullptr;
+    std::atomic<int> m_nAnswered{0};
+};
