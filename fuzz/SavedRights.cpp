@@ -1,0 +1,53 @@
+// The bytes that stand in the store as a user's saved rights.
+#include <gmock/gmock.h>
+
+#include "FuzzTarget.h"
+#include "PlainRights.h"
+#include "Premium/Model/ZRPremiumAccessModel.h"
+#include "support/ScriptedHost.h"
+
+using namespace ::testing;
+
+namespace {
+
+constexpr uint64_t kUser = 12345;
+constexpr const char* kKey = "Growth_PremiumData";
+
+PlainRights HeldWithoutSources(const CZRPremiumAccessModel& model) {
+    auto table = model.GetUIAccessData();
+    for (CPremiumUIAccessData& record : table) {
+        record.nActivationSource = 0;
+        // A half that names no right is not saved.
+        if (record.enUIAccess == 0) {
+            static_cast<CPremiumUIData&>(record) = {};
+        }
+        if (record.enAccess == 0) {
+            static_cast<CPremiumAccessData&>(record) = {};
+        }
+    }
+    return Held(table);
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    const std::string bytes(reinterpret_cast<const char*>(data), size);
+    web_premium_access::GetUiMsgAndPremiumAccessData saved;
+    const bool good = saved.ParseFromString(bytes);
+    CScriptedHost host;
+    host.account.Set(kUser);
+    host.store.SetUserString(kUser, kKey, bytes);
+
+    CZRPremiumAccessModel model;
+    model.InitPremiumData();
+    EXPECT_EQ(Held(model.GetUIAccessData()), good ? Told(saved.ui_data_and_access_data()) : PlainRights());
+
+    // What is saved again is read again, all but the sources.
+    model.SavePremiumData();
+    CZRPremiumAccessModel again;
+    again.InitPremiumData();
+    EXPECT_EQ(Held(again.GetUIAccessData()), HeldWithoutSources(model));
+
+    host.store.Forget();
+    return 0;
+}
