@@ -19,6 +19,9 @@ CScriptedHost::CScriptedHost() : poster(time), bus(poster.Unrecorded()), channel
     ports.clock = &time;
     ports.random = &random;
     ports.urls = &urls;
+    ports.http = &http;
+    ports.reports = &reports;
+    ports.domains = &domains;
     host::Install(ports);
 }
 
@@ -30,4 +33,6 @@ CScriptedHost::~CScriptedHost() {
     store.CheckAllLookedAt();
     log.CheckAllLookedAt();
     urls.CheckAllLookedAt();
+    http.CheckAllLookedAt();
+    reports.CheckAllLookedAt();
 }

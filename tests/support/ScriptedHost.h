@@ -2,9 +2,11 @@
 
 #include "support/ScriptedBus.h"
 #include "support/ScriptedChannel.h"
+#include "support/ScriptedHttp.h"
 #include "support/ScriptedLog.h"
 #include "support/ScriptedPoster.h"
 #include "support/ScriptedQueries.h"
+#include "support/ScriptedReports.h"
 #include "support/ScriptedStore.h"
 #include "support/ScriptedUrls.h"
 #include "support/VirtualTime.h"
@@ -30,4 +32,7 @@ public:
     CScriptedLanguage language;
     CScriptedRandom random;
     CScriptedUrls urls;
+    CScriptedHttp http;
+    CScriptedReports reports;
+    CScriptedDomains domains;
 };

@@ -23,4 +23,7 @@ protected:
     CScriptedLanguage& language = m_host.language;
     CScriptedRandom& random = m_host.random;
     CScriptedUrls& urls = m_host.urls;
+    CScriptedHttp& http = m_host.http;
+    CScriptedReports& reports = m_host.reports;
+    CScriptedDomains& domains = m_host.domains;
 };

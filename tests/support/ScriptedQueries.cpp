@@ -30,3 +30,8 @@ uint32_t CScriptedRandom::Next() {
     m_next.pop_front();
     return value;
 }
+
+std::string CScriptedDomains::DomainUrl(const std::string& key, core::url_data::DomainBizType /*biz*/) const {
+    const auto found = m_urls.find(key);
+    return found == m_urls.end() ? std::string() : found->second;
+}

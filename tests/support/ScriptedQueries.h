@@ -10,6 +10,7 @@
 
 #include "core/IAccount.h"
 #include "core/ICommonConfig.h"
+#include "core/IDomains.h"
 #include "core/IEnvironment.h"
 #include "core/ILanguage.h"
 #include "core/IRandom.h"
@@ -75,6 +76,17 @@ public:
 private:
     std::map<std::string, Json::Value> m_values;
     mutable Failing m_refusedReads = Failing::Never();
+};
+
+/// Where the servers are: "api" alone, at https://ads.test, until the test says something else.
+class CScriptedDomains : public IDomains {
+public:
+    void Set(const std::string& key, const std::string& url) { m_urls[key] = url; }
+
+    std::string DomainUrl(const std::string& key, core::url_data::DomainBizType biz) const override;
+
+private:
+    std::map<std::string, std::string> m_urls{{"api", "https://ads.test"}};
 };
 
 /// The same sequence in every run, after the values that the test asked for.

@@ -5,13 +5,16 @@
 class IAccount;
 class IChannel;
 class ICommonConfig;
+class IDomains;
 class IEnvironment;
+class IHttp;
 class ILanguage;
 class ILocalStore;
 class ILog;
 class IMessageBus;
 class IPoster;
 class IRandom;
+class IReports;
 class IServerClock;
 class IUrlOpener;
 
@@ -32,6 +35,9 @@ struct Ports {
     IServerClock* clock = nullptr;
     IRandom* random = nullptr;
     IUrlOpener* urls = nullptr;
+    IHttp* http = nullptr;
+    IReports* reports = nullptr;
+    IDomains* domains = nullptr;
 };
 
 /// Joins the services to the contract; the calling thread becomes the main thread. The caller owns them

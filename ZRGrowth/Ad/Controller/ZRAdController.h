@@ -1,0 +1,94 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QString>
+
+#include "Ad/Model/ZRAdModel.h"
+#include "modules/ZRTabFrameKey.h"
+
+class CZRAdApiClient;
+class CZRAdQualityMonitoringReporter;
+class CZRAdReporter;
+
+/// One ad slot, a pair of type and position: asks for its ads, limits how often, drops what is out of date, owns
+/// the list that is current, and reports. What the slot looks like and when it may appear is its subclass's.
+/// Main thread. The order of the virtual operations is fixed.
+class CZRAdController : public QObject {
+    Q_OBJECT
+
+public:
+    explicit CZRAdController(QObject* parent);
+    ~CZRAdController() override;
+
+    int GetAdPosition() const { return m_adPosition; }
+
+    /// A search, or a check of these ads; refused and reported within ten seconds of the last one that left.
+    virtual void RequestAd(ZRAdApiType apiType, int adPosition, QList<QString> const& adIdList);
+
+    /// Forgets the current list and what is on screen.
+    virtual void ClearAd();
+
+    virtual void ShowAd(CZRAdModelList* list);
+
+    /// Reports the end of the exposure, and clears. Does nothing without an ad id.
+    virtual void CloseAd(ZRAdCloseType closeType, QString const& adId, QString const& pushId);
+
+    /// These ads are no longer to be shown.
+    virtual void OfflineAd(QList<QString>& adIds);
+
+    virtual CZRAdModelList* GetAdModelList();  // may be null; stays the controller's
+
+    /// Takes the list in place of the current one, which is destroyed.
+    virtual void SetAdModelList(CZRAdModelList* list);
+
+    static ZRAdShowAreaType ConvertTabFrameKeyToShowAreaType(EnZRTabFrameKey key);
+
+protected:
+    /// Takes the list. `time` is the exchange's length in milliseconds.
+    virtual void OnRequestAdSucceeded(CZRAdModelList* list, long long time);
+    virtual void OnRequestAdFailed(QString const& resultCode, QString const& errorContent, long long time);
+    virtual void OnExposeAdSuccess(QList<QString> const& adIds);
+    virtual void OnExposeAdFailed(QString const& resultCode, QString const& errorContent, QList<QString> const& adIds);
+
+    /// Whether the list is for this slot and has ads that are due; takes out those that are not.
+    virtual bool CheckAdIsValid(CZRAdModelList* list);
+
+    /// Whether the slot may show an ad at this moment.
+    virtual bool CheckCanShowAd(CZRAdModelList* list);
+
+    virtual void ReportSendAdRequest(int adPosition, QList<QString> const& adIds, unsigned long time);
+    virtual void ReportExposeAdStart(QString const& adId);
+    virtual void ReportExposeAdEnd(QString const& adId, QString const& pushId);
+    virtual void ReportClickAd(ZRAdActionType actionType, QString const& adId, bool jumpResult);
+
+public Q_SLOTS:
+    virtual void OnImageLoadSucceeded(QString const& imageUrl, qlonglong time, int count, QString const& adId);
+    virtual void OnImageLoadFailed(QString const& imageUrl, QString const& resultContent, qlonglong time, int count,
+                                   QString const& adId);
+    virtual void OnAdClicked(bool jumpResult, QString const& adId);
+    virtual void OnCloseButtonClicked(QString const& adId);
+
+protected:
+    static QString GetFirstAdIdFromDataModel(CZRAdModelList* list);
+    static QList<QString> GetAllAdIdFromDataModel(CZRAdModelList* list);
+
+    /// Under which the time of the slot's last show is kept: per user, position and interval type.
+    QString GetAdLastShowTimeStampKey(int adPosition, int showIntervalType);
+
+    /// The client's id of its latest request.
+    QString GetAdRequestId();
+
+    ZRAdType m_adType{};
+    int m_adPosition = 0;
+    CZRAdModelList* m_adModelList = nullptr;  // without a parent
+    QString m_adId;                           // of the ad on screen
+    QString m_pushId;                         // of the ad on screen
+    CZRAdApiClient* m_adApiClient = nullptr;
+    qint64 m_lastRequestTimeStamp = 0;
+    CZRAdReporter* m_adReporter = nullptr;
+    CZRAdQualityMonitoringReporter* m_adQualityMonitoringReporter = nullptr;
+
+private:
+    bool IsDue(CZRAdModel& ad, qint64 now) const;
+};
