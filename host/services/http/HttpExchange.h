@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+#include <memory>
+#include <optional>
+
+#include "http/HttpAnswerReader.h"
+#include "http/HttpRequest.h"
+
+class QTcpSocket;
+
+struct HttpLimits {
+    qint64 bodyBytes = 8 << 20;  // of an answer
+    int redirects = 5;           // within the same origin
+};
+
+/// One exchange from the first byte to the last, redirects included, each on a connection of its own: nothing is
+/// sent twice, and nothing of one answer gets into another. Main thread.
+///
+/// On the socket itself, since the toolkit's own access manager sends a request again when a connection ends,
+/// takes half a list of chunks for an answer, and holds what nobody has asked for yet.
+class CHttpExchange : public QObject {
+    Q_OBJECT
+
+public:
+    struct Listeners {
+        QPointer<QObject> guard;
+        core::network::http::Callback answered;
+        core::network::http::Progress upload;
+        core::network::http::Progress download;
+    };
+
+    CHttpExchange(HttpMessage message, int limitMillis, const HttpLimits& limits);
+    ~CHttpExchange() override;
+
+    void Begin();
+
+    /// Ends it without a word, as the destructor does.
+    void Abort();
+
+    Listeners listeners;
+
+Q_SIGNALS:
+    /// Once, and never inside Begin. Nothing follows.
+    void Ended(const std::shared_ptr<HttpRspInfo>& response);
+
+private:
+    void Connect();
+    void OnConnected();
+    void OnBytes();
+    void OnError();
+    void OnWritten(qint64 bytes);
+    void OnState(CHttpAnswerReader::EnState state);
+    void OnAnswer();
+    void End(HttpResult result);
+    void Tell(const core::network::http::Progress& progress, qint64 done, qint64 total);
+
+    HttpMessage m_message;
+    const HttpLimits m_limits;
+    QTimer m_deadline;
+    QTcpSocket* m_pSocket = nullptr;
+    std::optional<CHttpAnswerReader> m_reader;
+    bool m_bConnected = false;
+    qint64 m_nUnsent = 0;
+    int m_nRedirects = 0;
+};

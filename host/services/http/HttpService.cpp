@@ -1,0 +1,70 @@
+#include "http/HttpService.h"
+
+#include "core/IEnvironment.h"
+#include "core/IPoster.h"
+#include "framework/HostLog.h"
+#include "http/HttpRequest.h"
+#include "log/LogText.h"
+
+namespace {
+
+constexpr host::HostLog kLog("Http");
+constexpr int kMaxLoggedLength = 200;
+
+}  // namespace
+
+CHttpService::CHttpService(IPoster& poster, const IEnvironment& environment, const HttpLimits& limits)
+    : m_poster(poster), m_environment(environment), m_limits(limits) {}
+
+CHttpService::~CHttpService() = default;
+
+unsigned long CHttpService::Start(const HttpReqInfo& request, core::network::http::Callback callback, QObject* guard,
+                                  HttpWorkPool /*pool*/, core::network::http::Progress upload,
+                                  core::network::http::Progress download) {
+    const unsigned long task = ++m_nLastTask;
+    CHttpExchange::Listeners listeners{guard, std::move(callback), std::move(upload), std::move(download)};
+    std::string reason;
+    auto message = http_request::Make(request, !m_environment.IsReleaseAppVersion(), reason);
+    if (!message) {
+        kLog.Error(FMT_STRING("Refused a request, {}: {}"), reason,
+                   EscapedLogText(QString::fromStdString(request.m_strUrl).left(kMaxLoggedLength)));
+        auto response = std::make_shared<HttpRspInfo>();
+        response->m_nResult = kHttpBadRequest;
+        DeliverLater(listeners, task, std::move(response));
+        return task;
+    }
+    auto& exchange = m_running[task];
+    exchange = std::make_unique<CHttpExchange>(std::move(*message), http_request::LimitMillis(request), m_limits);
+    exchange->listeners = std::move(listeners);
+    connect(exchange.get(), &CHttpExchange::Ended, this, [this, task](const std::shared_ptr<HttpRspInfo>& response) {
+        const CHttpExchange::Listeners answering = m_running.at(task)->listeners;
+        Drop(task);
+        DeliverLater(answering, task, response);
+    });
+    connect(guard, &QObject::destroyed, exchange.get(), [this, task] { Drop(task); });
+    exchange->Begin();
+    return task;
+}
+
+// From a task, with nothing of the exchange below it: a callback may open a loop, or end the service.
+void CHttpService::DeliverLater(const CHttpExchange::Listeners& listeners, unsigned long task,
+                                std::shared_ptr<HttpRspInfo> response) {
+    m_poster.Post(this, std::chrono::milliseconds(0), [listeners, task, response = std::move(response)] {
+        if (listeners.guard && listeners.answered) {
+            host::RunGuarded(kLog, "A request's callback", [&] { listeners.answered(task, *response); });
+        }
+    });
+}
+
+// Later: it may be the one that calls.
+void CHttpService::Drop(unsigned long task) {
+    const auto found = m_running.find(task);
+    if (found == m_running.end()) {
+        return;
+    }
+    CHttpExchange* exchange = found->second.release();
+    m_running.erase(found);
+    exchange->disconnect();
+    exchange->Abort();
+    exchange->deleteLater();
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QObject>
+#include <map>
+#include <memory>
+
+#include "core/IHttp.h"
+#include "http/HttpExchange.h"
+
+class IEnvironment;
+class IPoster;
+
+/// HTTP on the toolkit's sockets. Speaks to https alone, and in internal builds to this machine by http; no
+/// proxy, cookies, cache or login. Poster and environment must outlive it. Main thread.
+class CHttpService : public QObject, public IHttp {
+    Q_OBJECT
+
+public:
+    CHttpService(IPoster& poster, const IEnvironment& environment, const HttpLimits& limits = {});
+    /// Aborts what is under way; nothing is called from then on.
+    ~CHttpService() override;
+
+    unsigned long Start(const HttpReqInfo& request, core::network::http::Callback callback, QObject* guard,
+                        HttpWorkPool pool, core::network::http::Progress upload,
+                        core::network::http::Progress download) override;
+
+    int RunningCount() const { return int(m_running.size()); }
+
+private:
+    void DeliverLater(const CHttpExchange::Listeners& listeners, unsigned long task,
+                      std::shared_ptr<HttpRspInfo> response);
+    void Drop(unsigned long task);
+
+    IPoster& m_poster;
+    const IEnvironment& m_environment;
+    const HttpLimits m_limits;
+    unsigned long m_nLastTask = 0;
+    std::map<unsigned long, std::unique_ptr<CHttpExchange>> m_running;
+};
