@@ -1,0 +1,160 @@
+#include "report/ReportSender.h"
+
+#include <json/value.h>
+
+#include <algorithm>
+#include <optional>
+#include <set>
+
+#include "core/IDomains.h"
+#include "core/IHttp.h"
+#include "core/IRandom.h"
+#include "framework/HostLog.h"
+#include "framework/JsonText.h"
+
+namespace {
+
+constexpr host::HostLog kLog("Report");
+
+constexpr char kPath[] = "/report/events";
+constexpr char kBegin[] = "{\"events\":[";
+constexpr char kEnd[] = "]}";
+
+/// The ids that the server has now; nothing where it does not say so.
+std::optional<std::set<std::string>> AcceptedIn(const HttpRspInfo& response, std::string& reason) {
+    if (response.m_nResult != kHttpOk || response.m_nHttpStatusCode < 200 || response.m_nHttpStatusCode > 299) {
+        reason = fmt::format(FMT_STRING("result {}, status {}"), response.m_nResult, response.m_nHttpStatusCode);
+        return std::nullopt;
+    }
+    const auto answer = host::ParseJson(response.m_strBody, reason);
+    if (!answer || !answer->isObject() || !(*answer)["accepted"].isArray()) {
+        reason = "an unreadable answer";
+        return std::nullopt;
+    }
+    std::set<std::string> accepted;
+    for (const Json::Value& id : (*answer)["accepted"]) {
+        if (id.isString()) {
+            accepted.insert(id.asString());
+        }
+    }
+    return accepted;
+}
+
+}  // namespace
+
+// What stands around the events and a comma for each of them is left free.
+size_t SenderOptions::MostEventBytes() const {
+    const size_t around = sizeof(kBegin) + sizeof(kEnd) + mostEvents;
+    return mostBytes > around ? mostBytes - around : 0;
+}
+
+CReportSender::CReportSender(COutbox& outbox, IHttp& http, const IDomains& domains, IRandom& random,
+                             const SenderOptions& options)
+    : m_outbox(outbox),
+      m_http(http),
+      m_domains(domains),
+      m_random(random),
+      m_options(options),
+      m_backoff(options.firstRetry, options.lastRetry) {
+    m_retryTimer.setSingleShot(true);
+    m_turnTimer.setSingleShot(true);
+    m_turnTimer.setInterval(options.lastRetry);
+    connect(&m_retryTimer, &QTimer::timeout, this, &CReportSender::Wake);
+    connect(&m_turnTimer, &QTimer::timeout, this, [this] {
+        m_nAfter = 0;
+        Wake();
+    });
+}
+
+CReportSender::~CReportSender() = default;
+
+void CReportSender::Wake() {
+    if (m_batch.empty() && !m_retryTimer.isActive()) {
+        Send();
+    }
+}
+
+void CReportSender::SendNow() {
+    if (m_batch.empty()) {
+        m_retryTimer.stop();
+        m_nAfter = 0;
+        Send();
+    }
+}
+
+void CReportSender::Send() {
+    const std::string server = m_domains.DomainUrl("api", core::url_data::kDomainBizDefault);
+    if (server.empty()) {
+        return;
+    }
+    m_batch = m_outbox.Read(m_nAfter, m_options.mostEvents, m_options.MostEventBytes());
+    if (m_batch.empty()) {
+        // All that the server would take is gone. What it would not has another turn later.
+        if (m_outbox.IsEmpty()) {
+            m_nAfter = 0;
+        } else if (!m_turnTimer.isActive()) {
+            m_turnTimer.start();
+        }
+        return;
+    }
+    HttpReqInfo request;
+    request.m_enMethod = kHttpPost;
+    request.m_strUrl = server + kPath;
+    request.m_strBody = Body();
+    const unsigned long task = m_http.Start(
+        request, [this](unsigned long, const HttpRspInfo& response) { OnAnswer(response); }, this, kHttpWorkPoolDefault,
+        nullptr, nullptr);
+    if (task == 0) {
+        Fail("nothing was started");
+    }
+}
+
+std::string CReportSender::Body() const {
+    std::string body = kBegin;
+    for (const OutboxEvent& event : m_batch) {
+        body += (&event == &m_batch.front() ? "" : ",") + event.json;
+    }
+    return body + kEnd;
+}
+
+void CReportSender::OnAnswer(const HttpRspInfo& response) {
+    std::string reason;
+    const auto accepted = AcceptedIn(response, reason);
+    if (!accepted) {
+        Fail(reason);
+        return;
+    }
+    const auto kept = std::stable_partition(m_batch.begin(), m_batch.end(),
+                                            [&](const OutboxEvent& event) { return accepted->count(event.id) == 1; });
+    if (kept != m_batch.end()) {
+        // Behind it stand events that the server may take.
+        m_nAfter = m_batch.back().number;
+    }
+    m_batch.erase(kept, m_batch.end());
+    if (m_batch.empty()) {
+        Fail("the server takes none of the events");
+        return;
+    }
+    if (!m_outbox.Remove(m_batch)) {
+        Fail("the outbox");
+        return;
+    }
+    m_batch.clear();
+    m_backoff.Reset();
+    if (m_bFailing) {
+        m_bFailing = false;
+        kLog.Info(FMT_STRING("Reports reach the server again"));
+    }
+    m_retryTimer.start(0);
+}
+
+// A line for each spell without the server, not for each attempt.
+void CReportSender::Fail(const std::string& reason) {
+    m_batch.clear();
+    const auto wait = m_backoff.Next(m_random.Next());
+    m_retryTimer.start(wait);
+    if (!m_bFailing) {
+        m_bFailing = true;
+        kLog.Error(FMT_STRING("Reports wait for the server: {}"), reason);
+    }
+}

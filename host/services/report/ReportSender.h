@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+#include <chrono>
+#include <vector>
+
+#include "channel/Backoff.h"
+#include "core/network/http.h"
+#include "report/Outbox.h"
+
+class IDomains;
+class IHttp;
+class IRandom;
+
+struct SenderOptions {
+    size_t mostEvents = 100;
+    size_t mostBytes = 256 << 10;  // of a batch's events and what stands between them
+    std::chrono::milliseconds firstRetry{500};
+    std::chrono::milliseconds lastRetry{60'000};
+
+    /// What the events of a batch may have together, and so each of them.
+    size_t MostEventBytes() const;
+};
+
+/// Carries the outbox to the server, a batch at a time, the oldest events first. What the server says it has is
+/// taken out; all else is sent again: after a wait that grows with each failure, and what the server alone would
+/// not take after the longest wait, behind all others. Main thread.
+/// What it is given must outlive it.
+class CReportSender : public QObject {
+    Q_OBJECT
+
+public:
+    CReportSender(COutbox& outbox, IHttp& http, const IDomains& domains, IRandom& random,
+                  const SenderOptions& options = {});
+    ~CReportSender() override;
+
+    /// There is something to send. Nothing happens while a batch is under way or a wait lasts.
+    void Wake();
+
+    /// The server may be back: ends a wait.
+    void SendNow();
+
+private:
+    void Send();
+    void OnAnswer(const HttpRspInfo& response);
+    void Fail(const std::string& reason);
+    std::string Body() const;
+
+    COutbox& m_outbox;
+    IHttp& m_http;
+    const IDomains& m_domains;
+    IRandom& m_random;
+    const SenderOptions m_options;
+    CBackoff m_backoff;
+    QTimer m_retryTimer;
+    QTimer m_turnTimer;
+    std::vector<OutboxEvent> m_batch;  // under way; empty if none is
+    int64_t m_nAfter = 0;              // the last event that the server would not take in this turn
+    bool m_bFailing = false;
+};

@@ -1,0 +1,80 @@
+#include "report/ReportService.h"
+
+#include "core/IPoster.h"
+#include "core/IRandom.h"
+#include "core/IServerClock.h"
+#include "core/MainThreadPoster.h"
+#include "framework/HostLog.h"
+
+namespace {
+
+constexpr host::HostLog kLog("Report");
+
+}  // namespace
+
+CReportService::CReportService(const QString& path, const ReportSurroundings& surroundings,
+                               const ReportOptions& options)
+    : m_clock(surroundings.clock),
+      m_random(surroundings.random),
+      m_poster(surroundings.poster),
+      m_strDevice(surroundings.device),
+      m_options(options),
+      m_measurements(options.steadyClock ? options.steadyClock : CMainThreadPoster::SteadyMillis),
+      m_outbox(path, options.outbox),
+      m_sender(m_outbox, surroundings.http, surroundings.domains, surroundings.random, options.sender) {}
+
+CReportService::~CReportService() = default;
+
+bool CReportService::Report(const ReportEvent& event) {
+    return Take(event.name, event, std::nullopt);
+}
+
+std::shared_ptr<std::string> CReportService::TimerStart(const std::string& event) {
+    return std::make_shared<std::string>(m_measurements.Start(event));
+}
+
+bool CReportService::TimerEnd(const ReportEvent& event) {
+    const auto measured = m_measurements.End(event.name);
+    if (!measured) {
+        kLog.Error(FMT_STRING("No measurement {} is open"), event.name);
+        return false;
+    }
+    return Take(measured->event, event, measured->millis);
+}
+
+bool CReportService::Take(const std::string& name, const ReportEvent& event, std::optional<int64_t> durationMs) {
+    bool taken = false;
+    host::RunGuarded(kLog, "Reporting", [&] {
+        const std::string id = NewId();
+        const auto text = m_text.Of({id, name, event.code, event.params, event.broker, m_nUser, m_strDevice,
+                                     m_clock.ServerTimeMillis(), durationMs});
+        if (!text) {
+            kLog.Error(FMT_STRING("The event {} holds what can't be written as JSON"), name);
+        } else if (text->size() > m_options.sender.MostEventBytes()) {
+            kLog.Error(FMT_STRING("The event {} is too large to be reported: {} bytes"), name, text->size());
+        } else {
+            taken = m_outbox.Add(id, *text);
+        }
+    });
+    if (taken) {
+        WakeLater();
+    }
+    return taken;
+}
+
+void CReportService::WakeLater() {
+    if (!m_bWakePosted.exchange(true)) {
+        m_poster.Post(&m_sender, m_options.gather, [this] {
+            m_bWakePosted = false;
+            m_sender.Wake();
+        });
+    }
+}
+
+std::string CReportService::NewId() {
+    std::string id;
+    for (int part = 0; part < 4; ++part) {
+        id += fmt::format(FMT_STRING("{:08x}"), m_random.Next());
+    }
+    return id;
+}

@@ -1,0 +1,62 @@
+#include "report/ReportText.h"
+
+#include <fmt/format.h>
+#include <json/writer.h>
+
+#include <algorithm>
+#include <cmath>
+#include <sstream>
+
+namespace {
+
+// Below what readers of ours follow, the event around it counted.
+constexpr int kMostDepth = 60;
+
+bool IsSayable(const Json::Value& value, int depth = 0) {
+    if (depth > kMostDepth) {
+        return false;
+    }
+    if (value.type() == Json::realValue) {
+        return std::isfinite(value.asDouble());
+    }
+    return !(value.isArray() || value.isObject()) ||
+           std::all_of(value.begin(), value.end(),
+                       [depth](const Json::Value& element) { return IsSayable(element, depth + 1); });
+}
+
+std::unique_ptr<Json::StreamWriter> OneLineWriter() {
+    Json::StreamWriterBuilder builder;
+    builder["indentation"] = "";
+    builder["commentStyle"] = "None";
+    return std::unique_ptr<Json::StreamWriter>(builder.newStreamWriter());
+}
+
+}  // namespace
+
+CReportText::CReportText() : m_pWriter(OneLineWriter()) {}
+
+CReportText::~CReportText() = default;
+
+std::string CReportText::OneLine(const Json::Value& value) {
+    std::ostringstream text;
+    m_pWriter->write(value, &text);
+    return text.str();
+}
+
+std::optional<std::string> CReportText::Of(const ReportedEventData& event) {
+    if (!IsSayable(event.params)) {
+        return std::nullopt;
+    }
+    std::string text;
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        text = fmt::format(FMT_STRING(R"({{"id":"{}","name":{},"code":{},"params":{},"broker":{},"user":{},)"
+                                      R"("device":{},"atMs":{})"),
+                           event.id, OneLine(event.name), event.code, OneLine(event.params), event.broker, event.user,
+                           OneLine(event.device), event.atMs);
+    }
+    if (event.durationMs) {
+        text += fmt::format(FMT_STRING(R"(,"durationMs":{})"), *event.durationMs);
+    }
+    return text + '}';
+}

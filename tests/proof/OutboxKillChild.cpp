@@ -1,0 +1,110 @@
+#include "OutboxKillChild.h"
+
+#include <unistd.h>
+
+#include <QCoreApplication>
+#include <QObject>
+#include <QThread>
+#include <QTimer>
+#include <atomic>
+
+#include "core/Domains.h"
+#include "core/IEnvironment.h"
+#include "core/MainThreadPoster.h"
+#include "core/Random.h"
+#include "core/ServerClock.h"
+#include "framework/Ports.h"
+#include "http/HttpService.h"
+#include "report/ReportService.h"
+
+namespace outbox_kill {
+namespace {
+
+class CInternalBuild : public IEnvironment {
+public:
+    bool IsReleaseAppVersion() const override { return false; }
+    bool IsVelora() const override { return false; }
+    std::string DeviceId() const override { return "proof"; }
+};
+
+// Small steps, so that a kill meets checkpoints, uploads, failures and answers as often as plain writes.
+ReportOptions Hasty() {
+    ReportOptions options;
+    options.outbox.checkpoints.afterBytes = 100'000;
+    options.outbox.checkpoints.pause = std::chrono::milliseconds(1);
+    options.outbox.checkpoints.restartBytes = 500'000;
+    options.sender.mostEvents = 20;
+    options.sender.firstRetry = std::chrono::milliseconds(2);
+    options.sender.lastRetry = std::chrono::milliseconds(8);
+    options.gather = std::chrono::milliseconds(0);
+    return options;
+}
+
+class CClient {
+public:
+    CClient(const QString& path, quint16 sinkPort)
+        : m_http(m_poster, m_build),
+          m_reports(path, {m_http, m_domains, m_clock, m_random, m_poster, "proof"}, Hasty()) {
+        m_domains.Set("api", "http://127.0.0.1:" + std::to_string(sinkPort));
+        m_reports.SendNow();
+    }
+
+    CReportService& Reports() { return m_reports; }
+
+private:
+    CMainThreadPoster m_poster;
+    CInternalBuild m_build;
+    CDomains m_domains;
+    CServerClock m_clock;
+    CRandom m_random;
+    CHttpService m_http;
+    CReportService m_reports;
+};
+
+/// Reports the next number; every second one as a measurement.
+bool ReportOne(CReportService& reports, std::atomic<uint64_t>& next, int pipe) {
+    const uint64_t number = next++;
+    Json::Value params;
+    params["number"] = Json::UInt64(number);
+    params["filling"] = std::string(size_t(number % 700), 'x');
+    const bool taken = number % 2 == 0 ? reports.Report({"Proof", 1, params, 0})
+                                       : reports.TimerEnd({*reports.TimerStart("Proof"), 1, params, 0});
+    return taken && write(pipe, &number, sizeof(number)) == sizeof(number);
+}
+
+}  // namespace
+
+int RunChild(const QString& path, quint16 sinkPort, uint64_t firstNumber, int pipe) {
+    CClient client(path, sinkPort);
+    std::atomic<uint64_t> next{firstNumber};
+    const auto reportSome = [&] {
+        for (int i = 0; i < 2; ++i) {
+            if (!ReportOne(client.Reports(), next, pipe)) {
+                _exit(1);
+            }
+        }
+    };
+    QThread thread;
+    QObject inThread;
+    inThread.moveToThread(&thread);
+    thread.start();
+    QTimer pace;
+    QObject::connect(&pace, &QTimer::timeout, &pace, reportSome);
+    QObject::connect(&pace, &QTimer::timeout, &inThread, reportSome);
+    pace.start(1);
+    return QCoreApplication::exec();
+}
+
+int Drain(const QString& path, quint16 sinkPort) {
+    CClient client(path, sinkPort);
+    QTimer glance;
+    QObject::connect(&glance, &QTimer::timeout, &glance, [&client] {
+        if (client.Reports().Outbox().IsEmpty()) {
+            QCoreApplication::quit();
+        }
+    });
+    glance.start(5);
+    return QCoreApplication::exec();
+}
+
+}  // namespace outbox_kill
