@@ -92,6 +92,11 @@ CComposition::CComposition(const COptions& options)
       m_observedChannel(m_channel, m_observation),
       m_session(m_channel),
       m_urls(m_environment),
+      m_http(m_poster, m_environment),
+      m_observedHttp(m_http, m_observation),
+      m_reports(InDataDir(options, "reports.sqlite"),
+                {m_http, m_domains, m_clock, m_random, m_poster, m_environment.DeviceId()}),
+      m_observedReports(m_reports, m_observation),
       m_server(options.serverBinary, options.scenario) {
     host::Ports ports;
     ports.log = &m_log;
@@ -106,6 +111,9 @@ CComposition::CComposition(const COptions& options)
     ports.clock = &m_clock;
     ports.random = &m_random;
     ports.urls = &m_urls;
+    ports.http = &m_observedHttp;
+    ports.reports = &m_observedReports;
+    ports.domains = &m_domains;
     host::Install(ports);
     m_theme.Begin(options.theme);
 
@@ -116,13 +124,17 @@ CComposition::CComposition(const COptions& options)
 
     connect(&m_store, &CSqliteStore::TroubleChanged, this, &CComposition::TellStatus);
     connect(&m_channel, &CWebSocketChannel::HostFrameReceived, this, &CComposition::OnHostFrame);
-    connect(&m_channel, &CWebSocketChannel::Connected, this, [this] { ShowStatus(Words(texts::kConnected), true); });
+    connect(&m_channel, &CWebSocketChannel::Connected, this, [this] {
+        m_reports.SendNow();
+        ShowStatus(Words(texts::kConnected), true);
+    });
     connect(&m_channel, &CWebSocketChannel::Disconnected, this, [this](const QString& reason, int retryMs) {
         ShowStatus(Words(texts::kNoConnection, {reason, QString::number(retryMs / 1000.0, 'f', 1)}), false);
         if (!m_options.server.isEmpty() && !m_bEnded) {
             m_control.Refresh();  // a server that was started by hand may come back on another channel port
         }
     });
+    connect(&m_domains, &CDomains::Changed, this, [this] { m_reports.SendNow(); });
     connect(&m_commonConfig, &CCommonConfig::Changed, this,
             [this] { m_observedBus.Send("[Client]", core::kMsgCommonConfigChanged, 0, nullptr); });
     connect(&m_session, &CLoginSession::LoggedIn, this, &CComposition::OnLoggedIn);
@@ -131,6 +143,7 @@ CComposition::CComposition(const COptions& options)
         m_observedBus.Send("[Client]", core::kMsgLoginChannelConnected, 0, nullptr);
     });
     connect(&m_session, &CLoginSession::LoggedOut, this, [this] {
+        m_reports.SetUser(0);
         host::ModuleLifecycle::Logout();
         Q_EMIT UserChanged();
     });
@@ -208,6 +221,7 @@ void CComposition::OnServerState(const ServerState& state) {
     if (m_bEnded) {
         return;
     }
+    m_domains.Set("api", state.httpPort == 0 ? "" : Loopback("http", state.httpPort).toString().toStdString());
     m_users = state.users;
     Q_EMIT UsersChanged();
     if (!m_channel.IsConnected()) {
@@ -233,6 +247,7 @@ void CComposition::OnHostFrame(const channel::Frame& frame) {
 
 // The modules hear of the login first, and then that its channel stands.
 void CComposition::OnLoggedIn() {
+    m_reports.SetUser(m_session.UserId());
     host::ModuleLifecycle::Login();
     m_observedBus.Send("[Client]", core::kMsgLoginChannelConnected, 0, nullptr);
     ShowStatus(Words(texts::kConnected), true);

@@ -8,6 +8,7 @@
 #include "ServerProcess.h"
 #include "channel/WebSocketChannel.h"
 #include "core/CommonConfig.h"
+#include "core/Domains.h"
 #include "core/Environment.h"
 #include "core/Language.h"
 #include "core/LoginSession.h"
@@ -16,11 +17,15 @@
 #include "core/Random.h"
 #include "core/ServerClock.h"
 #include "core/UrlOpener.h"
+#include "http/HttpService.h"
 #include "log/FileLog.h"
 #include "observe/Observation.h"
 #include "observe/ObservedBus.h"
 #include "observe/ObservedChannel.h"
+#include "observe/ObservedHttp.h"
+#include "observe/ObservedReports.h"
 #include "observe/ObservedStore.h"
+#include "report/ReportService.h"
 #include "store/SqliteStore.h"
 #include "ui/ThemeChoice.h"
 
@@ -117,6 +122,11 @@ private:
     CObservedChannel m_observedChannel;
     CLoginSession m_session;
     CUrlOpener m_urls;
+    CDomains m_domains;
+    CHttpService m_http;
+    CObservedHttp m_observedHttp;
+    CReportService m_reports;
+    CObservedReports m_observedReports;
     CServerProcess m_server;
     CServerControl m_control;
     QByteArray m_token;

@@ -14,6 +14,14 @@ constexpr host::HostLog kLog("Control");
 constexpr int kRetryMs = 2'000;
 constexpr int kAnswerLimitMs = 10'000;
 
+bool ReadPort(const Json::Value& value, quint16& port) {
+    if (!value.isUInt() || value.asUInt() == 0 || value.asUInt() > 0xFFFF) {
+        return false;
+    }
+    port = quint16(value.asUInt());
+    return true;
+}
+
 }  // namespace
 
 CServerControl::CServerControl() {
@@ -111,12 +119,11 @@ void CServerControl::Refresh() {
 bool CServerControl::ReadState(const QByteArray& json, ServerState& state) {
     std::string error;
     const auto said = host::ParseJson(json.toStdString(), error);
-    if (!said || !said->isObject() || !(*said)["channel"].isUInt() || (*said)["channel"].asUInt() == 0 ||
-        (*said)["channel"].asUInt() > 0xFFFF || !(*said)["users"].isArray()) {
+    ServerState read;
+    if (!said || !said->isObject() || !ReadPort((*said)["channel"], read.channelPort) || !(*said)["users"].isArray() ||
+        (said->isMember("http") && !ReadPort((*said)["http"], read.httpPort))) {
         return false;
     }
-    ServerState read;
-    read.channelPort = quint16((*said)["channel"].asUInt());
     for (const Json::Value& user : (*said)["users"]) {
         if (!user.isObject() || !user["id"].isUInt64() || !user["name"].isString()) {
             return false;

@@ -21,6 +21,7 @@ struct ServerUser {
 /// What the control interface tells of a server.
 struct ServerState {
     quint16 channelPort = 0;
+    quint16 httpPort = 0;  // of ads and reports; 0: it has none
     std::vector<ServerUser> users;
 };
 

@@ -10,9 +10,12 @@
 #include "core/langx.h"
 #include "core/login_status_data.h"
 #include "core/message_dispatch.h"
+#include "core/network/http.h"
 #include "core/post.h"
 #include "core/random.h"
+#include "core/report.h"
 #include "core/time_date.h"
+#include "core/url_data.h"
 #include "core/urlhandler.h"
 #include "framework/Ports.h"
 #include "framework/assertion.h"
@@ -63,6 +66,21 @@ TEST_F(EndContractTest, TheStoreGivesAndTakesNothing) {
 TEST_F(EndContractTest, NoUrlIsOpened) {
     EXPECT_FALSE(core::urlhandler::DispatchUrl(QStringLiteral("https://a.example/"), core::urlhandler::kBusinessDefault,
                                                &context, QVariant(), core::urlhandler::kFallbackWeb));
+}
+
+TEST_F(EndContractTest, NoRequestIsStartedAndNoEventTaken) {
+    bool called = false;
+    HttpReqInfo request;
+    request.m_strUrl = "https://a.example/";
+
+    EXPECT_EQ(core::network::http::StartRequest(
+                  request, [&](auto, const auto&) { called = true; }, &context, kHttpWorkPoolDefault, nullptr, nullptr),
+              0u);
+    EXPECT_FALSE(core::report::Report("Event", 1, Json::Value(), 0));
+    EXPECT_EQ(core::report::ReportTimerStart("Event"), nullptr);
+    EXPECT_FALSE(core::report::ReportTimerEnd("Event#1", 1, Json::Value(), 0, 0));
+    EXPECT_EQ(core::url_data::GetDomainUrl("api", core::url_data::kDomainBizDefault), "");
+    EXPECT_FALSE(called);
 }
 
 TEST_F(EndContractTest, TheChannelSendsNothingAndCallsNobody) {

@@ -1,18 +1,36 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <json/value.h>
 
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 /// A request as the server received it.
 struct ServerRequest {
     unsigned long session = 0;
     uint32_t cmd = 0;
     std::string body;
+};
+
+/// A request over HTTP as the server received it.
+struct HttpArrival {
+    unsigned long number = 0;  // for the answer
+    bool isPost = false;
+    std::string body;
+};
+
+/// An event as it was reported, and as the server is to get it.
+struct EventArrival {
+    std::string name;
+    int code = 0;
+    Json::Value params;
+    int broker = 0;
+    bool timed = false;
 };
 
 /// A set of services, joined to the contract while it lives, with the ends that the contract does not show.
@@ -37,6 +55,19 @@ public:
 
     /// Sets begin as a build for release.
     virtual void BeInternalBuild() = 0;
+
+    /// Where HTTP requests reach the test, without a slash at the end; internal builds alone may go there.
+    virtual std::string HttpServer() = 0;
+
+    /// The next request over HTTP, in order of arrival; empty if none comes.
+    virtual std::optional<HttpArrival> WaitForHttp() = 0;
+    virtual void AnswerHttp(unsigned long number, int status, const std::string& body) = 0;
+
+    /// Ends the connection in the midst of the answer.
+    virtual void CutHttp(unsigned long number) = 0;
+
+    /// All events so far, in order of reporting, once there are `count`; fewer if no more come.
+    virtual std::vector<EventArrival> WaitForEvents(size_t count) = 0;
 
     /// As a new start of the client finds it, where the set keeps values beyond the process.
     virtual void ReopenStore() = 0;

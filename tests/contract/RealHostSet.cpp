@@ -7,6 +7,7 @@
 #include "HostSet.h"
 #include "channel/WebSocketChannel.h"
 #include "core/CommonConfig.h"
+#include "core/Domains.h"
 #include "core/Environment.h"
 #include "core/Language.h"
 #include "core/LoginSession.h"
@@ -16,9 +17,13 @@
 #include "core/ServerClock.h"
 #include "core/UrlOpener.h"
 #include "core/lang.h"
+#include "framework/JsonText.h"
 #include "framework/Ports.h"
+#include "http/HttpService.h"
+#include "report/ReportService.h"
 #include "store/SqliteStore.h"
 #include "support/EnvelopeServer.h"
+#include "support/RawHttpServer.h"
 #include "support/RealTime.h"
 #include "support/ScriptedLog.h"
 
@@ -39,12 +44,19 @@ public:
           m_store(Store()),
           m_environment(m_environmentStore, {true, false}),
           m_urls(m_environment),
+          m_http(m_poster, m_environment),
           m_language(core::lang::kLanguageEnglish),
           m_commonConfig(m_environmentStore),
           m_channel(m_poster, m_random, QuickRetries()),
           m_session(m_channel) {
         QObject::connect(&m_channel, &CWebSocketChannel::HostFrameReceived, &m_session,
                          [this](const channel::Frame& frame) { m_session.Receive(frame); });
+        EXPECT_TRUE(m_httpServer.Listen());
+        m_domains.Set("api", m_httpServer.Url());
+        m_reports = std::make_unique<CReportService>(
+            m_folder.filePath(QStringLiteral("reports.sqlite")),
+            ReportSurroundings{m_http, m_domains, m_clock, m_random, m_poster, "device"});
+        m_httpServer.SetHandler([this](const RawHttpRequest& request) { OnHttp(request); });
         // What passes is opened: where it goes is the client's affair.
         m_urls.SetPageHandler([](const QUrl&) { return true; });
         m_urls.SetWebHandler([](const QUrl&) { return true; });
@@ -124,6 +136,29 @@ public:
 
     void BeInternalBuild() override { m_environment = CEnvironment(m_environmentStore, {false, false}); }
 
+    std::string HttpServer() override { return m_httpServer.Url(); }
+
+    std::optional<HttpArrival> WaitForHttp() override {
+        if (!WaitUntil([this] { return m_nHttpTaken < m_httpArrivals.size(); })) {
+            return std::nullopt;
+        }
+        return m_httpArrivals[m_nHttpTaken++];
+    }
+
+    void AnswerHttp(unsigned long number, int status, const std::string& body) override {
+        m_httpServer.Answer(int(number), status, QByteArray::fromStdString(body));
+    }
+
+    void CutHttp(unsigned long number) override {
+        m_httpServer.Write(int(number), "HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\nhalf");
+        m_httpServer.HangUp(int(number));
+    }
+
+    std::vector<EventArrival> WaitForEvents(size_t count) override {
+        EXPECT_TRUE(WaitUntil([&] { return m_events.size() >= count; }));
+        return m_events;
+    }
+
     void ReopenStore() override {
         m_store.reset();  // two at a time would be two clients
         m_store = Store();
@@ -151,7 +186,32 @@ private:
         ports.clock = &m_clock;
         ports.random = &m_random;
         ports.urls = &m_urls;
+        ports.http = &m_http;
+        ports.reports = m_reports.get();
+        ports.domains = &m_domains;
         host::Install(ports);
+    }
+
+    void OnHttp(const RawHttpRequest& request) {
+        if (request.target == "/report/events") {
+            TakeEvents(request);
+        } else {
+            m_httpArrivals.push_back(
+                {static_cast<unsigned long>(request.connection), request.method == "POST", request.body});
+        }
+    }
+
+    void TakeEvents(const RawHttpRequest& request) {
+        std::string error;
+        const auto batch = host::ParseJson(request.body, error);
+        ASSERT_TRUE(batch) << error;
+        Json::Value answer;
+        for (const Json::Value& event : (*batch)["events"]) {
+            m_events.push_back({event["name"].asString(), event["code"].asInt(), event["params"],
+                                event["broker"].asInt(), event.isMember("durationMs")});
+            answer["accepted"].append(event["id"]);
+        }
+        m_httpServer.Answer(request.connection, 200, QByteArray::fromStdString(answer.toStyledString()));
     }
 
     const CEnvelopeServer::Arrival* WaitForFrame(channel::Frame::Kind kind) {
@@ -178,6 +238,13 @@ private:
     std::unique_ptr<CSqliteStore> m_store;
     CEnvironment m_environment;
     CUrlOpener m_urls;
+    CRawHttpServer m_httpServer;
+    std::vector<HttpArrival> m_httpArrivals;
+    std::vector<EventArrival> m_events;
+    size_t m_nHttpTaken = 0;
+    CHttpService m_http;
+    CDomains m_domains;
+    std::unique_ptr<CReportService> m_reports;
     CLanguage m_language;
     CCommonConfig m_commonConfig;
     CWebSocketChannel m_channel;

@@ -1,4 +1,5 @@
 #include "HostSet.h"
+#include "framework/JsonText.h"
 #include "support/ScriptedHost.h"
 #include "support/VirtualEventDispatcher.h"
 
@@ -12,6 +13,8 @@ public:
         m_host.store.Forget();
         m_host.log.Forget();
         m_host.urls.Forget();
+        m_host.http.Forget();
+        m_host.reports.Forget();
     }
 
     bool WaitUntil(const std::function<bool()>& condition) override {
@@ -52,11 +55,45 @@ public:
 
     void BeInternalBuild() override { m_host.environment.SetRelease(false); }
 
+    std::string HttpServer() override { return "https://ads.test"; }
+
+    std::optional<HttpArrival> WaitForHttp() override {
+        const auto& started = m_host.http.Started();
+        if (m_nHttpTaken == started.size()) {
+            return std::nullopt;
+        }
+        const StartedRequest& request = started[m_nHttpTaken++];
+        return HttpArrival{request.task, request.request.m_enMethod == kHttpPost, request.request.m_strBody};
+    }
+
+    // From the loop, as a network does.
+    void AnswerHttp(unsigned long number, int status, const std::string& body) override {
+        m_host.poster.Unrecorded().Post(&m_context, std::chrono::milliseconds(0),
+                                        [this, number, status, body] { m_host.http.Answer(number, body, status); });
+    }
+
+    void CutHttp(unsigned long number) override {
+        m_host.poster.Unrecorded().Post(&m_context, std::chrono::milliseconds(0),
+                                        [this, number] { m_host.http.Fail(number, kHttpCut); });
+    }
+
+    std::vector<EventArrival> WaitForEvents(size_t /*count*/) override {
+        std::vector<EventArrival> events;
+        for (const ReportedEvent& event : m_host.reports.Events()) {
+            std::string error;
+            events.push_back(
+                {event.name, event.code, *host::ParseJson(event.params, error), event.broker, event.timed});
+        }
+        return events;
+    }
+
     // Values in memory live as long as the set.
     void ReopenStore() override {}
 
 private:
     CScriptedHost m_host;
+    QObject m_context;
+    size_t m_nHttpTaken = 0;
     size_t m_nTaken = 0;
 };
 

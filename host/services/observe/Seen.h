@@ -3,6 +3,7 @@
 #include <QMetaType>
 #include <QString>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <variant>
@@ -48,10 +49,40 @@ struct UrlSeen {
     int fallbackMode = 0;
 };
 
+/// A request over HTTP, or what came of it.
+struct HttpSeen {
+    enum class EnKind { Sent, Answered, Failed };
+    /// So much of a body is kept.
+    static constexpr size_t kBodyKept = 64 << 10;
+
+    EnKind kind = EnKind::Sent;
+    unsigned long task = 0;
+    bool isPost = false;
+    std::string url;                             // with the query
+    std::map<std::string, std::string> headers;  // of the request
+    int result = 0;                              // of an end
+    int status = 0;
+    int64_t durationMs = -1;  // from the start to the end
+    std::string body;         // of the request, or of the answer; its first part where it is long
+    size_t bodyBytes = 0;     // of the whole
+};
+
+/// An event that was reported, or a measurement that was begun for one.
+struct ReportSeen {
+    enum class EnKind { Reported, TimerStarted, TimerEnded };
+    EnKind kind = EnKind::Reported;
+    std::string event;
+    std::string timer;  // the measurement's own text
+    int code = 0;
+    int32_t broker = 0;
+    std::string params;  // JSON in one line
+    bool taken = false;
+};
+
 /// One thing that went through the contract, and when (milliseconds since 1970, of the local clock).
 struct Seen {
     uint64_t number = 0;  // from 1, in order
     int64_t timeMs = 0;
-    std::variant<CommandSeen, MessageSeen, StoreSeen, UrlSeen> what;
+    std::variant<CommandSeen, MessageSeen, StoreSeen, UrlSeen, HttpSeen, ReportSeen> what;
 };
 Q_DECLARE_METATYPE(Seen)

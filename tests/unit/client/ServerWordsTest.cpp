@@ -66,29 +66,40 @@ TEST_F(ServerWordsTest, TheStateNamesTheChannelAndTheUsers) {
         state));
 
     EXPECT_EQ(state.channelPort, 4711);
+    EXPECT_EQ(state.httpPort, 0);
     ASSERT_THAT(state.users, SizeIs(2));
     EXPECT_EQ(state.users[0].id, 18446744073709551615ull);
     EXPECT_EQ(state.users[0].name, QStringLiteral("Ada"));
 }
 
+TEST_F(ServerWordsTest, TheStateNamesThePortOfAdsWhereThereIsOne) {
+    ServerState state;
+
+    ASSERT_TRUE(CServerControl::ReadState(R"({"channel":4711,"http":4712,"users":[]})", state));
+
+    EXPECT_EQ(state.httpPort, 4712);
+}
+
 TEST_P(BadStateTest, IsRefusedAndChangesNothing) {
-    ServerState state{7, {{1, QStringLiteral("kept")}}};
+    ServerState state{7, 8, {{1, QStringLiteral("kept")}}};
 
     EXPECT_FALSE(CServerControl::ReadState(GetParam().json, state));
 
     EXPECT_EQ(state.channelPort, 7);
+    EXPECT_EQ(state.httpPort, 8);
     EXPECT_THAT(state.users, SizeIs(1));
 }
 
-INSTANTIATE_TEST_SUITE_P(Answers, BadStateTest,
-                         Values(Row{"Empty", ""}, Row{"Html", "<html></html>"}, Row{"Text", "\"state\""},
-                                Row{"NoChannel", R"({"users":[]})"},
-                                Row{"ChannelAsText", R"({"channel":"1","users":[]})"},
-                                Row{"ChannelZero", R"({"channel":0,"users":[]})"},
-                                Row{"ChannelTooHigh", R"({"channel":65536,"users":[]})"},
-                                Row{"NoUsers", R"({"channel":1})"}, Row{"UsersAsObject", R"({"channel":1,"users":{}})"},
-                                Row{"UserAsNumber", R"({"channel":1,"users":[5]})"},
-                                Row{"UserWithoutName", R"({"channel":1,"users":[{"id":1}]})"},
-                                Row{"NegativeId", R"({"channel":1,"users":[{"id":-1,"name":"x"}]})"},
-                                Row{"IdAsText", R"({"channel":1,"users":[{"id":"1","name":"x"}]})"}),
-                         RowName);
+INSTANTIATE_TEST_SUITE_P(
+    Answers, BadStateTest,
+    Values(Row{"Empty", ""}, Row{"Html", "<html></html>"}, Row{"Text", "\"state\""},
+           Row{"NoChannel", R"({"users":[]})"}, Row{"ChannelAsText", R"({"channel":"1","users":[]})"},
+           Row{"ChannelZero", R"({"channel":0,"users":[]})"}, Row{"ChannelTooHigh", R"({"channel":65536,"users":[]})"},
+           Row{"HttpZero", R"({"channel":1,"http":0,"users":[]})"},
+           Row{"HttpTooHigh", R"({"channel":1,"http":65536,"users":[]})"},
+           Row{"HttpAsText", R"({"channel":1,"http":"1","users":[]})"}, Row{"NoUsers", R"({"channel":1})"},
+           Row{"UsersAsObject", R"({"channel":1,"users":{}})"}, Row{"UserAsNumber", R"({"channel":1,"users":[5]})"},
+           Row{"UserWithoutName", R"({"channel":1,"users":[{"id":1}]})"},
+           Row{"NegativeId", R"({"channel":1,"users":[{"id":-1,"name":"x"}]})"},
+           Row{"IdAsText", R"({"channel":1,"users":[{"id":"1","name":"x"}]})"}),
+    RowName);

@@ -2,6 +2,8 @@
 #include "observe/Observation.h"
 #include "observe/ObservedBus.h"
 #include "observe/ObservedChannel.h"
+#include "observe/ObservedHttp.h"
+#include "observe/ObservedReports.h"
 #include "observe/ObservedStore.h"
 #include "support/ScriptedHostTest.h"
 
@@ -125,6 +127,103 @@ TEST_F(ObservedTest, TheYoungestAreKeptInOrder) {
     ASSERT_EQ(kept.size(), CObservation::kKept);
     EXPECT_EQ(kept.front().number, 6u);
     EXPECT_EQ(kept.back().number, CObservation::kKept + 5);
+}
+
+TEST_F(ObservedTest, ARequestIsSeenWithItsAnswer) {
+    CObservedHttp observed(http, observation);
+    HttpReqInfo request;
+    request.m_enMethod = kHttpPost;
+    request.m_strUrl = "https://ads.test/ad/search?a=1";
+    request.m_strBody = "ask";
+    request.m_mapHeader["x-id"] = {"7", "8"};
+    request.m_mapQuery["b c"] = {"d&e"};
+    std::string got;
+
+    const unsigned long task = observed.Start(
+        request, [&](unsigned long, const HttpRspInfo& response) { got = response.m_strBody; }, &context,
+        kHttpWorkPoolDefault, nullptr, nullptr);
+    http.Answer(task, "answer", 404);
+
+    EXPECT_EQ(got, "answer");
+    EXPECT_EQ(http.Started()[0].request.m_strBody, "ask");
+    const auto seen = All<HttpSeen>();
+    ASSERT_THAT(seen, SizeIs(2));
+    EXPECT_EQ(seen[0].kind, HttpSeen::EnKind::Sent);
+    EXPECT_EQ(seen[0].task, task);
+    EXPECT_TRUE(seen[0].isPost);
+    EXPECT_EQ(seen[0].url, "https://ads.test/ad/search?a=1&b%20c=d%26e");
+    EXPECT_EQ(seen[0].headers.at("x-id"), "7, 8");
+    EXPECT_EQ(seen[0].body, "ask");
+    EXPECT_EQ(seen[1].kind, HttpSeen::EnKind::Answered);
+    EXPECT_EQ(seen[1].task, task);
+    EXPECT_EQ(seen[1].url, seen[0].url);
+    EXPECT_EQ(seen[1].status, 404);
+    EXPECT_EQ(seen[1].body, "answer");
+    EXPECT_EQ(seen[1].bodyBytes, 6u);
+    EXPECT_GE(seen[1].durationMs, 0);
+}
+
+TEST_F(ObservedTest, ARequestThatFailsIsSeenWithItsResult) {
+    CObservedHttp observed(http, observation);
+    const unsigned long task = observed.Start({}, nullptr, &context, kHttpWorkPoolDefault, nullptr, nullptr);
+    http.Fail(task, kHttpTimedOut);
+
+    ASSERT_THAT(All<HttpSeen>(), SizeIs(2));
+    EXPECT_EQ(All<HttpSeen>()[1].kind, HttpSeen::EnKind::Failed);
+    EXPECT_EQ(All<HttpSeen>()[1].result, int(kHttpTimedOut));
+}
+
+TEST_F(ObservedTest, OfALongBodyTheFirstPartIsKept) {
+    CObservedHttp observed(http, observation);
+    size_t got = 0;
+    const unsigned long task = observed.Start(
+        {}, [&](unsigned long, const HttpRspInfo& response) { got = response.m_strBody.size(); }, &context,
+        kHttpWorkPoolDefault, nullptr, nullptr);
+    http.Answer(task, std::string(HttpSeen::kBodyKept + 1, 'x'));
+
+    EXPECT_EQ(got, HttpSeen::kBodyKept + 1);
+    EXPECT_EQ(All<HttpSeen>()[1].body.size(), HttpSeen::kBodyKept);
+    EXPECT_EQ(All<HttpSeen>()[1].bodyBytes, HttpSeen::kBodyKept + 1);
+}
+
+TEST_F(ObservedTest, AReportIsSeenWithWhetherItWasTaken) {
+    CObservedReports observed(reports, observation);
+    reports.Refuse(Failing::Nth(2));
+    Json::Value params;
+    params["k"] = "v";
+
+    EXPECT_TRUE(observed.Report({"ClickAd", 4, params, 7}));
+    EXPECT_FALSE(observed.Report({"ClickAd", 4, params, 7}));
+
+    EXPECT_THAT(reports.Events(), SizeIs(2));
+    const auto seen = All<ReportSeen>();
+    ASSERT_THAT(seen, SizeIs(2));
+    EXPECT_EQ(seen[0].kind, ReportSeen::EnKind::Reported);
+    EXPECT_EQ(seen[0].event, "ClickAd");
+    EXPECT_EQ(seen[0].code, 4);
+    EXPECT_EQ(seen[0].broker, 7);
+    EXPECT_EQ(seen[0].params, R"({"k":"v"})");
+    EXPECT_TRUE(seen[0].taken);
+    EXPECT_FALSE(seen[1].taken);
+}
+
+TEST_F(ObservedTest, AMeasurementIsSeenUnderItsEventWithItsOwnText) {
+    CObservedReports observed(reports, observation);
+    EXPECT_EQ(*observed.TimerStart("ExposeAd"), "ExposeAd");
+    EXPECT_TRUE(observed.TimerEnd({"ExposeAd#12", 1, Json::Value(), 0}));
+    reports.GiveNoTimers();
+    EXPECT_EQ(observed.TimerStart("Other"), nullptr);
+
+    EXPECT_EQ(reports.Names(), std::vector<std::string>{"ExposeAd#12"});
+    const auto seen = All<ReportSeen>();
+    ASSERT_THAT(seen, SizeIs(3));
+    EXPECT_EQ(seen[0].kind, ReportSeen::EnKind::TimerStarted);
+    EXPECT_EQ(seen[0].timer, "ExposeAd");
+    EXPECT_TRUE(seen[0].taken);
+    EXPECT_EQ(seen[1].kind, ReportSeen::EnKind::TimerEnded);
+    EXPECT_EQ(seen[1].event, "ExposeAd");
+    EXPECT_EQ(seen[1].timer, "ExposeAd#12");
+    EXPECT_FALSE(seen[2].taken);
 }
 
 }  // namespace
