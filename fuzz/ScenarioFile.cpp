@@ -43,7 +43,8 @@ void CheckFaults(const std::string& text) {
 template <class T>
 void CheckMember(const std::string& text, T (*read)(const CJsonNode&)) {
     Errors errors;
-    EXPECT_EQ(ReadJson(text, kScenarioDepth, read, errors).has_value(), errors.empty());
+    const auto member = ReadJson(text, kScenarioDepth, read, errors);
+    EXPECT_EQ(member.has_value(), errors.empty());
 }
 
 }  // namespace
