@@ -15,7 +15,7 @@ namespace {
 constexpr int kRowHeight = 22;
 constexpr int kRowsInSight = 4;  // at the least
 // The last has what the rest leaves over.
-constexpr int kColumnWidths[] = {40, 136, 42, 84, 38, 90, 26, 60};
+constexpr int kColumnWidths[] = {40, 128, 50, 84, 44, 88, 26, 60};
 constexpr int kNumberWidth = 170;
 
 }  // namespace
