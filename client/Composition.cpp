@@ -9,6 +9,8 @@
 #include "core/message_ids.h"
 #include "framework/HostLog.h"
 #include "framework/Ports.h"
+#include "modules/TradeModule.h"
+#include "plugin/IZRPluginCenter.h"
 #include "plugin/PluginLoader.h"
 
 namespace {
@@ -152,6 +154,7 @@ CComposition::~CComposition() {
 }
 
 void CComposition::Start() {
+    OfferTradeModule();
     MapModules();
     host::ModuleLifecycle::Init();
     Q_EMIT ModulesReady();
@@ -162,6 +165,12 @@ void CComposition::Start() {
         m_token = m_options.token.toLatin1();
         m_control.Open(m_options.server, m_token);
     }
+}
+
+void CComposition::OfferTradeModule() {
+    // The centre lets go of it at the client's end, before the session is gone.
+    IZRPluginCenter::RegisterInterfaceFactory(
+        std::make_shared<CTradeModuleFactory>([this] { return m_session.TradeAnswer(); }), true);
 }
 
 void CComposition::MapModules() {

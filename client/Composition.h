@@ -89,6 +89,7 @@ private:
         explicit CEarlyLog(CFileLog& log);
     };
 
+    void OfferTradeModule();
     void MapModules();
     void OnServerReady(const ServerEndpoint& endpoint);
     void OnServerState(const ServerState& state);

@@ -45,7 +45,7 @@ CMainWindow::CMainWindow(CComposition& composition)
       m_pBanner(new CNoticeBanner(this)),
       m_pPages(new QStackedWidget(this)),
       m_pStatusLine(new CStatusLine(this)),
-      m_pWorkbench(new CWorkbench(m_entries, composition.Control(), this)) {
+      m_pWorkbench(new CWorkbench(m_entries, m_rights, composition.Control(), this)) {
     setObjectName(QStringLiteral("MainWindow"));
     theme::Keep(this, [this] { setWindowIcon(QIcon(icons::Pixmap("brand", theme::kAccent, 64))); });
     setMenuWidget(m_pTitleBar);
@@ -95,17 +95,21 @@ void CMainWindow::JoinComposition() {
     connect(&m_composition, &CComposition::ModulesReady, this, [this] {
         m_pBanner->ShowModuleFailures(m_composition.ModuleFailures());
         m_entries.Refresh();
+        m_rights.Refresh();
     });
     connect(&m_composition, &CComposition::UsersChanged, this, &CMainWindow::ShowUsers);
     connect(&m_composition, &CComposition::UserChanged, this, [this] {
         ShowUsers();
         m_entries.Refresh();
+        m_rights.Refresh();
     });
     connect(&m_composition, &CComposition::LanguageChanged, this, [this] {
         theme::SetLanguage(m_composition.LanguageId());
         m_pWorkbench->ShowLanguage(m_composition.LanguageId());
     });
     connect(&m_composition, &CComposition::EditionChanged, this, &CMainWindow::ShowEdition);
+    connect(&m_composition, &CComposition::EditionChanged, &m_rights, &CPremiumRights::Refresh);
+    connect(&m_composition, &CComposition::SessionRenewed, &m_rights, &CPremiumRights::Refresh);
     connect(&m_composition, &CComposition::WebOpened, this, [this](const QUrl& url) {
         m_pStatusLine->ShowNote(texts::Tr(texts::kLinkOpened).arg(url.toDisplayString()));
     });
@@ -120,9 +124,9 @@ void CMainWindow::JoinComposition() {
 
 void CMainWindow::JoinWorkbench() {
     // Connected first and asked then, so that nothing is missed; the models know by the numbers what comes twice.
-    connect(&m_composition.Log(), &CFileLog::Written, &m_pWorkbench->Log(), &CLogModel::Add, Qt::QueuedConnection);
+    connect(&m_composition.Log(), &CFileLog::Written, m_pWorkbench, &CWorkbench::TakeLine, Qt::QueuedConnection);
     for (const LogEntry& entry : m_composition.Log().Kept()) {
-        m_pWorkbench->Log().Add(entry);
+        m_pWorkbench->TakeLine(entry);
     }
     connect(&m_composition.Observation(), &CObservation::Happened, m_pWorkbench, &CWorkbench::Take,
             Qt::QueuedConnection);

@@ -3,6 +3,7 @@
 #include <QMainWindow>
 
 #include "AIChatEntries.h"
+#include "PremiumRights.h"
 
 class CComposition;
 class CNavigation;
@@ -34,6 +35,7 @@ private:
 
     CComposition& m_composition;
     CAIChatEntries m_entries;
+    CPremiumRights m_rights;
     CTitleBar* m_pTitleBar;
     CNavigation* m_pNavigation;
     CNoticeBanner* m_pBanner;

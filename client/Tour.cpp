@@ -75,10 +75,10 @@ CTour::CTour(CComposition& composition, CMainWindow& window, const QString& fold
 int CTour::Run() {
     using Step = bool (CTour::*)();
     constexpr Step kSteps[] = {
-        &CTour::SeeConnected,   &CTour::SeeOtherUser,   &CTour::SeeUserWithNone, &CTour::SeeChinese,
-        &CTour::SeeThemes,      &CTour::SeeForcedOpen,  &CTour::SeeTraffic,      &CTour::SeeScenesEdited,
-        &CTour::SeeFault,       &CTour::SeeLinks,       &CTour::SeeExport,       &CTour::SeeServerLost,
-        &CTour::SeeReconnected, &CTour::SeeLogFiltered,
+        &CTour::SeeConnected, &CTour::SeeOtherUser,    &CTour::SeeUserWithNone, &CTour::SeeChinese,
+        &CTour::SeeThemes,    &CTour::SeeForcedOpen,   &CTour::SeeTraffic,      &CTour::SeeScenesEdited,
+        &CTour::SeeMember,    &CTour::SeePushedRights, &CTour::SeeFault,        &CTour::SeeLinks,
+        &CTour::SeeExport,    &CTour::SeeServerLost,   &CTour::SeeReconnected,  &CTour::SeeLogFiltered,
     };
     m_clock.start();
     int good = 0;
@@ -249,7 +249,7 @@ bool CTour::SeeReconnected() {
 
 bool CTour::SeeLogFiltered() {
     const QString wanted = QStringLiteral("entryScene");
-    OpenTab(2);
+    OpenTab(3);
     Choose("LogSource", int(CLogFilter::EnSource::Module));
     Find<QLineEdit>(QStringLiteral("LogFilter"))->setText(wanted);
     const QAbstractItemModel* lines = Find<QAbstractItemView>(QStringLiteral("LogTable"))->model();

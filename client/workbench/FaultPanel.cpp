@@ -78,7 +78,9 @@ void CFaultPanel::AddRows(QGridLayout* grid) {
     m_pCommand->setEditable(true);
     m_pCommand->setInsertPolicy(QComboBox::NoInsert);
     for (const wire::Command& command : wire::Commands()) {
-        m_pCommand->addItem(QStringLiteral("%1  %2").arg(command.number).arg(QString::fromLatin1(command.name)));
+        if (command.reply) {
+            m_pCommand->addItem(QStringLiteral("%1  %2").arg(command.number).arg(QString::fromLatin1(command.name)));
+        }
     }
     for (const FaultChoice& choice : kFaultChoices) {
         m_pFault->addItem(QString(), int(choice.fault));
@@ -189,20 +191,31 @@ void CFaultPanel::Set() {
     }
     const auto fault = FaultAsked();
     if (fault) {
-        // The server replaces the whole table, so the others are told again.
-        Json::Value faults = m_faults;
-        faults[std::to_string(command)] = *fault;
-        Send(faults);
+        SetFault(command, fault, nullptr);
     }
+}
+
+void CFaultPanel::SetFault(uint32_t command, const std::optional<Json::Value>& fault, IServerAsk::Answered answered) {
+    // The server replaces the whole table, so the others are told again.
+    Json::Value faults = m_faults;
+    if (fault) {
+        faults[std::to_string(command)] = *fault;
+    } else {
+        faults.removeMember(std::to_string(command));
+    }
+    Send(faults, std::move(answered));
 }
 
 void CFaultPanel::Clear() {
     Send(Json::Value(Json::objectValue));
 }
 
-void CFaultPanel::Send(const Json::Value& faults) {
+void CFaultPanel::Send(const Json::Value& faults, IServerAsk::Answered answered) {
     m_server.Ask("PUT", QStringLiteral("/v1/faults"), Written(faults).toUtf8(), this,
-                 [this, faults](const ServerAnswer& answer) {
+                 [this, faults, answered = std::move(answered)](const ServerAnswer& answer) {
+                     if (answered) {
+                         answered(answer);
+                     }
                      if (!answer.error.isEmpty()) {
                          Say(WordsOf(answer), false);
                          return;

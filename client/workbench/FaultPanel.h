@@ -21,6 +21,10 @@ public:
 
     explicit CFaultPanel(IServerAsk& server, QWidget* parent = nullptr);
 
+    /// Sets the fault of one command, or takes it away, and leaves those of the others as they are. `answered`
+    /// runs once, later, unless this is gone by then.
+    void SetFault(uint32_t command, const std::optional<Json::Value>& fault, IServerAsk::Answered answered);
+
     /// A server that is new has no faults.
     void ForgetFaults();
 
@@ -32,7 +36,7 @@ private:
     void Set();
     void Clear();
     void Drop();
-    void Send(const Json::Value& faults);
+    void Send(const Json::Value& faults, IServerAsk::Answered answered = nullptr);
     std::optional<Json::Value> FaultAsked();
     void Say(const QString& words, bool good);
 

@@ -146,6 +146,12 @@ bool CWireDecoder::Knows(const std::string& type) const {
     return m_schemas->pool.FindMessageTypeByName(type) != nullptr;
 }
 
+QString CWireDecoder::EnumName(const std::string& type, int number) const {
+    const auto* names = m_schemas->pool.FindEnumTypeByName(type);
+    const auto* value = names ? names->FindValueByNumber(number) : nullptr;
+    return value ? QString::fromStdString(value->name()) : QString();
+}
+
 std::vector<FieldNode> CWireDecoder::Decode(const std::string& type, const std::string& bytes) const {
     const Descriptor* descriptor = m_schemas->pool.FindMessageTypeByName(type);
     if (!descriptor) {

@@ -23,6 +23,7 @@ bool IsComplete(const channel::Frame& frame, std::string& reason) {
         case channel::Frame::LOGIN:
         case channel::Frame::LOGOUT:
         case channel::Frame::REQUEST:
+        case channel::Frame::LANGUAGE:
             reason = "a kind that only clients send";
             return false;
     }
