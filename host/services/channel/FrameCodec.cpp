@@ -19,7 +19,6 @@ bool IsComplete(const channel::Frame& frame, std::string& reason) {
         case channel::Frame::CLOCK:
             reason = "a clock without a time";
             return frame.has_server_time_ms();
-        case channel::Frame::LANGUAGE:
         case channel::Frame::LOGIN:
         case channel::Frame::LOGOUT:
         case channel::Frame::REQUEST:
