@@ -11,6 +11,7 @@
 #include "Composition.h"
 #include "MainWindow.h"
 #include "ServerHands.h"
+#include "support/RealTime.h"
 
 /// A client with its window, the module mapped from the build and a server of its own. Each case is a process
 /// of its own, since the module's managers live as long as the process.
@@ -38,7 +39,7 @@ protected:
         return file.fileName();
     }
 
-    /// Starts all of it; `WaitForLogin` waits until the first user is in.
+    /// Starts all of it; StartAndLogIn waits until the first user is in.
     void Start() {
         client = std::make_unique<CComposition>(options);
         QObject::connect(&client->Server(), &CServerProcess::Ready, &watcher, [this](const ServerEndpoint& endpoint) {
@@ -58,8 +59,8 @@ protected:
 
     void StartAndLogIn() {
         Start();
-        ASSERT_TRUE(WaitUntil([this] { return client->UserId() == 501; }));
-        ASSERT_TRUE(WaitUntil([this] { return OpenEntries() == std::set<int>({1, 4}); }));
+        ASSERT_TRUE(WaitInRealTime([this] { return client->UserId() == 501; }));
+        ASSERT_TRUE(WaitInRealTime([this] { return OpenEntries() == std::set<int>({1, 4}); }));
     }
 
     void End() {

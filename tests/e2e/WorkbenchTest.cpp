@@ -35,14 +35,14 @@ protected:
 TEST_F(WorkbenchOnServerTest, TheReplyIsSeenAndDecoded) {
     StartAndLogIn();
 
-    ASSERT_TRUE(WaitUntil([this] { return RowWith("TrafficTable", 1, QStringLiteral("Reply")) >= 0; }));
+    ASSERT_TRUE(WaitInRealTime([this] { return RowWith("TrafficTable", 1, QStringLiteral("Reply")) >= 0; }));
     Child<QTableView>("TrafficTable")->selectRow(RowWith("TrafficTable", 1, QStringLiteral("Reply")));
 
     EXPECT_THAT(
         Child<QTreeWidget>("TrafficDetail")->findItems(QStringLiteral("scene"), Qt::MatchExactly | Qt::MatchRecursive),
         SizeIs(3));
     // what the module keeps is seen too, and what was read before there was a window
-    EXPECT_TRUE(WaitUntil(
+    EXPECT_TRUE(WaitInRealTime(
         [this] { return RowWith("StoreTable", 3, QStringLiteral("ZRBaseAIChatEnableCacheDataKey_501")) >= 0; }));
     EXPECT_GE(RowWith("StoreTable", 3, QStringLiteral("Host_DeviceId")), 0);
 }
@@ -50,25 +50,26 @@ TEST_F(WorkbenchOnServerTest, TheReplyIsSeenAndDecoded) {
 TEST_F(WorkbenchOnServerTest, ScenesSavedToTheServerCountAtTheNextLogin) {
     StartAndLogIn();
     auto* scenes = Child<QTableWidget>("SceneTable");
-    ASSERT_TRUE(WaitUntil([&] { return scenes->rowCount() == 3; }));
+    ASSERT_TRUE(WaitInRealTime([&] { return scenes->rowCount() == 3; }));
 
     scenes->item(0, 1)->setCheckState(Qt::Unchecked);
     scenes->item(2, 1)->setCheckState(Qt::Checked);
     Child<QPushButton>("SceneSave")->click();
-    ASSERT_TRUE(WaitUntil([this] { return !Child<QLabel>("SceneMessage")->text().isEmpty(); }));
+    ASSERT_TRUE(WaitInRealTime([this] { return !Child<QLabel>("SceneMessage")->text().isEmpty(); }));
     client->Login(501);
 
-    EXPECT_TRUE(WaitUntil([this] { return OpenEntries() == std::set<int>({4, 5}); }));
+    EXPECT_TRUE(WaitInRealTime([this] { return OpenEntries() == std::set<int>({4, 5}); }));
 }
 
 TEST_F(WorkbenchOnServerTest, AFaultFailsTheNextRequest) {
     StartAndLogIn();
 
     Child<QPushButton>("FaultSet")->click();
-    ASSERT_TRUE(WaitUntil([this] { return Child<QLabel>("FaultsInForce")->text().contains(QStringLiteral("20982")); }));
+    ASSERT_TRUE(
+        WaitInRealTime([this] { return Child<QLabel>("FaultsInForce")->text().contains(QStringLiteral("20982")); }));
     client->Login(501);
 
-    EXPECT_TRUE(WaitUntil([this] { return RowWith("TrafficTable", 1, QStringLiteral("Failed")) >= 0; }));
+    EXPECT_TRUE(WaitInRealTime([this] { return RowWith("TrafficTable", 1, QStringLiteral("Failed")) >= 0; }));
 }
 
 TEST_F(WorkbenchOnServerTest, ASessionThatCameWithAReconnectIsKeptOutOfExportsToo) {
@@ -76,7 +77,7 @@ TEST_F(WorkbenchOnServerTest, ASessionThatCameWithAReconnectIsKeptOutOfExportsTo
     const uint64_t first = client->SessionId();
 
     Child<QPushButton>("FaultDrop")->click();
-    ASSERT_TRUE(WaitUntil([&] { return client->SessionId() != first; }));
+    ASSERT_TRUE(WaitInRealTime([&] { return client->SessionId() != first; }));
 
     const CAliases& aliases = Child<CWorkbench>("Workbench")->Aliases();
     EXPECT_EQ(aliases.Redacted(QString::number(first)), QStringLiteral("session-1"));
@@ -92,7 +93,9 @@ TEST_F(WorkbenchOnServerTest, MarketsAndEditionTakeEffectInTheRunningClient) {
     EXPECT_EQ(Child<QLabel>("ProductName")->text(), QStringLiteral("Velora"));
     client->Login(501);
 
-    EXPECT_TRUE(WaitUntil([this] { return client->UserId() == 501 && client->Markets() == std::vector<int>({3, 1}); }));
+    EXPECT_TRUE(WaitInRealTime([this] {
+        return client->UserId() == 501 && client->Markets() == std::vector<int>({3, 1});
+    }));
 }
 
 TEST_F(WorkbenchOnServerTest, OpenedAndRefusedUrlsAreListed) {
@@ -106,7 +109,7 @@ TEST_F(WorkbenchOnServerTest, OpenedAndRefusedUrlsAreListed) {
     EXPECT_FALSE(open("zrclient://page/nowhere"));
     EXPECT_FALSE(open("file:///etc/hosts"));
 
-    EXPECT_TRUE(WaitUntil([this] { return Child<QTableView>("UrlTable")->model()->rowCount() == 3; }));
+    EXPECT_TRUE(WaitInRealTime([this] { return Child<QTableView>("UrlTable")->model()->rowCount() == 3; }));
     EXPECT_EQ(RowWith("UrlTable", 1, QStringLiteral("Opened")), 0);
     EXPECT_EQ(RowWith("UrlTable", 3, QStringLiteral("its scheme is not allowed")), 2);
 }
