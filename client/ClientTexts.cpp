@@ -233,6 +233,9 @@ const std::vector<TextEntry>& All() {
         {kStoreDiskFull, "Settings are not saved: the disk is full or fails"},
         {kStoreSecondClient, "Settings are not saved: another client uses this folder"},
         {kStoreNewerFile, "Settings are not saved: a newer version wrote their file"},
+        {kFaultFrame, "A frame of other bytes (hex)"},
+        {kFaultCopies, "Copies"},
+        {kFaultDrop, "Connection is cut"},
     };
     return texts;
 }

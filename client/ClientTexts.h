@@ -232,6 +232,11 @@ enum EnText : unsigned int {
     kStoreDiskFull = 900303,
     kStoreSecondClient = 900304,
     kStoreNewerFile = 900305,
+
+    // More faults of the workbench
+    kFaultFrame = 900306,
+    kFaultCopies = 900307,
+    kFaultDrop = 900308,
 };
 
 /// A text and what is shown where a language has none for it.

@@ -4,6 +4,8 @@
 
 #include <QAbstractButton>
 #include <QFile>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QTemporaryDir>
 #include <memory>
 #include <set>
@@ -78,6 +80,33 @@ protected:
             }
         }
         return open;
+    }
+
+    /// What the store's file holds for the installation, read over a connection of its own; "nothing" if it has
+    /// no such value, or is not there yet.
+    std::string StoredValue(const char* key) const {
+        std::string value = "nothing";
+        const QString reader = QStringLiteral("reader");
+        {
+            QSqlDatabase file = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), reader);
+            file.setDatabaseName(options.dataDir + QStringLiteral("/client.sqlite"));
+            file.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
+            QSqlQuery query(file);
+            if (file.open() &&
+                query.prepare(QStringLiteral("SELECT value FROM config WHERE owner = 'app' AND key = ?"))) {
+                query.addBindValue(QString::fromLatin1(key));
+                if (query.exec() && query.next()) {
+                    value = query.value(0).toByteArray().toStdString();
+                }
+            }
+        }
+        QSqlDatabase::removeDatabase(reader);
+        return value;
+    }
+
+    template <class Widget>
+    Widget* Child(const char* name) const {
+        return window->findChild<Widget*>(QString::fromLatin1(name));
     }
 
     int CountOf(unsigned int message) const { return int(std::count(messages.begin(), messages.end(), message)); }

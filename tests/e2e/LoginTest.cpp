@@ -1,5 +1,3 @@
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QTcpServer>
 #include <csignal>
 
@@ -14,18 +12,6 @@ namespace {
 
 using LoginTest = ClientTest;
 
-/// What the file holds for the installation, read over a connection of its own.
-std::string StoredValue(const QString& dataDir, const QString& key) {
-    QSqlDatabase file = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("reader"));
-    file.setDatabaseName(dataDir + QStringLiteral("/client.sqlite"));
-    EXPECT_TRUE(file.open());
-    QSqlQuery query(file);
-    query.prepare(QStringLiteral("SELECT value FROM config WHERE owner = 'app' AND key = ?"));
-    query.addBindValue(key);
-    EXPECT_TRUE(query.exec());
-    return query.next() ? query.value(0).toByteArray().toStdString() : "nothing";
-}
-
 TEST_F(LoginTest, TheExchangeRunsFromTheServerToTheEntriesAndTheFile) {
     StartAndLogIn();
 
@@ -36,7 +22,7 @@ TEST_F(LoginTest, TheExchangeRunsFromTheServerToTheEntriesAndTheFile) {
     EXPECT_EQ(requests[0]["bodyHex"].asString(), "");
     // told the client, and the answer is in the file
     EXPECT_EQ(CountOf(20300), 1);
-    EXPECT_EQ(StoredValue(options.dataDir, QStringLiteral("ZRBaseAIChatEnableCacheDataKey_501")), "[\n\t1,\n\t4\n]\n");
+    EXPECT_EQ(StoredValue("ZRBaseAIChatEnableCacheDataKey_501"), "[\n\t1,\n\t4\n]\n");
     // and the host knows what the server said at the login
     EXPECT_EQ(core::login_status_data::Login_GetUserID(), 501u);
     EXPECT_NE(core::login_status_data::GetSessionId(), 0u);

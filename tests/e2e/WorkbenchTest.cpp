@@ -8,6 +8,7 @@
 #include "ClientFixture.h"
 #include "core/attr_market.h"
 #include "core/urlhandler.h"
+#include "workbench/FaultPanel.h"
 #include "workbench/Workbench.h"
 
 using namespace ::testing;
@@ -16,11 +17,6 @@ namespace {
 
 class WorkbenchOnServerTest : public ClientTest {
 protected:
-    template <class Widget>
-    Widget* Child(const char* name) {
-        return window->findChild<Widget*>(QString::fromLatin1(name));
-    }
-
     int RowWith(const char* table, int column, const QString& text) {
         const QAbstractItemModel* model = Child<QTableView>(table)->model();
         for (int row = 0; row < model->rowCount(); ++row) {
@@ -71,6 +67,54 @@ TEST_F(WorkbenchOnServerTest, AFaultFailsTheNextRequest) {
 
     EXPECT_TRUE(WaitInRealTime([this] { return RowWith("TrafficTable", 1, QStringLiteral("Failed")) >= 0; }));
 }
+
+struct PanelFault {
+    const char* name;
+    CFaultPanel::EnFault fault;
+    const char* member;  // of the fault that the server has then
+    std::set<int> open;  // entries, once the login with the fault is through
+    int answersTold;     // of the login with the fault
+    int connectionsTold;
+};
+
+class PanelFaultTest : public WorkbenchOnServerTest, public WithParamInterface<PanelFault> {
+protected:
+    void SetFault(CFaultPanel::EnFault fault, const char* member) {
+        auto* kind = Child<QComboBox>("FaultKind");
+        kind->setCurrentIndex(kind->findData(int(fault)));
+        Child<QPushButton>("FaultSet")->click();
+        ASSERT_TRUE(WaitInRealTime(
+            [&] { return Child<QLabel>("FaultsInForce")->text().contains(QString::fromLatin1(member)); }));
+    }
+};
+
+TEST_P(PanelFaultTest, TheClientGoesOnWithTheLastGoodData) {
+    const char* cache = "ZRBaseAIChatEnableCacheDataKey_501";
+    StartAndLogIn();
+    const std::string good = StoredValue(cache);
+    ASSERT_EQ(good, "[\n\t1,\n\t4\n]\n");
+    SetFault(GetParam().fault, GetParam().member);
+
+    client->Login(501);
+
+    EXPECT_TRUE(WaitInRealTime([this] {
+        return server->Requests(20982).size() == 2 && OpenEntries() == GetParam().open &&
+               CountOf(20300) == 1 + GetParam().answersTold && CountOf(10650) == 1 + GetParam().connectionsTold;
+    }));
+    EXPECT_EQ(client->UserId(), 501u);
+    EXPECT_EQ(StoredValue(cache), good);
+    client->Login(502);
+    EXPECT_TRUE(WaitInRealTime([this] { return OpenEntries() == std::set<int>({2}); }));
+    EXPECT_EQ(CountOf(20300), 2 + GetParam().answersTold);
+}
+
+using EnFault = CFaultPanel::EnFault;
+
+INSTANTIATE_TEST_SUITE_P(Faults, PanelFaultTest,
+                         Values(PanelFault{"Frame", EnFault::Frame, "frameHex", {}, 0, 1},
+                                PanelFault{"Copies", EnFault::Copies, "copies", {1, 4}, 1, 1},
+                                PanelFault{"Cut", EnFault::Drop, "drop", {}, 0, 2}),
+                         [](const auto& row) { return row.param.name; });
 
 TEST_F(WorkbenchOnServerTest, ASessionThatCameWithAReconnectIsKeptOutOfExportsToo) {
     StartAndLogIn();
