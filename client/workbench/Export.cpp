@@ -54,10 +54,10 @@ QJsonObject RowOf(const CSeenModel& model, int row, const CAliases& aliases) {
 
 QJsonObject LineOf(const CLogModel& log, int row, const CAliases& aliases) {
     return {{QStringLiteral("time"), log.index(row, CLogModel::Time).data().toString()},
-            {QStringLiteral("severity"), int(log.SeverityAt(row))},
-            {QStringLiteral("tag"), aliases.Redacted(log.TagAt(row))},
-            {QStringLiteral("text"), aliases.Redacted(log.ReadableAt(row))},
-            {QStringLiteral("place"), aliases.Redacted(log.PlaceAt(row))}};
+            {QStringLiteral("severity"), int(log.At(row).severity)},
+            {QStringLiteral("tag"), aliases.Redacted(log.At(row).tag)},
+            {QStringLiteral("text"), aliases.Redacted(log.At(row).readable)},
+            {QStringLiteral("place"), aliases.Redacted(log.At(row).place)}};
 }
 
 }  // namespace
