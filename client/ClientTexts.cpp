@@ -220,7 +220,7 @@ const std::vector<TextEntry>& All() {
         {kExport, "Export"},
         {kExportPath, "File for all that is seen here"},
         {kExportChoose, "Choose the file"},
-        {kExported, "Exported, without ids and tokens"},
+        {kExported, "Exported, without ids, names and tokens"},
         {kExportFailed, "Can't be written: %1"},
         {kAreaAll, "All areas"},
         {kHelp, "Help"},

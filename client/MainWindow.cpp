@@ -160,6 +160,7 @@ void CMainWindow::LearnSecrets() {
     CAliases& aliases = m_pWorkbench->Aliases();
     for (const ServerUser& user : m_composition.Users()) {
         aliases.LearnNumber(QStringLiteral("user"), user.id);
+        aliases.LearnText(QStringLiteral("name"), user.name);
     }
     aliases.LearnNumber(QStringLiteral("user"), m_composition.UserId());
     aliases.LearnNumber(QStringLiteral("session"), m_composition.SessionId());

@@ -128,6 +128,14 @@ TEST_F(WorkbenchOnServerTest, ASessionThatCameWithAReconnectIsKeptOutOfExportsTo
     EXPECT_EQ(aliases.Redacted(QString::number(client->SessionId())), QStringLiteral("session-2"));
 }
 
+TEST_F(WorkbenchOnServerTest, IdsAndNamesOfTheServersUsersAreKeptOutOfExports) {
+    StartAndLogIn();
+
+    const CAliases& aliases = Child<CWorkbench>("Workbench")->Aliases();
+    EXPECT_EQ(aliases.Redacted(QStringLiteral("Two is 502, Three is 503")),
+              QStringLiteral("name-2 is user-2, name-3 is user-3"));
+}
+
 TEST_F(WorkbenchOnServerTest, MarketsAndEditionTakeEffectInTheRunningClient) {
     StartAndLogIn();
 
