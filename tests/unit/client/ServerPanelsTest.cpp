@@ -130,6 +130,27 @@ TEST_F(ScenePanelTest, AnAnswerForTheFormerUserIsDropped) {
     EXPECT_EQ(Child<QTableWidget>("SceneTable")->rowCount(), 0);
 }
 
+TEST_F(ScenePanelTest, ARowThatIsRemovedIsNotSaved) {
+    ShowUser();
+    Child<QTableWidget>("SceneTable")->setCurrentCell(0, 0);
+    Press("SceneRemove");
+    Press("SceneSave");
+
+    EXPECT_EQ(server.wishes.back().json, R"({"entries":[{"allOpen":true,"scene":4}],"resultCode":3})");
+}
+
+TEST_F(ScenePanelTest, ReloadShowsWhatTheServerHasAgain) {
+    ShowUser();
+    Child<QTableWidget>("SceneTable")->item(0, 0)->setText(QStringLiteral("99"));
+    Press("SceneReload");
+    EXPECT_EQ(server.wishes.back().path, "/v1/scenario");
+    server.Answer(R"({"users":[{"id":7,"aiChat":{"entries":[{"scene":6,"allOpen":true}]}}]})");
+
+    ASSERT_EQ(Child<QTableWidget>("SceneTable")->rowCount(), 1);
+    EXPECT_EQ(Child<QTableWidget>("SceneTable")->item(0, 0)->text(), QStringLiteral("6"));
+    EXPECT_EQ(Child<QTableWidget>("SceneTable")->item(0, 1)->checkState(), Qt::Checked);
+}
+
 TEST_F(FaultPanelTest, FaultsAddUpUntilTheyAreCleared) {
     Press("FaultSet");
     EXPECT_EQ(server.wishes.back().json, R"({"20982":{"error":7,"times":1}})");
@@ -249,4 +270,39 @@ TEST_F(ClockPanelTest, ShowsTheServersTimeAsItRuns) {
     EXPECT_EQ(Said("ClockTime"), "Server time: 2023-11-14 22:13:20 UTC");
     time.Advance(std::chrono::seconds(2));
     EXPECT_EQ(Said("ClockTime"), "Server time: 2023-11-14 22:13:22 UTC");
+}
+
+TEST_F(ClockPanelTest, AnOffsetThatIsTypedIsSet) {
+    Child<QLineEdit>("ClockOffset")->setText(QStringLiteral(" -1500 "));
+    Press("ClockSet");
+
+    EXPECT_EQ(server.wishes.back().path, "/v1/clock");
+    EXPECT_EQ(server.wishes.back().json, R"({"offsetMs":-1500})");
+}
+
+TEST_F(ClockPanelTest, AnOffsetThatIsNoNumberIsNotAsked) {
+    Child<QLineEdit>("ClockOffset")->setText(QStringLiteral("soon"));
+    Press("ClockSet");
+
+    EXPECT_THAT(server.wishes, IsEmpty());
+    EXPECT_EQ(Said("ClockMessage"), "The value must be a whole number");
+}
+
+TEST_F(ClockPanelTest, ARefusedOffsetIsSaidAndNotCounted) {
+    Press("ClockPlusHour");
+    server.Refuse(R"({"error":"offsetMs: too much"})");
+
+    EXPECT_EQ(Said("ClockMessage"), "The server refuses: offsetMs: too much");
+    EXPECT_EQ(panel.Offset(), 0);
+}
+
+TEST_F(ClockPanelTest, ANewServerHasNoOffset) {
+    Press("ClockPlusMinute");
+    server.Answer("{}");
+    EXPECT_EQ(Child<QLineEdit>("ClockOffset")->text(), QStringLiteral("60000"));
+
+    panel.ForgetOffset();
+
+    EXPECT_EQ(panel.Offset(), 0);
+    EXPECT_EQ(Child<QLineEdit>("ClockOffset")->text(), QStringLiteral("0"));
 }
