@@ -180,6 +180,14 @@ TEST_F(ExportTest, BodiesThatAreNoSuchMessageAreThereAsHex) {
     EXPECT_TRUE(Exported().contains("\"hex\": \"ff 01 name-1\"")) << Exported().constData();
 }
 
+TEST_F(ExportTest, ASecretThatThePreviewCutsIsNotShown) {
+    See(StoreSeen{true, kOtherUser, "text", std::string(75, 'x') + kToken.toStdString(), false, true});
+
+    const QByteArray json = Exported();
+    EXPECT_TRUE(json.contains("xxtoken-1"));
+    EXPECT_FALSE(json.contains("xxs3c")) << json.constData();
+}
+
 TEST_F(ExportTest, NamesAreFoundHoweverATextWritesThem) {
     for (const char* form :
          {"Zoë Free", "zoë free", "ZOË FREE", "Zo\\u00eb Free", "Zo\\u00EB Free", "Zo%C3%AB%20Free", "zo%c3%ab+free"}) {
