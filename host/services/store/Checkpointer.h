@@ -16,9 +16,12 @@ struct StoreCheckpoint {
 };
 
 struct CheckpointOptions {
-    /// Written since the last checkpoint.
+    /// Written since the last checkpoint: the next one begins when the writer rests ...
     qint64 afterBytes = 4 << 20;
-    /// Between the end of one and the begin of the next.
+    /// ... or, where it does not rest, when so much was written. The larger the step, the fewer saves meet a disk
+    /// that is busy, and the more pages were written again meanwhile and are copied once.
+    qint64 atMostBytes = 32 << 20;
+    /// The writer rests when it has written nothing for so long; and so long is between two checkpoints.
     std::chrono::milliseconds pause{250};
     /// A log longer than this is made to begin anew.
     qint64 restartBytes = 64 << 20;
@@ -36,6 +39,10 @@ public:
     CCheckpointer(const CCheckpointer&) = delete;
     CCheckpointer& operator=(const CCheckpointer&) = delete;
 
+    /// The writer holds this while it writes. It waits only for a log that is made to begin anew, and goes on at
+    /// once when that is done: SQLite's own wait looks now and then, and either side could miss its turn for long.
+    std::unique_lock<std::mutex> TakeTurn();
+
     /// Tells that about so much was written to the log. Any thread; never waits for the disk.
     void Written(qint64 bytes);
 
@@ -49,6 +56,7 @@ private:
     };
 
     void Run();
+    void WaitForRest(std::unique_lock<std::mutex>& lock);
     void Take(CSqliteConnection& connection);
     void Empty(CSqliteConnection& connection);
     Outcome Checkpoint(CSqliteConnection& connection, const char* mode);
@@ -56,6 +64,9 @@ private:
 
     const QString m_path;
     const CheckpointOptions m_options;
+    // The next one to write or to restart waits with the first of the two in hand, so that neither overtakes.
+    std::mutex m_nextTurn;
+    std::mutex m_turn;
     std::mutex m_mutex;
     std::condition_variable m_wake;
     qint64 m_nWritten = 0;

@@ -239,6 +239,7 @@ EnSqliteFault CSqliteStore::Write(Owner owner, const std::string& key, const QVa
     m_pSave->bindValue(0, OwnerText(owner));
     m_pSave->bindValue(1, QString::fromStdString(key));
     m_pSave->bindValue(2, value);
+    const std::unique_lock<std::mutex> turn = m_pCheckpointer->TakeTurn();
     if (m_pSave->exec()) {
         m_pSave->finish();
         return EnSqliteFault::kNone;
