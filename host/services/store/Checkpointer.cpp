@@ -14,8 +14,8 @@ constexpr qint64 kFrameHeaderBytes = 24;
 
 }  // namespace
 
-CCheckpointer::CCheckpointer(const QString& path, const CheckpointOptions& options)
-    : m_path(path), m_options(options), m_thread([this] { Run(); }) {}
+CCheckpointer::CCheckpointer(const QString& path, const CheckpointOptions& options, bool check)
+    : m_path(path), m_options(options), m_bCheck(check), m_thread([this] { Run(); }) {}
 
 CCheckpointer::~CCheckpointer() {
     {
@@ -51,11 +51,18 @@ void CCheckpointer::Abandon() {
     m_bAbandoned = true;
 }
 
+std::optional<QSqlError> CCheckpointer::Damage() const {
+    return m_bDamaged ? std::make_optional(m_damage) : std::nullopt;
+}
+
 void CCheckpointer::Run() {
     CSqliteConnection connection;
+    if (m_bCheck) {
+        Check(connection);
+    }
     std::unique_lock<std::mutex> lock(m_mutex);
     for (;;) {
-        m_wake.wait(lock, [this] { return m_bEnd || m_nWritten >= m_options.afterBytes; });
+        m_wake.wait(lock, [this] { return m_bEnd || (!m_bAbandoned && m_nWritten >= m_options.afterBytes); });
         WaitForRest(lock);
         if (m_bEnd) {
             break;
@@ -70,6 +77,14 @@ void CCheckpointer::Run() {
     lock.unlock();
     if (!abandoned) {
         Empty(connection);
+    }
+}
+
+void CCheckpointer::Check(CSqliteConnection& connection) {
+    if (EnsureOpen(connection) && !connection.Check() && FaultOf(connection.LastError()) == EnSqliteFault::kCorrupt) {
+        m_damage = connection.LastError();
+        m_bDamaged = true;
+        Abandon();
     }
 }
 

@@ -1,10 +1,13 @@
 #pragma once
 
+#include <QSqlError>
 #include <QString>
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <functional>
 #include <mutex>
+#include <optional>
 #include <thread>
 
 class CSqliteConnection;
@@ -33,7 +36,8 @@ struct CheckpointOptions {
 /// a checkpoint waits for the disk, and the writer shall not. The writer's own checkpoints are off.
 class CCheckpointer {
 public:
-    CCheckpointer(const QString& path, const CheckpointOptions& options);
+    /// With `check` it looks first whether the file is whole.
+    CCheckpointer(const QString& path, const CheckpointOptions& options, bool check = false);
     /// Empties the log and waits for that, unless the file was abandoned.
     ~CCheckpointer();
     CCheckpointer(const CCheckpointer&) = delete;
@@ -49,6 +53,9 @@ public:
     /// The file is damaged: the end leaves it alone.
     void Abandon();
 
+    /// What the check found; empty while it runs, too. From then on the file is left alone. Any thread.
+    std::optional<QSqlError> Damage() const;
+
 private:
     struct Outcome {
         bool done = false;
@@ -56,6 +63,7 @@ private:
     };
 
     void Run();
+    void Check(CSqliteConnection& connection);
     void WaitForRest(std::unique_lock<std::mutex>& lock);
     void Take(CSqliteConnection& connection);
     void Empty(CSqliteConnection& connection);
@@ -64,6 +72,7 @@ private:
 
     const QString m_path;
     const CheckpointOptions m_options;
+    const bool m_bCheck;
     // The next one to write or to restart waits with the first of the two in hand, so that neither overtakes.
     std::mutex m_nextTurn;
     std::mutex m_turn;
@@ -72,6 +81,8 @@ private:
     qint64 m_nWritten = 0;
     bool m_bEnd = false;
     bool m_bAbandoned = false;
+    QSqlError m_damage;  // good once the flag is set
+    std::atomic<bool> m_bDamaged = false;
     // Below: on the thread alone.
     qint64 m_nPageBytes = 0;
     bool m_bOpen = false;
