@@ -73,7 +73,7 @@ TEST_F(StoreDamageTest, DamagedPagesAreFoundAtOpening) {
 
 TEST_F(StoreDamageTest, DamagedPagesOfALargeFileAreFoundWithoutReadingThem) {
     FillFile();
-    Overwrite(Path(), QFile(Path()).size() / 2, 4096 * 4);
+    Overwrite(Path(), QFile(Path()).size() - 4096 * 4, 4096 * 4);  // of the last value
 
     CSqliteStore file(Path());
     EXPECT_EQ(file.Trouble(), EnStoreTrouble::kNone);
