@@ -38,7 +38,7 @@ protected:
         return file.fileName();
     }
 
-    /// Starts all of it; `WaitForLogin` waits until the first user is in.
+    /// Starts all of it, as main does; `WaitForLogin` waits until the first user is in.
     void Start() {
         client = std::make_unique<CComposition>(options);
         QObject::connect(&client->Server(), &CServerProcess::Ready, &watcher, [this](const ServerEndpoint& endpoint) {
@@ -52,8 +52,11 @@ protected:
                 message, [this](unsigned int id, auto, auto) { messages.push_back(id); }, &watcher);
         }
         window = std::make_unique<CMainWindow>(*client);
+        bool whole = false;
+        QObject::connect(window.get(), &CMainWindow::Completed, &watcher, [&whole] { whole = true; });
+        QObject::connect(window.get(), &CMainWindow::Appeared, client.get(), &CComposition::Start);
         window->show();
-        client->Start();
+        ASSERT_TRUE(WaitUntil([&whole] { return whole; }));
     }
 
     void StartAndLogIn() {
