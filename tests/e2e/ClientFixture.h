@@ -11,6 +11,7 @@
 #include "Composition.h"
 #include "MainWindow.h"
 #include "ServerHands.h"
+#include "Theme.h"
 
 /// A client with its window, the module mapped from the build and a server of its own. Each case is a process
 /// of its own, since the module's managers live as long as the process.
@@ -38,8 +39,8 @@ protected:
         return file.fileName();
     }
 
-    /// Starts all of it, as main does; `WaitForLogin` waits until the first user is in.
-    void Start() {
+    /// Makes the client and its window, and shows and starts nothing of it.
+    void Make() {
         client = std::make_unique<CComposition>(options);
         QObject::connect(&client->Server(), &CServerProcess::Ready, &watcher, [this](const ServerEndpoint& endpoint) {
             server = std::make_unique<CServerHands>(endpoint.controlPort, endpoint.token);
@@ -51,12 +52,23 @@ protected:
             client->Bus().Bind(
                 message, [this](unsigned int id, auto, auto) { messages.push_back(id); }, &watcher);
         }
+        theme::Install();
+        theme::SetLanguage(client->LanguageId());
         window = std::make_unique<CMainWindow>(*client);
-        bool whole = false;
-        QObject::connect(window.get(), &CMainWindow::Completed, &watcher, [&whole] { whole = true; });
         QObject::connect(window.get(), &CMainWindow::Appeared, client.get(), &CComposition::Start);
+        QObject::connect(window.get(), &CMainWindow::Completed, &watcher, [this] { isComplete = true; });
+    }
+
+    /// Shows the window, and is back when all of it is there.
+    void Show() {
         window->show();
-        ASSERT_TRUE(WaitUntil([&whole] { return whole; }));
+        ASSERT_TRUE(WaitUntil([this] { return isComplete; }));
+    }
+
+    /// Starts all of it, as main does.
+    void Start() {
+        Make();
+        Show();
     }
 
     void StartAndLogIn() {
@@ -96,6 +108,7 @@ protected:
     std::vector<std::string> statuses;
     std::unique_ptr<CServerHands> server;
     quint16 channelPort = 0;
+    bool isComplete = false;
     std::unique_ptr<CComposition> client;
     std::unique_ptr<CMainWindow> window;
 };
