@@ -13,6 +13,7 @@
 #include "Composition.h"
 #include "MainWindow.h"
 #include "ServerHands.h"
+#include "Theme.h"
 #include "support/RealTime.h"
 
 /// A client with its window, the module mapped from the build and a server of its own. Each case is a process
@@ -41,8 +42,8 @@ protected:
         return file.fileName();
     }
 
-    /// Starts all of it; StartAndLogIn waits until the first user is in.
-    void Start() {
+    /// Makes the client and its window, and shows and starts nothing of it.
+    void Make() {
         client = std::make_unique<CComposition>(options);
         QObject::connect(&client->Server(), &CServerProcess::Ready, &watcher, [this](const ServerEndpoint& endpoint) {
             server = std::make_unique<CServerHands>(endpoint.controlPort, endpoint.token);
@@ -54,9 +55,23 @@ protected:
             client->Bus().Bind(
                 message, [this](unsigned int id, auto, auto) { messages.push_back(id); }, &watcher);
         }
+        theme::Install();
+        theme::SetLanguage(client->LanguageId());
         window = std::make_unique<CMainWindow>(*client);
+        QObject::connect(window.get(), &CMainWindow::Appeared, client.get(), &CComposition::Start);
+        QObject::connect(window.get(), &CMainWindow::Completed, &watcher, [this] { isComplete = true; });
+    }
+
+    /// Shows the window, and is back when all of it is there.
+    void Show() {
         window->show();
-        client->Start();
+        ASSERT_TRUE(WaitInRealTime([this] { return isComplete; }));
+    }
+
+    /// Starts all of it, as main does; StartAndLogIn waits until the first user is in.
+    void Start() {
+        Make();
+        Show();
     }
 
     void StartAndLogIn() {
@@ -123,6 +138,7 @@ protected:
     std::vector<std::string> statuses;
     std::unique_ptr<CServerHands> server;
     quint16 channelPort = 0;
+    bool isComplete = false;
     std::unique_ptr<CComposition> client;
     std::unique_ptr<CMainWindow> window;
 };
