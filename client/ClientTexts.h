@@ -233,6 +233,11 @@ enum EnText : unsigned int {
     kStoreSecondClient = 900304,
     kStoreNewerFile = 900305,
 
+    // More faults of the workbench
+    kFaultFrame = 900306,
+    kFaultCopies = 900307,
+    kFaultDrop = 900308,
+
     // Rights and VIP status
     kTabRights = 900401,
     kRightNumber = 900402,

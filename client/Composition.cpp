@@ -110,6 +110,9 @@ CComposition::CComposition(const COptions& options)
     ports.urls = &m_urls;
     host::Install(ports);
     m_theme.Begin(options.theme);
+    if (options.server.isEmpty()) {
+        m_fnStatus = Words(texts::kServerStarts);
+    }
 
     m_urls.SetWebHandler([this](const QUrl& url) { return OpenWeb(url); });
     connect(&m_urls, &CUrlOpener::Dispatched, this, [this](const UrlRequest& request, const QString& reason) {
@@ -159,7 +162,6 @@ void CComposition::Start() {
     host::ModuleLifecycle::Init();
     Q_EMIT ModulesReady();
     if (m_options.server.isEmpty()) {
-        ShowStatus(Words(texts::kServerStarts), false);
         m_server.Start();
     } else {
         m_token = m_options.token.toLatin1();

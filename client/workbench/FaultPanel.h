@@ -14,10 +14,10 @@ class QLineEdit;
 class QPushButton;
 class QSpinBox;
 
-/// Breaks things: replies that err, lag, lie or stay away, and dropped connections. `server` must outlive it.
+/// Breaks things: replies that err, lag, lie, stay away or come often, and cut connections. `server` must outlive it.
 class CFaultPanel : public QWidget {
 public:
-    enum class EnFault { Error, Delay, Garbage, WrongCommand, Silent };
+    enum class EnFault { Error, Delay, Garbage, WrongCommand, Frame, Copies, Silent, Drop };
 
     explicit CFaultPanel(IServerAsk& server, QWidget* parent = nullptr);
 

@@ -86,7 +86,7 @@ QLabel* NewTitle(texts::EnText text, const char* role, QWidget* parent) {
 }  // namespace
 
 CWorkbench::CWorkbench(CAIChatEntries& entries, const CPremiumRights& rights, IServerAsk& server, QWidget* parent)
-    : QDockWidget(parent),
+    : QWidget(parent),
       m_entries(entries),
       m_pUser(NewCombo("WorkbenchUser", this)),
       m_pWho(new QLabel(this)),
@@ -110,10 +110,6 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, const CPremiumRights& rights, IS
       m_pExportPath(new QLineEdit(this)),
       m_pExportNote(new QLabel(this)) {
     setObjectName(QStringLiteral("Workbench"));
-    setFeatures(DockWidgetMovable);
-    texts::Keep(this, [this] { setWindowTitle(texts::Tr(texts::kWorkbench)); });
-    auto* content = new QWidget(this);
-    content->setObjectName(QStringLiteral("WorkbenchContent"));
     m_pTabs->setObjectName(QStringLiteral("WorkbenchTabs"));
     m_pTabs->setDocumentMode(true);
     const auto addTab = [this](QWidget* tab, texts::EnText title) {
@@ -131,13 +127,11 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, const CPremiumRights& rights, IS
     addTab(m_pStore, texts::kTabStore);
     addTab(m_pUrls, texts::kTabUrls);
     addTab(NewServerTab(), texts::kTabServer);
-    auto* layout = new QVBoxLayout(content);
-    layout->setContentsMargins(14, 6, 14, 12);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(10);
     layout->addWidget(m_pTabs, 1);
     layout->addWidget(NewExportRow());
-    setWidget(content);
-    setMinimumWidth(400);
     connect(&entries, &CAIChatEntries::Changed, this, &CWorkbench::ShowOverride);
     texts::Keep(this, [this] {
         ShowUserTexts();

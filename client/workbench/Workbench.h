@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QDockWidget>
+#include <QWidget>
 
 #include "ServerControl.h"
 #include "observe/Seen.h"
@@ -22,10 +22,10 @@ class QLineEdit;
 class QPushButton;
 class QTabWidget;
 
-/// The dock for those who work on the modules: the switches of the session, how the AI chat entries stand and
+/// The desk of those who work on the modules: the switches of the session, how the AI chat entries stand and
 /// what the server will answer, the user's rights and VIP status, all that goes through the contract, the log, and the
 /// server's faults and clock. `entries`, `rights` and `server` must outlive it.
-class CWorkbench : public QDockWidget {
+class CWorkbench : public QWidget {
     Q_OBJECT
 
 public:

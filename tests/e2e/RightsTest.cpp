@@ -61,7 +61,7 @@ protected:
 
     /// Waits until that user is in and both answers have come.
     void AwaitLogin(uint64_t user) {
-        ASSERT_TRUE(WaitUntil([&] { return client->UserId() == user && ToldOf(80051) > 0 && ToldOf(80052) > 0; }));
+        ASSERT_TRUE(WaitInRealTime([&] { return client->UserId() == user && ToldOf(80051) > 0 && ToldOf(80052) > 0; }));
     }
 
     void LogIn(uint64_t user) {
@@ -187,7 +187,7 @@ TEST_F(RightsTest, APushForAListRefreshesJustThese) {
 
     server->Post("/v1/push", R"({"premiumChange":{"delaySeconds":0,"needAll":false,"access":[5]}})");
 
-    ASSERT_TRUE(WaitUntil([this] { return ToldOf(80050) == 1; }));
+    ASSERT_TRUE(WaitInRealTime([this] { return ToldOf(80050) == 1; }));
     EXPECT_EQ(LastRequest(), "08001005");
     EXPECT_THAT(Rights(), ElementsAre(1, 5, 1000));
     EXPECT_TRUE(Right(5).bHasPermission);
@@ -202,7 +202,7 @@ TEST_F(RightsTest, APushOfTheVipStatusRefreshesIt) {
 
     server->Post("/v1/push", R"({"vipChange":{"windowSeconds":0}})");
 
-    ASSERT_TRUE(WaitUntil([this] { return ToldOf(80052) == 1; }));
+    ASSERT_TRUE(WaitInRealTime([this] { return ToldOf(80052) == 1; }));
     EXPECT_EQ(Service()->GetVipGrade(), 3);
     EXPECT_EQ(Service()->GetVipEngineStatus(), kVipEngineExpired);
     EXPECT_TRUE(Says("VipEngineStatus", "expired"));
@@ -213,7 +213,7 @@ TEST_F(RightsTest, ALanguageBringsItsTexts) {
 
     client->SetLanguage(7);
 
-    ASSERT_TRUE(WaitUntil([this] { return ToldOf(80050) == 1; }));
+    ASSERT_TRUE(WaitInRealTime([this] { return ToldOf(80050) == 1; }));
     EXPECT_EQ(Right(1).strMainTitle, QStringLiteral("Premier"));
     EXPECT_EQ(Right(5).strMainTitle, QString::fromUtf8("Cinquième"));
     // the server hears of it ahead of the question
@@ -225,17 +225,17 @@ TEST_F(RightsTest, ALanguageBringsItsTexts) {
 TEST_F(RightsTest, AServerThatIsGoneAndBackLeavesTheTable) {
     told.clear();
     ASSERT_EQ(kill(pid_t(client->Server().ProcessId()), SIGKILL), 0);
-    ASSERT_TRUE(WaitUntil([this] { return !client->IsConnected(); }));
+    ASSERT_TRUE(WaitInRealTime([this] { return !client->IsConnected(); }));
     EXPECT_THAT(Rights(), ElementsAre(1, 5, 1000));
 
-    ASSERT_TRUE(WaitUntil([this] { return CountOf(10650) == 2; }));
+    ASSERT_TRUE(WaitInRealTime([this] { return CountOf(10650) == 2; }));
 
     EXPECT_THAT(Rights(), ElementsAre(1, 5, 1000));
     EXPECT_EQ(Service()->GetVipGrade(), 2);
     EXPECT_THAT(told, IsEmpty());
     // and the next question is answered
     Service()->GetUiMsgAndPremiumAccessReq(true);
-    EXPECT_TRUE(WaitUntil([this] { return ToldOf(80050) == 1; }));
+    EXPECT_TRUE(WaitInRealTime([this] { return ToldOf(80050) == 1; }));
 }
 
 struct BadAnswer {
@@ -253,12 +253,12 @@ TEST_P(BadAnswerTest, LeavesTheTableAsItWasAndIsTold) {
 
     Service()->GetUiMsgAndPremiumAccessReq(true);
 
-    ASSERT_TRUE(WaitUntil([this] { return told.size() == 1; }));
+    ASSERT_TRUE(WaitInRealTime([this] { return told.size() == 1; }));
     EXPECT_EQ(told[0].message, 80051u);
     EXPECT_EQ(told[0].outcome, 2u);
     EXPECT_THAT(Rights(), ElementsAre(1, 5, 1000));
     EXPECT_TRUE(Right(1).bHasPermission);
-    EXPECT_TRUE(WaitUntil([this] { return Says("RefreshPremium", GetParam().outcome); }));
+    EXPECT_TRUE(WaitInRealTime([this] { return Says("RefreshPremium", GetParam().outcome); }));
 }
 
 INSTANTIATE_TEST_SUITE_P(Answers, BadAnswerTest,
@@ -278,7 +278,7 @@ TEST_P(BadVipAnswerTest, LeavesTheStatusAsItWasAndIsNotTold) {
 
     server->Post("/v1/push", R"({"vipChange":{}})");
 
-    ASSERT_TRUE(WaitUntil([this] { return Says("RefreshVip", GetParam().outcome); }));
+    ASSERT_TRUE(WaitInRealTime([this] { return Says("RefreshVip", GetParam().outcome); }));
     EXPECT_THAT(told, IsEmpty());
     EXPECT_EQ(Service()->GetVipGrade(), 2);
     EXPECT_TRUE(Service()->HasVipQualification());
@@ -295,17 +295,17 @@ TEST_F(RightsTest, TheWorkbenchAsksBreaksAndPushes) {
     // a list, through the service
     Child<QLineEdit>("AskRights")->setText(QStringLiteral("5 1"));
     Press("AskList");
-    ASSERT_TRUE(WaitUntil([this] { return Says("AskOutcome", "good"); }));
+    ASSERT_TRUE(WaitInRealTime([this] { return Says("AskOutcome", "good"); }));
     EXPECT_EQ(LastRequest(), "080010051001");
 
     // the next answer with a code of its own, once
     Child<QComboBox>("AnswerKind")->setCurrentIndex(5);
     Press("AnswerSet");
-    ASSERT_TRUE(WaitUntil([this] { return Says("AnswerMessage", "20637"); }));
+    ASSERT_TRUE(WaitInRealTime([this] { return Says("AnswerMessage", "20637"); }));
     Press("AskAll");
-    ASSERT_TRUE(WaitUntil([this] { return Says("AskOutcome", "code 5"); }));
+    ASSERT_TRUE(WaitInRealTime([this] { return Says("AskOutcome", "code 5"); }));
     Press("AskAll");
-    ASSERT_TRUE(WaitUntil([this] { return Says("AskOutcome", "good"); }));
+    ASSERT_TRUE(WaitInRealTime([this] { return Says("AskOutcome", "good"); }));
     EXPECT_EQ(LastRequest(), "0801");
 
     // and both pushes
@@ -313,11 +313,11 @@ TEST_F(RightsTest, TheWorkbenchAsksBreaksAndPushes) {
     Child<QLineEdit>("PushRights")->setText(QStringLiteral("1"));
     Child<QComboBox>("PushNeedAll")->setCurrentIndex(0);
     Press("PushPremium");
-    ASSERT_TRUE(WaitUntil([this] { return Says("RefreshPremium", "push \u00B7 good"); }));
+    ASSERT_TRUE(WaitInRealTime([this] { return Says("RefreshPremium", "push \u00B7 good"); }));
     EXPECT_EQ(LastRequest(), "08001001");
     Child<QLineEdit>("PushWindow")->setText(QString());
     Press("PushVip");
-    EXPECT_TRUE(WaitUntil([this] { return Says("RefreshVip", "push \u00B7 good"); }));
+    EXPECT_TRUE(WaitInRealTime([this] { return Says("RefreshVip", "push \u00B7 good"); }));
 }
 
 }  // namespace

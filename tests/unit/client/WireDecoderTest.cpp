@@ -14,7 +14,7 @@ protected:
         for (const FieldNode& field : fields) {
             const std::string name = path + field.name.toStdString();
             if (field.children.empty()) {
-                out.push_back(name + "=" + field.value.toStdString() + (field.isRaw ? " raw" : ""));
+                out.push_back(name + "=" + field.value.toStdString() + (field.raw ? " raw" : ""));
             }
             Flatten(field.children, name + ".", out);
         }

@@ -22,7 +22,7 @@ namespace {
 class WorkbenchTest : public ScriptedHostTest {
 protected:
     WorkbenchTest() {
-        window.addDockWidget(Qt::RightDockWidgetArea, workbench);
+        window.setCentralWidget(workbench);
         window.resize(700, 800);
         window.show();
         time.Settle();

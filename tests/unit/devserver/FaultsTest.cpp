@@ -6,7 +6,7 @@
 
 #include "DevServerTest.h"
 #include "RowName.h"
-#include "Wait.h"
+#include "support/RealTime.h"
 
 namespace {
 
@@ -134,9 +134,9 @@ TEST_F(FaultsTest, DelayedDropOfAConnectionThatIsGoneDoesNothing) {
     auto client = LoggedIn(1);
     ASSERT_EQ(Http("PUT", "/v1/faults", R"({"20982":{"drop":true,"delayMs":30,"times":1}})").status, 200);
     client->SendRequest(1, kCmdChatEntry);
-    ASSERT_TRUE(WaitUntil([this] { return Http("GET", "/v1/received").body["received"].size() == 2; }));
+    ASSERT_TRUE(WaitInRealTime([this] { return Http("GET", "/v1/received").body["received"].size() == 2; }));
     client.reset();
-    ASSERT_TRUE(WaitUntil([this] { return Http("GET", "/v1/state").body["connections"].empty(); }));
+    ASSERT_TRUE(WaitInRealTime([this] { return Http("GET", "/v1/state").body["connections"].empty(); }));
 
     ASSERT_EQ(Http("PUT", "/v1/faults", R"({"20982":{"delayMs":60,"times":1}})").status, 200);
     const auto next = LoggedIn(1);
