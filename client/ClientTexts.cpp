@@ -330,6 +330,7 @@ const std::vector<TextEntry>& All() {
         {kAnswerSet, "The next answer: %1"},
         {kFindUser, "Find a user"},
         {kRight, "Right"},
+        {kRightName, "Name"},
     };
     return texts;
 }

@@ -333,6 +333,7 @@ enum EnText : unsigned int {
     kAnswerSet = 900492,
     kFindUser = 900493,
     kRight = 900494,
+    kRightName = 900495,
 };
 
 /// A text and what is shown where a language has none for it.

@@ -45,6 +45,7 @@ private:
 
     bool ReadScenario();
     bool LogIn(quint64 userId);
+    bool LogInByMenu(const QString& word, quint64 userId);
     bool WaitForEntries(quint64 userId);
     bool WaitFor(const QString& what, const std::function<bool()>& isSo);
     bool TakePicture(const char* name);

@@ -2,10 +2,15 @@
 #include <QAbstractButton>
 #include <QAbstractItemModel>
 #include <QComboBox>
+#include <QCoreApplication>
+#include <QDir>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QTabWidget>
 #include <QTableView>
+#include <QToolButton>
 
 #include "ClientTexts.h"
 #include "Composition.h"
@@ -32,14 +37,42 @@ quint64 CTour::UserNamed(const QString& word) const {
     return 0;
 }
 
+// As one finds somebody among many: the menu opens, a word is typed, and Enter takes who is left.
+bool CTour::LogInByMenu(const QString& word, quint64 userId) {
+    auto* button = Find<QToolButton>(QStringLiteral("UserMenuButton"));
+    auto* menu = Find<QMenu>(QStringLiteral("UserMenu"));
+    const auto press = [menu](int key, const QString& text) {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, text);
+        QCoreApplication::sendEvent(menu, &event);
+    };
+    const auto save = [this, menu](const char* name) {
+        const QString file = QStringLiteral("%1-%2.png").arg(m_nStep).arg(QString::fromLatin1(name));
+        return menu->grab().save(QDir(m_strFolder).absoluteFilePath(file)) ||
+               Fail(QStringLiteral("the picture %1 can't be written").arg(file));
+    };
+    m_nEntryAnswers = 0;
+    menu->popup(button->mapToGlobal(QPoint(0, button->height())));
+    bool good = WaitFor(QStringLiteral("the menu of users"), [menu] { return menu->isVisible(); }) && save("users");
+    for (const QChar letter : word) {
+        press(0, letter);
+    }
+    good = good && save("users-narrowed");
+    press(Qt::Key_Return, QStringLiteral("\r"));
+    return good &&
+           WaitFor(QStringLiteral("the login of user %1 and the module's answer").arg(userId),
+                   [this, userId] { return m_composition.UserId() == userId && m_nEntryAnswers > 0; }) &&
+           WaitForEntries(userId);
+}
+
 bool CTour::SeeMember() {
-    const quint64 member = UserNamed(QStringLiteral("Monthly"));
+    const QString word = QStringLiteral("Monthly");
+    const quint64 member = UserNamed(word);
     if (member == 0) {
         return Fail(QStringLiteral("the scenario has no monthly member"));
     }
     OpenTab(kTabRights);
     const QAbstractItemModel* rights = Find<QTableView>(QStringLiteral("RightsTable"))->model();
-    if (!LogIn(member) ||
+    if (!LogInByMenu(word, member) ||
         !WaitFor(QStringLiteral("the member's rights"), [rights] { return rights->rowCount() > 0; }) ||
         !WaitFor(QStringLiteral("the member's VIP status"), [this] {
             return Find<QLabel>(QStringLiteral("VipNewState"))->text().contains(texts::Tr(texts::kVipMember));

@@ -4,6 +4,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <limits>
 
 #include "ChannelServer.h"
 #include "Hex.h"
@@ -33,6 +34,12 @@ std::optional<uint64_t> ReadNumber(const std::string& text) {
         return std::nullopt;
     }
     return number;
+}
+
+std::optional<uint32_t> ReadCommand(const std::string& text) {
+    const auto number = ReadNumber(text);
+    const bool isCommand = number && *number > 0 && *number <= std::numeric_limits<uint32_t>::max();
+    return isCommand ? std::make_optional(uint32_t(*number)) : std::nullopt;
 }
 
 bool ReadTrade(const CJsonNode& root) {
@@ -105,6 +112,8 @@ const std::vector<CControlApi::Route>& CControlApi::Routes() {
         {"PUT", "/v1/clock", &CControlApi::PutClock},
         {"POST", "/v1/drop", &CControlApi::PostDrop},
         {"PUT", "/v1/faults", &CControlApi::PutFaults},
+        {"PUT", "/v1/faults/*", &CControlApi::PutFault},
+        {"DELETE", "/v1/faults/*", &CControlApi::DeleteFault},
     };
     return routes;
 }
@@ -299,6 +308,29 @@ ControlAnswer CControlApi::PutFaults(const ControlRequest& request, const Wildca
         return Refused(errors);
     }
     m_state.faults.Set(std::move(*faults));
+    return {};
+}
+
+ControlAnswer CControlApi::PutFault(const ControlRequest& request, const Wildcards& wildcards) {
+    const auto command = ReadCommand(wildcards[0]);
+    if (!command) {
+        return Refusal(404, "path: no command has the number " + wildcards[0]);
+    }
+    Errors errors;
+    auto fault = FaultFromText(request.body, errors);
+    if (!fault) {
+        return Refused(errors);
+    }
+    m_state.faults.Set(*command, std::move(*fault));
+    return {};
+}
+
+ControlAnswer CControlApi::DeleteFault(const ControlRequest&, const Wildcards& wildcards) {
+    const auto command = ReadCommand(wildcards[0]);
+    if (!command) {
+        return Refusal(404, "path: no command has the number " + wildcards[0]);
+    }
+    m_state.faults.Remove(*command);
     return {};
 }
 

@@ -64,6 +64,8 @@ private:
     ControlAnswer PutClock(const ControlRequest& request, const Wildcards& wildcards);
     ControlAnswer PostDrop(const ControlRequest& request, const Wildcards& wildcards);
     ControlAnswer PutFaults(const ControlRequest& request, const Wildcards& wildcards);
+    ControlAnswer PutFault(const ControlRequest& request, const Wildcards& wildcards);
+    ControlAnswer DeleteFault(const ControlRequest& request, const Wildcards& wildcards);
 
     template <class T>
     using Setter = bool (CScenario::*)(uint64_t user, std::optional<T> value);

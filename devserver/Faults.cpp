@@ -76,6 +76,10 @@ std::optional<FaultTable> FaultsFromText(const std::string& text, Errors& errors
     return ReadJson(text, kFaultsDepth, ReadFaults, errors);
 }
 
+std::optional<Fault> FaultFromText(const std::string& text, Errors& errors) {
+    return ReadJson(text, kFaultsDepth, ReadFault, errors);
+}
+
 std::optional<Fault> CFaults::Take(uint32_t command) {
     const auto found = m_faults.find(command);
     if (found == m_faults.end()) {

@@ -191,31 +191,35 @@ void CFaultPanel::Set() {
     }
     const auto fault = FaultAsked();
     if (fault) {
-        SetFault(command, fault, nullptr);
+        // The server replaces the whole table, so the others are told again.
+        Json::Value faults = m_faults;
+        faults[std::to_string(command)] = *fault;
+        Send(faults);
     }
 }
 
 void CFaultPanel::SetFault(uint32_t command, const std::optional<Json::Value>& fault, IServerAsk::Answered answered) {
-    // The server replaces the whole table, so the others are told again.
-    Json::Value faults = m_faults;
-    if (fault) {
-        faults[std::to_string(command)] = *fault;
-    } else {
-        faults.removeMember(std::to_string(command));
-    }
-    Send(faults, std::move(answered));
+    const QByteArray body = fault ? Written(*fault).toUtf8() : QByteArray();
+    m_server.Ask(fault ? "PUT" : "DELETE", QStringLiteral("/v1/faults/%1").arg(command), body, this,
+                 [this, command, fault, answered = std::move(answered)](const ServerAnswer& answer) {
+                     if (answer.error.isEmpty()) {
+                         m_faults.removeMember(std::to_string(command));
+                         if (fault) {
+                             m_faults[std::to_string(command)] = *fault;
+                         }
+                         ShowFaults();
+                     }
+                     answered(answer);
+                 });
 }
 
 void CFaultPanel::Clear() {
     Send(Json::Value(Json::objectValue));
 }
 
-void CFaultPanel::Send(const Json::Value& faults, IServerAsk::Answered answered) {
+void CFaultPanel::Send(const Json::Value& faults) {
     m_server.Ask("PUT", QStringLiteral("/v1/faults"), Written(faults).toUtf8(), this,
-                 [this, faults, answered = std::move(answered)](const ServerAnswer& answer) {
-                     if (answered) {
-                         answered(answer);
-                     }
+                 [this, faults](const ServerAnswer& answer) {
                      if (!answer.error.isEmpty()) {
                          Say(WordsOf(answer), false);
                          return;

@@ -36,7 +36,7 @@ private:
     void Set();
     void Clear();
     void Drop();
-    void Send(const Json::Value& faults, IServerAsk::Answered answered = nullptr);
+    void Send(const Json::Value& faults);
     std::optional<Json::Value> FaultAsked();
     void Say(const QString& words, bool good);
 

@@ -26,13 +26,23 @@ protected:
         }
         return -1;
     }
+
+    int ReplyRow(const QString& command) {
+        const QAbstractItemModel* model = Child<QTableView>("TrafficTable")->model();
+        for (int row = 0; row < model->rowCount(); ++row) {
+            if (model->index(row, 1).data() == QStringLiteral("Reply") && model->index(row, 2).data() == command) {
+                return row;
+            }
+        }
+        return -1;
+    }
 };
 
 TEST_F(WorkbenchOnServerTest, TheReplyIsSeenAndDecoded) {
     StartAndLogIn();
 
-    ASSERT_TRUE(WaitInRealTime([this] { return RowWith("TrafficTable", 1, QStringLiteral("Reply")) >= 0; }));
-    Child<QTableView>("TrafficTable")->selectRow(RowWith("TrafficTable", 1, QStringLiteral("Reply")));
+    ASSERT_TRUE(WaitInRealTime([this] { return ReplyRow(QStringLiteral("20982")) >= 0; }));
+    Child<QTableView>("TrafficTable")->selectRow(ReplyRow(QStringLiteral("20982")));
 
     EXPECT_THAT(
         Child<QTreeWidget>("TrafficDetail")->findItems(QStringLiteral("scene"), Qt::MatchExactly | Qt::MatchRecursive),

@@ -89,6 +89,9 @@ void CAskPanel::ShowOutcome() {
 }
 
 void CAskPanel::Say(const QString& words, bool good) {
+    if (words == m_pOutcome->text()) {
+        return;  // the board moves more often than this does
+    }
     m_pOutcome->setText(words);
     m_pOutcome->setProperty("good", good);
     theme::Repolish(m_pOutcome);

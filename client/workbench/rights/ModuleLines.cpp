@@ -3,9 +3,21 @@
 namespace module_lines {
 namespace {
 
-/// The values of `text` where `pattern` has {}, a word each; nothing if the rest differs.
-std::optional<QStringList> ValuesOf(const QString& text, const char* pattern) {
-    const QStringList parts = QString::fromLatin1(pattern).split(QStringLiteral("{}"));
+struct Pattern {
+    EnLine line;
+    QStringList parts;  // what stands around the values
+};
+
+std::vector<Pattern> Patterns() {
+    std::vector<Pattern> patterns;
+    for (const Line& line : All()) {
+        patterns.push_back({line.line, QString::fromLatin1(line.text).split(QStringLiteral("{}"))});
+    }
+    return patterns;
+}
+
+/// The values of `text` between the parts, a word each; nothing if the rest differs.
+std::optional<QStringList> ValuesOf(const QString& text, const QStringList& parts) {
     if (!text.startsWith(parts.first()) || !text.endsWith(parts.last())) {
         return std::nullopt;
     }
@@ -55,9 +67,10 @@ const std::vector<Line>& All() {
 }
 
 std::optional<Said> Read(const QString& text) {
-    for (const Line& line : All()) {
-        if (auto values = ValuesOf(text, line.text)) {
-            return Said{line.line, std::move(*values)};
+    static const std::vector<Pattern> patterns = Patterns();
+    for (const Pattern& pattern : patterns) {
+        if (auto values = ValuesOf(text, pattern.parts)) {
+            return Said{pattern.line, std::move(*values)};
         }
     }
     return std::nullopt;

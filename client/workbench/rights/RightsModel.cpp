@@ -9,7 +9,7 @@
 namespace {
 
 constexpr texts::EnText kTitles[] = {
-    texts::kRightNumber, texts::kName,        texts::kPermission, texts::kActivation,
+    texts::kRightNumber, texts::kRightName,   texts::kPermission, texts::kActivation,
     texts::kDaysLeft,    texts::kRightSource, texts::kUiType,     texts::kMainTitle,
 };
 

@@ -73,6 +73,8 @@ class AnswerPanelTest : public RightsPanelTest {
 protected:
     AnswerPanelTest() { Show(panel); }
 
+    std::string InForce() { return faults.findChild<QLabel*>(QStringLiteral("FaultsInForce"))->text().toStdString(); }
+
     void Choose(const char* combo, int index) { Child<QComboBox>(combo)->setCurrentIndex(index); }
 
     CFaultPanel faults{server};
@@ -193,8 +195,9 @@ TEST_F(AnswerPanelTest, EachBadAnswerBecomesAFaultOfItsCommand) {
     for (int kind = 1; kind <= 5; ++kind) {
         Choose("AnswerKind", kind);
         Press("AnswerSet");
-        EXPECT_EQ(server.wishes.back().path, "/v1/faults");
-        EXPECT_EQ(server.wishes.back().json, std::string(R"({"20637":)") + expected[kind - 1] + "}");
+        EXPECT_EQ(server.wishes.back().verb, "PUT");
+        EXPECT_EQ(server.wishes.back().path, "/v1/faults/20637");
+        EXPECT_EQ(server.wishes.back().json, expected[kind - 1]);
     }
 }
 
@@ -202,30 +205,36 @@ TEST_F(AnswerPanelTest, ACodeIsWrittenAsTheWireHasIt) {
     Choose("AnswerKind", 5);
     Type("AnswerValue", "-1");
     Press("AnswerSet");
-    EXPECT_EQ(server.wishes.back().json, R"({"20637":{"bodyHex":"08ffffffffffffffffff01","times":1}})");
+    EXPECT_EQ(server.wishes.back().json, R"({"bodyHex":"08ffffffffffffffffff01","times":1})");
     Type("AnswerValue", "1001");
     Choose("AnswerTimes", 1);
     Press("AnswerSet");
-    EXPECT_EQ(server.wishes.back().json, R"({"20637":{"bodyHex":"08e907"}})");
+    EXPECT_EQ(server.wishes.back().json, R"({"bodyHex":"08e907"})");
 }
 
 TEST_F(AnswerPanelTest, FaultsOfOtherCommandsStayAsTheyAre) {
-    faults.SetFault(20982, Json::Value(Json::objectValue), nullptr);
+    faults.SetFault(20982, Json::Value(Json::objectValue), [](const ServerAnswer&) {});
     server.Answer("{}");
     Choose("AnswerCommand", 1);
     Choose("AnswerKind", 1);
     Choose("AnswerTimes", 1);
     Press("AnswerSet");
-    EXPECT_EQ(server.wishes.back().json, R"({"20831":{"error":7},"20982":{}})");
+    EXPECT_EQ(server.wishes.back().path, "/v1/faults/20831");
+    EXPECT_EQ(server.wishes.back().json, R"({"error":7})");
     server.Answer("{}");
     EXPECT_EQ(Said("AnswerMessage"), "The next answer: 20831 \u00B7 Error number");
+    // the panel of all faults knows of it
+    EXPECT_EQ(InForce(), R"(Set: {"20831":{"error":7},"20982":{}})");
 
     Choose("AnswerKind", 0);
     Press("AnswerSet");
 
-    EXPECT_EQ(server.wishes.back().json, R"({"20982":{}})");
+    EXPECT_EQ(server.wishes.back().verb, "DELETE");
+    EXPECT_EQ(server.wishes.back().path, "/v1/faults/20831");
+    EXPECT_EQ(server.wishes.back().json, "");
     server.Answer("{}");
     EXPECT_EQ(Said("AnswerMessage"), "The next answer: 20831 \u00B7 as it should");
+    EXPECT_EQ(InForce(), R"(Set: {"20982":{}})");
     EXPECT_FALSE(Child<QLineEdit>("AnswerValue")->isEnabled());
 }
 
@@ -248,4 +257,5 @@ TEST_F(AnswerPanelTest, ARefusalIsSaid) {
     server.Refuse(R"({"error":"20637.error: too large"})");
 
     EXPECT_EQ(Said("AnswerMessage"), "The server refuses: 20637.error: too large");
+    EXPECT_EQ(InForce(), "No fault is set");
 }
