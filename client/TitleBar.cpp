@@ -22,7 +22,8 @@ CTitleBar::CTitleBar(QWidget* parent)
     : QFrame(parent),
       m_pProduct(new QLabel(this)),
       m_pWorkbench(new QToolButton(this)),
-      m_pUser(new QToolButton(this)) {
+      m_pUser(new QToolButton(this)),
+      m_pMenu(new QMenu(this)) {
     setObjectName(QStringLiteral("TitleBar"));
     auto* mark = new QLabel(this);
     m_pProduct->setObjectName(QStringLiteral("ProductName"));
@@ -30,10 +31,12 @@ CTitleBar::CTitleBar(QWidget* parent)
     m_pWorkbench->setIconSize({20, 20});
     m_pWorkbench->setCheckable(true);
     m_pWorkbench->setChecked(true);
+    m_pMenu->setObjectName(QStringLiteral("UserMenu"));
     m_pUser->setObjectName(QStringLiteral("UserMenuButton"));
     m_pUser->setIconSize({20, 20});
     m_pUser->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     m_pUser->setPopupMode(QToolButton::InstantPopup);
+    m_pUser->setMenu(m_pMenu);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(16, 0, 10, 0);
     layout->setSpacing(10);
@@ -63,29 +66,8 @@ void CTitleBar::ShowUsers(const std::vector<ServerUser>& users, quint64 current)
     ShowTexts();
 }
 
-void CTitleBar::MakeMenu() {
-    m_pMenu = new QMenu(this);
-    m_pMenu->setObjectName(QStringLiteral("UserMenu"));
-    m_pUser->setMenu(m_pMenu);
-    ShowMenu();
-}
-
 void CTitleBar::ShowTexts() {
     QString name = m_nCurrent == 0 ? texts::Tr(texts::kNobodyLoggedIn) : QString::number(m_nCurrent);
-    for (const ServerUser& user : m_users) {
-        if (user.id == m_nCurrent) {
-            name = user.name;
-        }
-    }
-    m_pUser->setText(name);
-    m_pUser->setToolTip(texts::Tr(texts::kUserMenu));
-    m_pWorkbench->setToolTip(texts::Tr(texts::kShowWorkbench));
-    if (m_pMenu) {
-        ShowMenu();
-    }
-}
-
-void CTitleBar::ShowMenu() {
     m_pMenu->clear();
     for (const ServerUser& user : m_users) {
         QAction* action = m_pMenu->addAction(QStringLiteral("%1  %2").arg(user.name).arg(user.id));
@@ -93,6 +75,9 @@ void CTitleBar::ShowMenu() {
         action->setCheckable(true);
         action->setChecked(user.id == m_nCurrent);
         connect(action, &QAction::triggered, this, [this, id = user.id] { Q_EMIT LoginWanted(id); });
+        if (user.id == m_nCurrent) {
+            name = user.name;
+        }
     }
     m_pMenu->addSeparator();
     QAction* logout = m_pMenu->addAction(texts::Tr(texts::kLogOut));
@@ -102,4 +87,7 @@ void CTitleBar::ShowMenu() {
     QAction* help = m_pMenu->addAction(texts::Tr(texts::kHelp));
     help->setObjectName(QStringLiteral("UserMenuHelp"));
     connect(help, &QAction::triggered, this, [] { links::Open(QString::fromLatin1(kHelpAddress)); });
+    m_pUser->setText(name);
+    m_pUser->setToolTip(texts::Tr(texts::kUserMenu));
+    m_pWorkbench->setToolTip(texts::Tr(texts::kShowWorkbench));
 }
