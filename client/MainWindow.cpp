@@ -138,7 +138,6 @@ void CMainWindow::MakeWorkbench() {
 void CMainWindow::MakeNext() {
     const auto missing = std::find(m_made.begin(), m_made.end(), nullptr);
     if (!m_pWorkbench) {
-        m_pTitleBar->MakeMenu();
         MakeWorkbench();
     } else if (missing != m_made.end()) {
         PageAt(int(missing - m_made.begin()));

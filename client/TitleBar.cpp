@@ -20,7 +20,8 @@ CTitleBar::CTitleBar(QWidget* parent)
     : QFrame(parent),
       m_pProduct(new QLabel(this)),
       m_pWorkbench(new QToolButton(this)),
-      m_pUser(new QToolButton(this)) {
+      m_pUser(new QToolButton(this)),
+      m_pMenu(new CUserMenu(this)) {
     setObjectName(QStringLiteral("TitleBar"));
     auto* mark = new QLabel(this);
     m_pProduct->setObjectName(QStringLiteral("ProductName"));
@@ -32,6 +33,9 @@ CTitleBar::CTitleBar(QWidget* parent)
     m_pUser->setIconSize({20, 20});
     m_pUser->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     m_pUser->setPopupMode(QToolButton::InstantPopup);
+    m_pUser->setMenu(m_pMenu);
+    connect(m_pMenu, &CUserMenu::LoginWanted, this, &CTitleBar::LoginWanted);
+    connect(m_pMenu, &CUserMenu::LogoutWanted, this, &CTitleBar::LogoutWanted);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(16, 0, 10, 0);
     layout->setSpacing(10);
@@ -58,18 +62,8 @@ void CTitleBar::ShowEdition() {
 void CTitleBar::ShowUsers(const std::vector<ServerUser>& users, quint64 current) {
     m_users = users;
     m_nCurrent = current;
-    if (m_pMenu) {
-        m_pMenu->ShowUsers(users, current);
-    }
+    m_pMenu->ShowUsers(users, current);
     ShowTexts();
-}
-
-void CTitleBar::MakeMenu() {
-    m_pMenu = new CUserMenu(this);
-    m_pMenu->ShowUsers(m_users, m_nCurrent);
-    m_pUser->setMenu(m_pMenu);
-    connect(m_pMenu, &CUserMenu::LoginWanted, this, &CTitleBar::LoginWanted);
-    connect(m_pMenu, &CUserMenu::LogoutWanted, this, &CTitleBar::LogoutWanted);
 }
 
 void CTitleBar::ShowTexts() {

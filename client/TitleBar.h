@@ -18,9 +18,6 @@ public:
 
     /// `current` is 0 if nobody is logged in.
     void ShowUsers(const std::vector<ServerUser>& users, quint64 current);
-    /// Until then the user's button opens nothing. Apart, since a toolkit's first menu goes looking for a desktop
-    /// that shows menus itself.
-    void MakeMenu();
     /// The product's name as the edition of the moment has it.
     void ShowEdition();
     QToolButton* WorkbenchButton() const { return m_pWorkbench; }
@@ -37,5 +34,5 @@ private:
     QLabel* m_pProduct;
     QToolButton* m_pWorkbench;
     QToolButton* m_pUser;
-    CUserMenu* m_pMenu = nullptr;
+    CUserMenu* m_pMenu;
 };

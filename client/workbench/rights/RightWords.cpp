@@ -53,7 +53,7 @@ QString InWords(const Word (&words)[kCount], int number, EnForm form = EnForm::N
 }
 
 FieldNode Node(const char* name, const QString& value) {
-    return {QString::fromLatin1(name), value, false, {}};
+    return {QString::fromLatin1(name), value, std::nullopt, {}};
 }
 
 FieldNode Node(const char* name, int value) {
@@ -93,13 +93,13 @@ QString Engine(ZRVipEngineStatus status) {
 std::vector<FieldNode> Fields(const CPremiumUIAccessData& record) {
     return {{QStringLiteral("CPremiumAccessData"),
              QString(),
-             false,
+             std::nullopt,
              {Node("enAccess", record.enAccess), Node("bHasPermission", YesNo(record.bHasPermission)),
               Node("nActivationType", Activation(record.nActivationType)), Node("nDaysLeft", record.nDaysLeft),
               Node("nActivationSource", Source(record.nActivationSource))}},
             {QStringLiteral("CPremiumUIData"),
              QString(),
-             false,
+             std::nullopt,
              {Node("enUIAccess", record.enUIAccess), Node("strUIType", record.strUIType),
               Node("strMainTitle", record.strMainTitle), Node("strMainBtn", record.strMainBtn),
               Node("strDetailTitle", record.strDetailTitle), Node("strDetailSubTitle", record.strDetailSubTitle),
