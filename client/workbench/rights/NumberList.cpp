@@ -5,7 +5,8 @@
 NumberList NumberList::Read(const QString& text) {
     static const QRegularExpression gap(QStringLiteral("[\\s,;]+"));
     NumberList list;
-    for (const QString& word : text.split(gap, Qt::SkipEmptyParts)) {
+    const QStringList words = text.split(gap, Qt::SkipEmptyParts);
+    for (const QString& word : words) {
         bool isNumber = false;
         list.numbers << word.toInt(&isNumber);
         if (!isNumber) {

@@ -32,7 +32,7 @@ constexpr const char* kRights = R"({"rights": [
     {"access": 99, "hasPermission": false, "activationType": 1, "daysLeft": 0, "activationSource": 2},
     {"access": 13, "hasPermission": true, "activationType": -1, "daysLeft": -2, "activationSource": -3},
     {"access": 15, "display": false, "activationType": 3},
-    {"access": 4, "state": false, "daysLeft": 9}]})";
+    {"access": 4, "state": false, "hasPermission": true, "daysLeft": 9}]})";
 
 class PremiumAnswerTest : public testing::Test {
 protected:

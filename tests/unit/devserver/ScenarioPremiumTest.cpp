@@ -121,7 +121,7 @@ TEST(ScenarioPremiumTest, WritesWhatItReads) {
         R"("texts":{"en":{"detailBtn":"d","detailSubBtn":"e","detailSubTitle":"c","detailTitle":"b","mainBtn":"f",)"
         R"("mainTitle":"a"},"fr":{},"ja":{"mainBtn":""},"zh-Hans":{},"zh-Hant":{}},"uiType":"D"}],"schema":1,)"
         R"("users":[{"id":1,"markets":[],"name":"A","premium":{"code":null,"data":false,"message":"","rights":[)"
-        R"({"access":7},{"access":7,"activationSource":3,"activationType":6,"daysLeft":-1,"display":false,)"
+        R"({"access":7},{"access":7,"display":false},{"access":7,"state":false},{"access":7,"activationSource":3,"activationType":6,"daysLeft":-1,"display":false,)"
         R"("hasPermission":true,"state":false}]}},{"id":2,"markets":[],"name":"B","premium":{"code":-5,"rights":[]}}]})";
     Errors errors;
     const auto scenario = CScenario::FromText(text, errors);
