@@ -45,6 +45,9 @@ public:
     /// widgets is gone before.
     void End();
 
+    /// Says the status again, for one who listens from now on.
+    void TellStatus();
+
     void Login(quint64 userId);
     void Logout();
     void SetLanguage(int languageId);
@@ -94,6 +97,7 @@ private:
         explicit CEarlyLog(CFileLog& log);
     };
 
+    void OfferTradeModule();
     void MapModules();
     void OnServerReady(const ServerEndpoint& endpoint);
     void OnServerState(const ServerState& state);
@@ -101,7 +105,6 @@ private:
     void OnLoggedIn();
     bool OpenWeb(const QUrl& url);
     void ShowStatus(std::function<QString()> words, bool good);
-    void TellStatus();
 
     const COptions m_options;
     CFileLog m_log;
