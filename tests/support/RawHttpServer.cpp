@@ -1,6 +1,7 @@
 #include "support/RawHttpServer.h"
 
 #include <QHostAddress>
+#include <QSslSocket>
 #include <QTcpSocket>
 #include <algorithm>
 
@@ -24,6 +25,24 @@ QByteArray HeaderIn(const QByteArray& head, const QByteArray& name) {
 
 std::string RawHttpRequest::Header(const std::string& name) const {
     return HeaderIn(QByteArray::fromStdString(head), QByteArray::fromStdString(name)).toStdString();
+}
+
+void CRawHttpServer::CListener::incomingConnection(qintptr handle) {
+    if (key.isNull()) {
+        QTcpServer::incomingConnection(handle);
+        return;
+    }
+    auto* socket = new QSslSocket(this);
+    socket->setSocketDescriptor(handle);
+    socket->setLocalCertificate(certificate);
+    socket->setPrivateKey(key);
+    socket->startServerEncryption();
+    addPendingConnection(socket);
+}
+
+void CRawHttpServer::SpeakTls(const QSslCertificate& certificate, const QSslKey& key) {
+    m_server.certificate = certificate;
+    m_server.key = key;
 }
 
 CRawHttpServer::CRawHttpServer() {
@@ -72,6 +91,7 @@ void CRawHttpServer::OnConnection() {
                 m_connections.erase(found);
             }
         });
+        socket->write(m_greeting);
     }
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QObject>
+#include <QSslCertificate>
+#include <QSslKey>
 #include <QTcpServer>
 #include <functional>
 #include <map>
@@ -36,7 +38,13 @@ public:
     /// Stops listening and cuts all connections.
     void Close();
 
-    /// Without a slash at its end.
+    /// The connections to come are encrypted.
+    void SpeakTls(const QSslCertificate& certificate, const QSslKey& key);
+
+    /// What is written to each connection as soon as it is made.
+    void SetGreeting(const QByteArray& bytes) { m_greeting = bytes; }
+
+    /// Without a slash at its end; of plain connections.
     std::string Url() const;
     quint16 Port() const { return m_nPort; }
 
@@ -71,12 +79,22 @@ private:
         qint64 toFlood = 0;
     };
 
+    class CListener : public QTcpServer {
+    public:
+        QSslCertificate certificate;
+        QSslKey key;  // null: connections are plain
+
+    protected:
+        void incomingConnection(qintptr handle) override;
+    };
+
     void OnConnection();
     void OnBytes(int number);
     void Pour(int number);
     void Cut(Connection& connection);
 
-    QTcpServer m_server;
+    CListener m_server;
+    QByteArray m_greeting;
     quint16 m_nPort = 0;
     int m_nLastConnection = 0;
     std::map<int, Connection> m_connections;
