@@ -68,14 +68,20 @@ TEST_F(HttpServiceTest, AnswersAreNotKept) {
     }
 }
 
+// What is on this machine no proxy is asked for in any case, so it has to be somewhere else: an address that is
+// nobody's.
 TEST_F(HttpServiceTest, AProxyOfTheApplicationIsPassedBy) {
     const QNetworkProxy before = QNetworkProxy::applicationProxy();
     QNetworkProxy::setApplicationProxy(
-        QNetworkProxy(QNetworkProxy::HttpProxy, QStringLiteral("127.0.0.1"), quint16(1)));
+        QNetworkProxy(QNetworkProxy::HttpProxy, QStringLiteral("127.0.0.1"), server.Port()));
+    HttpReqInfo request = Post("/");
+    request.m_strUrl = "https://192.0.2.1/";
+    request.m_nTimeoutSeconds = 1;
 
-    const RawHttpRequest arrived = Exchange(Post("/"));
+    Start(request);
+    ASSERT_TRUE(WaitUntil([this] { return answer.has_value(); }));
 
-    EXPECT_EQ(arrived.target, "/");
+    EXPECT_THAT(server.Requests(), IsEmpty());
     QNetworkProxy::setApplicationProxy(before);
 }
 
@@ -135,6 +141,37 @@ TEST_F(HttpServiceTest, AGuardThatGoesEndsTheExchangeAtTheServerToo) {
     EXPECT_EQ(http->RunningCount(), 0);
     EXPECT_TRUE(WaitUntil([&] { return !server.IsOpen(line); }));
     EXPECT_FALSE(called);
+}
+
+TEST_F(HttpServiceTest, AGuardThatGoesBeforeItIsToldHearsNothing) {
+    auto other = std::make_unique<QObject>();
+    bool called = false;
+    http->Start(
+        Post("not a URL"), [&](unsigned long, const HttpRspInfo&) { called = true; }, other.get(), kHttpWorkPoolDefault,
+        nullptr, nullptr);
+
+    other.reset();
+
+    ExpectItGoesOn();
+    EXPECT_FALSE(called);
+}
+
+TEST_F(HttpServiceTest, WhatComesAtOnceIsTakenInSmallParts) {
+    std::vector<double> parts{0};
+    http->Start(
+        Post("/"), [this](unsigned long, const HttpRspInfo& response) { answer = response; }, &guard,
+        kHttpWorkPoolDefault, nullptr, [&](double done, double) { parts.push_back(done); });
+    const int line = Arrived().connection;
+    server.Answer(line, 200, QByteArray(2 << 20, 'x'));
+
+    ASSERT_TRUE(WaitUntil([this] { return answer.has_value(); }));
+    EXPECT_EQ(answer->m_strBody.size(), size_t(2 << 20));
+    double largest = 0;
+    for (size_t i = 1; i < parts.size(); ++i) {
+        largest = std::max(largest, parts[i] - parts[i - 1]);
+    }
+    EXPECT_GT(largest, 0);
+    EXPECT_LE(largest, 64 << 10);
 }
 
 TEST_F(HttpServiceTest, NothingIsCalledAfterTheServicesEnd) {

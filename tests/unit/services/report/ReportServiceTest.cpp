@@ -113,6 +113,7 @@ TEST_F(ReportServiceTest, EventsOfAMomentGoTogether) {
     time.Advance(150ms);
     service->Report(Event("b"));
     EXPECT_THAT(http.Started(), IsEmpty());
+    EXPECT_THAT(poster.Delays(), ElementsAre(200));
 
     time.Advance(50ms);
 
