@@ -9,6 +9,8 @@
 #include "core/message_ids.h"
 #include "framework/HostLog.h"
 #include "framework/Ports.h"
+#include "modules/TradeModule.h"
+#include "plugin/IZRPluginCenter.h"
 #include "plugin/PluginLoader.h"
 
 namespace {
@@ -108,6 +110,9 @@ CComposition::CComposition(const COptions& options)
     ports.urls = &m_urls;
     host::Install(ports);
     m_theme.Begin(options.theme);
+    if (options.server.isEmpty()) {
+        m_fnStatus = Words(texts::kServerStarts);
+    }
 
     m_urls.SetWebHandler([this](const QUrl& url) { return OpenWeb(url); });
     connect(&m_urls, &CUrlOpener::Dispatched, this, [this](const UrlRequest& request, const QString& reason) {
@@ -152,16 +157,22 @@ CComposition::~CComposition() {
 }
 
 void CComposition::Start() {
+    OfferTradeModule();
     MapModules();
     host::ModuleLifecycle::Init();
     Q_EMIT ModulesReady();
     if (m_options.server.isEmpty()) {
-        ShowStatus(Words(texts::kServerStarts), false);
         m_server.Start();
     } else {
         m_token = m_options.token.toLatin1();
         m_control.Open(m_options.server, m_token);
     }
+}
+
+void CComposition::OfferTradeModule() {
+    // The centre lets go of it at the client's end, before the session is gone.
+    IZRPluginCenter::RegisterInterfaceFactory(
+        std::make_shared<CTradeModuleFactory>([this] { return m_session.TradeAnswer(); }), true);
 }
 
 void CComposition::MapModules() {

@@ -40,6 +40,9 @@ public:
     /// widgets is gone before.
     void End();
 
+    /// Says the status again, for one who listens from now on.
+    void TellStatus();
+
     void Login(quint64 userId);
     void Logout();
     void SetLanguage(int languageId);
@@ -89,6 +92,7 @@ private:
         explicit CEarlyLog(CFileLog& log);
     };
 
+    void OfferTradeModule();
     void MapModules();
     void OnServerReady(const ServerEndpoint& endpoint);
     void OnServerState(const ServerState& state);
@@ -96,7 +100,6 @@ private:
     void OnLoggedIn();
     bool OpenWeb(const QUrl& url);
     void ShowStatus(std::function<QString()> words, bool good);
-    void TellStatus();
 
     const COptions m_options;
     CFileLog m_log;

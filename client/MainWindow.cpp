@@ -1,8 +1,11 @@
 #include "MainWindow.h"
 
+#include <QDockWidget>
 #include <QHBoxLayout>
 #include <QStackedWidget>
+#include <QTimer>
 #include <QToolButton>
+#include <algorithm>
 
 #include "AIChatEntryButton.h"
 #include "Composition.h"
@@ -25,15 +28,22 @@ namespace {
 
 constexpr QSize kWindowSize(1440, 900);
 constexpr int kWorkbenchWidth = 580;
+constexpr int kWorkbenchLeastWidth = 400;
 
-// In the order of kEntryPages.
-std::vector<CPage*> NewPagesOf(const CAIChatEntries& entries) {
-    const SampleMarket market = SampleMarket::Load();
-    return {
-        new CWatchlistPage(kEntryPages[0], entries, market), new CQuotesPage(kEntryPages[1], entries, market),
-        new CResearchPage(kEntryPages[2], entries, market),  new CNewsPage(kEntryPages[3], entries, market),
-        new CPortfolioPage(kEntryPages[4], entries, market),
-    };
+CPage* NewPage(int index, const CAIChatEntries& entries, const SampleMarket& market, QWidget* parent) {
+    const EntryPage& page = kEntryPages[size_t(index)];
+    switch (index) {
+        case 0:
+            return new CWatchlistPage(page, entries, market, parent);
+        case 1:
+            return new CQuotesPage(page, entries, market, parent);
+        case 2:
+            return new CResearchPage(page, entries, market, parent);
+        case 3:
+            return new CNewsPage(page, entries, market, parent);
+        default:
+            return new CPortfolioPage(page, entries, market, parent);
+    }
 }
 
 }  // namespace
@@ -45,14 +55,19 @@ CMainWindow::CMainWindow(CComposition& composition)
       m_pBanner(new CNoticeBanner(this)),
       m_pPages(new QStackedWidget(this)),
       m_pStatusLine(new CStatusLine(this)),
-      m_pWorkbench(new CWorkbench(m_entries, composition.Control(), this)) {
+      m_pDock(NewDock()),
+      m_firstFrame(*this, [this] {
+          Q_EMIT Appeared();
+          MakeNext();
+      }) {
     setObjectName(QStringLiteral("MainWindow"));
     theme::Keep(this, [this] { setWindowIcon(QIcon(icons::Pixmap("brand", theme::kAccent, 64))); });
     setMenuWidget(m_pTitleBar);
-    setCentralWidget(NewPages());
+    setCentralWidget(NewContent());
+    ShowPage(0);
     setStatusBar(m_pStatusLine);
-    addDockWidget(Qt::RightDockWidgetArea, m_pWorkbench);
-    resizeDocks({m_pWorkbench}, {kWorkbenchWidth}, Qt::Horizontal);
+    addDockWidget(Qt::RightDockWidgetArea, m_pDock);
+    resizeDocks({m_pDock}, {kWorkbenchWidth}, Qt::Horizontal);
     resize(kWindowSize);
     // What a click came to is said of the entries as they stood then.
     connect(&m_entries, &CAIChatEntries::Changed, m_pStatusLine, [this] { m_pStatusLine->ShowNote(QString()); });
@@ -61,7 +76,6 @@ CMainWindow::CMainWindow(CComposition& composition)
         m_pStatusLine->ShowNote(QString());
     });
     JoinComposition();
-    JoinWorkbench();
     composition.Urls().SetPageHandler([this](const QUrl& url) { return OpenPage(url); });
 }
 
@@ -69,15 +83,11 @@ CMainWindow::~CMainWindow() {
     m_composition.Urls().SetPageHandler(nullptr);
 }
 
-QWidget* CMainWindow::NewPages() {
+QWidget* CMainWindow::NewContent() {
     auto* content = new QWidget(this);
     content->setObjectName(QStringLiteral("Content"));
     m_pPages->setObjectName(QStringLiteral("Pages"));
-    for (CPage* page : NewPagesOf(m_entries)) {
-        m_pPages->addWidget(page);
-        connect(page->Entry(), &CAIChatEntryButton::Entered, m_pStatusLine, &CStatusLine::ShowNote);
-    }
-    connect(m_pNavigation, &CNavigation::Chosen, m_pPages, &QStackedWidget::setCurrentIndex);
+    connect(m_pNavigation, &CNavigation::Chosen, this, &CMainWindow::ShowPage);
     auto* right = new QVBoxLayout;
     right->setSpacing(0);
     right->addWidget(m_pBanner);
@@ -90,39 +100,91 @@ QWidget* CMainWindow::NewPages() {
     return content;
 }
 
+// The workbench's room is there from the first frame on, so that the pages don't move when it comes.
+QDockWidget* CMainWindow::NewDock() {
+    auto* dock = new QDockWidget(this);
+    dock->setObjectName(QStringLiteral("WorkbenchDock"));
+    dock->setFeatures(QDockWidget::DockWidgetMovable);
+    dock->setMinimumWidth(kWorkbenchLeastWidth);
+    texts::Keep(dock, [dock] { dock->setWindowTitle(texts::Tr(texts::kWorkbench)); });
+    auto* content = new QWidget(dock);
+    content->setObjectName(QStringLiteral("WorkbenchContent"));
+    auto* layout = new QVBoxLayout(content);
+    layout->setContentsMargins(14, 6, 14, 12);
+    dock->setWidget(content);
+    return dock;
+}
+
+void CMainWindow::ShowPage(int index) {
+    m_pPages->setCurrentWidget(PageAt(index));
+}
+
+CPage* CMainWindow::PageAt(int index) {
+    CPage*& page = m_made[size_t(index)];
+    if (!page) {
+        page = NewPage(index, m_entries, m_market, m_pPages);
+        m_pPages->addWidget(page);
+        connect(page->Entry(), &CAIChatEntryButton::Entered, m_pStatusLine, &CStatusLine::ShowNote);
+    }
+    return page;
+}
+
+void CMainWindow::MakeWorkbench() {
+    m_pWorkbench = new CWorkbench(m_entries, m_rights, m_composition.Control(), m_pDock->widget());
+    m_pDock->widget()->layout()->addWidget(m_pWorkbench);
+    JoinWorkbench();
+}
+
+void CMainWindow::MakeNext() {
+    const auto missing = std::find(m_made.begin(), m_made.end(), nullptr);
+    if (!m_pWorkbench) {
+        MakeWorkbench();
+    } else if (missing != m_made.end()) {
+        PageAt(int(missing - m_made.begin()));
+    } else {
+        Q_EMIT Completed();
+        return;
+    }
+    // By a timer, not posted: what the user did meanwhile comes first.
+    QTimer::singleShot(0, this, &CMainWindow::MakeNext);
+}
+
 void CMainWindow::JoinComposition() {
     connect(&m_composition, &CComposition::StatusChanged, m_pStatusLine, &CStatusLine::ShowConnection);
+    m_composition.TellStatus();
     connect(&m_composition, &CComposition::ModulesReady, this, [this] {
         m_pBanner->ShowModuleFailures(m_composition.ModuleFailures());
         m_entries.Refresh();
+        m_rights.Refresh();
     });
     connect(&m_composition, &CComposition::UsersChanged, this, &CMainWindow::ShowUsers);
     connect(&m_composition, &CComposition::UserChanged, this, [this] {
         ShowUsers();
         m_entries.Refresh();
+        m_rights.Refresh();
     });
-    connect(&m_composition, &CComposition::LanguageChanged, this, [this] {
-        theme::SetLanguage(m_composition.LanguageId());
-        m_pWorkbench->ShowLanguage(m_composition.LanguageId());
-    });
+    connect(&m_composition, &CComposition::LanguageChanged, this,
+            [this] { theme::SetLanguage(m_composition.LanguageId()); });
     connect(&m_composition, &CComposition::EditionChanged, this, &CMainWindow::ShowEdition);
+    connect(&m_composition, &CComposition::EditionChanged, &m_rights, &CPremiumRights::Refresh);
+    connect(&m_composition, &CComposition::SessionRenewed, &m_rights, &CPremiumRights::Refresh);
     connect(&m_composition, &CComposition::WebOpened, this, [this](const QUrl& url) {
         m_pStatusLine->ShowNote(texts::Tr(texts::kLinkOpened).arg(url.toDisplayString()));
     });
     connect(m_pTitleBar, &CTitleBar::LoginWanted, &m_composition, &CComposition::Login);
     connect(m_pTitleBar, &CTitleBar::LogoutWanted, &m_composition, &CComposition::Logout);
-    connect(m_pTitleBar->WorkbenchButton(), &QToolButton::toggled, m_pWorkbench, &QWidget::setVisible);
-    connect(m_pWorkbench, &QDockWidget::visibilityChanged, m_pTitleBar->WorkbenchButton(), [this] {
+    connect(m_pTitleBar->WorkbenchButton(), &QToolButton::toggled, m_pDock, &QWidget::setVisible);
+    connect(m_pDock, &QDockWidget::visibilityChanged, m_pTitleBar->WorkbenchButton(), [this] {
         const QSignalBlocker blocker(m_pTitleBar->WorkbenchButton());
-        m_pTitleBar->WorkbenchButton()->setChecked(!m_pWorkbench->isHidden());
+        m_pTitleBar->WorkbenchButton()->setChecked(!m_pDock->isHidden());
     });
 }
 
 void CMainWindow::JoinWorkbench() {
     // Connected first and asked then, so that nothing is missed; the models know by the numbers what comes twice.
-    connect(&m_composition.Log(), &CFileLog::Written, &m_pWorkbench->Log(), &CLogModel::Add, Qt::QueuedConnection);
+    connect(&m_composition.Log(), &CFileLog::Written, m_pWorkbench, &CWorkbench::TakeLine, Qt::QueuedConnection);
     for (const LogEntry& entry : m_composition.Log().Kept()) {
-        m_pWorkbench->Log().Add(entry);
+        m_pWorkbench->TakeLine(entry);
     }
     connect(&m_composition.Observation(), &CObservation::Happened, m_pWorkbench, &CWorkbench::Take,
             Qt::QueuedConnection);
@@ -137,12 +199,22 @@ void CMainWindow::JoinWorkbench() {
     connect(m_pWorkbench, &CWorkbench::LogoutWanted, &m_composition, &CComposition::Logout);
     connect(m_pWorkbench, &CWorkbench::LanguageWanted, &m_composition, &CComposition::SetLanguage);
     connect(m_pWorkbench, &CWorkbench::ThemeWanted, &m_composition, &CComposition::SetTheme);
-    m_pWorkbench->ShowLanguage(m_composition.LanguageId());
-    ShowUsers();
+    connect(&m_composition, &CComposition::UsersChanged, m_pWorkbench, [this] { ShowWorkbenchUsers(); });
+    connect(&m_composition, &CComposition::UserChanged, m_pWorkbench, [this] { ShowWorkbenchUsers(); });
+    const auto showLanguage = [this] { m_pWorkbench->ShowLanguage(m_composition.LanguageId()); };
+    connect(&m_composition, &CComposition::LanguageChanged, m_pWorkbench, showLanguage);
+    const auto showEdition = [this] { m_pWorkbench->ShowEdition(core::environment::IsVelora()); };
+    connect(&m_composition, &CComposition::EditionChanged, m_pWorkbench, showEdition);
+    showLanguage();
+    showEdition();
+    ShowWorkbenchUsers();
 }
 
 void CMainWindow::ShowUsers() {
     m_pTitleBar->ShowUsers(m_composition.Users(), m_composition.UserId());
+}
+
+void CMainWindow::ShowWorkbenchUsers() {
     m_pWorkbench->ShowUsers(m_composition.Users(), m_composition.UserId());
     m_pWorkbench->ShowMarkets(m_composition.Markets());
     LearnSecrets();
@@ -152,7 +224,6 @@ void CMainWindow::ShowEdition() {
     const bool velora = core::environment::IsVelora();
     setWindowTitle(texts::Tr(velora ? texts::kVelora : texts::kKestrel));
     m_pTitleBar->ShowEdition();
-    m_pWorkbench->ShowEdition(velora);
 }
 
 // Each login has a session of its own, and what was seen in the former ones is still there.
@@ -160,6 +231,7 @@ void CMainWindow::LearnSecrets() {
     CAliases& aliases = m_pWorkbench->Aliases();
     for (const ServerUser& user : m_composition.Users()) {
         aliases.LearnNumber(QStringLiteral("user"), user.id);
+        aliases.LearnText(QStringLiteral("name"), user.name);
     }
     aliases.LearnNumber(QStringLiteral("user"), m_composition.UserId());
     aliases.LearnNumber(QStringLiteral("session"), m_composition.SessionId());

@@ -2,18 +2,16 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QMenu>
 #include <QToolButton>
 
 #include "ClientTexts.h"
 #include "Icons.h"
-#include "Links.h"
 #include "Theme.h"
+#include "UserMenu.h"
 #include "core/environment.h"
 
 namespace {
 
-constexpr const char* kHelpAddress = "https://help.zrgrowth.example/";
 constexpr icons::Colors kButtonColors{theme::kMuted, theme::kAccent, theme::kFaint};
 
 }  // namespace
@@ -23,7 +21,7 @@ CTitleBar::CTitleBar(QWidget* parent)
       m_pProduct(new QLabel(this)),
       m_pWorkbench(new QToolButton(this)),
       m_pUser(new QToolButton(this)),
-      m_pMenu(new QMenu(this)) {
+      m_pMenu(new CUserMenu(this)) {
     setObjectName(QStringLiteral("TitleBar"));
     auto* mark = new QLabel(this);
     m_pProduct->setObjectName(QStringLiteral("ProductName"));
@@ -31,12 +29,13 @@ CTitleBar::CTitleBar(QWidget* parent)
     m_pWorkbench->setIconSize({20, 20});
     m_pWorkbench->setCheckable(true);
     m_pWorkbench->setChecked(true);
-    m_pMenu->setObjectName(QStringLiteral("UserMenu"));
     m_pUser->setObjectName(QStringLiteral("UserMenuButton"));
     m_pUser->setIconSize({20, 20});
     m_pUser->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     m_pUser->setPopupMode(QToolButton::InstantPopup);
     m_pUser->setMenu(m_pMenu);
+    connect(m_pMenu, &CUserMenu::LoginWanted, this, &CTitleBar::LoginWanted);
+    connect(m_pMenu, &CUserMenu::LogoutWanted, this, &CTitleBar::LogoutWanted);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(16, 0, 10, 0);
     layout->setSpacing(10);
@@ -63,30 +62,17 @@ void CTitleBar::ShowEdition() {
 void CTitleBar::ShowUsers(const std::vector<ServerUser>& users, quint64 current) {
     m_users = users;
     m_nCurrent = current;
+    m_pMenu->ShowUsers(users, current);
     ShowTexts();
 }
 
 void CTitleBar::ShowTexts() {
     QString name = m_nCurrent == 0 ? texts::Tr(texts::kNobodyLoggedIn) : QString::number(m_nCurrent);
-    m_pMenu->clear();
     for (const ServerUser& user : m_users) {
-        QAction* action = m_pMenu->addAction(QStringLiteral("%1  %2").arg(user.name).arg(user.id));
-        action->setObjectName(QStringLiteral("UserMenuLogin%1").arg(user.id));
-        action->setCheckable(true);
-        action->setChecked(user.id == m_nCurrent);
-        connect(action, &QAction::triggered, this, [this, id = user.id] { Q_EMIT LoginWanted(id); });
         if (user.id == m_nCurrent) {
             name = user.name;
         }
     }
-    m_pMenu->addSeparator();
-    QAction* logout = m_pMenu->addAction(texts::Tr(texts::kLogOut));
-    logout->setObjectName(QStringLiteral("UserMenuLogout"));
-    logout->setEnabled(m_nCurrent != 0);
-    connect(logout, &QAction::triggered, this, &CTitleBar::LogoutWanted);
-    QAction* help = m_pMenu->addAction(texts::Tr(texts::kHelp));
-    help->setObjectName(QStringLiteral("UserMenuHelp"));
-    connect(help, &QAction::triggered, this, [] { links::Open(QString::fromLatin1(kHelpAddress)); });
     m_pUser->setText(name);
     m_pUser->setToolTip(texts::Tr(texts::kUserMenu));
     m_pWorkbench->setToolTip(texts::Tr(texts::kShowWorkbench));

@@ -4,8 +4,8 @@
 
 #include "ServerControl.h"
 
+class CUserMenu;
 class QLabel;
-class QMenu;
 class QToolButton;
 
 /// The strip at the window's head: the product's name, the workbench's switch, and who is logged in with
@@ -34,5 +34,5 @@ private:
     QLabel* m_pProduct;
     QToolButton* m_pWorkbench;
     QToolButton* m_pUser;
-    QMenu* m_pMenu;
+    CUserMenu* m_pMenu;
 };

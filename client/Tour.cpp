@@ -11,7 +11,10 @@
 #include <QEventLoop>
 #include <QLineEdit>
 #include <QPixmap>
+#include <QPlainTextEdit>
 #include <QTimer>
+#include <memory>
+#include <optional>
 
 #include "Composition.h"
 #include "EntryScenes.h"
@@ -75,10 +78,10 @@ CTour::CTour(CComposition& composition, CMainWindow& window, const QString& fold
 int CTour::Run() {
     using Step = bool (CTour::*)();
     constexpr Step kSteps[] = {
-        &CTour::SeeConnected,   &CTour::SeeOtherUser,   &CTour::SeeUserWithNone, &CTour::SeeChinese,
-        &CTour::SeeThemes,      &CTour::SeeForcedOpen,  &CTour::SeeTraffic,      &CTour::SeeScenesEdited,
-        &CTour::SeeFault,       &CTour::SeeLinks,       &CTour::SeeExport,       &CTour::SeeServerLost,
-        &CTour::SeeReconnected, &CTour::SeeLogFiltered,
+        &CTour::SeeConnected, &CTour::SeeOtherUser,    &CTour::SeeUserWithNone, &CTour::SeeChinese,
+        &CTour::SeeThemes,    &CTour::SeeForcedOpen,   &CTour::SeeTraffic,      &CTour::SeeScenesEdited,
+        &CTour::SeeMember,    &CTour::SeePushedRights, &CTour::SeeFault,        &CTour::SeeLinks,
+        &CTour::SeeExport,    &CTour::SeeServerLost,   &CTour::SeeReconnected,  &CTour::SeeLogFiltered,
     };
     m_clock.start();
     int good = 0;
@@ -249,10 +252,11 @@ bool CTour::SeeReconnected() {
 
 bool CTour::SeeLogFiltered() {
     const QString wanted = QStringLiteral("entryScene");
-    OpenTab(2);
+    OpenTab(3);
     Choose("LogSource", int(CLogFilter::EnSource::Module));
     Find<QLineEdit>(QStringLiteral("LogFilter"))->setText(wanted);
-    const QAbstractItemModel* lines = Find<QAbstractItemView>(QStringLiteral("LogTable"))->model();
+    auto* table = Find<QAbstractItemView>(QStringLiteral("LogTable"));
+    const QAbstractItemModel* lines = table->model();
     if (!WaitFor(QStringLiteral("lines of the module"), [lines] { return lines->rowCount() > 0; })) {
         return false;
     }
@@ -262,6 +266,10 @@ bool CTour::SeeLogFiltered() {
             return Fail(QStringLiteral("the log shows a line that was not asked for: %1").arg(text));
         }
     }
+    table->setCurrentIndex(lines->index(lines->rowCount() - 1, 0));
+    if (Find<QPlainTextEdit>(QStringLiteral("LogDetail"))->toPlainText().isEmpty()) {
+        return Fail(QStringLiteral("the chosen line is not shown in full"));
+    }
     Tell(QStringLiteral("log filtered: %1 lines, the last: %2")
              .arg(lines->rowCount())
              .arg(lines->index(lines->rowCount() - 1, CLogModel::Text).data().toString()));
@@ -269,17 +277,14 @@ bool CTour::SeeLogFiltered() {
 }
 
 bool CTour::ReadScenario() {
-    bool answered = false;
-    QByteArray json;
-    m_composition.Control().AskScenario([&](const QByteArray& answer) {
-        json = answer;
-        answered = true;
-    });
-    if (!WaitFor(QStringLiteral("the server's scenario"), [&answered] { return answered; })) {
+    // Shared, since an answer may come when nobody waits for it any more.
+    const auto answer = std::make_shared<std::optional<QByteArray>>();
+    m_composition.Control().AskScenario([answer](const QByteArray& json) { *answer = json; });
+    if (!WaitFor(QStringLiteral("the server's scenario"), [&answer] { return answer->has_value(); })) {
         return false;
     }
     std::string error;
-    const auto scenario = host::ParseJson(json.toStdString(), error);
+    const auto scenario = host::ParseJson((*answer)->toStdString(), error);
     if (!scenario) {
         return Fail(QStringLiteral("the server's scenario: %1").arg(QString::fromStdString(error)));
     }

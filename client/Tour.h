@@ -31,6 +31,8 @@ private:
     bool SeeUserWithNone();
     bool SeeChinese();
     bool SeeThemes();
+    bool SeeMember();
+    bool SeePushedRights();
     bool SeeForcedOpen();
     bool SeeTraffic();
     bool SeeScenesEdited();
@@ -43,6 +45,7 @@ private:
 
     bool ReadScenario();
     bool LogIn(quint64 userId);
+    bool LogInByMenu(const QString& word, quint64 userId);
     bool WaitForEntries(quint64 userId);
     bool WaitFor(const QString& what, const std::function<bool()>& isSo);
     bool TakePicture(const char* name);
@@ -50,6 +53,8 @@ private:
     void OpenPage(int scene);
     void OpenTab(int index);
     bool SaveScenes(int row, Qt::CheckState state);
+    quint64 UserNamed(const QString& word) const;
+    bool TakeThemePictures(const char* name);
     void Choose(const char* combo, const QVariant& data);
     Scenes OpenScenes() const;
     bool Fail(const QString& reason);

@@ -12,6 +12,7 @@
 #include <QTableView>
 #include <QTableWidget>
 #include <QTreeWidget>
+#include <algorithm>
 
 #include "ClientTexts.h"
 #include "Composition.h"
@@ -21,7 +22,7 @@
 
 namespace {
 
-enum EnTab { kTabSession, kTabTraffic, kTabLog, kTabStore, kTabUrls, kTabServer };
+enum EnTab { kTabSession, kTabRights, kTabTraffic, kTabLog, kTabStore, kTabUrls, kTabServer };
 
 /// The last row with these two cells; -1 if there is none.
 int RowOf(const QAbstractItemModel& model, int column, const QString& cell, int otherColumn, const QString& other) {
@@ -165,9 +166,15 @@ bool CTour::SeeExport() {
     if (!file.open(QIODevice::ReadOnly)) {
         return Fail(QStringLiteral("nothing was exported to %1").arg(path));
     }
-    const QByteArray json = file.readAll();
-    if (json.isEmpty() || json.contains(QByteArray::number(m_nFirstUser))) {
-        return Fail(QStringLiteral("the export names the user, or nothing"));
+    const QString json = QString::fromUtf8(file.readAll());
+    const std::vector<ServerUser>& users = m_composition.Users();
+    const bool tells = std::any_of(users.begin(), users.end(), [&json](const ServerUser& user) {
+        // As a number of its own: within a longer one it is no id.
+        const QRegularExpression id(QStringLiteral("(?<![0-9])%1(?![0-9])").arg(user.id));
+        return json.contains(id) || json.contains(user.name);
+    });
+    if (json.isEmpty() || tells) {
+        return Fail(QStringLiteral("the export names a user, or nothing"));
     }
     OpenTab(kTabSession);
     Tell(QStringLiteral("exported: %1 bytes, no user named").arg(json.size()));

@@ -1,5 +1,4 @@
 #include <QApplication>
-#include <QTimer>
 #include <optional>
 
 #include "Composition.h"
@@ -24,12 +23,13 @@ int main(int argc, char* argv[]) {
         if (options.firstPaint) {
             firstPaint.emplace(window);
         }
-        window.show();
-        composition.Start();
+        // Not ahead of the first frame: mapping modules takes its time, and the server takes the processor.
+        QObject::connect(&window, &CMainWindow::Appeared, &composition, &CComposition::Start);
         CTour tour(composition, window, options.tourDir);
         if (!options.tourDir.isEmpty()) {
-            QTimer::singleShot(0, &tour, [&tour] { QApplication::exit(tour.Run()); });
+            QObject::connect(&window, &CMainWindow::Completed, &tour, [&tour] { QApplication::exit(tour.Run()); });
         }
+        window.show();
         result = QApplication::exec();
     }
     composition.End();

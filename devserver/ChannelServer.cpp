@@ -122,6 +122,10 @@ void CChannelServer::OnFrame(uint64_t id, const QByteArray& bytes) {
             Record(id, m_connections[id].user, frame);
             m_connections[id].user = 0;
             return;
+        case Frame::LANGUAGE:
+            Record(id, m_connections[id].user, frame);
+            OnLanguage(id, frame);
+            return;
         case Frame::REQUEST:
             OnRequest(id, frame);
             return;
@@ -138,6 +142,7 @@ void CChannelServer::OnFrame(uint64_t id, const QByteArray& bytes) {
 void CChannelServer::OnLogin(uint64_t id, const Frame& frame) {
     const uint64_t userId = frame.login().user_id();
     Record(id, userId, frame);
+    OnLanguage(id, frame);
     const User* user = m_state.scenario.FindUser(userId);
     Frame answerFrame;
     answerFrame.set_kind(Frame::LOGIN_ANSWER);
@@ -153,10 +158,20 @@ void CChannelServer::OnLogin(uint64_t id, const Frame& frame) {
         answer.set_session_id(NewSessionId());
         answer.mutable_attributed_market()->Add(user->markets.begin(), user->markets.end());
         answer.set_server_time_ms(m_state.ServerTimeMs());
+        if (user->trade) {
+            answer.set_trade_answer(*user->trade);
+        }
         m_connections[id].user = userId;
     }
     Log(FMT_STRING("channel: {}: login of {} {}"), id, userId, answer.accepted() ? "accepted" : "refused");
     Send(id, answerFrame);
+}
+
+void CChannelServer::OnLanguage(uint64_t id, const Frame& frame) {
+    // A frame that names none leaves the language as it was, be it of an earlier login.
+    if (frame.login().has_language()) {
+        m_connections[id].language = LanguageOfNumber(frame.login().language());
+    }
 }
 
 void CChannelServer::OnRequest(uint64_t id, const Frame& frame) {
@@ -164,8 +179,10 @@ void CChannelServer::OnRequest(uint64_t id, const Frame& frame) {
     Record(id, userId, frame);
     // A user whom a new scenario no longer has is as good as logged out.
     const User* user = userId == 0 ? nullptr : m_state.scenario.FindUser(userId);
-    const CommandAnswer answer =
-        user ? AnswerCommand(frame.command(), *user, frame.body()) : CommandAnswer{kErrorNotLoggedIn, {}};
+    CommandAnswer answer{kErrorNotLoggedIn, {}};
+    if (user) {
+        answer = AnswerCommand(frame.command(), {m_state.scenario, *user, m_connections[id].language}, frame.body());
+    }
     Frame reply;
     reply.set_kind(Frame::REPLY);
     reply.set_session(frame.session());
@@ -204,6 +221,9 @@ void CChannelServer::Record(uint64_t id, uint64_t user, const Frame& frame) {
     received.command = frame.command();
     received.session = frame.session();
     received.body = frame.body();
+    if (frame.login().has_language()) {
+        received.language = frame.login().language();
+    }
     m_state.received.Add(std::move(received));
 }
 

@@ -61,10 +61,12 @@ private:
     struct Connection {
         QWebSocket* socket = nullptr;
         uint64_t user = 0;
+        Language language = Language::English;
     };
 
     void OnFrame(uint64_t id, const QByteArray& bytes);
     void OnLogin(uint64_t id, const channel::Frame& frame);
+    void OnLanguage(uint64_t id, const channel::Frame& frame);
     void OnRequest(uint64_t id, const channel::Frame& frame);
     void Record(uint64_t id, uint64_t user, const channel::Frame& frame);
     void Send(uint64_t id, const channel::Frame& frame);

@@ -2,22 +2,24 @@
 
 #include <map>
 
+#include "PremiumAnswer.h"
+#include "VipAnswer.h"
 #include "chat.pb.h"
 
 namespace devserver {
 namespace {
 
-CommandAnswer AnswerChatEntry(const User& user, const std::string& body) {
+CommandAnswer AnswerChatEntry(const Asker& asker, const std::string& body) {
     chat::GetChatEntryReq request;
     if (!request.ParseFromString(body)) {
         return {kErrorBadBody, {}};
     }
     chat::GetChatEntryRsp answer;
-    if (user.aiChat) {
-        answer.set_result_code(user.aiChat->resultCode);
-        answer.set_result_message(user.aiChat->resultMessage);
+    if (const auto& aiChat = asker.user.aiChat) {
+        answer.set_result_code(aiChat->resultCode);
+        answer.set_result_message(aiChat->resultMessage);
         chat::ChatEntryData* data = answer.mutable_data();
-        for (const ChatEntry& entry : user.aiChat->entries) {
+        for (const ChatEntry& entry : aiChat->entries) {
             chat::ChatEntry* wireEntry = data->add_entry_list();
             wireEntry->set_scene(entry.scene);
             wireEntry->set_is_all_open(entry.allOpen);
@@ -32,10 +34,12 @@ CommandAnswer AnswerChatEntry(const User& user, const std::string& body) {
     return {kErrorNone, answer.SerializeAsString()};
 }
 
-using Answer = CommandAnswer (*)(const User& user, const std::string& body);
+using Answer = CommandAnswer (*)(const Asker& asker, const std::string& body);
 
 const std::map<uint32_t, Answer>& Answers() {
     static const std::map<uint32_t, Answer> answers{
+        {20637, AnswerPremiumAccess},
+        {20831, AnswerVipStatus},
         {20982, AnswerChatEntry},
     };
     return answers;
@@ -43,9 +47,9 @@ const std::map<uint32_t, Answer>& Answers() {
 
 }  // namespace
 
-CommandAnswer AnswerCommand(uint32_t command, const User& user, const std::string& body) {
+CommandAnswer AnswerCommand(uint32_t command, const Asker& asker, const std::string& body) {
     const auto found = Answers().find(command);
-    return found == Answers().end() ? CommandAnswer{kErrorUnknownCommand, {}} : found->second(user, body);
+    return found == Answers().end() ? CommandAnswer{kErrorUnknownCommand, {}} : found->second(asker, body);
 }
 
 }  // namespace devserver

@@ -13,6 +13,7 @@ enum CommandError : int32_t {
     kErrorNotLoggedIn = 1,
     kErrorUnknownCommand = 2,
     kErrorBadBody = 3,
+    kErrorTooLarge = 4,
 };
 
 struct CommandAnswer {
@@ -20,7 +21,17 @@ struct CommandAnswer {
     std::string body;  // empty with an error
 };
 
-/// What the scenario has for `user` in answer to a command.
-CommandAnswer AnswerCommand(uint32_t command, const User& user, const std::string& body);
+/// An answer is smaller, give or take what surrounds its elements.
+constexpr size_t kMaxAnswerBytes = 16 * 1024 * 1024;
+
+/// Who sent a request; refers to the scenario.
+struct Asker {
+    const CScenario& scenario;
+    const User& user;
+    Language language;
+};
+
+/// What the scenario has for the user in answer to a command.
+CommandAnswer AnswerCommand(uint32_t command, const Asker& asker, const std::string& body);
 
 }  // namespace devserver

@@ -9,6 +9,7 @@
 #include "ChannelServer.h"
 #include "Hex.h"
 #include "JsonNode.h"
+#include "PushRequest.h"
 
 namespace devserver {
 namespace {
@@ -16,7 +17,6 @@ namespace {
 constexpr unsigned kRequestDepth = 16;
 // A hundred years: enough for every test, and no sum with the clock overflows.
 constexpr int64_t kMaxOffsetMs = 100LL * 366 * 24 * 3600 * 1000;
-constexpr uint64_t kMaxUInt64 = std::numeric_limits<uint64_t>::max();
 
 ControlAnswer Refused(const Errors& errors) {
     std::string reasons;
@@ -36,9 +36,32 @@ std::optional<uint64_t> ReadNumber(const std::string& text) {
     return number;
 }
 
-std::optional<uint64_t> ReadUser(const CJsonNode& root) {
-    const CJsonNode user = root.Member("user");
-    return user.Present() ? std::optional<uint64_t>(user.Unsigned(1, kMaxUInt64)) : std::nullopt;
+std::optional<uint32_t> ReadCommand(const std::string& text) {
+    const auto number = ReadNumber(text);
+    const bool isCommand = number && *number > 0 && *number <= std::numeric_limits<uint32_t>::max();
+    return isCommand ? std::make_optional(uint32_t(*number)) : std::nullopt;
+}
+
+bool ReadTrade(const CJsonNode& root) {
+    return root.Bool();
+}
+
+Json::Value ReadAny(const CJsonNode& root) {
+    return root.Any();
+}
+
+int64_t ReadClockOffset(const CJsonNode& root) {
+    root.Keys({"offsetMs"}, {});
+    return root.Member("offsetMs").Signed(-kMaxOffsetMs, kMaxOffsetMs);
+}
+
+struct DropRequest {
+    std::optional<uint64_t> user;  // everybody without it
+};
+
+DropRequest ReadDropRequest(const CJsonNode& root) {
+    root.Keys({}, {"user"});
+    return {ReadUserId(root)};
 }
 
 std::optional<std::vector<std::string>> Match(const char* pattern, const std::string& path) {
@@ -77,12 +100,20 @@ const std::vector<CControlApi::Route>& CControlApi::Routes() {
         {"PUT", "/v1/scenario", &CControlApi::PutScenario},
         {"PUT", "/v1/users/*/aiChat", &CControlApi::PutAiChat},
         {"DELETE", "/v1/users/*/aiChat", &CControlApi::DeleteAiChat},
+        {"PUT", "/v1/users/*/premium", &CControlApi::PutPremium},
+        {"DELETE", "/v1/users/*/premium", &CControlApi::DeletePremium},
+        {"PUT", "/v1/users/*/vip", &CControlApi::PutVip},
+        {"DELETE", "/v1/users/*/vip", &CControlApi::DeleteVip},
+        {"PUT", "/v1/users/*/trade", &CControlApi::PutTrade},
+        {"DELETE", "/v1/users/*/trade", &CControlApi::DeleteTrade},
         {"PUT", "/v1/config/*", &CControlApi::PutConfig},
         {"DELETE", "/v1/config/*", &CControlApi::DeleteConfig},
         {"POST", "/v1/push", &CControlApi::PostPush},
         {"PUT", "/v1/clock", &CControlApi::PutClock},
         {"POST", "/v1/drop", &CControlApi::PostDrop},
         {"PUT", "/v1/faults", &CControlApi::PutFaults},
+        {"PUT", "/v1/faults/*", &CControlApi::PutFault},
+        {"DELETE", "/v1/faults/*", &CControlApi::DeleteFault},
     };
     return routes;
 }
@@ -139,6 +170,7 @@ ControlAnswer CControlApi::GetReceived(const ControlRequest& request, const Wild
             json["command"] = frame.command;
             json["session"] = Json::UInt64(frame.session);
             json["bodyHex"] = ToHex(frame.body);
+            WriteMember(json, "language", frame.language);
         }
     }
     return answer;
@@ -162,22 +194,53 @@ ControlAnswer CControlApi::PutScenario(const ControlRequest& request, const Wild
     return {};
 }
 
-ControlAnswer CControlApi::SetAiChat(const std::string& userId, std::optional<AiChat> aiChat) {
+template <class T>
+ControlAnswer CControlApi::SetOfUser(const std::string& userId, std::optional<T> value, Setter<T> set) {
     const auto id = ReadNumber(userId);
-    if (!id || !m_state.scenario.SetAiChat(*id, std::move(aiChat))) {
+    if (!id || !(m_state.scenario.*set)(*id, std::move(value))) {
         return Refusal(404, "path: no user has the id " + userId);
     }
     return {};
 }
 
-ControlAnswer CControlApi::PutAiChat(const ControlRequest& request, const Wildcards& wildcards) {
+template <class T>
+ControlAnswer CControlApi::PutOfUser(const ControlRequest& request, const std::string& userId,
+                                     T (*read)(const CJsonNode&), Setter<T> set) {
     Errors errors;
-    auto aiChat = AiChatFromText(request.body, errors);
-    return aiChat ? SetAiChat(wildcards[0], std::move(aiChat)) : Refused(errors);
+    std::optional<T> value = ReadJson(request.body, kScenarioDepth, read, errors);
+    return value ? SetOfUser(userId, std::move(value), set) : Refused(errors);
+}
+
+ControlAnswer CControlApi::PutAiChat(const ControlRequest& request, const Wildcards& wildcards) {
+    return PutOfUser(request, wildcards[0], ReadAiChat, &CScenario::SetAiChat);
 }
 
 ControlAnswer CControlApi::DeleteAiChat(const ControlRequest&, const Wildcards& wildcards) {
-    return SetAiChat(wildcards[0], std::nullopt);
+    return SetOfUser<AiChat>(wildcards[0], std::nullopt, &CScenario::SetAiChat);
+}
+
+ControlAnswer CControlApi::PutPremium(const ControlRequest& request, const Wildcards& wildcards) {
+    return PutOfUser(request, wildcards[0], ReadPremium, &CScenario::SetPremium);
+}
+
+ControlAnswer CControlApi::DeletePremium(const ControlRequest&, const Wildcards& wildcards) {
+    return SetOfUser<Premium>(wildcards[0], std::nullopt, &CScenario::SetPremium);
+}
+
+ControlAnswer CControlApi::PutVip(const ControlRequest& request, const Wildcards& wildcards) {
+    return PutOfUser(request, wildcards[0], ReadVip, &CScenario::SetVip);
+}
+
+ControlAnswer CControlApi::DeleteVip(const ControlRequest&, const Wildcards& wildcards) {
+    return SetOfUser<Vip>(wildcards[0], std::nullopt, &CScenario::SetVip);
+}
+
+ControlAnswer CControlApi::PutTrade(const ControlRequest& request, const Wildcards& wildcards) {
+    return PutOfUser(request, wildcards[0], ReadTrade, &CScenario::SetTrade);
+}
+
+ControlAnswer CControlApi::DeleteTrade(const ControlRequest&, const Wildcards& wildcards) {
+    return SetOfUser<bool>(wildcards[0], std::nullopt, &CScenario::SetTrade);
 }
 
 void CControlApi::TellConfigIfChanged(const Json::Value& before) {
@@ -188,7 +251,7 @@ void CControlApi::TellConfigIfChanged(const Json::Value& before) {
 
 ControlAnswer CControlApi::PutConfig(const ControlRequest& request, const Wildcards& wildcards) {
     Errors errors;
-    auto value = ParseJson(request.body, kConfigDepth, errors);
+    auto value = ReadJson(request.body, kConfigDepth, ReadAny, errors);
     if (!value) {
         return Refused(errors);
     }
@@ -207,54 +270,34 @@ ControlAnswer CControlApi::DeleteConfig(const ControlRequest&, const Wildcards& 
 
 ControlAnswer CControlApi::PostPush(const ControlRequest& request, const Wildcards&) {
     Errors errors;
-    const Json::Value json = ParseJson(request.body, kRequestDepth, errors).value_or(Json::Value());
-    if (!errors.empty()) {
-        return Refused(errors);
-    }
-    const CJsonNode root(json, {}, errors);
-    root.Keys({"command", "bodyHex"}, {"user"});
-    const auto user = ReadUser(root);
-    const auto command = uint32_t(root.Member("command").Unsigned(1, std::numeric_limits<uint32_t>::max()));
-    const std::string body = root.Member("bodyHex").HexBytes();
-    if (!errors.empty()) {
+    const auto push = ReadJson(request.body, kRequestDepth, ReadPushRequest, errors);
+    if (!push) {
         return Refused(errors);
     }
     ControlAnswer answer;
-    answer.body["sent"] = m_channel.Push(user, command, body);
+    answer.body["sent"] = m_channel.Push(push->user, push->command, push->body);
     return answer;
 }
 
 ControlAnswer CControlApi::PutClock(const ControlRequest& request, const Wildcards&) {
     Errors errors;
-    const Json::Value json = ParseJson(request.body, kRequestDepth, errors).value_or(Json::Value());
-    if (!errors.empty()) {
+    const auto offset = ReadJson(request.body, kRequestDepth, ReadClockOffset, errors);
+    if (!offset) {
         return Refused(errors);
     }
-    const CJsonNode root(json, {}, errors);
-    root.Keys({"offsetMs"}, {});
-    const int64_t offset = root.Member("offsetMs").Signed(-kMaxOffsetMs, kMaxOffsetMs);
-    if (!errors.empty()) {
-        return Refused(errors);
-    }
-    m_state.clockOffsetMs = offset;
+    m_state.clockOffsetMs = *offset;
     m_channel.SendClock();
     return {};
 }
 
 ControlAnswer CControlApi::PostDrop(const ControlRequest& request, const Wildcards&) {
     Errors errors;
-    const Json::Value json = ParseJson(request.body, kRequestDepth, errors).value_or(Json::Value());
-    if (!errors.empty()) {
-        return Refused(errors);
-    }
-    const CJsonNode root(json, {}, errors);
-    root.Keys({}, {"user"});
-    const auto user = ReadUser(root);
-    if (!errors.empty()) {
+    const auto drop = ReadJson(request.body, kRequestDepth, ReadDropRequest, errors);
+    if (!drop) {
         return Refused(errors);
     }
     ControlAnswer answer;
-    answer.body["dropped"] = m_channel.Drop(user);
+    answer.body["dropped"] = m_channel.Drop(drop->user);
     return answer;
 }
 
@@ -265,6 +308,29 @@ ControlAnswer CControlApi::PutFaults(const ControlRequest& request, const Wildca
         return Refused(errors);
     }
     m_state.faults.Set(std::move(*faults));
+    return {};
+}
+
+ControlAnswer CControlApi::PutFault(const ControlRequest& request, const Wildcards& wildcards) {
+    const auto command = ReadCommand(wildcards[0]);
+    if (!command) {
+        return Refusal(404, "path: no command has the number " + wildcards[0]);
+    }
+    Errors errors;
+    auto fault = FaultFromText(request.body, errors);
+    if (!fault) {
+        return Refused(errors);
+    }
+    m_state.faults.Set(*command, std::move(*fault));
+    return {};
+}
+
+ControlAnswer CControlApi::DeleteFault(const ControlRequest&, const Wildcards& wildcards) {
+    const auto command = ReadCommand(wildcards[0]);
+    if (!command) {
+        return Refusal(404, "path: no command has the number " + wildcards[0]);
+    }
+    m_state.faults.Remove(*command);
     return {};
 }
 

@@ -52,14 +52,31 @@ private:
     ControlAnswer PutScenario(const ControlRequest& request, const Wildcards& wildcards);
     ControlAnswer PutAiChat(const ControlRequest& request, const Wildcards& wildcards);
     ControlAnswer DeleteAiChat(const ControlRequest& request, const Wildcards& wildcards);
+    ControlAnswer PutPremium(const ControlRequest& request, const Wildcards& wildcards);
+    ControlAnswer DeletePremium(const ControlRequest& request, const Wildcards& wildcards);
+    ControlAnswer PutVip(const ControlRequest& request, const Wildcards& wildcards);
+    ControlAnswer DeleteVip(const ControlRequest& request, const Wildcards& wildcards);
+    ControlAnswer PutTrade(const ControlRequest& request, const Wildcards& wildcards);
+    ControlAnswer DeleteTrade(const ControlRequest& request, const Wildcards& wildcards);
     ControlAnswer PutConfig(const ControlRequest& request, const Wildcards& wildcards);
     ControlAnswer DeleteConfig(const ControlRequest& request, const Wildcards& wildcards);
     ControlAnswer PostPush(const ControlRequest& request, const Wildcards& wildcards);
     ControlAnswer PutClock(const ControlRequest& request, const Wildcards& wildcards);
     ControlAnswer PostDrop(const ControlRequest& request, const Wildcards& wildcards);
     ControlAnswer PutFaults(const ControlRequest& request, const Wildcards& wildcards);
+    ControlAnswer PutFault(const ControlRequest& request, const Wildcards& wildcards);
+    ControlAnswer DeleteFault(const ControlRequest& request, const Wildcards& wildcards);
 
-    ControlAnswer SetAiChat(const std::string& userId, std::optional<AiChat> aiChat);
+    template <class T>
+    using Setter = bool (CScenario::*)(uint64_t user, std::optional<T> value);
+
+    /// One member of a user: takes it from the body of a request, or takes it away.
+    template <class T>
+    ControlAnswer PutOfUser(const ControlRequest& request, const std::string& userId, T (*read)(const CJsonNode&),
+                            Setter<T> set);
+    template <class T>
+    ControlAnswer SetOfUser(const std::string& userId, std::optional<T> value, Setter<T> set);
+
     void TellConfigIfChanged(const Json::Value& before);
 
     ServerState& m_state;

@@ -56,16 +56,9 @@ Fault ReadFault(const CJsonNode& node) {
     return fault;
 }
 
-}  // namespace
-
-std::optional<FaultTable> FaultsFromText(const std::string& text, Errors& errors) {
-    const size_t errorsBefore = errors.size();
-    const auto json = ParseJson(text, kFaultsDepth, errors);
-    if (!json) {
-        return std::nullopt;
-    }
+FaultTable ReadFaults(const CJsonNode& root) {
     FaultTable faults;
-    for (const auto& [key, node] : CJsonNode(*json, {}, errors).Members()) {
+    for (const auto& [key, node] : root.Members()) {
         bool isNumber = false;
         const uint command = QString::fromStdString(key).toUInt(&isNumber);
         if (!isNumber || command == 0 || std::to_string(command) != key) {
@@ -74,10 +67,17 @@ std::optional<FaultTable> FaultsFromText(const std::string& text, Errors& errors
         }
         faults[command] = ReadFault(node);
     }
-    if (errors.size() != errorsBefore) {
-        return std::nullopt;
-    }
     return faults;
+}
+
+}  // namespace
+
+std::optional<FaultTable> FaultsFromText(const std::string& text, Errors& errors) {
+    return ReadJson(text, kFaultsDepth, ReadFaults, errors);
+}
+
+std::optional<Fault> FaultFromText(const std::string& text, Errors& errors) {
+    return ReadJson(text, kFaultsDepth, ReadFault, errors);
 }
 
 std::optional<Fault> CFaults::Take(uint32_t command) {

@@ -27,10 +27,15 @@ using FaultTable = std::map<uint32_t, Fault>;  // by command
 /// The table of a JSON object with one member per command number, or nothing and at least one error.
 std::optional<FaultTable> FaultsFromText(const std::string& text, Errors& errors);
 
+/// One fault of a JSON object, or nothing and at least one error.
+std::optional<Fault> FaultFromText(const std::string& text, Errors& errors);
+
 /// The faults in force.
 class CFaults {
 public:
     void Set(FaultTable faults) { m_faults = std::move(faults); }
+    void Set(uint32_t command, Fault fault) { m_faults[command] = std::move(fault); }
+    void Remove(uint32_t command) { m_faults.erase(command); }
 
     /// The fault of the next reply to `command`, used up by one.
     std::optional<Fault> Take(uint32_t command);

@@ -7,6 +7,7 @@
 #include <QString>
 #include <QTextCodec>
 #include <algorithm>
+#include <limits>
 #include <memory>
 
 #include "Hex.h"
@@ -113,7 +114,9 @@ std::vector<std::pair<std::string, CJsonNode>> CJsonNode::Members() const {
     std::vector<std::pair<std::string, CJsonNode>> members;
     if (m_pValue && Is(m_pValue->isObject(), "must be an object")) {
         for (const std::string& key : m_pValue->getMemberNames()) {
-            members.emplace_back(key, Member(key));
+            if (Is(IsUtf8(key), "its keys must be texts of whole characters")) {
+                members.emplace_back(key, Member(key));
+            }
         }
     }
     return members;
@@ -151,6 +154,14 @@ int64_t CJsonNode::Signed(int64_t min, int64_t max) const {
     return 0;
 }
 
+uint32_t CJsonNode::UInt32() const {
+    return uint32_t(Unsigned(0, std::numeric_limits<uint32_t>::max()));
+}
+
+int32_t CJsonNode::Int32() const {
+    return int32_t(Signed(std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max()));
+}
+
 bool CJsonNode::Bool() const {
     return m_pValue && Is(m_pValue->isBool(), "must be true or false") && m_pValue->asBool();
 }
@@ -179,6 +190,11 @@ std::string CJsonNode::HexBytes() const {
     }
     const auto bytes = FromHex(m_pValue->asString());
     return Is(bytes.has_value(), "must be an even number of hex digits") ? *bytes : std::string();
+}
+
+Json::Value CJsonNode::Any() const {
+    const bool sound = m_pValue && Is(IsUtf8(WriteJson(*m_pValue)), "must hold texts of whole characters alone");
+    return sound ? *m_pValue : Json::Value();
 }
 
 }  // namespace devserver

@@ -31,6 +31,7 @@ public:
     CJsonNode(const Json::Value& value, std::string path, Errors& errors);
 
     bool Present() const { return m_pValue != nullptr; }
+    bool IsNull() const { return m_pValue && m_pValue->isNull(); }
 
     /// Checks for an object that has all of `required`, perhaps some of `optional`, and nothing else.
     void Keys(const std::vector<std::string>& required, const std::vector<std::string>& optional) const;
@@ -40,11 +41,20 @@ public:
     std::vector<CJsonNode> Items() const;
 
     uint64_t Unsigned(uint64_t min, uint64_t max) const;
+    uint32_t UInt32() const;
     int64_t Signed(int64_t min, int64_t max) const;
+    int32_t Int32() const;
     bool Bool() const;
     std::string Text() const;
     std::string NonEmptyText() const;
     std::string HexBytes() const;
+    Json::Value Any() const;  // whatever it is, as long as its texts are of whole characters
+
+    /// What `read` finds, or nothing in an absent node: node.Maybe(&CJsonNode::Int32).
+    template <class T>
+    std::optional<T> Maybe(T (CJsonNode::*read)() const) const {
+        return Present() ? std::optional<T>((this->*read)()) : std::nullopt;
+    }
 
     void Refuse(const std::string& reason) const;
 
@@ -56,5 +66,28 @@ private:
     std::string m_strPath;
     Errors* m_pErrors;
 };
+
+/// What `read` makes of a whole text, or nothing and at least one error.
+template <class T>
+std::optional<T> ReadJson(const std::string& text, unsigned maxDepth, T (*read)(const CJsonNode&), Errors& errors) {
+    const size_t errorsBefore = errors.size();
+    const auto json = ParseJson(text, maxDepth, errors);
+    if (!json) {
+        return std::nullopt;
+    }
+    std::optional<T> result = read(CJsonNode(*json, {}, errors));
+    if (errors.size() != errorsBefore) {
+        result.reset();
+    }
+    return result;
+}
+
+/// An absent value is an absent member.
+template <class T>
+void WriteMember(Json::Value& json, const char* key, const std::optional<T>& value) {
+    if (value) {
+        json[key] = *value;
+    }
+}
 
 }  // namespace devserver

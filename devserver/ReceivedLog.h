@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <optional>
 #include <string>
 
 namespace devserver {
@@ -11,10 +12,11 @@ struct ReceivedFrame {
     uint64_t number = 0;  // from 1 upwards, without gaps
     uint64_t connection = 0;
     uint64_t user = 0;  // who is logged in, or wants to be; 0 for nobody
-    std::string kind;   // LOGIN, LOGOUT or REQUEST
+    std::string kind;   // LOGIN, LOGOUT, LANGUAGE or REQUEST
     uint32_t command = 0;
     uint64_t session = 0;
     std::string body;
+    std::optional<int32_t> language;  // that the frame names
 };
 
 /// The last frames that came in, bounded in number and in the bytes of their bodies.

@@ -7,15 +7,13 @@
 namespace devserver {
 namespace {
 
-constexpr uint32_t kMaxUInt32 = std::numeric_limits<uint32_t>::max();
-
 StockDetail ReadStockDetail(const CJsonNode& node) {
     node.Keys({"type", "open"}, {"ids"});
     StockDetail detail;
-    detail.type = uint32_t(node.Member("type").Unsigned(0, kMaxUInt32));
+    detail.type = node.Member("type").UInt32();
     detail.open = node.Member("open").Bool();
     for (const CJsonNode& id : node.Member("ids").Items()) {
-        detail.ids.push_back(uint32_t(id.Unsigned(0, kMaxUInt32)));
+        detail.ids.push_back(id.UInt32());
     }
     return detail;
 }
@@ -23,7 +21,7 @@ StockDetail ReadStockDetail(const CJsonNode& node) {
 ChatEntry ReadChatEntry(const CJsonNode& node) {
     node.Keys({"scene", "allOpen"}, {"stockDetails"});
     ChatEntry entry;
-    entry.scene = uint32_t(node.Member("scene").Unsigned(0, kMaxUInt32));
+    entry.scene = node.Member("scene").UInt32();
     entry.allOpen = node.Member("allOpen").Bool();
     for (const CJsonNode& detail : node.Member("stockDetails").Items()) {
         entry.stockDetails.push_back(ReadStockDetail(detail));
@@ -31,32 +29,25 @@ ChatEntry ReadChatEntry(const CJsonNode& node) {
     return entry;
 }
 
-AiChat ReadAiChat(const CJsonNode& node) {
-    node.Keys({}, {"resultCode", "resultMessage", "entries"});
-    AiChat aiChat;
-    aiChat.resultCode = int32_t(
-        node.Member("resultCode").Signed(std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max()));
-    aiChat.resultMessage = node.Member("resultMessage").Text();
-    for (const CJsonNode& entry : node.Member("entries").Items()) {
-        aiChat.entries.push_back(ReadChatEntry(entry));
-    }
-    return aiChat;
-}
-
 User ReadUser(const CJsonNode& node) {
-    node.Keys({"id", "name"}, {"markets", "refuseLogin", "aiChat"});
+    node.Keys({"id", "name"}, {"markets", "refuseLogin", "aiChat", "premium", "vip", "trade"});
     User user;
     user.id = node.Member("id").Unsigned(1, std::numeric_limits<uint64_t>::max());
     user.name = node.Member("name").NonEmptyText();
     for (const CJsonNode& market : node.Member("markets").Items()) {
         user.markets.push_back(int32_t(market.Unsigned(0, std::numeric_limits<int32_t>::max())));
     }
-    if (const CJsonNode refuse = node.Member("refuseLogin"); refuse.Present()) {
-        user.refuseLogin = refuse.NonEmptyText();
-    }
+    user.refuseLogin = node.Member("refuseLogin").Maybe(&CJsonNode::NonEmptyText);
     if (const CJsonNode aiChat = node.Member("aiChat"); aiChat.Present()) {
         user.aiChat = ReadAiChat(aiChat);
     }
+    if (const CJsonNode premium = node.Member("premium"); premium.Present()) {
+        user.premium = ReadPremium(premium);
+    }
+    if (const CJsonNode vip = node.Member("vip"); vip.Present()) {
+        user.vip = ReadVip(vip);
+    }
+    user.trade = node.Member("trade").Maybe(&CJsonNode::Bool);
     return user;
 }
 
@@ -91,27 +82,38 @@ Json::Value Write(const User& user) {
     for (const int32_t market : user.markets) {
         json["markets"].append(market);
     }
-    if (user.refuseLogin) {
-        json["refuseLogin"] = *user.refuseLogin;
-    }
+    WriteMember(json, "refuseLogin", user.refuseLogin);
     if (user.aiChat) {
         json["aiChat"] = Write(*user.aiChat);
     }
+    if (user.premium) {
+        json["premium"] = WritePremium(*user.premium);
+    }
+    if (user.vip) {
+        json["vip"] = WriteVip(*user.vip);
+    }
+    WriteMember(json, "trade", user.trade);
     return json;
 }
 
 }  // namespace
 
-std::optional<CScenario> CScenario::FromText(const std::string& text, Errors& errors) {
-    const size_t errorsBefore = errors.size();
-    const auto json = ParseJson(text, kScenarioDepth, errors);
-    if (!json) {
-        return std::nullopt;
+AiChat ReadAiChat(const CJsonNode& node) {
+    node.Keys({}, {"resultCode", "resultMessage", "entries"});
+    AiChat aiChat;
+    aiChat.resultCode = node.Member("resultCode").Int32();
+    aiChat.resultMessage = node.Member("resultMessage").Text();
+    for (const CJsonNode& entry : node.Member("entries").Items()) {
+        aiChat.entries.push_back(ReadChatEntry(entry));
     }
-    const CJsonNode root(*json, {}, errors);
-    root.Keys({"schema", "users", "commonConfig"}, {});
+    return aiChat;
+}
+
+CScenario CScenario::Read(const CJsonNode& root) {
+    root.Keys({"schema", "users", "commonConfig"}, {"rights"});
     root.Member("schema").Unsigned(1, 1);
     CScenario scenario;
+    scenario.m_rights = ReadRightCatalogue(root.Member("rights"));
     std::set<uint64_t> ids;
     for (const CJsonNode& node : root.Member("users").Items()) {
         scenario.m_users.push_back(ReadUser(node));
@@ -121,17 +123,21 @@ std::optional<CScenario> CScenario::FromText(const std::string& text, Errors& er
         }
     }
     for (const auto& [name, node] : root.Member("commonConfig").Members()) {
-        scenario.m_commonConfig[name] = (*json)["commonConfig"][name];
-    }
-    if (errors.size() != errorsBefore) {
-        return std::nullopt;
+        scenario.m_commonConfig[name] = node.Any();
     }
     return scenario;
+}
+
+std::optional<CScenario> CScenario::FromText(const std::string& text, Errors& errors) {
+    return ReadJson(text, kScenarioDepth, Read, errors);
 }
 
 Json::Value CScenario::ToJson() const {
     Json::Value json;
     json["schema"] = 1;
+    if (!m_rights.empty()) {
+        json["rights"] = WriteRightCatalogue(m_rights);
+    }
     json["users"] = Json::Value(Json::arrayValue);
     for (const User& user : m_users) {
         json["users"].append(Write(user));
@@ -145,13 +151,30 @@ const User* CScenario::FindUser(uint64_t id) const {
     return found == m_users.end() ? nullptr : &*found;
 }
 
-bool CScenario::SetAiChat(uint64_t id, std::optional<AiChat> aiChat) {
+template <class T>
+bool CScenario::Set(uint64_t id, std::optional<T> User::*member, std::optional<T> value) {
     const auto found = std::find_if(m_users.begin(), m_users.end(), [&](const User& user) { return user.id == id; });
     if (found == m_users.end()) {
         return false;
     }
-    found->aiChat = std::move(aiChat);
+    (*found).*member = std::move(value);
     return true;
+}
+
+bool CScenario::SetAiChat(uint64_t id, std::optional<AiChat> aiChat) {
+    return Set(id, &User::aiChat, std::move(aiChat));
+}
+
+bool CScenario::SetPremium(uint64_t id, std::optional<Premium> premium) {
+    return Set(id, &User::premium, std::move(premium));
+}
+
+bool CScenario::SetVip(uint64_t id, std::optional<Vip> vip) {
+    return Set(id, &User::vip, std::move(vip));
+}
+
+bool CScenario::SetTrade(uint64_t id, std::optional<bool> trade) {
+    return Set(id, &User::trade, trade);
 }
 
 void CScenario::SetConfig(const std::string& name, Json::Value value) {
@@ -160,19 +183,6 @@ void CScenario::SetConfig(const std::string& name, Json::Value value) {
 
 void CScenario::RemoveConfig(const std::string& name) {
     m_commonConfig.removeMember(name);
-}
-
-std::optional<AiChat> AiChatFromText(const std::string& text, Errors& errors) {
-    const size_t errorsBefore = errors.size();
-    const auto json = ParseJson(text, kScenarioDepth, errors);
-    if (!json) {
-        return std::nullopt;
-    }
-    AiChat aiChat = ReadAiChat(CJsonNode(*json, {}, errors));
-    if (errors.size() != errorsBefore) {
-        return std::nullopt;
-    }
-    return aiChat;
 }
 
 }  // namespace devserver

@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "JsonNode.h"
+#include "ScenarioPremium.h"
+#include "ScenarioVip.h"
 
 namespace devserver {
 
@@ -35,6 +37,9 @@ struct User {
     std::vector<int32_t> markets;            // the leading one first
     std::optional<std::string> refuseLogin;  // the reason that a login is refused with
     std::optional<AiChat> aiChat;            // without it an answer has no data
+    std::optional<Premium> premium;          // likewise
+    std::optional<Vip> vip;                  // likewise
+    std::optional<bool> trade;               // what the trade module answers; without it there is none
 };
 
 /// How deep a scenario may nest; a configuration value stands two levels below its root.
@@ -57,6 +62,12 @@ public:
 
     /// False, and nothing changed, for an id that no user has.
     bool SetAiChat(uint64_t id, std::optional<AiChat> aiChat);
+    bool SetPremium(uint64_t id, std::optional<Premium> premium);
+    bool SetVip(uint64_t id, std::optional<Vip> vip);
+    bool SetTrade(uint64_t id, std::optional<bool> trade);
+
+    /// How rights are shown.
+    const RightCatalogue& Rights() const { return m_rights; }
 
     /// An object, one member per configuration name.
     const Json::Value& CommonConfig() const { return m_commonConfig; }
@@ -64,11 +75,17 @@ public:
     void RemoveConfig(const std::string& name);
 
 private:
+    static CScenario Read(const CJsonNode& root);
+
+    template <class T>
+    bool Set(uint64_t id, std::optional<T> User::*member, std::optional<T> value);
+
+    RightCatalogue m_rights;
     std::vector<User> m_users;
     Json::Value m_commonConfig{Json::objectValue};
 };
 
-/// The member "aiChat" of a user, from a text of its own.
-std::optional<AiChat> AiChatFromText(const std::string& text, Errors& errors);
+/// The member "aiChat" of a user.
+AiChat ReadAiChat(const CJsonNode& node);
 
 }  // namespace devserver

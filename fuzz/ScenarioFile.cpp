@@ -3,6 +3,7 @@
 
 #include "Faults.h"
 #include "FuzzTarget.h"
+#include "PushRequest.h"
 #include "Scenario.h"
 
 using namespace devserver;
@@ -39,14 +40,22 @@ void CheckFaults(const std::string& text) {
     }
 }
 
+template <class T>
+void CheckMember(const std::string& text, T (*read)(const CJsonNode&)) {
+    Errors errors;
+    const auto member = ReadJson(text, kScenarioDepth, read, errors);
+    EXPECT_EQ(member.has_value(), errors.empty());
+}
+
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::string text(reinterpret_cast<const char*>(data), size);
     CheckScenario(text);
     CheckFaults(text);
-    Errors errors;
-    const auto aiChat = AiChatFromText(text, errors);
-    EXPECT_EQ(aiChat.has_value(), errors.empty());
+    CheckMember(text, ReadAiChat);
+    CheckMember(text, ReadPremium);
+    CheckMember(text, ReadVip);
+    CheckMember(text, ReadPushRequest);
     return 0;
 }

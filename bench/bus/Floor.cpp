@@ -1,7 +1,5 @@
 #include "Floor.h"
 
-#include <benchmark/benchmark.h>
-
 namespace {
 
 class CListener : public IListener {
@@ -12,12 +10,6 @@ public:
 };
 
 }  // namespace
-
-void Note(unsigned int messageId, unsigned long wParam, const std::shared_ptr<core::CMessageBody>& body) {
-    benchmark::DoNotOptimize(messageId);
-    benchmark::DoNotOptimize(wParam);
-    benchmark::DoNotOptimize(body.get());
-}
 
 std::unique_ptr<IListener> NewListener() {
     return std::make_unique<CListener>();

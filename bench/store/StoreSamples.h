@@ -8,21 +8,20 @@
 struct sqlite3;
 struct sqlite3_stmt;
 
-/// How long each of many calls took, in microseconds.
+/// How long each of many calls took, in nanoseconds.
 class CSamples {
 public:
     template <class Call>
-    double Measure(const Call& call) {
+    void Measure(const Call& call) {
         const auto began = std::chrono::steady_clock::now();
         call();
-        const std::chrono::duration<double, std::micro> took = std::chrono::steady_clock::now() - began;
-        m_samples.push_back(took.count());
-        return took.count() * 1e-6;
+        const std::chrono::duration<double, std::nano> took = std::chrono::steady_clock::now() - began;
+        Add(took.count());
     }
+    void Add(double nanos) { m_samples.push_back(nanos); }
 
     /// 0.5 is the median. Zero without samples.
     double Quantile(double part) const;
-    void Forget() { m_samples.clear(); }
 
 private:
     std::vector<double> m_samples;

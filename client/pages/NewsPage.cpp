@@ -8,8 +8,8 @@
 #include "Links.h"
 #include "SampleMarket.h"
 
-CNewsPage::CNewsPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market)
-    : CPage(page, entries) {
+CNewsPage::CNewsPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market, QWidget* parent)
+    : CPage(page, entries, parent) {
     for (const SampleMarket::Headline& headline : market.headlines) {
         QFrame* card = NewCard(this);
         auto* layout = qobject_cast<QVBoxLayout*>(card->layout());

@@ -6,5 +6,6 @@ struct SampleMarket;
 
 class CNewsPage : public CPage {
 public:
-    CNewsPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market);
+    CNewsPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market,
+              QWidget* parent = nullptr);
 };

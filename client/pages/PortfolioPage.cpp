@@ -7,8 +7,9 @@
 #include "SampleMarket.h"
 #include "pages/SampleTable.h"
 
-CPortfolioPage::CPortfolioPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market)
-    : CPage(page, entries) {
+CPortfolioPage::CPortfolioPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market,
+                               QWidget* parent)
+    : CPage(page, entries, parent) {
     auto* table = new CSampleTable("PositionsTable",
                                    {{texts::kSymbol, false},
                                     {texts::kName, false},

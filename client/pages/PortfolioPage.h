@@ -6,5 +6,6 @@ struct SampleMarket;
 
 class CPortfolioPage : public CPage {
 public:
-    CPortfolioPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market);
+    CPortfolioPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market,
+                   QWidget* parent = nullptr);
 };

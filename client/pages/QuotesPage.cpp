@@ -9,8 +9,9 @@
 #include "pages/PriceChart.h"
 #include "pages/SampleTable.h"
 
-CQuotesPage::CQuotesPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market)
-    : CPage(page, entries) {
+CQuotesPage::CQuotesPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market,
+                         QWidget* parent)
+    : CPage(page, entries, parent) {
     const SampleMarket::Quote& quote = market.quote;
     const SampleMarket::Instrument& instrument = quote.instrument;
     const double change = instrument.last - instrument.previous;

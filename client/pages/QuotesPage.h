@@ -6,5 +6,6 @@ struct SampleMarket;
 
 class CQuotesPage : public CPage {
 public:
-    CQuotesPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market);
+    CQuotesPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market,
+                QWidget* parent = nullptr);
 };

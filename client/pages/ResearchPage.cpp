@@ -30,8 +30,9 @@ RatingLook LookOf(SampleMarket::EnRating rating) {
 
 }  // namespace
 
-CResearchPage::CResearchPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market)
-    : CPage(page, entries) {
+CResearchPage::CResearchPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market,
+                             QWidget* parent)
+    : CPage(page, entries, parent) {
     for (const SampleMarket::Note& note : market.notes) {
         QFrame* card = NewCard(this);
         auto* layout = qobject_cast<QVBoxLayout*>(card->layout());

@@ -6,5 +6,6 @@ struct SampleMarket;
 
 class CResearchPage : public CPage {
 public:
-    CResearchPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market);
+    CResearchPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market,
+                  QWidget* parent = nullptr);
 };

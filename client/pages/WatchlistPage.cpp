@@ -7,8 +7,9 @@
 #include "SampleMarket.h"
 #include "pages/SampleTable.h"
 
-CWatchlistPage::CWatchlistPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market)
-    : CPage(page, entries) {
+CWatchlistPage::CWatchlistPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market,
+                               QWidget* parent)
+    : CPage(page, entries, parent) {
     auto* indices = new QHBoxLayout;
     indices->setSpacing(12);
     for (const SampleMarket::Index& index : market.indices) {

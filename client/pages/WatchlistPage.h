@@ -6,5 +6,6 @@ struct SampleMarket;
 
 class CWatchlistPage : public CPage {
 public:
-    CWatchlistPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market);
+    CWatchlistPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market,
+                   QWidget* parent = nullptr);
 };

@@ -21,8 +21,8 @@ QJsonArray FieldsOf(const std::vector<FieldNode>& fields, const CAliases& aliase
     QJsonArray list;
     for (const FieldNode& field : fields) {
         QJsonObject json{{QStringLiteral("name"), aliases.Redacted(field.name)}};
-        if (field.isRaw) {
-            json[QStringLiteral("unreadable")] = true;
+        if (field.raw) {
+            json[QStringLiteral("hex")] = aliases.RedactedHex(*field.raw);
         } else if (field.children.empty()) {
             json[QStringLiteral("value")] = aliases.Redacted(field.value);
         } else {
@@ -33,7 +33,7 @@ QJsonArray FieldsOf(const std::vector<FieldNode>& fields, const CAliases& aliase
     return list;
 }
 
-// A preview may be the start of what the detail holds whole, and of bytes that it does not.
+// A preview may be the start of what the detail holds whole, and end within what is to be redacted.
 bool IsPreview(texts::EnText title) {
     return title == texts::kValue;
 }
@@ -54,10 +54,10 @@ QJsonObject RowOf(const CSeenModel& model, int row, const CAliases& aliases) {
 
 QJsonObject LineOf(const CLogModel& log, int row, const CAliases& aliases) {
     return {{QStringLiteral("time"), log.index(row, CLogModel::Time).data().toString()},
-            {QStringLiteral("severity"), int(log.SeverityAt(row))},
-            {QStringLiteral("tag"), aliases.Redacted(log.TagAt(row))},
-            {QStringLiteral("text"), aliases.Redacted(log.ReadableAt(row))},
-            {QStringLiteral("place"), aliases.Redacted(log.PlaceAt(row))}};
+            {QStringLiteral("severity"), int(log.At(row).severity)},
+            {QStringLiteral("tag"), aliases.Redacted(log.At(row).tag)},
+            {QStringLiteral("text"), aliases.Redacted(log.At(row).readable)},
+            {QStringLiteral("place"), aliases.Redacted(log.At(row).place)}};
 }
 
 }  // namespace

@@ -12,7 +12,7 @@ class CSeenModel;
 namespace workbench_export {
 
 /// A JSON object with a list for each model, named after its format, and one for the log. All texts are
-/// redacted; bytes that nobody could read stay at home.
+/// redacted, and so are bytes that nobody could read.
 QByteArray Json(const std::vector<const CSeenModel*>& models, const CLogModel& log, const CAliases& aliases);
 
 /// Writes the whole file or nothing. Returns why it could not; empty if it could.

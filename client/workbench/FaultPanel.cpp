@@ -19,18 +19,25 @@ namespace {
 
 constexpr int kMaxTimes = 1'000'000;
 
+enum class EnValue { Number, Hex, None };
+
 struct FaultChoice {
     CFaultPanel::EnFault fault;
     texts::EnText name;
-    const char* value;  // what it begins with; null: it takes none
+    const char* member;  // of the server's fault
+    EnValue takes;
+    const char* value;  // what it begins with
 };
 
 constexpr FaultChoice kFaultChoices[] = {
-    {CFaultPanel::EnFault::Error, texts::kFaultError, "7"},
-    {CFaultPanel::EnFault::Delay, texts::kFaultDelay, "3000"},
-    {CFaultPanel::EnFault::Garbage, texts::kFaultGarbage, "ff00ff"},
-    {CFaultPanel::EnFault::WrongCommand, texts::kFaultCommand, "1"},
-    {CFaultPanel::EnFault::Silent, texts::kFaultSilent, nullptr},
+    {CFaultPanel::EnFault::Error, texts::kFaultError, "error", EnValue::Number, "7"},
+    {CFaultPanel::EnFault::Delay, texts::kFaultDelay, "delayMs", EnValue::Number, "3000"},
+    {CFaultPanel::EnFault::Garbage, texts::kFaultGarbage, "bodyHex", EnValue::Hex, "ff00ff"},
+    {CFaultPanel::EnFault::WrongCommand, texts::kFaultCommand, "replyCommand", EnValue::Number, "1"},
+    {CFaultPanel::EnFault::Frame, texts::kFaultFrame, "frameHex", EnValue::Hex, "ffff"},
+    {CFaultPanel::EnFault::Copies, texts::kFaultCopies, "copies", EnValue::Number, "3"},
+    {CFaultPanel::EnFault::Silent, texts::kFaultSilent, "silent", EnValue::None, ""},
+    {CFaultPanel::EnFault::Drop, texts::kFaultDrop, "drop", EnValue::None, ""},
 };
 
 QString Written(const Json::Value& value) {
@@ -78,7 +85,9 @@ void CFaultPanel::AddRows(QGridLayout* grid) {
     m_pCommand->setEditable(true);
     m_pCommand->setInsertPolicy(QComboBox::NoInsert);
     for (const wire::Command& command : wire::Commands()) {
-        m_pCommand->addItem(QStringLiteral("%1  %2").arg(command.number).arg(QString::fromLatin1(command.name)));
+        if (command.reply) {
+            m_pCommand->addItem(QStringLiteral("%1  %2").arg(command.number).arg(QString::fromLatin1(command.name)));
+        }
     }
     for (const FaultChoice& choice : kFaultChoices) {
         m_pFault->addItem(QString(), int(choice.fault));
@@ -103,9 +112,9 @@ void CFaultPanel::AddRows(QGridLayout* grid) {
     grid->addWidget(m_pInForce, row++, 0, 1, 2);
     grid->addWidget(m_pMessage, row, 0, 1, 2);
     const auto showValue = [this] {
-        const char* value = kFaultChoices[m_pFault->currentIndex()].value;
-        m_pValue->setEnabled(value != nullptr);
-        m_pValue->setText(value ? QString::fromLatin1(value) : QString());
+        const FaultChoice& choice = kFaultChoices[m_pFault->currentIndex()];
+        m_pValue->setEnabled(choice.takes != EnValue::None);
+        m_pValue->setText(QString::fromLatin1(choice.value));
     };
     connect(m_pFault, qOverload<int>(&QComboBox::currentIndexChanged), this, showValue);
     showValue();
@@ -143,37 +152,30 @@ void CFaultPanel::ShowFaults() {
 }
 
 std::optional<Json::Value> CFaultPanel::FaultAsked() {
+    static const QRegularExpression hexPairs(QStringLiteral("^([0-9a-fA-F]{2})*$"));
+    const FaultChoice& choice = kFaultChoices[m_pFault->currentIndex()];
     const QString text = m_pValue->text().trimmed();
     bool isNumber = false;
     const qlonglong number = text.toLongLong(&isNumber);
-    static const QRegularExpression hexPairs(QStringLiteral("^([0-9a-fA-F]{2})*$"));
     Json::Value fault(Json::objectValue);
-    switch (kFaultChoices[m_pFault->currentIndex()].fault) {
-        case EnFault::Error:
-            fault["error"] = Json::Int64(number);
+    switch (choice.takes) {
+        case EnValue::Number:
+            if (!isNumber) {
+                Say(texts::Tr(texts::kFaultWrong), false);
+                return std::nullopt;
+            }
+            fault[choice.member] = Json::Int64(number);
             break;
-        case EnFault::Delay:
-            fault["delayMs"] = Json::Int64(number);
-            break;
-        case EnFault::WrongCommand:
-            fault["replyCommand"] = Json::Int64(number);
-            break;
-        case EnFault::Garbage:
+        case EnValue::Hex:
             if (!hexPairs.match(text).hasMatch()) {
                 Say(texts::Tr(texts::kFaultHexWrong), false);
                 return std::nullopt;
             }
-            fault["bodyHex"] = text.toLower().toStdString();
-            isNumber = true;
+            fault[choice.member] = text.toLower().toStdString();
             break;
-        case EnFault::Silent:
-            fault["silent"] = true;
-            isNumber = true;
+        case EnValue::None:
+            fault[choice.member] = true;
             break;
-    }
-    if (!isNumber) {
-        Say(texts::Tr(texts::kFaultWrong), false);
-        return std::nullopt;
     }
     if (m_pTimes->value() > 0) {
         fault["times"] = m_pTimes->value();
@@ -194,6 +196,21 @@ void CFaultPanel::Set() {
         faults[std::to_string(command)] = *fault;
         Send(faults);
     }
+}
+
+void CFaultPanel::SetFault(uint32_t command, const std::optional<Json::Value>& fault, IServerAsk::Answered answered) {
+    const QByteArray body = fault ? Written(*fault).toUtf8() : QByteArray();
+    m_server.Ask(fault ? "PUT" : "DELETE", QStringLiteral("/v1/faults/%1").arg(command), body, this,
+                 [this, command, fault, answered = std::move(answered)](const ServerAnswer& answer) {
+                     if (answer.error.isEmpty()) {
+                         m_faults.removeMember(std::to_string(command));
+                         if (fault) {
+                             m_faults[std::to_string(command)] = *fault;
+                         }
+                         ShowFaults();
+                     }
+                     answered(answer);
+                 });
 }
 
 void CFaultPanel::Clear() {

@@ -14,12 +14,16 @@ class QLineEdit;
 class QPushButton;
 class QSpinBox;
 
-/// Breaks things: replies that err, lag, lie or stay away, and dropped connections. `server` must outlive it.
+/// Breaks things: replies that err, lag, lie, stay away or come often, and cut connections. `server` must outlive it.
 class CFaultPanel : public QWidget {
 public:
-    enum class EnFault { Error, Delay, Garbage, WrongCommand, Silent };
+    enum class EnFault { Error, Delay, Garbage, WrongCommand, Frame, Copies, Silent, Drop };
 
     explicit CFaultPanel(IServerAsk& server, QWidget* parent = nullptr);
+
+    /// Sets the fault of one command, or takes it away, and leaves those of the others as they are. `answered`
+    /// runs once, later, unless this is gone by then.
+    void SetFault(uint32_t command, const std::optional<Json::Value>& fault, IServerAsk::Answered answered);
 
     /// A server that is new has no faults.
     void ForgetFaults();

@@ -1,15 +1,6 @@
 #include "workbench/LogFilter.h"
 
-#include "workbench/LogModel.h"
-
-CLogFilter::CLogFilter(CLogModel& model, QObject* parent) : QSortFilterProxyModel(parent), m_model(model) {
-    setSourceModel(&model);
-}
-
-void CLogFilter::SetText(const QString& text) {
-    m_strText = text;
-    invalidateFilter();
-}
+CLogFilter::CLogFilter(CLogModel& model, QObject* parent) : CEntryFilter(model, parent), m_model(model) {}
 
 void CLogFilter::SetMinimum(ZRLogType severity) {
     m_minimum = severity;
@@ -26,17 +17,8 @@ void CLogFilter::SetArea(const QString& area) {
     invalidateFilter();
 }
 
-bool CLogFilter::filterAcceptsRow(int row, const QModelIndex& /*parent*/) const {
-    if (m_model.SeverityAt(row) < m_minimum) {
-        return false;
-    }
-    if (m_source != EnSource::All && m_model.IsHostAt(row) != (m_source == EnSource::Host)) {
-        return false;
-    }
-    if (!m_strArea.isEmpty() && m_model.AreaAt(row) != m_strArea) {
-        return false;
-    }
-    return m_strText.isEmpty() || m_model.TextAt(row).contains(m_strText, Qt::CaseInsensitive) ||
-           m_model.ReadableAt(row).contains(m_strText, Qt::CaseInsensitive) ||
-           m_model.TagAt(row).contains(m_strText, Qt::CaseInsensitive);
+bool CLogFilter::IsChosen(int row) const {
+    const bool ofSource = m_source == EnSource::All || m_model.IsHostAt(row) == (m_source == EnSource::Host);
+    const bool ofArea = m_strArea.isEmpty() || m_model.AreaAt(row) == m_strArea;
+    return ofSource && ofArea && m_model.At(row).severity >= m_minimum;
 }

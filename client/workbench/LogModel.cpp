@@ -1,19 +1,21 @@
 #include "workbench/LogModel.h"
 
-#include <QColor>
-#include <algorithm>
-
-#include "ClientTexts.h"
 #include "Theme.h"
 #include "log/LogText.h"
 #include "workbench/ReadableBytes.h"
 
 namespace {
 
-constexpr int kFlushMs = 100;
-
 QString Escaped(const QString& text) {
     return QString::fromStdString(EscapedLogText(text));
+}
+
+QString PlaceOf(const LogRecord& record) {
+    return record.file.empty() ? QString()
+                               : QStringLiteral("%1:%2 %3")
+                                     .arg(QString::fromStdString(record.file))
+                                     .arg(record.line)
+                                     .arg(QString::fromStdString(record.function));
 }
 
 texts::EnText SeverityName(ZRLogType severity) {
@@ -25,128 +27,51 @@ texts::EnText SeverityName(ZRLogType severity) {
 
 }  // namespace
 
-CLogModel::CLogModel(QObject* parent) : QAbstractTableModel(parent) {
-    m_flushTimer.setSingleShot(true);
-    m_flushTimer.setInterval(kFlushMs);
-    connect(&m_flushTimer, &QTimer::timeout, this, &CLogModel::Flush);
-    theme::Keep(this, [this] {
-        if (!m_lines.empty()) {
-            Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1), {Qt::ForegroundRole});
-        }
-    });
-    texts::Keep(this, [this] {
-        Q_EMIT headerDataChanged(Qt::Horizontal, 0, ColumnCount - 1);
-        if (!m_lines.empty()) {
-            Q_EMIT dataChanged(index(0, Severity), index(rowCount() - 1, Severity));
-        }
-    });
+CLogModel::CLogModel(QObject* parent) : CEntryRows(kMaxLines, kMaxLines, parent) {
+    theme::Keep(this, [this] { ShowAnew(); });
+    texts::Keep(this, [this] { ShowAnew(); });
 }
 
-void CLogModel::Add(const LogEntry& entry) {
-    if (entry.number != 0 && entry.number <= m_nLast) {
-        return;
-    }
-    m_nLast = std::max(m_nLast, entry.number);
-    m_pending.push_back(entry);
-    if (m_pending.size() > size_t(kMaxLines)) {
-        m_pending.pop_front();
-    }
-    if (!m_bPaused && !m_flushTimer.isActive()) {
-        m_flushTimer.start();
-    }
-}
-
-void CLogModel::Flush() {
-    if (m_bPaused || m_pending.empty()) {
-        return;
-    }
-    const int surplus = std::min(rowCount(), rowCount() + int(m_pending.size()) - kMaxLines);
-    if (surplus > 0) {
-        beginRemoveRows(QModelIndex(), 0, surplus - 1);
-        m_lines.erase(m_lines.begin(), m_lines.begin() + surplus);
-        endRemoveRows();
-    }
-    beginInsertRows(QModelIndex(), rowCount(), rowCount() + int(m_pending.size()) - 1);
-    for (const LogEntry& entry : m_pending) {
-        const LogRecord& record = entry.record;
-        m_lines.push_back({entry.time.toLocalTime().toString(QStringLiteral("HH:mm:ss.zzz")), record.type,
-                           Escaped(QString::fromStdString(record.module)), Escaped(record.text),
-                           record.file.empty() ? QString()
-                                               : QStringLiteral("%1:%2 %3")
-                                                     .arg(QString::fromStdString(record.file))
-                                                     .arg(record.line)
-                                                     .arg(QString::fromStdString(record.function)),
-                           readable::FromLatin1(record.text).value_or(record.text)});
-    }
-    m_pending.clear();
-    endInsertRows();
-    Q_EMIT Changed();
-}
-
-void CLogModel::SetPaused(bool paused) {
-    m_bPaused = paused;
-    Flush();
-    Q_EMIT Changed();
-}
-
-void CLogModel::Clear() {
-    beginResetModel();
-    m_pending.clear();
-    m_lines.clear();
-    endResetModel();
-    Q_EMIT Changed();
-}
-
-ZRLogType CLogModel::SeverityAt(int row) const {
-    return m_lines[size_t(row)].severity;
-}
-
-const QString& CLogModel::TextAt(int row) const {
-    return m_lines[size_t(row)].text;
-}
-
-const QString& CLogModel::TagAt(int row) const {
-    return m_lines[size_t(row)].tag;
+LogRow CLogModel::Read(LogEntry entry) const {
+    const LogRecord& record = entry.record;
+    return {entry.time.toLocalTime().toString(QStringLiteral("HH:mm:ss.zzz")),
+            record.type,
+            Escaped(QString::fromStdString(record.module)),
+            Escaped(record.text),
+            PlaceOf(record),
+            readable::FromLatin1(record.text).value_or(record.text)};
 }
 
 // The host's own lines carry their area after this word; all other tags are those of modules.
 bool CLogModel::IsHostAt(int row) const {
-    return TagAt(row).startsWith(QLatin1String("Host."));
+    return At(row).tag.startsWith(QLatin1String("Host."));
 }
 
 QStringView CLogModel::AreaAt(int row) const {
-    const QStringView text(TextAt(row));
-    const int end = TextAt(row).indexOf(QLatin1Char(']'));
+    const QStringView text(At(row).text);
+    const int end = At(row).text.indexOf(QLatin1Char(']'));
     return text.startsWith(QLatin1Char('[')) && end > 0 ? text.mid(1, end - 1) : QStringView();
 }
 
-int CLogModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : int(m_lines.size());
+QString CLogModel::InFull(int row) const {
+    const LogRow& line = At(row);
+    const QString readable = Escaped(line.readable);
+    return line.place.isEmpty() ? readable : readable + QLatin1Char('\n') + line.place;
 }
 
-int CLogModel::columnCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : int(ColumnCount);
+bool CLogModel::Holds(int row, const QString& text) const {
+    const LogRow& line = At(row);
+    return line.text.contains(text, Qt::CaseInsensitive) || line.readable.contains(text, Qt::CaseInsensitive) ||
+           line.tag.contains(text, Qt::CaseInsensitive);
 }
 
-QVariant CLogModel::data(const QModelIndex& index, int role) const {
-    if (!index.isValid() || index.row() >= rowCount()) {
-        return QVariant();
-    }
-    const Line& line = m_lines[size_t(index.row())];
-    if (role == Qt::ForegroundRole) {
-        if (line.severity >= kZRLogError) {
-            return QColor(theme::kDown);
-        }
-        return QColor(index.column() == Text ? theme::kText : theme::kMuted);
-    }
-    if (role == Qt::ToolTipRole) {
-        const QString readable = Escaped(line.readable);
-        return line.place.isEmpty() ? readable : readable + QLatin1Char('\n') + line.place;
-    }
-    if (role != Qt::DisplayRole) {
-        return QVariant();
-    }
-    switch (index.column()) {
+std::vector<texts::EnText> CLogModel::Titles() const {
+    return {texts::kLogTime, texts::kLogSeverity, texts::kLogTag, texts::kLogText};
+}
+
+QString CLogModel::Cell(int row, int column) const {
+    const LogRow& line = At(row);
+    switch (column) {
         case Time:
             return line.time;
         case Severity:
@@ -156,16 +81,4 @@ QVariant CLogModel::data(const QModelIndex& index, int role) const {
         default:
             return line.text;
     }
-}
-
-QVariant CLogModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (orientation != Qt::Horizontal || section < 0 || section >= ColumnCount) {
-        return QVariant();
-    }
-    if (role == Qt::TextAlignmentRole) {
-        return int(Qt::AlignLeft | Qt::AlignVCenter);
-    }
-    constexpr texts::EnText kTitles[ColumnCount] = {texts::kLogTime, texts::kLogSeverity, texts::kLogTag,
-                                                    texts::kLogText};
-    return role == Qt::DisplayRole ? texts::Tr(kTitles[section]) : QVariant();
 }

@@ -1,14 +1,20 @@
 #pragma once
 
-#include <QAbstractTableModel>
-#include <QTimer>
-#include <deque>
-
 #include "log/FileLog.h"
+#include "workbench/EntryModel.h"
 
-/// The lines of the log view, the youngest 20,000. Lines are collected and shown a few times a second:
-/// ten thousand of them in one second must not hold up the window. Main thread.
-class CLogModel : public QAbstractTableModel {
+/// A line as the log view shows it.
+struct LogRow {
+    QString time;
+    ZRLogType severity;
+    QString tag;  // this and the text as shown: control characters are escaped
+    QString text;
+    QString place;     // source, line and function; empty where the writer names none
+    QString readable;  // unescaped; where the text's characters stand for bytes of UTF-8, what those say
+};
+
+/// The lines of the log view, the youngest 20,000. Main thread.
+class CLogModel final : public CEntryRows<LogEntry, LogRow> {
     Q_OBJECT
 
 public:
@@ -19,55 +25,22 @@ public:
     explicit CLogModel(QObject* parent = nullptr);
 
     /// Takes a line, unless a younger one of the same log is there; it is shown with the next batch.
-    void Add(const LogEntry& entry);
+    void Add(const LogEntry& entry) { Collect(entry); }
 
-    /// Whether all that was taken is shown.
-    bool IsSettled() const { return m_pending.empty(); }
-
-    /// Shows what was collected, unless paused.
-    void Flush();
-
-    /// While paused nothing moves; lines are still collected, within the bound.
-    void SetPaused(bool paused);
-    bool IsPaused() const { return m_bPaused; }
-
-    /// Forgets all lines, those not yet shown too.
-    void Clear();
-
-    ZRLogType SeverityAt(int row) const;
-    /// As shown: control characters are escaped.
-    const QString& TextAt(int row) const;
-    const QString& TagAt(int row) const;
-    /// The text as a person reads it, unescaped: where its characters stand for bytes of UTF-8, what those say.
-    const QString& ReadableAt(int row) const { return m_lines[size_t(row)].readable; }
-    /// Source, line and function; empty where the writer names none.
-    const QString& PlaceAt(int row) const { return m_lines[size_t(row)].place; }
+    const LogRow& At(int row) const { return RowAt(row); }
     /// The part of a module that wrote the line, as "AIChat" of "[AIChat] ..."; empty if the line names none.
     QStringView AreaAt(int row) const;
     bool IsHostAt(int row) const;
+    /// The line for a reader, with its place.
+    QString InFull(int row) const;
 
-    int rowCount(const QModelIndex& parent = QModelIndex()) const override;
-    int columnCount(const QModelIndex& parent = QModelIndex()) const override;
-    QVariant data(const QModelIndex& index, int role) const override;
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
-
-Q_SIGNALS:
-    /// The number of lines or the pause has changed.
-    void Changed();
+    bool Holds(int row, const QString& text) const override;
 
 private:
-    struct Line {
-        QString time;
-        ZRLogType severity;
-        QString tag;
-        QString text;
-        QString place;
-        QString readable;
-    };
-
-    std::deque<LogEntry> m_pending;
-    std::deque<Line> m_lines;
-    QTimer m_flushTimer;
-    uint64_t m_nLast = 0;
-    bool m_bPaused = false;
+    LogRow Read(LogEntry entry) const override;
+    std::vector<texts::EnText> Titles() const override;
+    QString Cell(int row, int column) const override;
+    QString ToolTip(int row, int /*column*/) const override { return InFull(row); }
+    bool IsBad(int row) const override { return At(row).severity >= kZRLogError; }
+    bool IsMuted(int column) const override { return column != Text; }
 };

@@ -9,7 +9,7 @@ namespace {
 using texts::Tr;
 
 FieldNode Node(const QString& name, const QString& value) {
-    return {name, value, false, {}};
+    return {name, value, {}, {}};
 }
 
 class CTrafficFormat : public ISeenFormat {
@@ -72,7 +72,7 @@ public:
         const auto& command = std::get<CommandSeen>(seen.what);
         const char* type = TypeOf(command);
         std::vector<FieldNode> fields = m_decoder.Decode(type ? type : "", command.body);
-        return type ? std::vector<FieldNode>{{QString::fromLatin1(type), QString(), false, std::move(fields)}} : fields;
+        return type ? std::vector<FieldNode>{{QString::fromLatin1(type), QString(), {}, std::move(fields)}} : fields;
     }
 
 private:
@@ -130,9 +130,7 @@ public:
 
     std::vector<FieldNode> Detail(const Seen& seen) const override {
         const auto& store = std::get<StoreSeen>(seen.what);
-        const auto text = readable::Utf8(store.value);
-        return {Node(Tr(texts::kKey), QString::fromStdString(store.key)),
-                {Tr(texts::kValue), text ? *text : readable::Hex(store.value), !text, {}}};
+        return {Node(Tr(texts::kKey), QString::fromStdString(store.key)), BytesField(Tr(texts::kValue), store.value)};
     }
 };
 

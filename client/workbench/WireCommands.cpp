@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "EntryScenes.h"
+#include "PremiumNumbers.h"
 #include "core/message_ids.h"
 
 namespace wire {
@@ -10,6 +11,12 @@ namespace wire {
 const std::vector<Command>& Commands() {
     static const std::vector<Command> commands{
         {20982, "GetChatEntry", "chat.GetChatEntryReq", "chat.GetChatEntryRsp", nullptr},
+        {kCommandPremiumAccess, "GetUiMsgAndPremiumAccess", "web_premium_access.GetUiMsgAndPremiumAccessReq",
+         "web_premium_access.GetUiMsgAndPremiumAccessRsp", nullptr},
+        {kCommandVipStatus, "GetAppEntryMessage", "vip_base_service.GetAppEntryMessageReq",
+         "vip_base_service.GetAppEntryMessageRsp", nullptr},
+        {kPushPremiumChange, "PremiumChangePush", nullptr, nullptr, "web_premium_access.PremiumChangePush"},
+        {kPushVipChange, "UserVipStateChangePush", nullptr, nullptr, "vip_base_service.UserVipStateChangePush"},
     };
     return commands;
 }
@@ -37,6 +44,12 @@ QString MessageName(unsigned int messageId) {
             return QStringLiteral("ThemeChanged");
         case kMsgAIChatEntriesChanged:
             return QStringLiteral("AIChatEntriesChanged");
+        case kMsgPremiumDataChanged:
+            return QStringLiteral("PremiumDataChanged");
+        case kMsgPremiumRequestAnswered:
+            return QStringLiteral("PremiumRequestAnswered");
+        case kMsgVipStatusChanged:
+            return QStringLiteral("VipStatusChanged");
         default:
             return QString();
     }

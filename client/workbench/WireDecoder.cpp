@@ -9,7 +9,6 @@
 
 #include "ClientTexts.h"
 #include "framework/HostLog.h"
-#include "workbench/ReadableBytes.h"
 
 namespace {
 
@@ -23,23 +22,12 @@ constexpr host::HostLog kLog("Workbench");
 
 std::vector<FieldNode> FieldsOf(const Message& message);
 
-FieldNode RawNode(texts::EnText title, const std::string& bytes) {
-    return {texts::Tr(title), readable::Hex(bytes), true, {}};
-}
-
-FieldNode BytesNode(const QString& name, const std::string& bytes) {
-    if (const auto text = readable::Utf8(bytes)) {
-        return {name, *text, false, {}};
-    }
-    return {name, readable::Hex(bytes), true, {}};
-}
-
 /// `index` is that of a repeated field's element; -1 for a field that is not repeated.
 FieldNode ValueNode(const Message& message, const FieldDescriptor& field, int index) {
     const Reflection& read = *message.GetReflection();
     const bool many = index >= 0;
     const QString name = QString::fromStdString(field.name()) + (many ? QStringLiteral("[%1]").arg(index) : QString());
-    const auto number = [&name](auto value) { return FieldNode{name, QString::number(value), false, {}}; };
+    const auto number = [&name](auto value) { return FieldNode{name, QString::number(value), {}, {}}; };
     switch (field.cpp_type()) {
         case FieldDescriptor::CPPTYPE_INT32:
             return number(many ? read.GetRepeatedInt32(message, &field, index) : read.GetInt32(message, &field));
@@ -58,41 +46,43 @@ FieldNode ValueNode(const Message& message, const FieldDescriptor& field, int in
                 double(many ? read.GetRepeatedFloat(message, &field, index) : read.GetFloat(message, &field)));
         case FieldDescriptor::CPPTYPE_BOOL: {
             const bool value = many ? read.GetRepeatedBool(message, &field, index) : read.GetBool(message, &field);
-            return {name, value ? QStringLiteral("true") : QStringLiteral("false"), false, {}};
+            return {name, value ? QStringLiteral("true") : QStringLiteral("false"), {}, {}};
         }
         case FieldDescriptor::CPPTYPE_ENUM: {
             const auto* value = many ? read.GetRepeatedEnum(message, &field, index) : read.GetEnum(message, &field);
             return {name,
                     QStringLiteral("%1 (%2)").arg(QString::fromStdString(value->name())).arg(value->number()),
-                    false,
+                    {},
                     {}};
         }
         case FieldDescriptor::CPPTYPE_STRING:
-            return BytesNode(name,
-                             many ? read.GetRepeatedString(message, &field, index) : read.GetString(message, &field));
+            return BytesField(name,
+                              many ? read.GetRepeatedString(message, &field, index) : read.GetString(message, &field));
         case FieldDescriptor::CPPTYPE_MESSAGE:
             return {
-                name, QString(), false,
+                name,
+                QString(),
+                {},
                 FieldsOf(many ? read.GetRepeatedMessage(message, &field, index) : read.GetMessage(message, &field))};
     }
-    return {name, QString(), false, {}};
+    return {name, QString(), {}, {}};
 }
 
 FieldNode UnknownNode(const UnknownField& field) {
     const QString name = QStringLiteral("#%1").arg(field.number());
     switch (field.type()) {
         case UnknownField::TYPE_VARINT:
-            return {name, QString::number(qulonglong(field.varint())), false, {}};
+            return {name, QString::number(qulonglong(field.varint())), {}, {}};
         case UnknownField::TYPE_FIXED32:
-            return {name, QString::number(field.fixed32()), false, {}};
+            return {name, QString::number(field.fixed32()), {}, {}};
         case UnknownField::TYPE_FIXED64:
-            return {name, QString::number(qulonglong(field.fixed64())), false, {}};
+            return {name, QString::number(qulonglong(field.fixed64())), {}, {}};
         case UnknownField::TYPE_LENGTH_DELIMITED:
-            return {name, readable::Hex(field.length_delimited()), true, {}};
+            return RawField(name, field.length_delimited());
         case UnknownField::TYPE_GROUP:
             break;
     }
-    FieldNode group{name, QString(), false, {}};
+    FieldNode group{name, QString(), {}, {}};
     for (int i = 0; i < field.group().field_count(); ++i) {
         group.children.push_back(UnknownNode(field.group().field(i)));
     }
@@ -146,16 +136,22 @@ bool CWireDecoder::Knows(const std::string& type) const {
     return m_schemas->pool.FindMessageTypeByName(type) != nullptr;
 }
 
+QString CWireDecoder::EnumName(const std::string& type, int number) const {
+    const auto* names = m_schemas->pool.FindEnumTypeByName(type);
+    const auto* value = names ? names->FindValueByNumber(number) : nullptr;
+    return value ? QString::fromStdString(value->name()) : QString();
+}
+
 std::vector<FieldNode> CWireDecoder::Decode(const std::string& type, const std::string& bytes) const {
     const Descriptor* descriptor = m_schemas->pool.FindMessageTypeByName(type);
     if (!descriptor) {
         return bytes.empty() ? std::vector<FieldNode>{}
-                             : std::vector<FieldNode>{RawNode(texts::kBytesWithoutSchema, bytes)};
+                             : std::vector<FieldNode>{RawField(texts::Tr(texts::kBytesWithoutSchema), bytes)};
     }
     const std::unique_ptr<Message> message(m_schemas->factory.GetPrototype(descriptor)->New());
     // A missing required field is for the reader to see, not a reason to show nothing.
     if (!message->ParsePartialFromString(bytes)) {
-        return {RawNode(texts::kBytesUndecodable, bytes)};
+        return {RawField(texts::Tr(texts::kBytesUndecodable), bytes)};
     }
     return FieldsOf(*message);
 }

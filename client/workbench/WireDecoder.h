@@ -17,6 +17,9 @@ public:
 
     bool Knows(const std::string& type) const;
 
+    /// The name that the schemas' enumeration gives a number; empty if it gives none.
+    QString EnumName(const std::string& type, int number) const;
+
     /// The fields that the bytes set, in order of number, then those that the schema does not know. Bytes that
     /// are no such message, and all bytes of a type that is unknown, come as one raw node.
     std::vector<FieldNode> Decode(const std::string& type, const std::string& bytes) const;

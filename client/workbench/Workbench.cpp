@@ -25,10 +25,13 @@
 #include "workbench/FaultPanel.h"
 #include "workbench/ScenePanel.h"
 #include "workbench/SeenView.h"
+#include "workbench/rights/RefreshBoard.h"
+#include "workbench/rights/RightsTab.h"
 
 namespace {
 
 constexpr int kTabMargin = 10;
+constexpr int kUsersInSight = 16;
 const QString kExportName = QStringLiteral("zrclient-workbench.json");
 
 struct LanguageChoice {
@@ -82,8 +85,8 @@ QLabel* NewTitle(texts::EnText text, const char* role, QWidget* parent) {
 
 }  // namespace
 
-CWorkbench::CWorkbench(CAIChatEntries& entries, IServerAsk& server, QWidget* parent)
-    : QDockWidget(parent),
+CWorkbench::CWorkbench(CAIChatEntries& entries, const CPremiumRights& rights, IServerAsk& server, QWidget* parent)
+    : QWidget(parent),
       m_entries(entries),
       m_pUser(NewCombo("WorkbenchUser", this)),
       m_pWho(new QLabel(this)),
@@ -96,6 +99,7 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, IServerAsk& server, QWidget* par
       m_pMarkets(new QLineEdit(this)),
       m_pMarketsNote(new QLabel(this)),
       m_pTabs(new QTabWidget(this)),
+      m_pBoard(new CRefreshBoard(this)),
       m_pTraffic(new CSeenView(NewTrafficFormat(m_decoder), this)),
       m_pLog(new CLogView(this)),
       m_pStore(new CSeenView(NewStoreFormat(), this)),
@@ -106,10 +110,6 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, IServerAsk& server, QWidget* par
       m_pExportPath(new QLineEdit(this)),
       m_pExportNote(new QLabel(this)) {
     setObjectName(QStringLiteral("Workbench"));
-    setFeatures(DockWidgetMovable);
-    texts::Keep(this, [this] { setWindowTitle(texts::Tr(texts::kWorkbench)); });
-    auto* content = new QWidget(this);
-    content->setObjectName(QStringLiteral("WorkbenchContent"));
     m_pTabs->setObjectName(QStringLiteral("WorkbenchTabs"));
     m_pTabs->setDocumentMode(true);
     const auto addTab = [this](QWidget* tab, texts::EnText title) {
@@ -118,18 +118,20 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, IServerAsk& server, QWidget* par
         texts::Keep(tab, [this, index, title] { m_pTabs->setTabText(index, texts::Tr(title)); });
     };
     addTab(NewSessionTab(), texts::kTabSession);
+    const auto setFault = [this](uint32_t command, const auto& fault, IServerAsk::Answered answered) {
+        m_pFaults->SetFault(command, fault, std::move(answered));
+    };
+    addTab(new CRightsTab(rights, *m_pBoard, m_decoder, server, setFault, this), texts::kTabRights);
     addTab(m_pTraffic, texts::kTabTraffic);
     addTab(m_pLog, texts::kLog);
     addTab(m_pStore, texts::kTabStore);
     addTab(m_pUrls, texts::kTabUrls);
     addTab(NewServerTab(), texts::kTabServer);
-    auto* layout = new QVBoxLayout(content);
-    layout->setContentsMargins(14, 6, 14, 12);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(10);
     layout->addWidget(m_pTabs, 1);
     layout->addWidget(NewExportRow());
-    setWidget(content);
-    setMinimumWidth(400);
     connect(&entries, &CAIChatEntries::Changed, this, &CWorkbench::ShowOverride);
     texts::Keep(this, [this] {
         ShowUserTexts();
@@ -236,6 +238,12 @@ void CWorkbench::Take(const Seen& seen) {
     m_pTraffic->Model().Add(seen);
     m_pStore->Model().Add(seen);
     m_pUrls->Model().Add(seen);
+    m_pBoard->Take(seen);
+}
+
+void CWorkbench::TakeLine(const LogEntry& entry) {
+    Log().Add(entry);
+    m_pBoard->TakeLine(entry);
 }
 
 bool CWorkbench::IsSettled() const {
@@ -245,6 +253,7 @@ bool CWorkbench::IsSettled() const {
 
 void CWorkbench::AddUserRow(QGridLayout* grid) {
     m_pWho->setObjectName(QStringLiteral("WorkbenchWho"));
+    m_pUser->setMaxVisibleItems(kUsersInSight);
     m_pWho->setTextFormat(Qt::PlainText);
     m_pWho->setProperty("role", QStringLiteral("muted"));
     m_pLogin->setObjectName(QStringLiteral("WorkbenchLogin"));

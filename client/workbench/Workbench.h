@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QDockWidget>
+#include <QWidget>
 
 #include "ServerControl.h"
 #include "observe/Seen.h"
@@ -11,6 +11,8 @@
 class CAIChatEntries;
 class CClockPanel;
 class CFaultPanel;
+class CPremiumRights;
+class CRefreshBoard;
 class CScenePanel;
 class CSeenView;
 class QComboBox;
@@ -20,14 +22,14 @@ class QLineEdit;
 class QPushButton;
 class QTabWidget;
 
-/// The dock for those who work on the modules: the switches of the session, how the AI chat entries stand and
-/// what the server will answer, all that goes through the contract, the log, and the server's faults and clock.
-/// `entries` and `server` must outlive it.
-class CWorkbench : public QDockWidget {
+/// The desk of those who work on the modules: the switches of the session, how the AI chat entries stand and
+/// what the server will answer, the user's rights and VIP status, all that goes through the contract, the log, and the
+/// server's faults and clock. `entries`, `rights` and `server` must outlive it.
+class CWorkbench : public QWidget {
     Q_OBJECT
 
 public:
-    CWorkbench(CAIChatEntries& entries, IServerAsk& server, QWidget* parent = nullptr);
+    CWorkbench(CAIChatEntries& entries, const CPremiumRights& rights, IServerAsk& server, QWidget* parent = nullptr);
 
     /// `current` is 0 if nobody is logged in. The choice in the list stays where it can.
     void ShowUsers(const std::vector<ServerUser>& users, quint64 current);
@@ -39,6 +41,8 @@ public:
 
     /// Takes what was seen; each view keeps what is its own.
     void Take(const Seen& seen);
+    /// Takes a line of the log, in the same way.
+    void TakeLine(const LogEntry& entry);
 
     /// What an export must not hold.
     CAliases& Aliases() { return m_aliases; }
@@ -90,6 +94,7 @@ private:
     QLabel* m_pMarketsNote;
     QTabWidget* m_pTabs;
     CWireDecoder m_decoder;
+    CRefreshBoard* m_pBoard;
     CSeenView* m_pTraffic;
     CLogView* m_pLog;
     CSeenView* m_pStore;

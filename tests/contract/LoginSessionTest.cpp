@@ -64,6 +64,18 @@ protected:
         return frame;
     }
 
+    /// Logs `user` in as the login of that number, with that word of the trade module.
+    void LogInWithTrade(uint64_t user, int number, std::optional<bool> trade) {
+        session.Login(user, "device", 5);
+        AwaitLogin(number);
+        channel::Frame frame = Accept(user, 900);
+        if (trade) {
+            frame.mutable_login_answer()->set_trade_answer(*trade);
+        }
+        server.SendToAll(frame);
+        EXPECT_TRUE(WaitUntil([&] { return session.UserId() == user; }));
+    }
+
     bool WaitForNotes(size_t count) {
         return WaitUntil([&] { return notes.size() >= count; });
     }
@@ -228,6 +240,66 @@ TEST_F(LoginSessionTest, ALanguageThatChangedSinceIsToldAtTheNextReconnect) {
     ASSERT_TRUE(server.Listen());
 
     EXPECT_EQ(AwaitLogin(2).language(), 0);
+}
+
+TEST_F(LoginSessionTest, ALanguageThatChangedIsToldAtOnceAndWithNothingElse) {
+    Open(client);
+    LogIn(7, 1);
+
+    session.SetLanguage(0);
+
+    ASSERT_TRUE(WaitUntil([this] { return server.Frames().size() == 2; }));
+    const channel::Frame& frame = server.Frames()[1].frame;
+    EXPECT_EQ(frame.kind(), channel::Frame::LANGUAGE);
+    EXPECT_TRUE(frame.login().has_language());
+    EXPECT_EQ(frame.login().language(), 0);
+    EXPECT_FALSE(frame.login().has_user_id());
+}
+
+TEST_F(LoginSessionTest, ALanguageThatChangedAheadOfTheLoginIsToldToo) {
+    Open(client);
+
+    session.SetLanguage(7);
+
+    ASSERT_TRUE(WaitUntil([this] { return server.Frames().size() == 1; }));
+    EXPECT_EQ(server.Frames()[0].frame.kind(), channel::Frame::LANGUAGE);
+    EXPECT_EQ(server.Frames()[0].frame.login().language(), 7);
+    EXPECT_EQ(session.WantedUserId(), 0u);
+}
+
+TEST_F(LoginSessionTest, TheTradeModulesAnswerIsTheUsersAndGoneAtTheLogout) {
+    Open(client);
+    EXPECT_EQ(session.TradeAnswer(), std::nullopt);
+    LogInWithTrade(7, 1, true);
+    EXPECT_EQ(session.TradeAnswer(), std::make_optional(true));
+
+    LogInWithTrade(8, 2, false);
+    EXPECT_EQ(session.TradeAnswer(), std::make_optional(false));
+    session.Logout();
+
+    EXPECT_EQ(session.TradeAnswer(), std::nullopt);
+}
+
+TEST_F(LoginSessionTest, AUserForWhomTheServerSaysNothingOfTheTradeModuleHasNoAnswer) {
+    Open(client);
+    LogInWithTrade(7, 1, true);
+    LogInWithTrade(8, 2, std::nullopt);
+
+    EXPECT_EQ(session.TradeAnswer(), std::nullopt);
+}
+
+TEST_F(LoginSessionTest, AReconnectBringsTheTradeModulesAnswerOfTheMoment) {
+    Open(client);
+    LogInWithTrade(7, 1, true);
+    server.Close();
+    ASSERT_TRUE(server.Listen());
+    AwaitLogin(2);
+    EXPECT_EQ(session.TradeAnswer(), std::make_optional(true));
+
+    server.SendToAll(Accept(7, 901));
+
+    ASSERT_TRUE(WaitForNotes(2));
+    EXPECT_EQ(session.TradeAnswer(), std::nullopt);
 }
 
 }  // namespace

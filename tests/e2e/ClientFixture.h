@@ -4,6 +4,8 @@
 
 #include <QAbstractButton>
 #include <QFile>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QTemporaryDir>
 #include <memory>
 #include <set>
@@ -11,6 +13,8 @@
 #include "Composition.h"
 #include "MainWindow.h"
 #include "ServerHands.h"
+#include "Theme.h"
+#include "support/RealTime.h"
 
 /// A client with its window, the module mapped from the build and a server of its own. Each case is a process
 /// of its own, since the module's managers live as long as the process.
@@ -38,8 +42,8 @@ protected:
         return file.fileName();
     }
 
-    /// Starts all of it; `WaitForLogin` waits until the first user is in.
-    void Start() {
+    /// Makes the client and its window, and shows and starts nothing of it.
+    void Make() {
         client = std::make_unique<CComposition>(options);
         QObject::connect(&client->Server(), &CServerProcess::Ready, &watcher, [this](const ServerEndpoint& endpoint) {
             server = std::make_unique<CServerHands>(endpoint.controlPort, endpoint.token);
@@ -51,15 +55,29 @@ protected:
             client->Bus().Bind(
                 message, [this](unsigned int id, auto, auto) { messages.push_back(id); }, &watcher);
         }
+        theme::Install();
+        theme::SetLanguage(client->LanguageId());
         window = std::make_unique<CMainWindow>(*client);
+        QObject::connect(window.get(), &CMainWindow::Appeared, client.get(), &CComposition::Start);
+        QObject::connect(window.get(), &CMainWindow::Completed, &watcher, [this] { isComplete = true; });
+    }
+
+    /// Shows the window, and is back when all of it is there.
+    void Show() {
         window->show();
-        client->Start();
+        ASSERT_TRUE(WaitInRealTime([this] { return isComplete; }));
+    }
+
+    /// Starts all of it, as main does; StartAndLogIn waits until the first user is in.
+    void Start() {
+        Make();
+        Show();
     }
 
     void StartAndLogIn() {
         Start();
-        ASSERT_TRUE(WaitUntil([this] { return client->UserId() == 501; }));
-        ASSERT_TRUE(WaitUntil([this] { return OpenEntries() == std::set<int>({1, 4}); }));
+        ASSERT_TRUE(WaitInRealTime([this] { return client->UserId() == 501; }));
+        ASSERT_TRUE(WaitInRealTime([this] { return OpenEntries() == std::set<int>({1, 4}); }));
     }
 
     void End() {
@@ -79,6 +97,33 @@ protected:
         return open;
     }
 
+    /// What the store's file holds for the installation, read over a connection of its own; "nothing" if it has
+    /// no such value, or is not there yet.
+    std::string StoredValue(const char* key) const {
+        std::string value = "nothing";
+        const QString reader = QStringLiteral("reader");
+        {
+            QSqlDatabase file = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), reader);
+            file.setDatabaseName(options.dataDir + QStringLiteral("/client.sqlite"));
+            file.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
+            QSqlQuery query(file);
+            if (file.open() &&
+                query.prepare(QStringLiteral("SELECT value FROM config WHERE owner = 'app' AND key = ?"))) {
+                query.addBindValue(QString::fromLatin1(key));
+                if (query.exec() && query.next()) {
+                    value = query.value(0).toByteArray().toStdString();
+                }
+            }
+        }
+        QSqlDatabase::removeDatabase(reader);
+        return value;
+    }
+
+    template <class Widget>
+    Widget* Child(const char* name) const {
+        return window->findChild<Widget*>(QString::fromLatin1(name));
+    }
+
     int CountOf(unsigned int message) const { return int(std::count(messages.begin(), messages.end(), message)); }
 
     bool StatusSaid(const std::string& words) const {
@@ -93,6 +138,7 @@ protected:
     std::vector<std::string> statuses;
     std::unique_ptr<CServerHands> server;
     quint16 channelPort = 0;
+    bool isComplete = false;
     std::unique_ptr<CComposition> client;
     std::unique_ptr<CMainWindow> window;
 };

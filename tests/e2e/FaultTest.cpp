@@ -18,7 +18,7 @@ protected:
     /// Whatever went wrong before, the next login is served.
     void ExpectTheNextLoginIsServed() {
         client->Login(502);
-        EXPECT_TRUE(WaitUntil([this] { return OpenEntries() == std::set<int>({2}); }));
+        EXPECT_TRUE(WaitInRealTime([this] { return OpenEntries() == std::set<int>({2}); }));
     }
 };
 
@@ -34,7 +34,7 @@ TEST_P(RefusedReplyTest, LeavesTheEntriesOfTheNewLoginClosedAndTellsNobody) {
 
     client->Login(501);
 
-    EXPECT_TRUE(WaitUntil([this] { return Asked() == 2 && OpenEntries().empty(); }));
+    EXPECT_TRUE(WaitInRealTime([this] { return Asked() == 2 && OpenEntries().empty(); }));
     ExpectTheNextLoginIsServed();
     // told of the first answer and of the last
     EXPECT_EQ(CountOf(20300), 2);
@@ -54,7 +54,7 @@ TEST_F(FaultTest, ADuplicateReplyIsToldOnce) {
 
     client->Login(501);
 
-    EXPECT_TRUE(WaitUntil([this] { return CountOf(20300) == 2; }));
+    EXPECT_TRUE(WaitInRealTime([this] { return CountOf(20300) == 2; }));
     ExpectTheNextLoginIsServed();
     EXPECT_EQ(CountOf(20300), 3);
 }
@@ -63,21 +63,21 @@ TEST_F(FaultTest, ALateReplyOpensTheEntriesWhenItComes) {
     NextReply(R"({"delayMs":300,"times":1})");
 
     client->Login(501);
-    EXPECT_TRUE(WaitUntil([this] { return Asked() == 2; }));
+    EXPECT_TRUE(WaitInRealTime([this] { return Asked() == 2; }));
     EXPECT_THAT(OpenEntries(), IsEmpty());
 
-    EXPECT_TRUE(WaitUntil([this] { return OpenEntries() == std::set<int>({1, 4}); }));
+    EXPECT_TRUE(WaitInRealTime([this] { return OpenEntries() == std::set<int>({1, 4}); }));
 }
 
 TEST_F(FaultTest, AReplyOfTheLastUserThatComesAfterTheNextUsersOneStands) {
     NextReply(R"({"delayMs":300,"times":1})");
     client->Login(501);
-    ASSERT_TRUE(WaitUntil([this] { return Asked() == 2; }));
+    ASSERT_TRUE(WaitInRealTime([this] { return Asked() == 2; }));
 
     client->Login(502);
 
-    EXPECT_TRUE(WaitUntil([this] { return OpenEntries() == std::set<int>({2}); }));
-    EXPECT_TRUE(WaitUntil([this] { return CountOf(20300) == 3; }));
+    EXPECT_TRUE(WaitInRealTime([this] { return OpenEntries() == std::set<int>({2}); }));
+    EXPECT_TRUE(WaitInRealTime([this] { return CountOf(20300) == 3; }));
     // The module takes answers as they come and does not ask whose they are.
     EXPECT_EQ(OpenEntries(), std::set<int>({1, 4}));
 }
@@ -86,7 +86,7 @@ TEST_F(FaultTest, AConnectionThatIsCutInPlaceOfAReplyComesBackAndTheUserIsStillI
     NextReply(R"({"drop":true,"times":1})");
     client->Login(502);
 
-    EXPECT_TRUE(WaitUntil([this] { return Asked() == 2 && CountOf(10650) == 3; }));
+    EXPECT_TRUE(WaitInRealTime([this] { return Asked() == 2 && CountOf(10650) == 3; }));
     EXPECT_EQ(client->UserId(), 502u);
     EXPECT_THAT(OpenEntries(), IsEmpty());
     ExpectTheNextLoginIsServed();
@@ -97,10 +97,10 @@ TEST_F(FaultTest, AServerThatStopsForAWhileLosesNothing) {
 
     ASSERT_EQ(kill(process, SIGSTOP), 0);
     client->Login(502);
-    EXPECT_TRUE(WaitUntil([this] { return OpenEntries().empty() || client->UserId() == 0; }));
+    EXPECT_TRUE(WaitInRealTime([this] { return OpenEntries().empty() || client->UserId() == 0; }));
     ASSERT_EQ(kill(process, SIGCONT), 0);
 
-    EXPECT_TRUE(WaitUntil([this] { return OpenEntries() == std::set<int>({2}); }));
+    EXPECT_TRUE(WaitInRealTime([this] { return OpenEntries() == std::set<int>({2}); }));
 }
 
 }  // namespace

@@ -33,7 +33,7 @@ TEST_F(LifecycleTest, AModuleSeesItsLifeInOrderAndTheStateThatItIsToldOf) {
     StartAndLogIn();
     client->SetLanguage(0);
     client->Login(502);
-    ASSERT_TRUE(WaitUntil([this] { return client->UserId() == 502; }));
+    ASSERT_TRUE(WaitInRealTime([this] { return client->UserId() == 502; }));
 
     End();
 
@@ -56,7 +56,7 @@ TEST_F(LifecycleTest, AReconnectTellsOfTheChannelAndNotOfALogin) {
 
     server->Post("/v1/drop", "{}");
 
-    ASSERT_TRUE(WaitUntil([this] { return CountOf(10650) == 2; }));
+    ASSERT_TRUE(WaitInRealTime([this] { return CountOf(10650) == 2; }));
     EXPECT_THAT(Record(), ElementsAre("OnInit user=0 language=2", "OnLogin user=501 language=2",
                                       "10650 user=501 language=2", "10650 user=501 language=2"));
 }
@@ -67,10 +67,10 @@ TEST_F(LifecycleTest, ServerTimeFollowsTheServersClock) {
 
     server->Put("/v1/clock", R"({"offsetMs":86400000})");
 
-    EXPECT_TRUE(WaitUntil([&] { return core::time_date::GetSvrTimeStamp() >= before + 86400; }));
+    EXPECT_TRUE(WaitInRealTime([&] { return core::time_date::GetSvrTimeStamp() >= before + 86400; }));
     // and is known at a login as well
     client->Login(502);
-    EXPECT_TRUE(WaitUntil([this] { return client->UserId() == 502; }));
+    EXPECT_TRUE(WaitInRealTime([this] { return client->UserId() == 502; }));
     EXPECT_GE(core::time_date::GetSvrTimeStamp(), before + 86400);
 }
 
@@ -79,7 +79,7 @@ TEST_F(LifecycleTest, TheUserOfTheCommandLineIsLoggedIn) {
 
     Start();
 
-    EXPECT_TRUE(WaitUntil([this] { return client->UserId() == 502; }));
+    EXPECT_TRUE(WaitInRealTime([this] { return client->UserId() == 502; }));
 }
 
 struct FailingEntry {
@@ -119,7 +119,7 @@ TEST_F(ClientTest, AStoreThatCantBeOpenedIsInTheLogFromTheStart) {
     ASSERT_TRUE(QDir().mkpath(options.dataDir + QStringLiteral("/client.sqlite")));
 
     Start();
-    ASSERT_TRUE(WaitUntil([this] { return client->UserId() == 501; }));
+    ASSERT_TRUE(WaitInRealTime([this] { return client->UserId() == 501; }));
     End();
 
     QFile log(options.dataDir + QStringLiteral("/client.log"));

@@ -1,5 +1,3 @@
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QTcpServer>
 #include <csignal>
 
@@ -14,18 +12,6 @@ namespace {
 
 using LoginTest = ClientTest;
 
-/// What the file holds for the installation, read over a connection of its own.
-std::string StoredValue(const QString& dataDir, const QString& key) {
-    QSqlDatabase file = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("reader"));
-    file.setDatabaseName(dataDir + QStringLiteral("/client.sqlite"));
-    EXPECT_TRUE(file.open());
-    QSqlQuery query(file);
-    query.prepare(QStringLiteral("SELECT value FROM config WHERE owner = 'app' AND key = ?"));
-    query.addBindValue(key);
-    EXPECT_TRUE(query.exec());
-    return query.next() ? query.value(0).toByteArray().toStdString() : "nothing";
-}
-
 TEST_F(LoginTest, TheExchangeRunsFromTheServerToTheEntriesAndTheFile) {
     StartAndLogIn();
 
@@ -36,7 +22,7 @@ TEST_F(LoginTest, TheExchangeRunsFromTheServerToTheEntriesAndTheFile) {
     EXPECT_EQ(requests[0]["bodyHex"].asString(), "");
     // told the client, and the answer is in the file
     EXPECT_EQ(CountOf(20300), 1);
-    EXPECT_EQ(StoredValue(options.dataDir, QStringLiteral("ZRBaseAIChatEnableCacheDataKey_501")), "[\n\t1,\n\t4\n]\n");
+    EXPECT_EQ(StoredValue("ZRBaseAIChatEnableCacheDataKey_501"), "[\n\t1,\n\t4\n]\n");
     // and the host knows what the server said at the login
     EXPECT_EQ(core::login_status_data::Login_GetUserID(), 501u);
     EXPECT_NE(core::login_status_data::GetSessionId(), 0u);
@@ -55,7 +41,7 @@ TEST_F(LoginTest, AnotherUserBringsOtherScenes) {
 
     client->Login(502);
 
-    EXPECT_TRUE(WaitUntil([this] { return OpenEntries() == std::set<int>({2}); }));
+    EXPECT_TRUE(WaitInRealTime([this] { return OpenEntries() == std::set<int>({2}); }));
     EXPECT_EQ(client->UserId(), 502u);
     EXPECT_THAT(server->Requests(20982), SizeIs(2));
     EXPECT_EQ(CountOf(10650), 2);
@@ -68,7 +54,7 @@ TEST_F(LoginTest, TheSameUserAgainIsAskedForAgain) {
     EXPECT_EQ(core::login_status_data::Login_GetUserID(), 0u);
     client->Login(501);
 
-    EXPECT_TRUE(WaitUntil([this] { return CountOf(20300) == 2; }));
+    EXPECT_TRUE(WaitInRealTime([this] { return CountOf(20300) == 2; }));
     EXPECT_EQ(OpenEntries(), std::set<int>({1, 4}));
     EXPECT_THAT(server->Requests(20982), SizeIs(2));
 }
@@ -78,7 +64,7 @@ TEST_F(LoginTest, ARefusedLoginIsSaidInTheStatusLineAndLeavesNobodyLoggedIn) {
 
     client->Login(503);
 
-    EXPECT_TRUE(WaitUntil([this] { return StatusSaid("the account is closed"); }));
+    EXPECT_TRUE(WaitInRealTime([this] { return StatusSaid("the account is closed"); }));
     EXPECT_EQ(client->UserId(), 0u);
 }
 
@@ -88,7 +74,7 @@ TEST_F(LoginTest, TheServersNextAnswerCountsAtTheNextLogin) {
 
     client->Login(501);
 
-    EXPECT_TRUE(WaitUntil([this] { return OpenEntries() == std::set<int>({3}); }));
+    EXPECT_TRUE(WaitInRealTime([this] { return OpenEntries() == std::set<int>({3}); }));
 }
 
 TEST_F(LoginTest, AGarbledReplyLeavesTheEntriesClosedAndTheClientRunning) {
@@ -97,7 +83,7 @@ TEST_F(LoginTest, AGarbledReplyLeavesTheEntriesClosedAndTheClientRunning) {
 
     client->Login(501);
 
-    EXPECT_TRUE(WaitUntil([this] { return server->Requests(20982).size() == 2 && OpenEntries().empty(); }));
+    EXPECT_TRUE(WaitInRealTime([this] { return server->Requests(20982).size() == 2 && OpenEntries().empty(); }));
     EXPECT_EQ(CountOf(20300), 1);
 }
 
@@ -107,7 +93,7 @@ TEST_F(LoginTest, AChangedConfigurationIsToldWhenItIsThere) {
 
     server->Put("/v1/config/ai_chat", R"({"url_string":"https://other.example/"})");
 
-    EXPECT_TRUE(WaitUntil([&] { return CountOf(10250) == before + 1; }));
+    EXPECT_TRUE(WaitInRealTime([&] { return CountOf(10250) == before + 1; }));
     EXPECT_EQ(core::config_common::GetJsonConfigByName("ai_chat")["url_string"].asString(), "https://other.example/");
 }
 
@@ -127,10 +113,10 @@ TEST_F(LoginTest, AServerThatDiesIsSaidAndTheClientIsBackWithoutASecondLogin) {
 
     ASSERT_EQ(kill(pid_t(process), SIGKILL), 0);
 
-    EXPECT_TRUE(WaitUntil([this] { return !client->IsConnected(); }));
+    EXPECT_TRUE(WaitInRealTime([this] { return !client->IsConnected(); }));
     EXPECT_EQ(OpenEntries(), std::set<int>({1, 4}));
     // the channel is told anew, the modules are not logged in a second time
-    EXPECT_TRUE(WaitUntil([this] { return CountOf(10650) == 2; }));
+    EXPECT_TRUE(WaitInRealTime([this] { return CountOf(10650) == 2; }));
     EXPECT_NE(client->Server().ProcessId(), process);
     EXPECT_EQ(client->UserId(), 501u);
     EXPECT_THAT(server->Requests(20982), IsEmpty());
@@ -141,11 +127,11 @@ TEST_F(LoginTest, APortThatSomebodyElseTookIsSaidAndTriedAgain) {
     QTcpServer other;
 
     ASSERT_EQ(kill(pid_t(client->Server().ProcessId()), SIGKILL), 0);
-    ASSERT_TRUE(WaitUntil([&] { return other.listen(QHostAddress::LocalHost, channelPort); }));
+    ASSERT_TRUE(WaitInRealTime([&] { return other.listen(QHostAddress::LocalHost, channelPort); }));
 
-    EXPECT_TRUE(WaitUntil([this] { return StatusSaid("in use"); }));
+    EXPECT_TRUE(WaitInRealTime([this] { return StatusSaid("in use"); }));
     other.close();
-    EXPECT_TRUE(WaitUntil([this] { return CountOf(10650) == 2; }));
+    EXPECT_TRUE(WaitInRealTime([this] { return CountOf(10650) == 2; }));
 }
 
 TEST_F(LoginTest, ADroppedConnectionComesBack) {
@@ -153,7 +139,7 @@ TEST_F(LoginTest, ADroppedConnectionComesBack) {
 
     server->Post("/v1/drop", "{}");
 
-    EXPECT_TRUE(WaitUntil([this] { return CountOf(10650) == 2; }));
+    EXPECT_TRUE(WaitInRealTime([this] { return CountOf(10650) == 2; }));
     EXPECT_EQ(client->UserId(), 501u);
 }
 
@@ -163,7 +149,7 @@ TEST_F(LoginTest, AModuleThatIsNotThereIsSaidInTheWindowAndTheClientGoesOn) {
 
     Start();
 
-    EXPECT_TRUE(WaitUntil([this] { return client->UserId() == 501; }));
+    EXPECT_TRUE(WaitInRealTime([this] { return client->UserId() == 501; }));
     ASSERT_THAT(client->ModuleFailures(), SizeIs(1));
     EXPECT_THAT(client->ModuleFailures()[0].toStdString(), HasSubstr("libabsent.so"));
     const auto* banner = window->findChild<QWidget*>(QStringLiteral("ModuleBanner"));
@@ -177,7 +163,7 @@ TEST_F(LoginTest, AServerThatIsAwayIsSaidAndTheWindowStands) {
 
     Start();
 
-    EXPECT_TRUE(WaitUntil([this] { return StatusSaid("does not answer"); }));
+    EXPECT_TRUE(WaitInRealTime([this] { return StatusSaid("does not answer"); }));
     EXPECT_TRUE(window->isVisible());
 }
 

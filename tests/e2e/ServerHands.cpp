@@ -2,30 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
-#include <QElapsedTimer>
-#include <QEventLoop>
 #include <QNetworkReply>
 #include <QNetworkRequest>
-#include <QTimer>
 #include <memory>
 
 #include "framework/JsonText.h"
-
-bool WaitUntil(const std::function<bool()>& condition, int boundMs) {
-    QElapsedTimer clock;
-    clock.start();
-    QTimer tick;
-    tick.start(10);
-    while (!condition()) {
-        if (clock.elapsed() > boundMs) {
-            return false;
-        }
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
-    return true;
-}
+#include "support/RealTime.h"
 
 CServerHands::CServerHands(quint16 controlPort, QByteArray token)
     : m_address(QStringLiteral("http://127.0.0.1:%1").arg(controlPort)), m_token(std::move(token)) {}
@@ -38,7 +20,7 @@ Json::Value CServerHands::Ask(const char* verb, const std::string& path, const s
     request.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/json"));
     const std::unique_ptr<QNetworkReply> reply(
         m_network.sendCustomRequest(request, verb, QByteArray::fromStdString(json)));
-    EXPECT_TRUE(WaitUntil([&reply] { return reply->isFinished(); })) << verb << " " << path;
+    EXPECT_TRUE(WaitInRealTime([&reply] { return reply->isFinished(); })) << verb << " " << path;
     const std::string body = reply->readAll().toStdString();
     EXPECT_EQ(reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(), 200)
         << verb << " " << path << ": " << body;

@@ -5,12 +5,8 @@
 #include <QByteArray>
 #include <QNetworkAccessManager>
 #include <QUrl>
-#include <functional>
 #include <string>
 #include <vector>
-
-/// Waits on the event loop until `condition` holds; false if it does not within `boundMs`.
-bool WaitUntil(const std::function<bool()>& condition, int boundMs = 15'000);
 
 /// The control interface of the server under test: what an operator would do to it.
 class CServerHands {

@@ -8,6 +8,7 @@
 #include "ClientFixture.h"
 #include "core/attr_market.h"
 #include "core/urlhandler.h"
+#include "workbench/FaultPanel.h"
 #include "workbench/Workbench.h"
 
 using namespace ::testing;
@@ -16,15 +17,20 @@ namespace {
 
 class WorkbenchOnServerTest : public ClientTest {
 protected:
-    template <class Widget>
-    Widget* Child(const char* name) {
-        return window->findChild<Widget*>(QString::fromLatin1(name));
-    }
-
     int RowWith(const char* table, int column, const QString& text) {
         const QAbstractItemModel* model = Child<QTableView>(table)->model();
         for (int row = 0; row < model->rowCount(); ++row) {
             if (model->index(row, column).data().toString() == text) {
+                return row;
+            }
+        }
+        return -1;
+    }
+
+    int ReplyRow(const QString& command) {
+        const QAbstractItemModel* model = Child<QTableView>("TrafficTable")->model();
+        for (int row = 0; row < model->rowCount(); ++row) {
+            if (model->index(row, 1).data() == QStringLiteral("Reply") && model->index(row, 2).data() == command) {
                 return row;
             }
         }
@@ -35,14 +41,14 @@ protected:
 TEST_F(WorkbenchOnServerTest, TheReplyIsSeenAndDecoded) {
     StartAndLogIn();
 
-    ASSERT_TRUE(WaitUntil([this] { return RowWith("TrafficTable", 1, QStringLiteral("Reply")) >= 0; }));
-    Child<QTableView>("TrafficTable")->selectRow(RowWith("TrafficTable", 1, QStringLiteral("Reply")));
+    ASSERT_TRUE(WaitInRealTime([this] { return ReplyRow(QStringLiteral("20982")) >= 0; }));
+    Child<QTableView>("TrafficTable")->selectRow(ReplyRow(QStringLiteral("20982")));
 
     EXPECT_THAT(
         Child<QTreeWidget>("TrafficDetail")->findItems(QStringLiteral("scene"), Qt::MatchExactly | Qt::MatchRecursive),
         SizeIs(3));
     // what the module keeps is seen too, and what was read before there was a window
-    EXPECT_TRUE(WaitUntil(
+    EXPECT_TRUE(WaitInRealTime(
         [this] { return RowWith("StoreTable", 3, QStringLiteral("ZRBaseAIChatEnableCacheDataKey_501")) >= 0; }));
     EXPECT_GE(RowWith("StoreTable", 3, QStringLiteral("Host_DeviceId")), 0);
 }
@@ -50,37 +56,94 @@ TEST_F(WorkbenchOnServerTest, TheReplyIsSeenAndDecoded) {
 TEST_F(WorkbenchOnServerTest, ScenesSavedToTheServerCountAtTheNextLogin) {
     StartAndLogIn();
     auto* scenes = Child<QTableWidget>("SceneTable");
-    ASSERT_TRUE(WaitUntil([&] { return scenes->rowCount() == 3; }));
+    ASSERT_TRUE(WaitInRealTime([&] { return scenes->rowCount() == 3; }));
 
     scenes->item(0, 1)->setCheckState(Qt::Unchecked);
     scenes->item(2, 1)->setCheckState(Qt::Checked);
     Child<QPushButton>("SceneSave")->click();
-    ASSERT_TRUE(WaitUntil([this] { return !Child<QLabel>("SceneMessage")->text().isEmpty(); }));
+    ASSERT_TRUE(WaitInRealTime([this] { return !Child<QLabel>("SceneMessage")->text().isEmpty(); }));
     client->Login(501);
 
-    EXPECT_TRUE(WaitUntil([this] { return OpenEntries() == std::set<int>({4, 5}); }));
+    EXPECT_TRUE(WaitInRealTime([this] { return OpenEntries() == std::set<int>({4, 5}); }));
 }
 
 TEST_F(WorkbenchOnServerTest, AFaultFailsTheNextRequest) {
     StartAndLogIn();
 
     Child<QPushButton>("FaultSet")->click();
-    ASSERT_TRUE(WaitUntil([this] { return Child<QLabel>("FaultsInForce")->text().contains(QStringLiteral("20982")); }));
+    ASSERT_TRUE(
+        WaitInRealTime([this] { return Child<QLabel>("FaultsInForce")->text().contains(QStringLiteral("20982")); }));
     client->Login(501);
 
-    EXPECT_TRUE(WaitUntil([this] { return RowWith("TrafficTable", 1, QStringLiteral("Failed")) >= 0; }));
+    EXPECT_TRUE(WaitInRealTime([this] { return RowWith("TrafficTable", 1, QStringLiteral("Failed")) >= 0; }));
 }
+
+struct PanelFault {
+    const char* name;
+    CFaultPanel::EnFault fault;
+    const char* member;  // of the fault that the server has then
+    std::set<int> open;  // entries, once the login with the fault is through
+    int answersTold;     // of the login with the fault
+    int connectionsTold;
+};
+
+class PanelFaultTest : public WorkbenchOnServerTest, public WithParamInterface<PanelFault> {
+protected:
+    void SetFault(CFaultPanel::EnFault fault, const char* member) {
+        auto* kind = Child<QComboBox>("FaultKind");
+        kind->setCurrentIndex(kind->findData(int(fault)));
+        Child<QPushButton>("FaultSet")->click();
+        ASSERT_TRUE(WaitInRealTime(
+            [&] { return Child<QLabel>("FaultsInForce")->text().contains(QString::fromLatin1(member)); }));
+    }
+};
+
+TEST_P(PanelFaultTest, TheClientGoesOnWithTheLastGoodData) {
+    const char* cache = "ZRBaseAIChatEnableCacheDataKey_501";
+    StartAndLogIn();
+    const std::string good = StoredValue(cache);
+    ASSERT_EQ(good, "[\n\t1,\n\t4\n]\n");
+    SetFault(GetParam().fault, GetParam().member);
+
+    client->Login(501);
+
+    EXPECT_TRUE(WaitInRealTime([this] {
+        return server->Requests(20982).size() == 2 && OpenEntries() == GetParam().open &&
+               CountOf(20300) == 1 + GetParam().answersTold && CountOf(10650) == 1 + GetParam().connectionsTold;
+    }));
+    EXPECT_EQ(client->UserId(), 501u);
+    EXPECT_EQ(StoredValue(cache), good);
+    client->Login(502);
+    EXPECT_TRUE(WaitInRealTime([this] { return OpenEntries() == std::set<int>({2}); }));
+    EXPECT_EQ(CountOf(20300), 2 + GetParam().answersTold);
+}
+
+using EnFault = CFaultPanel::EnFault;
+
+INSTANTIATE_TEST_SUITE_P(Faults, PanelFaultTest,
+                         Values(PanelFault{"Frame", EnFault::Frame, "frameHex", {}, 0, 1},
+                                PanelFault{"Copies", EnFault::Copies, "copies", {1, 4}, 1, 1},
+                                PanelFault{"Cut", EnFault::Drop, "drop", {}, 0, 2}),
+                         [](const auto& row) { return row.param.name; });
 
 TEST_F(WorkbenchOnServerTest, ASessionThatCameWithAReconnectIsKeptOutOfExportsToo) {
     StartAndLogIn();
     const uint64_t first = client->SessionId();
 
     Child<QPushButton>("FaultDrop")->click();
-    ASSERT_TRUE(WaitUntil([&] { return client->SessionId() != first; }));
+    ASSERT_TRUE(WaitInRealTime([&] { return client->SessionId() != first; }));
 
     const CAliases& aliases = Child<CWorkbench>("Workbench")->Aliases();
     EXPECT_EQ(aliases.Redacted(QString::number(first)), QStringLiteral("session-1"));
     EXPECT_EQ(aliases.Redacted(QString::number(client->SessionId())), QStringLiteral("session-2"));
+}
+
+TEST_F(WorkbenchOnServerTest, IdsAndNamesOfTheServersUsersAreKeptOutOfExports) {
+    StartAndLogIn();
+
+    const CAliases& aliases = Child<CWorkbench>("Workbench")->Aliases();
+    EXPECT_EQ(aliases.Redacted(QStringLiteral("Two is 502, Three is 503")),
+              QStringLiteral("name-2 is user-2, name-3 is user-3"));
 }
 
 TEST_F(WorkbenchOnServerTest, MarketsAndEditionTakeEffectInTheRunningClient) {
@@ -92,7 +155,9 @@ TEST_F(WorkbenchOnServerTest, MarketsAndEditionTakeEffectInTheRunningClient) {
     EXPECT_EQ(Child<QLabel>("ProductName")->text(), QStringLiteral("Velora"));
     client->Login(501);
 
-    EXPECT_TRUE(WaitUntil([this] { return client->UserId() == 501 && client->Markets() == std::vector<int>({3, 1}); }));
+    EXPECT_TRUE(WaitInRealTime([this] {
+        return client->UserId() == 501 && client->Markets() == std::vector<int>({3, 1});
+    }));
 }
 
 TEST_F(WorkbenchOnServerTest, OpenedAndRefusedUrlsAreListed) {
@@ -106,7 +171,7 @@ TEST_F(WorkbenchOnServerTest, OpenedAndRefusedUrlsAreListed) {
     EXPECT_FALSE(open("zrclient://page/nowhere"));
     EXPECT_FALSE(open("file:///etc/hosts"));
 
-    EXPECT_TRUE(WaitUntil([this] { return Child<QTableView>("UrlTable")->model()->rowCount() == 3; }));
+    EXPECT_TRUE(WaitInRealTime([this] { return Child<QTableView>("UrlTable")->model()->rowCount() == 3; }));
     EXPECT_EQ(RowWith("UrlTable", 1, QStringLiteral("Opened")), 0);
     EXPECT_EQ(RowWith("UrlTable", 3, QStringLiteral("its scheme is not allowed")), 2);
 }

@@ -55,6 +55,7 @@ int RunChild(const QString& path, uint64_t firstId, int pipe) {
     // Small steps, so that a kill meets checkpoints and restarts of the log as often as plain writes.
     CheckpointOptions checkpoints;
     checkpoints.afterBytes = 200'000;
+    checkpoints.atMostBytes = 200'000;
     checkpoints.pause = std::chrono::milliseconds(1);
     checkpoints.restartBytes = 1'000'000;
     CSqliteStore store(path, checkpoints);

@@ -19,10 +19,10 @@ bool IsComplete(const channel::Frame& frame, std::string& reason) {
         case channel::Frame::CLOCK:
             reason = "a clock without a time";
             return frame.has_server_time_ms();
-        case channel::Frame::LANGUAGE:
         case channel::Frame::LOGIN:
         case channel::Frame::LOGOUT:
         case channel::Frame::REQUEST:
+        case channel::Frame::LANGUAGE:
             reason = "a kind that only clients send";
             return false;
     }

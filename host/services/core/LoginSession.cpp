@@ -30,6 +30,11 @@ void CLoginSession::SetLanguage(int languageId) {
     if (m_login.has_user_id()) {
         m_login.set_language(languageId);
     }
+    channel::Frame frame;
+    frame.set_kind(channel::Frame::LANGUAGE);
+    frame.mutable_login()->set_language(languageId);
+    // Without a connection the next login tells it.
+    m_channel.SendFrame(frame);
 }
 
 void CLoginSession::Ask() {
@@ -66,6 +71,7 @@ void CLoginSession::Forget() {
     m_nSessionId = 0;
     m_markets.clear();
     m_override.reset();
+    m_tradeAnswer.reset();
 }
 
 void CLoginSession::Receive(const channel::Frame& frame) {
@@ -87,6 +93,7 @@ void CLoginSession::Receive(const channel::Frame& frame) {
     m_nUserId = answer.user_id();
     m_nSessionId = answer.session_id();
     m_markets.assign(answer.attributed_market().begin(), answer.attributed_market().end());
+    m_tradeAnswer = answer.has_trade_answer() ? std::make_optional(answer.trade_answer()) : std::nullopt;
     kLog.Info(FMT_STRING("User {} {}"), m_nUserId, resumed ? "logged in again" : "logged in");
     if (resumed) {
         Q_EMIT Resumed(m_nUserId);

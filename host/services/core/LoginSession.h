@@ -36,8 +36,12 @@ public:
     /// The user whose login is asked for or done; 0 if none is.
     uint64_t WantedUserId() const { return m_login.user_id(); }
 
-    /// The language that the server is told at the next login of the channel.
+    /// Tells the server at once in which language to answer from now on, and again at each later login.
     void SetLanguage(int languageId);
+
+    /// What the server said for the trade module at the login; nothing if it said none, and while nobody is
+    /// logged in.
+    std::optional<bool> TradeAnswer() const { return m_tradeAnswer; }
 
     /// A frame with a login answer, from the channel. One that answers another login than the last is logged
     /// and dropped.
@@ -63,4 +67,5 @@ private:
     uint64_t m_nSessionId = 0;
     std::vector<int> m_markets;
     std::optional<std::vector<int>> m_override;
+    std::optional<bool> m_tradeAnswer;
 };

@@ -14,8 +14,8 @@ constexpr qint64 kFrameHeaderBytes = 24;
 
 }  // namespace
 
-CCheckpointer::CCheckpointer(const QString& path, const CheckpointOptions& options)
-    : m_path(path), m_options(options), m_thread([this] { Run(); }) {}
+CCheckpointer::CCheckpointer(const QString& path, const CheckpointOptions& options, bool check)
+    : m_path(path), m_options(options), m_bCheck(check), m_thread([this] { Run(); }) {}
 
 CCheckpointer::~CCheckpointer() {
     {
@@ -26,14 +26,22 @@ CCheckpointer::~CCheckpointer() {
     m_thread.join();
 }
 
+std::unique_lock<std::mutex> CCheckpointer::TakeTurn() {
+    const std::lock_guard<std::mutex> next(m_nextTurn);
+    return std::unique_lock<std::mutex>(m_turn);
+}
+
 void CCheckpointer::Written(qint64 bytes) {
-    bool enough = false;
+    bool wake = false;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
+        const qint64 before = m_nWritten;
         m_nWritten += bytes;
-        enough = m_nWritten >= m_options.afterBytes;
+        // Not at each save: the thread would take the processor from the writer.
+        const auto passed = [&](qint64 limit) { return before < limit && m_nWritten >= limit; };
+        wake = passed(m_options.afterBytes) || passed(m_options.atMostBytes);
     }
-    if (enough) {
+    if (wake) {
         m_wake.notify_one();
     }
 }
@@ -43,11 +51,19 @@ void CCheckpointer::Abandon() {
     m_bAbandoned = true;
 }
 
+std::optional<QSqlError> CCheckpointer::Damage() const {
+    return m_bDamaged ? std::make_optional(m_damage) : std::nullopt;
+}
+
 void CCheckpointer::Run() {
     CSqliteConnection connection;
+    if (m_bCheck) {
+        Check(connection);
+    }
     std::unique_lock<std::mutex> lock(m_mutex);
     for (;;) {
-        m_wake.wait(lock, [this] { return m_bEnd || m_nWritten >= m_options.afterBytes; });
+        m_wake.wait(lock, [this] { return m_bEnd || (!m_bAbandoned && m_nWritten >= m_options.afterBytes); });
+        WaitForRest(lock);
         if (m_bEnd) {
             break;
         }
@@ -64,6 +80,22 @@ void CCheckpointer::Run() {
     }
 }
 
+void CCheckpointer::Check(CSqliteConnection& connection) {
+    if (EnsureOpen(connection) && !connection.Check() && FaultOf(connection.LastError()) == EnSqliteFault::kCorrupt) {
+        m_damage = connection.LastError();
+        m_bDamaged = true;
+        Abandon();
+    }
+}
+
+void CCheckpointer::WaitForRest(std::unique_lock<std::mutex>& lock) {
+    qint64 before = -1;
+    while (!m_bEnd && m_nWritten < m_options.atMostBytes && m_nWritten != before) {
+        before = m_nWritten;
+        m_wake.wait_for(lock, m_options.pause, [this] { return m_bEnd || m_nWritten >= m_options.atMostBytes; });
+    }
+}
+
 void CCheckpointer::Take(CSqliteConnection& connection) {
     Outcome outcome = Checkpoint(connection, "PASSIVE");
     if (!outcome.done) {
@@ -72,8 +104,10 @@ void CCheckpointer::Take(CSqliteConnection& connection) {
     StoreCheckpoint taken;
     taken.logBytes = outcome.logPages * (m_nPageBytes + kFrameHeaderBytes);
     if (taken.logBytes > m_options.restartBytes) {
-        // Under steady writing a passive one never finds the log all copied, so that it would grow for ever.
-        // Right behind a passive one little is left to copy while the writer waits.
+        // Under steady writing a passive one never finds the log all copied, so that it would grow for ever. What
+        // was written during the first, a second copies, so that little is left to copy while the writer waits.
+        Checkpoint(connection, "PASSIVE");
+        const std::unique_lock<std::mutex> turn = TakeTurn();
         taken.restarted = Checkpoint(connection, "RESTART").done;
         if (taken.restarted) {
             kLog.Info(FMT_STRING("The log of {} had {} bytes and begins anew"), m_path.toStdString(), taken.logBytes);
@@ -113,9 +147,9 @@ bool CCheckpointer::EnsureOpen(CSqliteConnection& connection) {
     if (m_bOpen) {
         return true;
     }
-    // A restart that waits for a reader holds the writer off: it gives up long before the writer would.
+    // A restart that waits for a reader holds the writer off: it gives up soon, and the next one tries again.
     if (!connection.Open(m_path, EnSqliteAccess::kReadWrite) ||
-        !connection.Value(QStringLiteral("PRAGMA busy_timeout=100")) ||
+        !connection.Value(QStringLiteral("PRAGMA busy_timeout=20")) ||
         !connection.Run(QStringLiteral("PRAGMA synchronous=NORMAL"))) {
         return false;
     }

@@ -90,6 +90,15 @@ std::optional<QVariant> CSqliteConnection::Value(const QString& sql) {
     return query.value(0);
 }
 
+bool CSqliteConnection::Check() {
+    const auto found = Value(QStringLiteral("PRAGMA quick_check(1)"));
+    if (found && found->toString() != QLatin1String("ok")) {
+        m_error = QSqlError(QString(), found->toString(), QSqlError::StatementError, QString::number(kCorruptCode));
+        return false;
+    }
+    return found.has_value();
+}
+
 bool CSqliteConnection::InTransaction(const std::function<bool()>& work) {
     if (!Run(QStringLiteral("BEGIN IMMEDIATE"))) {
         return false;

@@ -43,6 +43,8 @@ public:
     bool Run(const QString& sql);
     /// The first column of the first row; empty if the statement failed or gave no row.
     std::optional<QVariant> Value(const QString& sql);
+    /// Whether the pages hang together; reads all of them. Where they don't the last error is a kCorrupt.
+    bool Check();
     /// Keeps all of `work`, or nothing where it gives false.
     bool InTransaction(const std::function<bool()>& work);
 

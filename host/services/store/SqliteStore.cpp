@@ -15,6 +15,9 @@ constexpr char kSaveSql[] =
     "INSERT INTO config (owner, key, value) VALUES (?, ?, ?)"
     " ON CONFLICT (owner, key) DO UPDATE SET value = excluded.value";
 
+// A check reads the whole file: about a millisecond for this, and twenty times that from a cold disk.
+constexpr qint64 kCheckedAtOnceBytes = 2 << 20;
+
 // What a save writes beside its value: the pages that lead to it.
 constexpr qint64 kPagesPerSaveBytes = 2 * 4096;
 
@@ -93,7 +96,7 @@ void CSqliteStore::Open() {
             break;
     }
     if (trouble == EnStoreTrouble::kNone) {
-        m_pCheckpointer = std::make_unique<CCheckpointer>(m_path, m_checkpoints);
+        m_pCheckpointer = std::make_unique<CCheckpointer>(m_path, m_checkpoints, m_bCheckLater);
         SetTrouble(trouble, {});
         return;
     }
@@ -111,6 +114,7 @@ void CSqliteStore::Open() {
 }
 
 EnStoreTrouble CSqliteStore::OpenForWriting() {
+    m_bCheckLater = store_files::Bytes(m_path) > kCheckedAtOnceBytes;
     bool ready = m_connection.Open(m_path, EnSqliteAccess::kReadWrite);
     const int version = ready ? store_schema::VersionOf(m_connection) : -1;
     if (version > store_schema::Latest()) {
@@ -118,18 +122,14 @@ EnStoreTrouble CSqliteStore::OpenForWriting() {
     }
     ready = version >= 0 && MakeReadyForWriting();
     if (!ready && FaultOf(m_connection.LastError()) == EnSqliteFault::kCorrupt && StartAnew()) {
+        m_bCheckLater = false;
         ready = m_connection.Open(m_path, EnSqliteAccess::kReadWrite) && MakeReadyForWriting();
     }
     return ready ? EnStoreTrouble::kNone : TroubleOf(FaultOf(m_connection.LastError()));
 }
 
 bool CSqliteStore::MakeReadyForWriting() {
-    const auto check = m_connection.Value(QStringLiteral("PRAGMA quick_check(1)"));
-    if (check && check->toString() != QLatin1String("ok")) {
-        m_connection.SetError(QSqlError(QString(), check->toString(), QSqlError::StatementError, QStringLiteral("11")));
-        return false;
-    }
-    return check && m_connection.Run(QStringLiteral("PRAGMA journal_mode=WAL")) &&
+    return (m_bCheckLater || m_connection.Check()) && m_connection.Run(QStringLiteral("PRAGMA journal_mode=WAL")) &&
            m_connection.Run(QStringLiteral("PRAGMA synchronous=NORMAL")) &&
            m_connection.Run(QStringLiteral("PRAGMA wal_autocheckpoint=0")) &&
            store_schema::Migrate(m_connection, store_schema::Steps()) && Prepare(m_pRead, kReadSql) &&
@@ -162,6 +162,7 @@ bool CSqliteStore::StartAnew() {
     const QString aside = store_files::MoveAside(m_path, QDateTime::currentDateTimeUtc());
     if (aside.isEmpty()) {
         kLog.Error(FMT_STRING("The store {} is damaged and can't be moved aside: {}"), m_path.toStdString(), reason);
+        m_pSave.reset();  // there is no checkpointer any more; the next save opens the file anew
         return false;
     }
     kLog.Error(FMT_STRING("The store {} is damaged and was moved to {}: {}"), m_path.toStdString(), aside.toStdString(),
@@ -184,7 +185,18 @@ void CSqliteStore::SetTrouble(EnStoreTrouble trouble, const std::string& reason)
     Q_EMIT TroubleChanged(trouble);
 }
 
+void CSqliteStore::LeaveFileFoundDamaged() {
+    const std::optional<QSqlError> damage = m_pCheckpointer ? m_pCheckpointer->Damage() : std::nullopt;
+    if (damage) {
+        m_connection.SetError(*damage);
+        if (StartAnew()) {
+            Open();
+        }
+    }
+}
+
 QVariant CSqliteStore::Read(Owner owner, const std::string& key) {
+    LeaveFileFoundDamaged();
     if (!m_pRead) {
         return {};
     }
@@ -209,6 +221,7 @@ QVariant CSqliteStore::Read(Owner owner, const std::string& key) {
 }
 
 bool CSqliteStore::Save(Owner owner, const std::string& key, const QVariant& value, qint64 bytes) {
+    LeaveFileFoundDamaged();
     // What kept the file from being opened for writing may be over. A newer file stays newer.
     if (!m_pSave && m_trouble != EnStoreTrouble::kNewerFile) {
         Open();
@@ -239,6 +252,7 @@ EnSqliteFault CSqliteStore::Write(Owner owner, const std::string& key, const QVa
     m_pSave->bindValue(0, OwnerText(owner));
     m_pSave->bindValue(1, QString::fromStdString(key));
     m_pSave->bindValue(2, value);
+    const std::unique_lock<std::mutex> turn = m_pCheckpointer->TakeTurn();
     if (m_pSave->exec()) {
         m_pSave->finish();
         return EnSqliteFault::kNone;

@@ -24,7 +24,8 @@ enum class EnStoreTrouble {
 /// survives the process's end. Checkpoints are taken on a thread of the store's own. Main thread.
 ///
 /// A damaged file, found at opening or at any later call, is moved aside with the day and time in its new
-/// name, which the log says, and a new one is begun.
+/// name, which the log says, and a new one is begun. Small files are checked whole before anything is read from
+/// them; large ones on the store's thread, so that no start waits for that, and what it finds the next call heeds.
 class CSqliteStore : public QObject, public ILocalStore {
     Q_OBJECT
 
@@ -57,6 +58,7 @@ private:
     bool OpenForReading(EnSqliteAccess access);
     bool Prepare(std::unique_ptr<QSqlQuery>& query, const char* sql);
     bool StartAnew();
+    void LeaveFileFoundDamaged();
     void SetTrouble(EnStoreTrouble trouble, const std::string& reason);
 
     QVariant Read(Owner owner, const std::string& key);
@@ -70,5 +72,6 @@ private:
     std::unique_ptr<QSqlQuery> m_pRead;
     std::unique_ptr<QSqlQuery> m_pSave;  // only while the file can be written
     std::unique_ptr<CCheckpointer> m_pCheckpointer;
+    bool m_bCheckLater = false;
     EnStoreTrouble m_trouble = EnStoreTrouble::kNone;
 };

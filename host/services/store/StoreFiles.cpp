@@ -20,6 +20,10 @@ QString MoveAside(const QString& path, const QDateTime& now) {
     return aside;
 }
 
+qint64 Bytes(const QString& path) {
+    return QFileInfo(path).size() + QFileInfo(path + QStringLiteral("-wal")).size();
+}
+
 bool HasLog(const QString& path) {
     return QFileInfo(path + QStringLiteral("-wal")).size() > 0;
 }

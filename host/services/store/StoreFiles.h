@@ -11,6 +11,9 @@ namespace store_files {
 /// database could not be renamed, and everything is where it was.
 QString MoveAside(const QString& path, const QDateTime& now);
 
+/// Of the database and its log.
+qint64 Bytes(const QString& path);
+
 /// Whether the log holds anything that may not be in the database.
 bool HasLog(const QString& path);
 

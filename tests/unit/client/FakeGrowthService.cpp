@@ -1,5 +1,7 @@
 #include "FakeGrowthService.h"
 
+#include <gtest/gtest.h>
+
 #include "EntryScenes.h"
 #include "core/message_dispatch.h"
 #include "plugin/IZRPluginCenter.h"
@@ -24,6 +26,48 @@ std::shared_ptr<CFakeGrowthService> CFakeGrowthService::Offer() {
     auto service = std::make_shared<CFakeGrowthService>();
     IZRPluginCenter::RegisterInterfaceFactory(std::make_shared<CFakeFactory>(service), true);
     return service;
+}
+
+unsigned long CFakeGrowthService::GetUiMsgAndPremiumAccessReq(bool serverPush) {
+    asked.emplace_back(serverPush ? "all push" : "all wait");
+    return session;
+}
+
+unsigned long CFakeGrowthService::GetUiMsgAndPremiumAccessReq(const QVector<int>& accessList, bool serverPush) {
+    std::string words;
+    for (const int access : accessList) {
+        words += std::to_string(access) + " ";
+    }
+    asked.push_back(words + (serverPush ? "push" : "wait"));
+    return session;
+}
+
+unsigned long CFakeGrowthService::GetUiMsgAndPremiumAccessReq(const QVector<EnPremiumAccess>& /*accessList*/,
+                                                              bool /*serverPush*/) {
+    ADD_FAILURE() << "the client asks by numbers";
+    return 0;
+}
+
+CPremiumUIAccessData RecordOf(EnPremiumAccess right, bool hasPermission, const char* mainTitle) {
+    CPremiumUIAccessData record;
+    record.enUIAccess = right;
+    record.enAccess = right;
+    record.strUIType = QStringLiteral("D");
+    record.strOtherInfo = QStringLiteral(R"({"group":"market","tags":[1,2]})");
+    record.strMainTitle = QString::fromUtf8(mainTitle);
+    record.strMainBtn = QStringLiteral("main button");
+    record.strDetailTitle = QStringLiteral("detail title");
+    record.strDetailSubTitle = QStringLiteral("detail sub title");
+    record.strDetailBtn = QStringLiteral("detail button");
+    record.strDetailSubBtn = QStringLiteral("detail sub button");
+    record.nMainBtnUrlID = 101;
+    record.nDetailBtnUrlID = 102;
+    record.nDetailSubBtnUrlID = 103;
+    record.bHasPermission = hasPermission;
+    record.nActivationType = 3;
+    record.nDaysLeft = 12;
+    record.nActivationSource = 2;
+    return record;
 }
 
 bool CFakeGrowthService::IsAIChatEnable(ZRAIChatEntryScene scene) {

@@ -2,18 +2,48 @@
 
 #include <memory>
 #include <set>
+#include <string>
+#include <vector>
 
 #include "modules/IZRGrowthModuleInterface.h"
 
-/// The growth module's service as the client sees it; the test says which scenes are open.
+/// The growth module's service as the client sees it; the test says which scenes are open, which rights the user
+/// has, and what the VIP status is.
 class CFakeGrowthService : public IZRGrowthModuleInterface {
 public:
     /// Offers a service in the plug-in centre for as long as the result lives.
     static std::shared_ptr<CFakeGrowthService> Offer();
 
+    unsigned long GetUiMsgAndPremiumAccessReq(bool serverPush) override;
+    unsigned long GetUiMsgAndPremiumAccessReq(const QVector<int>& accessList, bool serverPush) override;
+    unsigned long GetUiMsgAndPremiumAccessReq(const QVector<EnPremiumAccess>& accessList, bool serverPush) override;
+    CPremiumUIData GetUIData(EnPremiumAccess access) const override { return table.value(access); }
+    CPremiumAccessData GetAccessData(EnPremiumAccess access) const override { return table.value(access); }
+    CPremiumUIAccessData GetUIAccessData(EnPremiumAccess access) const override { return table.value(access); }
+    QMap<EnPremiumAccess, CPremiumUIAccessData> GetUIAccessData() const override { return table; }
+    void SetUIAccessData(EnPremiumAccess access, const CPremiumUIAccessData& data) override { table[access] = data; }
+    bool HasVipQualification() override { return qualification; }
+    int GetVipGrade() override { return grade; }
+    int GetVipState() override { return state; }
+    bool IsNewVipSystem() override { return isNewSystem; }
+    int GetVipEngineStatus() override { return engine; }
+    int GetNewVipState() override { return newState; }
     bool IsAIChatEnable(ZRAIChatEntryScene scene) override;
     void SetAIChatDevelopEnableType(unsigned int type) override;
 
     std::set<int> open;
     unsigned int overrideType = 0;
+
+    QMap<EnPremiumAccess, CPremiumUIAccessData> table;
+    unsigned long session = 0;       // of the next request
+    std::vector<std::string> asked;  // "all push", "1 5 wait", one for each request
+    bool qualification = false;
+    int grade = 0;
+    int state = 0;
+    bool isNewSystem = false;
+    int engine = kVipEngineUndetermined;
+    int newState = 0;
 };
+
+/// A record whose fields are all told apart.
+CPremiumUIAccessData RecordOf(EnPremiumAccess right, bool hasPermission, const char* mainTitle);

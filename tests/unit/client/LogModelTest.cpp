@@ -74,8 +74,8 @@ TEST_F(LogModelTest, TheOldestLinesGiveWayToTheYoungest) {
     model.Flush();
 
     ASSERT_EQ(model.rowCount(), CLogModel::kMaxLines);
-    EXPECT_EQ(model.TextAt(0), QStringLiteral("3"));
-    EXPECT_EQ(model.TextAt(CLogModel::kMaxLines - 1), QString::number(CLogModel::kMaxLines + 2));
+    EXPECT_EQ(model.At(0).text, QStringLiteral("3"));
+    EXPECT_EQ(model.At(CLogModel::kMaxLines - 1).text, QString::number(CLogModel::kMaxLines + 2));
     EXPECT_EQ(filter.rowCount(), CLogModel::kMaxLines);
 }
 
@@ -86,7 +86,7 @@ TEST_F(LogModelTest, ABatchLargerThanTheModelKeepsItsYoungestLines) {
     model.Flush();
 
     ASSERT_EQ(model.rowCount(), CLogModel::kMaxLines);
-    EXPECT_EQ(model.TextAt(0), QStringLiteral("15"));
+    EXPECT_EQ(model.At(0).text, QStringLiteral("15"));
 }
 
 TEST_F(LogModelTest, ControlCharactersAreEscapedInTextAndTag) {
@@ -157,6 +157,80 @@ TEST_F(LogModelTest, TheFilterTellsTheHostsLinesFromThoseOfModules) {
     EXPECT_THAT(Shown(), ElementsAre("of the host"));
     filter.SetSource(CLogFilter::EnSource::Module);
     EXPECT_THAT(Shown(), ElementsAre("of the module"));
+}
+
+TEST_F(LogModelTest, TheFilterTellsThePartsOfAModule) {
+    Add("[AIChat] Read cache failed, [Ad] is elsewhere");
+    Add("[Ad] nothing to show");
+    Add("Ad without brackets");
+    Add("  [Ad] indented");
+    Add("[] of no part");
+    model.Flush();
+
+    filter.SetArea(QStringLiteral("AIChat"));
+    EXPECT_THAT(Shown(), ElementsAre("[AIChat] Read cache failed, [Ad] is elsewhere"));
+    filter.SetArea(QStringLiteral("Ad"));
+    EXPECT_THAT(Shown(), ElementsAre("[Ad] nothing to show"));
+    filter.SetArea(QStringLiteral("Vip"));
+    EXPECT_THAT(Shown(), IsEmpty());
+    filter.SetArea(QString());
+    EXPECT_THAT(Shown(), SizeIs(5));
+}
+
+TEST_F(LogModelTest, AllChoicesOfTheFilterHoldAtOnce) {
+    Add("[Ad] late", kZRLogError);
+    Add("[Ad] late");
+    Add("[Ad] late", kZRLogError, "Host.Ad");
+    Add("[Vip] late", kZRLogError);
+    Add("[Ad] early", kZRLogFatal);
+    model.Flush();
+
+    filter.SetMinimum(kZRLogError);
+    filter.SetSource(CLogFilter::EnSource::Module);
+    filter.SetArea(QStringLiteral("Ad"));
+    EXPECT_THAT(Shown(), ElementsAre("[Ad] late", "[Ad] early"));
+    filter.SetText(QStringLiteral("LATE"));
+    EXPECT_THAT(Shown(), ElementsAre("[Ad] late"));
+}
+
+TEST_F(LogModelTest, TextsThatTravelAsBytesAreReadableAndFound) {
+    Add("[Ad] caf\xC3\x83\xC2\xA9 opens");  // the two characters that stand for the bytes of an accented e
+    Add("[Ad] na\xC3\xAFve");               // one character that is no UTF-8 as a byte
+    model.Flush();
+
+    EXPECT_EQ(model.At(0).readable.toStdString(), "[Ad] caf\xC3\xA9 opens");
+    EXPECT_EQ(model.At(1).readable.toStdString(), "[Ad] na\xC3\xAFve");
+    filter.SetText(QString::fromUtf8("caf\xC3\xA9"));
+    EXPECT_THAT(Shown(), SizeIs(1));
+}
+
+TEST_F(LogModelTest, ALineOfTheLogThatComesTwiceIsTakenOnce) {
+    LogEntry entry;
+    entry.number = 7;
+    model.Add(entry);
+    model.Add(entry);
+    entry.number = 6;
+    model.Add(entry);
+    entry.number = 8;
+    model.Add(entry);
+    model.Flush();
+
+    EXPECT_EQ(model.rowCount(), 2);
+}
+
+TEST_F(LogModelTest, ALineInFullSaysWhereItWasWritten) {
+    LogEntry entry;
+    entry.record.module = "ZRGrowth";
+    entry.record.text = QStringLiteral("a\nb");
+    entry.record.file = "Ad/Model.cpp";
+    entry.record.line = 12;
+    entry.record.function = "Take";
+    model.Add(entry);
+    Add("from nowhere");
+    model.Flush();
+
+    EXPECT_EQ(model.InFull(0), QStringLiteral("a\\x0ab\nAd/Model.cpp:12 Take"));
+    EXPECT_EQ(model.InFull(1), QStringLiteral("from nowhere"));
 }
 
 TEST_F(LogModelTest, ALineThatComesWhileAFilterIsSetIsFilteredToo) {

@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
 
@@ -29,6 +30,29 @@ protected:
         entry.record.text = text;
         view.Model().Add(entry);
     }
+
+    QStringList Shown() {
+        QStringList lines;
+        const QAbstractItemModel* model = Child<QAbstractItemView>("LogTable")->model();
+        for (int row = 0; row < model->rowCount(); ++row) {
+            lines << model->index(row, CLogModel::Text).data().toString();
+        }
+        return lines;
+    }
+
+    void Choose(const char* combo, const char* item) {
+        auto* box = Child<QComboBox>(combo);
+        const int index = box->findText(QString::fromLatin1(item));
+        ASSERT_GE(index, 0) << item;
+        box->setCurrentIndex(index);
+    }
+
+    void Select(int row) {
+        auto* table = Child<QAbstractItemView>("LogTable");
+        table->setCurrentIndex(table->model()->index(row, 0));
+    }
+
+    std::string Detail() { return Child<QPlainTextEdit>("LogDetail")->toPlainText().toStdString(); }
 
     void AddMany(int count) {
         for (int number = 0; number < count; ++number) {
@@ -65,6 +89,56 @@ TEST_F(LogViewTest, CountsTheLinesThatTheFilterLetsPass) {
     Child<QComboBox>("LogSeverity")->setCurrentIndex(0);
     Child<QComboBox>("LogSource")->setCurrentIndex(1);
     EXPECT_EQ(Count(), QStringLiteral("0 of 2 lines"));
+}
+
+TEST_F(LogViewTest, EachChoiceShowsTheLinesItNames) {
+    Add(QStringLiteral("[AIChat] one"));
+    Add(QStringLiteral("[Ad] two"), kZRLogError);
+    Add(QStringLiteral("[Premium] three"), kZRLogFatal);
+    Add(QStringLiteral("[Vip] four"));
+    time.Advance(std::chrono::milliseconds(100));
+
+    const std::pair<const char*, const char*> areas[] = {
+        {"AIChat", "[AIChat] one"}, {"Ad", "[Ad] two"}, {"Premium", "[Premium] three"}, {"Vip", "[Vip] four"}};
+    for (const auto& [area, line] : areas) {
+        Choose("LogArea", area);
+        EXPECT_EQ(Shown(), QStringList(QString::fromLatin1(line))) << area;
+        EXPECT_EQ(Count(), QStringLiteral("1 of 4 lines")) << area;
+    }
+    Child<QComboBox>("LogArea")->setCurrentIndex(0);
+    Child<QComboBox>("LogSeverity")->setCurrentIndex(1);
+    EXPECT_EQ(Shown(), QStringList({QStringLiteral("[Ad] two"), QStringLiteral("[Premium] three")}));
+    Child<QComboBox>("LogSeverity")->setCurrentIndex(2);
+    EXPECT_EQ(Shown(), QStringList(QStringLiteral("[Premium] three")));
+    Child<QComboBox>("LogSeverity")->setCurrentIndex(0);
+    Child<QComboBox>("LogSource")->setCurrentIndex(2);
+    EXPECT_EQ(Shown().size(), 4);
+}
+
+TEST_F(LogViewTest, ShowsTheChosenLineReadable) {
+    Add(QString::fromUtf8("[Ad] caf\xC3\x83\xC2\xA9"));
+    Add(QStringLiteral("a\nb"));
+    time.Advance(std::chrono::milliseconds(100));
+    EXPECT_EQ(Detail(), "");
+
+    Select(0);
+    EXPECT_EQ(Detail(), "[Ad] caf\xC3\xA9");
+    Select(1);
+    EXPECT_EQ(Detail(), "a\\x0ab");
+    Click(Child<QPushButton>("LogClear"));
+    EXPECT_EQ(Detail(), "");
+}
+
+TEST_F(LogViewTest, WordsFollowTheLanguage) {
+    language.SetText(texts::kAreaAll, QStringLiteral("Tout"));
+    language.SetText(texts::kLogText, QStringLiteral("Texte"));
+    language.SetText(texts::kLogCount, QStringLiteral("%1 sur %2"));
+    bus.HostSend(20100);
+
+    EXPECT_EQ(Child<QComboBox>("LogArea")->itemText(0), QStringLiteral("Tout"));
+    EXPECT_EQ(Count(), QStringLiteral("0 sur 0"));
+    EXPECT_EQ(view.Model().headerData(CLogModel::Text, Qt::Horizontal, Qt::DisplayRole).toString(),
+              QStringLiteral("Texte"));
 }
 
 TEST_F(LogViewTest, PauseHoldsTheViewAndClearEmptiesIt) {

@@ -86,6 +86,17 @@ TEST_F(SeenModelTest, WhilePausedNothingMovesAndNothingIsLost) {
     EXPECT_EQ(model.rowCount(), 0);
 }
 
+TEST_F(SeenModelTest, APauseHoldsBackWhatWasCollectedBeforeItToo) {
+    Add(1);
+    model.SetPaused(true);
+    time.Advance(std::chrono::seconds(1));
+    EXPECT_EQ(model.rowCount(), 0);
+    EXPECT_FALSE(model.IsSettled());
+
+    model.SetPaused(false);
+    EXPECT_EQ(model.rowCount(), 1);
+}
+
 TEST_F(SeenModelTest, TheFilterTellsKindsAndFindsNames) {
     Add(20300);
     Seen command;

@@ -14,7 +14,7 @@ protected:
         for (const FieldNode& field : fields) {
             const std::string name = path + field.name.toStdString();
             if (field.children.empty()) {
-                out.push_back(name + "=" + field.value.toStdString() + (field.isRaw ? " raw" : ""));
+                out.push_back(name + "=" + field.value.toStdString() + (field.raw ? " raw" : ""));
             }
             Flatten(field.children, name + ".", out);
         }
@@ -57,4 +57,35 @@ TEST_F(WireDecoderTest, ShowsBytesThatAreNoSuchMessageAsHex) {
     EXPECT_THAT(Decode("chat.GetChatEntryRsp", "\xff\x01"), ElementsAre("Bytes that are no such message=ff 01 raw"));
     EXPECT_THAT(Decode("", "\x02"), ElementsAre("Bytes without a schema=02 raw"));
     EXPECT_THAT(Decode("", ""), IsEmpty());
+}
+
+TEST_F(WireDecoderTest, ReadsRightsAndPushesOfThem) {
+    // delay_seconds 5, need_all_access false, access_list 1 and 1000
+    EXPECT_THAT(Decode(wire::Find(20837)->push, std::string("\x08\x05\x10\x00\x18\x01\x18\xe8\x07", 9)),
+                ElementsAre("delay_seconds=5", "need_all_access=false", "access_list[0]=1", "access_list[1]=1000"));
+    // code 0, data { ui_data_and_access_data { access 5, access_data { access 5, has_permission } } }
+    EXPECT_THAT(
+        Decode(wire::Find(20637)->reply, std::string("\x08\x00\x1a\x0a\x0a\x08\x08\x05\x1a\x04\x08\x05\x10\x01", 14)),
+        ElementsAre("code=0", "data.ui_data_and_access_data[0].access=5",
+                    "data.ui_data_and_access_data[0].access_data.access=5",
+                    "data.ui_data_and_access_data[0].access_data.has_permission=true"));
+    EXPECT_THAT(Decode(wire::Find(20637)->request, std::string("\x08\x01", 2)), ElementsAre("need_all_access=true"));
+    // data { vip_basic_data { vip_level 2, new_vip_state 1 }, has_vip_qualification }
+    EXPECT_THAT(Decode(wire::Find(20831)->reply, std::string("\x1a\x08\x0a\x04\x18\x02\x60\x01\x18\x01", 10)),
+                ElementsAre("data.vip_basic_data.vip_level=2", "data.vip_basic_data.new_vip_state=1",
+                            "data.has_vip_qualification=true"));
+    EXPECT_THAT(Decode(wire::Find(20832)->push, std::string("\x08\x1e", 2)), ElementsAre("refresh_window_seconds=30"));
+}
+
+TEST_F(WireDecoderTest, NamesWhatTheModuleSendsOnTheBus) {
+    EXPECT_EQ(wire::MessageName(80050), QStringLiteral("PremiumDataChanged"));
+    EXPECT_EQ(wire::MessageName(80051), QStringLiteral("PremiumRequestAnswered"));
+    EXPECT_EQ(wire::MessageName(80052), QStringLiteral("VipStatusChanged"));
+    EXPECT_EQ(wire::MessageName(80053), QString());
+}
+
+TEST_F(WireDecoderTest, NamesTheNumbersOfAnEnumeration) {
+    EXPECT_EQ(decoder.EnumName("web_premium_access.PremiumAccess", 1000), QStringLiteral("MyPagePremium"));
+    EXPECT_EQ(decoder.EnumName("web_premium_access.PremiumAccess", 9), QString());
+    EXPECT_EQ(decoder.EnumName("web_premium_access.Nothing", 1), QString());
 }

@@ -10,6 +10,7 @@
 #include "AIChatEntries.h"
 #include "FakeGrowthService.h"
 #include "FakeServerAsk.h"
+#include "PremiumRights.h"
 #include "support/Click.h"
 #include "support/ScriptedHostTest.h"
 #include "ui/ThemeControl.h"
@@ -21,7 +22,7 @@ namespace {
 class WorkbenchTest : public ScriptedHostTest {
 protected:
     WorkbenchTest() {
-        window.addDockWidget(Qt::RightDockWidgetArea, workbench);
+        window.setCentralWidget(workbench);
         window.resize(700, 800);
         window.show();
         time.Settle();
@@ -35,9 +36,10 @@ protected:
     const std::vector<ServerUser> users{{10001, QStringLiteral("Ada")}, {10002, QStringLiteral("Ben")}};
     std::shared_ptr<CFakeGrowthService> service = CFakeGrowthService::Offer();
     CAIChatEntries entries;
+    CPremiumRights rights;
     CFakeServerAsk server;
     QMainWindow window;
-    CWorkbench* workbench = new CWorkbench(entries, server, &window);
+    CWorkbench* workbench = new CWorkbench(entries, rights, server, &window);
 };
 
 }  // namespace

@@ -3,7 +3,7 @@
 #include <QNetworkRequest>
 #include <algorithm>
 
-#include "Wait.h"
+#include "support/RealTime.h"
 
 using channel::Frame;
 
@@ -26,7 +26,7 @@ bool ChannelClient::Has(Frame::Kind kind) const {
 }
 
 std::optional<Frame> ChannelClient::Take(Frame::Kind kind) {
-    if (!WaitUntil([&] { return Has(kind); })) {
+    if (!WaitInRealTime([&] { return Has(kind); })) {
         return std::nullopt;
     }
     const auto found =
@@ -73,9 +73,9 @@ std::optional<Frame> ChannelClient::Request(uint64_t session, uint32_t command, 
 }
 
 bool ChannelClient::WaitUntilConnected() {
-    return WaitUntil([this] { return m_bConnected; });
+    return WaitInRealTime([this] { return m_bConnected; });
 }
 
 bool ChannelClient::WaitUntilClosed() {
-    return WaitUntil([this] { return m_bClosed; });
+    return WaitInRealTime([this] { return m_bClosed; });
 }

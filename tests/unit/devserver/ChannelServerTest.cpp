@@ -4,8 +4,8 @@
 #include <set>
 
 #include "DevServerTest.h"
-#include "Wait.h"
 #include "chat.pb.h"
+#include "support/RealTime.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 
 #include "DevServerTest.h"
 #include "RowName.h"
-#include "Wait.h"
+#include "support/RealTime.h"
 
 namespace {
 
@@ -205,7 +205,7 @@ std::string Exchange(quint16 port, const QByteArray& bytes) {
     socket.connectToHost(QStringLiteral("127.0.0.1"), port);
     socket.write(bytes);
     std::string received;
-    WaitUntil([&] {
+    WaitInRealTime([&] {
         received += socket.readAll().toStdString();
         return socket.error() == QAbstractSocket::RemoteHostClosedError;
     });

@@ -4,7 +4,7 @@
 #include <QNetworkReply>
 #include <QNetworkRequest>
 
-#include "Wait.h"
+#include "support/RealTime.h"
 
 namespace {
 
@@ -40,7 +40,7 @@ HttpAnswer HttpTo(quint16 port, const QVector<QPair<QByteArray, QByteArray>>& he
     const std::unique_ptr<QNetworkReply> reply(
         network.sendCustomRequest(request, QByteArray(method), QByteArray::fromStdString(body)));
     HttpAnswer answer;
-    if (WaitUntil([&] { return reply->isFinished(); })) {
+    if (WaitInRealTime([&] { return reply->isFinished(); })) {
         answer.status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
         answer.body = FromJson(reply->readAll().toStdString());
     }

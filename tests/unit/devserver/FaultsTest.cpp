@@ -6,7 +6,7 @@
 
 #include "DevServerTest.h"
 #include "RowName.h"
-#include "Wait.h"
+#include "support/RealTime.h"
 
 namespace {
 
@@ -52,6 +52,36 @@ INSTANTIATE_TEST_SUITE_P(
     RowName());
 
 class FaultsTest : public DevServerTest {};
+
+TEST_F(FaultsTest, TheFaultOfOneCommandIsSetAndTakenAwayWithoutTheOthers) {
+    const auto client = LoggedIn(1);
+    ASSERT_EQ(Http("PUT", "/v1/faults", R"({"20982":{"error":7,"times":2},"20637":{"error":8}})").status, 200);
+    ASSERT_EQ(client->Request(1, kCmdChatEntry)->error(), 7);
+
+    ASSERT_EQ(Http("PUT", "/v1/faults/20637", R"({"error":9,"times":1})").status, 200);
+    EXPECT_EQ(client->Request(2, 20637)->error(), 9);
+    EXPECT_EQ(client->Request(3, 20637)->error(), 0);
+    // one of the two times is left
+    EXPECT_EQ(client->Request(4, kCmdChatEntry)->error(), 7);
+    EXPECT_EQ(client->Request(5, kCmdChatEntry)->error(), 0);
+
+    ASSERT_EQ(Http("PUT", "/v1/faults", R"({"20982":{"error":7},"20637":{"error":8}})").status, 200);
+    ASSERT_EQ(Http("DELETE", "/v1/faults/20982", "").status, 200);
+    EXPECT_EQ(client->Request(6, kCmdChatEntry)->error(), 0);
+    EXPECT_EQ(client->Request(7, 20637)->error(), 8);
+    EXPECT_EQ(Http("DELETE", "/v1/faults/20982", "").status, 200);
+}
+
+TEST_F(FaultsTest, AFaultOfNoCommandAndAWrongFaultAreRefused) {
+    for (const char* path : {"/v1/faults/0", "/v1/faults/x", "/v1/faults/020637", "/v1/faults/4294967296"}) {
+        EXPECT_EQ(Http("PUT", path, R"({"error":7})").status, 404) << path;
+        EXPECT_EQ(Http("DELETE", path, "").status, 404) << path;
+    }
+    EXPECT_EQ(Http("PUT", "/v1/faults/20637", R"({"eror":7})").status, 400);
+    EXPECT_EQ(Http("PUT", "/v1/faults/20637", "").status, 400);
+    const auto client = LoggedIn(1);
+    EXPECT_EQ(client->Request(1, 20637)->error(), 0);
+}
 
 TEST_F(FaultsTest, DelayedReplyComesAfterItsTimeAndAfterALaterOne) {
     const auto client = LoggedIn(1);
@@ -134,9 +164,9 @@ TEST_F(FaultsTest, DelayedDropOfAConnectionThatIsGoneDoesNothing) {
     auto client = LoggedIn(1);
     ASSERT_EQ(Http("PUT", "/v1/faults", R"({"20982":{"drop":true,"delayMs":30,"times":1}})").status, 200);
     client->SendRequest(1, kCmdChatEntry);
-    ASSERT_TRUE(WaitUntil([this] { return Http("GET", "/v1/received").body["received"].size() == 2; }));
+    ASSERT_TRUE(WaitInRealTime([this] { return Http("GET", "/v1/received").body["received"].size() == 2; }));
     client.reset();
-    ASSERT_TRUE(WaitUntil([this] { return Http("GET", "/v1/state").body["connections"].empty(); }));
+    ASSERT_TRUE(WaitInRealTime([this] { return Http("GET", "/v1/state").body["connections"].empty(); }));
 
     ASSERT_EQ(Http("PUT", "/v1/faults", R"({"20982":{"delayMs":60,"times":1}})").status, 200);
     const auto next = LoggedIn(1);

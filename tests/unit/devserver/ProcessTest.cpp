@@ -5,7 +5,7 @@
 #include <QTemporaryDir>
 
 #include "DevServerTest.h"
-#include "Wait.h"
+#include "support/RealTime.h"
 
 namespace {
 
@@ -24,12 +24,12 @@ protected:
     void Start(const QStringList& arguments) { process.start(QStringLiteral(ZRDEVSERVER_PROGRAM), arguments); }
 
     Json::Value Greeting() {
-        EXPECT_TRUE(WaitUntil([this] { return process.canReadLine(); }));
+        EXPECT_TRUE(WaitInRealTime([this] { return process.canReadLine(); }));
         return FromJson(process.readLine().trimmed().toStdString());
     }
 
     bool HasEnded() {
-        return WaitUntil([this] { return process.state() == QProcess::NotRunning; });
+        return WaitInRealTime([this] { return process.state() == QProcess::NotRunning; });
     }
 
     std::string ErrorText() { return process.readAllStandardError().toStdString(); }
@@ -61,12 +61,12 @@ TEST_F(ProcessTest, EachServerHasATokenOfItsOwn) {
     QProcess other;
     other.start(QStringLiteral(ZRDEVSERVER_PROGRAM), {QStringLiteral("--child")});
     Start({QStringLiteral("--child")});
-    ASSERT_TRUE(WaitUntil([&] { return other.canReadLine(); }));
+    ASSERT_TRUE(WaitInRealTime([&] { return other.canReadLine(); }));
 
     EXPECT_NE(FromJson(other.readLine().toStdString())["token"], Greeting()["token"]);
 
     other.closeWriteChannel();
-    EXPECT_TRUE(WaitUntil([&] { return other.state() == QProcess::NotRunning; }));
+    EXPECT_TRUE(WaitInRealTime([&] { return other.state() == QProcess::NotRunning; }));
 }
 
 TEST_F(ProcessTest, ChildEndsWhenItsInputEnds) {

@@ -3,7 +3,7 @@
 #include <QHostAddress>
 #include <QTimer>
 
-#include "Wait.h"
+#include "support/RealTime.h"
 
 RawClient::RawClient(quint16 port) {
     QObject::connect(&m_socket, &QTcpSocket::readyRead, &m_socket, [this] { m_received += m_socket.readAll(); });
@@ -46,7 +46,7 @@ bool RawClient::WriteOneByOne(const QByteArray& bytes) {
         }
     });
     turn.start(1);
-    return WaitUntil([&] { return written == bytes.size(); });
+    return WaitInRealTime([&] { return written == bytes.size(); });
 }
 
 void RawClient::StopReading() {
@@ -55,13 +55,13 @@ void RawClient::StopReading() {
 }
 
 bool RawClient::WaitUntilConnected() {
-    return WaitUntil([this] { return IsConnected(); });
+    return WaitInRealTime([this] { return IsConnected(); });
 }
 
 bool RawClient::WaitUntilReceived(const QByteArray& words) {
-    return WaitUntil([&] { return m_received.contains(words); });
+    return WaitInRealTime([&] { return m_received.contains(words); });
 }
 
 bool RawClient::WaitUntilClosed() {
-    return WaitUntil([this] { return m_socket.state() == QTcpSocket::UnconnectedState; });
+    return WaitInRealTime([this] { return m_socket.state() == QTcpSocket::UnconnectedState; });
 }

@@ -3,7 +3,7 @@
 
 #include "DevServerTest.h"
 #include "RawClient.h"
-#include "Wait.h"
+#include "support/RealTime.h"
 
 namespace {
 
@@ -23,7 +23,7 @@ protected:
     unsigned Connections() { return Http("GET", "/v1/state").body["connections"].size(); }
 
     bool WaitForConnections(unsigned count) {
-        return WaitUntil([&] { return Connections() == count; });
+        return WaitInRealTime([&] { return Connections() == count; });
     }
 
     /// Shaken hands, and the configuration read.
@@ -42,7 +42,8 @@ protected:
     }
 
     bool WaitForLogin(uint64_t user) {
-        return WaitUntil([&] { return Http("GET", "/v1/state").body["connections"][0]["user"].asUInt64() == user; });
+        return WaitInRealTime(
+            [&] { return Http("GET", "/v1/state").body["connections"][0]["user"].asUInt64() == user; });
     }
 };
 

@@ -41,6 +41,7 @@ INSTANTIATE_TEST_SUITE_P(
            Refused{"Login", EncodeFrame(Frame(channel::Frame::LOGIN)), "a kind that only clients send"},
            Refused{"Logout", EncodeFrame(Frame(channel::Frame::LOGOUT)), "a kind that only clients send"},
            Refused{"Request", EncodeFrame(Frame(channel::Frame::REQUEST)), "a kind that only clients send"},
+           Refused{"Language", EncodeFrame(Frame(channel::Frame::LANGUAGE)), "a kind that only clients send"},
            Refused{"BareReply", EncodeFrame(Frame(channel::Frame::REPLY)), "a reply without session or command"},
            Refused{"BarePush", EncodeFrame(Frame(channel::Frame::PUSH)), "a push without a command"},
            Refused{"PushBeyondSixteenBits", PushOf(65536), "a push without a command"},

@@ -14,6 +14,7 @@ protected:
     CheckpointOptions Options(qint64 afterBytes, qint64 restartBytes) {
         CheckpointOptions options;
         options.afterBytes = afterBytes;
+        options.atMostBytes = 1 << 30;
         options.pause = std::chrono::milliseconds(0);
         options.restartBytes = restartBytes;
         options.fnTaken = [this](const StoreCheckpoint& checkpoint) {
@@ -39,7 +40,7 @@ protected:
         return Restarted(m_taken);
     }
 
-    /// Rests after each checkpoint's worth: a writer without a gap may keep a restart waiting for long.
+    /// Lets each checkpoint come before it goes on.
     void SaveUntilRestarted(CSqliteStore& file) {
         for (int n = 0; n < 20 && !HasRestarted(); ++n) {
             const size_t before = TakenCount();
@@ -115,6 +116,51 @@ TEST_F(CheckpointerTest, ALogPastItsLimitBeginsAnewWithoutARefusedSave) {
     for (int n = 0; n < 20; ++n) {
         EXPECT_EQ(Read(file, "key" + std::to_string(n)).size(), 20'000u);
     }
+}
+
+TEST_F(CheckpointerTest, OneWaitsForTheWriterToRestButNotForEver) {
+    CheckpointOptions options = Options(100'000, 1 << 30);
+    options.atMostBytes = 8'000'000;
+    options.pause = std::chrono::hours(1);
+    CSqliteStore file(Path(), options);
+
+    SaveMuch(file, 500);
+
+    ASSERT_TRUE(WaitUntil([](const auto& taken) { return !taken.empty(); }));
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    EXPECT_GT(m_taken[0].logBytes, 7'000'000);
+}
+
+TEST_F(CheckpointerTest, OneIsTakenWhenTheWriterRests) {
+    CheckpointOptions options = Options(100'000, 1 << 30);
+    options.pause = std::chrono::milliseconds(20);
+    CSqliteStore file(Path(), options);
+
+    SaveMuch(file, 20);
+
+    EXPECT_TRUE(WaitUntil([](const auto& taken) { return !taken.empty(); }));
+}
+
+TEST_F(CheckpointerTest, AWriterThatNeverRestsKeepsNoRestartWaiting) {
+    CheckpointOptions options = Options(200'000, 1'000'000);
+    options.atMostBytes = 200'000;
+    CSqliteStore file(Path(), options);
+
+    const auto restarts = [](const std::vector<StoreCheckpoint>& taken) {
+        return std::count_if(taken.begin(), taken.end(), [](const auto& each) { return each.restarted; });
+    };
+    for (int saved = 0; saved < 20'000; saved += 20) {
+        SaveMuch(file, 20);
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (restarts(m_taken) == 40) {
+            break;
+        }
+    }
+
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    EXPECT_GE(restarts(m_taken), 20);
+    EXPECT_THAT(m_taken,
+                Each(Truly([](const StoreCheckpoint& each) { return each.restarted == (each.logBytes > 1'000'000); })));
 }
 
 TEST_F(CheckpointerTest, ALogThatSomebodyReadsIsLeftToALaterOne) {

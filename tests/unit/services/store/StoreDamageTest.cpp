@@ -1,3 +1,7 @@
+#include <sys/stat.h>
+
+#include <QElapsedTimer>
+
 #include "StoreFolderTest.h"
 #include "store/StoreFiles.h"
 
@@ -8,13 +12,15 @@ namespace {
 class StoreDamageTest : public StoreFolderTest {
 protected:
     static constexpr int kKeys = 200;
+    // Of so many values the file is checked before anything is read from it.
+    static constexpr int kKeysOfASmallFile = 60;
 
     static std::string Key(int n) { return "key" + std::to_string(n); }
 
     /// Larger than what a connection keeps in memory, so that most reads go to the file.
-    void FillFile() const {
+    void FillFile(int keys = kKeys) const {
         CSqliteStore file(Path());
-        for (int n = 0; n < kKeys; ++n) {
+        for (int n = 0; n < keys; ++n) {
             ASSERT_TRUE(file.SaveString(kApp, Key(n), std::string(20'000, char('a' + n % 26))));
         }
     }
@@ -55,7 +61,7 @@ TEST_F(StoreDamageTest, AFileThatIsNoDatabaseIsMovedAsideAsItWas) {
 }
 
 TEST_F(StoreDamageTest, DamagedPagesAreFoundAtOpening) {
-    FillFile();
+    FillFile(kKeysOfASmallFile);
     Overwrite(Path(), QFile(Path()).size() / 2, 4096 * 4);
 
     CSqliteStore file(Path());
@@ -63,6 +69,56 @@ TEST_F(StoreDamageTest, DamagedPagesAreFoundAtOpening) {
     ExpectOneFileMovedAsideAndToldInTheLog();
     ExpectTheStoreWorksOn(file);
     EXPECT_EQ(Read(file, Key(0)), "absent");
+}
+
+TEST_F(StoreDamageTest, DamagedPagesOfALargeFileAreFoundWithoutReadingThem) {
+    FillFile();
+    Overwrite(Path(), QFile(Path()).size() - 4096 * 4, 4096 * 4);  // of the last value
+
+    CSqliteStore file(Path());
+    EXPECT_EQ(file.Trouble(), EnStoreTrouble::kNone);
+    QElapsedTimer waited;
+    waited.start();
+    while (MovedAside().isEmpty() && waited.elapsed() < 20'000) {
+        Read(file, Key(0));
+    }
+
+    ExpectOneFileMovedAsideAndToldInTheLog();
+    ExpectTheStoreWorksOn(file);
+}
+
+TEST_F(StoreDamageTest, ALargeFileThatIsWholeStays) {
+    FillFile();
+    {
+        CSqliteStore file(Path());
+        EXPECT_EQ(Read(file, Key(0)), std::string(20'000, 'a'));
+        EXPECT_TRUE(file.SaveString(kApp, "after", "value"));
+    }
+
+    CSqliteStore file(Path());
+    EXPECT_EQ(Read(file, "after"), "value");
+    EXPECT_THAT(MovedAside(), IsEmpty());
+}
+
+TEST_F(StoreDamageTest, AFileThatCantBeMovedAsideTakesNoSaves) {
+    FillFile();
+    CSqliteStore file(Path());
+    DamageAllButTheFirstPage();
+    ASSERT_EQ(chmod(QFile::encodeName(folder.path()).constData(), 0555), 0);
+    {
+        const CWithoutRoot nobody;
+
+        int refused = 0;
+        for (int n = 0; n < kKeys; ++n) {
+            refused += file.SaveString(kApp, Key(n), "saved") ? 0 : 1;
+        }
+
+        EXPECT_GT(refused, 0);
+        EXPECT_FALSE(file.SaveString(kApp, Key(0), "saved"));
+    }
+    EXPECT_THAT(log.Lines(), Contains(Error(HasSubstr("client.sqlite is damaged and can't be moved aside: "))));
+    EXPECT_TRUE(MovedAside().isEmpty());
+    ASSERT_EQ(chmod(QFile::encodeName(folder.path()).constData(), 0755), 0);
 }
 
 TEST_F(StoreDamageTest, AFileThatWasCutOffIsFoundAtOpening) {

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QWidget>
+#include <optional>
+
+class CRefreshBoard;
+class QCheckBox;
+class QLabel;
+class QLineEdit;
+
+/// Has the growth module ask the server for rights, as another module would, and says what came of it.
+/// `board` must outlive it.
+class CAskPanel : public QWidget {
+public:
+    explicit CAskPanel(const CRefreshBoard& board, QWidget* parent = nullptr);
+
+private:
+    void AskAll();
+    void AskList();
+    void Follow(unsigned long session);
+    void ShowOutcome();
+    void Say(const QString& words, bool good);
+
+    const CRefreshBoard& m_board;
+    std::optional<unsigned long> m_session;
+    QLineEdit* m_pRights;
+    QCheckBox* m_pServerPush;
+    QLabel* m_pOutcome;
+};

@@ -1,0 +1,57 @@
+#include "workbench/rights/RightsTab.h"
+
+#include <QSplitter>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include "ClientTexts.h"
+#include "workbench/rights/AskPanel.h"
+#include "workbench/rights/PushPanel.h"
+#include "workbench/rights/RefreshView.h"
+#include "workbench/rights/RightDetail.h"
+#include "workbench/rights/RightsView.h"
+#include "workbench/rights/VipPanel.h"
+
+namespace {
+
+constexpr int kTabMargin = 8;
+
+}  // namespace
+
+CRightsTab::CRightsTab(const CPremiumRights& rights, const CRefreshBoard& board, const CWireDecoder& decoder,
+                       IServerAsk& server, CAnswerPanel::SetFault setFault, QWidget* parent)
+    : QWidget(parent) {
+    setObjectName(QStringLiteral("RightsTab"));
+    auto* tabs = new QTabWidget(this);
+    tabs->setObjectName(QStringLiteral("RightsTabs"));
+    tabs->setDocumentMode(true);
+    const auto addTab = [tabs](QWidget* tab, texts::EnText title) {
+        const int index = tabs->addTab(tab, QString());
+        tab->layout()->setContentsMargins(0, kTabMargin, 0, 0);
+        texts::Keep(tab, [tabs, index, title] { tabs->setTabText(index, texts::Tr(title)); });
+    };
+    auto* detail = new CRightDetail(rights, decoder, tabs);
+    auto* view = new CRightsView(rights, decoder, this);
+    connect(view, &CRightsView::Chosen, this, [tabs, detail](EnPremiumAccess right) {
+        detail->ShowRight(right);
+        tabs->setCurrentWidget(detail);
+    });
+    addTab(detail, texts::kRight);
+    addTab(new CRefreshView(board, tabs), texts::kRefreshes);
+    addTab(new CAskPanel(board, tabs), texts::kAskRights);
+    addTab(new CPushPanel(server, tabs), texts::kPushes);
+    addTab(new CAnswerPanel(std::move(setFault), tabs), texts::kAnswers);
+    auto* splitter = new QSplitter(Qt::Vertical, this);
+    splitter->setObjectName(QStringLiteral("RightsTabSplitter"));
+    splitter->setHandleWidth(8);
+    splitter->setChildrenCollapsible(false);
+    splitter->addWidget(view);
+    splitter->addWidget(tabs);
+    splitter->setStretchFactor(0, 1);
+    splitter->setStretchFactor(1, 0);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(10);
+    layout->addWidget(new CVipPanel(rights, this));
+    layout->addWidget(splitter, 1);
+}

@@ -1,0 +1,323 @@
+// Rights and VIP status, from the server's scenario over the channel to the module's service and the workbench.
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <csignal>
+
+#include "ClientFixture.h"
+#include "modules/IZRGrowthModuleInterface.h"
+#include "plugin/IZRPluginCenter.h"
+
+using namespace ::testing;
+
+namespace {
+
+constexpr const char* kScenario = R"({"schema":1,"rights":[
+    {"access":1,"uiType":"A","otherInfo":{"group":"market"},"links":{"mainBtn":11,"detailBtn":12,"detailSubBtn":13},
+     "texts":{"en":{"mainTitle":"First","mainBtn":"Open","detailTitle":"All of it","detailSubTitle":"Today",
+                    "detailBtn":"More","detailSubBtn":"Less"},"fr":{"mainTitle":"Premier"}}},
+    {"access":5,"uiType":"D","texts":{"en":{"mainTitle":"Fifth"},"fr":{"mainTitle":"Cinquième"}}},
+    {"access":1000,"texts":{"en":{"mainTitle":"Page"},"fr":{"mainTitle":"Page premium"}}}],
+  "users":[
+    {"id":501,"name":"One Member","trade":false,"premium":{"rights":[
+        {"access":1,"hasPermission":true,"activationType":3,"daysLeft":30,"activationSource":2},
+        {"access":5,"hasPermission":false,"activationType":5},
+        {"access":1000,"hasPermission":true,"display":false}]},
+     "vip":{"qualification":true,"basic":{"state":1,"level":2,"version":1,"newState":1,"newSubState":103,
+            "autoRenewal":1}}},
+    {"id":502,"name":"Two Refused","trade":false,"premium":{"rights":[{"access":5,"hasPermission":true}]}},
+    {"id":503,"name":"Three Trading","trade":true},
+    {"id":504,"name":"Four Plain"}],
+  "commonConfig":{}})";
+
+class RightsTest : public ClientTest {
+protected:
+    struct Told {
+        unsigned int message;
+        uint64_t outcome;
+        std::vector<int> rights;  // in the table as it is told
+    };
+
+    void SetUp() override {
+        options.scenario = WriteFile("rights.json", kScenario);
+        Start();
+        for (const unsigned int message : {80050u, 80051u, 80052u}) {
+            client->Bus().Bind(
+                message,
+                [this](unsigned int id, unsigned long, const std::shared_ptr<core::CMessageBody>& body) {
+                    told.push_back({id, body ? body->p2() : 0, Rights()});
+                },
+                &watcher);
+        }
+        QObject::connect(client.get(), &CComposition::UserChanged, &watcher,
+                         [this] { atUserChange.push_back(Rights()); });
+        AwaitLogin(501);
+    }
+
+    // The end still tells of a logout, to members of this.
+    ~RightsTest() override { End(); }
+
+    /// Waits until that user is in and both answers have come.
+    void AwaitLogin(uint64_t user) {
+        ASSERT_TRUE(WaitInRealTime([&] { return client->UserId() == user && ToldOf(80051) > 0 && ToldOf(80052) > 0; }));
+    }
+
+    void LogIn(uint64_t user) {
+        told.clear();
+        atUserChange.clear();
+        client->Login(user);
+        AwaitLogin(user);
+    }
+
+    static std::shared_ptr<IZRGrowthModuleInterface> Service() {
+        return IZRPluginCenter::CreateInterface<IZRGrowthModuleInterface>();
+    }
+
+    static CPremiumUIAccessData Right(int right) { return Service()->GetUIAccessData(EnPremiumAccess(right)); }
+
+    static std::vector<int> Rights() {
+        std::vector<int> rights;
+        for (const EnPremiumAccess right : Service()->GetUIAccessData().keys()) {
+            rights.push_back(right);
+        }
+        return rights;
+    }
+
+    int ToldOf(unsigned int message) const {
+        return int(std::count_if(told.begin(), told.end(), [=](const Told& one) { return one.message == message; }));
+    }
+
+    std::string LastRequest() { return server->Requests(20637).back()["bodyHex"].asString(); }
+
+    template <class Widget>
+    Widget* Child(const char* name) {
+        return window->findChild<Widget*>(QString::fromLatin1(name));
+    }
+
+    bool Says(const char* label, const char* words) {
+        return Child<QLabel>(label)->text().contains(QString::fromUtf8(words));
+    }
+
+    void Press(const char* button) { Child<QPushButton>(button)->click(); }
+
+    std::vector<Told> told;
+    std::vector<std::vector<int>> atUserChange;
+};
+
+TEST_F(RightsTest, TheServiceHoldsTheScenariosRights) {
+    EXPECT_THAT(Rights(), ElementsAre(1, 5, 1000));
+    const CPremiumUIAccessData first = Right(1);
+    EXPECT_EQ(first.enAccess, 1);
+    EXPECT_EQ(first.enUIAccess, 1);
+    EXPECT_TRUE(first.bHasPermission);
+    EXPECT_EQ(first.nActivationType, 3);
+    EXPECT_EQ(first.nDaysLeft, 30);
+    EXPECT_EQ(first.nActivationSource, 2);
+    EXPECT_EQ(first.strUIType, QStringLiteral("A"));
+    EXPECT_EQ(first.strMainTitle, QStringLiteral("First"));
+    EXPECT_EQ(first.strMainBtn, QStringLiteral("Open"));
+    EXPECT_EQ(first.strDetailTitle, QStringLiteral("All of it"));
+    EXPECT_EQ(first.strDetailSubTitle, QStringLiteral("Today"));
+    EXPECT_EQ(first.strDetailBtn, QStringLiteral("More"));
+    EXPECT_EQ(first.strDetailSubBtn, QStringLiteral("Less"));
+    EXPECT_EQ(first.nMainBtnUrlID, 11);
+    EXPECT_EQ(first.nDetailBtnUrlID, 12);
+    EXPECT_EQ(first.nDetailSubBtnUrlID, 13);
+    EXPECT_THAT(first.strOtherInfo.toStdString(), HasSubstr("market"));
+    // a half that the server leaves out
+    EXPECT_EQ(Right(1000).enUIAccess, 0);
+    EXPECT_TRUE(Right(1000).bHasPermission);
+
+    EXPECT_TRUE(Service()->HasVipQualification());
+    EXPECT_EQ(Service()->GetVipGrade(), 2);
+    EXPECT_EQ(Service()->GetVipState(), 1);
+    EXPECT_EQ(Service()->GetNewVipState(), 1);
+    EXPECT_EQ(Service()->GetVipEngineStatus(), kVipEngineMember);
+    EXPECT_FALSE(Service()->IsNewVipSystem());
+    Child<QComboBox>("WorkbenchEdition")->setCurrentIndex(1);
+    EXPECT_TRUE(Service()->IsNewVipSystem());
+    EXPECT_TRUE(Says("VipNewSystem", "yes"));
+}
+
+TEST_F(RightsTest, TheTableOfTheNextUserHasNothingOfTheFormer) {
+    LogIn(502);
+
+    // nobody's first, then the new one's, and never a right of the former
+    EXPECT_THAT(atUserChange, Each(IsEmpty()));
+    for (const Told& one : told) {
+        EXPECT_THAT(one.rights, Each(5)) << one.message;
+    }
+    EXPECT_THAT(Rights(), ElementsAre(5));
+    EXPECT_TRUE(Right(5).bHasPermission);
+    EXPECT_FALSE(Service()->HasVipQualification());
+    EXPECT_EQ(Service()->GetVipGrade(), 0);
+    EXPECT_EQ(Child<QTableView>("RightsTable")->model()->rowCount(), 1);
+}
+
+TEST_F(RightsTest, ALogoutEmptiesTableAndPageWithoutAMessage) {
+    told.clear();
+
+    client->Logout();
+
+    EXPECT_THAT(told, IsEmpty());
+    EXPECT_THAT(Rights(), IsEmpty());
+    EXPECT_EQ(Child<QTableView>("RightsTable")->model()->rowCount(), 0);
+    EXPECT_TRUE(Says("VipQualification", "no"));
+    EXPECT_TRUE(Says("VipGrade", "0"));
+}
+
+TEST_F(RightsTest, TheTradeModuleDecidesOnWhoIsNoMember) {
+    LogIn(502);
+    EXPECT_EQ(Service()->GetVipEngineStatus(), kVipEngineNonMember);
+    EXPECT_TRUE(Says("VipEngineStatus", "no member"));
+
+    LogIn(503);
+    EXPECT_EQ(Service()->GetVipEngineStatus(), kVipEngineUndetermined);
+
+    LogIn(504);
+    EXPECT_EQ(Service()->GetVipEngineStatus(), kVipEngineUndetermined);
+}
+
+TEST_F(RightsTest, APushForAListRefreshesJustThese) {
+    server->Put("/v1/users/501/premium",
+                R"({"rights":[{"access":1,"hasPermission":false,"daysLeft":0},{"access":5,"hasPermission":true}]})");
+    told.clear();
+
+    server->Post("/v1/push", R"({"premiumChange":{"delaySeconds":0,"needAll":false,"access":[5]}})");
+
+    ASSERT_TRUE(WaitInRealTime([this] { return ToldOf(80050) == 1; }));
+    EXPECT_EQ(LastRequest(), "08001005");
+    EXPECT_THAT(Rights(), ElementsAre(1, 5, 1000));
+    EXPECT_TRUE(Right(5).bHasPermission);
+    EXPECT_TRUE(Right(1).bHasPermission);
+    EXPECT_EQ(Right(1).nDaysLeft, 30);
+    EXPECT_EQ(ToldOf(80051), 0);
+}
+
+TEST_F(RightsTest, APushOfTheVipStatusRefreshesIt) {
+    server->Put("/v1/users/501/vip", R"({"qualification":true,"basic":{"level":3,"newState":2}})");
+    told.clear();
+
+    server->Post("/v1/push", R"({"vipChange":{"windowSeconds":0}})");
+
+    ASSERT_TRUE(WaitInRealTime([this] { return ToldOf(80052) == 1; }));
+    EXPECT_EQ(Service()->GetVipGrade(), 3);
+    EXPECT_EQ(Service()->GetVipEngineStatus(), kVipEngineExpired);
+    EXPECT_TRUE(Says("VipEngineStatus", "expired"));
+}
+
+TEST_F(RightsTest, ALanguageBringsItsTexts) {
+    told.clear();
+
+    client->SetLanguage(7);
+
+    ASSERT_TRUE(WaitInRealTime([this] { return ToldOf(80050) == 1; }));
+    EXPECT_EQ(Right(1).strMainTitle, QStringLiteral("Premier"));
+    EXPECT_EQ(Right(5).strMainTitle, QString::fromUtf8("Cinquième"));
+    // the server hears of it ahead of the question
+    const Json::Value received = server->Get("/v1/received")["received"];
+    EXPECT_EQ(received[received.size() - 2]["kind"], "LANGUAGE");
+    EXPECT_EQ(received[received.size() - 1]["kind"], "REQUEST");
+}
+
+TEST_F(RightsTest, AServerThatIsGoneAndBackLeavesTheTable) {
+    told.clear();
+    ASSERT_EQ(kill(pid_t(client->Server().ProcessId()), SIGKILL), 0);
+    ASSERT_TRUE(WaitInRealTime([this] { return !client->IsConnected(); }));
+    EXPECT_THAT(Rights(), ElementsAre(1, 5, 1000));
+
+    ASSERT_TRUE(WaitInRealTime([this] { return CountOf(10650) == 2; }));
+
+    EXPECT_THAT(Rights(), ElementsAre(1, 5, 1000));
+    EXPECT_EQ(Service()->GetVipGrade(), 2);
+    EXPECT_THAT(told, IsEmpty());
+    // and the next question is answered
+    Service()->GetUiMsgAndPremiumAccessReq(true);
+    EXPECT_TRUE(WaitInRealTime([this] { return ToldOf(80050) == 1; }));
+}
+
+struct BadAnswer {
+    const char* name;
+    const char* fault;
+    const char* outcome;
+};
+
+class BadAnswerTest : public RightsTest, public WithParamInterface<BadAnswer> {};
+
+TEST_P(BadAnswerTest, LeavesTheTableAsItWasAndIsTold) {
+    server->Put("/v1/users/501/premium", R"({"rights":[]})");
+    server->Put("/v1/faults", std::string(R"({"20637":)") + GetParam().fault + "}");
+    told.clear();
+
+    Service()->GetUiMsgAndPremiumAccessReq(true);
+
+    ASSERT_TRUE(WaitInRealTime([this] { return told.size() == 1; }));
+    EXPECT_EQ(told[0].message, 80051u);
+    EXPECT_EQ(told[0].outcome, 2u);
+    EXPECT_THAT(Rights(), ElementsAre(1, 5, 1000));
+    EXPECT_TRUE(Right(1).bHasPermission);
+    EXPECT_TRUE(WaitInRealTime([this] { return Says("RefreshPremium", GetParam().outcome); }));
+}
+
+INSTANTIATE_TEST_SUITE_P(Answers, BadAnswerTest,
+                         Values(BadAnswer{"Error", R"({"error":7,"times":1})", "channel error 7"},
+                                BadAnswer{"Garbage", R"({"bodyHex":"ff","times":1})", "bad bytes"},
+                                BadAnswer{"NoCode", R"({"bodyHex":"12026e6f","times":1})", "no code"},
+                                BadAnswer{"OtherCode", R"({"bodyHex":"0805","times":1})", "code 5"},
+                                BadAnswer{"Cut", R"({"drop":true,"times":1})", "channel error"}),
+                         [](const auto& row) { return row.param.name; });
+
+class BadVipAnswerTest : public RightsTest, public WithParamInterface<BadAnswer> {};
+
+TEST_P(BadVipAnswerTest, LeavesTheStatusAsItWasAndIsNotTold) {
+    server->Put("/v1/users/501/vip", R"({"basic":{"level":3}})");
+    server->Put("/v1/faults", std::string(R"({"20831":)") + GetParam().fault + "}");
+    told.clear();
+
+    server->Post("/v1/push", R"({"vipChange":{}})");
+
+    ASSERT_TRUE(WaitInRealTime([this] { return Says("RefreshVip", GetParam().outcome); }));
+    EXPECT_THAT(told, IsEmpty());
+    EXPECT_EQ(Service()->GetVipGrade(), 2);
+    EXPECT_TRUE(Service()->HasVipQualification());
+}
+
+INSTANTIATE_TEST_SUITE_P(Answers, BadVipAnswerTest,
+                         Values(BadAnswer{"Error", R"({"error":7,"times":1})", "push \u00B7 channel error 7"},
+                                BadAnswer{"OtherCommand", R"({"replyCommand":20832,"times":1})",
+                                          "push \u00B7 wrong command 20832"},
+                                BadAnswer{"Garbage", R"({"bodyHex":"ff","times":1})", "push \u00B7 bad bytes"}),
+                         [](const auto& row) { return row.param.name; });
+
+TEST_F(RightsTest, TheWorkbenchAsksBreaksAndPushes) {
+    // a list, through the service
+    Child<QLineEdit>("AskRights")->setText(QStringLiteral("5 1"));
+    Press("AskList");
+    ASSERT_TRUE(WaitInRealTime([this] { return Says("AskOutcome", "good"); }));
+    EXPECT_EQ(LastRequest(), "080010051001");
+
+    // the next answer with a code of its own, once
+    Child<QComboBox>("AnswerKind")->setCurrentIndex(5);
+    Press("AnswerSet");
+    ASSERT_TRUE(WaitInRealTime([this] { return Says("AnswerMessage", "20637"); }));
+    Press("AskAll");
+    ASSERT_TRUE(WaitInRealTime([this] { return Says("AskOutcome", "code 5"); }));
+    Press("AskAll");
+    ASSERT_TRUE(WaitInRealTime([this] { return Says("AskOutcome", "good"); }));
+    EXPECT_EQ(LastRequest(), "0801");
+
+    // and both pushes
+    Child<QLineEdit>("PushDelay")->setText(QStringLiteral("0"));
+    Child<QLineEdit>("PushRights")->setText(QStringLiteral("1"));
+    Child<QComboBox>("PushNeedAll")->setCurrentIndex(0);
+    Press("PushPremium");
+    ASSERT_TRUE(WaitInRealTime([this] { return Says("RefreshPremium", "push \u00B7 good"); }));
+    EXPECT_EQ(LastRequest(), "08001001");
+    Child<QLineEdit>("PushWindow")->setText(QString());
+    Press("PushVip");
+    EXPECT_TRUE(WaitInRealTime([this] { return Says("RefreshVip", "push \u00B7 good"); }));
+}
+
+}  // namespace

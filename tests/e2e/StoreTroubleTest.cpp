@@ -1,0 +1,113 @@
+// The store's file is there, and this client may not write it.
+#include <QLabel>
+#include <QProcess>
+
+#include "ClientFixture.h"
+#include "ClientTexts.h"
+#include "StatusLine.h"
+#include "core/config_local.h"
+#include "core/lang.h"
+
+using namespace ::testing;
+
+namespace {
+
+constexpr char kCache[] = "ZRBaseAIChatEnableCacheDataKey_501";
+constexpr char kCached[] = "[\n\t1,\n\t4\n]\n";
+
+class StoreTroubleTest : public ClientTest {
+protected:
+    ~StoreTroubleTest() override { EndOther(); }
+
+    /// A client in a process of its own, on the same folder and with a server of its own.
+    void StartOther() {
+        other.start(QStringLiteral(ZR_CLIENT),
+                    {QStringLiteral("--data-dir"), options.dataDir, QStringLiteral("--scenario"), options.scenario,
+                     QStringLiteral("--modules"), options.manifest, QStringLiteral("--server-binary"),
+                     options.serverBinary, QStringLiteral("--no-web")});
+        ASSERT_TRUE(WaitInRealTime([this] { return StoredValue(kCache) == kCached; }))
+            << other.readAllStandardError().toStdString();
+    }
+
+    void EndOther() {
+        if (other.state() != QProcess::NotRunning) {
+            other.kill();
+            EXPECT_TRUE(WaitInRealTime([this] { return other.state() == QProcess::NotRunning; }));
+        }
+    }
+
+    std::string StatusText() const { return window->StatusLine().Text().toStdString(); }
+
+    /// Logged in, served, with the words before those of the connection; and the old values are read, the new not
+    /// saved.
+    void ExpectReadOnlyLife(texts::EnText words) {
+        const std::string said =
+            texts::Tr(words).toStdString() + " \u00B7 " + texts::Tr(texts::kConnected).toStdString();
+        EXPECT_TRUE(WaitInRealTime([&] { return StatusText() == said; })) << StatusText();
+        EXPECT_FALSE(window->StatusLine().IsGood());
+        EXPECT_TRUE(Child<QLabel>("StatusText")->isVisible());
+        std::string value;
+        EXPECT_TRUE(core::config_local::AppCfgReadString(kCache, value));
+        EXPECT_EQ(value, kCached);
+        EXPECT_FALSE(core::config_local::AppCfgSaveString(kCache, "another"));
+        EXPECT_EQ(StoredValue(kCache), kCached);
+    }
+
+    /// A file as a client of later days would leave it.
+    void WriteNewerFile() const {
+        ASSERT_TRUE(QDir().mkpath(options.dataDir));
+        const QString writer = QStringLiteral("writer");
+        {
+            QSqlDatabase file = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), writer);
+            file.setDatabaseName(options.dataDir + QStringLiteral("/client.sqlite"));
+            ASSERT_TRUE(file.open());
+            QSqlQuery query(file);
+            ASSERT_TRUE(
+                query.exec(QStringLiteral("CREATE TABLE config (owner TEXT NOT NULL, key TEXT NOT NULL, value,"
+                                          " PRIMARY KEY (owner, key)) WITHOUT ROWID")));
+            ASSERT_TRUE(query.prepare(QStringLiteral("INSERT INTO config VALUES ('app', ?, ?)")));
+            query.addBindValue(QString::fromLatin1(kCache));
+            query.addBindValue(QByteArray(kCached));
+            ASSERT_TRUE(query.exec());
+            ASSERT_TRUE(query.exec(QStringLiteral("PRAGMA user_version=1000")));
+        }
+        QSqlDatabase::removeDatabase(writer);
+    }
+
+    QProcess other;
+};
+
+TEST_F(StoreTroubleTest, TheSecondClientOfAFolderSaysSoAndReadsTheOldValues) {
+    StartOther();
+
+    StartAndLogIn();
+
+    ExpectReadOnlyLife(texts::kStoreSecondClient);
+    client->SetLanguage(core::lang::kLanguageFrench);
+    EXPECT_THAT(StatusText(), HasSubstr("un autre client utilise ce dossier"));
+    ExpectReadOnlyLife(texts::kStoreSecondClient);
+}
+
+TEST_F(StoreTroubleTest, TheSecondClientSavesOnceTheFirstHasEnded) {
+    StartOther();
+    StartAndLogIn();
+    ASSERT_FALSE(window->StatusLine().IsGood());
+
+    EndOther();
+    EXPECT_TRUE(core::config_local::AppCfgSaveString("After_The_First", "mine"));
+
+    EXPECT_EQ(StatusText(), "Connected");
+    EXPECT_TRUE(window->StatusLine().IsGood());
+    EXPECT_EQ(StoredValue("After_The_First"), "mine");
+    EXPECT_EQ(StoredValue(kCache), kCached);
+}
+
+TEST_F(StoreTroubleTest, AFileOfANewerVersionIsReadAndLeftAsItIs) {
+    WriteNewerFile();
+
+    StartAndLogIn();
+
+    ExpectReadOnlyLife(texts::kStoreNewerFile);
+}
+
+}  // namespace
