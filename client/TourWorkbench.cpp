@@ -166,10 +166,12 @@ bool CTour::SeeExport() {
     if (!file.open(QIODevice::ReadOnly)) {
         return Fail(QStringLiteral("nothing was exported to %1").arg(path));
     }
-    const QByteArray json = file.readAll();
+    const QString json = QString::fromUtf8(file.readAll());
     const std::vector<ServerUser>& users = m_composition.Users();
     const bool tells = std::any_of(users.begin(), users.end(), [&json](const ServerUser& user) {
-        return json.contains(QByteArray::number(user.id)) || json.contains(user.name.toUtf8());
+        // As a number of its own: within a longer one it is no id.
+        const QRegularExpression id(QStringLiteral("(?<![0-9])%1(?![0-9])").arg(user.id));
+        return json.contains(id) || json.contains(user.name);
     });
     if (json.isEmpty() || tells) {
         return Fail(QStringLiteral("the export names a user, or nothing"));

@@ -129,7 +129,8 @@ std::optional<Json::Value> CAnswerPanel::FaultAsked() {
     const QString text = m_pValue->text().trimmed();
     const EnAnswer answer = kChoices[m_pAnswer->currentIndex()].answer;
     bool isNumber = false;
-    const int number = text.toInt(&isNumber);
+    // A command has 32 bits without a sign.
+    const auto number = answer == EnAnswer::OtherCommand ? int(text.toUInt(&isNumber)) : text.toInt(&isNumber);
     const bool takesNumber =
         answer == EnAnswer::Error || answer == EnAnswer::OtherCommand || answer == EnAnswer::OtherCode;
     if (takesNumber && !isNumber) {
@@ -146,7 +147,7 @@ std::optional<Json::Value> CAnswerPanel::FaultAsked() {
             fault["error"] = number;
             break;
         case EnAnswer::OtherCommand:
-            fault["replyCommand"] = number;
+            fault["replyCommand"] = unsigned(number);
             break;
         case EnAnswer::Garbage:
             fault["bodyHex"] = text.toLower().toStdString();

@@ -72,6 +72,58 @@ TEST(VipMessagesTest, ANegativeStateTakesTenBytesAndALevelNeverDoes) {
     EXPECT_EQ(basic.SerializeAsString(), Bytes({0x18, 0xFF, 0xFF, 0xFF, 0xFF, 0x0F}));
 }
 
+/// Written and read again, each field at the end of its range.
+void ExpectReadBack(const VipBasicData& basic, const std::string& bytes) {
+    EXPECT_EQ(basic.SerializeAsString(), bytes);
+    VipBasicData read;
+    ASSERT_TRUE(read.ParseFromString(bytes));
+    EXPECT_EQ(read.SerializeAsString(), bytes);
+}
+
+TEST(VipMessagesTest, SignedFieldsTakeTenBytesBelowZero) {
+    const std::string minusOne = Bytes({0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0x01});
+    VipBasicData basic;
+    basic.set_auto_renewal(-1);
+    ExpectReadBack(basic, Bytes({0x78}) + minusOne);
+
+    GetAppEntryMessageRsp answer;
+    answer.set_code(-1);
+    EXPECT_EQ(answer.SerializeAsString(), Bytes({0x08}) + minusOne);
+}
+
+TEST(VipMessagesTest, TheTwoLongFieldsHave64Bits) {
+    const std::string most = Bytes({0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0x01});
+    VipBasicData basic;
+    basic.set_vip_basic_field_1(~0ull);
+    basic.set_vip_basic_field_14(~0ull);
+
+    ExpectReadBack(basic, Bytes({0x08}) + most + Bytes({0x70}) + most);
+}
+
+TEST(VipMessagesTest, UnsignedFieldsTakeFiveBytesAtMost) {
+    const std::string most = Bytes({0xFF, 0xFF, 0xFF, 0xFF, 0x0F});
+    for (const int number : {3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13}) {
+        const std::string bytes = Bytes({number * 8}) + most;
+        VipBasicData basic;
+        ASSERT_TRUE(basic.ParseFromString(bytes)) << number;
+        EXPECT_EQ(basic.SerializeAsString(), bytes) << number;
+    }
+    UserVipStateChangePush push;
+    push.set_refresh_window_seconds(~0u);
+    EXPECT_EQ(push.SerializeAsString(), Bytes({0x08}) + most);
+}
+
+TEST(VipMessagesTest, ALocaleStringHasATextPerLanguage) {
+    ZRStringDefine::LocaleString text;
+    text.set_simplified_chinese("a");
+    text.set_traditional_chinese("b");
+    text.set_english("c");
+    text.set_japanese("d");
+    text.set_french("e");
+
+    EXPECT_EQ(text.SerializeAsString(), Bytes({0x0A, 1, 'a', 0x12, 1, 'b', 0x1A, 1, 'c', 0x22, 1, 'd', 0x2A, 1, 'e'}));
+}
+
 TEST(VipMessagesTest, ThePushHoldsItsWindow) {
     UserVipStateChangePush push;
     push.set_refresh_window_seconds(30);
@@ -190,10 +242,11 @@ TEST(VipMessagesTest, TheClientsEnumerationsHaveTheNumbersOfTheServiceInterface)
     EXPECT_THAT((std::vector<int>{kVipEngineUndetermined, kVipEngineTrial, kVipEngineMember, kVipEngineAssetProtection,
                                   kVipEngineExpired, kVipEngineNonMember, kVipEngineRenewalOff}),
                 ElementsAre(-1, 0, 1, 2, 3, 4, 5));
-    EXPECT_EQ(sizeof(ZRVipUIDataType), 4u);
-    EXPECT_EQ(sizeof(ZRVipMaskType), 4u);
-    EXPECT_EQ(sizeof(ZRVipTagType), 4u);
-    EXPECT_EQ(sizeof(ZRVipGrade), 4u);
+    EXPECT_TRUE((std::is_same<std::underlying_type<ZRVipUIDataType>::type, int>::value));
+    EXPECT_TRUE((std::is_same<std::underlying_type<ZRVipMaskType>::type, int>::value));
+    EXPECT_TRUE((std::is_same<std::underlying_type<ZRVipTagType>::type, int>::value));
+    EXPECT_TRUE((std::is_same<std::underlying_type<ZRVipGrade>::type, int>::value));
+    EXPECT_TRUE((std::is_same<std::underlying_type<ZRAIChatEntryScene>::type, int>::value));
 }
 
 }  // namespace

@@ -199,7 +199,7 @@ TEST_F(RightsViewTest, TheVipStatusIsLiveAndInWords) {
 
     service->engine = kVipEngineRenewalOff;
     service->qualification = true;
-    service->newState = 1;
+    service->newState = 2;
     service->isNewSystem = true;
     service->state = 1;
     service->grade = 4;
@@ -207,7 +207,7 @@ TEST_F(RightsViewTest, TheVipStatusIsLiveAndInWords) {
 
     EXPECT_EQ(Said("VipEngineStatus"), "5 \u00B7 member, renewal off");
     EXPECT_EQ(Said("VipQualification"), "yes");
-    EXPECT_EQ(Said("VipNewState"), "1 \u00B7 member");
+    EXPECT_EQ(Said("VipNewState"), "2 \u00B7 expired");
     EXPECT_EQ(Said("VipNewSystem"), "yes");
     EXPECT_EQ(Said("VipOldState"), "1 \u00B7 member");
     EXPECT_EQ(Said("VipGrade"), "4");

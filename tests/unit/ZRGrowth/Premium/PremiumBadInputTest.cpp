@@ -52,6 +52,49 @@ private:
     }
 };
 
+struct Malformed {
+    const char* name;
+    std::string bytes;
+};
+
+class MalformedPremiumBytesTest : public PremiumTest, public WithParamInterface<Malformed> {};
+
+TEST_P(MalformedPremiumBytesTest, AreNeitherAnAnswerNorAPushNorASavedTable) {
+    const std::string& bytes = GetParam().bytes;
+    TableHolds({13});
+
+    const unsigned long session = manager->GetUiMsgAndPremiumAccessReq(true);
+    channel.Reply(session, kRequest, Bytes({0x08, 0x00}) + bytes);
+    EXPECT_THAT(bus.Sent(), ElementsAre(::Message(kAnswered, session, 2)));
+    EXPECT_THAT(log.Lines().back(), Error("[Premium] Parse Response Failed, Invalid Protobuf Data"));
+
+    channel.Push(kPush, Bytes({0x08, 0x00}) + bytes);
+    time.Settle();
+    EXPECT_THAT(log.Lines().back(), Error("[Premium] Parse Push Failed, Invalid Protobuf Data"));
+    EXPECT_THAT(channel.Sent(), SizeIs(1));
+
+    store.SetUserString(kUser, kSavedKey, Bytes({0x0A, 0x02, 0x08, 0x0E}) + bytes);
+    CZRPremiumAccessModel restored;
+    restored.InitPremiumData();
+    EXPECT_TRUE(restored.GetUIAccessData().isEmpty());
+    EXPECT_EQ(manager->GetUIAccessData(), Table({13}));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Bytes, MalformedPremiumBytesTest,
+    Values(Malformed{"TagWithoutValue", Bytes({0x08})}, Malformed{"UnfinishedNumber", Bytes({0x08, 0x80})},
+           Malformed{"NumberOfElevenBytes",
+                     Bytes({0x08, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x01})},
+           Malformed{"LengthBeyondTheEnd", Bytes({0x1A, 0x02, 0x08})},
+           Malformed{"UnknownLengthBeyondTheEnd", Bytes({0xFA, 0x01, 0x05, 'u'})},
+           Malformed{"HugeLength", Bytes({0x1A, 0xFF, 0xFF, 0xFF, 0xFF, 0x0F})},
+           Malformed{"FieldNumberZero", Bytes({0x00, 0x00})}, Malformed{"WireTypeSix", Bytes({0x0E, 0x00})},
+           Malformed{"WireTypeSeven", Bytes({0xFF, 0x01, 0x00})},
+           Malformed{"EndOfAGroupThatWasNotBegun", Bytes({0x0C})},
+           Malformed{"GroupWithoutEnd", Bytes({0x0B, 0x08, 0x01})},
+           Malformed{"FourBytesOfAnEightByteNumber", Bytes({0x09, 0x00, 0x00, 0x00, 0x00})}),
+    [](const auto& row) { return row.param.name; });
+
 TEST_F(PremiumBadInputTest, FortySixThousandElementsAreAllReadTheLaterOfEachRightCounts) {
     const unsigned long session = manager->GetUiMsgAndPremiumAccessReq(false);
 

@@ -2,10 +2,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <iostream>
 #include <map>
-#include <numeric>
+#include <tuple>
 
 #include "Premium/PremiumTest.h"
 
@@ -21,13 +22,13 @@ enum Step {
     kSecondLogin,
     kSecondAnswer,
     kPushComes,
-    kDelayIsOver,
+    kDelayEnds,
     kPushedAnswer,
     kSteps,
 };
 
-const char* const kStepNames[] = {"first login",    "its answer", "logout",        "second login",
-                                  "its answer too", "push",       "delay is over", "answer to the pushed request"};
+const char* const kStepNames[] = {"first login",   "first answer", "logout",           "second login",
+                                  "second answer", "push",         "end of its delay", "answer to the pushed request"};
 
 using Order = std::array<Step, kSteps>;
 
@@ -40,13 +41,15 @@ bool ComesAbout(const Order& order) {
         return std::is_sorted(steps.begin(), steps.end(), [&at](Step a, Step b) { return at[a] < at[b]; });
     };
     return inOrder({kFirstLogin, kLogout, kSecondLogin, kSecondAnswer}) && inOrder({kFirstLogin, kFirstAnswer}) &&
-           inOrder({kPushComes, kDelayIsOver, kPushedAnswer});
+           inOrder({kPushComes, kDelayEnds, kPushedAnswer});
 }
 
 std::vector<Order> AllOrders() {
     std::vector<Order> orders;
     Order order{};
-    std::iota(reinterpret_cast<int*>(order.data()), reinterpret_cast<int*>(order.data()) + kSteps, 0);
+    for (int step = 0; step < kSteps; ++step) {
+        order[size_t(step)] = Step(step);
+    }
     do {
         if (ComesAbout(order)) {
             orders.push_back(order);
@@ -64,7 +67,7 @@ struct ServersAnswer {
 const std::map<Step, ServersAnswer> kAnswers = {
     {kFirstAnswer, {{13, 14}, 1, true}}, {kSecondAnswer, {{14, 15}, 2, true}}, {kPushedAnswer, {{13, 16}, 3, false}}};
 const std::map<Step, Step> kAnswerOf = {
-    {kFirstLogin, kFirstAnswer}, {kSecondLogin, kSecondAnswer}, {kDelayIsOver, kPushedAnswer}};
+    {kFirstLogin, kFirstAnswer}, {kSecondLogin, kSecondAnswer}, {kDelayEnds, kPushedAnswer}};
 
 /// What should have happened by now, as one who knows the rules would write it down.
 struct Expected {
@@ -79,7 +82,7 @@ struct Expected {
     void Sends(Step step) {
         sessions[kAnswerOf.at(step)] = ++lastSession;
         lines.push_back("[Premium] Send Request For All Premium Access, Session = " + std::to_string(lastSession) +
-                        ", Server Push = " + (step == kDelayIsOver ? "true" : "false"));
+                        ", Server Push = " + (step == kDelayEnds ? "true" : "false"));
     }
 
     void LogsIn(Step step, uint64_t who) {
@@ -112,12 +115,12 @@ struct Expected {
     }
 };
 
-class PremiumOrdersTest : public PremiumTest, public WithParamInterface<int> {
+/// The orders that begin with this step, with this answer a failure; kSteps for none.
+using Stories = std::tuple<Step, Step>;
+
+class PremiumOrdersTest : public PremiumTest, public WithParamInterface<Stories> {
 protected:
-    bool IsGood(Step answer) const {
-        const int bit = answer == kFirstAnswer ? 1 : answer == kSecondAnswer ? 2 : 4;
-        return (GetParam() & bit) == 0;
-    }
+    bool IsGood(Step answer) const { return answer != std::get<1>(GetParam()); }
 
     void Do(Step step) {
         switch (step) {
@@ -138,7 +141,7 @@ protected:
                     "Custom Access Count = 0, Will Refresh After 10000 Ms");
                 channel.Push(kPush, std::string("\x08\x0A\x10\x01"));
                 return;
-            case kDelayIsOver:
+            case kDelayEnds:
                 expected.Sends(step);
                 time.Advance(10s);
                 return;
@@ -216,6 +219,9 @@ TEST(PremiumOrderTableTest, ThereAreAsManyOrdersAsTheStepsAllow) {
 
 TEST_P(PremiumOrdersTest, LeaveTableStoreMessagesAndLinesAsTheRulesSay) {
     for (const Order& order : AllOrders()) {
+        if (order[0] != std::get<0>(GetParam())) {
+            continue;
+        }
         InChild([&] { Run(order); });
         if (HasFailure()) {
             return;
@@ -223,12 +229,18 @@ TEST_P(PremiumOrdersTest, LeaveTableStoreMessagesAndLinesAsTheRulesSay) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Failures, PremiumOrdersTest, Values(0, 1, 2, 4), [](const auto& row) {
-    std::string name;
-    name += row.param & 1 ? "FirstFails" : "";
-    name += row.param & 2 ? "SecondFails" : "";
-    name += row.param & 4 ? "PushedFails" : "";
-    return name.empty() ? std::string("None") : name;
-});
+std::string NameOf(const TestParamInfo<Stories>& row) {
+    static const std::map<Step, std::string> kFailures = {{kSteps, "NothingFails"},
+                                                          {kFirstAnswer, "FirstAnswerFails"},
+                                                          {kSecondAnswer, "SecondAnswerFails"},
+                                                          {kPushedAnswer, "PushedAnswerFails"}};
+    const auto [begin, failure] = row.param;
+    return (begin == kFirstLogin ? "LoginFirst" : "PushFirst") + kFailures.at(failure);
+}
+
+INSTANTIATE_TEST_SUITE_P(Stories, PremiumOrdersTest,
+                         Combine(Values(kFirstLogin, kPushComes),
+                                 Values(kSteps, kFirstAnswer, kSecondAnswer, kPushedAnswer)),
+                         NameOf);
 
 }  // namespace

@@ -1,5 +1,7 @@
 // Two threads read while the main thread replaces and clears: each record that they get is whole.
+#include <QDeadlineTimer>
 #include <atomic>
+#include <functional>
 #include <thread>
 
 #include "Premium/Model/ZRPremiumAccessModel.h"
@@ -68,6 +70,8 @@ struct Counts {
     int reads = 0;
     int blank = 0;
     int torn = 0;
+
+    bool HasSeenBoth() const { return blank > 0 && blank < reads; }
 };
 
 template <class Half>
@@ -80,10 +84,12 @@ void Count(const CVersions& versions, int right, const Half& read, Counts& count
     }
 }
 
+// Goes on until it has met the other threads' work, however the machine deals out its processors.
 template <class Table>
-Counts ReadAll(const Table& table, const CVersions& versions) {
+Counts ReadAll(const Table& table, const CVersions& versions, const std::atomic<int>& rounds) {
+    const QDeadlineTimer bound(20'000);
     Counts counts;
-    while (counts.reads < kReadsOfEach) {
+    while (counts.reads < kReadsOfEach || ((!counts.HasSeenBoth() || rounds <= kVersions) && !bound.hasExpired())) {
         for (const int right : kRights) {
             Count(versions, right, table.GetUIData(Right(right)), counts);
             Count(versions, right, table.GetAccessData(Right(right)), counts);
@@ -101,15 +107,15 @@ template <class Table>
 void Race(Table& table, const std::function<void()>& clear) {
     const CVersions versions;
     std::atomic<int> reading{kReaders};
+    std::atomic<int> rounds{0};
     std::vector<Counts> counts(kReaders);
     std::vector<std::thread> readers;
     for (Counts& mine : counts) {
         readers.emplace_back([&] {
-            mine = ReadAll(table, versions);
+            mine = ReadAll(table, versions, rounds);
             --reading;
         });
     }
-    int rounds = 0;
     while (reading > 0) {
         const PremiumTable& next = versions.At(++rounds % kVersions);
         for (auto it = next.begin(); it != next.end(); ++it) {
@@ -123,12 +129,11 @@ void Race(Table& table, const std::function<void()>& clear) {
         reader.join();
     }
 
+    // or there was no race
     EXPECT_GT(rounds, kVersions);
     for (const Counts& mine : counts) {
         EXPECT_EQ(mine.torn, 0);
-        // or there was no race
-        EXPECT_GT(mine.blank, 0);
-        EXPECT_LT(mine.blank, mine.reads);
+        EXPECT_TRUE(mine.HasSeenBoth());
     }
 }
 

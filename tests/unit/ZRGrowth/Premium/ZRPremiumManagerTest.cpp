@@ -2,6 +2,7 @@
 
 #include <QTimer>
 
+#include "CallList.h"
 #include "Premium/PremiumTest.h"
 #include "WireBytes.h"
 
@@ -219,6 +220,30 @@ TEST_F(PremiumManagerTest, SavingIsTheModels) {
     EXPECT_THAT(store.Saves(), ElementsAre(StoreSave{kUser, kSavedKey, SavedBytes(Table({13}))}));
     EXPECT_THAT(bus.Sent(), IsEmpty());
     EXPECT_THAT(log.Lines(), IsEmpty());
+}
+
+/// Asks the manager to set a right at the moment when its handler begins to work.
+class CCurious : public CCallList {
+public:
+    void BindCallback(unsigned short commandId, CSCallback callback, QObject* context) override {
+        CCallList::BindCallback(commandId, std::move(callback), context);
+        manager->SetUIAccessData(EnPremiumAccess_Insider, {});
+    }
+
+    CZRPremiumManager* manager = nullptr;
+};
+
+TEST(PremiumManagerCallsTest, TheHandlerStartsBeforeThereIsATable) {
+    CCurious host;
+    host.Install();
+    CZRPremiumManager manager;
+    host.manager = &manager;
+
+    manager.Init();
+
+    EXPECT_THAT(host.calls, Contains("bind push 20837"));
+    EXPECT_TRUE(manager.GetUIAccessData().isEmpty());
+    host::Uninstall();
 }
 
 }  // namespace

@@ -89,10 +89,14 @@ protected:
 
 TEST_F(GrowthServiceTest, RequestsForRightsGoToThePremiumManagerWithTheirArguments) {
     EXPECT_EQ(service.GetUiMsgAndPremiumAccessReq(true), 1u);
-    EXPECT_EQ(service.GetUiMsgAndPremiumAccessReq(QVector<int>{13, 7}, false), 2u);
-    EXPECT_EQ(service.GetUiMsgAndPremiumAccessReq(QVector<EnPremiumAccess>{EnPremiumAccess_IFIS}, true), 3u);
+    EXPECT_EQ(service.GetUiMsgAndPremiumAccessReq(false), 2u);
+    EXPECT_EQ(service.GetUiMsgAndPremiumAccessReq(QVector<int>{13, 7}, false), 3u);
+    EXPECT_EQ(service.GetUiMsgAndPremiumAccessReq(QVector<int>{}, true), 4u);
+    EXPECT_EQ(service.GetUiMsgAndPremiumAccessReq(QVector<EnPremiumAccess>{EnPremiumAccess_IFIS}, true), 5u);
+    EXPECT_EQ(service.GetUiMsgAndPremiumAccessReq(QVector<EnPremiumAccess>{}, false), 6u);
 
-    EXPECT_THAT(Calls(), ElementsAre("Premium.Request true", "Premium.Request 13 7 false", "Premium.Request 106 true"));
+    EXPECT_THAT(Calls(), ElementsAre("Premium.Request true", "Premium.Request false", "Premium.Request 13 7 false",
+                                     "Premium.Request  true", "Premium.Request 106 true", "Premium.Request  false"));
 }
 
 TEST_F(GrowthServiceTest, RightsComeFromThePremiumManager) {
@@ -121,7 +125,7 @@ TEST_F(GrowthServiceTest, TheVipStatusComesFromTheVipManager) {
     EXPECT_EQ(service.GetVipEngineStatus(), 20);
     EXPECT_EQ(service.GetNewVipState(), 21);
 
-    EXPECT_THAT(Calls(), ElementsAre("Vip made"));
+    EXPECT_THAT(Calls(), ElementsAre("Vip made", "Vip.HasVipQualification", "Vip.IsNewVipSystem"));
 }
 
 TEST_F(GrowthServiceTest, TheServiceHoldsNoState) {
@@ -230,6 +234,7 @@ void CZRVipManager::OnLogout() {
     Calls().emplace_back("Vip.OnLogout");
 }
 bool CZRVipManager::HasVipQualification() const {
+    Calls().emplace_back("Vip.HasVipQualification");
     return true;
 }
 int CZRVipManager::GetVipGrade() const {
@@ -239,6 +244,7 @@ int CZRVipManager::GetVipState() const {
     return 18;
 }
 bool CZRVipManager::IsNewVipSystem() const {
+    Calls().emplace_back("Vip.IsNewVipSystem");
     return true;
 }
 ZRVipEngineStatus CZRVipManager::GetVipEngineStatus() const {

@@ -64,15 +64,6 @@ TEST_F(PremiumAccessModelTest, CopiesShareTheTableUntilItChanges) {
     EXPECT_EQ(model.GetUIAccessData(), Table({13}, 2));
 }
 
-TEST_F(PremiumAccessModelTest, AChangedCopyLeavesTheTableAlone) {
-    Set(13);
-
-    PremiumTable copy = model.GetUIAccessData();
-    copy.clear();
-
-    EXPECT_EQ(model.GetUIAccessData(), Table({13}));
-}
-
 // Writing
 
 TEST_F(PremiumAccessModelTest, SettingReplacesTheWholeRecord) {

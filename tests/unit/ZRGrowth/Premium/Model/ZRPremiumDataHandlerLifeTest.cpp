@@ -2,12 +2,10 @@
 #include <QMetaMethod>
 #include <QTimer>
 
+#include "CallList.h"
 #include "Premium/PremiumTest.h"
 #include "WireBytes.h"
-#include "core/IChannel.h"
-#include "core/IMessageBus.h"
 #include "core/message_dispatch.h"
-#include "framework/Ports.h"
 
 using namespace ::testing;
 using namespace std::chrono_literals;
@@ -18,42 +16,28 @@ const std::string kAllRights = Bytes({0x08, 0x01});
 
 using PremiumHandlerLifeTest = PremiumTest;
 
-/// A host that writes down what is asked of it, in one list, beside the lines of the log.
-class CCallList : public IChannel, public IMessageBus, public ILog {
+/// The list, with how the timer stands when the subscriptions change.
+class CTimerCallList : public CCallList {
 public:
-    unsigned long SendCommand(const CSProtoData& data, CSCallback, QObject*) override {
-        calls.push_back("send " + std::to_string(data.m_nCmd));
-        return 1;
-    }
-    void BindCallback(unsigned short commandId, CSCallback, QObject* context) override {
-        const auto* timer = context->findChild<QTimer*>();
-        calls.push_back("bind push " + std::to_string(commandId) +
-                        (timer && timer->isActive() ? ", timer runs" : ", no timer runs"));
+    void BindCallback(unsigned short commandId, CSCallback callback, QObject* context) override {
+        CCallList::BindCallback(commandId, std::move(callback), context);
+        calls.back() += TimerOf(context);
     }
     void UnbindCallback(QObject* context) override {
-        const auto* timer = context->findChild<QTimer*>();
-        calls.push_back(timer && timer->isActive() ? "unbind pushes, timer runs" : "unbind pushes, no timer runs");
+        CCallList::UnbindCallback(context);
+        calls.back() += TimerOf(context);
     }
-    void Bind(unsigned int messageId, core::MessageCallback, QObject*) override {
-        calls.push_back("bind message " + std::to_string(messageId));
-    }
-    void Send(const char*, unsigned int messageId, unsigned long, std::shared_ptr<core::CMessageBody>) override {
-        calls.push_back("send message " + std::to_string(messageId));
-    }
-    void UnBind(QObject*) override { calls.emplace_back("unbind messages"); }
-    void Write(const LogRecord& record) override { calls.push_back(record.text.toStdString()); }
-    void AssertionFailed(const AssertionRecord& record) override { calls.emplace_back(record.expression); }
 
-    std::vector<std::string> calls;
+private:
+    static std::string TimerOf(const QObject* context) {
+        const auto* timer = context->findChild<QTimer*>();
+        return timer && timer->isActive() ? ", timer runs" : ", no timer runs";
+    }
 };
 
 TEST(PremiumHandlerCallsTest, StartAndEndGoThroughTimerPushAndBusInTheirOrder) {
-    CCallList host;
-    host::Ports ports;
-    ports.log = &host;
-    ports.channel = &host;
-    ports.bus = &host;
-    host::Install(ports);
+    CTimerCallList host;
+    host.Install();
 
     auto* handler = new CZRPremiumDataHandler(nullptr);
     EXPECT_THAT(host.calls, ElementsAre("[Premium] Premium Data Handler Module Init Begin",  //

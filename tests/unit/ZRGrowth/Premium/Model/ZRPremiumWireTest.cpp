@@ -12,12 +12,15 @@ namespace {
 
 // No element
 
-TEST(PremiumWireTest, AnElementThatDoesNotNameItsRightIsDropped) {
+TEST(PremiumWireTest, AnElementThatDoesNotNameItsRightIsDroppedWhateverItsHalvesSay) {
     PremiumElement element;
-    Write(13, 1, element);
-    element.clear_access();
-
     EXPECT_FALSE(premium_wire::ReadRecord(element));
+
+    for (const int right : {0, 13}) {
+        Write(right, 1, element);
+        element.clear_access();
+        EXPECT_FALSE(premium_wire::ReadRecord(element)) << right;
+    }
 }
 
 struct Mismatch {

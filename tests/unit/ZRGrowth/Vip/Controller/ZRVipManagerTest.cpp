@@ -76,6 +76,24 @@ TEST_F(VipManagerTest, TheNewerSystemIsWhatTheServerSaysInTheVeloraEdition) {
     log.Forget();
 }
 
+TEST_F(VipManagerTest, TheOldersAndTheNewersStateAreApart) {
+    manager.Init();
+    manager.OnLogin();
+    auto answer = FullAnswer();
+    answer.mutable_data()->mutable_vip_basic_data()->set_vip_state(1);
+    answer.mutable_data()->mutable_vip_basic_data()->set_new_vip_state(2);
+
+    channel.Reply(channel.LastSession(), 20831, answer);
+
+    EXPECT_EQ(manager.GetVipState(), 1);
+    EXPECT_EQ(manager.GetNewVipState(), 2);
+    EXPECT_EQ(manager.GetVipEngineStatus(), 3);
+}
+
+TEST(VipManagerShapeTest, TheManagerHasNeitherSignalsNorSlotsOfItsOwn) {
+    EXPECT_EQ(CZRVipManager::staticMetaObject.methodCount(), QObject::staticMetaObject.methodCount());
+}
+
 TEST_F(VipManagerTest, TheHandlerGoesWithTheManager) {
     auto passing = std::make_unique<CZRVipManager>();
     passing->Init();

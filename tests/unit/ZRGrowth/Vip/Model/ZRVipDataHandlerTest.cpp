@@ -153,6 +153,18 @@ TEST_F(VipDataHandlerTest, ListenersReadTheNewStatus) {
     EXPECT_EQ(grade, 3);
 }
 
+TEST_F(VipDataHandlerTest, ListenersReadTheClearedStatusToo) {
+    ServerAnswersInFull();
+    std::optional<int> grade;
+    QObject listener;
+    core::__CMessageDispatch("test").Bind(
+        kChanged, [&](auto, auto, auto) { grade = handler.GetVipGrade(); }, &listener);
+
+    ServerAnswers({});
+
+    EXPECT_EQ(grade, 0);
+}
+
 TEST_F(VipDataHandlerTest, AbsentStatusFieldsBecomeDefaultsAndTheQualificationStays) {
     ServerAnswersInFull();
     vip_base_service::GetAppEntryMessageRsp answer;

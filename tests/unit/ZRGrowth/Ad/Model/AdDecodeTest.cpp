@@ -1,0 +1,307 @@
+// What a good answer becomes: values, order, defaults, and who owns what.
+#include <gmock/gmock.h>
+
+#include <QPointer>
+#include <limits>
+
+#include "Ad/AdSamples.h"
+#include "Ad/Model/ZRAdBannerModel.h"
+#include "Ad/Model/ZRAdPopupModel.h"
+#include "support/ScriptedHostTest.h"
+
+using namespace ::testing;
+
+namespace {
+
+class AdDecodeTest : public ScriptedHostTest {
+protected:
+    bool Decode(const Json::Value& answer) {
+        const bool decoded = response.Decode(answer);
+        if (response.GetData()) {
+            response.GetData()->setParent(&response);
+        }
+        return decoded;
+    }
+
+    CZRAdModelList& List() { return *response.GetData(); }
+
+    CZRAdResponseModel response{nullptr};
+};
+
+TEST_F(AdDecodeTest, APopupIsReadWhole) {
+    ASSERT_TRUE(Decode(PopupAnswer()));
+
+    EXPECT_EQ(response.GetCode(), 0);
+    EXPECT_EQ(response.GetMessage(), QStringLiteral("ok"));
+    EXPECT_EQ(List().GetAdType(), ZRAdTypePopup);
+    EXPECT_EQ(List().GetAdPosition(), 42);
+    EXPECT_EQ(List().GetShowDuration(), 15);
+    EXPECT_EQ(List().GetShowInterval(), 3600);
+    EXPECT_EQ(List().GetShowIntervalType(), 1);
+    EXPECT_TRUE(List().GetEnableClose());
+    EXPECT_EQ(List().GetBannerPosition(), nullptr);
+    ASSERT_THAT(*List().GetAdList(), SizeIs(1));
+    auto* ad = qobject_cast<CZRAdPopupModel*>(List().GetAdList()->first());
+    ASSERT_TRUE(ad);
+    EXPECT_EQ(ad->GetAdId(), QStringLiteral("18088"));
+    EXPECT_EQ(ad->GetStartTime(), 100);
+    EXPECT_EQ(ad->GetEndTime(), 300);
+    EXPECT_EQ(ad->GetExpireTime(), 400);
+    EXPECT_EQ(ad->GetPushId(), QStringLiteral("p-1"));
+    EXPECT_EQ(ad->GetPopupType(), 2);
+    EXPECT_THAT(*ad->GetShowAreas(), ElementsAre(ZRAdShowAreaType(500), ZRAdShowAreaType(501)));
+    EXPECT_EQ(ad->GetBottomPopup()->GetImage(), QStringLiteral("https://pictures.test/card.png"));
+    EXPECT_EQ(ad->GetBottomPopup()->GetSchema(), QStringLiteral("https://www.test/autumn"));
+    EXPECT_THAT(log.Lines(), IsEmpty());
+}
+
+TEST_F(AdDecodeTest, ABannerIsReadWhole) {
+    ASSERT_TRUE(Decode(BannerAnswer()));
+
+    EXPECT_EQ(List().GetAdType(), ZRAdTypeBanner);
+    EXPECT_EQ(List().GetAdPosition(), 7);
+    EXPECT_FALSE(List().GetEnableClose());
+    ASSERT_TRUE(List().GetBannerPosition());
+    EXPECT_EQ(List().GetBannerPosition()->GetBannerType(), 2);
+    EXPECT_EQ(List().GetBannerPosition()->GetCarouselInterval(), 5);
+    EXPECT_EQ(List().GetBannerPosition()->GetMaterialScale(), QStringLiteral("6:1"));
+    EXPECT_EQ(List().GetBannerPosition()->GetMaterialCorner(), QStringLiteral("8"));
+    auto* ad = qobject_cast<CZRAdBannerModel*>(List().GetAdList()->first());
+    ASSERT_TRUE(ad);
+    EXPECT_EQ(ad->GetImage(), QStringLiteral("https://pictures.test/strip.png"));
+    EXPECT_EQ(ad->GetSchema(), QStringLiteral("zrclient://page/news"));
+    EXPECT_THAT(log.Lines(), IsEmpty());
+}
+
+TEST_F(AdDecodeTest, AdsKeepTheServersOrderAndTheirDuplicates) {
+    Json::Value data = BannerData();
+    for (const char* id : {"3", "1", "2", "1"}) {
+        data["ad"].append(BannerAd(id));
+    }
+
+    ASSERT_TRUE(Decode(AnswerOf(data)));
+
+    QStringList ids;
+    for (CZRAdModel* ad : qAsConst(*List().GetAdList())) {
+        ids.append(ad->GetAdId());
+    }
+    EXPECT_EQ(ids.join(QLatin1Char(' ')), QStringLiteral("3 1 2 1"));
+}
+
+TEST_F(AdDecodeTest, WithoutTheKeyThereIsNoListOfAds) {
+    for (const char* ads : {"null", "{}", "5", "\"x\""}) {
+        CZRAdModelList list(nullptr);
+        Json::Value data = BannerData();
+        data["ad"] = Json(ads);
+        EXPECT_TRUE(list.Decode(data)) << ads;
+        EXPECT_EQ(list.GetAdList(), nullptr) << ads;
+    }
+    Json::Value data = BannerData();
+    data.removeMember("ad");
+    ASSERT_TRUE(Decode(AnswerOf(data)));
+    EXPECT_EQ(List().GetAdList(), nullptr);
+}
+
+TEST_F(AdDecodeTest, AnEmptyArrayIsAnEmptyList) {
+    ASSERT_TRUE(Decode(AnswerOf(BannerData())));
+
+    ASSERT_TRUE(List().GetAdList());
+    EXPECT_THAT(*List().GetAdList(), IsEmpty());
+}
+
+TEST_F(AdDecodeTest, AdsOfAnotherTypeAreSkippedWithoutAWord) {
+    Json::Value data = BannerData();
+    data["ad_type"] = 7;
+    data["ad"] = Json("[{}, {\"x\": 1}, {}]");
+
+    ASSERT_TRUE(Decode(AnswerOf(data)));
+
+    EXPECT_EQ(List().GetAdType(), ZRAdType(7));
+    EXPECT_THAT(*List().GetAdList(), IsEmpty());
+    EXPECT_THAT(List().findChildren<CZRAdModel*>(), IsEmpty());
+    EXPECT_THAT(log.Lines(), IsEmpty());
+}
+
+TEST_F(AdDecodeTest, ABannerNeedsNoneOfThePopupsThreeRules) {
+    ASSERT_TRUE(Decode(BannerAnswer()));
+
+    EXPECT_EQ(List().GetShowDuration(), 0);
+    EXPECT_EQ(List().GetShowInterval(), 0);
+    EXPECT_EQ(List().GetShowIntervalType(), 0);
+}
+
+TEST_F(AdDecodeTest, ABannerTakesThePopupsRulesWhereTheyAreGood) {
+    Json::Value data = BannerData();
+    data["show_duration"] = 9;
+    data["show_interval"] = "soon";
+    data["show_interval_type"] = 4;
+
+    ASSERT_TRUE(Decode(AnswerOf(data)));
+
+    EXPECT_EQ(List().GetShowDuration(), 9);
+    EXPECT_EQ(List().GetShowInterval(), 0);
+    EXPECT_EQ(List().GetShowIntervalType(), 4);
+}
+
+TEST_F(AdDecodeTest, IntervalsAndTimesHave64Bits) {
+    constexpr qint64 kLarge = std::numeric_limits<qint64>::max();
+    Json::Value data = PopupData();
+    data["show_interval"] = Json::Int64(kLarge);
+    data["ad"].append(PopupAd());
+    data["ad"][0]["end_time"] = Json::Int64(kLarge);
+    data["ad"][0]["start_time"] = Json::Int64(std::numeric_limits<qint64>::min());
+
+    ASSERT_TRUE(Decode(AnswerOf(data)));
+
+    EXPECT_EQ(List().GetShowInterval(), kLarge);
+    EXPECT_EQ(List().GetAdList()->first()->GetEndTime(), kLarge);
+    EXPECT_EQ(List().GetAdList()->first()->GetStartTime(), std::numeric_limits<qint64>::min());
+}
+
+TEST_F(AdDecodeTest, AWholeNumberWithAPointIsAnInteger) {
+    Json::Value data = BannerData();
+    data["ad_position"] = 42.0;
+
+    ASSERT_TRUE(Decode(AnswerOf(data)));
+
+    EXPECT_EQ(List().GetAdPosition(), 42);
+}
+
+TEST_F(AdDecodeTest, ABannerPositionThatIsNoObjectIsIgnored) {
+    Json::Value data = BannerData();
+    data["banner_position"] = 5;
+
+    ASSERT_TRUE(Decode(AnswerOf(data)));
+
+    EXPECT_EQ(List().GetBannerPosition(), nullptr);
+    EXPECT_THAT(log.Lines(), IsEmpty());
+}
+
+TEST_F(AdDecodeTest, ACarouselIntervalThatIsNoNumberStaysZero) {
+    Json::Value data = BannerData();
+    data["banner_position"]["carousel_interval"] = "5";
+
+    ASSERT_TRUE(Decode(AnswerOf(data)));
+
+    EXPECT_EQ(List().GetBannerPosition()->GetCarouselInterval(), 0);
+}
+
+TEST_F(AdDecodeTest, OptionalTextsOfAnotherTypeOrWithoutLengthStayEmpty) {
+    for (const char* text : {"\"\"", "12", "null", "[]", "{}"}) {
+        Json::Value ad = PopupAd();
+        ad["push_id"] = Json(text);
+        ad["name"] = Json(text);
+        CZRAdPopupModel popup(nullptr);
+        EXPECT_TRUE(popup.Decode(ad)) << text;
+        EXPECT_EQ(popup.GetPushId(), QString()) << text;
+
+        Json::Value answer = PopupAnswer();
+        answer["message"] = Json(text);
+        CZRAdResponseModel another(nullptr);
+        EXPECT_TRUE(another.Decode(answer)) << text;
+        another.GetData()->setParent(&another);
+        EXPECT_EQ(another.GetMessage(), QString()) << text;
+    }
+}
+
+TEST_F(AdDecodeTest, AreaZeroIsDroppedAndDuplicatesStay) {
+    Json::Value ad = PopupAd();
+    ad["popup_ad"]["show_areas"] = Json("[0, 500, 0, 508, 500, -1]");
+    CZRAdPopupModel popup(nullptr);
+
+    ASSERT_TRUE(popup.Decode(ad));
+
+    EXPECT_THAT(*popup.GetShowAreas(), ElementsAre(ZRAdShowAreaType(500), ZRAdShowAreaType(508),
+                                                   ZRAdShowAreaType(500), ZRAdShowAreaType(-1)));
+}
+
+TEST_F(AdDecodeTest, NoAreasAreAnEmptyList) {
+    Json::Value ad = PopupAd();
+    ad["popup_ad"]["show_areas"] = Json("[]");
+    CZRAdPopupModel popup(nullptr);
+
+    ASSERT_TRUE(popup.Decode(ad));
+
+    ASSERT_TRUE(popup.GetShowAreas());
+    EXPECT_THAT(*popup.GetShowAreas(), IsEmpty());
+}
+
+TEST_F(AdDecodeTest, TextsAreReadAsUtf8WithZeroBytesInThem) {
+    Json::Value ad = BannerAd();
+    ad["ad_id"] = std::string("a\0b", 3);
+    ad["banner_ad"]["img"] = "\xE5\x9B\xBE";
+    ad["banner_ad"]["schema"] = "\xFF";
+    CZRAdBannerModel banner(nullptr);
+
+    ASSERT_TRUE(banner.Decode(ad));
+
+    EXPECT_EQ(banner.GetAdId(), QString::fromUtf8("a\0b", 3));
+    EXPECT_EQ(banner.GetImage(), QString(QChar(0x56FE)));
+    EXPECT_EQ(banner.GetSchema(), QString(QChar(QChar::ReplacementCharacter)));
+}
+
+TEST_F(AdDecodeTest, NonZeroCodeWithDataDecodes) {
+    Json::Value answer = PopupAnswer();
+    answer["code"] = -3;
+
+    ASSERT_TRUE(Decode(answer));
+
+    EXPECT_EQ(response.GetCode(), -3);
+}
+
+// Ownership
+
+TEST_F(AdDecodeTest, TheListOutlivesItsAnswerAndItsAdsGoWithIt) {
+    QPointer<CZRAdModelList> list;
+    QPointer<CZRAdModel> ad;
+    QPointer<CZRAdBottomPopupModel> card;
+    {
+        CZRAdResponseModel passing(nullptr);
+        ASSERT_TRUE(passing.Decode(PopupAnswer()));
+        list = passing.GetData();
+        ad = list->GetAdList()->first();
+        card = static_cast<CZRAdPopupModel*>(ad.data())->GetBottomPopup();
+        EXPECT_EQ(list->parent(), nullptr);
+        EXPECT_EQ(ad->parent(), list);
+        EXPECT_EQ(card->parent(), ad);
+    }
+    ASSERT_TRUE(list);
+
+    delete list;
+
+    EXPECT_FALSE(ad);
+    EXPECT_FALSE(card);
+}
+
+TEST_F(AdDecodeTest, TheBannersPositionIsTheListsChild) {
+    ASSERT_TRUE(Decode(BannerAnswer()));
+
+    EXPECT_EQ(List().GetBannerPosition()->parent(), &List());
+}
+
+TEST_F(AdDecodeTest, AListThatFailedGoesWithItsAnswer) {
+    QPointer<CZRAdModelList> list;
+    {
+        CZRAdResponseModel passing(nullptr);
+        Json::Value answer = PopupAnswer();
+        answer["data"]["ad"].append(5);
+        ASSERT_FALSE(passing.Decode(answer));
+        list = passing.GetData();
+        ASSERT_TRUE(list);
+        EXPECT_THAT(*list->GetAdList(), SizeIs(1));  // what was read ahead of the failure
+    }
+    EXPECT_FALSE(list);
+    log.Forget();
+}
+
+TEST_F(AdDecodeTest, ModelsHaveNeitherSignalsNorSlotsOfTheirOwn) {
+    for (const QMetaObject* meta :
+         {&CZRAdResponseModel::staticMetaObject, &CZRAdModelList::staticMetaObject, &CZRAdModel::staticMetaObject,
+          &CZRAdBannerPosition::staticMetaObject, &CZRAdBannerModel::staticMetaObject,
+          &CZRAdPopupModel::staticMetaObject, &CZRAdBottomPopupModel::staticMetaObject}) {
+        EXPECT_EQ(meta->methodCount(), QObject::staticMetaObject.methodCount()) << meta->className();
+        EXPECT_EQ(meta->propertyCount(), QObject::staticMetaObject.propertyCount()) << meta->className();
+    }
+}
+
+}  // namespace
