@@ -145,14 +145,31 @@ TEST_F(HttpFaultTest, AHeadThatHasNoEndIsCutAsSoonAsThereIsTooMuch) {
     ExpectItGoesOn();
 }
 
-TEST_F(HttpFaultTest, BytesAfterTheBodyDoNoHarm) {
+TEST_F(HttpFaultTest, MoreBytesThanTheBodyFail) {
     const int line = Exchange(Post("/")).connection;
     server.Write(line,
                  "HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nbodyHTTP/1.1 500 Oh\r\nContent-Length: 3\r\n\r\nbad");
 
-    ExpectEnd(kHttpOk, 200, "body");
+    ExpectEnd(kHttpCut, 200);
     ExpectItGoesOn();
     EXPECT_EQ(calls, 2);
+}
+
+TEST_F(HttpFaultTest, MoreBytesThatComeBehindAWholeAnswerFailIt) {
+    const int line = Exchange(Post("/")).connection;
+    server.Write(line, "HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nbody");
+    server.Write(line, "x");
+
+    ExpectEnd(kHttpCut, 200);
+    ExpectItGoesOn();
+}
+
+TEST_F(HttpFaultTest, AServerThatKeepsTheConnectionOpenIsNotWaitedFor) {
+    const int line = Exchange(Post("/")).connection;
+    server.Write(line, "HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nbody");
+
+    ExpectEnd(kHttpOk, 200, "body");
+    ExpectItGoesOn();
 }
 
 TEST_F(HttpFaultTest, GarbageInPlaceOfAnAnswerFails) {

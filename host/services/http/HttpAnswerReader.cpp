@@ -66,6 +66,9 @@ CHttpAnswerReader::EnState CHttpAnswerReader::Take(const char* bytes, size_t cou
                 break;
         }
     }
+    if (m_enState == EnState::kWhole && at != end) {
+        Fail(EnState::kBad);
+    }
     return m_enState;
 }
 

@@ -4,8 +4,8 @@
 #include <map>
 #include <string>
 
-/// Reads the one answer of a connection from bytes as they come, and believes none of them. What stands behind
-/// the answer is passed over. Nothing is thrown.
+/// Reads the one answer of a connection from bytes as they come, and believes none of them. An answer with more
+/// behind it is none: one of the two lengths is wrong. Nothing is thrown.
 class CHttpAnswerReader {
 public:
     enum class EnState {
@@ -18,7 +18,7 @@ public:
 
     explicit CHttpAnswerReader(uint64_t mostBodyBytes) : m_nMost(mostBodyBytes) {}
 
-    /// From kReading on no state changes again.
+    /// Beyond kReading only a whole answer can still turn bad, by more bytes.
     EnState Take(const char* bytes, size_t count);
 
     /// The connection has ended.

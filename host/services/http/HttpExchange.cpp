@@ -12,13 +12,19 @@ constexpr host::HostLog kLog("Http");
 // What the socket may hold for us; it leaves the rest with the server. Also what one turn of the loop takes.
 constexpr int kBufferBytes = 64 << 10;
 
+// A server was told that the connection is for one exchange. One that keeps it open is not waited for any longer.
+constexpr int kLastBytesMillis = 100;
+
 }  // namespace
 
 CHttpExchange::CHttpExchange(HttpMessage message, int limitMillis, const HttpLimits& limits)
     : m_message(std::move(message)), m_limits(limits) {
     m_deadline.setSingleShot(true);
     m_deadline.setInterval(limitMillis);
-    connect(&m_deadline, &QTimer::timeout, this, [this] { End(kHttpTimedOut); });
+    connect(&m_deadline, &QTimer::timeout, this, [this] { m_lastBytes.isActive() ? OnAnswer() : End(kHttpTimedOut); });
+    m_lastBytes.setSingleShot(true);
+    m_lastBytes.setInterval(kLastBytesMillis);
+    connect(&m_lastBytes, &QTimer::timeout, this, &CHttpExchange::OnAnswer);
 }
 
 CHttpExchange::~CHttpExchange() {
@@ -33,6 +39,7 @@ void CHttpExchange::Begin() {
 
 void CHttpExchange::Abort() {
     m_deadline.stop();
+    m_lastBytes.stop();
     if (m_pSocket) {
         m_pSocket->disconnect(this);
         m_pSocket->abort();
@@ -46,6 +53,7 @@ void CHttpExchange::Connect() {
         return;
     }
     m_bConnected = false;
+    m_bEnded = false;
     m_reader.emplace(uint64_t(m_limits.bodyBytes));
     const bool secure = m_message.url.scheme() == QLatin1String("https");
     auto* secureSocket = secure ? new QSslSocket(this) : nullptr;
@@ -110,6 +118,7 @@ void CHttpExchange::OnError() {
         OnBytes();
     }
     if (m_pSocket) {
+        m_bEnded = true;
         OnState(m_reader->End());
     }
 }
@@ -119,7 +128,7 @@ void CHttpExchange::OnState(CHttpAnswerReader::EnState state) {
         case CHttpAnswerReader::EnState::kReading:
             return;
         case CHttpAnswerReader::EnState::kWhole:
-            OnAnswer();
+            OnWhole();
             return;
         case CHttpAnswerReader::EnState::kTooLarge:
             kLog.Info(FMT_STRING("The answer of {} is too large"), m_message.url.host().toStdString());
@@ -130,6 +139,15 @@ void CHttpExchange::OnState(CHttpAnswerReader::EnState state) {
             kLog.Info(FMT_STRING("The answer of {} is no whole one"), m_message.url.host().toStdString());
             End(kHttpCut);
             return;
+    }
+}
+
+// Whether more comes behind the answer shows when the connection ends.
+void CHttpExchange::OnWhole() {
+    if (m_bEnded) {
+        OnAnswer();
+    } else {
+        m_lastBytes.start();
     }
 }
 

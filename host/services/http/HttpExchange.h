@@ -53,6 +53,7 @@ private:
     void OnError();
     void OnWritten(qint64 bytes);
     void OnState(CHttpAnswerReader::EnState state);
+    void OnWhole();
     void OnAnswer();
     void End(HttpResult result);
     void Tell(const core::network::http::Progress& progress, qint64 done, qint64 total);
@@ -60,9 +61,11 @@ private:
     HttpMessage m_message;
     const HttpLimits m_limits;
     QTimer m_deadline;
+    QTimer m_lastBytes;  // runs while a whole answer waits for the connection's end
     QTcpSocket* m_pSocket = nullptr;
     std::optional<CHttpAnswerReader> m_reader;
     bool m_bConnected = false;
+    bool m_bEnded = false;  // nothing can follow what is read
     qint64 m_nUnsent = 0;
     int m_nRedirects = 0;
 };
