@@ -1,6 +1,7 @@
 #include "ZRGrowthModuleUtil.h"
 
 #include "AIChat/Controller/ZRAIChatManager.h"
+#include "Ad/Controller/ZRAdManager.h"
 #include "Premium/ZRPremiumManager.h"
 #include "Vip/Controller/ZRVipManager.h"
 #include "plugin/IZRPluginCenter.h"
@@ -22,6 +23,19 @@ bool RegisterFactory() {
 CZRGrowthModuleUtil::CZRGrowthModuleUtil() = default;
 
 CZRGrowthModuleUtil::~CZRGrowthModuleUtil() = default;
+
+void CZRGrowthModuleUtil::GetAdBannerAsync(int adPosition, QSize size, std::function<void(QWidget*)> callback,
+                                           int topNonClickableAreaHeight, bool useCheck, QList<QString> adIds) {
+    CZRAdManager::Singleton()->GetAdBannerAsync(adPosition, size, callback, topNonClickableAreaHeight, useCheck, adIds);
+}
+
+void CZRGrowthModuleUtil::UpdateAdBottomPopupCoordinates() {
+    CZRAdManager::Singleton()->UpdateAdBottomPopupCoordinates();
+}
+
+QWidget* CZRGrowthModuleUtil::GetAdBottomPopupDeveloperView() {
+    return CZRAdManager::Singleton()->GetAdBottomPopupDeveloperView();
+}
 
 unsigned long CZRGrowthModuleUtil::GetUiMsgAndPremiumAccessReq(bool serverPush) {
     return CZRPremiumManager::Singleton()->GetUiMsgAndPremiumAccessReq(serverPush);

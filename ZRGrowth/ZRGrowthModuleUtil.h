@@ -9,6 +9,11 @@ public:
     CZRGrowthModuleUtil();
     ~CZRGrowthModuleUtil() override;
 
+    void GetAdBannerAsync(int adPosition, QSize size, std::function<void(QWidget*)> callback,
+                          int topNonClickableAreaHeight, bool useCheck, QList<QString> adIds) override;
+    void UpdateAdBottomPopupCoordinates() override;
+    QWidget* GetAdBottomPopupDeveloperView() override;
+
     unsigned long GetUiMsgAndPremiumAccessReq(bool serverPush) override;
     unsigned long GetUiMsgAndPremiumAccessReq(const QVector<int>& accessList, bool serverPush) override;
     unsigned long GetUiMsgAndPremiumAccessReq(const QVector<EnPremiumAccess>& accessList, bool serverPush) override;

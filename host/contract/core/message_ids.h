@@ -12,6 +12,8 @@ enum HostMessageId : unsigned int {
     kMsgLanguageChanged = 20100,
     /// The theme changed, and zr_ui_theme::Manager has told its listeners. No body.
     kMsgThemeChanged = 20101,
+    /// The main window shows another tab, or the first one; wParam holds its EnZRTabFrameKey. No body.
+    kMsgTabFrameChanged = 20157,
 };
 
 }  // namespace core

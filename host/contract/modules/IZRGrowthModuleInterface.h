@@ -1,18 +1,39 @@
 #pragma once
 
+#include <QList>
 #include <QMap>
+#include <QSize>
+#include <QString>
 #include <QVector>
+#include <functional>
 
 #include "framework/export.h"
 #include "modules/ZRGrowthTypes.h"
 #include "modules/ZRPremiumRecords.h"
 #include "plugin/IZRPluginInterface.h"
 
+class QWidget;
+
 /// The growth module's one service, under the interface name "24IZRGrowthModuleInterface".
 /// Main thread only, save the getters of rights. The order of the operations is fixed.
 class ZRHOST_API IZRGrowthModuleInterface : public IZRPluginInterface {
 public:
     ~IZRGrowthModuleInterface() override;
+
+    /// A banner of ads for that position, later, through `callback`, on the main thread. The widget has the size (in
+    /// pixels) and belongs to the caller; its deletion is the banner's end. The callback may never come: there is
+    /// nothing to show, another caller has asked for the same position since, or the last request for it is less
+    /// than ten seconds ago; in an internal build it may come with null. In the strip at the top, of that height, a
+    /// click does nothing. With `useCheck` exactly the ads in `adIds` are wanted, otherwise what is due. Callable
+    /// from any thread.
+    virtual void GetAdBannerAsync(int adPosition, QSize size, std::function<void(QWidget*)> callback,
+                                  int topNonClickableAreaHeight, bool useCheck, QList<QString> adIds) = 0;
+
+    /// To be called when the main window's layout has changed: the bottom popup moves to its place.
+    virtual void UpdateAdBottomPopupCoordinates() = 0;
+
+    /// A new panel for developer tools, without a parent; the caller owns it.
+    virtual QWidget* GetAdBottomPopupDeveloperView() = 0;
 
     /// Asks the server for the user's rights: for all of them, or for a list (also an empty one). The result
     /// is the session of the request, 0 before the module has started. The answer changes the table and comes

@@ -13,9 +13,11 @@ class ILocalStore;
 class ILog;
 class IMessageBus;
 class IPoster;
+class IPictures;
 class IRandom;
 class IReports;
 class IServerClock;
+class ISlots;
 class IUrlOpener;
 
 namespace host {
@@ -38,6 +40,8 @@ struct Ports {
     IHttp* http = nullptr;
     IReports* reports = nullptr;
     IDomains* domains = nullptr;
+    ISlots* slots = nullptr;
+    IPictures* pictures = nullptr;
 };
 
 /// Joins the services to the contract; the calling thread becomes the main thread. The caller owns them

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+#include "Ad/Controller/ZRAdController.h"
+
+class CZRAdPopupModel;
+class QTimer;
+
+/// A slot whose ad appears by itself over the main window: decides whether now is the moment, has the view made
+/// hidden, and shows it when its picture is in and the moment still good. What the view is belongs to a subclass.
+class CZRAdPopupController : public CZRAdController {
+    Q_OBJECT
+
+public:
+    explicit CZRAdPopupController(QObject* parent);
+    ~CZRAdPopupController() override;
+
+    /// Shows the waiting list if it may be shown now, keeps it if not, and throws it away if it is good for
+    /// nothing any more.
+    void TryShowAdPopup();
+
+    using CZRAdController::CloseAd;
+    /// Closes what is on screen or on its way there. Without a view only a logout does anything.
+    void CloseAd(ZRAdCloseType closeType);
+
+    void DeleteAdPopupCloseTimer();
+
+    void ShowAd(CZRAdModelList* list) override;
+    void OfflineAd(QList<QString>& adIds) override;
+
+    using CZRAdController::OnImageLoadSucceeded;
+
+public Q_SLOTS:
+    void OnAdClicked(bool jumpResult, QString const& adId) override;
+    void OnCloseButtonClicked(QString const& adId) override;
+    void OnImageLoadSucceeded(QString imageUrl, qlonglong time, int count, QString adId, QString pushId);
+    void OnImageLoadFailed(QString const& imageUrl, QString const& resultContent, qlonglong time, int count,
+                           QString const& adId) override;
+
+protected:
+    bool CheckAdIsValid(CZRAdModelList* list) override;
+    bool CheckCanShowAd(CZRAdModelList* list) override;
+
+    /// Makes the view of an ad, hidden, in place of the present one. Nothing here.
+    virtual void AddAdPopupView(CZRAdPopupModel* model, bool enableClose, int showDuration, const QString& adId,
+                                const QString& pushId);
+    /// Takes the view away, and the timer that would close it.
+    virtual void DeleteAdPopupView();
+
+    QPointer<QWidget> m_adPopupView;  // on the screen, or being loaded
+
+private:
+    bool IsCurrentTabAmong(const QList<ZRAdShowAreaType>& areas, const QString& adId);
+    bool IsIntervalOver(CZRAdModelList& list, const QString& adId);
+    bool IsSlotFree(const QString& adId);
+    bool IsMainFrameFocused(const QString& adId);
+    void StartCloseTimer(int seconds);
+    void SaveLastShowTime(const QString& adId);
+
+    QTimer* m_pCloseTimer = nullptr;
+};

@@ -1,0 +1,85 @@
+#include "Ad/View/ZRAdImageView.h"
+
+#include <QMouseEvent>
+
+#include "GrowthBizLogUtil.h"
+#include "core/time_date.h"
+#include "core/urlhandler.h"
+#include "framework/defensive.h"
+#include "webview/ZRWebWindowInfo.h"
+
+namespace {
+
+constexpr auto kLogModuleType = CGrowthBizLogUtil::Ad;
+constexpr uint32_t kMostNotices = 3;
+constexpr auto kBusiness = core::urlhandler::kBusinessDefault;
+
+}  // namespace
+
+CZRAdImageView::CZRAdImageView(QWidget* parent, const QSize& size)
+    : QWidget(parent), m_pImageWidget(new ZRWebImageWidget(this)) {
+    setFixedSize(size);
+    m_pImageWidget->setFixedSize(size);
+    FrameWork::ConnectChecked(kGrowthModuleTag, m_pImageWidget, &ZRWebImageWidget::ImageLoadStatusSignal, this,
+                              &CZRAdImageView::OnImageLoadStatus);
+}
+
+CZRAdImageView::~CZRAdImageView() = default;
+
+void CZRAdImageView::SetRoundedCorner(double radius) {
+    if (m_pImageWidget) {
+        m_pImageWidget->SetRoundedCorner(kCornersAll, radius, radius);
+    }
+}
+
+// The load status stays: a view that has loaded once can be clicked while another picture is on its way.
+void CZRAdImageView::SetImageUrl(const QString& url) {
+    LogInfo("Set image url, imageUrl = {}", url.toStdString());
+    m_loadStart = core::time_date::GetSvrTimeMillis();
+    m_loadCount = 0;
+    m_pImageWidget->SetUrl(url, QString());
+    m_imageUrl = url;
+}
+
+void CZRAdImageView::SetSchema(const QString& schema) {
+    LogInfo("Set schema, schema = {}", schema.toStdString());
+    m_schema = schema;
+}
+
+// Every notice counts, also one of progress: the third ends the attempts, whatever the first two were.
+void CZRAdImageView::OnImageLoadStatus(const QString& imageUrl, ZRImageLoadStatus status) {
+    ++m_loadCount;
+    if (status == kImageLoadSucceeded) {
+        m_loadStatus = kImageLoadSucceeded;
+        Q_EMIT ImageLoadSucceeded(imageUrl, core::time_date::GetSvrTimeMillis() - m_loadStart, int(m_loadCount));
+    } else if (status == kImageLoadFailed) {
+        LogInfo("Load failed, reset image url, imageUrl = {}, loadCount = {}", imageUrl.toStdString(), m_loadCount);
+        if (m_loadCount < kMostNotices) {
+            m_pImageWidget->SetUrl(imageUrl, QString());
+        } else {
+            Q_EMIT ImageLoadFailed(imageUrl, QString(), core::time_date::GetSvrTimeMillis() - m_loadStart,
+                                   int(m_loadCount));
+        }
+    }
+}
+
+bool CZRAdImageView::OpenSchema() {
+    const QVariant window = QVariant::fromValue(core::webview::ZRWebWindowInfo());
+    return core::urlhandler::DispatchUrl(m_schema, kBusiness, nullptr, window, core::urlhandler::kFallbackWeb);
+}
+
+// Who hears of the click may have this view deleted, later: the event still has to go on.
+void CZRAdImageView::mousePressEvent(QMouseEvent* event) {
+    if (m_loadStatus != kImageLoadSucceeded) {
+        LogInfo("Click ad image, load status is not success");
+    } else if (event->button() == Qt::LeftButton) {
+        if (m_schema.isEmpty()) {
+            LogInfo("Open schema failed, schema is empty");
+        } else {
+            const bool jumped = OpenSchema();
+            LogInfo("Open schema {}, schema = {}", jumped ? "success" : "failed", m_schema.toStdString());
+            Q_EMIT AdClicked(jumped);
+        }
+    }
+    QWidget::mousePressEvent(event);
+}

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QString>
+
+#include "framework/export.h"
+
+/// Icons and images of the host by name. A name is a constant of the process, and turns into text where one is wanted.
+struct ZRHOST_API ZResource {
+    class Name {
+    public:
+        explicit constexpr Name(const char* text) : m_pText(text) {}
+        operator const char*() const { return m_pText; }                   // NOLINT(google-explicit-constructor)
+        operator QString() const { return QString::fromLatin1(m_pText); }  // NOLINT(google-explicit-constructor)
+
+    private:
+        const char* m_pText;
+    };
+
+    ZResource() = delete;
+
+    // Icons are drawn in one colour, which the widget that shows them chooses.
+    static const Name icon_premium_crown_16;
+    static const Name icon_premium_tag_normal;
+    static const Name icon_close_16;
+    static const Name icon_close_32_normal;
+    static const Name btn_flyouts_pin_12;
+    static const Name icon_pushpin_f_12;
+    static const Name icon_base_person_vip_16;
+    static const Name icon_blackvip_16_normal;
+    static const Name icon_vip_16_normal;
+    static const Name icon_viptab_normal;
+    static const Name icon_engine_16;
+    static const Name icon_engine_36x16_normal;
+
+    // Images have colours of their own, and a form for each theme where they need one.
+    static const Name img_vip_16_normal;
+    static const Name img_engine_m_56x16_normal;
+    static const Name img_engine_nbg_54x16_normal;
+    static const Name img_bg_engine_banner_230x32_normal;
+    static const Name img_bg_noengine_banner_230x32_normal;
+    static const Name img_viptab1_26x16_normal;
+    static const Name img_viptab2_26x16_normal;
+    static const Name img_viptab3_26x16_normal;
+    static const Name img_viptabcn_45x16_normal;
+    static const Name img_viptaben_76x16_normal;
+    static const Name img_viptabhk_45x16_normal;
+    static const Name img_viptabjp_71x16_normal;
+};

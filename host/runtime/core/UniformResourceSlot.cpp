@@ -1,0 +1,9 @@
+#include "core/uniform_resource_slot.h"
+
+#include "core/ISlots.h"
+#include "framework/Ports.h"
+
+bool core::uniform_resource_slot::IsAllowedToShowUniformResourceSlot(ZRUniformResourceSlotType type) {
+    const host::PortsInUse ports;
+    return ports->slots && ports->slots->IsAllowed(type);
+}

@@ -1,0 +1,3 @@
+#include "modules/IMainFrameModuleUtil.h"
+
+IMainFrameModuleUtil::~IMainFrameModuleUtil() = default;
