@@ -15,6 +15,7 @@ public:
         m_host.urls.Forget();
         m_host.http.Forget();
         m_host.reports.Forget();
+        m_host.pictures.Forget();
     }
 
     bool WaitUntil(const std::function<bool()>& condition) override {

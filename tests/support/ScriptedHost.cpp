@@ -22,6 +22,8 @@ CScriptedHost::CScriptedHost() : poster(time), bus(poster.Unrecorded()), channel
     ports.http = &http;
     ports.reports = &reports;
     ports.domains = &domains;
+    ports.pictures = &pictures;
+    ports.slots = &slots;
     host::Install(ports);
 }
 
@@ -35,4 +37,5 @@ CScriptedHost::~CScriptedHost() {
     urls.CheckAllLookedAt();
     http.CheckAllLookedAt();
     reports.CheckAllLookedAt();
+    pictures.CheckAllLookedAt();
 }

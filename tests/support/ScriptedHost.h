@@ -4,6 +4,8 @@
 #include "support/ScriptedChannel.h"
 #include "support/ScriptedHttp.h"
 #include "support/ScriptedLog.h"
+#include "support/ScriptedMainFrame.h"
+#include "support/ScriptedPictures.h"
 #include "support/ScriptedPoster.h"
 #include "support/ScriptedQueries.h"
 #include "support/ScriptedReports.h"
@@ -35,4 +37,7 @@ public:
     CScriptedHttp http;
     CScriptedReports reports;
     CScriptedDomains domains;
+    CScriptedPictures pictures;
+    CScriptedSlots slots;
+    CScriptedMainFrame mainFrame;
 };

@@ -26,4 +26,7 @@ protected:
     CScriptedHttp& http = m_host.http;
     CScriptedReports& reports = m_host.reports;
     CScriptedDomains& domains = m_host.domains;
+    CScriptedPictures& pictures = m_host.pictures;
+    CScriptedSlots& slots = m_host.slots;
+    CScriptedMainFrame& mainFrame = m_host.mainFrame;
 };

@@ -35,3 +35,16 @@ std::string CScriptedDomains::DomainUrl(const std::string& key, core::url_data::
     const auto found = m_urls.find(key);
     return found == m_urls.end() ? std::string() : found->second;
 }
+
+void CScriptedSlots::Allow(ZRUniformResourceSlotType type, bool allowed) {
+    if (allowed) {
+        m_forbidden.erase(type);
+    } else {
+        m_forbidden.insert(type);
+    }
+}
+
+bool CScriptedSlots::IsAllowed(ZRUniformResourceSlotType type) const {
+    ++m_nAsked;
+    return m_forbidden.count(type) == 0;
+}

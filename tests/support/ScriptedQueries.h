@@ -5,6 +5,7 @@
 #include <map>
 #include <mutex>
 #include <random>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,7 @@
 #include "core/IEnvironment.h"
 #include "core/ILanguage.h"
 #include "core/IRandom.h"
+#include "core/ISlots.h"
 #include "core/lang.h"
 #include "support/Failing.h"
 
@@ -100,4 +102,19 @@ private:
     std::mutex m_mutex;
     std::deque<uint32_t> m_next;
     std::mt19937 m_sequence;
+};
+
+/// Every slot is allowed until the test forbids it.
+class CScriptedSlots : public ISlots {
+public:
+    void Allow(ZRUniformResourceSlotType type, bool allowed);
+
+    /// How often a slot was asked for.
+    int AskedCount() const { return m_nAsked; }
+
+    bool IsAllowed(ZRUniformResourceSlotType type) const override;
+
+private:
+    std::set<int> m_forbidden;
+    mutable int m_nAsked = 0;
 };

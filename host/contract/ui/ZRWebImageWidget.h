@@ -5,7 +5,7 @@
 
 #include "framework/export.h"
 
-/// How a load goes. Values between are notices on the way.
+/// How a load ended.
 enum ZRImageLoadStatus : int {
     kImageLoadFailed = 2,
     kImageLoadSucceeded = 4,
@@ -30,6 +30,9 @@ public:
     /// Begins to load, also what is shown already; a load that is under way is forgotten, without a word. What was
     /// shown stays until then. `placeholder` is a name of ZResource for an empty widget; empty: nothing.
     void SetUrl(const QString& url, const QString& placeholder);
+
+    /// Whether a picture that moves does so, from the next SetUrl on; it does from the beginning.
+    void SetMoving(bool moving);
 
     /// Radii in pixels, along and across.
     void SetRoundedCorner(ZRCornerRadiusType type, double xRadius, double yRadius);

@@ -40,6 +40,9 @@ public:
     /// Ends it without a word, as the destructor does.
     void Abort();
 
+    /// Of the answer, inside Ended; `name` in lower case. Empty if there is none.
+    std::string Header(const std::string& name) const { return m_reader ? m_reader->Header(name) : std::string(); }
+
     Listeners listeners;
 
 Q_SIGNALS:

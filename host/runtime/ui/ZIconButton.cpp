@@ -1,0 +1,120 @@
+#include "ui/ZIconButton.h"
+
+#include <QPainter>
+
+#include "ui/KitPaint.h"
+
+namespace {
+
+constexpr QSize kFirstSize(24, 24);
+constexpr double kRadius = 4.0;
+
+// Over a picture the theme says nothing: white on dark is seen on all of them.
+constexpr int kDiscAlpha[] = {115, 150, 190, 70};  // by ZWidgetState
+
+QColor PlainColor(ZIconColorStyle::type style) {
+    using host::kit::Color;
+    switch (style) {
+        case ZIconColorStyle::normal:
+            return Color("muted");
+        case ZIconColorStyle::heading:
+            return Color("heading");
+        case ZIconColorStyle::accent:
+            return Color("accent");
+        case ZIconColorStyle::onAccent:
+            return Color("onAccent");
+        case ZIconColorStyle::warning:
+            return Color("warning");
+        case ZIconColorStyle::onPicture:
+            return Qt::white;
+    }
+    return Color("muted");
+}
+
+QColor ColorOf(ZIconColorStyle::type style, ZWidgetState::type state) {
+    if (state == ZWidgetState::disabled) {
+        return style == ZIconColorStyle::onPicture ? QColor(255, 255, 255, 110) : host::kit::Color("disabled");
+    }
+    const bool livens = style == ZIconColorStyle::normal && state != ZWidgetState::normal;
+    return livens ? host::kit::Color("heading") : PlainColor(style);
+}
+
+}  // namespace
+
+struct ZIconButton::Private {
+    QString name;
+    QString checkedName;
+    ZIconColorStyle::type style = ZIconColorStyle::normal;
+    bool hoverBackground = true;
+    int margin = 0;
+};
+
+ZIconButton::ZIconButton(QWidget* parent) : QAbstractButton(parent), d(std::make_unique<Private>()) {
+    setFocusPolicy(Qt::TabFocus);
+    setFixedSize(kFirstSize);
+    host::kit::FollowTheme(this);
+}
+
+ZIconButton::~ZIconButton() = default;
+
+void ZIconButton::setSvgIconName(const QString& name) {
+    d->name = host::kit::CheckDrawing("ZIconButton", name) ? name : QString();
+    update();
+}
+
+void ZIconButton::setCheckedSvgIconName(const QString& name) {
+    d->checkedName = host::kit::CheckDrawing("ZIconButton", name) ? name : QString();
+    update();
+}
+
+void ZIconButton::setIconButtonSize(const QSize& size) {
+    setFixedSize(size);
+}
+
+void ZIconButton::setIconColorStyle(ZIconColorStyle::type style) {
+    d->style = style;
+    update();
+}
+
+void ZIconButton::setHoverBackground(bool shown) {
+    d->hoverBackground = shown;
+    update();
+}
+
+void ZIconButton::setIconMargins(int margin) {
+    d->margin = margin;
+    update();
+}
+
+QSize ZIconButton::sizeHint() const {
+    return maximumSize();
+}
+
+void ZIconButton::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    const ZWidgetState::type state = host::kit::StateOf(*this);
+    const bool onPicture = d->style == ZIconColorStyle::onPicture;
+    if (onPicture) {
+        host::kit::PaintPlate(painter, rect(), width() / 2.0, QColor(0, 0, 0, kDiscAlpha[state]));
+    } else if (d->hoverBackground && (state == ZWidgetState::hover || state == ZWidgetState::pressed)) {
+        host::kit::PaintPlate(painter, rect(), kRadius,
+                              host::kit::Color(state == ZWidgetState::hover ? "buttonHover" : "buttonPressed"));
+    }
+    const bool shownChecked = isChecked() && !d->checkedName.isEmpty();
+    const int margin = d->margin;
+    host::kit::PaintDrawing(painter, shownChecked ? d->checkedName : d->name,
+                            rect().adjusted(margin, margin, -margin, -margin), ColorOf(d->style, state));
+    if (hasFocus()) {
+        host::kit::PaintFocus(painter, rect(), onPicture ? width() / 2.0 : kRadius);
+    }
+}
+
+void ZIconButton::enterEvent(QEvent* event) {
+    QAbstractButton::enterEvent(event);
+    update();
+}
+
+void ZIconButton::leaveEvent(QEvent* event) {
+    QAbstractButton::leaveEvent(event);
+    update();
+}

@@ -1,0 +1,107 @@
+#include "ui/ZLabel.h"
+
+#include <QEvent>
+#include <QPainter>
+
+#include "ui/KitPaint.h"
+
+namespace {
+
+constexpr int kPixels = 12;
+constexpr QMargins kFirstMargins(8, 3, 8, 3);
+constexpr double kRadius = 4.0;
+constexpr int kTintAlpha = 40;
+
+}  // namespace
+
+struct ZLabel::Private {
+    QString text;
+    ZrStyle style = kNeutral;
+    ZrBgStyle bgStyle = kBgNone;
+    QMargins margins = kFirstMargins;
+
+    QColor Color() const {
+        switch (style) {
+            case kWarning:
+                return host::kit::Color("warning");
+            case kFailure:
+                return host::kit::Color("down");
+            case kSuccess:
+                return host::kit::Color("up");
+            case kAccent:
+                return host::kit::Color("accent");
+            case kNeutral:
+                return host::kit::Color("muted");
+        }
+        return host::kit::Color("muted");
+    }
+};
+
+ZLabel::ZLabel(QWidget* parent) : QWidget(parent), d(std::make_unique<Private>()) {
+    setFocusPolicy(Qt::NoFocus);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    host::kit::FollowTheme(this);
+}
+
+ZLabel::ZLabel(const QString& text, QWidget* parent) : ZLabel(parent) {
+    setText(text);
+}
+
+ZLabel::~ZLabel() = default;
+
+void ZLabel::setText(const QString& text) {
+    d->text = text;
+    setAccessibleName(text);
+    updateGeometry();
+    update();
+}
+
+QString ZLabel::text() const {
+    return d->text;
+}
+
+void ZLabel::setZrStyle(ZrStyle style) {
+    d->style = style;
+    update();
+}
+
+void ZLabel::setZrBgStyle(ZrBgStyle style) {
+    d->bgStyle = style;
+    update();
+}
+
+void ZLabel::setCustomMargin(const QMargins& margins) {
+    d->margins = margins;
+    updateGeometry();
+    update();
+}
+
+QSize ZLabel::sizeHint() const {
+    const QFontMetrics metrics(host::kit::Sized(font(), kPixels, QFont::Normal));
+    return QRect(QPoint(), metrics.size(Qt::TextSingleLine, d->text)).marginsAdded(d->margins).size();
+}
+
+QSize ZLabel::minimumSizeHint() const {
+    return sizeHint();
+}
+
+void ZLabel::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    QColor color = isEnabled() ? d->Color() : host::kit::Color("disabled");
+    painter.setFont(host::kit::Sized(font(), kPixels, QFont::Normal));
+    if (d->bgStyle == kBgTinted) {
+        QColor tint = color;
+        tint.setAlpha(kTintAlpha);
+        host::kit::PaintPlate(painter, rect(), kRadius, tint);
+    }
+    painter.setPen(color);
+    painter.drawText(rect().marginsRemoved(d->margins), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, d->text);
+}
+
+void ZLabel::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange) {
+        updateGeometry();
+    }
+    update();
+}

@@ -1,0 +1,216 @@
+#include "ui/ZSlideshow.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPointer>
+#include <QTimer>
+#include <QVector>
+
+#include "ui/ZRWebImageWidget.h"
+
+namespace {
+
+constexpr int kSwitchMillis = 5000;
+constexpr int kAttempts = 3;
+
+constexpr double kDotRadius = 3.0;
+constexpr int kDotDistance = 14;
+constexpr int kDotsHeight = 20;
+
+/// The dots, over the slides. White with a dark rim: the slides may have any colour.
+class CDots : public QWidget {
+public:
+    explicit CDots(QWidget* parent) : QWidget(parent) {
+        setObjectName(QStringLiteral("ZSlideshowDots"));
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        hide();
+    }
+
+    void Show(int count, int current) {
+        m_nCount = count;
+        m_nCurrent = current;
+        setVisible(count > 1);
+        raise();
+        update();
+    }
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(QColor(0, 0, 0, 90), 1));
+        const double left = (width() - (m_nCount - 1) * kDotDistance) / 2.0;
+        for (int i = 0; i < m_nCount; ++i) {
+            painter.setBrush(QColor(255, 255, 255, i == m_nCurrent ? 255 : 130));
+            painter.drawEllipse(QPointF(left + i * kDotDistance, height() / 2.0), kDotRadius, kDotRadius);
+        }
+    }
+
+private:
+    int m_nCount = 0;
+    int m_nCurrent = -1;
+};
+
+QSize RatioOf(ZSlideshowBase::WidthHeightRatio ratio) {
+    switch (ratio) {
+        case ZSlideshowBase::kRatio1To1:
+            return {1, 1};
+        case ZSlideshowBase::kRatio2To1:
+            return {2, 1};
+        case ZSlideshowBase::kRatio3To1:
+            return {3, 1};
+        case ZSlideshowBase::kRatio4To1:
+            return {4, 1};
+        case ZSlideshowBase::kRatio16To9:
+            return {16, 9};
+        case ZSlideshowBase::kRatioFree:
+            return {};
+    }
+    return {};
+}
+
+}  // namespace
+
+struct ZSlideshowBase::Private {
+    Private(QWidget* owner, WidthHeightRatio kept) : ratio(RatioOf(kept)), dots(new CDots(owner)) {}
+
+    QRect SlideRect(const QRect& all) const {
+        if (!keepRatio || ratio.isEmpty()) {
+            return all;
+        }
+        QRect rect(QPoint(), ratio.scaled(all.size(), Qt::KeepAspectRatio));
+        rect.moveCenter(all.center());
+        return rect;
+    }
+
+    void Place(const QRect& all) {
+        const QRect rect = SlideRect(all);
+        for (const QPointer<QWidget>& slide : qAsConst(slides)) {
+            if (slide) {
+                slide->setGeometry(rect);
+            }
+        }
+        dots->setGeometry(rect.left(), rect.bottom() + 1 - kDotsHeight, rect.width(), kDotsHeight);
+    }
+
+    void ShowOnly(int shown) {
+        if (slides[shown]) {
+            slides[shown]->show();
+        }
+        if (current >= 0 && slides[current]) {
+            slides[current]->hide();
+        }
+        current = shown;
+        dots->Show(slides.size(), current);
+    }
+
+    // From the beginning: what is shown anew stands for its whole time.
+    void RunClock() {
+        if (autoSwitch && slides.size() > 1) {
+            clock.start(kSwitchMillis);
+        } else {
+            clock.stop();
+        }
+    }
+
+    const QSize ratio;
+    QVector<QPointer<QWidget>> slides;
+    CDots* dots;
+    QTimer clock;
+    int current = -1;
+    bool autoSwitch = false;
+    bool keepRatio = true;
+};
+
+ZSlideshowBase::ZSlideshowBase(QWidget* parent, WidthHeightRatio ratio)
+    : QWidget(parent), d(std::make_unique<Private>(this, ratio)) {
+    setFocusPolicy(Qt::NoFocus);
+    connect(&d->clock, &QTimer::timeout, this, [this] {
+        if (m_bAutomatic) {
+            setCurrentIndex((d->current + 1) % d->slides.size());
+        }
+    });
+}
+
+ZSlideshowBase::~ZSlideshowBase() = default;
+
+void ZSlideshowBase::setAutoSwitch(bool on) {
+    d->autoSwitch = on;
+    d->RunClock();
+}
+
+void ZSlideshowBase::setKeepRatio(bool keep) {
+    d->keepRatio = keep;
+    d->Place(rect());
+}
+
+int ZSlideshowBase::count() const {
+    return d->slides.size();
+}
+
+int ZSlideshowBase::currentIndex() const {
+    return d->current;
+}
+
+void ZSlideshowBase::setCurrentIndex(int index) {
+    if (index < 0 || index >= d->slides.size() || index == d->current) {
+        return;
+    }
+    const int old = d->current;
+    d->ShowOnly(index);
+    d->RunClock();
+    Q_EMIT currentChanged(index, old);
+}
+
+// Who hears of the first slide may have the slideshow deleted: the signal comes last.
+int ZSlideshowBase::AddSlide(QWidget* slide) {
+    const int index = d->slides.size();
+    slide->setParent(this);
+    slide->hide();
+    d->slides.append(slide);
+    d->Place(rect());
+    if (index == 0) {
+        setCurrentIndex(0);
+    } else {
+        d->dots->Show(d->slides.size(), d->current);
+        if (!d->clock.isActive()) {
+            d->RunClock();
+        }
+    }
+    return index;
+}
+
+void ZSlideshowBase::resizeEvent(QResizeEvent* /*event*/) {
+    d->Place(rect());
+}
+
+void ZSlideshowBase::mousePressEvent(QMouseEvent* event) {
+    event->ignore();
+}
+
+ZSlideshow::ZSlideshow(QWidget* parent, WidthHeightRatio ratio) : ZSlideshowBase(parent, ratio) {}
+
+ZSlideshow::~ZSlideshow() = default;
+
+void ZSlideshow::addWebImageOrGif(const QString& url, const QString& placeholder, int mode) {
+    const int index = count();
+    auto* slide = new ZRWebImageWidget(this);
+    slide->setObjectName(QStringLiteral("ZSlideshowSlide%1").arg(index));
+    slide->SetMoving(mode == kMoving);
+    connect(slide, &ZRWebImageWidget::ImageLoadStatusSignal, this,
+            [this, slide, placeholder, index, attempt = 0](const QString& loaded, ZRImageLoadStatus status) mutable {
+                ++attempt;
+                if (status == kImageLoadSucceeded) {
+                    Q_EMIT webImageLoadSucess(loaded, index, attempt);
+                } else if (attempt < kAttempts) {
+                    slide->SetUrl(loaded, placeholder);
+                } else {
+                    Q_EMIT webImageLoadFinalFailed(loaded, index, attempt);
+                }
+            });
+    const QPointer<QWidget> alive(slide);
+    AddSlide(slide);
+    if (alive) {
+        slide->SetUrl(url, placeholder);
+    }
+}

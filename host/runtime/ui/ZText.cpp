@@ -1,0 +1,152 @@
+#include "ui/ZText.h"
+
+#include <QEvent>
+#include <QPainter>
+
+#include "ui/KitPaint.h"
+
+namespace {
+
+constexpr int kBodyPixels = 13;
+constexpr int kTitlePixels = 16;
+constexpr int kSmallPixels = 11;
+constexpr int kNoLimit = QWIDGETSIZE_MAX;
+
+}  // namespace
+
+struct ZText::Private {
+    QString text;
+    ZrStyle style = kBody;
+    bool dottable = false;
+    bool wrap = false;
+
+    int Flags() const { return wrap ? Qt::TextWordWrap | Qt::AlignTop : Qt::TextSingleLine | Qt::AlignVCenter; }
+
+    QFont FontFrom(const QFont& font) const {
+        switch (style) {
+            case kBody:
+            case kAccent:
+                return host::kit::Sized(font, kBodyPixels, QFont::Normal);
+            case kTitle:
+                return host::kit::Sized(font, kTitlePixels, QFont::DemiBold);
+            case kSmall:
+                return host::kit::Sized(font, kSmallPixels, QFont::Normal);
+        }
+        return font;
+    }
+
+    QColor Color(bool enabled) const {
+        if (!enabled) {
+            return host::kit::Color("disabled");
+        }
+        switch (style) {
+            case kBody:
+                return host::kit::Color("text");
+            case kTitle:
+                return host::kit::Color("heading");
+            case kSmall:
+                return host::kit::Color("muted");
+            case kAccent:
+                return host::kit::Color("accent");
+        }
+        return host::kit::Color("text");
+    }
+
+    QSize SizeAt(const QFont& font, int width) const {
+        return QFontMetrics(FontFrom(font)).boundingRect(QRect(0, 0, width, kNoLimit), Flags(), text).size();
+    }
+
+    // With the bearing that the last letter may have beyond its advance.
+    QSize WholeSize(const QFont& font) const {
+        const QFontMetrics metrics(FontFrom(font));
+        return metrics.size(wrap ? 0 : Qt::TextSingleLine, text).expandedTo(QSize(0, metrics.height()));
+    }
+};
+
+ZText::ZText(QWidget* parent) : QWidget(parent), d(std::make_unique<Private>()) {
+    setFocusPolicy(Qt::NoFocus);
+    host::kit::FollowTheme(this);
+}
+
+ZText::ZText(const QString& text, QWidget* parent) : ZText(parent) {
+    setText(text);
+}
+
+ZText::~ZText() = default;
+
+void ZText::setText(const QString& text) {
+    if (d->text == text) {
+        return;
+    }
+    d->text = text;
+    setAccessibleName(text);
+    updateGeometry();
+    update();
+}
+
+QString ZText::text() const {
+    return d->text;
+}
+
+void ZText::setZrStyle(ZrStyle style) {
+    d->style = style;
+    updateGeometry();
+    update();
+}
+
+void ZText::setDottable(bool dottable) {
+    d->dottable = dottable;
+    updateGeometry();
+    update();
+}
+
+bool ZText::isDotted() const {
+    return d->dottable && !d->wrap && d->WholeSize(font()).width() > width();
+}
+
+void ZText::setWordWrap(bool wrap) {
+    d->wrap = wrap;
+    QSizePolicy policy = sizePolicy();
+    policy.setHeightForWidth(wrap);
+    setSizePolicy(policy);
+    updateGeometry();
+    update();
+}
+
+QSize ZText::sizeHint() const {
+    return d->WholeSize(font());
+}
+
+// Wrapped text needs room for its longest word alone.
+QSize ZText::minimumSizeHint() const {
+    const QFontMetrics metrics(d->FontFrom(font()));
+    if (d->wrap) {
+        return {d->SizeAt(font(), 0).width(), metrics.height()};
+    }
+    return d->dottable ? QSize(metrics.horizontalAdvance(QChar(0x2026)), metrics.height()) : sizeHint();
+}
+
+bool ZText::hasHeightForWidth() const {
+    return d->wrap;
+}
+
+int ZText::heightForWidth(int width) const {
+    return d->wrap ? d->SizeAt(font(), width).height() : -1;
+}
+
+void ZText::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    painter.setFont(d->FontFrom(font()));
+    painter.setPen(d->Color(isEnabled()));
+    const QString shown =
+        isDotted() ? painter.fontMetrics().elidedText(d->text, Qt::ElideRight, width(), Qt::TextSingleLine) : d->text;
+    painter.drawText(rect(), d->Flags() | Qt::AlignLeft, shown);
+}
+
+void ZText::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange) {
+        updateGeometry();
+    }
+    update();
+}

@@ -1,0 +1,207 @@
+#include "picture/PictureService.h"
+
+#include <algorithm>
+
+#include "core/IEnvironment.h"
+#include "framework/HostLog.h"
+#include "log/LogText.h"
+#include "picture/PictureDecoder.h"
+
+namespace {
+
+constexpr host::HostLog kLog("Picture");
+constexpr int kMaxLoggedLength = 200;
+constexpr qint64 kMostAskedPixels = 16'000'000;
+constexpr int kStatusOk = 200;
+constexpr int kStatusNotModified = 304;
+
+std::string Shown(const QString& url) {
+    return EscapedLogText(url.left(kMaxLoggedLength));
+}
+
+// A widget without a size still wants to know whether there is a picture.
+QSize Sensible(QSize size) {
+    size = size.expandedTo(QSize(1, 1));
+    while (qint64(size.width()) * size.height() > kMostAskedPixels) {
+        size = (size / 2).expandedTo(QSize(1, 1));
+    }
+    return size;
+}
+
+HttpLimits Http(const PictureLimits& limits) {
+    HttpLimits http;
+    http.bodyBytes = limits.bytes;
+    return http;
+}
+
+}  // namespace
+
+CPictureService::CPictureService(const IEnvironment& environment, const QString& cacheFolder)
+    : CPictureService(environment, cacheFolder, Options()) {}
+
+CPictureService::CPictureService(const IEnvironment& environment, const QString& cacheFolder, const Options& options)
+    : m_environment(environment), m_cacheFolder(cacheFolder), m_options(options) {
+    // One, and always the same: the cache belongs to it.
+    m_worker.setMaxThreadCount(1);
+    m_worker.setExpiryTimeout(-1);
+}
+
+CPictureService::~CPictureService() {
+    for (auto& [id, job] : m_jobs) {
+        *job.cancelled = true;
+    }
+    m_worker.start([this] { m_cache.reset(); });
+    m_worker.waitForDone();
+}
+
+void CPictureService::Load(const QString& url, const QSize& size, bool moving, QObject* guard, Done done) {
+    const unsigned long id = ++m_nLastId;
+    Job& job = m_jobs[id];
+    job.size = Sensible(size);
+    job.moving = moving;
+    job.guard = guard;
+    job.done = std::move(done);
+    connect(guard, &QObject::destroyed, this, [this, id] { Drop(id); });
+    HttpReqInfo request;
+    request.m_strUrl = url.toStdString();
+    std::string reason;
+    auto message = http_request::Make(request, !m_environment.IsReleaseAppVersion(), reason);
+    if (!message) {
+        kLog.Info(FMT_STRING("Refused a picture, {}: {}"), reason, Shown(url));
+        job.stage = EnStage::kRefused;
+        QMetaObject::invokeMethod(
+            this, [this, id] { Finish(id, nullptr); }, Qt::QueuedConnection);
+        return;
+    }
+    job.message = std::move(*message);
+    m_waiting.push_back(id);
+    StartNext();
+}
+
+void CPictureService::Work(Task task) {
+    m_worker.start([this, task = std::move(task)] {
+        if (!m_cache) {
+            m_cache = std::make_unique<CPictureCache>(m_cacheFolder);
+        }
+        QMetaObject::invokeMethod(this, task(*m_cache), Qt::QueuedConnection);
+    });
+}
+
+void CPictureService::StartNext() {
+    while (m_nRunning < m_options.mostFetches && !m_waiting.empty()) {
+        const unsigned long id = m_waiting.front();
+        m_waiting.pop_front();
+        ++m_nRunning;
+        LookInCache(id);
+    }
+}
+
+void CPictureService::LookInCache(unsigned long id) {
+    Job& job = m_jobs.at(id);
+    job.stage = EnStage::kWorking;
+    Work([this, id, url = job.message.url, cancelled = job.cancelled](CPictureCache& cache) -> std::function<void()> {
+        const auto found = *cancelled ? std::nullopt : cache.Find(url);
+        const Body kept = found ? std::make_shared<const std::string>(found->bytes) : nullptr;
+        if (found && found->fresh) {
+            return [this, id, kept] { Decode(id, kept, std::nullopt); };
+        }
+        return [this, id, kept, tag = found ? found->tag : std::string()] { Fetch(id, kept, tag); };
+    });
+}
+
+void CPictureService::Fetch(unsigned long id, const Body& kept, const std::string& tag) {
+    Job& job = m_jobs.at(id);
+    if (*job.cancelled) {
+        Finish(id, nullptr);
+        return;
+    }
+    job.stage = EnStage::kFetching;
+    if (!tag.empty()) {
+        job.message.headers["if-none-match"] = QByteArray::fromStdString(tag);
+    }
+    job.exchange = std::make_unique<CHttpExchange>(job.message, m_options.limitMillis, Http(m_options.limits));
+    connect(job.exchange.get(), &CHttpExchange::Ended, this,
+            [this, id, kept](const std::shared_ptr<HttpRspInfo>& response) { OnAnswer(id, response, kept); });
+    job.exchange->Begin();
+}
+
+void CPictureService::OnAnswer(unsigned long id, const std::shared_ptr<HttpRspInfo>& response, const Body& kept) {
+    Job& job = m_jobs.at(id);
+    // It is the one that calls.
+    CHttpExchange* exchange = job.exchange.release();
+    const auto keeping = CPictureCache::KeepingOf(exchange->Header("cache-control"), exchange->Header("etag"));
+    exchange->deleteLater();
+    if (response->m_nResult == kHttpOk && response->m_nHttpStatusCode == kStatusOk) {
+        Decode(id, Body(response, &response->m_strBody), keeping);
+    } else if (response->m_nResult == kHttpOk && response->m_nHttpStatusCode == kStatusNotModified && kept) {
+        Decode(id, kept, keeping);
+    } else {
+        kLog.Info(FMT_STRING("No picture, result {}, status {}: {}"), response->m_nResult, response->m_nHttpStatusCode,
+                  Shown(job.message.url.toString()));
+        Finish(id, nullptr);
+    }
+}
+
+void CPictureService::Decode(unsigned long id, const Body& body, const std::optional<CPictureCache::Keeping>& keeping) {
+    Job& job = m_jobs.at(id);
+    job.stage = EnStage::kWorking;
+    Work([this, id, body, keeping, url = job.message.url, size = job.size, moving = job.moving,
+          limits = m_options.limits, cancelled = job.cancelled](CPictureCache& cache) -> std::function<void()> {
+        std::shared_ptr<const Picture> picture;
+        host::RunGuarded(kLog, "Decoding a picture", [&] {
+            std::string reason = "it is not wanted any more";
+            const auto facts = *cancelled ? std::nullopt : picture_judge::Judge(*body, limits, reason);
+            if (facts) {
+                reason = "it can't be decoded";
+                picture = picture_decoder::Decode(*body, *facts, size, moving, *cancelled);
+            }
+            if (!picture) {
+                kLog.Info(FMT_STRING("No picture, {}: {}"), reason, Shown(url.toString()));
+            } else if (keeping) {
+                cache.Keep(url, *body, *keeping);
+            }
+        });
+        return [this, id, picture] { Finish(id, picture); };
+    });
+}
+
+// Nothing of the service is touched after the last call: it may end the service.
+void CPictureService::Finish(unsigned long id, const std::shared_ptr<const Picture>& picture) {
+    const auto found = m_jobs.find(id);
+    if (found == m_jobs.end()) {
+        return;
+    }
+    const Job job = std::move(found->second);
+    m_jobs.erase(found);
+    if (job.stage != EnStage::kRefused) {
+        --m_nRunning;
+        StartNext();
+    }
+    if (job.guard) {
+        host::RunGuarded(kLog, "A picture's callback", [&] { job.done(picture); });
+    }
+}
+
+// What is with the worker stays until it comes back: its bytes are still in memory, and count.
+void CPictureService::Drop(unsigned long id) {
+    const auto found = m_jobs.find(id);
+    if (found == m_jobs.end()) {
+        return;
+    }
+    Job& job = found->second;
+    *job.cancelled = true;
+    switch (job.stage) {
+        case EnStage::kWorking:
+        case EnStage::kRefused:
+            return;
+        case EnStage::kWaiting:
+            m_waiting.erase(std::find(m_waiting.begin(), m_waiting.end(), id));
+            m_jobs.erase(found);
+            return;
+        case EnStage::kFetching:
+            m_jobs.erase(found);
+            --m_nRunning;
+            StartNext();
+            return;
+    }
+}

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QThreadPool>
+#include <atomic>
+#include <deque>
+#include <map>
+#include <memory>
+
+#include "http/HttpExchange.h"
+#include "picture/PictureCache.h"
+#include "picture/PictureJudge.h"
+#include "ui/IPictures.h"
+
+class IEnvironment;
+
+/// Pictures over HTTP, from where the client speaks to at all: https, and in internal builds this machine by http;
+/// no redirects to another origin, no proxy and no cookies. Few at a time, the others wait. They are judged, decoded
+/// and scaled on a thread of its own, and kept on the disk as their servers allow. Main thread. The environment must
+/// outlive it.
+class CPictureService : public QObject, public IPictures {
+    Q_OBJECT
+
+public:
+    struct Options {
+        PictureLimits limits;
+        int limitMillis = 10'000;  // from the first byte of a fetch to its last
+        int mostFetches = 4;
+    };
+
+    CPictureService(const IEnvironment& environment, const QString& cacheFolder);
+    CPictureService(const IEnvironment& environment, const QString& cacheFolder, const Options& options);
+    /// Ends what is under way without a word; waits for the picture that is just being decoded.
+    ~CPictureService() override;
+
+    void Load(const QString& url, const QSize& size, bool moving, QObject* guard, Done done) override;
+
+    /// Loads that have not ended.
+    int RunningCount() const { return int(m_jobs.size()); }
+
+private:
+    enum class EnStage { kRefused, kWaiting, kWorking, kFetching };
+
+    struct Job {
+        EnStage stage = EnStage::kWaiting;
+        HttpMessage message;
+        QSize size;
+        bool moving = false;
+        QPointer<QObject> guard;
+        Done done;
+        std::unique_ptr<CHttpExchange> exchange;
+        std::shared_ptr<std::atomic<bool>> cancelled = std::make_shared<std::atomic<bool>>(false);
+    };
+    using Body = std::shared_ptr<const std::string>;
+    /// Runs on the worker, and gives what is to be done with the result on the main thread.
+    using Task = std::function<std::function<void()>(CPictureCache& cache)>;
+
+    void Work(Task task);
+    void StartNext();
+    void LookInCache(unsigned long id);
+    void Fetch(unsigned long id, const Body& kept, const std::string& tag);
+    void OnAnswer(unsigned long id, const std::shared_ptr<HttpRspInfo>& response, const Body& kept);
+    void Decode(unsigned long id, const Body& body, const std::optional<CPictureCache::Keeping>& keeping);
+    void Finish(unsigned long id, const std::shared_ptr<const Picture>& picture);
+    void Drop(unsigned long id);
+
+    const IEnvironment& m_environment;
+    const QString m_cacheFolder;
+    const Options m_options;
+    unsigned long m_nLastId = 0;
+    std::map<unsigned long, Job> m_jobs;
+    std::deque<unsigned long> m_waiting;
+    int m_nRunning = 0;
+    std::unique_ptr<CPictureCache> m_cache;  // the worker's
+    QThreadPool m_worker;                    // of one thread
+};

@@ -1,0 +1,86 @@
+// On a screen of two pixels to one, where a drawing that was made for the other kind shows as blurred.
+#include <QPainter>
+
+#include "KitTest.h"
+#include "ui/Drawings.h"
+#include "ui/ZButton.h"
+#include "ui/ZIconButton.h"
+#include "ui/ZRWebImageWidget.h"
+#include "ui/ZResource.h"
+
+using namespace ::testing;
+
+namespace {
+
+// Ahead of the application, which reads it once.
+const bool g_bTwoToOne = qputenv("QT_SCALE_FACTOR", "2");
+
+class SharpTest : public KitTest {
+protected:
+    SharpTest() {
+        EXPECT_TRUE(g_bTwoToOne);
+        Show();
+    }
+
+    /// What a drawing looks like on the window, made for a screen of that ratio.
+    static QImage Drawn(const char* name, const char* color, double ratio) {
+        QImage image(32, 32, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        painter.drawPixmap(QRect(0, 0, 32, 32),
+                           host::drawings::Render(QString::fromLatin1(name), QSize(16, 16), ratio, Color(color)));
+        return image;
+    }
+};
+
+TEST_F(SharpTest, TheScreenIsOneOfTwoToOne) {
+    EXPECT_EQ(window.devicePixelRatioF(), 2.0);
+}
+
+TEST_F(SharpTest, AnIconIsDrawnForTheScreen) {
+    ZIconButton button(&window);
+    button.setIconButtonSize(QSize(16, 16));
+    button.setSvgIconName(ZResource::icon_vip_16_normal);
+    button.show();
+    time.Settle();
+
+    const QImage look = Look(&button);
+
+    EXPECT_EQ(look.size(), QSize(32, 32));
+    EXPECT_EQ(look, Drawn(ZResource::icon_vip_16_normal, "muted", 2.0));
+    EXPECT_NE(look, Drawn(ZResource::icon_vip_16_normal, "muted", 1.0));
+}
+
+TEST_F(SharpTest, AnIconOnAButtonTooAndItsSizeCountsInTheButtonsOwnPixels) {
+    ZButton button(&window);
+    button.setZrStyle(ZButton::kText);
+    button.setLeftRightPadding(0);
+    button.setIcon(ZResource::icon_vip_16_normal, QSize(16, 16));
+    button.resize(16, 30);
+    button.show();
+    time.Settle();
+
+    EXPECT_EQ(button.sizeHint().width(), 16);
+    EXPECT_EQ(Look(&button).copy(0, 14, 32, 32), Drawn(ZResource::icon_vip_16_normal, "accent", 2.0));
+}
+
+TEST_F(SharpTest, APictureIsAskedForInTheScreensPixelsAndPaintedOneToOne) {
+    ZRWebImageWidget image(&window);
+    image.setFixedSize(60, 20);
+    image.show();
+    time.Settle();
+    image.SetUrl(QStringLiteral("https://pictures.test/a.png"), QString());
+    ASSERT_EQ(pictures.Asked()[0].size, QSize(120, 40));
+
+    auto picture = std::make_shared<Picture>();
+    QImage lines(120, 40, QImage::Format_RGB32);
+    for (int x = 0; x < 120; ++x) {
+        QPainter(&lines).fillRect(x, 0, 1, 40, x % 2 == 0 ? Qt::black : Qt::white);
+    }
+    picture->frames.push_back({lines, 0});
+    pictures.Succeed(1, picture);
+
+    EXPECT_EQ(Look(&image), lines);
+}
+
+}  // namespace

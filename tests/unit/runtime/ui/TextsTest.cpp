@@ -1,0 +1,274 @@
+#include "KitTest.h"
+#include "ui/ZLabel.h"
+#include "ui/ZText.h"
+#include "ui/ZToast.h"
+
+using namespace ::testing;
+using zr_ui_theme::Manager;
+
+namespace {
+
+class ZTextTest : public KitTest {
+protected:
+    void Show() {
+        text.resize(text.sizeHint());
+        KitTest::Show();
+    }
+
+    ZText text{QStringLiteral("A line of words"), &window};
+};
+
+TEST_F(ZTextTest, IsPaintedInTheColourOfItsStyle) {
+    Show();
+    const std::pair<ZText::ZrStyle, const char*> rows[] = {
+        {ZText::kBody, "text"}, {ZText::kTitle, "heading"}, {ZText::kSmall, "muted"}, {ZText::kAccent, "accent"}};
+    for (const auto& [style, color] : rows) {
+        text.setZrStyle(style);
+        text.resize(text.sizeHint());
+        EXPECT_GT(Near(Look(&text), Color(color)), 20) << color;
+    }
+    text.setEnabled(false);
+    EXPECT_GT(Near(Look(&text), Color("disabled")), 20);
+}
+
+TEST_F(ZTextTest, ATitleIsLargerThanABodyAndThatThanASmallText) {
+    const int body = text.sizeHint().height();
+    text.setZrStyle(ZText::kTitle);
+    EXPECT_GT(text.sizeHint().height(), body);
+    text.setZrStyle(ZText::kSmall);
+    EXPECT_LT(text.sizeHint().height(), body);
+}
+
+TEST_F(ZTextTest, IsPlainWhateverItContains) {
+    text.setText(QStringLiteral("<b>&amp;</b> &x"));
+    const int width = text.sizeHint().width();
+    text.setText(QStringLiteral("&"));
+
+    EXPECT_GT(width, 8 * text.sizeHint().width());
+    EXPECT_GT(text.sizeHint().width(), 0);
+}
+
+TEST_F(ZTextTest, EndsInDotsOnlyWhereItMayAndHasNoRoom) {
+    Show();
+    text.setDottable(true);
+    EXPECT_FALSE(text.isDotted());
+
+    text.resize(text.sizeHint().width() - 1, text.height());
+    EXPECT_TRUE(text.isDotted());
+    const QImage dotted = Look(&text);
+
+    text.setDottable(false);
+    EXPECT_FALSE(text.isDotted());
+    EXPECT_NE(Look(&text), dotted);
+    text.setDottable(true);
+    text.setWordWrap(true);
+    EXPECT_FALSE(text.isDotted());
+}
+
+TEST_F(ZTextTest, ATextThatMayEndInDotsGivesWay) {
+    EXPECT_EQ(text.minimumSizeHint(), text.sizeHint());
+    text.setDottable(true);
+    EXPECT_LT(text.minimumSizeHint().width(), 20);
+}
+
+TEST_F(ZTextTest, WrappedTextIsAsHighAsItsWidthMakesIt) {
+    const int line = text.sizeHint().height();
+    EXPECT_FALSE(text.hasHeightForWidth());
+    EXPECT_EQ(text.heightForWidth(50), -1);
+
+    text.setWordWrap(true);
+
+    EXPECT_TRUE(text.hasHeightForWidth());
+    EXPECT_TRUE(text.sizePolicy().hasHeightForWidth());
+    EXPECT_LE(text.heightForWidth(1000), line);
+    EXPECT_GE(text.heightForWidth(50), 2 * line - 2);
+}
+
+TEST_F(ZTextTest, KeepsTheLinesOfAWrappedTextApart) {
+    text.setWordWrap(true);
+    text.setText(QStringLiteral("one"));
+    const int line = text.heightForWidth(300);
+    text.setText(QStringLiteral("one\ntwo\nthree"));
+
+    EXPECT_GT(text.heightForWidth(300), 2 * line + line / 2);
+    EXPECT_GT(text.sizeHint().height(), 2 * line + line / 2);
+}
+
+TEST_F(ZTextTest, TellsItsTextToWhoCannotSee) {
+    EXPECT_EQ(text.text(), QStringLiteral("A line of words"));
+    EXPECT_EQ(text.accessibleName(), QStringLiteral("A line of words"));
+}
+
+TEST_F(ZTextTest, LeavesPressesToTheParentAndTakesNoFocus) {
+    Show();
+
+    Press(&text);
+    Tab();
+
+    EXPECT_EQ(window.presses, 1);
+    EXPECT_FALSE(text.hasFocus());
+}
+
+TEST_F(ZTextTest, FollowsTheTheme) {
+    Show();
+    SetTheme(Manager::kThemeDarkBlue);
+    EXPECT_GT(Count(Look(&text), host::ThemePalette::Of(Manager::kThemeDarkBlue).Color("text")), 20);
+}
+
+class ZLabelTest : public KitTest {
+protected:
+    ZLabel label{QStringLiteral("Offline"), &window};
+};
+
+TEST_F(ZLabelTest, HasTheColourOfWhatItSaysAndABreathOfItBelow) {
+    const std::pair<ZLabel::ZrStyle, const char*> rows[] = {{ZLabel::kWarning, "warning"},
+                                                            {ZLabel::kFailure, "down"},
+                                                            {ZLabel::kSuccess, "up"},
+                                                            {ZLabel::kAccent, "accent"},
+                                                            {ZLabel::kNeutral, "muted"}};
+    label.resize(label.sizeHint());
+    Show();
+    for (const auto& [style, color] : rows) {
+        label.setZrStyle(style);
+        label.setZrBgStyle(ZLabel::kBgNone);
+        EXPECT_GT(Near(Look(&label), Color(color)), 10) << color;
+        EXPECT_EQ(Look(&label).pixelColor(3, 3), QColor(Qt::white));
+        label.setZrBgStyle(ZLabel::kBgTinted);
+        const QColor tint = Look(&label).pixelColor(3, 3);
+        EXPECT_NE(tint, QColor(Qt::white)) << color;
+        EXPECT_GT(tint.lightness(), 200) << color;
+    }
+}
+
+TEST_F(ZLabelTest, IsAsLargeAsItsTextAndItsMargins) {
+    label.setCustomMargin(QMargins(0, 0, 0, 0));
+    const QSize bare = label.sizeHint();
+    label.setCustomMargin(QMargins(9, 1, 3, 2));
+
+    EXPECT_EQ(label.sizeHint(), bare + QSize(12, 3));
+    EXPECT_EQ(label.minimumSizeHint(), label.sizeHint());
+    label.setText(QStringLiteral("Offline since noon"));
+    EXPECT_GT(label.sizeHint().width(), bare.width() + 12);
+    EXPECT_EQ(label.text(), QStringLiteral("Offline since noon"));
+}
+
+TEST_F(ZLabelTest, LeavesPressesToTheParent) {
+    label.resize(label.sizeHint());
+    Show();
+
+    Press(&label);
+
+    EXPECT_EQ(window.presses, 1);
+}
+
+class ZToastTest : public KitTest {
+protected:
+    void Show(const QString& text, int durationMs = 3000) {
+        ZToast::ToastInfo info;
+        info.text = text;
+        info.durationMs = durationMs;
+        toast->showToast(info);
+    }
+
+    QPointer<ZToast> toast = new ZToast(&window);
+};
+
+TEST_F(ZToastTest, IsNotSeenBeforeItIsShown) {
+    KitTest::Show();
+    EXPECT_FALSE(toast->isVisible());
+}
+
+TEST_F(ZToastTest, LiesOverItsParentInTheMiddleAndGoesByItself) {
+    QWidget page(&window);
+    page.resize(window.size());
+    KitTest::Show();
+
+    Show(QStringLiteral("Activated"));
+
+    ASSERT_TRUE(toast->isVisible());
+    EXPECT_EQ(window.childAt(window.width() / 2, 55), &page);  // it takes no presses
+    EXPECT_EQ(window.children().last(), toast);
+    EXPECT_NEAR(toast->geometry().center().x(), window.rect().center().x(), 1);
+    time.Advance(std::chrono::milliseconds(2999));
+    EXPECT_TRUE(toast && toast->isVisible());
+    time.Advance(std::chrono::milliseconds(1));
+    EXPECT_FALSE(toast);
+}
+
+TEST_F(ZToastTest, ShowsWhatItSaysInTheColourOfItsStyle) {
+    KitTest::Show();
+    const std::pair<ZToast::ZrStyle, const char*> rows[] = {
+        {ZToast::kSuccess, "up"}, {ZToast::kInfo, "accent"}, {ZToast::kWarning, "warning"}, {ZToast::kFailure, "down"}};
+    for (const auto& [style, color] : rows) {
+        ZToast::ToastInfo info;
+        info.style = style;
+        info.text = QStringLiteral("Done");
+        toast->showToast(info);
+        EXPECT_EQ(Look(toast).pixelColor(20, toast->height() / 2), Color(color)) << color;
+        EXPECT_GT(Count(Look(toast), Color("text")), 10);
+    }
+}
+
+TEST_F(ZToastTest, AnotherWordStandsForItsWholeTime) {
+    KitTest::Show();
+    Show(QStringLiteral("One"));
+    time.Advance(std::chrono::milliseconds(2000));
+    const int width = toast->width();
+
+    Show(QStringLiteral("Another, and a longer one"));
+
+    EXPECT_GT(toast->width(), width);
+    time.Advance(std::chrono::milliseconds(2999));
+    EXPECT_TRUE(toast);
+    time.Advance(std::chrono::milliseconds(1));
+    EXPECT_FALSE(toast);
+}
+
+TEST_F(ZToastTest, StaysInTheMiddleOfAParentThatGrowsAndWrapsInASmallOne) {
+    KitTest::Show();
+    Show(QStringLiteral("Your membership stands ready to be used from today on"));
+    const int height = toast->height();
+    window.resize(800, 300);
+    time.Settle();
+    EXPECT_NEAR(toast->geometry().center().x(), 400, 1);
+
+    window.resize(300, 300);
+    time.Settle();
+
+    EXPECT_LE(toast->width(), 300);
+    EXPECT_GT(toast->height(), height);
+}
+
+TEST_F(ZToastTest, TakesNoPressesAndNoFocus) {
+    KitTest::Show();
+    Show(QStringLiteral("Activated"));
+
+    Press(toast);
+    Tab();
+
+    EXPECT_EQ(window.presses, 1);
+    EXPECT_FALSE(toast->hasFocus());
+}
+
+TEST_F(ZToastTest, GoesWithItsParent) {
+    auto* page = new QWidget(&window);
+    QPointer<ZToast> other = new ZToast(page);
+    other->showToast({});
+
+    delete page;
+    time.Advance(std::chrono::seconds(10));
+
+    EXPECT_FALSE(other);
+}
+
+TEST_F(ZToastTest, WithoutAParentItIsNeverSeenAndGoesAllTheSame) {
+    QPointer<ZToast> other = new ZToast(nullptr);
+
+    other->showToast({});
+
+    EXPECT_FALSE(other->isVisible());
+    time.Advance(std::chrono::seconds(3));
+    EXPECT_FALSE(other);
+}
+
+}  // namespace
