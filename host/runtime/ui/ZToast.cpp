@@ -44,7 +44,11 @@ struct ZToast::Private {
         const QSize text = QFontMetrics(font)
                                .boundingRect(QRect(0, 0, qMax(1, widest), QWIDGETSIZE_MAX), kTextFlags, info.text)
                                .size();
-        const QSize size = QRect(QPoint(), text).marginsAdded(kMargins).size();
+        // A word that is longer than all the room is cut.
+        const QSize size = QRect(QPoint(), text)
+                               .marginsAdded(kMargins)
+                               .size()
+                               .boundedTo(QSize(qMax(1, parent.width() - 2 * kFromSides), QWIDGETSIZE_MAX));
         return {QPoint((parent.width() - size.width()) / 2, kFromTop), size};
     }
 };

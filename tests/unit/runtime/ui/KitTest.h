@@ -49,7 +49,9 @@ protected:
         window.activateWindow();
         time.Settle();
         holder.setFocus();
-        Leave();  // the pointer is in the window, and nowhere in particular
+        const QPointF corner(1, 1);
+        QEnterEvent enter(corner, corner, window.mapToGlobal(QPoint(1, 1)));
+        QCoreApplication::sendEvent(window.windowHandle(), &enter);
     }
 
     void MoveTo(const QPoint& point) {

@@ -227,15 +227,15 @@ TEST_F(ZToastTest, AnotherWordStandsForItsWholeTime) {
 TEST_F(ZToastTest, StaysInTheMiddleOfAParentThatGrowsAndWrapsInASmallOne) {
     KitTest::Show();
     Show(QStringLiteral("Your membership stands ready to be used from today on"));
-    const int height = toast->height();
     window.resize(800, 300);
     time.Settle();
+    const int height = toast->height();
     EXPECT_NEAR(toast->geometry().center().x(), 400, 1);
 
-    window.resize(300, 300);
+    window.resize(200, 300);
     time.Settle();
 
-    EXPECT_LE(toast->width(), 300);
+    EXPECT_LE(toast->width(), 200);
     EXPECT_GT(toast->height(), height);
 }
 

@@ -1,0 +1,108 @@
+#include "picture/PictureDecoder.h"
+
+#include <gmock/gmock.h>
+
+#include <QPainter>
+
+#include "PictureBytes.h"
+
+using namespace ::testing;
+using namespace picture_bytes;
+
+namespace {
+
+std::shared_ptr<const Picture> Decode(const std::string& bytes, const QSize& size, bool moving = true,
+                                      bool cancelled = false) {
+    std::string reason;
+    const auto facts = picture_judge::Judge(bytes, {}, reason);
+    EXPECT_TRUE(facts) << reason;
+    const std::atomic<bool> stopped = cancelled;
+    return facts ? picture_decoder::Decode(bytes, *facts, size, moving, stopped) : nullptr;
+}
+
+/// Three stripes side by side: red, green, blue.
+QImage Stripes(const QSize& size) {
+    QImage image = Plain(size, Qt::red);
+    QPainter painter(&image);
+    painter.fillRect(size.width() / 3, 0, size.width(), size.height(), Qt::green);
+    painter.fillRect(size.width() * 2 / 3, 0, size.width(), size.height(), Qt::blue);
+    return image;
+}
+
+TEST(PictureDecoderTest, GivesEveryFormatInTheSizeThatIsWanted) {
+    for (const std::string& bytes : {Png(), Jpeg(), GoodSvg(), Gif(1)}) {
+        const auto picture = Decode(bytes, QSize(30, 15));
+        ASSERT_TRUE(picture) << bytes.substr(0, 6);
+        ASSERT_THAT(picture->frames, SizeIs(1));
+        const QImage& image = picture->frames[0].image;
+        EXPECT_EQ(image.size(), QSize(30, 15));
+        EXPECT_GT(image.pixelColor(15, 7).red(), 250);
+        EXPECT_LT(image.pixelColor(15, 7).blue(), 5);
+    }
+}
+
+TEST(PictureDecoderTest, CutsOnBothSidesAlikeWhatStandsOver) {
+    const auto picture = Decode(Encoded(Stripes(QSize(90, 30)), "png"), QSize(30, 30));
+
+    EXPECT_EQ(picture->frames[0].image.pixelColor(0, 15), QColor(Qt::green));
+    EXPECT_EQ(picture->frames[0].image.pixelColor(29, 15), QColor(Qt::green));
+    const auto wide = Decode(Encoded(Stripes(QSize(90, 30)), "png"), QSize(900, 30));
+    EXPECT_EQ(wide->frames[0].image.pixelColor(10, 15), QColor(Qt::red));
+    EXPECT_EQ(wide->frames[0].image.pixelColor(890, 15), QColor(Qt::blue));
+}
+
+TEST(PictureDecoderTest, AStripOfOnePixelCostsNoMoreThanItsRoom) {
+    const auto picture = Decode(Png(QSize(1, 20'000)), QSize(360, 120));
+
+    ASSERT_TRUE(picture);
+    EXPECT_EQ(picture->frames[0].image.size(), QSize(360, 120));
+}
+
+TEST(PictureDecoderTest, KeepsWhatIsTransparent) {
+    QImage image(10, 10, QImage::Format_ARGB32);
+    image.fill(Qt::transparent);
+
+    const auto picture = Decode(Encoded(image, "png"), QSize(5, 5));
+
+    EXPECT_EQ(picture->frames[0].image.pixelColor(2, 2).alpha(), 0);
+    EXPECT_EQ(Decode(Svg(""), QSize(5, 5))->frames[0].image.pixelColor(2, 2).alpha(), 0);
+}
+
+TEST(PictureDecoderTest, APictureThatMovesHasItsFramesAndTheirTimes) {
+    const auto picture = Decode(GifHead() + GifFrame(0, 20) + GifFrame(1, 7) + GifFrame(0, 0) + ";", QSize(4, 4));
+
+    ASSERT_THAT(picture->frames, SizeIs(3));
+    EXPECT_EQ(picture->frames[0].image.pixelColor(1, 1), QColor(Qt::red));
+    EXPECT_EQ(picture->frames[1].image.pixelColor(1, 1), QColor(Qt::blue));
+    EXPECT_EQ(picture->frames[0].millis, 200);
+    EXPECT_EQ(picture->frames[1].millis, 70);
+    EXPECT_EQ(picture->frames[2].millis, 100) << "no time at all is taken for the usual one";
+}
+
+TEST(PictureDecoderTest, StandsStillWhereItIsNotToMove) {
+    EXPECT_THAT(Decode(Gif(5), QSize(4, 4), false)->frames, SizeIs(1));
+}
+
+TEST(PictureDecoderTest, StandsStillWhereAllFramesWouldTakeTooMuch) {
+    EXPECT_THAT(Decode(Gif(300), QSize(300, 300))->frames, SizeIs(300));
+    EXPECT_THAT(Decode(Gif(300), QSize(400, 400))->frames, SizeIs(1));
+    std::string wide = GifHead(QSize(6000, 6000));
+    for (int i = 0; i < 20; ++i) {
+        wide += GifFrame(0, 10);
+    }
+    EXPECT_THAT(Decode(wide + ";", QSize(10, 10))->frames, SizeIs(1));
+}
+
+TEST(PictureDecoderTest, WhatDoesNotHoldWhatItPromisesIsNoPicture) {
+    EXPECT_EQ(Decode(PngThatSays(20, 20), QSize(5, 5)), nullptr);
+    std::string garbled = Png(QSize(200, 200));
+    garbled.replace(garbled.size() / 2, 20, 20, 'x');
+    EXPECT_EQ(Decode(garbled, QSize(5, 5)), nullptr);
+    EXPECT_EQ(Decode("<svg/>", QSize(5, 5)), nullptr);
+}
+
+TEST(PictureDecoderTest, ACancelledOneIsNoPicture) {
+    EXPECT_EQ(Decode(Png(), QSize(5, 5), true, true), nullptr);
+}
+
+}  // namespace
