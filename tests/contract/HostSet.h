@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+class IPictures;
+
 /// A request as the server received it.
 struct ServerRequest {
     unsigned long session = 0;
@@ -65,6 +67,14 @@ public:
 
     /// Ends the connection in the midst of the answer.
     virtual void CutHttp(unsigned long number) = 0;
+
+    /// Modules have them by the widgets that show them.
+    virtual IPictures& Pictures() = 0;
+
+    /// The next picture that is asked for below HttpServer()/picture, in order of arrival; empty if none comes.
+    virtual std::optional<unsigned long> WaitForPicture() = 0;
+    /// A moving picture of two frames, or the words that there is none.
+    virtual void AnswerPicture(unsigned long number, bool found) = 0;
 
     /// All events so far, in order of reporting, once there are `count`; fewer if no more come.
     virtual std::vector<EventArrival> WaitForEvents(size_t count) = 0;

@@ -20,12 +20,14 @@
 #include "framework/JsonText.h"
 #include "framework/Ports.h"
 #include "http/HttpService.h"
+#include "picture/PictureService.h"
 #include "report/ReportService.h"
 #include "store/SqliteStore.h"
 #include "support/EnvelopeServer.h"
 #include "support/RawHttpServer.h"
 #include "support/RealTime.h"
 #include "support/ScriptedLog.h"
+#include "unit/services/picture/PictureBytes.h"
 
 namespace {
 
@@ -45,6 +47,7 @@ public:
           m_environment(m_environmentStore, {true, false}),
           m_urls(m_environment),
           m_http(m_poster, m_environment),
+          m_pictures(m_environment, m_folder.filePath(QStringLiteral("pictures"))),
           m_language(core::lang::kLanguageEnglish),
           m_commonConfig(m_environmentStore),
           m_channel(m_poster, m_random, QuickRetries()),
@@ -154,6 +157,19 @@ public:
         m_httpServer.HangUp(int(number));
     }
 
+    IPictures& Pictures() override { return m_pictures; }
+
+    std::optional<unsigned long> WaitForPicture() override {
+        if (!WaitUntil([this] { return m_nPicturesTaken < m_pictureArrivals.size(); })) {
+            return std::nullopt;
+        }
+        return m_pictureArrivals[m_nPicturesTaken++];
+    }
+
+    void AnswerPicture(unsigned long number, bool found) override {
+        m_httpServer.Answer(int(number), found ? 200 : 404, QByteArray::fromStdString(picture_bytes::Gif(2)));
+    }
+
     std::vector<EventArrival> WaitForEvents(size_t count) override {
         EXPECT_TRUE(WaitUntil([&] { return m_events.size() >= count; }));
         return m_events;
@@ -189,12 +205,15 @@ private:
         ports.http = &m_http;
         ports.reports = m_reports.get();
         ports.domains = &m_domains;
+        ports.pictures = &m_pictures;
         host::Install(ports);
     }
 
     void OnHttp(const RawHttpRequest& request) {
         if (request.target == "/report/events") {
             TakeEvents(request);
+        } else if (request.target == "/picture") {
+            m_pictureArrivals.push_back(static_cast<unsigned long>(request.connection));
         } else {
             m_httpArrivals.push_back(
                 {static_cast<unsigned long>(request.connection), request.method == "POST", request.body});
@@ -243,6 +262,9 @@ private:
     std::vector<EventArrival> m_events;
     size_t m_nHttpTaken = 0;
     CHttpService m_http;
+    CPictureService m_pictures;
+    std::vector<unsigned long> m_pictureArrivals;
+    size_t m_nPicturesTaken = 0;
     CDomains m_domains;
     std::unique_ptr<CReportService> m_reports;
     CLanguage m_language;

@@ -78,6 +78,27 @@ public:
                                         [this, number] { m_host.http.Fail(number, kHttpCut); });
     }
 
+    IPictures& Pictures() override { return m_host.pictures; }
+
+    std::optional<unsigned long> WaitForPicture() override {
+        const auto& asked = m_host.pictures.Asked();
+        if (m_nPicturesTaken == asked.size()) {
+            return std::nullopt;
+        }
+        return asked[m_nPicturesTaken++].load;
+    }
+
+    void AnswerPicture(unsigned long number, bool found) override {
+        const AskedPicture asked = m_host.pictures.Asked().at(number - 1);
+        auto picture = std::make_shared<Picture>();
+        for (int frame = 0; frame < (asked.moving ? 2 : 1); ++frame) {
+            picture->frames.push_back({CScriptedPictures::Plain(asked.size, Qt::red)->frames[0].image, 100});
+        }
+        m_host.poster.Unrecorded().Post(&m_context, std::chrono::milliseconds(0), [this, number, found, picture] {
+            m_host.pictures.Succeed(int(number), found ? picture : nullptr);
+        });
+    }
+
     std::vector<EventArrival> WaitForEvents(size_t /*count*/) override {
         std::vector<EventArrival> events;
         for (const ReportedEvent& event : m_host.reports.Events()) {
@@ -94,6 +115,7 @@ public:
 private:
     CScriptedHost m_host;
     QObject m_context;
+    size_t m_nPicturesTaken = 0;
     size_t m_nHttpTaken = 0;
     size_t m_nTaken = 0;
 };
