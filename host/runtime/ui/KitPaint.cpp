@@ -50,11 +50,11 @@ void PaintPlate(QPainter& painter, const QRectF& rect, double radius, const QCol
     painter.restore();
 }
 
-void PaintFocus(QPainter& painter, const QRectF& rect, double radius) {
+void PaintFocus(QPainter& painter, const QRectF& rect, double radius, const QColor& color) {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(Color("focus"), kFocusWidth));
+    painter.setPen(QPen(color, kFocusWidth));
     const double inset = kFocusWidth / 2;
     painter.drawRoundedRect(rect.adjusted(inset, inset, -inset, -inset), radius, radius);
     painter.restore();

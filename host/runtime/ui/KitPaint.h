@@ -28,7 +28,7 @@ QFont Sized(QFont font, int pixels, QFont::Weight weight);
 void PaintPlate(QPainter& painter, const QRectF& rect, double radius, const QColor& fill, const QColor& edge = {});
 
 /// The ring of what has the keyboard's focus, inside of `rect`.
-void PaintFocus(QPainter& painter, const QRectF& rect, double radius);
+void PaintFocus(QPainter& painter, const QRectF& rect, double radius, const QColor& color);
 
 /// A drawing in the middle of `rect`, sharp on the painter's screen. A name that is not known paints nothing.
 void PaintDrawing(QPainter& painter, const QString& name, const QRect& rect, const QColor& color);

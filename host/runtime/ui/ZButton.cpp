@@ -156,8 +156,11 @@ void ZButton::paintEvent(QPaintEvent* /*event*/) {
     }
     painter.setPen(look.text);
     painter.drawText(QRect(left + before, 0, textWidth, height()), kTextFlags, shown);
-    if (hasFocus()) {
-        host::kit::PaintFocus(painter, rect(), kRadius);
+    if (hasFocus() && d->style == kFilled) {
+        // The plate has the ring's own colour in some themes.
+        host::kit::PaintFocus(painter, rect().adjusted(2, 2, -2, -2), kRadius - 2, host::kit::Color("onAccent"));
+    } else if (hasFocus()) {
+        host::kit::PaintFocus(painter, rect(), kRadius, host::kit::Color("focus"));
     }
 }
 

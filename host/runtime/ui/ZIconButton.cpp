@@ -105,7 +105,7 @@ void ZIconButton::paintEvent(QPaintEvent* /*event*/) {
     host::kit::PaintDrawing(painter, shownChecked ? d->checkedName : d->name,
                             rect().adjusted(margin, margin, -margin, -margin), ColorOf(d->style, state));
     if (hasFocus()) {
-        host::kit::PaintFocus(painter, rect(), onPicture ? width() / 2.0 : kRadius);
+        host::kit::PaintFocus(painter, rect(), onPicture ? width() / 2.0 : kRadius, host::kit::Color("focus"));
     }
 }
 

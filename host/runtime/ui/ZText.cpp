@@ -20,7 +20,9 @@ struct ZText::Private {
     bool dottable = false;
     bool wrap = false;
 
-    int Flags() const { return wrap ? Qt::TextWordWrap | Qt::AlignTop : Qt::TextSingleLine | Qt::AlignVCenter; }
+    int Flags() const {
+        return wrap ? int(Qt::TextWordWrap) | int(Qt::AlignTop) : int(Qt::TextSingleLine) | int(Qt::AlignVCenter);
+    }
 
     QFont FontFrom(const QFont& font) const {
         switch (style) {

@@ -58,7 +58,8 @@ std::optional<CPictureCache::Entry> CPictureCache::Find(const QUrl& url) {
     Entry entry;
     entry.bytes = file->readAll().toStdString();
     entry.fresh = about.expirationDate() > QDateTime::currentDateTimeUtc();
-    for (const auto& [name, value] : about.rawHeaders()) {
+    const auto headers = about.rawHeaders();
+    for (const auto& [name, value] : headers) {
         if (name == kTag) {
             entry.tag = value.toStdString();
         }

@@ -9,7 +9,7 @@ namespace {
 // A progressive picture is painted once for each of its scans, and a scan costs a few bytes.
 constexpr int kMostScans = 64;
 
-const std::string kNotWhole = "it is cut or garbled";
+constexpr char kNotWhole[] = "it is cut or garbled";
 
 /// Reads on from the beginning; beyond the end there are zeros, and Cut tells.
 class CReader {

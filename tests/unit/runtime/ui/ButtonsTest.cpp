@@ -256,6 +256,18 @@ TEST_F(ZButtonTest, IsClickedThroughTheWindowAndTakesTheFocusByTabAlone) {
     EXPECT_GT(Count(Look(&button), Color("focus")), 40);
 }
 
+TEST_F(ZButtonTest, AFilledOneShowsItsFocusInEachTheme) {
+    button.setZrStyle(ZButton::kFilled);
+    Show();
+    for (const auto theme : host::ThemeControl::kThemes) {
+        SetTheme(theme);
+        holder.setFocus();
+        const int before = Near(Look(&button), Color("onAccent"));
+        Tab();
+        EXPECT_GT(Near(Look(&button), Color("onAccent")), before + 80) << theme;
+    }
+}
+
 TEST_F(ZButtonTest, TakesTheWidthOfItsTextOrOfItsLayout) {
     EXPECT_EQ(button.sizePolicy().horizontalPolicy(), QSizePolicy::Fixed);
     button.setWidthType(ZButton::kWidthOfLayout);

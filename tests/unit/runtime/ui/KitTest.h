@@ -49,9 +49,10 @@ protected:
         window.activateWindow();
         time.Settle();
         holder.setFocus();
-        const QPointF corner(1, 1);
-        QEnterEvent enter(corner, corner, window.mapToGlobal(QPoint(1, 1)));
+        const QPoint corner(window.width() - 2, window.height() - 2);
+        QEnterEvent enter(corner, corner, window.mapToGlobal(corner));
         QCoreApplication::sendEvent(window.windowHandle(), &enter);
+        Leave();  // the toolkit passes over a move to where the pointer has been, also in the last case's window
     }
 
     void MoveTo(const QPoint& point) {

@@ -15,6 +15,9 @@ namespace {
 // Ahead of the application, which reads it once.
 const bool g_bTwoToOne = qputenv("QT_SCALE_FACTOR", "2");
 
+// Which the platform believes to be at the screen's corner.
+constexpr QPoint kAwayFromThePointer(100, 100);
+
 class SharpTest : public KitTest {
 protected:
     SharpTest() {
@@ -39,6 +42,7 @@ TEST_F(SharpTest, TheScreenIsOneOfTwoToOne) {
 
 TEST_F(SharpTest, AnIconIsDrawnForTheScreen) {
     ZIconButton button(&window);
+    button.move(kAwayFromThePointer);
     button.setIconButtonSize(QSize(16, 16));
     button.setSvgIconName(ZResource::icon_vip_16_normal);
     button.show();
@@ -53,6 +57,7 @@ TEST_F(SharpTest, AnIconIsDrawnForTheScreen) {
 
 TEST_F(SharpTest, AnIconOnAButtonTooAndItsSizeCountsInTheButtonsOwnPixels) {
     ZButton button(&window);
+    button.move(kAwayFromThePointer);
     button.setZrStyle(ZButton::kText);
     button.setLeftRightPadding(0);
     button.setIcon(ZResource::icon_vip_16_normal, QSize(16, 16));
