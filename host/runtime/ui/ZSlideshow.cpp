@@ -22,7 +22,6 @@ class CDots : public QWidget {
 public:
     explicit CDots(QWidget* parent) : QWidget(parent) {
         setObjectName(QStringLiteral("ZSlideshowDots"));
-        setAttribute(Qt::WA_TransparentForMouseEvents);
         hide();
     }
 
