@@ -25,7 +25,7 @@ class CReportSink {
 public:
     static constexpr size_t kMaxEvents = 100'000;
     static constexpr size_t kMaxBytes = 64 * 1024 * 1024;
-    static constexpr size_t kMaxIds = 1'000'000;
+    static constexpr size_t kMaxIds = 200'000;
 
     /// Takes the events of a batch, {"events":[...]}. The answer names the ids that are counted now, be it since
     /// earlier, and of the others what is wrong with them.

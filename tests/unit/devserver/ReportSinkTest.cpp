@@ -89,6 +89,25 @@ TEST_F(ReportSinkTest, ForgetsTheOldestEventsAndStillKnowsTheirIds) {
     EXPECT_EQ(sink.Resends("a"), 1u);
 }
 
+TEST_F(ReportSinkTest, RemembersSoManyEventsAndTwiceAsManyIds) {
+    constexpr size_t kBatch = 20'000;
+    for (size_t first = 0; first <= CReportSink::kMaxIds; first += kBatch) {
+        std::string batch;
+        for (size_t id = first; id < first + kBatch; ++id) {
+            batch += (batch.empty() ? "" : ",") + Event(std::to_string(id));
+        }
+        Take(batch);
+    }
+
+    EXPECT_EQ(sink.Reports().size(), CReportSink::kMaxEvents);
+    EXPECT_EQ(sink.Counted(), CReportSink::kMaxIds + kBatch);
+    Take(Event(std::to_string(kBatch)));
+    EXPECT_EQ(sink.Resends(), 1u);
+    Take(Event(std::to_string(kBatch - 1)));  // forgotten: it counts again
+    EXPECT_EQ(sink.Resends(), 1u);
+    EXPECT_EQ(sink.Counted(), CReportSink::kMaxIds + kBatch + 1);
+}
+
 TEST_F(ReportSinkTest, ForgetsAllOfItWhenAsked) {
     Take(Event("a") + "," + Event("a"));
 
