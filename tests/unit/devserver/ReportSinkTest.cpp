@@ -90,7 +90,7 @@ TEST_F(ReportSinkTest, ForgetsTheOldestEventsAndStillKnowsTheirIds) {
 }
 
 TEST_F(ReportSinkTest, RemembersSoManyEventsAndTwiceAsManyIds) {
-    constexpr size_t kBatch = 20'000;
+    constexpr size_t kBatch = 10'000;
     for (size_t first = 0; first <= CReportSink::kMaxIds; first += kBatch) {
         std::string batch;
         for (size_t id = first; id < first + kBatch; ++id) {
