@@ -14,7 +14,7 @@ constexpr int kJpegQuality = 90;
 
 std::optional<QByteArray> Drawing(const QString& name) {
     QFile file(QStringLiteral(":/devserver/pictures/%1.svg").arg(name));
-    if (name.contains(QLatin1Char('/')) || !file.open(QIODevice::ReadOnly)) {
+    if (!file.open(QIODevice::ReadOnly)) {
         return std::nullopt;
     }
     return file.readAll();
@@ -43,6 +43,9 @@ std::string Encode(const QImage& image, const char* format, int quality) {
 std::optional<Picture> CPictures::Find(const std::string& name) {
     if (const auto found = m_painted.find(name); found != m_painted.end()) {
         return found->second;
+    }
+    if (name.find('/') != std::string::npos) {
+        return std::nullopt;
     }
     const QFileInfo file(QString::fromStdString(name));
     const auto drawing = Drawing(file.completeBaseName());

@@ -23,9 +23,9 @@ struct Report {
 /// are forgotten first, their ids much later; an id that was forgotten counts again.
 class CReportSink {
 public:
-    static constexpr size_t kMaxEvents = 100'000;
+    static constexpr size_t kMaxEvents = 50'000;
     static constexpr size_t kMaxBytes = 64 * 1024 * 1024;
-    static constexpr size_t kMaxIds = 1'000'000;
+    static constexpr size_t kMaxIds = 100'000;
 
     /// Takes the events of a batch, {"events":[...]}. The answer names the ids that are counted now, be it since
     /// earlier, and of the others what is wrong with them.
