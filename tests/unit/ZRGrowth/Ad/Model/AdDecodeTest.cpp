@@ -92,7 +92,7 @@ TEST_F(AdDecodeTest, WithoutTheKeyThereIsNoListOfAds) {
     for (const char* ads : {"null", "{}", "5", "\"x\""}) {
         CZRAdModelList list(nullptr);
         Json::Value data = BannerData();
-        data["ad"] = Json(ads);
+        data["ad"] = JsonOf(ads);
         EXPECT_TRUE(list.Decode(data)) << ads;
         EXPECT_EQ(list.GetAdList(), nullptr) << ads;
     }
@@ -112,7 +112,7 @@ TEST_F(AdDecodeTest, AnEmptyArrayIsAnEmptyList) {
 TEST_F(AdDecodeTest, AdsOfAnotherTypeAreSkippedWithoutAWord) {
     Json::Value data = BannerData();
     data["ad_type"] = 7;
-    data["ad"] = Json("[{}, {\"x\": 1}, {}]");
+    data["ad"] = JsonOf("[{}, {\"x\": 1}, {}]");
 
     ASSERT_TRUE(Decode(AnswerOf(data)));
 
@@ -189,14 +189,14 @@ TEST_F(AdDecodeTest, ACarouselIntervalThatIsNoNumberStaysZero) {
 TEST_F(AdDecodeTest, OptionalTextsOfAnotherTypeOrWithoutLengthStayEmpty) {
     for (const char* text : {"\"\"", "12", "null", "[]", "{}"}) {
         Json::Value ad = PopupAd();
-        ad["push_id"] = Json(text);
-        ad["name"] = Json(text);
+        ad["push_id"] = JsonOf(text);
+        ad["name"] = JsonOf(text);
         CZRAdPopupModel popup(nullptr);
         EXPECT_TRUE(popup.Decode(ad)) << text;
         EXPECT_EQ(popup.GetPushId(), QString()) << text;
 
         Json::Value answer = PopupAnswer();
-        answer["message"] = Json(text);
+        answer["message"] = JsonOf(text);
         CZRAdResponseModel another(nullptr);
         EXPECT_TRUE(another.Decode(answer)) << text;
         another.GetData()->setParent(&another);
@@ -206,18 +206,18 @@ TEST_F(AdDecodeTest, OptionalTextsOfAnotherTypeOrWithoutLengthStayEmpty) {
 
 TEST_F(AdDecodeTest, AreaZeroIsDroppedAndDuplicatesStay) {
     Json::Value ad = PopupAd();
-    ad["popup_ad"]["show_areas"] = Json("[0, 500, 0, 508, 500, -1]");
+    ad["popup_ad"]["show_areas"] = JsonOf("[0, 500, 0, 508, 500, -1]");
     CZRAdPopupModel popup(nullptr);
 
     ASSERT_TRUE(popup.Decode(ad));
 
-    EXPECT_THAT(*popup.GetShowAreas(), ElementsAre(ZRAdShowAreaType(500), ZRAdShowAreaType(508),
-                                                   ZRAdShowAreaType(500), ZRAdShowAreaType(-1)));
+    EXPECT_THAT(*popup.GetShowAreas(),
+                ElementsAre(ZRAdShowAreaType(500), ZRAdShowAreaType(508), ZRAdShowAreaType(500), ZRAdShowAreaType(-1)));
 }
 
 TEST_F(AdDecodeTest, NoAreasAreAnEmptyList) {
     Json::Value ad = PopupAd();
-    ad["popup_ad"]["show_areas"] = Json("[]");
+    ad["popup_ad"]["show_areas"] = JsonOf("[]");
     CZRAdPopupModel popup(nullptr);
 
     ASSERT_TRUE(popup.Decode(ad));

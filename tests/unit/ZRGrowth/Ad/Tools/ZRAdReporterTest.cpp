@@ -50,9 +50,10 @@ TEST_F(AdReporterTest, AReportIdIsDeviceSecondsAndAd) {
 TEST_F(AdReporterTest, ARequestIsReportedWithTheIdsOfItsAnswer) {
     reporter.ReportSendAdRequest(kRequest, 42, {kAd, QStringLiteral("2")});
 
-    EXPECT_THAT(reports.Events(),
-                ElementsAre(Event("SendAdRequest", 3,
-                                  R"({"advertisement_ids":["18088","2"],"advertisement_position":"42","request_id":"r-1"})")));
+    EXPECT_THAT(
+        reports.Events(),
+        ElementsAre(Event("SendAdRequest", 3,
+                          R"({"advertisement_ids":["18088","2"],"advertisement_position":"42","request_id":"r-1"})")));
     EXPECT_THAT(log.Lines(), ElementsAre(Info("[Ad] Report SendAdRequest success, requestId = r-1, adPosition = 42, "
                                               "adIds = 18088,2")));
 }
@@ -86,8 +87,7 @@ TEST_F(AdReporterTest, AFilterIsReportedWithItsReasonsAndLoggedWithoutThem) {
         reports.Events(),
         ElementsAre(Event("FilterAdDisplay", 1,
                           R"({"advertisement_filter":["a","b"],"advertisement_ids":["18088"],"request_id":"r-1"})")));
-    EXPECT_THAT(log.Lines(),
-                ElementsAre(Info("[Ad] Report AdDisplayFilter success, requestId = r-1, adIds = 18088,")));
+    EXPECT_THAT(log.Lines(), ElementsAre(Info("[Ad] Report AdDisplayFilter success, requestId = r-1, adIds = 18088,")));
 }
 
 TEST_F(AdReporterTest, AFilterOfNothingForNothingHasTwoEmptyArrays) {
@@ -252,15 +252,13 @@ TEST_F(AdReporterTest, AClickIsReportedWithItsOutcome) {
     reporter.ReportClickAd(kRequest, ZRAdActionTypeClick, kAd, true);
     reporter.ReportClickAd(kRequest, ZRAdActionTypeClick, kAd, false);
 
-    EXPECT_THAT(
-        reports.Events(),
-        ElementsAre(
-            Event("ClickAd", 4,
-                  R"({"action_id":"dev170000000118088","action_type":"0","advertisement_id":"18088",)"
-                  R"("exposure_id":"dev170000000018088","request_id":"r-1","result_status":1})"),
-            Event("ClickAd", 4,
-                  R"({"action_id":"dev170000000118088","action_type":"0","advertisement_id":"18088",)"
-                  R"("exposure_id":"dev170000000018088","request_id":"r-1","result_status":0})")));
+    EXPECT_THAT(reports.Events(),
+                ElementsAre(Event("ClickAd", 4,
+                                  R"({"action_id":"dev170000000118088","action_type":"0","advertisement_id":"18088",)"
+                                  R"("exposure_id":"dev170000000018088","request_id":"r-1","result_status":1})"),
+                            Event("ClickAd", 4,
+                                  R"({"action_id":"dev170000000118088","action_type":"0","advertisement_id":"18088",)"
+                                  R"("exposure_id":"dev170000000018088","request_id":"r-1","result_status":0})")));
     EXPECT_THAT(log.Lines(),
                 ElementsAre(Info("[Ad] Report ClickAd success, actionId = dev170000000118088, requestId = r-1, "
                                  "actionType = 0, exposeId = dev170000000018088, adId = 18088, jumpResult = true"),
