@@ -159,6 +159,24 @@ TEST_F(AdControllerRequestTest, AGoodAnswerIsReportedStoredAndShown) {
                                          Info(StartsWith("[Ad] Report SingleAdvertisementPullDataResult success, "))));
 }
 
+TEST_F(AdControllerRequestTest, TheSlotHearsOfAnAnswerBehindAllThatListenAtOnce) {
+    bool told = false;
+    bool storedByThen = true;
+    QObject::connect(slot->m_adApiClient, &CZRAdApiClient::RequestAdSucceeded, [&] {
+        told = true;
+        storedByThen = slot->GetAdModelList() != nullptr;
+    });
+    Search();
+
+    http.Answer(http.LastTask(), PopupAnswer().toStyledString());
+    time.Settle();
+
+    EXPECT_TRUE(told);
+    EXPECT_FALSE(storedByThen);
+    EXPECT_TRUE(slot->GetAdModelList());
+    reports.Forget();
+}
+
 TEST_F(AdControllerRequestTest, AListThatMayNotBeShownNowWaits) {
     slot->canShow = false;
     auto* list = Popups({"1"});
@@ -252,11 +270,17 @@ TEST_F(AdControllerRequestTest, AllIdsAreReportedThoughSomeAreOutOfDate) {
     log.Forget();
 }
 
-TEST_F(AdControllerRequestTest, ANegativeLengthIsReportedAsItIs) {
+TEST_F(AdControllerRequestTest, ALengthIsReportedAsItIsWithItsSignAndBeyond32Bits) {
     for (const auto& ids : {std::vector<std::string>{}, std::vector<std::string>{"1"}}) {
-        slot->OnRequestAdSucceeded(Popups(ids), -5000);
-        EXPECT_THAT(reports.Events().back().params, HasSubstr(R"("request_time":-5000,)"));
-        Forget();
+        for (const long long millis : {-5'000LL, 5'000'000'000LL}) {
+            slot->OnRequestAdSucceeded(Popups(ids), millis);
+            EXPECT_THAT(reports.Events().back().params, HasSubstr("\"request_time\":" + std::to_string(millis) + ","));
+            Forget();
+        }
+    }
+    for (const long long millis : {-5'000LL, 5'000'000'000LL}) {
+        slot->OnRequestAdFailed(QStringLiteral("1005"), QStringLiteral("no"), millis);
+        EXPECT_THAT(reports.Events().back().params, HasSubstr("\"request_time\":" + std::to_string(millis) + ","));
     }
 }
 

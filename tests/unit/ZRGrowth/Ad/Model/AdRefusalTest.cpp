@@ -189,6 +189,14 @@ Json::Value& Holder(Json::Value& answer, const std::vector<const char*>& path) {
     return *holder;
 }
 
+/// Where the class that the words begin with stands.
+std::string SourceOf(const std::string& words) {
+    if (words.find("Popup") != std::string::npos) {
+        return "ZRGrowth/Ad/Model/ZRAdPopupModel";
+    }
+    return words.find("CZRAdBannerModel") == 0 ? "ZRGrowth/Ad/Model/ZRAdBannerModel" : "ZRGrowth/Ad/Model/ZRAdModel";
+}
+
 class AdRefusalTest : public ScriptedHostTest, public WithParamInterface<Row> {
 protected:
     void ExpectRefused(const Json::Value& answer, const std::string& how) {
@@ -200,6 +208,8 @@ protected:
         EXPECT_EQ(lines[0].text, std::string("[Ad] ") + GetParam().words);
         EXPECT_EQ(lines[0].severity, GetParam().severity);
         EXPECT_EQ(lines[0].function, "Decode");
+        EXPECT_EQ(lines[0].file, SourceOf(GetParam().words));
+        EXPECT_EQ(lines[0].module, "ZRGrowth");
         log.Forget();
     }
 };

@@ -38,6 +38,13 @@ TEST_F(AdReporterTest, ARequestIdIsDeviceSecondsAndChanceWithoutSeparators) {
     EXPECT_EQ(CZRAdTools::GenerateAdRequestId(), QStringLiteral("dev170000012342"));
 }
 
+TEST_F(AdReporterTest, TheChanceOfARequestIdHasNoSign) {
+    environment.SetDeviceId("");
+    random.WillReturn({0xFFFFFFFF});
+
+    EXPECT_EQ(CZRAdTools::GenerateAdRequestId(), QStringLiteral("17000000004294967295"));
+}
+
 TEST_F(AdReporterTest, AReportIdIsDeviceSecondsAndAd) {
     environment.SetDeviceId("dev");
     time.SetServerTime(1'700'000'123'999);
@@ -160,6 +167,36 @@ TEST_F(AdReporterTest, TheLengthIsTheMillisecondsSinceTheStart) {
     EXPECT_EQ(reporter.GetAdExposeDuration(QString()), 0);
     EXPECT_EQ(reporter.GetExposeId(QStringLiteral("other")), QString());
     EXPECT_EQ(reporter.GetExposeId(QString()), QString());
+}
+
+TEST_F(AdReporterTest, TheLengthIsCountedInMillisecondsFromWithinASecond) {
+    time.SetServerTime(1'700'000'000'750);
+    Start();
+    time.Advance(std::chrono::milliseconds(500));
+
+    EXPECT_EQ(reporter.GetAdExposeDuration(kAd), 500);
+}
+
+// A second start
+
+TEST_F(AdReporterTest, ASecondStartTakesTheFirstOnesId) {
+    environment.SetDeviceId("dev");
+    Start();
+    time.Advance(std::chrono::seconds(5));
+    Start();
+
+    EXPECT_EQ(reporter.GetExposeId(kAd), QStringLiteral("dev170000000518088"));
+}
+
+TEST_F(AdReporterTest, ASecondStartWithoutATimerForgetsTheFirstOnes) {
+    Start();
+    reports.GiveNoTimers();
+    Start();
+
+    reporter.ReportExposeAdEnd(kRequest, kAd);
+
+    EXPECT_THAT(reports.Events(), IsEmpty());
+    EXPECT_THAT(log.Lines(), ElementsAre(Info("[Ad] Report ExposeAd end failed, m_exposeAdEvent is null. ")));
 }
 
 // The end
