@@ -51,10 +51,7 @@ std::optional<int> CodeOf(const Json::Value& answer) {
         return answer.isNull() ? std::optional<int>(0) : std::nullopt;
     }
     const Json::Value& code = ad_json::Member(answer, "code");
-    if (code.isNull() || code.isBool() || code.isInt()) {
-        return code.asInt();
-    }
-    return std::nullopt;
+    return code.isConvertibleTo(Json::intValue) ? std::optional<int>(code.asInt()) : std::nullopt;
 }
 
 QString Filled(const char* words, const QString& value) {
@@ -161,8 +158,11 @@ void CZRAdApiClient::TakeAdAnswer(HttpRspInfo const& stRspInfo, Json::Value cons
     LogInfo("Request ad succeed, path = {}, adType = {}, adPosition = {}, requestId = {}", path, int(adType),
             adPosition, requestId.toStdString());
     if (response->GetData()) {
+        const QPointer<CZRAdResponseModel> answer(response);  // goes with this client, which a listener may end
         Q_EMIT RequestAdSucceeded(response->GetData(), time);
-        response->deleteLater();
+        if (answer) {
+            answer->deleteLater();
+        }
     }
 }
 

@@ -92,7 +92,7 @@ TEST_F(AdDecodeTest, WithoutTheKeyThereIsNoListOfAds) {
     for (const char* ads : {"null", "{}", "5", "\"x\""}) {
         CZRAdModelList list(nullptr);
         Json::Value data = BannerData();
-        data["ad"] = Json(ads);
+        data["ad"] = JsonOf(ads);
         EXPECT_TRUE(list.Decode(data)) << ads;
         EXPECT_EQ(list.GetAdList(), nullptr) << ads;
     }
@@ -112,7 +112,7 @@ TEST_F(AdDecodeTest, AnEmptyArrayIsAnEmptyList) {
 TEST_F(AdDecodeTest, AdsOfAnotherTypeAreSkippedWithoutAWord) {
     Json::Value data = BannerData();
     data["ad_type"] = 7;
-    data["ad"] = Json("[{}, {\"x\": 1}, {}]");
+    data["ad"] = JsonOf("[{}, {\"x\": 1}, {}]");
 
     ASSERT_TRUE(Decode(AnswerOf(data)));
 
@@ -189,14 +189,14 @@ TEST_F(AdDecodeTest, ACarouselIntervalThatIsNoNumberStaysZero) {
 TEST_F(AdDecodeTest, OptionalTextsOfAnotherTypeOrWithoutLengthStayEmpty) {
     for (const char* text : {"\"\"", "12", "null", "[]", "{}"}) {
         Json::Value ad = PopupAd();
-        ad["push_id"] = Json(text);
-        ad["name"] = Json(text);
+        ad["push_id"] = JsonOf(text);
+        ad["name"] = JsonOf(text);
         CZRAdPopupModel popup(nullptr);
         EXPECT_TRUE(popup.Decode(ad)) << text;
         EXPECT_EQ(popup.GetPushId(), QString()) << text;
 
         Json::Value answer = PopupAnswer();
-        answer["message"] = Json(text);
+        answer["message"] = JsonOf(text);
         CZRAdResponseModel another(nullptr);
         EXPECT_TRUE(another.Decode(answer)) << text;
         another.GetData()->setParent(&another);
@@ -206,18 +206,18 @@ TEST_F(AdDecodeTest, OptionalTextsOfAnotherTypeOrWithoutLengthStayEmpty) {
 
 TEST_F(AdDecodeTest, AreaZeroIsDroppedAndDuplicatesStay) {
     Json::Value ad = PopupAd();
-    ad["popup_ad"]["show_areas"] = Json("[0, 500, 0, 508, 500, -1]");
+    ad["popup_ad"]["show_areas"] = JsonOf("[0, 500, 0, 508, 500, -1]");
     CZRAdPopupModel popup(nullptr);
 
     ASSERT_TRUE(popup.Decode(ad));
 
-    EXPECT_THAT(*popup.GetShowAreas(), ElementsAre(ZRAdShowAreaType(500), ZRAdShowAreaType(508),
-                                                   ZRAdShowAreaType(500), ZRAdShowAreaType(-1)));
+    EXPECT_THAT(*popup.GetShowAreas(),
+                ElementsAre(ZRAdShowAreaType(500), ZRAdShowAreaType(508), ZRAdShowAreaType(500), ZRAdShowAreaType(-1)));
 }
 
 TEST_F(AdDecodeTest, NoAreasAreAnEmptyList) {
     Json::Value ad = PopupAd();
-    ad["popup_ad"]["show_areas"] = Json("[]");
+    ad["popup_ad"]["show_areas"] = JsonOf("[]");
     CZRAdPopupModel popup(nullptr);
 
     ASSERT_TRUE(popup.Decode(ad));
@@ -292,6 +292,83 @@ TEST_F(AdDecodeTest, AListThatFailedGoesWithItsAnswer) {
     }
     EXPECT_FALSE(list);
     log.Forget();
+}
+
+TEST_F(AdDecodeTest, APositionThatFailedIsNotTheListsAndACardThatFailedIsItsPopups) {
+    CZRAdModelList list(nullptr);
+    Json::Value data = BannerData();
+    data["banner_position"].removeMember("material_corner");
+    EXPECT_FALSE(list.Decode(data));
+    EXPECT_EQ(list.GetBannerPosition(), nullptr);
+    EXPECT_THAT(list.findChildren<CZRAdBannerPosition*>(), SizeIs(1));  // it goes with the list
+
+    CZRAdPopupModel popup(nullptr);
+    Json::Value ad = PopupAd();
+    ad["popup_ad"]["bottom_popup"].removeMember("schema");
+    EXPECT_FALSE(popup.Decode(ad));
+    ASSERT_TRUE(popup.GetBottomPopup());
+    EXPECT_EQ(popup.GetBottomPopup()->parent(), &popup);
+    EXPECT_EQ(popup.GetBottomPopup()->GetImage(), QStringLiteral("https://pictures.test/card.png"));
+    log.Forget();
+}
+
+TEST_F(AdDecodeTest, AreasAreThereAsSoonAsTheyAreAnArray) {
+    CZRAdPopupModel popup(nullptr);
+    Json::Value ad = PopupAd();
+    ad["popup_ad"]["show_areas"] = JsonOf(R"([500, "501", 502])");
+    EXPECT_FALSE(popup.Decode(ad));
+    ASSERT_TRUE(popup.GetShowAreas());
+    EXPECT_THAT(*popup.GetShowAreas(), ElementsAre(ZRAdShowAreaType(500)));
+    EXPECT_EQ(popup.GetBottomPopup(), nullptr);
+    log.Forget();
+}
+
+TEST_F(AdDecodeTest, WhatWasNeverDecodedIsEmpty) {
+    QObject parent;
+    auto* answer = new CZRAdResponseModel(&parent);
+    auto* list = new CZRAdModelList(&parent);
+    auto* position = new CZRAdBannerPosition(&parent);
+    auto* banner = new CZRAdBannerModel(&parent);
+    auto* popup = new CZRAdPopupModel(&parent);
+    auto* card = new CZRAdBottomPopupModel(&parent);
+
+    EXPECT_THAT(parent.children(), ElementsAre(answer, list, position, banner, popup, card));
+    EXPECT_EQ(answer->GetCode(), 0);
+    EXPECT_EQ(answer->GetMessage(), QString());
+    EXPECT_EQ(answer->GetData(), nullptr);
+    EXPECT_EQ(list->GetAdType(), 0);
+    EXPECT_EQ(list->GetAdPosition(), 0);
+    EXPECT_EQ(list->GetShowDuration(), 0);
+    EXPECT_EQ(list->GetShowInterval(), 0);
+    EXPECT_EQ(list->GetShowIntervalType(), 0);
+    EXPECT_FALSE(list->GetEnableClose());
+    EXPECT_EQ(list->GetBannerPosition(), nullptr);
+    EXPECT_EQ(list->GetAdList(), nullptr);
+    EXPECT_EQ(position->GetBannerType(), 0);
+    EXPECT_EQ(position->GetCarouselInterval(), 0);
+    EXPECT_EQ(position->GetMaterialScale() + position->GetMaterialCorner(), QString());
+    EXPECT_EQ(banner->GetAdId() + banner->GetPushId() + banner->GetImage() + banner->GetSchema(), QString());
+    EXPECT_EQ(banner->GetStartTime(), 0);
+    EXPECT_EQ(banner->GetEndTime(), 0);
+    EXPECT_EQ(banner->GetExpireTime(), 0);
+    EXPECT_EQ(popup->GetPopupType(), 0);
+    EXPECT_EQ(popup->GetShowAreas(), nullptr);
+    EXPECT_EQ(popup->GetBottomPopup(), nullptr);
+    EXPECT_EQ(card->GetImage() + card->GetSchema(), QString());
+}
+
+TEST_F(AdDecodeTest, TheVocabulariesAreTheServersNumbers) {
+    EXPECT_EQ(ZRAdTypePopup, 2);
+    EXPECT_EQ(ZRAdTypeBanner, 3);
+    EXPECT_EQ(ZRAdApiTypeSearch, 1);
+    EXPECT_EQ(ZRAdApiTypeCheck, 2);
+    EXPECT_THAT((std::vector<int>{ZRAdCloseTypeAdClicked, ZRAdCloseTypeCloseButton, ZRAdCloseTypeTimeout,
+                                  ZRAdCloseTypeTabSwitched, ZRAdCloseTypeLanguageChanged, ZRAdCloseTypeLogin,
+                                  ZRAdCloseTypeLogout, ZRAdCloseTypePushOffline}),
+                ElementsAre(0, 1, 2, 3, 4, 5, 6, 7));
+    EXPECT_EQ(ZRAdActionTypeClick, 0);
+    EXPECT_EQ(ZRAdActionTypeClose, 2);
+    EXPECT_EQ(kAdPositionBottomPopup, 42);
 }
 
 TEST_F(AdDecodeTest, ModelsHaveNeitherSignalsNorSlotsOfTheirOwn) {

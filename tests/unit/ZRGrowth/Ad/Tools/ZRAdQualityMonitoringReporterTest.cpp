@@ -21,8 +21,7 @@ protected:
 };
 
 TEST_F(AdQualityReporterTest, APullIsReportedWithItsAds) {
-    reporter.ReportAdPullDataResult(ZRAdTypePopup, QStringLiteral("0"), QString(), 123,
-                                    {kAd, QStringLiteral("2")});
+    reporter.ReportAdPullDataResult(ZRAdTypePopup, QStringLiteral("0"), QString(), 123, {kAd, QStringLiteral("2")});
 
     EXPECT_THAT(reports.Events(),
                 ElementsAre(Event("SingleAdvertisementPullDataResult", 2,
@@ -52,14 +51,13 @@ TEST_F(AdQualityReporterTest, AnExposureIsReportedWithAnArrayAlsoOfNoAds) {
     reporter.ReportAdExposureResult(ZRAdTypePopup, QStringLiteral("2001"), QStringLiteral("code"), {});
     reporter.ReportAdExposureResult(ZRAdTypePopup, QStringLiteral("0"), QString(), {kAd});
 
-    EXPECT_THAT(
-        reports.Events(),
-        ElementsAre(Event("ReportAdvertisementExposureResult", 1,
-                          R"({"advertisement_ids":[],"advertisement_type":"2","error_content":"code",)"
-                          R"("result_code":"2001"})"),
-                    Event("ReportAdvertisementExposureResult", 1,
-                          R"({"advertisement_ids":["18088"],"advertisement_type":"2","error_content":"",)"
-                          R"("result_code":"0"})")));
+    EXPECT_THAT(reports.Events(),
+                ElementsAre(Event("ReportAdvertisementExposureResult", 1,
+                                  R"({"advertisement_ids":[],"advertisement_type":"2","error_content":"code",)"
+                                  R"("result_code":"2001"})"),
+                            Event("ReportAdvertisementExposureResult", 1,
+                                  R"({"advertisement_ids":["18088"],"advertisement_type":"2","error_content":"",)"
+                                  R"("result_code":"0"})")));
     EXPECT_THAT(log.Lines(),
                 ElementsAre(Info("[Ad] Report ReportAdvertisementExposureResult success, adType = 2, "
                                  "resultCode = 2001, errorContent = code, adIdList = "),
@@ -69,8 +67,8 @@ TEST_F(AdQualityReporterTest, AnExposureIsReportedWithAnArrayAlsoOfNoAds) {
 
 TEST_F(AdQualityReporterTest, APictureIsARetryFromTheSecondAttemptOn) {
     reporter.ReportAdImageResourceDownloadResult(ZRAdTypeBanner, kUrl, QStringLiteral("0"), QString(), kAd, 50, 1);
-    reporter.ReportAdImageResourceDownloadResult(ZRAdTypeBanner, kUrl, QStringLiteral("-1"), QStringLiteral("cut"),
-                                                 kAd, 60, 2);
+    reporter.ReportAdImageResourceDownloadResult(ZRAdTypeBanner, kUrl, QStringLiteral("-1"), QStringLiteral("cut"), kAd,
+                                                 60, 2);
 
     EXPECT_THAT(
         reports.Events(),
