@@ -386,7 +386,7 @@ const std::vector<TextEntry>& All() {
         {kAdOutcomeArrived, "arrived"},
         {kAdOutcomeNoTask, "not sent: no task"},
         {kAdOutcomeSuperseded, "superseded by a later request"},
-        {kAdOutcomeExchange, "exchange failed, result %1"},
+        {kAdOutcomeExchange, "failed, result %1"},
         {kAdOutcomeNoJson, "not JSON"},
         {kAdOutcomeNotDecoded, "not decoded"},
         {kAdOutcomeRefused, "code %1"},
@@ -432,6 +432,7 @@ const std::vector<TextEntry>& All() {
         {kAdNothingSeen, "No request for ads was seen yet"},
         {kAdSearch, "search"},
         {kAdCheck, "check"},
+        {kAdAsked, "Asked"},
     };
     return texts;
 }

@@ -435,6 +435,7 @@ enum EnText : unsigned int {
     kAdNothingSeen = 900599,
     kAdSearch = 900600,
     kAdCheck = 900601,
+    kAdAsked = 900602,
 };
 
 /// A text and what is shown where a language has none for it.

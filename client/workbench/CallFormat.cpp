@@ -55,7 +55,7 @@ public:
         return {texts::kLogTime,  texts::kHttpMethod,   texts::kHttpPath, texts::kHttpTask,
                 texts::kSeenWhat, texts::kSeenDuration, texts::kHttpSent, texts::kHttpGot};
     }
-    std::vector<int> Widths() const override { return {84, 52, 104, 44, 118, 46, 52, 44}; }
+    std::vector<int> Widths() const override { return {84, 62, 92, 48, 112, 38, 58, 50}; }
     std::vector<texts::EnText> Kinds() const override {
         return {texts::kHttpWaiting, texts::kHttpAnswered, texts::kHttpFailed};
     }
@@ -130,7 +130,7 @@ public:
         return {texts::kLogTime, texts::kSeenWhat,     texts::kReportEvent,  texts::kReportCode,
                 texts::kResult,  texts::kReportHandle, texts::kSeenDuration, texts::kValue};
     }
-    std::vector<int> Widths() const override { return {84, 80, 116, 40, 66, 80, 40, 38}; }
+    std::vector<int> Widths() const override { return {84, 88, 100, 50, 62, 78, 36, 46}; }
     std::vector<texts::EnText> Kinds() const override {
         return {texts::kReportEvent, texts::kReportStarted, texts::kReportEnded};
     }

@@ -57,8 +57,8 @@ void CAdBoard::TakeCall(const HttpSeen& call, qint64 timeMs) {
     }
     request->status = call.status;
     request->durationMs = call.durationMs;
-    // An answer that was cut for its length is known by the reports alone.
-    if (call.kind == HttpSeen::EnKind::Answered && call.body.size() == call.bodyBytes) {
+    // One that was cut for its length can't be read: its ads are known by the reports alone.
+    if (call.kind == HttpSeen::EnKind::Answered) {
         ad_bodies::Answer answer = ad_bodies::ReadAnswer(call.body);
         request->code = answer.code;
         request->offers = std::move(answer.offers);

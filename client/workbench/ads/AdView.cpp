@@ -27,9 +27,9 @@ constexpr int kFieldWidth = 150;
 
 enum EnColumn { kColumnSlot, kColumnAsked, kColumnNext, kColumnAnswer, kColumnKept, kColumnEvent, kColumnCount };
 // The last has what the rest leaves over.
-constexpr int kColumnWidths[kColumnCount] = {84, 84, 62, 128, 50, 100};
-constexpr texts::EnText kTitles[kColumnCount] = {texts::kAdSlot,       texts::kAdLastRequest, texts::kAdNext,
-                                                 texts::kAdLastAnswer, texts::kAdKept,        texts::kAdLastEvent};
+constexpr int kColumnWidths[kColumnCount] = {100, 74, 76, 142, 66, 100};
+constexpr texts::EnText kTitles[kColumnCount] = {texts::kAdSlot,       texts::kAdAsked, texts::kAdNext,
+                                                 texts::kAdLastAnswer, texts::kAdKept,  texts::kAdLastEvent};
 
 void AddLine(QTreeWidgetItem* parent, const FieldNode& line, std::optional<bool> good) {
     auto* item = new QTreeWidgetItem(parent, {line.name, line.value});
@@ -160,7 +160,7 @@ void CAdView::ShowRow(int row, const AdSlotState& slot) {
     SetCell(row, kColumnSlot, ad_words::Slot(slot.slot));
     SetCell(row, kColumnAsked, asked);
     SetCell(row, kColumnNext, ad_words::Next(slot, core::time_date::GetSvrTimeMillis()));
-    SetCell(row, kColumnAnswer, ad_words::Outcome(answered));
+    SetCell(row, kColumnAnswer, ad_words::Outcome(answered ? answered : request));
     SetCell(row, kColumnKept, ad_words::Kept(answered));
     SetCell(row, kColumnEvent, ad_words::LastEvent(slot));
 }

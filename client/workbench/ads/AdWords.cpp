@@ -282,23 +282,23 @@ QString Fate(const AdFate& fate) {
 QString LastEvent(const AdSlotState& slot) {
     qint64 last = 0;
     QString words;
-    const auto consider = [&](qint64 timeMs, texts::EnText name, const QString& ad) {
+    const auto consider = [&](qint64 timeMs, texts::EnText name) {
         if (timeMs >= last && timeMs != 0) {
             last = timeMs;
-            words = Joined({Clock(timeMs), Tr(name), ad});
+            words = Clock(timeMs) + QLatin1Char(' ') + Tr(name);
         }
     };
     if (slot.exposure) {
-        consider(std::max(slot.exposure->timeMs, slot.exposure->endMs), texts::kAdExposure, slot.exposure->adId);
+        consider(std::max(slot.exposure->timeMs, slot.exposure->endMs), texts::kAdExposure);
     }
     if (slot.click) {
-        consider(slot.click->timeMs, texts::kAdClick, slot.click->adId);
+        consider(slot.click->timeMs, texts::kAdClick);
     }
     if (slot.closeButton) {
-        consider(slot.closeButton->timeMs, texts::kAdCloseButton, slot.closeButton->adId);
+        consider(slot.closeButton->timeMs, texts::kAdCloseButton);
     }
     if (slot.closing) {
-        consider(slot.closing->timeMs, texts::kAdClosed, slot.closing->adId);
+        consider(slot.closing->timeMs, texts::kAdClosed);
     }
     return words;
 }

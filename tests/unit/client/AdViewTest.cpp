@@ -139,6 +139,7 @@ TEST_F(AdViewTest, TheChosenSlotStaysChosenWhenAnotherComesAheadOfIt) {
     Show();
 
     ASSERT_EQ(table->rowCount(), 2);
+    EXPECT_EQ(Row(1), "Banner 7||in 10 s|no answer yet||");
     EXPECT_EQ(table->currentRow(), 1);
     EXPECT_EQ(Item("Request id")->text(1), QStringLiteral("banner"));
     table->selectRow(0);
