@@ -34,7 +34,9 @@ void CAdBoard::Take(const Seen& seen) {
     if (const auto* call = std::get_if<HttpSeen>(&seen.what)) {
         TakeCall(*call, seen.timeMs);
     } else if (const auto* report = std::get_if<ReportSeen>(&seen.what)) {
-        TakeReport(*report, seen.timeMs);
+        if (TakeReport(*report, seen.timeMs)) {
+            Q_EMIT Changed();
+        }
     }
 }
 
@@ -72,31 +74,40 @@ void CAdBoard::TakeCall(const HttpSeen& call, qint64 timeMs) {
     Q_EMIT Changed();
 }
 
-void CAdBoard::TakeReport(const ReportSeen& report, qint64 timeMs) {
+bool CAdBoard::TakeReport(const ReportSeen& report, qint64 timeMs) {
     if (report.event == "StartExposeAd" || report.event == "ExposeAd") {
         OnExposed(report, timeMs);
-    } else if (report.event == "ClickAd") {
+        return true;
+    }
+    if (report.event == "ClickAd") {
         OnClickReported(report, timeMs);
-    } else if (report.event == "AdvertisementImageResourceDownloadResult") {
+        return true;
+    }
+    if (report.event == "AdvertisementImageResourceDownloadResult") {
         OnPicture(report);
-    } else if (report.event == "SendAdRequest" || report.event == "FilterAdDisplay") {
-        const ad_bodies::CParams params(report.params);
-        AdRequest* request = Known(params.Text("request_id"));
-        if (!request) {
-            return;
-        }
-        const QStringList ads = params.Texts("advertisement_ids");
-        if (report.event == "SendAdRequest") {
-            request->decoded = ads;
-        } else {
-            for (const QString& ad : ads) {
-                request->filtered[ad] = params.Texts("advertisement_filter");
-            }
-        }
-    } else {
+        return true;
+    }
+    if (report.event == "SendAdRequest" || report.event == "FilterAdDisplay") {
+        OnAdsReported(report);
+        return true;
+    }
+    return false;
+}
+
+void CAdBoard::OnAdsReported(const ReportSeen& report) {
+    const ad_bodies::CParams params(report.params);
+    AdRequest* request = Known(params.Text("request_id"));
+    if (!request) {
         return;
     }
-    Q_EMIT Changed();
+    const QStringList ads = params.Texts("advertisement_ids");
+    if (report.event == "SendAdRequest") {
+        request->decoded = ads;
+        return;
+    }
+    for (const QString& ad : ads) {
+        request->filtered[ad] = params.Texts("advertisement_filter");
+    }
 }
 
 void CAdBoard::OnExposed(const ReportSeen& report, qint64 timeMs) {
@@ -405,7 +416,7 @@ void CAdBoard::Prune() {
     const auto isShown = [this](const QString& id) {
         return std::any_of(m_slots.begin(), m_slots.end(), [&id](const auto& slot) {
             const AdSlotState& state = slot.second;
-            return id == state.lastRequest || id == state.lastAnswered || id == state.standing;
+            return QStringList{state.lastRequest, state.lastAnswered, state.standing}.contains(id);
         });
     };
     auto oldest = m_requests.end();

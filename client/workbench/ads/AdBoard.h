@@ -51,7 +51,8 @@ private:
     };
 
     void TakeCall(const HttpSeen& call, qint64 timeMs);
-    void TakeReport(const ReportSeen& report, qint64 timeMs);
+    bool TakeReport(const ReportSeen& report, qint64 timeMs);
+    void OnAdsReported(const ReportSeen& report);
     void OnClickReported(const ReportSeen& report, qint64 timeMs);
     void OnExposed(const ReportSeen& report, qint64 timeMs);
     void OnPicture(const ReportSeen& report);

@@ -118,7 +118,7 @@ TEST_F(AdBoardOfModuleTest, EachBadAnswerIsToldWithItsReason) {
     };
     ask();
     http.Fail(http.LastTask(), kHttpTimedOut);
-    EXPECT_EQ(Outcome(), "exchange failed, result 3");
+    EXPECT_EQ(Outcome(), "failed, result 3");
     ask();
     Answer("{");
     EXPECT_EQ(Outcome(), "not JSON");
