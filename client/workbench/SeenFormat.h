@@ -23,6 +23,10 @@ public:
     virtual std::vector<texts::EnText> Kinds() const = 0;
 
     virtual bool Takes(const Seen& seen) const = 0;
+    /// What a beginning and its end share: they are one row, which shows the end once that is there. Nothing for
+    /// what stands alone.
+    virtual std::optional<uint64_t> Exchange(const Seen& /*seen*/) const { return std::nullopt; }
+    virtual bool IsEnd(const Seen& /*seen*/) const { return false; }
     virtual int Kind(const Seen& seen) const = 0;
     virtual bool IsBad(const Seen& seen) const = 0;
     /// One cell for each title after the first, which is the time.
@@ -33,3 +37,6 @@ public:
 std::unique_ptr<ISeenFormat> NewTrafficFormat(const CWireDecoder& decoder);
 std::unique_ptr<ISeenFormat> NewStoreFormat();
 std::unique_ptr<ISeenFormat> NewUrlFormat();
+/// A row is a call with its answer.
+std::unique_ptr<ISeenFormat> NewHttpFormat();
+std::unique_ptr<ISeenFormat> NewReportFormat();
