@@ -27,12 +27,11 @@ const std::string kSessionHeader = "x-orvi-client-sessionid";
 const QString kResultCodeExchangeFailed = QStringLiteral("1005");
 const QString kResultCodeServerRefused = QStringLiteral("2001");
 
-HttpReqInfo NewRequest(const std::string& path, const Json::Value& body) {
+HttpReqInfo NewRequest(const std::string& path) {
     HttpReqInfo request;
     request.m_enMethod = kHttpPost;
     request.m_strUrl =
         fmt::format(FMT_STRING("{}{}"), core::url_data::GetDomainUrl("api", core::url_data::kDomainBizDefault), path);
-    request.m_strBody = body.toStyledString();
     return request;
 }
 
@@ -71,6 +70,8 @@ CZRAdApiClient::~CZRAdApiClient() = default;
 
 void CZRAdApiClient::RequestAd(ZRAdApiType apiType, ZRAdType adType, int adPosition, QList<QString> const& adIdList) {
     const std::string& path = apiType == ZRAdApiTypeSearch ? strAdSearchUrl : strAdCheckUrl;
+    HttpReqInfo request = NewRequest(path);
+    request.m_mapHeader[kSessionHeader] = {fmt::format(FMT_STRING("{}"), core::login_status_data::GetSessionId())};
     // Replaced before anything is sent, also where nothing will be.
     const QString requestId = CZRAdTools::GenerateAdRequestId();
     m_adRequestId = requestId;
@@ -81,8 +82,7 @@ void CZRAdApiClient::RequestAd(ZRAdApiType apiType, ZRAdType adType, int adPosit
     if (!adIdList.isEmpty()) {
         body["ad_id"] = Texts(adIdList);
     }
-    HttpReqInfo request = NewRequest(path, body);
-    request.m_mapHeader[kSessionHeader] = {fmt::format(FMT_STRING("{}"), core::login_status_data::GetSessionId())};
+    request.m_strBody = body.toStyledString();
     const auto start = qulonglong(core::time_date::GetSvrTimeMillis());
     LogInfo("Request ad start, path = {}, adType = {}, adPosition = {}, adIdList = {}, requestId = {}", path,
             int(adType), adPosition, Joined(adIdList), requestId.toStdString());
@@ -169,6 +169,8 @@ void CZRAdApiClient::TakeAdAnswer(HttpRspInfo const& stRspInfo, Json::Value cons
 void CZRAdApiClient::ExposeAd(ZRAdType adType, int adPosition, QList<QString> const& adIdList, QString const& exposeId,
                               long long exposeDuration, QList<QString> const& pushIdList) {
     const std::string& path = strAdExposeUrl;
+    // No header, on purpose: the session is for requests of ads.
+    HttpReqInfo request = NewRequest(path);
     Json::Value body;
     body["ad_type"] = int(adType);
     body["ad_position"] = adPosition;
@@ -180,8 +182,7 @@ void CZRAdApiClient::ExposeAd(ZRAdType adType, int adPosition, QList<QString> co
     if (!pushIdList.isEmpty()) {
         body["push_id"] = Texts(pushIdList);
     }
-    // No header, on purpose: the session is for requests of ads.
-    const HttpReqInfo request = NewRequest(path, body);
+    request.m_strBody = body.toStyledString();
     const QString adIdListStr = QString::fromStdString(Joined(adIdList));
     // An error's line for a good thing, on purpose: exposures are to be found in every log.
     LogError(

@@ -113,7 +113,8 @@ TEST_P(AdUnreadableAnswerTest, IsToldWithItsBody) {
     ServerAnswers(GetParam().body);
 
     ASSERT_THAT(told, SizeIs(1));
-    EXPECT_EQ(told[0], "failed 1005, body parse failed, body = " + GetParam().body + ", after 120");
+    const std::string shown = QString::fromStdString(GetParam().body).toStdString();
+    EXPECT_EQ(told[0], "failed 1005, body parse failed, body = " + shown + ", after 120");
     EXPECT_THAT(log.Lines(), ElementsAre(Error("[Ad] Request ad failed, path = /ad/search, body parse failed, "
                                                "adType = 2, adPosition = 42, requestId = dev170000000011")));
     EXPECT_EQ(lineAhead, std::vector<std::string>{log.Lines().back().text});
@@ -128,7 +129,8 @@ INSTANTIATE_TEST_SUITE_P(Bodies, AdUnreadableAnswerTest,
                                 Unreadable{"NestedTooDeep", std::string(5'000, '[')},
                                 Unreadable{"WellNestedTooDeep", std::string(2'000, '[') + std::string(2'000, ']')},
                                 Unreadable{"NumberOutOfRange", R"({"code": 1e999})"},
-                                Unreadable{"Fields", "{x} {} %1 %s }{ {"}, Unreadable{"SingleQuotes", "{'code': 0}"}),
+                                Unreadable{"Fields", "{x} {} %1 %s }{ {"}, Unreadable{"SingleQuotes", "{'code': 0}"},
+                                Unreadable{"NoText", "\xFF\xFE{"}, Unreadable{"Zeros", std::string("{\0\0", 3)}),
                          [](const auto& row) { return row.param.name; });
 
 TEST_F(AdAnswerTest, AByteOrderMarkMakesTheAnswerUnreadable) {
