@@ -9,7 +9,7 @@ constexpr unsigned int kShow = 990'003;   // begins the exposure of the list's f
 constexpr unsigned int kClick = 990'004;
 constexpr unsigned int kEnd = 990'005;  // ends the exposure
 
-constexpr char kCheckedAd[] = "702";
+constexpr char kCheckedAd[] = "703";
 
 /// Names the file in which the slot notes each answer, a line each.
 constexpr char kFileVariable[] = "ZR_AD_DRIVER_FILE";

@@ -5,6 +5,7 @@
 
 #include "AdDriverModule.h"
 #include "ClientFixture.h"
+#include "core/time_date.h"
 #include "framework/JsonText.h"
 
 using namespace ::testing;
@@ -23,7 +24,9 @@ protected:
                 {"id":"701","pushId":"p-701","startInS":-100,"endInS":10000,"expireInS":20000,"image":"card-invite.png",
                  "schema":"https://ads.example/1","popupType":2,"showAreas":[500]},
                 {"id":"702","startInS":-200,"endInS":-100,"expireInS":10000,"image":"card-invite.png",
-                 "schema":"https://ads.example/2","popupType":2,"showAreas":[500]}]}],"commonConfig":{}})");
+                 "schema":"https://ads.example/2","popupType":2,"showAreas":[500]},
+                {"id":"703","startInS":-100,"endInS":10000,"expireInS":20000,"image":"card-invite.png",
+                 "users":[999],"schema":"https://ads.example/3","popupType":2,"showAreas":[500]}]}],"commonConfig":{}})");
         notes = folder.filePath(QStringLiteral("notes")).toStdString();
         qputenv(ad_driver::kFileVariable, QByteArray::fromStdString(notes));
     }
@@ -74,6 +77,18 @@ protected:
         return WaitInRealTime([&] { return Reports() == counts; });
     }
 
+    /// The parameters of each event of that name, in order.
+    std::vector<Json::Value> ReportsOf(const std::string& name) {
+        std::vector<Json::Value> found;
+        const Json::Value all = server->Get("/v1/reports");
+        for (const Json::Value& report : all["reports"]) {
+            if (report["name"] == name) {
+                found.push_back(report["params"]);
+            }
+        }
+        return found;
+    }
+
     static Json::Value Body(const Json::Value& request) {
         std::string error;
         return host::ParseJson(request["body"].asString(), error).value_or(Json::Value());
@@ -107,9 +122,12 @@ TEST_F(AdTest, ACheckFetchesExactlyTheAdsThatItNames) {
     ASSERT_THAT(requests, SizeIs(1));
     EXPECT_EQ(Body(requests[0])["ad_id"][0], ad_driver::kCheckedAd);
     EXPECT_EQ(requests[0]["headers"]["x-orvi-client-sessionid"], std::to_string(client->SessionId()));
-    // the server sends it whenever it is due, and the slot drops it by its time
-    EXPECT_THAT(Notes(), ElementsAre("answered "));
     EXPECT_TRUE(WaitForReports({{"SendAdRequest", 1}, {"SingleAdvertisementPullDataResult", 1}}));
+    const auto results = ReportsOf("SingleAdvertisementPullDataResult");
+    EXPECT_EQ(results[0]["result_code"], "0");
+    EXPECT_EQ(results[0]["advertisement_ids"][0], ad_driver::kCheckedAd);
+    // a search does not find it, as it is for another user
+    EXPECT_THAT(Notes(), ElementsAre("answered 703"));
 }
 
 TEST_F(AdTest, AnExposureIsToldAtItsEndWithItsLength) {
@@ -119,6 +137,8 @@ TEST_F(AdTest, AnExposureIsToldAtItsEndWithItsLength) {
 
     Tell(ad_driver::kShow);
     Tell(ad_driver::kClick);
+    const int64_t began = core::time_date::GetSvrTimeMillis();
+    ASSERT_TRUE(WaitInRealTime([&] { return core::time_date::GetSvrTimeMillis() > began + 20; }));
     Tell(ad_driver::kEnd);
 
     ASSERT_TRUE(WaitForNotes(2));
@@ -128,15 +148,18 @@ TEST_F(AdTest, AnExposureIsToldAtItsEndWithItsLength) {
     EXPECT_FALSE(requests[0]["headers"].isMember("x-orvi-client-sessionid"));
     EXPECT_EQ(Body(requests[0])["ad_id"][0], "701");
     EXPECT_EQ(Body(requests[0])["push_id"][0], "push");
-    EXPECT_GE(Body(requests[0])["expose_duration"].asInt64(), 0);
-    EXPECT_FALSE(Body(requests[0])["expose_id"].asString().empty());
+    EXPECT_GT(Body(requests[0])["expose_duration"].asInt64(), 20);
     EXPECT_TRUE(WaitForReports({{"SendAdRequest", 1},
                                 {"SingleAdvertisementPullDataResult", 1},
                                 {"StartExposeAd", 1},
                                 {"ClickAd", 1},
                                 {"ExposeAd", 1},
                                 {"ReportAdvertisementExposureResult", 1}}));
-    for (const Json::Value& report : server->Get("/v1/reports")["reports"]) {
+    for (const char* event : {"StartExposeAd", "ClickAd", "ExposeAd"}) {
+        EXPECT_EQ(ReportsOf(event)[0]["exposure_id"], Body(requests[0])["expose_id"]) << event;
+    }
+    const Json::Value all = server->Get("/v1/reports");
+    for (const Json::Value& report : all["reports"]) {
         EXPECT_EQ(report.isMember("durationMs"), report["name"] == "ExposeAd") << report["name"].asString();
     }
 }
@@ -148,26 +171,62 @@ TEST_F(AdTest, WhatIsReportedWithoutAServerReachesItLaterAndOnce) {
     ASSERT_TRUE(WaitForNotes(1));
     ASSERT_TRUE(WaitForReports({{"SendAdRequest", 1}, {"SingleAdvertisementPullDataResult", 1}}));
 
+    const int64_t before = core::time_date::GetSvrTimeStamp();
+    server->Put("/v1/clock", R"({"offsetMs":11000})");
+    ASSERT_TRUE(WaitInRealTime([&] { return core::time_date::GetSvrTimeStamp() >= before + 10; }));
     client->Server().Stop();
+    Tell(ad_driver::kSearch);
+    ASSERT_TRUE(WaitForNotes(2));
+    EXPECT_EQ(Notes().back(), "not answered 1005");
     for (int i = 0; i < kExposures; ++i) {
         Tell(ad_driver::kShow);
         Tell(ad_driver::kEnd);
     }
-    ASSERT_TRUE(WaitForNotes(1 + kExposures));
+    ASSERT_TRUE(WaitForNotes(2 + kExposures));
     server.reset();
     client->Server().Start();
     ASSERT_TRUE(WaitInRealTime([this] { return server != nullptr; }));
 
     // it has seen nothing of what was before
-    EXPECT_TRUE(WaitForReports(
-        {{"StartExposeAd", kExposures}, {"ExposeAd", kExposures}, {"ReportAdvertisementExposureResult", kExposures}}));
+    EXPECT_TRUE(WaitForReports({{"SingleAdvertisementPullDataResult", 1},
+                                {"StartExposeAd", kExposures},
+                                {"ExposeAd", kExposures},
+                                {"ReportAdvertisementExposureResult", kExposures}}));
     const auto told = Notes();
-    EXPECT_THAT(std::vector<std::string>(told.begin() + 1, told.end()), Each("not exposed 1005"));
+    EXPECT_THAT(std::vector<std::string>(told.begin() + 2, told.end()), Each("not exposed 1005"));
+    EXPECT_EQ(ReportsOf("SingleAdvertisementPullDataResult")[0]["result_code"], "1005");
     // the slot works on
     Tell(ad_driver::kShow);
     Tell(ad_driver::kEnd);
-    ASSERT_TRUE(WaitForNotes(2 + kExposures));
+    ASSERT_TRUE(WaitForNotes(3 + kExposures));
     EXPECT_EQ(Notes().back(), "exposed");
+}
+
+TEST_F(AdTest, ReportsWhoseAnswerIsLostComeAgainAndCountOnce) {
+    StartAndLogInWithoutEntries();
+    // taken in, and never said
+    server->Put("/v1/httpFaults", R"({"/report/events":{"cutBytes":3,"times":3}})");
+
+    Tell(ad_driver::kSearch);
+
+    ASSERT_TRUE(WaitInRealTime([this] { return server->Get("/v1/reports")["resends"].asInt() >= 2; }));
+    EXPECT_TRUE(WaitForReports({{"SendAdRequest", 1}, {"SingleAdvertisementPullDataResult", 1}}));
+    EXPECT_EQ(server->Get("/v1/reports")["counted"], 2);
+}
+
+TEST_F(AdTest, AnExposureThatTheServerRefusesOrGarblesIsOneThatWasNotTold) {
+    StartAndLogInWithoutEntries();
+    Tell(ad_driver::kSearch);
+    ASSERT_TRUE(WaitForNotes(1));
+    for (const auto& [fault, note] : std::vector<std::pair<std::string, std::string>>{
+             {R"({"code":7})", "not exposed 2001"}, {R"({"body":"{garbage"})", "not exposed 1005"}}) {
+        server->Put("/v1/httpFaults", R"({"/ad/expose":)" + fault + "}");
+        const size_t before = Notes().size();
+        Tell(ad_driver::kShow);
+        Tell(ad_driver::kEnd);
+        ASSERT_TRUE(WaitForNotes(before + 1));
+        EXPECT_EQ(Notes().back(), note);
+    }
 }
 
 struct BadServer {
