@@ -50,6 +50,7 @@ bool IsSecret(const QString& header) {
 
 class CHttpFormat : public ISeenFormat {
 public:
+    int MostRows() const override { return 1'000; }  // of up to 128 KiB of bodies each
     QString Name() const override { return QStringLiteral("Http"); }
     std::vector<texts::EnText> Titles() const override {
         return {texts::kLogTime,  texts::kHttpMethod,   texts::kHttpPath, texts::kHttpTask,

@@ -15,6 +15,8 @@ class ISeenFormat {
 public:
     virtual ~ISeenFormat() = default;
 
+    /// How many rows are kept; fewer where a row can be large.
+    virtual int MostRows() const { return 10'000; }
     /// In object names, as "Traffic".
     virtual QString Name() const = 0;
     virtual std::vector<texts::EnText> Titles() const = 0;

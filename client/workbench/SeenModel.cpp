@@ -6,7 +6,7 @@
 #include "Theme.h"
 
 CSeenModel::CSeenModel(std::unique_ptr<ISeenFormat> format, QObject* parent)
-    : CEntryRows(kMaxRows, kMaxBatch, parent), m_format(std::move(format)) {
+    : CEntryRows(format->MostRows(), kMaxBatch, parent), m_format(std::move(format)) {
     // What comes back after all was forgotten is a row of its own.
     connect(this, &QAbstractItemModel::modelReset, this, [this] {
         m_begun.clear();

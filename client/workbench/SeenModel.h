@@ -11,12 +11,11 @@ struct SeenRow {
     QStringList cells;
 };
 
-/// What was seen of one kind, the youngest 10,000. Main thread.
+/// What was seen of one kind, the youngest as many as its format keeps. Main thread.
 class CSeenModel final : public CEntryRows<Seen, SeenRow> {
     Q_OBJECT
 
 public:
-    static constexpr int kMaxRows = 10'000;
     static constexpr int kMaxBatch = 2'000;
 
     explicit CSeenModel(std::unique_ptr<ISeenFormat> format, QObject* parent = nullptr);

@@ -98,8 +98,8 @@ void CZRAdReporter::ReportExposeAdEnd(QString const& requestId, QString const& a
     const bool taken = core::report::ReportTimerEnd(*timer, kCodeExposeAd, params, kBroker, 0);
     LogInfo("Report ExposeAd end {}, exposeId = {}, requestId = {}, adId = {},", Outcome(taken), exposeId.toStdString(),
             requestId.toStdString(), adId.toStdString());
-    // The name may be a reference to one of the keys.
-    const QString ended = adId;
+    // A copy, since the name may be a reference to one of the keys.
+    const QString ended = adId;  // NOLINT(performance-unnecessary-copy-initialization)
     m_exposeStartTime.remove(ended);
     m_exposeId.remove(ended);
     m_exposeAdEvent.remove(ended);
