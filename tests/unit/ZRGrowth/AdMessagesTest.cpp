@@ -156,6 +156,16 @@ TYPED_TEST(AdPushReadTest, BytesThatAreNoMessageAreRefused) {
     }
 }
 
+TYPED_TEST(AdPushReadTest, AnIdThatIsNoUtf8IsReadAndItsBytesAreKept) {
+    const std::string bytes = Bytes({0x08, 0x02, 0x22, 0x01, 0xFF});
+    TypeParam push;
+
+    ASSERT_TRUE(push.ParseFromString(bytes));
+
+    // the push of a new ad has no ids: there it is a newer server's field
+    EXPECT_EQ(push.SerializeAsString(), bytes);
+}
+
 TEST(AdMessagesTest, IdsThatAreAbsentAreAnEmptyListAndTheirBytesAreKept) {
     StatusPush status;
     CheckPush check;
@@ -168,6 +178,11 @@ TEST(AdMessagesTest, IdsThatAreAbsentAreAnEmptyListAndTheirBytesAreKept) {
     ASSERT_TRUE(check.ParseFromString(Bytes({0x22, 0x02, 'b', 0x00, 0x22, 0x01, 'a'})));
     EXPECT_THAT(status.offline_ad_id(), ElementsAre(std::string("b\0", 2), "", "a"));
     EXPECT_THAT(check.ad_id(), ElementsAre(std::string("b\0", 2), "a"));
+
+    ASSERT_TRUE(status.ParseFromString(Bytes({0x22, 0x01, 0xFF})));
+    ASSERT_TRUE(check.ParseFromString(Bytes({0x22, 0x01, 0xFF})));
+    EXPECT_THAT(status.offline_ad_id(), ElementsAre("\xFF"));
+    EXPECT_THAT(check.ad_id(), ElementsAre("\xFF"));
 }
 
 }  // namespace

@@ -130,17 +130,30 @@ TEST_F(AdDecodeTest, ABannerNeedsNoneOfThePopupsThreeRules) {
     EXPECT_EQ(List().GetShowIntervalType(), 0);
 }
 
-TEST_F(AdDecodeTest, ABannerTakesThePopupsRulesWhereTheyAreGood) {
-    Json::Value data = BannerData();
-    data["show_duration"] = 9;
-    data["show_interval"] = "soon";
-    data["show_interval_type"] = 4;
+TEST_F(AdDecodeTest, AListOfAnotherTypeTakesThePopupsRulesWhereTheyAreGood) {
+    for (const int type : {3, 7}) {
+        SCOPED_TRACE(type);
+        Json::Value data = BannerData();
+        data["ad_type"] = type;
+        data["show_duration"] = 9;
+        data["show_interval"] = "soon";
+        data["show_interval_type"] = 4;
+        CZRAdModelList mixed(nullptr);
+        EXPECT_TRUE(mixed.Decode(data));
+        EXPECT_EQ(mixed.GetShowDuration(), 9);
+        EXPECT_EQ(mixed.GetShowInterval(), 0);
+        EXPECT_EQ(mixed.GetShowIntervalType(), 4);
 
-    ASSERT_TRUE(Decode(AnswerOf(data)));
-
-    EXPECT_EQ(List().GetShowDuration(), 9);
-    EXPECT_EQ(List().GetShowInterval(), 0);
-    EXPECT_EQ(List().GetShowIntervalType(), 4);
+        data["show_duration"] = true;
+        data["show_interval"] = 3600;
+        data["show_interval_type"] = 1.5;
+        CZRAdModelList other(nullptr);
+        EXPECT_TRUE(other.Decode(data));
+        EXPECT_EQ(other.GetShowDuration(), 0);
+        EXPECT_EQ(other.GetShowInterval(), 3600);
+        EXPECT_EQ(other.GetShowIntervalType(), 0);
+    }
+    EXPECT_THAT(log.Lines(), IsEmpty());
 }
 
 TEST_F(AdDecodeTest, IntervalsAndTimesHave64Bits) {
@@ -168,22 +181,50 @@ TEST_F(AdDecodeTest, AWholeNumberWithAPointIsAnInteger) {
 }
 
 TEST_F(AdDecodeTest, ABannerPositionThatIsNoObjectIsIgnored) {
+    const auto expectNone = [](const Json::Value& data, const char* how) {
+        CZRAdModelList list(nullptr);
+        EXPECT_TRUE(list.Decode(data)) << how;
+        EXPECT_EQ(list.GetBannerPosition(), nullptr) << how;
+        EXPECT_THAT(list.findChildren<CZRAdBannerPosition*>(), IsEmpty()) << how;
+    };
     Json::Value data = BannerData();
-    data["banner_position"] = 5;
-
-    ASSERT_TRUE(Decode(AnswerOf(data)));
-
-    EXPECT_EQ(List().GetBannerPosition(), nullptr);
+    for (const char* position : {"5", "null", "[]", "[{}]", "\"6:1\"", "true"}) {
+        data["banner_position"] = JsonOf(position);
+        expectNone(data, position);
+    }
+    data.removeMember("banner_position");
+    expectNone(data, "absent");
     EXPECT_THAT(log.Lines(), IsEmpty());
 }
 
-TEST_F(AdDecodeTest, ACarouselIntervalThatIsNoNumberStaysZero) {
-    Json::Value data = BannerData();
-    data["banner_position"]["carousel_interval"] = "5";
+TEST_F(AdDecodeTest, AListOfAnyTypeKeepsAGoodBannerPosition) {
+    for (const int type : {2, 7}) {
+        Json::Value data = PopupData();
+        data["ad_type"] = type;
+        data["banner_position"] = BannerData()["banner_position"];
+        CZRAdModelList list(nullptr);
 
-    ASSERT_TRUE(Decode(AnswerOf(data)));
+        ASSERT_TRUE(list.Decode(data)) << type;
 
-    EXPECT_EQ(List().GetBannerPosition()->GetCarouselInterval(), 0);
+        ASSERT_TRUE(list.GetBannerPosition()) << type;
+        EXPECT_EQ(list.GetBannerPosition()->GetBannerType(), 2) << type;
+    }
+}
+
+TEST_F(AdDecodeTest, ACarouselIntervalThatIsNo32BitIntegerStaysZero) {
+    const auto expectZero = [](const Json::Value& value, const char* how) {
+        CZRAdBannerPosition position(nullptr);
+        EXPECT_TRUE(position.Decode(value)) << how;
+        EXPECT_EQ(position.GetCarouselInterval(), 0) << how;
+    };
+    Json::Value value = BannerData()["banner_position"];
+    for (const char* interval : {"\"5\"", "null", "2147483648", "-2147483649", "1.5", "true", "[]", "{}"}) {
+        value["carousel_interval"] = JsonOf(interval);
+        expectZero(value, interval);
+    }
+    value.removeMember("carousel_interval");
+    expectZero(value, "missing");
+    EXPECT_THAT(log.Lines(), IsEmpty());
 }
 
 TEST_F(AdDecodeTest, OptionalTextsOfAnotherTypeOrWithoutLengthStayEmpty) {
@@ -238,6 +279,19 @@ TEST_F(AdDecodeTest, TextsAreReadAsUtf8WithZeroBytesInThem) {
     EXPECT_EQ(banner.GetAdId(), QString::fromUtf8("a\0b", 3));
     EXPECT_EQ(banner.GetImage(), QString(QChar(0x56FE)));
     EXPECT_EQ(banner.GetSchema(), QString(QChar(QChar::ReplacementCharacter)));
+}
+
+TEST_F(AdDecodeTest, AByteOrderMarkIsNoPartOfAText) {
+    const std::string mark = "\xEF\xBB\xBF";
+    ASSERT_TRUE(QString::fromUtf8(mark.data(), int(mark.size())).isEmpty());
+    Json::Value ad = BannerAd(mark + "18089");
+    ad["push_id"] = mark;
+    CZRAdBannerModel banner(nullptr);
+
+    ASSERT_TRUE(banner.Decode(ad));
+
+    EXPECT_EQ(banner.GetAdId(), QStringLiteral("18089"));
+    EXPECT_EQ(banner.GetPushId(), QString());
 }
 
 TEST_F(AdDecodeTest, NonZeroCodeWithDataDecodes) {

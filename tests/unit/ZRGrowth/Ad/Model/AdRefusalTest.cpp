@@ -166,13 +166,14 @@ const Row kRows[] = {
 std::vector<std::string> BadValues(Rule rule) {
     switch (rule) {
         case Rule::Int:
-            return {"null", "\"1\"", "true", "1.5", "2147483648", "[]", "{}"};
+            return {"null", "\"1\"", "true", "1.5", "2147483648", "-2147483649", "4294967295", "[]", "{}"};
         case Rule::Int64:
             return {"null", "\"1\"", "true", "1.5", "9223372036854775808", "[]", "{}"};
         case Rule::Bool:
             return {"null", "1", "0", "\"true\"", "[]", "{}"};
         case Rule::Text:
-            return {"null", "\"\"", "18088", "true", "[]", "{}"};
+            // the last is a byte-order mark, which reads as nothing
+            return {"null", "\"\"", "18088", "true", "[]", "{}", "\"\xEF\xBB\xBF\""};
         case Rule::Object:
             return {"null", "[]", "5", "\"x\"", "true"};
         case Rule::Array:
@@ -289,11 +290,26 @@ TEST_F(AdElementTest, AnAreaThatIsNoIntegerFailsTheAd) {
     ExpectRefused(answer, Error("[Ad] CZRAdPopupModel decode failed, item of show_areas is unvalid"));
 }
 
-TEST_F(AdElementTest, AnEmptyBannerPositionFailsTheListWithThePositionsLineAlone) {
-    Json::Value answer = BannerAnswer();
-    answer["data"]["banner_position"] = Json::Value(Json::objectValue);
+TEST_F(AdElementTest, AnEmptyBannerPositionFailsAListOfAnyTypeWithThePositionsLineAlone) {
+    for (const int type : {2, 3, 7}) {
+        SCOPED_TRACE(type);
+        Json::Value answer = type == 3 ? BannerAnswer() : PopupAnswer();
+        answer["data"]["ad_type"] = type;
+        answer["data"]["banner_position"] = Json::Value(Json::objectValue);
 
-    ExpectRefused(answer, Info("[Ad] CZRAdBannerPosition decode failed, banner_type is unvalid"));
+        ExpectRefused(answer, Info("[Ad] CZRAdBannerPosition decode failed, banner_type is unvalid"));
+    }
+}
+
+TEST_F(AdElementTest, AListOfAnotherTypeNeedsToSayWhetherItCanBeClosed) {
+    const auto line = Error("[Ad] CZRAdModelList decode failed, enable_close is unvalid");
+    Json::Value answer = AnswerOf(BannerData());
+    answer["data"]["ad_type"] = 7;
+    answer["data"]["enable_close"] = 1;
+    ExpectRefused(answer, line);
+
+    answer["data"].removeMember("enable_close");
+    ExpectRefused(answer, line);
 }
 
 TEST_F(AdElementTest, ABannerWithAPopupsContentFails) {

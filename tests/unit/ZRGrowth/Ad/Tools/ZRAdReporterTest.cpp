@@ -177,6 +177,17 @@ TEST_F(AdReporterTest, TheLengthIsCountedInMillisecondsFromWithinASecond) {
     EXPECT_EQ(reporter.GetAdExposeDuration(kAd), 500);
 }
 
+TEST_F(AdReporterTest, TheLengthFollowsTheServersClockWhereverItGoes) {
+    time.SetServerTime(1'700'000'010'000);
+    Start();
+
+    time.SetServerTime(1'700'000'007'500);
+    EXPECT_EQ(reporter.GetAdExposeDuration(kAd), -2'500);
+
+    time.SetServerTime(1'705'000'010'000);
+    EXPECT_EQ(reporter.GetAdExposeDuration(kAd), 5'000'000'000);
+}
+
 // A second start
 
 TEST_F(AdReporterTest, ASecondStartTakesTheFirstOnesId) {
@@ -303,15 +314,20 @@ TEST_F(AdReporterTest, AClickIsReportedWithItsOutcome) {
                                  "actionType = 0, exposeId = dev170000000018088, adId = 18088, jumpResult = false")));
 }
 
-TEST_F(AdReporterTest, AnotherActionHasNoOutcome) {
+TEST_F(AdReporterTest, AnotherActionHasNoOutcomeInItsReport) {
+    environment.SetDeviceId("dev");
     Start();
+    time.Advance(std::chrono::seconds(1));
 
     reporter.ReportClickAd(kRequest, ZRAdActionTypeClose, kAd, true);
 
-    const auto events = reports.Events();
-    ASSERT_THAT(events, SizeIs(1));
-    EXPECT_THAT(events[0].params, HasSubstr(R"("action_type":"2")"));
-    EXPECT_THAT(events[0].params, Not(HasSubstr("result_status")));
+    EXPECT_THAT(reports.Events(),
+                ElementsAre(Event("ClickAd", 4,
+                                  R"({"action_id":"dev170000000118088","action_type":"2","advertisement_id":"18088",)"
+                                  R"("exposure_id":"dev170000000018088","request_id":"r-1"})")));
+    EXPECT_THAT(log.Lines(),
+                ElementsAre(Info("[Ad] Report ClickAd success, actionId = dev170000000118088, requestId = r-1, "
+                                 "actionType = 2, exposeId = dev170000000018088, adId = 18088, jumpResult = true")));
 }
 
 TEST_F(AdReporterTest, AClickWithoutAnOpenExposureIsNotReported) {
