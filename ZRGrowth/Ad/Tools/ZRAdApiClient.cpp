@@ -20,6 +20,7 @@ namespace {
 
 constexpr auto kLogModuleType = CGrowthBizLogUtil::Ad;
 
+// Of the type that the host takes, so that no call makes them anew. clazy:excludeall=non-pod-global-static
 const std::string strAdSearchUrl = "/ad/search";
 const std::string strAdCheckUrl = "/ad/check";
 const std::string strAdExposeUrl = "/ad/expose";
