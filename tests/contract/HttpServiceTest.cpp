@@ -1,4 +1,5 @@
 // What goes over the line, and what is not sent at all.
+#include <QEventLoop>
 #include <QNetworkProxy>
 
 #include "RealHttpTest.h"
@@ -114,6 +115,44 @@ TEST_F(HttpServiceTest, ProgressIsCountedInBytes) {
     ExpectEnd(kHttpOk, 200, std::string(2000, 'y'));
     EXPECT_THAT(up, Contains(1000));
     EXPECT_THAT(down, Contains(2000));
+}
+
+/// What a callback needs that may be gone before its loop ends: all of this lies outside of it.
+struct LoopInCallback {
+    void Run() {
+        if (!begun) {
+            begun = true;
+            loop.exec();
+            heldAfterLoop = !held.expired();
+        }
+    }
+
+    QEventLoop loop;
+    bool begun = false;
+    std::weak_ptr<int> held;
+    std::optional<bool> heldAfterLoop;
+};
+
+TEST_F(HttpServiceTest, AProgressCallbackMayWaitForTheEndInALoopOfItsOwn) {
+    LoopInCallback inside;
+    auto owned = std::make_shared<int>(0);
+    inside.held = owned;
+    // A task behind the answer ends the loop: what goes with the exchange is gone by then.
+    const auto onAnswer = [&](unsigned long, const HttpRspInfo& response) {
+        answer = response;
+        QTimer::singleShot(0, &inside.loop, &QEventLoop::quit);
+    };
+    http->Start(Post("/"), onAnswer, &guard, kHttpWorkPoolDefault, nullptr,
+                [&inside, owned = std::move(owned)](double, double) { inside.Run(); });
+    server.Answer(Arrived().connection, 200, QByteArray(1000, 'x'));
+
+    EXPECT_TRUE(WaitUntil([&] { return inside.heldAfterLoop.has_value(); }));
+
+    EXPECT_EQ(inside.heldAfterLoop, true);
+    ASSERT_TRUE(answer.has_value());
+    EXPECT_EQ(answer->m_nResult, kHttpOk);
+    EXPECT_TRUE(WaitUntil([&] { return inside.held.expired(); }));
+    ExpectItGoesOn();
 }
 
 TEST_F(HttpServiceTest, WhatACallbackThrowsIsLoggedAndGoesNoFurther) {
