@@ -235,6 +235,36 @@ TEST_F(HttpServiceTest, PlainHttpIsForInternalBuildsAndThisMachineAlone) {
     ExpectRefused(Post("/"));
 }
 
+TEST_F(HttpServiceTest, InAReleaseBuildTheServerThatWasNamedIsSpokenToPlainlyAndNoOther) {
+    environment.SetRelease(true);
+    CRawHttpServer other;
+    ASSERT_TRUE(other.Listen());
+    http->AllowPlain(QUrl(QString::fromStdString(server.Url())));
+
+    server.Answer(Exchange(Post("/ad/search", "ask")).connection, 200, "well");
+    ExpectEnd(kHttpOk, 200, "well");
+
+    HttpReqInfo elsewhere = Post("/");
+    elsewhere.m_strUrl = other.Url() + "/";
+    Start(elsewhere);
+    ExpectEnd(kHttpBadRequest, 0);
+    // also not by way of the one
+    server.Answer(Exchange(Post("/")).connection, 307, "",
+                  "Location: " + QByteArray::fromStdString(other.Url()) + "/\r\n");
+    ExpectEnd(kHttpRedirected, 307);
+    EXPECT_EQ(other.ConnectionCount(), 0);
+
+    // the next one is in place of it
+    http->AllowPlain(QUrl(QString::fromStdString(other.Url())));
+    Start(Post("/"));
+    ExpectEnd(kHttpBadRequest, 0);
+    http->AllowPlain(QUrl());
+    Start(elsewhere);
+    ExpectEnd(kHttpBadRequest, 0);
+    EXPECT_THAT(server.Requests(), SizeIs(2));
+    EXPECT_THAT(other.Requests(), IsEmpty());
+}
+
 TEST_F(HttpServiceTest, AMethodOfNoNameIsRefused) {
     HttpReqInfo request = Post("/");
     request.m_enMethod = HttpMethod(7);
