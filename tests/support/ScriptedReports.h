@@ -22,7 +22,7 @@ bool operator==(const ReportedEvent& left, const ReportedEvent& right);
 std::ostream& operator<<(std::ostream& stream, const ReportedEvent& event);
 
 /// Reports, kept. A measurement goes by the bare name of its event. An event that no test looked at (Events, Names)
-/// fails the test. Callable from any thread.
+/// fails the test; one without a name is not taken. Callable from any thread.
 class CScriptedReports : public IReports {
 public:
     std::vector<ReportedEvent> Events();
