@@ -112,6 +112,17 @@ TEST_F(AdTest, ASearchFindsTheAdsThatAreDueAndCarriesTheSession) {
     EXPECT_TRUE(WaitForReports({{"SendAdRequest", 1}, {"SingleAdvertisementPullDataResult", 1}}));
 }
 
+TEST_F(AdTest, AReleaseBuildReachesItsOwnServerToo) {
+    options.release = true;
+    StartAndLogInWithoutEntries();
+
+    Tell(ad_driver::kSearch);
+
+    ASSERT_TRUE(WaitForNotes(1));
+    EXPECT_THAT(Notes(), ElementsAre("answered 701"));
+    EXPECT_TRUE(WaitForReports({{"SendAdRequest", 1}, {"SingleAdvertisementPullDataResult", 1}}));
+}
+
 TEST_F(AdTest, ACheckFetchesExactlyTheAdsThatItNames) {
     StartAndLogInWithoutEntries();
 

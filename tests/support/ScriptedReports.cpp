@@ -79,7 +79,7 @@ bool CScriptedReports::Report(const ReportEvent& event) {
 std::shared_ptr<std::string> CScriptedReports::TimerStart(const std::string& event) {
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_started.push_back(event);
-    if (!m_bTimers) {
+    if (!m_bTimers || event.empty()) {
         return nullptr;
     }
     return std::make_shared<std::string>(m_timerName ? m_timerName(event) : event);
@@ -91,6 +91,9 @@ bool CScriptedReports::TimerEnd(const ReportEvent& event) {
 
 bool CScriptedReports::Take(const ReportEvent& event, bool timed) {
     const std::lock_guard<std::mutex> lock(m_mutex);
+    if (event.name.empty()) {
+        return false;
+    }
     m_events.push_back({event.name, event.code, InOneLine(event.params), event.broker, timed});
     return !m_refused.Next();
 }

@@ -23,7 +23,7 @@ bool operator==(const ReportedEvent& left, const ReportedEvent& right);
 std::ostream& operator<<(std::ostream& stream, const ReportedEvent& event);
 
 /// Reports, kept. A measurement goes by the bare name of its event until a test names it otherwise. An event that no
-/// test looked at (Events, Names) fails the test. Callable from any thread.
+/// test looked at (Events, Names) fails the test; one without a name is not taken. Callable from any thread.
 class CScriptedReports : public IReports {
 public:
     std::vector<ReportedEvent> Events();
