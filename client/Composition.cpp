@@ -232,7 +232,9 @@ void CComposition::OnServerState(const ServerState& state) {
     if (m_bEnded) {
         return;
     }
-    m_domains.Set("api", state.httpPort == 0 ? "" : Loopback("http", state.httpPort).toString().toStdString());
+    const QUrl server = state.httpPort == 0 ? QUrl() : Loopback("http", state.httpPort);
+    m_http.AllowPlain(server);
+    m_domains.Set("api", server.toString().toStdString());
     m_users = state.users;
     Q_EMIT UsersChanged();
     if (!m_channel.IsConnected()) {

@@ -252,7 +252,7 @@ bool CTour::SeeReconnected() {
 
 bool CTour::SeeLogFiltered() {
     const QString wanted = QStringLiteral("entryScene");
-    OpenTab(3);
+    OpenTab(4);
     Choose("LogSource", int(CLogFilter::EnSource::Module));
     Find<QLineEdit>(QStringLiteral("LogFilter"))->setText(wanted);
     auto* table = Find<QAbstractItemView>(QStringLiteral("LogTable"));

@@ -22,7 +22,7 @@
 
 namespace {
 
-enum EnTab { kTabSession, kTabRights, kTabTraffic, kTabLog, kTabStore, kTabUrls, kTabServer };
+enum EnTab { kTabSession, kTabRights, kTabAds, kTabTraffic, kTabLog, kTabStore, kTabUrls, kTabServer };
 
 /// The last row with these two cells; -1 if there is none.
 int RowOf(const QAbstractItemModel& model, int column, const QString& cell, int otherColumn, const QString& other) {

@@ -38,10 +38,11 @@ bool TakeToken(Arguments& arguments, const QString& value, Errors& errors) {
 }
 
 const char* const kUsage =
-    "usage: zrdevserver [--scenario FILE] [--port N] [--control-port N] [--token T] [--child]\n"
+    "usage: zrdevserver [--scenario FILE] [--port N] [--control-port N] [--http-port N] [--token T] [--child]\n"
     "  --scenario FILE   users and configuration, instead of the built-in ones\n"
     "  --port N          of the command channel; 0, the default, takes any free one\n"
     "  --control-port N  of the control interface; as above\n"
+    "  --http-port N     of ads, reports and pictures; as above\n"
     "  --token T         that clients must show; without it the value of ZR_DEVSERVER_TOKEN, or a random one\n"
     "  --child           end when the standard input ends\n";
 
@@ -64,7 +65,8 @@ std::optional<Arguments> ReadArguments(const QStringList& words, Errors& errors)
             continue;
         }
         const QStringList withValue{QStringLiteral("--scenario"), QStringLiteral("--port"),
-                                    QStringLiteral("--control-port"), QStringLiteral("--token")};
+                                    QStringLiteral("--control-port"), QStringLiteral("--http-port"),
+                                    QStringLiteral("--token")};
         if (!withValue.contains(name)) {
             errors.push_back(name.toStdString() + ": unknown argument");
             continue;
@@ -80,6 +82,8 @@ std::optional<Arguments> ReadArguments(const QStringList& words, Errors& errors)
             arguments.port = ReadPort(name, value, errors);
         } else if (name == QLatin1String("--control-port")) {
             arguments.controlPort = ReadPort(name, value, errors);
+        } else if (name == QLatin1String("--http-port")) {
+            arguments.httpPort = ReadPort(name, value, errors);
         } else {
             arguments.token = ReadToken(name, value, errors);
         }

@@ -12,6 +12,7 @@ struct Arguments {
     std::optional<QString> scenario;  // a file; the scenario that is built in without it
     quint16 port = 0;                 // of the channel; 0 for any
     quint16 controlPort = 0;
+    quint16 httpPort = 0;
     std::optional<std::string> token;  // a random one without it
     bool child = false;
     bool help = false;

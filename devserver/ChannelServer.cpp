@@ -121,6 +121,7 @@ void CChannelServer::OnFrame(uint64_t id, const QByteArray& bytes) {
         case Frame::LOGOUT:
             Record(id, m_connections[id].user, frame);
             m_connections[id].user = 0;
+            m_connections[id].session = 0;
             return;
         case Frame::LANGUAGE:
             Record(id, m_connections[id].user, frame);
@@ -153,6 +154,7 @@ void CChannelServer::OnLogin(uint64_t id, const Frame& frame) {
         answer.set_accepted(false);
         answer.set_reason(user ? *user->refuseLogin : "unknown user");
         m_connections[id].user = 0;
+        m_connections[id].session = 0;
     } else {
         answer.set_accepted(true);
         answer.set_session_id(NewSessionId());
@@ -162,6 +164,7 @@ void CChannelServer::OnLogin(uint64_t id, const Frame& frame) {
             answer.set_trade_answer(*user->trade);
         }
         m_connections[id].user = userId;
+        m_connections[id].session = answer.session_id();
     }
     Log(FMT_STRING("channel: {}: login of {} {}"), id, userId, answer.accepted() ? "accepted" : "refused");
     Send(id, answerFrame);
@@ -262,9 +265,18 @@ void CChannelServer::SendToAll(const Frame& frame) {
 std::vector<CChannelServer::Client> CChannelServer::Clients() const {
     std::vector<Client> clients;
     for (const auto& [id, connection] : m_connections) {
-        clients.push_back({id, connection.user});
+        clients.push_back({id, connection.user, connection.language});
     }
     return clients;
+}
+
+std::optional<CChannelServer::Client> CChannelServer::FindSession(uint64_t session) const {
+    for (const auto& [id, connection] : m_connections) {
+        if (session != 0 && connection.session == session) {
+            return Client{id, connection.user, connection.language};
+        }
+    }
+    return std::nullopt;
 }
 
 int CChannelServer::Push(std::optional<uint64_t> user, uint32_t command, const std::string& body) {

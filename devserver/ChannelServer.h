@@ -32,6 +32,7 @@ public:
     struct Client {
         uint64_t id = 0;
         uint64_t user = 0;  // 0 while nobody is logged in
+        Language language = Language::English;
     };
 
     /// `state` must live longer. A client needs `token` in its handshake's header x-zr-token.
@@ -43,6 +44,9 @@ public:
     quint16 Port() const;
 
     std::vector<Client> Clients() const;
+
+    /// The connection on which the session, named by the answer to its login, lasts.
+    std::optional<Client> FindSession(uint64_t session) const;
 
     /// Pushes to each connection on which `user`, or anybody, is logged in. Returns to how many.
     int Push(std::optional<uint64_t> user, uint32_t command, const std::string& body);
@@ -61,6 +65,7 @@ private:
     struct Connection {
         QWebSocket* socket = nullptr;
         uint64_t user = 0;
+        uint64_t session = 0;  // 0 while nobody is logged in
         Language language = Language::English;
     };
 

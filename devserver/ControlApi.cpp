@@ -18,14 +18,6 @@ constexpr unsigned kRequestDepth = 16;
 // A hundred years: enough for every test, and no sum with the clock overflows.
 constexpr int64_t kMaxOffsetMs = 100LL * 366 * 24 * 3600 * 1000;
 
-ControlAnswer Refused(const Errors& errors) {
-    std::string reasons;
-    for (const std::string& error : errors) {
-        reasons += reasons.empty() ? error : "; " + error;
-    }
-    return Refusal(400, reasons);
-}
-
 // The decimal number that is the whole of a text, as it stands in paths and queries.
 std::optional<uint64_t> ReadNumber(const std::string& text) {
     bool isNumber = false;
@@ -90,6 +82,18 @@ ControlAnswer Refusal(int status, const std::string& reason) {
     return answer;
 }
 
+ControlAnswer Refusal(const Errors& errors) {
+    std::string reasons;
+    for (const std::string& error : errors) {
+        reasons += reasons.empty() ? error : "; " + error;
+    }
+    return Refusal(400, reasons);
+}
+
+std::optional<uint64_t> ReadAfter(const ControlRequest& request) {
+    return ReadNumber(request.after.value_or("0"));
+}
+
 CControlApi::CControlApi(ServerState& state, CChannelServer& channel) : m_state(state), m_channel(channel) {}
 
 const std::vector<CControlApi::Route>& CControlApi::Routes() {
@@ -114,6 +118,14 @@ const std::vector<CControlApi::Route>& CControlApi::Routes() {
         {"PUT", "/v1/faults", &CControlApi::PutFaults},
         {"PUT", "/v1/faults/*", &CControlApi::PutFault},
         {"DELETE", "/v1/faults/*", &CControlApi::DeleteFault},
+        {"PUT", "/v1/ads", &CControlApi::PutAds},
+        {"DELETE", "/v1/ads", &CControlApi::DeleteAds},
+        {"GET", "/v1/http", &CControlApi::GetHttp},
+        {"GET", "/v1/reports", &CControlApi::GetReports},
+        {"DELETE", "/v1/reports", &CControlApi::DeleteReports},
+        {"PUT", "/v1/httpFaults", &CControlApi::PutHttpFaults},
+        {"PUT", "/v1/httpFaults/*/*", &CControlApi::PutHttpFault},
+        {"DELETE", "/v1/httpFaults/*/*", &CControlApi::DeleteHttpFault},
     };
     return routes;
 }
@@ -136,6 +148,7 @@ ControlAnswer CControlApi::Handle(const ControlRequest& request) {
 ControlAnswer CControlApi::GetState(const ControlRequest&, const Wildcards&) {
     ControlAnswer answer;
     answer.body["channel"] = m_channel.Port();
+    answer.body["http"] = m_state.httpPort;
     answer.body["users"] = Json::Value(Json::arrayValue);
     for (const User& user : m_state.scenario.Users()) {
         Json::Value& json = answer.body["users"].append(Json::objectValue);
@@ -154,13 +167,13 @@ ControlAnswer CControlApi::GetState(const ControlRequest&, const Wildcards&) {
 }
 
 ControlAnswer CControlApi::GetReceived(const ControlRequest& request, const Wildcards&) {
-    const auto after = ReadNumber(request.after.value_or("0"));
+    const auto after = ReadAfter(request);
     if (!after) {
         return Refusal(400, "after: must be a whole number");
     }
     ControlAnswer answer;
     answer.body["received"] = Json::Value(Json::arrayValue);
-    for (const ReceivedFrame& frame : m_state.received.Frames()) {
+    for (const ReceivedFrame& frame : m_state.received.Entries()) {
         if (frame.number > *after) {
             Json::Value& json = answer.body["received"].append(Json::objectValue);
             json["n"] = Json::UInt64(frame.number);
@@ -186,7 +199,7 @@ ControlAnswer CControlApi::PutScenario(const ControlRequest& request, const Wild
     Errors errors;
     auto scenario = CScenario::FromText(request.body, errors);
     if (!scenario) {
-        return Refused(errors);
+        return Refusal(errors);
     }
     const Json::Value configBefore = m_state.scenario.CommonConfig();
     m_state.scenario = std::move(*scenario);
@@ -208,7 +221,7 @@ ControlAnswer CControlApi::PutOfUser(const ControlRequest& request, const std::s
                                      T (*read)(const CJsonNode&), Setter<T> set) {
     Errors errors;
     std::optional<T> value = ReadJson(request.body, kScenarioDepth, read, errors);
-    return value ? SetOfUser(userId, std::move(value), set) : Refused(errors);
+    return value ? SetOfUser(userId, std::move(value), set) : Refusal(errors);
 }
 
 ControlAnswer CControlApi::PutAiChat(const ControlRequest& request, const Wildcards& wildcards) {
@@ -253,7 +266,7 @@ ControlAnswer CControlApi::PutConfig(const ControlRequest& request, const Wildca
     Errors errors;
     auto value = ReadJson(request.body, kConfigDepth, ReadAny, errors);
     if (!value) {
-        return Refused(errors);
+        return Refusal(errors);
     }
     const Json::Value before = m_state.scenario.CommonConfig();
     m_state.scenario.SetConfig(wildcards[0], std::move(*value));
@@ -272,7 +285,7 @@ ControlAnswer CControlApi::PostPush(const ControlRequest& request, const Wildcar
     Errors errors;
     const auto push = ReadJson(request.body, kRequestDepth, ReadPushRequest, errors);
     if (!push) {
-        return Refused(errors);
+        return Refusal(errors);
     }
     ControlAnswer answer;
     answer.body["sent"] = m_channel.Push(push->user, push->command, push->body);
@@ -283,7 +296,7 @@ ControlAnswer CControlApi::PutClock(const ControlRequest& request, const Wildcar
     Errors errors;
     const auto offset = ReadJson(request.body, kRequestDepth, ReadClockOffset, errors);
     if (!offset) {
-        return Refused(errors);
+        return Refusal(errors);
     }
     m_state.clockOffsetMs = *offset;
     m_channel.SendClock();
@@ -294,7 +307,7 @@ ControlAnswer CControlApi::PostDrop(const ControlRequest& request, const Wildcar
     Errors errors;
     const auto drop = ReadJson(request.body, kRequestDepth, ReadDropRequest, errors);
     if (!drop) {
-        return Refused(errors);
+        return Refusal(errors);
     }
     ControlAnswer answer;
     answer.body["dropped"] = m_channel.Drop(drop->user);
@@ -305,7 +318,7 @@ ControlAnswer CControlApi::PutFaults(const ControlRequest& request, const Wildca
     Errors errors;
     auto faults = FaultsFromText(request.body, errors);
     if (!faults) {
-        return Refused(errors);
+        return Refusal(errors);
     }
     m_state.faults.Set(std::move(*faults));
     return {};
@@ -319,7 +332,7 @@ ControlAnswer CControlApi::PutFault(const ControlRequest& request, const Wildcar
     Errors errors;
     auto fault = FaultFromText(request.body, errors);
     if (!fault) {
-        return Refused(errors);
+        return Refusal(errors);
     }
     m_state.faults.Set(*command, std::move(*fault));
     return {};

@@ -27,6 +27,12 @@ struct ControlAnswer {
 
 ControlAnswer Refusal(int status, const std::string& reason);
 
+/// With 400 and all that is wrong.
+ControlAnswer Refusal(const Errors& errors);
+
+/// The number after which a request wants entries of a log; 0 where it names none, nothing where it is no number.
+std::optional<uint64_t> ReadAfter(const ControlRequest& request);
+
 /// What the control interface does, apart from HTTP and from who may do it. Main thread.
 class CControlApi {
 public:
@@ -66,6 +72,14 @@ private:
     ControlAnswer PutFaults(const ControlRequest& request, const Wildcards& wildcards);
     ControlAnswer PutFault(const ControlRequest& request, const Wildcards& wildcards);
     ControlAnswer DeleteFault(const ControlRequest& request, const Wildcards& wildcards);
+    ControlAnswer PutAds(const ControlRequest& request, const Wildcards& wildcards);
+    ControlAnswer DeleteAds(const ControlRequest& request, const Wildcards& wildcards);
+    ControlAnswer GetHttp(const ControlRequest& request, const Wildcards& wildcards);
+    ControlAnswer GetReports(const ControlRequest& request, const Wildcards& wildcards);
+    ControlAnswer DeleteReports(const ControlRequest& request, const Wildcards& wildcards);
+    ControlAnswer PutHttpFaults(const ControlRequest& request, const Wildcards& wildcards);
+    ControlAnswer PutHttpFault(const ControlRequest& request, const Wildcards& wildcards);
+    ControlAnswer DeleteHttpFault(const ControlRequest& request, const Wildcards& wildcards);
 
     template <class T>
     using Setter = bool (CScenario::*)(uint64_t user, std::optional<T> value);

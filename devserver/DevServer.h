@@ -2,25 +2,35 @@
 
 #include <string>
 
+#include "AdApi.h"
 #include "ChannelServer.h"
 #include "ControlApi.h"
 #include "ControlServer.h"
 #include "ServerState.h"
+#include "WebServer.h"
 
 namespace devserver {
 
-/// The whole server: the state, and the two ways to it. Main thread.
+/// 0 takes any free port.
+struct Ports {
+    quint16 channel = 0;
+    quint16 control = 0;
+    quint16 http = 0;
+};
+
+/// The whole server: the state, and the three ways to it. Main thread.
 class CDevServer {
 public:
     CDevServer(CScenario scenario, std::string token);
 
-    /// 0 takes any free port. False, with the reason in `error`, if one of them is not to be had.
-    bool Listen(quint16 channelPort, quint16 controlPort, std::string& error);
+    /// False, with the reason in `error`, if one of the ports is not to be had.
+    bool Listen(const Ports& ports, std::string& error);
 
     quint16 ChannelPort() const { return m_channel.Port(); }
     quint16 ControlPort() const { return m_control.Port(); }
+    quint16 HttpPort() const { return m_http.Port(); }
 
-    /// What a client must know: {"channel":PORT,"control":PORT,"token":"..."}.
+    /// What a client must know: {"channel":PORT,"control":PORT,"http":PORT,"token":"..."}.
     std::string Greeting() const;
 
 private:
@@ -28,7 +38,9 @@ private:
     ServerState m_state;
     CChannelServer m_channel;
     CControlApi m_api;
+    CAdApi m_ads;
     CControlServer m_control;
+    CWebServer m_http;
 };
 
 }  // namespace devserver

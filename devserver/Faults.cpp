@@ -80,16 +80,4 @@ std::optional<Fault> FaultFromText(const std::string& text, Errors& errors) {
     return ReadJson(text, kFaultsDepth, ReadFault, errors);
 }
 
-std::optional<Fault> CFaults::Take(uint32_t command) {
-    const auto found = m_faults.find(command);
-    if (found == m_faults.end()) {
-        return std::nullopt;
-    }
-    const Fault fault = found->second;
-    if (found->second.times && --*found->second.times == 0) {
-        m_faults.erase(found);
-    }
-    return fault;
-}
-
 }  // namespace devserver

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <string>
 
+#include "FaultTable.h"
 #include "JsonNode.h"
 
 namespace devserver {
@@ -22,26 +22,13 @@ struct Fault {
     std::optional<uint64_t> times;  // so many replies are left; for ever without it
 };
 
-using FaultTable = std::map<uint32_t, Fault>;  // by command
+using CFaults = CFaultTable<uint32_t, Fault>;  // by command
+using FaultTable = CFaults::Table;
 
 /// The table of a JSON object with one member per command number, or nothing and at least one error.
 std::optional<FaultTable> FaultsFromText(const std::string& text, Errors& errors);
 
 /// One fault of a JSON object, or nothing and at least one error.
 std::optional<Fault> FaultFromText(const std::string& text, Errors& errors);
-
-/// The faults in force.
-class CFaults {
-public:
-    void Set(FaultTable faults) { m_faults = std::move(faults); }
-    void Set(uint32_t command, Fault fault) { m_faults[command] = std::move(fault); }
-    void Remove(uint32_t command) { m_faults.erase(command); }
-
-    /// The fault of the next reply to `command`, used up by one.
-    std::optional<Fault> Take(uint32_t command);
-
-private:
-    FaultTable m_faults;
-};
 
 }  // namespace devserver

@@ -4,6 +4,7 @@
 #include <deque>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace devserver {
 
@@ -19,21 +20,33 @@ struct ReceivedFrame {
     std::optional<int32_t> language;  // that the frame names
 };
 
-/// The last frames that came in, bounded in number and in the bytes of their bodies.
-class CReceivedLog {
+/// The last entries that came in, bounded in number and in the bytes of their bodies: an Entry has the members
+/// `number` and `body`.
+template <class Entry>
+class CBoundedLog {
 public:
-    static constexpr size_t kMaxFrames = 10'000;
+    static constexpr size_t kMaxEntries = 10'000;
     static constexpr size_t kMaxBytes = 64 * 1024 * 1024;
 
-    /// Numbers the frame and keeps it, at the cost of the oldest.
-    void Add(ReceivedFrame frame);
+    /// Numbers the entry and keeps it, at the cost of the oldest.
+    void Add(Entry entry) {
+        entry.number = ++m_nAdded;
+        m_nBytes += entry.body.size();
+        m_entries.push_back(std::move(entry));
+        while (m_entries.size() > kMaxEntries || m_nBytes > kMaxBytes) {
+            m_nBytes -= m_entries.front().body.size();
+            m_entries.pop_front();
+        }
+    }
 
-    const std::deque<ReceivedFrame>& Frames() const { return m_frames; }
+    const std::deque<Entry>& Entries() const { return m_entries; }
 
 private:
-    std::deque<ReceivedFrame> m_frames;
+    std::deque<Entry> m_entries;
     uint64_t m_nAdded = 0;
     size_t m_nBytes = 0;
 };
+
+using CReceivedLog = CBoundedLog<ReceivedFrame>;
 
 }  // namespace devserver

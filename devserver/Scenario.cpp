@@ -110,10 +110,11 @@ AiChat ReadAiChat(const CJsonNode& node) {
 }
 
 CScenario CScenario::Read(const CJsonNode& root) {
-    root.Keys({"schema", "users", "commonConfig"}, {"rights"});
+    root.Keys({"schema", "users", "commonConfig"}, {"rights", "ads"});
     root.Member("schema").Unsigned(1, 1);
     CScenario scenario;
     scenario.m_rights = ReadRightCatalogue(root.Member("rights"));
+    scenario.m_ads = ReadAds(root.Member("ads"));
     std::set<uint64_t> ids;
     for (const CJsonNode& node : root.Member("users").Items()) {
         scenario.m_users.push_back(ReadUser(node));
@@ -137,6 +138,9 @@ Json::Value CScenario::ToJson() const {
     json["schema"] = 1;
     if (!m_rights.empty()) {
         json["rights"] = WriteRightCatalogue(m_rights);
+    }
+    if (!m_ads.empty()) {
+        json["ads"] = WriteAds(m_ads);
     }
     json["users"] = Json::Value(Json::arrayValue);
     for (const User& user : m_users) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "JsonNode.h"
+#include "ScenarioAds.h"
 #include "ScenarioPremium.h"
 #include "ScenarioVip.h"
 
@@ -46,7 +47,7 @@ struct User {
 constexpr unsigned kScenarioDepth = 64;
 constexpr unsigned kConfigDepth = kScenarioDepth - 2;
 
-/// What the server knows of its users and of the common configuration. Always valid: it comes from a text
+/// What the server knows of its users, of ads and of the common configuration. Always valid: it comes from a text
 /// that passed every check, and each change of it does as well.
 class CScenario {
 public:
@@ -69,6 +70,10 @@ public:
     /// How rights are shown.
     const RightCatalogue& Rights() const { return m_rights; }
 
+    /// The places of ads.
+    const std::vector<AdSlot>& Ads() const { return m_ads; }
+    void SetAds(std::vector<AdSlot> ads) { m_ads = std::move(ads); }
+
     /// An object, one member per configuration name.
     const Json::Value& CommonConfig() const { return m_commonConfig; }
     void SetConfig(const std::string& name, Json::Value value);
@@ -81,6 +86,7 @@ private:
     bool Set(uint64_t id, std::optional<T> User::*member, std::optional<T> value);
 
     RightCatalogue m_rights;
+    std::vector<AdSlot> m_ads;
     std::vector<User> m_users;
     Json::Value m_commonConfig{Json::objectValue};
 };

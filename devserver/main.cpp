@@ -75,7 +75,7 @@ int main(int argc, char** argv) {
     }
     devserver::CDevServer server(std::move(*scenario), arguments->token.value_or(devserver::RandomToken()));
     std::string error;
-    if (!server.Listen(arguments->port, arguments->controlPort, error)) {
+    if (!server.Listen({arguments->port, arguments->controlPort, arguments->httpPort}, error)) {
         return Fail(kExitNoPort, {error});
     }
     std::printf("%s\n", server.Greeting().c_str());

@@ -38,7 +38,7 @@ void CheckList(CZRAdModelList& list) {
     if (!list.GetAdList()) {
         return;
     }
-    for (CZRAdModel* ad : *list.GetAdList()) {
+    for (CZRAdModel* ad : qAsConst(*list.GetAdList())) {
         EXPECT_EQ(ad->parent(), &list);
         EXPECT_FALSE(ad->GetAdId().isEmpty());
         list.GetAdType() == ZRAdTypePopup ? CheckPopup(ad) : CheckBanner(ad);

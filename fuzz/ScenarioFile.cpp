@@ -1,14 +1,32 @@
-// The texts that testers hand to the development server: scenarios, and the bodies of its control interface.
+// The texts that testers and clients hand to the development server: scenarios, the bodies of its control interface,
+// and what is asked and reported over HTTP.
 #include <gtest/gtest.h>
 
+#include <set>
+
+#include "AdAnswer.h"
 #include "Faults.h"
 #include "FuzzTarget.h"
+#include "HttpFaults.h"
 #include "PushRequest.h"
+#include "ReportSink.h"
 #include "Scenario.h"
 
 using namespace devserver;
 
 namespace {
+
+// What is due is among what is there, and what is named is found.
+void CheckSlot(const AdSlot& slot, const CScenario& scenario) {
+    const AdSurroundings surroundings{scenario, 1'700'000'000, "http://a/"};
+    AdQuery query{slot.adType, slot.adPosition, {}};
+    for (const Campaign& campaign : slot.campaigns) {
+        query.adIds.push_back(campaign.id);
+    }
+    const Json::Value due = AnswerAdSearch(query, {1, Language::French}, surroundings);
+    EXPECT_LE(due["data"]["ad"].size(), slot.campaigns.size());
+    EXPECT_EQ(AnswerAdCheck(query, surroundings)["data"]["ad"].size(), slot.campaigns.size());
+}
 
 void CheckScenario(const std::string& text) {
     Errors errors;
@@ -19,6 +37,9 @@ void CheckScenario(const std::string& text) {
     }
     for (const User& user : scenario->Users()) {
         EXPECT_EQ(scenario->FindUser(user.id), &user);
+    }
+    for (const AdSlot& slot : scenario->Ads()) {
+        CheckSlot(slot, *scenario);
     }
     const std::string written = WriteJson(scenario->ToJson());
     const auto again = CScenario::FromText(written, errors);
@@ -40,6 +61,41 @@ void CheckFaults(const std::string& text) {
     }
 }
 
+void CheckHttpFaults(const std::string& text) {
+    Errors errors;
+    const auto table = HttpFaultsFromText(text, errors);
+    EXPECT_EQ(table.has_value(), errors.empty());
+    if (!table) {
+        return;
+    }
+    for (const auto& [path, fault] : *table) {
+        EXPECT_TRUE(IsServedPath(path));
+        WebAnswer answer;
+        answer.body = R"({"code":0,"data":{}})";
+        const int status = Struck(answer, fault).status;
+        EXPECT_TRUE(status >= 200 && status < 600) << status;
+        EXPECT_TRUE(status < 300 || RefusesRequest(fault)) << status;
+    }
+}
+
+void CheckReports(const std::string& text) {
+    CReportSink sink;
+    Errors errors;
+    const auto first = sink.Take(text, errors);
+    EXPECT_EQ(first.has_value(), errors.empty());
+    if (!first) {
+        return;
+    }
+    std::set<std::string> ids;
+    for (const Json::Value& id : (*first)["accepted"]) {
+        ids.insert(id.asString());
+    }
+    // Sent again, the batch is accepted as before and counts no more.
+    EXPECT_EQ(sink.Take(text, errors), first);
+    EXPECT_EQ(sink.Counted(), ids.size());
+    EXPECT_EQ(sink.Counted() + sink.Resends(), 2 * (*first)["accepted"].size());
+}
+
 template <class T>
 void CheckMember(const std::string& text, T (*read)(const CJsonNode&)) {
     Errors errors;
@@ -57,5 +113,10 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     CheckMember(text, ReadPremium);
     CheckMember(text, ReadVip);
     CheckMember(text, ReadPushRequest);
+    CheckHttpFaults(text);
+    CheckReports(text);
+    CheckMember(text, ReadAds);
+    CheckMember(text, ReadAdQuery);
+    CheckMember(text, ReadExposure);
     return 0;
 }

@@ -36,6 +36,17 @@ void CEntryModel::Flush() {
     if (m_bPaused || IsSettled()) {
         return;
     }
+    if (PendingCount() > 0) {
+        ShowBatch();
+    }
+    Amend(PendingCount() == 0);
+    if (!IsSettled()) {
+        Schedule();
+    }
+    Q_EMIT Changed();
+}
+
+void CEntryModel::ShowBatch() {
     const int batch = std::min(PendingCount(), m_nBatch);
     const int surplus = rowCount() + batch - m_nLimit;
     if (surplus > 0) {
@@ -46,10 +57,6 @@ void CEntryModel::Flush() {
     beginInsertRows(QModelIndex(), rowCount(), rowCount() + batch - 1);
     ShowPending(batch);
     endInsertRows();
-    if (!IsSettled()) {
-        Schedule();
-    }
-    Q_EMIT Changed();
 }
 
 void CEntryModel::SetPaused(bool paused) {

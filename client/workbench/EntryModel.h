@@ -14,7 +14,7 @@ class CEntryModel : public QAbstractTableModel {
 
 public:
     /// Whether all that was taken is shown.
-    bool IsSettled() const { return PendingCount() == 0; }
+    bool IsSettled() const { return PendingCount() == 0 && !HasAmendments(); }
 
     /// Shows the next batch of what was collected, unless paused.
     void Flush();
@@ -52,6 +52,11 @@ protected:
     /// Colours or words are others.
     void ShowAnew();
 
+    /// Whether rows wait to become others, and the making of them so: with each batch, after its rows were
+    /// added. `allShown` says that none is still to come.
+    virtual bool HasAmendments() const { return false; }
+    virtual void Amend(bool allShown) { Q_UNUSED(allShown) }
+
     const int m_nLimit;
 
 private:
@@ -59,6 +64,7 @@ private:
     virtual void ForgetAll() = 0;
     virtual void RemoveOldest(int count) = 0;
     virtual void ShowPending(int count) = 0;
+    void ShowBatch();
 
     const int m_nBatch;
     QTimer m_flushTimer;

@@ -111,6 +111,12 @@ void CEntryView::SetUpTable(const std::vector<int>& widths) {
     connect(m_pTable->selectionModel(), &QItemSelectionModel::selectionChanged, this, &CEntryView::ShowChosen);
     // a selection that ends with all rows does not say so
     connect(m_pFilter, &QAbstractItemModel::modelReset, this, &CEntryView::ShowChosen);
+    connect(m_pFilter, &QAbstractItemModel::dataChanged, this, [this](const QModelIndex& from, const QModelIndex& to) {
+        const QModelIndexList chosen = m_pTable->selectionModel()->selectedRows();
+        if (!chosen.isEmpty() && chosen.first().row() >= from.row() && chosen.first().row() <= to.row()) {
+            ShowChosen();
+        }
+    });
 }
 
 void CEntryView::Follow() {

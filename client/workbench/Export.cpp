@@ -21,7 +21,9 @@ QJsonArray FieldsOf(const std::vector<FieldNode>& fields, const CAliases& aliase
     QJsonArray list;
     for (const FieldNode& field : fields) {
         QJsonObject json{{QStringLiteral("name"), aliases.Redacted(field.name)}};
-        if (field.raw) {
+        if (field.isWithheld) {
+            json[QStringLiteral("withheld")] = true;
+        } else if (field.raw) {
             json[QStringLiteral("hex")] = aliases.RedactedHex(*field.raw);
         } else if (field.children.empty()) {
             json[QStringLiteral("value")] = aliases.Redacted(field.value);

@@ -11,6 +11,7 @@ struct FieldNode {
     QString value;
     std::optional<std::string> raw;  // bytes that nobody could read; the value is their hex, or the start of it
     std::vector<FieldNode> children;
+    bool isWithheld = false;  // an export names it, and leaves its value out
 };
 
 /// A field of bytes that nobody can read.

@@ -15,6 +15,8 @@ class ISeenFormat {
 public:
     virtual ~ISeenFormat() = default;
 
+    /// How many rows are kept; fewer where a row can be large.
+    virtual int MostRows() const { return 10'000; }
     /// In object names, as "Traffic".
     virtual QString Name() const = 0;
     virtual std::vector<texts::EnText> Titles() const = 0;
@@ -23,6 +25,10 @@ public:
     virtual std::vector<texts::EnText> Kinds() const = 0;
 
     virtual bool Takes(const Seen& seen) const = 0;
+    /// What a beginning and its end share: they are one row, which shows the end once that is there. Nothing for
+    /// what stands alone.
+    virtual std::optional<uint64_t> Exchange(const Seen& /*seen*/) const { return std::nullopt; }
+    virtual bool IsEnd(const Seen& /*seen*/) const { return false; }
     virtual int Kind(const Seen& seen) const = 0;
     virtual bool IsBad(const Seen& seen) const = 0;
     /// One cell for each title after the first, which is the time.
@@ -33,3 +39,6 @@ public:
 std::unique_ptr<ISeenFormat> NewTrafficFormat(const CWireDecoder& decoder);
 std::unique_ptr<ISeenFormat> NewStoreFormat();
 std::unique_ptr<ISeenFormat> NewUrlFormat();
+/// A row is a call with its answer.
+std::unique_ptr<ISeenFormat> NewHttpFormat();
+std::unique_ptr<ISeenFormat> NewReportFormat();

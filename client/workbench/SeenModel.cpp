@@ -6,7 +6,12 @@
 #include "Theme.h"
 
 CSeenModel::CSeenModel(std::unique_ptr<ISeenFormat> format, QObject* parent)
-    : CEntryRows(kMaxRows, kMaxBatch, parent), m_format(std::move(format)) {
+    : CEntryRows(format->MostRows(), kMaxBatch, parent), m_format(std::move(format)) {
+    // What comes back after all was forgotten is a row of its own.
+    connect(this, &QAbstractItemModel::modelReset, this, [this] {
+        m_begun.clear();
+        m_ends.clear();
+    });
     theme::Keep(this, [this] { ShowAnew(); });
     texts::Keep(this, [this] {
         for (SeenRow& row : Rows()) {
@@ -17,8 +22,45 @@ CSeenModel::CSeenModel(std::unique_ptr<ISeenFormat> format, QObject* parent)
 }
 
 void CSeenModel::Add(const Seen& seen) {
-    if (m_format->Takes(seen)) {
+    if (!m_format->Takes(seen)) {
+        return;
+    }
+    const std::optional<uint64_t> exchange = m_format->Exchange(seen);
+    if (!exchange) {
         Collect(seen);
+        return;
+    }
+    const auto begun = m_begun.find(*exchange);
+    if (!m_format->IsEnd(seen)) {
+        m_begun[*exchange] = seen.number;
+        if (int(m_begun.size()) > m_nLimit) {
+            m_begun.erase(m_begun.begin());
+        }
+        Collect(seen);
+    } else if (begun == m_begun.end()) {
+        Collect(seen);
+    } else if (IsYounger(seen.number)) {
+        m_ends[begun->second] = seen;
+        m_begun.erase(begun);
+        Schedule();
+    }
+}
+
+void CSeenModel::Amend(bool allShown) {
+    const auto older = [](const SeenRow& row, uint64_t number) { return row.seen.number < number; };
+    for (auto end = m_ends.begin(); end != m_ends.end();) {
+        const auto row = std::lower_bound(Rows().begin(), Rows().end(), end->first, older);
+        if (row == Rows().end() && !allShown) {
+            ++end;
+            continue;
+        }
+        if (row != Rows().end() && row->seen.number == end->first) {
+            row->seen.what = std::move(end->second.what);
+            row->cells = m_format->Cells(row->seen);
+            const int at = int(row - Rows().begin());
+            Q_EMIT dataChanged(index(at, 0), index(at, columnCount() - 1));
+        }
+        end = m_ends.erase(end);
     }
 }
 

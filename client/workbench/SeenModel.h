@@ -1,5 +1,7 @@
 #pragma once
 
+#include <map>
+
 #include "workbench/EntryModel.h"
 #include "workbench/SeenFormat.h"
 
@@ -9,12 +11,11 @@ struct SeenRow {
     QStringList cells;
 };
 
-/// What was seen of one kind, the youngest 10,000. Main thread.
+/// What was seen of one kind, the youngest as many as its format keeps. Main thread.
 class CSeenModel final : public CEntryRows<Seen, SeenRow> {
     Q_OBJECT
 
 public:
-    static constexpr int kMaxRows = 10'000;
     static constexpr int kMaxBatch = 2'000;
 
     explicit CSeenModel(std::unique_ptr<ISeenFormat> format, QObject* parent = nullptr);
@@ -35,8 +36,12 @@ private:
     std::vector<texts::EnText> Titles() const override { return m_format->Titles(); }
     QString Cell(int row, int column) const override;
     bool IsBad(int row) const override { return m_format->IsBad(At(row)); }
+    bool HasAmendments() const override { return !m_ends.empty(); }
+    void Amend(bool allShown) override;
 
     const std::unique_ptr<ISeenFormat> m_format;
+    std::map<uint64_t, uint64_t> m_begun;  // exchanges without an end, and the number of what began them
+    std::map<uint64_t, Seen> m_ends;       // by the number of what began them
 };
 
 /// The rows that a view is asked to show. Main thread.

@@ -1,6 +1,7 @@
 #include "workbench/Workbench.h"
 
 #include <QComboBox>
+#include <QDateTime>
 #include <QDir>
 #include <QFileDialog>
 #include <QGridLayout>
@@ -18,6 +19,7 @@
 #include "ClientTexts.h"
 #include "Theme.h"
 #include "core/lang.h"
+#include "core/time_date.h"
 #include "ui/zr_ui_theme.h"
 #include "workbench/ClockPanel.h"
 #include "workbench/EntryTable.h"
@@ -25,6 +27,8 @@
 #include "workbench/FaultPanel.h"
 #include "workbench/ScenePanel.h"
 #include "workbench/SeenView.h"
+#include "workbench/ads/AdBoard.h"
+#include "workbench/ads/AdView.h"
 #include "workbench/rights/RefreshBoard.h"
 #include "workbench/rights/RightsTab.h"
 
@@ -83,6 +87,11 @@ QLabel* NewTitle(texts::EnText text, const char* role, QWidget* parent) {
     return label;
 }
 
+/// As the two clocks stand now.
+qint64 ToServer(qint64 localMs) {
+    return localMs + core::time_date::GetSvrTimeMillis() - QDateTime::currentMSecsSinceEpoch();
+}
+
 }  // namespace
 
 CWorkbench::CWorkbench(CAIChatEntries& entries, const CPremiumRights& rights, IServerAsk& server, QWidget* parent)
@@ -100,7 +109,10 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, const CPremiumRights& rights, IS
       m_pMarketsNote(new QLabel(this)),
       m_pTabs(new QTabWidget(this)),
       m_pBoard(new CRefreshBoard(this)),
+      m_pAds(new CAdBoard(ToServer, this)),
       m_pTraffic(new CSeenView(NewTrafficFormat(m_decoder), this)),
+      m_pHttp(new CSeenView(NewHttpFormat(), this)),
+      m_pReports(new CSeenView(NewReportFormat(), this)),
       m_pLog(new CLogView(this)),
       m_pStore(new CSeenView(NewStoreFormat(), this)),
       m_pUrls(new CSeenView(NewUrlFormat(), this)),
@@ -122,7 +134,8 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, const CPremiumRights& rights, IS
         m_pFaults->SetFault(command, fault, std::move(answered));
     };
     addTab(new CRightsTab(rights, *m_pBoard, m_decoder, server, setFault, this), texts::kTabRights);
-    addTab(m_pTraffic, texts::kTabTraffic);
+    addTab(new CAdView(*m_pAds, this), texts::kTabAds);
+    addTab(NewTrafficTab(), texts::kTabTraffic);
     addTab(m_pLog, texts::kLog);
     addTab(m_pStore, texts::kTabStore);
     addTab(m_pUrls, texts::kTabUrls);
@@ -164,6 +177,26 @@ QWidget* CWorkbench::NewSessionTab() {
     layout->addWidget(m_pScenes, 1);
     connect(m_pUser, qOverload<int>(&QComboBox::currentIndexChanged), this,
             [this] { m_pScenes->ShowUser(m_pUser->currentData().toULongLong()); });
+    return tab;
+}
+
+QWidget* CWorkbench::NewTrafficTab() {
+    auto* tabs = new QTabWidget(this);
+    tabs->setObjectName(QStringLiteral("TrafficTabs"));
+    tabs->setDocumentMode(true);
+    const auto addTab = [tabs](QWidget* tab, texts::EnText title) {
+        const int index = tabs->addTab(tab, QString());
+        tab->setContentsMargins(0, kTabMargin, 0, 0);
+        texts::Keep(tab, [tabs, index, title] { tabs->setTabText(index, texts::Tr(title)); });
+    };
+    addTab(m_pTraffic, texts::kTabChannel);
+    addTab(m_pHttp, texts::kTabHttp);
+    addTab(m_pReports, texts::kTabReports);
+    auto* tab = new QWidget(this);
+    tab->setObjectName(QStringLiteral("TrafficTab"));
+    auto* layout = new QVBoxLayout(tab);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(tabs);
     return tab;
 }
 
@@ -223,8 +256,9 @@ QWidget* CWorkbench::NewExportRow() {
 
 QString CWorkbench::ExportTo(const QString& path) const {
     return workbench_export::Write(
-        path, workbench_export::Json({&m_pTraffic->Model(), &m_pStore->Model(), &m_pUrls->Model()}, m_pLog->Model(),
-                                     m_aliases));
+        path, workbench_export::Json({&m_pTraffic->Model(), &m_pHttp->Model(), &m_pReports->Model(), &m_pStore->Model(),
+                                      &m_pUrls->Model()},
+                                     m_pLog->Model(), m_aliases));
 }
 
 void CWorkbench::Export() {
@@ -236,19 +270,23 @@ void CWorkbench::Export() {
 
 void CWorkbench::Take(const Seen& seen) {
     m_pTraffic->Model().Add(seen);
+    m_pHttp->Model().Add(seen);
+    m_pReports->Model().Add(seen);
     m_pStore->Model().Add(seen);
     m_pUrls->Model().Add(seen);
     m_pBoard->Take(seen);
+    m_pAds->Take(seen);
 }
 
 void CWorkbench::TakeLine(const LogEntry& entry) {
     Log().Add(entry);
     m_pBoard->TakeLine(entry);
+    m_pAds->TakeLine(entry);
 }
 
 bool CWorkbench::IsSettled() const {
-    return m_pLog->Model().IsSettled() && m_pTraffic->Model().IsSettled() && m_pStore->Model().IsSettled() &&
-           m_pUrls->Model().IsSettled();
+    return m_pLog->Model().IsSettled() && m_pTraffic->Model().IsSettled() && m_pHttp->Model().IsSettled() &&
+           m_pReports->Model().IsSettled() && m_pStore->Model().IsSettled() && m_pUrls->Model().IsSettled();
 }
 
 void CWorkbench::AddUserRow(QGridLayout* grid) {

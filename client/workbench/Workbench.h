@@ -9,6 +9,7 @@
 #include "workbench/WireDecoder.h"
 
 class CAIChatEntries;
+class CAdBoard;
 class CClockPanel;
 class CFaultPanel;
 class CPremiumRights;
@@ -23,8 +24,8 @@ class QPushButton;
 class QTabWidget;
 
 /// The desk of those who work on the modules: the switches of the session, how the AI chat entries stand and
-/// what the server will answer, the user's rights and VIP status, all that goes through the contract, the log, and the
-/// server's faults and clock. `entries`, `rights` and `server` must outlive it.
+/// what the server will answer, the user's rights and VIP status, the ad slots, all that goes through the contract, the
+/// log, and the server's faults and clock. `entries`, `rights` and `server` must outlive it.
 class CWorkbench : public QWidget {
     Q_OBJECT
 
@@ -70,6 +71,7 @@ private:
     void AddEditionRow(QGridLayout* grid);
     void AddMarketsRow(QGridLayout* grid);
     QWidget* NewSessionTab();
+    QWidget* NewTrafficTab();
     QWidget* NewServerTab();
     QWidget* NewExportRow();
     void AskMarkets();
@@ -95,7 +97,10 @@ private:
     QTabWidget* m_pTabs;
     CWireDecoder m_decoder;
     CRefreshBoard* m_pBoard;
+    CAdBoard* m_pAds;
     CSeenView* m_pTraffic;
+    CSeenView* m_pHttp;
+    CSeenView* m_pReports;
     CLogView* m_pLog;
     CSeenView* m_pStore;
     CSeenView* m_pUrls;

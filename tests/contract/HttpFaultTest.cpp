@@ -48,6 +48,32 @@ TEST_F(HttpFaultTest, AnAnswerThatTricklesIsGivenUpAtTheTimeLimitOfTheWhole) {
     ExpectItGoesOn();
 }
 
+TEST_F(HttpFaultTest, ARedirectIsNotFollowedOnceTheTimeIsUp) {
+    // given a server that sends one elsewhere and holds the connection
+    HttpLimits limits;
+    limits.lastBytesMillis = 3'600'000;
+    http = std::make_unique<CHttpService>(poster, environment, limits);
+    HttpReqInfo request = Post("/");
+    request.m_nTimeoutSeconds = 1;
+
+    server.Write(Exchange(request).connection, "HTTP/1.1 307 Go\r\nLocation: /again\r\nContent-Length: 0\r\n\r\n");
+
+    ExpectEnd(kHttpTimedOut, 0);
+    EXPECT_THAT(server.Requests(), SizeIs(1));
+}
+
+TEST_F(HttpFaultTest, AWholeAnswerIsOneAlsoWhereTheTimeEndsItsConnection) {
+    HttpLimits limits;
+    limits.lastBytesMillis = 3'600'000;
+    http = std::make_unique<CHttpService>(poster, environment, limits);
+    HttpReqInfo request = Post("/");
+    request.m_nTimeoutSeconds = 1;
+
+    server.Write(Exchange(request).connection, "HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nbody");
+
+    ExpectEnd(kHttpOk, 200, "body");
+}
+
 TEST_F(HttpFaultTest, RedirectsThatNeverEndCountAgainstTheSameTimeLimitAndTheirNumber) {
     server.SetHandler(
         [this](const RawHttpRequest& request) { server.Answer(request.connection, 307, "", "Location: /again\r\n"); });

@@ -1,4 +1,5 @@
 // What goes over the line, and what is not sent at all.
+#include <QEventLoop>
 #include <QNetworkProxy>
 
 #include "RealHttpTest.h"
@@ -116,6 +117,44 @@ TEST_F(HttpServiceTest, ProgressIsCountedInBytes) {
     EXPECT_THAT(down, Contains(2000));
 }
 
+/// What a callback needs that may be gone before its loop ends: all of this lies outside of it.
+struct LoopInCallback {
+    void Run() {
+        if (!begun) {
+            begun = true;
+            loop.exec();
+            heldAfterLoop = !held.expired();
+        }
+    }
+
+    QEventLoop loop;
+    bool begun = false;
+    std::weak_ptr<int> held;
+    std::optional<bool> heldAfterLoop;
+};
+
+TEST_F(HttpServiceTest, AProgressCallbackMayWaitForTheEndInALoopOfItsOwn) {
+    LoopInCallback inside;
+    auto owned = std::make_shared<int>(0);
+    inside.held = owned;
+    // A task behind the answer ends the loop: what goes with the exchange is gone by then.
+    const auto onAnswer = [&](unsigned long, const HttpRspInfo& response) {
+        answer = response;
+        QTimer::singleShot(0, &inside.loop, &QEventLoop::quit);
+    };
+    http->Start(Post("/"), onAnswer, &guard, kHttpWorkPoolDefault, nullptr,
+                [&inside, owned = std::move(owned)](double, double) { inside.Run(); });
+    server.Answer(Arrived().connection, 200, QByteArray(1000, 'x'));
+
+    EXPECT_TRUE(WaitUntil([&] { return inside.heldAfterLoop.has_value(); }));
+
+    EXPECT_EQ(inside.heldAfterLoop, true);
+    ASSERT_TRUE(answer.has_value());
+    EXPECT_EQ(answer->m_nResult, kHttpOk);
+    EXPECT_TRUE(WaitUntil([&] { return inside.held.expired(); }));
+    ExpectItGoesOn();
+}
+
 TEST_F(HttpServiceTest, WhatACallbackThrowsIsLoggedAndGoesNoFurther) {
     http->Start(
         Post("/"), [](unsigned long, const HttpRspInfo&) { throw std::runtime_error("out of a callback"); }, &guard,
@@ -194,6 +233,36 @@ TEST_F(HttpServiceTest, PlainHttpIsForInternalBuildsAndThisMachineAlone) {
 
     environment.SetRelease(true);
     ExpectRefused(Post("/"));
+}
+
+TEST_F(HttpServiceTest, InAReleaseBuildTheServerThatWasNamedIsSpokenToPlainlyAndNoOther) {
+    environment.SetRelease(true);
+    CRawHttpServer other;
+    ASSERT_TRUE(other.Listen());
+    http->AllowPlain(QUrl(QString::fromStdString(server.Url())));
+
+    server.Answer(Exchange(Post("/ad/search", "ask")).connection, 200, "well");
+    ExpectEnd(kHttpOk, 200, "well");
+
+    HttpReqInfo elsewhere = Post("/");
+    elsewhere.m_strUrl = other.Url() + "/";
+    Start(elsewhere);
+    ExpectEnd(kHttpBadRequest, 0);
+    // also not by way of the one
+    server.Answer(Exchange(Post("/")).connection, 307, "",
+                  "Location: " + QByteArray::fromStdString(other.Url()) + "/\r\n");
+    ExpectEnd(kHttpRedirected, 307);
+    EXPECT_EQ(other.ConnectionCount(), 0);
+
+    // the next one is in place of it
+    http->AllowPlain(QUrl(QString::fromStdString(other.Url())));
+    Start(Post("/"));
+    ExpectEnd(kHttpBadRequest, 0);
+    http->AllowPlain(QUrl());
+    Start(elsewhere);
+    ExpectEnd(kHttpBadRequest, 0);
+    EXPECT_THAT(server.Requests(), SizeIs(2));
+    EXPECT_THAT(other.Requests(), IsEmpty());
 }
 
 TEST_F(HttpServiceTest, AMethodOfNoNameIsRefused) {

@@ -1,5 +1,8 @@
 // Only a server that proves who it is hears anything of us.
+#include <QHostAddress>
 #include <QSslConfiguration>
+#include <QTcpServer>
+#include <QTcpSocket>
 
 #include "RealHttpTest.h"
 #include "support/SelfSigned.h"
@@ -7,6 +10,28 @@
 using namespace ::testing;
 
 namespace {
+
+/// Somebody on the line between client and server, who can add bytes.
+class CMiddle : public QObject {
+public:
+    explicit CMiddle(quint16 server) {
+        connect(&m_listener, &QTcpServer::newConnection, this, [this, server] {
+            m_pClient = m_listener.nextPendingConnection();
+            m_server.connectToHost(QHostAddress(QHostAddress::LocalHost), server);
+            connect(m_pClient, &QTcpSocket::readyRead, this, [this] { m_server.write(m_pClient->readAll()); });
+            connect(&m_server, &QTcpSocket::readyRead, this, [this] { m_pClient->write(m_server.readAll()); });
+        });
+        EXPECT_TRUE(m_listener.listen(QHostAddress::LocalHost));
+    }
+
+    quint16 Port() const { return m_listener.serverPort(); }
+    void SayToClient(const QByteArray& bytes) { m_pClient->write(bytes); }
+
+private:
+    QTcpServer m_listener;
+    QTcpSocket m_server;
+    QTcpSocket* m_pClient = nullptr;
+};
 
 class HttpTlsTest : public RealHttpTest {
 protected:
@@ -79,6 +104,24 @@ TEST_F(HttpTlsTest, AnAnswerThatIsCutFailsThereToo) {
     const int line = Exchange(Secure()).connection;
     server.Write(line, "HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\nhalf");
     server.HangUp(line);
+
+    ExpectEnd(kHttpCut, 200);
+}
+
+TEST_F(HttpTlsTest, ABodyWithoutALengthIsNoWholeOneWhereTheLineIsBroken) {
+    Trust(own.certificate);
+    CMiddle middle(server.Port());
+    HttpReqInfo request = Secure();
+    request.m_strUrl = "https://127.0.0.1:" + std::to_string(middle.Port()) + "/";
+    double read = 0;
+    http->Start(
+        request, [this](unsigned long, const HttpRspInfo& response) { answer = response; }, &guard,
+        kHttpWorkPoolDefault, nullptr, [&](double done, double) { read = done; });
+    server.Write(Arrived().connection, "HTTP/1.1 200 OK\r\n\r\nhalf");
+    ASSERT_TRUE(WaitUntil([&] { return read == 4; }));
+
+    // a record that no key opens
+    middle.SayToClient(QByteArray("\x17\x03\x03\x00\x20", 5) + QByteArray(32, 'x'));
 
     ExpectEnd(kHttpCut, 200);
 }

@@ -61,6 +61,15 @@ TEST_F(ReportContractTest, AMeasurementReportsUnderItsEventsName) {
     EXPECT_TRUE(events[0].timed);
 }
 
+TEST_F(ReportContractTest, AnEventWithoutANameIsNotTaken) {
+    EXPECT_FALSE(Report("", 1, Params(1), 0));
+    EXPECT_EQ(ReportTimerStart(""), nullptr);
+    EXPECT_FALSE(ReportTimerEnd("", 1, Params(1), 0, 0));
+
+    EXPECT_TRUE(Report("Event", 1, Params(2), 0));
+    EXPECT_THAT(m_set->WaitForEvents(1), SizeIs(1));
+}
+
 TEST_F(ReportContractTest, AnyThreadMayReport) {
     std::thread([] {
         const auto timer = ReportTimerStart("Measured");

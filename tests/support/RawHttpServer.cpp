@@ -132,6 +132,7 @@ void CRawHttpServer::Write(int connection, const QByteArray& bytes) {
 void CRawHttpServer::Answer(int connection, int status, const QByteArray& body, const QByteArray& headers) {
     Write(connection, "HTTP/1.1 " + QByteArray::number(status) + " Word\r\n" + headers +
                           "Content-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body);
+    HangUp(connection);
 }
 
 void CRawHttpServer::Flood(int connection, qint64 bytes, const QByteArray& unit) {

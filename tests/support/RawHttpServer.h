@@ -56,7 +56,7 @@ public:
     /// Writes these very bytes; nothing once the client is gone.
     void Write(int connection, const QByteArray& bytes);
 
-    /// A whole answer. `headers` are lines, each with its ending.
+    /// A whole answer, and the end of the connection. `headers` are lines, each with its ending.
     void Answer(int connection, int status, const QByteArray& body, const QByteArray& headers = {});
 
     /// Writes `unit` as fast as the client takes it until so many bytes went out, and then nothing more.

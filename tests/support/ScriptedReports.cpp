@@ -42,6 +42,11 @@ void CScriptedReports::Refuse(Failing which) {
     m_refused = which;
 }
 
+void CScriptedReports::NameTimers(std::function<std::string(const std::string& event)> name) {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_timerName = std::move(name);
+}
+
 void CScriptedReports::GiveNoTimers() {
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_bTimers = false;
@@ -74,7 +79,10 @@ bool CScriptedReports::Report(const ReportEvent& event) {
 std::shared_ptr<std::string> CScriptedReports::TimerStart(const std::string& event) {
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_started.push_back(event);
-    return m_bTimers ? std::make_shared<std::string>(event) : nullptr;
+    if (!m_bTimers || event.empty()) {
+        return nullptr;
+    }
+    return std::make_shared<std::string>(m_timerName ? m_timerName(event) : event);
 }
 
 bool CScriptedReports::TimerEnd(const ReportEvent& event) {
@@ -83,6 +91,9 @@ bool CScriptedReports::TimerEnd(const ReportEvent& event) {
 
 bool CScriptedReports::Take(const ReportEvent& event, bool timed) {
     const std::lock_guard<std::mutex> lock(m_mutex);
+    if (event.name.empty()) {
+        return false;
+    }
     m_events.push_back({event.name, event.code, InOneLine(event.params), event.broker, timed});
     return !m_refused.Next();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <mutex>
 #include <ostream>
@@ -21,8 +22,8 @@ struct ReportedEvent {
 bool operator==(const ReportedEvent& left, const ReportedEvent& right);
 std::ostream& operator<<(std::ostream& stream, const ReportedEvent& event);
 
-/// Reports, kept. A measurement goes by the bare name of its event. An event that no test looked at (Events, Names)
-/// fails the test. Callable from any thread.
+/// Reports, kept. A measurement goes by the bare name of its event until a test names it otherwise. An event that no
+/// test looked at (Events, Names) fails the test; one without a name is not taken. Callable from any thread.
 class CScriptedReports : public IReports {
 public:
     std::vector<ReportedEvent> Events();
@@ -30,6 +31,9 @@ public:
 
     /// The reports, ends of measurements among them, that `which` names give false.
     void Refuse(Failing which);
+
+    /// From now on a measurement goes by what `name` gives for its event. It is called as the measurement starts.
+    void NameTimers(std::function<std::string(const std::string& event)> name);
 
     /// From now on no measurement can be started.
     void GiveNoTimers();
@@ -55,5 +59,6 @@ private:
     std::vector<std::string> m_started;
     size_t m_nLookedAt = 0;
     bool m_bTimers = true;
+    std::function<std::string(const std::string& event)> m_timerName;
     Failing m_refused = Failing::Never();
 };

@@ -60,7 +60,7 @@ private:
 };
 
 /// The ads of one slot, and the rules of showing them. The ads are children: CZRAdPopupModel in a list of popups,
-/// CZRAdBannerModel in one of banners; a list of another type is empty.
+/// CZRAdBannerModel in one of banners; a list of another type is empty, or null without the array.
 class CZRAdModelList : public QObject {
     Q_OBJECT
 

@@ -20,6 +20,7 @@ namespace {
 
 constexpr auto kLogModuleType = CGrowthBizLogUtil::Ad;
 
+// Of the type that the host takes, so that no call makes them anew. clazy:excludeall=non-pod-global-static
 const std::string strAdSearchUrl = "/ad/search";
 const std::string strAdCheckUrl = "/ad/check";
 const std::string strAdExposeUrl = "/ad/expose";
@@ -27,12 +28,11 @@ const std::string kSessionHeader = "x-orvi-client-sessionid";
 const QString kResultCodeExchangeFailed = QStringLiteral("1005");
 const QString kResultCodeServerRefused = QStringLiteral("2001");
 
-HttpReqInfo NewRequest(const std::string& path, const Json::Value& body) {
+HttpReqInfo NewRequest(const std::string& path) {
     HttpReqInfo request;
     request.m_enMethod = kHttpPost;
     request.m_strUrl =
         fmt::format(FMT_STRING("{}{}"), core::url_data::GetDomainUrl("api", core::url_data::kDomainBizDefault), path);
-    request.m_strBody = body.toStyledString();
     return request;
 }
 
@@ -51,10 +51,7 @@ std::optional<int> CodeOf(const Json::Value& answer) {
         return answer.isNull() ? std::optional<int>(0) : std::nullopt;
     }
     const Json::Value& code = ad_json::Member(answer, "code");
-    if (code.isNull() || code.isBool() || code.isInt()) {
-        return code.asInt();
-    }
-    return std::nullopt;
+    return code.isConvertibleTo(Json::intValue) ? std::optional<int>(code.asInt()) : std::nullopt;
 }
 
 QString Filled(const char* words, const QString& value) {
@@ -74,6 +71,8 @@ CZRAdApiClient::~CZRAdApiClient() = default;
 
 void CZRAdApiClient::RequestAd(ZRAdApiType apiType, ZRAdType adType, int adPosition, QList<QString> const& adIdList) {
     const std::string& path = apiType == ZRAdApiTypeSearch ? strAdSearchUrl : strAdCheckUrl;
+    HttpReqInfo request = NewRequest(path);
+    request.m_mapHeader[kSessionHeader] = {fmt::format(FMT_STRING("{}"), core::login_status_data::GetSessionId())};
     // Replaced before anything is sent, also where nothing will be.
     const QString requestId = CZRAdTools::GenerateAdRequestId();
     m_adRequestId = requestId;
@@ -84,8 +83,7 @@ void CZRAdApiClient::RequestAd(ZRAdApiType apiType, ZRAdType adType, int adPosit
     if (!adIdList.isEmpty()) {
         body["ad_id"] = Texts(adIdList);
     }
-    HttpReqInfo request = NewRequest(path, body);
-    request.m_mapHeader[kSessionHeader] = {fmt::format(FMT_STRING("{}"), core::login_status_data::GetSessionId())};
+    request.m_strBody = body.toStyledString();
     const auto start = qulonglong(core::time_date::GetSvrTimeMillis());
     LogInfo("Request ad start, path = {}, adType = {}, adPosition = {}, adIdList = {}, requestId = {}", path,
             int(adType), adPosition, Joined(adIdList), requestId.toStdString());
@@ -161,14 +159,19 @@ void CZRAdApiClient::TakeAdAnswer(HttpRspInfo const& stRspInfo, Json::Value cons
     LogInfo("Request ad succeed, path = {}, adType = {}, adPosition = {}, requestId = {}", path, int(adType),
             adPosition, requestId.toStdString());
     if (response->GetData()) {
+        const QPointer<CZRAdResponseModel> answer(response);  // goes with this client, which a listener may end
         Q_EMIT RequestAdSucceeded(response->GetData(), time);
-        response->deleteLater();
+        if (answer) {
+            answer->deleteLater();
+        }
     }
 }
 
 void CZRAdApiClient::ExposeAd(ZRAdType adType, int adPosition, QList<QString> const& adIdList, QString const& exposeId,
                               long long exposeDuration, QList<QString> const& pushIdList) {
     const std::string& path = strAdExposeUrl;
+    // No header, on purpose: the session is for requests of ads.
+    HttpReqInfo request = NewRequest(path);
     Json::Value body;
     body["ad_type"] = int(adType);
     body["ad_position"] = adPosition;
@@ -180,8 +183,7 @@ void CZRAdApiClient::ExposeAd(ZRAdType adType, int adPosition, QList<QString> co
     if (!pushIdList.isEmpty()) {
         body["push_id"] = Texts(pushIdList);
     }
-    // No header, on purpose: the session is for requests of ads.
-    const HttpReqInfo request = NewRequest(path, body);
+    request.m_strBody = body.toStyledString();
     const QString adIdListStr = QString::fromStdString(Joined(adIdList));
     // An error's line for a good thing, on purpose: exposures are to be found in every log.
     LogError(

@@ -13,6 +13,7 @@ namespace {
 constexpr auto kLogModuleType = CGrowthBizLogUtil::Ad;
 constexpr CSBrokerId kBroker = 0;
 
+// Of the type that the host takes, so that no report makes them anew. clazy:excludeall=non-pod-global-static
 const std::string kReportEventSendAdRequest = "SendAdRequest";
 const std::string kReportEventAdDisplayFilter = "FilterAdDisplay";
 const std::string kReportEventStartExposeAd = "StartExposeAd";
@@ -98,8 +99,8 @@ void CZRAdReporter::ReportExposeAdEnd(QString const& requestId, QString const& a
     const bool taken = core::report::ReportTimerEnd(*timer, kCodeExposeAd, params, kBroker, 0);
     LogInfo("Report ExposeAd end {}, exposeId = {}, requestId = {}, adId = {},", Outcome(taken), exposeId.toStdString(),
             requestId.toStdString(), adId.toStdString());
-    // The name may be a reference to one of the keys.
-    const QString ended = adId;
+    // A copy, since the name may be a reference to one of the keys.
+    const QString ended = adId;  // NOLINT(performance-unnecessary-copy-initialization)
     m_exposeStartTime.remove(ended);
     m_exposeId.remove(ended);
     m_exposeAdEvent.remove(ended);

@@ -14,11 +14,11 @@ namespace core {
 /// ends; false where it was not taken, which is logged.
 namespace report {
 
-/// One event. `code` and the parameters go to the server unchanged.
+/// One event, which has a name. `code` and the parameters go to the server unchanged.
 ZRHOST_API bool Report(const std::string& event, int code, const Json::Value& params, CSBrokerId broker);
 
 /// Begins to measure. The text names this measurement, and is for ReportTimerEnd; measurements of one event are
-/// apart. Null where nothing is measured.
+/// apart. Null where nothing is measured, as for an event without a name.
 ZRHOST_API std::shared_ptr<std::string> ReportTimerStart(const std::string& event);
 
 /// Reports the event with its parameters and the milliseconds since the start. False for a measurement that is

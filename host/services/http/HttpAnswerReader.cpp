@@ -6,9 +6,15 @@
 
 namespace {
 
-// Status line, headers, chunk sizes and trailers together.
-constexpr size_t kMostLineBytes = 256 << 10;
+// Status line, headers and trailers together.
+constexpr size_t kMostHeadBytes = 256 << 10;
 constexpr size_t kLongestLine = 32 << 10;
+
+// Lines about chunks are paid for by what the chunks bring: a server may send each byte as a chunk of its own, but
+// not many words about none.
+constexpr size_t kLongestChunkLine = 4 << 10;
+constexpr size_t kChunkLineBytesPerByte = 16;
+constexpr char kBeginning[] = "HTTP/1.";
 constexpr size_t kStatusDigits = 3;
 
 std::string Lower(std::string text) {
@@ -72,9 +78,9 @@ CHttpAnswerReader::EnState CHttpAnswerReader::Take(const char* bytes, size_t cou
     return m_enState;
 }
 
-CHttpAnswerReader::EnState CHttpAnswerReader::End() {
+CHttpAnswerReader::EnState CHttpAnswerReader::End(bool orderly) {
     if (m_enState == EnState::kReading) {
-        m_enState = m_enPart == EnPart::kToTheEnd ? EnState::kWhole : EnState::kCut;
+        m_enState = orderly && m_enPart == EnPart::kToTheEnd ? EnState::kWhole : EnState::kCut;
     }
     return m_enState;
 }
@@ -83,19 +89,19 @@ bool CHttpAnswerReader::TakeLine(const char*& at, const char* end) {
     const auto* ending = static_cast<const char*>(std::memchr(at, '\n', size_t(end - at)));
     const char* const stop = ending ? ending + 1 : end;
     m_line.append(at, stop);
-    m_nLineBytes += size_t(stop - at);
+    const bool counted = CountLineBytes(size_t(stop - at));
     at = stop;
-    if (m_line.size() > kLongestLine || m_nLineBytes > kMostLineBytes) {
+    // What does not begin as an answer is none, however long it goes on.
+    const size_t begun = std::min(m_line.size(), sizeof(kBeginning) - 1);
+    if (m_nStatus == 0 && m_line.compare(0, begun, kBeginning, begun) != 0) {
+        Fail(EnState::kBad);
+        return false;
+    }
+    if (!counted) {
         Fail(EnState::kTooLarge);
         return false;
     }
     if (!ending) {
-        // What does not begin as an answer is none, however long it goes on.
-        constexpr char begin[] = "HTTP/1.";
-        if (m_nStatus == 0 &&
-            m_line.compare(0, sizeof(begin) - 1, begin, std::min(m_line.size(), sizeof(begin) - 1)) != 0) {
-            Fail(EnState::kBad);
-        }
         return false;
     }
     m_line.pop_back();
@@ -103,6 +109,17 @@ bool CHttpAnswerReader::TakeLine(const char*& at, const char* end) {
         m_line.pop_back();
     }
     return true;
+}
+
+/// False once the lines are too long for what they say.
+bool CHttpAnswerReader::CountLineBytes(size_t count) {
+    if (m_enPart == EnPart::kHead || m_enPart == EnPart::kTrailer) {
+        m_nHeadBytes += count;
+        return m_line.size() <= kLongestLine && m_nHeadBytes <= kMostHeadBytes;
+    }
+    m_nChunkLineBytes += count;
+    return m_line.size() <= kLongestChunkLine &&
+           m_nChunkLineBytes <= kMostHeadBytes + kChunkLineBytesPerByte * m_body.size();
 }
 
 void CHttpAnswerReader::TakeHeadLine() {

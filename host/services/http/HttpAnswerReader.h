@@ -11,7 +11,7 @@ public:
     enum class EnState {
         kReading,
         kWhole,
-        kTooLarge,  ///< a body, or what announces it, beyond the limit; a head that has no end
+        kTooLarge,  ///< a body, or what announces it, beyond the limit; a head or chunk sizes without measure
         kBad,       ///< no answer in this protocol
         kCut,       ///< the connection ended first
     };
@@ -21,8 +21,8 @@ public:
     /// Beyond kReading only a whole answer can still turn bad, by more bytes.
     EnState Take(const char* bytes, size_t count);
 
-    /// The connection has ended.
-    EnState End();
+    /// The connection has ended; `orderly` where the server closed it. Only then a body without a length is whole.
+    EnState End(bool orderly);
 
     /// 0 until the head is read.
     int Status() const { return m_nStatus; }
@@ -38,6 +38,7 @@ private:
 
     /// Whether a whole line stands in m_line; takes bytes for it.
     bool TakeLine(const char*& at, const char* end);
+    bool CountLineBytes(size_t count);
     void TakeHeadLine();
     void TakeStatusLine();
     void TakeHeader();
@@ -50,7 +51,8 @@ private:
     EnState m_enState = EnState::kReading;
     EnPart m_enPart = EnPart::kHead;
     std::string m_line;
-    size_t m_nLineBytes = 0;  // of all lines so far
+    size_t m_nHeadBytes = 0;  // of head and trailers so far
+    size_t m_nChunkLineBytes = 0;
     int m_nStatus = 0;
     std::map<std::string, std::string> m_headers;
     std::string m_body;

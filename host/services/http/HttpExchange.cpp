@@ -12,9 +12,6 @@ constexpr host::HostLog kLog("Http");
 // What the socket may hold for us; it leaves the rest with the server. Also what one turn of the loop takes.
 constexpr int kBufferBytes = 64 << 10;
 
-// A server was told that the connection is for one exchange. One that keeps it open is not waited for any longer.
-constexpr int kLastBytesMillis = 100;
-
 }  // namespace
 
 CHttpExchange::CHttpExchange(HttpMessage message, int limitMillis, const HttpLimits& limits)
@@ -23,7 +20,7 @@ CHttpExchange::CHttpExchange(HttpMessage message, int limitMillis, const HttpLim
     m_deadline.setInterval(limitMillis);
     connect(&m_deadline, &QTimer::timeout, this, [this] { m_lastBytes.isActive() ? OnAnswer() : End(kHttpTimedOut); });
     m_lastBytes.setSingleShot(true);
-    m_lastBytes.setInterval(kLastBytesMillis);
+    m_lastBytes.setInterval(m_limits.lastBytesMillis);
     connect(&m_lastBytes, &QTimer::timeout, this, &CHttpExchange::OnAnswer);
 }
 
@@ -88,26 +85,29 @@ void CHttpExchange::OnWritten(qint64 bytes) {
     }
 }
 
+// From a task, with neither the socket nor the exchange below it: a callback may open a loop in which both end.
 void CHttpExchange::Tell(const core::network::http::Progress& progress, qint64 done, qint64 total) {
-    if (listeners.guard && progress) {
-        host::RunGuarded(kLog, "A progress callback", [&] { progress(double(done), double(total)); });
+    if (!progress) {
+        return;
     }
+    const auto tell = [guard = listeners.guard, progress, done, total] {
+        if (guard) {
+            host::RunGuarded(kLog, "A progress callback", [&] { progress(double(done), double(total)); });
+        }
+    };
+    QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
 }
 
 void CHttpExchange::OnBytes() {
     const QByteArray bytes = m_pSocket->readAll();
     const auto state = m_reader->Take(bytes.constData(), size_t(bytes.size()));
     if (!m_reader->Body().empty()) {
-        const QPointer<CHttpExchange> alive(this);
         Tell(listeners.download, qint64(m_reader->Body().size()), m_reader->BodyLength());
-        if (!alive || !m_pSocket) {
-            return;
-        }
     }
     OnState(state);
 }
 
-void CHttpExchange::OnError() {
+void CHttpExchange::OnError(QAbstractSocket::SocketError error) {
     const std::string reason = m_pSocket->errorString().toStdString();
     if (!m_bConnected) {
         kLog.Info(FMT_STRING("No connection to {}: {}"), m_message.url.host().toStdString(), reason);
@@ -119,7 +119,7 @@ void CHttpExchange::OnError() {
     }
     if (m_pSocket) {
         m_bEnded = true;
-        OnState(m_reader->End());
+        OnState(m_reader->End(error == QAbstractSocket::RemoteHostClosedError));
     }
 }
 
@@ -163,8 +163,13 @@ void CHttpExchange::OnAnswer() {
         End(kHttpRedirected);
         return;
     }
-    ++m_nRedirects;
+    // The last bytes may have been waited for until the end of the time.
     const int left = m_deadline.remainingTime();
+    if (left <= 0) {
+        End(kHttpTimedOut);
+        return;
+    }
+    ++m_nRedirects;
     Abort();
     m_deadline.start(left);
     m_message = http_request::Redirected(std::move(m_message), status, target);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAbstractSocket>
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
@@ -14,10 +15,13 @@ class QTcpSocket;
 struct HttpLimits {
     qint64 bodyBytes = 8 << 20;  // of an answer
     int redirects = 5;           // within the same origin
+    /// A server was told that the connection is for one exchange. One that keeps it open is waited for so long.
+    int lastBytesMillis = 100;
 };
 
 /// One exchange from the first byte to the last, redirects included, each on a connection of its own: nothing is
-/// sent twice, and nothing of one answer gets into another. Main thread.
+/// sent twice, and nothing of one answer gets into another. Progress is told from a task, and ahead of the end.
+/// Main thread.
 ///
 /// On the socket itself, since the toolkit's own access manager sends a request again when a connection ends,
 /// takes half a list of chunks for an answer, and holds what nobody has asked for yet.
@@ -53,7 +57,7 @@ private:
     void Connect();
     void OnConnected();
     void OnBytes();
-    void OnError();
+    void OnError(QAbstractSocket::SocketError error);
     void OnWritten(qint64 bytes);
     void OnState(CHttpAnswerReader::EnState state);
     void OnWhole();

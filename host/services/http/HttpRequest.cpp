@@ -84,12 +84,15 @@ QByteArray HostOf(const QUrl& url) {
 
 }  // namespace
 
-std::optional<HttpMessage> http_request::Make(const HttpReqInfo& request, bool internal, std::string& reason) {
+std::optional<HttpMessage> http_request::Make(const HttpReqInfo& request, bool internal, const QUrl& plain,
+                                              std::string& reason) {
     if (request.m_enMethod != kHttpGet && request.m_enMethod != kHttpPost) {
         reason = "its method is not known";
         return std::nullopt;
     }
-    const auto verdict = CUrlOpener::Judge(QString::fromStdString(request.m_strUrl), internal);
+    const QString text = QString::fromStdString(request.m_strUrl);
+    const bool allowed = !plain.isEmpty() && SameOrigin(plain, QUrl(text, QUrl::StrictMode));
+    const auto verdict = CUrlOpener::Judge(text, internal || allowed);
     if (verdict.target != CUrlOpener::EnTarget::Web) {
         reason = verdict.reason.isEmpty() ? "it is no address of a server" : verdict.reason.toStdString();
         return std::nullopt;

@@ -19,9 +19,9 @@ struct HttpMessage {
 /// What goes to the server for a request of the contract.
 namespace http_request {
 
-/// Nothing where the request can't be sent, and `reason` says why. Only https is sent; `internal` builds may
-/// also speak http to this machine.
-std::optional<HttpMessage> Make(const HttpReqInfo& request, bool internal, std::string& reason);
+/// Nothing where the request can't be sent, and `reason` says why. Only https is sent; http on this machine alone,
+/// where it goes to the origin `plain` (empty: to none) or the build is an `internal` one.
+std::optional<HttpMessage> Make(const HttpReqInfo& request, bool internal, const QUrl& plain, std::string& reason);
 
 /// The bytes before the body. The connection is for this one exchange.
 QByteArray HeadOf(const HttpMessage& message);

@@ -24,7 +24,7 @@ unsigned long CHttpService::Start(const HttpReqInfo& request, core::network::htt
     const unsigned long task = ++m_nLastTask;
     CHttpExchange::Listeners listeners{guard, std::move(callback), std::move(upload), std::move(download)};
     std::string reason;
-    auto message = http_request::Make(request, !m_environment.IsReleaseAppVersion(), reason);
+    auto message = http_request::Make(request, !m_environment.IsReleaseAppVersion(), m_plain, reason);
     if (!message) {
         kLog.Error(FMT_STRING("Refused a request, {}: {}"), reason,
                    EscapedLogText(QString::fromStdString(request.m_strUrl).left(kMaxLoggedLength)));

@@ -51,6 +51,8 @@ unsigned long CObservedHttp::Start(const HttpReqInfo& request, core::network::ht
                                    core::network::http::Progress download) {
     HttpSeen sent = SeenOf(request);
     HttpSeen end = sent;
+    std::swap(end.requestBody, end.body);
+    end.requestBytes = end.bodyBytes;
     QElapsedTimer clock;
     clock.start();
     const auto observed = [this, clock, end, callback = std::move(callback)](unsigned long task,

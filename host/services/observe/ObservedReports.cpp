@@ -2,10 +2,15 @@
 
 #include <json/writer.h>
 
+#include <algorithm>
+
 #include "observe/Observation.h"
 #include "report/Measurements.h"
 
 namespace {
+
+// So many measurements may run that nobody ends.
+constexpr size_t kMostRunning = 1'000;
 
 std::string OneLine(const Json::Value& value) {
     Json::StreamWriterBuilder writer;
@@ -43,6 +48,16 @@ std::shared_ptr<std::string> CObservedReports::TimerStart(const std::string& eve
     seen.event = event;
     seen.timer = timer ? *timer : std::string();
     seen.taken = timer != nullptr;
+    if (timer) {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_running[*timer].start();
+        if (m_running.size() > kMostRunning) {
+            const auto longer = [](const auto& left, const auto& right) {
+                return left.second.elapsed() < right.second.elapsed();
+            };
+            m_running.erase(std::max_element(m_running.begin(), m_running.end(), longer));
+        }
+    }
     m_observation.Report(std::move(seen));
     return timer;
 }
@@ -52,6 +67,14 @@ bool CObservedReports::TimerEnd(const ReportEvent& event) {
     seen.kind = ReportSeen::EnKind::TimerEnded;
     seen.timer = event.name;
     seen.event = CMeasurements::EventOf(event.name);
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        const auto running = m_running.find(event.name);
+        if (running != m_running.end()) {
+            seen.durationMs = running->second.elapsed();
+            m_running.erase(running);
+        }
+    }
     seen.taken = m_reports.TimerEnd(event);
     const bool taken = seen.taken;
     m_observation.Report(std::move(seen));

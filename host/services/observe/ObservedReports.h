@@ -1,5 +1,9 @@
 #pragma once
 
+#include <QElapsedTimer>
+#include <map>
+#include <mutex>
+
 #include "core/IReports.h"
 
 class CObservation;
@@ -16,4 +20,6 @@ public:
 private:
     IReports& m_reports;
     CObservation& m_observation;
+    std::mutex m_mutex;
+    std::map<std::string, QElapsedTimer> m_running;  // by the measurement's text
 };

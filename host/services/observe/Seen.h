@@ -65,6 +65,8 @@ struct HttpSeen {
     int64_t durationMs = -1;  // from the start to the end
     std::string body;         // of the request, or of the answer; its first part where it is long
     size_t bodyBytes = 0;     // of the whole
+    std::string requestBody;  // of an end: the body that was sent, its first part where it is long
+    size_t requestBytes = 0;  // of the whole
 };
 
 /// An event that was reported, or a measurement that was begun for one.
@@ -75,7 +77,8 @@ struct ReportSeen {
     std::string timer;  // the measurement's own text
     int code = 0;
     int32_t broker = 0;
-    std::string params;  // JSON in one line
+    std::string params;       // JSON in one line
+    int64_t durationMs = -1;  // of a measurement that ended, where its start was seen
     bool taken = false;
 };
 

@@ -105,8 +105,11 @@ bool COutbox::ReadBounds() {
         !dropped.Step()) {
         return false;
     }
-    m_nDropped = dropped.Integer(0);
     const bool any = youngest.Step();
+    if (youngest.Failed()) {
+        return false;
+    }
+    m_nDropped = dropped.Integer(0);
     m_nLast = any ? youngest.Integer(0) : 0;
     m_nBytes = any ? youngest.Integer(1) : 0;
     return FindOldest();
@@ -114,10 +117,13 @@ bool COutbox::ReadBounds() {
 
 bool COutbox::FindOldest() {
     const bool found = m_oldest.Step();
+    if (m_oldest.Failed()) {
+        return false;
+    }
     m_nFirst = found ? m_oldest.Integer(0) : 0;
     m_nBefore = found ? m_oldest.Integer(1) : m_nBytes;
     m_oldest.Reset();
-    return !m_file.IsDamaged();
+    return true;
 }
 
 // Renamed before the file is closed, which would else write to the log and remove it.
@@ -163,6 +169,7 @@ bool COutbox::Add(const std::string& id, const std::string& json) {
 }
 
 bool COutbox::Insert(const std::string& id, const std::string& json) {
+    const std::unique_lock<std::mutex> turn = m_pCheckpointer->TakeTurn();
     m_insert.Bind(1, m_nLast + 1);
     m_insert.Bind(2, m_nBytes);
     m_insert.Bind(3, id);
@@ -210,21 +217,24 @@ void COutbox::DropOldest() {
 }
 
 bool COutbox::InTransaction(const std::function<bool()>& work) {
+    const std::unique_lock<std::mutex> turn = m_pCheckpointer->TakeTurn();
     if (m_file.Run("BEGIN IMMEDIATE") && work() && m_file.Run("COMMIT")) {
         return true;
     }
     // Damage is found by the error, which the next call would overwrite.
     if (!m_file.IsDamaged()) {
         m_file.Run("ROLLBACK");
-        ReadBounds();
+        // What the bounds are nobody knows then: the next call opens the file anew.
+        m_bReady = ReadBounds();
     }
     return false;
 }
 
-std::vector<OutboxEvent> COutbox::ReadRows(int64_t after, size_t count, size_t bytes) {
+std::vector<OutboxEvent> COutbox::ReadRows(int64_t after, size_t count, size_t bytes, bool& failed) {
     const std::lock_guard<std::mutex> lock(m_mutex);
     std::vector<OutboxEvent> rows;
-    if (!EnsureOpen()) {
+    failed = !EnsureOpen();
+    if (failed) {
         return rows;
     }
     m_read.Bind(1, after);
@@ -239,16 +249,21 @@ std::vector<OutboxEvent> COutbox::ReadRows(int64_t after, size_t count, size_t b
         }
         rows.push_back(std::move(row));
     }
-    if (m_file.IsDamaged()) {
+    failed = m_read.Failed();
+    if (failed && m_file.IsDamaged()) {
         rows.clear();
-        HealDamage();
+        failed = !HealDamage();
     }
     return rows;
 }
 
-std::vector<OutboxEvent> COutbox::Read(int64_t after, size_t count, size_t bytes) {
+std::vector<OutboxEvent> COutbox::Read(int64_t after, size_t count, size_t bytes, bool* failed) {
     for (;;) {
-        std::vector<OutboxEvent> rows = ReadRows(after, count, bytes);
+        bool unreadable = false;
+        std::vector<OutboxEvent> rows = ReadRows(after, count, bytes, unreadable);
+        if (failed) {
+            *failed = unreadable;
+        }
         if (rows.empty()) {
             return rows;
         }

@@ -41,12 +41,14 @@ public:
     bool Add(const std::string& id, const std::string& json);
 
     /// The oldest events that were reported after the one of that number. Those that are no longer what was
-    /// added are removed and logged. `bytes` is for the events together; one is given in any case.
-    std::vector<OutboxEvent> Read(int64_t after, size_t count, size_t bytes);
+    /// added are removed and logged. `bytes` is for the events together; one is given in any case. Where none is
+    /// given, `failed` tells an outbox that can't be read from one that holds no more.
+    std::vector<OutboxEvent> Read(int64_t after, size_t count, size_t bytes, bool* failed = nullptr);
 
     /// False where they stay, which is logged.
     bool Remove(const std::vector<OutboxEvent>& events);
 
+    /// Also true for one that can't be opened.
     bool IsEmpty();
 
     /// Events dropped for want of room since the file was begun; kept in it.
@@ -64,7 +66,7 @@ private:
     void DropOldest();
     bool FindOldest();
     bool InTransaction(const std::function<bool()>& work);
-    std::vector<OutboxEvent> ReadRows(int64_t after, size_t count, size_t bytes);
+    std::vector<OutboxEvent> ReadRows(int64_t after, size_t count, size_t bytes, bool& failed);
     bool HealDamage();
     bool Refuse(const char* what);
 

@@ -20,6 +20,13 @@ constexpr char kPath[] = "/report/events";
 constexpr char kBegin[] = "{\"events\":[";
 constexpr char kEnd[] = "]}";
 
+/// Whether it is the batch itself that the server has something against, so that it would have again.
+bool IsRefusal(const HttpRspInfo& response) {
+    constexpr int statuses[] = {400, 413, 422};
+    return response.m_nResult == kHttpOk &&
+           std::find(std::begin(statuses), std::end(statuses), response.m_nHttpStatusCode) != std::end(statuses);
+}
+
 /// The ids that the server has now; nothing where it does not say so.
 std::optional<std::set<std::string>> AcceptedIn(const HttpRspInfo& response, std::string& reason) {
     if (response.m_nResult != kHttpOk || response.m_nHttpStatusCode < 200 || response.m_nHttpStatusCode > 299) {
@@ -55,7 +62,8 @@ CReportSender::CReportSender(COutbox& outbox, IHttp& http, const IDomains& domai
       m_domains(domains),
       m_random(random),
       m_options(options),
-      m_backoff(options.firstRetry, options.lastRetry) {
+      m_backoff(options.firstRetry, options.lastRetry),
+      m_nMost(options.mostEvents) {
     m_retryTimer.setSingleShot(true);
     m_turnTimer.setSingleShot(true);
     m_turnTimer.setInterval(options.lastRetry);
@@ -87,7 +95,12 @@ void CReportSender::Send() {
     if (server.empty()) {
         return;
     }
-    m_batch = m_outbox.Read(m_nAfter, m_options.mostEvents, m_options.MostEventBytes());
+    bool failed = false;
+    m_batch = m_outbox.Read(m_nAfter, m_nMost, m_options.MostEventBytes(), &failed);
+    if (m_batch.empty() && failed) {
+        Fail("the outbox can't be read");
+        return;
+    }
     if (m_batch.empty()) {
         // All that the server would take is gone. What it would not has another turn later.
         if (m_outbox.IsEmpty()) {
@@ -121,7 +134,7 @@ void CReportSender::OnAnswer(const HttpRspInfo& response) {
     std::string reason;
     const auto accepted = AcceptedIn(response, reason);
     if (!accepted) {
-        Fail(reason);
+        IsRefusal(response) ? OnRefusal(reason) : Fail(reason);
         return;
     }
     const auto kept = std::stable_partition(m_batch.begin(), m_batch.end(),
@@ -140,12 +153,26 @@ void CReportSender::OnAnswer(const HttpRspInfo& response) {
         return;
     }
     m_batch.clear();
+    m_nMost = std::min(2 * m_nMost, m_options.mostEvents);
     m_backoff.Reset();
     if (m_bFailing) {
         m_bFailing = false;
         kLog.Info(FMT_STRING("Reports reach the server again"));
     }
     m_retryTimer.start(0);
+}
+
+// Halving ends soon and needs no wait; a server that refuses each single event has to be spared.
+void CReportSender::OnRefusal(const std::string& reason) {
+    if (m_batch.size() > 1) {
+        m_nMost = m_batch.size() / 2;
+        m_batch.clear();
+        m_retryTimer.start(0);
+        return;
+    }
+    m_nAfter = m_batch.back().number;
+    m_nMost = m_options.mostEvents;
+    Fail(reason);
 }
 
 // A line for each spell without the server, not for each attempt.

@@ -25,7 +25,8 @@ struct SenderOptions {
 
 /// Carries the outbox to the server, a batch at a time, the oldest events first. What the server says it has is
 /// taken out; all else is sent again: after a wait that grows with each failure, and what the server alone would
-/// not take after the longest wait, behind all others. Main thread.
+/// not take after the longest wait, behind all others. A batch that it refuses for what is in it is halved until
+/// the event stands alone that it would not take. Main thread.
 /// What it is given must outlive it.
 class CReportSender : public QObject {
     Q_OBJECT
@@ -44,6 +45,7 @@ public:
 private:
     void Send();
     void OnAnswer(const HttpRspInfo& response);
+    void OnRefusal(const std::string& reason);
     void Fail(const std::string& reason);
     std::string Body() const;
 
@@ -56,6 +58,7 @@ private:
     QTimer m_retryTimer;
     QTimer m_turnTimer;
     std::vector<OutboxEvent> m_batch;  // under way; empty if none is
+    size_t m_nMost;                    // events of the next batch
     int64_t m_nAfter = 0;              // the last event that the server would not take in this turn
     bool m_bFailing = false;
 };

@@ -10,6 +10,14 @@ namespace {
 
 constexpr host::HostLog kLog("Report");
 
+// The server would never take it, and it would be sent for ever.
+bool IsNameless(const std::string& name) {
+    if (name.empty()) {
+        kLog.Error(FMT_STRING("An event without a name is not reported"));
+    }
+    return name.empty();
+}
+
 }  // namespace
 
 CReportService::CReportService(const QString& path, const ReportSurroundings& surroundings,
@@ -26,14 +34,17 @@ CReportService::CReportService(const QString& path, const ReportSurroundings& su
 CReportService::~CReportService() = default;
 
 bool CReportService::Report(const ReportEvent& event) {
-    return Take(event.name, event, std::nullopt);
+    return !IsNameless(event.name) && Take(event.name, event, std::nullopt);
 }
 
 std::shared_ptr<std::string> CReportService::TimerStart(const std::string& event) {
-    return std::make_shared<std::string>(m_measurements.Start(event));
+    return IsNameless(event) ? nullptr : std::make_shared<std::string>(m_measurements.Start(event));
 }
 
 bool CReportService::TimerEnd(const ReportEvent& event) {
+    if (IsNameless(event.name)) {
+        return false;
+    }
     const auto measured = m_measurements.End(event.name);
     if (!measured) {
         kLog.Error(FMT_STRING("No measurement {} is open"), event.name);

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <json/writer.h>
 
+#include <QTextCodec>
 #include <algorithm>
 #include <cmath>
 #include <sstream>
@@ -12,6 +13,17 @@ namespace {
 // Below what readers of ours follow, the event around it counted.
 constexpr int kMostDepth = 60;
 
+constexpr int kUtf8Mib = 106;
+
+bool IsUtf8(const std::string& text) {
+    if (std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; })) {
+        return true;
+    }
+    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+    QTextCodec::codecForMib(kUtf8Mib)->toUnicode(text.data(), int(text.size()), &state);
+    return state.invalidChars == 0 && state.remainingChars == 0;
+}
+
 bool IsSayable(const Json::Value& value, int depth = 0) {
     if (depth > kMostDepth) {
         return false;
@@ -19,9 +31,16 @@ bool IsSayable(const Json::Value& value, int depth = 0) {
     if (value.type() == Json::realValue) {
         return std::isfinite(value.asDouble());
     }
-    return !(value.isArray() || value.isObject()) ||
-           std::all_of(value.begin(), value.end(),
-                       [depth](const Json::Value& element) { return IsSayable(element, depth + 1); });
+    if (!value.isArray() && !value.isObject()) {
+        return true;
+    }
+    for (auto element = value.begin(); element != value.end(); ++element) {
+        // Two keys that are no text would become one key, and no reader takes that.
+        if ((value.isObject() && !IsUtf8(element.name())) || !IsSayable(*element, depth + 1)) {
+            return false;
+        }
+    }
+    return true;
 }
 
 std::unique_ptr<Json::StreamWriter> OneLineWriter() {

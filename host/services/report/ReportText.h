@@ -31,8 +31,8 @@ public:
     CReportText();
     ~CReportText();
 
-    /// Nothing for what JSON can't say or no reader takes: numbers without an end, values nested without measure.
-    /// What is no text in a string becomes the character that stands for that.
+    /// Nothing for what JSON can't say or no reader takes: numbers without an end, values nested without measure,
+    /// keys that are no text. What is no text in another string becomes the character that stands for that.
     std::optional<std::string> Of(const ReportedEventData& event);
 
 private:

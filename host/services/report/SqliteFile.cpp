@@ -21,11 +21,12 @@ void CSqliteStatement::Bind(int at, const std::string& text) {
 }
 
 bool CSqliteStatement::Step() {
-    if (sqlite3_step(m_pStatement.get()) == SQLITE_ROW) {
-        return true;
+    const int result = sqlite3_step(m_pStatement.get());
+    m_bFailed = result != SQLITE_ROW && result != SQLITE_DONE;
+    if (result != SQLITE_ROW) {
+        Reset();
     }
-    Reset();
-    return false;
+    return result == SQLITE_ROW;
 }
 
 bool CSqliteStatement::Run() {

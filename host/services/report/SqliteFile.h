@@ -18,6 +18,8 @@ public:
 
     /// Whether there is a row to be read; at the end, and after an error, there is none.
     bool Step();
+    /// Whether the last step met an error.
+    bool Failed() const { return m_bFailed; }
     /// Runs a statement that gives no rows.
     bool Run();
     void Reset();
@@ -31,6 +33,7 @@ private:
         void operator()(sqlite3_stmt* statement) const;
     };
     std::unique_ptr<sqlite3_stmt, Finalize> m_pStatement;
+    bool m_bFailed = false;
 };
 
 /// A SQLite file for callers of several threads, who take turns by a lock of their own: the toolkit's own

@@ -26,6 +26,8 @@ protected:
         }
     }
 
+    static constexpr int kMostRows = 10'000;
+
     CWireDecoder decoder;
     CSeenModel model{NewTrafficFormat(decoder)};
     CSeenFilter filter{model};
@@ -37,14 +39,14 @@ protected:
 TEST_F(SeenModelTest, AStormIsAppliedInBatchesOfBoundedSize) {
     QSignalSpy inserted(&model, &QAbstractItemModel::rowsInserted);
 
-    AddMany(CSeenModel::kMaxRows);
+    AddMany(kMostRows);
     EXPECT_EQ(model.rowCount(), 0);
     time.Advance(std::chrono::milliseconds(100));
     EXPECT_EQ(model.rowCount(), CSeenModel::kMaxBatch);
     time.Advance(std::chrono::seconds(1));
 
-    EXPECT_EQ(model.rowCount(), CSeenModel::kMaxRows);
-    EXPECT_EQ(inserted.count(), CSeenModel::kMaxRows / CSeenModel::kMaxBatch);
+    EXPECT_EQ(model.rowCount(), kMostRows);
+    EXPECT_EQ(inserted.count(), kMostRows / CSeenModel::kMaxBatch);
     for (const auto& rows : inserted) {
         EXPECT_LE(rows[2].toInt() - rows[1].toInt() + 1, CSeenModel::kMaxBatch);
     }
@@ -52,14 +54,29 @@ TEST_F(SeenModelTest, AStormIsAppliedInBatchesOfBoundedSize) {
 }
 
 TEST_F(SeenModelTest, TheOldestGiveWayToTheYoungest) {
-    AddMany(CSeenModel::kMaxRows + 3);
+    AddMany(kMostRows + 3);
     time.Advance(std::chrono::seconds(2));
     Add(77'777);
     time.Advance(std::chrono::seconds(1));
 
-    ASSERT_EQ(model.rowCount(), CSeenModel::kMaxRows);
+    ASSERT_EQ(model.rowCount(), kMostRows);
     EXPECT_EQ(model.CellsAt(0)[1], QStringLiteral("4"));
-    EXPECT_EQ(model.CellsAt(CSeenModel::kMaxRows - 1)[1], QStringLiteral("77777"));
+    EXPECT_EQ(model.CellsAt(kMostRows - 1)[1], QStringLiteral("77777"));
+}
+
+TEST_F(SeenModelTest, OfCallsWithTheirBodiesFewerAreKept) {
+    CSeenModel calls(NewHttpFormat());
+    for (int i = 1; i <= 1'002; ++i) {
+        Seen seen;
+        seen.number = uint64_t(i);
+        HttpSeen call;
+        call.task = static_cast<unsigned long>(i);
+        seen.what = call;
+        calls.Add(seen);
+    }
+    time.Advance(std::chrono::seconds(2));
+
+    EXPECT_EQ(calls.rowCount(), 1'000);
 }
 
 TEST_F(SeenModelTest, WhatComesTwiceIsTakenOnce) {

@@ -23,19 +23,21 @@ TEST(ArgumentsTest, NothingGivenMeansAnyPortsAndTheBuiltInScenario) {
     EXPECT_FALSE(arguments->scenario);
     EXPECT_EQ(arguments->port, 0);
     EXPECT_EQ(arguments->controlPort, 0);
+    EXPECT_EQ(arguments->httpPort, 0);
     EXPECT_FALSE(arguments->token);
     EXPECT_FALSE(arguments->child);
 }
 
 TEST(ArgumentsTest, EachWordIsRead) {
     Errors errors;
-    const auto arguments =
-        ReadArguments(Words("--child --scenario a.json --port 65535 --control-port 7 --token T0k"), errors);
+    const auto arguments = ReadArguments(
+        Words("--child --scenario a.json --port 65535 --control-port 7 --http-port 9 --token T0k"), errors);
 
     ASSERT_TRUE(arguments);
     EXPECT_EQ(arguments->scenario, QStringLiteral("a.json"));
     EXPECT_EQ(arguments->port, 65535);
     EXPECT_EQ(arguments->controlPort, 7);
+    EXPECT_EQ(arguments->httpPort, 9);
     EXPECT_EQ(arguments->token, "T0k");
     EXPECT_TRUE(arguments->child);
 }
@@ -62,6 +64,7 @@ INSTANTIATE_TEST_SUITE_P(
         ArgumentRow{"Unknown", "--prot --child", "--prot: unknown argument"},
         ArgumentRow{"PortTooLarge", "--port 65536", "--port: must be a whole number from 0 to 65535"},
         ArgumentRow{"PortNegative", "--port -1", "--port: must be a whole number from 0 to 65535"},
+        ArgumentRow{"HttpPortTooHigh", "--http-port 65536", "--http-port: must be a whole number from 0 to 65535"},
         ArgumentRow{"PortNoNumber", "--control-port x", "--control-port: must be a whole number from 0 to 65535"},
         ArgumentRow{"ValueMissing", "--child --scenario", "--scenario: its value is missing"},
         ArgumentRow{"Twice", "--port 1 --port 2", "--port: given twice"},

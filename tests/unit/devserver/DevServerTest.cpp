@@ -49,7 +49,7 @@ HttpAnswer HttpTo(quint16 port, const QVector<QPair<QByteArray, QByteArray>>& he
 
 DevServerTest::DevServerTest() : server(TestScenario(), kToken) {
     std::string error;
-    EXPECT_TRUE(server.Listen(0, 0, error)) << error;
+    EXPECT_TRUE(server.Listen({}, error)) << error;
 }
 
 std::unique_ptr<ChannelClient> DevServerTest::Connected() {

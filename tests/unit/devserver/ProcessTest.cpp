@@ -42,7 +42,7 @@ TEST_F(ProcessTest, FirstLineTellsPortsAndTokenByWhichTheServerIsReached) {
 
     const Json::Value greeting = Greeting();
 
-    EXPECT_THAT(greeting.getMemberNames(), testing::UnorderedElementsAre("channel", "control", "token"));
+    EXPECT_THAT(greeting.getMemberNames(), testing::UnorderedElementsAre("channel", "control", "http", "token"));
     const std::string token = greeting["token"].asString();
     EXPECT_THAT(token, MatchesRegex("[0-9a-f]{32}"));
     ChannelClient client(quint16(greeting["channel"].asUInt()), token);
@@ -127,7 +127,7 @@ TEST_F(ProcessTest, MissingScenarioFileIsNamed) {
 }
 
 TEST_F(ProcessTest, PortInUseIsTold) {
-    for (const char* argument : {"--port", "--control-port"}) {
+    for (const char* argument : {"--port", "--control-port", "--http-port"}) {
         QTcpServer occupant;
         ASSERT_TRUE(occupant.listen(QHostAddress(QHostAddress::LocalHost)));
 

@@ -47,7 +47,19 @@ INSTANTIATE_TEST_SUITE_P(
                 {"\x08\xff\xff\xff\xff\x0f\x10\x00\x18\x0d\x18\xff\xff\xff\xff\xff\xff\xff\xff\xff\x01", 21}},
         PushRow{"PremiumWithoutDelay", R"({"premiumChange":{"access":[1]}})", 20837, "\x18\x01"},
         PushRow{"VipOfNothing", R"({"vipChange":{}})", 20832, ""},
-        PushRow{"VipWindow", R"({"vipChange":{"windowSeconds":30}})", 20832, "\x08\x1e"}),
+        PushRow{"VipWindow", R"({"vipChange":{"windowSeconds":30}})", 20832, "\x08\x1e"},
+        PushRow{"AdChangeOfNothing", R"({"adChange":{}})", 20145, ""},
+        PushRow{"AdChange",
+                R"({"adChange":{"adType":2,"adPosition":42,"delay":0,"offlineAdIds":["18088",""]}})",
+                20145,
+                {"\x08\x02\x10\x2a\x18\x00\x22\x05\x31\x38\x30\x38\x38\x22\x00", 15}},
+        PushRow{"AdChangeOffline", R"({"adChange":{"offlineAdIds":["a"]}})", 20145, "\x22\x01\x61"},
+        PushRow{"AdCheckOfNothing", R"({"adCheck":{}})", 20170, ""},
+        PushRow{"AdCheck", R"({"adCheck":{"adType":3,"adPosition":7,"delay":4294967295,"adIds":["a","b"]}})", 20170,
+                "\x08\x03\x10\x07\x18\xff\xff\xff\xff\x0f\x22\x01\x61\x22\x01\x62"},
+        PushRow{"AdNewOfNothing", R"({"adNew":{}})", 20171, ""},
+        PushRow{"AdNew", R"({"adNew":{"adType":4294967295,"adPosition":9,"delay":5}})", 20171,
+                "\x08\xff\xff\xff\xff\x0f\x10\x09\x18\x05"}),
     RowName());
 
 struct BadRow {
@@ -66,7 +78,7 @@ TEST_P(BadPushTest, IsRefusedByKeyAndReason) {
     EXPECT_THAT(errors, ElementsAre(GetParam().error));
 }
 
-constexpr const char* kNotOne = "must hold exactly one of bodyHex, premiumChange, vipChange";
+constexpr const char* kNotOne = "must hold exactly one of bodyHex, premiumChange, vipChange, adChange, adCheck, adNew";
 
 INSTANTIATE_TEST_SUITE_P(
     Rows, BadPushTest,
@@ -91,6 +103,14 @@ INSTANTIATE_TEST_SUITE_P(
                "premiumChange.access[1]: must be a whole number from -2147483648 to 2147483647"},
         BadRow{"VipNoObject", R"({"vipChange":[]})", "vipChange: must be an object"},
         BadRow{"VipUnknownKey", R"({"vipChange":{"window":1}})", "vipChange.window: unknown key"},
+        BadRow{"AdChangeAndNew", R"({"adChange":{},"adNew":{}})", kNotOne},
+        BadRow{"BytesAndCheck", R"({"bodyHex":"","adCheck":{}})", kNotOne},
+        BadRow{"AdNewWithIds", R"({"adNew":{"adIds":[]}})", "adNew.adIds: unknown key"},
+        BadRow{"AdChangeWithCommand", R"({"adChange":{},"command":20145})", "command: unknown key"},
+        BadRow{"AdIdNumber", R"({"adCheck":{"adIds":["a",18088]}})", "adCheck.adIds[1]: must be a text"},
+        BadRow{"OfflineNoList", R"({"adChange":{"offlineAdIds":"a"}})", "adChange.offlineAdIds: must be a list"},
+        BadRow{"AdTypeNegative", R"({"adNew":{"adType":-1}})",
+               "adNew.adType: must be a whole number from 0 to 4294967295"},
         BadRow{"WindowPastTheRange", R"({"vipChange":{"windowSeconds":4294967296}})",
                "vipChange.windowSeconds: must be a whole number from 0 to 4294967295"}),
     RowName());

@@ -13,9 +13,9 @@ TEST(ReceivedLogTest, KeepsTheLastTenThousandAndNumbersOn) {
         log.Add(ReceivedFrame());
     }
 
-    EXPECT_EQ(log.Frames().size(), 10'000u);
-    EXPECT_EQ(log.Frames().front().number, 4u);
-    EXPECT_EQ(log.Frames().back().number, 10'003u);
+    EXPECT_EQ(log.Entries().size(), 10'000u);
+    EXPECT_EQ(log.Entries().front().number, 4u);
+    EXPECT_EQ(log.Entries().back().number, 10'003u);
 }
 
 TEST(ReceivedLogTest, ForgetsTheOldestWhenBodiesGrowTooLarge) {
@@ -25,11 +25,11 @@ TEST(ReceivedLogTest, ForgetsTheOldestWhenBodiesGrowTooLarge) {
 
     log.Add(large);
     log.Add(large);
-    EXPECT_EQ(log.Frames().size(), 2u);
+    EXPECT_EQ(log.Entries().size(), 2u);
     log.Add(large);
 
-    EXPECT_EQ(log.Frames().size(), 2u);
-    EXPECT_EQ(log.Frames().front().number, 2u);
+    EXPECT_EQ(log.Entries().size(), 2u);
+    EXPECT_EQ(log.Entries().front().number, 2u);
 }
 
 }  // namespace

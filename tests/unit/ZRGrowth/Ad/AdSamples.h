@@ -6,7 +6,7 @@
 #include <string>
 
 /// A value of a JSON text that is known to be good.
-inline Json::Value Json(const std::string& text) {
+inline Json::Value JsonOf(const std::string& text) {
     Json::Value value;
     std::istringstream stream(text);
     stream >> value;
@@ -15,7 +15,7 @@ inline Json::Value Json(const std::string& text) {
 
 /// A popup ad with every key, of a window from 100 to 300 seconds that expires at 400.
 inline Json::Value PopupAd(const std::string& id = "18088") {
-    Json::Value ad = Json(R"({"ad_id": "", "name": "Autumn", "start_time": 100, "end_time": 300, "expire_time": 400,
+    Json::Value ad = JsonOf(R"({"ad_id": "", "name": "Autumn", "start_time": 100, "end_time": 300, "expire_time": 400,
         "push_id": "p-1", "popup_ad": {"popup_type": 2, "show_areas": [500, 501],
         "bottom_popup": {"img": "https://pictures.test/card.png", "schema": "https://www.test/autumn"}}})");
     ad["ad_id"] = id;
@@ -24,7 +24,7 @@ inline Json::Value PopupAd(const std::string& id = "18088") {
 
 /// A banner ad of the same window.
 inline Json::Value BannerAd(const std::string& id = "18089") {
-    Json::Value ad = Json(R"({"ad_id": "", "start_time": 100, "end_time": 300, "expire_time": 400,
+    Json::Value ad = JsonOf(R"({"ad_id": "", "start_time": 100, "end_time": 300, "expire_time": 400,
         "banner_ad": {"img": "https://pictures.test/strip.png", "schema": "zrclient://page/news"}})");
     ad["ad_id"] = id;
     return ad;
@@ -32,13 +32,13 @@ inline Json::Value BannerAd(const std::string& id = "18089") {
 
 /// What stands under "data" for the bottom popup, without ads.
 inline Json::Value PopupData() {
-    return Json(R"({"ad_type": 2, "ad_position": 42, "show_duration": 15, "show_interval": 3600,
+    return JsonOf(R"({"ad_type": 2, "ad_position": 42, "show_duration": 15, "show_interval": 3600,
         "show_interval_type": 1, "enable_close": true, "ad": []})");
 }
 
 /// The same for a banner at position 7.
 inline Json::Value BannerData() {
-    return Json(R"({"ad_type": 3, "ad_position": 7, "enable_close": false, "banner_position": {"banner_type": 2,
+    return JsonOf(R"({"ad_type": 3, "ad_position": 7, "enable_close": false, "banner_position": {"banner_type": 2,
         "carousel_interval": 5, "material_scale": "6:1", "material_corner": "8"}, "ad": []})");
 }
 

@@ -32,7 +32,7 @@ TEST_P(HttpAnswerReaderTest, IsReadAlikeHoweverItIsCutUp) {
         for (size_t at = 0; at < row.bytes.size(); at += piece) {
             reader.Take(row.bytes.data() + at, std::min(piece, row.bytes.size() - at));
         }
-        EXPECT_EQ(reader.End(), row.state);
+        EXPECT_EQ(reader.End(true), row.state);
         if (row.state == EnState::kWhole) {
             EXPECT_EQ(reader.Body(), row.body);
         }
@@ -81,6 +81,19 @@ INSTANTIATE_TEST_SUITE_P(
                    return head;
                }(),
                EnState::kTooLarge, ""},
+           Row{"GarbageWithoutEnd", std::string(40'000, 'x') + "\r\n", EnState::kBad, ""},
+           Row{"ChunkWithManyWords",
+               "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n1;" + std::string(5'000, 'x') + "\r\na\r\n",
+               EnState::kTooLarge, ""},
+           Row{"TrailersWithoutEnd",
+               [] {
+                   std::string text = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n0\r\n";
+                   for (int i = 0; i < 30; ++i) {
+                       text += "x: " + std::string(10'000, 'x') + "\r\n";
+                   }
+                   return text;
+               }(),
+               EnState::kTooLarge, ""},
            Row{"LengthCut", "HTTP/1.1 200 OK\r\nContent-Length: 3\r\n\r\nab", EnState::kCut, ""},
            Row{"ChunkCut", "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n3\r\nab", EnState::kCut, ""},
            Row{"LastChunkCut", "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n1\r\na\r\n0\r\n", EnState::kCut,
@@ -108,6 +121,44 @@ INSTANTIATE_TEST_SUITE_P(
            Row{"ChunkLongerThanSaid", "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n1\r\nab\r\n0\r\n\r\n",
                EnState::kBad, ""}),
     [](const auto& row) { return std::string(row.param.name); });
+
+std::string Chunked(size_t chunks, const std::string& words) {
+    std::string bytes = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n";
+    for (size_t i = 0; i < chunks; ++i) {
+        bytes += "1" + words + "\r\nx\r\n";
+    }
+    return bytes + "0\r\n\r\n";
+}
+
+TEST(HttpAnswerReaderChunkTest, ManySmallOnesCountByWhatTheyBring) {
+    // more about the chunks than a head may have
+    constexpr size_t kChunks = 300'000;
+    const std::string bytes = Chunked(kChunks, "");
+    CHttpAnswerReader reader(kChunks);
+
+    EXPECT_EQ(reader.Take(bytes.data(), bytes.size()), EnState::kWhole);
+
+    EXPECT_EQ(reader.Body(), std::string(kChunks, 'x'));
+}
+
+TEST(HttpAnswerReaderChunkTest, ManyWordsAboutLittleAreTooMuch) {
+    const std::string bytes = Chunked(1'000, ";" + std::string(1'000, 'w'));
+    CHttpAnswerReader reader(1'000);
+
+    EXPECT_EQ(reader.Take(bytes.data(), bytes.size()), EnState::kTooLarge);
+}
+
+TEST(HttpAnswerReaderEndTest, OnlyAnOrderlyEndMakesABodyWithoutALengthWhole) {
+    const std::string open = "HTTP/1.1 200 OK\r\n\r\nabc";
+    CHttpAnswerReader cut(kMost);
+    cut.Take(open.data(), open.size());
+    EXPECT_EQ(cut.End(false), EnState::kCut);
+
+    const std::string counted = "HTTP/1.1 200 OK\r\nContent-Length: 3\r\n\r\nabc";
+    CHttpAnswerReader whole(kMost);
+    whole.Take(counted.data(), counted.size());
+    EXPECT_EQ(whole.End(false), EnState::kWhole);
+}
 
 TEST(HttpAnswerReaderHeaderTest, AreFoundInWhateverCaseAndTheFirstOfANameCounts) {
     const std::string bytes = "HTTP/1.1 302 Found\r\nLOCATION:  /a b \t\r\nlocation: /c\r\nContent-Length: 0\r\n\r\n";

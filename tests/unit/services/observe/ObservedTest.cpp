@@ -160,6 +160,8 @@ TEST_F(ObservedTest, ARequestIsSeenWithItsAnswer) {
     EXPECT_EQ(seen[1].status, 404);
     EXPECT_EQ(seen[1].body, "answer");
     EXPECT_EQ(seen[1].bodyBytes, 6u);
+    EXPECT_EQ(seen[1].requestBody, "ask");
+    EXPECT_EQ(seen[1].requestBytes, 3u);
     EXPECT_GE(seen[1].durationMs, 0);
 }
 
@@ -210,13 +212,18 @@ TEST_F(ObservedTest, AReportIsSeenWithWhetherItWasTaken) {
 TEST_F(ObservedTest, AMeasurementIsSeenUnderItsEventWithItsOwnText) {
     CObservedReports observed(reports, observation);
     EXPECT_EQ(*observed.TimerStart("ExposeAd"), "ExposeAd");
+    EXPECT_TRUE(observed.TimerEnd({"ExposeAd", 1, Json::Value(), 0}));
     EXPECT_TRUE(observed.TimerEnd({"ExposeAd#12", 1, Json::Value(), 0}));
     reports.GiveNoTimers();
     EXPECT_EQ(observed.TimerStart("Other"), nullptr);
 
-    EXPECT_EQ(reports.Names(), std::vector<std::string>{"ExposeAd#12"});
-    const auto seen = All<ReportSeen>();
-    ASSERT_THAT(seen, SizeIs(3));
+    EXPECT_THAT(reports.Names(), ElementsAre("ExposeAd", "ExposeAd#12"));
+    auto seen = All<ReportSeen>();
+    ASSERT_THAT(seen, SizeIs(4));
+    EXPECT_EQ(seen[1].timer, "ExposeAd");
+    EXPECT_GE(seen[1].durationMs, 0);
+    EXPECT_EQ(seen[2].durationMs, -1);  // nobody started it
+    seen.erase(seen.begin() + 1);
     EXPECT_EQ(seen[0].kind, ReportSeen::EnKind::TimerStarted);
     EXPECT_EQ(seen[0].timer, "ExposeAd");
     EXPECT_TRUE(seen[0].taken);

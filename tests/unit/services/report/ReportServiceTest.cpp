@@ -185,6 +185,27 @@ TEST_F(ReportServiceTest, WhatCantBeSentIsNotTaken) {
     EXPECT_LE(http.Started().back().request.m_strBody.size(), 256u << 10);
 }
 
+TEST_F(ReportServiceTest, KeysThatAreNoTextAreRefusedAndNotLostLater) {
+    Json::Value params;
+    params["\xFF"] = 1;
+    params["\xFE"] = 2;
+
+    EXPECT_FALSE(service->Report(Event("ClickAd", params)));
+
+    EXPECT_THAT(log.Lines(), ElementsAre(Error("The event ClickAd holds what can't be written as JSON")));
+    EXPECT_THAT(Waiting(), IsEmpty());
+    EXPECT_THAT(log.Lines(), SizeIs(1));
+}
+
+TEST_F(ReportServiceTest, AnEventWithoutANameIsRefusedWithALine) {
+    EXPECT_FALSE(service->Report(Event("")));
+    EXPECT_EQ(service->TimerStart(""), nullptr);
+    EXPECT_FALSE(service->TimerEnd(Event("")));
+
+    EXPECT_THAT(log.Lines(), AllOf(SizeIs(3), Each(Error("An event without a name is not reported"))));
+    EXPECT_THAT(Waiting(), IsEmpty());
+}
+
 TEST_F(ReportServiceTest, AnOutboxThatCantBeWrittenGivesFalse) {
     CReportService lost(folder.filePath(QStringLiteral("none/reports.sqlite")),
                         {http, domains, time, random, poster, "device-1"});

@@ -64,6 +64,36 @@ INSTANTIATE_TEST_SUITE_P(Values, ReportTextValueTest,
                                 Row{"BadUtf8", "\xFF\xFE", true}, Row{"HalfCharacter", "\xED\xA0\x80", true},
                                 Row{"Hangul", "\xED\x95\x9C", true}, Row{"Emoji", "\xF0\x9F\x98\x80", true},
                                 Row{"ZeroByte", std::string("a\0b", 3), true}, Row{"Control", "\x01\x1F\x7F\n", true},
+                                Row{"KeyWithCharacters",
+                                    [] {
+                                        Json::Value value;
+                                        value["\xEF\xBB\xBF\xED\x95\x9C\xF0\x9F\x98\x80"] = 1;
+                                        value["\xEF\xBF\xBD"] = 2;
+                                        return value;
+                                    }(),
+                                    true},
+                                Row{"KeysOfBadUtf8",
+                                    [] {
+                                        Json::Value value;
+                                        value["\xFF"] = 1;
+                                        value["\xFE"] = 2;
+                                        return value;
+                                    }(),
+                                    false},
+                                Row{"KeyOfHalfACharacterWithin",
+                                    [] {
+                                        Json::Value value;
+                                        value["list"][0]["a\xED\x95"] = 1;
+                                        return value;
+                                    }(),
+                                    false},
+                                Row{"KeyOfHalfAPair",
+                                    [] {
+                                        Json::Value value;
+                                        value["\xED\xA0\x80"] = 1;
+                                        return value;
+                                    }(),
+                                    false},
                                 Row{"InfiniteWithin",
                                     [] {
                                         Json::Value value;

@@ -92,7 +92,7 @@ TEST_F(AdDecodeTest, WithoutTheKeyThereIsNoListOfAds) {
     for (const char* ads : {"null", "{}", "5", "\"x\""}) {
         CZRAdModelList list(nullptr);
         Json::Value data = BannerData();
-        data["ad"] = Json(ads);
+        data["ad"] = JsonOf(ads);
         EXPECT_TRUE(list.Decode(data)) << ads;
         EXPECT_EQ(list.GetAdList(), nullptr) << ads;
     }
@@ -112,7 +112,7 @@ TEST_F(AdDecodeTest, AnEmptyArrayIsAnEmptyList) {
 TEST_F(AdDecodeTest, AdsOfAnotherTypeAreSkippedWithoutAWord) {
     Json::Value data = BannerData();
     data["ad_type"] = 7;
-    data["ad"] = Json("[{}, {\"x\": 1}, {}]");
+    data["ad"] = JsonOf("[{}, {\"x\": 1}, {}]");
 
     ASSERT_TRUE(Decode(AnswerOf(data)));
 
@@ -130,17 +130,30 @@ TEST_F(AdDecodeTest, ABannerNeedsNoneOfThePopupsThreeRules) {
     EXPECT_EQ(List().GetShowIntervalType(), 0);
 }
 
-TEST_F(AdDecodeTest, ABannerTakesThePopupsRulesWhereTheyAreGood) {
-    Json::Value data = BannerData();
-    data["show_duration"] = 9;
-    data["show_interval"] = "soon";
-    data["show_interval_type"] = 4;
+TEST_F(AdDecodeTest, AListOfAnotherTypeTakesThePopupsRulesWhereTheyAreGood) {
+    for (const int type : {3, 7}) {
+        SCOPED_TRACE(type);
+        Json::Value data = BannerData();
+        data["ad_type"] = type;
+        data["show_duration"] = 9;
+        data["show_interval"] = "soon";
+        data["show_interval_type"] = 4;
+        CZRAdModelList mixed(nullptr);
+        EXPECT_TRUE(mixed.Decode(data));
+        EXPECT_EQ(mixed.GetShowDuration(), 9);
+        EXPECT_EQ(mixed.GetShowInterval(), 0);
+        EXPECT_EQ(mixed.GetShowIntervalType(), 4);
 
-    ASSERT_TRUE(Decode(AnswerOf(data)));
-
-    EXPECT_EQ(List().GetShowDuration(), 9);
-    EXPECT_EQ(List().GetShowInterval(), 0);
-    EXPECT_EQ(List().GetShowIntervalType(), 4);
+        data["show_duration"] = true;
+        data["show_interval"] = 3600;
+        data["show_interval_type"] = 1.5;
+        CZRAdModelList other(nullptr);
+        EXPECT_TRUE(other.Decode(data));
+        EXPECT_EQ(other.GetShowDuration(), 0);
+        EXPECT_EQ(other.GetShowInterval(), 3600);
+        EXPECT_EQ(other.GetShowIntervalType(), 0);
+    }
+    EXPECT_THAT(log.Lines(), IsEmpty());
 }
 
 TEST_F(AdDecodeTest, IntervalsAndTimesHave64Bits) {
@@ -168,35 +181,63 @@ TEST_F(AdDecodeTest, AWholeNumberWithAPointIsAnInteger) {
 }
 
 TEST_F(AdDecodeTest, ABannerPositionThatIsNoObjectIsIgnored) {
+    const auto expectNone = [](const Json::Value& data, const char* how) {
+        CZRAdModelList list(nullptr);
+        EXPECT_TRUE(list.Decode(data)) << how;
+        EXPECT_EQ(list.GetBannerPosition(), nullptr) << how;
+        EXPECT_THAT(list.findChildren<CZRAdBannerPosition*>(), IsEmpty()) << how;
+    };
     Json::Value data = BannerData();
-    data["banner_position"] = 5;
-
-    ASSERT_TRUE(Decode(AnswerOf(data)));
-
-    EXPECT_EQ(List().GetBannerPosition(), nullptr);
+    for (const char* position : {"5", "null", "[]", "[{}]", "\"6:1\"", "true"}) {
+        data["banner_position"] = JsonOf(position);
+        expectNone(data, position);
+    }
+    data.removeMember("banner_position");
+    expectNone(data, "absent");
     EXPECT_THAT(log.Lines(), IsEmpty());
 }
 
-TEST_F(AdDecodeTest, ACarouselIntervalThatIsNoNumberStaysZero) {
-    Json::Value data = BannerData();
-    data["banner_position"]["carousel_interval"] = "5";
+TEST_F(AdDecodeTest, AListOfAnyTypeKeepsAGoodBannerPosition) {
+    for (const int type : {2, 7}) {
+        Json::Value data = PopupData();
+        data["ad_type"] = type;
+        data["banner_position"] = BannerData()["banner_position"];
+        CZRAdModelList list(nullptr);
 
-    ASSERT_TRUE(Decode(AnswerOf(data)));
+        ASSERT_TRUE(list.Decode(data)) << type;
 
-    EXPECT_EQ(List().GetBannerPosition()->GetCarouselInterval(), 0);
+        ASSERT_TRUE(list.GetBannerPosition()) << type;
+        EXPECT_EQ(list.GetBannerPosition()->GetBannerType(), 2) << type;
+    }
+}
+
+TEST_F(AdDecodeTest, ACarouselIntervalThatIsNo32BitIntegerStaysZero) {
+    const auto expectZero = [](const Json::Value& value, const char* how) {
+        CZRAdBannerPosition position(nullptr);
+        EXPECT_TRUE(position.Decode(value)) << how;
+        EXPECT_EQ(position.GetCarouselInterval(), 0) << how;
+    };
+    Json::Value value = BannerData()["banner_position"];
+    for (const char* interval : {"\"5\"", "null", "2147483648", "-2147483649", "1.5", "true", "[]", "{}"}) {
+        value["carousel_interval"] = JsonOf(interval);
+        expectZero(value, interval);
+    }
+    value.removeMember("carousel_interval");
+    expectZero(value, "missing");
+    EXPECT_THAT(log.Lines(), IsEmpty());
 }
 
 TEST_F(AdDecodeTest, OptionalTextsOfAnotherTypeOrWithoutLengthStayEmpty) {
     for (const char* text : {"\"\"", "12", "null", "[]", "{}"}) {
         Json::Value ad = PopupAd();
-        ad["push_id"] = Json(text);
-        ad["name"] = Json(text);
+        ad["push_id"] = JsonOf(text);
+        ad["name"] = JsonOf(text);
         CZRAdPopupModel popup(nullptr);
         EXPECT_TRUE(popup.Decode(ad)) << text;
         EXPECT_EQ(popup.GetPushId(), QString()) << text;
 
         Json::Value answer = PopupAnswer();
-        answer["message"] = Json(text);
+        answer["message"] = JsonOf(text);
         CZRAdResponseModel another(nullptr);
         EXPECT_TRUE(another.Decode(answer)) << text;
         another.GetData()->setParent(&another);
@@ -206,18 +247,18 @@ TEST_F(AdDecodeTest, OptionalTextsOfAnotherTypeOrWithoutLengthStayEmpty) {
 
 TEST_F(AdDecodeTest, AreaZeroIsDroppedAndDuplicatesStay) {
     Json::Value ad = PopupAd();
-    ad["popup_ad"]["show_areas"] = Json("[0, 500, 0, 508, 500, -1]");
+    ad["popup_ad"]["show_areas"] = JsonOf("[0, 500, 0, 508, 500, -1]");
     CZRAdPopupModel popup(nullptr);
 
     ASSERT_TRUE(popup.Decode(ad));
 
-    EXPECT_THAT(*popup.GetShowAreas(), ElementsAre(ZRAdShowAreaType(500), ZRAdShowAreaType(508),
-                                                   ZRAdShowAreaType(500), ZRAdShowAreaType(-1)));
+    EXPECT_THAT(*popup.GetShowAreas(),
+                ElementsAre(ZRAdShowAreaType(500), ZRAdShowAreaType(508), ZRAdShowAreaType(500), ZRAdShowAreaType(-1)));
 }
 
 TEST_F(AdDecodeTest, NoAreasAreAnEmptyList) {
     Json::Value ad = PopupAd();
-    ad["popup_ad"]["show_areas"] = Json("[]");
+    ad["popup_ad"]["show_areas"] = JsonOf("[]");
     CZRAdPopupModel popup(nullptr);
 
     ASSERT_TRUE(popup.Decode(ad));
@@ -238,6 +279,19 @@ TEST_F(AdDecodeTest, TextsAreReadAsUtf8WithZeroBytesInThem) {
     EXPECT_EQ(banner.GetAdId(), QString::fromUtf8("a\0b", 3));
     EXPECT_EQ(banner.GetImage(), QString(QChar(0x56FE)));
     EXPECT_EQ(banner.GetSchema(), QString(QChar(QChar::ReplacementCharacter)));
+}
+
+TEST_F(AdDecodeTest, AByteOrderMarkIsNoPartOfAText) {
+    const std::string mark = "\xEF\xBB\xBF";
+    ASSERT_TRUE(QString::fromUtf8(mark.data(), int(mark.size())).isEmpty());
+    Json::Value ad = BannerAd(mark + "18089");
+    ad["push_id"] = mark;
+    CZRAdBannerModel banner(nullptr);
+
+    ASSERT_TRUE(banner.Decode(ad));
+
+    EXPECT_EQ(banner.GetAdId(), QStringLiteral("18089"));
+    EXPECT_EQ(banner.GetPushId(), QString());
 }
 
 TEST_F(AdDecodeTest, NonZeroCodeWithDataDecodes) {
@@ -292,6 +346,83 @@ TEST_F(AdDecodeTest, AListThatFailedGoesWithItsAnswer) {
     }
     EXPECT_FALSE(list);
     log.Forget();
+}
+
+TEST_F(AdDecodeTest, APositionThatFailedIsNotTheListsAndACardThatFailedIsItsPopups) {
+    CZRAdModelList list(nullptr);
+    Json::Value data = BannerData();
+    data["banner_position"].removeMember("material_corner");
+    EXPECT_FALSE(list.Decode(data));
+    EXPECT_EQ(list.GetBannerPosition(), nullptr);
+    EXPECT_THAT(list.findChildren<CZRAdBannerPosition*>(), SizeIs(1));  // it goes with the list
+
+    CZRAdPopupModel popup(nullptr);
+    Json::Value ad = PopupAd();
+    ad["popup_ad"]["bottom_popup"].removeMember("schema");
+    EXPECT_FALSE(popup.Decode(ad));
+    ASSERT_TRUE(popup.GetBottomPopup());
+    EXPECT_EQ(popup.GetBottomPopup()->parent(), &popup);
+    EXPECT_EQ(popup.GetBottomPopup()->GetImage(), QStringLiteral("https://pictures.test/card.png"));
+    log.Forget();
+}
+
+TEST_F(AdDecodeTest, AreasAreThereAsSoonAsTheyAreAnArray) {
+    CZRAdPopupModel popup(nullptr);
+    Json::Value ad = PopupAd();
+    ad["popup_ad"]["show_areas"] = JsonOf(R"([500, "501", 502])");
+    EXPECT_FALSE(popup.Decode(ad));
+    ASSERT_TRUE(popup.GetShowAreas());
+    EXPECT_THAT(*popup.GetShowAreas(), ElementsAre(ZRAdShowAreaType(500)));
+    EXPECT_EQ(popup.GetBottomPopup(), nullptr);
+    log.Forget();
+}
+
+TEST_F(AdDecodeTest, WhatWasNeverDecodedIsEmpty) {
+    QObject parent;
+    auto* answer = new CZRAdResponseModel(&parent);
+    auto* list = new CZRAdModelList(&parent);
+    auto* position = new CZRAdBannerPosition(&parent);
+    auto* banner = new CZRAdBannerModel(&parent);
+    auto* popup = new CZRAdPopupModel(&parent);
+    auto* card = new CZRAdBottomPopupModel(&parent);
+
+    EXPECT_THAT(parent.children(), ElementsAre(answer, list, position, banner, popup, card));
+    EXPECT_EQ(answer->GetCode(), 0);
+    EXPECT_EQ(answer->GetMessage(), QString());
+    EXPECT_EQ(answer->GetData(), nullptr);
+    EXPECT_EQ(list->GetAdType(), 0);
+    EXPECT_EQ(list->GetAdPosition(), 0);
+    EXPECT_EQ(list->GetShowDuration(), 0);
+    EXPECT_EQ(list->GetShowInterval(), 0);
+    EXPECT_EQ(list->GetShowIntervalType(), 0);
+    EXPECT_FALSE(list->GetEnableClose());
+    EXPECT_EQ(list->GetBannerPosition(), nullptr);
+    EXPECT_EQ(list->GetAdList(), nullptr);
+    EXPECT_EQ(position->GetBannerType(), 0);
+    EXPECT_EQ(position->GetCarouselInterval(), 0);
+    EXPECT_EQ(position->GetMaterialScale() + position->GetMaterialCorner(), QString());
+    EXPECT_EQ(banner->GetAdId() + banner->GetPushId() + banner->GetImage() + banner->GetSchema(), QString());
+    EXPECT_EQ(banner->GetStartTime(), 0);
+    EXPECT_EQ(banner->GetEndTime(), 0);
+    EXPECT_EQ(banner->GetExpireTime(), 0);
+    EXPECT_EQ(popup->GetPopupType(), 0);
+    EXPECT_EQ(popup->GetShowAreas(), nullptr);
+    EXPECT_EQ(popup->GetBottomPopup(), nullptr);
+    EXPECT_EQ(card->GetImage() + card->GetSchema(), QString());
+}
+
+TEST_F(AdDecodeTest, TheVocabulariesAreTheServersNumbers) {
+    EXPECT_EQ(ZRAdTypePopup, 2);
+    EXPECT_EQ(ZRAdTypeBanner, 3);
+    EXPECT_EQ(ZRAdApiTypeSearch, 1);
+    EXPECT_EQ(ZRAdApiTypeCheck, 2);
+    EXPECT_THAT((std::vector<int>{ZRAdCloseTypeAdClicked, ZRAdCloseTypeCloseButton, ZRAdCloseTypeTimeout,
+                                  ZRAdCloseTypeTabSwitched, ZRAdCloseTypeLanguageChanged, ZRAdCloseTypeLogin,
+                                  ZRAdCloseTypeLogout, ZRAdCloseTypePushOffline}),
+                ElementsAre(0, 1, 2, 3, 4, 5, 6, 7));
+    EXPECT_EQ(ZRAdActionTypeClick, 0);
+    EXPECT_EQ(ZRAdActionTypeClose, 2);
+    EXPECT_EQ(kAdPositionBottomPopup, 42);
 }
 
 TEST_F(AdDecodeTest, ModelsHaveNeitherSignalsNorSlotsOfTheirOwn) {

@@ -15,8 +15,8 @@ enum class Rule { Int, Int64, Bool, Text, Object, Array };
 
 struct Row {
     const char* name;
-    bool banner;                     // in an answer with a banner, else one with a popup
-    std::vector<const char*> path;   // to the key from the answer's root; "0" is the first element of an array
+    bool banner;                    // in an answer with a banner, else one with a popup
+    std::vector<const char*> path;  // to the key from the answer's root; "0" is the first element of an array
     Rule rule;
     ZRLogType severity;
     const char* words;
@@ -33,48 +33,132 @@ const Row kRows[] = {
     {"Code", false, {"code"}, Rule::Int, kError, "CZRAdResponseModel decode failed, code is unvalid"},
     {"Data", false, {"data"}, Rule::Object, kError, "CZRAdResponseModel decode failed, data is unvalid"},
     {"AdType", false, {"data", "ad_type"}, Rule::Int, kError, "CZRAdModelList decode failed, ad_type is unvalid"},
-    {"AdPosition", false, {"data", "ad_position"}, Rule::Int, kError,
+    {"AdPosition",
+     false,
+     {"data", "ad_position"},
+     Rule::Int,
+     kError,
      "CZRAdModelList decode failed, ad_position is unvalid"},
-    {"ShowDuration", false, {"data", "show_duration"}, Rule::Int, kError,
+    {"ShowDuration",
+     false,
+     {"data", "show_duration"},
+     Rule::Int,
+     kError,
      "CZRAdModelList decode failed, show_duration is unvalid"},
-    {"ShowInterval", false, {"data", "show_interval"}, Rule::Int64, kError,
+    {"ShowInterval",
+     false,
+     {"data", "show_interval"},
+     Rule::Int64,
+     kError,
      "CZRAdModelList decode failed, show_interval is unvalid"},
-    {"ShowIntervalType", false, {"data", "show_interval_type"}, Rule::Int, kError,
+    {"ShowIntervalType",
+     false,
+     {"data", "show_interval_type"},
+     Rule::Int,
+     kError,
      "CZRAdModelList decode failed, show_interval_type is unvalid"},
-    {"EnableCloseOfAPopup", false, {"data", "enable_close"}, Rule::Bool, kError,
+    {"EnableCloseOfAPopup",
+     false,
+     {"data", "enable_close"},
+     Rule::Bool,
+     kError,
      "CZRAdModelList decode failed, enable_close is unvalid"},
-    {"EnableCloseOfABanner", true, {"data", "enable_close"}, Rule::Bool, kError,
+    {"EnableCloseOfABanner",
+     true,
+     {"data", "enable_close"},
+     Rule::Bool,
+     kError,
      "CZRAdModelList decode failed, enable_close is unvalid"},
-    {"BannerType", true, {"data", "banner_position", "banner_type"}, Rule::Int, kInfo,
+    {"BannerType",
+     true,
+     {"data", "banner_position", "banner_type"},
+     Rule::Int,
+     kInfo,
      "CZRAdBannerPosition decode failed, banner_type is unvalid"},
-    {"MaterialScale", true, {"data", "banner_position", "material_scale"}, Rule::Text, kInfo,
+    {"MaterialScale",
+     true,
+     {"data", "banner_position", "material_scale"},
+     Rule::Text,
+     kInfo,
      "CZRAdBannerPosition decode failed, material_scale is unvalid"},
-    {"MaterialCorner", true, {"data", "banner_position", "material_corner"}, Rule::Text, kInfo,
+    {"MaterialCorner",
+     true,
+     {"data", "banner_position", "material_corner"},
+     Rule::Text,
+     kInfo,
      "CZRAdBannerPosition decode failed, material_corner is unvalid"},
     {"AdId", false, {"data", "ad", "0", "ad_id"}, Rule::Text, kInfo, "CZRAdModel decode failed, ad_id is unvalid"},
-    {"StartTime", false, {"data", "ad", "0", "start_time"}, Rule::Int64, kInfo,
+    {"StartTime",
+     false,
+     {"data", "ad", "0", "start_time"},
+     Rule::Int64,
+     kInfo,
      "CZRAdModel decode failed, start_time is unvalid"},
-    {"EndTime", true, {"data", "ad", "0", "end_time"}, Rule::Int64, kInfo,
+    {"EndTime",
+     true,
+     {"data", "ad", "0", "end_time"},
+     Rule::Int64,
+     kInfo,
      "CZRAdModel decode failed, end_time is unvalid"},
-    {"ExpireTime", false, {"data", "ad", "0", "expire_time"}, Rule::Int64, kInfo,
+    {"ExpireTime",
+     false,
+     {"data", "ad", "0", "expire_time"},
+     Rule::Int64,
+     kInfo,
      "CZRAdModel decode failed, expire_time is unvalid"},
-    {"BannerAd", true, {"data", "ad", "0", "banner_ad"}, Rule::Object, kError,
+    {"BannerAd",
+     true,
+     {"data", "ad", "0", "banner_ad"},
+     Rule::Object,
+     kError,
      "CZRAdBannerModel decode failed, banner_ad is unvalid"},
-    {"BannerImage", true, {"data", "ad", "0", "banner_ad", "img"}, Rule::Text, kError,
+    {"BannerImage",
+     true,
+     {"data", "ad", "0", "banner_ad", "img"},
+     Rule::Text,
+     kError,
      "CZRAdBannerModel decode failed, img is unvalid"},
-    {"BannerSchema", true, {"data", "ad", "0", "banner_ad", "schema"}, Rule::Text, kError,
+    {"BannerSchema",
+     true,
+     {"data", "ad", "0", "banner_ad", "schema"},
+     Rule::Text,
+     kError,
      "CZRAdBannerModel decode failed, schema is unvalid"},
-    {"PopupAd", false, {"data", "ad", "0", "popup_ad"}, Rule::Object, kError,
+    {"PopupAd",
+     false,
+     {"data", "ad", "0", "popup_ad"},
+     Rule::Object,
+     kError,
      "CZRAdPopupModel decode failed, popup_ad is unvalid"},
-    {"PopupType", false, {"data", "ad", "0", "popup_ad", "popup_type"}, Rule::Int, kError,
+    {"PopupType",
+     false,
+     {"data", "ad", "0", "popup_ad", "popup_type"},
+     Rule::Int,
+     kError,
      "CZRAdPopupModel decode failed, popup_type is unvalid"},
-    {"ShowAreas", false, {"data", "ad", "0", "popup_ad", "show_areas"}, Rule::Array, kError,
+    {"ShowAreas",
+     false,
+     {"data", "ad", "0", "popup_ad", "show_areas"},
+     Rule::Array,
+     kError,
      "CZRAdPopupModel decode failed, show_areas is unvalid"},
-    {"BottomPopup", false, {"data", "ad", "0", "popup_ad", "bottom_popup"}, Rule::Object, kError,
+    {"BottomPopup",
+     false,
+     {"data", "ad", "0", "popup_ad", "bottom_popup"},
+     Rule::Object,
+     kError,
      "CZRAdPopupModel decode failed, bottom_popup is unvalid"},
-    {"CardImage", false, {"data", "ad", "0", "popup_ad", "bottom_popup", "img"}, Rule::Text, kError,
+    {"CardImage",
+     false,
+     {"data", "ad", "0", "popup_ad", "bottom_popup", "img"},
+     Rule::Text,
+     kError,
      "CZRAdBottomPopupModel decode failed, img is unvalid"},
-    {"CardSchema", false, {"data", "ad", "0", "popup_ad", "bottom_popup", "schema"}, Rule::Text, kError,
+    {"CardSchema",
+     false,
+     {"data", "ad", "0", "popup_ad", "bottom_popup", "schema"},
+     Rule::Text,
+     kError,
      "CZRAdBottomPopupModel decode failed, schema is unvalid"},
 };
 
@@ -82,13 +166,14 @@ const Row kRows[] = {
 std::vector<std::string> BadValues(Rule rule) {
     switch (rule) {
         case Rule::Int:
-            return {"null", "\"1\"", "true", "1.5", "2147483648", "[]", "{}"};
+            return {"null", "\"1\"", "true", "1.5", "2147483648", "-2147483649", "4294967295", "[]", "{}"};
         case Rule::Int64:
             return {"null", "\"1\"", "true", "1.5", "9223372036854775808", "[]", "{}"};
         case Rule::Bool:
             return {"null", "1", "0", "\"true\"", "[]", "{}"};
         case Rule::Text:
-            return {"null", "\"\"", "18088", "true", "[]", "{}"};
+            // the last is a byte-order mark, which reads as nothing
+            return {"null", "\"\"", "18088", "true", "[]", "{}", "\"\xEF\xBB\xBF\""};
         case Rule::Object:
             return {"null", "[]", "5", "\"x\"", "true"};
         case Rule::Array:
@@ -105,6 +190,14 @@ Json::Value& Holder(Json::Value& answer, const std::vector<const char*>& path) {
     return *holder;
 }
 
+/// Where the class that the words begin with stands.
+std::string SourceOf(const std::string& words) {
+    if (words.find("Popup") != std::string::npos) {
+        return "ZRGrowth/Ad/Model/ZRAdPopupModel";
+    }
+    return words.find("CZRAdBannerModel") == 0 ? "ZRGrowth/Ad/Model/ZRAdBannerModel" : "ZRGrowth/Ad/Model/ZRAdModel";
+}
+
 class AdRefusalTest : public ScriptedHostTest, public WithParamInterface<Row> {
 protected:
     void ExpectRefused(const Json::Value& answer, const std::string& how) {
@@ -116,6 +209,8 @@ protected:
         EXPECT_EQ(lines[0].text, std::string("[Ad] ") + GetParam().words);
         EXPECT_EQ(lines[0].severity, GetParam().severity);
         EXPECT_EQ(lines[0].function, "Decode");
+        EXPECT_EQ(lines[0].file, SourceOf(GetParam().words));
+        EXPECT_EQ(lines[0].module, "ZRGrowth");
         log.Forget();
     }
 };
@@ -134,12 +229,13 @@ TEST_P(AdRefusalTest, AMissingOrUnfitKeyEndsTheDecodingWithItsLine) {
     ExpectRefused(missing, "missing");
     for (const std::string& bad : BadValues(row.rule)) {
         Json::Value unfit = good;
-        Holder(unfit, row.path)[row.path.back()] = Json(bad);
+        Holder(unfit, row.path)[row.path.back()] = JsonOf(bad);
         ExpectRefused(unfit, bad);
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Keys, AdRefusalTest, ValuesIn(kRows), [](const auto& row) { return PrintToString(row.param); });
+INSTANTIATE_TEST_SUITE_P(Keys, AdRefusalTest, ValuesIn(kRows),
+                         [](const auto& row) { return PrintToString(row.param); });
 
 class AdRootTest : public ScriptedHostTest {
 protected:
@@ -148,7 +244,7 @@ protected:
         for (const char* root : {"null", "[]", "[{}]", "5", "\"x\"", "true"}) {
             SCOPED_TRACE(root);
             Model model(nullptr);
-            EXPECT_FALSE(model.Decode(Json(root)));
+            EXPECT_FALSE(model.Decode(JsonOf(root)));
             EXPECT_THAT(log.Lines(), ElementsAre(line));
             log.Forget();
         }
@@ -181,7 +277,7 @@ TEST_F(AdElementTest, AnElementThatIsNoObjectFailsTheListWhateverItsType) {
             SCOPED_TRACE(std::string(element) + " of type " + std::to_string(type));
             Json::Value data = PopupData();
             data["ad_type"] = type;
-            data["ad"].append(Json(element));
+            data["ad"].append(JsonOf(element));
             ExpectRefused(AnswerOf(data), Error("[Ad] CZRAdModelList decode failed, item of ad is unvalid"));
         }
     }
@@ -189,16 +285,31 @@ TEST_F(AdElementTest, AnElementThatIsNoObjectFailsTheListWhateverItsType) {
 
 TEST_F(AdElementTest, AnAreaThatIsNoIntegerFailsTheAd) {
     Json::Value answer = PopupAnswer();
-    answer["data"]["ad"][0]["popup_ad"]["show_areas"] = Json("[500, \"501\"]");
+    answer["data"]["ad"][0]["popup_ad"]["show_areas"] = JsonOf("[500, \"501\"]");
 
     ExpectRefused(answer, Error("[Ad] CZRAdPopupModel decode failed, item of show_areas is unvalid"));
 }
 
-TEST_F(AdElementTest, AnEmptyBannerPositionFailsTheListWithThePositionsLineAlone) {
-    Json::Value answer = BannerAnswer();
-    answer["data"]["banner_position"] = Json::Value(Json::objectValue);
+TEST_F(AdElementTest, AnEmptyBannerPositionFailsAListOfAnyTypeWithThePositionsLineAlone) {
+    for (const int type : {2, 3, 7}) {
+        SCOPED_TRACE(type);
+        Json::Value answer = type == 3 ? BannerAnswer() : PopupAnswer();
+        answer["data"]["ad_type"] = type;
+        answer["data"]["banner_position"] = Json::Value(Json::objectValue);
 
-    ExpectRefused(answer, Info("[Ad] CZRAdBannerPosition decode failed, banner_type is unvalid"));
+        ExpectRefused(answer, Info("[Ad] CZRAdBannerPosition decode failed, banner_type is unvalid"));
+    }
+}
+
+TEST_F(AdElementTest, AListOfAnotherTypeNeedsToSayWhetherItCanBeClosed) {
+    const auto line = Error("[Ad] CZRAdModelList decode failed, enable_close is unvalid");
+    Json::Value answer = AnswerOf(BannerData());
+    answer["data"]["ad_type"] = 7;
+    answer["data"]["enable_close"] = 1;
+    ExpectRefused(answer, line);
+
+    answer["data"].removeMember("enable_close");
+    ExpectRefused(answer, line);
 }
 
 TEST_F(AdElementTest, ABannerWithAPopupsContentFails) {
@@ -220,13 +331,13 @@ TEST_F(AdElementTest, ABottomPopupIsNeededForEachKindOfPopup) {
 }
 
 TEST_F(AdElementTest, OfSeveralBadKeysTheFirstIsNamed) {
-    ExpectRefused(Json(R"({"data": 5})"), Error("[Ad] CZRAdResponseModel decode failed, code is unvalid"));
-    ExpectRefused(Json(R"({"code": 0, "data": {"enable_close": 1}})"),
+    ExpectRefused(JsonOf(R"({"data": 5})"), Error("[Ad] CZRAdResponseModel decode failed, code is unvalid"));
+    ExpectRefused(JsonOf(R"({"code": 0, "data": {"enable_close": 1}})"),
                   Error("[Ad] CZRAdModelList decode failed, ad_type is unvalid"));
 }
 
 TEST_F(AdElementTest, ANonZeroCodeWithoutDataFails) {
-    ExpectRefused(Json(R"({"code": 7, "message": "no"})"),
+    ExpectRefused(JsonOf(R"({"code": 7, "message": "no"})"),
                   Error("[Ad] CZRAdResponseModel decode failed, data is unvalid"));
 }
 

@@ -38,6 +38,13 @@ TEST_F(AdReporterTest, ARequestIdIsDeviceSecondsAndChanceWithoutSeparators) {
     EXPECT_EQ(CZRAdTools::GenerateAdRequestId(), QStringLiteral("dev170000012342"));
 }
 
+TEST_F(AdReporterTest, TheChanceOfARequestIdHasNoSign) {
+    environment.SetDeviceId("");
+    random.WillReturn({0xFFFFFFFF});
+
+    EXPECT_EQ(CZRAdTools::GenerateAdRequestId(), QStringLiteral("17000000004294967295"));
+}
+
 TEST_F(AdReporterTest, AReportIdIsDeviceSecondsAndAd) {
     environment.SetDeviceId("dev");
     time.SetServerTime(1'700'000'123'999);
@@ -50,9 +57,10 @@ TEST_F(AdReporterTest, AReportIdIsDeviceSecondsAndAd) {
 TEST_F(AdReporterTest, ARequestIsReportedWithTheIdsOfItsAnswer) {
     reporter.ReportSendAdRequest(kRequest, 42, {kAd, QStringLiteral("2")});
 
-    EXPECT_THAT(reports.Events(),
-                ElementsAre(Event("SendAdRequest", 3,
-                                  R"({"advertisement_ids":["18088","2"],"advertisement_position":"42","request_id":"r-1"})")));
+    EXPECT_THAT(
+        reports.Events(),
+        ElementsAre(Event("SendAdRequest", 3,
+                          R"({"advertisement_ids":["18088","2"],"advertisement_position":"42","request_id":"r-1"})")));
     EXPECT_THAT(log.Lines(), ElementsAre(Info("[Ad] Report SendAdRequest success, requestId = r-1, adPosition = 42, "
                                               "adIds = 18088,2")));
 }
@@ -86,8 +94,7 @@ TEST_F(AdReporterTest, AFilterIsReportedWithItsReasonsAndLoggedWithoutThem) {
         reports.Events(),
         ElementsAre(Event("FilterAdDisplay", 1,
                           R"({"advertisement_filter":["a","b"],"advertisement_ids":["18088"],"request_id":"r-1"})")));
-    EXPECT_THAT(log.Lines(),
-                ElementsAre(Info("[Ad] Report AdDisplayFilter success, requestId = r-1, adIds = 18088,")));
+    EXPECT_THAT(log.Lines(), ElementsAre(Info("[Ad] Report AdDisplayFilter success, requestId = r-1, adIds = 18088,")));
 }
 
 TEST_F(AdReporterTest, AFilterOfNothingForNothingHasTwoEmptyArrays) {
@@ -160,6 +167,47 @@ TEST_F(AdReporterTest, TheLengthIsTheMillisecondsSinceTheStart) {
     EXPECT_EQ(reporter.GetAdExposeDuration(QString()), 0);
     EXPECT_EQ(reporter.GetExposeId(QStringLiteral("other")), QString());
     EXPECT_EQ(reporter.GetExposeId(QString()), QString());
+}
+
+TEST_F(AdReporterTest, TheLengthIsCountedInMillisecondsFromWithinASecond) {
+    time.SetServerTime(1'700'000'000'750);
+    Start();
+    time.Advance(std::chrono::milliseconds(500));
+
+    EXPECT_EQ(reporter.GetAdExposeDuration(kAd), 500);
+}
+
+TEST_F(AdReporterTest, TheLengthFollowsTheServersClockWhereverItGoes) {
+    time.SetServerTime(1'700'000'010'000);
+    Start();
+
+    time.SetServerTime(1'700'000'007'500);
+    EXPECT_EQ(reporter.GetAdExposeDuration(kAd), -2'500);
+
+    time.SetServerTime(1'705'000'010'000);
+    EXPECT_EQ(reporter.GetAdExposeDuration(kAd), 5'000'000'000);
+}
+
+// A second start
+
+TEST_F(AdReporterTest, ASecondStartTakesTheFirstOnesId) {
+    environment.SetDeviceId("dev");
+    Start();
+    time.Advance(std::chrono::seconds(5));
+    Start();
+
+    EXPECT_EQ(reporter.GetExposeId(kAd), QStringLiteral("dev170000000518088"));
+}
+
+TEST_F(AdReporterTest, ASecondStartWithoutATimerForgetsTheFirstOnes) {
+    Start();
+    reports.GiveNoTimers();
+    Start();
+
+    reporter.ReportExposeAdEnd(kRequest, kAd);
+
+    EXPECT_THAT(reports.Events(), IsEmpty());
+    EXPECT_THAT(log.Lines(), ElementsAre(Info("[Ad] Report ExposeAd end failed, m_exposeAdEvent is null. ")));
 }
 
 // The end
@@ -252,15 +300,13 @@ TEST_F(AdReporterTest, AClickIsReportedWithItsOutcome) {
     reporter.ReportClickAd(kRequest, ZRAdActionTypeClick, kAd, true);
     reporter.ReportClickAd(kRequest, ZRAdActionTypeClick, kAd, false);
 
-    EXPECT_THAT(
-        reports.Events(),
-        ElementsAre(
-            Event("ClickAd", 4,
-                  R"({"action_id":"dev170000000118088","action_type":"0","advertisement_id":"18088",)"
-                  R"("exposure_id":"dev170000000018088","request_id":"r-1","result_status":1})"),
-            Event("ClickAd", 4,
-                  R"({"action_id":"dev170000000118088","action_type":"0","advertisement_id":"18088",)"
-                  R"("exposure_id":"dev170000000018088","request_id":"r-1","result_status":0})")));
+    EXPECT_THAT(reports.Events(),
+                ElementsAre(Event("ClickAd", 4,
+                                  R"({"action_id":"dev170000000118088","action_type":"0","advertisement_id":"18088",)"
+                                  R"("exposure_id":"dev170000000018088","request_id":"r-1","result_status":1})"),
+                            Event("ClickAd", 4,
+                                  R"({"action_id":"dev170000000118088","action_type":"0","advertisement_id":"18088",)"
+                                  R"("exposure_id":"dev170000000018088","request_id":"r-1","result_status":0})")));
     EXPECT_THAT(log.Lines(),
                 ElementsAre(Info("[Ad] Report ClickAd success, actionId = dev170000000118088, requestId = r-1, "
                                  "actionType = 0, exposeId = dev170000000018088, adId = 18088, jumpResult = true"),
@@ -268,15 +314,20 @@ TEST_F(AdReporterTest, AClickIsReportedWithItsOutcome) {
                                  "actionType = 0, exposeId = dev170000000018088, adId = 18088, jumpResult = false")));
 }
 
-TEST_F(AdReporterTest, AnotherActionHasNoOutcome) {
+TEST_F(AdReporterTest, AnotherActionHasNoOutcomeInItsReport) {
+    environment.SetDeviceId("dev");
     Start();
+    time.Advance(std::chrono::seconds(1));
 
     reporter.ReportClickAd(kRequest, ZRAdActionTypeClose, kAd, true);
 
-    const auto events = reports.Events();
-    ASSERT_THAT(events, SizeIs(1));
-    EXPECT_THAT(events[0].params, HasSubstr(R"("action_type":"2")"));
-    EXPECT_THAT(events[0].params, Not(HasSubstr("result_status")));
+    EXPECT_THAT(reports.Events(),
+                ElementsAre(Event("ClickAd", 4,
+                                  R"({"action_id":"dev170000000118088","action_type":"2","advertisement_id":"18088",)"
+                                  R"("exposure_id":"dev170000000018088","request_id":"r-1"})")));
+    EXPECT_THAT(log.Lines(),
+                ElementsAre(Info("[Ad] Report ClickAd success, actionId = dev170000000118088, requestId = r-1, "
+                                 "actionType = 2, exposeId = dev170000000018088, adId = 18088, jumpResult = true")));
 }
 
 TEST_F(AdReporterTest, AClickWithoutAnOpenExposureIsNotReported) {

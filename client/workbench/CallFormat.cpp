@@ -1,0 +1,185 @@
+// HTTP calls and reports as rows.
+#include <QUrl>
+#include <algorithm>
+#include <array>
+
+#include "core/network/http.h"
+#include "framework/JsonText.h"
+#include "workbench/JsonFields.h"
+#include "workbench/SeenFormat.h"
+
+namespace {
+
+using texts::Tr;
+
+constexpr int kFirstBadStatus = 400;
+
+FieldNode Node(const QString& name, const QString& value) {
+    return {name, value, {}, {}};
+}
+
+QString Number(int64_t number) {
+    return number < 0 ? QString() : QString::number(number);
+}
+
+texts::EnText ResultText(int result) {
+    switch (result) {
+        case kHttpBadRequest:
+            return texts::kHttpBadRequestWord;
+        case kHttpNoConnection:
+            return texts::kHttpNoConnectionWord;
+        case kHttpTimedOut:
+            return texts::kHttpTimedOutWord;
+        case kHttpTooLarge:
+            return texts::kHttpTooLargeWord;
+        case kHttpCut:
+            return texts::kHttpCutWord;
+        case kHttpRedirected:
+            return texts::kHttpRedirectedWord;
+        default:
+            return texts::kHttpFailedWord;
+    }
+}
+
+/// Headers that say who somebody is.
+bool IsSecret(const QString& header) {
+    static const std::array<QString, 3> secrets{QStringLiteral("x-orvi-client-sessionid"),
+                                                QStringLiteral("authorization"), QStringLiteral("cookie")};
+    return std::find(secrets.begin(), secrets.end(), header.toLower()) != secrets.end();
+}
+
+class CHttpFormat : public ISeenFormat {
+public:
+    int MostRows() const override { return 1'000; }  // of up to 128 KiB of bodies each
+    QString Name() const override { return QStringLiteral("Http"); }
+    std::vector<texts::EnText> Titles() const override {
+        return {texts::kLogTime,  texts::kHttpMethod,   texts::kHttpPath, texts::kHttpTask,
+                texts::kSeenWhat, texts::kSeenDuration, texts::kHttpSent, texts::kHttpGot};
+    }
+    std::vector<int> Widths() const override { return {84, 62, 92, 48, 112, 38, 58, 50}; }
+    std::vector<texts::EnText> Kinds() const override {
+        return {texts::kHttpWaiting, texts::kHttpAnswered, texts::kHttpFailed};
+    }
+
+    bool Takes(const Seen& seen) const override { return std::holds_alternative<HttpSeen>(seen.what); }
+    int Kind(const Seen& seen) const override { return int(std::get<HttpSeen>(seen.what).kind); }
+    bool IsBad(const Seen& seen) const override {
+        const auto& call = std::get<HttpSeen>(seen.what);
+        return IsRefused(call) || call.kind == HttpSeen::EnKind::Failed || call.status >= kFirstBadStatus;
+    }
+
+    // A call that was never started has no task, and no end.
+    std::optional<uint64_t> Exchange(const Seen& seen) const override {
+        const auto& call = std::get<HttpSeen>(seen.what);
+        return call.task == 0 ? std::nullopt : std::make_optional<uint64_t>(call.task);
+    }
+    bool IsEnd(const Seen& seen) const override { return std::get<HttpSeen>(seen.what).kind != HttpSeen::EnKind::Sent; }
+
+    QStringList Cells(const Seen& seen) const override {
+        const auto& call = std::get<HttpSeen>(seen.what);
+        const bool isEnd = IsEnd(seen);
+        return {call.isPost ? QStringLiteral("POST") : QStringLiteral("GET"),
+                QUrl(QString::fromStdString(call.url)).path(),
+                QString::number(call.task),
+                Outcome(call),
+                Number(call.durationMs),
+                QString::number(isEnd ? call.requestBytes : call.bodyBytes),
+                isEnd ? QString::number(call.bodyBytes) : QString()};
+    }
+
+    std::vector<FieldNode> Detail(const Seen& seen) const override {
+        const auto& call = std::get<HttpSeen>(seen.what);
+        std::vector<FieldNode> fields{Node(Tr(texts::kUrlAddress), QString::fromStdString(call.url)),
+                                      Node(Tr(texts::kSeenWhat), Outcome(call))};
+        FieldNode headers{Tr(texts::kHttpHeaders), QString(), {}, {}};
+        for (const auto& [name, value] : call.headers) {
+            const QString header = QString::fromStdString(name);
+            headers.children.push_back({header, QString::fromStdString(value), {}, {}, IsSecret(header)});
+        }
+        if (!headers.children.empty()) {
+            fields.push_back(headers);
+        }
+        if (IsEnd(seen)) {
+            fields.push_back(BodyField(Tr(texts::kHttpRequest), call.requestBody, call.requestBytes));
+            fields.push_back(BodyField(Tr(texts::kHttpAnswer), call.body, call.bodyBytes));
+        } else {
+            fields.push_back(BodyField(Tr(texts::kHttpRequest), call.body, call.bodyBytes));
+        }
+        return fields;
+    }
+
+private:
+    static bool IsRefused(const HttpSeen& call) { return call.kind == HttpSeen::EnKind::Sent && call.task == 0; }
+
+    static QString Outcome(const HttpSeen& call) {
+        switch (call.kind) {
+            case HttpSeen::EnKind::Sent:
+                return Tr(IsRefused(call) ? texts::kHttpNotStarted : texts::kHttpWaiting);
+            case HttpSeen::EnKind::Answered:
+                return QString::number(call.status);
+            case HttpSeen::EnKind::Failed:
+                break;
+        }
+        return QStringLiteral("%1 (%2)").arg(Tr(ResultText(call.result))).arg(call.result);
+    }
+};
+
+class CReportFormat : public ISeenFormat {
+public:
+    QString Name() const override { return QStringLiteral("Report"); }
+    std::vector<texts::EnText> Titles() const override {
+        return {texts::kLogTime, texts::kSeenWhat,     texts::kReportEvent,  texts::kReportCode,
+                texts::kResult,  texts::kReportHandle, texts::kSeenDuration, texts::kValue};
+    }
+    std::vector<int> Widths() const override { return {84, 88, 100, 50, 62, 78, 36, 46}; }
+    std::vector<texts::EnText> Kinds() const override {
+        return {texts::kReportEvent, texts::kReportStarted, texts::kReportEnded};
+    }
+
+    bool Takes(const Seen& seen) const override { return std::holds_alternative<ReportSeen>(seen.what); }
+    int Kind(const Seen& seen) const override { return int(std::get<ReportSeen>(seen.what).kind); }
+    bool IsBad(const Seen& seen) const override { return !std::get<ReportSeen>(seen.what).taken; }
+
+    QStringList Cells(const Seen& seen) const override {
+        const auto& report = std::get<ReportSeen>(seen.what);
+        const bool isStart = report.kind == ReportSeen::EnKind::TimerStarted;
+        return {Tr(Kinds()[size_t(Kind(seen))]),
+                QString::fromStdString(report.event),
+                isStart ? QString() : QString::number(report.code),
+                Tr(report.taken ? texts::kReportTaken : texts::kResultRefused),
+                QString::fromStdString(report.timer),
+                Number(report.durationMs),
+                isStart ? QString() : QString::fromStdString(report.params)};
+    }
+
+    std::vector<FieldNode> Detail(const Seen& seen) const override {
+        const auto& report = std::get<ReportSeen>(seen.what);
+        std::vector<FieldNode> fields{Node(Tr(texts::kReportEvent), QString::fromStdString(report.event))};
+        if (!report.timer.empty()) {
+            fields.push_back(Node(Tr(texts::kReportHandle), QString::fromStdString(report.timer)));
+        }
+        if (report.kind == ReportSeen::EnKind::TimerStarted) {
+            return fields;
+        }
+        fields.push_back(Node(Tr(texts::kReportCode), QString::number(report.code)));
+        fields.push_back(Node(Tr(texts::kReportBroker), QString::number(report.broker)));
+        std::string error;
+        const auto params = host::ParseJson(report.params, error);
+        if (params) {
+            fields.push_back({Tr(texts::kReportParams), QString(), {}, JsonFields(*params)});
+        } else {
+            fields.push_back(BytesField(Tr(texts::kReportParams), report.params));
+        }
+        return fields;
+    }
+};
+
+}  // namespace
+
+std::unique_ptr<ISeenFormat> NewHttpFormat() {
+    return std::make_unique<CHttpFormat>();
+}
+
+std::unique_ptr<ISeenFormat> NewReportFormat() {
+    return std::make_unique<CReportFormat>();
+}

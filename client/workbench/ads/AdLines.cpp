@@ -1,0 +1,122 @@
+#include "workbench/ads/AdLines.h"
+
+#include <QRegularExpression>
+#include <array>
+#include <utility>
+
+#include "workbench/ReadableBytes.h"
+
+namespace ad_lines {
+namespace {
+
+struct Pattern {
+    EnLine line;
+    QRegularExpression expression;
+};
+
+QRegularExpression ExpressionOf(const char* line) {
+    // Marks are what the escaping makes of the table's.
+    static const std::array<std::pair<QString, QString>, 3> marks{
+        std::make_pair(QStringLiteral("\\{n\\}"), QStringLiteral("(-?\\d+)")),
+        std::make_pair(QStringLiteral("\\{w\\}"), QStringLiteral("(\\S+)")),
+        std::make_pair(QStringLiteral("\\{\\}"), QStringLiteral("(.*)"))};
+    QString expression = QRegularExpression::escape(QString::fromLatin1(line));
+    for (const auto& [mark, group] : marks) {
+        expression.replace(mark, group);
+    }
+    return QRegularExpression(QRegularExpression::anchoredPattern(expression),
+                              QRegularExpression::DotMatchesEverythingOption);
+}
+
+std::vector<Pattern> Patterns() {
+    std::vector<Pattern> patterns;
+    for (const Line& line : All()) {
+        patterns.push_back({line.line, ExpressionOf(line.text)});
+    }
+    return patterns;
+}
+
+}  // namespace
+
+const std::vector<Line>& All() {
+    static const std::vector<Line> lines{
+        {EnLine::Limited,
+         "[Ad] Request ad limited. currentTimeStamp = {n}, lastRequestTimeStamp = {n}, requestInterval = {n}, "
+         "adType = {n}, adPosition = {n}"},
+        {EnLine::Asked,
+         "[Ad] Request ad start, path = {w}, adType = {n}, adPosition = {n}, adIdList = {}, requestId = {}"},
+        {EnLine::NoTask,
+         "[Ad] Request ad failed, requestTaskId = 0, path = {w}, adType = {n}, adPosition = {n}, requestId = {}"},
+        {EnLine::Superseded,
+         "[Ad] Request ad callback, requestTaskId unmatched, path = {w}, adType = {n}, adPosition = {n}, "
+         "requestId = {}, currentTaskId = {n}, callbackTaskId = {n}"},
+        {EnLine::ExchangeFailed,
+         "[Ad] Request ad failed, path = {w}, result = {n}, adType = {n}, adPosition = {n}, requestId = {}"},
+        {EnLine::NoJson,
+         "[Ad] Request ad failed, path = {w}, body parse failed, adType = {n}, adPosition = {n}, requestId = {}"},
+        {EnLine::NotDecoded,
+         "[Ad] Request ad failed, path = {w}, response model decode failed, adType = {n}, adPosition = {n}, "
+         "requestId = {}"},
+        {EnLine::Refused,
+         "[Ad] Request ad failed, path = {w}, code = {n}, message= {}, adType = {n}, adPosition = {n}, "
+         "requestId = {}"},
+        {EnLine::Answered, "[Ad] Request ad succeed, path = {w}, adType = {n}, adPosition = {n}, requestId = {}"},
+        {EnLine::Undecodable, "[Ad] {w} decode failed, {} is unvalid"},
+        {EnLine::TooEarly,
+         "[Ad] CurrentTime < startTime, currentTime = {n}, startTime = {n}, adType = {n}, adPosition = {n}, "
+         "remove adId = {}"},
+        {EnLine::Over,
+         "[Ad] CurrentTime > endTime, currentTime = {n}, endTime = {n}, adType = {n}, adPosition = {n}, "
+         "remove adId = {}"},
+        {EnLine::Expired,
+         "[Ad] CurrentTime > expireTime, currentTime = {n}, expireTime = {n}, adType = {n}, adPosition = {n}, "
+         "remove adId = {}"},
+        {EnLine::ForeignType,
+         "[Ad] Ad type unmatch, adType_local = {n}, adType_svr = {n}, adPosition_local = {n}, adPosition_svr = {n}"},
+        {EnLine::ForeignPosition,
+         "[Ad] Ad position unmatch, adType = {n}, adPosition_svr = {n}, adPosition_local = {n}"},
+        {EnLine::EmptyList, "[Ad] Ad list is empty, adType = {n}, adPosition = {n}"},
+        {EnLine::NoneValid, "[Ad] Ad list has no valid ad. adType = {n}, adPosition = {n}"},
+        {EnLine::Cleared, "[Ad] Clear ad data. adType = {n}, adPosition = {n}, adId = {}"},
+        {EnLine::Closed, "[Ad] Closed ad by {}. adType = {n}, adPosition = {n}, adId = {}"},
+        {EnLine::ExposeSent,
+         "[Ad] Expose ad start, path = {w}, adType = {n}, adPosition = {n}, adId = {}, exposeId = {}, "
+         "exposeDuration = {n}, pushId = {}"},
+        {EnLine::ExposeNoTask,
+         "[Ad] Expose ad failed, path = {w}, ExposeTaskID  = 0, adType = {n}, adPosition = {n}, adId = {}, "
+         "exposeId = {}"},
+        {EnLine::ExposeFailed,
+         "[Ad] Expose ad failed, path = {w}, result = {n}, adType = {n}, adPosition = {n}, adId = {}, exposeId = {}"},
+        {EnLine::ExposeNoJson,
+         "[Ad] Expose ad failed, path = {w}, body parse failed, errorCode = {n}, httpCode = {n}, adType = {n}, "
+         "adPosition = {n}, adId = {}, exposeId = {}"},
+        {EnLine::ExposeRefused,
+         "[Ad] Expose ad failed, path = {w}, code = {n}, adType = {n}, adPosition = {n}, adId = {}, exposeId = {}"},
+        {EnLine::ExposeTaken,
+         "[Ad] Expose ad succeed, path = {w}, adType = {n}, adPosition = {n}, adId = {}, exposeId = {}"},
+        {EnLine::ClickLost,
+         "[Ad] Report ClickAd failed, exposeId is null. requestId = {}, actionType = {n}, adId = {}"},
+    };
+    return lines;
+}
+
+std::optional<Said> Read(const QString& text) {
+    if (!text.startsWith(QLatin1String("[Ad] "))) {
+        return std::nullopt;
+    }
+    static const std::vector<Pattern> patterns = Patterns();
+    for (const Pattern& pattern : patterns) {
+        const QRegularExpressionMatch match = pattern.expression.match(text);
+        if (match.hasMatch()) {
+            Said said{pattern.line, {}};
+            for (int group = 1; group <= match.lastCapturedIndex(); ++group) {
+                const QString value = match.captured(group);
+                said.values << readable::FromLatin1(value).value_or(value);
+            }
+            return said;
+        }
+    }
+    return std::nullopt;
+}
+
+}  // namespace ad_lines

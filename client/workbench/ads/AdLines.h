@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QStringList>
+#include <optional>
+#include <vector>
+
+/// The growth module's log lines on ads that are read here: the one place that holds their texts.
+namespace ad_lines {
+
+enum class EnLine {
+    Limited,          // server seconds now, of the last request, the interval, type, position
+    Asked,            // path, type, position, ad ids, request id
+    NoTask,           // path, type, position, request id
+    Superseded,       // path, type, position, request id, current task, the answer's task
+    ExchangeFailed,   // path, result, type, position, request id
+    NoJson,           // path, type, position, request id
+    NotDecoded,       // path, type, position, request id
+    Refused,          // path, code, message, type, position, request id
+    Answered,         // path, type, position, request id
+    Undecodable,      // class, what is wrong: ahead of NotDecoded
+    TooEarly,         // server seconds now, the window's start, type, position, ad id
+    Over,             // server seconds now, the window's end, type, position, ad id
+    Expired,          // server seconds now, the expiry, type, position, ad id
+    ForeignType,      // type here, type of the answer, position here, position of the answer
+    ForeignPosition,  // type, position of the answer, position here
+    EmptyList,        // type, position
+    NoneValid,        // type, position
+    Cleared,          // type, position, ad id
+    Closed,           // why, type, position, ad id
+    ExposeSent,       // path, type, position, ad ids, expose id, milliseconds, push ids
+    ExposeNoTask,     // path, type, position, ad ids, expose id
+    ExposeFailed,     // path, result, type, position, ad ids, expose id
+    ExposeNoJson,     // path, result, HTTP status, type, position, ad ids, expose id
+    ExposeRefused,    // path, code, type, position, ad ids, expose id
+    ExposeTaken,      // path, type, position, ad ids, expose id
+    ClickLost,        // request id, action, ad id
+};
+
+struct Line {
+    EnLine line;
+    const char* text;  // as the module writes it, with {n} for a number, {w} for a word and {} for any text
+};
+
+const std::vector<Line>& All();
+
+struct Said {
+    EnLine line;
+    QStringList values;  // texts as they were meant, not as the log carries them
+
+    qint64 Number(int place) const { return values[place].toLongLong(); }
+};
+
+/// Which of the lines the text is, and its values; nothing for any other. A server's text within a line may hold
+/// anything, also what looks like a value: the line's last values are the module's.
+std::optional<Said> Read(const QString& text);
+
+}  // namespace ad_lines

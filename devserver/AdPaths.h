@@ -1,0 +1,11 @@
+#pragma once
+
+namespace devserver {
+
+constexpr const char* kAdSearchPath = "/ad/search";
+constexpr const char* kAdCheckPath = "/ad/check";
+constexpr const char* kAdExposePath = "/ad/expose";
+constexpr const char* kReportPath = "/report/events";
+constexpr const char* kPicturesPath = "/pictures/";  // and a picture's name
+
+}  // namespace devserver

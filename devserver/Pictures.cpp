@@ -1,0 +1,67 @@
+#include "Pictures.h"
+
+#include <QBuffer>
+#include <QFile>
+#include <QFileInfo>
+#include <QImage>
+#include <QPainter>
+#include <QSvgRenderer>
+
+namespace devserver {
+namespace {
+
+constexpr int kJpegQuality = 90;
+
+std::optional<QByteArray> Drawing(const QString& name) {
+    QFile file(QStringLiteral(":/devserver/pictures/%1.svg").arg(name));
+    if (!file.open(QIODevice::ReadOnly)) {
+        return std::nullopt;
+    }
+    return file.readAll();
+}
+
+// White behind the picture where its format knows no transparency.
+QImage Paint(const QByteArray& drawing, bool isOpaque) {
+    QSvgRenderer renderer(drawing);
+    QImage image(renderer.defaultSize(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(isOpaque ? Qt::white : Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    renderer.render(&painter);
+    return image;
+}
+
+std::string Encode(const QImage& image, const char* format, int quality) {
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, format, quality);
+    return buffer.data().toStdString();
+}
+
+}  // namespace
+
+std::optional<Picture> CPictures::Find(const std::string& name) {
+    if (const auto found = m_painted.find(name); found != m_painted.end()) {
+        return found->second;
+    }
+    if (name.find('/') != std::string::npos) {
+        return std::nullopt;
+    }
+    const QFileInfo file(QString::fromStdString(name));
+    const auto drawing = Drawing(file.completeBaseName());
+    if (!drawing) {
+        return std::nullopt;
+    }
+    if (file.suffix() == QLatin1String("svg")) {
+        return Picture{"image/svg+xml", drawing->toStdString()};
+    }
+    if (file.suffix() == QLatin1String("png")) {
+        return m_painted[name] = {"image/png", Encode(Paint(*drawing, false), "PNG", -1)};
+    }
+    if (file.suffix() == QLatin1String("jpg")) {
+        return m_painted[name] = {"image/jpeg", Encode(Paint(*drawing, true), "JPG", kJpegQuality)};
+    }
+    return std::nullopt;
+}
+
+}  // namespace devserver

@@ -1,0 +1,251 @@
+#include "WebServer.h"
+
+#include <httplib.h>
+
+#include <QString>
+#include <algorithm>
+
+#include "Access.h"
+#include "Connections.h"
+#include "JsonNode.h"
+#include "ServerLog.h"
+
+namespace devserver {
+namespace {
+
+constexpr const char* kAnyPath = R"([\s\S]*)";
+constexpr time_t kClientSeconds = 2;
+constexpr size_t kPieceBytes = 64 * 1024;
+// Longer than any client waits.
+constexpr std::chrono::minutes kSilence{10};
+
+// Of several headers of one name each must pass.
+bool IsFromForeignPage(const httplib::Request& request) {
+    for (size_t i = 0; i < request.get_header_value_count("Origin"); ++i) {
+        if (!IsLoopbackOrigin(QString::fromStdString(request.get_header_value("Origin", i)))) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// Without either header a request has no body, and the reader would wait for the end of the connection.
+bool HasBody(const httplib::Request& request) {
+    return request.has_header("Content-Length") || request.has_header("Transfer-Encoding");
+}
+
+WebHeaders HeadersOf(const httplib::Request& request) {
+    // The library's own notes among the client's headers.
+    const std::vector<QString> notes{QStringLiteral("remote_addr"), QStringLiteral("remote_port"),
+                                     QStringLiteral("local_addr"), QStringLiteral("local_port")};
+    WebHeaders headers;
+    for (const auto& [name, value] : request.headers) {
+        const QString lower = QString::fromStdString(name).toLower();
+        if (std::find(notes.begin(), notes.end(), lower) == notes.end()) {
+            headers.emplace_back(lower.toStdString(), value);
+        }
+    }
+    return headers;
+}
+
+// The body from `offset` on, and blanks behind its end.
+std::string Piece(const std::string& body, size_t offset, size_t length) {
+    std::string piece = offset < body.size() ? body.substr(offset, length) : std::string();
+    piece.resize(length, ' ');
+    return piece;
+}
+
+// Piece by piece and never packed, so that a client gets exactly these bytes.
+void WriteBody(const WebAnswer& answer, httplib::Response& response) {
+    const size_t size = std::max<size_t>(answer.body.size(), answer.harm.paddedTo);
+    if (size == 0) {
+        response.set_content(std::string(), answer.type);
+        return;
+    }
+    response.set_content_provider(
+        size, answer.type,
+        [size, body = answer.body, harm = answer.harm](size_t offset, size_t length, httplib::DataSink& sink) {
+            const size_t end = std::min<size_t>(size, harm.cutAt.value_or(size));
+            if (offset >= end) {
+                return false;  // ends the connection
+            }
+            length = std::min({length, end - offset, kPieceBytes});
+            std::string piece = Piece(body, offset, length);
+            if (offset + length == size) {
+                piece.append(harm.extraBytes, ' ');
+            }
+            return sink.write(piece.data(), piece.size());
+        });
+}
+
+void Write(const WebAnswer& answer, httplib::Response& response) {
+    response.status = answer.status;
+    for (const auto& [name, value] : answer.headers) {
+        response.set_header(name, value);
+    }
+    WriteBody(answer, response);
+}
+
+}  // namespace
+
+std::optional<std::string> WebRequest::Header(const std::string& name) const {
+    const auto found =
+        std::find_if(headers.begin(), headers.end(), [&name](const auto& header) { return header.first == name; });
+    return found == headers.end() ? std::nullopt : std::make_optional(found->second);
+}
+
+WebAnswer CWebServer::Refusal(int status, const std::string& reason) {
+    Json::Value json;
+    json["error"] = reason;
+    WebAnswer answer;
+    answer.status = status;
+    answer.body = WriteJson(json);
+    return answer;
+}
+
+CWebServer::CWebServer(std::string name, Gate gate, Handler handler)
+    : m_strName(std::move(name)),
+      m_fnGate(std::move(gate)),
+      m_fnHandler(std::move(handler)),
+      m_pServer(std::make_unique<httplib::Server>()) {
+    httplib::Server& server = *m_pServer;
+    // One request per connection: idle ones would hold a thread each, and hold up the end.
+    server.set_keep_alive_max_count(1);
+    server.set_keep_alive_timeout(kClientSeconds);
+    server.set_read_timeout(kClientSeconds);
+    server.set_write_timeout(kClientSeconds);
+    server.set_tcp_nodelay(true);
+    // What is announced too long is read and thrown away, so that the client comes to read the refusal.
+    server.set_payload_max_length(kMaxBodyBytes);
+    server.new_task_queue = [] { return new CConnections; };
+    // The library's own options would let two servers share a port.
+    server.set_socket_options([](socket_t socket) {
+        const int on = 1;
+        setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &on, sizeof(on));
+    });
+    const auto serve = [this](const httplib::Request& request, httplib::Response& response) {
+        Serve(request, response, nullptr);
+    };
+    // Read by hand, as the library would take apart what names itself a form, and bounds no chunked body.
+    const auto serveContent = [this](const httplib::Request& request, httplib::Response& response,
+                                     const httplib::ContentReader& content) { Serve(request, response, &content); };
+    server.Get(kAnyPath, serve);
+    server.Options(kAnyPath, serve);
+    server.Post(kAnyPath, serveContent);
+    server.Put(kAnyPath, serveContent);
+    server.Patch(kAnyPath, serveContent);
+    server.Delete(kAnyPath, serveContent);
+    // What the library refuses by itself, a malformed request line or a method of nobody's. What was answered
+    // here has the length of its content by now.
+    server.set_error_handler([](const httplib::Request&, httplib::Response& response) {
+        if (!response.has_header("Content-Type")) {
+            Write(Refusal(response.status, "request: not acceptable"), response);
+        }
+    });
+}
+
+CWebServer::~CWebServer() {
+    Stop();
+}
+
+bool CWebServer::Listen(quint16 port, std::string& error) {
+    const std::string host = "127.0.0.1";
+    const int bound = port == 0 ? m_pServer->bind_to_any_port(host) : m_pServer->bind_to_port(host, port) ? port : -1;
+    if (bound <= 0) {
+        error = fmt::format(FMT_STRING("{}: port {}: it cannot be bound, is it in use?"), m_strName, port);
+        return false;
+    }
+    m_nPort = quint16(bound);
+    m_thread = std::thread([this] {
+        m_pServer->listen_after_bind();
+        m_bEnded = true;
+    });
+    // A stop before the server runs would be lost.
+    while (!m_pServer->is_running() && !m_bEnded) {
+        std::this_thread::yield();
+    }
+    return true;
+}
+
+void CWebServer::Stop() {
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_bStopping = true;
+    }
+    m_changed.notify_all();
+    m_pServer->stop();
+    if (m_thread.joinable()) {
+        m_thread.join();
+    }
+}
+
+void CWebServer::Serve(const httplib::Request& request, httplib::Response& response,
+                       const httplib::ContentReader* content) {
+    WebAnswer answer = Answer(request, content);
+    Log(FMT_STRING("{}: {} {}: {} {}"), m_strName, request.method, request.path, answer.status,
+        answer.status < 400 ? std::string() : answer.body.substr(0, 1000));
+    const auto wait =
+        answer.harm.silent ? std::chrono::milliseconds(kSilence) : std::chrono::milliseconds(answer.harm.delayMs);
+    if (wait.count() > 0 && !Wait(wait)) {
+        answer = Refusal(503, "server: it ends");
+    }
+    Write(answer, response);
+}
+
+// False if the server ends meanwhile.
+bool CWebServer::Wait(std::chrono::milliseconds time) {
+    std::unique_lock<std::mutex> lock(m_mutex);
+    return !m_changed.wait_for(lock, time, [this] { return m_bStopping; });
+}
+
+WebAnswer CWebServer::Answer(const httplib::Request& request, const httplib::ContentReader* content) {
+    WebRequest wanted;
+    wanted.method = request.method;
+    wanted.path = request.path;
+    wanted.headers = HeadersOf(request);
+    if (request.has_param("after")) {
+        wanted.after = request.get_param_value("after");
+    }
+    // The body is read before anything is refused: a client that still writes it would not see the answer.
+    if (content && HasBody(request)) {
+        if (request.is_multipart_form_data()) {
+            return Refusal(400, "body: must be JSON, not a form");
+        }
+        const bool complete = (*content)([&](const char* data, size_t length) {
+            wanted.body.append(data, length);
+            return wanted.body.size() <= kMaxBodyBytes;
+        });
+        if (!complete) {
+            return Refusal(413, fmt::format(FMT_STRING("body: incomplete, or over {} bytes"), kMaxBodyBytes));
+        }
+    }
+    if (IsFromForeignPage(request)) {
+        return Refusal(403, "Origin: must be of this machine");
+    }
+    const auto refusal = m_fnGate ? m_fnGate(wanted) : std::nullopt;
+    return refusal ? *refusal : OnMainThread(wanted);
+}
+
+WebAnswer CWebServer::OnMainThread(const WebRequest& request) {
+    // Shared with the main thread, which may come to it after a stop has ended the wait.
+    const auto answer = std::make_shared<std::optional<WebAnswer>>();
+    QMetaObject::invokeMethod(
+        this,
+        [this, request, answer] {
+            WebAnswer result;
+            try {
+                result = m_fnHandler(request);
+            } catch (const std::exception& exception) {
+                result = Refusal(500, exception.what());
+            }
+            const std::lock_guard<std::mutex> lock(m_mutex);
+            *answer = std::move(result);
+            m_changed.notify_all();
+        },
+        Qt::QueuedConnection);
+    std::unique_lock<std::mutex> lock(m_mutex);
+    m_changed.wait(lock, [&] { return answer->has_value() || m_bStopping; });
+    return answer->has_value() ? std::move(**answer) : Refusal(503, "server: it ends");
+}
+
+}  // namespace devserver

@@ -1,0 +1,216 @@
+#include "workbench/ads/AdView.h"
+
+#include <QLabel>
+#include <QTableWidget>
+#include <QTreeWidget>
+
+#include "ClientTexts.h"
+#include "support/ScriptedHostTest.h"
+#include "workbench/ads/AdBoard.h"
+#include "workbench/ads/AdWords.h"
+
+using namespace ::testing;
+
+namespace {
+
+constexpr qint64 kStart = 1'700'000'000'000;
+const std::string kPopupEnd = "adType = 2, adPosition = 42, requestId = ";
+
+class AdViewTest : public ScriptedHostTest {
+protected:
+    AdViewTest() {
+        time.SetServerTime(kStart);
+        view.resize(560, 600);
+        view.show();
+        time.Settle();
+    }
+
+    void Line(const std::string& text) {
+        LogEntry entry;
+        entry.time = QDateTime::fromMSecsSinceEpoch(now);
+        entry.record.module = "ZRGrowth";
+        entry.record.text = QString::fromStdString("[Ad] " + text);
+        entry.number = ++number;
+        lines.push_back(entry);
+        board.TakeLine(entry);
+    }
+
+    void Ask(const std::string& slot, const std::string& id) {
+        Line("Request ad start, path = /ad/search, " + slot + ", adIdList = , requestId = " + id);
+    }
+
+    void See(decltype(Seen::what) what) {
+        Seen seen{++number, now, std::move(what)};
+        sights.push_back(seen);
+        board.Take(seen);
+    }
+
+    static HttpSeen Sent(const std::string& id) {
+        HttpSeen call;
+        call.task = 5;
+        call.url = "https://ads.test/ad/search";
+        call.body = R"({"ad_type": 2, "ad_position": 42, "request_id": ")" + id + "\"}";
+        call.bodyBytes = call.body.size();
+        return call;
+    }
+
+    void Answered(const std::string& id, const std::string& body) {
+        HttpSeen call = Sent(id);
+        call.kind = HttpSeen::EnKind::Answered;
+        call.requestBody = call.body;
+        call.body = body;
+        call.bodyBytes = body.size();
+        call.status = 200;
+        See(call);
+    }
+
+    // A search with two ads, of which one is over.
+    void Exchange(const std::string& id) {
+        Ask("adType = 2, adPosition = 42", id);
+        See(Sent(id));
+        now += 20;
+        Answered(id, R"({"code": 0, "data": {"ad": [{"ad_id": "a", "end_time": 5}, {"ad_id": "b", "end_time": 9}]}})");
+        Line("Request ad succeed, path = /ad/search, " + kPopupEnd + id);
+        Line("CurrentTime > endTime, currentTime = 7, endTime = 5, adType = 2, adPosition = 42, remove adId = a");
+    }
+
+    void Show() { time.Advance(std::chrono::milliseconds(100)); }
+
+    std::string Row(int row) const {
+        QStringList cells;
+        for (int column = 0; column < table->columnCount(); ++column) {
+            cells << (column == 1 ? QString() : table->item(row, column)->text());
+        }
+        return cells.join(QLatin1Char('|')).toStdString();
+    }
+
+    QTreeWidgetItem* Item(const char* name) const {
+        const auto items =
+            detail->findItems(QString::fromUtf8(name), Qt::MatchExactly | Qt::MatchRecursive | Qt::MatchWrap);
+        return items.isEmpty() ? nullptr : items.first();
+    }
+
+    CAdBoard board{[](qint64 localMs) { return localMs; }};
+    CAdView view{board};
+    QTableWidget* table = view.findChild<QTableWidget*>(QStringLiteral("AdTable"));
+    QTreeWidget* detail = view.findChild<QTreeWidget*>(QStringLiteral("AdDetail"));
+    qint64 now = kStart;
+    uint64_t number = 0;
+    std::vector<LogEntry> lines;
+    std::vector<Seen> sights;
+};
+
+}  // namespace
+
+TEST_F(AdViewTest, BeforeARequestThereIsNothingAndItIsSaid) {
+    EXPECT_TRUE(view.findChild<QLabel*>(QStringLiteral("AdNothing"))->isVisible());
+    Exchange("r1");
+    Show();
+    EXPECT_FALSE(view.findChild<QLabel*>(QStringLiteral("AdNothing"))->isVisible());
+}
+
+TEST_F(AdViewTest, ARowTellsASlotAndCountsItsWaitDown) {
+    Exchange("r1");
+    Show();
+    ASSERT_EQ(table->rowCount(), 1);
+    EXPECT_EQ(Row(0), "Popup 42||in 10 s|code 0, ads: 2|1 / 2|");
+
+    time.Advance(std::chrono::milliseconds(9'500));
+    EXPECT_EQ(Row(0), "Popup 42||in 1 s|code 0, ads: 2|1 / 2|");
+    time.Advance(std::chrono::seconds(1));
+    EXPECT_EQ(Row(0), "Popup 42||now|code 0, ads: 2|1 / 2|");
+}
+
+TEST_F(AdViewTest, TheFirstSlotIsChosenAndEachAdSaysWhy) {
+    Exchange("r1");
+    Show();
+
+    ASSERT_TRUE(Item("a") && Item("b"));
+    EXPECT_EQ(Item("a")->text(1), QStringLiteral("dropped: ended 1970-01-01 00:00:05 UTC"));
+    EXPECT_EQ(Item("b")->text(1), QStringLiteral("kept"));
+    EXPECT_NE(Item("a")->foreground(1), Item("b")->foreground(1));
+    EXPECT_EQ(Item("Request id")->text(1), QStringLiteral("r1"));
+}
+
+TEST_F(AdViewTest, TheChosenSlotStaysChosenWhenAnotherComesAheadOfIt) {
+    Ask("adType = 3, adPosition = 7", "banner");
+    Show();
+    Exchange("r1");
+    Show();
+
+    ASSERT_EQ(table->rowCount(), 2);
+    EXPECT_EQ(Row(1), "Banner 7||in 10 s|no answer yet||");
+    EXPECT_EQ(table->currentRow(), 1);
+    EXPECT_EQ(Item("Request id")->text(1), QStringLiteral("banner"));
+    table->selectRow(0);
+    EXPECT_EQ(Item("Request id")->text(1), QStringLiteral("r1"));
+}
+
+TEST_F(AdViewTest, TrafficAndLinesMayComeOneAfterTheOther) {
+    Exchange("r1");
+    now += 20'000;
+    Exchange("r2");
+    const auto tell = [](const CAdBoard& one) {
+        std::vector<std::string> told;
+        for (const ad_words::Group& group : ad_words::Groups(one, *one.Find({2, 42}))) {
+            for (const FieldNode& line : group.lines) {
+                told.push_back((line.name + QLatin1Char('=') + line.value).toStdString());
+            }
+        }
+        return told;
+    };
+    const auto feedLines = [this](CAdBoard& one) {
+        for (const LogEntry& line : lines) {
+            one.TakeLine(line);
+        }
+    };
+    const auto feedSights = [this](CAdBoard& one) {
+        for (const Seen& seen : sights) {
+            one.Take(seen);
+        }
+    };
+    CAdBoard linesFirst([](qint64 localMs) { return localMs; });
+    feedLines(linesFirst);
+    feedSights(linesFirst);
+    CAdBoard trafficFirst([](qint64 localMs) { return localMs; });
+    feedSights(trafficFirst);
+    feedLines(trafficFirst);
+
+    EXPECT_THAT(tell(board), Contains("a=dropped: ended 1970-01-01 00:00:05 UTC"));
+    EXPECT_EQ(tell(linesFirst), tell(board));
+    EXPECT_EQ(tell(trafficFirst), tell(board));
+}
+
+TEST_F(AdViewTest, WhatComesTwiceIsTakenOnce) {
+    Exchange("r1");
+    Line(
+        "Request ad limited. currentTimeStamp = 1700000001, lastRequestTimeStamp = 1700000000, "
+        "requestInterval = 10, adType = 2, adPosition = 42");
+    for (const LogEntry& line : std::vector<LogEntry>(lines)) {
+        board.TakeLine(line);
+    }
+
+    EXPECT_EQ(board.Find({2, 42})->refusedCount, 1);
+    EXPECT_EQ(board.Request(QStringLiteral("r1"))->drops.size(), 1u);
+}
+
+TEST_F(AdViewTest, OldRequestsGiveWayAndTheLastOfEachSlotStays) {
+    Ask("adType = 3, adPosition = 7", "banner");
+    for (int count = 0; count < 400; ++count) {
+        ++now;
+        Ask("adType = 2, adPosition = 42", "r" + std::to_string(count));
+    }
+
+    EXPECT_EQ(board.Request(QStringLiteral("r0")), nullptr);
+    EXPECT_NE(board.Request(QStringLiteral("r399")), nullptr);
+    EXPECT_NE(board.Request(QStringLiteral("banner")), nullptr);
+}
+
+TEST_F(AdViewTest, WordsFollowTheLanguage) {
+    Exchange("r1");
+    Show();
+    language.SetText(texts::kAdPopup, QStringLiteral("Fenster %1"));
+    bus.HostSend(20100);
+
+    EXPECT_EQ(table->item(0, 0)->text(), QStringLiteral("Fenster 42"));
+}

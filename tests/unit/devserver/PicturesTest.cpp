@@ -1,0 +1,97 @@
+#include "Pictures.h"
+
+#include <gmock/gmock.h>
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <set>
+
+namespace {
+
+using devserver::CPictures;
+using devserver::Picture;
+using testing::AnyOf;
+using testing::Gt;
+using testing::Not;
+
+std::vector<std::string> Names() {
+    std::vector<std::string> names;
+    for (const QFileInfo& file : QDir(QStringLiteral(":/devserver/pictures")).entryInfoList()) {
+        names.push_back(file.completeBaseName().toStdString());
+    }
+    EXPECT_THAT(names.size(), Gt(8u));
+    return names;
+}
+
+QImage Decoded(const Picture& picture, const char* format) {
+    return QImage::fromData(QByteArray::fromStdString(picture.bytes), format);
+}
+
+size_t Colours(const QImage& image) {
+    std::set<QRgb> colours;
+    for (int x = 0; x < image.width(); x += 3) {
+        for (int y = 0; y < image.height(); y += 3) {
+            colours.insert(image.pixel(x, y));
+        }
+    }
+    return colours.size();
+}
+
+TEST(PicturesTest, EachIsPaintedInTheSizeOfItsKindInBothFormats) {
+    CPictures pictures;
+    for (const std::string& name : Names()) {
+        const QSize size = name.rfind("card-", 0) == 0 ? QSize(640, 360) : QSize(960, 160);
+        const auto png = pictures.Find(name + ".png");
+        const auto jpeg = pictures.Find(name + ".jpg");
+        ASSERT_TRUE(png && jpeg) << name;
+
+        EXPECT_EQ(png->type, "image/png");
+        EXPECT_EQ(jpeg->type, "image/jpeg");
+        const QImage image = Decoded(*png, "PNG");
+        EXPECT_EQ(image.size(), size) << name;
+        EXPECT_EQ(Decoded(*jpeg, "JPG").size(), size) << name;
+        EXPECT_THAT(Colours(image), Gt(200u)) << name;
+    }
+}
+
+TEST(PicturesTest, DrawingIsServedAsItIs) {
+    CPictures pictures;
+
+    const auto drawing = pictures.Find("night-session.svg");
+
+    ASSERT_TRUE(drawing);
+    EXPECT_EQ(drawing->type, "image/svg+xml");
+    QFile file(QStringLiteral(":/devserver/pictures/night-session.svg"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(drawing->bytes, file.readAll().toStdString());
+}
+
+// Painting a text asks for fonts, which end a process without a window system.
+TEST(PicturesTest, NoDrawingNeedsFontsOrOtherFiles) {
+    CPictures pictures;
+    for (const std::string& name : Names()) {
+        EXPECT_THAT(pictures.Find(name + ".svg")->bytes,
+                    Not(AnyOf(testing::HasSubstr("<text"), testing::HasSubstr("href"))))
+            << name;
+    }
+}
+
+TEST(PicturesTest, PaintedTwiceIsTheSame) {
+    CPictures pictures;
+    const std::string first = pictures.Find("card-invite.png")->bytes;
+
+    EXPECT_EQ(pictures.Find("card-invite.png")->bytes, first);
+    EXPECT_EQ(CPictures().Find("card-invite.png")->bytes, first);
+}
+
+TEST(PicturesTest, OtherNamesAreNoPictures) {
+    CPictures pictures;
+    for (const char* name : {"", ".png", "nowhere.png", "night-session", "night-session.gif", "night-session.PNG",
+                             "../scenarios/default.json", "../pictures/night-session.png", "a/night-session.svg",
+                             "night-session.svg.png", "night-session.png.svg"}) {
+        EXPECT_FALSE(pictures.Find(name)) << name;
+    }
+}
+
+}  // namespace
