@@ -1,0 +1,192 @@
+#include "Ad/Controller/PopupRules.h"
+
+#include <algorithm>
+
+bool operator==(const PopupSight& left, const PopupSight& right) {
+    return left.list == right.list && left.view == right.view && left.shown == right.shown &&
+           left.timer == right.timer && left.lastShow == right.lastShow && left.open == right.open &&
+           left.requests == right.requests;
+}
+
+std::ostream& operator<<(std::ostream& stream, const PopupSight& sight) {
+    stream << "list " << (sight.list.empty() ? "none" : sight.list) << (sight.view ? ", view" : ", no view")
+           << (sight.shown ? " shown" : "") << (sight.timer ? ", timer" : "") << ", last show " << sight.lastShow
+           << ", open";
+    for (const std::string& ad : sight.open) {
+        stream << " " << ad;
+    }
+    return stream << ", requests " << sight.requests;
+}
+
+// The login's channel is there, and its request has left.
+CPopupRules::CPopupRules(int64_t now) : m_nNow(now) {
+    Request();
+}
+
+void CPopupRules::Happen(PopupEvent event) {
+    switch (event) {
+        case PopupEvent::kAnswer:
+            Answer();
+            return;
+        case PopupEvent::kOffline:
+            Offline(LastAd());
+            m_requestAt.push_back(m_nNow + kOfflineDelay);
+            return;
+        case PopupEvent::kNewAd:
+            Request();
+            return;
+        case PopupEvent::kTab:
+            ChangeTab();
+            return;
+        case PopupEvent::kLogout:
+            LogOut();
+            return;
+        case PopupEvent::kPicture:
+            PictureComes();
+            return;
+        case PopupEvent::kTime:
+            TimePasses();
+            return;
+    }
+}
+
+PopupSight CPopupRules::Sight() const {
+    PopupSight sight;
+    sight.list = m_list;
+    sight.view = !m_view.empty();
+    sight.shown = m_bShown;
+    sight.timer = m_closeAt.has_value();
+    sight.lastShow = m_nLastShow;
+    for (const auto& [ad, open] : m_open) {
+        if (open) {
+            sight.open.push_back(ad);
+        }
+    }
+    sight.requests = m_nRequests;
+    return sight;
+}
+
+// Ten full seconds lie between two requests. A new one makes the answer to an old one nobody's.
+void CPopupRules::Request() {
+    if (m_nNow - m_nLastRequest < kRequestLimit) {
+        return;
+    }
+    m_nLastRequest = m_nNow;
+    ++m_nRequests;
+    m_bWaiting = true;
+}
+
+// Nothing cancels a request: an answer counts after a logout as well.
+void CPopupRules::Answer() {
+    if (!m_bWaiting) {
+        return;
+    }
+    m_bWaiting = false;
+    ++m_nAnswers;
+    m_list = LastAd();
+    if (MayShow()) {
+        Show();
+    }
+}
+
+bool CPopupRules::MayShow() const {
+    return !m_list.empty() && m_bGoodTab && m_nNow - m_nLastShow > kShowInterval;
+}
+
+// A view from before goes without a word about its exposure, which its ad's id still stands for.
+void CPopupRules::Show() {
+    DropView();
+    m_view = m_list;
+}
+
+void CPopupRules::DropView() {
+    m_view.clear();
+    m_bShown = false;
+    m_closeAt.reset();
+}
+
+void CPopupRules::EndExposure() {
+    m_open[m_onScreen] = false;
+}
+
+void CPopupRules::Clear() {
+    m_list.clear();
+    m_onScreen.clear();
+}
+
+void CPopupRules::Close(bool isLogout) {
+    const bool hadView = !m_view.empty();
+    DropView();
+    if ((hadView || isLogout) && !m_onScreen.empty()) {
+        EndExposure();
+        Clear();
+    }
+}
+
+// What is on screen and what waits are looked at apart.
+void CPopupRules::Offline(const std::string& ad) {
+    if (ad.empty()) {
+        return;
+    }
+    const std::string waiting = m_list;
+    if (m_onScreen == ad) {
+        Close(false);
+        m_list = waiting;
+    }
+    if (m_list == ad) {
+        m_list.clear();
+    }
+}
+
+// The first change only says where the user is.
+void CPopupRules::ChangeTab() {
+    m_bGoodTab = !m_bGoodTab;
+    if (!m_bTabKnown) {
+        m_bTabKnown = true;
+        return;
+    }
+    Close(false);
+    if (MayShow()) {
+        Show();
+    }
+}
+
+void CPopupRules::LogOut() {
+    Close(true);
+    Clear();
+}
+
+void CPopupRules::PictureComes() {
+    if (m_view.empty() || m_bShown) {
+        return;
+    }
+    if (!MayShow()) {
+        DropView();
+        return;
+    }
+    m_bShown = true;
+    m_onScreen = m_view;
+    m_open[m_onScreen] = true;
+    m_closeAt = m_nNow + kShowDuration;
+    m_nLastShow = m_nNow;
+}
+
+void CPopupRules::TimePasses() {
+    const int64_t end = m_nNow + kTimeStep;
+    for (;;) {
+        const auto request = std::min_element(m_requestAt.begin(), m_requestAt.end());
+        const int64_t requestAt = request == m_requestAt.end() ? end + 1 : *request;
+        const int64_t closeAt = m_closeAt.value_or(end + 1);
+        if (std::min(requestAt, closeAt) > end) {
+            break;
+        }
+        m_nNow = std::min(requestAt, closeAt);
+        if (requestAt <= closeAt) {
+            m_requestAt.erase(request);
+            Request();
+        } else {
+            Close(false);
+        }
+    }
+    m_nNow = end;
+}

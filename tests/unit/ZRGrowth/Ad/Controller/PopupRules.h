@@ -1,0 +1,82 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+/// What can happen to the bottom popup.
+enum class PopupEvent { kAnswer, kOffline, kNewAd, kTab, kLogout, kPicture, kTime };
+constexpr int kPopupEvents = 7;
+
+/// What of the popup can be seen at a moment.
+struct PopupSight {
+    std::string list;   // the ad of the stored list; empty without one
+    bool view = false;  // one is there, shown or not
+    bool shown = false;
+    bool timer = false;
+    int64_t lastShow = 0;           // seconds; 0: never
+    std::vector<std::string> open;  // exposures that have begun and not ended, by ad
+    int requests = 0;               // that have left so far
+};
+
+bool operator==(const PopupSight& left, const PopupSight& right);
+std::ostream& operator<<(std::ostream& stream, const PopupSight& sight);
+
+/// The rules of the bottom popup as one who knows them would write them down, without a look at the code: what each
+/// event leads to, in a client that has its first request on the way, with the tab at hand one where ads may show.
+class CPopupRules {
+public:
+    static constexpr int64_t kRequestLimit = 10;
+    static constexpr int64_t kShowDuration = 15;
+    static constexpr int64_t kShowInterval = 30;
+    static constexpr int64_t kOfflineDelay = 5;
+    static constexpr int64_t kTimeStep = 16;
+
+    explicit CPopupRules(int64_t now);
+
+    void Happen(PopupEvent event);
+    PopupSight Sight() const;
+
+    /// The ad that the last answer brought; empty before the first.
+    std::string LastAd() const { return m_nAnswers == 0 ? std::string() : AdOf(m_nAnswers); }
+    /// The ad that the next answer will bring.
+    std::string NextAd() const { return AdOf(m_nAnswers + 1); }
+    bool IsTabGood() const { return m_bGoodTab; }
+
+    static std::string AdOf(int number) { return "ad-" + std::to_string(number); }
+
+private:
+    void Answer();
+    void Offline(const std::string& ad);
+    void ChangeTab();
+    void LogOut();
+    void PictureComes();
+    void TimePasses();
+
+    void Request();
+    bool MayShow() const;
+    void Show();
+    void DropView();
+    void EndExposure();
+    void Clear();
+    void Close(bool isLogout);
+
+    int64_t m_nNow;
+    int64_t m_nLastRequest = 0;
+    int m_nRequests = 0;
+    int m_nAnswers = 0;
+    bool m_bWaiting = false;  // the latest request has no answer yet
+    std::string m_list;
+    std::string m_view;  // the ad that the view is for
+    bool m_bShown = false;
+    std::string m_onScreen;  // the ad that was shown last and not closed
+    std::optional<int64_t> m_closeAt;
+    std::vector<int64_t> m_requestAt;
+    int64_t m_nLastShow = 0;
+    bool m_bGoodTab = true;
+    bool m_bTabKnown = false;
+    std::map<std::string, bool> m_open;
+};
