@@ -83,13 +83,13 @@ protected:
     void LetPictureIn() { pictures.Succeed(pictures.LastLoad()); }
 
     /// The ad is on screen.
-    void Show(const Json::Value& data) {
+    void ShowList(const Json::Value& data) {
         Answer(data);
         LetPictureIn();
         store.Forget();
         Forget();
     }
-    void Show(const std::string& id = "18088") { Show(DataOf({id})); }
+    void Show(const std::string& id = "18088") { ShowList(DataOf({id})); }
 
     void Forget() {
         log.Forget();
