@@ -1,9 +1,13 @@
 #include "Ad/Controller/ZRAdManager.h"
 
+#include <thread>
+
 #include "Ad/AdManagerTest.h"
-#include "Ad/AdPopupTest.h"
 #include "Ad/Controller/ZRAdBannerController.h"
 #include "Ad/MethodsOf.h"
+#include "Ad/View/ZRAdBottomPopupDeveloperView.h"
+#include "modules/IZRGrowthModuleInterface.h"
+#include "plugin/IZRPluginCenter.h"
 
 using namespace ::testing;
 using namespace std::chrono_literals;
@@ -325,6 +329,50 @@ TEST_F(AdManagerTest, ATabsKeyHas64Bits) {
     bus.HostSend(20157, 1);
 
     EXPECT_THAT(log.Lines().front(), Info("[Ad] Tab changed, oldTab = 4294967297, newTab = 1"));
+}
+
+// What other modules ask for
+
+TEST_F(AdManagerTest, AChangedLayoutMovesTheCard) {
+    StartAndShow();
+    mainFrame.SetNavigationCollapsed(true);
+
+    manager->UpdateAdBottomPopupCoordinates();
+
+    EXPECT_EQ(Card()->pos(), QPoint(84, 432));
+}
+
+TEST_F(AdManagerTest, ABannerMayBeAskedForFromAnyThread) {
+    std::thread([this] { manager->GetAdBannerAsync(9, QSize(10, 10), [](QWidget*) {}, 0, false, {}); }).join();
+    EXPECT_THAT(http.Started(), IsEmpty());
+
+    time.Settle();
+
+    EXPECT_THAT(Paths(), ElementsAre("/ad/search"));
+    EXPECT_THAT(manager->findChildren<CZRAdBannerController*>(), SizeIs(1));
+}
+
+TEST_F(AdManagerTest, ABannerThatIsAskedForOnTheWayOutIsNotLookedFor) {
+    manager->GetAdBannerAsync(9, QSize(10, 10), [](QWidget*) {}, 0, false, {});
+
+    manager.reset();
+    time.Settle();
+
+    EXPECT_THAT(http.Started(), IsEmpty());
+}
+
+TEST_F(AdManagerTest, TheServiceReachesTheOneManager) {
+    const auto service = IZRPluginCenter::CreateInterface<IZRGrowthModuleInterface>();
+    ASSERT_TRUE(service);
+
+    service->UpdateAdBottomPopupCoordinates();
+    const std::unique_ptr<QWidget> panel(service->GetAdBottomPopupDeveloperView());
+    EXPECT_TRUE(qobject_cast<CZRAdBottomPopupDeveloperView*>(panel.get()));
+    service->GetAdBannerAsync(7, QSize(10, 10), [](QWidget*) {}, 0, true, {QStringLiteral("8")});
+    time.Settle();
+
+    ASSERT_THAT(CZRAdManager::Singleton()->findChildren<CZRAdBannerController*>(), SizeIs(1));
+    EXPECT_THAT(Paths(), ElementsAre("/ad/check"));
 }
 
 }  // namespace
