@@ -78,15 +78,20 @@ void CZRAdBannerController::ShowAd(CZRAdModelList* list) {
         LogInfo("Ad banner type is unknown, adType = {}, adPosition = {}, bannerType = {}", int(m_adType), m_adPosition,
                 bannerType);
     } else {
-        QWidget* banner = NewBanner(*list);
-        if (m_fnComplete) {
-            m_fnComplete(banner);
-        }
+        Complete(NewBanner(*list));
         return;
     }
     // Who embeds banners sees in an internal build that there was none; a release leaves him without an answer.
-    if (!core::environment::IsReleaseAppVersion() && m_fnComplete) {
-        m_fnComplete(nullptr);
+    if (!core::environment::IsReleaseAppVersion()) {
+        Complete(nullptr);
+    }
+}
+
+void CZRAdBannerController::Complete(QWidget* banner) {
+    // Who gets the banner may ask for another one at once, which replaces what is just being called.
+    const std::function<void(QWidget*)> complete = m_fnComplete;
+    if (complete) {
+        complete(banner);
     }
 }
 

@@ -36,6 +36,7 @@ protected:
 
 private:
     QWidget* NewBanner(CZRAdModelList& list);
+    void Complete(QWidget* banner);
 
     std::function<void(QWidget*)> m_fnComplete;
     QSize m_size{-1, -1};

@@ -1,6 +1,7 @@
 #include "Ad/View/ZRAdBannerView.h"
 
 #include <QMouseEvent>
+#include <QPointer>
 
 #include "GrowthBizLogUtil.h"
 #include "core/time_date.h"
@@ -73,11 +74,12 @@ void CZRAdBannerView::OnImageLoadFailed(QString imageUrl, int index, uint failed
 
 // Any change counts, also one that nobody sees.
 void CZRAdBannerView::OnCurrentIndexChanged(int newIndex, int oldIndex) {
+    const QPointer<CZRAdBannerView> alive(this);
     m_currentIndex = newIndex;
     if (HasAd(oldIndex)) {
         Q_EMIT ExposeAdEnd(m_adIds[oldIndex]);
     }
-    if (HasAd(newIndex)) {
+    if (alive && HasAd(newIndex)) {
         Q_EMIT ExposeAdStart(m_adIds[newIndex]);
     }
 }
@@ -98,17 +100,25 @@ void CZRAdBannerView::Click() {
         LogInfo("[CZRAdImageView] Open schema failed, schema is empty, adId = {}", adId.toStdString());
         return;
     }
+    // The host may turn to another page for it, and take this view away with the one that it stands on.
+    const QPointer<CZRAdBannerView> alive(this);
     const QVariant window = QVariant::fromValue(core::webview::ZRWebWindowInfo());
     const bool jumped =
         core::urlhandler::DispatchUrl(schema, kBusiness, nullptr, window, core::urlhandler::kFallbackWeb);
     LogInfo("[CZRAdImageView] Open schema {}, schema = {}, adId = {}", jumped ? "success" : "failed",
             schema.toStdString(), adId.toStdString());
-    Q_EMIT ClickAd(jumped, adId);
+    if (alive) {
+        Q_EMIT ClickAd(jumped, adId);
+    }
 }
 
 void CZRAdBannerView::mousePressEvent(QMouseEvent* event) {
+    const QPointer<CZRAdBannerView> alive(this);
     if (event->button() == Qt::LeftButton && !IsInTopStrip(*event)) {
         Click();
     }
-    QWidget::mousePressEvent(event);
+    // The view's owner may delete it at a click, and it is gone then with its part in the event.
+    if (alive) {
+        QWidget::mousePressEvent(event);
+    }
 }

@@ -1,6 +1,7 @@
 #include "Ad/View/ZRAdImageView.h"
 
 #include <QMouseEvent>
+#include <QPointer>
 
 #include "GrowthBizLogUtil.h"
 #include "core/time_date.h"
@@ -63,23 +64,32 @@ void CZRAdImageView::OnImageLoadStatus(const QString& imageUrl, ZRImageLoadStatu
     }
 }
 
-bool CZRAdImageView::OpenSchema() {
+// The host may turn to another page for it, and take this view away with the one that it stands on.
+void CZRAdImageView::OpenSchema() {
+    const QPointer<CZRAdImageView> alive(this);
+    const QString schema = m_schema;
     const QVariant window = QVariant::fromValue(core::webview::ZRWebWindowInfo());
-    return core::urlhandler::DispatchUrl(m_schema, kBusiness, nullptr, window, core::urlhandler::kFallbackWeb);
+    const bool jumped =
+        core::urlhandler::DispatchUrl(schema, kBusiness, nullptr, window, core::urlhandler::kFallbackWeb);
+    LogInfo("Open schema {}, schema = {}", jumped ? "success" : "failed", schema.toStdString());
+    if (alive) {
+        Q_EMIT AdClicked(jumped);
+    }
 }
 
-// Who hears of the click may have this view deleted, later: the event still has to go on.
+// Who hears of the click may delete this view at once; the event goes on only with it.
 void CZRAdImageView::mousePressEvent(QMouseEvent* event) {
+    const QPointer<CZRAdImageView> alive(this);
     if (m_loadStatus != kImageLoadSucceeded) {
         LogInfo("Click ad image, load status is not success");
     } else if (event->button() == Qt::LeftButton) {
         if (m_schema.isEmpty()) {
             LogInfo("Open schema failed, schema is empty");
         } else {
-            const bool jumped = OpenSchema();
-            LogInfo("Open schema {}, schema = {}", jumped ? "success" : "failed", m_schema.toStdString());
-            Q_EMIT AdClicked(jumped);
+            OpenSchema();
         }
     }
-    QWidget::mousePressEvent(event);
+    if (alive) {
+        QWidget::mousePressEvent(event);
+    }
 }

@@ -37,7 +37,7 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
 
 private:
-    bool OpenSchema();
+    void OpenSchema();
 
     ZRWebImageWidget* m_pImageWidget;
     ZRImageLoadStatus m_loadStatus{};  // set at the first success, and never back

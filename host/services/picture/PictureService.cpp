@@ -65,7 +65,7 @@ void CPictureService::Load(const QString& url, const QSize& size, bool moving, Q
     HttpReqInfo request;
     request.m_strUrl = url.toStdString();
     std::string reason;
-    auto message = http_request::Make(request, !m_environment.IsReleaseAppVersion(), reason);
+    auto message = http_request::Make(request, !m_environment.IsReleaseAppVersion(), m_plain, reason);
     if (!message) {
         kLog.Info(FMT_STRING("Refused a picture, {}: {}"), reason, Shown(url));
         job.stage = EnStage::kRefused;

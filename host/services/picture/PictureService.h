@@ -15,10 +15,10 @@
 
 class IEnvironment;
 
-/// Pictures over HTTP, from where the client speaks to at all: https, and in internal builds this machine by http;
-/// no redirects to another origin, no proxy and no cookies. Few at a time, the others wait. They are judged, decoded
-/// and scaled on a thread of its own, and kept on the disk as their servers allow. Main thread. The environment must
-/// outlive it.
+/// Pictures over HTTP, from where the client speaks to at all: https, and by http this machine in an internal build
+/// and the one server on it that AllowPlain names in a release; no redirects to another origin, no proxy and no
+/// cookies. Few at a time, the others wait. They are judged, decoded and scaled on a thread of its own, and kept on the
+/// disk as their servers allow. Main thread. The environment must outlive it.
 class CPictureService : public QObject, public IPictures {
     Q_OBJECT
 
@@ -33,6 +33,8 @@ public:
     CPictureService(const IEnvironment& environment, const QString& cacheFolder, const Options& options);
     /// Ends what is under way without a word; waits for the picture that is just being decoded.
     ~CPictureService() override;
+
+    void AllowPlain(const QUrl& origin) { m_plain = origin; }
 
     void Load(const QString& url, const QSize& size, bool moving, QObject* guard, Done done) override;
 
@@ -66,6 +68,7 @@ private:
     void Drop(unsigned long id);
 
     const IEnvironment& m_environment;
+    QUrl m_plain;  // a release takes nothing by plain HTTP but from there
     const QString m_cacheFolder;
     const Options m_options;
     unsigned long m_nLastId = 0;

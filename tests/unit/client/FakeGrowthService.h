@@ -14,6 +14,11 @@ public:
     /// Offers a service in the plug-in centre for as long as the result lives.
     static std::shared_ptr<CFakeGrowthService> Offer();
 
+    void GetAdBannerAsync(int /*adPosition*/, QSize /*size*/, std::function<void(QWidget*)> /*callback*/,
+                          int /*topNonClickableAreaHeight*/, bool /*useCheck*/, QList<QString> /*adIds*/) override {}
+    void UpdateAdBottomPopupCoordinates() override {}
+    QWidget* GetAdBottomPopupDeveloperView() override { return nullptr; }
+
     unsigned long GetUiMsgAndPremiumAccessReq(bool serverPush) override;
     unsigned long GetUiMsgAndPremiumAccessReq(const QVector<int>& accessList, bool serverPush) override;
     unsigned long GetUiMsgAndPremiumAccessReq(const QVector<EnPremiumAccess>& accessList, bool serverPush) override;

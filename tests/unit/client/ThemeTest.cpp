@@ -104,7 +104,7 @@ std::vector<std::pair<std::string, std::string>> PairsOfTheTemplate() {
     return pairs;
 }
 
-QImage Picture(QWidget& widget) {
+QImage PictureOf(QWidget& widget) {
     return widget.grab().toImage();
 }
 
@@ -228,14 +228,14 @@ TEST_F(ThemeTest, AChartIsPaintedInTheNewTheme) {
     chart.resize(300, 200);
     chart.show();
     time.Settle();
-    const QImage before = Picture(chart);
+    const QImage before = PictureOf(chart);
     CPaintCount paints(chart);
 
     ThemeControl::Set(Manager::kThemeLight);
     time.Settle();
 
     EXPECT_GT(paints.count, 0);
-    EXPECT_NE(Picture(chart), before);
+    EXPECT_NE(PictureOf(chart), before);
 }
 
 TEST_F(ThemeTest, ATablesCellsTakeTheNewColours) {

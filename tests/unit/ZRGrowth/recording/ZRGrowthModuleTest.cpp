@@ -3,6 +3,8 @@
 
 #include <gmock/gmock.h>
 
+#include <QStringList>
+
 #include "AIChat/Controller/ZRAIChatManager.h"
 #include "Ad/Controller/ZRAdManager.h"
 #include "GrowthBizLogUtil.h"
@@ -25,6 +27,12 @@ std::vector<std::string>& Calls() {
 std::vector<std::string>& Registrations() {
     static std::vector<std::string> registrations;
     return registrations;
+}
+
+// An address that nobody looks behind.
+QWidget* SomeWidget() {
+    static int nothing = 0;
+    return reinterpret_cast<QWidget*>(&nothing);
 }
 
 class GrowthModuleTest : public Test {
@@ -86,6 +94,18 @@ class GrowthServiceTest : public Test {
 protected:
     CZRGrowthModuleUtil service;
 };
+
+TEST_F(GrowthServiceTest, AdsComeFromTheAdManagerWithTheirArguments) {
+    QWidget* given = nullptr;
+    service.GetAdBannerAsync(7, QSize(640, 90), [&given](QWidget* banner) { given = banner; }, 12, true,
+                             {QStringLiteral("1"), QStringLiteral("2")});
+    service.GetAdBannerAsync(9, QSize(), nullptr, 0, false, {});
+    service.UpdateAdBottomPopupCoordinates();
+
+    EXPECT_THAT(Calls(), ElementsAre("Ad.Banner 7 640x90 12 true 1,2", "Ad.Banner 9 -1x-1 0 false ", "Ad.Move"));
+    EXPECT_EQ(given, SomeWidget());
+    EXPECT_EQ(service.GetAdBottomPopupDeveloperView(), SomeWidget());
+}
 
 TEST_F(GrowthServiceTest, RequestsForRightsGoToThePremiumManagerWithTheirArguments) {
     EXPECT_EQ(service.GetUiMsgAndPremiumAccessReq(true), 1u);
@@ -218,6 +238,27 @@ void CZRAdManager::OnLogin() {
 void CZRAdManager::OnLogout() {
     Calls().emplace_back("Ad.OnLogout");
 }
+void CZRAdManager::GetAdBannerAsync(int adPosition, QSize size, std::function<void(QWidget*)> callback,
+                                    int topNonClickableAreaHeight, bool useCheck, QList<QString> adIds) {
+    Calls().push_back(fmt::format("Ad.Banner {} {}x{} {} {} {}", adPosition, size.width(), size.height(),
+                                  topNonClickableAreaHeight, useCheck,
+                                  QStringList(adIds).join(QLatin1Char(',')).toStdString()));
+    if (callback) {
+        callback(SomeWidget());
+    }
+}
+void CZRAdManager::UpdateAdBottomPopupCoordinates() {
+    Calls().emplace_back("Ad.Move");
+}
+QWidget* CZRAdManager::GetAdBottomPopupDeveloperView() {
+    return SomeWidget();
+}
+void CZRAdManager::OnLoginChannelConnect(uint32_t, qulonglong, std::shared_ptr<core::CMessageBody>) {}
+void CZRAdManager::OnLanguageChanged(uint32_t, qulonglong, std::shared_ptr<core::CMessageBody>) {}
+void CZRAdManager::OnTabFrameChanged(uint32_t, qulonglong, std::shared_ptr<core::CMessageBody>) {}
+void CZRAdManager::OnAdStatusChangedPushCallback(qulonglong, CSProtoError, CSProtoData, const CSResponseExt*) {}
+void CZRAdManager::OnAdPushCallback(qulonglong, CSProtoError, CSProtoData, const CSResponseExt*) {}
+void CZRAdManager::OnAdCheckPushCallback(qulonglong, CSProtoError, CSProtoData, const CSResponseExt*) {}
 
 CZRVipManager::CZRVipManager() {
     Calls().emplace_back("Vip made");

@@ -1,0 +1,258 @@
+#include "Ad/View/ZRAdBottomPopupDeveloperView.h"
+
+#include <QLayout>
+#include <ctime>
+
+#include "Ad/AdManagerTest.h"
+#include "Ad/MethodsOf.h"
+#include "ui/ZButton.h"
+#include "ui/ZText.h"
+
+using namespace ::testing;
+using namespace std::chrono_literals;
+
+namespace {
+
+const std::string kNothing = "无";
+const std::string kAdData =
+    "ad_type: 2\nad_position: 42\nshow_interval_type: 1\nshow_interval: 3600\nshow_duration: 15\n";
+
+class AdDeveloperViewTest : public AdManagerTest {
+protected:
+    AdDeveloperViewTest() {
+        view.SetGetModelCallback([this] { return list.get(); });
+        view.SetSetModelCallback([this](CZRAdModelList* taken) { list.reset(taken); });
+        view.show();
+        time.Settle();
+    }
+
+    template <class Child>
+    Child* Find(const char* name) {
+        return view.findChild<Child*>(QString::fromLatin1(name));
+    }
+    std::string LastShow() { return Find<ZText>("LastShowText")->text().toStdString(); }
+    std::string CacheData() { return Find<ZText>("CacheDataText")->text().toStdString(); }
+    void Press(const char* button) { Click(Find<ZButton>(button)); }
+
+    static std::string Key(int type) { return "AdLastShowTimeStampKey_2_42_77_" + std::to_string(type); }
+
+    std::unique_ptr<CZRAdModelList> list;
+    CZRAdBottomPopupDeveloperView view{nullptr};
+};
+
+TEST_F(AdDeveloperViewTest, HasItsSlotsInTheFixedOrder) {
+    EXPECT_THAT(MethodsOf(CZRAdBottomPopupDeveloperView::staticMetaObject),
+                ElementsAre("slot OnClearLastShowTimestamp()", "slot OnUpdateText()", "slot OnUpdateCacheDataText()",
+                            "slot OnGenerateCacheData()"));
+    for (int i = view.metaObject()->methodOffset(); i < view.metaObject()->methodCount(); ++i) {
+        EXPECT_EQ(view.metaObject()->method(i).access(), QMetaMethod::Protected);
+    }
+}
+
+TEST_F(AdDeveloperViewTest, ItsParentIsAWidgetOrNone) {
+    EXPECT_EQ(view.parent(), nullptr);
+    QObject object;
+    EXPECT_EQ(CZRAdBottomPopupDeveloperView(&object).parent(), nullptr);
+    QWidget widget;
+    auto* child = new CZRAdBottomPopupDeveloperView(&widget);
+    EXPECT_EQ(child->parentWidget(), &widget);
+}
+
+TEST_F(AdDeveloperViewTest, ThePanelStandsAsItIsDrawnUp) {
+    EXPECT_EQ(view.minimumWidth(), 1500);
+    EXPECT_EQ(view.maximumWidth(), 1500);
+    EXPECT_EQ(view.layout()->spacing(), 5);
+    std::vector<std::string> words;
+    for (QWidget* child : view.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (auto* text = qobject_cast<ZText*>(child)) {
+            words.push_back(text->text().toStdString());
+        } else if (auto* button = qobject_cast<ZButton*>(child)) {
+            words.push_back("[" + button->text().toStdString() + "]");
+        }
+    }
+    EXPECT_THAT(words,
+                UnorderedElementsAre("******************************* 广告 - 底部弹窗 *******************************",
+                                     "[刷新（调试数据需要手动刷新）]", "上次展示时间：", "", "[清除]", "缓存广告数据：",
+                                     "", "[生成测试数据]"));
+    const int update = Find<ZButton>("UpdateText")->y();
+    const int first = Find<ZButton>("ClearLastShowTimestamp")->y();
+    const int second = Find<ZButton>("GenerateCacheData")->y();
+    EXPECT_LT(0, update);
+    EXPECT_LT(update, first);
+    EXPECT_LT(first, second);
+    EXPECT_LT(Find<ZText>("LastShowText")->x(), Find<ZButton>("ClearLastShowTimestamp")->x());
+    EXPECT_THAT(log.Assertions(), IsEmpty());
+}
+
+TEST_F(AdDeveloperViewTest, WhereNothingIsBothTextsSaySo) {
+    Press("UpdateText");
+
+    EXPECT_EQ(LastShow(), kNothing);
+    EXPECT_EQ(CacheData(), kNothing);
+    EXPECT_THAT(store.Saves(), IsEmpty());
+}
+
+TEST_F(AdDeveloperViewTest, WithoutWhoeverHoldsTheListThereIsNone) {
+    view.SetGetModelCallback(nullptr);
+    Press("UpdateText");
+    EXPECT_EQ(CacheData(), kNothing);
+}
+
+// Last-show times
+
+TEST_F(AdDeveloperViewTest, TheKeyIsThatOfThePopupsSlot) {
+    EXPECT_EQ(view.GetAdLastShowTimeStampKey(2, 42, 1).toStdString(), kLastShow);
+    EXPECT_EQ(view.GetAdLastShowTimeStampKey(-3, 7, 12).toStdString(), "AdLastShowTimeStampKey_-3_7_77_12");
+}
+
+TEST_F(AdDeveloperViewTest, TheTimesOfTenIntervalTypesAreListedInLocalTime) {
+    store.SetInt64(Key(0), 1'700'000'000);
+    store.SetInt64(Key(3), 0);
+    store.SetInt64(Key(9), 1);
+    store.SetInt64(Key(10), 5);
+    store.SetInt64("AdLastShowTimeStampKey_2_42_78_1", 5);
+    const std::string rows =
+        "ShowIntervalType:0, time:2023-11-14 22:13:20\nShowIntervalType:9, time:1970-01-01 00:00:01\n";
+    EXPECT_EQ(view.GetAdBottomPopupLastShowTimeStamp().toStdString(), rows);
+
+    view.UpdateLastShowTimestampText();
+    EXPECT_EQ(LastShow(), rows);
+
+    qputenv("TZ", "UTC-8");
+    tzset();
+    EXPECT_THAT(view.GetAdBottomPopupLastShowTimeStamp().toStdString(),
+                StartsWith("ShowIntervalType:0, time:2023-11-15 06:13:20\n"));
+    qputenv("TZ", "UTC");
+    tzset();
+}
+
+TEST_F(AdDeveloperViewTest, ATimeAheadOfTheBeginningIsATimeToo) {
+    store.SetInt64(Key(1), -1);
+    EXPECT_EQ(view.GetAdBottomPopupLastShowTimeStamp().toStdString(), "ShowIntervalType:1, time:1969-12-31 23:59:59\n");
+}
+
+TEST_F(AdDeveloperViewTest, ClearingWritesNothingUnderTheTenKeysAndShowsIt) {
+    store.SetInt64(Key(1), 5);
+    Press("UpdateText");
+    ASSERT_NE(LastShow(), kNothing);
+
+    Press("ClearLastShowTimestamp");
+
+    EXPECT_EQ(LastShow(), kNothing);
+    std::vector<StoreSave> expected;
+    for (int type = 0; type < 10; ++type) {
+        expected.push_back({std::nullopt, Key(type), "0"});
+    }
+    EXPECT_EQ(store.Saves(), expected);
+}
+
+TEST_F(AdDeveloperViewTest, NothingRefreshesByItself) {
+    Press("UpdateText");
+    store.SetInt64(Key(1), 5);
+    list.reset(ListOf(PopupData()));
+    time.Advance(1h);
+    EXPECT_EQ(LastShow(), kNothing);
+    EXPECT_EQ(CacheData(), kNothing);
+
+    Press("UpdateText");
+
+    EXPECT_EQ(LastShow(), "ShowIntervalType:1, time:1970-01-01 00:00:05\n");
+    EXPECT_NE(CacheData(), kNothing);
+}
+
+// The list
+
+TEST_F(AdDeveloperViewTest, AListWithoutAdsIsShownByItsRules) {
+    list.reset(ListOf(PopupData()));
+
+    Press("UpdateText");
+
+    EXPECT_EQ(CacheData(), kAdData);
+}
+
+TEST_F(AdDeveloperViewTest, TheFirstAdIsShownAndNoOther) {
+    Json::Value data = PopupData();
+    data["ad"].append(PopupAd("1"));
+    data["ad"].append(PopupAd("2"));
+    list.reset(ListOf(data));
+
+    Press("UpdateText");
+
+    EXPECT_EQ(CacheData(), kAdData +
+                               "ad_id: 1\nstart_time: 100\nend_time: 300\nexpire_time: 400\npopup_type: 2\n"
+                               "schema: https://www.test/autumn\nimg: https://pictures.test/card.png");
+}
+
+TEST_F(AdDeveloperViewTest, TheSampleGoesToTheSlotAndIsShown) {
+    Press("GenerateCacheData");
+
+    ASSERT_TRUE(list);
+    EXPECT_EQ(list->parent(), nullptr);
+    EXPECT_TRUE(list->GetEnableClose());
+    CZRAdPopupModel* ad = First(list.get());
+    ASSERT_TRUE(ad);
+    QList<int> areas;
+    for (const ZRAdShowAreaType area : *ad->GetShowAreas()) {
+        areas.append(area);
+    }
+    EXPECT_THAT(areas, ElementsAre(508, 500, 501, 502, 503, 504));
+    EXPECT_EQ(ad->GetPushId(), QString());
+    EXPECT_THAT(ad->GetBottomPopup()->GetSchema().toStdString(), StartsWith("https://"));
+    EXPECT_THAT(ad->GetBottomPopup()->GetImage().toStdString(), StartsWith("https://"));
+    EXPECT_EQ(CacheData(),
+              "ad_type: 2\nad_position: 42\nshow_interval_type: 1\nshow_interval: 3600\nshow_duration: 10\n"
+              "ad_id: 18088\nstart_time: 1674144000\nend_time: 1876822400\nexpire_time: 1875158131\npopup_type: 2\n"
+              "schema: " +
+                  ad->GetBottomPopup()->GetSchema().toStdString() +
+                  "\nimg: " + ad->GetBottomPopup()->GetImage().toStdString());
+    EXPECT_EQ(LastShow(), "");  // that is another button's
+}
+
+TEST_F(AdDeveloperViewTest, ASampleThatNobodyTakesIsNotMade) {
+    view.SetSetModelCallback(nullptr);
+
+    Press("GenerateCacheData");
+
+    EXPECT_FALSE(list);
+    EXPECT_EQ(CacheData(), "");
+}
+
+// By way of the manager
+
+TEST_F(AdDeveloperViewTest, TheManagersPanelShowsAndFillsThePopupsSlot) {
+    time.SetServerTime(1'700'000'000'000);
+    Start();
+    const std::unique_ptr<QWidget> panel(manager->GetAdBottomPopupDeveloperView());
+    EXPECT_TRUE(qobject_cast<CZRAdBottomPopupDeveloperView*>(panel.get()));
+    EXPECT_EQ(panel->parent(), nullptr);
+    panel->show();
+    time.Settle();
+
+    Click(panel->findChild<ZButton*>(QStringLiteral("GenerateCacheData")));
+
+    ASSERT_TRUE(Popup()->GetAdModelList());
+    EXPECT_EQ(First(Popup()->GetAdModelList())->GetAdId(), QStringLiteral("18088"));
+    EXPECT_THAT(panel->findChild<ZText*>(QStringLiteral("CacheDataText"))->text().toStdString(),
+                HasSubstr("ad_id: 18088\n"));
+    Popup()->TryShowAdPopup();  // the sample is good for a try without a server
+    EXPECT_TRUE(Card());
+    pictures.Forget();
+}
+
+TEST_F(AdDeveloperViewTest, EachPanelIsANewOne) {
+    const std::unique_ptr<QWidget> first(manager->GetAdBottomPopupDeveloperView());
+    const std::unique_ptr<QWidget> second(manager->GetAdBottomPopupDeveloperView());
+    EXPECT_NE(first, second);
+}
+
+TEST_F(AdDeveloperViewTest, WithoutASlotThePanelHasNothingAndTakesNothing) {
+    const std::unique_ptr<QWidget> panel(manager->GetAdBottomPopupDeveloperView());
+    panel->show();
+    time.Settle();
+
+    Click(panel->findChild<ZButton*>(QStringLiteral("GenerateCacheData")));
+
+    EXPECT_EQ(panel->findChild<ZText*>(QStringLiteral("CacheDataText"))->text().toStdString(), kNothing);
+}
+
+}  // namespace
