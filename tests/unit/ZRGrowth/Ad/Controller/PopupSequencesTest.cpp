@@ -6,6 +6,7 @@
 #include <QTimer>
 #include <algorithm>
 #include <iostream>
+#include <map>
 
 #include "Ad/AdSamples.h"
 #include "Ad/Controller/PopupRules.h"
@@ -231,13 +232,14 @@ TEST_P(PopupSequencesTest, OfUpToFourEventsThatMayComeAgainLeaveThePopupAsTheRul
     RunAll(stories);
 }
 
+std::string NameOf(const TestParamInfo<PopupEvent>& row) {
+    constexpr const char* names[] = {"Answer", "OfflinePush", "NewAdPush", "Tab", "Logout", "Picture", "Time"};
+    return names[int(row.param)];
+}
+
 INSTANTIATE_TEST_SUITE_P(FirstEvents, PopupSequencesTest,
                          Values(PopupEvent::kAnswer, PopupEvent::kOffline, PopupEvent::kNewAd, PopupEvent::kTab,
                                 PopupEvent::kLogout, PopupEvent::kPicture, PopupEvent::kTime),
-                         [](const auto& row) {
-                             constexpr const char* names[] = {"Answer", "OfflinePush", "NewAdPush", "Tab",
-                                                              "Logout", "Picture",     "Time"};
-                             return std::string(names[int(row.param)]);
-                         });
+                         NameOf);
 
 }  // namespace
