@@ -29,7 +29,7 @@ void CPopupRules::Happen(PopupEvent event) {
             Answer();
             return;
         case PopupEvent::kOffline:
-            Offline(LastAd());
+            Offline(OfflineAd());
             m_requestAt.push_back(m_nNow + kOfflineDelay);
             return;
         case PopupEvent::kNewAd:

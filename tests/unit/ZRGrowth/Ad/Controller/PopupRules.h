@@ -33,7 +33,7 @@ public:
     static constexpr int64_t kShowDuration = 15;
     static constexpr int64_t kShowInterval = 30;
     static constexpr int64_t kOfflineDelay = 5;
-    static constexpr int64_t kTimeStep = 16;
+    static constexpr int64_t kTimeStep = 11;
 
     explicit CPopupRules(int64_t now);
 
@@ -42,6 +42,8 @@ public:
 
     /// The ad that the last answer brought; empty before the first.
     std::string LastAd() const { return m_nAnswers == 0 ? std::string() : AdOf(m_nAnswers); }
+    /// The ad that a push takes offline: the one on screen, or else the last that came; empty without either.
+    std::string OfflineAd() const { return m_onScreen.empty() ? LastAd() : m_onScreen; }
     /// The ad that the next answer will bring.
     std::string NextAd() const { return AdOf(m_nAnswers + 1); }
     bool IsTabGood() const { return m_bGoodTab; }

@@ -78,8 +78,8 @@ protected:
                 push.set_ad_type(ZRAdTypePopup);
                 push.set_ad_position(kAdPositionBottomPopup);
                 push.set_delay(CPopupRules::kOfflineDelay);
-                if (!rules.LastAd().empty()) {
-                    push.add_offline_ad_id(rules.LastAd());
+                if (!rules.OfflineAd().empty()) {
+                    push.add_offline_ad_id(rules.OfflineAd());
                 }
                 channel.Push(20145, push.SerializeAsString());
                 break;
@@ -223,6 +223,17 @@ protected:
 TEST_P(PopupSequencesTest, OfUpToFiveDifferentEventsLeaveThePopupAsTheRulesSay) {
     const auto stories = StoriesFrom(GetParam(), 5, false);
     ASSERT_THAT(stories, SizeIs(1 + 6 + 30 + 120 + 360));
+    RunAll(stories);
+}
+
+// The shown ad and the one that an answer is about to bring are two.
+TEST_P(PopupSequencesTest, OfUpToThreeEventsWithAnAdOnScreenAndANewOneOnItsWayLeaveThePopupAsTheRulesSay) {
+    auto stories = StoriesFrom(GetParam(), 3, true);
+    ASSERT_THAT(stories, SizeIs(1 + 7 + 49));
+    for (Story& story : stories) {
+        const Story before{PopupEvent::kAnswer, PopupEvent::kPicture, PopupEvent::kTime, PopupEvent::kNewAd};
+        story.insert(story.begin(), before.begin(), before.end());
+    }
     RunAll(stories);
 }
 
