@@ -347,7 +347,7 @@ TEST_F(AdBannerControllerTest, ExposuresOfEachAdAreReportedAsTheBannerRuns) {
 
     time.Advance(5s);
 
-    EXPECT_THAT(reports.Names(), ElementsAre("ExposeAd", "StartExposeAd"));
+    ASSERT_THAT(reports.Names(), ElementsAre("ExposeAd", "StartExposeAd"));
     EXPECT_THAT(reports.Events()[0].params, HasSubstr(R"("advertisement_id":"a")"));
     EXPECT_THAT(reports.Events()[1].params, HasSubstr(R"("advertisement_id":"b")"));
     EXPECT_THAT(log.Lines()[1], Error("[Ad] Expose ad start, path = /ad/expose, adType = 3, adPosition = 7, adId = a, "
@@ -363,7 +363,7 @@ TEST_F(AdBannerControllerTest, PicturesAndClicksAreReported) {
     pictures.SucceedUrl("https://pictures.test/a.png");
     Click(banner);
 
-    EXPECT_THAT(reports.Names(), ElementsAre("AdvertisementImageResourceDownloadResult", "ClickAd"));
+    ASSERT_THAT(reports.Names(), ElementsAre("AdvertisementImageResourceDownloadResult", "ClickAd"));
     EXPECT_THAT(reports.Events()[0].params,
                 AllOf(HasSubstr(R"("advertisement_type":"3")"), HasSubstr(R"("action_times":1)")));
     EXPECT_THAT(reports.Events()[1].params, HasSubstr(R"("result_status":1)"));
@@ -377,7 +377,7 @@ TEST_F(AdBannerControllerTest, APictureThatIsLostIsReported) {
     for (int i = 0; i < 3; ++i) {
         pictures.FailUrl("https://pictures.test/a.png");
     }
-    EXPECT_THAT(reports.Names(), ElementsAre("AdvertisementImageResourceDownloadResult"));
+    ASSERT_THAT(reports.Names(), ElementsAre("AdvertisementImageResourceDownloadResult"));
     EXPECT_THAT(reports.Events()[0].params,
                 AllOf(HasSubstr(R"("result_code":"-1")"), HasSubstr(R"("action_times":3)")));
 }

@@ -106,7 +106,7 @@ TEST_F(AdBottomPopupTest, ACardIsMadeHiddenWithItsTargetAheadOfItsPicture) {
     ASSERT_TRUE(Card());
     EXPECT_EQ(slot.m_adPopupView, Card());
     EXPECT_EQ(Card()->parentWidget(), &window);
-    EXPECT_TRUE(Card()->isHidden());
+    EXPECT_TRUE(Card() && Card()->isHidden());
     EXPECT_EQ(Card()->geometry(), QRect(160, 432, 360, 120));
     EXPECT_TRUE(CloseButton());
     EXPECT_THAT(log.Lines(),
@@ -151,7 +151,7 @@ TEST_F(AdBottomPopupTest, ASecondCardReplacesTheFirstWhichIsHeardNoMore) {
     Forget();
     pictures.Succeed(firstLoad);
     EXPECT_THAT(reports.Events(), IsEmpty());
-    EXPECT_TRUE(Card()->isHidden());
+    EXPECT_TRUE(Card() && Card()->isHidden());
 
     time.Settle();
     EXPECT_TRUE(first.isNull());

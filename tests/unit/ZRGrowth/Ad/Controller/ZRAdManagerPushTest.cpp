@@ -66,7 +66,7 @@ TEST_F(AdPushTest, ARequestWithinTheLimitIsRefusedWhenTheDelayIsOver) {
     time.Advance(5s);
 
     EXPECT_THAT(http.Started(), IsEmpty());
-    EXPECT_THAT(reports.Names(), ElementsAre("SingleAdvertisementPullDataResult"));
+    ASSERT_THAT(reports.Names(), ElementsAre("SingleAdvertisementPullDataResult"));
     EXPECT_THAT(reports.Events()[0].params, HasSubstr(R"("result_code":"1001")"));
 }
 
@@ -145,7 +145,7 @@ TEST_F(AdPushTest, AWithdrawalOfNothingOnlyRefills) {
 
     EXPECT_THAT(log.Lines(), ElementsAre(Info("[Ad] AdStatusChangedPush callback,receive cmd 20145, adType = 2, "
                                               "adPosition = 42, offlineAdId = , delay = 0")));
-    EXPECT_TRUE(Card()->isVisible());
+    EXPECT_TRUE(Card() && Card()->isVisible());
     time.Settle();
     EXPECT_THAT(Paths(), ElementsAre("/ad/search"));
 }
@@ -162,7 +162,7 @@ TEST_F(AdPushTest, AWithdrawalWithAnErrorSaysTheOtherPushsNameAndWithdrawsNothin
                                          Error("[Ad] AdCheckPush callback, receive cmd error, error = 0, cmd = 20170"),
                                          Error("[Ad] AdStatusChangedPush callback, receive cmd 20145, adPush parse "
                                                "failed")));
-    EXPECT_TRUE(Card()->isVisible());
+    EXPECT_TRUE(Card() && Card()->isVisible());
     EXPECT_THAT(http.Started(), IsEmpty());
 }
 

@@ -120,7 +120,7 @@ TEST_F(AdManagerTest, EachReconnectSearchesAgainWithinTheLimit) {
     time.Advance(9s);
     bus.HostSend(10650);
     EXPECT_THAT(http.Started(), SizeIs(1));
-    EXPECT_THAT(reports.Names(), ElementsAre("SingleAdvertisementPullDataResult"));
+    ASSERT_THAT(reports.Names(), ElementsAre("SingleAdvertisementPullDataResult"));
     EXPECT_THAT(reports.Events()[0].params, HasSubstr(R"("result_code":"1001")"));
 
     time.Advance(1s);
@@ -165,7 +165,7 @@ TEST_F(AdManagerTest, ALanguageWithinTheLimitLeavesTheSlotEmpty) {
     EXPECT_THAT(Paths(), ElementsAre("/ad/expose"));
     EXPECT_EQ(Popup()->GetAdModelList(), nullptr);
     log.Forget();
-    EXPECT_THAT(reports.Names(), ElementsAre("ExposeAd", "SingleAdvertisementPullDataResult"));
+    ASSERT_THAT(reports.Names(), ElementsAre("ExposeAd", "SingleAdvertisementPullDataResult"));
     EXPECT_THAT(reports.Events()[1].params, HasSubstr(R"("result_code":"1001")"));
 }
 
@@ -232,7 +232,7 @@ TEST_F(AdManagerTest, TheFirstTabClosesNothing) {
 
     bus.HostSend(20157, 20001);
 
-    EXPECT_TRUE(Card()->isVisible());
+    EXPECT_TRUE(Card() && Card()->isVisible());
     EXPECT_THAT(reports.Events(), IsEmpty());
 }
 
@@ -244,7 +244,7 @@ TEST_F(AdManagerTest, TheSameTabAgainClosesNothing) {
     bus.HostSend(20157, 20001);
 
     EXPECT_THAT(log.Lines(), ElementsAre(Info("[Ad] Tab unchanged, current tab = 20001")));
-    EXPECT_TRUE(Card()->isVisible());
+    EXPECT_TRUE(Card() && Card()->isVisible());
 }
 
 TEST_F(AdManagerTest, AnotherTabClosesThePopupAndFindsNoList) {

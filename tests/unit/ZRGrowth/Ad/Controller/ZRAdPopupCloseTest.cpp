@@ -23,7 +23,7 @@ TEST_F(AdPopupCloseTest, AClickReportsItselfClosesByItAndTakesTheCardAwayOnce) {
     Click(Card());
 
     EXPECT_FALSE(IsOnScreen());
-    EXPECT_THAT(urls.Opened(), SizeIs(1));
+    ASSERT_THAT(urls.Opened(), SizeIs(1));
     EXPECT_EQ(urls.Opened()[0].businessType, 0);
     EXPECT_THAT(log.Lines(),
                 ElementsAre(Info("[Ad] Open schema success, schema = https://www.test/autumn"),
@@ -36,7 +36,7 @@ TEST_F(AdPopupCloseTest, AClickReportsItselfClosesByItAndTakesTheCardAwayOnce) {
                             Error("[Ad] Expose ad start, path = /ad/expose, adType = 2, adPosition = 42, adId = 18088, "
                                   "exposeId = dev20018088, exposeDuration = 2500, pushId = p-1"),
                             Info("[Ad] Clear ad data. adType = 2, adPosition = 42, adId = 18088")));
-    EXPECT_THAT(reports.Names(), ElementsAre("ClickAd", "ExposeAd"));
+    ASSERT_THAT(reports.Names(), ElementsAre("ClickAd", "ExposeAd"));
     EXPECT_THAT(reports.Events()[0].params, HasSubstr(R"("result_status":1)"));
     EXPECT_THAT(http.Started(), SizeIs(1));
     EXPECT_EQ(slot.GetAdModelList(), nullptr);
@@ -53,7 +53,7 @@ TEST_F(AdPopupCloseTest, AClickWhoseTargetIsRefusedClosesAllTheSame) {
 
     EXPECT_FALSE(IsOnScreen());
     EXPECT_THAT(urls.Opened(), SizeIs(1));
-    EXPECT_THAT(reports.Names(), ElementsAre("ClickAd", "ExposeAd"));
+    ASSERT_THAT(reports.Names(), ElementsAre("ClickAd", "ExposeAd"));
     EXPECT_THAT(reports.Events()[0].params, HasSubstr(R"("result_status":0)"));
     Forget();
 }
@@ -73,7 +73,7 @@ TEST_F(AdPopupCloseTest, TheCloseButtonReportsItselfClosesByItAndTakesTheCardAwa
                     Info("[Ad] Closed ad by close button clicked. adType = 2, adPosition = 42, adId = 18088"),
                     Info(StartsWith("[Ad] Report ExposeAd end success, ")), Error(StartsWith("[Ad] Expose ad start, ")),
                     Info(StartsWith("[Ad] Clear ad data. "))));
-    EXPECT_THAT(reports.Names(), ElementsAre("ClickAd", "ExposeAd"));
+    ASSERT_THAT(reports.Names(), ElementsAre("ClickAd", "ExposeAd"));
     EXPECT_THAT(reports.Events()[0].params, AllOf(HasSubstr(R"("action_type":"2")"), Not(HasSubstr("result_status"))));
     http.Forget();
 }

@@ -154,11 +154,11 @@ TEST_F(AdPopupControllerTest, WhenThePictureIsInTheCardIsShownReportedAndNoted) 
     slot.RequestAdBottomPopup(ZRAdApiTypeSearch, {});
     Answer(DataOf({"18088"}));
     time.Advance(1500ms);
-    EXPECT_TRUE(Card()->isHidden());
+    EXPECT_TRUE(Card() && Card()->isHidden());
 
     LetPictureIn();
 
-    EXPECT_TRUE(Card()->isVisible());
+    EXPECT_TRUE(Card() && Card()->isVisible());
     EXPECT_EQ(slot.m_adId, kAd);
     EXPECT_EQ(slot.m_pushId, kPush);
     EXPECT_THAT(
@@ -172,7 +172,7 @@ TEST_F(AdPopupControllerTest, WhenThePictureIsInTheCardIsShownReportedAndNoted) 
             Info("[Ad] Report StartExposeAd success, exposeId = dev20118088, requestId = dev20011, adId = 18088,"),
             Info("[Ad] Update last show ad popup time stamp, timeStamp = 201, adType = 2, adId = 18088, "
                  "adPosition = 42, key = AdLastShowTimeStampKey_2_42_77_1")));
-    EXPECT_THAT(reports.Names(), ElementsAre("AdvertisementImageResourceDownloadResult", "StartExposeAd"));
+    ASSERT_THAT(reports.Names(), ElementsAre("AdvertisementImageResourceDownloadResult", "StartExposeAd"));
     EXPECT_EQ(reports.Events()[0].params,
               R"({"action_times":1,"advertisement_id":"18088","advertisement_type":"2","error_content":"",)"
               R"("event_duration":1500,"is_retry":false,"request_url":"https://pictures.test/card.png",)"
@@ -188,7 +188,7 @@ TEST_F(AdPopupControllerTest, AWriteOfTheTimeThatFailsChangesNothing) {
 
     LetPictureIn();
 
-    EXPECT_TRUE(Card()->isVisible());
+    EXPECT_TRUE(Card() && Card()->isVisible());
     EXPECT_THAT(Texts(), HasSubstr("[Ad] Update last show ad popup time stamp, timeStamp = 200, "));
     reports.Forget();
     store.Forget();
@@ -200,7 +200,7 @@ TEST_F(AdPopupControllerTest, APictureWithoutAnAdIsPassedOver) {
     slot.OnImageLoadSucceeded(kUrl, 1, 1, QString(), kPush);
 
     EXPECT_THAT(log.Lines(), ElementsAre(Info("[Ad] OnImageLoadSucceeded, adId is null, adType = 2, adPosition = 42")));
-    EXPECT_TRUE(Card()->isHidden());
+    EXPECT_TRUE(Card() && Card()->isHidden());
     EXPECT_FALSE(slot.m_adPopupView.isNull());
     EXPECT_THAT(reports.Events(), IsEmpty());
     pictures.Forget();
@@ -213,7 +213,7 @@ TEST_F(AdPopupControllerTest, ATabThatChangedWhileThePictureCameTakesTheCardAway
     LetPictureIn();
 
     EXPECT_TRUE(slot.m_adPopupView.isNull());
-    EXPECT_TRUE(Card()->isHidden());
+    EXPECT_TRUE(Card() && Card()->isHidden());
     EXPECT_TRUE(slot.GetAdModelList());
     EXPECT_EQ(slot.m_adId, QString());
     EXPECT_THAT(reports.Events(), IsEmpty());
@@ -226,7 +226,7 @@ TEST_F(AdPopupControllerTest, ATabThatChangedWhileThePictureCameTakesTheCardAway
     mainFrame.SetTabKey(20001);
     slot.TryShowAdPopup();
     LetPictureIn();
-    EXPECT_TRUE(Card()->isVisible());
+    EXPECT_TRUE(Card() && Card()->isVisible());
     store.Forget();
     Forget();
 }
@@ -278,7 +278,7 @@ TEST_F(AdPopupControllerTest, ANewListReplacesTheCardOnScreenWithoutClosingItsEx
     EXPECT_THAT(http.Started(), IsEmpty());
     time.Settle();
     EXPECT_NE(Card(), before);
-    EXPECT_TRUE(Card()->isHidden());
+    EXPECT_TRUE(Card() && Card()->isHidden());
 
     LetPictureIn();
     EXPECT_EQ(slot.m_adId, QStringLiteral("2"));
@@ -296,7 +296,7 @@ TEST_F(AdPopupControllerTest, APictureThatIsLostTakesTheCardAwayAndClosesNothing
 
     EXPECT_TRUE(slot.m_adPopupView.isNull());
     EXPECT_TRUE(slot.GetAdModelList());
-    EXPECT_THAT(reports.Names(), ElementsAre("AdvertisementImageResourceDownloadResult"));
+    ASSERT_THAT(reports.Names(), ElementsAre("AdvertisementImageResourceDownloadResult"));
     EXPECT_THAT(reports.Events()[0].params,
                 HasSubstr(R"("is_retry":true,"request_url":"https://pictures.test/card.png",)"
                           R"("result_code":"-1")"));
@@ -312,7 +312,7 @@ TEST_F(AdPopupControllerTest, APictureThatIsLostTakesTheCardAwayAndClosesNothing
 TEST_F(AdPopupControllerTest, AfterItsDurationThePopupClosesByTimeout) {
     Show();
     time.Advance(14'999ms);
-    EXPECT_TRUE(Card()->isVisible());
+    EXPECT_TRUE(Card() && Card()->isVisible());
     EXPECT_THAT(log.Lines(), IsEmpty());
 
     time.Advance(1ms);
@@ -354,7 +354,7 @@ TEST_F(AdPopupControllerTest, WithoutADurationThereIsNoTimerAndThePopupStays) {
 
         time.Advance(24h);
 
-        EXPECT_TRUE(Card()->isVisible());
+        EXPECT_TRUE(Card() && Card()->isVisible());
         slot.CloseAd(ZRAdCloseTypeTabSwitched);
         time.SetServerTime(kNow * 1000);
         Forget();
@@ -382,7 +382,7 @@ TEST_F(AdPopupControllerTest, ASecondShowBeginsTheDurationAnew) {
     EXPECT_THAT(slot.findChildren<QTimer*>(), SizeIs(1));
 
     time.Advance(10s);
-    EXPECT_TRUE(Card()->isVisible());
+    EXPECT_TRUE(Card() && Card()->isVisible());
     time.Advance(5s);
     EXPECT_EQ(Card(), nullptr);
     Forget();
@@ -397,7 +397,7 @@ TEST_F(AdPopupControllerTest, TheTimerGoesWithAWord) {
     EXPECT_THAT(log.Lines(),
                 ElementsAre(Info("[Ad] Delete ad popup close timer. adType = 2, adPosition = 42, adId = 18088")));
     time.Advance(1h);
-    EXPECT_TRUE(Card()->isVisible());
+    EXPECT_TRUE(Card() && Card()->isVisible());
 }
 
 }  // namespace
