@@ -5,11 +5,14 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "AdBannerSlot.h"
 #include "Links.h"
 #include "SampleMarket.h"
 #include "Theme.h"
 
 namespace {
+
+constexpr int kAdPosition = 9;
 
 struct RatingLook {
     texts::EnText word;
@@ -31,8 +34,9 @@ RatingLook LookOf(SampleMarket::EnRating rating) {
 }  // namespace
 
 CResearchPage::CResearchPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market,
-                             QWidget* parent)
+                             const CAds& ads, QWidget* parent)
     : CPage(page, entries, parent) {
+    Body()->addWidget(new CAdBannerSlot(kAdPosition, ads, this));
     for (const SampleMarket::Note& note : market.notes) {
         QFrame* card = NewCard(this);
         auto* layout = qobject_cast<QVBoxLayout*>(card->layout());
