@@ -1,7 +1,6 @@
 #include "AdBannerSlot.h"
 
 #include <QEvent>
-#include <algorithm>
 
 #include "Ads.h"
 #include "core/login_status_data.h"
@@ -75,19 +74,8 @@ void CAdBannerSlot::Take(QWidget* banner) {
     m_pBanner = banner;
     if (banner) {
         banner->setParent(this);
-        Place();
+        banner->move(0, 0);
         banner->show();
     }
     setVisible(banner != nullptr);
-}
-
-void CAdBannerSlot::Place() {
-    if (m_pBanner) {
-        m_pBanner->move(std::max(0, (width() - m_pBanner->width()) / 2), 0);
-    }
-}
-
-void CAdBannerSlot::resizeEvent(QResizeEvent* event) {
-    QWidget::resizeEvent(event);
-    Place();
 }

@@ -12,8 +12,9 @@ class CAdBannerSlot : public QWidget {
     Q_OBJECT
 
 public:
-    /// As the banners are drawn. Where the page is narrower, the right end is cut.
-    static constexpr QSize kBannerSize{660, 110};
+    /// In the banners' proportions, and a page's width in the window's first size. Where the page is narrower, the
+    /// right end is cut.
+    static constexpr QSize kBannerSize{670, 112};
 
     /// Shown and hidden with `page`, its parent. `ads` must outlive it.
     CAdBannerSlot(int position, const CAds& ads, QWidget* page);
@@ -23,13 +24,11 @@ public:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void OnAdsChanged();
     void Ask();
     void Take(QWidget* banner);
-    void Place();
 
     const int m_nPosition;
     QTimer m_later;

@@ -128,15 +128,15 @@ CPage* CMainWindow::NewPage(int index) {
         case kTabWatchlist:
             return new CWatchlistPage(page, m_entries, m_market, m_pPages);
         case kTabMarket:
-            return new CMarketPage(page, m_entries, m_market, m_pPages);
+            return new CMarketPage(page, m_entries, m_market, m_ads, m_pPages);
         case kTabQuotes:
-            return new CQuotesPage(page, m_entries, m_market, m_ads, m_pPages);
+            return new CQuotesPage(page, m_entries, m_market, m_pPages);
         case kTabResearch:
-            return new CResearchPage(page, m_entries, m_market, m_ads, m_pPages);
+            return new CResearchPage(page, m_entries, m_market, m_pPages);
         case kTabNews:
             return new CNewsPage(page, m_entries, m_market, m_pPages);
         case kTabAlerts:
-            return new CAlertsPage(page, m_entries, m_market, m_pPages);
+            return new CAlertsPage(page, m_entries, m_market, m_ads, m_pPages);
         case kTabPortfolio:
             return new CPortfolioPage(page, m_entries, m_market, m_pPages);
         case kTabAccount:

@@ -2,12 +2,20 @@
 
 #include <QVBoxLayout>
 
+#include "AdBannerSlot.h"
 #include "SampleMarket.h"
 #include "pages/SampleTable.h"
 
+namespace {
+
+constexpr int kAdPosition = 9;
+
+}  // namespace
+
 CAlertsPage::CAlertsPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market,
-                         QWidget* parent)
+                         const CAds& ads, QWidget* parent)
     : CPage(page, entries, parent) {
+    Body()->addWidget(new CAdBannerSlot(kAdPosition, ads, this));
     auto* table = new CSampleTable("AlertsTable",
                                    {{texts::kSymbol, false},
                                     {texts::kName, false},

@@ -4,12 +4,20 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include "AdBannerSlot.h"
 #include "SampleMarket.h"
 #include "pages/SampleTable.h"
 
+namespace {
+
+constexpr int kAdPosition = 7;
+
+}  // namespace
+
 CMarketPage::CMarketPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market,
-                         QWidget* parent)
+                         const CAds& ads, QWidget* parent)
     : CPage(page, entries, parent) {
+    Body()->addWidget(new CAdBannerSlot(kAdPosition, ads, this));
     auto* table = new CSampleTable("SectorsTable",
                                    {{texts::kSector, false},
                                     {texts::kLastPrice, true},

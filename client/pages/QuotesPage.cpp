@@ -5,21 +5,13 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
-#include "AdBannerSlot.h"
 #include "SampleMarket.h"
 #include "pages/PriceChart.h"
 #include "pages/SampleTable.h"
 
-namespace {
-
-constexpr int kAdPosition = 7;
-
-}  // namespace
-
 CQuotesPage::CQuotesPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market,
-                         const CAds& ads, QWidget* parent)
+                         QWidget* parent)
     : CPage(page, entries, parent) {
-    Body()->addWidget(new CAdBannerSlot(kAdPosition, ads, this));
     const SampleMarket::Quote& quote = market.quote;
     const SampleMarket::Instrument& instrument = quote.instrument;
     const double change = instrument.last - instrument.previous;

@@ -2,11 +2,10 @@
 
 #include "pages/Page.h"
 
-class CAds;
 struct SampleMarket;
 
 class CQuotesPage : public CPage {
 public:
-    CQuotesPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market, const CAds& ads,
+    CQuotesPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market,
                 QWidget* parent = nullptr);
 };

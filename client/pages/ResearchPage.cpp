@@ -5,14 +5,11 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "AdBannerSlot.h"
 #include "Links.h"
 #include "SampleMarket.h"
 #include "Theme.h"
 
 namespace {
-
-constexpr int kAdPosition = 9;
 
 struct RatingLook {
     texts::EnText word;
@@ -34,9 +31,8 @@ RatingLook LookOf(SampleMarket::EnRating rating) {
 }  // namespace
 
 CResearchPage::CResearchPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market,
-                             const CAds& ads, QWidget* parent)
+                             QWidget* parent)
     : CPage(page, entries, parent) {
-    Body()->addWidget(new CAdBannerSlot(kAdPosition, ads, this));
     for (const SampleMarket::Note& note : market.notes) {
         QFrame* card = NewCard(this);
         auto* layout = qobject_cast<QVBoxLayout*>(card->layout());

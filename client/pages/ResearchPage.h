@@ -2,11 +2,10 @@
 
 #include "pages/Page.h"
 
-class CAds;
 struct SampleMarket;
 
 class CResearchPage : public CPage {
 public:
-    CResearchPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market, const CAds& ads,
+    CResearchPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market,
                   QWidget* parent = nullptr);
 };

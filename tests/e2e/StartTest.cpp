@@ -73,7 +73,7 @@ TEST_F(StartTest, TheFirstFrameDoesWithoutTheWorkbenchAndTheOtherPages) {
     });
 
     EXPECT_NE(window->findChild<CWorkbench*>(), nullptr);
-    EXPECT_THAT(PageNames(), SizeIs(5));
+    EXPECT_THAT(PageNames(), SizeIs(8));
 }
 
 class StartInLanguageTest : public StartTest, public WithParamInterface<int> {};
@@ -137,7 +137,7 @@ TEST_F(StartTest, APageIsMadeOnceAndAtTheLatestWhenItIsChosen) {
 
     Show();
 
-    EXPECT_THAT(PageNames(), SizeIs(5));
+    EXPECT_THAT(PageNames(), SizeIs(8));
     EXPECT_TRUE(IsShown("Page_news"));
     EXPECT_FALSE(IsShown("Page_watchlist"));
 }
