@@ -1,6 +1,7 @@
 #include "AdBannerSlot.h"
 
 #include <QEvent>
+#include <algorithm>
 
 #include "Ads.h"
 #include "core/login_status_data.h"
@@ -36,7 +37,6 @@ bool CAdBannerSlot::eventFilter(QObject* watched, QEvent* event) {
 
 void CAdBannerSlot::OnAdsChanged() {
     if (Login_GetUserID() == 0) {
-        m_later.stop();
         Take(nullptr);
     } else if (m_bPageSeen) {
         Ask();
@@ -50,9 +50,8 @@ void CAdBannerSlot::Ask() {
     }
     const qint64 now = core::time_date::GetSvrTimeMillis();
     const qint64 rest = m_nAskedMs + CAds::kPauseMs - now;
-    // A server's clock that was set back makes nobody wait for longer than that.
-    if (rest > 0 && m_nAskedMs <= now) {
-        m_later.start(int(rest));
+    if (rest > 0) {
+        m_later.start(int(std::min(rest, CAds::kPauseMs)));  // the clock may be set meanwhile, also back
         return;
     }
     m_nAskedMs = now;

@@ -177,6 +177,20 @@ TEST_F(AdBannerSlotTest, WhatIsDueTooSoonIsAskedForLaterAndOnce) {
     EXPECT_THAT(service->banners, SizeIs(2));
 }
 
+TEST_F(AdBannerSlotTest, AClockThatIsSetBackAndOnAgainDelaysABannerByOnePause) {
+    time.SetServerTime(2'000'000'000'000);
+    ShowPage();
+    time.SetServerTime(1'000'000'000'000);
+    ads.Refresh();
+    time.Advance(60s);
+    EXPECT_THAT(service->banners, SizeIs(1));
+
+    time.SetServerTime(2'000'000'060'000);
+    time.Advance(11s);
+
+    EXPECT_THAT(service->banners, SizeIs(2));
+}
+
 TEST_F(AdBannerSlotTest, NothingIsAskedForLaterOnceTheUserHasLeft) {
     ShowPage();
     time.Advance(4s);
