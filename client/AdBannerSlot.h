@@ -14,7 +14,7 @@ class CAdBannerSlot : public QWidget {
 public:
     /// In the banners' proportions, and a page's width in the window's first size. Where the page is narrower, the
     /// right end is cut.
-    static constexpr QSize kBannerSize{670, 112};
+    static constexpr QSize kBannerSize{662, 110};
 
     /// Shown and hidden with `page`, its parent. `ads` must outlive it.
     CAdBannerSlot(int position, const CAds& ads, QWidget* page);

@@ -11,7 +11,7 @@
 namespace {
 
 // What other modules lay over the pages begins at 160 and at 84 pixels, and so just beside it.
-constexpr int kWidth = 148;
+constexpr int kWidth = 156;
 constexpr int kCollapsedWidth = 72;
 constexpr icons::Colors kTabColors{theme::kMuted, theme::kAccent, theme::kFaint};
 
@@ -21,7 +21,7 @@ CNavigation::CNavigation(QWidget* parent)
     : QFrame(parent), m_pToggle(new QToolButton(this)), m_pGroup(new QButtonGroup(this)) {
     setObjectName(QStringLiteral("Navigation"));
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(8, 10, 8, 10);
+    layout->setContentsMargins(5, 10, 5, 10);
     layout->setSpacing(4);
     m_pToggle->setObjectName(QStringLiteral("NavigationToggle"));
     m_pToggle->setIconSize({20, 20});

@@ -113,7 +113,7 @@ TEST_F(AdShowTest, APopupComesByItselfAndItsExposureIsToldWhenItIsClosed) {
 
     EXPECT_EQ(Card()->parentWidget(), window.get());
     EXPECT_EQ(Card()->geometry(), QRect(160, window->height() - 168, 360, 120));
-    EXPECT_EQ(Child<QWidget>("Navigation")->geometry().right() + 1, 148);
+    EXPECT_EQ(Child<QWidget>("Navigation")->geometry().right() + 1, 156);
     EXPECT_THAT(tabs, ElementsAre(20001));
     EXPECT_TRUE(WaitInRealTime([this] { return Reported("StartExposeAd") == 1; }));
     const QPointer<QWidget> card = Card();
@@ -193,7 +193,7 @@ TEST_F(AdShowTest, ABannerStandsAtBothPositionsWithItsPictures) {
     ASSERT_TRUE(WaitInRealTime([this] { return Pictured().count("901") == 1; }));
     Picture("banner-alerts");
 
-    EXPECT_EQ(Banner(9)->size(), QSize(670, 112));
+    EXPECT_EQ(Banner(9)->size(), QSize(662, 110));
     EXPECT_EQ(window->size(), size);
     Choose("account");
     Picture("account");

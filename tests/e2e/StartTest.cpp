@@ -94,6 +94,20 @@ TEST_P(StartInLanguageTest, ThePageStaysWhereItIsWhenTheWorkbenchComes) {
     EXPECT_EQ(place(), before);
 }
 
+TEST_P(StartInLanguageTest, TheNavigationHasRoomForTheNamesOfItsTabs) {
+    options.language = GetParam();
+    Start();
+
+    int tabs = 0;
+    for (const auto* tab : Child<QWidget>("Navigation")->findChildren<QToolButton*>()) {
+        if (tab->objectName().startsWith(QStringLiteral("NavigationTab_"))) {
+            ++tabs;
+            EXPECT_LE(tab->sizeHint().width(), tab->width()) << tab->text().toStdString();
+        }
+    }
+    EXPECT_EQ(tabs, 8);
+}
+
 TEST_F(StartTest, TheWorkbenchMissesNothingThatHappenedBeforeItWasMade) {
     using namespace core::urlhandler;
     Make();

@@ -63,7 +63,7 @@ TEST_F(AdBannerSlotTest, ABannerIsAskedForWhenThePageIsFirstShown) {
 
     ASSERT_THAT(service->banners, SizeIs(1));
     EXPECT_EQ(service->banners[0].position, 7);
-    EXPECT_EQ(service->banners[0].size, QSize(670, 112));
+    EXPECT_EQ(service->banners[0].size, QSize(662, 110));
     time.Advance(60s);
     page.hide();
     ShowPage();
@@ -76,7 +76,7 @@ TEST_F(AdBannerSlotTest, TheSlotTakesNoRoomWithoutABannerAndTheBannersRoomWithOn
 
     const auto banner = Arrive();
 
-    EXPECT_EQ(Room(), 112);
+    EXPECT_EQ(Room(), 110);
     ASSERT_NE(banner, nullptr);
     EXPECT_TRUE(banner->isVisible());
     EXPECT_EQ(banner->mapTo(&page, QPoint()), QPoint(0, 0));
@@ -91,7 +91,7 @@ TEST_F(AdBannerSlotTest, ABannerNeverHoldsThePageWide) {
 
     EXPECT_EQ(page.width(), 300);
     EXPECT_EQ(banner->mapTo(&page, QPoint()), QPoint(0, 0));
-    EXPECT_EQ(banner->width(), 670);
+    EXPECT_EQ(banner->width(), 662);
 }
 
 TEST_F(AdBannerSlotTest, AnotherLanguageBringsAnotherBannerInPlaceOfTheFirst) {
@@ -107,7 +107,7 @@ TEST_F(AdBannerSlotTest, AnotherLanguageBringsAnotherBannerInPlaceOfTheFirst) {
     EXPECT_EQ(first, nullptr);
     ASSERT_NE(second, nullptr);
     EXPECT_TRUE(second->isVisible());
-    EXPECT_EQ(Room(), 112);
+    EXPECT_EQ(Room(), 110);
 }
 
 TEST_F(AdBannerSlotTest, NothingToShowEndsTheBannerBefore) {

@@ -68,6 +68,6 @@ TEST_F(NavigationTest, ItCollapsesToItsIconsAndBackAndSaysSoWhenItIsDone) {
     time.Settle();
     Click(Button("NavigationToggle"));
 
-    EXPECT_THAT(widths, ElementsAre(-72, 148));
+    EXPECT_THAT(widths, ElementsAre(-72, 156));
     EXPECT_EQ(Button("NavigationTab_quotes")->toolButtonStyle(), Qt::ToolButtonTextBesideIcon);
 }
