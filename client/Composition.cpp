@@ -96,6 +96,7 @@ CComposition::CComposition(const COptions& options)
       m_urls(m_environment),
       m_http(m_poster, m_environment),
       m_observedHttp(m_http, m_observation),
+      m_pictures(m_environment, InDataDir(options, "pictures")),
       m_reports(InDataDir(options, "reports.sqlite"),
                 {m_http, m_domains, m_clock, m_random, m_poster, m_environment.DeviceId()}),
       m_observedReports(m_reports, m_observation),
@@ -116,6 +117,8 @@ CComposition::CComposition(const COptions& options)
     ports.http = &m_observedHttp;
     ports.reports = &m_observedReports;
     ports.domains = &m_domains;
+    ports.slots = &m_slots;
+    ports.pictures = &m_pictures;
     host::Install(ports);
     m_theme.Begin(options.theme);
     if (options.server.isEmpty()) {
@@ -170,7 +173,7 @@ CComposition::~CComposition() {
 }
 
 void CComposition::Start() {
-    OfferTradeModule();
+    OfferHostModules();
     MapModules();
     host::ModuleLifecycle::Init();
     Q_EMIT ModulesReady();
@@ -182,10 +185,11 @@ void CComposition::Start() {
     }
 }
 
-void CComposition::OfferTradeModule() {
-    // The centre lets go of it at the client's end, before the session is gone.
+void CComposition::OfferHostModules() {
+    // The centre lets go of them at the client's end, before the session is gone.
     IZRPluginCenter::RegisterInterfaceFactory(
         std::make_shared<CTradeModuleFactory>([this] { return m_session.TradeAnswer(); }), true);
+    IZRPluginCenter::RegisterInterfaceFactory(m_pMainFrame, true);
 }
 
 void CComposition::MapModules() {
@@ -234,6 +238,7 @@ void CComposition::OnServerState(const ServerState& state) {
     }
     const QUrl server = state.httpPort == 0 ? QUrl() : Loopback("http", state.httpPort);
     m_http.AllowPlain(server);
+    m_pictures.AllowPlain(server);
     m_domains.Set("api", server.toString().toStdString());
     m_users = state.users;
     Q_EMIT UsersChanged();
@@ -283,6 +288,18 @@ void CComposition::SetLanguage(int languageId) {
     m_observedBus.Send("[Client]", core::kMsgLanguageChanged, 0, nullptr);
     Q_EMIT LanguageChanged();
     TellStatus();
+}
+
+void CComposition::OfferMainFrame(MainFrameAnswers answers) {
+    m_pMainFrame->Offer(std::move(answers));
+}
+
+void CComposition::TakeMainFrameAway() {
+    m_pMainFrame->TakeAway();
+}
+
+void CComposition::TellTab(EnZRTabFrameKey key) {
+    m_observedBus.Send("[Client]", core::kMsgTabFrameChanged, uint64_t(key), nullptr);
 }
 
 void CComposition::SetTheme(int number) {

@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <functional>
+#include <memory>
 
 #include "Options.h"
 #include "ServerControl.h"
@@ -16,15 +17,18 @@
 #include "core/MessageBus.h"
 #include "core/Random.h"
 #include "core/ServerClock.h"
+#include "core/Slots.h"
 #include "core/UrlOpener.h"
 #include "http/HttpService.h"
 #include "log/FileLog.h"
+#include "modules/MainFrameModule.h"
 #include "observe/Observation.h"
 #include "observe/ObservedBus.h"
 #include "observe/ObservedChannel.h"
 #include "observe/ObservedHttp.h"
 #include "observe/ObservedReports.h"
 #include "observe/ObservedStore.h"
+#include "picture/PictureService.h"
 #include "report/ReportService.h"
 #include "store/SqliteStore.h"
 #include "ui/ThemeChoice.h"
@@ -57,6 +61,12 @@ public:
     /// Stands for the user's attributed markets until the next login.
     void OverrideMarkets(std::vector<int> markets);
 
+    /// The window answers other modules from now on, until it takes itself away.
+    void OfferMainFrame(MainFrameAnswers answers);
+    void TakeMainFrameAway();
+    /// The window shows that tab. It answers so already.
+    void TellTab(EnZRTabFrameKey key);
+
     quint64 UserId() const { return m_session.UserId(); }
     int LanguageId() const { return m_language.LanguageId(); }
     bool IsConnected() const { return m_channel.IsConnected(); }
@@ -67,6 +77,7 @@ public:
     IMessageBus& Bus() { return m_observedBus; }
     CObservation& Observation() { return m_observation; }
     CUrlOpener& Urls() { return m_urls; }
+    CSlots& Slots() { return m_slots; }
     uint64_t SessionId() const { return m_session.SessionId(); }
     std::vector<int> Markets() const { return m_session.AttributedMarkets(); }
     std::string DeviceId() const { return m_environment.DeviceId(); }
@@ -97,7 +108,7 @@ private:
         explicit CEarlyLog(CFileLog& log);
     };
 
-    void OfferTradeModule();
+    void OfferHostModules();
     void MapModules();
     void OnServerReady(const ServerEndpoint& endpoint);
     void OnServerState(const ServerState& state);
@@ -128,8 +139,11 @@ private:
     CDomains m_domains;
     CHttpService m_http;
     CObservedHttp m_observedHttp;
+    CPictureService m_pictures;
+    CSlots m_slots;
     CReportService m_reports;
     CObservedReports m_observedReports;
+    const std::shared_ptr<CMainFrameModuleFactory> m_pMainFrame = std::make_shared<CMainFrameModuleFactory>();
     CServerProcess m_server;
     CServerControl m_control;
     QByteArray m_token;

@@ -8,15 +8,18 @@
 /// The growth module tells by it that entries may have opened or closed.
 constexpr unsigned int kMsgAIChatEntriesChanged = 20300;
 
+/// Of a page without an entry to the AI chat.
+constexpr ZRAIChatEntryScene kNoEntryScene{};
+
 /// A page of the client and its entry to the AI chat. The scene numbers are agreed with the server.
 struct EntryPage {
     ZRAIChatEntryScene scene;
-    const char* name;  // in object names and of the icon
+    const char* name;  // in object names, in links and of the icon
     texts::EnText title;
     texts::EnText subtitle;
 };
 
-/// In the order of the navigation.
+/// The pages with an entry, in the order of the navigation.
 constexpr std::array<EntryPage, 5> kEntryPages{{
     {ZRAIChatEntryScene(1), "watchlist", texts::kWatchlist, texts::kWatchlistSubtitle},
     {ZRAIChatEntryScene(2), "quotes", texts::kQuotes, texts::kQuotesSubtitle},

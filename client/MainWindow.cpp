@@ -17,6 +17,9 @@
 #include "Theme.h"
 #include "TitleBar.h"
 #include "core/environment.h"
+#include "pages/AccountPage.h"
+#include "pages/AlertsPage.h"
+#include "pages/MarketPage.h"
 #include "pages/NewsPage.h"
 #include "pages/PortfolioPage.h"
 #include "pages/QuotesPage.h"
@@ -29,22 +32,6 @@ namespace {
 constexpr QSize kWindowSize(1440, 900);
 constexpr int kWorkbenchWidth = 580;
 constexpr int kWorkbenchLeastWidth = 400;
-
-CPage* NewPage(int index, const CAIChatEntries& entries, const SampleMarket& market, QWidget* parent) {
-    const EntryPage& page = kEntryPages[size_t(index)];
-    switch (index) {
-        case 0:
-            return new CWatchlistPage(page, entries, market, parent);
-        case 1:
-            return new CQuotesPage(page, entries, market, parent);
-        case 2:
-            return new CResearchPage(page, entries, market, parent);
-        case 3:
-            return new CNewsPage(page, entries, market, parent);
-        default:
-            return new CPortfolioPage(page, entries, market, parent);
-    }
-}
 
 }  // namespace
 
@@ -64,7 +51,7 @@ CMainWindow::CMainWindow(CComposition& composition)
     theme::Keep(this, [this] { setWindowIcon(QIcon(icons::Pixmap("brand", theme::kAccent, 64))); });
     setMenuWidget(m_pTitleBar);
     setCentralWidget(NewContent());
-    ShowPage(0);
+    m_pPages->setCurrentWidget(PageAt(m_nTab));
     setStatusBar(m_pStatusLine);
     addDockWidget(Qt::RightDockWidgetArea, m_pDock);
     resizeDocks({m_pDock}, {kWorkbenchWidth}, Qt::Horizontal);
@@ -76,10 +63,12 @@ CMainWindow::CMainWindow(CComposition& composition)
         m_pStatusLine->ShowNote(QString());
     });
     JoinComposition();
+    OfferMainFrame();
     composition.Urls().SetPageHandler([this](const QUrl& url) { return OpenPage(url); });
 }
 
 CMainWindow::~CMainWindow() {
+    m_composition.TakeMainFrameAway();
     m_composition.Urls().SetPageHandler(nullptr);
 }
 
@@ -88,6 +77,7 @@ QWidget* CMainWindow::NewContent() {
     content->setObjectName(QStringLiteral("Content"));
     m_pPages->setObjectName(QStringLiteral("Pages"));
     connect(m_pNavigation, &CNavigation::Chosen, this, &CMainWindow::ShowPage);
+    connect(m_pNavigation, &CNavigation::CollapsedChanged, this, &CAds::PlacePopup);
     auto* right = new QVBoxLayout;
     right->setSpacing(0);
     right->addWidget(m_pBanner);
@@ -115,16 +105,54 @@ QDockWidget* CMainWindow::NewDock() {
     return dock;
 }
 
+void CMainWindow::OfferMainFrame() {
+    m_composition.OfferMainFrame({[this] { return this; }, [this] { return kTabPages[size_t(m_nTab)].Key(); },
+                                  [this] { return isActiveWindow(); },
+                                  [this] { return m_pNavigation->IsCollapsed(); }});
+}
+
 void CMainWindow::ShowPage(int index) {
+    if (index == m_nTab) {
+        return;
+    }
+    m_nTab = index;
     m_pPages->setCurrentWidget(PageAt(index));
+    if (m_bModulesReady) {
+        m_composition.TellTab(kTabPages[size_t(index)].Key());
+    }
+}
+
+CPage* CMainWindow::NewPage(int index) {
+    const auto& [tab, page] = kTabPages[size_t(index)];
+    switch (tab) {
+        case kTabWatchlist:
+            return new CWatchlistPage(page, m_entries, m_market, m_pPages);
+        case kTabMarket:
+            return new CMarketPage(page, m_entries, m_market, m_ads, m_pPages);
+        case kTabQuotes:
+            return new CQuotesPage(page, m_entries, m_market, m_pPages);
+        case kTabResearch:
+            return new CResearchPage(page, m_entries, m_market, m_pPages);
+        case kTabNews:
+            return new CNewsPage(page, m_entries, m_market, m_pPages);
+        case kTabAlerts:
+            return new CAlertsPage(page, m_entries, m_market, m_ads, m_pPages);
+        case kTabPortfolio:
+            return new CPortfolioPage(page, m_entries, m_market, m_pPages);
+        case kTabAccount:
+            break;
+    }
+    return new CAccountPage(page, m_entries, m_market, m_pPages);
 }
 
 CPage* CMainWindow::PageAt(int index) {
     CPage*& page = m_made[size_t(index)];
     if (!page) {
-        page = NewPage(index, m_entries, m_market, m_pPages);
+        page = NewPage(index);
         m_pPages->addWidget(page);
-        connect(page->Entry(), &CAIChatEntryButton::Entered, m_pStatusLine, &CStatusLine::ShowNote);
+        if (page->Entry()) {
+            connect(page->Entry(), &CAIChatEntryButton::Entered, m_pStatusLine, &CStatusLine::ShowNote);
+        }
     }
     return page;
 }
@@ -156,15 +184,20 @@ void CMainWindow::JoinComposition() {
         m_pBanner->ShowModuleFailures(m_composition.ModuleFailures());
         m_entries.Refresh();
         m_rights.Refresh();
+        m_bModulesReady = true;
+        m_composition.TellTab(kTabPages[size_t(m_nTab)].Key());
     });
     connect(&m_composition, &CComposition::UsersChanged, this, &CMainWindow::ShowUsers);
     connect(&m_composition, &CComposition::UserChanged, this, [this] {
         ShowUsers();
         m_entries.Refresh();
         m_rights.Refresh();
+        m_ads.Refresh();
     });
-    connect(&m_composition, &CComposition::LanguageChanged, this,
-            [this] { theme::SetLanguage(m_composition.LanguageId()); });
+    connect(&m_composition, &CComposition::LanguageChanged, this, [this] {
+        theme::SetLanguage(m_composition.LanguageId());
+        m_ads.Refresh();
+    });
     connect(&m_composition, &CComposition::EditionChanged, this, &CMainWindow::ShowEdition);
     connect(&m_composition, &CComposition::EditionChanged, &m_rights, &CPremiumRights::Refresh);
     connect(&m_composition, &CComposition::SessionRenewed, &m_rights, &CPremiumRights::Refresh);
@@ -239,12 +272,17 @@ void CMainWindow::LearnSecrets() {
     aliases.LearnText(QStringLiteral("token"), QString::fromLatin1(m_composition.Token()));
 }
 
+void CMainWindow::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    CAds::PlacePopup();
+}
+
 bool CMainWindow::OpenPage(const QUrl& url) {
     if (url.host() != QLatin1String("page")) {
         return false;
     }
-    for (size_t index = 0; index < kEntryPages.size(); ++index) {
-        if (url.path() == QLatin1Char('/') + QString::fromLatin1(kEntryPages[index].name)) {
+    for (size_t index = 0; index < kTabPages.size(); ++index) {
+        if (url.path() == QLatin1Char('/') + QString::fromLatin1(kTabPages[index].page.name)) {
             m_pNavigation->Choose(int(index));
             return true;
         }

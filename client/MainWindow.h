@@ -4,10 +4,11 @@
 #include <array>
 
 #include "AIChatEntries.h"
-#include "EntryScenes.h"
+#include "Ads.h"
 #include "FirstFrame.h"
 #include "PremiumRights.h"
 #include "SampleMarket.h"
+#include "TabPages.h"
 
 class CComposition;
 class CNavigation;
@@ -36,12 +37,17 @@ Q_SIGNALS:
     /// All that the window is made of is there.
     void Completed();
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     QWidget* NewContent();
     QDockWidget* NewDock();
     /// Makes the page at its first choice.
     void ShowPage(int index);
     CPage* PageAt(int index);
+    CPage* NewPage(int index);
+    void OfferMainFrame();
     void MakeWorkbench();
     /// Makes one thing that is still missing, and has the next one made later.
     void MakeNext();
@@ -57,8 +63,11 @@ private:
     CComposition& m_composition;
     CAIChatEntries m_entries;
     CPremiumRights m_rights;
+    CAds m_ads;
     const SampleMarket m_market = SampleMarket::Load();
-    std::array<CPage*, kEntryPages.size()> m_made{};  // null until made, in the order of kEntryPages
+    std::array<CPage*, kTabPages.size()> m_made{};  // null until made, in the order of kTabPages
+    int m_nTab = 0;                                 // by its place there
+    bool m_bModulesReady = false;
     CTitleBar* m_pTitleBar;
     CNavigation* m_pNavigation;
     CNoticeBanner* m_pBanner;

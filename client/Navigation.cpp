@@ -4,14 +4,15 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-#include "EntryScenes.h"
 #include "Icons.h"
+#include "TabPages.h"
 #include "Theme.h"
 
 namespace {
 
-constexpr int kWidth = 168;
-constexpr int kCollapsedWidth = 56;
+// What other modules lay over the pages begins at 160 and at 84 pixels, and so just beside it.
+constexpr int kWidth = 156;
+constexpr int kCollapsedWidth = 72;
 constexpr icons::Colors kTabColors{theme::kMuted, theme::kAccent, theme::kFaint};
 
 }  // namespace
@@ -20,15 +21,15 @@ CNavigation::CNavigation(QWidget* parent)
     : QFrame(parent), m_pToggle(new QToolButton(this)), m_pGroup(new QButtonGroup(this)) {
     setObjectName(QStringLiteral("Navigation"));
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(8, 10, 8, 10);
+    layout->setContentsMargins(5, 10, 5, 10);
     layout->setSpacing(4);
     m_pToggle->setObjectName(QStringLiteral("NavigationToggle"));
     m_pToggle->setIconSize({20, 20});
     layout->addWidget(m_pToggle);
     layout->addSpacing(6);
-    for (const EntryPage& page : kEntryPages) {
+    for (const TabPage& shown : kTabPages) {
         auto* tab = new QToolButton(this);
-        tab->setObjectName(QStringLiteral("NavigationTab_") + QString::fromLatin1(page.name));
+        tab->setObjectName(QStringLiteral("NavigationTab_") + QString::fromLatin1(shown.page.name));
         tab->setCheckable(true);
         tab->setIconSize({20, 20});
         tab->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -52,19 +53,20 @@ void CNavigation::SetCollapsed(bool collapsed) {
         tab->setToolButtonStyle(collapsed ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextBesideIcon);
     }
     ShowTexts();
+    Q_EMIT CollapsedChanged();
 }
 
 void CNavigation::ShowIcons() {
     m_pToggle->setIcon(icons::Make("menu", kTabColors));
     for (size_t index = 0; index < m_tabs.size(); ++index) {
-        m_tabs[index]->setIcon(icons::Make(kEntryPages[index].name, kTabColors));
+        m_tabs[index]->setIcon(icons::Make(kTabPages[index].page.name, kTabColors));
     }
 }
 
 void CNavigation::ShowTexts() {
     m_pToggle->setToolTip(texts::Tr(m_bCollapsed ? texts::kExpandNavigation : texts::kCollapseNavigation));
     for (size_t index = 0; index < m_tabs.size(); ++index) {
-        const QString title = texts::Tr(kEntryPages[index].title);
+        const QString title = texts::Tr(kTabPages[index].page.title);
         // Apart from the icon by blanks, as a tool button leaves no room of its own between the two.
         m_tabs[index]->setText(QStringLiteral("  ") + title);
         m_tabs[index]->setToolTip(m_bCollapsed ? title : QString());

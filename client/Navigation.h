@@ -20,8 +20,10 @@ public:
     void Choose(int index);
 
 Q_SIGNALS:
-    /// A tab was chosen, by its place in kEntryPages.
+    /// A tab was chosen, by its place in kTabPages.
     void Chosen(int index);
+    /// It is as wide as it will be.
+    void CollapsedChanged();
 
 private:
     void ShowIcons();

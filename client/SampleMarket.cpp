@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QLocale>
+#include <algorithm>
 #include <cmath>
 
 #include "framework/HostLog.h"
@@ -48,6 +49,36 @@ SampleMarket::EnRating ReadRating(const std::string& word) {
     return word == "reduce" ? SampleMarket::EnRating::Reduce : SampleMarket::EnRating::Hold;
 }
 
+SampleMarket::EnOrderState ReadOrderState(const std::string& word) {
+    if (word == "filled") {
+        return SampleMarket::EnOrderState::Filled;
+    }
+    return word == "cancelled" ? SampleMarket::EnOrderState::Cancelled : SampleMarket::EnOrderState::Working;
+}
+
+SampleMarket::Instrument InstrumentOf(const SampleMarket& market, const QString& symbol) {
+    const auto found = std::find_if(market.instruments.begin(), market.instruments.end(),
+                                    [&symbol](const auto& instrument) { return instrument.symbol == symbol; });
+    return found == market.instruments.end() ? SampleMarket::Instrument() : *found;
+}
+
+void ReadDay(const Json::Value& root, SampleMarket& market) {
+    for (const Json::Value& sector : root["sectors"]) {
+        market.sectors.push_back({sector["title"].asUInt(), sector["last"].asDouble(), sector["previous"].asDouble(),
+                                  sector["advancing"].asInt(), sector["declining"].asInt(),
+                                  sector["turnover"].asDouble(), Text(sector, "leader")});
+    }
+    for (const Json::Value& alert : root["alerts"]) {
+        market.alerts.push_back(
+            {InstrumentOf(market, Text(alert, "symbol")), alert["above"].asBool(), alert["price"].asDouble()});
+    }
+    for (const Json::Value& order : root["orders"]) {
+        market.orders.push_back({Text(order, "time"), Text(order, "symbol"), order["buy"].asBool(),
+                                 order["quantity"].asInt64(), order["price"].asDouble(),
+                                 ReadOrderState(order["state"].asString())});
+    }
+}
+
 SampleMarket ReadMarket(const Json::Value& root) {
     SampleMarket market;
     for (const Json::Value& index : root["indices"]) {
@@ -66,16 +97,14 @@ SampleMarket ReadMarket(const Json::Value& root) {
         market.headlines.push_back(
             {Text(line, "time"), Text(line, "source"), Text(line, "symbol"), line["title"].asUInt()});
     }
-    market.cash = root["cash"].asDouble();
     for (const Json::Value& held : root["positions"]) {
-        SampleMarket::Position position{{}, held["quantity"].asInt64(), held["cost"].asDouble()};
-        for (const auto& instrument : market.instruments) {
-            if (instrument.symbol == Text(held, "symbol")) {
-                position.instrument = instrument;
-            }
-        }
-        market.positions.push_back(position);
+        market.positions.push_back(
+            {InstrumentOf(market, Text(held, "symbol")), held["quantity"].asInt64(), held["cost"].asDouble()});
     }
+    ReadDay(root, market);
+    market.cash = root["cash"].asDouble();
+    market.buyingPower = root["buyingPower"].asDouble();
+    market.marginUsed = root["marginUsed"].asDouble();
     return market;
 }
 

@@ -55,6 +55,29 @@ struct SampleMarket {
         qint64 quantity = 0;
         double cost = 0;
     };
+    struct Sector {
+        unsigned int titleId = 0;
+        double last = 0;
+        double previous = 0;
+        int advancing = 0;
+        int declining = 0;
+        double turnover = 0;
+        QString leader;  // a symbol
+    };
+    struct Alert {
+        Instrument instrument;
+        bool above = false;  // or below
+        double price = 0;
+    };
+    enum class EnOrderState { Working, Filled, Cancelled };
+    struct Order {
+        QString time;
+        QString symbol;
+        bool isBuy = false;
+        qint64 quantity = 0;
+        double price = 0;
+        EnOrderState state = EnOrderState::Working;
+    };
 
     std::vector<Index> indices;
     std::vector<Instrument> instruments;
@@ -62,7 +85,12 @@ struct SampleMarket {
     std::vector<Note> notes;
     std::vector<Headline> headlines;
     std::vector<Position> positions;
+    std::vector<Sector> sectors;
+    std::vector<Alert> alerts;
+    std::vector<Order> orders;
     double cash = 0;
+    double buyingPower = 0;
+    double marginUsed = 0;
 
     /// Reads the resource. One that can't be read is logged and gives an empty market.
     static SampleMarket Load();

@@ -8,7 +8,7 @@
 #include "AIChatEntryButton.h"
 
 CPage::CPage(const EntryPage& page, const CAIChatEntries& entries, QWidget* parent)
-    : QWidget(parent), m_pEntry(new CAIChatEntryButton(page, entries, this)) {
+    : QWidget(parent), m_pEntry(page.scene == kNoEntryScene ? nullptr : new CAIChatEntryButton(page, entries, this)) {
     setObjectName(QStringLiteral("Page_") + QString::fromLatin1(page.name));
     auto* words = new QVBoxLayout;
     words->setSpacing(2);
@@ -19,11 +19,27 @@ CPage::CPage(const EntryPage& page, const CAIChatEntries& entries, QWidget* pare
     head->addLayout(words);
     head->addStretch(1);
     head->addWidget(NewLabel("badge", texts::kSampleData, this), 0, Qt::AlignVCenter);
-    head->addWidget(m_pEntry, 0, Qt::AlignVCenter);
+    if (m_pEntry) {
+        head->addWidget(m_pEntry, 0, Qt::AlignVCenter);
+    }
     m_pBody = new QVBoxLayout(this);
     m_pBody->setContentsMargins(20, 16, 20, 16);
     m_pBody->setSpacing(14);
     m_pBody->addLayout(head);
+}
+
+void CPage::AddFigures(const std::vector<Figure>& figures) {
+    auto* cards = new QHBoxLayout;
+    cards->setSpacing(12);
+    for (const Figure& figure : figures) {
+        QFrame* card = NewCard(this);
+        QLabel* value = NewLabel("figure", figure.value, card);
+        SetColor(value, figure.color);
+        card->layout()->addWidget(NewLabel("muted", figure.title, card));
+        card->layout()->addWidget(value);
+        cards->addWidget(card, 1);
+    }
+    m_pBody->addLayout(cards);
 }
 
 QFrame* CPage::NewCard(QWidget* parent) {

@@ -1,7 +1,5 @@
 #include "pages/PortfolioPage.h"
 
-#include <QFrame>
-#include <QLabel>
 #include <QVBoxLayout>
 
 #include "SampleMarket.h"
@@ -36,19 +34,8 @@ CPortfolioPage::CPortfolioPage(const EntryPage& page, const CAIChatEntries& entr
                        {figures::Signed(result), theme::OfChange(result)}});
     }
 
-    auto* cards = new QHBoxLayout;
-    cards->setSpacing(12);
-    const auto addCard = [&](texts::EnText title, const QString& value, theme::ColorName color) {
-        QFrame* card = NewCard(this);
-        QLabel* figure = NewLabel("figure", value, card);
-        SetColor(figure, color);
-        card->layout()->addWidget(NewLabel("muted", title, card));
-        card->layout()->addWidget(figure);
-        cards->addWidget(card, 1);
-    };
-    addCard(texts::kTotalValue, figures::Price(held + market.cash), theme::kText);
-    addCard(texts::kDayResult, figures::Signed(day), theme::OfChange(day));
-    addCard(texts::kCash, figures::Price(market.cash), theme::kText);
-    Body()->addLayout(cards);
+    AddFigures({{texts::kTotalValue, figures::Price(held + market.cash)},
+                {texts::kDayResult, figures::Signed(day), theme::OfChange(day)},
+                {texts::kCash, figures::Price(market.cash)}});
     Body()->addWidget(table, 1);
 }

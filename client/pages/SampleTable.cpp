@@ -34,18 +34,18 @@ CSampleTable::CSampleTable(const char* name, std::vector<Column> columns, int wi
             title->setTextAlignment((shown.figures ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
             setHorizontalHeaderItem(column, title);
         }
+        ShowTexts();
     });
 }
 
 void CSampleTable::AddRow(const std::vector<Cell>& cells) {
     const int row = rowCount();
     insertRow(row);
-    m_colors.emplace_back();
+    m_cells.push_back(cells);
     for (int column = 0; column < columnCount(); ++column) {
         const Cell& cell = cells[size_t(column)];
-        auto* item = new QTableWidgetItem(cell.text);
+        auto* item = new QTableWidgetItem(cell.id == 0 ? cell.text : texts::Tr(cell.id));
         item->setForeground(QColor(cell.color));
-        m_colors.back().push_back(cell.color);
         item->setTextAlignment((m_columns[size_t(column)].figures ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
         setItem(row, column, item);
     }
@@ -54,7 +54,18 @@ void CSampleTable::AddRow(const std::vector<Cell>& cells) {
 void CSampleTable::ShowColors() {
     for (int row = 0; row < rowCount(); ++row) {
         for (int column = 0; column < columnCount(); ++column) {
-            item(row, column)->setForeground(QColor(m_colors[size_t(row)][size_t(column)]));
+            item(row, column)->setForeground(QColor(m_cells[size_t(row)][size_t(column)].color));
+        }
+    }
+}
+
+void CSampleTable::ShowTexts() {
+    for (int row = 0; row < rowCount(); ++row) {
+        for (int column = 0; column < columnCount(); ++column) {
+            const texts::EnText id = m_cells[size_t(row)][size_t(column)].id;
+            if (id != 0) {
+                item(row, column)->setText(texts::Tr(id));
+            }
         }
     }
 }

@@ -16,6 +16,7 @@ public:
     struct Cell {
         QString text;
         theme::ColorName color = theme::kText;
+        texts::EnText id{};  // shown in the display language, in place of the text; 0: the text
     };
 
     /// The column `wide` takes the room that the others leave.
@@ -30,7 +31,8 @@ public:
 
 private:
     void ShowColors();
+    void ShowTexts();
 
     const std::vector<Column> m_columns;
-    std::vector<std::vector<theme::ColorName>> m_colors;  // of the cells, by row
+    std::vector<std::vector<Cell>> m_cells;  // by row
 };

@@ -51,43 +51,13 @@ protected:
         return WaitInRealTime([&] { return Notes().size() >= count; });
     }
 
-    /// What came to `path` so far.
-    std::vector<Json::Value> Http(const std::string& path) {
-        std::vector<Json::Value> requests;
-        const Json::Value all = server->Get("/v1/http");
-        for (const Json::Value& request : all["http"]) {
-            if (request["path"] == path) {
-                requests.push_back(request);
-            }
-        }
-        return requests;
-    }
-
-    /// Names of the events that the server has, with how many there are of each.
-    std::map<std::string, int> Reports() {
-        std::map<std::string, int> counts;
-        const Json::Value all = server->Get("/v1/reports");
-        for (const Json::Value& report : all["reports"]) {
-            ++counts[report["name"].asString()];
-        }
-        return counts;
-    }
-
     bool WaitForReports(const std::map<std::string, int>& counts) {
-        return WaitInRealTime([&] { return Reports() == counts; });
+        return WaitInRealTime([&] { return server->ReportCounts() == counts; });
     }
 
-    /// The parameters of each event of that name, in order.
-    std::vector<Json::Value> ReportsOf(const std::string& name) {
-        std::vector<Json::Value> found;
-        const Json::Value all = server->Get("/v1/reports");
-        for (const Json::Value& report : all["reports"]) {
-            if (report["name"] == name) {
-                found.push_back(report["params"]);
-            }
-        }
-        return found;
-    }
+    std::vector<Json::Value> Http(const std::string& path) { return server->HttpTo(path); }
+
+    std::vector<Json::Value> ReportsOf(const std::string& name) { return server->ReportsOf(name); }
 
     static Json::Value Body(const Json::Value& request) {
         std::string error;

@@ -50,3 +50,34 @@ std::vector<Json::Value> CServerHands::Requests(unsigned int command) {
     }
     return requests;
 }
+
+std::vector<Json::Value> CServerHands::HttpTo(const std::string& path) {
+    std::vector<Json::Value> requests;
+    const Json::Value all = Get("/v1/http");
+    for (const Json::Value& request : all["http"]) {
+        if (request["path"] == path) {
+            requests.push_back(request);
+        }
+    }
+    return requests;
+}
+
+std::map<std::string, int> CServerHands::ReportCounts() {
+    std::map<std::string, int> counts;
+    const Json::Value all = Get("/v1/reports");
+    for (const Json::Value& report : all["reports"]) {
+        ++counts[report["name"].asString()];
+    }
+    return counts;
+}
+
+std::vector<Json::Value> CServerHands::ReportsOf(const std::string& name) {
+    std::vector<Json::Value> found;
+    const Json::Value all = Get("/v1/reports");
+    for (const Json::Value& report : all["reports"]) {
+        if (report["name"] == name) {
+            found.push_back(report["params"]);
+        }
+    }
+    return found;
+}

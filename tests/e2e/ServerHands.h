@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QNetworkAccessManager>
 #include <QUrl>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,14 @@ public:
 
     /// The requests of `command` so far, of all connections.
     std::vector<Json::Value> Requests(unsigned int command);
+
+    /// What came to `path` by HTTP so far.
+    std::vector<Json::Value> HttpTo(const std::string& path);
+
+    /// Names of the events that were reported so far, with how many there are of each.
+    std::map<std::string, int> ReportCounts();
+    /// The parameters of each event of that name, in order.
+    std::vector<Json::Value> ReportsOf(const std::string& name);
 
 private:
     Json::Value Ask(const char* verb, const std::string& path, const std::string& json);

@@ -73,7 +73,7 @@ TEST_F(StartTest, TheFirstFrameDoesWithoutTheWorkbenchAndTheOtherPages) {
     });
 
     EXPECT_NE(window->findChild<CWorkbench*>(), nullptr);
-    EXPECT_THAT(PageNames(), SizeIs(5));
+    EXPECT_THAT(PageNames(), SizeIs(8));
 }
 
 class StartInLanguageTest : public StartTest, public WithParamInterface<int> {};
@@ -92,6 +92,20 @@ TEST_P(StartInLanguageTest, ThePageStaysWhereItIsWhenTheWorkbenchComes) {
     ASSERT_TRUE(WaitInRealTime([this] { return IsShown("WorkbenchTabs"); }));
     window->grab();  // lays out what is not yet
     EXPECT_EQ(place(), before);
+}
+
+TEST_P(StartInLanguageTest, TheNavigationHasRoomForTheNamesOfItsTabs) {
+    options.language = GetParam();
+    Start();
+
+    int tabs = 0;
+    for (const auto* tab : Child<QWidget>("Navigation")->findChildren<QToolButton*>()) {
+        if (tab->objectName().startsWith(QStringLiteral("NavigationTab_"))) {
+            ++tabs;
+            EXPECT_LE(tab->sizeHint().width(), tab->width()) << tab->text().toStdString();
+        }
+    }
+    EXPECT_EQ(tabs, 8);
 }
 
 TEST_F(StartTest, TheWorkbenchMissesNothingThatHappenedBeforeItWasMade) {
@@ -137,7 +151,7 @@ TEST_F(StartTest, APageIsMadeOnceAndAtTheLatestWhenItIsChosen) {
 
     Show();
 
-    EXPECT_THAT(PageNames(), SizeIs(5));
+    EXPECT_THAT(PageNames(), SizeIs(8));
     EXPECT_TRUE(IsShown("Page_news"));
     EXPECT_FALSE(IsShown("Page_watchlist"));
 }

@@ -3,6 +3,7 @@
 #include <QDateTime>
 #include <QHeaderView>
 #include <QLabel>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QSplitter>
 #include <QTableWidget>
@@ -11,6 +12,7 @@
 #include <QVariant>
 #include <algorithm>
 
+#include "AdPanelWindow.h"
 #include "ClientTexts.h"
 #include "Theme.h"
 #include "core/time_date.h"
@@ -68,7 +70,15 @@ CAdView::CAdView(const CAdBoard& board, QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(6);
-    layout->addWidget(m_pNothing);
+    auto* panel = new QPushButton(this);
+    panel->setObjectName(QStringLiteral("AdPanelOpen"));
+    texts::Keep(panel, texts::kAdPanel);
+    connect(panel, &QPushButton::clicked, this, [this] { CAdPanelWindow::Open(window()); });
+    auto* head = new QHBoxLayout;
+    head->addWidget(m_pNothing);
+    head->addStretch(1);
+    head->addWidget(panel);
+    layout->addLayout(head);
     layout->addWidget(splitter, 1);
     m_batch.setSingleShot(true);
     m_batch.setInterval(kBatchMs);

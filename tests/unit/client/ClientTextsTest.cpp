@@ -4,6 +4,7 @@
 #include <QRegularExpression>
 
 #include "core/Language.h"
+#include "pages/SampleTable.h"
 #include "support/ScriptedHostTest.h"
 
 using namespace ::testing;
@@ -89,4 +90,16 @@ TEST_F(ClientTextsTest, AKeptTextIsShownAnewWhenTheLanguageChanges) {
     bus.HostSend(20100);
 
     EXPECT_THAT(shown, ElementsAre(QStringLiteral("News"), QStringLiteral("Actualités")));
+}
+
+TEST_F(ClientTextsTest, ATablesWordsAreInTheLanguageOfTheMomentAndItsNamesStay) {
+    CSampleTable table("Table", {{texts::kName, false}, {texts::kSide, false}}, 0);
+    table.AddRow({{QStringLiteral("Alder")}, {QString(), theme::kUp, texts::kBuy}});
+    EXPECT_EQ(table.item(0, 1)->text(), QStringLiteral("Buy"));
+
+    language.SetText(texts::kBuy, QStringLiteral("Achat"));
+    bus.HostSend(20100);
+
+    EXPECT_EQ(table.item(0, 0)->text(), QStringLiteral("Alder"));
+    EXPECT_EQ(table.item(0, 1)->text(), QStringLiteral("Achat"));
 }

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QWidget>
+
 #include "EntryScenes.h"
 #include "core/message_dispatch.h"
 #include "plugin/IZRPluginCenter.h"
@@ -26,6 +28,22 @@ std::shared_ptr<CFakeGrowthService> CFakeGrowthService::Offer() {
     auto service = std::make_shared<CFakeGrowthService>();
     IZRPluginCenter::RegisterInterfaceFactory(std::make_shared<CFakeFactory>(service), true);
     return service;
+}
+
+void CFakeGrowthService::GetAdBannerAsync(int adPosition, QSize size, std::function<void(QWidget*)> callback,
+                                          int topNonClickableAreaHeight, bool useCheck, QList<QString> adIds) {
+    EXPECT_EQ(topNonClickableAreaHeight, 0);
+    EXPECT_FALSE(useCheck);
+    EXPECT_TRUE(adIds.isEmpty());
+    banners.push_back({adPosition, size, std::move(callback)});
+}
+
+QWidget* CFakeGrowthService::GetAdBottomPopupDeveloperView() {
+    ++panels;
+    auto* panel = new QWidget;
+    panel->setObjectName(QStringLiteral("Panel"));
+    panel->setFixedWidth(1500);
+    return panel;
 }
 
 unsigned long CFakeGrowthService::GetUiMsgAndPremiumAccessReq(bool serverPush) {

@@ -14,10 +14,10 @@ public:
     /// Offers a service in the plug-in centre for as long as the result lives.
     static std::shared_ptr<CFakeGrowthService> Offer();
 
-    void GetAdBannerAsync(int /*adPosition*/, QSize /*size*/, std::function<void(QWidget*)> /*callback*/,
-                          int /*topNonClickableAreaHeight*/, bool /*useCheck*/, QList<QString> /*adIds*/) override {}
-    void UpdateAdBottomPopupCoordinates() override {}
-    QWidget* GetAdBottomPopupDeveloperView() override { return nullptr; }
+    void GetAdBannerAsync(int adPosition, QSize size, std::function<void(QWidget*)> callback,
+                          int topNonClickableAreaHeight, bool useCheck, QList<QString> adIds) override;
+    void UpdateAdBottomPopupCoordinates() override { ++popupPlacings; }
+    QWidget* GetAdBottomPopupDeveloperView() override;
 
     unsigned long GetUiMsgAndPremiumAccessReq(bool serverPush) override;
     unsigned long GetUiMsgAndPremiumAccessReq(const QVector<int>& accessList, bool serverPush) override;
@@ -38,6 +38,15 @@ public:
 
     std::set<int> open;
     unsigned int overrideType = 0;
+
+    struct BannerAsked {
+        int position;
+        QSize size;
+        std::function<void(QWidget*)> callback;
+    };
+    std::vector<BannerAsked> banners;  // asked for so far
+    int popupPlacings = 0;
+    int panels = 0;  // given away so far
 
     QMap<EnPremiumAccess, CPremiumUIAccessData> table;
     unsigned long session = 0;       // of the next request

@@ -34,6 +34,18 @@ TEST_F(SampleMarketTest, TheResourceFillsAllPages) {
         EXPECT_FALSE(position.instrument.name.isEmpty());
     }
     EXPECT_THAT(market.positions, Not(IsEmpty()));
+    EXPECT_THAT(market.sectors, SizeIs(6));
+    for (const SampleMarket::Sector& sector : market.sectors) {
+        EXPECT_TRUE(IsText(sector.titleId)) << sector.titleId;
+    }
+    EXPECT_THAT(market.alerts, Not(IsEmpty()));
+    for (const SampleMarket::Alert& alert : market.alerts) {
+        EXPECT_FALSE(alert.instrument.name.isEmpty());
+    }
+    EXPECT_THAT(market.orders, Contains(Field(&SampleMarket::Order::state, SampleMarket::EnOrderState::Filled)));
+    EXPECT_THAT(market.orders, Contains(Field(&SampleMarket::Order::state, SampleMarket::EnOrderState::Working)));
+    EXPECT_THAT(market.orders, Contains(Field(&SampleMarket::Order::state, SampleMarket::EnOrderState::Cancelled)));
+    EXPECT_GT(market.buyingPower, market.cash);
 }
 
 TEST_F(SampleMarketTest, AMemberOfAnotherTypeIsRefusedWithAReason) {

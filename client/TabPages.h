@@ -1,0 +1,38 @@
+#pragma once
+
+#include <array>
+
+#include "EntryScenes.h"
+#include "modules/ZRTabFrameKey.h"
+
+/// The keys of the main window's tabs, as other modules and the server know them.
+enum EnTab : int64_t {
+    kTabWatchlist = 20001,
+    kTabQuotes = 20002,
+    kTabResearch = 20003,
+    kTabNews = 20004,
+    kTabPortfolio = 20005,
+    kTabMarket = 20013,
+    kTabAccount = 20017,
+    kTabAlerts = 20018,
+};
+
+/// A tab of the main window and the page that it leads to.
+struct TabPage {
+    EnTab tab;
+    EntryPage page;
+
+    constexpr EnZRTabFrameKey Key() const { return EnZRTabFrameKey(tab); }
+};
+
+/// In the order of the navigation.
+constexpr std::array<TabPage, 8> kTabPages{{
+    {kTabWatchlist, kEntryPages[0]},
+    {kTabMarket, {kNoEntryScene, "market", texts::kMarket, texts::kMarketSubtitle}},
+    {kTabQuotes, kEntryPages[1]},
+    {kTabResearch, kEntryPages[2]},
+    {kTabNews, kEntryPages[3]},
+    {kTabAlerts, {kNoEntryScene, "alerts", texts::kAlerts, texts::kAlertsSubtitle}},
+    {kTabPortfolio, kEntryPages[4]},
+    {kTabAccount, {kNoEntryScene, "account", texts::kAccount, texts::kAccountSubtitle}},
+}};

@@ -1,0 +1,239 @@
+// Ads on the screen of the real client against the real server: the bottom popup and the banners, as a user has them.
+#include <QApplication>
+#include <QLineEdit>
+#include <QTabWidget>
+#include <QTableWidget>
+#include <QToolButton>
+
+#include "ClientFixture.h"
+#include "support/Click.h"
+#include "ui/ZText.h"
+
+using namespace ::testing;
+
+namespace {
+
+constexpr const char* kScenario = R"({"schema":1,
+    "users":[{"id":501,"name":"One"},{"id":502,"name":"Two"}],
+    "ads":[
+      {"adType":2,"adPosition":42,"showDuration":600,"showInterval":0,"showIntervalType":1,"enableClose":true,
+       "campaigns":[{"id":"701","pushId":"p-701","startInS":-100,"endInS":10000,"expireInS":20000,
+         "image":"card-invite.png","schema":"https://ads.example/1","popupType":2,
+         "showAreas":[500,501,502,503,504,505,506]}]},
+      {"adType":3,"adPosition":7,"enableClose":false,"bannerPosition":{"bannerType":2,"materialScale":"6:1",
+         "materialCorner":"8"},
+       "campaigns":[
+         {"id":"801","startInS":-100,"endInS":10000,"expireInS":20000,"image":"first-trade-en.png",
+          "schema":"https://ads.example/801","users":[501]},
+         {"id":"802","startInS":-100,"endInS":10000,"expireInS":20000,"image":"night-session.png",
+          "schema":"https://ads.example/802","users":[501]}]},
+      {"adType":3,"adPosition":9,"enableClose":false,"bannerPosition":{"bannerType":1,"materialScale":"6:1",
+         "materialCorner":"8"},
+       "campaigns":[
+         {"id":"901","startInS":-100,"endInS":10000,"expireInS":20000,"image":"research-weekly.svg",
+          "schema":"https://ads.example/901"}]}],
+    "commonConfig":{}})";
+
+class AdShowTest : public ClientTest {
+protected:
+    AdShowTest() { options.scenario = WriteFile("scenario.json", kScenario); }
+
+    // Its bindings tell members of this.
+    ~AdShowTest() override { End(); }
+
+    void StartAndSeePopup() {
+        Make();
+        client->Bus().Bind(
+            20157, [this](unsigned int, unsigned long key, auto) { tabs.push_back(key); }, &watcher);
+        Show();
+        ASSERT_TRUE(WaitInRealTime([this] { return Card() && Card()->isVisible(); }));
+    }
+
+    /// What is of a class of the module, which is mapped and not linked.
+    QWidget* OfClass(const char* name) const {
+        for (auto* widget : window->findChildren<QWidget*>()) {
+            if (widget->inherits(name)) {
+                return widget;
+            }
+        }
+        return nullptr;
+    }
+
+    QWidget* Card() const { return OfClass("CZRAdBottomPopupView"); }
+
+    void Choose(const char* page) { Click(Child<QToolButton>((std::string("NavigationTab_") + page).c_str())); }
+
+    /// The banner in that position's place; null while it is not seen.
+    QWidget* Banner(int position) const {
+        for (auto* widget : Child<QWidget>(("AdBannerSlot" + std::to_string(position)).c_str())
+                                ->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+            if (widget->inherits("CZRAdBannerView") && widget->isVisible()) {
+                return widget;
+            }
+        }
+        return nullptr;
+    }
+
+    bool WaitForBanner(int position) {
+        return WaitInRealTime([=] { return Banner(position) != nullptr; });
+    }
+
+    int Reported(const char* event) {
+        const auto counts = server->ReportCounts();
+        const auto found = counts.find(event);
+        return found == counts.end() ? 0 : found->second;
+    }
+
+    /// The ads whose pictures came in well.
+    std::multiset<std::string> Pictured() {
+        std::multiset<std::string> ads;
+        for (const Json::Value& picture : server->ReportsOf("AdvertisementImageResourceDownloadResult")) {
+            EXPECT_EQ(picture["result_code"], "0");
+            ads.insert(picture["advertisement_id"].asString());
+        }
+        return ads;
+    }
+
+    /// For who wants to look: ZR_PICTURES names a folder.
+    void Picture(const char* name, QWidget* of = nullptr) {
+        const QByteArray folderOfPictures = qgetenv("ZR_PICTURES");
+        if (!folderOfPictures.isEmpty()) {
+            const QString file =
+                QString::fromLocal8Bit(folderOfPictures) + QLatin1Char('/') + QString::fromLatin1(name);
+            EXPECT_TRUE((of ? of : window.get())->grab().save(file + QStringLiteral(".png")));
+        }
+    }
+
+    std::vector<unsigned long> tabs;
+};
+
+TEST_F(AdShowTest, APopupComesByItselfAndItsExposureIsToldWhenItIsClosed) {
+    ASSERT_NO_FATAL_FAILURE(StartAndSeePopup());
+    Picture("popup");
+
+    EXPECT_EQ(Card()->parentWidget(), window.get());
+    EXPECT_EQ(Card()->geometry(), QRect(160, window->height() - 168, 360, 120));
+    EXPECT_EQ(Child<QWidget>("Navigation")->geometry().right() + 1, 156);
+    EXPECT_THAT(tabs, ElementsAre(20001));
+    EXPECT_TRUE(WaitInRealTime([this] { return Reported("StartExposeAd") == 1; }));
+    const QPointer<QWidget> card = Card();
+
+    Click(Child<QWidget>("CZRAdBottomPopupViewCloseButton"));
+
+    ASSERT_TRUE(WaitInRealTime([&] { return !card; }));
+    ASSERT_TRUE(WaitInRealTime([this] { return Reported("ReportAdvertisementExposureResult") == 1; }));
+    const std::map<std::string, int> all{{"SendAdRequest", 1},
+                                         {"SingleAdvertisementPullDataResult", 1},
+                                         {"AdvertisementImageResourceDownloadResult", 1},
+                                         {"StartExposeAd", 1},
+                                         {"ClickAd", 1},
+                                         {"ExposeAd", 1},
+                                         {"ReportAdvertisementExposureResult", 1}};
+    EXPECT_EQ(server->ReportCounts(), all);
+    EXPECT_EQ(server->ReportsOf("ReportAdvertisementExposureResult")[0]["result_code"], "0");
+    EXPECT_EQ(server->HttpTo("/ad/expose").size(), 1u);
+}
+
+TEST_F(AdShowTest, ThePopupKeepsItsPlaceOverEveryLayoutOfTheWindow) {
+    ASSERT_NO_FATAL_FAILURE(StartAndSeePopup());
+
+    Click(Child<QWidget>("NavigationToggle"));
+    EXPECT_EQ(Card()->pos(), QPoint(84, window->height() - 168));
+    ASSERT_TRUE(WaitInRealTime([this] { return Child<QWidget>("Navigation")->width() == 72; }));
+    Picture("popup-collapsed");
+
+    window->resize(window->width(), window->height() - 60);
+    ASSERT_TRUE(WaitInRealTime([this] { return Card()->y() == window->height() - 168; }));
+    EXPECT_EQ(Card()->x(), 84);
+    Click(Child<QWidget>("NavigationToggle"));
+    EXPECT_EQ(Card()->x(), 160);
+}
+
+TEST_F(AdShowTest, ThePopupTakesNoFocusByComingAndByAClick) {
+    Make();
+    Show();
+    // whatever has it before the popup comes
+    auto* edit = Child<QLineEdit>("ExportPath");
+    edit->setFocus();
+    ASSERT_TRUE(WaitInRealTime([&] { return Card() && Card()->isVisible() && edit->hasFocus(); }));
+
+    Click(Card());
+
+    EXPECT_TRUE(edit->hasFocus());
+    ASSERT_TRUE(WaitInRealTime([this] { return Reported("ReportAdvertisementExposureResult") == 1; }));
+    EXPECT_EQ(Card(), nullptr);
+    EXPECT_EQ(Reported("ClickAd"), 1);
+}
+
+TEST_F(AdShowTest, AnotherTabIsToldOnceAndEndsThePopup) {
+    ASSERT_NO_FATAL_FAILURE(StartAndSeePopup());
+    const QPointer<QWidget> card = Card();
+    Choose("watchlist");
+    EXPECT_NE(card, nullptr);
+
+    for (const char* page : {"market", "quotes", "research", "news", "alerts", "portfolio", "account"}) {
+        Choose(page);
+    }
+
+    EXPECT_THAT(tabs, ElementsAre(20001, 20013, 20002, 20003, 20004, 20018, 20005, 20017));
+    ASSERT_TRUE(WaitInRealTime([&] { return !card; }));
+    EXPECT_TRUE(WaitInRealTime([this] { return Reported("ReportAdvertisementExposureResult") == 1; }));
+}
+
+TEST_F(AdShowTest, ABannerStandsAtBothPositionsWithItsPictures) {
+    ASSERT_NO_FATAL_FAILURE(StartAndSeePopup());
+    const QSize size = window->size();
+
+    Choose("market");
+    ASSERT_TRUE(WaitForBanner(7));
+    ASSERT_TRUE(WaitInRealTime([this] { return Pictured() == std::multiset<std::string>({"701", "801", "802"}); }));
+    Picture("banner-market");
+    Choose("alerts");
+    ASSERT_TRUE(WaitForBanner(9));
+    ASSERT_TRUE(WaitInRealTime([this] { return Pictured().count("901") == 1; }));
+    Picture("banner-alerts");
+
+    EXPECT_EQ(Banner(9)->size(), QSize(662, 110));
+    EXPECT_EQ(window->size(), size);
+    Choose("account");
+    Picture("account");
+}
+
+TEST_F(AdShowTest, ABannerIsItsUsersAndEndsWithHisLogout) {
+    ASSERT_NO_FATAL_FAILURE(StartAndSeePopup());
+    Choose("market");
+    ASSERT_TRUE(WaitForBanner(7));
+    const QPointer<QWidget> banner = Banner(7);
+    const auto* table = Child<QWidget>("SectorsTable");
+    const int below = table->mapTo(window.get(), QPoint()).y();
+
+    client->Logout();
+
+    ASSERT_TRUE(WaitInRealTime([&] { return !banner; }));
+    EXPECT_TRUE(WaitInRealTime([&] { return table->mapTo(window.get(), QPoint()).y() < below - 100; }));
+    EXPECT_FALSE(Child<QWidget>("AdBannerSlot7")->isVisible());
+}
+
+TEST_F(AdShowTest, TheDeveloperPanelOpensFromTheWorkbench) {
+    ASSERT_NO_FATAL_FAILURE(StartAndSeePopup());
+    auto* tabsOfWorkbench = Child<QTabWidget>("WorkbenchTabs");
+    tabsOfWorkbench->setCurrentIndex(2);
+    Click(Child<QWidget>("AdPanelOpen"));
+    auto* panel = Child<QWidget>("CZRAdBottomPopupDeveloperView");
+    ASSERT_NE(panel, nullptr);
+    ASSERT_TRUE(WaitInRealTime([&] { return panel->window()->isActiveWindow(); }));
+
+    Click(Child<QWidget>("UpdateText"));
+
+    EXPECT_THAT(Child<ZText>("CacheDataText")->text().toStdString(), HasSubstr("ad_id: 701"));
+    EXPECT_THAT(Child<ZText>("LastShowText")->text().toStdString(), HasSubstr("ShowIntervalType:1"));
+    // the workbench knows of the slot as well
+    const auto* table = Child<QTableWidget>("AdTable");
+    EXPECT_TRUE(WaitInRealTime(
+        [&] { return table->rowCount() == 1 && table->item(0, 0)->text().contains(QStringLiteral("42")); }));
+    QCoreApplication::sendPostedEvents();
+    Picture("panel", panel->window());
+    Picture("workbench-ads");
+}
+
+}  // namespace
