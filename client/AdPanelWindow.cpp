@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "Ads.h"
+#include "AdTexts.h"
 #include "ClientTexts.h"
 
 namespace {

@@ -4,13 +4,16 @@
 #include <QLabel>
 #include <algorithm>
 
+#include "AdTexts.h"
 #include "core/langx.h"
 #include "core/message_dispatch.h"
 #include "core/message_ids.h"
 
 namespace texts {
 
-const std::vector<TextEntry>& All() {
+namespace {
+
+const std::vector<TextEntry>& OfAllElse() {
     static const std::vector<TextEntry> texts = {
         {kKestrel, "Kestrel"},
         {kVelora, "Velora"},
@@ -367,72 +370,6 @@ const std::vector<TextEntry>& All() {
         {kTabHttp, "HTTP"},
         {kTabReports, "Reports"},
         {kTabAds, "Ads"},
-        {kAdSlot, "Slot"},
-        {kAdLastRequest, "Last request"},
-        {kAdNext, "Next"},
-        {kAdLastAnswer, "Last answer"},
-        {kAdKept, "Kept"},
-        {kAdLastEvent, "Last event"},
-        {kAdPopup, "Popup %1"},
-        {kAdBanner, "Banner %1"},
-        {kAdOtherType, "Type %1, %2"},
-        {kAdNow, "now"},
-        {kAdInSeconds, "in %1 s"},
-        {kAdRequestId, "Request id"},
-        {kAdAskedFor, "Asked for"},
-        {kAdNextRequest, "Next request"},
-        {kAdRefusedSince, "refused for coming too early: %1"},
-        {kAdOutcomeWaiting, "no answer yet"},
-        {kAdOutcomeArrived, "arrived"},
-        {kAdOutcomeNoTask, "not sent: no task"},
-        {kAdOutcomeSuperseded, "superseded by a later request"},
-        {kAdOutcomeExchange, "failed, result %1"},
-        {kAdOutcomeNoJson, "not JSON"},
-        {kAdOutcomeNotDecoded, "not decoded"},
-        {kAdOutcomeRefused, "code %1"},
-        {kAdOutcomeGood, "code 0, ads: %1"},
-        {kAdReason, "Reason"},
-        {kAdWholeList, "Whole list"},
-        {kAdVerdictType, "dropped: it is for %1"},
-        {kAdVerdictEmpty, "dropped: no ads"},
-        {kAdVerdictNone, "dropped: no ad is due"},
-        {kAdAds, "Ads of this answer"},
-        {kAdStanding, "Still current, of request %1"},
-        {kAdFateUnknown, "not yet judged"},
-        {kAdFateKept, "kept"},
-        {kAdFateCleared, "kept, cleared since"},
-        {kAdFateFiltered, "held back, filter %1"},
-        {kAdFateTooEarly, "dropped: starts %1"},
-        {kAdFateOver, "dropped: ended %1"},
-        {kAdFateExpired, "dropped: expired %1"},
-        {kAdFateForeignType, "dropped: the list is of another type"},
-        {kAdFateForeignPosition, "dropped: the list is of another position"},
-        {kAdFateNotDecoded, "dropped: the answer is not decoded"},
-        {kAdFateRefused, "dropped: the answer has another code than 0"},
-        {kAdFateUnshowable, "dropped: of a type that is not shown"},
-        {kAdFateSuperseded, "dropped: the answer came too late"},
-        {kAdLookedAt, "Looked at"},
-        {kAdWindow, "Window"},
-        {kAdExpires, "Expires"},
-        {kAdPicture, "Picture failed"},
-        {kAdScreen, "On the screen"},
-        {kAdExposure, "Exposure"},
-        {kAdExposeCall, "Exposure told"},
-        {kAdClick, "Click"},
-        {kAdCloseButton, "Close button"},
-        {kAdClosed, "Closed"},
-        {kAdRuns, "still shown"},
-        {kAdMilliseconds, "%1 ms"},
-        {kAdReportRefused, "report refused"},
-        {kAdNoExposure, "not reported: no exposure"},
-        {kAdJumped, "link opened"},
-        {kAdNotJumped, "link not opened"},
-        {kAdTold, "accepted"},
-        {kAdClosedBy, "by %1"},
-        {kAdNothingSeen, "No request for ads was seen yet"},
-        {kAdSearch, "search"},
-        {kAdCheck, "check"},
-        {kAdAsked, "Asked"},
         {kMarket, "Market"},
         {kMarketSubtitle, "The day, sector by sector"},
         {kAlerts, "Alerts"},
@@ -466,9 +403,18 @@ const std::vector<TextEntry>& All() {
         {kOrderFilled, "Filled"},
         {kOrderWorking, "Working"},
         {kOrderCancelled, "Cancelled"},
-        {kAdPanel, "Popup panel"},
-        {kAdPanelNoModule, "The module that serves ads is not there"},
     };
+    return texts;
+}
+
+}  // namespace
+
+const std::vector<TextEntry>& All() {
+    static const std::vector<TextEntry> texts = [] {
+        std::vector<TextEntry> all = OfAllElse();
+        all.insert(all.end(), OfAds().begin(), OfAds().end());
+        return all;
+    }();
     return texts;
 }
 

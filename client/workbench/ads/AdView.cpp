@@ -13,6 +13,7 @@
 #include <algorithm>
 
 #include "AdPanelWindow.h"
+#include "AdTexts.h"
 #include "ClientTexts.h"
 #include "Theme.h"
 #include "core/time_date.h"

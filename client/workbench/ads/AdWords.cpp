@@ -3,6 +3,7 @@
 #include <QDateTime>
 #include <algorithm>
 
+#include "AdTexts.h"
 #include "ClientTexts.h"
 
 namespace ad_words {

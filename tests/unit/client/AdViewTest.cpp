@@ -4,6 +4,7 @@
 #include <QTableWidget>
 #include <QTreeWidget>
 
+#include "AdTexts.h"
 #include "ClientTexts.h"
 #include "support/ScriptedHostTest.h"
 #include "workbench/ads/AdBoard.h"
