@@ -103,7 +103,10 @@ void CPictureService::LookInCache(unsigned long id) {
         const auto found = *cancelled ? std::nullopt : cache.Find(url);
         const Body kept = found ? std::make_shared<const std::string>(found->bytes) : nullptr;
         if (found && found->fresh) {
-            return [this, id, kept] { Decode(id, kept, std::nullopt); };
+            return [this, id, kept] {
+                m_jobs.at(id).kept = true;
+                Decode(id, kept, std::nullopt);
+            };
         }
         return [this, id, kept, tag = found ? found->tag : std::string()] { Fetch(id, kept, tag); };
     });
@@ -125,6 +128,14 @@ void CPictureService::Fetch(unsigned long id, const Body& kept, const std::strin
     job.exchange->Begin();
 }
 
+// Without a word of what is known already: the server would only say that it still holds.
+void CPictureService::FetchAnew(unsigned long id) {
+    Job& job = m_jobs.at(id);
+    job.kept = false;
+    job.message.headers.erase("if-none-match");
+    Fetch(id, nullptr, std::string());
+}
+
 void CPictureService::OnAnswer(unsigned long id, const std::shared_ptr<HttpRspInfo>& response, const Body& kept) {
     Job& job = m_jobs.at(id);
     // It is the one that calls.
@@ -134,6 +145,7 @@ void CPictureService::OnAnswer(unsigned long id, const std::shared_ptr<HttpRspIn
     if (response->m_nResult == kHttpOk && response->m_nHttpStatusCode == kStatusOk) {
         Decode(id, Body(response, &response->m_strBody), keeping);
     } else if (response->m_nResult == kHttpOk && response->m_nHttpStatusCode == kStatusNotModified && kept) {
+        job.kept = true;
         Decode(id, kept, keeping);
     } else {
         kLog.Info(FMT_STRING("No picture, result {}, status {}: {}"), response->m_nResult, response->m_nHttpStatusCode,
@@ -145,7 +157,7 @@ void CPictureService::OnAnswer(unsigned long id, const std::shared_ptr<HttpRspIn
 void CPictureService::Decode(unsigned long id, const Body& body, const std::optional<CPictureCache::Keeping>& keeping) {
     Job& job = m_jobs.at(id);
     job.stage = EnStage::kWorking;
-    Work([this, id, body, keeping, url = job.message.url, size = job.size, moving = job.moving,
+    Work([this, id, body, keeping, url = job.message.url, size = job.size, moving = job.moving, kept = job.kept,
           limits = m_options.limits, cancelled = job.cancelled](CPictureCache& cache) -> std::function<void()> {
         std::shared_ptr<const Picture> picture;
         host::RunGuarded(kLog, "Decoding a picture", [&] {
@@ -161,6 +173,11 @@ void CPictureService::Decode(unsigned long id, const Body& body, const std::opti
                 cache.Keep(url, *body, *keeping);
             }
         });
+        // It was a picture when it was written: the disk has spoilt it.
+        if (kept && !picture && !*cancelled) {
+            cache.Remove(url);
+            return [this, id] { FetchAnew(id); };
+        }
         return [this, id, picture] { Finish(id, picture); };
     });
 }

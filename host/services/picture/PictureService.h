@@ -18,7 +18,7 @@ class IEnvironment;
 /// Pictures over HTTP, from where the client speaks to at all: https, and by http this machine in an internal build
 /// and the one server on it that AllowPlain names in a release; no redirects to another origin, no proxy and no
 /// cookies. Few at a time, the others wait. They are judged, decoded and scaled on a thread of its own, and kept on the
-/// disk as their servers allow. Main thread. The environment must outlive it.
+/// disk as their servers allow; what was damaged there is fetched anew. Main thread. The environment must outlive it.
 class CPictureService : public QObject, public IPictures {
     Q_OBJECT
 
@@ -49,6 +49,7 @@ private:
         HttpMessage message;
         QSize size;
         bool moving = false;
+        bool kept = false;  // the bytes at hand are the disk's
         QPointer<QObject> guard;
         Done done;
         std::unique_ptr<CHttpExchange> exchange;
@@ -62,6 +63,7 @@ private:
     void StartNext();
     void LookInCache(unsigned long id);
     void Fetch(unsigned long id, const Body& kept, const std::string& tag);
+    void FetchAnew(unsigned long id);
     void OnAnswer(unsigned long id, const std::shared_ptr<HttpRspInfo>& response, const Body& kept);
     void Decode(unsigned long id, const Body& body, const std::optional<CPictureCache::Keeping>& keeping);
     void Finish(unsigned long id, const std::shared_ptr<const Picture>& picture);

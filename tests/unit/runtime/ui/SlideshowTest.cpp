@@ -239,6 +239,16 @@ TEST_F(SlideshowTest, MayBeDeletedInsideItsSignals) {
     pictures.Succeed(pictures.LastLoad());
     EXPECT_FALSE(second);
 
+    QPointer<ZSlideshow> lost = new ZSlideshow(&window, ZSlideshowBase::kRatioFree);
+    lost->addWebImageOrGif(Url(0), QString(), 2);
+    QObject::connect(lost, &ZSlideshow::webImageLoadFinalFailed, &window, [&] { delete lost; });
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        ASSERT_TRUE(lost);
+        pictures.Fail(pictures.LastLoad());
+    }
+    EXPECT_FALSE(lost);
+    EXPECT_EQ(pictures.OutstandingCount(), 0);
+
     QPointer<ZSlideshow> third = new ZSlideshow(&window, ZSlideshowBase::kRatioFree);
     third->m_bAutomatic = true;
     third->setAutoSwitch(true);
