@@ -18,6 +18,13 @@ TEST_F(BadPictureTest, OnlyAnAnswerThatSaysAllIsWellHoldsAPicture) {
     ExpectItGoesOn();
 }
 
+TEST_F(BadPictureTest, OneThatIsMissingIsNoneAndTheLogNamesTheStatus) {
+    EXPECT_FALSE(Exchange("not found", {}, 404));
+
+    EXPECT_THAT(log.Lines(), Contains(Info("No picture, result 0, status 404: " + server.Url() + "/a")));
+    ExpectItGoesOn();
+}
+
 TEST_F(BadPictureTest, AnAnswerThatIsCutFails) {
     Result result;
     Load(Url("/a"), result, &guard);
