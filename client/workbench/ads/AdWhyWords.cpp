@@ -83,18 +83,20 @@ QString Name(const AdRefusal& refusal) {
     }
 }
 
-/// What is told of a refusal beside its name.
-std::vector<FieldNode> Details(const CAdBoard& board, const AdSlotState& slot, const AdRefusal& refusal) {
+/// Nothing for what is no test.
+std::vector<FieldNode> Compared(const CAdBoard& board, const AdSlotState& slot, const AdRefusal& refusal) {
     if (!refusal.place) {
         return {};
     }
     ad_compared::Compared compared = ad_compared::Of(board, slot, refusal);
     std::vector<FieldNode> lines{Line(texts::kAdWhyHere, compared.here), Line(texts::kAdWhyNeeded, compared.needed)};
     lines.back().children = std::move(compared.each);
-    lines.push_back(Steps(texts::kAdWhyPassed, refusal.road, 0, *refusal.place));
-    lines.push_back(
-        Steps(texts::kAdWhyNotReached, refusal.road, *refusal.place + 1, ad_why::Road(refusal.road).size()));
     return lines;
+}
+
+void AddSteps(Group& group, EnAdRoad road, size_t passed, size_t reached) {
+    Add(group, Steps(texts::kAdWhyPassed, road, 0, passed));
+    Add(group, Steps(texts::kAdWhyNotReached, road, reached, ad_why::Road(road).size()));
 }
 
 QString Shown(const AdSlotState& slot) {
@@ -157,25 +159,26 @@ Group Why(const CAdBoard& board, const AdSlotState& slot, qint64 serverNowMs) {
     const bool isShown = why.shownCount > 0;
     Group group{Tr(texts::kAdWhyTitle), {}, {}};
     Add(group, Line(texts::kAdWhyState, Now(slot)), isShown ? std::make_optional(true) : std::nullopt);
-    if (why.isLoading) {
-        Add(group, Steps(texts::kAdWhyPassed, why.road, 0, why.passed));
-        Add(group, Steps(texts::kAdWhyNotReached, why.road, why.passed, ad_why::Road(why.road).size()));
-    }
     if (why.last) {
         Add(group, Line(texts::kAdWhyLast, Name(*why.last) + kDot + Clock(why.last->timeMs)), false);
-        for (FieldNode& line : Details(board, slot, *why.last)) {
+        for (FieldNode& line : Compared(board, slot, *why.last)) {
             Add(group, std::move(line));
         }
-    }
-    if (why.last && why.before) {
-        FieldNode before = Line(texts::kAdWhyBefore, Name(*why.before) + kDot + Clock(why.before->timeMs));
-        before.children = Details(board, slot, *why.before);
-        Add(group, std::move(before), false);
     }
     if (!isShown || why.last) {
         group.ticking = group.lines.size();
         Add(group, Line(texts::kAdWhyTime, Time(board, slot, serverNowMs)));
         Add(group, Line(texts::kAdWhyNext, Occasion(slot)));
+    }
+    if (why.isLoading) {
+        AddSteps(group, why.road, why.passed, why.passed);
+    } else if (why.last && why.last->place) {
+        AddSteps(group, why.last->road, *why.last->place, *why.last->place + 1);
+    }
+    if (why.last && why.before) {
+        FieldNode before = Line(texts::kAdWhyBefore, Name(*why.before) + kDot + Clock(why.before->timeMs));
+        before.children = Compared(board, slot, *why.before);
+        Add(group, std::move(before), false);
     }
     return group;
 }
