@@ -331,6 +331,7 @@ TEST_F(AdBannerViewTest, AClickIsLoggedThenToldOfAndThenPassedOn) {
 
     EXPECT_TRUE(kept);
     EXPECT_THAT(lines, ElementsAre(Info(StartsWith("[Ad] [CZRAdImageView] Open schema success, "))));
+    EXPECT_THAT(told, ElementsAre("clicked, opened a"));
     EXPECT_EQ(window.presses, 1);
     urls.Forget();
 }

@@ -432,6 +432,7 @@ TEST_F(AdImageViewTest, AClickIsLoggedThenToldOfAndThenPassedOn) {
 
     EXPECT_TRUE(kept);
     EXPECT_THAT(lines, ElementsAre(Info("[Ad] Open schema success, schema = zrclient://page/news")));
+    EXPECT_THAT(told, ElementsAre("clicked, opened"));
     EXPECT_EQ(window.presses, 1);
     urls.Forget();
 }
