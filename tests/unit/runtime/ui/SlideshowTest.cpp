@@ -185,9 +185,11 @@ TEST_F(SlideshowTest, KeepsARatioOnlyWhereItIsToAndHasOne) {
     auto* slide = square.findChild<ZRWebImageWidget*>();
     ASSERT_TRUE(slide);
 
+    EXPECT_TRUE(square.keepRatio());
     EXPECT_EQ(slide->geometry(), QRect(100, 0, 100, 100));
     EXPECT_FALSE(pictures.Asked()[0].moving);
     square.setKeepRatio(false);
+    EXPECT_FALSE(square.keepRatio());
     EXPECT_EQ(slide->geometry(), QRect(0, 0, 300, 100));
 }
 
