@@ -153,6 +153,7 @@ const std::vector<TextEntry>& OfAds() {
         {kAdWhyPictureIn, "loaded"},
         {kAdVerdictUnfit, "dropped: it lacks something"},
         {kAdFateUnfit, "dropped: the list lacks something"},
+        {kAdWhyPushBad, "a push was not taken: %1"},
     };
     return texts;
 }

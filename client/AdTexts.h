@@ -154,6 +154,7 @@ constexpr EnText kAdWhyPictureFailed{900878};
 constexpr EnText kAdWhyPictureIn{900879};
 constexpr EnText kAdVerdictUnfit{900880};
 constexpr EnText kAdFateUnfit{900881};
+constexpr EnText kAdWhyPushBad{900882};
 
 /// They are among `All()` too.
 const std::vector<TextEntry>& OfAds();

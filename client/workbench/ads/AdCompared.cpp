@@ -171,6 +171,7 @@ QString NameOf(EnAdTest test) {
         case EnAdTest::Closed:
         case EnAdTest::Cleared:
         case EnAdTest::Withdrawn:
+        case EnAdTest::Push:
             break;
     }
     return QString();
@@ -228,6 +229,7 @@ Compared Of(const CAdBoard& board, const AdSlotState& slot, const AdRefusal& ref
         case EnAdTest::Closed:
         case EnAdTest::Cleared:
         case EnAdTest::Withdrawn:
+        case EnAdTest::Push:
             break;
     }
     return {};

@@ -146,6 +146,10 @@ const std::vector<Line>& All() {
          "= {n}"},
         {EnLine::PushCheck,
          "[Ad] AdCheckPush callback,receive cmd 20170, adType = {n}, adPosition = {n}, adId = {}, delay = {n}"},
+        // One that is good has no blank there.
+        {EnLine::PushBad, "[Ad] AdPush callback, {}"},
+        {EnLine::PushBad, "[Ad] AdStatusChangedPush callback, {}"},
+        {EnLine::PushBad, "[Ad] AdCheckPush callback, {}"},
         {EnLine::LoggedOut, "[Ad] Login out"},
         {EnLine::OtherLanguage, "[Ad] Language changed"},
     };

@@ -68,6 +68,7 @@ enum class EnLine {
     PushNew,          // type, position, delay in seconds
     PushChanged,      // type, position, withdrawn ad ids, delay in seconds
     PushCheck,        // type, position, ad ids, delay in seconds
+    PushBad,          // what is wrong, as the module words it
     LoggedOut,        //
     OtherLanguage,    //
 };

@@ -67,6 +67,7 @@ const std::vector<Meaning>& Meanings() {
         {EnLine::PushNew, M::Pushes, 0, 1},
         {EnLine::PushChanged, M::Pushes, 0, 1},
         {EnLine::PushCheck, M::Pushes, 0, 1},
+        {EnLine::PushBad, M::Misses, -1, -1, S::Request, T::Push},
         {EnLine::LoggedOut, M::Reason, -1, -1},
         {EnLine::OtherLanguage, M::Reason, -1, -1},
     };
@@ -259,6 +260,9 @@ void Take(AdWhy& why, const Meaning& meaning, const Said& said, bool isBanner, b
             return;
         case EnMeaning::Reason:
             why.clears = said.line;
+            return;
+        case EnMeaning::Misses:
+            Put(why, {said, meaning.test, why.road, {}, {}, timeMs, true});
             return;
         case EnMeaning::Pushes:
             break;

@@ -45,6 +45,8 @@ enum class EnAdTest {
     Closed,
     Cleared,
     Withdrawn,
+    // What leaves all as it is.
+    Push,
 };
 
 struct AdStep {
@@ -104,6 +106,7 @@ enum class EnMeaning {
     Ends,
     Clears,
     Pushes,
+    Misses,  // a push
     Reason,  // of a clearing that follows
 };
 

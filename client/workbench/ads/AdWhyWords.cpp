@@ -72,6 +72,8 @@ QString Name(const AdRefusal& refusal) {
             return Tr(texts::kAdWhyClosed).arg(refusal.said.values[0]);
         case EnAdTest::Withdrawn:
             return Tr(texts::kAdWhyWithdrawn).arg(refusal.said.values[2]);
+        case EnAdTest::Push:
+            return Tr(texts::kAdWhyPushBad).arg(refusal.said.values[0]);
         case EnAdTest::Cleared:
             if (refusal.said.line == ad_lines::EnLine::LoggedOut) {
                 return Tr(texts::kAdWhyLogout);

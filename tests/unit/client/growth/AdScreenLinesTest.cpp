@@ -173,3 +173,24 @@ TEST_F(AdScreenLinesTest, PushesAndWhatClearsAreRead) {
                                     ReadAs(EnLine::PushNew, {"2", "42", "8"}),
                                     ReadAs(EnLine::PushCheck, {"2", "42", "", "9"})));
 }
+
+TEST_F(AdScreenLinesTest, PushesThatAreNotTakenAreRead) {
+    environment.SetRelease(false);
+    CZRAdManager manager;
+    manager.Init();
+    const CSProtoData foreign{};
+    const auto refused = ReadAs(EnLine::PushBad, {"receive cmd error, error = 0, cmd = 0"});
+
+    manager.OnAdPushCallback(0, kCSProtoOk, foreign, nullptr);
+    manager.OnAdCheckPushCallback(0, kCSProtoOk, foreign, nullptr);
+    EXPECT_THAT(Read(), ElementsAre(refused, refused));
+    channel.Push(20145, std::string("\xFF"));
+    channel.Push(20171, std::string("\xFF"));
+    channel.Push(20170, std::string("\xFF"));
+    EXPECT_THAT(Read(), ElementsAre(ReadAs(EnLine::PushBad, {"receive cmd 20145, adPush parse failed"}),
+                                    ReadAs(EnLine::PushBad, {"receive 20171, adPush parse failed"}),
+                                    ReadAs(EnLine::PushBad, {"receive cmd 20170, adCheckPush parse failed"})));
+    environment.SetRelease(true);
+    manager.OnAdCheckPushCallback(0, kCSProtoOk, foreign, nullptr);
+    EXPECT_THAT(Read(), ElementsAre(ReadAs(EnLine::PushBad, {"receive cmd 0, release donot handle"})));
+}

@@ -245,6 +245,15 @@ TEST_F(AdWhyStatesTest, APushHasTheSlotAskAtTheMomentThatIsTold) {
     EXPECT_EQ(Moment().atMs, 240'000);
 }
 
+TEST_F(AdWhyStatesTest, APushThatIsNotTakenLeavesWhatRefusedBefore) {
+    mainFrame.SetFocusIn(false);
+    Connect(Card());
+    channel.Push(20171, std::string("\xFF"));
+
+    EXPECT_EQ(Last(), "a push was not taken: receive 20171, adPush parse failed");
+    EXPECT_EQ(Before(), "refused (moment): focus");
+}
+
 TEST_F(AdWhyStatesTest, ADelayIsCountedAsTheModuleCountsIt) {
     Connect(Card());
     PushNew(4'294'968);  // 704 milliseconds beyond what 32 bits hold
