@@ -22,6 +22,9 @@ inline bool operator==(const AdSlot& left, const AdSlot& right) {
     return std::tie(left.type, left.position) == std::tie(right.type, right.position);
 }
 
+/// The one popup that the client shows.
+constexpr AdSlot kBottomPopup{2, 42};
+
 /// An ad as the server sent it.
 struct AdOffer {
     QString id;
