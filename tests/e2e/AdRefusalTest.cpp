@@ -6,7 +6,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
-#include <QTableWidget>
+#include <QTreeWidget>
 
 #include "AdClientFixture.h"
 #include "AdPanelWindow.h"
@@ -106,16 +106,22 @@ protected:
     void PassAMinute() { MoveClock("ClockPlusMinute", 60'000); }
     void PassAnHour() { MoveClock("ClockPlusHour", kHourMs); }
 
-    /// The refusal as a person sees it, for the picture: the popup's place is bare.
-    void ExpectRefused(const char* picture) {
+    /// The refusal as a person sees it: the popup's place is bare, and the workbench says why.
+    void ExpectRefused(const char* why, const char* picture) {
         EXPECT_FALSE(IsCardSeen());
-        // the workbench tells of it as well
-        EXPECT_TRUE(WaitInRealTime([this] { return Child<QTableWidget>("AdTable")->rowCount() > 0; }));
+        EXPECT_TRUE(WaitInRealTime([=] { return WorkbenchSays(why); })) << why;
         Picture(picture);
+    }
+
+    bool WorkbenchSays(const char* words) {
+        return !Child<QTreeWidget>("AdDetail")
+                    ->findItems(QString::fromLatin1(words), Qt::MatchContains | Qt::MatchRecursive, 1)
+                    .isEmpty();
     }
 
     void ExpectShown(const char* picture) {
         ASSERT_TRUE(WaitInRealTime([this] { return IsCardSeen() && ColoursAt(*Card()) > 200; }));
+        EXPECT_TRUE(WaitInRealTime([this] { return WorkbenchSays("shown since"); }));
         Picture(picture);
     }
 
@@ -127,7 +133,7 @@ protected:
 
 TEST_F(AdRefusalTest, ATabThatIsNotAmongItsAreas) {
     ASSERT_NO_FATAL_FAILURE(StartAndSeeNothing());
-    ExpectRefused("refused-tab");
+    ExpectRefused("refused (moment): current tab", "refused-tab");
 
     Override("AdTab", kQuotes);
 
@@ -156,7 +162,7 @@ TEST_F(AdRefusalTest, ASlotThatIsRefused) {
 
     EXPECT_TRUE(WaitForLine("Popup isnot allowed to show by uniform resource slot, adType = 2, adPosition = 42"));
     EXPECT_EQ(Overridden(), "Overridden for now: slot 2 refused");
-    ExpectRefused("refused-slot");
+    ExpectRefused("refused (moment): shared slot", "refused-slot");
     EXPECT_TRUE(WaitInRealTime([this] { return Reported("FilterAdDisplay") == 1; }));
     Override("AdSlotPermission", 0);
     Override("AdTab", kMarket);
@@ -172,7 +178,7 @@ TEST_F(AdRefusalTest, AFocusThatIsNotThere) {
 
     EXPECT_TRUE(WaitForLine("Main frame isnot focus in, adType = 2, adPosition = 42, adId = 701"));
     EXPECT_EQ(Overridden(), "Overridden for now: focus never");
-    ExpectRefused("refused-focus");
+    ExpectRefused("refused (moment): focus", "refused-focus");
     Override("AdFocus", 0);
     Override("AdTab", kMarket);
     ExpectShown("shown-with-focus");
@@ -203,7 +209,7 @@ TEST_F(AdRefusalTest, AnIntervalThatIsNotOver) {
     EXPECT_TRUE(WaitForLine("CurrentTime donot exceed showInterval."));
     EXPECT_EQ(Said("showInterval = 3600, adType = 2, adPosition = 42, adId = 701"), 1);
     EXPECT_EQ(Overridden(), "Overridden for now: interval 3600 s instead of 0 s");
-    ExpectRefused("refused-interval");
+    ExpectRefused("refused (moment): interval since the last showing", "refused-interval");
 
     PassAnHour();
     Override("AdTab", kMarket);
@@ -236,7 +242,7 @@ TEST_F(AdRefusalTest, AnAdThatIsTakenOffline) {
     EXPECT_TRUE(WaitForLine("Closed ad by push offline. adType = 2, adPosition = 42, adId = 701"));
     EXPECT_TRUE(WaitInRealTime([this] { return Reported("ReportAdvertisementExposureResult") == 1; }));
     EXPECT_TRUE(WaitInRealTime([this] { return !IsCardSeen(); }));
-    ExpectRefused("refused-offline");
+    ExpectRefused("closed by push offline", "refused-offline");
     Override("AdTab", kMarket);
     EXPECT_TRUE(WaitForLine("adModelList is null, m_adType = 2, adPosition = 42"));
 }
@@ -248,7 +254,7 @@ TEST_F(AdRefusalTest, APictureThatFails) {
     Push(kPushCheck, "702");
 
     EXPECT_TRUE(WaitForLine("OnImageLoadFailed, adType = 2"));
-    ExpectRefused("refused-picture");
+    ExpectRefused("refused (picture): picture loaded", "refused-picture");
     EXPECT_EQ(server->HttpTo("/pictures/no-such-picture.png").size(), 3u);
     ASSERT_TRUE(WaitInRealTime([this] { return Reported("AdvertisementImageResourceDownloadResult") == 1; }));
     EXPECT_EQ(server->ReportsOf("AdvertisementImageResourceDownloadResult")[0]["result_code"], "-1");
@@ -266,7 +272,7 @@ TEST_F(AdRefusalTest, AStartThatHasNotCome) {
 
     EXPECT_TRUE(WaitForLine("CurrentTime < startTime"));
     EXPECT_EQ(Said("adType = 2, adPosition = 42, remove adId = 703"), 1);
-    ExpectRefused("refused-start");
+    ExpectRefused("refused (list): an ad that is due", "refused-start");
     PassAnHour();
     Push(kPushCheck, "703");
     ExpectShown("shown-after-its-start");

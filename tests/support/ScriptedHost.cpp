@@ -6,6 +6,10 @@
 #include "framework/Ports.h"
 
 CScriptedHost::CScriptedHost() : poster(time), bus(poster.Unrecorded()), channel(poster.Unrecorded()) {
+    host::Install(Ports());
+}
+
+host::Ports CScriptedHost::Ports() {
     host::Ports ports;
     ports.log = &log;
     ports.poster = &poster;
@@ -24,7 +28,7 @@ CScriptedHost::CScriptedHost() : poster(time), bus(poster.Unrecorded()), channel
     ports.domains = &domains;
     ports.pictures = &pictures;
     ports.slots = &slots;
-    host::Install(ports);
+    return ports;
 }
 
 CScriptedHost::~CScriptedHost() {

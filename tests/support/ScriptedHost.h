@@ -13,6 +13,10 @@
 #include "support/ScriptedUrls.h"
 #include "support/VirtualTime.h"
 
+namespace host {
+struct Ports;
+}
+
 /// The scripted services, joined to the contract from construction to destruction. At its end each effect
 /// that the test did not look at is a failure of its own.
 class CScriptedHost {
@@ -21,6 +25,9 @@ public:
     ~CScriptedHost();
     CScriptedHost(const CScriptedHost&) = delete;
     CScriptedHost& operator=(const CScriptedHost&) = delete;
+
+    /// All of them, for a test that puts something of its own before one.
+    host::Ports Ports();
 
     CVirtualTime time;
     CScriptedLog log;

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "framework/Ports.h"
 #include "support/ScriptedHost.h"
 
 /// The fixture of nearly every test: a fresh set of scripted services for each case.
@@ -11,6 +12,8 @@ private:
     CScriptedHost m_host;
 
 protected:
+    host::Ports ScriptedPorts() { return m_host.Ports(); }
+
     CVirtualTime& time = m_host.time;
     CScriptedLog& log = m_host.log;
     CScriptedPoster& poster = m_host.poster;

@@ -179,7 +179,8 @@ void CAdBoard::TakeLine(const LogEntry& entry) {
         return;
     }
     const qint64 time = entry.time.toMSecsSinceEpoch();
-    if (TakeRequestLine(*said, time) || TakeListLine(*said, time) || TakeScreenLine(*said, time)) {
+    const bool isFact = TakeRequestLine(*said, time) || TakeListLine(*said, time) || TakeScreenLine(*said, time);
+    if (TakeWhyLine(*said, time) || isFact) {
         Q_EMIT Changed();
     }
 }
@@ -258,6 +259,9 @@ bool CAdBoard::TakeListLine(const ad_lines::Said& said, qint64 timeMs) {
             return true;
         case EnLine::Cleared: {
             AdSlotState& slot = Of(SlotAt(said, 0));
+            if (IsSpared(slot)) {
+                return true;
+            }
             if (AdRequest* request = Known(slot.standing)) {
                 request->isCleared = true;
             }

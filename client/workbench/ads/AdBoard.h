@@ -58,6 +58,12 @@ private:
     void OnPicture(const ReportSeen& report);
     bool TakeRequestLine(const ad_lines::Said& said, qint64 timeMs);
     bool TakeListLine(const ad_lines::Said& said, qint64 timeMs);
+    bool TakeWhyLine(const ad_lines::Said& said, qint64 timeMs);
+    void TakePush(const ad_lines::Said& said, qint64 timeMs);
+    void Withdraw(const ad_lines::Said& said, qint64 timeMs);
+    void TakeListRefusal(const ad_lines::Said& said, const AdSlot& slot, qint64 timeMs);
+    bool IsSpared(AdSlotState& slot) const;
+    QString FirstKept(const QString& requestId) const;
     bool TakeScreenLine(const ad_lines::Said& said, qint64 timeMs);
     void OnDropped(const ad_lines::Said& said, EnAdFate why);
     void OnVerdict(const AdSlot& slot, EnAdVerdict verdict, const AdSlot& answerSlot, qint64 timeMs);

@@ -35,6 +35,18 @@ std::optional<qint64> NumberOf(const Json::Value& json) {
     return json.isInt64() ? std::make_optional<qint64>(json.asInt64()) : std::nullopt;
 }
 
+std::vector<int> IntsOf(const Json::Value& json) {
+    std::vector<int> numbers;
+    if (json.isArray()) {
+        for (const Json::Value& item : json) {
+            if (item.isInt()) {
+                numbers.push_back(item.asInt());
+            }
+        }
+    }
+    return numbers;
+}
+
 std::optional<AdSlot> SlotOf(const Json::Value& json) {
     const Json::Value& type = Member(json, "ad_type");
     const Json::Value& position = Member(json, "ad_position");
@@ -68,7 +80,8 @@ Answer ReadAnswer(const std::string& body) {
     if (ads.isArray()) {
         for (const Json::Value& ad : ads) {
             answer.offers->push_back({TextOf(Member(ad, "ad_id")), NumberOf(Member(ad, "start_time")),
-                                      NumberOf(Member(ad, "end_time")), NumberOf(Member(ad, "expire_time"))});
+                                      NumberOf(Member(ad, "end_time")), NumberOf(Member(ad, "expire_time")),
+                                      IntsOf(Member(Member(ad, "popup_ad"), "show_areas"))});
         }
     }
     return answer;

@@ -29,6 +29,9 @@ EnAdFate FateOfAll(const AdRequest& request) {
     if (request.slot.type != kTypePopup && request.slot.type != kTypeBanner) {
         return EnAdFate::Unshowable;
     }
+    if (request.verdict == EnAdVerdict::Unfit) {
+        return EnAdFate::Unfit;
+    }
     return request.isCleared ? EnAdFate::Cleared : EnAdFate::Kept;
 }
 
@@ -61,7 +64,7 @@ std::vector<AdFate> AdRequest::Fates() const {
         }
     } else {
         for (const QString& ad : decoded) {
-            fates.push_back({{ad, {}, {}, {}}, FateOfAll(*this), 0, 0, {}, {}});
+            fates.push_back({{ad, {}, {}, {}, {}}, FateOfAll(*this), 0, 0, {}, {}});
         }
     }
     const auto isThere = [](const AdFate& fate) {

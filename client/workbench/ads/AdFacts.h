@@ -6,6 +6,8 @@
 #include <tuple>
 #include <vector>
 
+#include "workbench/ads/AdRefusals.h"
+
 /// What is known of ads. Times in milliseconds are of the local clock and 0 where nothing was seen; times in
 /// seconds are the server's.
 
@@ -22,13 +24,14 @@ inline bool operator==(const AdSlot& left, const AdSlot& right) {
     return std::tie(left.type, left.position) == std::tie(right.type, right.position);
 }
 
-/// The one popup that the client shows.
+/// The bottom popup's, the one popup that the client shows: lines without a slot are about it.
 constexpr AdSlot kBottomPopup{2, 42};
 
 /// An ad as the server sent it.
 struct AdOffer {
     QString id;
     std::optional<qint64> startS, endS, expireS;
+    std::vector<int> areas;  // of the main window, where a popup may appear
 };
 
 /// What became of an ad, or would have.
@@ -46,6 +49,7 @@ enum class EnAdFate {
     Refused,     // with the whole answer, whose code is another than 0
     Unshowable,  // of a type that this client does not show
     Superseded,  // with the whole answer, which came after the next request
+    Unfit,       // with the whole list, which lacks something
 };
 
 struct AdFate {
@@ -70,7 +74,7 @@ enum class EnAdOutcome {
 };
 
 /// What a controller said of a whole list.
-enum class EnAdVerdict { None, ForeignType, ForeignPosition, Empty, NoneValid };
+enum class EnAdVerdict { None, ForeignType, ForeignPosition, Empty, NoneValid, Unfit };
 
 /// A request for ads and its answer.
 struct AdRequest {
@@ -151,4 +155,5 @@ struct AdSlotState {
     std::optional<AdClick> click;
     std::optional<AdClick> closeButton;
     std::optional<AdClosing> closing;
+    AdWhy why;
 };

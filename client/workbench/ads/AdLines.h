@@ -34,6 +34,42 @@ enum class EnLine {
     ExposeRefused,    // path, code, type, position, ad ids, expose id
     ExposeTaken,      // path, type, position, ad ids, expose id
     ClickLost,        // request id, action, ad id
+    NoList,           // type, position
+    NoPopup,          // type, position
+    NoAdId,           // type, position
+    NoAreas,          // type, position, ad id
+    ListGood,         // type, position, ad id
+    Try,              // type, position
+    NoListNow,        // type, position
+    OtherTab,         // area, key of the tab, type, position, ad id
+    WithinInterval,   // server seconds now, of the last showing, the interval, type, position, ad id, key
+    SlotTaken,        // type, position, ad id
+    NoFocus,          // type, position, ad id
+    ShowNoList,       // type, position
+    ShowStart,        // type, position
+    ShowElsewhere,    // type, position, position of the list
+    ShowNoData,       // type, position
+    CardNoPopup,      // type, position, ad id
+    CardNoPicture,    // type, position, ad id
+    CardNoInterface,  // type, position, ad id
+    CardNoFrame,      // type, position, ad id
+    CardMade,         // type, position, ad id, push id, whether it can be closed, seconds
+    CardGone,         // type, position, ad id of what is on screen
+    PictureFailed,    // type, URL, tries, milliseconds
+    PictureOfNone,    // type, position
+    NoView,           // type, position, ad id
+    Shown,            // type, position, ad id, push id
+    BannerNoLayout,   // type, position
+    BannerNoCaller,   // type, position
+    BannerNoList,     // type, position
+    BannerNoAds,      // type, position
+    BannerUnknown,    // type, position, banner type
+    BannerMade,       // type, position
+    PushNew,          // type, position, delay in seconds
+    PushChanged,      // type, position, withdrawn ad ids, delay in seconds
+    PushCheck,        // type, position, ad ids, delay in seconds
+    LoggedOut,        //
+    OtherLanguage,    //
 };
 
 struct Line {

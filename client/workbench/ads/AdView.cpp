@@ -18,7 +18,7 @@
 #include "Theme.h"
 #include "core/time_date.h"
 #include "workbench/ads/AdBoard.h"
-#include "workbench/ads/AdWords.h"
+#include "workbench/ads/AdWhyWords.h"
 
 namespace {
 
@@ -29,12 +29,12 @@ constexpr int kRowsInSight = 4;  // at the least
 constexpr int kFieldWidth = 150;
 
 enum EnColumn { kColumnSlot, kColumnAsked, kColumnNext, kColumnAnswer, kColumnKept, kColumnEvent, kColumnCount };
-// The last has what the rest leaves over.
-constexpr int kColumnWidths[kColumnCount] = {100, 74, 76, 142, 66, 100};
+// The answer and the event share what the rest leaves over.
+constexpr int kColumnWidths[kColumnCount] = {100, 74, 76, 0, 66, 0};
 constexpr texts::EnText kTitles[kColumnCount] = {texts::kAdSlot,       texts::kAdAsked, texts::kAdNext,
                                                  texts::kAdLastAnswer, texts::kAdKept,  texts::kAdLastEvent};
 
-void AddLine(QTreeWidgetItem* parent, const FieldNode& line, std::optional<bool> good) {
+QTreeWidgetItem* AddLine(QTreeWidgetItem* parent, const FieldNode& line, std::optional<bool> good) {
     auto* item = new QTreeWidgetItem(parent, {line.name, line.value});
     item->setToolTip(0, line.name);
     item->setToolTip(1, line.value);
@@ -44,6 +44,7 @@ void AddLine(QTreeWidgetItem* parent, const FieldNode& line, std::optional<bool>
     for (const FieldNode& child : line.children) {
         AddLine(item, child, std::nullopt);
     }
+    return item;
 }
 
 }  // namespace
@@ -118,9 +119,12 @@ void CAdView::SetUpTable() {
     m_pTable->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     m_pTable->verticalHeader()->setDefaultSectionSize(kRowHeight);
     m_pTable->horizontalHeader()->setHighlightSections(false);
-    m_pTable->horizontalHeader()->setStretchLastSection(true);
     for (int column = 0; column < kColumnCount; ++column) {
-        m_pTable->setColumnWidth(column, kColumnWidths[column]);
+        if (kColumnWidths[column] == 0) {
+            m_pTable->horizontalHeader()->setSectionResizeMode(column, QHeaderView::Stretch);
+        } else {
+            m_pTable->setColumnWidth(column, kColumnWidths[column]);
+        }
     }
     connect(m_pTable, &QTableWidget::itemSelectionChanged, this, &CAdView::ShowDetail);
 }
@@ -179,24 +183,40 @@ void CAdView::ShowRow(int row, const AdSlotState& slot) {
 void CAdView::ShowDetail() {
     const int scrolled = m_pDetail->verticalScrollBar()->value();
     m_pDetail->clear();
-    const int row = m_pTable->currentRow();
-    const AdSlotState* slot = row >= 0 && row < int(m_slots.size()) ? m_board.Find(m_slots[size_t(row)]) : nullptr;
+    m_pTicking = nullptr;
+    const AdSlotState* slot = Chosen();
     if (!slot) {
         return;
     }
-    for (const ad_words::Group& group : ad_words::Groups(m_board, *slot)) {
+    std::vector<ad_words::Group> groups = ad_words::Groups(m_board, *slot);
+    groups.insert(groups.begin(), ad_why_words::Why(m_board, *slot, core::time_date::GetSvrTimeMillis()));
+    for (const ad_words::Group& group : groups) {
         auto* title = new QTreeWidgetItem(m_pDetail, {group.title});
         title->setFirstColumnSpanned(true);
         for (size_t line = 0; line < group.lines.size(); ++line) {
-            AddLine(title, group.lines[line], group.good[line]);
+            QTreeWidgetItem* item = AddLine(title, group.lines[line], group.good[line]);
+            if (group.ticking == line) {
+                m_pTicking = item;
+            }
         }
     }
     m_pDetail->expandAll();
     m_pDetail->verticalScrollBar()->setValue(scrolled);
 }
 
-// The table alone: the detail would lose what is marked and where it is scrolled to.
+const AdSlotState* CAdView::Chosen() const {
+    const int row = m_pTable->currentRow();
+    return row >= 0 && row < int(m_slots.size()) ? m_board.Find(m_slots[size_t(row)]) : nullptr;
+}
+
+// Only what counts: a detail that is made anew loses what is marked and where it is scrolled to.
 void CAdView::ShowCountdown() {
+    const AdSlotState* chosen = Chosen();
+    if (chosen && m_pTicking) {
+        const QString time = ad_why_words::Time(m_board, *chosen, core::time_date::GetSvrTimeMillis());
+        m_pTicking->setText(1, time);
+        m_pTicking->setToolTip(1, time);
+    }
     for (int row = 0; row < int(m_slots.size()); ++row) {
         if (const AdSlotState* slot = m_board.Find(m_slots[size_t(row)])) {
             SetCell(row, kColumnNext, ad_words::Next(*slot, core::time_date::GetSvrTimeMillis()));

@@ -9,6 +9,7 @@ class CAdBoard;
 class QLabel;
 class QTableWidget;
 class QTreeWidget;
+class QTreeWidgetItem;
 
 /// The board of ad slots, live: a row for each slot, and all that is known of the one that is chosen. Time counts
 /// down on the server's clock. `board` must outlive it.
@@ -22,6 +23,7 @@ private:
     void Show();
     void ShowRow(int row, const AdSlotState& slot);
     void ShowDetail();
+    const AdSlotState* Chosen() const;
     void ShowCountdown();
     void SetCell(int row, int column, const QString& text);
 
@@ -32,4 +34,5 @@ private:
     QLabel* m_pNothing;
     QTableWidget* m_pTable;
     QTreeWidget* m_pDetail;
+    QTreeWidgetItem* m_pTicking = nullptr;  // of the detail
 };

@@ -16,14 +16,6 @@ constexpr int kTypePopup = 2;
 constexpr int kTypeBanner = 3;
 constexpr qint64 kSecondMs = 1'000;
 
-QString Clock(qint64 timeMs) {
-    return QDateTime::fromMSecsSinceEpoch(timeMs).toString(QStringLiteral("HH:mm:ss"));
-}
-
-QString ServerTime(qint64 seconds) {
-    return QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC).toString(QStringLiteral("yyyy-MM-dd HH:mm:ss 'UTC'"));
-}
-
 QString Milliseconds(qint64 duration) {
     return duration < 0 ? QString() : Tr(texts::kAdMilliseconds).arg(duration);
 }
@@ -56,6 +48,8 @@ QString Verdict(const AdRequest& request) {
             return Tr(texts::kAdVerdictEmpty);
         case EnAdVerdict::NoneValid:
             return Tr(texts::kAdVerdictNone);
+        case EnAdVerdict::Unfit:
+            return Tr(texts::kAdVerdictUnfit);
         case EnAdVerdict::None:
             break;
     }
@@ -195,6 +189,18 @@ Group ScreenGroup(const AdSlotState& slot) {
 
 }  // namespace
 
+QString Clock(qint64 timeMs) {
+    return QDateTime::fromMSecsSinceEpoch(timeMs).toString(QStringLiteral("HH:mm:ss"));
+}
+
+QString ServerTime(qint64 seconds) {
+    return QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC).toString(QStringLiteral("yyyy-MM-dd HH:mm:ss 'UTC'"));
+}
+
+QString Until(qint64 leftMs) {
+    return leftMs <= 0 ? Tr(texts::kAdNow) : Tr(texts::kAdInSeconds).arg((leftMs + kSecondMs - 1) / kSecondMs);
+}
+
 QString Slot(const AdSlot& slot) {
     switch (slot.type) {
         case kTypePopup:
@@ -207,8 +213,7 @@ QString Slot(const AdSlot& slot) {
 }
 
 QString Next(const AdSlotState& slot, qint64 serverNowMs) {
-    const qint64 left = CAdBoard::NextAllowedMs(slot) - serverNowMs;
-    return left <= 0 ? Tr(texts::kAdNow) : Tr(texts::kAdInSeconds).arg((left + kSecondMs - 1) / kSecondMs);
+    return Until(CAdBoard::NextAllowedMs(slot) - serverNowMs);
 }
 
 QString Outcome(const AdRequest* request) {
@@ -274,6 +279,8 @@ QString Fate(const AdFate& fate) {
             return Tr(texts::kAdFateRefused);
         case EnAdFate::Unshowable:
             return Tr(texts::kAdFateUnshowable);
+        case EnAdFate::Unfit:
+            return Tr(texts::kAdFateUnfit);
         case EnAdFate::Superseded:
             break;
     }

@@ -7,6 +7,10 @@
 /// windows are the server's, in UTC.
 namespace ad_words {
 
+QString Clock(qint64 localMs);
+QString ServerTime(qint64 seconds);
+/// "in 5 s"; "now" where nothing is left.
+QString Until(qint64 leftMs);
 QString Slot(const AdSlot& slot);
 /// When the next request is let out, counted from the server's time.
 QString Next(const AdSlotState& slot, qint64 serverNowMs);
@@ -22,7 +26,8 @@ QString LastEvent(const AdSlotState& slot);
 struct Group {
     QString title;
     std::vector<FieldNode> lines;
-    std::vector<std::optional<bool>> good;  // beside the lines; nothing where it is neither
+    std::vector<std::optional<bool>> good;         // beside the lines; nothing where it is neither
+    std::optional<size_t> ticking = std::nullopt;  // the line that changes with the time alone
 };
 
 std::vector<Group> Groups(const CAdBoard& board, const AdSlotState& slot);

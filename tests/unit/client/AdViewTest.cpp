@@ -1,6 +1,7 @@
 #include "workbench/ads/AdView.h"
 
 #include <QLabel>
+#include <QScrollBar>
 #include <QTableWidget>
 #include <QTreeWidget>
 
@@ -8,7 +9,7 @@
 #include "ClientTexts.h"
 #include "support/ScriptedHostTest.h"
 #include "workbench/ads/AdBoard.h"
-#include "workbench/ads/AdWords.h"
+#include "workbench/ads/AdWhyWords.h"
 
 using namespace ::testing;
 
@@ -91,6 +92,25 @@ protected:
         return items.isEmpty() ? nullptr : items.first();
     }
 
+    /// A list that waits for another tab, or for the end of an interval.
+    void Refuse(const std::string& id, const std::string& refusal) {
+        Exchange(id);
+        Line("Ad popup data is OK, adType = 2, adPosition = 42, adId = b");
+        Line(refusal);
+        Show();
+    }
+
+    /// Of the first group, by name.
+    std::string Why(const char* name) const {
+        const QTreeWidgetItem* group = detail->topLevelItem(0);
+        for (int line = 0; group && line < group->childCount(); ++line) {
+            if (group->child(line)->text(0) == QString::fromUtf8(name)) {
+                return group->child(line)->text(1).toStdString();
+            }
+        }
+        return "not there";
+    }
+
     CAdBoard board{[](qint64 localMs) { return localMs; }};
     CAdView view{board};
     QTableWidget* table = view.findChild<QTableWidget*>(QStringLiteral("AdTable"));
@@ -153,7 +173,9 @@ TEST_F(AdViewTest, TrafficAndLinesMayComeOneAfterTheOther) {
     Exchange("r2");
     const auto tell = [](const CAdBoard& one) {
         std::vector<std::string> told;
-        for (const ad_words::Group& group : ad_words::Groups(one, *one.Find({2, 42}))) {
+        std::vector<ad_words::Group> groups = ad_words::Groups(one, *one.Find({2, 42}));
+        groups.push_back(ad_why_words::Why(one, *one.Find({2, 42}), kStart));
+        for (const ad_words::Group& group : groups) {
             for (const FieldNode& line : group.lines) {
                 told.push_back((line.name + QLatin1Char('=') + line.value).toStdString());
             }
@@ -207,6 +229,55 @@ TEST_F(AdViewTest, OldRequestsGiveWayAndTheLastOfEachSlotStays) {
     EXPECT_NE(board.Request(QStringLiteral("banner")), nullptr);
 }
 
+TEST_F(AdViewTest, WhyItIsNotShownIsToldFirst) {
+    Refuse("r1",
+           "ShowAreas donot contain currentTab, currentTab = 502, tabFrameKey = 20003, adType = 2, adPosition = 42, "
+           "adId = b");
+
+    EXPECT_EQ(detail->topLevelItem(0)->text(0), QStringLiteral("Why is it not shown?"));
+    EXPECT_TRUE(detail->topLevelItem(0)->isExpanded());
+    EXPECT_EQ(Why("Now"), "not shown");
+    EXPECT_EQ(Why("Last"), "refused (moment): current tab · 22:13:20");
+    EXPECT_EQ(Why("Found"), "Research (area 502), key 20003");
+    EXPECT_EQ(Why("Needed"), "");  // its answer names no area
+    EXPECT_EQ(Why("Time alone"), "changes nothing");
+}
+
+TEST_F(AdViewTest, WhatTheAnswerSaidIsNotGuessedWhereItIsNotKnown) {
+    Ask("adType = 2, adPosition = 42", "r1");
+    Line("Request ad succeed, path = /ad/search, " + kPopupEnd + "r1");
+    Line("ShowAreas donot contain currentTab, currentTab = 0, tabFrameKey = 7, adType = 2, adPosition = 42, adId = b");
+    Show();
+
+    EXPECT_EQ(Why("Found"), "no tab (area 0), key 7");
+    EXPECT_EQ(Why("Needed"), "not known: its answer was not seen whole");
+}
+
+TEST_F(AdViewTest, TheMomentIsCountedDownWhereItStands) {
+    Refuse("r1",
+           "CurrentTime donot exceed showInterval. currentTime = 1700000000, lastShowTime = 1699999990, "
+           "showInterval = 12, adType = 2, adPosition = 42, adId = other, key = k");
+    const QTreeWidgetItem* group = detail->topLevelItem(0);
+    EXPECT_EQ(Why("Time alone"), "lets it through from 2023-11-14 22:13:23 UTC, in 3 s");
+
+    time.Advance(std::chrono::milliseconds(1'900));
+    EXPECT_EQ(Why("Time alone"), "lets it through from 2023-11-14 22:13:23 UTC, in 1 s");
+    time.Advance(std::chrono::seconds(1));
+    EXPECT_EQ(Why("Time alone"), "lets it through from 2023-11-14 22:13:23 UTC, now");
+    EXPECT_EQ(detail->topLevelItem(0), group);
+}
+
+TEST_F(AdViewTest, TheTableFitsIntoItsWidth) {
+    Exchange("r1");
+    Show();
+    for (const int width : {420, 560, 900}) {
+        view.resize(width, 600);
+        time.Settle();
+        EXPECT_EQ(table->horizontalScrollBar()->maximum(), 0) << width;
+        EXPECT_FALSE(table->horizontalScrollBar()->isVisible()) << width;
+    }
+}
+
 TEST_F(AdViewTest, WordsFollowTheLanguage) {
     Exchange("r1");
     Show();
@@ -214,4 +285,8 @@ TEST_F(AdViewTest, WordsFollowTheLanguage) {
     bus.HostSend(20100);
 
     EXPECT_EQ(table->item(0, 0)->text(), QStringLiteral("Fenster 42"));
+    language.SetText(texts::kAdWhyAsking, QStringLiteral("wartet"));
+    Ask("adType = 2, adPosition = 42", "r2");
+    Show();
+    EXPECT_EQ(Why("Now"), "wartet");
 }

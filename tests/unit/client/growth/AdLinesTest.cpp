@@ -1,5 +1,6 @@
 // What the client reads in the module's log on ads, held against the lines that the module itself writes.
 #include "AdModule.h"
+#include "LinesRead.h"
 
 using namespace ::testing;
 using ad_lines::EnLine;
@@ -8,27 +9,7 @@ namespace {
 
 class AdLinesTest : public AdModuleTest {
 protected:
-    using Lines = std::vector<std::pair<EnLine, std::vector<std::string>>>;
-
-    /// What was read since the last call, each line with its values.
-    Lines Read() {
-        Lines read;
-        for (const LogLine& line : log.Lines()) {
-            if (const auto said = ad_lines::Read(QString::fromStdString(line.text))) {
-                std::vector<std::string> values;
-                for (const QString& value : said->values) {
-                    values.push_back(value.toStdString());
-                }
-                read.emplace_back(said->line, values);
-            }
-        }
-        log.Forget();
-        return read;
-    }
-
-    static auto Line(EnLine line, std::vector<std::string> values = {}) {
-        return Pair(line, ElementsAreArray(std::move(values)));
-    }
+    auto Read() { return ReadLines(log, &ad_lines::Read); }
 
     std::string RequestId() const { return State().lastRequest.toStdString(); }
 
@@ -45,62 +26,62 @@ protected:
 TEST_F(AdLinesTest, RequestsAndTheirLimitAreRead) {
     slot.RequestAd(ZRAdApiTypeSearch, 42, {QStringLiteral("a"), QStringLiteral("b")});
     Search(slot);
-    EXPECT_THAT(Read(), ElementsAre(Line(EnLine::Asked, {"/ad/search", "2", "42", "a,b", RequestId()}),
-                                    Line(EnLine::Limited, {"200", "200", "10", "2", "42"})));
+    EXPECT_THAT(Read(), ElementsAre(ReadAs(EnLine::Asked, {"/ad/search", "2", "42", "a,b", RequestId()}),
+                                    ReadAs(EnLine::Limited, {"200", "200", "10", "2", "42"})));
     Ask();
-    EXPECT_THAT(Read(), ElementsAre(Line(EnLine::Asked, {"/ad/search", "2", "42", "", RequestId()})));
+    EXPECT_THAT(Read(), ElementsAre(ReadAs(EnLine::Asked, {"/ad/search", "2", "42", "", RequestId()})));
 }
 
 TEST_F(AdLinesTest, EachEndOfARequestIsRead) {
     http.RefuseStarts(Failing::Nth(1));
     Ask();
-    EXPECT_THAT(Read(), Contains(Line(EnLine::NoTask, {"/ad/search", "2", "42", RequestId()})));
+    EXPECT_THAT(Read(), Contains(ReadAs(EnLine::NoTask, {"/ad/search", "2", "42", RequestId()})));
     Ask();
     const unsigned long first = http.LastTask();
     const std::string late = RequestId();
     Ask();
     http.Answer(first, "");
-    EXPECT_THAT(Read(), Contains(Line(EnLine::Superseded, {"/ad/search", "2", "42", late, std::to_string(first + 1),
-                                                           std::to_string(first)})));
+    EXPECT_THAT(Read(), Contains(ReadAs(EnLine::Superseded, {"/ad/search", "2", "42", late, std::to_string(first + 1),
+                                                             std::to_string(first)})));
     http.Fail(http.LastTask(), kHttpCut);
-    EXPECT_THAT(Read(), Contains(Line(EnLine::ExchangeFailed, {"/ad/search", "5", "2", "42", RequestId()})));
+    EXPECT_THAT(Read(), Contains(ReadAs(EnLine::ExchangeFailed, {"/ad/search", "5", "2", "42", RequestId()})));
     Ask();
     Answer("x");
-    EXPECT_THAT(Read(), Contains(Line(EnLine::NoJson, {"/ad/search", "2", "42", RequestId()})));
+    EXPECT_THAT(Read(), Contains(ReadAs(EnLine::NoJson, {"/ad/search", "2", "42", RequestId()})));
     Ask();
     Answer("[]");
-    EXPECT_THAT(Read(), AllOf(Contains(Line(EnLine::Undecodable, {"CZRAdResponseModel", "json"})),
-                              Contains(Line(EnLine::NotDecoded, {"/ad/search", "2", "42", RequestId()}))));
+    EXPECT_THAT(Read(), AllOf(Contains(ReadAs(EnLine::Undecodable, {"CZRAdResponseModel", "json"})),
+                              Contains(ReadAs(EnLine::NotDecoded, {"/ad/search", "2", "42", RequestId()}))));
     Ask();
     Json::Value refused = PopupAnswer();
     refused["code"] = -4;
     refused["message"] = "été, adType = 1";
     AnswerJson(refused);
     EXPECT_THAT(Read(),
-                Contains(Line(EnLine::Refused, {"/ad/search", "-4", "été, adType = 1", "2", "42", RequestId()})));
+                Contains(ReadAs(EnLine::Refused, {"/ad/search", "-4", "été, adType = 1", "2", "42", RequestId()})));
     Ask();
     AnswerJson(PopupAnswer());
-    EXPECT_THAT(Read(), Contains(Line(EnLine::Answered, {"/ad/search", "2", "42", RequestId()})));
+    EXPECT_THAT(Read(), Contains(ReadAs(EnLine::Answered, {"/ad/search", "2", "42", RequestId()})));
 }
 
 TEST_F(AdLinesTest, EachReasonToDropAnAdIsRead) {
     Ask();
     AnswerJson(Popups({Popup("e", 999, 999, 999), Popup("o", 1, 2, 999), Popup("x, adType = 7", 1, 999, 3)}));
-    EXPECT_THAT(Read(), AllOf(Contains(Line(EnLine::TooEarly, {"210", "999", "2", "42", "e"})),
-                              Contains(Line(EnLine::Over, {"210", "2", "2", "42", "o"})),
-                              Contains(Line(EnLine::Expired, {"210", "3", "2", "42", "x, adType = 7"})),
-                              Contains(Line(EnLine::NoneValid, {"2", "42"}))));
+    EXPECT_THAT(Read(), AllOf(Contains(ReadAs(EnLine::TooEarly, {"210", "999", "2", "42", "e"})),
+                              Contains(ReadAs(EnLine::Over, {"210", "2", "2", "42", "o"})),
+                              Contains(ReadAs(EnLine::Expired, {"210", "3", "2", "42", "x, adType = 7"})),
+                              Contains(ReadAs(EnLine::NoneValid, {"2", "42"}))));
     Ask();
     AnswerJson(BannerAnswer());
-    EXPECT_THAT(Read(), Contains(Line(EnLine::ForeignType, {"2", "3", "42", "7"})));
+    EXPECT_THAT(Read(), Contains(ReadAs(EnLine::ForeignType, {"2", "3", "42", "7"})));
     Ask();
     Json::Value elsewhere = PopupAnswer();
     elsewhere["data"]["ad_position"] = 43;
     AnswerJson(elsewhere);
-    EXPECT_THAT(Read(), Contains(Line(EnLine::ForeignPosition, {"2", "43", "42"})));
+    EXPECT_THAT(Read(), Contains(ReadAs(EnLine::ForeignPosition, {"2", "43", "42"})));
     Ask();
     AnswerJson(Popups({}));
-    EXPECT_THAT(Read(), Contains(Line(EnLine::EmptyList, {"2", "42"})));
+    EXPECT_THAT(Read(), Contains(ReadAs(EnLine::EmptyList, {"2", "42"})));
 }
 
 TEST_F(AdLinesTest, WhatHappensOnTheScreenIsRead) {
@@ -108,7 +89,7 @@ TEST_F(AdLinesTest, WhatHappensOnTheScreenIsRead) {
     const auto close = [&](ZRAdCloseType type) { slot.CloseAd(type, ad, QStringLiteral("p")); };
     Ask();
     slot.OnCloseButtonClicked(ad);
-    EXPECT_THAT(Read(), Contains(Line(EnLine::ClickLost, {RequestId(), "2", "18088"})));
+    EXPECT_THAT(Read(), Contains(ReadAs(EnLine::ClickLost, {RequestId(), "2", "18088"})));
     AnswerJson(PopupAnswer());
     slot.ReportExposeAdStart(ad);
     Read();
@@ -117,23 +98,23 @@ TEST_F(AdLinesTest, WhatHappensOnTheScreenIsRead) {
     const std::string expose = State().call->exposeId.toStdString();
     EXPECT_FALSE(expose.empty());
     EXPECT_THAT(Read(),
-                AllOf(Contains(Line(EnLine::Closed, {"timeout", "2", "42", "18088"})),
-                      Contains(Line(EnLine::Cleared, {"2", "42", ""})),
-                      Contains(Line(EnLine::ExposeSent, {"/ad/expose", "2", "42", "18088", expose, "0", "p"}))));
+                AllOf(Contains(ReadAs(EnLine::Closed, {"timeout", "2", "42", "18088"})),
+                      Contains(ReadAs(EnLine::Cleared, {"2", "42", ""})),
+                      Contains(ReadAs(EnLine::ExposeSent, {"/ad/expose", "2", "42", "18088", expose, "0", "p"}))));
     AnswerJson(Parsed("{}"));
-    EXPECT_THAT(Read(), ElementsAre(Line(EnLine::ExposeTaken, {"/ad/expose", "2", "42", "18088", expose})));
+    EXPECT_THAT(Read(), ElementsAre(ReadAs(EnLine::ExposeTaken, {"/ad/expose", "2", "42", "18088", expose})));
     close(ZRAdCloseTypeLogout);
     http.Fail(http.LastTask(), kHttpTooLarge);
-    EXPECT_THAT(Read(), Contains(Line(EnLine::ExposeFailed, {"/ad/expose", "4", "2", "42", "18088", ""})));
+    EXPECT_THAT(Read(), Contains(ReadAs(EnLine::ExposeFailed, {"/ad/expose", "4", "2", "42", "18088", ""})));
     close(ZRAdCloseTypePushOffline);
     http.Answer(http.LastTask(), "5", 500);
-    EXPECT_THAT(Read(), Contains(Line(EnLine::ExposeNoJson, {"/ad/expose", "0", "500", "2", "42", "18088", ""})));
+    EXPECT_THAT(Read(), Contains(ReadAs(EnLine::ExposeNoJson, {"/ad/expose", "0", "500", "2", "42", "18088", ""})));
     close(ZRAdCloseTypeLogin);
     AnswerJson(Parsed(R"({"code": 3})"));
-    EXPECT_THAT(Read(), Contains(Line(EnLine::ExposeRefused, {"/ad/expose", "3", "2", "42", "18088", ""})));
+    EXPECT_THAT(Read(), Contains(ReadAs(EnLine::ExposeRefused, {"/ad/expose", "3", "2", "42", "18088", ""})));
     http.RefuseStarts(Failing::Always());
     close(ZRAdCloseTypeTabSwitched);
-    EXPECT_THAT(Read(), Contains(Line(EnLine::ExposeNoTask, {"/ad/expose", "2", "42", "18088", ""})));
+    EXPECT_THAT(Read(), Contains(ReadAs(EnLine::ExposeNoTask, {"/ad/expose", "2", "42", "18088", ""})));
 }
 
 TEST_F(AdLinesTest, NoTwoLinesOfTheTableAreTakenForEachOther) {

@@ -7,7 +7,7 @@
 #include "Ad/Controller/ZRAdController.h"
 #include "Ad/Tools/ZRAdApiClient.h"
 #include "Ad/Tools/ZRAdReporter.h"
-#include "framework/Ports.h"
+#include "LogTee.h"
 #include "observe/Observation.h"
 #include "observe/ObservedHttp.h"
 #include "observe/ObservedReports.h"
@@ -42,14 +42,18 @@ protected:
             seen.timeMs = time.ServerTime();
             board.Take(seen);
         });
-        host::Install(PortsOf(tee, observedHttp, observedReports));
+        host::Ports ports = ScriptedPorts();
+        ports.log = &tee;
+        ports.http = &observedHttp;
+        ports.reports = &observedReports;
+        host::Install(ports);
     }
 
     ~AdModuleTest() override {
         log.Forget();
         http.Forget();
         reports.Forget();
-        host::Install(PortsOf(log, http, reports));
+        host::Install(ScriptedPorts());
     }
 
     /// Lets the slot's next request out.
@@ -122,52 +126,15 @@ protected:
     std::vector<std::string> Fates() const { return Fates(LastAnswer()); }
     std::string Next() const { return ad_words::Next(State(), time.ServerTime()).toStdString(); }
 
-private:
-    /// Writes on, and gives each line to the board.
-    class CTee : public ILog {
-    public:
-        CTee(ILog& log, std::function<void(const LogRecord&)> take) : m_log(log), m_fnTake(std::move(take)) {}
-        void Write(const LogRecord& record) override {
-            m_log.Write(record);
-            m_fnTake(record);
-        }
-        void AssertionFailed(const AssertionRecord& record) override { m_log.AssertionFailed(record); }
-
-    private:
-        ILog& m_log;
-        const std::function<void(const LogRecord&)> m_fnTake;
-    };
-
-    host::Ports PortsOf(ILog& logPort, IHttp& httpPort, IReports& reportPort) {
-        host::Ports ports;
-        ports.log = &logPort;
-        ports.poster = &poster;
-        ports.bus = &bus;
-        ports.channel = &channel;
-        ports.store = &store;
-        ports.commonConfig = &config;
-        ports.account = &account;
-        ports.environment = &environment;
-        ports.language = &language;
-        ports.clock = &time;
-        ports.random = &random;
-        ports.urls = &urls;
-        ports.http = &httpPort;
-        ports.reports = &reportPort;
-        ports.domains = &domains;
-        return ports;
-    }
-
-protected:
     CAdBoard board{[](qint64 localMs) { return localMs; }};
 
 private:
-    CTee tee{log, [this](const LogRecord& record) {
-                 LogEntry entry;
-                 entry.time = QDateTime::fromMSecsSinceEpoch(time.ServerTime());
-                 entry.record = record;
-                 board.TakeLine(entry);
-             }};
+    CLogTee tee{log, [this](const LogRecord& record) {
+                    LogEntry entry;
+                    entry.time = QDateTime::fromMSecsSinceEpoch(time.ServerTime());
+                    entry.record = record;
+                    board.TakeLine(entry);
+                }};
     CObservation observation;
     CObservedHttp observedHttp{http, observation};
     CObservedReports observedReports{reports, observation};

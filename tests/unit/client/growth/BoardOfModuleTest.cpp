@@ -1,8 +1,8 @@
 // The board beside the module itself: both see the same traffic, and the board reads the module's own log.
+#include "LogTee.h"
 #include "Premium/ZRPremiumManager.h"
 #include "PremiumRights.h"
 #include "Vip/Controller/ZRVipManager.h"
-#include "framework/Ports.h"
 #include "observe/Observation.h"
 #include "observe/ObservedBus.h"
 #include "observe/ObservedChannel.h"
@@ -20,28 +20,17 @@ using EnSubject = CRefreshBoard::EnSubject;
 
 class BoardOfModuleTest : public ScriptedHostTest {
 protected:
-    /// Writes on, and gives each line to the board.
-    class CTee : public ILog {
-    public:
-        CTee(ILog& log, std::function<void(const LogRecord&)> take) : m_log(log), m_fnTake(std::move(take)) {}
-        void Write(const LogRecord& record) override {
-            m_log.Write(record);
-            m_fnTake(record);
-        }
-        void AssertionFailed(const AssertionRecord& record) override { m_log.AssertionFailed(record); }
-
-    private:
-        ILog& m_log;
-        const std::function<void(const LogRecord&)> m_fnTake;
-    };
-
     BoardOfModuleTest() {
         // Both clocks are the test's.
         QObject::connect(&observation, &CObservation::Happened, &board, [this](Seen seen) {
             seen.timeMs = time.ServerTime();
             board.Take(seen);
         });
-        host::Install(PortsOf(tee, observedBus, observedChannel));
+        host::Ports ports = ScriptedPorts();
+        ports.log = &tee;
+        ports.bus = &observedBus;
+        ports.channel = &observedChannel;
+        host::Install(ports);
         CZRPremiumManager::Singleton()->Init();
         vip.Init();
     }
@@ -50,24 +39,7 @@ protected:
         log.Forget();
         store.Forget();
         channel.Forget();
-        host::Install(PortsOf(log, bus, channel));
-    }
-
-    host::Ports PortsOf(ILog& logPort, IMessageBus& busPort, IChannel& channelPort) {
-        host::Ports ports;
-        ports.log = &logPort;
-        ports.poster = &poster;
-        ports.bus = &busPort;
-        ports.channel = &channelPort;
-        ports.store = &store;
-        ports.commonConfig = &config;
-        ports.account = &account;
-        ports.environment = &environment;
-        ports.language = &language;
-        ports.clock = &time;
-        ports.random = &random;
-        ports.urls = &urls;
-        return ports;
+        host::Install(ScriptedPorts());
     }
 
     void LogIn() {
@@ -96,12 +68,12 @@ protected:
 
     const std::string good = std::string("\x08\x00", 2);
     CRefreshBoard board;
-    CTee tee{log, [this](const LogRecord& record) {
-                 LogEntry entry;
-                 entry.time = QDateTime::fromMSecsSinceEpoch(time.ServerTime());
-                 entry.record = record;
-                 board.TakeLine(entry);
-             }};
+    CLogTee tee{log, [this](const LogRecord& record) {
+                    LogEntry entry;
+                    entry.time = QDateTime::fromMSecsSinceEpoch(time.ServerTime());
+                    entry.record = record;
+                    board.TakeLine(entry);
+                }};
     CObservation observation;
     CObservedBus observedBus{bus, observation, [](unsigned int) { return 0; }};
     CObservedChannel observedChannel{channel, observation};

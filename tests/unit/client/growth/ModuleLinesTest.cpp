@@ -1,6 +1,7 @@
 // What the client reads in the module's log, held against the lines that the module itself writes.
 #include "workbench/rights/ModuleLines.h"
 
+#include "LinesRead.h"
 #include "Premium/Model/ZRPremiumDataHandler.h"
 #include "Premium/ZRPremiumManager.h"
 #include "Vip/Controller/ZRVipManager.h"
@@ -18,25 +19,7 @@ protected:
         vip.Init();
     }
 
-    /// What was read since the last call, each line with its values.
-    std::vector<std::pair<EnLine, std::vector<std::string>>> Read() {
-        std::vector<std::pair<EnLine, std::vector<std::string>>> read;
-        for (const LogLine& line : log.Lines()) {
-            if (const auto said = module_lines::Read(QString::fromStdString(line.text))) {
-                std::vector<std::string> values;
-                for (const QString& value : said->values) {
-                    values.push_back(value.toStdString());
-                }
-                read.emplace_back(said->line, values);
-            }
-        }
-        log.Forget();
-        return read;
-    }
-
-    static auto Line(EnLine line, std::vector<std::string> values = {}) {
-        return Pair(line, ElementsAreArray(std::move(values)));
-    }
+    auto Read() { return ReadLines(log, &module_lines::Read); }
 
     static std::string Text(unsigned long number) { return std::to_string(number); }
 
@@ -47,11 +30,11 @@ protected:
 }  // namespace
 
 TEST_F(ModuleLinesTest, TheTimersLifeIsRead) {
-    EXPECT_THAT(Read(), ElementsAre(Line(EnLine::TimerReady)));
+    EXPECT_THAT(Read(), ElementsAre(ReadAs(EnLine::TimerReady)));
 
     { const CZRPremiumDataHandler handler(nullptr); }
 
-    EXPECT_THAT(Read(), ElementsAre(Line(EnLine::TimerReady), Line(EnLine::TimerStops)));
+    EXPECT_THAT(Read(), ElementsAre(ReadAs(EnLine::TimerReady), ReadAs(EnLine::TimerStops)));
 }
 
 TEST_F(ModuleLinesTest, EachRequestAndWhatItIsForAreRead) {
@@ -59,17 +42,17 @@ TEST_F(ModuleLinesTest, EachRequestAndWhatItIsForAreRead) {
 
     premium.OnLogin();
     EXPECT_THAT(Read(),
-                ElementsAre(Line(EnLine::ForLogin), Line(EnLine::SentAll, {Text(channel.LastSession()), "false"})));
+                ElementsAre(ReadAs(EnLine::ForLogin), ReadAs(EnLine::SentAll, {Text(channel.LastSession()), "false"})));
     bus.HostSend(20100);
-    EXPECT_THAT(Read(),
-                ElementsAre(Line(EnLine::ForLanguage), Line(EnLine::SentAll, {Text(channel.LastSession()), "true"})));
+    EXPECT_THAT(Read(), ElementsAre(ReadAs(EnLine::ForLanguage),
+                                    ReadAs(EnLine::SentAll, {Text(channel.LastSession()), "true"})));
     premium.GetUiMsgAndPremiumAccessReq(QVector<int>{1, 5, 1000}, false);
-    EXPECT_THAT(Read(), ElementsAre(Line(EnLine::SentList, {"3", Text(channel.LastSession()), "false"})));
+    EXPECT_THAT(Read(), ElementsAre(ReadAs(EnLine::SentList, {"3", Text(channel.LastSession()), "false"})));
     time.Advance(std::chrono::hours(1));
     EXPECT_THAT(Read(),
-                ElementsAre(Line(EnLine::ForHour), Line(EnLine::SentAll, {Text(channel.LastSession()), "true"})));
+                ElementsAre(ReadAs(EnLine::ForHour), ReadAs(EnLine::SentAll, {Text(channel.LastSession()), "true"})));
     vip.OnLogin();
-    EXPECT_THAT(Read(), ElementsAre(Line(EnLine::VipSent)));
+    EXPECT_THAT(Read(), ElementsAre(ReadAs(EnLine::VipSent)));
     channel.Forget();
 }
 
@@ -85,9 +68,9 @@ TEST_F(ModuleLinesTest, EachBadAnswerIsRead) {
     CZRPremiumDataHandler(nullptr).ParsePremiumRsp(77, kCSProtoOk, CSProtoData(), nullptr);
 
     EXPECT_THAT(Read(),
-                AllOf(Contains(Line(EnLine::ChannelError, {Text(failed), "-7"})), Contains(Line(EnLine::BadBytes)),
-                      Contains(Line(EnLine::NoCode)), Contains(Line(EnLine::OtherCode, {"5"})),
-                      Contains(Line(EnLine::UnknownSession, {"77"}))));
+                AllOf(Contains(ReadAs(EnLine::ChannelError, {Text(failed), "-7"})), Contains(ReadAs(EnLine::BadBytes)),
+                      Contains(ReadAs(EnLine::NoCode)), Contains(ReadAs(EnLine::OtherCode, {"5"})),
+                      Contains(ReadAs(EnLine::UnknownSession, {"77"}))));
     channel.Forget();
 }
 
@@ -101,20 +84,20 @@ TEST_F(ModuleLinesTest, EachBadAnswerAboutTheVipStatusIsRead) {
     vip.OnLogin();
     channel.Reply(channel.LastSession(), 20831, std::string("\xFF"));
 
-    EXPECT_THAT(Read(), ElementsAre(Line(EnLine::VipSent), Line(EnLine::VipRefused, {"-7", "20831"}),
-                                    Line(EnLine::VipSent), Line(EnLine::VipRefused, {"0", "20832"}),
-                                    Line(EnLine::VipSent), Line(EnLine::VipBadBytes)));
+    EXPECT_THAT(Read(), ElementsAre(ReadAs(EnLine::VipSent), ReadAs(EnLine::VipRefused, {"-7", "20831"}),
+                                    ReadAs(EnLine::VipSent), ReadAs(EnLine::VipRefused, {"0", "20832"}),
+                                    ReadAs(EnLine::VipSent), ReadAs(EnLine::VipBadBytes)));
 }
 
 TEST_F(ModuleLinesTest, PushesAndTheirDelaysAreRead) {
     Read();
 
     channel.Push(20837, std::string("\x08\x05\x10\x00\x18\x01\x18\x02", 8));
-    EXPECT_THAT(Read(), ElementsAre(Line(EnLine::PushTaken, {"false", "2", "5000"})));
+    EXPECT_THAT(Read(), ElementsAre(ReadAs(EnLine::PushTaken, {"false", "2", "5000"})));
     channel.Push(20837, std::string("\x08\x00\x10\x01", 4));
-    EXPECT_THAT(Read(), ElementsAre(Line(EnLine::PushTaken, {"true", "0", "0"})));
+    EXPECT_THAT(Read(), ElementsAre(ReadAs(EnLine::PushTaken, {"true", "0", "0"})));
     channel.Push(20832, std::string());
-    EXPECT_THAT(Read(), ElementsAre(Line(EnLine::VipPushTaken, {"0"})));
+    EXPECT_THAT(Read(), ElementsAre(ReadAs(EnLine::VipPushTaken, {"0"})));
     time.Settle();
     channel.Forget();
 }
