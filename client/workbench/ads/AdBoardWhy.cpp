@@ -33,10 +33,6 @@ bool CAdBoard::TakeWhyLine(const ad_lines::Said& said, qint64 timeMs) {
         return true;
     }
     AdSlotState& state = Of(*slot);
-    if (said.line == EnLine::Try) {
-        // Nothing is left of how its list came.
-        m_judging[*slot] = {state.standing, QString(), 0};
-    }
     const bool isListRefusal =
         meaning->meaning == EnMeaning::Refuses && meaning->stage == EnAdStage::List && ad_why::IsList(state.why);
     if (isListRefusal) {
@@ -103,7 +99,7 @@ bool CAdBoard::IsSpared(AdSlotState& slot) const {
         return false;
     }
     slot.why.withdrawn.clear();
-    return !slot.standing.isEmpty() && !withdrawn.contains(FirstKept(slot.standing));
+    return !withdrawn.contains(FirstKept(slot.standing));
 }
 
 QString CAdBoard::FirstKept(const QString& requestId) const {

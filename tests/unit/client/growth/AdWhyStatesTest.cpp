@@ -74,6 +74,18 @@ TEST_F(AdWhyStatesTest, TheWayToTheScreenIsFollowed) {
     EXPECT_EQ(Told()["Tried again"], "with the next request: login, change of language, push");
 }
 
+TEST_F(AdWhyStatesTest, WhatRefusedBeforeIsForgottenWhenTheAdIsShown) {
+    mainFrame.SetFocusIn(false);
+    Exchange(Card());
+    Ask();
+    EXPECT_THAT(Told(), AllOf(Contains(Key("Last")), Contains(Key("Before that"))));
+    mainFrame.SetFocusIn(true);
+    slot.TryShowAdPopup();
+    LetPictureIn();
+
+    EXPECT_THAT(Told(), ElementsAre(Pair("Now", "shown since 00:03:30 · 18088")));
+}
+
 TEST_F(AdWhyStatesTest, ARefusalOfAnotherListLeavesWhatIsOnScreen) {
     Exchange(Card());
     LetPictureIn();
