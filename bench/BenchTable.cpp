@@ -12,6 +12,8 @@ namespace bench {
 namespace {
 
 constexpr char kRowMark[] = "row";
+constexpr char kNanosMark[] = "ns";
+constexpr char kBytesMark[] = "B";
 
 /// Keeps the time of each repetition by the name of its benchmark.
 class CCollector : public benchmark::BenchmarkReporter {
@@ -55,6 +57,10 @@ std::string TimeText(double nanos) {
     return nanos < 1e6 ? fmt::format("{:.1f} us", nanos / 1e3) : fmt::format("{:.1f} ms", nanos / 1e6);
 }
 
+std::string FigureText(double figure, EnUnit unit) {
+    return unit == EnUnit::kBytes ? fmt::format("{:.0f} B", figure) : TimeText(figure);
+}
+
 /// Takes `flag` out of the arguments that are left for the benchmark library.
 bool Take(std::vector<char*>& arguments, const char* flag) {
     const auto found = std::find_if(arguments.begin(), arguments.end(),
@@ -69,7 +75,7 @@ bool Take(std::vector<char*>& arguments, const char* flag) {
 }  // namespace
 
 double Row::Ratio() const {
-    return peerNanos > 0 ? nanos / peerNanos : 0;
+    return peerFigure > 0 ? figure / peerFigure : 0;
 }
 
 bool Row::IsMissed() const {
@@ -99,7 +105,7 @@ int RunComparisons(int argc, char** argv, const std::vector<Comparison>& compari
     for (const Comparison& comparison : comparisons) {
         const Row row{comparison.what, collector.Median(comparison.what), comparison.peer,
                       collector.Median(comparison.peer), comparison.goal};
-        if (row.nanos <= 0 || row.peerNanos <= 0) {
+        if (row.figure <= 0 || row.peerFigure <= 0) {
             fmt::print(stderr, "{}: did not run beside {}\n", row.what, row.peer);
             failed = true;
             continue;
@@ -129,8 +135,9 @@ std::string TableText(const std::vector<Row>& rows, bool judged) {
     for (const Row& row : rows) {
         const std::string goal = row.goal > 0 ? fmt::format("{:.2f}", row.goal) : "-";
         const char* verdict = !judged || row.goal <= 0 ? "-" : row.IsMissed() ? "MISSED" : "met";
-        text += fmt::format("{:<46} {:>10}  {:<42} {:>10} {:>7.2f} {:>6}  {}\n", row.what, TimeText(row.nanos),
-                            row.peer, TimeText(row.peerNanos), row.Ratio(), goal, verdict);
+        text +=
+            fmt::format("{:<46} {:>10}  {:<42} {:>10} {:>7.2f} {:>6}  {}\n", row.what, FigureText(row.figure, row.unit),
+                        row.peer, FigureText(row.peerFigure, row.unit), row.Ratio(), goal, verdict);
     }
     return text;
 }
@@ -138,8 +145,8 @@ std::string TableText(const std::vector<Row>& rows, bool judged) {
 std::string RowsText(const std::vector<Row>& rows) {
     std::string text;
     for (const Row& row : rows) {
-        text +=
-            fmt::format("{}\t{}\t{}\t{}\t{}\t{}\n", kRowMark, row.what, row.nanos, row.peer, row.peerNanos, row.goal);
+        text += fmt::format("{}\t{}\t{}\t{}\t{}\t{}\t{}\n", kRowMark, row.what, row.figure, row.peer, row.peerFigure,
+                            row.goal, row.unit == EnUnit::kBytes ? kBytesMark : kNanosMark);
     }
     return text;
 }
@@ -153,9 +160,10 @@ std::vector<Row> ReadRows(const std::string& text) {
         for (std::string field; std::getline(rest, field, '\t');) {
             fields.push_back(field);
         }
-        if (fields.size() == 6 && fields[0] == kRowMark) {
+        if (fields.size() == 7 && fields[0] == kRowMark) {
             rows.push_back({fields[1], std::strtod(fields[2].c_str(), nullptr), fields[3],
-                            std::strtod(fields[4].c_str(), nullptr), std::strtod(fields[5].c_str(), nullptr)});
+                            std::strtod(fields[4].c_str(), nullptr), std::strtod(fields[5].c_str(), nullptr),
+                            fields[6] == kBytesMark ? EnUnit::kBytes : EnUnit::kNanos});
         }
     }
     return rows;

@@ -14,12 +14,15 @@ struct Comparison {
     double goal;  // the largest good ratio; 0: for information only
 };
 
+enum class EnUnit { kNanos, kBytes };
+
 struct Row {
     std::string what;
-    double nanos;  // per iteration, the median of the repetitions
+    double figure;  // a time is per iteration, the median of the repetitions
     std::string peer;
-    double peerNanos;
+    double peerFigure;
     double goal;
+    EnUnit unit = EnUnit::kNanos;
 
     double Ratio() const;
     bool IsMissed() const;

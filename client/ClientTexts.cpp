@@ -353,6 +353,7 @@ const std::vector<TextEntry>& OfAllElse() {
         {kHttpHeaders, "Headers"},
         {kHttpRequest, "Request"},
         {kHttpAnswer, "Answer"},
+        {kHttpFromCache, "from the cache"},
         {kBodyEmpty, "empty"},
         {kBodyBytes, "%1 bytes"},
         {kBodyPart, "the first %1 of %2 bytes"},

@@ -353,6 +353,7 @@ enum EnText : unsigned int {
     kHttpHeaders = 900517,
     kHttpRequest = 900518,
     kHttpAnswer = 900519,
+    kHttpFromCache = 901001,
     kBodyEmpty = 900520,
     kBodyBytes = 900521,
     kBodyPart = 900522,

@@ -26,6 +26,7 @@
 #include "observe/ObservedBus.h"
 #include "observe/ObservedChannel.h"
 #include "observe/ObservedHttp.h"
+#include "observe/ObservedPictures.h"
 #include "observe/ObservedReports.h"
 #include "observe/ObservedStore.h"
 #include "picture/PictureService.h"
@@ -140,6 +141,7 @@ private:
     CHttpService m_http;
     CObservedHttp m_observedHttp;
     CPictureService m_pictures;
+    CObservedPictures m_observedPictures{m_pictures, m_observation};
     CSlots m_slots;
     CReportService m_reports;
     CObservedReports m_observedReports;

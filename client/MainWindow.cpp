@@ -301,7 +301,9 @@ bool CMainWindow::OpenPage(const QUrl& url) {
     }
     for (size_t index = 0; index < kTabPages.size(); ++index) {
         if (url.path() == QLatin1Char('/') + QString::fromLatin1(kTabPages[index].page.name)) {
-            m_pNavigation->Choose(int(index));
+            // Later: whoever opened it has yet to say that it was clicked, and may go with the tab.
+            QMetaObject::invokeMethod(
+                this, [this, index] { m_pNavigation->Choose(int(index)); }, Qt::QueuedConnection);
             return true;
         }
     }

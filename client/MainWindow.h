@@ -60,7 +60,7 @@ private:
     void ShowEdition();
     void ShowWorkbenchUsers();
     void LearnSecrets();
-    /// Goes to the page of a zrclient://page/<name>; false if there is none.
+    /// Goes to the page of a zrclient://page/<name>, when the caller is done; false if there is none.
     bool OpenPage(const QUrl& url);
 
     CComposition& m_composition;

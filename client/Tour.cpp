@@ -78,10 +78,11 @@ CTour::CTour(CComposition& composition, CMainWindow& window, const QString& fold
 int CTour::Run() {
     using Step = bool (CTour::*)();
     constexpr Step kSteps[] = {
-        &CTour::SeeConnected, &CTour::SeeOtherUser,    &CTour::SeeUserWithNone, &CTour::SeeChinese,
-        &CTour::SeeThemes,    &CTour::SeeForcedOpen,   &CTour::SeeTraffic,      &CTour::SeeScenesEdited,
-        &CTour::SeeMember,    &CTour::SeePushedRights, &CTour::SeeFault,        &CTour::SeeLinks,
-        &CTour::SeeExport,    &CTour::SeeServerLost,   &CTour::SeeReconnected,  &CTour::SeeLogFiltered,
+        &CTour::SeeConnected,    &CTour::SeeAds,    &CTour::SeeOtherUser,    &CTour::SeeUserWithNone,
+        &CTour::SeeChinese,      &CTour::SeeThemes, &CTour::SeeForcedOpen,   &CTour::SeeTraffic,
+        &CTour::SeeScenesEdited, &CTour::SeeMember, &CTour::SeePushedRights, &CTour::SeeFault,
+        &CTour::SeeLinks,        &CTour::SeeExport, &CTour::SeeServerLost,   &CTour::SeeReconnected,
+        &CTour::SeeLogFiltered,
     };
     m_clock.start();
     int good = 0;
@@ -345,6 +346,7 @@ bool CTour::TakePicture(const char* name) {
         return false;
     }
     QCoreApplication::sendPostedEvents();
+    DeleteWhatIsDone();
     const QDir folder(m_strFolder);
     const QString file =
         folder.absoluteFilePath(QStringLiteral("%1-%2.png").arg(m_nStep).arg(QString::fromLatin1(name)));
@@ -352,6 +354,12 @@ bool CTour::TakePicture(const char* name) {
         return true;
     }
     return Fail(QStringLiteral("the picture %1 can't be written").arg(file));
+}
+
+// What goes later, after a click of the tour's, would wait for the loop around the tour; a hand's click is one within
+// that loop.
+void CTour::DeleteWhatIsDone() {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 void CTour::OpenPage(int scene) {

@@ -27,6 +27,7 @@ private:
     using Scenes = std::set<int>;
 
     bool SeeConnected();
+    bool SeeAds();
     bool SeeOtherUser();
     bool SeeUserWithNone();
     bool SeeChinese();
@@ -43,12 +44,18 @@ private:
     bool SeeReconnected();
     bool SeeLogFiltered();
 
+    QWidget* PopupCard() const;
+    QWidget* BannerAt(int position) const;
+    bool SeeCardBeside(int navigationWidth);
+    bool SeeBanner(const char* page, int position);
+    bool SeePictureFetched();
     bool ReadScenario();
     bool LogIn(quint64 userId);
     bool LogInByMenu(const QString& word, quint64 userId);
     bool WaitForEntries(quint64 userId);
     bool WaitFor(const QString& what, const std::function<bool()>& isSo);
     bool TakePicture(const char* name);
+    static void DeleteWhatIsDone();
     bool WearsTheme() const;
     void OpenPage(int scene);
     void OpenTab(int index);

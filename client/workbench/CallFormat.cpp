@@ -13,6 +13,8 @@ namespace {
 using texts::Tr;
 
 constexpr int kFirstBadStatus = 400;
+// Pictures count by themselves.
+constexpr uint64_t kPictures = uint64_t(1) << 63;
 
 FieldNode Node(const QString& name, const QString& value) {
     return {name, value, {}, {}};
@@ -65,13 +67,15 @@ public:
     int Kind(const Seen& seen) const override { return int(std::get<HttpSeen>(seen.what).kind); }
     bool IsBad(const Seen& seen) const override {
         const auto& call = std::get<HttpSeen>(seen.what);
-        return IsRefused(call) || call.kind == HttpSeen::EnKind::Failed || call.status >= kFirstBadStatus;
+        return IsRefused(call) || call.kind == HttpSeen::EnKind::Failed || call.status >= kFirstBadStatus ||
+               !call.refusal.empty();
     }
 
     // A call that was never started has no task, and no end.
     std::optional<uint64_t> Exchange(const Seen& seen) const override {
         const auto& call = std::get<HttpSeen>(seen.what);
-        return call.task == 0 ? std::nullopt : std::make_optional<uint64_t>(call.task);
+        return call.task == 0 ? std::nullopt
+                              : std::make_optional(uint64_t(call.task) | (call.isPicture ? kPictures : 0));
     }
     bool IsEnd(const Seen& seen) const override { return std::get<HttpSeen>(seen.what).kind != HttpSeen::EnKind::Sent; }
 
@@ -91,6 +95,15 @@ public:
         const auto& call = std::get<HttpSeen>(seen.what);
         std::vector<FieldNode> fields{Node(Tr(texts::kUrlAddress), QString::fromStdString(call.url)),
                                       Node(Tr(texts::kSeenWhat), Outcome(call))};
+        if (call.isPicture) {
+            if (!call.refusal.empty()) {
+                fields.push_back(Node(Tr(texts::kReason), QString::fromStdString(call.refusal)));
+            }
+            if (IsEnd(seen)) {
+                fields.push_back(Node(Tr(texts::kHttpAnswer), Tr(texts::kBodyBytes).arg(call.bodyBytes)));
+            }
+            return fields;
+        }
         FieldNode headers{Tr(texts::kHttpHeaders), QString(), {}, {}};
         for (const auto& [name, value] : call.headers) {
             const QString header = QString::fromStdString(name);
@@ -116,11 +129,20 @@ private:
             case HttpSeen::EnKind::Sent:
                 return Tr(IsRefused(call) ? texts::kHttpNotStarted : texts::kHttpWaiting);
             case HttpSeen::EnKind::Answered:
-                return QString::number(call.status);
+                return Answer(call);
             case HttpSeen::EnKind::Failed:
                 break;
         }
         return QStringLiteral("%1 (%2)").arg(Tr(ResultText(call.result))).arg(call.result);
+    }
+
+    // The status, if anybody was asked at all.
+    static QString Answer(const HttpSeen& call) {
+        const QString status = call.status == 0 ? QString() : QString::number(call.status);
+        if (!call.fromCache) {
+            return status;
+        }
+        return (status.isEmpty() ? QString() : status + QStringLiteral(", ")) + Tr(texts::kHttpFromCache);
     }
 };
 

@@ -3,88 +3,20 @@
 
 #include <gmock/gmock.h>
 
-#include <QTemporaryDir>
+#include <map>
 #include <random>
 
-#include "framework/Ports.h"
-#include "support/RawHttpServer.h"
-#include "support/RealTime.h"
-#include "support/ScriptedLog.h"
-#include "support/ScriptedQueries.h"
+#include "RealPictureTest.h"
+#include "observe/Observation.h"
+#include "observe/ObservedPictures.h"
 #include "support/SliceMeter.h"
-#include "unit/services/picture/PictureBytes.h"
 
 using namespace ::testing;
 using namespace picture_bytes;
 
 namespace {
 
-constexpr qint64 kMiB = 1 << 20;
-
-class PictureServiceTest : public Test {
-protected:
-    PictureServiceTest() {
-        host::Ports ports;
-        ports.log = &log;
-        host::Install(ports);
-        environment.SetRelease(false);
-        EXPECT_TRUE(server.Listen());
-        Restart();
-    }
-    ~PictureServiceTest() override {
-        pictures.reset();
-        log.Forget();
-        host::Uninstall();
-    }
-
-    void Restart(const CPictureService::Options& options = {}) {
-        pictures.reset();
-        pictures = std::make_unique<CPictureService>(environment, folder.filePath(QStringLiteral("pictures")), options);
-    }
-
-    struct Result {
-        int calls = 0;
-        std::shared_ptr<const Picture> picture;
-    };
-
-    void Load(const QString& url, Result& result, QObject* by, const QSize& size = QSize(30, 15)) {
-        pictures->Load(url, size, true, by, [&result](const std::shared_ptr<const Picture>& picture) {
-            ++result.calls;
-            result.picture = picture;
-        });
-    }
-    QString Url(const char* path) const { return QString::fromStdString(server.Url()) + QString::fromLatin1(path); }
-    bool WaitFor(const Result& result) {
-        return WaitInRealTime([&] { return result.calls > 0; }) &&
-               WaitInRealTime([this] { return pictures->RunningCount() == 0; });
-    }
-    RawHttpRequest Arrived() {
-        EXPECT_TRUE(WaitInRealTime([this] { return server.Requests().size() > taken; }));
-        return server.Requests().size() > taken ? server.Requests()[taken++] : RawHttpRequest();
-    }
-    void Answer(int line, const std::string& bytes, const QByteArray& headers = {}, int status = 200) {
-        server.Answer(line, status, QByteArray::fromStdString(bytes), headers);
-    }
-
-    /// Loads and answers; whether there was a picture.
-    bool Exchange(const std::string& bytes, const QByteArray& headers = {}, int status = 200) {
-        Result result;
-        Load(Url("/a"), result, &guard);
-        Answer(Arrived().connection, bytes, headers, status);
-        EXPECT_TRUE(WaitFor(result));
-        EXPECT_EQ(result.calls, 1);
-        return result.picture != nullptr;
-    }
-    void ExpectItGoesOn() { EXPECT_TRUE(Exchange(Png())); }
-
-    QTemporaryDir folder;
-    CScriptedLog log;
-    CScriptedEnvironment environment;
-    CRawHttpServer server;
-    QObject guard;
-    std::unique_ptr<CPictureService> pictures;
-    size_t taken = 0;
-};
+using PictureServiceTest = RealPictureTest;
 
 TEST_F(PictureServiceTest, APictureComesLaterOnceAndInItsSize) {
     Result result;
@@ -115,76 +47,6 @@ TEST_F(PictureServiceTest, EveryFormatIsTakenAndAGifMoves) {
     EXPECT_THAT(result.picture->frames, SizeIs(7));
 }
 
-TEST_F(PictureServiceTest, OnlyAnAnswerThatSaysAllIsWellHoldsAPicture) {
-    for (const int status : {204, 206, 304, 400, 403, 404, 500, 503}) {
-        EXPECT_FALSE(Exchange(status == 204 || status == 304 ? "" : Png(), {}, status)) << status;
-    }
-    ExpectItGoesOn();
-}
-
-TEST_F(PictureServiceTest, WhatIsNoWholePictureFails) {
-    const std::vector<std::string> rows{"",
-                                        "words",
-                                        Png().substr(0, 50),
-                                        Jpeg().substr(0, Jpeg().size() - 2),
-                                        Gif(2).substr(0, 30),
-                                        PngThatSays(100'000, 100'000),
-                                        Gif(301),
-                                        Svg("<script/>"),
-                                        "<!DOCTYPE svg>" + GoodSvg()};
-    for (size_t i = 0; i < rows.size(); ++i) {
-        EXPECT_FALSE(Exchange(rows[i])) << i;
-    }
-    ExpectItGoesOn();
-}
-
-TEST_F(PictureServiceTest, AnAnswerThatIsCutFails) {
-    Result result;
-    Load(Url("/a"), result, &guard);
-    const int line = Arrived().connection;
-    server.Write(line, "HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\n" + QByteArray::fromStdString(Png()));
-    server.HangUp(line);
-
-    ASSERT_TRUE(WaitFor(result));
-    EXPECT_FALSE(result.picture);
-    ExpectItGoesOn();
-}
-
-TEST_F(PictureServiceTest, MoreThanTwentyMebibytesAreCutAsSoonAsTheyAreAnnouncedOrCome) {
-    Result announced;
-    Load(Url("/a"), announced, &guard);
-    int line = Arrived().connection;
-    server.Write(line, "HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(20 * kMiB + 1) + "\r\n\r\n");
-    ASSERT_TRUE(WaitFor(announced));
-    EXPECT_FALSE(announced.picture);
-
-    Result endless;
-    Load(Url("/a"), endless, &guard);
-    line = Arrived().connection;
-    server.Write(line, "HTTP/1.1 200 OK\r\n\r\n");
-    server.Flood(line, 200 * kMiB, QByteArray(16 << 10, 'x'));
-    ASSERT_TRUE(WaitFor(endless));
-    EXPECT_FALSE(endless.picture);
-    EXPECT_LT(server.Flooded(), 48 * kMiB);
-    ExpectItGoesOn();
-}
-
-TEST_F(PictureServiceTest, AServerThatTakesTooLongIsGivenUp) {
-    EXPECT_EQ(CPictureService::Options().limitMillis, 10'000);
-    CPictureService::Options options;
-    options.limitMillis = 200;
-    Restart(options);
-    Result result;
-    Load(Url("/a"), result, &guard);
-    const int line = Arrived().connection;
-    server.Write(line, "HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\n");
-
-    ASSERT_TRUE(WaitFor(result));
-    EXPECT_FALSE(result.picture);
-    EXPECT_TRUE(WaitInRealTime([&] { return !server.IsOpen(line); }));
-    ExpectItGoesOn();
-}
-
 TEST_F(PictureServiceTest, ARedirectIsFollowedWithinTheSameOriginAlone) {
     Result near;
     Load(Url("/a"), near, &guard);
@@ -213,6 +75,44 @@ TEST_F(PictureServiceTest, AnAddressThatIsRefusedFailsLaterAndIsNotAsked) {
         EXPECT_FALSE(result.picture);
     }
     EXPECT_THAT(server.Requests(), IsEmpty());
+    EXPECT_THAT(log.Lines(), Contains(Info(StartsWith("Refused a picture, "))));
+}
+
+TEST_F(PictureServiceTest, AReleaseSpeaksPlainlyToTheOneServerThatWasNamed) {
+    environment.SetRelease(true);
+    CRawHttpServer other;
+    ASSERT_TRUE(other.Listen());
+    const auto isRefused = [this](const QString& url) {
+        Result result;
+        Load(url, result, &guard);
+        EXPECT_TRUE(WaitFor(result));
+        return !result.picture;
+    };
+    const QString elsewhere = QString::fromStdString(other.Url()) + QStringLiteral("/a");
+    pictures->AllowPlain(QUrl(QString::fromStdString(server.Url())));
+
+    EXPECT_TRUE(Exchange(Png()));
+    EXPECT_TRUE(isRefused(elsewhere));
+    // also not by way of the one
+    EXPECT_FALSE(Exchange("", "Location: " + QByteArray::fromStdString(other.Url()) + "/a\r\n", 302));
+
+    // the next one is in place of it
+    pictures->AllowPlain(QUrl(QString::fromStdString(other.Url())));
+    EXPECT_TRUE(isRefused(Url("/a")));
+    pictures->AllowPlain(QUrl());
+    EXPECT_TRUE(isRefused(elsewhere));
+    EXPECT_THAT(server.Requests(), SizeIs(2));
+    EXPECT_THAT(other.Requests(), IsEmpty());
+}
+
+TEST_F(PictureServiceTest, AReleaseNamesNoServerOfAnotherMachine) {
+    environment.SetRelease(true);
+    pictures->AllowPlain(QUrl(QStringLiteral("http://pictures.test")));
+    Result result;
+    Load(QStringLiteral("http://pictures.test/a"), result, &guard);
+
+    ASSERT_TRUE(WaitFor(result));
+    EXPECT_FALSE(result.picture);
     EXPECT_THAT(log.Lines(), Contains(Info(StartsWith("Refused a picture, "))));
 }
 
@@ -255,21 +155,27 @@ TEST_F(PictureServiceTest, FourAreFetchedAtATimeAndTheOthersWaitForTheirTurn) {
     for (size_t i = 0; i < results.size(); ++i) {
         Load(Url(("/" + std::to_string(i)).c_str()), results[i], &guard);
     }
-    std::vector<RawHttpRequest> arrived;
+    // Each has a connection of its own, and so they come in any order.
+    std::map<std::string, int> lines;
+    const auto take = [&] {
+        const RawHttpRequest request = Arrived();
+        lines[request.target] = request.connection;
+        return request.target;
+    };
     for (int i = 0; i < 4; ++i) {
-        arrived.push_back(Arrived());
+        take();
     }
+    EXPECT_THAT(lines, ElementsAre(Key("/0"), Key("/1"), Key("/2"), Key("/3")));
     EXPECT_EQ(pictures->RunningCount(), 6);
     EXPECT_EQ(server.ConnectionCount(), 4);
     EXPECT_THAT(server.Requests(), SizeIs(4));
 
-    Answer(arrived[2].connection, Png());
-    arrived.push_back(Arrived());
-    EXPECT_EQ(arrived.back().target, "/4");
-    Answer(arrived[0].connection, "no picture");
-    arrived.push_back(Arrived());
-    for (const size_t i : {1, 3, 4, 5}) {
-        Answer(arrived[i].connection, Png());
+    Answer(lines["/2"], Png());
+    EXPECT_EQ(take(), "/4");
+    Answer(lines["/0"], "no picture");
+    EXPECT_EQ(take(), "/5");
+    for (const char* path : {"/1", "/3", "/4", "/5"}) {
+        Answer(lines[path], Png());
     }
 
     ASSERT_TRUE(WaitInRealTime([this] { return pictures->RunningCount() == 0; }));
@@ -331,6 +237,109 @@ TEST_F(PictureServiceTest, WithoutAWordOfItsServerNothingIsKept) {
 TEST_F(PictureServiceTest, WhatIsNoPictureIsNotKept) {
     EXPECT_FALSE(Exchange("no picture", "Cache-Control: max-age=60\r\n"));
     EXPECT_TRUE(Exchange(Png(), "Cache-Control: max-age=60\r\n"));
+}
+
+/// What a watcher sees of the fetches.
+class ObservedPicturesTest : public RealPictureTest {
+protected:
+    ObservedPicturesTest() { Watch(); }
+
+    void Watch() { tap = std::make_unique<CObservedPictures>(*pictures, observation); }
+
+    std::vector<HttpSeen> All() const {
+        std::vector<HttpSeen> all;
+        for (const Seen& seen : observation.Kept()) {
+            all.push_back(std::get<HttpSeen>(seen.what));
+        }
+        return all;
+    }
+    HttpSeen Last() const { return All().empty() ? HttpSeen() : All().back(); }
+
+    CObservation observation;
+    std::unique_ptr<CObservedPictures> tap;
+};
+
+TEST_F(ObservedPicturesTest, AFetchIsSeenWhenItBeginsAndAheadOfItsEnd) {
+    size_t seenAtEnd = 0;
+    pictures->Load(Url("/a?b=1"), QSize(3, 3), false, &guard, [&](const auto&) { seenAtEnd = All().size(); });
+    ASSERT_EQ(All().size(), 1u);
+    EXPECT_EQ(All()[0].kind, HttpSeen::EnKind::Sent);
+    Answer(Arrived().connection, Png());
+    ASSERT_TRUE(WaitInRealTime([&] { return seenAtEnd > 0; }));
+
+    EXPECT_EQ(seenAtEnd, 2u);
+    const HttpSeen end = All()[1];
+    EXPECT_EQ(end.kind, HttpSeen::EnKind::Answered);
+    EXPECT_TRUE(end.isPicture);
+    EXPECT_FALSE(end.isPost);
+    EXPECT_EQ(end.task, All()[0].task);
+    EXPECT_EQ(end.url, server.Url() + "/a?b=1");
+    EXPECT_EQ(end.status, 200);
+    EXPECT_EQ(end.bodyBytes, Png().size());
+    EXPECT_EQ(end.body, "");
+    EXPECT_FALSE(end.fromCache);
+    EXPECT_EQ(end.refusal, "");
+    EXPECT_GE(end.durationMs, 0);
+}
+
+TEST_F(ObservedPicturesTest, WhatComesFromTheDiskSaysSoAndWhetherTheServerWasAsked) {
+    EXPECT_TRUE(Exchange(Png(), "Cache-Control: max-age=60\r\n"));
+    Result fresh;
+    Load(Url("/a"), fresh, &guard);
+    ASSERT_TRUE(WaitFor(fresh));
+    EXPECT_TRUE(Last().fromCache);
+    EXPECT_EQ(Last().kind, HttpSeen::EnKind::Answered);
+    EXPECT_EQ(Last().status, 0);
+    EXPECT_EQ(Last().bodyBytes, Png().size());
+
+    Result tagged;
+    Load(Url("/b"), tagged, &guard);
+    Answer(Arrived().connection, Png(), "ETag: \"one\"\r\n");
+    ASSERT_TRUE(WaitFor(tagged));
+    EXPECT_FALSE(Last().fromCache);
+    Result again;
+    Load(Url("/b"), again, &guard);
+    Answer(Arrived().connection, "", {}, 304);
+    ASSERT_TRUE(WaitFor(again));
+    EXPECT_TRUE(Last().fromCache);
+    EXPECT_EQ(Last().status, 304);
+    EXPECT_EQ(Last().bodyBytes, Png().size());
+}
+
+TEST_F(ObservedPicturesTest, AFailureIsSeenWithWhatItIsDueTo) {
+    EXPECT_FALSE(Exchange("not here", {}, 404));
+    EXPECT_EQ(Last().kind, HttpSeen::EnKind::Answered);
+    EXPECT_EQ(Last().status, 404);
+    EXPECT_EQ(Last().bodyBytes, 8u);
+
+    EXPECT_FALSE(Exchange(Gif(301)));
+    EXPECT_EQ(Last().status, 200);
+    EXPECT_EQ(Last().refusal, "it has too many frames");
+
+    Result refused;
+    Load(QStringLiteral("file:///etc/hostname"), refused, &guard);
+    ASSERT_TRUE(WaitFor(refused));
+    EXPECT_EQ(Last().kind, HttpSeen::EnKind::Failed);
+    EXPECT_EQ(Last().result, int(kHttpBadRequest));
+
+    Result cut;
+    Load(Url("/a"), cut, &guard);
+    server.HangUp(Arrived().connection);
+    ASSERT_TRUE(WaitFor(cut));
+    EXPECT_EQ(Last().kind, HttpSeen::EnKind::Failed);
+    EXPECT_EQ(Last().result, int(kHttpCut));
+}
+
+TEST_F(ObservedPicturesTest, AFetchThatNobodyWaitsForHasNoEnd) {
+    auto other = std::make_unique<QObject>();
+    Result result;
+    Load(Url("/a"), result, other.get());
+    Arrived();
+    other.reset();
+    ASSERT_TRUE(WaitInRealTime([this] { return pictures->RunningCount() == 0; }));
+
+    ASSERT_EQ(All().size(), 1u);
+    EXPECT_EQ(All()[0].kind, HttpSeen::EnKind::Sent);
 }
 
 TEST_F(PictureServiceTest, ACallbackMayAskAgainThrowAndEndTheService) {

@@ -3,8 +3,10 @@
 #include <QLineEdit>
 #include <QTabWidget>
 #include <QTableWidget>
+#include <QTest>
 
 #include "AdClientFixture.h"
+#include "core/urlhandler.h"
 #include "support/Click.h"
 #include "ui/ZText.h"
 
@@ -107,6 +109,55 @@ TEST_F(AdShowTest, ThePopupTakesNoFocusByComingAndByAClick) {
     ASSERT_TRUE(WaitInRealTime([this] { return Reported("ReportAdvertisementExposureResult") == 1; }));
     EXPECT_EQ(Card(), nullptr);
     EXPECT_EQ(Reported("ClickAd"), 1);
+}
+
+TEST_F(AdShowTest, ThePopupIsReachedByTabAndPressedByTheKeyboard) {
+    ASSERT_NO_FATAL_FAILURE(StartAndSeePopup());
+    Child<QWidget>("ExportPath")->setFocus();
+    auto* button = Child<QWidget>("CZRAdBottomPopupViewCloseButton");
+
+    for (int press = 0; press < 200 && !button->hasFocus(); ++press) {
+        QTest::keyClick(window->windowHandle(), Qt::Key_Tab);
+    }
+    ASSERT_TRUE(button->hasFocus());
+    QTest::keyClick(window->windowHandle(), Qt::Key_Space);
+
+    EXPECT_TRUE(WaitInRealTime([this] { return Card() == nullptr; }));
+}
+
+TEST_F(AdShowTest, ThePopupThatLeadsToAPageIsClickedFirstAndGoneThen) {
+    options.scenario =
+        WriteFile("page.json", QByteArray(kScenario).replace("https://ads.example/1", "zrclient://page/account"));
+    ASSERT_NO_FATAL_FAILURE(StartAndSeePopup());
+    const QPointer<QWidget> card = Card();
+
+    Click(Card());
+
+    ASSERT_TRUE(WaitInRealTime([&] { return !card && tabs.back() == 20017; }));
+    ASSERT_TRUE(WaitInRealTime([this] { return Reported("ExposeAd") == 1; }));
+    ASSERT_EQ(Reported("ClickAd"), 1);
+    EXPECT_EQ(server->ReportsOf("ClickAd")[0]["result_status"], 1);
+}
+
+TEST_F(AdShowTest, EachPageOfTheClientThatABuiltInAdNamesIsThere) {
+    options.scenario.clear();
+    ASSERT_NO_FATAL_FAILURE(Start());
+    ASSERT_TRUE(WaitInRealTime([this] { return server != nullptr && client->UserId() != 0; }));
+    int pages = 0;
+    const Json::Value scenario = server->Get("/v1/scenario");
+    for (const Json::Value& slot : scenario["ads"]) {
+        for (const Json::Value& campaign : slot["campaigns"]) {
+            const std::string schema = campaign["schema"].asString();
+            if (schema.rfind("zrclient:", 0) == 0) {
+                ++pages;
+                EXPECT_TRUE(core::urlhandler::DispatchUrl(QString::fromStdString(schema),
+                                                          core::urlhandler::kBusinessDefault, nullptr, QVariant(),
+                                                          core::urlhandler::kFallbackWeb))
+                    << schema;
+            }
+        }
+    }
+    EXPECT_GE(pages, 2);
 }
 
 TEST_F(AdShowTest, AnotherTabIsToldOnceAndEndsThePopup) {

@@ -60,7 +60,7 @@ TEST_F(FaultTest, ADuplicateReplyIsToldOnce) {
 }
 
 TEST_F(FaultTest, ALateReplyOpensTheEntriesWhenItComes) {
-    NextReply(R"({"delayMs":300,"times":1})");
+    NextReply(R"({"delayMs":2000,"times":1})");
 
     client->Login(501);
     EXPECT_TRUE(WaitInRealTime([this] { return Asked() == 2; }));
@@ -70,7 +70,7 @@ TEST_F(FaultTest, ALateReplyOpensTheEntriesWhenItComes) {
 }
 
 TEST_F(FaultTest, AReplyOfTheLastUserThatComesAfterTheNextUsersOneStands) {
-    NextReply(R"({"delayMs":300,"times":1})");
+    NextReply(R"({"delayMs":2000,"times":1})");
     client->Login(501);
     ASSERT_TRUE(WaitInRealTime([this] { return Asked() == 2; }));
 

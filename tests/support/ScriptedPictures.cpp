@@ -83,6 +83,9 @@ void CScriptedPictures::Load(const QString& url, const QSize& size, bool moving,
     m_asked.push_back({load, url.toStdString(), size, moving, guard});
     m_lookedAt.push_back(false);
     m_outstanding[load] = {url.toStdString(), size, guard, std::move(done)};
+    if (m_bAtOnce) {
+        Succeed(load);
+    }
 }
 
 void CScriptedPictures::Complete(int load, const std::shared_ptr<const Picture>& picture) {

@@ -39,6 +39,10 @@ public:
     void SucceedUrl(const std::string& url);
     void FailUrl(const std::string& url);
 
+    /// From now on each load succeeds inside the call that begins it, which counts as looking at it. Pictures do not
+    /// come so from the web; who shows them is to bear it all the same.
+    void AnswerAtOnce() { m_bAtOnce = true; }
+
     /// Loads that wait for an answer and whose guard lives.
     int OutstandingCount() const;
 
@@ -65,6 +69,7 @@ private:
     int WaitingFor(const std::string& url) const;
     void LookAt(int load);
 
+    bool m_bAtOnce = false;
     int m_nLastLoad = 0;
     std::vector<AskedPicture> m_asked;
     std::vector<bool> m_lookedAt;  // beside m_asked

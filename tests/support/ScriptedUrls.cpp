@@ -43,6 +43,9 @@ void CScriptedUrls::CheckAllLookedAt() {
 bool CScriptedUrls::Open(const UrlRequest& request) {
     m_opened.push_back({request.url.toStdString(), int(request.businessType), int(request.fallbackMode),
                         request.context, request.extra});
+    if (m_fnWhenOpening) {
+        m_fnWhenOpening();
+    }
     const bool opened = !m_refused.Next() && IsAllowed(QUrl(request.url, QUrl::StrictMode));
     if (!opened) {
         kLog.Error(FMT_STRING("Refused to open a URL: {}"), request.url.toStdString());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,9 @@ public:
     /// The calls that `which` names give false and write the line of a refusal; they are kept all the same.
     void RefuseOpens(Failing which) { m_refused = which; }
 
+    /// Runs inside each call from now on, ahead of its answer: a page that is turned to may take others away.
+    void WhenOpening(std::function<void()> act) { m_fnWhenOpening = std::move(act); }
+
     /// Counts as looking, and empties the record.
     void Forget();
 
@@ -36,4 +40,5 @@ private:
     std::vector<OpenedUrl> m_opened;
     size_t m_nLookedAt = 0;
     Failing m_refused = Failing::Never();
+    std::function<void()> m_fnWhenOpening;
 };

@@ -7,8 +7,10 @@
 #include <QWidget>
 #include <clocale>
 #include <ctime>
+#include <functional>
 #include <iostream>
 
+#include "support/ForkedRounds.h"
 #include "support/VirtualAnimationDriver.h"
 #include "support/VirtualEventDispatcher.h"
 #include "support/VirtualTime.h"
@@ -67,18 +69,7 @@ bool HasWidgets() {
     return !widgets.isEmpty();
 }
 
-}  // namespace
-
-int test_process::RunInVirtualTime(int argc, char** argv) {
-    FixEnvironment();
-    ::testing::InitGoogleMock(&argc, argv);
-    QCoreApplication::setEventDispatcher(new CVirtualEventDispatcher);  // the application takes it over
-    QApplication::setStyle(QStringLiteral("Fusion"));
-    QApplication application(argc, argv);
-    QApplication::setQuitOnLastWindowClosed(false);
-    CVirtualAnimationDriver animations;
-    animations.install();
-
+int RunTestsInVirtualTime() {
     int result = RUN_ALL_TESTS();
     DrainDeletes();
     // The toolkit's own animations end by themselves and free themselves then.
@@ -92,9 +83,7 @@ int test_process::RunInVirtualTime(int argc, char** argv) {
     return result;
 }
 
-int test_process::RunInRealTime(int argc, char** argv) {
-    FixEnvironment();
-    ::testing::InitGoogleMock(&argc, argv);
+int RunTestsInRealTime(int argc, char** argv) {
     QCoreApplication application(argc, argv);
     int result = RUN_ALL_TESTS();
     DrainDeletes();
@@ -102,4 +91,30 @@ int test_process::RunInRealTime(int argc, char** argv) {
         result = 1;
     }
     return result;
+}
+
+int RunRounds(const std::function<int()>& runTests) {
+    const int rounds = forked_rounds::Wanted();
+    return rounds > 0 ? forked_rounds::Run(rounds, runTests) : runTests();
+}
+
+}  // namespace
+
+int test_process::RunInVirtualTime(int argc, char** argv) {
+    FixEnvironment();
+    ::testing::InitGoogleMock(&argc, argv);
+    QCoreApplication::setEventDispatcher(new CVirtualEventDispatcher);  // the application takes it over
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    CVirtualAnimationDriver animations;
+    animations.install();
+    return RunRounds(RunTestsInVirtualTime);
+}
+
+int test_process::RunInRealTime(int argc, char** argv) {
+    FixEnvironment();
+    ::testing::InitGoogleMock(&argc, argv);
+    // Children must not share the descriptors that wake an ordinary event loop: each has an application of its own.
+    return RunRounds([&argc, argv] { return RunTestsInRealTime(argc, argv); });
 }

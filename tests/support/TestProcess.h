@@ -1,7 +1,7 @@
 #pragma once
 
 /// What every test process has in common: the environment that results depend on is fixed before anything
-/// else, and at the end nothing of ours is left behind.
+/// else, and at the end nothing of ours is left behind. With ZR_ROUNDS in the environment many rounds are run.
 namespace test_process {
 
 /// Runs the tests in virtual time, on the offscreen platform. Widgets that are left fail the run.

@@ -92,6 +92,9 @@ void CZRAdBannerController::Complete(QWidget* banner) {
     const std::function<void(QWidget*)> complete = m_fnComplete;
     if (complete) {
         complete(banner);
+    } else {
+        // Nobody asked, so nobody would ever delete it.
+        delete banner;
     }
 }
 

@@ -24,8 +24,6 @@ public:
 
     void ShowAd(CZRAdModelList* list) override;
 
-    using CZRAdController::CloseAd;
-
 public Q_SLOTS:
     void OnCloseAd(QString adId);
     void OnExposeAdStart(QString adId);

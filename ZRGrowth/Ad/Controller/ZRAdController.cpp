@@ -205,8 +205,8 @@ bool CZRAdController::CheckAdIsValid(CZRAdModelList* list) {
         return false;
     }
     const qint64 now = core::time_date::GetSvrTimeStamp();
-    // What is taken out stays the list's child, and goes with it.
-    ads->erase(std::remove_if(ads->begin(), ads->end(), [this, now](CZRAdModel* ad) { return !IsDue(*ad, now); }),
+    // What is taken out stays the list's child, and goes with it. An entry without an ad is a subclass's to refuse.
+    ads->erase(std::remove_if(ads->begin(), ads->end(), [this, now](CZRAdModel* ad) { return ad && !IsDue(*ad, now); }),
                ads->end());
     if (ads->isEmpty()) {
         LogError("Ad list has no valid ad. adType = {}, adPosition = {}", int(m_adType), m_adPosition);
@@ -333,7 +333,9 @@ QList<QString> CZRAdController::GetAllAdIdFromDataModel(CZRAdModelList* list) {
     QList<QString> ids;
     if (list && list->GetAdList()) {
         for (CZRAdModel* ad : qAsConst(*list->GetAdList())) {
-            ids.append(ad->GetAdId());
+            if (ad) {
+                ids.append(ad->GetAdId());
+            }
         }
     }
     return ids;

@@ -239,6 +239,7 @@ QWidget* CZRAdManager::GetAdBottomPopupDeveloperView() {
         if (m_adBottomPopupController) {
             m_adBottomPopupController->SetAdModelList(list);
         } else {
+            // The panel gives it away, and before the start nobody else would delete it.
             delete list;
         }
     });

@@ -104,14 +104,15 @@ bool CZRAdPopupController::IsCurrentTabAmong(const QList<ZRAdShowAreaType>& area
     return true;
 }
 
-// The whole interval must be over: the second at which it ends is still within.
+// The whole interval must be over: the second at which it ends is still within. The time between is counted without a
+// sign, as what is stored may lie anywhere.
 bool CZRAdPopupController::IsIntervalOver(CZRAdModelList& list, const QString& adId) {
     const qint64 now = core::time_date::GetSvrTimeStamp();
     const qint64 interval = list.GetShowInterval();
     const std::string key = GetAdLastShowTimeStampKey(m_adPosition, list.GetShowIntervalType()).toStdString();
     long last = 0;
     core::config_local::AppCfgReadInt64(key, last);
-    if (interval > 0 && now - last <= interval) {
+    if (interval > 0 && (last >= now || quint64(now) - quint64(last) <= quint64(interval))) {
         LogInfo(
             "CurrentTime donot exceed showInterval. currentTime = {}, lastShowTime = {}, showInterval = {}, "
             "adType = {}, adPosition = {}, adId = {}, key = {}",
@@ -185,12 +186,15 @@ void CZRAdPopupController::OnImageLoadSucceeded(QString imageUrl, qlonglong time
         return;
     }
     CZRAdController::OnImageLoadSucceeded(imageUrl, time, count, adId);
+    if (m_adPopupView) {
+        m_adPopupView->setVisible(true);
+    }
+    // Also when whoever watches the card has taken it away as it came up.
     if (!m_adPopupView) {
         LogInfo("Show ad popup failed, adPopupView is null. adType = {}, adPosition = {}, adId = {}", int(m_adType),
                 m_adPosition, adId.toStdString());
         return;
     }
-    m_adPopupView->setVisible(true);
     m_adPopupView->show();
     LogInfo("Show ad popup success. adType = {}, adPosition = {}, adId = {}, pushId = {}", int(m_adType), m_adPosition,
             adId.toStdString(), pushId.toStdString());

@@ -1,7 +1,6 @@
 #include "Ad/View/ZRAdBannerView.h"
 
 #include <QMouseEvent>
-#include <QPointer>
 
 #include "GrowthBizLogUtil.h"
 #include "core/time_date.h"
@@ -19,7 +18,9 @@ constexpr auto kBusiness = core::urlhandler::kBusinessAdClick;
 
 CZRAdBannerView::CZRAdBannerView(QWidget* parent, const QSize& size)
     : QWidget(parent), m_pSlideshow(new ZSlideshow(this, ZSlideshowBase::kRatioFree)) {
+    setObjectName(QStringLiteral("CZRAdBannerView"));
     setFixedSize(size);
+    m_pSlideshow->setObjectName(QStringLiteral("CZRAdBannerViewSlideshow"));
     m_pSlideshow->m_bAutomatic = true;
     m_pSlideshow->setAutoSwitch(true);
     m_pSlideshow->setKeepRatio(false);
@@ -40,14 +41,18 @@ CZRAdBannerView::~CZRAdBannerView() {
         Q_EMIT CloseAd(m_adIds[m_currentIndex]);
     }
     // The slideshow dies after this, and may still have something to say.
-    disconnect(m_pSlideshow, &ZSlideshow::webImageLoadSucess, this, &CZRAdBannerView::OnImageLoadSucceeded);
-    disconnect(m_pSlideshow, &ZSlideshow::webImageLoadFinalFailed, this, &CZRAdBannerView::OnImageLoadFailed);
-    disconnect(m_pSlideshow, &ZSlideshowBase::currentChanged, this, &CZRAdBannerView::OnCurrentIndexChanged);
+    if (m_pSlideshow) {
+        disconnect(m_pSlideshow, &ZSlideshow::webImageLoadSucess, this, &CZRAdBannerView::OnImageLoadSucceeded);
+        disconnect(m_pSlideshow, &ZSlideshow::webImageLoadFinalFailed, this, &CZRAdBannerView::OnImageLoadFailed);
+        disconnect(m_pSlideshow, &ZSlideshowBase::currentChanged, this, &CZRAdBannerView::OnCurrentIndexChanged);
+    }
 }
 
 void CZRAdBannerView::AddImageUrl(QString url) {
     LogInfo("Set banner image url, imageUrl = {}", url.toStdString());
-    m_pSlideshow->addWebImageOrGif(url, QString(), ZSlideshow::kMoving);
+    if (m_pSlideshow) {
+        m_pSlideshow->addWebImageOrGif(url, QString(), ZSlideshow::kMoving);
+    }
 }
 
 void CZRAdBannerView::AddSchema(QString schema) {

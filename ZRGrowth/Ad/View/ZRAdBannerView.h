@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QList>
+#include <QPointer>
 #include <QString>
 #include <QWidget>
 
@@ -46,7 +47,7 @@ private:
     bool IsInTopStrip(const QMouseEvent& event) const;
     void Click();
 
-    ZSlideshow* m_pSlideshow;
+    QPointer<ZSlideshow> m_pSlideshow;
     int m_currentIndex = -1;
     QList<QString> m_adIds;
     QList<QString> m_schemas;

@@ -57,9 +57,22 @@ QString LinesOf(CZRAdModelList& list) {
     return QString::fromStdString(text);
 }
 
+ZText* NewText(const QString& words) {
+    auto* text = new ZText;
+    text->setText(words);
+    return text;
+}
+
+ZButton* NewButton(const QString& name, const QString& words) {
+    auto* button = new ZButton;
+    button->setObjectName(name);
+    button->setText(words);
+    return button;
+}
+
 ZText* AddRow(QVBoxLayout& layout, const QString& title, ZButton* button) {
     auto* row = new QHBoxLayout;
-    row->addWidget(new ZText(title));
+    row->addWidget(NewText(title));
     auto* text = new ZText;
     text->setWordWrap(true);
     row->addWidget(text);
@@ -84,16 +97,13 @@ void CZRAdBottomPopupDeveloperView::InitUI() {
     auto* layout = new QVBoxLayout(this);
     layout->setSpacing(kSpacing);
     layout->addWidget(
-        new ZText(QStringLiteral("******************************* 广告 - 底部弹窗 *******************************")));
-    auto* update = new ZButton(QStringLiteral("刷新（调试数据需要手动刷新）"));
-    update->setObjectName(QStringLiteral("UpdateText"));
+        NewText(QStringLiteral("******************************* 广告 - 底部弹窗 *******************************")));
+    ZButton* update = NewButton(QStringLiteral("UpdateText"), QStringLiteral("刷新（调试数据需要手动刷新）"));
     layout->addWidget(update, 0, Qt::AlignLeft);
-    auto* clear = new ZButton(QStringLiteral("清除"));
-    clear->setObjectName(QStringLiteral("ClearLastShowTimestamp"));
+    ZButton* clear = NewButton(QStringLiteral("ClearLastShowTimestamp"), QStringLiteral("清除"));
     m_pLastShowText = AddRow(*layout, QStringLiteral("上次展示时间："), clear);
     m_pLastShowText->setObjectName(QStringLiteral("LastShowText"));
-    auto* generate = new ZButton(QStringLiteral("生成测试数据"));
-    generate->setObjectName(QStringLiteral("GenerateCacheData"));
+    ZButton* generate = NewButton(QStringLiteral("GenerateCacheData"), QStringLiteral("生成测试数据"));
     m_pCacheDataText = AddRow(*layout, QStringLiteral("缓存广告数据："), generate);
     m_pCacheDataText->setObjectName(QStringLiteral("CacheDataText"));
     layout->addStretch();

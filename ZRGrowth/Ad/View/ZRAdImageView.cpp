@@ -1,7 +1,6 @@
 #include "Ad/View/ZRAdImageView.h"
 
 #include <QMouseEvent>
-#include <QPointer>
 
 #include "GrowthBizLogUtil.h"
 #include "core/time_date.h"
@@ -20,6 +19,7 @@ constexpr auto kBusiness = core::urlhandler::kBusinessDefault;
 CZRAdImageView::CZRAdImageView(QWidget* parent, const QSize& size)
     : QWidget(parent), m_pImageWidget(new ZRWebImageWidget(this)) {
     setFixedSize(size);
+    m_pImageWidget->setObjectName(QStringLiteral("CZRAdImageViewImage"));
     m_pImageWidget->setFixedSize(size);
     FrameWork::ConnectChecked(kGrowthModuleTag, m_pImageWidget, &ZRWebImageWidget::ImageLoadStatusSignal, this,
                               &CZRAdImageView::OnImageLoadStatus);
@@ -38,7 +38,9 @@ void CZRAdImageView::SetImageUrl(const QString& url) {
     LogInfo("Set image url, imageUrl = {}", url.toStdString());
     m_loadStart = core::time_date::GetSvrTimeMillis();
     m_loadCount = 0;
-    m_pImageWidget->SetUrl(url, QString());
+    if (m_pImageWidget) {
+        m_pImageWidget->SetUrl(url, QString());
+    }
     m_imageUrl = url;
 }
 
@@ -56,7 +58,9 @@ void CZRAdImageView::OnImageLoadStatus(const QString& imageUrl, ZRImageLoadStatu
     } else if (status == kImageLoadFailed) {
         LogInfo("Load failed, reset image url, imageUrl = {}, loadCount = {}", imageUrl.toStdString(), m_loadCount);
         if (m_loadCount < kMostNotices) {
-            m_pImageWidget->SetUrl(imageUrl, QString());
+            if (m_pImageWidget) {
+                m_pImageWidget->SetUrl(imageUrl, QString());
+            }
         } else {
             Q_EMIT ImageLoadFailed(imageUrl, QString(), core::time_date::GetSvrTimeMillis() - m_loadStart,
                                    int(m_loadCount));

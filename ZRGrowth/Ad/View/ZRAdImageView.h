@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <QString>
 #include <QWidget>
 
@@ -39,7 +40,7 @@ protected:
 private:
     void OpenSchema();
 
-    ZRWebImageWidget* m_pImageWidget;
+    QPointer<ZRWebImageWidget> m_pImageWidget;
     ZRImageLoadStatus m_loadStatus{};  // set at the first success, and never back
     QString m_imageUrl;
     QString m_schema;

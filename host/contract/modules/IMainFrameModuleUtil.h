@@ -18,7 +18,7 @@ public:
     /// The tab of the moment. Message core::kMsgTabFrameChanged tells of the next.
     virtual EnZRTabFrameKey GetCurrentTabFrameKey() = 0;
 
-    /// Whether the window, or a child of it, has the keyboard's focus.
+    /// Whether the window is the active one: the keyboard's focus is within it, and not in another window of the client's.
     virtual bool IsMainFrameFocusIn() = 0;
 
     /// Whether the navigation at the left edge is narrow.

@@ -30,6 +30,7 @@ public:
 
     /// Whether slides keep the ratio and leave a rim; they fill the widget otherwise. On from the beginning.
     void setKeepRatio(bool keep);
+    bool keepRatio() const;
 
     int count() const;
     /// -1 without slides.

@@ -1,8 +1,10 @@
 #include "ui/Drawings.h"
 
+#include <QDir>
 #include <QFile>
 #include <QPainter>
 #include <QPixmapCache>
+#include <QSet>
 #include <QSvgRenderer>
 #include <algorithm>
 
@@ -15,11 +17,30 @@ namespace {
 constexpr double kLargestRatio = 8.0;
 constexpr int kMostPixels = 4096;
 
+QSet<QString> NamesIn(const QString& folder) {
+    QSet<QString> names;
+    const auto files = QDir(folder).entryInfoList({QStringLiteral("*.svg")}, QDir::Files);
+    for (const QFileInfo& file : files) {
+        names.insert(file.completeBaseName());
+    }
+    return names;
+}
+
+// Looked up once: each icon asks at each paint, and a look into the resources costs more than the rest of a button.
+bool IsInKit(const QString& name) {
+    static const QSet<QString> names = NamesIn(QStringLiteral(":/kit"));
+    return names.contains(name);
+}
+
 // Where light themes need another form, it stands beside under the same name.
+bool HasLightForm(const QString& name) {
+    static const QSet<QString> names = NamesIn(QStringLiteral(":/kit/light"));
+    return zr_ui_theme::Manager::instance()->getTheme() == zr_ui_theme::Manager::kThemeLight && names.contains(name);
+}
+
 QString PathOf(const QString& name) {
-    const QString light = QStringLiteral(":/kit/light/%1.svg").arg(name);
-    const bool isLight = zr_ui_theme::Manager::instance()->getTheme() == zr_ui_theme::Manager::kThemeLight;
-    return isLight && QFile::exists(light) ? light : QStringLiteral(":/kit/%1.svg").arg(name);
+    return HasLightForm(name) ? QStringLiteral(":/kit/light/%1.svg").arg(name)
+                              : QStringLiteral(":/kit/%1.svg").arg(name);
 }
 
 QByteArray Load(const QString& path) {
@@ -45,7 +66,7 @@ QPixmap Paint(QByteArray drawing, const QSize& size, double ratio, const QColor&
 }  // namespace
 
 bool IsKnown(const QString& name) {
-    return !name.isEmpty() && !name.contains(QLatin1Char('/')) && QFile::exists(PathOf(name));
+    return IsInKit(name) || HasLightForm(name);
 }
 
 QSize SizeOf(const QString& name) {

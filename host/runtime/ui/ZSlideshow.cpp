@@ -147,6 +147,10 @@ void ZSlideshowBase::setKeepRatio(bool keep) {
     d->Place(rect());
 }
 
+bool ZSlideshowBase::keepRatio() const {
+    return d->keepRatio;
+}
+
 int ZSlideshowBase::count() const {
     return d->slides.size();
 }

@@ -49,7 +49,7 @@ struct UrlSeen {
     int fallbackMode = 0;
 };
 
-/// A request over HTTP, or what came of it.
+/// A request over HTTP, or what came of it. Pictures have numbers of their own, and their bytes are not kept.
 struct HttpSeen {
     enum class EnKind { Sent, Answered, Failed };
     /// So much of a body is kept.
@@ -67,6 +67,9 @@ struct HttpSeen {
     size_t bodyBytes = 0;     // of the whole
     std::string requestBody;  // of an end: the body that was sent, its first part where it is long
     size_t requestBytes = 0;  // of the whole
+    bool isPicture = false;
+    bool fromCache = false;  // of a picture's end: the bytes are those of the disk; status 0: nobody was asked
+    std::string refusal;     // of a picture's end: why the bytes are none; empty if they are one
 };
 
 /// An event that was reported, or a measurement that was begun for one.

@@ -7,7 +7,6 @@
 
 namespace {
 
-constexpr qint64 kMostBytes = 100 << 20;
 constexpr int kMostSeconds = 30 * 24 * 3600;
 constexpr char kTag[] = "ETag";
 
@@ -80,7 +79,12 @@ void CPictureCache::Keep(const QUrl& url, const std::string& bytes, const Keepin
     }
     if (file->write(bytes.data(), qint64(bytes.size())) == qint64(bytes.size())) {
         m_files.insert(file);
+        m_files.expire();
     } else {
         m_files.remove(url);
     }
+}
+
+void CPictureCache::Remove(const QUrl& url) {
+    m_files.remove(url);
 }

@@ -21,12 +21,22 @@ public:
     };
     static std::optional<Keeping> KeepingOf(const std::string& cacheControl, const std::string& tag);
 
+    /// All together on the disk; the oldest go first.
+    static constexpr qint64 kMostBytes = 100 << 20;
+
     /// A folder that can't be written keeps nothing.
     explicit CPictureCache(const QString& folder);
 
     std::optional<Entry> Find(const QUrl& url);
     void Keep(const QUrl& url, const std::string& bytes, const Keeping& keeping);
+    void Remove(const QUrl& url);
 
 private:
-    QNetworkDiskCache m_files;
+    /// The toolkit's own looks at the limit ahead of a new file alone, and would keep one more.
+    class CFiles : public QNetworkDiskCache {
+    public:
+        using QNetworkDiskCache::expire;
+    };
+
+    CFiles m_files;
 };

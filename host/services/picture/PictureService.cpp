@@ -57,11 +57,15 @@ CPictureService::~CPictureService() {
 void CPictureService::Load(const QString& url, const QSize& size, bool moving, QObject* guard, Done done) {
     const unsigned long id = ++m_nLastId;
     Job& job = m_jobs[id];
+    job.end.load = id;
+    job.end.url = url;
+    job.clock.start();
     job.size = Sensible(size);
     job.moving = moving;
     job.guard = guard;
     job.done = std::move(done);
     connect(guard, &QObject::destroyed, this, [this, id] { Drop(id); });
+    Q_EMIT Asked(id, url);
     HttpReqInfo request;
     request.m_strUrl = url.toStdString();
     std::string reason;
@@ -69,6 +73,7 @@ void CPictureService::Load(const QString& url, const QSize& size, bool moving, Q
     if (!message) {
         kLog.Info(FMT_STRING("Refused a picture, {}: {}"), reason, Shown(url));
         job.stage = EnStage::kRefused;
+        job.end.result = kHttpBadRequest;
         QMetaObject::invokeMethod(
             this, [this, id] { Finish(id, nullptr); }, Qt::QueuedConnection);
         return;
@@ -103,7 +108,10 @@ void CPictureService::LookInCache(unsigned long id) {
         const auto found = *cancelled ? std::nullopt : cache.Find(url);
         const Body kept = found ? std::make_shared<const std::string>(found->bytes) : nullptr;
         if (found && found->fresh) {
-            return [this, id, kept] { Decode(id, kept, std::nullopt); };
+            return [this, id, kept] {
+                m_jobs.at(id).end.fromCache = true;
+                Decode(id, kept, std::nullopt);
+            };
         }
         return [this, id, kept, tag = found ? found->tag : std::string()] { Fetch(id, kept, tag); };
     });
@@ -125,15 +133,27 @@ void CPictureService::Fetch(unsigned long id, const Body& kept, const std::strin
     job.exchange->Begin();
 }
 
+// Without a word of what is known already: the server would only say that it still holds.
+void CPictureService::FetchAnew(unsigned long id) {
+    Job& job = m_jobs.at(id);
+    job.end.fromCache = false;
+    job.message.headers.erase("if-none-match");
+    Fetch(id, nullptr, std::string());
+}
+
 void CPictureService::OnAnswer(unsigned long id, const std::shared_ptr<HttpRspInfo>& response, const Body& kept) {
     Job& job = m_jobs.at(id);
     // It is the one that calls.
     CHttpExchange* exchange = job.exchange.release();
     const auto keeping = CPictureCache::KeepingOf(exchange->Header("cache-control"), exchange->Header("etag"));
     exchange->deleteLater();
+    job.end.result = HttpResult(response->m_nResult);
+    job.end.status = response->m_nHttpStatusCode;
+    job.end.bytes = response->m_strBody.size();
     if (response->m_nResult == kHttpOk && response->m_nHttpStatusCode == kStatusOk) {
         Decode(id, Body(response, &response->m_strBody), keeping);
     } else if (response->m_nResult == kHttpOk && response->m_nHttpStatusCode == kStatusNotModified && kept) {
+        job.end.fromCache = true;
         Decode(id, kept, keeping);
     } else {
         kLog.Info(FMT_STRING("No picture, result {}, status {}: {}"), response->m_nResult, response->m_nHttpStatusCode,
@@ -145,11 +165,13 @@ void CPictureService::OnAnswer(unsigned long id, const std::shared_ptr<HttpRspIn
 void CPictureService::Decode(unsigned long id, const Body& body, const std::optional<CPictureCache::Keeping>& keeping) {
     Job& job = m_jobs.at(id);
     job.stage = EnStage::kWorking;
+    job.end.bytes = body->size();
     Work([this, id, body, keeping, url = job.message.url, size = job.size, moving = job.moving,
-          limits = m_options.limits, cancelled = job.cancelled](CPictureCache& cache) -> std::function<void()> {
+          fromCache = job.end.fromCache, limits = m_options.limits,
+          cancelled = job.cancelled](CPictureCache& cache) -> std::function<void()> {
         std::shared_ptr<const Picture> picture;
+        std::string reason = "it is not wanted any more";
         host::RunGuarded(kLog, "Decoding a picture", [&] {
-            std::string reason = "it is not wanted any more";
             const auto facts = *cancelled ? std::nullopt : picture_judge::Judge(*body, limits, reason);
             if (facts) {
                 reason = "it can't be decoded";
@@ -161,7 +183,15 @@ void CPictureService::Decode(unsigned long id, const Body& body, const std::opti
                 cache.Keep(url, *body, *keeping);
             }
         });
-        return [this, id, picture] { Finish(id, picture); };
+        // It was a picture when it was written: the disk has spoilt it.
+        if (fromCache && !picture && !*cancelled) {
+            cache.Remove(url);
+            return [this, id] { FetchAnew(id); };
+        }
+        return [this, id, picture, reason] {
+            m_jobs.at(id).end.refusal = picture ? std::string() : reason;
+            Finish(id, picture);
+        };
     });
 }
 
@@ -171,13 +201,15 @@ void CPictureService::Finish(unsigned long id, const std::shared_ptr<const Pictu
     if (found == m_jobs.end()) {
         return;
     }
-    const Job job = std::move(found->second);
+    Job job = std::move(found->second);
     m_jobs.erase(found);
     if (job.stage != EnStage::kRefused) {
         --m_nRunning;
         StartNext();
     }
     if (job.guard) {
+        job.end.durationMs = job.clock.elapsed();
+        Q_EMIT Ended(job.end);
         host::RunGuarded(kLog, "A picture's callback", [&] { job.done(picture); });
     }
 }

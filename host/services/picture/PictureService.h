@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QPointer>
 #include <QThreadPool>
@@ -15,10 +16,22 @@
 
 class IEnvironment;
 
+/// How the fetch of a picture ended, for who watches.
+struct PictureEnd {
+    unsigned long load = 0;
+    QString url;
+    HttpResult result = kHttpOk;
+    int status = 0;          // the server's; 0 where it gave none, or was not asked
+    bool fromCache = false;  // the bytes are those of the disk
+    size_t bytes = 0;
+    std::string refusal;  // why bytes that are there are no picture; empty if they are
+    int64_t durationMs = 0;
+};
+
 /// Pictures over HTTP, from where the client speaks to at all: https, and by http this machine in an internal build
 /// and the one server on it that AllowPlain names in a release; no redirects to another origin, no proxy and no
 /// cookies. Few at a time, the others wait. They are judged, decoded and scaled on a thread of its own, and kept on the
-/// disk as their servers allow. Main thread. The environment must outlive it.
+/// disk as their servers allow; what was damaged there is fetched anew. Main thread. The environment must outlive it.
 class CPictureService : public QObject, public IPictures {
     Q_OBJECT
 
@@ -41,6 +54,12 @@ public:
     /// Loads that have not ended.
     int RunningCount() const { return int(m_jobs.size()); }
 
+Q_SIGNALS:
+    /// A load begins; their numbers begin at 1.
+    void Asked(unsigned long load, const QString& url);
+    /// It has ended, and whoever asked is told next. Not told of loads whose guard is gone.
+    void Ended(const PictureEnd& end);
+
 private:
     enum class EnStage { kRefused, kWaiting, kWorking, kFetching };
 
@@ -52,6 +71,8 @@ private:
         QPointer<QObject> guard;
         Done done;
         std::unique_ptr<CHttpExchange> exchange;
+        PictureEnd end;
+        QElapsedTimer clock;
         std::shared_ptr<std::atomic<bool>> cancelled = std::make_shared<std::atomic<bool>>(false);
     };
     using Body = std::shared_ptr<const std::string>;
@@ -62,6 +83,7 @@ private:
     void StartNext();
     void LookInCache(unsigned long id);
     void Fetch(unsigned long id, const Body& kept, const std::string& tag);
+    void FetchAnew(unsigned long id);
     void OnAnswer(unsigned long id, const std::shared_ptr<HttpRspInfo>& response, const Body& kept);
     void Decode(unsigned long id, const Body& body, const std::optional<CPictureCache::Keeping>& keeping);
     void Finish(unsigned long id, const std::shared_ptr<const Picture>& picture);

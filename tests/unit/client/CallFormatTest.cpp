@@ -43,6 +43,14 @@ protected:
         return call;
     }
 
+    static HttpSeen Picture(unsigned long load) {
+        HttpSeen call;
+        call.task = load;
+        call.isPicture = true;
+        call.url = "https://pictures.test/pictures/a.png";
+        return call;
+    }
+
     static HttpSeen End(HttpSeen call, EnKind kind, int number, const std::string& body) {
         call.kind = kind;
         call.requestBody = call.body;
@@ -153,6 +161,60 @@ TEST_F(CallFormatTest, TheDetailOfTheChosenCallFollowsItsAnswer) {
     ASSERT_THAT(codes, SizeIs(1));
     EXPECT_EQ(codes[0]->text(1), QStringLiteral("18446744073709551615"));
     EXPECT_THAT(detail->findItems(QStringLiteral("ad_type"), Qt::MatchExactly | Qt::MatchRecursive), SizeIs(1));
+}
+
+TEST_F(CallFormatTest, APictureIsACallWithoutItsBytes) {
+    const HttpSeen asked = Picture(7);
+    HttpSeen end = End(asked, EnKind::Answered, 200, "");
+    end.bodyBytes = 5'000;
+    See(asked);
+    Show();
+    EXPECT_EQ(Row(http_, 0), "GET|/pictures/a.png|7|Waiting||0|");
+    See(end);
+    Show();
+
+    ASSERT_EQ(http_.Model().rowCount(), 1);
+    EXPECT_EQ(Row(http_, 0), "GET|/pictures/a.png|7|200|12|0|5000");
+    EXPECT_THAT(Detail(http_, 0),
+                ElementsAre("URL=https://pictures.test/pictures/a.png", "What=200", "Answer=5000 bytes"));
+    EXPECT_FALSE(http_.Model().Format().IsBad(http_.Model().At(0)));
+}
+
+TEST_F(CallFormatTest, APictureSaysWhetherItIsFromTheCache) {
+    HttpSeen fresh = End(Picture(1), EnKind::Answered, 0, "");
+    fresh.fromCache = true;
+    HttpSeen asked = End(Picture(2), EnKind::Answered, 304, "");
+    asked.fromCache = true;
+    See(fresh);
+    See(asked);
+    Show();
+
+    EXPECT_EQ(Row(http_, 0), "GET|/pictures/a.png|1|from the cache|12|0|0");
+    EXPECT_EQ(Row(http_, 1), "GET|/pictures/a.png|2|304, from the cache|12|0|0");
+}
+
+TEST_F(CallFormatTest, BytesThatAreNoPictureAreBadAndSayWhy) {
+    HttpSeen end = End(Picture(7), EnKind::Answered, 200, "");
+    end.refusal = "it has too many pixels";
+    See(end);
+    See(End(Picture(8), EnKind::Answered, 200, ""));
+    Show();
+
+    EXPECT_THAT(Detail(http_, 0), Contains("Reason=it has too many pixels"));
+    EXPECT_TRUE(http_.Model().Format().IsBad(http_.Model().At(0)));
+    EXPECT_FALSE(http_.Model().Format().IsBad(http_.Model().At(1)));
+}
+
+TEST_F(CallFormatTest, APictureAndARequestOfTheSameNumberAreTwoRows) {
+    See(Sent(7, "{}"));
+    See(Picture(7));
+    See(End(Sent(7, "{}"), EnKind::Answered, 201, ""));
+    See(End(Picture(7), EnKind::Answered, 202, ""));
+    Show();
+
+    ASSERT_EQ(http_.Model().rowCount(), 2);
+    EXPECT_EQ(Row(http_, 0), "POST|/ad/search|7|201|12|2|0");
+    EXPECT_EQ(Row(http_, 1), "GET|/pictures/a.png|7|202|12|0|0");
 }
 
 TEST_F(CallFormatTest, ABodyThatIsNoJsonIsTextAndHex) {

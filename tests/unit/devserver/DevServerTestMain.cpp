@@ -1,9 +1,5 @@
-#include <gmock/gmock.h>
-
-#include <QCoreApplication>
+#include "support/TestProcess.h"
 
 int main(int argc, char** argv) {
-    QCoreApplication app(argc, argv);
-    testing::InitGoogleMock(&argc, argv);
-    return RUN_ALL_TESTS();
+    return test_process::RunInRealTime(argc, argv);
 }

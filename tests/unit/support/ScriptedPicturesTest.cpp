@@ -64,6 +64,18 @@ TEST_F(ScriptedPicturesTest, TheLastLoadOfAnAddressIsAnsweredByIt) {
     EXPECT_THAT(pictures.Asked(), SizeIs(3));
 }
 
+TEST_F(ScriptedPicturesTest, PicturesMayBeInAtOnce) {
+    Load(kUrl, guard.get());
+    pictures.AnswerAtOnce();
+
+    Load(QStringLiteral("https://pictures.test/b.png"), guard.get());
+
+    ASSERT_THAT(told, SizeIs(1));
+    EXPECT_EQ(told[0].size(), QSize(4, 3));
+    EXPECT_EQ(pictures.OutstandingCount(), 1);
+    EXPECT_THAT(pictures.Asked(), SizeIs(2));
+}
+
 TEST_F(ScriptedPicturesTest, AGuardThatIsGoneHearsNothing) {
     Load(kUrl, guard.get());
     guard.reset();

@@ -43,6 +43,16 @@ TEST_F(ScriptedUrlsTest, TheNthOpenIsRefusedWithALineAndKept) {
     EXPECT_THAT(log.Lines(), SizeIs(1));
 }
 
+TEST_F(ScriptedUrlsTest, SomethingMayHappenInsideEachOpen) {
+    size_t seen = 0;
+    urls.WhenOpening([&] { seen += urls.Opened().size(); });
+
+    EXPECT_TRUE(Open("https://a.example/1"));
+    EXPECT_TRUE(Open("https://a.example/2"));
+
+    EXPECT_EQ(seen, 1u + 2u);
+}
+
 TEST_F(ScriptedUrlsTest, ForgettingLeavesAnEmptyRecord) {
     Open("https://a.example/");
 

@@ -25,9 +25,11 @@ public:
     using CZRAdBottomPopupController::CheckAdIsValid;
     using CZRAdBottomPopupController::CheckCanShowAd;
     using CZRAdBottomPopupController::DeleteAdPopupView;
+    using CZRAdBottomPopupController::m_adApiClient;
     using CZRAdBottomPopupController::m_adId;
     using CZRAdBottomPopupController::m_adModelList;
     using CZRAdBottomPopupController::m_adPopupView;
+    using CZRAdBottomPopupController::m_adReporter;
     using CZRAdBottomPopupController::m_adType;
     using CZRAdBottomPopupController::m_pushId;
     using CZRAdBottomPopupController::OnRequestAdSucceeded;

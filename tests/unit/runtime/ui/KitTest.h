@@ -35,6 +35,17 @@ protected:
         holder.setFocusPolicy(Qt::StrongFocus);
     }
 
+    // The pointer is the process's: a button that one case leaves down would still be down in the next, whose own
+    // press is then none.
+    void TearDown() override {
+        for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton}) {
+            if (QGuiApplication::mouseButtons().testFlag(button)) {
+                QTest::mouseRelease(window.windowHandle(), button, {}, QPoint(window.width() - 2, window.height() - 2));
+            }
+        }
+        EXPECT_EQ(QGuiApplication::mouseButtons(), Qt::NoButton);
+    }
+
     void SetTheme(zr_ui_theme::Manager::Theme theme) {
         host::ThemeControl::Set(theme);
         bus.Forget();

@@ -186,9 +186,11 @@ TEST_F(SlideshowTest, KeepsARatioOnlyWhereItIsToAndHasOne) {
     auto* slide = square.findChild<ZRWebImageWidget*>();
     ASSERT_TRUE(slide);
 
+    EXPECT_TRUE(square.keepRatio());
     EXPECT_EQ(slide->geometry(), QRect(100, 0, 100, 100));
     EXPECT_FALSE(pictures.Asked()[0].moving);
     square.setKeepRatio(false);
+    EXPECT_FALSE(square.keepRatio());
     EXPECT_EQ(slide->geometry(), QRect(0, 0, 300, 100));
 }
 
@@ -239,6 +241,16 @@ TEST_F(SlideshowTest, MayBeDeletedInsideItsSignals) {
     QObject::connect(second, &ZSlideshow::webImageLoadSucess, &window, [&] { delete second; });
     pictures.Succeed(pictures.LastLoad());
     EXPECT_FALSE(second);
+
+    QPointer<ZSlideshow> lost = new ZSlideshow(&window, ZSlideshowBase::kRatioFree);
+    lost->addWebImageOrGif(Url(0), QString(), 2);
+    QObject::connect(lost, &ZSlideshow::webImageLoadFinalFailed, &window, [&] { delete lost; });
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        ASSERT_TRUE(lost);
+        pictures.Fail(pictures.LastLoad());
+    }
+    EXPECT_FALSE(lost);
+    EXPECT_EQ(pictures.OutstandingCount(), 0);
 
     QPointer<ZSlideshow> third = new ZSlideshow(&window, ZSlideshowBase::kRatioFree);
     third->m_bAutomatic = true;

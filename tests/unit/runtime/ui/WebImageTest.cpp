@@ -23,6 +23,14 @@ std::shared_ptr<const Picture> Halves(const QSize& size) {
     return picture;
 }
 
+std::shared_ptr<const Picture> Moving(const std::vector<std::pair<QColor, int>>& frames) {
+    auto picture = std::make_shared<Picture>();
+    for (const auto& [color, millis] : frames) {
+        picture->frames.push_back({CScriptedPictures::Plain(QSize(120, 40), color)->frames[0].image, millis});
+    }
+    return picture;
+}
+
 class WebImageTest : public KitTest {
 protected:
     WebImageTest() {
@@ -228,12 +236,8 @@ TEST_F(WebImageTest, RoundsAllCornersOrTheUpperOnesSmoothly) {
 
 TEST_F(WebImageTest, MovesAsLongAsEachFrameStands) {
     Show();
-    auto moving = std::make_shared<Picture>();
-    for (const auto& [color, millis] : {std::pair(Qt::red, 100), std::pair(Qt::green, 300), std::pair(Qt::blue, 50)}) {
-        moving->frames.push_back({CScriptedPictures::Plain(QSize(120, 40), color)->frames[0].image, millis});
-    }
     image.SetUrl(kUrl, QString());
-    pictures.Succeed(1, moving);
+    pictures.Succeed(1, Moving({{Qt::red, 100}, {Qt::green, 300}, {Qt::blue, 50}}));
     time.Settle();
 
     std::vector<QRgb> seen;
@@ -246,6 +250,22 @@ TEST_F(WebImageTest, MovesAsLongAsEachFrameStands) {
     const QRgb green = QColor(Qt::green).rgb();
     const QRgb blue = QColor(Qt::blue).rgb();
     EXPECT_THAT(seen, ElementsAre(red, green, green, blue, blue, red, red, green));
+}
+
+// At most by the step that was due as it went.
+TEST_F(WebImageTest, WhatNobodySeesDoesNotMove) {
+    Show();
+    image.SetUrl(kUrl, QString());
+    pictures.Succeed(1, Moving({{Qt::red, 100}, {Qt::green, 100}, {Qt::blue, 100}}));
+    time.Settle();
+
+    image.hide();
+    time.Advance(std::chrono::milliseconds(2'950));  // to the third, if it moved
+    image.show();
+    EXPECT_EQ(Look(&image).pixelColor(60, 20), QColor(Qt::green));
+
+    time.Advance(std::chrono::milliseconds(100));
+    EXPECT_EQ(Look(&image).pixelColor(60, 20), QColor(Qt::blue));
 }
 
 TEST_F(WebImageTest, PassesPressesOnToItsParentAndTakesNoFocus) {

@@ -62,9 +62,26 @@ INSTANTIATE_TEST_SUITE_P(
            Row{"UserAndPassword", "http://u:p@127.0.0.1/", kNo, kNo}, Row{"Blank", "https://a.example/a b", kNo, kNo},
            Row{"LeadingBlank", " https://a.example/", kNo, kNo}, Row{"LineBreak", "https://a.example/\nx", kNo, kNo},
            Row{"Tab", "https://a\t.example/", kNo, kNo}, Row{"Backslash", "https://a.example\\b", kNo, kNo},
+           Row{"Surrogates", "https://a.example/\xF0\x9F\x98\x80", kNo, kNo},
            Row{"TurnedWriting", "https://a.example/\xE2\x80\xAE", kNo, kNo},
            Row{"BadPercent", "https://a.example/%zz", kNo, kNo}, Row{"BadPort", "https://a.example:99999/", kNo, kNo}),
     RowName);
+
+QString LongUrl(int length) {
+    return QStringLiteral("https://a.example/").leftJustified(length, QLatin1Char('x'));
+}
+
+TEST(UrlLengthTest, IsAtMostEightKibibytes) {
+    EXPECT_EQ(CUrlOpener::Judge(LongUrl(8192), false).target, EnTarget::Web);
+    EXPECT_EQ(CUrlOpener::Judge(LongUrl(8193), false).target, kNo);
+    EXPECT_EQ(CUrlOpener::Judge(LongUrl(8193), false).reason, QStringLiteral("it is too long"));
+}
+
+TEST(UrlSurrogateTest, OneAloneIsRefused) {
+    for (const ushort half : {0xD83D, 0xDE00}) {
+        EXPECT_EQ(CUrlOpener::Judge(QStringLiteral("https://a.example/") + QChar(half), false).target, kNo);
+    }
+}
 
 TEST_F(UrlOpenerTest, HandsEachKindToItsHandler) {
     std::vector<std::string> pages;
@@ -96,6 +113,16 @@ TEST_F(UrlOpenerTest, ARefusalIsLoggedOnceAndTold) {
     EXPECT_THAT(log.Lines(), ElementsAre(Error("Refused to open a URL, it holds a blank, a backslash or a control "
                                                "character: ftp://a.example/\\x0a")));
     EXPECT_THAT(told, ElementsAre("ftp://a.example/\n: it holds a blank, a backslash or a control character"));
+}
+
+TEST_F(UrlOpenerTest, ARefusalLogsTheFirstTwoHundredCharacters) {
+    const std::string start = LongUrl(200).toStdString();
+
+    EXPECT_FALSE(Open(LongUrl(200).toUtf8().constData()));
+    EXPECT_FALSE(Open((LongUrl(200) + QStringLiteral("yz")).toUtf8().constData()));
+
+    EXPECT_THAT(log.Lines(), Each(Error("Refused to open a URL, nothing in the client opens it: " + start)));
+    EXPECT_THAT(log.Lines(), SizeIs(2));
 }
 
 TEST_F(UrlOpenerTest, WhatNoHandlerOpensIsRefused) {

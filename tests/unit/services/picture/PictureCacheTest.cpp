@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -44,6 +45,38 @@ TEST_F(PictureCacheTest, TheLastOneHolds) {
     cache->Keep(url, "new", {60, ""});
 
     EXPECT_EQ(cache->Find(url)->bytes, "new");
+}
+
+TEST_F(PictureCacheTest, WhatIsRemovedIsNotFound) {
+    cache->Keep(url, "bytes", {60, "\"tag\""});
+
+    cache->Remove(url);
+
+    EXPECT_FALSE(cache->Find(url));
+}
+
+TEST_F(PictureCacheTest, HoldsAHundredMebibytesAndThenTheOldestGo) {
+    EXPECT_EQ(CPictureCache::kMostBytes, 100 * 1024 * 1024);
+    const std::string large(21 << 20, 'x');
+    const auto urlOf = [](int number) { return QUrl(QStringLiteral("https://pictures.test/%1").arg(number)); };
+
+    for (int i = 0; i < 4; ++i) {
+        cache->Keep(urlOf(i), large, {60, ""});
+    }
+    EXPECT_TRUE(cache->Find(urlOf(0)));
+    for (int i = 4; i < 8; ++i) {
+        cache->Keep(urlOf(i), large, {60, ""});
+    }
+
+    qint64 bytes = 0;
+    for (QDirIterator files(folder.path(), QDir::Files, QDirIterator::Subdirectories); files.hasNext();) {
+        files.next();
+        bytes += files.fileInfo().size();
+    }
+    EXPECT_LE(bytes, CPictureCache::kMostBytes);
+    EXPECT_GE(bytes, 60 << 20);
+    EXPECT_FALSE(cache->Find(urlOf(0)));
+    EXPECT_TRUE(cache->Find(urlOf(7)));
 }
 
 TEST_F(PictureCacheTest, AFolderThatCannotBeWrittenKeepsNothing) {

@@ -3,15 +3,18 @@
 #include <algorithm>
 
 bool operator==(const PopupSight& left, const PopupSight& right) {
-    return left.list == right.list && left.view == right.view && left.shown == right.shown &&
-           left.timer == right.timer && left.lastShow == right.lastShow && left.open == right.open &&
-           left.requests == right.requests;
+    return left.list == right.list && left.view == right.view && left.loading == right.loading &&
+           left.shown == right.shown && left.closesIn == right.closesIn && left.lastShow == right.lastShow &&
+           left.open == right.open && left.requests == right.requests;
 }
 
 std::ostream& operator<<(std::ostream& stream, const PopupSight& sight) {
     stream << "list " << (sight.list.empty() ? "none" : sight.list) << (sight.view ? ", view" : ", no view")
-           << (sight.shown ? " shown" : "") << (sight.timer ? ", timer" : "") << ", last show " << sight.lastShow
-           << ", open";
+           << (sight.loading ? " loading" : "") << (sight.shown ? " shown" : "");
+    if (sight.closesIn) {
+        stream << ", closes in " << *sight.closesIn << " ms";
+    }
+    stream << ", last show " << sight.lastShow << ", open";
     for (const std::string& ad : sight.open) {
         stream << " " << ad;
     }
@@ -19,7 +22,7 @@ std::ostream& operator<<(std::ostream& stream, const PopupSight& sight) {
 }
 
 // The login's channel is there, and its request has left.
-CPopupRules::CPopupRules(int64_t now) : m_nNow(now) {
+CPopupRules::CPopupRules(int64_t now, const PopupTimes& times) : m_times(times), m_nNow(now) {
     Request();
 }
 
@@ -30,7 +33,9 @@ void CPopupRules::Happen(PopupEvent event) {
             return;
         case PopupEvent::kOffline:
             Offline(OfflineAd());
-            m_requestAt.push_back(m_nNow + kOfflineDelay);
+            return;
+        case PopupEvent::kOfflineWaiting:
+            Offline(OfflineWaitingAd());
             return;
         case PopupEvent::kNewAd:
             Request();
@@ -38,11 +43,17 @@ void CPopupRules::Happen(PopupEvent event) {
         case PopupEvent::kTab:
             ChangeTab();
             return;
+        case PopupEvent::kLanguage:
+            ChangeLanguage();
+            return;
         case PopupEvent::kLogout:
             LogOut();
             return;
         case PopupEvent::kPicture:
             PictureComes();
+            return;
+        case PopupEvent::kNoPicture:
+            PictureFails();
             return;
         case PopupEvent::kTime:
             TimePasses();
@@ -54,8 +65,11 @@ PopupSight CPopupRules::Sight() const {
     PopupSight sight;
     sight.list = m_list;
     sight.view = !m_view.empty();
+    sight.loading = sight.view && !m_bShown;
     sight.shown = m_bShown;
-    sight.timer = m_closeAt.has_value();
+    if (m_closeAt) {
+        sight.closesIn = (*m_closeAt - m_nNow) * 1000;
+    }
     sight.lastShow = m_nLastShow;
     for (const auto& [ad, open] : m_open) {
         if (open) {
@@ -64,6 +78,10 @@ PopupSight CPopupRules::Sight() const {
     }
     sight.requests = m_nRequests;
     return sight;
+}
+
+std::string CPopupRules::OfflineWaitingAd() const {
+    return m_onScreen.empty() || m_list.empty() || m_list == m_onScreen ? "unknown" : m_list;
 }
 
 // Ten full seconds lie between two requests. A new one makes the answer to an old one nobody's.
@@ -90,13 +108,15 @@ void CPopupRules::Answer() {
 }
 
 bool CPopupRules::MayShow() const {
-    return !m_list.empty() && m_bGoodTab && m_nNow - m_nLastShow > kShowInterval;
+    const bool isIntervalOver = m_times.showInterval == 0 || m_nNow - m_nLastShow > m_times.showInterval;
+    return !m_list.empty() && m_bGoodTab && isIntervalOver;
 }
 
 // A view from before goes without a word about its exposure, which its ad's id still stands for.
 void CPopupRules::Show() {
     DropView();
     m_view = m_list;
+    m_nFailures = 0;
 }
 
 void CPopupRules::DropView() {
@@ -123,8 +143,9 @@ void CPopupRules::Close(bool isLogout) {
     }
 }
 
-// What is on screen and what waits are looked at apart.
+// What is on screen and what waits are looked at apart, at once; new ads are asked for later.
 void CPopupRules::Offline(const std::string& ad) {
+    m_requestAt.push_back(m_nNow + m_times.offlineDelay);
     if (ad.empty()) {
         return;
     }
@@ -151,11 +172,19 @@ void CPopupRules::ChangeTab() {
     }
 }
 
+// Where the limit refuses the new request, the answer to the old one still counts.
+void CPopupRules::ChangeLanguage() {
+    Close(false);
+    Clear();
+    Request();
+}
+
 void CPopupRules::LogOut() {
     Close(true);
     Clear();
 }
 
+// One notice for each load, and what is shown loads nothing more.
 void CPopupRules::PictureComes() {
     if (m_view.empty() || m_bShown) {
         return;
@@ -167,8 +196,17 @@ void CPopupRules::PictureComes() {
     m_bShown = true;
     m_onScreen = m_view;
     m_open[m_onScreen] = true;
-    m_closeAt = m_nNow + kShowDuration;
+    if (m_times.showDuration > 0) {
+        m_closeAt = m_nNow + m_times.showDuration;
+    }
     m_nLastShow = m_nNow;
+}
+
+// The list stays for another occasion.
+void CPopupRules::PictureFails() {
+    if (!m_view.empty() && !m_bShown && ++m_nFailures == kPictureAttempts) {
+        DropView();
+    }
 }
 
 void CPopupRules::TimePasses() {

@@ -8,18 +8,37 @@
 #include <vector>
 
 /// What can happen to the bottom popup.
-enum class PopupEvent { kAnswer, kOffline, kNewAd, kTab, kLogout, kPicture, kTime };
-constexpr int kPopupEvents = 7;
+enum class PopupEvent {
+    kAnswer,
+    kOffline,  // of the ad on screen, or else of the last that came
+    kNewAd,
+    kTab,
+    kLogout,
+    kPicture,
+    kTime,
+    // Beyond the usual.
+    kOfflineWaiting,  // of the ad that waits while another is on screen, or else of one that nobody knows
+    kLanguage,
+    kNoPicture,
+};
+
+/// All in seconds.
+struct PopupTimes {
+    int64_t showDuration = 0;  // 0: until it is closed
+    int64_t showInterval = 0;  // 0: none
+    int64_t offlineDelay = 0;
+};
 
 /// What of the popup can be seen at a moment.
 struct PopupSight {
-    std::string list;   // the ad of the stored list; empty without one
-    bool view = false;  // one is there, shown or not
+    std::string list;      // the ad of the stored list; empty without one
+    bool view = false;     // one is there, shown or not
+    bool loading = false;  // its picture is awaited
     bool shown = false;
-    bool timer = false;
-    int64_t lastShow = 0;           // seconds; 0: never
-    std::vector<std::string> open;  // exposures that have begun and not ended, by ad
-    int requests = 0;               // that have left so far
+    std::optional<int64_t> closesIn;  // milliseconds
+    int64_t lastShow = 0;             // seconds; 0: never
+    std::vector<std::string> open;    // exposures that have begun and not ended, by ad
+    int requests = 0;                 // that have left so far
 };
 
 bool operator==(const PopupSight& left, const PopupSight& right);
@@ -30,32 +49,32 @@ std::ostream& operator<<(std::ostream& stream, const PopupSight& sight);
 class CPopupRules {
 public:
     static constexpr int64_t kRequestLimit = 10;
-    static constexpr int64_t kShowDuration = 15;
-    static constexpr int64_t kShowInterval = 30;
-    static constexpr int64_t kOfflineDelay = 5;
     static constexpr int64_t kTimeStep = 11;
+    static constexpr int kPictureAttempts = 3;
 
-    explicit CPopupRules(int64_t now);
+    CPopupRules(int64_t now, const PopupTimes& times);
 
     void Happen(PopupEvent event);
     PopupSight Sight() const;
 
-    /// The ad that the last answer brought; empty before the first.
-    std::string LastAd() const { return m_nAnswers == 0 ? std::string() : AdOf(m_nAnswers); }
-    /// The ad that a push takes offline: the one on screen, or else the last that came; empty without either.
+    /// The ad that each of the two pushes takes offline; empty without one.
     std::string OfflineAd() const { return m_onScreen.empty() ? LastAd() : m_onScreen; }
+    std::string OfflineWaitingAd() const;
     /// The ad that the next answer will bring.
     std::string NextAd() const { return AdOf(m_nAnswers + 1); }
     bool IsTabGood() const { return m_bGoodTab; }
 
-    static std::string AdOf(int number) { return "ad-" + std::to_string(number); }
-
 private:
+    static std::string AdOf(int number) { return "ad-" + std::to_string(number); }
+    std::string LastAd() const { return m_nAnswers == 0 ? std::string() : AdOf(m_nAnswers); }
+
     void Answer();
     void Offline(const std::string& ad);
     void ChangeTab();
+    void ChangeLanguage();
     void LogOut();
     void PictureComes();
+    void PictureFails();
     void TimePasses();
 
     void Request();
@@ -66,6 +85,7 @@ private:
     void Clear();
     void Close(bool isLogout);
 
+    const PopupTimes m_times;
     int64_t m_nNow;
     int64_t m_nLastRequest = 0;
     int m_nRequests = 0;
@@ -73,6 +93,7 @@ private:
     bool m_bWaiting = false;  // the latest request has no answer yet
     std::string m_list;
     std::string m_view;  // the ad that the view is for
+    int m_nFailures = 0;
     bool m_bShown = false;
     std::string m_onScreen;  // the ad that was shown last and not closed
     std::optional<int64_t> m_closeAt;

@@ -1,12 +1,17 @@
 // The bottom popup under everything that can happen to it, in every order of up to five different events and up to
-// four of any: after each event it stands as the rules say, and no exposure ends twice or without a beginning.
+// four of any, for ads that stand and keep away for different times: after each event it stands as the rules say, and
+// no exposure ends twice or without a beginning.
+#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <QTimer>
 #include <algorithm>
+#include <atomic>
 #include <iostream>
 #include <map>
+#include <new>
+#include <set>
 
 #include "Ad/AdSamples.h"
 #include "Ad/Controller/PopupRules.h"
@@ -24,36 +29,97 @@ namespace {
 constexpr int64_t kGoodTab = 20001;
 constexpr int64_t kOtherTab = 20002;
 
-const char* const kEventNames[] = {"answer", "offline push", "new-ad push", "tab", "logout", "picture", "time"};
-
 using Story = std::vector<PopupEvent>;
 
-/// All stories of exactly `length` events that begin with `first`.
-void Collect(Story& story, size_t length, bool repeat, std::vector<Story>& stories) {
-    if (story.size() == length) {
-        stories.push_back(story);
-        return;
-    }
-    for (int i = 0; i < kPopupEvents; ++i) {
-        const auto event = PopupEvent(i);
-        if (repeat || std::find(story.begin(), story.end(), event) == story.end()) {
-            story.push_back(event);
-            Collect(story, length, repeat, stories);
-            story.pop_back();
-        }
-    }
+const Story kUsualEvents{PopupEvent::kAnswer, PopupEvent::kOffline, PopupEvent::kNewAd, PopupEvent::kTab,
+                         PopupEvent::kLogout, PopupEvent::kPicture, PopupEvent::kTime};
+const Story kAllEvents{PopupEvent::kAnswer,   PopupEvent::kOffline,  PopupEvent::kNewAd, PopupEvent::kTab,
+                       PopupEvent::kLogout,   PopupEvent::kPicture,  PopupEvent::kTime,  PopupEvent::kOfflineWaiting,
+                       PopupEvent::kLanguage, PopupEvent::kNoPicture};
+
+/// All stories that begin so and go on with one to `most` of these events.
+struct Stories {
+    Story first;
+    Story events;
+    bool repeat = true;
+    int most = 0;
+};
+
+const Stories kOfDifferentEvents{{}, kUsualEvents, false, 5};
+const Stories kOfAnyEvents{{}, kUsualEvents, true, 4};
+// With what is seldom: a withdrawal of an ad that waits, another language, a picture that does not come.
+const Stories kAfterAnAnswer{{PopupEvent::kAnswer}, kAllEvents, true, 3};
+// The shown ad and the one that an answer is about to bring are two.
+const Stories kWithANewAdOnItsWay{
+    {PopupEvent::kAnswer, PopupEvent::kPicture, PopupEvent::kTime, PopupEvent::kNewAd}, kAllEvents, true, 3};
+const Stories kWithTwoAds{
+    {PopupEvent::kAnswer, PopupEvent::kPicture, PopupEvent::kTime, PopupEvent::kNewAd, PopupEvent::kAnswer},
+    kAllEvents,
+    true,
+    3};
+
+Story Without(Story events, PopupEvent event) {
+    events.erase(std::remove(events.begin(), events.end(), event), events.end());
+    return events;
 }
 
-std::vector<Story> StoriesFrom(PopupEvent first, size_t longest, bool repeat) {
-    std::vector<Story> stories;
-    for (size_t length = 1; length <= longest; ++length) {
-        Story story{first};
-        Collect(story, length, repeat, stories);
-    }
-    return stories;
+std::string NameOf(PopupEvent event) {
+    constexpr const char* kNames[] = {"Answer", "OfflinePush",          "NewAdPush", "Tab",      "Logout", "Picture",
+                                      "Time",   "OfflinePushOfWaiting", "Language",  "NoPicture"};
+    return kNames[int(event)];
 }
 
-class PopupSequencesTest : public ScriptedHostTest, public WithParamInterface<PopupEvent> {
+struct TimesRow {
+    const char* name;
+    PopupTimes times;
+    std::vector<std::string> reached;  // what the stories come by, sorted
+};
+
+// With a step of eleven seconds: one step leaves the ad on screen and within the interval; one closes it and lets the
+// next one come; one leaves it on screen and lets the next one come over it; nothing ever closes or holds back.
+const std::vector<TimesRow> kTimes{
+    {"StandsAndKeepsAway",
+     {15, 30, 10},
+     {"a withdrawal refills", "the shown one is withdrawn and the other waits", "the time closes",
+      "the waiting one is withdrawn"}},
+    {"ClosesAndComes", {10, 5, 10}, {"a withdrawal refills", "another is shown", "the time closes"}},
+    {"StandsAndComes",
+     {15, 5, 10},
+     {"a withdrawal refills", "another comes over the shown one", "another is shown",
+      "the shown one is withdrawn and the other waits", "the time closes", "the waiting one is withdrawn",
+      "two exposures are open"}},
+    {"Endless",
+     {0, 0, 10},
+     {"a withdrawal refills", "another comes over the shown one", "another is shown",
+      "the shown one is withdrawn and the other waits", "the waiting one is withdrawn", "two exposures are open"}}};
+
+std::string RowName(const TestParamInfo<std::tuple<TimesRow, PopupEvent>>& row) {
+    return std::get<TimesRow>(row.param).name + NameOf(std::get<PopupEvent>(row.param));
+}
+
+void PrintTo(const TimesRow& row, std::ostream* stream) {
+    *stream << row.name;
+}
+
+/// A number that children count on for their parents.
+class CSharedCount {
+public:
+    CSharedCount()
+        : m_count(new (mmap(nullptr, sizeof(Count), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0)) Count) {
+    }
+    ~CSharedCount() { munmap(m_count, sizeof(Count)); }
+    CSharedCount(const CSharedCount&) = delete;
+    CSharedCount& operator=(const CSharedCount&) = delete;
+
+    void Add() { ++*m_count; }
+    int Value() const { return *m_count; }
+
+private:
+    using Count = std::atomic<int>;
+    Count* const m_count;
+};
+
+class PopupSequencesTest : public ScriptedHostTest, public WithParamInterface<std::tuple<TimesRow, PopupEvent>> {
 protected:
     void Begin() {
         account.Set(501);
@@ -73,17 +139,12 @@ protected:
             case PopupEvent::kAnswer:
                 http.Answer(LastSearch(), AnswerWith(rules.NextAd()));
                 break;
-            case PopupEvent::kOffline: {
-                ad_manage_oss::AdPush push;
-                push.set_ad_type(ZRAdTypePopup);
-                push.set_ad_position(kAdPositionBottomPopup);
-                push.set_delay(CPopupRules::kOfflineDelay);
-                if (!rules.OfflineAd().empty()) {
-                    push.add_offline_ad_id(rules.OfflineAd());
-                }
-                channel.Push(20145, push.SerializeAsString());
+            case PopupEvent::kOffline:
+                Withdraw(rules.OfflineAd());
                 break;
-            }
+            case PopupEvent::kOfflineWaiting:
+                Withdraw(rules.OfflineWaitingAd());
+                break;
             case PopupEvent::kNewAd: {
                 ads_service::AdPush push;
                 push.set_ad_type(ZRAdTypePopup);
@@ -97,12 +158,20 @@ protected:
                 bus.HostSend(20157, static_cast<unsigned long>(key));
                 break;
             }
+            case PopupEvent::kLanguage:
+                bus.HostSend(20100);
+                break;
             case PopupEvent::kLogout:
                 manager.OnLogout();
                 break;
             case PopupEvent::kPicture:
-                if (pictures.LastLoad() != 0) {
+                if (pictures.OutstandingCount() > 0) {
                     pictures.Succeed(pictures.LastLoad());
+                }
+                break;
+            case PopupEvent::kNoPicture:
+                if (pictures.OutstandingCount() > 0) {
+                    pictures.Fail(pictures.LastLoad());
                 }
                 break;
             case PopupEvent::kTime:
@@ -111,6 +180,17 @@ protected:
         }
         time.Settle();
         rules.Happen(event);
+    }
+
+    void Withdraw(const std::string& ad) {
+        ad_manage_oss::AdPush push;
+        push.set_ad_type(ZRAdTypePopup);
+        push.set_ad_position(kAdPositionBottomPopup);
+        push.set_delay(uint32_t(times.offlineDelay));
+        if (!ad.empty()) {
+            push.add_offline_ad_id(ad);
+        }
+        channel.Push(20145, push.SerializeAsString());
     }
 
     /// The last request for ads; exposures go the same way.
@@ -124,10 +204,10 @@ protected:
         return task;
     }
 
-    static std::string AnswerWith(const std::string& ad) {
+    std::string AnswerWith(const std::string& ad) const {
         Json::Value data = PopupData();
-        data["show_duration"] = int(CPopupRules::kShowDuration);
-        data["show_interval"] = Json::Int64(CPopupRules::kShowInterval);
+        data["show_duration"] = Json::Int64(times.showDuration);
+        data["show_interval"] = Json::Int64(times.showInterval);
         Json::Value popup = PopupAd(ad);
         for (const char* key : {"end_time", "expire_time"}) {
             popup[key] = Json::Int64(4'000'000'000);
@@ -146,13 +226,26 @@ protected:
         EXPECT_LE(views.size(), 1);
         sight.view = !views.isEmpty();
         sight.shown = sight.view && !views.first()->isHidden();
-        sight.timer = controller->findChild<QTimer*>() != nullptr;
+        EXPECT_LE(pictures.OutstandingCount(), 1);
+        sight.loading = pictures.OutstandingCount() > 0;
+        sight.closesIn = ClosesIn();
         sight.lastShow = store.Int64("AdLastShowTimeStampKey_2_42_501_1").value_or(0);
         sight.open = OpenExposures();
         for (const StartedRequest& started : http.Started()) {
             sight.requests += started.request.m_strUrl == "https://ads.test/ad/search" ? 1 : 0;
         }
         return sight;
+    }
+
+    std::optional<int64_t> ClosesIn() {
+        const auto timers = controller->findChildren<QTimer*>();
+        EXPECT_LE(timers.size(), 1);
+        if (timers.isEmpty()) {
+            return std::nullopt;
+        }
+        EXPECT_TRUE(timers.first()->isActive());
+        EXPECT_TRUE(timers.first()->isSingleShot());
+        return timers.first()->remainingTime();
     }
 
     std::vector<std::string> OpenExposures() {
@@ -174,31 +267,48 @@ protected:
         return open;
     }
 
-    void Run(const Story& story) {
-        Begin();
-        std::string told;
-        for (const PopupEvent event : story) {
-            told += std::string(told.empty() ? "" : ", ") + kEventNames[int(event)];
-            SCOPED_TRACE(told);
-            Do(event);
-            EXPECT_EQ(Sight(), rules.Sight());
+    /// Each event in a child of what came before it.
+    void GoOn(const std::string& before, const Story& events, bool repeat, int most) {
+        for (const PopupEvent event : events) {
+            InChild(before + NameOf(event), [&] { Go(before, event, events, repeat, most); });
             if (HasFailure()) {
                 return;
             }
         }
     }
-
-    void RunAll(const std::vector<Story>& stories) {
-        for (const Story& story : stories) {
-            InChild([&] { Run(story); });
-            if (HasFailure()) {
-                return;
-            }
+    void Go(const std::string& before, PopupEvent event, const Story& events, bool repeat, int most) {
+        Do(event);
+        EXPECT_EQ(Sight(), rules.Sight());
+        if (HasFailure()) {
+            return;
         }
+        ended.Add();
+        if (most > 1) {
+            GoOn(before + NameOf(event) + ", ", repeat ? events : Without(events, event), repeat, most - 1);
+        }
+    }
+
+    /// Those that go on with this case's event; their number, of those that ended well.
+    int Run(const Stories& stories) {
+        const PopupEvent next = std::get<PopupEvent>(GetParam());
+        InChild("the beginning", [&] {
+            Begin();
+            std::string told;
+            for (const PopupEvent event : stories.first) {
+                told += NameOf(event) + ", ";
+                Do(event);
+                EXPECT_EQ(Sight(), rules.Sight()) << told;
+            }
+            if (!HasFailure()) {
+                InChild(told + NameOf(next), [&] { Go(told, next, stories.events, stories.repeat, stories.most); });
+            }
+        });
+        return ended.Value();
     }
 
     /// In a process of its own, which begins with all that is here now and takes nothing back.
-    static void InChild(const std::function<void()>& story) {
+    static void InChild(const std::string& told, const std::function<void()>& story) {
+        SCOPED_TRACE(told);
         std::cout.flush();
         std::fflush(nullptr);
         const pid_t child = fork();
@@ -211,46 +321,97 @@ protected:
         ASSERT_GT(child, 0);
         int status = 0;
         ASSERT_EQ(waitpid(child, &status, 0), child);
-        EXPECT_EQ(status, 0);
+        EXPECT_EQ(status, 0) << (WIFSIGNALED(status) ? "it crashed" : "it failed");
     }
 
-    CPopupRules rules{CVirtualTime::kFirstServerTime / 1000};
+    const PopupTimes times = std::get<TimesRow>(GetParam()).times;
+    CPopupRules rules{CVirtualTime::kFirstServerTime / 1000, times};
+    CSharedCount ended;
     CZRAdManager& manager = *CZRAdManager::Singleton();
     std::unique_ptr<QWidget> window;
     CZRAdBottomPopupController* controller = nullptr;
 };
 
 TEST_P(PopupSequencesTest, OfUpToFiveDifferentEventsLeaveThePopupAsTheRulesSay) {
-    const auto stories = StoriesFrom(GetParam(), 5, false);
-    ASSERT_THAT(stories, SizeIs(1 + 6 + 30 + 120 + 360));
-    RunAll(stories);
-}
-
-// The shown ad and the one that an answer is about to bring are two.
-TEST_P(PopupSequencesTest, OfUpToThreeEventsWithAnAdOnScreenAndANewOneOnItsWayLeaveThePopupAsTheRulesSay) {
-    auto stories = StoriesFrom(GetParam(), 3, true);
-    ASSERT_THAT(stories, SizeIs(1 + 7 + 49));
-    for (Story& story : stories) {
-        const Story before{PopupEvent::kAnswer, PopupEvent::kPicture, PopupEvent::kTime, PopupEvent::kNewAd};
-        story.insert(story.begin(), before.begin(), before.end());
-    }
-    RunAll(stories);
+    EXPECT_EQ(Run(kOfDifferentEvents), 1 + 6 + 6 * 5 + 6 * 5 * 4 + 6 * 5 * 4 * 3);
 }
 
 TEST_P(PopupSequencesTest, OfUpToFourEventsThatMayComeAgainLeaveThePopupAsTheRulesSay) {
-    const auto stories = StoriesFrom(GetParam(), 4, true);
-    ASSERT_THAT(stories, SizeIs(1 + 7 + 49 + 343));
-    RunAll(stories);
+    EXPECT_EQ(Run(kOfAnyEvents), 1 + 7 + 7 * 7 + 7 * 7 * 7);
 }
 
-std::string NameOf(const TestParamInfo<PopupEvent>& row) {
-    constexpr const char* names[] = {"Answer", "OfflinePush", "NewAdPush", "Tab", "Logout", "Picture", "Time"};
-    return names[int(row.param)];
+INSTANTIATE_TEST_SUITE_P(FirstEvents, PopupSequencesTest, Combine(ValuesIn(kTimes), ValuesIn(kUsualEvents)), RowName);
+
+class PopupRareSequencesTest : public PopupSequencesTest {
+protected:
+    static constexpr int kUpToThree = 1 + 10 + 10 * 10;
+};
+
+TEST_P(PopupRareSequencesTest, OfUpToThreeEventsAfterAnAnswerLeaveThePopupAsTheRulesSay) {
+    EXPECT_EQ(Run(kAfterAnAnswer), kUpToThree);
 }
 
-INSTANTIATE_TEST_SUITE_P(FirstEvents, PopupSequencesTest,
-                         Values(PopupEvent::kAnswer, PopupEvent::kOffline, PopupEvent::kNewAd, PopupEvent::kTab,
-                                PopupEvent::kLogout, PopupEvent::kPicture, PopupEvent::kTime),
-                         NameOf);
+TEST_P(PopupRareSequencesTest, OfUpToThreeEventsWithANewAdOnItsWayOverTheShownOneLeaveThePopupAsTheRulesSay) {
+    EXPECT_EQ(Run(kWithANewAdOnItsWay), kUpToThree);
+}
+
+TEST_P(PopupRareSequencesTest, OfUpToThreeEventsWithAnotherAdThanTheShownOneLeaveThePopupAsTheRulesSay) {
+    EXPECT_EQ(Run(kWithTwoAds), kUpToThree);
+}
+
+INSTANTIATE_TEST_SUITE_P(FirstEvents, PopupRareSequencesTest, Combine(ValuesIn(kTimes), ValuesIn(kAllEvents)), RowName);
+
+/// The stories as the rules alone tell them.
+class PopupStoriesTest : public TestWithParam<TimesRow> {
+protected:
+    void Tell(const Stories& stories) {
+        CPopupRules rules(CVirtualTime::kFirstServerTime / 1000, GetParam().times);
+        for (const PopupEvent event : stories.first) {
+            rules.Happen(event);
+        }
+        GoOn(rules, stories.events, stories.repeat, stories.most);
+    }
+
+    void GoOn(const CPopupRules& before, const Story& events, bool repeat, int most) {
+        for (const PopupEvent event : events) {
+            CPopupRules rules = before;
+            rules.Happen(event);
+            Look(event, before.Sight(), rules.Sight());
+            if (most > 1) {
+                GoOn(rules, repeat ? events : Without(events, event), repeat, most - 1);
+            }
+        }
+    }
+
+    void Look(PopupEvent event, const PopupSight& before, const PopupSight& after) {
+        const bool isOfTwoAds = before.shown && !before.list.empty() && before.open != std::vector{before.list};
+        Note(event == PopupEvent::kTime && before.shown && !after.shown, "the time closes");
+        Note(event == PopupEvent::kTime && after.requests > before.requests, "a withdrawal refills");
+        Note(before.lastShow > 0 && after.lastShow > before.lastShow, "another is shown");
+        Note(before.shown && after.loading, "another comes over the shown one");
+        Note(after.open.size() > 1, "two exposures are open");
+        Note(isOfTwoAds && after.shown && after.list.empty(), "the waiting one is withdrawn");
+        Note(isOfTwoAds && !after.view && after.list == before.list, "the shown one is withdrawn and the other waits");
+    }
+    void Note(bool seen, const char* what) {
+        if (seen) {
+            reached.insert(what);
+        }
+    }
+
+    std::set<std::string> reached;
+};
+
+TEST_P(PopupStoriesTest, ComeByAllThatTheirTimesAreChosenFor) {
+    for (const Stories& stories :
+         {kOfDifferentEvents, kOfAnyEvents, kAfterAnAnswer, kWithANewAdOnItsWay, kWithTwoAds}) {
+        Tell(stories);
+    }
+
+    EXPECT_THAT(reached, ElementsAreArray(GetParam().reached));
+}
+
+INSTANTIATE_TEST_SUITE_P(Times, PopupStoriesTest, ValuesIn(kTimes),
+                         [](const TestParamInfo<TimesRow>& row) { return std::string(row.param.name); });
 
 }  // namespace

@@ -1,90 +1,16 @@
 #include "Ad/Controller/ZRAdBannerController.h"
 
-#include <QPointer>
+#include <QApplication>
+#include <memory>
 
-#include "Ad/MethodsOf.h"
-#include "Ad/Model/ZRAdBannerModel.h"
-#include "Ad/View/ZRAdBannerView.h"
-#include "ui/ZSlideshow.h"
-
-#include "Ad/AdSamples.h"
-#include "Ad/AdWindow.h"
+#include "Ad/AdBannerTest.h"
 #include "Ad/Controller/ZRAdManager.h"
-#include "support/Click.h"
-#include "support/ScriptedHostTest.h"
+#include "Ad/MethodsOf.h"
 
 using namespace ::testing;
 using namespace std::chrono_literals;
 
 namespace {
-
-const QSize kSize(600, 100);
-
-class CBannerSlot : public CZRAdBannerController {
-public:
-    CBannerSlot() : CZRAdBannerController(nullptr, 7) {}
-
-    using CZRAdBannerController::CheckAdIsValid;
-    using CZRAdBannerController::m_adType;
-    using CZRAdBannerController::OnRequestAdSucceeded;
-};
-
-class AdBannerControllerTest : public ScriptedHostTest {
-protected:
-    AdBannerControllerTest() {
-        environment.SetDeviceId("dev");
-        random.WillReturn({11, 22, 33, 44});
-        time.SetServerTime(200'000);
-    }
-    ~AdBannerControllerTest() override {
-        qDeleteAll(banners);
-        Forget();
-        pictures.Forget();
-    }
-
-    static Json::Value DataOf(const std::vector<std::string>& ids, int bannerType = 2) {
-        Json::Value data = BannerData();
-        data["banner_position"]["banner_type"] = bannerType;
-        for (const std::string& id : ids) {
-            Json::Value ad = BannerAd(id);
-            ad["banner_ad"]["img"] = "https://pictures.test/" + id + ".png";
-            ad["banner_ad"]["schema"] = "https://www.test/" + id;
-            data["ad"].append(ad);
-        }
-        return data;
-    }
-    static CZRAdModelList* ListOf(const Json::Value& data) {
-        auto* list = new CZRAdModelList(nullptr);
-        EXPECT_TRUE(list->Decode(data));
-        return list;
-    }
-
-    /// Takes banners into `banners`, null ones too.
-    std::function<void(QWidget*)> Taker() {
-        return [this](QWidget* banner) { banners.append(banner); };
-    }
-    void Ask() {
-        slot.GetAdBannerAsync(kSize, Taker(), 0, false, {});
-        Forget();
-    }
-    void Answer(const Json::Value& data) { slot.OnRequestAdSucceeded(ListOf(data), 5); }
-
-    /// A banner of these ads, in the caller's window.
-    CZRAdBannerView* Show(const std::vector<std::string>& ids, int bannerType = 2) {
-        Ask();
-        Answer(DataOf(ids, bannerType));
-        return banners.isEmpty() ? nullptr : qobject_cast<CZRAdBannerView*>(banners.last());
-    }
-
-    void Forget() {
-        log.Forget();
-        reports.Forget();
-        http.Forget();
-    }
-
-    CBannerSlot slot;
-    QList<QWidget*> banners;
-};
 
 TEST_F(AdBannerControllerTest, HasItsSlotsInTheFixedOrder) {
     EXPECT_THAT(MethodsOf(CZRAdBannerController::staticMetaObject),
@@ -124,6 +50,7 @@ TEST_F(AdBannerControllerTest, AListWithoutAPositionsLayoutIsRefused) {
     data.removeMember("banner_position");
     list.Decode(data);
     ASSERT_EQ(list.GetBannerPosition(), nullptr);
+    environment.SetRelease(false);
     Ask();
 
     EXPECT_FALSE(slot.CheckAdIsValid(&list));
@@ -132,6 +59,17 @@ TEST_F(AdBannerControllerTest, AListWithoutAPositionsLayoutIsRefused) {
     slot.ShowAd(&list);
     EXPECT_THAT(log.Lines().back(), Info("[Ad] Banner position is null, adType = 3, m_adPosition = 7"));
     EXPECT_THAT(banners, IsEmpty());
+}
+
+TEST_F(AdBannerControllerTest, WhereLayoutAndCallerAreMissingTheLayoutIsWhatIsTold) {
+    CZRAdModelList list(nullptr);
+    Json::Value data = DataOf({"a"});
+    data.removeMember("banner_position");
+    list.Decode(data);
+
+    EXPECT_FALSE(slot.CheckAdIsValid(&list));
+
+    EXPECT_THAT(log.Lines(), ElementsAre(Info("[Ad] Banner position is null, adType = 3, m_adPosition = 7")));
 }
 
 TEST_F(AdBannerControllerTest, AListThatNobodyAskedForIsRefused) {
@@ -155,19 +93,56 @@ TEST_F(AdBannerControllerTest, TheBannerIsTheCallersOfTheSizeThatWasAskedFor) {
     EXPECT_EQ(banner->parent(), nullptr);
     EXPECT_EQ(banner->size(), kSize);
     EXPECT_TRUE(banner->isHidden());
-    EXPECT_THAT(log.Lines(), Contains(Info("[Ad] Create ad banner, adType = 3, adPosition = 7")));
     EXPECT_THAT(log.Assertions(), IsEmpty());
 }
 
+TEST_F(AdBannerControllerTest, ABannerIsLoggedAheadOfItsAds) {
+    Ask();
+    const std::unique_ptr<CZRAdModelList> list(ListOf(DataOf({"a", "b"})));
+
+    slot.ShowAd(list.get());
+
+    EXPECT_THAT(log.Lines(), ElementsAre(Info("[Ad] Create ad banner, adType = 3, adPosition = 7"),
+                                         Info("[Ad] Set banner image url, imageUrl = https://pictures.test/a.png"),
+                                         Info(StartsWith("[Ad] Report ExposeAd start, ")),
+                                         Info(StartsWith("[Ad] Report StartExposeAd success, ")),
+                                         Info("[Ad] Set banner image url, imageUrl = https://pictures.test/b.png")));
+}
+
+TEST_F(AdBannerControllerTest, ThePositionsSpeedScaleAndCornersAreNotApplied) {
+    Json::Value data = DataOf({"a", "b"});
+    data["banner_position"]["carousel_interval"] = 1;
+    data["banner_position"]["material_scale"] = "1:1";
+    data["banner_position"]["material_corner"] = "40";
+    Ask();
+    Answer(data);
+    ASSERT_THAT(banners, SizeIs(1));
+    banners[0]->show();
+    time.Settle();
+    pictures.SucceedUrl("https://pictures.test/a.png");
+
+    for (const QString& name : {QStringLiteral("ZSlideshowSlide0"), QStringLiteral("ZSlideshowSlide1")}) {
+        EXPECT_EQ(banners[0]->findChild<QWidget*>(name)->geometry(), QRect(QPoint(0, 0), kSize));
+    }
+    const QImage seen = banners[0]->grab().toImage();
+    for (const QPoint corner : {QPoint(0, 0), QPoint(599, 0), QPoint(0, 99), QPoint(599, 99)}) {
+        EXPECT_EQ(seen.pixelColor(corner), QColor(Qt::red)) << corner.x() << "," << corner.y();
+    }
+    time.Advance(4900ms);
+    EXPECT_EQ(Slideshow(banners[0])->currentIndex(), 0);
+    time.Advance(100ms);
+    EXPECT_EQ(Slideshow(banners[0])->currentIndex(), 1);
+}
+
 TEST_F(AdBannerControllerTest, ASingleImageShowsOneAdHoweverManyThereAre) {
-    EXPECT_EQ(Show({"a", "b", "c"}, 1)->findChild<ZSlideshow*>()->count(), 1);
+    EXPECT_EQ(Slideshow(Show({"a", "b", "c"}, 1))->count(), 1);
     EXPECT_THAT(pictures.Asked(), SizeIs(1));
 }
 
 TEST_F(AdBannerControllerTest, AnyOtherTypeShowsAll) {
     for (const int type : {2, 3, -1}) {
         time.Advance(10s);
-        EXPECT_EQ(Show({"a", "b", "c"}, type)->findChild<ZSlideshow*>()->count(), 3) << type;
+        EXPECT_EQ(Slideshow(Show({"a", "b", "c"}, type))->count(), 3) << type;
     }
 }
 
@@ -185,7 +160,7 @@ TEST_F(AdBannerControllerTest, AnAdThatIsNoBannerIsLeftOutAndTheOthersMoveUp) {
 
     ASSERT_THAT(banners, SizeIs(2));
     for (QWidget* banner : qAsConst(banners)) {
-        EXPECT_EQ(banner->findChild<ZSlideshow*>()->count(), 2);
+        EXPECT_EQ(Slideshow(banner)->count(), 2);
     }
     reports.Forget();
     banners.last()->show();
@@ -218,7 +193,7 @@ TEST_F(AdBannerControllerTest, IfNoneIsABannerAnEmptyViewIsHandedOver) {
     delete list;
 
     ASSERT_THAT(banners, SizeIs(1));
-    EXPECT_EQ(banners[0]->findChild<ZSlideshow*>()->count(), 0);
+    EXPECT_EQ(Slideshow(banners[0])->count(), 0);
 }
 
 TEST_F(AdBannerControllerTest, TheStripIsHandedOnToTheView) {
@@ -244,21 +219,45 @@ TEST_F(AdBannerControllerTest, NoListIsNotShownAndNobodyIsCalled) {
     EXPECT_THAT(banners, IsEmpty());
 }
 
+TEST_F(AdBannerControllerTest, ABannerThatNobodyAskedForIsNotLeftBehind) {
+    const std::unique_ptr<CZRAdModelList> list(ListOf(DataOf({"a"})));
+    slot.GetAdBannerAsync(kSize, nullptr, 0, false, {});
+    Forget();
+
+    slot.ShowAd(list.get());
+
+    EXPECT_THAT(QApplication::allWidgets(), IsEmpty());
+    EXPECT_THAT(reports.Names(), ElementsAre("StartExposeAd", "ExposeAd"));  // what was begun has its end
+    EXPECT_THAT(pictures.Asked(), SizeIs(1));
+    EXPECT_EQ(pictures.OutstandingCount(), 0);
+}
+
+enum class Ads { kNoArray, kNone, kOne };
+
 struct Nothing {
     const char* name;
-    bool withAds;
+    Ads ads;
     int bannerType;
     const char* line;
 };
 
-class AdBannerNothingTest : public AdBannerControllerTest, public WithParamInterface<Nothing> {};
+class AdBannerNothingTest : public AdBannerControllerTest, public WithParamInterface<Nothing> {
+protected:
+    AdBannerNothingTest() {
+        Json::Value data = DataOf({"a"}, GetParam().bannerType);
+        if (GetParam().ads == Ads::kNoArray) {
+            data.removeMember("ad");
+        }
+        list.reset(ListOf(data));
+        if (GetParam().ads == Ads::kNone) {
+            list->GetAdList()->clear();
+        }
+    }
+
+    std::unique_ptr<CZRAdModelList> list;
+};
 
 TEST_P(AdBannerNothingTest, AnInternalBuildIsCalledWithNullAndAReleaseNotAtAll) {
-    const std::unique_ptr<CZRAdModelList> list(ListOf(DataOf({"a"}, GetParam().bannerType)));
-    if (!GetParam().withAds) {
-        list->GetAdList()->clear();
-    }
-    slot.ShowAd(list.get());  // nobody asked
     Ask();
     slot.ShowAd(list.get());
     EXPECT_THAT(banners, IsEmpty());
@@ -271,13 +270,24 @@ TEST_P(AdBannerNothingTest, AnInternalBuildIsCalledWithNullAndAReleaseNotAtAll) 
     EXPECT_THAT(log.Lines(), SizeIs(2));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Lists, AdBannerNothingTest,
-    Values(Nothing{"NoAds", false, 2, "[Ad] Show ad banner Failed, ad List is null, adType = 3, adPosition = 7"},
-           Nothing{"NoAdsOfNoType", false, 0,
-                   "[Ad] Show ad banner Failed, ad List is null, adType = 3, adPosition = 7"},
-           Nothing{"NoType", true, 0, "[Ad] Ad banner type is unknown, adType = 3, adPosition = 7, bannerType = 0"}),
-    [](const auto& row) { return row.param.name; });
+TEST_P(AdBannerNothingTest, WhereNobodyAskedAnInternalBuildCallsNobody) {
+    environment.SetRelease(false);
+
+    EXPECT_NO_THROW(slot.ShowAd(list.get()));
+
+    EXPECT_THAT(log.Lines(), ElementsAre(Info(GetParam().line)));
+}
+
+INSTANTIATE_TEST_SUITE_P(Lists, AdBannerNothingTest,
+                         Values(Nothing{"NoArray", Ads::kNoArray, 2,
+                                        "[Ad] Show ad banner Failed, ad List is null, adType = 3, adPosition = 7"},
+                                Nothing{"NoAds", Ads::kNone, 2,
+                                        "[Ad] Show ad banner Failed, ad List is null, adType = 3, adPosition = 7"},
+                                Nothing{"NoAdsOfNoType", Ads::kNone, 0,
+                                        "[Ad] Show ad banner Failed, ad List is null, adType = 3, adPosition = 7"},
+                                Nothing{"NoType", Ads::kOne, 0,
+                                        "[Ad] Ad banner type is unknown, adType = 3, adPosition = 7, bannerType = 0"}),
+                         [](const auto& row) { return row.param.name; });
 
 TEST_F(AdBannerControllerTest, AnEmptyAnswerIsRefusedAheadAndCallsNobody) {
     environment.SetRelease(false);
@@ -287,6 +297,18 @@ TEST_F(AdBannerControllerTest, AnEmptyAnswerIsRefusedAheadAndCallsNobody) {
 
     EXPECT_THAT(banners, IsEmpty());
     EXPECT_THAT(log.Lines().back(), Error("[Ad] Ad list is empty, adType = 3, adPosition = 7"));
+}
+
+TEST_F(AdBannerControllerTest, ARefusedRequestCallsNobodyAlsoInAnInternalBuild) {
+    environment.SetRelease(false);
+    Ask();
+
+    slot.GetAdBannerAsync(kSize, Taker(), 0, false, {});
+    time.Settle();
+
+    EXPECT_THAT(reports.Names(), ElementsAre("SingleAdvertisementPullDataResult"));
+    EXPECT_THAT(http.Started(), IsEmpty());
+    EXPECT_THAT(banners, IsEmpty());
 }
 
 // Who is called
@@ -336,84 +358,6 @@ TEST_F(AdBannerControllerTest, WhoeverGetsABannerMayDeleteItAtOnce) {
 
     EXPECT_THAT(reports.Names(),
                 ElementsAre("SendAdRequest", "SingleAdvertisementPullDataResult", "StartExposeAd", "ExposeAd"));
-}
-
-// What is reported
-
-TEST_F(AdBannerControllerTest, ExposuresOfEachAdAreReportedAsTheBannerRuns) {
-    Show({"a", "b"});
-    EXPECT_THAT(reports.Names(), Contains("StartExposeAd").Times(1));
-    Forget();
-
-    time.Advance(5s);
-
-    ASSERT_THAT(reports.Names(), ElementsAre("ExposeAd", "StartExposeAd"));
-    EXPECT_THAT(reports.Events()[0].params, HasSubstr(R"("advertisement_id":"a")"));
-    EXPECT_THAT(reports.Events()[1].params, HasSubstr(R"("advertisement_id":"b")"));
-    EXPECT_THAT(log.Lines()[1], Error("[Ad] Expose ad start, path = /ad/expose, adType = 3, adPosition = 7, adId = a, "
-                                      "exposeId = dev200a, exposeDuration = 5000, pushId = "));
-}
-
-TEST_F(AdBannerControllerTest, PicturesAndClicksAreReported) {
-    CZRAdBannerView* banner = Show({"a"});
-    banner->show();
-    time.Settle();
-    Forget();
-
-    pictures.SucceedUrl("https://pictures.test/a.png");
-    Click(banner);
-
-    ASSERT_THAT(reports.Names(), ElementsAre("AdvertisementImageResourceDownloadResult", "ClickAd"));
-    EXPECT_THAT(reports.Events()[0].params,
-                AllOf(HasSubstr(R"("advertisement_type":"3")"), HasSubstr(R"("action_times":1)")));
-    EXPECT_THAT(reports.Events()[1].params, HasSubstr(R"("result_status":1)"));
-    EXPECT_THAT(urls.Opened(), SizeIs(1));
-    EXPECT_TRUE(slot.GetAdModelList());  // a click closes nothing
-}
-
-TEST_F(AdBannerControllerTest, APictureThatIsLostIsReported) {
-    Show({"a"});
-    Forget();
-    for (int i = 0; i < 3; ++i) {
-        pictures.FailUrl("https://pictures.test/a.png");
-    }
-    ASSERT_THAT(reports.Names(), ElementsAre("AdvertisementImageResourceDownloadResult"));
-    EXPECT_THAT(reports.Events()[0].params,
-                AllOf(HasSubstr(R"("result_code":"-1")"), HasSubstr(R"("action_times":3)")));
-}
-
-TEST_F(AdBannerControllerTest, ItsEndIsReportedOnceAsByLoginAndClearsTheList) {
-    CZRAdBannerView* banner = Show({"a", "b"});
-    Forget();
-    time.Advance(2s);
-
-    banners.clear();
-    delete banner;
-    time.Advance(1min);
-
-    EXPECT_THAT(log.Lines(),
-                ElementsAre(Info("[Ad] Closed ad by login. adType = 3, adPosition = 7, adId = a"),
-                            Info(StartsWith("[Ad] Report ExposeAd end success, ")),
-                            Error(AllOf(StartsWith("[Ad] Expose ad start, "), HasSubstr("exposeDuration = 2000, "))),
-                            Info("[Ad] Clear ad data. adType = 3, adPosition = 7, adId = ")));
-    EXPECT_THAT(reports.Names(), ElementsAre("ExposeAd"));
-    EXPECT_EQ(slot.GetAdModelList(), nullptr);
-}
-
-TEST_F(AdBannerControllerTest, ABannerThatOutlivesItsSlotReportsToNobody) {
-    auto passing = std::make_unique<CBannerSlot>();
-    passing->GetAdBannerAsync(kSize, Taker(), 0, false, {});
-    passing->OnRequestAdSucceeded(ListOf(DataOf({"a", "b"})), 5);
-    passing.reset();
-    Forget();
-
-    time.Advance(20s);
-    pictures.SucceedUrl("https://pictures.test/a.png");
-    qDeleteAll(banners);
-    banners.clear();
-
-    EXPECT_THAT(reports.Events(), IsEmpty());
-    EXPECT_THAT(log.Lines(), IsEmpty());
 }
 
 // By way of the manager

@@ -119,6 +119,21 @@ TEST_F(AdBottomPopupTest, ACardIsMadeHiddenWithItsTargetAheadOfItsPicture) {
     EXPECT_THAT(log.Assertions(), IsEmpty());
 }
 
+TEST_F(AdBottomPopupTest, APictureThatIsInAtOnceShowsTheCardWithItsTarget) {
+    pictures.AnswerAtOnce();
+
+    slot.OnRequestAdSucceeded(list.release(), 5);
+
+    ASSERT_TRUE(Card());
+    EXPECT_TRUE(Card()->isVisible());
+    EXPECT_EQ(slot.m_adId, kAd);
+    Click(Card());
+    ASSERT_THAT(urls.Opened(), SizeIs(1));
+    EXPECT_EQ(urls.Opened()[0].url, "https://www.test/autumn");
+    store.Forget();
+    Forget();
+}
+
 TEST_F(AdBottomPopupTest, WithoutTheCloseOptionTheCardHasNoButton) {
     slot.AddAdPopupView(First(list.get()), false, 0, kAd, QString());
 

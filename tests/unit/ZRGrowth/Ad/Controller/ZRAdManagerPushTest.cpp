@@ -41,22 +41,44 @@ TEST_F(AdPushTest, ADelayOfNothingIsStillLater) {
     EXPECT_THAT(Paths(), ElementsAre("/ad/search"));
 }
 
-TEST_F(AdPushTest, TheDelayIsCountedIn32Bits) {
-    channel.Push(20171, AdPush(2, 42, 4294968));  // 4294968000 milliseconds are 704 beyond
+class AdPushDelayTest : public AdPushTest, public WithParamInterface<int> {
+protected:
+    void Push(uint32_t delay) {
+        switch (GetParam()) {
+            case 20145:
+                channel.Push(20145, StatusPush(2, 42, delay, {}));
+                break;
+            case 20170:
+                channel.Push(20170, CheckPush(2, 42, delay, {"8"}));
+                break;
+            default:
+                channel.Push(20171, AdPush(2, 42, delay));
+                break;
+        }
+    }
+};
 
+TEST_P(AdPushDelayTest, IsCountedIn32Bits) {
+    Push(4294968);  // 4294968000 milliseconds are 704 beyond
+
+    EXPECT_THAT(poster.Delays(), ElementsAre(704));
     time.Advance(703ms);
     EXPECT_THAT(http.Started(), IsEmpty());
     time.Advance(1ms);
     EXPECT_THAT(http.Started(), SizeIs(1));
 }
 
-TEST_F(AdPushTest, ADelayThatIsNegativeAsANumberOfMillisecondsIsLaterAndAtOnce) {
-    channel.Push(20171, AdPush(2, 42, 2147484));
+TEST_P(AdPushDelayTest, ThatIsNegativeAsANumberOfMillisecondsIsLaterAndAtOnce) {
+    Push(2147484);
 
     EXPECT_THAT(http.Started(), IsEmpty());
+    EXPECT_THAT(poster.Delays(), ElementsAre(0));
     time.Settle();
     EXPECT_THAT(http.Started(), SizeIs(1));
 }
+
+INSTANTIATE_TEST_SUITE_P(Commands, AdPushDelayTest, Values(20145, 20170, 20171),
+                         [](const TestParamInfo<int>& row) { return std::to_string(row.param); });
 
 TEST_F(AdPushTest, ARequestWithinTheLimitIsRefusedWhenTheDelayIsOver) {
     bus.HostSend(10650);
@@ -119,6 +141,20 @@ TEST_F(AdPushTest, WithdrawnAdsGoAtOnceAndTheRefillWaits) {
 
     time.Advance(20s);
     EXPECT_THAT(Paths(), ElementsAre("/ad/search"));
+    Forget();
+}
+
+TEST_F(AdPushTest, AWithdrawalTakesPlaceBeforeTheRefillIsPosted) {
+    ShowByAnswer();
+    poster.Forget();
+    std::vector<int64_t> postedBefore{-1};
+    QObject::connect(Popup()->GetAdModelList(), &QObject::destroyed, manager.get(),
+                     [&] { postedBefore = poster.Delays(); });
+
+    channel.Push(20145, StatusPush(2, 42, 20, {"18088"}));
+
+    EXPECT_THAT(postedBefore, IsEmpty());
+    EXPECT_THAT(poster.Delays(), ElementsAre(20'000));
     Forget();
 }
 

@@ -75,6 +75,7 @@ TEST_F(AdManagerTest, TheEndUnbindsAllAndLeavesTheSlots) {
 }
 
 TEST_F(AdManagerTest, BeforeItsStartItDoesNothingForPopups) {
+    environment.SetRelease(false);
     manager->OnLogin();
     manager->OnLogout();
     manager->OnLoginChannelConnect(10650, 0, nullptr);
@@ -84,6 +85,8 @@ TEST_F(AdManagerTest, BeforeItsStartItDoesNothingForPopups) {
     manager->UpdateAdBottomPopupCoordinates();
     manager->OnAdPushCallback(0, kCSProtoOk, Data(20171, AdPush(2, 42, 0)), nullptr);
     manager->OnAdStatusChangedPushCallback(0, kCSProtoOk, Data(20145, StatusPush(2, 42, 0, {"1"})), nullptr);
+    manager->OnAdCheckPushCallback(0, kCSProtoOk, Data(20170, CheckPush(2, 42, 0, {"1"})), nullptr);
+    EXPECT_THAT(poster.Delays(), ElementsAre(0, 0, 0));
     time.Settle();
 
     EXPECT_THAT(http.Started(), IsEmpty());
@@ -167,6 +170,37 @@ TEST_F(AdManagerTest, ALanguageWithinTheLimitLeavesTheSlotEmpty) {
     log.Forget();
     ASSERT_THAT(reports.Names(), ElementsAre("ExposeAd", "SingleAdvertisementPullDataResult"));
     EXPECT_THAT(reports.Events()[1].params, HasSubstr(R"("result_code":"1001")"));
+}
+
+TEST_F(AdManagerTest, AfterALanguageWithinTheLimitTheAnswerToTheSearchBeforeIsTaken) {
+    Start();
+    bus.HostSend(10650);
+    const unsigned long task = http.LastTask();
+    bus.HostSend(20100);
+    EXPECT_THAT(Paths(), ElementsAre("/ad/search"));
+
+    http.Answer(task, Text(DataOf({"18088"})));
+    time.Settle();
+
+    EXPECT_TRUE(Popup()->GetAdModelList());
+    EXPECT_TRUE(Card());
+    reports.Forget();
+    pictures.Forget();
+}
+
+TEST_F(AdManagerTest, AfterALanguageWithItsOwnSearchTheAnswerToTheOneBeforeIsNobodys) {
+    Start();
+    bus.HostSend(10650);
+    const unsigned long task = http.LastTask();
+    time.Advance(10s);
+    bus.HostSend(20100);
+    EXPECT_THAT(Paths(), ElementsAre("/ad/search", "/ad/search"));
+
+    http.Answer(task, Text(DataOf({"18088"})));
+    time.Settle();
+
+    EXPECT_EQ(Popup()->GetAdModelList(), nullptr);
+    EXPECT_THAT(log.Lines(), Contains(Error(HasSubstr("requestTaskId unmatched"))));
 }
 
 TEST_F(AdManagerTest, ALogoutClosesAndClearsAndAsksForNothing) {
@@ -346,6 +380,17 @@ TEST_F(AdManagerTest, ABannerMayBeAskedForFromAnyThread) {
     std::thread([this] { manager->GetAdBannerAsync(9, QSize(10, 10), [](QWidget*) {}, 0, false, {}); }).join();
     EXPECT_THAT(http.Started(), IsEmpty());
 
+    time.Settle();
+
+    EXPECT_THAT(Paths(), ElementsAre("/ad/search"));
+    EXPECT_THAT(manager->findChildren<CZRAdBannerController*>(), SizeIs(1));
+}
+
+TEST_F(AdManagerTest, ABannerThatWasAskedForBeforeTheEndIsStillLookedFor) {
+    Start();
+    manager->GetAdBannerAsync(9, QSize(10, 10), [](QWidget*) {}, 0, false, {});
+
+    manager->UnInit();
     time.Settle();
 
     EXPECT_THAT(Paths(), ElementsAre("/ad/search"));

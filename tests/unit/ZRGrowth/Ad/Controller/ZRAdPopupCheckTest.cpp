@@ -1,4 +1,6 @@
 // Whether a popup's list is good for anything, and whether it may be shown at this moment.
+#include <limits>
+
 #include "Ad/AdPopupTest.h"
 
 using namespace ::testing;
@@ -57,6 +59,18 @@ TEST_F(AdPopupCheckTest, AFirstAdOfAnotherKindIsNoPopup) {
     EXPECT_THAT(log.Lines(), ElementsAre(Info("[Ad] AdPopupModel is null, adType = 2, adPosition = 42")));
 }
 
+TEST_F(AdPopupCheckTest, AFirstEntryThatIsNoAdAtAllIsNoPopup) {
+    list->GetAdList()->prepend(nullptr);
+
+    EXPECT_FALSE(slot.CheckAdIsValid(list.get()));
+    EXPECT_THAT(log.Lines(), ElementsAre(Info("[Ad] AdPopupModel is null, adType = 2, adPosition = 42")));
+
+    slot.OnRequestAdSucceeded(list.release(), 5);
+    EXPECT_EQ(slot.GetAdModelList(), nullptr);
+    ASSERT_THAT(reports.Names(), ElementsAre("SendAdRequest", "SingleAdvertisementPullDataResult"));
+    EXPECT_THAT(reports.Events()[0].params, HasSubstr(R"("advertisement_ids":["18088"])"));
+}
+
 TEST_F(AdPopupCheckTest, AFirstAdWithoutAnIdIsRefused) {
     time.SetServerTime(0);  // due, as its times are all 0
     PutFirst(new CZRAdPopupModel(list.get()));
@@ -102,8 +116,15 @@ TEST_F(AdPopupCheckTest, AListWithoutAPopupAtItsHeadCannotBeShown) {
     EXPECT_FALSE(MayShow());
     list->GetAdList()->clear();
     EXPECT_FALSE(MayShow());
-
     EXPECT_THAT(log.Lines(), ElementsAre(refused, refused, refused));
+    log.Forget();
+
+    Json::Value data = DataOf({});
+    data.removeMember("ad");
+    list.reset(ListOf(data));
+    ASSERT_EQ(list->GetAdList(), nullptr);
+    EXPECT_FALSE(MayShow());
+    EXPECT_THAT(log.Lines(), ElementsAre(refused));
 }
 
 TEST_F(AdPopupCheckTest, AnAdWithoutAreasCannotBeShown) {
@@ -211,6 +232,15 @@ TEST_F(AdPopupCheckTest, AStoredTimeAheadOfTheClockRefuses) {
     EXPECT_FALSE(MayShow());
 }
 
+TEST_F(AdPopupCheckTest, AStoredTimeMayLieAnywhere) {
+    SetInterval(1);
+    store.SetInt64(kLastShow, std::numeric_limits<int64_t>::min());
+    EXPECT_TRUE(MayShow());
+
+    store.SetInt64(kLastShow, std::numeric_limits<int64_t>::max());
+    EXPECT_FALSE(MayShow());
+}
+
 TEST_F(AdPopupCheckTest, TheStoredTimeIsThatOfTheUserAndTheIntervalType) {
     Json::Value data = DataOf({"18088"});
     data["show_interval"] = 60;
@@ -240,6 +270,20 @@ TEST_F(AdPopupCheckTest, ATakenSlotRefusesAndIsTheOneRefusalThatIsReported) {
                                           R"({"advertisement_filter":["1"],"advertisement_ids":["18088"],)"
                                           R"("request_id":"dev20011"})",
                                           0, false}));
+}
+
+TEST_F(AdPopupCheckTest, ATakenSlotIsReportedOnlyWithAReporterAndAClient) {
+    slots.Allow(kSlotAdPopup, false);
+    CZRAdReporter* const reporter = slot.m_adReporter;
+    slot.m_adReporter = nullptr;
+    EXPECT_FALSE(MayShow());
+    slot.m_adReporter = reporter;
+    slot.m_adApiClient = nullptr;
+    EXPECT_FALSE(MayShow());
+
+    EXPECT_THAT(log.Lines(), SizeIs(2));
+    EXPECT_THAT(log.Lines(), Each(Info(StartsWith("[Ad] Popup isnot allowed to show by uniform resource slot, "))));
+    EXPECT_THAT(reports.Events(), IsEmpty());
 }
 
 TEST_F(AdPopupCheckTest, OnlyTheSlotOfPopupsIsAskedFor) {

@@ -1,5 +1,6 @@
 // From a list to a popup on screen.
-#include <limits>
+#include <QPointer>
+#include <functional>
 
 #include "Ad/AdPopupTest.h"
 #include "Ad/MethodsOf.h"
@@ -23,6 +24,12 @@ TEST_F(AdPopupControllerTest, HasItsSlotsInTheFixedOrder) {
                     "QString pushId)",
                     "slot OnImageLoadFailed(QString imageUrl, QString resultContent, qlonglong time, int count, "
                     "QString adId)"));
+}
+
+TEST_F(AdPopupControllerTest, ASubclassIsReachedByTwoOperationsBehindTheBasesInTheFixedOrder) {
+    const auto last = PlaceOf(&CZRAdController::OnCloseButtonClicked);
+    EXPECT_EQ(PlaceOf(&CBottomSlot::AddAdPopupView), last + 1);
+    EXPECT_EQ(PlaceOf(&CBottomSlot::DeleteAdPopupView), last + 2);
 }
 
 TEST_F(AdPopupControllerTest, ThePlainPopupIsOfTheTypeOfPopupsAndDrawsNothing) {
@@ -89,6 +96,28 @@ TEST_F(AdPopupControllerTest, AListThatIsGoodForNothingAnyMoreIsThrownAway) {
     EXPECT_TRUE(list.isNull());
     EXPECT_EQ(slot.GetAdModelList(), nullptr);
     log.Forget();
+}
+
+TEST_F(AdPopupControllerTest, AListIsThrownAwayByEachOfThePopupsOwnRefusals) {
+    const auto tryWith = [this](const std::function<void(CZRAdModelList&)>& spoil) {
+        const QPointer<CZRAdModelList> list = ListOf(DataOf({"18088"}));
+        slot.SetAdModelList(list);
+        spoil(*list);
+        log.Forget();
+        slot.TryShowAdPopup();
+        EXPECT_TRUE(list.isNull());
+        EXPECT_EQ(slot.GetAdModelList(), nullptr);
+        return log.Lines().empty() ? std::string() : log.Lines().back().text;
+    };
+
+    EXPECT_THAT(tryWith([](CZRAdModelList& list) { list.GetAdList()->prepend(nullptr); }),
+                StartsWith("[Ad] AdPopupModel is null, "));
+    EXPECT_THAT(tryWith([](CZRAdModelList& list) { First(&list)->GetShowAreas()->clear(); }),
+                StartsWith("[Ad] ShowAreas is null, "));
+    time.SetServerTime(0);  // when an ad without a window is due
+    EXPECT_THAT(tryWith([](CZRAdModelList& list) { *list.GetAdList() = {new CZRAdPopupModel(&list)}; }),
+                StartsWith("[Ad] AdId is null, "));
+    EXPECT_EQ(Card(), nullptr);
 }
 
 TEST_F(AdPopupControllerTest, WithoutAListATryIsLoggedAsTheBaseDoes) {
@@ -268,6 +297,66 @@ TEST_F(AdPopupControllerTest, AListThatWentMeanwhileTakesTheCardAlong) {
     EXPECT_THAT(reports.Events(), IsEmpty());
 }
 
+TEST_F(AdPopupControllerTest, TheCardsAdIsShownByTheRulesOfTheListThatIsStoredByThen) {
+    Answer(DataOf({"1"}));
+    Json::Value data = DataOf({"2"});
+    data["show_duration"] = 33;
+    data["show_interval_type"] = 5;
+    data["ad"][0]["popup_ad"]["show_areas"] = JsonOf("[503]");
+    slot.SetAdModelList(ListOf(data));
+    mainFrame.SetTabKey(20017);  // an area of the second list alone
+
+    LetPictureIn();
+
+    EXPECT_TRUE(Card() && Card()->isVisible());
+    EXPECT_EQ(slot.m_adId, QStringLiteral("1"));
+    EXPECT_THAT(store.Saves(), ElementsAre(StoreSave{std::nullopt, "AdLastShowTimeStampKey_2_42_77_5", "200"}));
+    ASSERT_TRUE(CloseTimer());
+    EXPECT_EQ(CloseTimer()->interval(), 33'000);
+    ASSERT_THAT(reports.Names(), ElementsAre("AdvertisementImageResourceDownloadResult", "StartExposeAd"));
+    EXPECT_THAT(reports.Events()[1].params, HasSubstr(R"("advertisement_id":"1")"));
+}
+
+TEST_F(AdPopupControllerTest, TheTimeIsSavedForTheUserAndTheIntervalType) {
+    Json::Value data = DataOf({"18088"});
+    data["show_interval_type"] = 4;
+    account.Set(78);
+    Answer(data);
+
+    LetPictureIn();
+
+    EXPECT_THAT(store.Saves(), ElementsAre(StoreSave{std::nullopt, "AdLastShowTimeStampKey_2_42_78_4", "200"}));
+    EXPECT_THAT(log.Lines().back(), Info(EndsWith(", key = AdLastShowTimeStampKey_2_42_78_4")));
+    reports.Forget();
+}
+
+TEST_F(AdPopupControllerTest, ACardThatIsTakenAwayAsItComesUpCountsAsGone) {
+    Answer(DataOf({"18088"}));
+    class CTaker : public QObject {
+    public:
+        explicit CTaker(CBottomSlot& from) : m_from(from) {}
+        bool eventFilter(QObject*, QEvent* event) override {
+            if (event->type() == QEvent::Show) {
+                m_from.DeleteAdPopupView();
+            }
+            return false;
+        }
+
+    private:
+        CBottomSlot& m_from;
+    } taker(slot);
+    Card()->installEventFilter(&taker);
+
+    LetPictureIn();
+
+    EXPECT_THAT(log.Lines().back(), Info("[Ad] Show ad popup failed, adPopupView is null. adType = 2, adPosition = 42, "
+                                         "adId = 18088"));
+    EXPECT_EQ(slot.m_adId, QString());
+    EXPECT_EQ(CloseTimer(), nullptr);
+    EXPECT_THAT(reports.Names(), ElementsAre("AdvertisementImageResourceDownloadResult"));
+    EXPECT_THAT(store.Saves(), IsEmpty());
+}
+
 TEST_F(AdPopupControllerTest, ANewListReplacesTheCardOnScreenWithoutClosingItsExposure) {
     Show("1");
     CZRAdBottomPopupView* before = Card();
@@ -305,99 +394,6 @@ TEST_F(AdPopupControllerTest, APictureThatIsLostTakesTheCardAwayAndClosesNothing
     EXPECT_THAT(log.Lines().back(), Info("[Ad] Delete AdPopupView, adType = 2, adPosition = 42, adId = "));
     EXPECT_THAT(http.Started(), IsEmpty());
     EXPECT_THAT(store.Saves(), IsEmpty());
-}
-
-// The timer
-
-TEST_F(AdPopupControllerTest, AfterItsDurationThePopupClosesByTimeout) {
-    Show();
-    time.Advance(14'999ms);
-    EXPECT_TRUE(Card() && Card()->isVisible());
-    EXPECT_THAT(log.Lines(), IsEmpty());
-
-    time.Advance(1ms);
-
-    EXPECT_EQ(Card(), nullptr);
-    EXPECT_THAT(
-        log.Lines(),
-        ElementsAre(Info("[Ad] Delete ad popup close timer. adType = 2, adPosition = 42, adId = 18088"),
-                    Info("[Ad] Delete AdPopupView, adType = 2, adPosition = 42, adId = 18088"),
-                    Info("[Ad] Closed ad by timeout. adType = 2, adPosition = 42, adId = 18088"),
-                    Info(StartsWith("[Ad] Report ExposeAd end success, ")), Error(StartsWith("[Ad] Expose ad start, ")),
-                    Info("[Ad] Clear ad data. adType = 2, adPosition = 42, adId = 18088")));
-    EXPECT_THAT(reports.Names(), ElementsAre("ExposeAd"));
-    EXPECT_THAT(http.Started(), SizeIs(1));
-    EXPECT_EQ(slot.GetAdModelList(), nullptr);
-
-    time.Advance(60s);
-    EXPECT_THAT(log.Lines(), SizeIs(6));
-}
-
-TEST_F(AdPopupControllerTest, TheDurationBeginsWhenThePictureIsIn) {
-    Answer(DataOf({"18088"}));
-    time.Advance(20s);
-    EXPECT_EQ(CloseTimer(), nullptr);
-    LetPictureIn();
-    ASSERT_TRUE(CloseTimer());
-    EXPECT_TRUE(CloseTimer()->isSingleShot());
-    EXPECT_EQ(CloseTimer()->interval(), 15'000);
-    store.Forget();
-    Forget();
-}
-
-TEST_F(AdPopupControllerTest, WithoutADurationThereIsNoTimerAndThePopupStays) {
-    for (const int duration : {0, -1}) {
-        Json::Value data = DataOf({"18088"});
-        data["show_duration"] = duration;
-        ShowList(data);
-        EXPECT_EQ(CloseTimer(), nullptr);
-
-        time.Advance(24h);
-
-        EXPECT_TRUE(Card() && Card()->isVisible());
-        slot.CloseAd(ZRAdCloseTypeTabSwitched);
-        time.SetServerTime(kNow * 1000);
-        Forget();
-    }
-}
-
-TEST_F(AdPopupControllerTest, ADurationBeyondWhatATimerCountsIsAsLongAsItCounts) {
-    Json::Value data = DataOf({"18088"});
-    for (const int duration : {2147484, std::numeric_limits<int>::max()}) {
-        data["show_duration"] = duration;
-        ShowList(data);
-        ASSERT_TRUE(CloseTimer());
-        EXPECT_EQ(CloseTimer()->interval(), std::numeric_limits<int>::max());
-        slot.CloseAd(ZRAdCloseTypeTabSwitched);
-        time.Settle();
-        Forget();
-    }
-}
-
-TEST_F(AdPopupControllerTest, ASecondShowBeginsTheDurationAnew) {
-    Show("1");
-    time.Advance(10s);
-    Show("2");
-    time.Settle();
-    EXPECT_THAT(slot.findChildren<QTimer*>(), SizeIs(1));
-
-    time.Advance(10s);
-    EXPECT_TRUE(Card() && Card()->isVisible());
-    time.Advance(5s);
-    EXPECT_EQ(Card(), nullptr);
-    Forget();
-}
-
-TEST_F(AdPopupControllerTest, TheTimerGoesWithAWord) {
-    Show();
-
-    slot.DeleteAdPopupCloseTimer();
-    slot.DeleteAdPopupCloseTimer();
-
-    EXPECT_THAT(log.Lines(),
-                ElementsAre(Info("[Ad] Delete ad popup close timer. adType = 2, adPosition = 42, adId = 18088")));
-    time.Advance(1h);
-    EXPECT_TRUE(Card() && Card()->isVisible());
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "Ad/MethodsOf.h"
 #include "support/Click.h"
 #include "support/ScriptedHostTest.h"
+#include "ui/ZRWebImageWidget.h"
 #include "ui/ZSlideshow.h"
 #include "webview/ZRWebWindowInfo.h"
 
@@ -13,6 +14,10 @@ using namespace ::testing;
 using namespace std::chrono_literals;
 
 namespace {
+
+// The kit says what these mean; other clients of it know them by these numbers.
+static_assert(ZSlideshowBase::kRatioFree == 8);
+static_assert(ZSlideshow::kMoving == 2);
 
 const QSize kSize(600, 100);
 
@@ -70,7 +75,11 @@ protected:
         log.Forget();
     }
 
-    ZSlideshow* Slideshow() { return view->findChild<ZSlideshow*>(); }
+    ZSlideshow* Slideshow() { return view->findChild<ZSlideshow*>(QStringLiteral("CZRAdBannerViewSlideshow")); }
+
+    QWidget* Slide(int index) {
+        return Slideshow()->findChild<ZRWebImageWidget*>(QStringLiteral("ZSlideshowSlide%1").arg(index));
+    }
 
     std::vector<std::string> told;  // the signals, in words, also of a banner that goes with the window
     CAdWindow window;
@@ -98,8 +107,19 @@ TEST_F(AdBannerViewTest, ViewAndSlideshowHaveTheSizeForGood) {
     EXPECT_EQ(Slideshow()->maximumSize(), kSize);
     EXPECT_EQ(Slideshow()->pos(), QPoint(0, 0));
     EXPECT_TRUE(Slideshow()->m_bAutomatic);
+    EXPECT_EQ(view->objectName(), QStringLiteral("CZRAdBannerView"));
     EXPECT_THAT(log.Assertions(), IsEmpty());
     EXPECT_THAT(told, IsEmpty());
+}
+
+TEST_F(AdBannerViewTest, TheSlideshowNeitherKeepsARatioNorHasOne) {
+    EXPECT_FALSE(Slideshow()->keepRatio());
+
+    Slideshow()->setKeepRatio(true);
+    Add(QStringLiteral("a"));
+
+    EXPECT_EQ(Slide(0)->geometry(), QRect(QPoint(0, 0), kSize));
+    pictures.Forget();
 }
 
 TEST_F(AdBannerViewTest, APictureFillsTheWholeBanner) {
@@ -108,6 +128,17 @@ TEST_F(AdBannerViewTest, APictureFillsTheWholeBanner) {
     ASSERT_THAT(pictures.Asked(), SizeIs(1));
     EXPECT_EQ(pictures.Asked()[0].size, kSize);
     EXPECT_TRUE(pictures.Asked()[0].moving);
+}
+
+TEST_F(AdBannerViewTest, UntilItsPictureIsInASlideIsEmpty) {
+    Add(QStringLiteral("a"));
+    ZRWebImageWidget empty(Slideshow());
+    empty.setFixedSize(kSize);
+
+    EXPECT_EQ(Slide(0)->grab().toImage(), empty.grab().toImage());
+
+    pictures.Succeed(pictures.LastLoad());
+    EXPECT_NE(Slide(0)->grab().toImage(), empty.grab().toImage());
 }
 
 // Exposures
@@ -178,6 +209,15 @@ TEST_F(AdBannerViewTest, ThePicturesTimeIsTheServers) {
     EXPECT_THAT(told, ElementsAre("in https://pictures.test/a.png 12345 1 a"));
 }
 
+TEST_F(AdBannerViewTest, APictureMayBeInAsItsAddressIsAdded) {
+    pictures.AnswerAtOnce();
+    time.Advance(70ms);
+
+    Add(QStringLiteral("a"));
+
+    EXPECT_THAT(told, ElementsAre("start a", "in https://pictures.test/a.png 70 1 a"));
+}
+
 TEST_F(AdBannerViewTest, PicturesOfNoAdAreNotToldOf) {
     AddThree();
 
@@ -207,6 +247,10 @@ TEST_F(AdBannerViewTest, AClickOpensTheTargetOfTheAdThatIsSeen) {
     EXPECT_EQ(opened.fallbackMode, 1);
     EXPECT_EQ(opened.context, nullptr);
     EXPECT_STREQ(opened.extra.typeName(), "core::webview::ZRWebWindowInfo");
+    const auto wanted = opened.extra.value<core::webview::ZRWebWindowInfo>();
+    EXPECT_TRUE(wanted.parent.isNull());
+    EXPECT_FALSE(wanted.size.isValid());
+    EXPECT_FALSE(wanted.minimumSize.isValid());
     EXPECT_THAT(told, ElementsAre("clicked, opened b"));
     EXPECT_THAT(log.Lines(),
                 ElementsAre(Info("[Ad] [CZRAdImageView] Open schema success, schema = https://www.test/b, adId = b")));
@@ -258,6 +302,38 @@ TEST_F(AdBannerViewTest, AnotherButtonThanTheLeftDoesNothing) {
     EXPECT_THAT(urls.Opened(), IsEmpty());
     EXPECT_THAT(log.Lines(), IsEmpty());
     EXPECT_EQ(window.presses, 2);
+}
+
+TEST_F(AdBannerViewTest, ButtonAndStripAreLookedAtBeforeTheTarget) {
+    Add(QStringLiteral("a"), QString());
+    view->SetTopNonClickableAreaHeight(24);
+    told.clear();
+    log.Forget();
+
+    Press(*view, Qt::RightButton);
+    PressAt(*view, Qt::LeftButton, QPoint(300, 10));
+
+    EXPECT_THAT(log.Lines(), IsEmpty());
+    EXPECT_EQ(window.presses, 2);
+}
+
+TEST_F(AdBannerViewTest, AClickIsLoggedThenToldOfAndThenPassedOn) {
+    AddThree();
+    QMouseEvent event(QEvent::MouseButtonPress, QPointF(300, 50), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    bool kept = false;
+    std::vector<LogLine> lines;
+    QObject::connect(view, &CZRAdBannerView::ClickAd, [&] {
+        kept = event.isAccepted();
+        lines = log.Lines();
+    });
+
+    QCoreApplication::sendEvent(view, &event);
+
+    EXPECT_TRUE(kept);
+    EXPECT_THAT(lines, ElementsAre(Info(StartsWith("[Ad] [CZRAdImageView] Open schema success, "))));
+    EXPECT_THAT(told, ElementsAre("clicked, opened a"));
+    EXPECT_EQ(window.presses, 1);
+    urls.Forget();
 }
 
 TEST_F(AdBannerViewTest, TheStripAtTheTopTakesNoClick) {
@@ -349,6 +425,32 @@ TEST_F(AdBannerViewTest, ADyingSlideshowIsHeardNoMore) {
     delete view;
 
     EXPECT_THAT(heard, ElementsAre(false, false, false));
+    EXPECT_THAT(told, ElementsAre("close a"));
+}
+
+TEST_F(AdBannerViewTest, ASlideshowThatSomebodyDeletedIsNotMissed) {
+    AddThree();
+    delete Slideshow();
+
+    Add(QStringLiteral("d"));
+    EXPECT_THAT(told, IsEmpty());
+    EXPECT_THAT(log.Lines(), ElementsAre(Info("[Ad] Set banner image url, imageUrl = https://pictures.test/d.png")));
+
+    delete view;
+    EXPECT_THAT(told, ElementsAre("close a"));
+}
+
+TEST_F(AdBannerViewTest, ThePageThatAClickOpensMayTakeTheViewAway) {
+    AddThree();
+    const QPointer<QWidget> alive = view;
+    urls.WhenOpening([this] { delete view; });
+
+    Click(view);
+
+    EXPECT_TRUE(alive.isNull());
+    EXPECT_THAT(urls.Opened(), SizeIs(1));
+    EXPECT_THAT(log.Lines(), ElementsAre(Info("[Ad] [CZRAdImageView] Open schema success, schema = "
+                                              "zrclient://page/news, adId = a")));
     EXPECT_THAT(told, ElementsAre("close a"));
 }
 

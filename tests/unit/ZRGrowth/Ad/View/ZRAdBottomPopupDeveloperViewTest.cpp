@@ -1,7 +1,9 @@
 #include "Ad/View/ZRAdBottomPopupDeveloperView.h"
 
 #include <QLayout>
+#include <QSpacerItem>
 #include <ctime>
+#include <limits>
 
 #include "Ad/AdManagerTest.h"
 #include "Ad/MethodsOf.h"
@@ -33,6 +35,29 @@ protected:
     std::string LastShow() { return Find<ZText>("LastShowText")->text().toStdString(); }
     std::string CacheData() { return Find<ZText>("CacheDataText")->text().toStdString(); }
     void Press(const char* button) { Click(Find<ZButton>(button)); }
+
+    /// What stands at a place of a layout: "text", "[button]", "a row" or "a stretch".
+    static std::string WordsAt(QLayout* layout, int index) {
+        QLayoutItem* item = layout->itemAt(index);
+        if (item->layout()) {
+            return "a row";
+        }
+        if (item->spacerItem()) {
+            return item->expandingDirections() ? "a stretch" : "a gap";
+        }
+        if (auto* button = qobject_cast<ZButton*>(item->widget())) {
+            return "[" + button->text().toStdString() + "]";
+        }
+        auto* text = qobject_cast<ZText*>(item->widget());
+        return text ? text->text().toStdString() : "something else";
+    }
+    static std::vector<std::string> WordsOf(QLayout* layout) {
+        std::vector<std::string> words;
+        for (int i = 0; i < layout->count(); ++i) {
+            words.push_back(WordsAt(layout, i));
+        }
+        return words;
+    }
 
     static std::string Key(int type) { return "AdLastShowTimeStampKey_2_42_77_" + std::to_string(type); }
 
@@ -84,6 +109,54 @@ TEST_F(AdDeveloperViewTest, ThePanelStandsAsItIsDrawnUp) {
     EXPECT_THAT(log.Assertions(), IsEmpty());
 }
 
+TEST_F(AdDeveloperViewTest, EachRowHasItsLabelItsTextAndItsButtonInThisOrder) {
+    QLayout* layout = view.layout();
+    EXPECT_THAT(WordsOf(layout),
+                ElementsAre("******************************* 广告 - 底部弹窗 *******************************",
+                            "[刷新（调试数据需要手动刷新）]", "a row", "a row", "a stretch"));
+    EXPECT_THAT(WordsOf(layout->itemAt(2)->layout()), ElementsAre("上次展示时间：", "", "[清除]", "a stretch"));
+    EXPECT_THAT(WordsOf(layout->itemAt(3)->layout()), ElementsAre("缓存广告数据：", "", "[生成测试数据]", "a stretch"));
+    EXPECT_EQ(layout->itemAt(2)->layout()->itemAt(1)->widget(), Find<ZText>("LastShowText"));
+    EXPECT_EQ(layout->itemAt(3)->layout()->itemAt(1)->widget(), Find<ZText>("CacheDataText"));
+    EXPECT_TRUE(dynamic_cast<QVBoxLayout*>(layout));
+}
+
+TEST_F(AdDeveloperViewTest, RoomToSpareIsBelowAndAtTheRightOfTheRows) {
+    Press("GenerateCacheData");
+    view.resize(1500, 2000);
+    time.Settle();
+
+    for (const char* button : {"ClearLastShowTimestamp", "GenerateCacheData"}) {
+        EXPECT_LT(Find<ZButton>(button)->geometry().right(), 1000) << button;
+        EXPECT_LT(Find<ZButton>(button)->geometry().bottom(), 500) << button;
+    }
+}
+
+TEST_F(AdDeveloperViewTest, BothTextsWrapWhatIsLongerThanTheirRow) {
+    view.resize(1500, 900);
+    time.Settle();
+    const int before = Find<ZText>("LastShowText")->height();
+    for (const char* name : {"LastShowText", "CacheDataText"}) {
+        auto* text = Find<ZText>(name);
+        text->setText(QStringLiteral("words ").repeated(400));
+        time.Settle();
+        EXPECT_TRUE(text->hasHeightForWidth()) << name;
+        EXPECT_GT(text->height(), 2 * before) << name;
+        EXPECT_LE(text->geometry().right(), 1500) << name;
+    }
+    EXPECT_EQ(view.width(), 1500);
+}
+
+TEST_F(AdDeveloperViewTest, AFreshPanelIsBlankUntilItsButtonReadsBothTexts) {
+    EXPECT_EQ(LastShow(), "");
+    EXPECT_EQ(CacheData(), "");
+
+    Press("UpdateText");
+
+    EXPECT_EQ(LastShow(), kNothing);
+    EXPECT_EQ(CacheData(), kNothing);
+}
+
 TEST_F(AdDeveloperViewTest, WhereNothingIsBothTextsSaySo) {
     Press("UpdateText");
 
@@ -103,6 +176,10 @@ TEST_F(AdDeveloperViewTest, WithoutWhoeverHoldsTheListThereIsNone) {
 TEST_F(AdDeveloperViewTest, TheKeyIsThatOfThePopupsSlot) {
     EXPECT_EQ(view.GetAdLastShowTimeStampKey(2, 42, 1).toStdString(), kLastShow);
     EXPECT_EQ(view.GetAdLastShowTimeStampKey(-3, 7, 12).toStdString(), "AdLastShowTimeStampKey_-3_7_77_12");
+
+    account.Set(std::numeric_limits<uint64_t>::max());
+    EXPECT_EQ(view.GetAdLastShowTimeStampKey(2, 42, 1).toStdString(),
+              "AdLastShowTimeStampKey_2_42_18446744073709551615_1");
 }
 
 TEST_F(AdDeveloperViewTest, TheTimesOfTenIntervalTypesAreListedInLocalTime) {
@@ -168,6 +245,41 @@ TEST_F(AdDeveloperViewTest, AListWithoutAdsIsShownByItsRules) {
     Press("UpdateText");
 
     EXPECT_EQ(CacheData(), kAdData);
+}
+
+TEST_F(AdDeveloperViewTest, AListWithoutTheArrayOfAdsIsShownByItsRules) {
+    Json::Value data = PopupData();
+    data.removeMember("ad");
+    list.reset(ListOf(data));
+    ASSERT_EQ(list->GetAdList(), nullptr);
+
+    Press("UpdateText");
+
+    EXPECT_EQ(CacheData(), kAdData);
+}
+
+TEST_F(AdDeveloperViewTest, AFirstAdThatIsNoPopupIsPassedOver) {
+    list.reset(ListOf(PopupData()));
+    auto* plain = new CZRAdModel(list.get());
+    ASSERT_TRUE(plain->Decode(PopupAd("plain")));
+    for (CZRAdModel* first : {plain, static_cast<CZRAdModel*>(nullptr)}) {
+        *list->GetAdList() = {first};
+
+        Press("UpdateText");
+
+        EXPECT_EQ(CacheData(), kAdData);
+    }
+}
+
+TEST_F(AdDeveloperViewTest, APopupWithoutACardsContentIsShownWithoutIt) {
+    list.reset(ListOf(PopupData()));
+    auto* half = new CZRAdPopupModel(list.get());
+    ASSERT_TRUE(half->CZRAdModel::Decode(PopupAd("half")));
+    *list->GetAdList() = {half};
+
+    Press("UpdateText");
+
+    EXPECT_EQ(CacheData(), kAdData + "ad_id: half\nstart_time: 100\nend_time: 300\nexpire_time: 400\npopup_type: 0\n");
 }
 
 TEST_F(AdDeveloperViewTest, TheFirstAdIsShownAndNoOther) {

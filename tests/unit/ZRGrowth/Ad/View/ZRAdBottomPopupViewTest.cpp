@@ -88,7 +88,7 @@ TEST_F(AdBottomPopupViewTest, IsACardOf360By120WithCornersOf4) {
 
     card->SetImageUrl(QStringLiteral("https://pictures.test/card.png"));
     pictures.Succeed(pictures.LastLoad());
-    const QImage seen = card->findChild<ZRWebImageWidget*>()->grab().toImage();
+    const QImage seen = card->findChild<ZRWebImageWidget*>(QStringLiteral("CZRAdImageViewImage"))->grab().toImage();
 
     for (const QPoint corner : {QPoint(0, 0), QPoint(359, 0), QPoint(0, 119), QPoint(359, 119)}) {
         EXPECT_NE(seen.pixelColor(corner), QColor(Qt::red)) << corner.x() << "," << corner.y();

@@ -1,0 +1,103 @@
+// A banner of three ads that goes on by itself: what lives on the heap after a thousand switches, beside what lived
+// there before them. Not one byte more is the goal.
+#include <fmt/format.h>
+#include <malloc.h>
+
+#include <QApplication>
+#include <memory>
+
+#include "Ad/Controller/ZRAdBannerController.h"
+#include "BenchTable.h"
+#include "QuietHost.h"
+#include "support/VirtualEventDispatcher.h"
+#include "ui/ZSlideshow.h"
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr char kAnswer[] = R"({"code": 0, "message": "ok", "data": {"ad_type": 3, "ad_position": 7,
+    "enable_close": false, "banner_position": {"banner_type": 2, "carousel_interval": 5, "material_scale": "6:1",
+    "material_corner": "8"}, "ad": [
+    {"ad_id": "18100", "start_time": 1600000000, "end_time": 1900000000, "expire_time": 1900000000,
+     "banner_ad": {"img": "https://pictures.test/a.png", "schema": "zrclient://page/news"}},
+    {"ad_id": "18101", "start_time": 1600000000, "end_time": 1900000000, "expire_time": 1900000000,
+     "banner_ad": {"img": "https://pictures.test/b.png", "schema": "zrclient://page/news"}},
+    {"ad_id": "18102", "start_time": 1600000000, "end_time": 1900000000, "expire_time": 1900000000,
+     "banner_ad": {"img": "https://pictures.test/c.png", "schema": "zrclient://page/news"}}]}})";
+
+constexpr int kSwitches = 1000;
+constexpr int kAds = 3;
+
+/// In bytes, of all threads.
+double LiveHeap() {
+    const struct mallinfo2 heap = mallinfo2();
+    return double(heap.uordblks + heap.hblkhd);
+}
+
+/// A banner at work in its page.
+class CRunningBanner {
+public:
+    explicit CRunningBanner(CQuietHost& host) : m_host(host), m_slot(nullptr, 7) {
+        m_page.resize(700, 200);
+        m_page.show();
+        m_slot.GetAdBannerAsync(QSize(662, 110),
+                                [this](QWidget* banner) {
+                                    banner->setParent(&m_page);
+                                    banner->show();
+                                },
+                                0, false, {});
+        m_host.time.Settle();
+        m_pShow = m_page.findChild<ZSlideshow*>();
+        if (m_pShow) {
+            QObject::connect(m_pShow, &ZSlideshow::currentChanged, m_pShow, [this] { ++m_nSwitches; });
+        }
+    }
+
+    bool IsThere() const { return m_pShow && m_pShow->count() == kAds; }
+
+    /// By the banner's own timer; false if they did not come.
+    bool Switch(int times) {
+        const int wanted = m_nSwitches + times;
+        for (int i = 0; i < times; ++i) {
+            m_host.time.Advance(5s);
+        }
+        return m_nSwitches == wanted;
+    }
+
+private:
+    CQuietHost& m_host;
+    QWidget m_page;
+    CZRAdBannerController m_slot;
+    ZSlideshow* m_pShow = nullptr;
+    int m_nSwitches = 0;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::vector<char*> arguments(argv, argv + argc);
+    const bench::Options options = bench::TakeOptions(arguments);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QCoreApplication::setEventDispatcher(new CVirtualEventDispatcher);  // the application takes it over
+    int applicationArgc = 1;
+    const QApplication application(applicationArgc, argv);
+
+    CQuietHost host(kAnswer);
+    CRunningBanner banner(host);
+    // Caches fill on the way, and the same ad is shown before and after.
+    const int times = options.quick ? 2 * kAds : kSwitches;
+    if (!banner.IsThere() || !banner.Switch(times - times % kAds + kAds)) {
+        fmt::print(stderr, "There is no banner that goes on\n");
+        return 1;
+    }
+    const double before = LiveHeap();
+    if (!banner.Switch(times)) {
+        fmt::print(stderr, "The banner stopped\n");
+        return 1;
+    }
+    const double after = LiveHeap();
+    return bench::PrintRows({{fmt::format("Live heap after {} switches of a banner", times), after, "Before them",
+                              before, 1, bench::EnUnit::kBytes}},
+                            options);
+}

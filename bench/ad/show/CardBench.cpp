@@ -1,0 +1,107 @@
+// From the list of ads in memory to the popup's card, which stands hidden and waits for its picture, beside the bare
+// widgets that it is made of: a widget, a picture, a button.
+#include <benchmark/benchmark.h>
+#include <json/reader.h>
+#include <json/value.h>
+
+#include <QApplication>
+#include <QLabel>
+#include <QToolButton>
+#include <ctime>
+#include <memory>
+#include <thread>
+
+#include "Ad/Controller/ZRAdBottomPopupController.h"
+#include "Ad/View/ZRAdBottomPopupView.h"
+#include "BenchTable.h"
+#include "QuietHost.h"
+#include "support/ScriptedMainFrame.h"
+#include "support/VirtualEventDispatcher.h"
+
+namespace {
+
+constexpr char kData[] = R"({"ad_type": 2, "ad_position": 42, "show_duration": 15, "show_interval": 3600,
+    "show_interval_type": 1, "enable_close": true, "ad": [
+    {"ad_id": "18088", "name": "Autumn", "start_time": 1600000000, "end_time": 1800000000, "expire_time": 1800000000,
+     "push_id": "p-1", "popup_ad": {"popup_type": 2, "show_areas": [500, 501],
+     "bottom_popup": {"img": "https://pictures.test/card.png", "schema": "https://www.test/autumn"}}}]})";
+
+constexpr const char* kCard = "Answer in memory to its hidden card";
+constexpr const char* kBare = "The same bare widgets";
+
+class CSlot : public CZRAdBottomPopupController {
+public:
+    CSlot() : CZRAdBottomPopupController(nullptr) {}
+    using CZRAdBottomPopupController::DeleteAdPopupView;
+    using CZRAdBottomPopupController::OnRequestAdSucceeded;
+};
+
+double ThreadSeconds() {
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return double(time.tv_sec) + double(time.tv_nsec) / 1e9;
+}
+
+void Card(benchmark::State& state, CQuietHost& host, QWidget& window) {
+    Json::Value data;
+    Json::Reader().parse(kData, data);
+    CSlot slot;
+    for (auto _ : state) {
+        auto* list = new CZRAdModelList(nullptr);
+        list->Decode(data);
+
+        const double begin = ThreadSeconds();
+        slot.OnRequestAdSucceeded(list, 5);
+        state.SetIterationTime(ThreadSeconds() - begin);
+
+        const auto* card = window.findChild<CZRAdBottomPopupView*>();
+        if (!card || !card->isHidden()) {
+            state.SkipWithError("There is no hidden card");
+            return;
+        }
+        slot.DeleteAdPopupView();
+        slot.SetAdModelList(nullptr);
+        host.time.Settle();
+    }
+}
+
+void Bare(benchmark::State& state, CQuietHost& host, QWidget& window) {
+    for (auto _ : state) {
+        const double begin = ThreadSeconds();
+        auto* card = new QWidget(&window);
+        card->setFixedSize(kAdBottomPopupSize);
+        card->setVisible(false);
+        auto* picture = new QLabel(card);
+        picture->setFixedSize(kAdBottomPopupSize);
+        auto* button = new QToolButton(card);
+        button->setFixedSize(24, 24);
+        button->move(324, 12);
+        card->move(160, 400);
+        state.SetIterationTime(ThreadSeconds() - begin);
+
+        card->deleteLater();
+        host.time.Settle();
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QCoreApplication::setEventDispatcher(new CVirtualEventDispatcher);  // the application takes it over
+    int applicationArgc = 1;
+    const QApplication application(applicationArgc, argv);
+    // A client has threads, and in a process with threads reference counts are atomic.
+    std::thread([] {}).join();
+
+    CQuietHost host{std::string()};
+    QWidget window;
+    window.resize(1440, 900);
+    CScriptedMainFrame mainFrame;
+    mainFrame.Offer(&window);
+    mainFrame.SetTabKey(20001);
+
+    benchmark::RegisterBenchmark(kCard, [&](benchmark::State& state) { Card(state, host, window); })->UseManualTime();
+    benchmark::RegisterBenchmark(kBare, [&](benchmark::State& state) { Bare(state, host, window); })->UseManualTime();
+    return bench::RunComparisons(argc, argv, {{kCard, kBare, 3}});
+}

@@ -1,0 +1,103 @@
+// A picture of 4,000 by 3,000 pixels on its way from a server into a widget, by the client's own service: the longest
+// stretch that the main thread is kept from the user, beside what a user does not notice.
+#include <fmt/format.h>
+
+#include <QApplication>
+#include <QBuffer>
+#include <QImageWriter>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <algorithm>
+#include <random>
+
+#include "BenchTable.h"
+#include "PictureSource.h"
+#include "core/IEnvironment.h"
+#include "framework/Ports.h"
+#include "picture/PictureService.h"
+#include "support/SliceMeter.h"
+#include "ui/ZRWebImageWidget.h"
+
+namespace {
+
+constexpr int kPictures = 9;
+constexpr int kLimitMs = 60'000;
+constexpr double kSliceLimitNanos = 10e6;
+
+class CInternalBuild : public IEnvironment {
+public:
+    bool IsReleaseAppVersion() const override { return false; }
+    bool IsVelora() const override { return false; }
+    std::string DeviceId() const override { return {}; }
+};
+
+/// With noise in it, so that there is something to send and to decode.
+QByteArray LargePicture(const char* format) {
+    QImage image(4000, 3000, QImage::Format_RGB32);
+    std::mt19937 random(1);
+    for (int y = 0; y < image.height(); ++y) {
+        auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
+        for (int x = 0; x < image.width(); ++x) {
+            line[x] = x % 7 == 0 ? random() : 0xFF336699u + QRgb(x / 40);
+        }
+    }
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    QImageWriter(&buffer, format).write(image);
+    return bytes;
+}
+
+/// The longest slice in nanoseconds; 0 when there was no picture.
+double LongestSlice(CPictureService& pictures, const QString& url) {
+    ZRWebImageWidget widget;
+    widget.resize(720, 540);
+    widget.show();
+    QCoreApplication::processEvents();
+    bool good = false;
+    QObject::connect(&widget, &ZRWebImageWidget::ImageLoadStatusSignal, &widget,
+                     [&](const QString&, ZRImageLoadStatus status) {
+                         good = status == kImageLoadSucceeded;
+                         // Behind the paint of what is in.
+                         QTimer::singleShot(50, &widget, [] { QCoreApplication::quit(); });
+                     });
+    QTimer::singleShot(kLimitMs, &widget, [] { QCoreApplication::quit(); });
+    const CSliceMeter slices;
+    widget.SetUrl(url, QString());
+    QCoreApplication::exec();
+    return good && pictures.RunningCount() == 0 ? double(slices.Longest().count()) : 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::vector<char*> arguments(argv, argv + argc);
+    const bench::Options options = bench::TakeOptions(arguments);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    int applicationArgc = 1;
+    const QApplication application(applicationArgc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    const QTemporaryDir folder;
+    const CInternalBuild environment;
+    CPictureService pictures(environment, folder.filePath(QStringLiteral("pictures")));
+    host::Ports ports;
+    ports.pictures = &pictures;
+    host::Install(ports);
+    std::vector<bench::Row> rows;
+    for (const char* format : {"jpeg", "png"}) {
+        const CPictureSource source(LargePicture(format));
+        double longest = 0;
+        for (int i = 0; i < (options.quick ? 1 : kPictures); ++i) {
+            const double slice = LongestSlice(pictures, source.Url() + QStringLiteral("/%1").arg(i));
+            if (slice <= 0) {
+                fmt::print(stderr, "The {} picture did not come\n", format);
+                return 1;
+            }
+            longest = std::max(longest, slice);
+        }
+        rows.push_back({fmt::format("Longest slice, 4,000 by 3,000 {} comes", format), longest, "What nobody notices",
+                        kSliceLimitNanos, 1});
+    }
+    host::Uninstall();
+    return bench::PrintRows(rows, options);
+}

@@ -1,0 +1,131 @@
+#include "support/ForkedRounds.h"
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <iostream>
+#include <map>
+#include <random>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace {
+
+struct Child {
+    std::string test;
+    FILE* printed = nullptr;  // a file without a name
+};
+
+std::vector<std::string> AllTests() {
+    std::vector<std::string> tests;
+    const ::testing::UnitTest& unit = *::testing::UnitTest::GetInstance();
+    for (int suite = 0; suite < unit.total_test_suite_count(); ++suite) {
+        const ::testing::TestSuite& cases = *unit.GetTestSuite(suite);
+        for (int test = 0; test < cases.total_test_count(); ++test) {
+            tests.push_back(std::string(cases.name()) + "." + cases.GetTestInfo(test)->name());
+        }
+    }
+    return tests;
+}
+
+unsigned FirstSeed() {
+    const char* const said = std::getenv("ZR_SEED");
+    return said ? static_cast<unsigned>(std::strtoul(said, nullptr, 10)) : std::random_device()();
+}
+
+[[noreturn]] void RunAsChild(const std::string& test, FILE* printed, const std::function<int()>& runTests) {
+    dup2(fileno(printed), STDOUT_FILENO);
+    dup2(fileno(printed), STDERR_FILENO);
+    ::testing::GTEST_FLAG(filter) = test;
+    const int result = runTests();
+    std::cout.flush();
+    std::fflush(nullptr);
+    _exit(result);
+}
+
+class CChildren {
+public:
+    explicit CChildren(const std::function<int()>& runTests) : m_fnRunTests(runTests) {}
+
+    void Start(const std::string& test) {
+        Child child{test, std::tmpfile()};
+        if (!child.printed) {
+            throw std::runtime_error("there is no room for what a test prints");
+        }
+        std::cout.flush();
+        std::fflush(nullptr);
+        const pid_t pid = fork();
+        if (pid == 0) {
+            RunAsChild(test, child.printed, m_fnRunTests);
+        }
+        if (pid < 0) {
+            throw std::runtime_error("a test can't have a process of its own");
+        }
+        m_running.emplace(pid, child);
+    }
+
+    void AwaitOne() {
+        int status = 0;
+        const pid_t pid = waitpid(-1, &status, 0);
+        const auto found = m_running.find(pid);
+        if (found == m_running.end()) {
+            return;
+        }
+        if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
+            ++m_nFailed;
+            ShowFailed(found->second, status);
+        }
+        std::fclose(found->second.printed);
+        m_running.erase(found);
+    }
+
+    size_t Running() const { return m_running.size(); }
+    int Failed() const { return m_nFailed; }
+
+private:
+    static void ShowFailed(const Child& child, int status) {
+        std::cout << "FAILED " << child.test << ", status " << status << "\n";
+        std::rewind(child.printed);
+        for (int byte = std::fgetc(child.printed); byte != EOF; byte = std::fgetc(child.printed)) {
+            std::cout.put(static_cast<char>(byte));
+        }
+    }
+
+    const std::function<int()>& m_fnRunTests;
+    std::map<pid_t, Child> m_running;
+    int m_nFailed = 0;
+};
+
+}  // namespace
+
+int forked_rounds::Wanted() {
+    const char* const said = std::getenv("ZR_ROUNDS");
+    return said ? std::atoi(said) : 0;
+}
+
+int forked_rounds::Run(int rounds, const std::function<int()>& runTests) {
+    constexpr size_t kAtATime = 2;
+    std::vector<std::string> tests = AllTests();
+    CChildren children(runTests);
+    const unsigned seed = FirstSeed();
+    for (int round = 0; round < rounds; ++round) {
+        std::shuffle(tests.begin(), tests.end(), std::mt19937(seed + static_cast<unsigned>(round)));
+        for (const std::string& test : tests) {
+            if (children.Running() == kAtATime) {
+                children.AwaitOne();
+            }
+            children.Start(test);
+        }
+        while (children.Running() > 0) {
+            children.AwaitOne();
+        }
+    }
+    std::cout << rounds << " rounds of " << tests.size() << " tests, first seed " << seed << ": " << children.Failed()
+              << " failed" << std::endl;
+    return children.Failed() == 0 ? 0 : 1;
+}
