@@ -17,6 +17,7 @@
 #include "Theme.h"
 #include "TitleBar.h"
 #include "core/environment.h"
+#include "core/uniform_resource_slot.h"
 #include "pages/AccountPage.h"
 #include "pages/AlertsPage.h"
 #include "pages/MarketPage.h"
@@ -26,6 +27,7 @@
 #include "pages/ResearchPage.h"
 #include "pages/WatchlistPage.h"
 #include "workbench/Workbench.h"
+#include "workbench/ads/AdSwitches.h"
 
 namespace {
 
@@ -107,8 +109,11 @@ QDockWidget* CMainWindow::NewDock() {
 
 void CMainWindow::OfferMainFrame() {
     m_composition.OfferMainFrame({[this] { return this; }, [this] { return kTabPages[size_t(m_nTab)].Key(); },
-                                  [this] { return isActiveWindow(); },
-                                  [this] { return m_pNavigation->IsCollapsed(); }});
+                                  [this] { return HasFocus(); }, [this] { return m_pNavigation->IsCollapsed(); }});
+}
+
+bool CMainWindow::HasFocus() const {
+    return m_focusAnswer == EnFocusAnswer::AsItIs ? isActiveWindow() : m_focusAnswer == EnFocusAnswer::Always;
 }
 
 void CMainWindow::ShowPage(int index) {
@@ -117,6 +122,9 @@ void CMainWindow::ShowPage(int index) {
     }
     m_nTab = index;
     m_pPages->setCurrentWidget(PageAt(index));
+    if (m_pWorkbench) {
+        m_pWorkbench->AdSwitches().ShowTab(index);
+    }
     if (m_bModulesReady) {
         m_composition.TellTab(kTabPages[size_t(index)].Key());
     }
@@ -241,6 +249,16 @@ void CMainWindow::JoinWorkbench() {
     showLanguage();
     showEdition();
     ShowWorkbenchUsers();
+    JoinAdSwitches();
+}
+
+void CMainWindow::JoinAdSwitches() {
+    CAdSwitches& switches = m_pWorkbench->AdSwitches();
+    switches.ShowTab(m_nTab);
+    connect(&switches, &CAdSwitches::TabWanted, m_pNavigation, &CNavigation::Choose);
+    connect(&switches, &CAdSwitches::FocusWanted, this, [this](EnFocusAnswer answer) { m_focusAnswer = answer; });
+    connect(&switches, &CAdSwitches::SlotRefusalWanted, this,
+            [this](bool refused) { m_composition.Slots().Allow(kSlotAdPopup, !refused); });
 }
 
 void CMainWindow::ShowUsers() {

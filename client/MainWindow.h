@@ -19,6 +19,7 @@ class CTitleBar;
 class CWorkbench;
 class QDockWidget;
 class QStackedWidget;
+enum class EnFocusAnswer;
 
 /// The client's window. It is gone before the composition ends. Its first frame has all but the workbench and
 /// the pages that nobody chose yet; they are made when that frame stands, a piece at a time.
@@ -48,11 +49,13 @@ private:
     CPage* PageAt(int index);
     CPage* NewPage(int index);
     void OfferMainFrame();
+    bool HasFocus() const;
     void MakeWorkbench();
     /// Makes one thing that is still missing, and has the next one made later.
     void MakeNext();
     void JoinComposition();
     void JoinWorkbench();
+    void JoinAdSwitches();
     void ShowUsers();
     void ShowEdition();
     void ShowWorkbenchUsers();
@@ -68,6 +71,7 @@ private:
     std::array<CPage*, kTabPages.size()> m_made{};  // null until made, in the order of kTabPages
     int m_nTab = 0;                                 // by its place there
     bool m_bModulesReady = false;
+    EnFocusAnswer m_focusAnswer{};  // as it is, until the workbench overrides it
     CTitleBar* m_pTitleBar;
     CNavigation* m_pNavigation;
     CNoticeBanner* m_pBanner;

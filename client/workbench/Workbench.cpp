@@ -28,7 +28,8 @@
 #include "workbench/ScenePanel.h"
 #include "workbench/SeenView.h"
 #include "workbench/ads/AdBoard.h"
-#include "workbench/ads/AdView.h"
+#include "workbench/ads/AdSwitches.h"
+#include "workbench/ads/AdTab.h"
 #include "workbench/rights/RefreshBoard.h"
 #include "workbench/rights/RightsTab.h"
 
@@ -110,6 +111,7 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, const CPremiumRights& rights, IS
       m_pTabs(new QTabWidget(this)),
       m_pBoard(new CRefreshBoard(this)),
       m_pAds(new CAdBoard(ToServer, this)),
+      m_pAdTab(new CAdTab(*m_pAds, server, this)),
       m_pTraffic(new CSeenView(NewTrafficFormat(m_decoder), this)),
       m_pHttp(new CSeenView(NewHttpFormat(), this)),
       m_pReports(new CSeenView(NewReportFormat(), this)),
@@ -134,7 +136,7 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, const CPremiumRights& rights, IS
         m_pFaults->SetFault(command, fault, std::move(answered));
     };
     addTab(new CRightsTab(rights, *m_pBoard, m_decoder, server, setFault, this), texts::kTabRights);
-    addTab(new CAdView(*m_pAds, this), texts::kTabAds);
+    addTab(m_pAdTab, texts::kTabAds);
     addTab(NewTrafficTab(), texts::kTabTraffic);
     addTab(m_pLog, texts::kLog);
     addTab(m_pStore, texts::kTabStore);
@@ -407,6 +409,11 @@ void CWorkbench::ForgetServer() {
     m_pFaults->ForgetFaults();
     m_pClock->ForgetOffset();
     m_pScenes->Reload();
+    AdSwitches().ForgetServer();
+}
+
+CAdSwitches& CWorkbench::AdSwitches() {
+    return m_pAdTab->Switches();
 }
 
 void CWorkbench::ShowUsers(const std::vector<ServerUser>& users, quint64 current) {

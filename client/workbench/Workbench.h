@@ -10,6 +10,8 @@
 
 class CAIChatEntries;
 class CAdBoard;
+class CAdSwitches;
+class CAdTab;
 class CClockPanel;
 class CFaultPanel;
 class CPremiumRights;
@@ -44,6 +46,9 @@ public:
     void Take(const Seen& seen);
     /// Takes a line of the log, in the same way.
     void TakeLine(const LogEntry& entry);
+
+    /// Which circumstances of the bottom popup are overridden.
+    CAdSwitches& AdSwitches();
 
     /// What an export must not hold.
     CAliases& Aliases() { return m_aliases; }
@@ -98,6 +103,7 @@ private:
     CWireDecoder m_decoder;
     CRefreshBoard* m_pBoard;
     CAdBoard* m_pAds;
+    CAdTab* m_pAdTab;
     CSeenView* m_pTraffic;
     CSeenView* m_pHttp;
     CSeenView* m_pReports;

@@ -4,9 +4,8 @@
 #include <QTabWidget>
 #include <QTableWidget>
 #include <QTest>
-#include <QToolButton>
 
-#include "ClientFixture.h"
+#include "AdClientFixture.h"
 #include "core/urlhandler.h"
 #include "support/Click.h"
 #include "ui/ZText.h"
@@ -36,7 +35,7 @@ constexpr const char* kScenario = R"({"schema":1,
           "schema":"https://ads.example/901"}]}],
     "commonConfig":{}})";
 
-class AdShowTest : public ClientTest {
+class AdShowTest : public AdClientTest {
 protected:
     AdShowTest() { options.scenario = WriteFile("scenario.json", kScenario); }
 
@@ -49,61 +48,6 @@ protected:
             20157, [this](unsigned int, unsigned long key, auto) { tabs.push_back(key); }, &watcher);
         Show();
         ASSERT_TRUE(WaitInRealTime([this] { return Card() && Card()->isVisible(); }));
-    }
-
-    /// What is of a class of the module, which is mapped and not linked.
-    QWidget* OfClass(const char* name) const {
-        for (auto* widget : window->findChildren<QWidget*>()) {
-            if (widget->inherits(name)) {
-                return widget;
-            }
-        }
-        return nullptr;
-    }
-
-    QWidget* Card() const { return OfClass("CZRAdBottomPopupView"); }
-
-    void Choose(const char* page) { Click(Child<QToolButton>((std::string("NavigationTab_") + page).c_str())); }
-
-    /// The banner in that position's place; null while it is not seen.
-    QWidget* Banner(int position) const {
-        for (auto* widget : Child<QWidget>(("AdBannerSlot" + std::to_string(position)).c_str())
-                                ->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
-            if (widget->inherits("CZRAdBannerView") && widget->isVisible()) {
-                return widget;
-            }
-        }
-        return nullptr;
-    }
-
-    bool WaitForBanner(int position) {
-        return WaitInRealTime([=] { return Banner(position) != nullptr; });
-    }
-
-    int Reported(const char* event) {
-        const auto counts = server->ReportCounts();
-        const auto found = counts.find(event);
-        return found == counts.end() ? 0 : found->second;
-    }
-
-    /// The ads whose pictures came in well.
-    std::multiset<std::string> Pictured() {
-        std::multiset<std::string> ads;
-        for (const Json::Value& picture : server->ReportsOf("AdvertisementImageResourceDownloadResult")) {
-            EXPECT_EQ(picture["result_code"], "0");
-            ads.insert(picture["advertisement_id"].asString());
-        }
-        return ads;
-    }
-
-    /// For who wants to look: ZR_PICTURES names a folder.
-    void Picture(const char* name, QWidget* of = nullptr) {
-        const QByteArray folderOfPictures = qgetenv("ZR_PICTURES");
-        if (!folderOfPictures.isEmpty()) {
-            const QString file =
-                QString::fromLocal8Bit(folderOfPictures) + QLatin1Char('/') + QString::fromLatin1(name);
-            EXPECT_TRUE((of ? of : window.get())->grab().save(file + QStringLiteral(".png")));
-        }
     }
 
     std::vector<unsigned long> tabs;

@@ -24,7 +24,7 @@ inline bool operator==(const AdSlot& left, const AdSlot& right) {
     return std::tie(left.type, left.position) == std::tie(right.type, right.position);
 }
 
-/// The bottom popup's: lines without a slot are about it.
+/// The bottom popup's, the one popup that the client shows: lines without a slot are about it.
 constexpr AdSlot kBottomPopup{2, 42};
 
 /// An ad as the server sent it.

@@ -5,8 +5,8 @@
 
 #include "framework/export.h"
 
-/// One slide of several, with a dot for each, that goes on by itself. Slides are numbered from 0 as they were added.
-/// Main thread.
+/// One slide of several, with a dot for each over it, that goes on by itself. Slides are numbered from 0 as they were
+/// added. Main thread.
 class ZRHOST_API ZSlideshowBase : public QWidget {
     Q_OBJECT
 
@@ -49,6 +49,9 @@ protected:
     /// Adds a slide, which becomes a child.
     int AddSlide(QWidget* slide);
 
+    /// A slide that has nothing to show has no dots over it either. None is bare from the beginning.
+    void SetBare(int index, bool bare);
+
     void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
 
@@ -57,7 +60,7 @@ private:
     const std::unique_ptr<Private> d;
 };
 
-/// A slideshow of pictures from the web.
+/// A slideshow of pictures from the web. The dots come with the first slide that has its picture, or a placeholder.
 class ZRHOST_API ZSlideshow : public ZSlideshowBase {
     Q_OBJECT
 

@@ -3,6 +3,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPointer>
+#include <QSet>
 #include <QTimer>
 #include <QVector>
 
@@ -25,10 +26,10 @@ public:
         hide();
     }
 
-    void Show(int count, int current) {
+    void Show(int count, int current, bool onBare) {
         m_nCount = count;
         m_nCurrent = current;
-        setVisible(count > 1);
+        setVisible(count > 1 && !onBare);
         raise();
         update();
     }
@@ -100,8 +101,10 @@ struct ZSlideshowBase::Private {
             slides[current]->hide();
         }
         current = shown;
-        dots->Show(slides.size(), current);
+        ShowDots();
     }
+
+    void ShowDots() { dots->Show(slides.size(), current, bare.contains(current)); }
 
     // From the beginning: what is shown anew stands for its whole time.
     void RunClock() {
@@ -114,6 +117,7 @@ struct ZSlideshowBase::Private {
 
     const QSize ratio;
     QVector<QPointer<QWidget>> slides;
+    QSet<int> bare;
     CDots* dots;
     QTimer clock;
     int current = -1;
@@ -175,12 +179,21 @@ int ZSlideshowBase::AddSlide(QWidget* slide) {
     if (index == 0) {
         setCurrentIndex(0);
     } else {
-        d->dots->Show(d->slides.size(), d->current);
+        d->ShowDots();
         if (!d->clock.isActive()) {
             d->RunClock();
         }
     }
     return index;
+}
+
+void ZSlideshowBase::SetBare(int index, bool bare) {
+    if (bare) {
+        d->bare.insert(index);
+    } else {
+        d->bare.remove(index);
+    }
+    d->ShowDots();
 }
 
 void ZSlideshowBase::resizeEvent(QResizeEvent* /*event*/) {
@@ -204,6 +217,7 @@ void ZSlideshow::addWebImageOrGif(const QString& url, const QString& placeholder
             [this, slide, placeholder, index, attempt = 0](const QString& loaded, ZRImageLoadStatus status) mutable {
                 ++attempt;
                 if (status == kImageLoadSucceeded) {
+                    SetBare(index, false);
                     Q_EMIT webImageLoadSucess(loaded, index, attempt);
                 } else if (attempt < kAttempts) {
                     slide->SetUrl(loaded, placeholder);
@@ -214,6 +228,7 @@ void ZSlideshow::addWebImageOrGif(const QString& url, const QString& placeholder
     const QPointer<QWidget> alive(slide);
     AddSlide(slide);
     if (alive) {
+        SetBare(index, placeholder.isEmpty());
         slide->SetUrl(url, placeholder);
     }
 }

@@ -41,7 +41,7 @@ size_t Colours(const QImage& image) {
 TEST(PicturesTest, EachIsPaintedInTheSizeOfItsKindInBothFormats) {
     CPictures pictures;
     for (const std::string& name : Names()) {
-        const QSize size = name.rfind("card-", 0) == 0 ? QSize(640, 360) : QSize(960, 160);
+        const QSize size = name.rfind("card-", 0) == 0 ? QSize(720, 240) : QSize(1920, 320);
         const auto png = pictures.Find(name + ".png");
         const auto jpeg = pictures.Find(name + ".jpg");
         ASSERT_TRUE(png && jpeg) << name;

@@ -4,6 +4,7 @@
 
 #include "KitTest.h"
 #include "ui/ZRWebImageWidget.h"
+#include "ui/ZResource.h"
 #include "ui/ZSlideshow.h"
 
 using namespace ::testing;
@@ -166,9 +167,9 @@ TEST_F(SlideshowTest, HasADotPerSlideFromTwoOn) {
     EXPECT_FALSE(Dots()->isVisible());
 
     Add(1);
-    EXPECT_TRUE(Dots()->isVisible());
     pictures.Succeed(1, Qt::red);
     pictures.Succeed(2, Qt::red);
+    EXPECT_TRUE(Dots()->isVisible());
     const QImage first = Look(&slideshow);
     EXPECT_EQ(first.pixelColor(143, 90), QColor(Qt::white));
     EXPECT_NE(first.pixelColor(157, 90), QColor(Qt::white));
@@ -270,6 +271,33 @@ TEST_F(SlideshowTest, ASlideThatSomebodyDeletesIsPassedOver) {
     time.Advance(3 * kInterval);
 
     EXPECT_THAT(changes, ElementsAre(Change(1, 0), Change(2, 1), Change(0, 2)));
+}
+
+TEST_F(SlideshowTest, TheDotsStayAwayFromASlideWithoutItsPicture) {
+    Add(0);
+    Add(1);
+    Show();
+    EXPECT_FALSE(Dots()->isVisible());
+
+    pictures.Succeed(2, Qt::red);
+    EXPECT_FALSE(Dots()->isVisible());
+    slideshow.setCurrentIndex(1);
+    EXPECT_TRUE(Dots()->isVisible());
+    slideshow.setCurrentIndex(0);
+    EXPECT_FALSE(Dots()->isVisible());
+
+    pictures.Succeed(1, Qt::red);
+    EXPECT_TRUE(Dots()->isVisible());
+}
+
+TEST_F(SlideshowTest, APlaceholderCarriesTheDots) {
+    for (const int number : {0, 1}) {
+        slideshow.addWebImageOrGif(Url(number), ZResource::icon_close_16, ZSlideshow::kMoving);
+    }
+    Show();
+
+    EXPECT_THAT(pictures.Asked(), SizeIs(2));
+    EXPECT_TRUE(Dots()->isVisible());
 }
 
 TEST_F(SlideshowTest, PassesPressesOnToItsParentAlsoOnTheDots) {

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QObject>
+#include <optional>
+
+#include "ServerControl.h"
+
+/// How long the bottom popup stays away after it was shown, as the server tells it with the ads: overridden
+/// by a change of the server's scenario. What was fetched before keeps what came with it. `server` must outlive it.
+class CAdInterval : public QObject {
+    Q_OBJECT
+
+public:
+    explicit CAdInterval(IServerAsk& server, QObject* parent = nullptr);
+
+    /// What is put in the scenario's place, in seconds; nothing: the scenario holds.
+    std::optional<qint64> Override() const { return m_override; }
+    /// What the scenario says of its own, as it was at the first override.
+    qint64 Own() const { return m_nOwn; }
+
+    /// Later, and told by Done: nothing gives the scenario its own interval back. Not before the last one is done.
+    void Set(std::optional<qint64> seconds);
+
+    /// The server is new and has its own interval.
+    void ForgetServer();
+
+Q_SIGNALS:
+    /// Empty words: it is so now. Else they say why it is not.
+    void Done(const QString& failure);
+
+private:
+    void Put(const Json::Value& ads, qint64 own, std::optional<qint64> seconds);
+
+    IServerAsk& m_server;
+    std::optional<qint64> m_override;
+    qint64 m_nOwn = 0;
+};

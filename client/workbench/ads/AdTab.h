@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QWidget>
+
+#include "ServerControl.h"
+
+class CAdBoard;
+class CAdSwitches;
+class QLabel;
+
+/// All that concerns ads: how the slots stand, and below it what a tester sends and overrides. `board` and `server`
+/// must outlive it.
+class CAdTab : public QWidget {
+public:
+    CAdTab(const CAdBoard& board, IServerAsk& server, QWidget* parent = nullptr);
+
+    CAdSwitches& Switches() { return *m_pSwitches; }
+
+private:
+    void ShowOverridden();
+
+    CAdSwitches* m_pSwitches;
+    QLabel* m_pOverridden;
+};
