@@ -52,6 +52,7 @@ void CNavigation::SetCollapsed(bool collapsed) {
     for (QToolButton* tab : m_tabs) {
         tab->setToolButtonStyle(collapsed ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextBesideIcon);
     }
+    layout()->setAlignment(m_pToggle, collapsed ? Qt::AlignHCenter : Qt::AlignLeft);
     ShowTexts();
     Q_EMIT CollapsedChanged();
 }

@@ -55,6 +55,16 @@ TEST_F(NavigationTest, ATabIsChosenByItsPlace) {
     }
 }
 
+TEST_F(NavigationTest, ItsButtonStandsOverTheIconsWhenItIsCollapsedAndAtTheirLeftOtherwise) {
+    EXPECT_EQ(Button("NavigationToggle")->x(), Button("NavigationTab_quotes")->x());
+
+    Click(Button("NavigationToggle"));
+    time.Settle();
+
+    EXPECT_NEAR(Button("NavigationToggle")->geometry().center().x(),
+                Button("NavigationTab_quotes")->geometry().center().x(), 1);
+}
+
 // Beside what other modules lay over the pages: it begins at 160 and at 84.
 TEST_F(NavigationTest, ItCollapsesToItsIconsAndBackAndSaysSoWhenItIsDone) {
     std::vector<int> widths;
