@@ -155,7 +155,7 @@ const std::vector<TextEntry>& OfAds() {
         {kAdFateUnfit, "dropped: the list lacks something"},
         {kAdWhyPushBad, "a push was not taken: %1"},
         {kAdSwitches, "Switches"},
-        {kAdOverridden, "Overridden for now: %1"},
+        {kAdOverridden, "Overridden: %1"},
         {kAdAsItIs, "as it is"},
         {kAdTab, "Tab"},
         {kAdFocus, "Focus"},

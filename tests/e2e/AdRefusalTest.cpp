@@ -161,7 +161,7 @@ TEST_F(AdRefusalTest, ASlotThatIsRefused) {
     Override("AdTab", kQuotes);
 
     EXPECT_TRUE(WaitForLine("Popup isnot allowed to show by uniform resource slot, adType = 2, adPosition = 42"));
-    EXPECT_EQ(Overridden(), "Overridden for now: slot 2 refused");
+    EXPECT_EQ(Overridden(), "Overridden: slot 2 refused");
     ExpectRefused("refused (moment): shared slot", "refused-slot");
     EXPECT_TRUE(WaitInRealTime([this] { return Reported("FilterAdDisplay") == 1; }));
     Override("AdSlotPermission", 0);
@@ -177,7 +177,7 @@ TEST_F(AdRefusalTest, AFocusThatIsNotThere) {
     Override("AdTab", kQuotes);
 
     EXPECT_TRUE(WaitForLine("Main frame isnot focus in, adType = 2, adPosition = 42, adId = 701"));
-    EXPECT_EQ(Overridden(), "Overridden for now: focus never");
+    EXPECT_EQ(Overridden(), "Overridden: focus never");
     ExpectRefused("refused (moment): focus", "refused-focus");
     Override("AdFocus", 0);
     Override("AdTab", kMarket);
@@ -208,7 +208,7 @@ TEST_F(AdRefusalTest, AnIntervalThatIsNotOver) {
 
     EXPECT_TRUE(WaitForLine("CurrentTime donot exceed showInterval."));
     EXPECT_EQ(Said("showInterval = 3600, adType = 2, adPosition = 42, adId = 701"), 1);
-    EXPECT_EQ(Overridden(), "Overridden for now: interval 3600 s instead of 0 s");
+    EXPECT_EQ(Overridden(), "Overridden: interval 3600 s instead of 0 s");
     ExpectRefused("refused (moment): interval since the last showing", "refused-interval");
 
     PassAnHour();

@@ -94,9 +94,9 @@ TEST_F(AdSwitchesTest, ATabIsWantedByItsPlaceAndShownWithoutBeingWanted) {
 
 TEST_F(AdSwitchesTest, TheFocusIsOverriddenUntilItIsAsItIs) {
     Choose("AdFocus", 1);
-    EXPECT_EQ(Overridden(), "Overridden for now: focus always");
+    EXPECT_EQ(Overridden(), "Overridden: focus always");
     Choose("AdFocus", 2);
-    EXPECT_EQ(Overridden(), "Overridden for now: focus never");
+    EXPECT_EQ(Overridden(), "Overridden: focus never");
     Choose("AdFocus", 0);
     EXPECT_EQ(Overridden(), "");
 
@@ -105,7 +105,7 @@ TEST_F(AdSwitchesTest, TheFocusIsOverriddenUntilItIsAsItIs) {
 
 TEST_F(AdSwitchesTest, TheSlotIsRefusedUntilItIsAsItIs) {
     Choose("AdSlotPermission", 1);
-    EXPECT_EQ(Overridden(), "Overridden for now: slot 2 refused");
+    EXPECT_EQ(Overridden(), "Overridden: slot 2 refused");
     Choose("AdSlotPermission", 0);
     EXPECT_EQ(Overridden(), "");
 
@@ -126,7 +126,7 @@ TEST_F(AdSwitchesTest, TheIntervalIsPutIntoThePopupsSlotAndTheRestOfTheScenarioS
               R"([{"adPosition":42,"adType":3,"campaigns":[]},)"
               R"({"adPosition":42,"adType":2,"campaigns":[{"id":"1"}],"showDuration":15,"showInterval":5}])");
     server.Answer("{}");
-    EXPECT_EQ(Overridden(), "Overridden for now: interval 5 s instead of 3600 s");
+    EXPECT_EQ(Overridden(), "Overridden: interval 5 s instead of 3600 s");
     EXPECT_TRUE(Child<QPushButton>("AdIntervalSet")->isEnabled());
     EXPECT_EQ(Said(), "In force for ads that are asked for from now on");
 }
@@ -136,7 +136,7 @@ TEST_F(AdSwitchesTest, AnEmptyIntervalGivesTheServerItsOwnBack) {
     AskInterval("0");
     server.Answer(QByteArray(kScenario).replace("3600", "5"));
     server.Answer("{}");
-    EXPECT_EQ(Overridden(), "Overridden for now: interval 0 s instead of 3600 s");
+    EXPECT_EQ(Overridden(), "Overridden: interval 0 s instead of 3600 s");
 
     AskInterval("");
     server.Answer(QByteArray(kScenario).replace("3600", "0"));
@@ -178,11 +178,11 @@ TEST_F(AdSwitchesTest, ANewServerHasItsOwnIntervalAndTheRestStays) {
     Choose("AdFocus", 2);
     Choose("AdSlotPermission", 1);
     EXPECT_EQ(Overridden(),
-              "Overridden for now: focus never \u00B7 slot 2 refused \u00B7 interval 5 s instead of 3600 s");
+              "Overridden: focus never \u00B7 slot 2 refused \u00B7 interval 5 s instead of 3600 s");
 
     tab.Switches().ForgetServer();
 
-    EXPECT_EQ(Overridden(), "Overridden for now: focus never \u00B7 slot 2 refused");
+    EXPECT_EQ(Overridden(), "Overridden: focus never \u00B7 slot 2 refused");
     EXPECT_EQ(Child<QLineEdit>("AdInterval")->text(), QString());
 }
 
@@ -221,6 +221,6 @@ TEST_F(AdSwitchesTest, TheChoicesFollowTheLanguageAndWhatIsOverriddenStays) {
     bus.HostSend(core::kMsgLanguageChanged);
 
     EXPECT_EQ(Child<QComboBox>("AdFocus")->currentText(), QStringLiteral("jamais"));
-    EXPECT_EQ(Overridden(), "Overridden for now: focus jamais");
+    EXPECT_EQ(Overridden(), "Overridden: focus jamais");
     EXPECT_THAT(focus, SizeIs(1));
 }
