@@ -16,7 +16,7 @@ public:
     /// right end is cut.
     static constexpr QSize kBannerSize{662, 110};
 
-    /// Shown and hidden with `page`, its parent. `ads` must outlive it.
+    /// Shown and hidden with `page`, its parent.
     CAdBannerSlot(int position, const CAds& ads, QWidget* page);
 
     QSize sizeHint() const override;

@@ -101,14 +101,7 @@ private:
     int m_nFailed = 0;
 };
 
-}  // namespace
-
-int forked_rounds::Wanted() {
-    const char* const said = std::getenv("ZR_ROUNDS");
-    return said ? std::atoi(said) : 0;
-}
-
-int forked_rounds::Run(int rounds, const std::function<int()>& runTests) {
+int Run(int rounds, const std::function<int()>& runTests) {
     constexpr size_t kAtATime = 2;
     std::vector<std::string> tests = AllTests();
     CChildren children(runTests);
@@ -128,4 +121,12 @@ int forked_rounds::Run(int rounds, const std::function<int()>& runTests) {
     std::cout << rounds << " rounds of " << tests.size() << " tests, first seed " << seed << ": " << children.Failed()
               << " failed" << std::endl;
     return children.Failed() == 0 ? 0 : 1;
+}
+
+}  // namespace
+
+int forked_rounds::RunOrRepeat(const std::function<int()>& runTests) {
+    const char* const said = std::getenv("ZR_ROUNDS");
+    const int rounds = said ? std::atoi(said) : 0;
+    return rounds > 0 ? Run(rounds, runTests) : runTests();
 }

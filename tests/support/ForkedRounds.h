@@ -6,12 +6,10 @@
 /// own that is forked from here and so costs no new start. Two run at a time.
 namespace forked_rounds {
 
-/// As many as the environment variable ZR_ROUNDS asks for; 0 if it asks for none.
-int Wanted();
-
-/// Runs them. `runTests` is called in the child, with the filter set to its one test; its result is the child's. What a
-/// child printed is shown if it failed. ZR_SEED, if set, is the seed of the first round. To be called before any
-/// thread is there. Returns 0 if every child did.
-int Run(int rounds, const std::function<int()>& runTests);
+/// As many rounds as the environment variable ZR_ROUNDS asks for. `runTests` is called in each child, with the filter
+/// set to its one test; its result is the child's. What a child printed is shown if it failed. ZR_SEED, if set, is the
+/// seed of the first round. To be called before any thread is there. Returns 0 if every child did. Without ZR_ROUNDS it
+/// calls `runTests` here, once.
+int RunOrRepeat(const std::function<int()>& runTests);
 
 }  // namespace forked_rounds

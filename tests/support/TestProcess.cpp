@@ -7,7 +7,6 @@
 #include <QWidget>
 #include <clocale>
 #include <ctime>
-#include <functional>
 #include <iostream>
 
 #include "support/ForkedRounds.h"
@@ -93,11 +92,6 @@ int RunTestsInRealTime(int argc, char** argv) {
     return result;
 }
 
-int RunRounds(const std::function<int()>& runTests) {
-    const int rounds = forked_rounds::Wanted();
-    return rounds > 0 ? forked_rounds::Run(rounds, runTests) : runTests();
-}
-
 }  // namespace
 
 int test_process::RunInVirtualTime(int argc, char** argv) {
@@ -109,12 +103,12 @@ int test_process::RunInVirtualTime(int argc, char** argv) {
     QApplication::setQuitOnLastWindowClosed(false);
     CVirtualAnimationDriver animations;
     animations.install();
-    return RunRounds(RunTestsInVirtualTime);
+    return forked_rounds::RunOrRepeat(RunTestsInVirtualTime);
 }
 
 int test_process::RunInRealTime(int argc, char** argv) {
     FixEnvironment();
     ::testing::InitGoogleMock(&argc, argv);
     // Children must not share the descriptors that wake an ordinary event loop: each has an application of its own.
-    return RunRounds([&argc, argv] { return RunTestsInRealTime(argc, argv); });
+    return forked_rounds::RunOrRepeat([&argc, argv] { return RunTestsInRealTime(argc, argv); });
 }

@@ -24,7 +24,8 @@ enum FallbackMode : int {
 /// Opens a URL: a page of the client for its own scheme (zrclient), the web for https, and in an internal
 /// build loopback http. True if it was opened. Anything else, an empty text included, is refused with a line
 /// in the log and gives false; nothing is thrown. Main thread. `context` may be null and is not owned;
-/// `extra` may be invalid.
+/// `extra` may be invalid, or hold a
+/// core::webview::ZRWebWindowInfo.
 ZRHOST_API bool DispatchUrl(const QString& url, BusinessType businessType, QObject* context, QVariant extra,
                             FallbackMode fallbackMode);
 

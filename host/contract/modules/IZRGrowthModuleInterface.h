@@ -15,15 +15,16 @@
 class QWidget;
 
 /// The growth module's one service, under the interface name "24IZRGrowthModuleInterface".
-/// Main thread only, save the getters of rights. The order of the operations is fixed.
+/// Main thread only, save the getters of rights and GetAdBannerAsync. The order of the operations is fixed.
 class ZRHOST_API IZRGrowthModuleInterface : public IZRPluginInterface {
 public:
     ~IZRGrowthModuleInterface() override;
 
     /// A banner of ads for that position, later, through `callback`, on the main thread. The widget has the size (in
     /// pixels) and belongs to the caller; its deletion is the banner's end. The callback may never come: there is
-    /// nothing to show, another caller has asked for the same position since, or the last request for it is less
-    /// than ten seconds ago; in an internal build it may come with null. In the strip at the top, of that height, a
+    /// nothing to show, no answer that can be read, another caller has asked for the same position since, or the last
+    /// request for it is less than ten seconds ago; in an internal build it may come with null. Without a callback
+    /// nothing is shown. In the strip at the top, of that height, a
     /// click does nothing. With `useCheck` exactly the ads in `adIds` are wanted, otherwise what is due. Callable
     /// from any thread.
     virtual void GetAdBannerAsync(int adPosition, QSize size, std::function<void(QWidget*)> callback,

@@ -25,8 +25,9 @@ public:
     explicit ZButton(const QString& text, QWidget* parent = nullptr);
     ~ZButton() override;
 
-    /// A name of ZResource; empty: no icon. `size` in pixels.
+    /// A name of ZResource; empty: no icon. A name that is not known shows nothing and is logged. `size` in pixels.
     void setIcon(const QString& name, const QSize& size);
+    /// kPlain from the beginning, as wide as its text.
     void setZrStyle(ZrStyle style);
     void setWidthType(ZrWidthType type);
     /// Pixels.
@@ -43,7 +44,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    using QAbstractButton::setIcon;
+    using QAbstractButton::setIcon;  // one of the toolkit's icons would not follow the theme
 
     struct Private;
     const std::unique_ptr<Private> d;

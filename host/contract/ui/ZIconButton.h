@@ -17,7 +17,7 @@ public:
 
     /// Names of ZResource. A name that is not known shows nothing and is logged.
     void setSvgIconName(const QString& name);
-    /// What a checked button shows; empty: the same.
+    /// What a checked button shows; empty, or not known: the same.
     void setCheckedSvgIconName(const QString& name);
 
     /// Fixed, in pixels.

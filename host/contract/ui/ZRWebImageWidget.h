@@ -38,7 +38,8 @@ public:
     void SetRoundedCorner(ZRCornerRadiusType type, double xRadius, double yRadius);
 
 Q_SIGNALS:
-    /// Each SetUrl ends, later, in kImageLoadSucceeded or kImageLoadFailed, once. SetUrl may be called inside.
+    /// Each SetUrl that no other one follows ends, later, in kImageLoadSucceeded or kImageLoadFailed, once. There are
+    /// no other notices. SetUrl may be called inside, and the widget be deleted.
     void ImageLoadStatusSignal(const QString& url, ZRImageLoadStatus status);
 
 protected:

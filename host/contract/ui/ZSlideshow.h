@@ -24,7 +24,7 @@ public:
     ZSlideshowBase(QWidget* parent, WidthHeightRatio ratio);
     ~ZSlideshowBase() override;
 
-    /// Whether it goes on by itself, every five seconds, seen or not, once there are two slides and the flag below
+    /// Whether it goes on by itself, every five seconds, seen or not, once there are two slides and m_bAutomatic
     /// is set. Off from the beginning.
     void setAutoSwitch(bool on);
 
@@ -38,7 +38,7 @@ public:
     /// A number that no slide has changes nothing.
     void setCurrentIndex(int index);
 
-    /// Whether it may do anything by itself.
+    /// Whether it may do anything by itself; to be set before setAutoSwitch.
     bool m_bAutomatic = false;
 
 Q_SIGNALS:
@@ -47,7 +47,7 @@ Q_SIGNALS:
 
 protected:
     /// Adds a slide, which becomes a child.
-    int AddSlide(QWidget* slide);
+    void AddSlide(QWidget* slide);
 
     /// A slide that has nothing to show has no dots over it either. None is bare from the beginning.
     void SetBare(int index, bool bare);
@@ -75,10 +75,11 @@ public:
     ~ZSlideshow() override;
 
     /// Adds a slide and begins to load its picture. `placeholder` as for ZRWebImageWidget.
+    /// `mode` is an ImageMode; any other value is as kStill.
     void addWebImageOrGif(const QString& url, const QString& placeholder, int mode);
 
 Q_SIGNALS:
-    /// A picture is in, at the attempt with that number, from 1.
+    /// The picture of the slide with that index is in, at the attempt with that number, from 1.
     void webImageLoadSucess(const QString& url, int index, int loadCount);
     /// All attempts, of which there are three, have failed.
     void webImageLoadFinalFailed(const QString& url, int index, int failedCount);

@@ -10,7 +10,7 @@ class ZRHOST_API ZText : public QWidget {
     Q_OBJECT
 
 public:
-    /// The weights of text that a theme knows.
+    /// Size and colour, as a theme knows them.
     enum ZrStyle : int {
         kBody = 0,
         kTitle = 1,
@@ -26,9 +26,9 @@ public:
     QString text() const;
     void setZrStyle(ZrStyle style);
 
-    /// Whether a line that has no room ends in dots; it is cut otherwise. Wrapped text never is.
+    /// Whether a line that has no room ends in dots; it is cut otherwise. Wrapped text never ends in dots.
     void setDottable(bool dottable);
-    /// Whether the text has ended in dots at its present size.
+    /// Whether the text ends in dots at its present size.
     bool isDotted() const;
 
     void setWordWrap(bool wrap);

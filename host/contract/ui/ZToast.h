@@ -5,7 +5,8 @@
 
 #include "framework/export.h"
 
-/// A word that lies over its parent for a moment, goes by itself, and deletes itself then. It takes neither presses
+/// A word that lies over its parent for a moment, goes by itself, and deletes itself then: it is made with new, and
+/// watched by a QPointer or not at all. One that shows nothing stays until its parent goes. It takes neither presses
 /// nor the focus. Main thread.
 class ZRHOST_API ZToast : public QWidget {
     Q_OBJECT

@@ -13,9 +13,9 @@
 namespace host::drawings {
 namespace {
 
-// More than any screen has, so that a wrong number costs little.
+// More than any screen has, in points of the screen along each side, so that a wrong number costs little.
 constexpr double kLargestRatio = 8.0;
-constexpr int kMostPixels = 4096;
+constexpr int kMostPixels = 8192;
 
 QSet<QString> NamesIn(const QString& folder) {
     QSet<QString> names;
@@ -57,6 +57,7 @@ QPixmap Paint(QByteArray drawing, const QSize& size, double ratio, const QColor&
     QRectF target(QPointF(), QSizeF(renderer.defaultSize()).scaled(pixels, Qt::KeepAspectRatio));
     target.moveCenter(QRectF(QPointF(), QSizeF(pixels)).center());
     QPainter painter(&pixmap);
+    painter.setOpacity(color.alphaF());
     renderer.render(&painter, target);
     painter.end();
     pixmap.setDevicePixelRatio(ratio);
@@ -74,13 +75,17 @@ QSize SizeOf(const QString& name) {
 }
 
 QPixmap Render(const QString& name, const QSize& size, double ratio, const QColor& color) {
-    if (!IsKnown(name) || size.isEmpty() || size.width() > kMostPixels || size.height() > kMostPixels) {
+    const double sharp = std::clamp(ratio, 1.0, kLargestRatio);
+    if (!IsKnown(name) || size.isEmpty() || std::max(size.width(), size.height()) * sharp > kMostPixels) {
         return QPixmap();
     }
-    const double sharp = std::clamp(ratio, 1.0, kLargestRatio);
     const QString path = PathOf(name);
-    const QString key =
-        QStringLiteral("%1 %2x%3 %4 %5").arg(path).arg(size.width()).arg(size.height()).arg(sharp).arg(color.name());
+    const QString key = QStringLiteral("%1 %2x%3 %4 %5")
+                            .arg(path)
+                            .arg(size.width())
+                            .arg(size.height())
+                            .arg(sharp)
+                            .arg(color.name(QColor::HexArgb));
     QPixmap pixmap;
     if (!QPixmapCache::find(key, &pixmap)) {
         pixmap = Paint(Load(path), size, sharp, color);

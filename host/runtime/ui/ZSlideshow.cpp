@@ -170,7 +170,7 @@ void ZSlideshowBase::setCurrentIndex(int index) {
 }
 
 // Who hears of the first slide may have the slideshow deleted: the signal comes last.
-int ZSlideshowBase::AddSlide(QWidget* slide) {
+void ZSlideshowBase::AddSlide(QWidget* slide) {
     const int index = d->slides.size();
     slide->setParent(this);
     slide->hide();
@@ -184,7 +184,6 @@ int ZSlideshowBase::AddSlide(QWidget* slide) {
             d->RunClock();
         }
     }
-    return index;
 }
 
 void ZSlideshowBase::SetBare(int index, bool bare) {

@@ -8,9 +8,9 @@
 
 namespace {
 
-// Of all frames together. As they are kept, 300 frames of a banner of 662 by 110 on a screen of two pixels to one:
-// what the judge lets pass is to move in the largest of the slots. With four bytes each these are 350 MB, and only
-// for a picture that is at all limits. As they are decoded, a few seconds.
+// Of all frames together. As they are kept, 300 frames, which is what the judge lets pass, of a strip across a page on
+// a screen of two pixels to one. With four bytes each these are 350 MB, and only for a picture that is at all limits.
+// As they are decoded, a few seconds.
 constexpr qint64 kMostKeptPixels = 300LL * (2 * 662) * (2 * 110);
 constexpr qint64 kMostDecodedPixels = 400'000'000;
 

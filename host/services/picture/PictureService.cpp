@@ -64,7 +64,7 @@ void CPictureService::Load(const QString& url, const QSize& size, bool moving, Q
     job.moving = moving;
     job.guard = guard;
     job.done = std::move(done);
-    connect(guard, &QObject::destroyed, this, [this, id] { Drop(id); });
+    job.guarded = connect(guard, &QObject::destroyed, this, [this, id] { Drop(id); });
     Q_EMIT Asked(id, url);
     HttpReqInfo request;
     request.m_strUrl = url.toStdString();
@@ -203,6 +203,7 @@ void CPictureService::Finish(unsigned long id, const std::shared_ptr<const Pictu
     }
     Job job = std::move(found->second);
     m_jobs.erase(found);
+    disconnect(job.guarded);
     if (job.stage != EnStage::kRefused) {
         --m_nRunning;
         StartNext();

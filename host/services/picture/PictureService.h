@@ -69,6 +69,7 @@ private:
         QSize size;
         bool moving = false;
         QPointer<QObject> guard;
+        QMetaObject::Connection guarded;
         Done done;
         std::unique_ptr<CHttpExchange> exchange;
         PictureEnd end;

@@ -183,4 +183,26 @@ TEST_F(ResourceTest, ADrawingKeepsItsProportionsInTheMiddleOfItsRoom) {
     EXPECT_EQ(icon.toImage().pixelColor(8, 8).alpha(), 0);
 }
 
+TEST_F(ResourceTest, ADrawingIsAsClearAsItsColour) {
+    const QColor clear(255, 0, 0, 110);
+    const auto middle = [](const QColor& color) {
+        return host::drawings::Render(ZResource::icon_blackvip_16_normal, QSize(16, 16), 1.0, color)
+            .toImage()
+            .pixelColor(8, 8);
+    };
+
+    EXPECT_EQ(middle(Qt::red).alpha(), 255);
+    EXPECT_EQ(middle(clear).alpha(), 110);
+}
+
+TEST_F(ResourceTest, ADrawingHasAtMostEightThousandPointsAlongASide) {
+    const auto render = [](const QSize& size, double ratio) {
+        return host::drawings::Render(ZResource::icon_blackvip_16_normal, size, ratio, Qt::red).size();
+    };
+
+    EXPECT_EQ(render({4096, 1}, 2.0), QSize(8192, 2));
+    EXPECT_EQ(render({4097, 1}, 2.0), QSize(0, 0));
+    EXPECT_EQ(render({1, 1025}, 100.0), QSize(0, 0));
+}
+
 }  // namespace
