@@ -245,6 +245,21 @@ TEST_F(AdWhyStatesTest, APushHasTheSlotAskAtTheMomentThatIsTold) {
     EXPECT_EQ(Moment().atMs, 240'000);
 }
 
+TEST_F(AdWhyStatesTest, AMomentThatHasPassedHidesNoPushThatIsToCome) {
+    store.SetInt64(kLastShow, 150);
+    Connect(Card(60));
+    EXPECT_EQ(Moment().atMs, 211'000);
+    PushNew(30);
+    time.Advance(std::chrono::milliseconds(10'999));
+    EXPECT_EQ(Moment().what, AdMoment::EnWhat::Free);
+
+    time.Advance(std::chrono::milliseconds(1));
+    EXPECT_EQ(Moment().what, AdMoment::EnWhat::Push);
+    EXPECT_EQ(Moment().atMs, 230'000);
+    time.SetServerTime(231'000);
+    EXPECT_EQ(Moment().what, AdMoment::EnWhat::Free);
+}
+
 TEST_F(AdWhyStatesTest, APushThatIsNotTakenLeavesWhatRefusedBefore) {
     mainFrame.SetFocusIn(false);
     Connect(Card());
