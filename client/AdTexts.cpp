@@ -154,6 +154,7 @@ const std::vector<TextEntry>& OfAds() {
         {kAdVerdictUnfit, "dropped: it lacks something"},
         {kAdFateUnfit, "dropped: the list lacks something"},
         {kAdWhyPushBad, "a push was not taken: %1"},
+        {kAdWhyNoPicture, "stands since %1, but no picture came"},
         {kAdSwitches, "Switches"},
         {kAdOverridden, "Overridden: %1"},
         {kAdAsItIs, "as it is"},

@@ -155,6 +155,7 @@ constexpr EnText kAdWhyPictureIn{900879};
 constexpr EnText kAdVerdictUnfit{900880};
 constexpr EnText kAdFateUnfit{900881};
 constexpr EnText kAdWhyPushBad{900882};
+constexpr EnText kAdWhyNoPicture{900883};
 constexpr EnText kAdSwitches{900901};
 constexpr EnText kAdOverridden{900902};
 constexpr EnText kAdAsItIs{900903};

@@ -158,11 +158,8 @@ void CAdBoard::OnPicture(const ReportSeen& report) {
         if (request.slot.type != type || !request.decoded.contains(ad)) {
             continue;
         }
-        if (params.Text("result_code") == kGoodCode) {
-            request.pictures.erase(ad);
-        } else {
-            request.pictures[ad] = params.Text("error_content");
-        }
+        request.pictures[ad] = {params.Text("result_code") == kGoodCode, params.Text("request_url"),
+                                params.Number("action_times").value_or(0), params.Text("error_content")};
     }
 }
 
@@ -420,7 +417,7 @@ void CAdBoard::Prune() {
     const auto isShown = [this](const QString& id) {
         return std::any_of(m_slots.begin(), m_slots.end(), [&id](const auto& slot) {
             const AdSlotState& state = slot.second;
-            return QStringList{state.lastRequest, state.lastAnswered, state.standing}.contains(id);
+            return QStringList{state.lastRequest, state.lastAnswered, state.standing, state.made}.contains(id);
         });
     };
     auto oldest = m_requests.end();

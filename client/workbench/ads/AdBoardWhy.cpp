@@ -12,6 +12,7 @@ constexpr int kTypeBanner = 3;
 constexpr uint32_t kMillisPerSecond = 1'000;
 const QString kByPush = QStringLiteral("push offline");
 
+// A banner's picture that failed is known by its report, which names the ad.
 std::optional<AdSlot> SlotOf(const ad_why::Meaning& meaning, const ad_lines::Said& said) {
     const int type = meaning.typeAt < 0 ? kBottomPopup.type : int(said.Number(meaning.typeAt));
     if (meaning.positionAt >= 0) {
@@ -37,6 +38,9 @@ bool CAdBoard::TakeWhyLine(const ad_lines::Said& said, qint64 timeMs) {
         meaning->meaning == EnMeaning::Refuses && meaning->stage == EnAdStage::List && ad_why::IsList(state.why);
     if (isListRefusal) {
         TakeListRefusal(said, *slot, timeMs);
+    }
+    if (said.line == EnLine::BannerMade) {
+        state.made = state.standing;
     }
     ad_why::Take(state.why, *meaning, said, slot->type == kTypeBanner, !state.standing.isEmpty(), timeMs);
     return true;

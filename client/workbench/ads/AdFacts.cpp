@@ -86,9 +86,15 @@ std::vector<AdFate> AdRequest::Fates() const {
             fate.reasons = reasons->second;
         }
         const auto picture = pictures.find(fate.ad.id);
-        if (picture != pictures.end()) {
-            fate.pictureFailed = picture->second;
+        if (picture != pictures.end() && !picture->second.hasCome) {
+            const AdPicture& failed = picture->second;
+            fate.pictureFailed = failed.words.isEmpty() ? failed.url : failed.words;
         }
     }
     return fates;
+}
+
+bool AdRequest::IsWithoutPicture() const {
+    return !pictures.empty() &&
+           std::none_of(pictures.begin(), pictures.end(), [](const auto& one) { return one.second.hasCome; });
 }

@@ -58,7 +58,15 @@ struct AdFate {
     qint64 nowS = 0;        // when its window was looked at
     qint64 limitS = 0;      // the end of the window that it missed
     QStringList reasons;    // of the filter
-    QString pictureFailed;  // why its picture could not be loaded, at the last try
+    QString pictureFailed;  // why its picture could not be loaded, at the last try; the address where nobody said
+};
+
+/// What came of an ad's picture, at the last try.
+struct AdPicture {
+    bool hasCome = false;
+    QString url;
+    qint64 tries = 0;
+    QString words;  // why it did not
 };
 
 enum class EnAdOutcome {
@@ -105,11 +113,14 @@ struct AdRequest {
     EnAdVerdict verdict = EnAdVerdict::None;
     AdSlot answerSlot;  // of a foreign list
     std::map<QString, QStringList> filtered;
-    std::map<QString, QString> pictures;  // failures, by ad
+    std::map<QString, AdPicture> pictures;  // that were told, by ad
     bool isCleared = false;
 
     /// In the server's order.
     std::vector<AdFate> Fates() const;
+
+    /// Pictures have failed, and not one has come.
+    bool IsWithoutPicture() const;
 };
 
 /// What happened to an ad on the screen.
@@ -148,6 +159,7 @@ struct AdSlotState {
     QString lastRequest;   // ids of requests
     QString lastAnswered;  // empty before the first
     QString standing;      // whose list the controller has; empty if none
+    QString made;          // whose list the youngest banner was made of: it stands on when the list is cleared
     qint64 stampS = 0;     // of the last request that left
     int refusedCount = 0;  // requests since that came too early
     std::optional<AdExposure> exposure;

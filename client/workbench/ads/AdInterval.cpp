@@ -25,37 +25,46 @@ void CAdInterval::Set(std::optional<qint64> seconds) {
         Q_EMIT Done(QString());
         return;
     }
-    m_server.Ask("GET", QStringLiteral("/v1/scenario"), QByteArray(), this,
-                 [this, seconds](const ServerAnswer& answer) {
-                     if (!answer.error.isEmpty()) {
-                         Q_EMIT Done(WordsOf(answer));
-                         return;
+    Ask("GET", QStringLiteral("/v1/scenario"), QByteArray(), [this, seconds](const ServerAnswer& answer) {
+        if (!answer.error.isEmpty()) {
+            Q_EMIT Done(WordsOf(answer));
+            return;
+        }
+        Json::Value ads = answer.body["ads"];
+        const auto slot = std::find_if(ads.begin(), ads.end(), IsBottomPopup);
+        if (slot == ads.end() || !(*slot)[kInterval].isInt64()) {
+            Q_EMIT Done(texts::Tr(texts::kAdNoPopupSlot));
+            return;
+        }
+        const qint64 own = m_override ? m_nOwn : (*slot)[kInterval].asInt64();
+        (*slot)[kInterval] = Json::Int64(seconds.value_or(own));
+        Put(ads, own, seconds);
+    });
+}
+
+void CAdInterval::Ask(const char* verb, const QString& path, const QByteArray& json, IServerAsk::Answered answered) {
+    m_server.Ask(verb, path, json, this,
+                 [this, asked = m_nServer, answered = std::move(answered)](const ServerAnswer& answer) {
+                     if (asked == m_nServer) {
+                         answered(answer);
                      }
-                     Json::Value ads = answer.body["ads"];
-                     const auto slot = std::find_if(ads.begin(), ads.end(), IsBottomPopup);
-                     if (slot == ads.end() || !(*slot)[kInterval].isInt64()) {
-                         Q_EMIT Done(texts::Tr(texts::kAdNoPopupSlot));
-                         return;
-                     }
-                     const qint64 own = m_override ? m_nOwn : (*slot)[kInterval].asInt64();
-                     (*slot)[kInterval] = Json::Int64(seconds.value_or(own));
-                     Put(ads, own, seconds);
                  });
 }
 
 void CAdInterval::Put(const Json::Value& ads, qint64 own, std::optional<qint64> seconds) {
     Json::StreamWriterBuilder builder;
     builder["indentation"] = "";
-    m_server.Ask("PUT", QStringLiteral("/v1/ads"), QByteArray::fromStdString(Json::writeString(builder, ads)), this,
-                 [this, own, seconds](const ServerAnswer& answer) {
-                     if (answer.error.isEmpty()) {
-                         m_nOwn = own;
-                         m_override = seconds;
-                     }
-                     Q_EMIT Done(answer.error.isEmpty() ? QString() : WordsOf(answer));
-                 });
+    Ask("PUT", QStringLiteral("/v1/ads"), QByteArray::fromStdString(Json::writeString(builder, ads)),
+        [this, own, seconds](const ServerAnswer& answer) {
+            if (answer.error.isEmpty()) {
+                m_nOwn = own;
+                m_override = seconds;
+            }
+            Q_EMIT Done(answer.error.isEmpty() ? QString() : WordsOf(answer));
+        });
 }
 
 void CAdInterval::ForgetServer() {
+    ++m_nServer;
     m_override.reset();
 }

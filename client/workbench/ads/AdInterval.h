@@ -21,7 +21,7 @@ public:
     /// Later, and told by Done: nothing gives the scenario its own interval back. Not before the last one is done.
     void Set(std::optional<qint64> seconds);
 
-    /// The server is new and has its own interval.
+    /// The server is new and has its own interval. What the old one was asked for is not told any more.
     void ForgetServer();
 
 Q_SIGNALS:
@@ -29,9 +29,12 @@ Q_SIGNALS:
     void Done(const QString& failure);
 
 private:
+    /// Who asks hears nothing of a server that was forgotten meanwhile.
+    void Ask(const char* verb, const QString& path, const QByteArray& json, IServerAsk::Answered answered);
     void Put(const Json::Value& ads, qint64 own, std::optional<qint64> seconds);
 
     IServerAsk& m_server;
     std::optional<qint64> m_override;
     qint64 m_nOwn = 0;
+    int m_nServer = 0;  // that is asked, by its place among those that there were
 };

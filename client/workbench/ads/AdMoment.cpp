@@ -76,7 +76,7 @@ AdMoment AdMoment::Of(const CAdBoard& board, const AdSlotState& slot, qint64 ser
     if (moment.what == EnWhat::Nothing && why.before) {
         moment = OfRefusal(board, slot, *why.before);
     }
-    if (moment.what == EnWhat::Free) {
+    if (moment.what == EnWhat::Free && moment.atMs > serverNowMs) {
         return moment;
     }
     std::optional<qint64> next;

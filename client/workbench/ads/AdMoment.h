@@ -14,6 +14,7 @@ struct AdMoment {
     EnWhat what = EnWhat::Nothing;
     qint64 atMs = 0;  // of the server's clock
 
-    /// Told of the last refusal; of the one before it where the last has no moment and left all as it was.
+    /// Told of the last refusal; of the one before it where the last has no moment and left all as it was. One that
+    /// has passed stands back behind a push that is to come.
     static AdMoment Of(const CAdBoard& board, const AdSlotState& slot, qint64 serverNowMs);
 };

@@ -214,6 +214,8 @@ bool IsList(const AdWhy& why) {
 }
 
 void Take(AdWhy& why, const Meaning& meaning, const Said& said, bool isBanner, bool hasStanding, qint64 timeMs) {
+    // A banner has one road, whatever it begins with.
+    why.road = isBanner ? EnAdRoad::Banner : why.road;
     switch (meaning.meaning) {
         case EnMeaning::Asks:
             why.isAsking = true;

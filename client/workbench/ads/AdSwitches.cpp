@@ -172,6 +172,7 @@ QStringList CAdSwitches::Overridden() const {
 
 void CAdSwitches::ForgetServer() {
     m_pInterval->ForgetServer();
+    m_pSetInterval->setEnabled(true);
     m_pSeconds->clear();
     Say(QString(), true);
     Q_EMIT OverridesChanged();

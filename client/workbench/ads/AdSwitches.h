@@ -15,8 +15,10 @@ class QPushButton;
 /// What the main window answers to the question for its focus.
 enum class EnFocusAnswer { AsItIs, Always, Never };
 
-/// The circumstances on which the bottom popup depends, each of which can be made to be another than it is. What is
-/// overridden lasts as long as the client: none of it is stored. `server` must outlive it.
+/// The circumstances on which the bottom popup depends, each of which can be made to be another than it is. The focus
+/// and the slot are overridden as long as the client lasts. The interval is written into the server's scenario: a
+/// server that the client has started ends with it, one that it was sent to keeps the interval until it starts anew
+/// or has it set back, and a client that comes later takes it for the server's own. `server` must outlive it.
 class CAdSwitches : public QWidget {
     Q_OBJECT
 

@@ -101,18 +101,34 @@ void AddSteps(Group& group, EnAdRoad road, size_t passed, size_t reached) {
     Add(group, Steps(texts::kAdWhyNotReached, road, reached, ad_why::Road(road).size()));
 }
 
-QString Shown(const AdSlotState& slot) {
+/// Of a banner that stands there with nothing on it; null for any other.
+const AdRequest* Bare(const CAdBoard& board, const AdSlotState& slot) {
+    const bool stands = slot.slot.type == kTypeBanner && slot.why.shownCount > 0;
+    const AdRequest* request = stands ? board.Request(slot.made) : nullptr;
+    return request && request->IsWithoutPicture() ? request : nullptr;
+}
+
+/// Each ad whose picture failed.
+std::vector<FieldNode> Failed(const AdRequest& bare) {
+    std::vector<FieldNode> ads;
+    for (const auto& [ad, picture] : bare.pictures) {
+        ads.push_back({ad, Tr(texts::kAdWhyPictureFailed).arg(picture.tries).arg(picture.url), {}, {}});
+    }
+    return ads;
+}
+
+QString Shown(const AdSlotState& slot, bool isBare) {
     const bool isBanner = slot.slot.type == kTypeBanner;
     const bool runs = slot.exposure && slot.exposure->endMs == 0;
     const QString ad = isBanner ? (runs ? slot.exposure->adId : QString()) : slot.why.shownAd;
-    const QString since = Tr(texts::kAdWhyShown).arg(Clock(slot.why.shownMs));
+    const QString since = Tr(isBare ? texts::kAdWhyNoPicture : texts::kAdWhyShown).arg(Clock(slot.why.shownMs));
     return ad.isEmpty() ? since : since + kDot + ad;
 }
 
-QString Now(const AdSlotState& slot) {
+QString Now(const AdSlotState& slot, bool isBare) {
     const AdWhy& why = slot.why;
     if (why.shownCount > 0) {
-        return Shown(slot);
+        return Shown(slot, isBare);
     }
     if (slot.lastRequest.isEmpty()) {
         return Tr(texts::kAdWhyUnasked);
@@ -158,9 +174,15 @@ QString Time(const CAdBoard& board, const AdSlotState& slot, qint64 serverNowMs)
 
 Group Why(const CAdBoard& board, const AdSlotState& slot, qint64 serverNowMs) {
     const AdWhy& why = slot.why;
-    const bool isShown = why.shownCount > 0;
+    const AdRequest* bare = Bare(board, slot);
+    const bool isStanding = why.shownCount > 0;
+    const bool isShown = isStanding && !bare;
     Group group{Tr(texts::kAdWhyTitle), {}, {}};
-    Add(group, Line(texts::kAdWhyState, Now(slot)), isShown ? std::make_optional(true) : std::nullopt);
+    FieldNode now = Line(texts::kAdWhyState, Now(slot, bare));
+    if (bare) {
+        now.children = Failed(*bare);
+    }
+    Add(group, std::move(now), isStanding ? std::make_optional(isShown) : std::nullopt);
     if (why.last) {
         Add(group, Line(texts::kAdWhyLast, Name(*why.last) + kDot + Clock(why.last->timeMs)), false);
         for (FieldNode& line : Compared(board, slot, *why.last)) {

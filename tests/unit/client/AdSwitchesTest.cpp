@@ -177,13 +177,40 @@ TEST_F(AdSwitchesTest, ANewServerHasItsOwnIntervalAndTheRestStays) {
     SetInterval("5");
     Choose("AdFocus", 2);
     Choose("AdSlotPermission", 1);
-    EXPECT_EQ(Overridden(),
-              "Overridden: focus never \u00B7 slot 2 refused \u00B7 interval 5 s instead of 3600 s");
+    EXPECT_EQ(Overridden(), "Overridden: focus never \u00B7 slot 2 refused \u00B7 interval 5 s instead of 3600 s");
 
     tab.Switches().ForgetServer();
 
     EXPECT_EQ(Overridden(), "Overridden: focus never \u00B7 slot 2 refused");
     EXPECT_EQ(Child<QLineEdit>("AdInterval")->text(), QString());
+}
+
+TEST_F(AdSwitchesTest, WhatTheOldServerAnswersLateIsNotPutIntoTheNewOne) {
+    AskInterval("5");
+
+    tab.Switches().ForgetServer();
+    EXPECT_TRUE(Child<QPushButton>("AdIntervalSet")->isEnabled());
+    server.Answer(kScenario);
+
+    EXPECT_THAT(server.wishes, SizeIs(1));
+    EXPECT_EQ(Said(), "");
+}
+
+TEST_F(AdSwitchesTest, WhatTheOldServerTookLateOverridesNothingOfTheNewOne) {
+    AskInterval("5");
+    server.Answer(kScenario);
+    tab.Switches().ForgetServer();
+    const auto late = server.wishes.back().answered;
+    AskInterval("7");
+
+    late(CServerControl::ReadAnswer(200, "{}", QString()));
+    EXPECT_EQ(Overridden(), "");
+    EXPECT_EQ(Said(), "");
+    EXPECT_FALSE(Child<QPushButton>("AdIntervalSet")->isEnabled());
+
+    server.Answer(QByteArray(kScenario).replace("3600", "60"));
+    server.Answer("{}");
+    EXPECT_EQ(Overridden(), "Overridden: interval 7 s instead of 60 s");
 }
 
 TEST_F(AdSwitchesTest, TheLastShowsOfThisUsersPopupAreForgottenAndNoOthers) {

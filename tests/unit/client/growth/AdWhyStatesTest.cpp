@@ -245,6 +245,21 @@ TEST_F(AdWhyStatesTest, APushHasTheSlotAskAtTheMomentThatIsTold) {
     EXPECT_EQ(Moment().atMs, 240'000);
 }
 
+TEST_F(AdWhyStatesTest, AMomentThatHasPassedHidesNoPushThatIsToCome) {
+    store.SetInt64(kLastShow, 150);
+    Connect(Card(60));
+    EXPECT_EQ(Moment().atMs, 211'000);
+    PushNew(30);
+    time.Advance(std::chrono::milliseconds(10'999));
+    EXPECT_EQ(Moment().what, AdMoment::EnWhat::Free);
+
+    time.Advance(std::chrono::milliseconds(1));
+    EXPECT_EQ(Moment().what, AdMoment::EnWhat::Push);
+    EXPECT_EQ(Moment().atMs, 230'000);
+    time.SetServerTime(231'000);
+    EXPECT_EQ(Moment().what, AdMoment::EnWhat::Free);
+}
+
 TEST_F(AdWhyStatesTest, APushThatIsNotTakenLeavesWhatRefusedBefore) {
     mainFrame.SetFocusIn(false);
     Connect(Card());
@@ -281,4 +296,82 @@ TEST_F(AdWhyStatesTest, ABannerIsShownUntilTheLastOfItsWidgetsIsGone) {
     EXPECT_EQ(Told(where)["Now"], "not shown");
     EXPECT_EQ(Short(Told(where)["Last"]), "closed by login");
     EXPECT_EQ(Told(where)["Tried again"], "when its page asks again");
+}
+
+TEST_F(AdWhyStatesTest, ABannerWhosePicturesAllFailIsToldToHaveNone) {
+    CZRAdBannerController banner(nullptr, 7);
+    CZRAdBannerController other(nullptr, 8);
+    std::vector<std::unique_ptr<QWidget>> views;
+    const auto ask = [&](CZRAdBannerController& which, const Json::Value& answer) {
+        which.GetAdBannerAsync(QSize(600, 100), [&views](QWidget* made) { views.emplace_back(made); }, 0, false, {});
+        AnswerJson(answer);
+    };
+    const auto fail = [this](const char* url) {
+        for (int tries = 0; tries < 3; ++tries) {
+            pictures.FailUrl(url);
+        }
+    };
+    Json::Value two = Strip();
+    two["data"]["ad"].append(two["data"]["ad"][0]);
+    two["data"]["ad"][1]["ad_id"] = "18090";
+    two["data"]["ad"][1]["banner_ad"]["img"] = "https://pictures.test/second.png";
+    Json::Value elsewhere = Strip();
+    elsewhere["data"]["ad_position"] = 8;
+    elsewhere["data"]["ad"][0]["ad_id"] = "18091";
+    elsewhere["data"]["ad"][0]["banner_ad"]["img"] = "https://pictures.test/third.png";
+    ask(other, elsewhere);
+    ask(banner, two);
+    const AdSlot where{3, 7};
+    EXPECT_EQ(Told(where)["Now"], "shown since 00:03:20 · 18089");
+
+    fail("https://pictures.test/strip.png");
+    fail("https://pictures.test/second.png");
+
+    const auto group = ad_why_words::Why(board, *board.Find(where), time.ServerTime());
+    EXPECT_EQ(group.lines[0].value.toStdString(), "stands since 00:03:20, but no picture came · 18089");
+    EXPECT_EQ(group.good[0], std::make_optional(false));
+    ASSERT_THAT(group.lines[0].children, SizeIs(2));
+    EXPECT_EQ(group.lines[0].children[0].name, QStringLiteral("18089"));
+    EXPECT_EQ(group.lines[0].children[0].value.toStdString(), "failed at try 3: https://pictures.test/strip.png");
+    EXPECT_EQ(group.lines[0].children[1].value.toStdString(), "failed at try 3: https://pictures.test/second.png");
+    EXPECT_EQ(Told(where)["Tried again"], "when its page asks again");
+    EXPECT_EQ(Told({3, 8})["Now"], "shown since 00:03:20 · 18091");
+    EXPECT_EQ(board.Request(board.Find(where)->standing)->Fates()[0].pictureFailed,
+              QStringLiteral("https://pictures.test/strip.png"));
+}
+
+TEST_F(AdWhyStatesTest, ABannerWithOneOfItsPicturesIsShown) {
+    CZRAdBannerController banner(nullptr, 7);
+    std::unique_ptr<QWidget> view;
+    Json::Value two = Strip();
+    two["data"]["ad"].append(two["data"]["ad"][0]);
+    two["data"]["ad"][1]["ad_id"] = "18090";
+    two["data"]["ad"][1]["banner_ad"]["img"] = "https://pictures.test/second.png";
+    banner.GetAdBannerAsync(QSize(600, 100), [&view](QWidget* made) { view.reset(made); }, 0, false, {});
+    AnswerJson(two);
+    for (int tries = 0; tries < 3; ++tries) {
+        pictures.FailUrl("https://pictures.test/strip.png");
+    }
+    pictures.SucceedUrl("https://pictures.test/second.png");
+
+    EXPECT_EQ(Told({3, 7})["Now"], "shown since 00:03:20 · 18089");
+}
+
+TEST_F(AdWhyStatesTest, ABannerWithoutAPictureIsToldAlsoWhenAnotherOnesEndClearedTheList) {
+    CZRAdBannerController banner(nullptr, 7);
+    std::vector<std::unique_ptr<QWidget>> views;
+    for (int times = 0; times < 2; ++times) {
+        WaitForLimit();
+        banner.GetAdBannerAsync(QSize(600, 100), [&views](QWidget* made) { views.emplace_back(made); }, 0, false, {});
+        AnswerJson(Strip());
+    }
+    views.erase(views.begin());
+    const AdSlot where{3, 7};
+    EXPECT_EQ(board.Find(where)->standing, QString());
+
+    for (int tries = 0; tries < 3; ++tries) {
+        pictures.Fail(pictures.LastLoad());
+    }
+
+    EXPECT_THAT(Told(where)["Now"], StartsWith("stands since 00:03:40, but no picture came"));
 }
