@@ -8,7 +8,6 @@ using ad_why::EnMeaning;
 
 namespace {
 
-constexpr int kTypeBanner = 3;
 constexpr uint32_t kMillisPerSecond = 1'000;
 const QString kByPush = QStringLiteral("push offline");
 

@@ -4,9 +4,6 @@
 
 namespace {
 
-constexpr int kTypePopup = 2;
-constexpr int kTypeBanner = 3;
-
 EnAdFate FateOfAll(const AdRequest& request) {
     switch (request.outcome) {
         case EnAdOutcome::NotDecoded:

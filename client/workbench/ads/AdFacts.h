@@ -24,8 +24,12 @@ inline bool operator==(const AdSlot& left, const AdSlot& right) {
     return std::tie(left.type, left.position) == std::tie(right.type, right.position);
 }
 
+/// The types of slots that the client shows.
+constexpr int kTypePopup = 2;
+constexpr int kTypeBanner = 3;
+
 /// The bottom popup's, the one popup that the client shows: lines without a slot are about it.
-constexpr AdSlot kBottomPopup{2, 42};
+constexpr AdSlot kBottomPopup{kTypePopup, 42};
 
 /// An ad as the server sent it.
 struct AdOffer {

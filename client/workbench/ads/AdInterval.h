@@ -18,7 +18,8 @@ public:
     /// What the scenario says of its own, as it was at the first override.
     qint64 Own() const { return m_nOwn; }
 
-    /// Later, and told by Done: nothing gives the scenario its own interval back. Not before the last one is done.
+    /// Later, and told by Done. An empty value gives the scenario its own interval back. Not before the last one is
+    /// done.
     void Set(std::optional<qint64> seconds);
 
     /// The server is new and has its own interval. What the old one was asked for is not told any more.

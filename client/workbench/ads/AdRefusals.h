@@ -76,7 +76,7 @@ struct AdWhy {
     bool isAsking = false;             // a request is out
     bool isLoading = false;            // a card waits for its picture
     std::optional<AdRefusal> last;
-    std::optional<AdRefusal> before;  // of those that leave the rest as it is, the last is told with what it left
+    std::optional<AdRefusal> before;  // what `last` left as it was: a refusal that still keeps the waiting list away
     int shownCount = 0;               // cards, or banners, that were handed out and are not closed
     QString shownAd;                  // of a card
     qint64 shownMs = 0;               // since when

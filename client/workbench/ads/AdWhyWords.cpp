@@ -13,7 +13,6 @@ using ad_words::Clock;
 using ad_words::Group;
 using texts::Tr;
 
-constexpr int kTypeBanner = 3;
 constexpr qint64 kSecondMs = 1'000;
 const QString kDot = QStringLiteral(" \u00B7 ");
 const QString kComma = QStringLiteral(", ");

@@ -12,8 +12,6 @@ namespace {
 using texts::Tr;
 
 const QString kDot = QStringLiteral(" \u00B7 ");
-constexpr int kTypePopup = 2;
-constexpr int kTypeBanner = 3;
 constexpr qint64 kSecondMs = 1'000;
 
 QString Milliseconds(qint64 duration) {
