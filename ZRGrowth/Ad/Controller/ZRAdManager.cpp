@@ -233,11 +233,14 @@ void CZRAdManager::GetAdBannerAsync(int adPosition, QSize size, std::function<vo
 
 QWidget* CZRAdManager::GetAdBottomPopupDeveloperView() {
     auto* view = new CZRAdBottomPopupDeveloperView(nullptr);
-    view->SetGetModelCallback(
-        [this] { return m_adBottomPopupController ? m_adBottomPopupController->GetAdModelList() : nullptr; });
-    view->SetSetModelCallback([this](CZRAdModelList* list) {
-        if (m_adBottomPopupController) {
-            m_adBottomPopupController->SetAdModelList(list);
+    // The panel is the caller's, and may be there for longer than what it shows.
+    const QPointer<CZRAdManager> alive(this);
+    view->SetGetModelCallback([alive] {
+        return alive && alive->m_adBottomPopupController ? alive->m_adBottomPopupController->GetAdModelList() : nullptr;
+    });
+    view->SetSetModelCallback([alive](CZRAdModelList* list) {
+        if (alive && alive->m_adBottomPopupController) {
+            alive->m_adBottomPopupController->SetAdModelList(list);
         } else {
             // The panel gives it away, and before the start nobody else would delete it.
             delete list;

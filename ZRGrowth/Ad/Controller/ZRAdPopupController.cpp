@@ -186,16 +186,22 @@ void CZRAdPopupController::OnImageLoadSucceeded(QString imageUrl, qlonglong time
         return;
     }
     CZRAdController::OnImageLoadSucceeded(imageUrl, time, count, adId);
+    // Whoever watches the card may take it away as it comes up, or this slot.
+    const QPointer<CZRAdPopupController> alive(this);
     if (m_adPopupView) {
         m_adPopupView->setVisible(true);
     }
-    // Also when whoever watches the card has taken it away as it came up.
+    if (alive && m_adPopupView) {
+        m_adPopupView->show();
+    }
+    if (!alive) {
+        return;
+    }
     if (!m_adPopupView) {
         LogInfo("Show ad popup failed, adPopupView is null. adType = {}, adPosition = {}, adId = {}", int(m_adType),
                 m_adPosition, adId.toStdString());
         return;
     }
-    m_adPopupView->show();
     LogInfo("Show ad popup success. adType = {}, adPosition = {}, adId = {}, pushId = {}", int(m_adType), m_adPosition,
             adId.toStdString(), pushId.toStdString());
     m_adId = adId;

@@ -5,6 +5,7 @@
 
 #include <QDateTime>
 #include <QHBoxLayout>
+#include <QPointer>
 
 #include "Ad/Model/ZRAdModel.h"
 #include "Ad/Model/ZRAdPopupModel.h"
@@ -166,8 +167,13 @@ void CZRAdBottomPopupDeveloperView::OnUpdateText() {
 }
 
 void CZRAdBottomPopupDeveloperView::OnUpdateCacheDataText() {
-    CZRAdModelList* list = m_fnGetModel ? m_fnGetModel() : nullptr;
-    m_pCacheDataText->setText(list ? LinesOf(*list) : kNothing);
+    // Who is asked may delete the panel, and with it what is just being called.
+    const QPointer<CZRAdBottomPopupDeveloperView> alive(this);
+    const std::function<CZRAdModelList*()> get = m_fnGetModel;
+    CZRAdModelList* list = get ? get() : nullptr;
+    if (alive) {
+        m_pCacheDataText->setText(list ? LinesOf(*list) : kNothing);
+    }
 }
 
 void CZRAdBottomPopupDeveloperView::OnGenerateCacheData() {
@@ -177,6 +183,11 @@ void CZRAdBottomPopupDeveloperView::OnGenerateCacheData() {
     }
     auto* list = new CZRAdModelList(nullptr);
     list->Decode(sample);
-    m_fnSetModel(list);
-    OnUpdateCacheDataText();
+    // Who takes it may delete the panel, and with it what is just being called.
+    const QPointer<CZRAdBottomPopupDeveloperView> alive(this);
+    const std::function<void(CZRAdModelList*)> set = m_fnSetModel;
+    set(list);
+    if (alive) {
+        OnUpdateCacheDataText();
+    }
 }

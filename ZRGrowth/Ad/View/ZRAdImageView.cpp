@@ -38,10 +38,14 @@ void CZRAdImageView::SetImageUrl(const QString& url) {
     LogInfo("Set image url, imageUrl = {}", url.toStdString());
     m_loadStart = core::time_date::GetSvrTimeMillis();
     m_loadCount = 0;
+    // A picture may be in inside the call, and who hears of it may delete this view.
+    const QPointer<CZRAdImageView> alive(this);
     if (m_pImageWidget) {
         m_pImageWidget->SetUrl(url, QString());
     }
-    m_imageUrl = url;
+    if (alive) {
+        m_imageUrl = url;
+    }
 }
 
 void CZRAdImageView::SetSchema(const QString& schema) {

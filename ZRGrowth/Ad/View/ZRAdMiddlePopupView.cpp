@@ -1,6 +1,7 @@
 #include "Ad/View/ZRAdMiddlePopupView.h"
 
 #include <QEvent>
+#include <QPointer>
 #include <QVBoxLayout>
 
 #include "Ad/View/ZRAdImageView.h"
@@ -61,8 +62,12 @@ void CZRAdMiddlePopupView::InitUI() {
 }
 
 void CZRAdMiddlePopupView::SetImageUrl(const QString& url) {
-    m_pImageView->SetImageUrl(url);
-    m_pImageView->show();
+    // A picture may be in inside the call, and who hears of it may delete this view.
+    const QPointer<CZRAdImageView> image(m_pImageView);
+    image->SetImageUrl(url);
+    if (image) {
+        image->show();
+    }
 }
 
 void CZRAdMiddlePopupView::SetSchema(const QString& schema) {

@@ -237,19 +237,4 @@ TEST_F(AdBottomPopupTest, ACardThatWasRefusedLeavesTheAdForALaterTry) {
     pictures.Forget();
 }
 
-TEST_F(AdBottomPopupTest, AWindowThatDiesTakesTheCardAlong) {
-    auto* passing = new CAdWindow;
-    mainFrame.Offer(passing);
-    Add();
-    LetPictureIn();
-
-    delete passing;
-    slot.UpdateAdBottomPopupCoordinates();
-    slot.CloseAd(ZRAdCloseTypeTabSwitched);
-    slot.DeleteAdPopupView();
-
-    EXPECT_TRUE(slot.m_adPopupView.isNull());
-    EXPECT_THAT(reports.Events(), IsEmpty());
-}
-
 }  // namespace

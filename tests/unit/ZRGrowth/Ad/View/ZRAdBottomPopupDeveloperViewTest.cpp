@@ -1,6 +1,7 @@
 #include "Ad/View/ZRAdBottomPopupDeveloperView.h"
 
 #include <QLayout>
+#include <QPointer>
 #include <QSpacerItem>
 #include <ctime>
 #include <limits>
@@ -329,6 +330,69 @@ TEST_F(AdDeveloperViewTest, ASampleThatNobodyTakesIsNotMade) {
     EXPECT_EQ(CacheData(), "");
 }
 
+TEST_F(AdDeveloperViewTest, WhoeverTakesTheSampleMayDeleteThePanelAtOnce) {
+    QPointer<CZRAdBottomPopupDeveloperView> panel = new CZRAdBottomPopupDeveloperView(nullptr);
+    std::vector<std::string> calls;
+    panel->SetGetModelCallback([&] {
+        calls.emplace_back("asked");
+        return nullptr;
+    });
+    panel->SetSetModelCallback([panel, &calls](CZRAdModelList* taken) {
+        delete panel;
+        calls.push_back("given " + std::to_string(taken->GetAdPosition()));
+        delete taken;
+    });
+    panel->show();
+    time.Settle();
+
+    Click(panel->findChild<ZButton*>(QStringLiteral("GenerateCacheData")));
+
+    EXPECT_TRUE(panel.isNull());
+    EXPECT_THAT(calls, ElementsAre("given 42"));
+}
+
+TEST_F(AdDeveloperViewTest, WhoeverIsAskedForTheListMayDeleteThePanelAtOnce) {
+    for (const char* button : {"UpdateText", "GenerateCacheData"}) {
+        QPointer<CZRAdBottomPopupDeveloperView> panel = new CZRAdBottomPopupDeveloperView(nullptr);
+        const auto kept = std::make_unique<CZRAdModelList>(nullptr);
+        int asked = 0;
+        panel->SetGetModelCallback([panel, &asked, &kept] {
+            delete panel;
+            ++asked;
+            return kept.get();
+        });
+        panel->SetSetModelCallback([](CZRAdModelList* taken) { delete taken; });
+        panel->show();
+        time.Settle();
+
+        Click(panel->findChild<ZButton*>(QString::fromLatin1(button)));
+
+        EXPECT_TRUE(panel.isNull()) << button;
+        EXPECT_EQ(asked, 1) << button;
+    }
+}
+
+TEST_F(AdDeveloperViewTest, ACallbackMayReplaceItself) {
+    std::vector<std::string> calls;
+    view.SetGetModelCallback([this, &calls, word = std::string("the first who is asked, in many words")] {
+        view.SetGetModelCallback(nullptr);
+        calls.push_back(word);
+        return nullptr;
+    });
+    view.SetSetModelCallback(
+        [this, &calls, word = std::string("the first who takes, in many words")](CZRAdModelList* taken) {
+            view.SetSetModelCallback(nullptr);
+            calls.push_back(word);
+            delete taken;
+        });
+
+    Press("GenerateCacheData");
+    Press("GenerateCacheData");
+
+    EXPECT_THAT(calls, ElementsAre("the first who takes, in many words", "the first who is asked, in many words"));
+    EXPECT_EQ(CacheData(), kNothing);
+}
+
 // By way of the manager
 
 TEST_F(AdDeveloperViewTest, TheManagersPanelShowsAndFillsThePopupsSlot) {
@@ -349,6 +413,23 @@ TEST_F(AdDeveloperViewTest, TheManagersPanelShowsAndFillsThePopupsSlot) {
     Popup()->TryShowAdPopup();  // the sample is good for a try without a server
     EXPECT_TRUE(Card());
     pictures.Forget();
+}
+
+TEST_F(AdDeveloperViewTest, APanelThatOutlivesTheManagerHasNothingAndTakesNothing) {
+    Start();
+    const std::unique_ptr<QWidget> panel(manager->GetAdBottomPopupDeveloperView());
+    panel->show();
+    time.Settle();
+    Click(panel->findChild<ZButton*>(QStringLiteral("GenerateCacheData")));
+    auto* text = panel->findChild<ZText*>(QStringLiteral("CacheDataText"));
+    ASSERT_THAT(text->text().toStdString(), HasSubstr("ad_id: 18088\n"));
+
+    manager.reset();
+    Click(panel->findChild<ZButton*>(QStringLiteral("UpdateText")));
+    EXPECT_EQ(text->text().toStdString(), kNothing);
+    Click(panel->findChild<ZButton*>(QStringLiteral("GenerateCacheData")));
+
+    EXPECT_EQ(text->text().toStdString(), kNothing);
 }
 
 TEST_F(AdDeveloperViewTest, EachPanelIsANewOne) {
