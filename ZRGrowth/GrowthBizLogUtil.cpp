@@ -1,16 +1,19 @@
 #include "GrowthBizLogUtil.h"
 
 #include <QMetaEnum>
+#include <QStringBuilder>
 
 std::string CGrowthBizLogUtil::GetModuleName(ModuleType type) {
-    const char* name = QMetaEnum::fromType<ModuleType>().valueToKey(type);
+    static const QMetaEnum names = QMetaEnum::fromType<ModuleType>();
+    const char* name = names.valueToKey(type);
     return name ? name : "";
 }
 
 void CGrowthBizLogUtil::WriteLog(const char* source, int line, const char* function, ZRLogType severity,
                                  ModuleType type, const std::string& message) {
-    const std::string text = fmt::format(FMT_STRING("[{}] {}"), GetModuleName(type), message);
+    const std::string name = GetModuleName(type);
     // Byte by byte on purpose, not as UTF-8: bodies are logged raw, and every byte must come through.
-    FrameWork::_WriteLogRaw(source, line, function, severity, kGrowthModuleTag,
-                            QString::fromLatin1(text.data(), int(text.size())), -128);
+    const QString text = QLatin1Char('[') % QLatin1String(name.data(), int(name.size())) % QLatin1String("] ") %
+                         QLatin1String(message.data(), int(message.size()));
+    FrameWork::_WriteLogRaw(source, line, function, severity, kGrowthModuleTag, text, -128);
 }

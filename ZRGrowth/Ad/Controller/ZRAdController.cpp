@@ -17,7 +17,7 @@ namespace {
 constexpr auto kLogModuleType = CGrowthBizLogUtil::Ad;
 constexpr qint64 kRequestInterval = 10;  // seconds
 
-const QString kAdLastShowTimeStampKey = QStringLiteral("AdLastShowTimeStampKey");
+constexpr char kAdLastShowTimeStampKey[] = "AdLastShowTimeStampKey";
 
 constexpr auto kQueuedOnce = Qt::ConnectionType(Qt::QueuedConnection | Qt::UniqueConnection);
 
@@ -342,8 +342,8 @@ QList<QString> CZRAdController::GetAllAdIdFromDataModel(CZRAdModelList* list) {
 }
 
 QString CZRAdController::GetAdLastShowTimeStampKey(int adPosition, int showIntervalType) {
-    return QString::fromStdString(fmt::format(FMT_STRING("{}_{}_{}_{}_{}"), kAdLastShowTimeStampKey.toStdString(),
-                                              int(m_adType), adPosition, core::login_status_data::Login_GetUserID(),
+    return QString::fromStdString(fmt::format(FMT_STRING("{}_{}_{}_{}_{}"), kAdLastShowTimeStampKey, int(m_adType),
+                                              adPosition, core::login_status_data::Login_GetUserID(),
                                               showIntervalType));
 }
 

@@ -13,7 +13,7 @@ Json::Value Texts(QList<QString> const& texts) {
 }
 
 Json::Value NumberText(int number) {
-    return QString::number(number).toStdString();
+    return std::to_string(number);
 }
 
 std::string Joined(QList<QString> const& texts) {

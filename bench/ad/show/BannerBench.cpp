@@ -1,9 +1,11 @@
 // A banner of three ads that goes on by itself: what lives on the heap after a thousand switches, beside what lived
-// there before them. Not one byte more is the goal.
+// there before them. Not one byte more is the goal. Ads differ in what they take, so on both sides it is the most that
+// lives there while each of them has its turn: which one stands there first, and which last, makes no difference.
 #include <fmt/format.h>
 #include <malloc.h>
 
 #include <QApplication>
+#include <algorithm>
 #include <memory>
 
 #include "Ad/Controller/ZRAdBannerController.h"
@@ -73,6 +75,18 @@ private:
     int m_nSwitches = 0;
 };
 
+/// 0 when the banner stopped.
+double MostInOneRound(CRunningBanner& banner) {
+    double most = 0;
+    for (int i = 0; i < kAds; ++i) {
+        if (!banner.Switch(1)) {
+            return 0;
+        }
+        most = std::max(most, LiveHeap());
+    }
+    return most;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -85,18 +99,19 @@ int main(int argc, char** argv) {
 
     CQuietHost host(kAnswer);
     CRunningBanner banner(host);
-    // Caches fill on the way, and the same ad is shown before and after.
     const int times = options.quick ? 2 * kAds : kSwitches;
-    if (!banner.IsThere() || !banner.Switch(times - times % kAds + kAds)) {
+    // Caches fill on the way.
+    if (!banner.IsThere() || !banner.Switch(times)) {
         fmt::print(stderr, "There is no banner that goes on\n");
         return 1;
     }
-    const double before = LiveHeap();
-    if (!banner.Switch(times)) {
+    const double before = MostInOneRound(banner);
+    const bool goesOn = banner.Switch(times);
+    const double after = MostInOneRound(banner);
+    if (!goesOn || before <= 0 || after <= 0) {
         fmt::print(stderr, "The banner stopped\n");
         return 1;
     }
-    const double after = LiveHeap();
     return bench::PrintRows({{fmt::format("Live heap after {} switches of a banner", times), after, "Before them",
                               before, 1, bench::EnUnit::kBytes}},
                             options);

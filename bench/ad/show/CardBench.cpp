@@ -1,12 +1,11 @@
-// From the list of ads in memory to the popup's card, which stands hidden and waits for its picture, beside the bare
-// widgets that it is made of: a widget, a picture, a button.
+// From the decoded list of ads to the popup's card, which stands hidden and waits for its picture, beside the bare
+// widgets of the kit that it is made of: a widget, a picture without an address, a button. For information the same
+// from the text of the answer, whose reading has a bench of its own.
 #include <benchmark/benchmark.h>
 #include <json/reader.h>
 #include <json/value.h>
 
 #include <QApplication>
-#include <QLabel>
-#include <QToolButton>
 #include <ctime>
 #include <memory>
 #include <thread>
@@ -17,17 +16,21 @@
 #include "QuietHost.h"
 #include "support/ScriptedMainFrame.h"
 #include "support/VirtualEventDispatcher.h"
+#include "ui/ZIconButton.h"
+#include "ui/ZRWebImageWidget.h"
 
 namespace {
 
-constexpr char kData[] = R"({"ad_type": 2, "ad_position": 42, "show_duration": 15, "show_interval": 3600,
+constexpr char kAnswer[] =
+    R"({"code": 0, "message": "ok", "data": {"ad_type": 2, "ad_position": 42, "show_duration": 15, "show_interval": 3600,
     "show_interval_type": 1, "enable_close": true, "ad": [
     {"ad_id": "18088", "name": "Autumn", "start_time": 1600000000, "end_time": 1800000000, "expire_time": 1800000000,
      "push_id": "p-1", "popup_ad": {"popup_type": 2, "show_areas": [500, 501],
-     "bottom_popup": {"img": "https://pictures.test/card.png", "schema": "https://www.test/autumn"}}}]})";
+     "bottom_popup": {"img": "https://pictures.test/card.png", "schema": "https://www.test/autumn"}}}]}})";
 
-constexpr const char* kCard = "Answer in memory to its hidden card";
-constexpr const char* kBare = "The same bare widgets";
+constexpr const char* kCard = "Decoded list of ads to its hidden card";
+constexpr const char* kText = "Text of an answer to its hidden card";
+constexpr const char* kBare = "The same widgets of the kit, bare";
 
 class CSlot : public CZRAdBottomPopupController {
 public:
@@ -42,16 +45,22 @@ double ThreadSeconds() {
     return double(time.tv_sec) + double(time.tv_nsec) / 1e9;
 }
 
-void Card(benchmark::State& state, CQuietHost& host, QWidget& window) {
-    Json::Value data;
-    Json::Reader().parse(kData, data);
+/// Null when the answer was refused.
+CZRAdModelList* ListOf(const std::string& text) {
+    Json::Value value;
+    Json::Reader().parse(text, value);
+    CZRAdResponseModel response(nullptr);
+    return response.Decode(value) ? response.GetData() : nullptr;
+}
+
+void Card(benchmark::State& state, CQuietHost& host, QWidget& window, bool fromText) {
+    const std::string text = kAnswer;
     CSlot slot;
     for (auto _ : state) {
-        auto* list = new CZRAdModelList(nullptr);
-        list->Decode(data);
+        CZRAdModelList* list = fromText ? nullptr : ListOf(text);
 
         const double begin = ThreadSeconds();
-        slot.OnRequestAdSucceeded(list, 5);
+        slot.OnRequestAdSucceeded(fromText ? ListOf(text) : list, 5);
         state.SetIterationTime(ThreadSeconds() - begin);
 
         const auto* card = window.findChild<CZRAdBottomPopupView*>();
@@ -71,10 +80,10 @@ void Bare(benchmark::State& state, CQuietHost& host, QWidget& window) {
         auto* card = new QWidget(&window);
         card->setFixedSize(kAdBottomPopupSize);
         card->setVisible(false);
-        auto* picture = new QLabel(card);
+        auto* picture = new ZRWebImageWidget(card);
         picture->setFixedSize(kAdBottomPopupSize);
-        auto* button = new QToolButton(card);
-        button->setFixedSize(24, 24);
+        auto* button = new ZIconButton(card);
+        button->setIconButtonSize(QSize(24, 24));
         button->move(324, 12);
         card->move(160, 400);
         state.SetIterationTime(ThreadSeconds() - begin);
@@ -101,7 +110,11 @@ int main(int argc, char** argv) {
     mainFrame.Offer(&window);
     mainFrame.SetTabKey(20001);
 
-    benchmark::RegisterBenchmark(kCard, [&](benchmark::State& state) { Card(state, host, window); })->UseManualTime();
+    const auto card = [&](bool fromText) {
+        return [&, fromText](benchmark::State& state) { Card(state, host, window, fromText); };
+    };
+    benchmark::RegisterBenchmark(kCard, card(false))->UseManualTime();
+    benchmark::RegisterBenchmark(kText, card(true))->UseManualTime();
     benchmark::RegisterBenchmark(kBare, [&](benchmark::State& state) { Bare(state, host, window); })->UseManualTime();
-    return bench::RunComparisons(argc, argv, {{kCard, kBare, 3}});
+    return bench::RunComparisons(argc, argv, {{kCard, kBare, 3}, {kText, kBare, 0}});
 }

@@ -3,14 +3,12 @@
 #include <fmt/format.h>
 
 #include <QApplication>
-#include <QBuffer>
-#include <QImageWriter>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <algorithm>
-#include <random>
 
 #include "BenchTable.h"
+#include "LargePictures.h"
 #include "PictureSource.h"
 #include "core/IEnvironment.h"
 #include "framework/Ports.h"
@@ -31,21 +29,10 @@ public:
     std::string DeviceId() const override { return {}; }
 };
 
-/// With noise in it, so that there is something to send and to decode.
-QByteArray LargePicture(const char* format) {
-    QImage image(4000, 3000, QImage::Format_RGB32);
-    std::mt19937 random(1);
-    for (int y = 0; y < image.height(); ++y) {
-        auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
-        for (int x = 0; x < image.width(); ++x) {
-            line[x] = x % 7 == 0 ? random() : 0xFF336699u + QRgb(x / 40);
-        }
-    }
+struct Format {
+    const char* name;
     QByteArray bytes;
-    QBuffer buffer(&bytes);
-    QImageWriter(&buffer, format).write(image);
-    return bytes;
-}
+};
 
 /// The longest slice in nanoseconds; 0 when there was no picture.
 double LongestSlice(CPictureService& pictures, const QString& url) {
@@ -84,19 +71,21 @@ int main(int argc, char** argv) {
     ports.pictures = &pictures;
     host::Install(ports);
     std::vector<bench::Row> rows;
-    for (const char* format : {"jpeg", "png"}) {
-        const CPictureSource source(LargePicture(format));
+    for (const Format& format :
+         {Format{"jpeg", large_pictures::Encoded("jpeg")}, Format{"png", large_pictures::Encoded("png")},
+          Format{"gif", large_pictures::Gif()}, Format{"svg", large_pictures::Svg()}}) {
+        const CPictureSource source(format.bytes);
         double longest = 0;
         for (int i = 0; i < (options.quick ? 1 : kPictures); ++i) {
             const double slice = LongestSlice(pictures, source.Url() + QStringLiteral("/%1").arg(i));
             if (slice <= 0) {
-                fmt::print(stderr, "The {} picture did not come\n", format);
+                fmt::print(stderr, "The {} picture did not come\n", format.name);
                 return 1;
             }
             longest = std::max(longest, slice);
         }
-        rows.push_back({fmt::format("Longest slice, 4,000 by 3,000 {} comes", format), longest, "What nobody notices",
-                        kSliceLimitNanos, 1});
+        rows.push_back({fmt::format("Longest slice, 4,000 by 3,000 {} comes", format.name), longest,
+                        "What nobody notices", kSliceLimitNanos, 1});
     }
     host::Uninstall();
     return bench::PrintRows(rows, options);
