@@ -50,6 +50,8 @@ TEST_P(AdPopupEndTest, IsToldWithItsExposure) {
     const PopupEnd& row = GetParam();
     ASSERT_NO_FATAL_FAILURE(StartAndHavePopup(row.seconds, "https://ads.example/1"));
 
+    server->Put("/v1/ads", "[]");  // what asks again gets nothing
+
     row.act(*client);
 
     const std::string why = std::string("by ") + row.why;
