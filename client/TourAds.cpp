@@ -175,8 +175,11 @@ bool CTour::SeeAds() {
     const bool taken = TakePicture("ads-workbench") && SeeAdPanel() && SeeAdRefused() && SeePictureFetched();
     OpenTab(kTabSession);
     OpenPage(1);
+    if (!taken) {
+        return false;
+    }
     Tell(QStringLiteral("ads: the popup stood at %1, and at %2 beside the collapsed navigation; banners on two pages")
              .arg(left)
              .arg(movedTo));
-    return taken;
+    return true;
 }
