@@ -337,7 +337,7 @@ bool CTour::WaitFor(const QString& what, const std::function<bool()>& isSo) {
     return seen || Fail(QStringLiteral("waited in vain for %1").arg(what));
 }
 
-bool CTour::TakePicture(const char* name) {
+bool CTour::TakePicture(const char* name, QWidget& of) {
     // What was changed is laid out by events of its own, and log lines are shown in batches.
     const auto* log = m_window.findChild<CLogModel*>();
     const auto* workbench = Find<CWorkbench>(QStringLiteral("Workbench"));
@@ -350,7 +350,7 @@ bool CTour::TakePicture(const char* name) {
     const QDir folder(m_strFolder);
     const QString file =
         folder.absoluteFilePath(QStringLiteral("%1-%2.png").arg(m_nStep).arg(QString::fromLatin1(name)));
-    if (folder.mkpath(QStringLiteral(".")) && m_window.grab().save(file)) {
+    if (folder.mkpath(QStringLiteral(".")) && of.grab().save(file)) {
         return true;
     }
     return Fail(QStringLiteral("the picture %1 can't be written").arg(file));

@@ -49,12 +49,15 @@ private:
     bool SeeCardBeside(int navigationWidth);
     bool SeeBanner(const char* page, int position);
     bool SeePictureFetched();
+    bool SeeAdPanel();
+    bool SeeAdRefused();
     bool ReadScenario();
     bool LogIn(quint64 userId);
     bool LogInByMenu(const QString& word, quint64 userId);
     bool WaitForEntries(quint64 userId);
     bool WaitFor(const QString& what, const std::function<bool()>& isSo);
-    bool TakePicture(const char* name);
+    bool TakePicture(const char* name) { return TakePicture(name, m_window); }
+    bool TakePicture(const char* name, QWidget& of);
     static void DeleteWhatIsDone();
     bool WearsTheme() const;
     void OpenPage(int scene);

@@ -1,12 +1,17 @@
 // The tour's step through the ads.
 #include <QAbstractButton>
 #include <QAbstractItemModel>
+#include <QComboBox>
 #include <QImage>
+#include <QLabel>
 #include <QSet>
 #include <QTabWidget>
 #include <QTableView>
+#include <QTreeWidget>
 
 #include "AdBannerSlot.h"
+#include "AdTexts.h"
+#include "ClientTexts.h"
 #include "Composition.h"
 #include "Tour.h"
 
@@ -14,6 +19,7 @@ namespace {
 
 enum EnTab { kTabSession, kTabAds = 2, kTabTraffic };
 enum EnTraffic { kTrafficChannel, kTrafficHttp };
+enum EnPush { kPushChange, kPushCheck, kPushNew };
 enum EnColumn { kColumnPath = 2, kColumnWhat = 4 };
 constexpr int kPictureColors = 16;
 
@@ -95,6 +101,48 @@ bool CTour::SeePictureFetched() {
     return taken;
 }
 
+// In a window of its own, which takes the focus until it is closed.
+bool CTour::SeeAdPanel() {
+    Find<QAbstractButton>(QStringLiteral("AdPanelOpen"))->click();
+    auto* panel = Find<QWidget>(QStringLiteral("AdPanelWindow"));
+    const bool opened = WaitFor(QStringLiteral("the popup's panel"),
+                                [panel] { return SeenOfClass(*panel, "CZRAdBottomPopupDeveloperView") != nullptr; });
+    // It says nothing before it is asked.
+    auto* update = panel->findChild<QAbstractButton*>(QStringLiteral("UpdateText"));
+    if (opened && update) {
+        update->click();
+    }
+    const bool taken = opened && update && TakePicture("ads-panel", *panel);
+    panel->close();
+    return taken &&
+           WaitFor(QStringLiteral("the active window, behind the panel"), [this] { return m_window.isActiveWindow(); });
+}
+
+// Of two pushes in a row the second has the module ask too early, whatever was asked before.
+bool CTour::SeeAdRefused() {
+    auto* tabs = Find<QTabWidget>(QStringLiteral("AdTabs"));
+    auto* said = Find<QLabel>(QStringLiteral("AdPushMessage"));
+    auto* detail = Find<QTreeWidget>(QStringLiteral("AdDetail"));
+    tabs->setCurrentWidget(Find<QWidget>(QStringLiteral("AdPushPanel")));
+    Find<QComboBox>(QStringLiteral("AdPush"))->setCurrentIndex(kPushNew);
+    for (int push = 0; push < 2; ++push) {
+        said->clear();
+        Find<QAbstractButton>(QStringLiteral("AdPushSend"))->click();
+        if (!WaitFor(QStringLiteral("a push of new ads"), [said] { return !said->text().isEmpty(); })) {
+            return false;
+        }
+    }
+    const QString why =
+        texts::Tr(texts::kAdWhyRefused).arg(texts::Tr(texts::kAdWhyStageRequest), texts::Tr(texts::kAdWhyLimit));
+    const bool taken =
+        WaitFor(
+            QStringLiteral("the refusal of a request that comes too early"),
+            [detail, why] { return !detail->findItems(why, Qt::MatchStartsWith | Qt::MatchRecursive, 1).isEmpty(); }) &&
+        TakePicture("ads-refused");
+    tabs->setCurrentIndex(0);
+    return taken;
+}
+
 // The popup comes by itself, with the first login.
 bool CTour::SeeAds() {
     if (!WaitFor(QStringLiteral("the active window"), [this] { return m_window.isActiveWindow(); })) {
@@ -124,11 +172,14 @@ bool CTour::SeeAds() {
         return Fail(QStringLiteral("the popup stayed at another tab"));
     }
     OpenTab(kTabAds);
-    const bool taken = TakePicture("ads-workbench") && SeePictureFetched();
+    const bool taken = TakePicture("ads-workbench") && SeeAdPanel() && SeeAdRefused() && SeePictureFetched();
     OpenTab(kTabSession);
     OpenPage(1);
+    if (!taken) {
+        return false;
+    }
     Tell(QStringLiteral("ads: the popup stood at %1, and at %2 beside the collapsed navigation; banners on two pages")
              .arg(left)
              .arg(movedTo));
-    return taken;
+    return true;
 }

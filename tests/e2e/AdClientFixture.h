@@ -2,9 +2,12 @@
 
 #include <QImage>
 #include <QScreen>
+#include <QTabWidget>
 #include <QToolButton>
+#include <QTreeWidget>
 
 #include "ClientFixture.h"
+#include "framework/JsonText.h"
 #include "support/Click.h"
 
 /// A client with ads, and what of them is on its screen.
@@ -66,10 +69,53 @@ protected:
         return WaitInRealTime([=] { return Banner(position) != nullptr; });
     }
 
+    void Open(const char* tabs, const char* page) { Child<QTabWidget>(tabs)->setCurrentWidget(Child<QWidget>(page)); }
+
+    bool WorkbenchSays(const QString& words) {
+        return !Child<QTreeWidget>("AdDetail")->findItems(words, Qt::MatchContains | Qt::MatchRecursive, 1).isEmpty();
+    }
+    bool WorkbenchSays(const char* words) { return WorkbenchSays(QString::fromLatin1(words)); }
+
     int Reported(const char* event) {
         const auto counts = server->ReportCounts();
         const auto found = counts.find(event);
         return found == counts.end() ? 0 : found->second;
+    }
+
+    /// The reports of that event which are on that ad.
+    std::vector<Json::Value> ReportsOn(const std::string& ad, const char* event) {
+        std::vector<Json::Value> reports = server->ReportsOf(event);
+        reports.erase(std::remove_if(reports.begin(), reports.end(),
+                                     [&ad](const Json::Value& report) { return report["advertisement_id"] != ad; }),
+                      reports.end());
+        return reports;
+    }
+
+    /// Waits for the end of an ad's one exposure, and sees that everybody was told of the same one. The body of the
+    /// call that told the server.
+    Json::Value ExpectOneExposure(const std::string& ad, int type, int position) {
+        EXPECT_TRUE(WaitInRealTime([this] { return Reported("ReportAdvertisementExposureResult") >= 1; }));
+        const auto results = server->ReportsOf("ReportAdvertisementExposureResult");
+        const auto calls = server->HttpTo("/ad/expose");
+        const auto began = ReportsOn(ad, "StartExposeAd");
+        const auto ended = ReportsOn(ad, "ExposeAd");
+        EXPECT_EQ(Reported("ExposeAd"), 1);
+        if (results.size() != 1 || calls.size() != 1 || began.size() != 1 || ended.size() != 1) {
+            ADD_FAILURE() << "results " << results.size() << ", calls " << calls.size() << ", begun " << began.size()
+                          << ", ended " << ended.size();
+            return Json::Value();
+        }
+        EXPECT_EQ(results[0]["result_code"], "0");
+        EXPECT_EQ(results[0]["advertisement_ids"][0], ad);
+        std::string error;
+        const Json::Value told = host::ParseJson(calls[0]["body"].asString(), error).value_or(Json::Value());
+        EXPECT_EQ(told["ad_type"], type);
+        EXPECT_EQ(told["ad_position"], position);
+        EXPECT_EQ(told["ad_id"][0], ad);
+        EXPECT_NE(told["expose_id"], "");
+        EXPECT_EQ(told["expose_id"], began[0]["exposure_id"]);
+        EXPECT_EQ(told["expose_id"], ended[0]["exposure_id"]);
+        return told;
     }
 
     /// The ads whose pictures came in well.

@@ -1,135 +1,11 @@
 // What keeps the bottom popup off the screen, each brought about from the workbench, as a tester does, and seen in the
 // module's own line. Behind each refusal stands what ends it: the popup shown.
-#include <QComboBox>
-#include <QDateTime>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTabWidget>
-#include <QTreeWidget>
-
-#include "AdClientFixture.h"
 #include "AdPanelWindow.h"
-#include "TabPages.h"
-#include "core/time_date.h"
-#include "support/Click.h"
+#include "AdRefusalFixture.h"
 
 using namespace ::testing;
 
 namespace {
-
-constexpr int kWatchlist = 0, kMarket = 1, kQuotes = 2, kNews = 4;  // places in kTabPages
-constexpr qint64 kHourMs = 3'600'000;
-
-/// The popup 701 is for two tabs and not for the first. Only who names them gets 702, whose picture is missing, and
-/// 703, which begins in an hour.
-QByteArray Scenario() {
-    const QByteArray start = QByteArray::number(QDateTime::currentSecsSinceEpoch() + 3600);
-    return R"({"schema":1,"users":[{"id":501,"name":"One"}],
-    "ads":[
-      {"adType":2,"adPosition":42,"showDuration":600,"showInterval":0,"showIntervalType":1,"enableClose":true,
-       "campaigns":[
-         {"id":"701","pushId":"p-701","startInS":-100,"endInS":100000,"expireInS":200000,
-          "image":"card-open-account.png","schema":"https://ads.example/1","showAreas":[501,505]},
-         {"id":"702","startInS":-100,"endInS":100000,"expireInS":200000,"users":[599],
-          "image":"no-such-picture.png","schema":"https://ads.example/2","showAreas":[500,501,505]},
-         {"id":"703","start":)" +
-           start + R"(,"end":4000000000,"expire":4000000000,"users":[599],
-          "image":"card-seminar.png","schema":"https://ads.example/3","showAreas":[500,501,505]}]},
-      {"adType":3,"adPosition":7,"enableClose":false,"bannerPosition":{"bannerType":2,"materialScale":"6:1",
-         "materialCorner":"8"},
-       "campaigns":[
-         {"id":"801","startInS":-100,"endInS":100000,"expireInS":200000,"image":"first-trade-en.png",
-          "schema":"https://ads.example/801"},
-         {"id":"802","startInS":-100,"endInS":100000,"expireInS":200000,"image":"night-session.png",
-          "schema":"https://ads.example/802"},
-         {"id":"803","startInS":-100,"endInS":100000,"expireInS":200000,"image":"research-weekly.svg",
-          "schema":"https://ads.example/803"}]}],
-    "commonConfig":{}})";
-}
-
-class AdRefusalTest : public AdClientTest {
-protected:
-    AdRefusalTest() { options.scenario = WriteFile("scenario.json", Scenario()); }
-
-    // The popup has come and may not be shown on the first tab.
-    void StartAndSeeNothing() {
-        Start();
-        ASSERT_TRUE(WaitForLine("ShowAreas donot contain currentTab, currentTab = 500, tabFrameKey = 20001"));
-        ASSERT_FALSE(IsCardSeen());
-        Open("WorkbenchTabs", "AdTabPage");
-    }
-
-    void StartAndSeePopup() {
-        ASSERT_NO_FATAL_FAILURE(StartAndSeeNothing());
-        Override("AdTab", kQuotes);
-        ASSERT_TRUE(WaitInRealTime([this] { return IsCardSeen(); }));
-    }
-
-    void Open(const char* tabs, const char* page) { Child<QTabWidget>(tabs)->setCurrentWidget(Child<QWidget>(page)); }
-
-    void Override(const char* switchName, int choice) {
-        Open("AdTabs", "AdSwitches");
-        Child<QComboBox>(switchName)->setCurrentIndex(choice);
-    }
-
-    void SetInterval(const char* seconds) {
-        Open("AdTabs", "AdSwitches");
-        Child<QLineEdit>("AdInterval")->setText(QString::fromLatin1(seconds));
-        Click(Child<QPushButton>("AdIntervalSet"));
-        ASSERT_TRUE(WaitInRealTime([this] { return !Child<QLabel>("AdSwitchesMessage")->text().isEmpty(); }));
-        ASSERT_TRUE(Child<QLabel>("AdSwitchesMessage")->property("good").toBool());
-    }
-
-    /// Its place in the choice of pushes.
-    enum EnPush { kPushChange, kPushCheck, kPushNew };
-
-    void Push(EnPush push, const char* ids = "", const char* delay = "0") {
-        Open("AdTabs", "AdPushPanel");
-        Child<QComboBox>("AdPush")->setCurrentIndex(push);
-        Child<QLineEdit>("AdPushIds")->setText(QString::fromLatin1(ids));
-        Child<QLineEdit>("AdPushDelay")->setText(QString::fromLatin1(delay));
-        Child<QLabel>("AdPushMessage")->clear();
-        Click(Child<QPushButton>("AdPushSend"));
-        ASSERT_TRUE(WaitInRealTime(
-            [this] { return Child<QLabel>("AdPushMessage")->text() == QStringLiteral("Sent to connections: 1"); }));
-    }
-
-    /// The server's clock goes on by that step, which is longer than two requests must be apart.
-    void MoveClock(const char* step, qint64 byMs) {
-        const qint64 wanted = core::time_date::GetSvrTimeMillis() + byMs - 1'000;
-        Open("WorkbenchTabs", "ServerTab");
-        Click(Child<QPushButton>(step));
-        ASSERT_TRUE(WaitInRealTime([=] { return core::time_date::GetSvrTimeMillis() >= wanted; }));
-        Open("WorkbenchTabs", "AdTabPage");
-    }
-    void PassAMinute() { MoveClock("ClockPlusMinute", 60'000); }
-    void PassAnHour() { MoveClock("ClockPlusHour", kHourMs); }
-
-    /// The refusal as a person sees it: the popup's place is bare, and the workbench says why.
-    void ExpectRefused(const char* why, const char* picture) {
-        EXPECT_FALSE(IsCardSeen());
-        EXPECT_TRUE(WaitInRealTime([=] { return WorkbenchSays(why); })) << why;
-        Picture(picture);
-    }
-
-    bool WorkbenchSays(const char* words) {
-        return !Child<QTreeWidget>("AdDetail")
-                    ->findItems(QString::fromLatin1(words), Qt::MatchContains | Qt::MatchRecursive, 1)
-                    .isEmpty();
-    }
-
-    void ExpectShown(const char* picture) {
-        ASSERT_TRUE(WaitInRealTime([this] { return IsCardSeen() && ColoursAt(*Card()) > 200; }));
-        EXPECT_TRUE(WaitInRealTime([this] { return WorkbenchSays("shown since"); }));
-        Picture(picture);
-    }
-
-    std::string Overridden() {
-        const auto* label = Child<QLabel>("AdOverridden");
-        return label->isVisible() ? label->text().toStdString() : std::string();
-    }
-};
 
 TEST_F(AdRefusalTest, ATabThatIsNotAmongItsAreas) {
     ASSERT_NO_FATAL_FAILURE(StartAndSeeNothing());
@@ -247,23 +123,6 @@ TEST_F(AdRefusalTest, AnAdThatIsTakenOffline) {
     EXPECT_TRUE(WaitForLine("adModelList is null, m_adType = 2, adPosition = 42"));
 }
 
-TEST_F(AdRefusalTest, APictureThatFails) {
-    ASSERT_NO_FATAL_FAILURE(StartAndSeeNothing());
-    PassAMinute();
-
-    Push(kPushCheck, "702");
-
-    EXPECT_TRUE(WaitForLine("OnImageLoadFailed, adType = 2"));
-    ExpectRefused("refused (picture): picture loaded", "refused-picture");
-    EXPECT_EQ(server->HttpTo("/pictures/no-such-picture.png").size(), 3u);
-    ASSERT_TRUE(WaitInRealTime([this] { return Reported("AdvertisementImageResourceDownloadResult") == 1; }));
-    EXPECT_EQ(server->ReportsOf("AdvertisementImageResourceDownloadResult")[0]["result_code"], "-1");
-    PassAMinute();
-    Push(kPushNew);
-    Override("AdTab", kMarket);
-    ExpectShown("shown-after-a-failed-picture");
-}
-
 TEST_F(AdRefusalTest, AStartThatHasNotCome) {
     ASSERT_NO_FATAL_FAILURE(StartAndSeeNothing());
     PassAMinute();
@@ -283,26 +142,15 @@ TEST_F(AdRefusalTest, ABannerOfThreeAdsShowsADotForEach) {
     Override("AdTab", kMarket);
     ASSERT_TRUE(WaitForBanner(7));
     ASSERT_TRUE(WaitInRealTime([this] { return Pictured().size() == 4; }));
-    const auto slide = [this](int index) {
-        return Banner(7)->findChild<QWidget*>(QStringLiteral("ZSlideshowSlide%1").arg(index));
-    };
-    ASSERT_NE(slide(2), nullptr);
-    EXPECT_TRUE(slide(0)->isVisible());
+    ASSERT_NE(Slide(2), nullptr);
+    EXPECT_TRUE(Slide(0)->isVisible());
     EXPECT_GT(ColoursAt(*Banner(7)), 200u);
     Picture("banner-of-three");
 
     auto* dots = Banner(7)->findChild<QWidget*>(QStringLiteral("ZSlideshowDots"));
     EXPECT_TRUE(dots->isVisible());
-    QImage drawn(dots->size(), QImage::Format_ARGB32_Premultiplied);
-    drawn.fill(Qt::transparent);
-    dots->render(&drawn, QPoint(), QRegion(), QWidget::RenderFlags());
-    int edges = 0;
-    for (int x = 1; x < drawn.width(); ++x) {
-        const int middle = drawn.height() / 2;
-        edges += qAlpha(drawn.pixel(x, middle)) > 0 && qAlpha(drawn.pixel(x - 1, middle)) == 0 ? 1 : 0;
-    }
-    EXPECT_EQ(edges, 3);
-    ASSERT_TRUE(WaitInRealTime([&] { return slide(1)->isVisible() && !slide(0)->isVisible(); }));
+    EXPECT_EQ(CountOfDots(*dots), 3);
+    ASSERT_TRUE(WaitInRealTime([&] { return Slide(1)->isVisible() && !Slide(0)->isVisible(); }));
     Picture("banner-of-three-second");
 }
 

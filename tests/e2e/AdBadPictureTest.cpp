@@ -1,0 +1,84 @@
+// Pictures that are none, between the real server and the screen: a popup's keeps it away, a banner's is one slide.
+#include "AdRefusalFixture.h"
+
+using namespace ::testing;
+
+namespace {
+
+/// The head of a picture of 60000 by 60000 pixels, with the least that makes it whole.
+constexpr char kBomb[] = R"({"bodyHex":"89504e470d0a1a0a0000000d494844520000ea600000ea60080600000080d27542)"
+                         R"(0000000949444154789c630000000100015eff7df90000000049454e44ae426082"})";
+
+struct BadPicture {
+    const char* name;
+    const char* ad;
+    const char* path;
+    const char* fault;   // of the path, if any
+    const char* reason;  // in the log
+};
+
+class AdBadPictureTest : public AdRefusalTest, public WithParamInterface<BadPicture> {};
+
+TEST_P(AdBadPictureTest, IsTriedThreeTimesAndToldAndKeepsThePopupAway) {
+    const BadPicture& row = GetParam();
+    ASSERT_NO_FATAL_FAILURE(StartAndSeeNothing());
+    if (*row.fault) {
+        server->Put("/v1/httpFaults", "{\"" + std::string(row.path) + "\":" + row.fault + "}");
+    }
+    PassAMinute();
+
+    Push(kPushCheck, row.ad);
+
+    EXPECT_TRUE(WaitForLine("OnImageLoadFailed, adType = 2"));
+    ExpectRefused("refused (picture): picture loaded", (std::string("refused-picture-") + row.name).c_str());
+    EXPECT_EQ(Said(row.reason), 3);
+    EXPECT_EQ(server->HttpTo(row.path).size(), 3u);
+    ASSERT_TRUE(WaitInRealTime([this] { return Reported("AdvertisementImageResourceDownloadResult") == 1; }));
+    const Json::Value told = server->ReportsOf("AdvertisementImageResourceDownloadResult")[0];
+    EXPECT_EQ(told["result_code"], "-1");
+    EXPECT_EQ(told["advertisement_id"], row.ad);
+    EXPECT_EQ(told["action_times"], 3);
+    EXPECT_EQ(Reported("StartExposeAd"), 0);
+    PassAMinute();
+    Push(kPushNew);
+    Override("AdTab", kMarket);
+    ExpectShown((std::string("shown-after-picture-") + row.name).c_str());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Pictures, AdBadPictureTest,
+    Values(BadPicture{"Missing", "702", "/pictures/no-such-picture.png", "", "No picture, result 0, status 404"},
+           BadPicture{"Cut", "707", "/pictures/card-invite.png", R"({"cutBytes":1000})", "No picture, result"},
+           BadPicture{"NoPicture", "707", "/pictures/card-invite.png", R"({"body":"a page, and no picture"})",
+                      "No picture, it is no picture"},
+           BadPicture{"Bomb", "707", "/pictures/card-invite.png", kBomb, "No picture, it has too many pixels"}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(AdRefusalTest, ABannerWithOneBadPictureGoesOnWithTheOthers) {
+    ASSERT_NO_FATAL_FAILURE(StartAndSeeNothing());
+    server->Put("/v1/httpFaults", R"({"/pictures/night-session.png":{"cutBytes":1000}})");
+
+    Override("AdTab", kMarket);
+
+    ASSERT_TRUE(WaitForBanner(7));
+    const auto pictureOf = [this](const char* ad) { return ReportsOn(ad, "AdvertisementImageResourceDownloadResult"); };
+    for (const auto& [ad, result] : std::map<const char*, std::string>{{"801", "0"}, {"802", "-1"}, {"803", "0"}}) {
+        ASSERT_TRUE(WaitInRealTime([&, ad = ad] { return pictureOf(ad).size() == 1; })) << ad;
+        EXPECT_EQ(pictureOf(ad)[0]["result_code"], result) << ad;
+    }
+    EXPECT_EQ(server->HttpTo("/pictures/night-session.png").size(), 3u);
+    ASSERT_NE(Slide(2), nullptr);
+    auto* dots = Banner(7)->findChild<QWidget*>(QStringLiteral("ZSlideshowDots"));
+    const auto waitForSlide = [this](int index) { return WaitInRealTime([=] { return Slide(index)->isVisible(); }); };
+    // nothing to see but its ground, and it takes its turn
+    ASSERT_TRUE(waitForSlide(1));
+    EXPECT_FALSE(dots->isVisible());
+    Picture("banner-bad-slide");
+    ASSERT_TRUE(waitForSlide(2));
+    EXPECT_TRUE(WaitInRealTime([this] { return ColoursAt(*Banner(7)) > 200; }));
+    EXPECT_TRUE(dots->isVisible());
+    EXPECT_EQ(CountOfDots(*dots), 3);
+    Picture("banner-after-bad-slide");
+}
+
+}  // namespace

@@ -1,0 +1,143 @@
+#pragma once
+
+#include <QComboBox>
+#include <QDateTime>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+#include "AdClientFixture.h"
+#include "TabPages.h"
+#include "core/time_date.h"
+
+inline constexpr int kWatchlist = 0, kMarket = 1, kQuotes = 2, kNews = 4;  // places in kTabPages
+inline constexpr qint64 kHourMs = 3'600'000;
+
+/// The popup 701 is for two tabs and not for the first. The others only who names them gets: 702, whose picture is
+/// missing, 703, which begins in an hour, 704, whose end is over, 705, which has expired, 706 for no area, and 707,
+/// which lacks nothing.
+inline QByteArray RefusalScenario() {
+    const QByteArray start = QByteArray::number(QDateTime::currentSecsSinceEpoch() + 3600);
+    return R"({"schema":1,"users":[{"id":501,"name":"One"}],
+    "ads":[
+      {"adType":2,"adPosition":42,"showDuration":600,"showInterval":0,"showIntervalType":1,"enableClose":true,
+       "campaigns":[
+         {"id":"701","pushId":"p-701","startInS":-100,"endInS":100000,"expireInS":200000,
+          "image":"card-open-account.png","schema":"https://ads.example/1","showAreas":[501,505]},
+         {"id":"702","startInS":-100,"endInS":100000,"expireInS":200000,"users":[599],
+          "image":"no-such-picture.png","schema":"https://ads.example/2","showAreas":[500,501,505]},
+         {"id":"703","start":)" +
+           start + R"(,"end":4000000000,"expire":4000000000,"users":[599],
+          "image":"card-seminar.png","schema":"https://ads.example/3","showAreas":[500,501,505]},
+         {"id":"704","startInS":-100,"endInS":-50,"expireInS":100000,"users":[599],
+          "image":"card-seminar.png","schema":"https://ads.example/4","showAreas":[500,501,505]},
+         {"id":"705","startInS":-100,"endInS":100000,"expireInS":-50,"users":[599],
+          "image":"card-seminar.png","schema":"https://ads.example/5","showAreas":[500,501,505]},
+         {"id":"706","startInS":-100,"endInS":100000,"expireInS":200000,"users":[599],
+          "image":"card-seminar.png","schema":"https://ads.example/6","showAreas":[0]},
+         {"id":"707","startInS":-100,"endInS":100000,"expireInS":200000,"users":[599],
+          "image":"card-invite.png","schema":"https://ads.example/7","showAreas":[500,501,505]}]},
+      {"adType":3,"adPosition":7,"enableClose":false,"bannerPosition":{"bannerType":2,"materialScale":"6:1",
+         "materialCorner":"8"},
+       "campaigns":[
+         {"id":"801","startInS":-100,"endInS":100000,"expireInS":200000,"image":"first-trade-en.png",
+          "schema":"https://ads.example/801"},
+         {"id":"802","startInS":-100,"endInS":100000,"expireInS":200000,"image":"night-session.png",
+          "schema":"https://ads.example/802"},
+         {"id":"803","startInS":-100,"endInS":100000,"expireInS":200000,"image":"research-weekly.svg",
+          "schema":"https://ads.example/803"}]}],
+    "commonConfig":{}})";
+}
+
+/// A client whose popup waits, and the hands of a tester at the workbench.
+class AdRefusalTest : public AdClientTest {
+protected:
+    AdRefusalTest() { options.scenario = WriteFile("scenario.json", RefusalScenario()); }
+
+    // The popup has come and may not be shown on the first tab.
+    void StartAndSeeNothing() {
+        Start();
+        ASSERT_TRUE(WaitForLine("ShowAreas donot contain currentTab, currentTab = 500, tabFrameKey = 20001"));
+        ASSERT_FALSE(IsCardSeen());
+        Open("WorkbenchTabs", "AdTabPage");
+    }
+
+    void StartAndSeePopup() {
+        ASSERT_NO_FATAL_FAILURE(StartAndSeeNothing());
+        Override("AdTab", kQuotes);
+        ASSERT_TRUE(WaitInRealTime([this] { return IsCardSeen(); }));
+    }
+
+    void Override(const char* switchName, int choice) {
+        Open("AdTabs", "AdSwitches");
+        Child<QComboBox>(switchName)->setCurrentIndex(choice);
+    }
+
+    void SetInterval(const char* seconds) {
+        Open("AdTabs", "AdSwitches");
+        Child<QLineEdit>("AdInterval")->setText(QString::fromLatin1(seconds));
+        Click(Child<QPushButton>("AdIntervalSet"));
+        ASSERT_TRUE(WaitInRealTime([this] { return !Child<QLabel>("AdSwitchesMessage")->text().isEmpty(); }));
+        ASSERT_TRUE(Child<QLabel>("AdSwitchesMessage")->property("good").toBool());
+    }
+
+    /// Its place in the choice of pushes.
+    enum EnPush { kPushChange, kPushCheck, kPushNew };
+
+    void Push(EnPush push, const char* ids = "", const char* delay = "0") {
+        Open("AdTabs", "AdPushPanel");
+        Child<QComboBox>("AdPush")->setCurrentIndex(push);
+        Child<QLineEdit>("AdPushIds")->setText(QString::fromLatin1(ids));
+        Child<QLineEdit>("AdPushDelay")->setText(QString::fromLatin1(delay));
+        Child<QLabel>("AdPushMessage")->clear();
+        Click(Child<QPushButton>("AdPushSend"));
+        ASSERT_TRUE(WaitInRealTime(
+            [this] { return Child<QLabel>("AdPushMessage")->text() == QStringLiteral("Sent to connections: 1"); }));
+    }
+
+    /// The server's clock goes on by that step, which is longer than two requests must be apart.
+    void MoveClock(const char* step, qint64 byMs) {
+        const qint64 wanted = core::time_date::GetSvrTimeMillis() + byMs - 1'000;
+        Open("WorkbenchTabs", "ServerTab");
+        Click(Child<QPushButton>(step));
+        ASSERT_TRUE(WaitInRealTime([=] { return core::time_date::GetSvrTimeMillis() >= wanted; }));
+        Open("WorkbenchTabs", "AdTabPage");
+    }
+    void PassAMinute() { MoveClock("ClockPlusMinute", 60'000); }
+    void PassAnHour() { MoveClock("ClockPlusHour", kHourMs); }
+
+    /// The refusal as a person sees it: the popup's place is bare, and the workbench says why.
+    void ExpectRefused(const char* why, const char* picture) {
+        EXPECT_FALSE(IsCardSeen());
+        EXPECT_TRUE(WaitInRealTime([=] { return WorkbenchSays(why); })) << why;
+        Picture(picture);
+    }
+
+    void ExpectShown(const char* picture) {
+        ASSERT_TRUE(WaitInRealTime([this] { return IsCardSeen() && ColoursAt(*Card()) > 200; }));
+        EXPECT_TRUE(WaitInRealTime([this] { return WorkbenchSays("shown since"); }));
+        Picture(picture);
+    }
+
+    std::string Overridden() {
+        const auto* label = Child<QLabel>("AdOverridden");
+        return label->isVisible() ? label->text().toStdString() : std::string();
+    }
+
+    /// How many the slideshow has painted.
+    static int CountOfDots(QWidget& dots) {
+        QImage drawn(dots.size(), QImage::Format_ARGB32_Premultiplied);
+        drawn.fill(Qt::transparent);
+        dots.render(&drawn, QPoint(), QRegion(), QWidget::RenderFlags());
+        int edges = 0;
+        for (int x = 1; x < drawn.width(); ++x) {
+            const int middle = drawn.height() / 2;
+            edges += qAlpha(drawn.pixel(x, middle)) > 0 && qAlpha(drawn.pixel(x - 1, middle)) == 0 ? 1 : 0;
+        }
+        return edges;
+    }
+
+    QWidget* Slide(int index) const {
+        return Banner(7)->findChild<QWidget*>(QStringLiteral("ZSlideshowSlide%1").arg(index));
+    }
+};

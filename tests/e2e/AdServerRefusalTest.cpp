@@ -1,0 +1,94 @@
+// What the server does, or has, that keeps the bottom popup off the screen, and how the workbench says it.
+#include "AdRefusalFixture.h"
+
+using namespace ::testing;
+
+namespace {
+
+struct Refusal {
+    const char* name;
+    const char* ads;     // that a push has the module check
+    const char* fault;   // of the answer to it, if any
+    const char* line;    // the module's own
+    const char* why;     // the workbench's
+    const char* detail;  // further words of the workbench
+};
+
+/// An answer whose one ad does not say where it may stand.
+constexpr char kWithoutAreas[] =
+    R"({"body":"{\"code\":0,\"message\":\"\",\"data\":{\"ad_type\":2,\"ad_position\":42,\"show_duration\":0,)"
+    R"(\"show_interval\":0,\"show_interval_type\":1,\"enable_close\":true,\"ad\":[{\"ad_id\":\"708\",)"
+    R"(\"start_time\":1,\"end_time\":4000000000,\"expire_time\":4000000000,\"popup_ad\":{\"popup_type\":2,)"
+    R"(\"bottom_popup\":{\"img\":\"http://127.0.0.1/8.png\",\"schema\":\"https://ads.example/8\"}}}]}}"})";
+
+class AdServerRefusalTest : public AdRefusalTest, public WithParamInterface<Refusal> {
+protected:
+    // Another search has the popup come, of an ad that lacks nothing.
+    void ExpectShownByTheNextSearch(const std::string& name) {
+        server->Put("/v1/httpFaults", "{}");
+        PassAMinute();
+        Push(kPushNew);
+        ASSERT_TRUE(WaitInRealTime([this] { return server->HttpTo("/ad/search").size() >= 2; }));
+        Override("AdTab", kMarket);
+        ExpectShown(("shown-after-" + name).c_str());
+    }
+};
+
+TEST_P(AdServerRefusalTest, IsSaidAndEndsWithTheNextSearch) {
+    const Refusal& row = GetParam();
+    ASSERT_NO_FATAL_FAILURE(StartAndSeeNothing());
+    if (*row.fault) {
+        server->Put("/v1/httpFaults", std::string(R"({"/ad/check":)") + row.fault + "}");
+    }
+    PassAMinute();
+
+    Push(kPushCheck, row.ads);
+
+    EXPECT_TRUE(WaitForLine(row.line));
+    ExpectRefused(row.why, (std::string("refused-") + row.name).c_str());
+    EXPECT_TRUE(WorkbenchSays(row.detail)) << row.detail;
+    ExpectShownByTheNextSearch(row.name);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Answers, AdServerRefusalTest,
+    Values(Refusal{"EndOver", "704", "", "adType = 2, adPosition = 42, remove adId = 704",
+                   "refused (list): an ad that is due", "dropped: ended"},
+           Refusal{"Expired", "705", "", "adType = 2, adPosition = 42, remove adId = 705",
+                   "refused (list): an ad that is due", "dropped: expired"},
+           Refusal{"EmptyList", "799", "", "Ad list is empty, adType = 2, adPosition = 42", "refused (list): ads in it",
+                   "dropped: no ads"},
+           Refusal{"AreasNone", "706", "", "ShowAreas is null, adType = 2, adPosition = 42, adId = 706",
+                   "refused (list): areas", "dropped: it lacks something"},
+           Refusal{"AreasMissing", "708", kWithoutAreas, "show_areas is unvalid", "refused (request): decoded",
+                   "unfit: CZRAdPopupModel: show_areas"},
+           Refusal{"OtherCode", "707", R"({"code":7})", "Request ad failed, path = /ad/check, code = 7",
+                   "refused (request): code 0", "code 7"},
+           Refusal{"Exchange", "707", R"({"cutBytes":20})",
+                   "Request ad failed, path = /ad/check, result = ", "refused (request): exchange", "failed, result"}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(AdRefusalTest, ARequestWithinTenSecondsOfTheLast) {
+    ASSERT_NO_FATAL_FAILURE(StartAndSeeNothing());
+    PassAMinute();
+    Push(kPushNew);
+    ASSERT_TRUE(WaitInRealTime([this] { return server->HttpTo("/ad/search").size() == 2; }));
+
+    Push(kPushNew);
+
+    EXPECT_TRUE(WaitForLine("Request ad limited."));
+    ExpectRefused("refused (request): pause between requests", "refused-RequestLimit");
+    const auto isLimit = [](const Json::Value& result) { return result["result_code"] == "1001"; };
+    EXPECT_TRUE(WaitInRealTime([&] {
+        const auto results = server->ReportsOf("SingleAdvertisementPullDataResult");
+        return std::count_if(results.begin(), results.end(), isLimit) == 1;
+    }));
+    EXPECT_EQ(server->HttpTo("/ad/search").size(), 2u);
+    PassAMinute();
+    Push(kPushNew);
+    ASSERT_TRUE(WaitInRealTime([this] { return server->HttpTo("/ad/search").size() == 3; }));
+    Override("AdTab", kMarket);
+    ExpectShown("shown-after-RequestLimit");
+}
+
+}  // namespace
