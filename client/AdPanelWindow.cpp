@@ -5,8 +5,8 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 
-#include "Ads.h"
 #include "AdTexts.h"
+#include "Ads.h"
 #include "ClientTexts.h"
 
 namespace {
