@@ -28,8 +28,8 @@ public:
     ~ZRWebImageWidget() override;
 
     /// Begins to load, also what is shown already; a load that is under way is forgotten, without a word. What was
-    /// shown stays until then. `placeholder` is a name of ZResource for an empty widget; empty: nothing.
-    void SetUrl(const QString& url, const QString& placeholder);
+    /// shown stays until then. `standIn` is a name of ZResource for an empty widget; empty: nothing.
+    void SetUrl(const QString& url, const QString& standIn);
 
     /// Whether a picture that moves does so, from the next SetUrl on; it does from the beginning.
     void SetMoving(bool moving);

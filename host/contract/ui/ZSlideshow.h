@@ -60,7 +60,7 @@ private:
     const std::unique_ptr<Private> d;
 };
 
-/// A slideshow of pictures from the web. The dots come with the first slide that has its picture, or a placeholder.
+/// A slideshow of pictures from the web. The dots come with the first slide that has its picture, or a stand-in.
 class ZRHOST_API ZSlideshow : public ZSlideshowBase {
     Q_OBJECT
 
@@ -74,9 +74,9 @@ public:
     ZSlideshow(QWidget* parent, WidthHeightRatio ratio);
     ~ZSlideshow() override;
 
-    /// Adds a slide and begins to load its picture. `placeholder` as for ZRWebImageWidget.
+    /// Adds a slide and begins to load its picture. `standIn` as for ZRWebImageWidget.
     /// `mode` is an ImageMode; any other value is as kStill.
-    void addWebImageOrGif(const QString& url, const QString& placeholder, int mode);
+    void addWebImageOrGif(const QString& url, const QString& standIn, int mode);
 
 Q_SIGNALS:
     /// The picture of the slide with that index is in, at the attempt with that number, from 1.

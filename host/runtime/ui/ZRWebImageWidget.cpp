@@ -45,7 +45,7 @@ struct ZRWebImageWidget::Private {
     std::shared_ptr<const Picture> picture;
     size_t frame = 0;
     QTimer nextFrame;
-    QString placeholder;
+    QString standIn;
     bool moving = true;
     ZRCornerRadiusType corners = kCornersNone;
     double xRadius = 0;
@@ -68,8 +68,8 @@ void ZRWebImageWidget::SetMoving(bool moving) {
     d->moving = moving;
 }
 
-void ZRWebImageWidget::SetUrl(const QString& url, const QString& placeholder) {
-    d->placeholder = host::kit::CheckDrawing("ZRWebImageWidget", placeholder) ? placeholder : QString();
+void ZRWebImageWidget::SetUrl(const QString& url, const QString& standIn) {
+    d->standIn = host::kit::CheckDrawing("ZRWebImageWidget", standIn) ? standIn : QString();
     if (!d->picture) {
         update();
     }
@@ -104,7 +104,7 @@ void ZRWebImageWidget::SetRoundedCorner(ZRCornerRadiusType type, double xRadius,
 void ZRWebImageWidget::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     if (!d->picture) {
-        host::kit::PaintDrawing(painter, d->placeholder, rect(), host::kit::Color("muted"));
+        host::kit::PaintDrawing(painter, d->standIn, rect(), host::kit::Color("muted"));
         return;
     }
     const Picture::Frame& frame = d->picture->frames[d->frame];

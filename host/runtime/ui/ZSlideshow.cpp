@@ -207,19 +207,19 @@ ZSlideshow::ZSlideshow(QWidget* parent, WidthHeightRatio ratio) : ZSlideshowBase
 
 ZSlideshow::~ZSlideshow() = default;
 
-void ZSlideshow::addWebImageOrGif(const QString& url, const QString& placeholder, int mode) {
+void ZSlideshow::addWebImageOrGif(const QString& url, const QString& standIn, int mode) {
     const int index = count();
     auto* slide = new ZRWebImageWidget(this);
     slide->setObjectName(QStringLiteral("ZSlideshowSlide%1").arg(index));
     slide->SetMoving(mode == kMoving);
     connect(slide, &ZRWebImageWidget::ImageLoadStatusSignal, this,
-            [this, slide, placeholder, index, attempt = 0](const QString& loaded, ZRImageLoadStatus status) mutable {
+            [this, slide, standIn, index, attempt = 0](const QString& loaded, ZRImageLoadStatus status) mutable {
                 ++attempt;
                 if (status == kImageLoadSucceeded) {
                     SetBare(index, false);
                     Q_EMIT webImageLoadSucess(loaded, index, attempt);
                 } else if (attempt < kAttempts) {
-                    slide->SetUrl(loaded, placeholder);
+                    slide->SetUrl(loaded, standIn);
                 } else {
                     Q_EMIT webImageLoadFinalFailed(loaded, index, attempt);
                 }
@@ -227,7 +227,7 @@ void ZSlideshow::addWebImageOrGif(const QString& url, const QString& placeholder
     const QPointer<QWidget> alive(slide);
     AddSlide(slide);
     if (alive) {
-        SetBare(index, placeholder.isEmpty());
-        slide->SetUrl(url, placeholder);
+        SetBare(index, standIn.isEmpty());
+        slide->SetUrl(url, standIn);
     }
 }
