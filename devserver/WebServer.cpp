@@ -16,6 +16,9 @@ namespace {
 constexpr const char* kAnyPath = R"([\s\S]*)";
 constexpr time_t kClientSeconds = 2;
 constexpr size_t kPieceBytes = 64 * 1024;
+// How many wait in line while all places are taken, or while the thread that takes them in gets no turn. The library
+// has 5 wait; others' first packets are lost, and come again after seconds.
+constexpr int kWaiting = 256;
 // Longer than any client waits.
 constexpr std::chrono::minutes kSilence{10};
 
@@ -119,7 +122,8 @@ CWebServer::CWebServer(std::string name, Gate gate, Handler handler)
     server.set_payload_max_length(kMaxBodyBytes);
     server.new_task_queue = [] { return new CConnections; };
     // The library's own options would let two servers share a port.
-    server.set_socket_options([](socket_t socket) {
+    server.set_socket_options([this](socket_t socket) {
+        m_nListener = socket;
         const int on = 1;
         setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &on, sizeof(on));
     });
@@ -156,6 +160,7 @@ bool CWebServer::Listen(quint16 port, std::string& error) {
         return false;
     }
     m_nPort = quint16(bound);
+    listen(m_nListener, kWaiting);
     m_thread = std::thread([this] {
         m_pServer->listen_after_bind();
         m_bEnded = true;

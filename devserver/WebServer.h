@@ -91,6 +91,7 @@ private:
     std::thread m_thread;
     std::atomic<bool> m_bEnded{false};
     quint16 m_nPort = 0;
+    int m_nListener = -1;  // of the library
     std::mutex m_mutex;
     std::condition_variable m_changed;
     bool m_bStopping = false;

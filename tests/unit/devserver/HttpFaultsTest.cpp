@@ -4,9 +4,11 @@
 
 #include <QElapsedTimer>
 #include <QTcpSocket>
+#include <algorithm>
 #include <cstring>
 
 #include "AdServerTest.h"
+#include "Connections.h"
 #include "RowName.h"
 #include "support/RealTime.h"
 
@@ -153,6 +155,23 @@ TEST_F(HttpFaultsTest, SilentAnswersKeepNobodyElseWaitingNorTheServersEnd) {
     for (const auto& reply : silent) {
         EXPECT_FALSE(reply->isFinished());
     }
+}
+
+TEST_F(HttpFaultsTest, WhoComesWhileAllPlacesAreTakenWaitsInLine) {
+    constexpr size_t kInLine = 100;
+    Strike("/ad/expose", R"({"silent":true})");
+    std::vector<std::unique_ptr<QTcpSocket>> sockets;
+    for (size_t i = 0; i < devserver::CConnections::kMost + kInLine; ++i) {
+        sockets.push_back(std::make_unique<QTcpSocket>());
+        sockets.back()->connectToHost(QStringLiteral("127.0.0.1"), server.HttpPort());
+        sockets.back()->write("POST /ad/expose HTTP/1.1\r\nHost: a\r\nContent-Length: " +
+                              QByteArray::number(int(strlen(kExposure))) + "\r\n\r\n" + kExposure);
+    }
+
+    EXPECT_TRUE(WaitInRealTime([&] {
+        return std::all_of(sockets.begin(), sockets.end(),
+                           [](const auto& socket) { return socket->state() == QAbstractSocket::ConnectedState; });
+    }));
 }
 
 TEST_F(HttpFaultsTest, FaultOfOnePathLeavesTheOthersAlone) {
