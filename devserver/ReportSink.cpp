@@ -89,11 +89,11 @@ void CReportSink::Count(const std::string& id, const Json::Value& event) {
     const size_t bytes = WriteJson(event).size();
     m_reports.push_back({++m_nCounted, id, event, bytes});
     m_nBytes += bytes;
-    while (m_reports.size() > kMaxEvents || m_nBytes > kMaxBytes) {
+    while (m_reports.size() > m_limits.events || m_nBytes > m_limits.bytes) {
         m_nBytes -= m_reports.front().bytes;
         m_reports.pop_front();
     }
-    while (m_ids.size() > kMaxIds) {
+    while (m_ids.size() > m_limits.ids) {
         m_resends.erase(m_ids.front());
         m_ids.pop_front();
     }

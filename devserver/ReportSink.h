@@ -19,13 +19,17 @@ struct Report {
     size_t bytes = 0;   // of its text, roughly
 };
 
+struct ReportLimits {
+    size_t events = 50'000;
+    size_t bytes = 64 * 1024 * 1024;  // of the events together
+    size_t ids = 100'000;
+};
+
 /// The events that clients report, each id counted once however often it comes. Bounded: of old events the oldest
 /// are forgotten first, their ids much later; an id that was forgotten counts again.
 class CReportSink {
 public:
-    static constexpr size_t kMaxEvents = 50'000;
-    static constexpr size_t kMaxBytes = 64 * 1024 * 1024;
-    static constexpr size_t kMaxIds = 100'000;
+    explicit CReportSink(const ReportLimits& limits = {}) : m_limits(limits) {}
 
     /// Takes the events of a batch, {"events":[...]}. The answer names the ids that are counted now, be it since
     /// earlier, and of the others what is wrong with them.
@@ -41,11 +45,12 @@ public:
     uint64_t Counted() const { return m_nCounted; }
 
     /// All of it, numbers and resends included.
-    void Forget() { *this = CReportSink(); }
+    void Forget() { *this = CReportSink(m_limits); }
 
 private:
     void Count(const std::string& id, const Json::Value& event);
 
+    ReportLimits m_limits;
     std::deque<Report> m_reports;
     std::unordered_map<std::string, uint64_t> m_resends;  // by each id that is known
     std::deque<std::string> m_ids;                        // the same, the oldest first

@@ -8,6 +8,7 @@ namespace {
 
 using devserver::CReportSink;
 using devserver::Errors;
+using devserver::ReportLimits;
 using devserver::WriteJson;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -34,7 +35,8 @@ protected:
         return ids;
     }
 
-    CReportSink sink;
+    static constexpr ReportLimits kLimits{500, 64 * 1024, 1000};
+    CReportSink sink{kLimits};
 };
 
 TEST_F(ReportSinkTest, CountsAnIdOnceAndAcceptsItEachTime) {
@@ -77,7 +79,7 @@ TEST_F(ReportSinkTest, TakesEventsAsDeepAsAClientWritesThem) {
 
 TEST_F(ReportSinkTest, ForgetsTheOldestEventsAndStillKnowsTheirIds) {
     // two of the largest leave no room for a third
-    const std::string large = '"' + std::string(CReportSink::kMaxBytes / 2 - 1000, 'x') + '"';
+    const std::string large = '"' + std::string(kLimits.bytes / 2 - 1000, 'x') + '"';
     Take(Event("a", large));
     Take(Event("b", large));
     Take(Event("c", large));
@@ -89,9 +91,9 @@ TEST_F(ReportSinkTest, ForgetsTheOldestEventsAndStillKnowsTheirIds) {
     EXPECT_EQ(sink.Resends("a"), 1u);
 }
 
-TEST_F(ReportSinkTest, RemembersSoManyEventsAndTwiceAsManyIds) {
-    constexpr size_t kBatch = 10'000;
-    for (size_t first = 0; first <= CReportSink::kMaxIds; first += kBatch) {
+TEST_F(ReportSinkTest, RemembersSoManyEventsAndSoManyIds) {
+    constexpr size_t kBatch = 100;
+    for (size_t first = 0; first <= kLimits.ids; first += kBatch) {
         std::string batch;
         for (size_t id = first; id < first + kBatch; ++id) {
             batch += (batch.empty() ? "" : ",") + Event(std::to_string(id));
@@ -99,13 +101,19 @@ TEST_F(ReportSinkTest, RemembersSoManyEventsAndTwiceAsManyIds) {
         Take(batch);
     }
 
-    EXPECT_EQ(sink.Reports().size(), CReportSink::kMaxEvents);
-    EXPECT_EQ(sink.Counted(), CReportSink::kMaxIds + kBatch);
+    EXPECT_EQ(sink.Reports().size(), kLimits.events);
+    EXPECT_EQ(sink.Counted(), kLimits.ids + kBatch);
     Take(Event(std::to_string(kBatch)));
     EXPECT_EQ(sink.Resends(), 1u);
     Take(Event(std::to_string(kBatch - 1)));  // forgotten: it counts again
     EXPECT_EQ(sink.Resends(), 1u);
-    EXPECT_EQ(sink.Counted(), CReportSink::kMaxIds + kBatch + 1);
+    EXPECT_EQ(sink.Counted(), kLimits.ids + kBatch + 1);
+}
+
+TEST(ReportLimitsTest, HaveRoomForAnAfternoonUnlessGiven) {
+    EXPECT_EQ(ReportLimits().events, 50'000u);
+    EXPECT_EQ(ReportLimits().bytes, 64u << 20);
+    EXPECT_EQ(ReportLimits().ids, 100'000u);
 }
 
 TEST_F(ReportSinkTest, ForgetsAllOfItWhenAsked) {
