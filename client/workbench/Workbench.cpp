@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QSignalBlocker>
+#include <QStackedWidget>
 #include <QStandardPaths>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -88,6 +89,11 @@ QLabel* NewTitle(texts::EnText text, const char* role, QWidget* parent) {
     return label;
 }
 
+/// What pages are to be made in: one that is moved there later is styled a second time with all that it holds.
+QWidget* PagesOf(QTabWidget* tabs) {
+    return tabs->findChild<QStackedWidget*>();
+}
+
 /// As the two clocks stand now.
 qint64 ToServer(qint64 localMs) {
     return localMs + core::time_date::GetSvrTimeMillis() - QDateTime::currentMSecsSinceEpoch();
@@ -111,13 +117,13 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, const CPremiumRights& rights, IS
       m_pTabs(new QTabWidget(this)),
       m_pBoard(new CRefreshBoard(this)),
       m_pAds(new CAdBoard(ToServer, this)),
-      m_pAdTab(new CAdTab(*m_pAds, server, this)),
+      m_pAdTab(new CAdTab(*m_pAds, server, PagesOf(m_pTabs))),
       m_pTraffic(new CSeenView(NewTrafficFormat(m_decoder), this)),
       m_pHttp(new CSeenView(NewHttpFormat(), this)),
       m_pReports(new CSeenView(NewReportFormat(), this)),
-      m_pLog(new CLogView(this)),
-      m_pStore(new CSeenView(NewStoreFormat(), this)),
-      m_pUrls(new CSeenView(NewUrlFormat(), this)),
+      m_pLog(new CLogView(PagesOf(m_pTabs))),
+      m_pStore(new CSeenView(NewStoreFormat(), PagesOf(m_pTabs))),
+      m_pUrls(new CSeenView(NewUrlFormat(), PagesOf(m_pTabs))),
       m_pScenes(new CScenePanel(server, this)),
       m_pFaults(new CFaultPanel(server, this)),
       m_pClock(new CClockPanel(server, this)),
@@ -135,7 +141,7 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, const CPremiumRights& rights, IS
     const auto setFault = [this](uint32_t command, const auto& fault, IServerAsk::Answered answered) {
         m_pFaults->SetFault(command, fault, std::move(answered));
     };
-    addTab(new CRightsTab(rights, *m_pBoard, m_decoder, server, setFault, this), texts::kTabRights);
+    addTab(new CRightsTab(rights, *m_pBoard, m_decoder, server, setFault, PagesOf(m_pTabs)), texts::kTabRights);
     addTab(m_pAdTab, texts::kTabAds);
     addTab(NewTrafficTab(), texts::kTabTraffic);
     addTab(m_pLog, texts::kLog);
@@ -158,7 +164,7 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, const CPremiumRights& rights, IS
 }
 
 QWidget* CWorkbench::NewSessionTab() {
-    auto* tab = new QWidget(this);
+    auto* tab = new QWidget(PagesOf(m_pTabs));
     tab->setObjectName(QStringLiteral("SessionTab"));
     auto* grid = new QGridLayout;
     grid->setHorizontalSpacing(8);
@@ -194,7 +200,7 @@ QWidget* CWorkbench::NewTrafficTab() {
     addTab(m_pTraffic, texts::kTabChannel);
     addTab(m_pHttp, texts::kTabHttp);
     addTab(m_pReports, texts::kTabReports);
-    auto* tab = new QWidget(this);
+    auto* tab = new QWidget(PagesOf(m_pTabs));
     tab->setObjectName(QStringLiteral("TrafficTab"));
     auto* layout = new QVBoxLayout(tab);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -203,7 +209,7 @@ QWidget* CWorkbench::NewTrafficTab() {
 }
 
 QWidget* CWorkbench::NewServerTab() {
-    auto* tab = new QWidget(this);
+    auto* tab = new QWidget(PagesOf(m_pTabs));
     tab->setObjectName(QStringLiteral("ServerTab"));
     auto* layout = new QVBoxLayout(tab);
     layout->setContentsMargins(0, 0, 0, 0);
