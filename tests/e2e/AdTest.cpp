@@ -151,6 +151,7 @@ TEST_F(AdTest, WhatIsReportedWithoutAServerReachesItLaterAndOnce) {
     Tell(ad_driver::kSearch);
     ASSERT_TRUE(WaitForNotes(1));
     ASSERT_TRUE(WaitForReports({{"SendAdRequest", 1}, {"SingleAdvertisementPullDataResult", 1}}));
+    ASSERT_TRUE(WaitInRealTime([this] { return AreReportsAcknowledged(); }));
 
     const int64_t before = core::time_date::GetSvrTimeStamp();
     server->Put("/v1/clock", R"({"offsetMs":11000})");

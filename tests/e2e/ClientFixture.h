@@ -7,6 +7,7 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTemporaryDir>
+#include <QVariantList>
 #include <memory>
 #include <set>
 
@@ -97,19 +98,29 @@ protected:
         return open;
     }
 
-    /// What the store's file holds for the installation, read over a connection of its own; "nothing" if it has
-    /// no such value, or is not there yet.
+    /// What the store's file holds for the installation; "nothing" if it has no such value, or is not there yet.
     std::string StoredValue(const char* key) const {
+        return ValueIn("client.sqlite", "SELECT value FROM config WHERE owner = 'app' AND key = ?",
+                       {QString::fromLatin1(key)});
+    }
+
+    /// Whether the client knows of all its reports that the server has them. A server counts one earlier than that;
+    /// one that ends in between gets it told to its successor as well.
+    bool AreReportsAcknowledged() const { return ValueIn("reports.sqlite", "SELECT COUNT(*) FROM event") == "0"; }
+
+    /// Read over a connection of its own.
+    std::string ValueIn(const char* database, const char* sql, const QVariantList& bound = {}) const {
         std::string value = "nothing";
         const QString reader = QStringLiteral("reader");
         {
             QSqlDatabase file = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), reader);
-            file.setDatabaseName(options.dataDir + QStringLiteral("/client.sqlite"));
+            file.setDatabaseName(options.dataDir + QLatin1Char('/') + QString::fromLatin1(database));
             file.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
             QSqlQuery query(file);
-            if (file.open() &&
-                query.prepare(QStringLiteral("SELECT value FROM config WHERE owner = 'app' AND key = ?"))) {
-                query.addBindValue(QString::fromLatin1(key));
+            if (file.open() && query.prepare(QString::fromLatin1(sql))) {
+                for (const QVariant& one : bound) {
+                    query.addBindValue(one);
+                }
                 if (query.exec() && query.next()) {
                     value = query.value(0).toByteArray().toStdString();
                 }
