@@ -1,16 +1,9 @@
 // The bottom popup under everything that can happen to it, in every order of up to five different events and up to
 // four of any, for ads that stand and keep away for different times: after each event it stands as the rules say, and
 // no exposure ends twice or without a beginning.
-#include <sys/mman.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <QTimer>
 #include <algorithm>
-#include <atomic>
-#include <iostream>
 #include <map>
-#include <new>
 #include <set>
 
 #include "Ad/AdSamples.h"
@@ -20,7 +13,7 @@
 #include "Ad/View/ZRAdBottomPopupView.h"
 #include "ad_push_20145.pb.h"
 #include "ad_push_20171.pb.h"
-#include "support/ScriptedHostTest.h"
+#include "support/ScriptedHost.h"
 
 using namespace ::testing;
 
@@ -57,11 +50,6 @@ const Stories kWithTwoAds{
     kAllEvents,
     true,
     3};
-
-Story Without(Story events, PopupEvent event) {
-    events.erase(std::remove(events.begin(), events.end(), event), events.end());
-    return events;
-}
 
 std::string NameOf(PopupEvent event) {
     constexpr const char* kNames[] = {"Answer", "OfflinePush",          "NewAdPush", "Tab",      "Logout", "Picture",
@@ -101,102 +89,116 @@ void PrintTo(const TimesRow& row, std::ostream* stream) {
     *stream << row.name;
 }
 
-/// A number that children count on for their parents.
-class CSharedCount {
+/// A popup on a set of services of its own, and what the rules say of it.
+class CPopupOnStage {
 public:
-    CSharedCount()
-        : m_count(new (mmap(nullptr, sizeof(Count), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0)) Count) {
+    explicit CPopupOnStage(const PopupTimes& times)
+        : m_times(times), m_rules(CVirtualTime::kFirstServerTime / 1000, times) {
+        m_host.account.Set(501);
+        m_window.resize(1000, 700);
+        m_host.mainFrame.Offer(&m_window);
+        m_host.mainFrame.SetFocusIn(true);
+        m_host.mainFrame.SetTabKey(kGoodTab);
+        m_host.slots.Allow(kSlotAdPopup, true);
+        m_manager.Init();
+        m_host.bus.HostSend(10650);
+        m_controller = m_manager.findChild<CZRAdBottomPopupController*>();
     }
-    ~CSharedCount() { munmap(m_count, sizeof(Count)); }
-    CSharedCount(const CSharedCount&) = delete;
-    CSharedCount& operator=(const CSharedCount&) = delete;
 
-    void Add() { ++*m_count; }
-    int Value() const { return *m_count; }
-
-private:
-    using Count = std::atomic<int>;
-    Count* const m_count;
-};
-
-class PopupSequencesTest : public ScriptedHostTest, public WithParamInterface<std::tuple<TimesRow, PopupEvent>> {
-protected:
-    void Begin() {
-        account.Set(501);
-        window = std::make_unique<QWidget>();
-        window->resize(1000, 700);
-        mainFrame.Offer(window.get());
-        mainFrame.SetFocusIn(true);
-        mainFrame.SetTabKey(kGoodTab);
-        slots.Allow(kSlotAdPopup, true);
-        manager.Init();
-        bus.HostSend(10650);
-        controller = manager.findChild<CZRAdBottomPopupController*>();
+    // Which pictures are asked for and what is logged is not what is looked at here.
+    ~CPopupOnStage() {
+        m_host.pictures.Forget();
+        m_host.log.Forget();
     }
+    CPopupOnStage(const CPopupOnStage&) = delete;
+    CPopupOnStage& operator=(const CPopupOnStage&) = delete;
 
     void Do(PopupEvent event) {
         switch (event) {
             case PopupEvent::kAnswer:
-                http.Answer(LastSearch(), AnswerWith(rules.NextAd()));
+                m_host.http.Answer(LastSearch(), AnswerWith(m_rules.NextAd()));
                 break;
             case PopupEvent::kOffline:
-                Withdraw(rules.OfflineAd());
+                Withdraw(m_rules.OfflineAd());
                 break;
             case PopupEvent::kOfflineWaiting:
-                Withdraw(rules.OfflineWaitingAd());
+                Withdraw(m_rules.OfflineWaitingAd());
                 break;
             case PopupEvent::kNewAd: {
                 ads_service::AdPush push;
                 push.set_ad_type(ZRAdTypePopup);
                 push.set_ad_position(kAdPositionBottomPopup);
-                channel.Push(20171, push.SerializeAsString());
+                m_host.channel.Push(20171, push.SerializeAsString());
                 break;
             }
             case PopupEvent::kTab: {
-                const int64_t key = rules.IsTabGood() ? kOtherTab : kGoodTab;
-                mainFrame.SetTabKey(key);
-                bus.HostSend(20157, static_cast<unsigned long>(key));
+                const int64_t key = m_rules.IsTabGood() ? kOtherTab : kGoodTab;
+                m_host.mainFrame.SetTabKey(key);
+                m_host.bus.HostSend(20157, static_cast<unsigned long>(key));
                 break;
             }
             case PopupEvent::kLanguage:
-                bus.HostSend(20100);
+                m_host.bus.HostSend(20100);
                 break;
             case PopupEvent::kLogout:
-                manager.OnLogout();
+                m_manager.OnLogout();
                 break;
             case PopupEvent::kPicture:
-                if (pictures.OutstandingCount() > 0) {
-                    pictures.Succeed(pictures.LastLoad());
+                if (m_host.pictures.OutstandingCount() > 0) {
+                    m_host.pictures.Succeed(m_host.pictures.LastLoad());
                 }
                 break;
             case PopupEvent::kNoPicture:
-                if (pictures.OutstandingCount() > 0) {
-                    pictures.Fail(pictures.LastLoad());
+                if (m_host.pictures.OutstandingCount() > 0) {
+                    m_host.pictures.Fail(m_host.pictures.LastLoad());
                 }
                 break;
             case PopupEvent::kTime:
-                time.Advance(std::chrono::seconds(CPopupRules::kTimeStep));
+                m_host.time.Advance(std::chrono::seconds(CPopupRules::kTimeStep));
                 break;
         }
-        time.Settle();
-        rules.Happen(event);
+        m_host.time.Settle();
+        m_rules.Happen(event);
     }
 
+    PopupSight Expected() const { return m_rules.Sight(); }
+
+    PopupSight Sight() {
+        PopupSight sight;
+        if (CZRAdModelList* list = m_controller->GetAdModelList()) {
+            sight.list = list->GetAdList()->first()->GetAdId().toStdString();
+        }
+        const auto views = m_window.findChildren<CZRAdBottomPopupView*>();
+        EXPECT_LE(views.size(), 1);
+        sight.view = !views.isEmpty();
+        sight.shown = sight.view && !views.first()->isHidden();
+        EXPECT_LE(m_host.pictures.OutstandingCount(), 1);
+        sight.loading = m_host.pictures.OutstandingCount() > 0;
+        sight.closesIn = ClosesIn();
+        sight.lastShow = m_host.store.Int64("AdLastShowTimeStampKey_2_42_501_1").value_or(0);
+        sight.open = OpenExposures();
+        for (const StartedRequest& started : m_host.http.Started()) {
+            sight.requests += started.request.m_strUrl == "https://ads.test/ad/search" ? 1 : 0;
+        }
+        return sight;
+    }
+
+private:
     void Withdraw(const std::string& ad) {
         ad_manage_oss::AdPush push;
         push.set_ad_type(ZRAdTypePopup);
         push.set_ad_position(kAdPositionBottomPopup);
-        push.set_delay(uint32_t(times.offlineDelay));
+        push.set_delay(uint32_t(m_times.offlineDelay));
         if (!ad.empty()) {
             push.add_offline_ad_id(ad);
         }
-        channel.Push(20145, push.SerializeAsString());
+        m_host.channel.Push(20145, push.SerializeAsString());
     }
 
     /// The last request for ads; exposures go the same way.
     unsigned long LastSearch() {
         unsigned long task = 0;
-        for (const StartedRequest& started : http.Started()) {
+        for (const StartedRequest& started : m_host.http.Started()) {
             if (started.request.m_strUrl == "https://ads.test/ad/search") {
                 task = started.task;
             }
@@ -206,8 +208,8 @@ protected:
 
     std::string AnswerWith(const std::string& ad) const {
         Json::Value data = PopupData();
-        data["show_duration"] = Json::Int64(times.showDuration);
-        data["show_interval"] = Json::Int64(times.showInterval);
+        data["show_duration"] = Json::Int64(m_times.showDuration);
+        data["show_interval"] = Json::Int64(m_times.showInterval);
         Json::Value popup = PopupAd(ad);
         for (const char* key : {"end_time", "expire_time"}) {
             popup[key] = Json::Int64(4'000'000'000);
@@ -217,28 +219,8 @@ protected:
         return AnswerOf(data).toStyledString();
     }
 
-    PopupSight Sight() {
-        PopupSight sight;
-        if (CZRAdModelList* list = controller->GetAdModelList()) {
-            sight.list = list->GetAdList()->first()->GetAdId().toStdString();
-        }
-        const auto views = window->findChildren<CZRAdBottomPopupView*>();
-        EXPECT_LE(views.size(), 1);
-        sight.view = !views.isEmpty();
-        sight.shown = sight.view && !views.first()->isHidden();
-        EXPECT_LE(pictures.OutstandingCount(), 1);
-        sight.loading = pictures.OutstandingCount() > 0;
-        sight.closesIn = ClosesIn();
-        sight.lastShow = store.Int64("AdLastShowTimeStampKey_2_42_501_1").value_or(0);
-        sight.open = OpenExposures();
-        for (const StartedRequest& started : http.Started()) {
-            sight.requests += started.request.m_strUrl == "https://ads.test/ad/search" ? 1 : 0;
-        }
-        return sight;
-    }
-
     std::optional<int64_t> ClosesIn() {
-        const auto timers = controller->findChildren<QTimer*>();
+        const auto timers = m_controller->findChildren<QTimer*>();
         EXPECT_LE(timers.size(), 1);
         if (timers.isEmpty()) {
             return std::nullopt;
@@ -250,7 +232,7 @@ protected:
 
     std::vector<std::string> OpenExposures() {
         std::map<std::string, int> balance;
-        for (const ReportedEvent& event : reports.Events()) {
+        for (const ReportedEvent& event : m_host.reports.Events()) {
             const std::string ad = JsonOf(event.params)["advertisement_id"].asString();
             if (event.name == "StartExposeAd") {
                 EXPECT_EQ(balance[ad]++, 0) << "begun twice: " << ad;
@@ -267,69 +249,59 @@ protected:
         return open;
     }
 
-    /// Each event in a child of what came before it.
-    void GoOn(const std::string& before, const Story& events, bool repeat, int most) {
-        for (const PopupEvent event : events) {
-            InChild(before + NameOf(event), [&] { Go(before, event, events, repeat, most); });
-            if (HasFailure()) {
-                return;
-            }
-        }
+    const PopupTimes m_times;
+    CPopupRules m_rules;
+    CScriptedHost m_host;
+    QWidget m_window;
+    CZRAdManager m_manager;
+    CZRAdBottomPopupController* m_controller = nullptr;
+};
+
+class PopupSequencesTest : public TestWithParam<std::tuple<TimesRow, PopupEvent>> {
+protected:
+    /// Those that go on with this case's event; their number, of those that end as they should.
+    int Run(const Stories& stories) {
+        Story story = stories.first;
+        story.push_back(std::get<PopupEvent>(GetParam()));
+        GoOn(story, stories, stories.most - 1);
+        return m_nSeen;
     }
-    void Go(const std::string& before, PopupEvent event, const Story& events, bool repeat, int most) {
-        Do(event);
-        EXPECT_EQ(Sight(), rules.Sight());
-        if (HasFailure()) {
+
+private:
+    void GoOn(const Story& story, const Stories& stories, int most) {
+        if (most == 0) {
+            Play(story, stories.first.size());
             return;
         }
-        ended.Add();
-        if (most > 1) {
-            GoOn(before + NameOf(event) + ", ", repeat ? events : Without(events, event), repeat, most - 1);
+        for (const PopupEvent event : stories.events) {
+            const bool isAgain =
+                std::find(story.begin() + int(stories.first.size()), story.end(), event) != story.end();
+            if ((stories.repeat || !isAgain) && !HasFailure()) {
+                Story longer = story;
+                longer.push_back(event);
+                GoOn(longer, stories, most - 1);
+            }
         }
     }
 
-    /// Those that go on with this case's event; their number, of those that ended well.
-    int Run(const Stories& stories) {
-        const PopupEvent next = std::get<PopupEvent>(GetParam());
-        InChild("the beginning", [&] {
-            Begin();
-            std::string told;
-            for (const PopupEvent event : stories.first) {
-                told += NameOf(event) + ", ";
-                Do(event);
-                EXPECT_EQ(Sight(), rules.Sight()) << told;
+    /// From the beginning. Looked at from where it leaves the story before it: up to there it is the same.
+    void Play(const Story& story, size_t told) {
+        const auto leaves = std::mismatch(story.begin(), story.end(), m_before.begin(), m_before.end()).first;
+        CPopupOnStage popup(std::get<TimesRow>(GetParam()).times);
+        std::string events;
+        for (auto event = story.begin(); event != story.end(); ++event) {
+            events += NameOf(*event) + ", ";
+            popup.Do(*event);
+            if (event >= leaves) {
+                EXPECT_EQ(popup.Sight(), popup.Expected()) << events;
+                m_nSeen += event - story.begin() >= int(told) ? 1 : 0;
             }
-            if (!HasFailure()) {
-                InChild(told + NameOf(next), [&] { Go(told, next, stories.events, stories.repeat, stories.most); });
-            }
-        });
-        return ended.Value();
-    }
-
-    /// In a process of its own, which begins with all that is here now and takes nothing back.
-    static void InChild(const std::string& told, const std::function<void()>& story) {
-        SCOPED_TRACE(told);
-        std::cout.flush();
-        std::fflush(nullptr);
-        const pid_t child = fork();
-        if (child == 0) {
-            story();
-            std::cout.flush();
-            std::fflush(nullptr);
-            _exit(HasFailure() ? 1 : 0);
         }
-        ASSERT_GT(child, 0);
-        int status = 0;
-        ASSERT_EQ(waitpid(child, &status, 0), child);
-        EXPECT_EQ(status, 0) << (WIFSIGNALED(status) ? "it crashed" : "it failed");
+        m_before = story;
     }
 
-    const PopupTimes times = std::get<TimesRow>(GetParam()).times;
-    CPopupRules rules{CVirtualTime::kFirstServerTime / 1000, times};
-    CSharedCount ended;
-    CZRAdManager& manager = *CZRAdManager::Singleton();
-    std::unique_ptr<QWidget> window;
-    CZRAdBottomPopupController* controller = nullptr;
+    Story m_before;
+    int m_nSeen = 0;
 };
 
 TEST_P(PopupSequencesTest, OfUpToFiveDifferentEventsLeaveThePopupAsTheRulesSay) {
@@ -360,6 +332,11 @@ TEST_P(PopupRareSequencesTest, OfUpToThreeEventsWithAnotherAdThanTheShownOneLeav
 }
 
 INSTANTIATE_TEST_SUITE_P(FirstEvents, PopupRareSequencesTest, Combine(ValuesIn(kTimes), ValuesIn(kAllEvents)), RowName);
+
+Story Without(Story events, PopupEvent event) {
+    events.erase(std::remove(events.begin(), events.end(), event), events.end());
+    return events;
+}
 
 /// The stories as the rules alone tell them.
 class PopupStoriesTest : public TestWithParam<TimesRow> {
