@@ -3,7 +3,8 @@
 
 #include <QApplication>
 #include <QStandardPaths>
-#include <cstring>
+
+#include "support/ForkedRounds.h"
 
 int main(int argc, char** argv) {
     testing::InitGoogleMock(&argc, argv);
@@ -12,8 +13,13 @@ int main(int argc, char** argv) {
     }
     qputenv("LC_ALL", "C.UTF-8");
     qputenv("TZ", "UTC");
-    QApplication::setStyle(QStringLiteral("Fusion"));
-    const QApplication application(argc, argv);
-    QStandardPaths::setTestModeEnabled(true);
-    return RUN_ALL_TESTS();
+    // In rounds one at a time, as a window is active only while no other is.
+    return forked_rounds::RunOrRepeat(
+        [&argc, argv] {
+            QApplication::setStyle(QStringLiteral("Fusion"));
+            const QApplication application(argc, argv);
+            QStandardPaths::setTestModeEnabled(true);
+            return RUN_ALL_TESTS();
+        },
+        1);
 }

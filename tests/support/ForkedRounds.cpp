@@ -16,6 +16,8 @@
 
 namespace {
 
+constexpr unsigned kMostSeconds = 300;
+
 struct Child {
     std::string test;
     FILE* printed = nullptr;  // a file without a name
@@ -33,14 +35,27 @@ std::vector<std::string> AllTests() {
     return tests;
 }
 
-unsigned FirstSeed() {
-    const char* const said = std::getenv("ZR_SEED");
-    return said ? static_cast<unsigned>(std::strtoul(said, nullptr, 10)) : std::random_device()();
+size_t Said(const char* variable, size_t otherwise) {
+    const char* const said = std::getenv(variable);
+    return said ? std::strtoul(said, nullptr, 10) : otherwise;
+}
+
+/// Every so many-th of them. The children are told of none: each has its one test.
+std::vector<std::string> OfThisShard(const std::vector<std::string>& tests) {
+    const size_t shards = Said("GTEST_TOTAL_SHARDS", 1);
+    std::vector<std::string> chosen;
+    for (size_t index = Said("GTEST_SHARD_INDEX", 0); index < tests.size(); index += shards) {
+        chosen.push_back(tests[index]);
+    }
+    unsetenv("GTEST_TOTAL_SHARDS");
+    unsetenv("GTEST_SHARD_INDEX");
+    return chosen;
 }
 
 [[noreturn]] void RunAsChild(const std::string& test, FILE* printed, const std::function<int()>& runTests) {
     dup2(fileno(printed), STDOUT_FILENO);
     dup2(fileno(printed), STDERR_FILENO);
+    alarm(kMostSeconds);
     ::testing::GTEST_FLAG(filter) = test;
     const int result = runTests();
     std::cout.flush();
@@ -101,15 +116,14 @@ private:
     int m_nFailed = 0;
 };
 
-int Run(int rounds, const std::function<int()>& runTests) {
-    constexpr size_t kAtATime = 2;
-    std::vector<std::string> tests = AllTests();
+int Run(size_t rounds, const std::function<int()>& runTests, size_t atATime) {
+    std::vector<std::string> tests = OfThisShard(AllTests());
     CChildren children(runTests);
-    const unsigned seed = FirstSeed();
-    for (int round = 0; round < rounds; ++round) {
-        std::shuffle(tests.begin(), tests.end(), std::mt19937(seed + static_cast<unsigned>(round)));
+    const size_t seed = Said("ZR_SEED", std::random_device()());
+    for (size_t round = 0; round < rounds; ++round) {
+        std::shuffle(tests.begin(), tests.end(), std::mt19937(static_cast<unsigned>(seed + round)));
         for (const std::string& test : tests) {
-            if (children.Running() == kAtATime) {
+            if (children.Running() == atATime) {
                 children.AwaitOne();
             }
             children.Start(test);
@@ -125,8 +139,10 @@ int Run(int rounds, const std::function<int()>& runTests) {
 
 }  // namespace
 
-int forked_rounds::RunOrRepeat(const std::function<int()>& runTests) {
-    const char* const said = std::getenv("ZR_ROUNDS");
-    const int rounds = said ? std::atoi(said) : 0;
-    return rounds > 0 ? Run(rounds, runTests) : runTests();
+int forked_rounds::RunOrRepeat(const std::function<int()>& runTests, size_t atATime) {
+    return AreAskedFor() ? Run(Said("ZR_ROUNDS", 0), runTests, atATime) : runTests();
+}
+
+bool forked_rounds::AreAskedFor() {
+    return Said("ZR_ROUNDS", 0) > 0;
 }

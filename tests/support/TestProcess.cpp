@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QHashFunctions>
+#include <QLabel>
 #include <QWidget>
 #include <clocale>
 #include <ctime>
@@ -68,6 +69,12 @@ bool HasWidgets() {
     return !widgets.isEmpty();
 }
 
+/// The first text of a process finds the fonts. Found here, they are there for all children.
+void FindFonts() {
+    QLabel text(QStringLiteral("text \u6587"));
+    text.grab();
+}
+
 int RunTestsInVirtualTime() {
     int result = RUN_ALL_TESTS();
     DrainDeletes();
@@ -103,6 +110,9 @@ int test_process::RunInVirtualTime(int argc, char** argv) {
     QApplication::setQuitOnLastWindowClosed(false);
     CVirtualAnimationDriver animations;
     animations.install();
+    if (forked_rounds::AreAskedFor()) {
+        FindFonts();
+    }
     return forked_rounds::RunOrRepeat(RunTestsInVirtualTime);
 }
 
