@@ -10,9 +10,7 @@
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QSignalBlocker>
-#include <QStackedWidget>
 #include <QStandardPaths>
-#include <QTabWidget>
 #include <QVBoxLayout>
 #include <QVariant>
 
@@ -28,6 +26,7 @@
 #include "workbench/FaultPanel.h"
 #include "workbench/ScenePanel.h"
 #include "workbench/SeenView.h"
+#include "workbench/TabPages.h"
 #include "workbench/ads/AdBoard.h"
 #include "workbench/ads/AdSwitches.h"
 #include "workbench/ads/AdTab.h"
@@ -89,11 +88,6 @@ QLabel* NewTitle(texts::EnText text, const char* role, QWidget* parent) {
     return label;
 }
 
-/// What pages are to be made in: one that is moved there later is styled a second time with all that it holds.
-QWidget* PagesOf(QTabWidget* tabs) {
-    return tabs->findChild<QStackedWidget*>();
-}
-
 /// As the two clocks stand now.
 qint64 ToServer(qint64 localMs) {
     return localMs + core::time_date::GetSvrTimeMillis() - QDateTime::currentMSecsSinceEpoch();
@@ -118,9 +112,11 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, const CPremiumRights& rights, IS
       m_pBoard(new CRefreshBoard(this)),
       m_pAds(new CAdBoard(ToServer, this)),
       m_pAdTab(new CAdTab(*m_pAds, server, PagesOf(m_pTabs))),
-      m_pTraffic(new CSeenView(NewTrafficFormat(m_decoder), this)),
-      m_pHttp(new CSeenView(NewHttpFormat(), this)),
-      m_pReports(new CSeenView(NewReportFormat(), this)),
+      m_pTrafficTab(new QWidget(PagesOf(m_pTabs))),
+      m_pTrafficTabs(new QTabWidget(m_pTrafficTab)),
+      m_pTraffic(new CSeenView(NewTrafficFormat(m_decoder), PagesOf(m_pTrafficTabs))),
+      m_pHttp(new CSeenView(NewHttpFormat(), PagesOf(m_pTrafficTabs))),
+      m_pReports(new CSeenView(NewReportFormat(), PagesOf(m_pTrafficTabs))),
       m_pLog(new CLogView(PagesOf(m_pTabs))),
       m_pStore(new CSeenView(NewStoreFormat(), PagesOf(m_pTabs))),
       m_pUrls(new CSeenView(NewUrlFormat(), PagesOf(m_pTabs))),
@@ -143,7 +139,8 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, const CPremiumRights& rights, IS
     };
     addTab(new CRightsTab(rights, *m_pBoard, m_decoder, server, setFault, PagesOf(m_pTabs)), texts::kTabRights);
     addTab(m_pAdTab, texts::kTabAds);
-    addTab(NewTrafficTab(), texts::kTabTraffic);
+    SetUpTrafficTab();
+    addTab(m_pTrafficTab, texts::kTabTraffic);
     addTab(m_pLog, texts::kLog);
     addTab(m_pStore, texts::kTabStore);
     addTab(m_pUrls, texts::kTabUrls);
@@ -188,24 +185,21 @@ QWidget* CWorkbench::NewSessionTab() {
     return tab;
 }
 
-QWidget* CWorkbench::NewTrafficTab() {
-    auto* tabs = new QTabWidget(this);
-    tabs->setObjectName(QStringLiteral("TrafficTabs"));
-    tabs->setDocumentMode(true);
-    const auto addTab = [tabs](QWidget* tab, texts::EnText title) {
-        const int index = tabs->addTab(tab, QString());
+void CWorkbench::SetUpTrafficTab() {
+    m_pTrafficTabs->setObjectName(QStringLiteral("TrafficTabs"));
+    m_pTrafficTabs->setDocumentMode(true);
+    const auto addTab = [this](QWidget* tab, texts::EnText title) {
+        const int index = m_pTrafficTabs->addTab(tab, QString());
         tab->setContentsMargins(0, kTabMargin, 0, 0);
-        texts::Keep(tab, [tabs, index, title] { tabs->setTabText(index, texts::Tr(title)); });
+        texts::Keep(tab, [this, index, title] { m_pTrafficTabs->setTabText(index, texts::Tr(title)); });
     };
     addTab(m_pTraffic, texts::kTabChannel);
     addTab(m_pHttp, texts::kTabHttp);
     addTab(m_pReports, texts::kTabReports);
-    auto* tab = new QWidget(PagesOf(m_pTabs));
-    tab->setObjectName(QStringLiteral("TrafficTab"));
-    auto* layout = new QVBoxLayout(tab);
+    m_pTrafficTab->setObjectName(QStringLiteral("TrafficTab"));
+    auto* layout = new QVBoxLayout(m_pTrafficTab);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(tabs);
-    return tab;
+    layout->addWidget(m_pTrafficTabs);
 }
 
 QWidget* CWorkbench::NewServerTab() {

@@ -76,7 +76,7 @@ private:
     void AddEditionRow(QGridLayout* grid);
     void AddMarketsRow(QGridLayout* grid);
     QWidget* NewSessionTab();
-    QWidget* NewTrafficTab();
+    void SetUpTrafficTab();
     QWidget* NewServerTab();
     QWidget* NewExportRow();
     void AskMarkets();
@@ -104,6 +104,8 @@ private:
     CRefreshBoard* m_pBoard;
     CAdBoard* m_pAds;
     CAdTab* m_pAdTab;
+    QWidget* m_pTrafficTab;
+    QTabWidget* m_pTrafficTabs;
     CSeenView* m_pTraffic;
     CSeenView* m_pHttp;
     CSeenView* m_pReports;

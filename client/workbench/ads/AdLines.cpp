@@ -11,6 +11,7 @@ namespace {
 
 struct Pattern {
     EnLine line;
+    QString begin;  // up to the first gap; a look at it spares most expressions
     QRegularExpression expression;
 };
 
@@ -31,7 +32,8 @@ QRegularExpression ExpressionOf(const char* line) {
 std::vector<Pattern> Patterns() {
     std::vector<Pattern> patterns;
     for (const Line& line : All()) {
-        patterns.push_back({line.line, ExpressionOf(line.text)});
+        const QString text = QString::fromLatin1(line.text);
+        patterns.push_back({line.line, text.left(text.indexOf(QLatin1Char('{'))), ExpressionOf(line.text)});
     }
     return patterns;
 }
@@ -162,6 +164,9 @@ std::optional<Said> Read(const QString& text) {
     }
     static const std::vector<Pattern> patterns = Patterns();
     for (const Pattern& pattern : patterns) {
+        if (!text.startsWith(pattern.begin)) {
+            continue;
+        }
         const QRegularExpressionMatch match = pattern.expression.match(text);
         if (match.hasMatch()) {
             Said said{pattern.line, {}};

@@ -7,6 +7,8 @@
 class CAdBoard;
 class CAdSwitches;
 class QLabel;
+class QSplitter;
+class QTabWidget;
 
 /// All that concerns ads: how the slots stand, and below it what a tester sends and overrides. `board` and `server`
 /// must outlive it.
@@ -19,6 +21,8 @@ public:
 private:
     void ShowOverridden();
 
+    QSplitter* m_pSplitter;
+    QTabWidget* m_pTabs;
     CAdSwitches* m_pSwitches;
     QLabel* m_pOverridden;
 };

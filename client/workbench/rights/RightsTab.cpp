@@ -1,10 +1,10 @@
 #include "workbench/rights/RightsTab.h"
 
 #include <QSplitter>
-#include <QTabWidget>
 #include <QVBoxLayout>
 
 #include "ClientTexts.h"
+#include "workbench/TabPages.h"
 #include "workbench/rights/AskPanel.h"
 #include "workbench/rights/PushPanel.h"
 #include "workbench/rights/RefreshView.h"
@@ -22,7 +22,8 @@ CRightsTab::CRightsTab(const CPremiumRights& rights, const CRefreshBoard& board,
                        IServerAsk& server, CAnswerPanel::SetFault setFault, QWidget* parent)
     : QWidget(parent) {
     setObjectName(QStringLiteral("RightsTab"));
-    auto* tabs = new QTabWidget(this);
+    auto* splitter = new QSplitter(Qt::Vertical, this);
+    auto* tabs = new QTabWidget(splitter);
     tabs->setObjectName(QStringLiteral("RightsTabs"));
     tabs->setDocumentMode(true);
     const auto addTab = [tabs](QWidget* tab, texts::EnText title) {
@@ -30,18 +31,17 @@ CRightsTab::CRightsTab(const CPremiumRights& rights, const CRefreshBoard& board,
         tab->layout()->setContentsMargins(0, kTabMargin, 0, 0);
         texts::Keep(tab, [tabs, index, title] { tabs->setTabText(index, texts::Tr(title)); });
     };
-    auto* detail = new CRightDetail(rights, decoder, tabs);
-    auto* view = new CRightsView(rights, decoder, this);
+    auto* detail = new CRightDetail(rights, decoder, PagesOf(tabs));
+    auto* view = new CRightsView(rights, decoder, splitter);
     connect(view, &CRightsView::Chosen, this, [tabs, detail](EnPremiumAccess right) {
         detail->ShowRight(right);
         tabs->setCurrentWidget(detail);
     });
     addTab(detail, texts::kRight);
-    addTab(new CRefreshView(board, tabs), texts::kRefreshes);
-    addTab(new CAskPanel(board, tabs), texts::kAskRights);
-    addTab(new CPushPanel(server, tabs), texts::kPushes);
-    addTab(new CAnswerPanel(std::move(setFault), tabs), texts::kAnswers);
-    auto* splitter = new QSplitter(Qt::Vertical, this);
+    addTab(new CRefreshView(board, PagesOf(tabs)), texts::kRefreshes);
+    addTab(new CAskPanel(board, PagesOf(tabs)), texts::kAskRights);
+    addTab(new CPushPanel(server, PagesOf(tabs)), texts::kPushes);
+    addTab(new CAnswerPanel(std::move(setFault), PagesOf(tabs)), texts::kAnswers);
     splitter->setObjectName(QStringLiteral("RightsTabSplitter"));
     splitter->setHandleWidth(8);
     splitter->setChildrenCollapsible(false);
