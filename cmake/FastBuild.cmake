@@ -1,0 +1,19 @@
+# A compiler cache, a fast linker and precompiled headers. Each is optional: without it the build is only slower.
+find_program(ZR_CCACHE ccache)
+if(ZR_CCACHE)
+    # Paths below the source tree are hashed relative to it, so that all clones share one cache.
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
+        CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 CCACHE_SLOPPINESS=pch_defines,time_macros ${ZR_CCACHE})
+endif()
+
+find_program(ZR_MOLD mold)
+if(ZR_MOLD AND CMAKE_BUILD_TYPE STREQUAL "Debug")
+    add_link_options(-fuse-ld=mold)
+endif()
+
+# zr_precompile(<target> <header>...): precompiles these headers for all sources of the target.
+function(zr_precompile target)
+    target_precompile_headers(${target} PRIVATE ${ARGN})
+    # ccache needs it to see into a precompiled header.
+    target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
+endfunction()
