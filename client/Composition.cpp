@@ -117,7 +117,7 @@ CComposition::CComposition(const COptions& options)
     ports.http = &m_observedHttp;
     ports.reports = &m_observedReports;
     ports.domains = &m_domains;
-    ports.slots = &m_slots;
+    ports.resourceSlots = &m_slots;
     ports.pictures = &m_pictures;
     host::Install(ports);
     m_theme.Begin(options.theme);

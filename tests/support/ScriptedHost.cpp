@@ -27,7 +27,7 @@ host::Ports CScriptedHost::Ports() {
     ports.reports = &reports;
     ports.domains = &domains;
     ports.pictures = &pictures;
-    ports.slots = &slots;
+    ports.resourceSlots = &slots;
     return ports;
 }
 

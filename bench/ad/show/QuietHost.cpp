@@ -22,7 +22,7 @@ CQuietHost::CQuietHost(std::string search) : m_http(m_poster, std::move(search))
     ports.http = &m_http;
     ports.reports = &m_reports;
     ports.domains = &m_domains;
-    ports.slots = &m_slots;
+    ports.resourceSlots = &m_slots;
     ports.pictures = &m_pictures;
     host::Install(ports);
 }

@@ -100,11 +100,11 @@ private:
 
     // An open table of a power of two, at least half of it free: a send finds its subscribers without the
     // division that a standard map of this kind makes. Keys are never taken out.
-    size_t SlotIndex(const std::vector<Slot>& slots, Key key) const {
+    size_t SlotIndex(const std::vector<Slot>& table, Key key) const {
         constexpr uint64_t kGoldenRatio = 0x9E3779B97F4A7C15U;
-        const size_t mask = slots.size() - 1;
+        const size_t mask = table.size() - 1;
         size_t index = size_t((uint64_t(key) * kGoldenRatio) >> 32) & mask;
-        while (slots[index].entries && slots[index].key != key) {
+        while (table[index].entries && table[index].key != key) {
             index = (index + 1) & mask;
         }
         return index;

@@ -5,5 +5,5 @@
 
 bool core::uniform_resource_slot::IsAllowedToShowUniformResourceSlot(ZRUniformResourceSlotType type) {
     const host::PortsInUse ports;
-    return ports->slots && ports->slots->IsAllowed(type);
+    return ports->resourceSlots && ports->resourceSlots->IsAllowed(type);
 }

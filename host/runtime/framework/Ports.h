@@ -40,7 +40,7 @@ struct Ports {
     IHttp* http = nullptr;
     IReports* reports = nullptr;
     IDomains* domains = nullptr;
-    ISlots* slots = nullptr;
+    ISlots* resourceSlots = nullptr;
     IPictures* pictures = nullptr;
 };
 
