@@ -7,8 +7,9 @@
 namespace core {
 namespace attr_market {
 
-/// The markets that the logged-in user is attributed to, the leading one first; empty if there is none
-/// or nobody is logged in. Main thread.
+/// Returns the markets that the server attributes to the logged-in user, the leading one first.
+/// Thread: main thread.
+/// Failure: empty if nobody is logged in or the user has no market.
 ZRHOST_API std::vector<int> GetCurrentUserAttrMarket();
 
 }  // namespace attr_market

@@ -9,8 +9,10 @@
 namespace core {
 namespace config_common {
 
-/// A copy of the configuration that the server keeps under `name`, of any JSON type; a null value if the
-/// name is unknown. Main thread. Bus message 10250 tells that a value may have changed.
+/// Returns a copy of the configuration that the server keeps under `name`. The value may have any JSON type.
+/// Bus message 10250 announces that a value may have changed.
+/// Thread: main thread.
+/// Failure: null for an unknown name.
 ZRHOST_API Json::Value GetJsonConfigByName(const std::string& name);
 
 }  // namespace config_common

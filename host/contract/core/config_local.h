@@ -6,10 +6,12 @@
 
 namespace core {
 
-/// The client's persistent key-value store. Main thread. Values may hold any bytes, zero bytes included;
-/// keys are UTF-8. A read gives false, and leaves `value` alone, where the key is absent or holds the
-/// other type. A save gives false if nothing was written; once it gave true the value survives the end
-/// of the process, however it ends.
+/// The client's persistent key-value store. Keys are UTF-8. Values may hold any bytes, zero bytes included.
+/// A read returns true and sets `value`, or returns false and leaves `value` unchanged.
+/// A save returns true when the value is stored durably: it survives any end of the process.
+/// Thread: main thread.
+/// Failure: a read of an absent key, or of a key of the other type, returns false. A save returns false if nothing
+/// was written.
 namespace config_local {
 
 /// The store of the installation, shared by all users.
@@ -18,7 +20,7 @@ ZRHOST_API bool AppCfgSaveString(const std::string& key, const std::string& valu
 ZRHOST_API bool AppCfgReadInt64(const std::string& key, long& value);
 ZRHOST_API bool AppCfgSaveInt64(const std::string& key, const long& value);
 
-/// The store of the logged-in user; with nobody logged in, that of user 0.
+/// The store of the logged-in user. While nobody is logged in, it is the store of user 0.
 ZRHOST_API bool UserCfgReadString(const std::string& key, std::string& value);
 ZRHOST_API bool UserCfgSaveString(const std::string& key, const std::string& value);
 

@@ -6,17 +6,19 @@
 
 namespace core {
 
-/// What client this is. Main thread; fixed for the process, save that the edition can be switched in an
-/// internal build.
+/// Properties of the running client. They are fixed for the process, except that an internal build can switch the
+/// edition.
+/// Thread: main thread.
 namespace environment {
 
-/// False in internal builds only.
+/// Returns false in internal builds only.
+/// Failure: true without a host, so that internal features stay closed.
 ZRHOST_API bool IsReleaseAppVersion();
 
-/// Whether the client is of the Velora edition.
+/// Returns whether the client is of the Velora edition.
 ZRHOST_API bool IsVelora();
 
-/// The id of this installation: made once, kept in the local store; no blanks.
+/// Returns the id of this installation, a text without blanks. It is created once and kept in the store.
 ZRHOST_API std::string GetDeviceId();
 
 }  // namespace environment

@@ -4,7 +4,8 @@
 
 namespace core {
 
-/// The display language. Main thread. The value changes before bus message 20100 tells of it.
+/// The display language. The value changes before bus message 20100 announces it.
+/// Thread: main thread.
 namespace lang {
 
 enum LanguageId : int {
@@ -15,10 +16,10 @@ enum LanguageId : int {
     kLanguageFrench = 7,
 };
 
-/// 0 simplified Chinese, 1 traditional Chinese, 5 Japanese, 7 French; any other value is English.
+/// Returns the language's number, a LanguageId. Any other value is to be treated as English.
 ZRHOST_API int GetLanguageID();
 
-/// Whether the language is a Chinese one, simplified or traditional.
+/// Returns whether the language is simplified or traditional Chinese.
 ZRHOST_API bool IsChinese();
 
 }  // namespace lang

@@ -8,8 +8,9 @@
 namespace core {
 namespace langx {
 
-/// The text with that id in the display language; `fallback`, read as UTF-8, where the language has none.
-/// Main thread.
+/// Returns the text with that id in the display language.
+/// Thread: main thread.
+/// Failure: `fallback`, read as UTF-8, if the language has no such text.
 ZRHOST_API QString tr(unsigned int textId, const std::string& fallback);
 
 }  // namespace langx

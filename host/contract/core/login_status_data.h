@@ -6,13 +6,14 @@
 
 namespace core {
 
-/// Who is logged in. Main thread. Both values change before the modules' OnLogin and OnLogout are called.
+/// The logged-in user. Both values change before OnLogin and OnLogout of the modules are called.
+/// Thread: main thread.
 namespace login_status_data {
 
-/// The logged-in user's id; 0 if nobody is.
+/// Returns the user's id, or 0 if nobody is logged in.
 ZRHOST_API uint64_t Login_GetUserID();
 
-/// The id that the server gave to the present login; 0 if nobody is logged in. A reconnect may change it.
+/// Returns the server's id of this login, or 0 if nobody is logged in. A reconnect may change it.
 ZRHOST_API uint64_t GetSessionId();
 
 }  // namespace login_status_data

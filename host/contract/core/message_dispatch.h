@@ -9,7 +9,7 @@
 
 namespace core {
 
-/// The parameters of a bus message: two unsigned 64-bit numbers, whose meaning the message id fixes.
+/// The parameters of a bus message: two unsigned 64-bit numbers. The message id defines their meaning.
 class CMessageBody {
 public:
     void set_p1(uint64_t value) { m_nP1 = value; }
@@ -22,27 +22,32 @@ private:
     uint64_t m_nP2 = 0;
 };
 
-/// `wParam` is 0 for every message but the host's own that say otherwise; `body` may be null.
+/// Receives a message. Runs on the main thread.
+/// `wParam` is 0 unless the description of a host message defines it. `body` may be null.
 using MessageCallback =
     std::function<void(unsigned int messageId, unsigned long wParam, std::shared_ptr<CMessageBody> body)>;
 
-/// A handle on the process-wide message bus, made on the spot and thrown away.
+/// A handle of the process-wide message bus. Handles are temporary objects and hold no subscription.
 class ZRHOST_API __CMessageDispatch {
 public:
-    /// `location` says where the handle stands ("[Module]:path@line"). It is not copied: pass a literal.
+    /// `location` names the call site as "[Module]:path@line".
+    /// Ownership: the text is not copied; pass a literal.
     explicit __CMessageDispatch(const char* location) : m_pLocation(location) {}
 
-    /// Subscribes on behalf of `context`, to which the subscription is tied: when it is destroyed the
-    /// callback is not called again. One bound inside a delivery gets the next message.
-    /// Main thread. A null context or an empty callback binds nothing.
+    /// Subscribes `context` to a message. A subscriber bound inside a delivery gets the next message.
+    /// Thread: main thread.
+    /// Ownership: the subscription ends with `context`; the callback never runs after that.
+    /// Failure: a null context or an empty callback binds nothing.
     void Bind(unsigned int messageId, MessageCallback callback, QObject* context) const;
 
-    /// Delivers to all subscribers in order of binding. On the main thread the delivery is done when the
-    /// call returns, also inside another delivery (depth first); from another thread the whole send moves
-    /// to the main thread, in order. `reserved` has no effect; callers pass true.
+    /// Delivers a message to all subscribers, in order of binding.
+    /// Thread: any. On the main thread the delivery is complete when the call returns, also inside another delivery
+    /// (depth first). From another thread the whole send moves to the main thread, in order.
+    /// `reserved` has no effect; callers pass true.
     void Send(unsigned int messageId, std::shared_ptr<CMessageBody> body, bool reserved) const;
 
-    /// Removes all subscriptions of `context`; inside a delivery it gets nothing more. Main thread.
+    /// Removes all subscriptions of `context`. Inside a delivery, `context` gets nothing more.
+    /// Thread: main thread.
     void UnBind(QObject* context) const;
 
 private:

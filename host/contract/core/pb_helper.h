@@ -12,14 +12,18 @@ class MessageLite;
 
 namespace core {
 
-/// Messages to bytes and back. Callable from any thread. A null message gives false.
+/// Serialises and parses protobuf messages.
+/// Thread: any.
+/// Failure: a null message returns false.
 namespace pb_helper {
 
-/// Serialises into `out`, which is replaced. False if the message cannot be written.
+/// Serialises `message` and replaces `out`.
+/// Returns whether the message was written.
 ZRHOST_API bool PBDataToBuf(const google::protobuf::MessageLite* message, std::string& out);
 
-/// Parses into `message`, which is cleared first. False on bytes that are no such message; what the
-/// message then holds is not to be used.
+/// Clears `message`, then parses `in` into it.
+/// Returns whether the bytes are such a message.
+/// Failure: after false the content of `message` is undefined.
 ZRHOST_API bool PBBufToData(const std::string& in, google::protobuf::MessageLite* message);
 
 }  // namespace pb_helper

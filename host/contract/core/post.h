@@ -7,15 +7,19 @@
 #include "framework/export.h"
 
 namespace core {
+
+/// Tasks for the main thread. `name` is for diagnostics and may be null.
 namespace post {
 
 /// Runs `task` on the main thread, later and in posting order, never inside this call.
-/// Nothing runs if `context` is gone by then, or was null from the start. Callable from any thread.
-/// `name` serves diagnostics and may be null.
+/// Thread: callable from any thread.
+/// Ownership: the task does not run if `context` is null or is destroyed before.
 ZRHOST_API void ToMain(QPointer<QObject> context, std::function<void()> task, const char* name);
 
-/// The same after `delayMs` milliseconds; 0 and negative values still run later, in one order with
-/// what `ToMain` posts. Tasks that fall due at the same moment run in posting order.
+/// Runs `task` after `delayMs` milliseconds; 0 and negative values also run later, not inside this call.
+/// Tasks that are due at the same time, those of `ToMain` included, run in posting order.
+/// Thread: callable from any thread.
+/// Ownership: as for `ToMain`.
 ZRHOST_API void ToMainDelay(QPointer<QObject> context, int delayMs, std::function<void()> task, const char* name);
 
 }  // namespace post

@@ -7,7 +7,8 @@
 namespace core {
 namespace random {
 
-/// A random number, uniform over all 32 bits; not for secrets. Callable from any thread.
+/// Returns a random number, uniform over 32 bits. It is not suitable for secrets.
+/// Thread: any.
 ZRHOST_API uint32_t GetRandUInt32();
 
 }  // namespace random

@@ -6,13 +6,15 @@
 
 namespace core {
 
-/// Server time since 1970-01-01 UTC: the local clock corrected by the offset that the server told.
-/// It may jump, also backwards, when the offset changes. Callable from any thread.
+/// Server time since 1970-01-01 UTC: the local clock plus the offset that the server reported.
+/// It may jump in both directions when the offset changes.
+/// Thread: any.
 namespace time_date {
 
-/// In whole seconds: the milliseconds of the same moment, rounded down.
+/// Returns whole seconds: the milliseconds of the same instant, rounded down.
 ZRHOST_API int64_t GetSvrTimeStamp();
 
+/// Returns milliseconds.
 ZRHOST_API int64_t GetSvrTimeMillis();
 
 }  // namespace time_date

@@ -2,7 +2,8 @@
 
 #include "framework/export.h"
 
-/// A place where the client may interrupt the user. Other values than these are allowed.
+/// An interruption slot: a permission to interrupt the user, shared by all parts of the client.
+/// Values without a name here are valid.
 enum ZRUniformResourceSlotType : int {
     kSlotAdPopup = 2,
 };
@@ -10,7 +11,8 @@ enum ZRUniformResourceSlotType : int {
 namespace core {
 namespace uniform_resource_slot {
 
-/// Whether that kind of slot may be shown at this moment. A question alone: asking uses nothing up. Main thread.
+/// Returns whether an interruption of that type is allowed now. The call only queries; it reserves nothing.
+/// Thread: main thread.
 ZRHOST_API bool IsAllowedToShowUniformResourceSlot(ZRUniformResourceSlotType type);
 
 }  // namespace uniform_resource_slot

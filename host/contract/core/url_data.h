@@ -7,13 +7,14 @@
 namespace core {
 namespace url_data {
 
-/// Which business a domain is asked for.
+/// The business that needs the domain.
 enum DomainBizType : int {
     kDomainBizDefault = 0,
 };
 
-/// The base address of the servers under that key, without a slash at its end; empty if there is none.
-/// "api" is the ad server. Main thread.
+/// Returns the base address of the servers under `key`, without a trailing slash. "api" is the ad server.
+/// Thread: main thread.
+/// Failure: empty for an unknown key.
 ZRHOST_API std::string GetDomainUrl(const std::string& key, DomainBizType biz);
 
 }  // namespace url_data

@@ -4,13 +4,15 @@
 
 namespace FrameWork {
 
-/// What kind of check failed. Modules use kAssetDefensive alone.
+/// The kind of a failed check. Modules use kAssetDefensive only.
 enum AssetType : int {
     kAssetDefensive = 3,
 };
 
-/// Reports a failed defensive check and returns: the process goes on. Callable from any thread.
-/// `detail` is free text and may be empty; `expression` is what did not hold. No argument may be null.
+/// Reports a failed defensive check and returns; the process continues.
+/// `detail` is free text and may be empty. `expression` names the condition that is false.
+/// Thread: any.
+/// Failure: no argument may be null.
 ZRHOST_API void _FW_OnAssertFailed(AssetType type, const char* detail, const char* module, const char* file, int line,
                                    const char* expression);
 

@@ -7,10 +7,12 @@
 
 namespace FrameWork {
 
-/// `QObject::connect` with its result checked, in every form that `QObject::connect` has.
-/// A connection that could not be made (null object, unknown signature, a second unique one) raises
-/// the assertion "connection" in the name of `module` and is otherwise ignored. The place that the
-/// assertion names is this header's: the call site is read off the warning that the toolkit prints.
+/// Calls `QObject::connect`, in any of its forms, and checks the result.
+/// Returns the connection.
+/// Thread: as for `QObject::connect`.
+/// Failure: a connection that cannot be made (null object, unknown signature, second unique connection) raises the
+/// assertion "connection" on behalf of `module`. The assertion names this header; the toolkit's own warning names
+/// the objects.
 template <class... Args>
 QMetaObject::Connection ConnectChecked(const char* module, Args&&... args) {
     QMetaObject::Connection connection = QObject::connect(std::forward<Args>(args)...);

@@ -1,4 +1,4 @@
 #pragma once
 
-/// Marks what libzrhost.so exports. Everything else in it is hidden.
+/// Marks an exported symbol of libzrhost.so. All other symbols are hidden.
 #define ZRHOST_API __attribute__((visibility("default")))

@@ -6,23 +6,25 @@
 
 class QWidget;
 
-/// What other modules may ask the main window, under the interface name "20IMainFrameModuleUtil". Main thread.
-/// There is none before the window stands and after it has gone; one that is held longer answers null, 0 and false.
+/// Queries to the main window, under the interface name "20IMainFrameModuleUtil".
+/// Thread: main thread.
+/// Failure: the service does not exist before the window is created and after its end. An object that is held longer
+/// returns null, 0 and false.
 class ZRHOST_API IMainFrameModuleUtil : public IZRPluginInterface {
 public:
     ~IMainFrameModuleUtil() override;
 
-    /// The window itself: what lies over the pages is its child. It stays the client's, and may not be deleted.
-    /// Null when it is going.
+    /// Returns the main window. Widgets that cover its pages are its children.
+    /// Ownership: the window belongs to the client; callers must not delete it.
+    /// Failure: null while the window is being destroyed.
     virtual QWidget* GetMainFrameWidget() = 0;
 
-    /// The tab of the moment. Message core::kMsgTabFrameChanged tells of the next.
+    /// Returns the current tab. Message core::kMsgTabFrameChanged announces each change.
     virtual EnZRTabFrameKey GetCurrentTabFrameKey() = 0;
 
-    /// Whether the window is the active one: the keyboard's focus is within it, and not in another window of the
-    /// client's.
+    /// Returns whether the main window is the active window. Another window of the client does not count.
     virtual bool IsMainFrameFocusIn() = 0;
 
-    /// Whether the navigation at the left edge is narrow.
+    /// Returns whether the navigation at the left edge is collapsed.
     virtual bool IsNavigationCollapsed() = 0;
 };

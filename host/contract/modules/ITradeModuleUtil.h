@@ -3,13 +3,14 @@
 #include "framework/export.h"
 #include "plugin/IZRPluginInterface.h"
 
-/// What other modules may ask the trade module, under the interface name "16ITradeModuleUtil". Main thread.
-/// A client without trading has no such service.
+/// Queries to the trade module, under the interface name "16ITradeModuleUtil".
+/// Thread: main thread.
+/// Failure: a client without trading has no such service.
 class ZRHOST_API ITradeModuleUtil : public IZRPluginInterface {
 public:
     ~ITradeModuleUtil() override;
 
-    /// The trade module's answer, at this moment, to the yes-or-no question with that number. What a number
-    /// asks is agreed between the trade module and who asks; false for one that it doesn't know.
+    /// Returns the current answer to a yes-or-no query. The trade module and its callers agree on the numbers.
+    /// Failure: false for an unknown number.
     virtual bool QueryTradeStatus(int query) = 0;
 };

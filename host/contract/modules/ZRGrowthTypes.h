@@ -1,7 +1,6 @@
 #pragma once
 
-/// A premium right, as the server numbers it. Other numbers are possible, also ones that no name stands for;
-/// 0 is no right.
+/// A premium right, with the server's number. Numbers without a name here are valid. 0 is no right.
 enum EnPremiumAccess : int {
     EnPremiumAccess_us_arcabook = 1,
     EnPremiumAccess_us_otc_order_book = 2,
@@ -51,27 +50,27 @@ enum EnPremiumAccess : int {
     EnPremiumAccess_MyPagePremium = 1000,
 };
 
-/// Which of the three text sets of a right a VIP widget shows, and which link its button opens.
+/// One of the three text sets of a right. It selects the texts of a VIP widget and the link of its button.
 enum ZRVipUIDataType : int {
     ZRVipUIDataMain = 1,
     ZRVipUIDataDetail = 2,
     ZRVipUIDataDetailSub = 3,
 };
 
-/// The kind of a mask. Any other value gives none.
+/// The kind of a mask. Any other value creates no mask.
 enum ZRVipMaskType : int {
     ZRVipMaskLocked = 0,         // text and button
     ZRVipMaskLockedCompact = 1,  // button only
     ZRVipMaskExclusive = 2,
 };
 
-/// The image family of a tag. Any other value is as ZRVipTagName.
+/// The image family of a tag. Any other value is treated as ZRVipTagName.
 enum ZRVipTagType : int {
     ZRVipTagGrade = 0,
     ZRVipTagName = 1,
 };
 
-/// The grade of a member of the older VIP system. The server also knows 4 and may send others.
+/// The grade of a member of the older VIP system. The server also sends 4 and may send other numbers.
 enum ZRVipGrade : int {
     ZRVipGradeNone = 0,
     ZRVipGrade1 = 1,
@@ -79,7 +78,7 @@ enum ZRVipGrade : int {
     ZRVipGrade3 = 3,
 };
 
-/// What a user is to the VIP service in one number, as the reports carry it.
+/// The VIP state of a user as one number, which reports contain.
 using ZRVipEngineStatus = int;
 constexpr ZRVipEngineStatus kVipEngineUndetermined = -1;
 constexpr ZRVipEngineStatus kVipEngineTrial = 0;
@@ -89,6 +88,5 @@ constexpr ZRVipEngineStatus kVipEngineExpired = 3;
 constexpr ZRVipEngineStatus kVipEngineNonMember = 4;
 constexpr ZRVipEngineStatus kVipEngineRenewalOff = 5;  // paid with auto renewal off
 
-/// An entry of the AI chat somewhere in the client. The numbers are agreed between the entries and the
-/// server; the growth module only compares them.
+/// An entry to the AI chat. The entries and the server agree on the numbers; the growth module only compares them.
 enum ZRAIChatEntryScene : int {};

@@ -4,11 +4,11 @@
 
 #include "modules/ZRGrowthTypes.h"
 
-/// How a right is shown: the server's texts in the display language, and the ids of its links (0: none).
+/// The display half of a right: the server's texts in the display language, and link ids (0: no link).
 struct CPremiumUIData {
-    EnPremiumAccess enUIAccess{};  // 0: nothing is known of how the right is shown
+    EnPremiumAccess enUIAccess{};  // 0: the server sent no display half
     QString strUIType;             // selects the layout: a letter
-    QString strOtherInfo;          // a JSON text with further data, from the server and unchecked
+    QString strOtherInfo;          // further data as JSON text, from the server and not validated
     QString strMainTitle;
     QString strMainBtn;
     QString strDetailTitle;
@@ -20,14 +20,14 @@ struct CPremiumUIData {
     int nDetailSubBtnUrlID = 0;
 };
 
-/// The user's state of a right.
+/// The state half of a right: the user's permission and activation.
 struct CPremiumAccessData {
     int nDaysLeft = 0;
-    EnPremiumAccess enAccess{};  // 0: nothing is known of the state
+    EnPremiumAccess enAccess{};  // 0: the server sent no state half
     bool bHasPermission = false;
-    int nActivationType = 0;    // 1 limited time, 2 frozen, 3 full, 4 empty, 5 not activated, 6 ready; 0 not said
-    int nActivationSource = 0;  // 1 a premium rule, 2 the VIP rule, 3 private customer; 0 not said
+    int nActivationType = 0;    // 1 limited time, 2 frozen, 3 full, 4 empty, 5 not activated, 6 ready; 0 unknown
+    int nActivationSource = 0;  // 1 a premium rule, 2 the VIP rule, 3 private customer; 0 unknown
 };
 
-/// All that is known of a right. A right that nothing is known of has a default record.
+/// The record of a right. An unknown right has a default record.
 struct CPremiumUIAccessData : CPremiumUIData, CPremiumAccessData {};

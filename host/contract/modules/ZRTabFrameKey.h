@@ -2,5 +2,5 @@
 
 #include <cstdint>
 
-/// A tab of the main window. The numbers belong to the main frame; other modules only compare them.
+/// A tab of the main window. The main window defines the numbers; other modules only compare them.
 enum EnZRTabFrameKey : int64_t {};

@@ -2,7 +2,8 @@
 
 #include "framework/export.h"
 
-/// Base of every service that one module offers to the others. Held by std::shared_ptr.
+/// Base of every service that a module offers to other modules.
+/// Ownership: held by std::shared_ptr.
 class ZRHOST_API IZRPluginInterface {
 public:
     IZRPluginInterface() = default;
@@ -10,6 +11,7 @@ public:
     IZRPluginInterface& operator=(const IZRPluginInterface&) = delete;
     virtual ~IZRPluginInterface();
 
-    /// Whether the service may be called from any thread. False unless overridden: main thread only.
+    /// Returns whether the service may be called from any thread.
+    /// The default is false: main thread only.
     virtual bool SupportMultiThread();
 };

@@ -7,8 +7,8 @@
 
 class IZRPluginInterface;
 
-/// Makes the service that is registered under one interface name. Both operations are callable
-/// from any thread.
+/// Creates the service that is registered under one interface name.
+/// Thread: any.
 class ZRHOST_API IZRPluginInterfaceFactory {
 public:
     IZRPluginInterfaceFactory() = default;
@@ -16,9 +16,10 @@ public:
     IZRPluginInterfaceFactory& operator=(const IZRPluginInterfaceFactory&) = delete;
     virtual ~IZRPluginInterfaceFactory();
 
-    /// The compiler's type name of the interface, length digits included.
+    /// Returns the type name of the interface, as the compiler mangles it, for example "20IMainFrameModuleUtil".
     virtual std::string GetInterfaceName() = 0;
 
-    /// The service; shared with all who ask, or fresh for each, as the factory decides.
+    /// Returns the service. The factory decides whether all callers share one object.
+    /// Ownership: shared with the caller.
     virtual std::shared_ptr<IZRPluginInterface> CreateInterface() = 0;
 };

@@ -7,18 +7,18 @@
 
 class IZRPluginInterface;
 
-/// Names an interface to a module object. Modules that register a factory do not need it.
+/// Identifies an interface of a module object. A module that registers a factory does not need it.
 struct ZRPluginIID {
     std::string m_strName;
 };
 
-/// What the client tells all modules beyond the lifecycle callbacks.
+/// An event of the client that all modules receive in addition to the lifecycle callbacks.
 enum EnZRPluginEvent : int {
-    /// The client is about to end; whoever is logged in still is. No parameter.
+    /// The client is about to end. The user is still logged in. No parameter.
     kZRPluginEventBeforeQuit = 1,
 };
 
-/// Base of an event's parameters.
+/// Base of the parameters of an event.
 class ZRHOST_API ZRPluginEventParam {
 public:
     ZRPluginEventParam() = default;
@@ -27,9 +27,11 @@ public:
     virtual ~ZRPluginEventParam();
 };
 
-/// A module as the plug-in centre sees it. All callbacks come on the main thread:
-/// OnInit once; then OnLogin and OnLogout any number of times in pairs; OnUnInit once, last.
-/// An exception that leaves a callback is logged by the centre, and the other modules go on.
+/// The module object of a plug-in.
+/// Order: OnInit once; then OnLogin and OnLogout in pairs, any number of times; OnUnInit once, last.
+/// Thread: all callbacks run on the main thread.
+/// Ownership: shared with the plug-in centre.
+/// Failure: the centre logs an exception of a callback and continues with the other modules.
 class ZRHOST_API IZRPluginModule {
 public:
     IZRPluginModule() = default;
@@ -37,17 +39,23 @@ public:
     IZRPluginModule& operator=(const IZRPluginModule&) = delete;
     virtual ~IZRPluginModule();
 
-    /// The module's name in logs: dotted words, stable over releases.
+    /// Returns the module's name in logs: words joined by dots, the same in all releases.
     virtual std::string GetSymbolName() = 0;
 
-    /// A service by its id. Empty unless overridden.
+    /// Returns a service by its id.
+    /// The default is empty.
     virtual std::shared_ptr<IZRPluginInterface> CreateInterface(const ZRPluginIID& iid);
 
+    /// All modules are loaded and the services of the host are available.
     virtual void OnInit() = 0;
+    /// The client ends. The services of the host are still available.
     virtual void OnUnInit() = 0;
+    /// A user logged in; core::login_status_data returns the user already.
     virtual void OnLogin() = 0;
+    /// The user logged out; core::login_status_data returns 0 already.
     virtual void OnLogout() = 0;
 
-    /// Does nothing unless overridden. `param` may be null.
+    /// Receives an event of the client. `param` may be null.
+    /// The default does nothing.
     virtual void OnEvent(EnZRPluginEvent event, std::shared_ptr<ZRPluginEventParam> param);
 };

@@ -9,9 +9,10 @@
 #include "plugin/IZRPluginInterface.h"
 #include "plugin/IZRPluginInterfaceFactory.h"
 
-/// The factory of a service of which there is one per process: `Impl` is made at the first call and
-/// shared by all callers. `Interface` must stand in the global namespace, since its type name is the
-/// name that other modules ask for.
+/// The factory of a service with one object per process, which the first call creates. `Interface` is in the global
+/// namespace: its type name is the name under which other modules find the service.
+/// Thread: any.
+/// Ownership: the factory and all callers share the object.
 template <class Impl, class Interface>
 class TplZRPluginInterfaceFactoryUnique final : public IZRPluginInterfaceFactory {
     static_assert(std::is_base_of<Interface, Impl>::value, "Impl implements Interface");

@@ -5,15 +5,16 @@
 
 #include "framework/export.h"
 
-/// A button with a text, and an icon before it. It takes the focus by Tab and not by a click. Main thread.
+/// A button with a text and an optional icon before it. Tab gives it the focus, a click does not.
+/// Thread: main thread.
 class ZRHOST_API ZButton : public QAbstractButton {
     Q_OBJECT
 
 public:
     enum ZrStyle : int {
         kPlain = 0,
-        kFilled = 1,  // the one thing to do
-        kText = 2,    // without a plate
+        kFilled = 1,  // the primary action
+        kText = 2,    // without a background
     };
 
     enum ZrWidthType : int {
@@ -25,12 +26,13 @@ public:
     explicit ZButton(const QString& text, QWidget* parent = nullptr);
     ~ZButton() override;
 
-    /// A name of ZResource; empty: no icon. A name that is not known shows nothing and is logged. `size` in pixels.
+    /// Sets the icon, a name of ZResource; empty for none. `size` is in pixels.
+    /// Failure: an unknown name paints nothing and is logged.
     void setIcon(const QString& name, const QSize& size);
-    /// kPlain from the beginning, as wide as its text.
+    /// The default style is kPlain, the default width kWidthOfText.
     void setZrStyle(ZrStyle style);
     void setWidthType(ZrWidthType type);
-    /// Pixels.
+    /// Distances in pixels.
     void setIconTextSpacing(int spacing);
     void setLeftRightPadding(int padding);
 
@@ -44,7 +46,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    using QAbstractButton::setIcon;  // one of the toolkit's icons would not follow the theme
+    using QAbstractButton::setIcon;  // a QIcon would not follow the theme
 
     struct Private;
     const std::unique_ptr<Private> d;

@@ -6,8 +6,8 @@
 #include "framework/export.h"
 #include "ui/ZWidgetTypes.h"
 
-/// A button that is an icon. It never takes the focus by a click, only by Tab. Follows theme and screen by itself.
-/// Main thread.
+/// A button that consists of an icon. Tab gives it the focus, a click does not. It follows theme and screen.
+/// Thread: main thread.
 class ZRHOST_API ZIconButton : public QAbstractButton {
     Q_OBJECT
 
@@ -15,17 +15,19 @@ public:
     explicit ZIconButton(QWidget* parent = nullptr);
     ~ZIconButton() override;
 
-    /// Names of ZResource. A name that is not known shows nothing and is logged.
+    /// Sets the icon, a name of ZResource.
+    /// Failure: an unknown name paints nothing and is logged.
     void setSvgIconName(const QString& name);
-    /// What a checked button shows; empty, or not known: the same.
+    /// Sets the icon of the checked state.
+    /// Failure: an empty or unknown name leaves the icon of `setSvgIconName`.
     void setCheckedSvgIconName(const QString& name);
 
-    /// Fixed, in pixels.
+    /// Sets a fixed size in pixels.
     void setIconButtonSize(const QSize& size);
     void setIconColorStyle(ZIconColorStyle::type style);
-    /// Whether the button lies on a plate under the pointer; it does from the beginning.
+    /// Sets whether a background appears under the pointer. The default is true.
     void setHoverBackground(bool shown);
-    /// Between the icon and each edge, in pixels.
+    /// Sets the distance between the icon and each edge, in pixels.
     void setIconMargins(int margin);
 
     QSize sizeHint() const override;

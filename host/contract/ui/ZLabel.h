@@ -6,12 +6,13 @@
 
 #include "framework/export.h"
 
-/// A short word on a state, in the state's colour, on a plate where that is wanted. Plain text. Main thread.
+/// A short status text in the colour of the status, with an optional background. The text is plain text.
+/// Thread: main thread.
 class ZRHOST_API ZLabel : public QWidget {
     Q_OBJECT
 
 public:
-    /// What the word says.
+    /// The status.
     enum ZrStyle : int {
         kWarning = 0,
         kFailure = 1,
@@ -22,7 +23,7 @@ public:
 
     enum ZrBgStyle : int {
         kBgNone = 0,
-        kBgTinted = 1,  // a breath of the word's colour
+        kBgTinted = 1,  // a light tint of the text's colour
     };
 
     explicit ZLabel(QWidget* parent = nullptr);
@@ -33,7 +34,7 @@ public:
     QString text() const;
     void setZrStyle(ZrStyle style);
     void setZrBgStyle(ZrBgStyle style);
-    /// Between the word and the edges, in pixels.
+    /// Sets the distance between the text and each edge, in pixels.
     void setCustomMargin(const QMargins& margins);
 
     QSize sizeHint() const override;

@@ -5,21 +5,22 @@
 
 #include "framework/export.h"
 
-/// How a load ended.
+/// The result of a load.
 enum ZRImageLoadStatus : int {
     kImageLoadFailed = 2,
     kImageLoadSucceeded = 4,
 };
 
-/// Which corners are round.
+/// The rounded corners.
 enum ZRCornerRadiusType : int {
     kCornersNone = 0,
     kCornersTop = 1,
     kCornersAll = 2,
 };
 
-/// A picture from the web, still or moving, which fills the widget and keeps its proportions; what stands over is
-/// cut on both sides alike. It is fetched, decoded and scaled elsewhere. Presses go on to the parent. Main thread.
+/// Shows an image from a URL, animated or not, scaled to cover the widget, aspect ratio kept, centred. Mouse presses
+/// reach the parent.
+/// Thread: main thread. Other threads fetch, decode and scale the image.
 class ZRHOST_API ZRWebImageWidget : public QWidget {
     Q_OBJECT
 
@@ -27,19 +28,20 @@ public:
     explicit ZRWebImageWidget(QWidget* parent = nullptr);
     ~ZRWebImageWidget() override;
 
-    /// Begins to load, also what is shown already; a load that is under way is forgotten, without a word. What was
-    /// shown stays until then. `standIn` is a name of ZResource for an empty widget; empty: nothing.
+    /// Starts a load, also of the URL that is displayed. It cancels a running load without a signal. The current image
+    /// stays until the new one is ready. `standIn` is a name of ZResource that an empty widget displays; empty for
+    /// none.
     void SetUrl(const QString& url, const QString& standIn);
 
-    /// Whether a picture that moves does so, from the next SetUrl on; it does from the beginning.
+    /// Sets whether an animated image is animated, from the next SetUrl on. The default is true.
     void SetMoving(bool moving);
 
-    /// Radii in pixels, along and across.
+    /// Sets the radii in pixels, horizontal and vertical.
     void SetRoundedCorner(ZRCornerRadiusType type, double xRadius, double yRadius);
 
 Q_SIGNALS:
-    /// Each SetUrl that no other one follows ends, later, in kImageLoadSucceeded or kImageLoadFailed, once. There are
-    /// no other notices. SetUrl may be called inside, and the widget be deleted.
+    /// Emitted once for each SetUrl that no other SetUrl replaced, later, with the result.
+    /// A slot may call SetUrl or delete the widget.
     void ImageLoadStatusSignal(const QString& url, ZRImageLoadStatus status);
 
 protected:

@@ -4,7 +4,7 @@
 
 #include "framework/export.h"
 
-/// Icons and images of the host by name. A name is a constant of the process, and turns into text where one is wanted.
+/// The names of the host's icons and images. A name is a constant that converts to text.
 struct ZRHOST_API ZResource {
     class Name {
     public:
@@ -18,7 +18,7 @@ struct ZRHOST_API ZResource {
 
     ZResource() = delete;
 
-    // Icons are drawn in one colour, which the widget that shows them chooses.
+    // Icons have one colour, which the widget chooses.
     static const Name icon_premium_crown_16;
     static const Name icon_premium_tag_normal;
     static const Name icon_close_16;
@@ -32,7 +32,7 @@ struct ZRHOST_API ZResource {
     static const Name icon_engine_16;
     static const Name icon_engine_36x16_normal;
 
-    // Images have colours of their own, and a form for each theme where they need one.
+    // Images have colours of their own, and a variant for each theme where necessary.
     static const Name img_vip_16_normal;
     static const Name img_engine_m_56x16_normal;
     static const Name img_engine_nbg_54x16_normal;

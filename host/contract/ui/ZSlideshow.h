@@ -5,13 +5,15 @@
 
 #include "framework/export.h"
 
-/// One slide of several, with a dot for each over it, that goes on by itself. Slides are numbered from 0 as they were
-/// added. Main thread.
+/// Displays one of several slides, with one dot for each slide, and can advance by itself. Slides are numbered from 0
+/// in the order in which they were added.
+/// Thread: main thread.
+/// Ownership: slides become children.
 class ZRHOST_API ZSlideshowBase : public QWidget {
     Q_OBJECT
 
 public:
-    /// Width to height, where the ratio is kept.
+    /// The ratio of width to height, if the ratio is kept.
     enum WidthHeightRatio : int {
         kRatio1To1 = 1,
         kRatio2To1 = 2,
@@ -24,32 +26,34 @@ public:
     ZSlideshowBase(QWidget* parent, WidthHeightRatio ratio);
     ~ZSlideshowBase() override;
 
-    /// Whether it goes on by itself, every five seconds, seen or not, once there are two slides and m_bAutomatic
-    /// is set. Off from the beginning.
+    /// Sets whether it advances every five seconds, visible or not. It needs two slides and m_bAutomatic.
+    /// The default is false.
     void setAutoSwitch(bool on);
 
-    /// Whether slides keep the ratio and leave a rim; they fill the widget otherwise. On from the beginning.
+    /// Sets whether slides keep the ratio and leave a margin; otherwise they fill the widget. The default is true.
     void setKeepRatio(bool keep);
     bool keepRatio() const;
 
     int count() const;
-    /// -1 without slides.
+    /// Returns the index of the displayed slide, or -1 without slides.
     int currentIndex() const;
-    /// A number that no slide has changes nothing.
+    /// Displays a slide.
+    /// Failure: an index without a slide changes nothing.
     void setCurrentIndex(int index);
 
-    /// Whether it may do anything by itself; to be set before setAutoSwitch.
+    /// Enables automatic behaviour. Set it before setAutoSwitch.
     bool m_bAutomatic = false;
 
 Q_SIGNALS:
-    /// Another slide is shown; the first one comes with -1 as the old, inside the call that adds it.
+    /// Emitted when another slide is displayed. For the first slide `oldIndex` is -1, inside the call that adds it.
     void currentChanged(int newIndex, int oldIndex);
 
 protected:
-    /// Adds a slide, which becomes a child.
+    /// Adds a slide.
+    /// Ownership: it becomes a child.
     void AddSlide(QWidget* slide);
 
-    /// A slide that has nothing to show has no dots over it either. None is bare from the beginning.
+    /// Sets whether a slide is bare, that is without an image. A bare slide has no dots. The default is false.
     void SetBare(int index, bool bare);
 
     void resizeEvent(QResizeEvent* event) override;
@@ -60,12 +64,12 @@ private:
     const std::unique_ptr<Private> d;
 };
 
-/// A slideshow of pictures from the web. The dots come with the first slide that has its picture, or a stand-in.
+/// A slideshow of images from URLs. The dots appear with the first slide that has an image or a stand-in.
 class ZRHOST_API ZSlideshow : public ZSlideshowBase {
     Q_OBJECT
 
 public:
-    /// What is done with a picture that moves.
+    /// The treatment of animated images.
     enum ImageMode : int {
         kStill = 0,
         kMoving = 2,
@@ -74,13 +78,13 @@ public:
     ZSlideshow(QWidget* parent, WidthHeightRatio ratio);
     ~ZSlideshow() override;
 
-    /// Adds a slide and begins to load its picture. `standIn` as for ZRWebImageWidget.
-    /// `mode` is an ImageMode; any other value is as kStill.
+    /// Adds a slide and starts to load its image, with up to three attempts. `standIn` is as for ZRWebImageWidget.
+    /// `mode` is an ImageMode; any other value is treated as kStill.
     void addWebImageOrGif(const QString& url, const QString& standIn, int mode);
 
 Q_SIGNALS:
-    /// The picture of the slide with that index is in, at the attempt with that number, from 1.
+    /// Emitted when the image of a slide is loaded. `loadCount` is the number of the attempt, from 1.
     void webImageLoadSucess(const QString& url, int index, int loadCount);
-    /// All attempts, of which there are three, have failed.
+    /// Emitted when the third attempt failed.
     void webImageLoadFinalFailed(const QString& url, int index, int failedCount);
 };

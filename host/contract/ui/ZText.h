@@ -5,12 +5,13 @@
 
 #include "framework/export.h"
 
-/// A text in the theme's colours: one line, or wrapped. Plain, whatever it contains. Main thread.
+/// A text in the theme's colours, on one line or wrapped. The text is always plain text.
+/// Thread: main thread.
 class ZRHOST_API ZText : public QWidget {
     Q_OBJECT
 
 public:
-    /// Size and colour, as a theme knows them.
+    /// The role that selects size and colour in the theme.
     enum ZrStyle : int {
         kBody = 0,
         kTitle = 1,
@@ -26,9 +27,9 @@ public:
     QString text() const;
     void setZrStyle(ZrStyle style);
 
-    /// Whether a line that has no room ends in dots; it is cut otherwise. Wrapped text never ends in dots.
+    /// Sets whether a line that is too long ends in dots; otherwise it is cut. Wrapped text never ends in dots.
     void setDottable(bool dottable);
-    /// Whether the text ends in dots at its present size.
+    /// Returns whether the text ends in dots at its current size.
     bool isDotted() const;
 
     void setWordWrap(bool wrap);

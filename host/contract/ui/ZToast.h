@@ -5,9 +5,10 @@
 
 #include "framework/export.h"
 
-/// A word that lies over its parent for a moment, goes by itself, and deletes itself then: it is made with new, and
-/// watched by a QPointer or not at all. One that shows nothing stays until its parent goes. It takes neither presses
-/// nor the focus. Main thread.
+/// A short message over its parent, which disappears after a time. It takes neither mouse presses nor the focus.
+/// Thread: main thread.
+/// Ownership: a toast is created with new and deletes itself when it disappears; hold it by QPointer only. A toast that
+/// was never shown lives until its parent is deleted.
 class ZRHOST_API ZToast : public QWidget {
     Q_OBJECT
 
@@ -21,15 +22,16 @@ public:
 
     struct ToastInfo {
         ZrStyle style = kSuccess;
-        QString text;           // plain; it is wrapped where it is long
-        int durationMs = 3000;  // below 1: one millisecond
+        QString text;           // plain text; wrapped if it is long
+        int durationMs = 3000;  // values below 1 are treated as 1
     };
 
-    /// Nothing is seen before showToast. Without a parent nothing ever is.
+    /// The toast is invisible before showToast.
+    /// Failure: without a parent it never becomes visible.
     explicit ZToast(QWidget* parent);
     ~ZToast() override;
 
-    /// Again: the new word stands in place of the old one, for its whole time.
+    /// Displays a message. A second call replaces the message and restarts the time.
     void showToast(const ToastInfo& info);
 
     bool eventFilter(QObject* watched, QEvent* event) override;

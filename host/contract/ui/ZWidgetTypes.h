@@ -1,18 +1,18 @@
 #pragma once
 
-/// How an icon takes its colour from the theme.
+/// The role that selects an icon's colour in the theme.
 namespace ZIconColorStyle {
 enum type : int {
-    normal = 0,     // as text of minor weight
-    heading = 1,    // as a title
-    accent = 2,     // as what can be done
-    onAccent = 3,   // on a filled button
-    warning = 4,    // as what went wrong
-    onPicture = 5,  // light on a dark disc, for what lies over a picture
+    normal = 0,     // secondary text
+    heading = 1,    // title
+    accent = 2,     // action
+    onAccent = 3,   // text of a filled button
+    warning = 4,    // failure
+    onPicture = 5,  // light on a dark disc, for icons over a picture
 };
 }  // namespace ZIconColorStyle
 
-/// What a widget is in when it paints.
+/// The state in which a widget is painted.
 namespace ZWidgetState {
 enum type : int {
     normal = 0,

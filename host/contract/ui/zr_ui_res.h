@@ -10,24 +10,30 @@
 
 namespace zr_ui_res {
 
-/// Colours and drawings by name, as the theme of the moment has them. Main thread.
+/// Colours and images of the current theme, by name.
+/// Thread: main thread.
+/// Ownership: results are shared and stay valid after a change of the theme.
 class ZRHOST_API Provider {
 public:
-    /// Never null, also after the host has ended.
+    /// Returns the provider.
+    /// Failure: never null, also after the end of the host.
     static Provider* instance();
 
-    /// Null, and a line in the log, for a name that is not known.
+    /// Sets `color` to the colour with that name.
+    /// Failure: null and a log line for an unknown name.
     void get(std::shared_ptr<const QColor>& color, const QString& name);
 
-    /// `name` is one of ZResource's. In the drawing's own size, sharp on a screen of that ratio; an icon comes in
-    /// the theme's colour of text. Null, and a line in the log, for a name that is not known.
+    /// Sets `pixmap` to the image with that name of ZResource, in its own size and rendered for that pixel ratio. An
+    /// icon gets the theme's text colour.
+    /// Failure: null and a log line for an unknown name.
     void get(std::shared_ptr<const QPixmap>& pixmap, const QString& name, double devicePixelRatio);
 
 private:
     Provider() = default;
 };
 
-/// A colour or a drawing that is kept by its name and looked up at each use, so that it follows the theme.
+/// A colour or an image that is stored by name and resolved at each use, so that it follows the theme.
+/// Thread: main thread.
 template <class T>
 class TResource {
     static_assert(std::is_same<T, QColor>::value || std::is_same<T, QPixmap>::value, "a colour or a drawing");
@@ -38,7 +44,8 @@ public:
 
     const QString& name() const { return m_name; }
 
-    /// What the theme of the moment has under the name; default-made where it has nothing, or there is no name.
+    /// Returns the value in the current theme.
+    /// Failure: a default-constructed value for an empty or unknown name.
     T value(double devicePixelRatio = 1.0) const {
         std::shared_ptr<const T> found;
         if (!m_name.isEmpty()) {

@@ -10,13 +10,14 @@ class ThemeControl;
 
 namespace zr_ui_theme {
 
-/// Which theme the client wears, and the news of its change. It lives as long as the process, so that a widget
-/// may listen to it at any time. Main thread.
+/// The current theme, and notification of its change. The object exists until the process ends, so widgets may stay
+/// connected to it.
+/// Thread: main thread.
 class ZRHOST_API Manager : public QObject {
     Q_OBJECT
 
 public:
-    /// The numbers are what others know a theme by.
+    /// The numbers are part of the contract: the server and reports use them.
     enum Theme : int {
         kThemeLight = 1,
         kThemeDarkBlue = 2,
@@ -24,16 +25,17 @@ public:
     };
     Q_ENUM(Theme)
 
-    /// The manager, made at the first call. Never null, also after the host has ended.
+    /// Returns the manager, which the first call creates.
+    /// Failure: never null, also after the end of the host.
     static Manager* instance();
 
-    /// The manager, or null if nobody has asked for it yet or the host has ended.
+    /// Returns the manager, or null before the first call of `instance` and after the end of the host.
     static Manager* instancePtr();
 
     Theme getTheme() const { return m_enTheme; }
 
 Q_SIGNALS:
-    /// The theme is another one now; getTheme gives it already. Message core::kMsgThemeChanged follows.
+    /// The theme changed; getTheme returns the new one. Message core::kMsgThemeChanged follows.
     void themeChanged(zr_ui_theme::Manager::Theme theme);
 
 private:

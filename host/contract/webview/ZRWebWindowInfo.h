@@ -8,8 +8,8 @@
 namespace core {
 namespace webview {
 
-/// How a web window is to look, by way of the extra argument of core::urlhandler::DispatchUrl. As it comes, the
-/// host chooses everything. A wish: a host that opens links in the system's browser has no window to shape.
+/// The requested appearance of a web window, passed as `extra` of core::urlhandler::DispatchUrl. With default values
+/// the host chooses. A host that opens links in the system's browser ignores it.
 struct ZRWebWindowInfo {
     QPointer<QWidget> parent;  // null: the main window
     QSize size;                // pixels; invalid: the host's

@@ -13,34 +13,36 @@ enum HttpMethod : int {
     kHttpPost = 1,
 };
 
-/// Selects a queue of requests; there is one.
+/// Identifies a queue of requests. There is exactly one.
 enum HttpWorkPool : int {
     kHttpWorkPoolDefault = 0,
 };
 
+/// A request. Redirects are followed only within the same origin.
 struct HttpReqInfo {
     HttpMethod m_enMethod = kHttpGet;
     std::string m_strUrl;
-    std::string m_strBody;  // of a POST; it is sent as JSON
+    std::string m_strBody;  // of a POST; sent as JSON
     std::map<std::string, std::vector<std::string>> m_mapHeader;
-    std::map<std::string, std::vector<std::string>> m_mapQuery;  // appended to the URL, percent-encoded
+    std::map<std::string, std::vector<std::string>> m_mapQuery;  // percent-encoded and appended to the URL
     int m_nTimeoutSeconds = 10;                                  // for the whole exchange
 };
 
-/// How an exchange that never became an answer ended.
+/// The result of an exchange. Every value except kHttpOk means that no complete answer was received.
 enum HttpResult : int {
-    kHttpOk = 0,  // an answer came, whatever its status
+    kHttpOk = 0,  // an answer was received, with any status
     kHttpBadRequest = 1,
     kHttpNoConnection = 2,
     kHttpTimedOut = 3,
     kHttpTooLarge = 4,
     kHttpCut = 5,
-    kHttpRedirected = 6,  // to another host, which is not followed
+    kHttpRedirected = 6,  // to another origin; it was not followed
 };
 
+/// An answer, or the reason why there is none.
 struct HttpRspInfo {
     int m_nResult = kHttpOk;
-    int m_nHttpStatusCode = 0;  // 0 where no answer came
+    int m_nHttpStatusCode = 0;  // 0 without an answer
     std::string m_strBody;      // at most 8 MiB; empty with a result other than kHttpOk
 };
 
@@ -48,12 +50,18 @@ namespace core {
 namespace network {
 namespace http {
 
+/// Receives the result. Runs on the main thread. `response` is valid only during the call.
 using Callback = std::function<void(unsigned long taskId, const HttpRspInfo& response)>;
+/// Receives the progress in bytes. `total` is 0 or below if it is unknown.
 using Progress = std::function<void(double done, double total)>;
 
-/// Starts an exchange and gives its task id, never 0. The callback runs once, on the main thread, never inside
-/// this call, and not at all once `guard` is gone. 0 where nothing was started (no service, a null guard); then
-/// nothing is called. Main thread. `upload` and `download` count bytes and may be empty.
+/// Starts an exchange on a connection of its own.
+/// Returns its task id, never 0.
+/// The callback runs exactly once, later, never inside this call.
+/// Thread: main thread.
+/// Ownership: nothing runs after the end of `guard`. `upload` and `download` may be empty.
+/// Failure: without a service, or with a null `guard`, it returns 0 and calls nothing. All other failures are
+/// results.
 ZRHOST_API unsigned long StartRequest(const HttpReqInfo& request, Callback callback, QObject* guard, HttpWorkPool pool,
                                       Progress upload, Progress download);
 
