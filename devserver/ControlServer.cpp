@@ -6,7 +6,7 @@ namespace devserver {
 
 CControlServer::CControlServer(std::string token, Handler handler)
     : m_server(
-          "control",
+          "control", kMaxBodyBytes,
           [expected = "Bearer " + token](const WebRequest& request) -> std::optional<WebAnswer> {
               if (SameToken(request.Header("authorization").value_or(""), expected)) {
                   return std::nullopt;

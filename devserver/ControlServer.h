@@ -14,7 +14,7 @@ class CControlServer {
 public:
     using Handler = std::function<ControlAnswer(const ControlRequest&)>;
 
-    static constexpr size_t kMaxBodyBytes = CWebServer::kMaxBodyBytes;
+    static constexpr size_t kMaxBodyBytes = 8 * 1024 * 1024;
 
     CControlServer(std::string token, Handler handler);
 

@@ -11,7 +11,7 @@ CDevServer::CDevServer(CScenario scenario, std::string token)
       m_api(m_state, m_channel),
       m_ads(m_state, m_channel),
       m_control(m_strToken, [this](const ControlRequest& request) { return m_api.Handle(request); }),
-      m_http("http", nullptr, [this](const WebRequest& request) { return m_ads.Handle(request); }) {}
+      m_http("http", kMaxHttpBodyBytes, nullptr, [this](const WebRequest& request) { return m_ads.Handle(request); }) {}
 
 bool CDevServer::Listen(const Ports& ports, std::string& error) {
     // The state's port is told to whoever asks, and so it is there before anybody can.

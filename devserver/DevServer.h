@@ -21,6 +21,9 @@ struct Ports {
 /// The whole server: the state, and the three ways to it. Main thread.
 class CDevServer {
 public:
+    /// Of a request to the ad server and the report sink. The largest event that a client sends has 25 MiB.
+    static constexpr size_t kMaxHttpBodyBytes = 32 * 1024 * 1024;
+
     CDevServer(CScenario scenario, std::string token);
 
     /// False, with the reason in `error`, if one of the ports is not to be had.

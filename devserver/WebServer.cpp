@@ -106,8 +106,9 @@ WebAnswer CWebServer::Refusal(int status, const std::string& reason) {
     return answer;
 }
 
-CWebServer::CWebServer(std::string name, Gate gate, Handler handler)
+CWebServer::CWebServer(std::string name, size_t maxBodyBytes, Gate gate, Handler handler)
     : m_strName(std::move(name)),
+      m_nMaxBodyBytes(maxBodyBytes),
       m_fnGate(std::move(gate)),
       m_fnHandler(std::move(handler)),
       m_pServer(std::make_unique<httplib::Server>()) {
@@ -119,7 +120,7 @@ CWebServer::CWebServer(std::string name, Gate gate, Handler handler)
     server.set_write_timeout(kClientSeconds);
     server.set_tcp_nodelay(true);
     // What is announced too long is read and thrown away, so that the client comes to read the refusal.
-    server.set_payload_max_length(kMaxBodyBytes);
+    server.set_payload_max_length(m_nMaxBodyBytes);
     server.new_task_queue = [] { return new CConnections; };
     // The library's own options would let two servers share a port.
     server.set_socket_options([this](socket_t socket) {
@@ -218,10 +219,10 @@ WebAnswer CWebServer::Answer(const httplib::Request& request, const httplib::Con
         }
         const bool complete = (*content)([&](const char* data, size_t length) {
             wanted.body.append(data, length);
-            return wanted.body.size() <= kMaxBodyBytes;
+            return wanted.body.size() <= m_nMaxBodyBytes;
         });
         if (!complete) {
-            return Refusal(413, fmt::format(FMT_STRING("body: incomplete, or over {} bytes"), kMaxBodyBytes));
+            return Refusal(413, fmt::format(FMT_STRING("body: incomplete, or over {} bytes"), m_nMaxBodyBytes));
         }
     }
     if (IsFromForeignPage(request)) {

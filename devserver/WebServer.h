@@ -61,10 +61,8 @@ public:
     /// A refusal, or nothing. Runs on any thread, before the handler.
     using Gate = std::function<std::optional<WebAnswer>(const WebRequest&)>;
 
-    static constexpr size_t kMaxBodyBytes = 8 * 1024 * 1024;
-
-    /// `name` stands in log lines and errors.
-    CWebServer(std::string name, Gate gate, Handler handler);
+    /// `name` stands in log lines and errors. A larger body is answered by 413.
+    CWebServer(std::string name, size_t maxBodyBytes, Gate gate, Handler handler);
     ~CWebServer() override;
 
     /// 0 takes any free port. False, with the reason in `error`, if the port is not to be had.
@@ -85,6 +83,7 @@ private:
     bool Wait(std::chrono::milliseconds time);
 
     const std::string m_strName;
+    const size_t m_nMaxBodyBytes;
     const Gate m_fnGate;
     const Handler m_fnHandler;
     std::unique_ptr<httplib::Server> m_pServer;

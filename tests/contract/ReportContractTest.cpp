@@ -48,6 +48,21 @@ TEST_F(ReportContractTest, EventsKeepTheirOrder) {
     }
 }
 
+TEST_F(ReportContractTest, AnEventWithTheBodyOfTheLargestAnswerReachesTheServerUnchanged) {
+    Json::Value params;
+    std::string body;
+    while (body.size() < 8u << 20) {
+        body += "{\"广告\":1}";
+    }
+    params["error_content"] = body;
+
+    EXPECT_TRUE(Report("SingleAdvertisementPullDataResult", 2, params, 0));
+
+    const auto events = m_set->WaitForEvents(1);
+    ASSERT_THAT(events, SizeIs(1));
+    EXPECT_TRUE(events[0].params == params);
+}
+
 TEST_F(ReportContractTest, AMeasurementReportsUnderItsEventsName) {
     const auto timer = ReportTimerStart("ExposeAd");
     ASSERT_TRUE(timer);

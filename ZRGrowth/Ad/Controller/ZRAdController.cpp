@@ -42,6 +42,7 @@ CZRAdController::CZRAdController(QObject* parent)
 }
 
 CZRAdController::~CZRAdController() {
+    // The list has no parent, so nothing else would destroy it.
     delete m_adModelList;
 }
 

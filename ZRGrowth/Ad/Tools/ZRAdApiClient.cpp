@@ -54,8 +54,9 @@ std::optional<int> CodeOf(const Json::Value& answer) {
     return code.isConvertibleTo(Json::intValue) ? std::optional<int>(code.asInt()) : std::nullopt;
 }
 
-QString Filled(const char* words, const QString& value) {
-    return QString::fromLatin1(words) + value;
+// Converted after filling: a body that is converted alone loses the byte-order mark at its head.
+QString Filled(const char* words, const std::string& value) {
+    return QString::fromStdString(words + value);
 }
 
 QString ExchangeFailure(const HttpRspInfo& response) {
@@ -121,8 +122,8 @@ void CZRAdApiClient::OnRequestAdCallback(qulonglong taskId, HttpRspInfo const& s
     if (!ParseJson(stRspInfo.m_strBody, value)) {
         LogError("Request ad failed, path = {}, body parse failed, adType = {}, adPosition = {}, requestId = {}", path,
                  int(adType), adPosition, requestId.toStdString());
-        Q_EMIT RequestAdFailed(kResultCodeExchangeFailed,
-                               Filled("body parse failed, body = ", QString::fromStdString(stRspInfo.m_strBody)), time);
+        Q_EMIT RequestAdFailed(kResultCodeExchangeFailed, Filled("body parse failed, body = ", stRspInfo.m_strBody),
+                               time);
         return;
     }
     // The objects of the answer, their parents and who takes them live on the main thread.
@@ -141,9 +142,8 @@ void CZRAdApiClient::TakeAdAnswer(HttpRspInfo const& stRspInfo, Json::Value cons
         LogError(
             "Request ad failed, path = {}, response model decode failed, adType = {}, adPosition = {}, requestId = {}",
             path, int(adType), adPosition, requestId.toStdString());
-        Q_EMIT RequestAdFailed(
-            kResultCodeExchangeFailed,
-            Filled("response model decode failed, body = ", QString::fromStdString(stRspInfo.m_strBody)), time);
+        Q_EMIT RequestAdFailed(kResultCodeExchangeFailed,
+                               Filled("response model decode failed, body = ", stRspInfo.m_strBody), time);
         return;
     }
     if (response->GetCode() != 0) {
@@ -153,7 +153,7 @@ void CZRAdApiClient::TakeAdAnswer(HttpRspInfo const& stRspInfo, Json::Value cons
                  path, response->GetCode(), response->GetMessage().toStdString(), int(adType), adPosition,
                  requestId.toStdString());
         Q_EMIT RequestAdFailed(kResultCodeServerRefused,
-                               Filled("response code is ", QString::number(response->GetCode())), time);
+                               Filled("response code is ", std::to_string(response->GetCode())), time);
         return;
     }
     LogInfo("Request ad succeed, path = {}, adType = {}, adPosition = {}, requestId = {}", path, int(adType),
@@ -220,15 +220,14 @@ void CZRAdApiClient::OnExposeAdCallback(qulonglong /*taskId*/, HttpRspInfo const
             "adPosition = {}, adId = {}, exposeId = {}",
             path, stRspInfo.m_nResult, stRspInfo.m_nHttpStatusCode, int(adType), adPosition, adIdListStr.toStdString(),
             exposeId.toStdString());
-        Q_EMIT ExposeAdFailed(kResultCodeExchangeFailed,
-                              Filled("body parse failed, body = ", QString::fromStdString(stRspInfo.m_strBody)),
+        Q_EMIT ExposeAdFailed(kResultCodeExchangeFailed, Filled("body parse failed, body = ", stRspInfo.m_strBody),
                               adIdList);
         return;
     }
     if (*code != 0) {
         LogError("Expose ad failed, path = {}, code = {}, adType = {}, adPosition = {}, adId = {}, exposeId = {}", path,
                  *code, int(adType), adPosition, adIdListStr.toStdString(), exposeId.toStdString());
-        Q_EMIT ExposeAdFailed(kResultCodeServerRefused, Filled("response code is ", QString::number(*code)), adIdList);
+        Q_EMIT ExposeAdFailed(kResultCodeServerRefused, Filled("response code is ", std::to_string(*code)), adIdList);
         return;
     }
     LogInfo("Expose ad succeed, path = {}, adType = {}, adPosition = {}, adId = {}, exposeId = {}", path, int(adType),

@@ -99,11 +99,9 @@ void CZRAdReporter::ReportExposeAdEnd(QString const& requestId, QString const& a
     const bool taken = core::report::ReportTimerEnd(*timer, kCodeExposeAd, params, kBroker, 0);
     LogInfo("Report ExposeAd end {}, exposeId = {}, requestId = {}, adId = {},", Outcome(taken), exposeId.toStdString(),
             requestId.toStdString(), adId.toStdString());
-    // A copy, since the name may be a reference to one of the keys.
-    const QString ended = adId;  // NOLINT(performance-unnecessary-copy-initialization)
-    m_exposeStartTime.remove(ended);
-    m_exposeId.remove(ended);
-    m_exposeAdEvent.remove(ended);
+    m_exposeStartTime.remove(adId);
+    m_exposeId.remove(adId);
+    m_exposeAdEvent.remove(adId);
 }
 
 void CZRAdReporter::ReportClickAd(QString const& requestId, ZRAdActionType actionType, QString const& adId,

@@ -16,6 +16,9 @@ namespace {
 
 constexpr host::HostLog kLog("Report");
 
+// The slowest line that a large event is given time for.
+constexpr size_t kLeastBytesPerSecond = 256 << 10;
+
 constexpr char kPath[] = "/report/events";
 constexpr char kBegin[] = "{\"events\":[";
 constexpr char kEnd[] = "]}";
@@ -50,7 +53,7 @@ std::optional<std::set<std::string>> AcceptedIn(const HttpRspInfo& response, std
 }  // namespace
 
 // What stands around the events and a comma for each of them is left free.
-size_t SenderOptions::MostEventBytes() const {
+size_t SenderOptions::MostBytesOfEvents() const {
     const size_t around = sizeof(kBegin) + sizeof(kEnd) + mostEvents;
     return mostBytes > around ? mostBytes - around : 0;
 }
@@ -96,7 +99,7 @@ void CReportSender::Send() {
         return;
     }
     bool failed = false;
-    m_batch = m_outbox.Read(m_nAfter, m_nMost, m_options.MostEventBytes(), &failed);
+    m_batch = m_outbox.Read(m_nAfter, m_nMost, m_options.MostBytesOfEvents(), &failed);
     if (m_batch.empty() && failed) {
         Fail("the outbox can't be read");
         return;
@@ -114,6 +117,7 @@ void CReportSender::Send() {
     request.m_enMethod = kHttpPost;
     request.m_strUrl = server + kPath;
     request.m_strBody = Body();
+    request.m_nTimeoutSeconds += int(request.m_strBody.size() / kLeastBytesPerSecond);
     const unsigned long task = m_http.Start(
         request, [this](unsigned long, const HttpRspInfo& response) { OnAnswer(response); }, this, kHttpWorkPoolDefault,
         nullptr, nullptr);

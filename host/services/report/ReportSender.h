@@ -15,12 +15,12 @@ class IRandom;
 
 struct SenderOptions {
     size_t mostEvents = 100;
-    size_t mostBytes = 256 << 10;  // of a batch's events and what stands between them
+    size_t mostBytes = 256 << 10;  // of a batch; a larger event is alone in its batch
     std::chrono::milliseconds firstRetry{500};
     std::chrono::milliseconds lastRetry{60'000};
 
-    /// What the events of a batch may have together, and so each of them.
-    size_t MostEventBytes() const;
+    /// Of the events of a batch together.
+    size_t MostBytesOfEvents() const;
 };
 
 /// Carries the outbox to the server, a batch at a time, the oldest events first. What the server says it has is

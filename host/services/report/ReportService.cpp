@@ -5,6 +5,7 @@
 #include "core/IServerClock.h"
 #include "core/MainThreadPoster.h"
 #include "framework/HostLog.h"
+#include "report/ReportText.h"
 
 namespace {
 
@@ -57,11 +58,11 @@ bool CReportService::Take(const std::string& name, const ReportEvent& event, std
     bool taken = false;
     host::RunGuarded(kLog, "Reporting", [&] {
         const std::string id = NewId();
-        const auto text = m_text.Of({id, name, event.code, event.params, event.broker, m_nUser, m_strDevice,
-                                     m_clock.ServerTimeMillis(), durationMs});
+        const auto text = ReportText({id, name, event.code, event.params, event.broker, m_nUser, m_strDevice,
+                                      m_clock.ServerTimeMillis(), durationMs});
         if (!text) {
             kLog.Error(FMT_STRING("The event {} holds what can't be written as JSON"), name);
-        } else if (text->size() > m_options.sender.MostEventBytes()) {
+        } else if (text->size() > m_options.mostEventBytes) {
             kLog.Error(FMT_STRING("The event {} is too large to be reported: {} bytes"), name, text->size());
         } else {
             taken = m_outbox.Add(id, *text);

@@ -8,7 +8,6 @@
 #include "report/Measurements.h"
 #include "report/Outbox.h"
 #include "report/ReportSender.h"
-#include "report/ReportText.h"
 
 class IPoster;
 class IServerClock;
@@ -16,6 +15,9 @@ class IServerClock;
 struct ReportOptions {
     OutboxOptions outbox;
     SenderOptions sender;
+    /// Of one event as JSON. The largest answer over HTTP fits: 8 MiB, each byte of which may become U+FFFD, three
+    /// bytes long.
+    size_t mostEventBytes = 25 << 20;
     /// Events of so long go together.
     std::chrono::milliseconds gather{200};
     /// Empty: the machine's steady clock.
@@ -63,7 +65,6 @@ private:
     std::atomic<uint64_t> m_nUser{0};
     std::atomic<bool> m_bWakePosted{false};
     CMeasurements m_measurements;
-    CReportText m_text;
     COutbox m_outbox;
     CReportSender m_sender;
 };

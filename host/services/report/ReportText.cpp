@@ -1,12 +1,10 @@
 #include "report/ReportText.h"
 
-#include <fmt/format.h>
 #include <json/writer.h>
 
 #include <QTextCodec>
 #include <algorithm>
 #include <cmath>
-#include <sstream>
 
 namespace {
 
@@ -15,13 +13,20 @@ constexpr int kMostDepth = 60;
 
 constexpr int kUtf8Mib = 106;
 
-bool IsUtf8(const std::string& text) {
+/// The text with U+FFFD in place of what is not UTF-8; nothing where all of it is.
+std::optional<std::string> Repaired(const std::string& text) {
     if (std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; })) {
-        return true;
+        return std::nullopt;
     }
     QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
-    QTextCodec::codecForMib(kUtf8Mib)->toUnicode(text.data(), int(text.size()), &state);
-    return state.invalidChars == 0 && state.remainingChars == 0;
+    QString read = QTextCodec::codecForMib(kUtf8Mib)->toUnicode(text.data(), int(text.size()), &state);
+    if (state.invalidChars == 0 && state.remainingChars == 0) {
+        return std::nullopt;
+    }
+    if (state.remainingChars != 0) {
+        read += QChar(QChar::ReplacementCharacter);
+    }
+    return read.toStdString();
 }
 
 bool IsSayable(const Json::Value& value, int depth = 0) {
@@ -36,46 +41,51 @@ bool IsSayable(const Json::Value& value, int depth = 0) {
     }
     for (auto element = value.begin(); element != value.end(); ++element) {
         // Two keys that are no text would become one key, and no reader takes that.
-        if ((value.isObject() && !IsUtf8(element.name())) || !IsSayable(*element, depth + 1)) {
+        if ((value.isObject() && Repaired(element.name())) || !IsSayable(*element, depth + 1)) {
             return false;
         }
     }
     return true;
 }
 
-std::unique_ptr<Json::StreamWriter> OneLineWriter() {
+// The writer copies the bytes of strings without a check.
+void RepairStrings(Json::Value& value) {
+    if (value.isString()) {
+        if (const auto repaired = Repaired(value.asString())) {
+            value = *repaired;
+        }
+    } else if (value.isArray() || value.isObject()) {
+        std::for_each(value.begin(), value.end(), RepairStrings);
+    }
+}
+
+Json::StreamWriterBuilder OneLineOfUtf8() {
     Json::StreamWriterBuilder builder;
     builder["indentation"] = "";
     builder["commentStyle"] = "None";
-    return std::unique_ptr<Json::StreamWriter>(builder.newStreamWriter());
+    builder["emitUTF8"] = true;
+    return builder;
 }
 
 }  // namespace
 
-CReportText::CReportText() : m_pWriter(OneLineWriter()) {}
-
-CReportText::~CReportText() = default;
-
-std::string CReportText::OneLine(const Json::Value& value) {
-    std::ostringstream text;
-    m_pWriter->write(value, &text);
-    return text.str();
-}
-
-std::optional<std::string> CReportText::Of(const ReportedEventData& event) {
+std::optional<std::string> ReportText(const ReportedEventData& event) {
     if (!IsSayable(event.params)) {
         return std::nullopt;
     }
-    std::string text;
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        text = fmt::format(FMT_STRING(R"({{"id":"{}","name":{},"code":{},"params":{},"broker":{},"user":{},)"
-                                      R"("device":{},"atMs":{})"),
-                           event.id, OneLine(event.name), event.code, OneLine(event.params), event.broker, event.user,
-                           OneLine(event.device), event.atMs);
-    }
+    Json::Value json;
+    json["id"] = event.id;
+    json["name"] = event.name;
+    json["code"] = event.code;
+    json["params"] = event.params;
+    json["broker"] = event.broker;
+    json["user"] = Json::UInt64(event.user);
+    json["device"] = event.device;
+    json["atMs"] = Json::Int64(event.atMs);
     if (event.durationMs) {
-        text += fmt::format(FMT_STRING(R"(,"durationMs":{})"), *event.durationMs);
+        json["durationMs"] = Json::Int64(*event.durationMs);
     }
-    return text + '}';
+    RepairStrings(json);
+    static const Json::StreamWriterBuilder builder = OneLineOfUtf8();
+    return Json::writeString(builder, json);
 }

@@ -3,14 +3,8 @@
 #include <json/value.h>
 
 #include <cstdint>
-#include <memory>
-#include <mutex>
 #include <optional>
 #include <string>
-
-namespace Json {
-class StreamWriter;
-}
 
 /// An event as the server gets it.
 struct ReportedEventData {
@@ -25,19 +19,8 @@ struct ReportedEventData {
     std::optional<int64_t> durationMs;  // of a measurement
 };
 
-/// Writes events as JSON in one line, which each reader of ours takes again. Any thread.
-class CReportText {
-public:
-    CReportText();
-    ~CReportText();
-
-    /// Nothing for what JSON can't say or no reader takes: numbers without an end, values nested without measure,
-    /// keys that are no text. What is no text in another string becomes the character that stands for that.
-    std::optional<std::string> Of(const ReportedEventData& event);
-
-private:
-    std::string OneLine(const Json::Value& value);
-
-    std::mutex m_mutex;
-    const std::unique_ptr<Json::StreamWriter> m_pWriter;
-};
+/// An event as one line of JSON in UTF-8. Any thread.
+///
+/// Nothing for infinite numbers and NaN, values nested more than 60 deep, and keys that are not UTF-8. Bytes of
+/// other strings that are not UTF-8 become U+FFFD.
+std::optional<std::string> ReportText(const ReportedEventData& event);

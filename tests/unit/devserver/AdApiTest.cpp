@@ -155,6 +155,34 @@ TEST_F(AdApiTest, RequestsAreKeptAsTheyCame) {
     EXPECT_EQ(Http("GET", "/v1/http?after=x").status, 400);
 }
 
+TEST_F(AdApiTest, AnEventOfTheLargestSizeIsCountedAsItCame) {
+    constexpr size_t kMaxEventBytes = 25 << 20;  // of a client's outbox
+    const std::string around = Report("a");
+    std::string text;
+    while (around.size() + text.size() + 3 < kMaxEventBytes) {
+        text += "广";
+    }
+    std::string batch = around;
+    const std::string params = R"("params":{)";
+    batch.insert(batch.find(params) + params.size(), R"("t":")" + text + '"');
+
+    EXPECT_EQ(Web("POST", QStringLiteral("/report/events"), batch).body, R"({"accepted":["a"]})");
+
+    const Json::Value told = Http("GET", "/v1/reports").body;
+    EXPECT_EQ(told["counted"].asInt(), 1);
+    ASSERT_EQ(told["reports"].size(), 1u);
+    EXPECT_TRUE(told["reports"][0]["params"]["t"] == text);
+}
+
+TEST_F(AdApiTest, ALargerRequestThan32MiBIsRefused) {
+    const std::string large(devserver::CDevServer::kMaxHttpBodyBytes + 1, ' ');
+
+    const WebReply reply = Web("POST", QStringLiteral("/report/events"), large);
+
+    EXPECT_EQ(reply.status, 413);
+    EXPECT_EQ(reply.body, R"({"error":"body: incomplete, or over 33554432 bytes"})");
+}
+
 TEST_F(AdApiTest, ReportsAreCountedOnceAndForgotten) {
     EXPECT_EQ(Web("POST", QStringLiteral("/report/events"), Report("a")).body, R"({"accepted":["a"]})");
     EXPECT_EQ(Web("POST", QStringLiteral("/report/events"), Report("a")).body, R"({"accepted":["a"]})");

@@ -22,6 +22,7 @@ public:
     }
 
     using CZRAdController::CheckAdIsValid;
+    using CZRAdController::disconnectNotify;
     using CZRAdController::GetAdLastShowTimeStampKey;
     using CZRAdController::GetAdRequestId;
     using CZRAdController::GetAllAdIdFromDataModel;

@@ -97,6 +97,15 @@ TEST_F(ReportSenderTest, ABatchStaysWithinItsBytes) {
     EXPECT_LE(http.Started().back().request.m_strBody.size(), 256u << 10);
 }
 
+TEST_F(ReportSenderTest, ALargeEventHasASecondMoreForEach256KiB) {
+    Fill(1, 1, 24 << 20);
+
+    sender.Wake();
+
+    ASSERT_EQ(Batches(), 1);
+    EXPECT_EQ(http.Started()[0].request.m_nTimeoutSeconds, 10 + 96);
+}
+
 TEST_F(ReportSenderTest, OneBatchIsUnderWayAtATime) {
     Fill(1, 1);
     sender.Wake();

@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "framework/JsonText.h"
+#include "http/HttpExchange.h"
 #include "support/ScriptedHostTest.h"
 
 using namespace ::testing;
@@ -175,15 +176,60 @@ TEST_F(ReportServiceTest, IdsAreApartAndOfThirtyTwoDigits) {
 
 TEST_F(ReportServiceTest, WhatCantBeSentIsNotTaken) {
     EXPECT_FALSE(service->Report(Event("Endless", HUGE_VAL)));
-    EXPECT_FALSE(service->Report(Event("Huge", std::string(256 << 10, 'x'))));
-    EXPECT_TRUE(service->Report(Event("Large", std::string(250'000, 'x'))));
+    EXPECT_FALSE(service->Report(Event("Huge", std::string(ReportOptions().mostEventBytes, 'x'))));
 
     EXPECT_THAT(log.Lines(), ElementsAre(Error("The event Endless holds what can't be written as JSON"),
                                          Error(StartsWith("The event Huge is too large to be reported: "))));
-    EXPECT_THAT(Waiting(), SizeIs(1));
-    time.Advance(200ms);
-    EXPECT_LE(http.Started().back().request.m_strBody.size(), 256u << 10);
+    EXPECT_THAT(Waiting(), IsEmpty());
 }
+
+// Bodies of an ad server's largest answer, as the module puts them into an event.
+struct LargestAnswer {
+    const char* name;
+    const char* unit;
+    size_t bytesOfUnit;  // in the answer
+};
+
+void PrintTo(const LargestAnswer& row, std::ostream* stream) {
+    *stream << row.name;
+}
+
+class LargestAnswerTest : public ReportServiceTest, public WithParamInterface<LargestAnswer> {};
+
+TEST_P(LargestAnswerTest, IsTakenAndSentAloneInItsBatch) {
+    Json::Value params;
+    std::string text;
+    for (size_t bytes = 0; bytes + GetParam().bytesOfUnit <= size_t(HttpLimits().bodyBytes);
+         bytes += GetParam().bytesOfUnit) {
+        text += GetParam().unit;
+    }
+    params["error_content"] = "body parse failed, body = " + text;
+
+    EXPECT_TRUE(service->Report(Event("before")));
+    EXPECT_TRUE(service->Report(Event("SingleAdvertisementPullDataResult", params)));
+    EXPECT_TRUE(service->Report(Event("after")));
+    time.Advance(200ms);
+    AcceptLast();
+    time.Settle();
+
+    ASSERT_THAT(http.Started(), SizeIs(2));
+    std::string error;
+    const auto body = host::ParseJson(http.Started().back().request.m_strBody, error);
+    ASSERT_TRUE(body) << error;
+    ASSERT_EQ((*body)["events"].size(), 1u);
+    EXPECT_TRUE((*body)["events"][0]["params"] == params);
+    AcceptLast();
+    time.Settle();
+    EXPECT_THAT(http.Started().back().request.m_strBody, HasSubstr(R"("name":"after")"));
+    AcceptLast();
+    EXPECT_TRUE(service->Outbox().IsEmpty());
+    EXPECT_EQ(service->Outbox().Dropped(), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Bodies, LargestAnswerTest,
+                         Values(LargestAnswer{"Chinese", "广告", 6}, LargestAnswer{"Quotes", "\"", 1},
+                                LargestAnswer{"UnreadableBytes", "\uFFFD", 1}),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(ReportServiceTest, KeysThatAreNoTextAreRefusedAndNotLostLater) {
     Json::Value params;

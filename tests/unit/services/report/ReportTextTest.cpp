@@ -13,11 +13,11 @@ namespace {
 class ReportTextTest : public Test {
 protected:
     std::optional<std::string> Of(const Json::Value& params, const std::string& name = "ClickAd") {
-        return text.Of({"0123", name, -4, params, 7, 18446744073709551615u, "dev\"ice", 1'700'000'000'123, duration});
+        return ReportText(
+            {"0123", name, -4, params, 7, 18446744073709551615u, "dev\"ice", 1'700'000'000'123, duration});
     }
 
     std::optional<int64_t> duration;
-    CReportText text;
 };
 
 TEST_F(ReportTextTest, IsOneLineWithAllThatIsKnown) {
@@ -26,13 +26,13 @@ TEST_F(ReportTextTest, IsOneLineWithAllThatIsKnown) {
     params["a"] = Json::arrayValue;
 
     EXPECT_EQ(*Of(params),
-              R"({"id":"0123","name":"ClickAd","code":-4,"params":{"a":[],"b":9007199254740993},"broker":7,)"
-              R"("user":18446744073709551615,"device":"dev\"ice","atMs":1700000000123})");
+              R"({"atMs":1700000000123,"broker":7,"code":-4,"device":"dev\"ice","id":"0123","name":"ClickAd",)"
+              R"("params":{"a":[],"b":9007199254740993},"user":18446744073709551615})");
 }
 
 TEST_F(ReportTextTest, AMeasurementHasItsDuration) {
     duration = 0;
-    EXPECT_THAT(*Of(Json::Value()), EndsWith(R"("atMs":1700000000123,"durationMs":0})"));
+    EXPECT_THAT(*Of(Json::Value()), HasSubstr(R"("durationMs":0,)"));
 }
 
 struct Row {
@@ -125,9 +125,22 @@ INSTANTIATE_TEST_SUITE_P(Values, ReportTextValueTest,
                                     false}),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST_F(ReportTextTest, WhatIsNoTextIsShownAsSuch) {
-    EXPECT_THAT(*Of("\xED\xA0\x80", "\xFF quoted \""),
-                AllOf(HasSubstr(R"("name":"\ufffd quoted \"")"), HasSubstr(R"("params":"\ufffd")")));
+TEST_F(ReportTextTest, TextsAndKeysAreWrittenAsUtf8) {
+    Json::Value params;
+    params["广告"] = "\xEF\xBB\xBF请求成功 \xF0\x9F\x98\x80";
+
+    EXPECT_THAT(*Of(params), HasSubstr("\"params\":{\"广告\":\"\xEF\xBB\xBF请求成功 \xF0\x9F\x98\x80\"}"));
+}
+
+TEST_F(ReportTextTest, BytesThatAreNotUtf8BecomeTheReplacementCharacterWhereverTheyAre) {
+    Json::Value params;
+    params["list"].append("广\xFF");
+    params["list"].append("cut \xE5\xB9");
+    params["surrogate"] = "\xED\xA0\x80";
+
+    EXPECT_THAT(*Of(params, "\xFF quoted \""),
+                AllOf(HasSubstr("\"name\":\"\uFFFD quoted \\\"\""),
+                      HasSubstr("\"list\":[\"广\uFFFD\",\"cut \uFFFD\"],\"surrogate\":\"\uFFFD")));
 }
 
 }  // namespace

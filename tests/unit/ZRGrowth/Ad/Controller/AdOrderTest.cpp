@@ -79,11 +79,12 @@ public:
         return std::make_shared<std::string>(event);
     }
     bool TimerEnd(const ReportEvent& event) override { return Note("end " + event.name), true; }
-    int64_t ServerTimeMillis() const override { return Note("clock"), 200'000; }
+    int64_t ServerTimeMillis() const override { return Note("clock"), serverMillis; }
 
     std::vector<std::string> Take() { return std::exchange(m_calls, {}); }
 
     std::function<void()> onStart = [] {};
+    int64_t serverMillis = 200'000;
 
 private:
     void Note(const std::string& call) const { m_calls.push_back(call); }
@@ -124,7 +125,10 @@ TEST(AdOrderTest, TheMomentOfARequestIsKeptOnceItHasStarted) {
     CAdCalls host;
     CAdSlot slot(ZRAdTypePopup, 42);
     qint64 during = -1;
-    host.onStart = [&] { during = slot.m_lastRequestTimeStamp; };
+    host.onStart = [&] {
+        during = slot.m_lastRequestTimeStamp;
+        host.serverMillis += 3'000;  // the moment is that of the call
+    };
 
     slot.RequestAd(ZRAdApiTypeSearch, 42, {});
 

@@ -67,6 +67,27 @@ TEST_P(AdCloseTest, LogsItsReasonEndsTheExposureAndClears) {
     EXPECT_THAT(log.Assertions(), IsEmpty());
 }
 
+TEST_P(AdCloseTest, NamesTheAdAndThePushThatAreGivenAndNotThoseOnScreen) {
+    slot = std::make_unique<CAdSlot>(ZRAdTypeBanner, 7);
+    ShowTheAd();
+
+    slot->CloseAd(GetParam().type, QStringLiteral("another"), QStringLiteral("p-2"));
+
+    const auto closed =
+        Info(std::string("[Ad] Closed ad by ") + GetParam().words + ". adType = 3, adPosition = 7, adId = another");
+    EXPECT_THAT(log.Lines(), ElementsAre(closed, Info("[Ad] Report ExposeAd end failed, m_exposeAdEvent is null. "),
+                                         Error("[Ad] Expose ad start, path = /ad/expose, adType = 3, adPosition = 7, "
+                                               "adId = another, exposeId = , exposeDuration = 0, pushId = p-2"),
+                                         Info("[Ad] Clear ad data. adType = 3, adPosition = 7, adId = 18088")));
+    EXPECT_THAT(Body(), AllOf(HasSubstr("\"another\""), HasSubstr("\"p-2\"")));
+
+    ShowTheAd();
+    slot->CloseAd(GetParam().type, QStringLiteral("another"), QString());
+
+    EXPECT_THAT(log.Lines(), Contains(closed));
+    EXPECT_THAT(Body(), AllOf(HasSubstr("\"another\""), Not(HasSubstr("push_id"))));
+}
+
 INSTANTIATE_TEST_SUITE_P(Types, AdCloseTest,
                          Values(CloseRow{"AdClicked", ZRAdCloseType(0), "ad clicked"},
                                 CloseRow{"CloseButton", ZRAdCloseType(1), "close button clicked"},
@@ -354,6 +375,48 @@ TEST_F(AdControllerExposureTest, APictureThatFailedIsLoggedAndReportedWithItsRea
                                   R"({"action_times":1,"advertisement_id":"18088","advertisement_type":"2",)"
                                   R"("error_content":"timeout","event_duration":30,"is_retry":false,)"
                                   R"("request_url":"https://pictures.test/1.png","result_code":"-1"})")));
+}
+
+// A slot of another type
+
+TEST_F(AdControllerExposureTest, ABannerSlotReportsExposuresAndPicturesUnderItsOwnTypeAndPosition) {
+    slot = std::make_unique<CAdSlot>(ZRAdTypeBanner, 7);
+    const QString url = QStringLiteral("https://pictures.test/1.png");
+
+    slot->OnExposeAdSuccess({kAd});
+    slot->OnExposeAdFailed(QStringLiteral("1005"), QStringLiteral("no"), {kAd});
+    slot->OnImageLoadSucceeded(url, 30, 1, kAd);
+    slot->OnImageLoadFailed(url, QStringLiteral("timeout"), 40, 3, kAd);
+
+    EXPECT_THAT(reports.Events(),
+                ElementsAre(Event("ReportAdvertisementExposureResult", 1,
+                                  R"({"advertisement_ids":["18088"],"advertisement_type":"3","error_content":"",)"
+                                  R"("result_code":"0"})"),
+                            Event("ReportAdvertisementExposureResult", 1,
+                                  R"({"advertisement_ids":["18088"],"advertisement_type":"3","error_content":"no",)"
+                                  R"("result_code":"1005"})"),
+                            Event("AdvertisementImageResourceDownloadResult", 5,
+                                  R"({"action_times":1,"advertisement_id":"18088","advertisement_type":"3",)"
+                                  R"("error_content":"","event_duration":30,"is_retry":false,)"
+                                  R"("request_url":"https://pictures.test/1.png","result_code":"0"})"),
+                            Event("AdvertisementImageResourceDownloadResult", 5,
+                                  R"({"action_times":3,"advertisement_id":"18088","advertisement_type":"3",)"
+                                  R"("error_content":"timeout","event_duration":40,"is_retry":true,)"
+                                  R"("request_url":"https://pictures.test/1.png","result_code":"-1"})")));
+    EXPECT_THAT(log.Lines(), Contains(Info("[Ad] OnImageLoadSucceeded. adType = 3, adId = 18088, "
+                                           "imageUrl = https://pictures.test/1.png, loadCount = 1, time = 30")));
+    EXPECT_THAT(log.Lines(), Contains(Info("[Ad] OnImageLoadFailed, adType = 3, "
+                                           "imageUrl = https://pictures.test/1.png, loadCount = 3, time = 40")));
+    Forget();
+
+    slot->ReportExposeAdEnd(QString(), QStringLiteral("p-1"));
+    slot->OnAdClicked(true, QString());
+    slot->OnCloseButtonClicked(QString());
+
+    EXPECT_THAT(log.Lines(),
+                ElementsAre(Info("[Ad] ReportExposeAdEnd failed, adId is null. adType = 3, adPosition = 7"),
+                            Info("[Ad] ReportClickAd failed, adId is null. adType = 3, actionType = 0"),
+                            Info("[Ad] ReportClickAd failed, adId is null. adType = 3, actionType = 2")));
 }
 
 TEST_F(AdControllerExposureTest, TheBasesOwnShowAndOfflineDoNothing) {

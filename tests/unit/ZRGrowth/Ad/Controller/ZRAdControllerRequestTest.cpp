@@ -1,8 +1,8 @@
 // How often a slot asks, and what becomes of the answers.
-#include <QMetaMethod>
 #include <QPointer>
 
 #include "Ad/AdSlotTest.h"
+#include "Ad/MethodsOf.h"
 #include "Ad/Tools/ZRAdApiClient.h"
 #include "Ad/Tools/ZRAdQualityMonitoringReporter.h"
 #include "Ad/Tools/ZRAdReporter.h"
@@ -331,6 +331,44 @@ TEST_F(AdControllerRequestTest, TheReportGoesByTheClientsLatestRequest) {
     http.Forget();
 }
 
+// A slot of another type
+
+TEST_F(AdControllerRequestTest, ABannerSlotReportsItsRequestsUnderItsOwnTypeAndPosition) {
+    slot = std::make_unique<CAdSlot>(ZRAdTypeBanner, 7);
+    Json::Value good = BannerData();
+    good["ad"].append(BannerAd("1"));
+
+    slot->RequestAd(ZRAdApiTypeSearch, 7, {});
+    slot->RequestAd(ZRAdApiTypeSearch, 7, {});
+    slot->OnRequestAdFailed(QStringLiteral("1005"), QStringLiteral("no"), 1);
+    slot->OnRequestAdSucceeded(ListOf(BannerData()), 2);
+    slot->OnRequestAdSucceeded(ListOf(good), 3);
+
+    const auto sent = [](const char* ids) {
+        return ReportedEvent{
+            "SendAdRequest", 3,
+            std::string(R"({"advertisement_ids":)") + ids + R"(,"advertisement_position":"7","request_id":"dev20011"})",
+            0, false};
+    };
+    EXPECT_THAT(
+        reports.Events(),
+        ElementsAre(PullResult(R"({"advertisement_type":"3","error_content":"请求过于频繁，未正常发起网络请求",)"
+                               R"("request_time":0,"result_code":"1001"})"),
+                    PullResult(R"({"advertisement_type":"3","error_content":"no","request_time":1,)"
+                               R"("result_code":"1005"})"),
+                    sent("[]"),
+                    PullResult(R"({"advertisement_type":"3","error_content":"请求成功，但是无数据",)"
+                               R"("request_time":2,"result_code":"1"})"),
+                    sent(R"(["1"])"),
+                    PullResult(R"({"advertisement_ids":["1"],"advertisement_type":"3","error_content":"",)"
+                               R"("request_time":3,"result_code":"0"})")));
+    EXPECT_THAT(
+        log.Lines(),
+        Contains(Info(AllOf(StartsWith("[Ad] Request ad limited. "), EndsWith(", adType = 3, adPosition = 7")))));
+    EXPECT_THAT(log.Lines(), Contains(Error("[Ad] Ad list is empty, adType = 3, adPosition = 7")));
+    EXPECT_THAT(http.Started(), SizeIs(1));
+}
+
 // How it is made
 
 TEST_F(AdControllerRequestTest, AnEmptySlotHasItsThreeHelpersAsChildren) {
@@ -356,14 +394,42 @@ TEST_F(AdControllerRequestTest, TheBaseItselfIsOfNoTypeAndNoPosition) {
 }
 
 TEST_F(AdControllerRequestTest, TheSlotsStandInTheirOrder) {
-    const QMetaObject& meta = CZRAdController::staticMetaObject;
-    std::vector<std::string> methods;
-    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
-        methods.push_back(meta.method(i).methodSignature().toStdString());
+    EXPECT_THAT(
+        MethodsOf(CZRAdController::staticMetaObject),
+        ElementsAre("slot OnImageLoadSucceeded(QString imageUrl, qlonglong time, int count, QString adId)",
+                    "slot OnImageLoadFailed(QString imageUrl, QString resultContent, qlonglong time, int count, "
+                    "QString adId)",
+                    "slot OnAdClicked(bool jumpResult, QString adId)", "slot OnCloseButtonClicked(QString adId)"));
+}
+
+TEST_F(AdControllerRequestTest, TheOperationsStandInTheirOrderBehindThoseOfTheToolkit) {
+    const std::vector<std::ptrdiff_t> places = {
+        PlaceOf(&CAdSlot::disconnectNotify),
+        PlaceOf(&CAdSlot::RequestAd),
+        PlaceOf(&CAdSlot::ClearAd),
+        PlaceOf(&CAdSlot::ShowAd),
+        PlaceOf(&CAdSlot::CloseAd),
+        PlaceOf(&CAdSlot::OfflineAd),
+        PlaceOf(&CAdSlot::GetAdModelList),
+        PlaceOf(&CAdSlot::SetAdModelList),
+        PlaceOf(&CAdSlot::OnRequestAdSucceeded),
+        PlaceOf(&CAdSlot::OnRequestAdFailed),
+        PlaceOf(&CAdSlot::OnExposeAdSuccess),
+        PlaceOf(&CAdSlot::OnExposeAdFailed),
+        PlaceOf(&CAdSlot::CheckAdIsValid),
+        PlaceOf(&CAdSlot::CheckCanShowAd),
+        PlaceOf(&CAdSlot::ReportSendAdRequest),
+        PlaceOf(&CAdSlot::ReportExposeAdStart),
+        PlaceOf(&CAdSlot::ReportExposeAdEnd),
+        PlaceOf(&CAdSlot::ReportClickAd),
+        PlaceOf(&CAdSlot::OnImageLoadSucceeded),
+        PlaceOf(&CAdSlot::OnImageLoadFailed),
+        PlaceOf(&CAdSlot::OnAdClicked),
+        PlaceOf(&CAdSlot::OnCloseButtonClicked),
+    };
+    for (size_t n = 1; n < places.size(); ++n) {
+        EXPECT_EQ(places[n], places[n - 1] + 1) << "operation " << n;
     }
-    EXPECT_THAT(methods, ElementsAre("OnImageLoadSucceeded(QString,qlonglong,int,QString)",
-                                     "OnImageLoadFailed(QString,QString,qlonglong,int,QString)",
-                                     "OnAdClicked(bool,QString)", "OnCloseButtonClicked(QString)"));
 }
 
 }  // namespace

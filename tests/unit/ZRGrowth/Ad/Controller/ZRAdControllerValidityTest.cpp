@@ -156,6 +156,40 @@ TEST_F(AdControllerValidityTest, TheClockIsReadInSecondsOfTheServer) {
     EXPECT_THAT(log.Lines(), Contains(Error(HasSubstr("currentTime = 99, startTime = 100"))));
 }
 
+TEST_F(AdControllerValidityTest, ABannerSlotNamesItsOwnTypeAndPositionInEachLine) {
+    slot = std::make_unique<CAdSlot>(ZRAdTypeBanner, 7);
+    Json::Value data = BannerData();
+    for (const char* id : {"1", "2", "3"}) {
+        data["ad"].append(BannerAd(id));
+    }
+    data["ad"][0]["start_time"] = 201;
+    data["ad"][1]["end_time"] = 199;
+    data["ad"][2]["expire_time"] = 199;
+    list.reset(ListOf(data));
+    Json::Value elsewhere = BannerData();
+    elsewhere["ad_position"] = 8;
+    const std::unique_ptr<CZRAdModelList> foreign(ListOf(elsewhere));
+    const std::unique_ptr<CZRAdModelList> popups(Popups({"1"}));
+
+    EXPECT_FALSE(slot->CheckAdIsValid(nullptr));
+    EXPECT_FALSE(slot->CheckAdIsValid(popups.get()));
+    EXPECT_FALSE(slot->CheckAdIsValid(foreign.get()));
+    EXPECT_FALSE(slot->CheckAdIsValid(list.get()));
+
+    EXPECT_THAT(log.Lines(),
+                ElementsAre(Error("[Ad] adModelList is null, m_adType = 3, adPosition = 7"),
+                            Error("[Ad] Ad type unmatch, adType_local = 3, adType_svr = 2, adPosition_local = 7, "
+                                  "adPosition_svr = 42"),
+                            Error("[Ad] Ad position unmatch, adType = 3, adPosition_svr = 8, adPosition_local = 7"),
+                            Error("[Ad] CurrentTime < startTime, currentTime = 200, startTime = 201, adType = 3, "
+                                  "adPosition = 7, remove adId = 1"),
+                            Error("[Ad] CurrentTime > endTime, currentTime = 200, endTime = 199, adType = 3, "
+                                  "adPosition = 7, remove adId = 2"),
+                            Error("[Ad] CurrentTime > expireTime, currentTime = 200, expireTime = 199, adType = 3, "
+                                  "adPosition = 7, remove adId = 3"),
+                            Error("[Ad] Ad list has no valid ad. adType = 3, adPosition = 7")));
+}
+
 // The list
 
 TEST_F(AdControllerValidityTest, ANewListDestroysTheStoredOneAtOnce) {
@@ -215,6 +249,9 @@ TEST_F(AdControllerValidityTest, IdsAreReadOffAListThatMayBeAbsentOrEmpty) {
     list.reset(Popups({"3", "1", "2"}));
     EXPECT_EQ(CAdSlot::GetFirstAdIdFromDataModel(list.get()), QStringLiteral("3"));
     EXPECT_EQ(Ids(list.get()), "3 1 2");
+
+    list.reset(Popups({" 3  1 "}));
+    EXPECT_EQ(CAdSlot::GetFirstAdIdFromDataModel(list.get()), QStringLiteral(" 3  1 "));
 }
 
 TEST_F(AdControllerValidityTest, TheKeyOfTheLastShowIsPerTypePositionUserAndIntervalType) {

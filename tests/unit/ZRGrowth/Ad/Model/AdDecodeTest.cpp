@@ -294,6 +294,64 @@ TEST_F(AdDecodeTest, AByteOrderMarkIsNoPartOfAText) {
     EXPECT_EQ(banner.GetPushId(), QString());
 }
 
+TEST_F(AdDecodeTest, BlanksAreKeptAndATextOfBlanksAloneIsGood) {
+    for (const char* text : {" ", " 1 ", "\t1  2\n"}) {
+        CZRAdResponseModel answer(nullptr);
+        Json::Value data = PopupData();
+        data["ad"].append(PopupAd(text));
+        data["ad"][0]["push_id"] = text;
+        data["ad"][0]["popup_ad"]["bottom_popup"]["img"] = text;
+        data["ad"][0]["popup_ad"]["bottom_popup"]["schema"] = text;
+        Json::Value whole = AnswerOf(data);
+        whole["message"] = text;
+
+        ASSERT_TRUE(answer.Decode(whole));
+        const std::unique_ptr<CZRAdModelList> list(answer.GetData());
+
+        EXPECT_EQ(answer.GetMessage(), QLatin1String(text));
+        auto* ad = qobject_cast<CZRAdPopupModel*>(list->GetAdList()->first());
+        ASSERT_TRUE(ad);
+        EXPECT_EQ(ad->GetAdId(), QLatin1String(text));
+        EXPECT_EQ(ad->GetPushId(), QLatin1String(text));
+        EXPECT_EQ(ad->GetBottomPopup()->GetImage(), QLatin1String(text));
+        EXPECT_EQ(ad->GetBottomPopup()->GetSchema(), QLatin1String(text));
+    }
+    EXPECT_THAT(log.Lines(), IsEmpty());
+}
+
+TEST_F(AdDecodeTest, NegativeDurationsAndIntervalsAreKept) {
+    Json::Value popups = PopupData();
+    popups["show_duration"] = -15;
+    popups["show_interval"] = -3600;
+    popups["show_interval_type"] = -1;
+    CZRAdModelList list(nullptr);
+    ASSERT_TRUE(list.Decode(popups));
+    EXPECT_EQ(list.GetShowDuration(), -15);
+    EXPECT_EQ(list.GetShowInterval(), -3600);
+    EXPECT_EQ(list.GetShowIntervalType(), -1);
+
+    Json::Value banners = BannerData();
+    banners["banner_position"]["carousel_interval"] = -5;
+    ASSERT_TRUE(Decode(AnswerOf(banners)));
+    EXPECT_EQ(List().GetBannerPosition()->GetCarouselInterval(), -5);
+}
+
+TEST_F(AdDecodeTest, AListOfAreasHasAnyLength) {
+    Json::Value data = PopupData();
+    data["ad"].append(PopupAd());
+    Json::Value& areas = data["ad"][0]["popup_ad"]["show_areas"] = Json::arrayValue;
+    for (int area = 1; area <= 5'000; ++area) {
+        areas.append(area);
+    }
+
+    ASSERT_TRUE(Decode(AnswerOf(data)));
+
+    auto* ad = qobject_cast<CZRAdPopupModel*>(List().GetAdList()->first());
+    ASSERT_THAT(*ad->GetShowAreas(), SizeIs(5'000));
+    EXPECT_EQ(ad->GetShowAreas()->first(), ZRAdShowAreaType(1));
+    EXPECT_EQ(ad->GetShowAreas()->last(), ZRAdShowAreaType(5'000));
+}
+
 TEST_F(AdDecodeTest, NonZeroCodeWithDataDecodes) {
     Json::Value answer = PopupAnswer();
     answer["code"] = -3;
@@ -338,11 +396,15 @@ TEST_F(AdDecodeTest, AListThatFailedGoesWithItsAnswer) {
     {
         CZRAdResponseModel passing(nullptr);
         Json::Value answer = PopupAnswer();
-        answer["data"]["ad"].append(5);
+        Json::Value nameless = PopupAd();
+        nameless.removeMember("ad_id");
+        answer["data"]["ad"].append(nameless);
         ASSERT_FALSE(passing.Decode(answer));
         list = passing.GetData();
         ASSERT_TRUE(list);
         EXPECT_THAT(*list->GetAdList(), SizeIs(1));  // what was read ahead of the failure
+        // The ad that failed stays the list's child.
+        EXPECT_THAT(list->findChildren<CZRAdModel*>(QString(), Qt::FindDirectChildrenOnly), SizeIs(2));
     }
     EXPECT_FALSE(list);
     log.Forget();

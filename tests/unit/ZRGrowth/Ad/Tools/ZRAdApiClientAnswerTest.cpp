@@ -133,10 +133,10 @@ INSTANTIATE_TEST_SUITE_P(Bodies, AdUnreadableAnswerTest,
                                 Unreadable{"NoText", "\xFF\xFE{"}, Unreadable{"Zeros", std::string("{\0\0", 3)}),
                          [](const auto& row) { return row.param.name; });
 
-TEST_F(AdAnswerTest, AByteOrderMarkMakesTheAnswerUnreadable) {
+TEST_F(AdAnswerTest, AByteOrderMarkMakesTheAnswerUnreadableAndIsToldWithIt) {
     ServerAnswers("\xEF\xBB\xBF" + Text(PopupAnswer()));
 
-    EXPECT_THAT(told, ElementsAre(StartsWith("failed 1005, body parse failed, body = {")));
+    EXPECT_THAT(told, ElementsAre(StartsWith("failed 1005, body parse failed, body = \xEF\xBB\xBF{")));
     log.Forget();
 }
 
@@ -195,17 +195,28 @@ TEST_F(AdAnswerTest, ARootThatIsNoObjectDoesNotDecode) {
     }
 }
 
+TEST_F(AdAnswerTest, TheLargestCodeOfARefusalIsToldWhole) {
+    Json::Value answer = PopupAnswer();
+    answer["code"] = 2147483647;
+
+    ServerAnswers(Text(answer));
+
+    EXPECT_THAT(told, ElementsAre("failed 2001, response code is 2147483647, after 120"));
+    EXPECT_THAT(log.Lines(), ElementsAre(Error(HasSubstr(", code = 2147483647, "))));
+}
+
 TEST_F(AdAnswerTest, ARefusalOfTheServerIsToldWithItsCodeAndItsListGoesWithTheClient) {
     Json::Value answer = PopupAnswer();
     answer["code"] = -3;
-    answer["message"] = "busy {}";
+    answer["message"] = " busy  {} ";
 
     ServerAnswers(Text(answer));
 
     EXPECT_THAT(told, ElementsAre("failed 2001, response code is -3, after 120"));
-    EXPECT_THAT(log.Lines(),
-                ElementsAre(Error("[Ad] Request ad failed, path = /ad/search, code = -3, message= busy {}, adType = 2, "
-                                  "adPosition = 42, requestId = dev170000000011")));
+    EXPECT_THAT(
+        log.Lines(),
+        ElementsAre(Error("[Ad] Request ad failed, path = /ad/search, code = -3, message=  busy  {} , adType = 2, "
+                          "adPosition = 42, requestId = dev170000000011")));
     EXPECT_EQ(lineAhead, std::vector<std::string>{log.Lines().back().text});
     ASSERT_THAT(Kept(), SizeIs(1));
     const QPointer<CZRAdModelList> list = Kept()[0]->GetData();

@@ -86,6 +86,7 @@ INSTANTIATE_TEST_SUITE_P(Bodies, AdExposeAnswerTest,
                                 ExposeRow{"TextRoot", "\"x\"", Fate::Unreadable},              //
                                 ExposeRow{"Empty", "", Fate::Unreadable},                      //
                                 ExposeRow{"Page", "<html/>", Fate::Unreadable},
+                                ExposeRow{"ByteOrderMark", "\xEF\xBB\xBF{}", Fate::Unreadable},
                                 ExposeRow{"TrailingComma", R"({"code": 0,})", Fate::Unreadable},
                                 ExposeRow{"NestedTooDeep", std::string(5'000, '['), Fate::Unreadable}),
                          [](const auto& row) { return row.param.name; });

@@ -1,8 +1,8 @@
 // What the ad server is asked for, and what it is told.
-#include <QMetaMethod>
 #include <limits>
 
 #include "Ad/AdApiClientTest.h"
+#include "Ad/MethodsOf.h"
 #include "framework/Ports.h"
 
 using namespace ::testing;
@@ -186,18 +186,16 @@ TEST_F(AdRequestTest, AnExposureThatCouldNotBeStartedIsLoggedAndNobodyIsTold) {
 // What others see of the class
 
 TEST_F(AdRequestTest, TheSignalsStandInTheirOrder) {
-    const QMetaObject& meta = CZRAdApiClient::staticMetaObject;
-    std::vector<std::string> methods;
-    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
-        methods.push_back(meta.method(i).methodSignature().toStdString());
-    }
-    EXPECT_THAT(
-        methods,
-        ElementsAre("RequestAdSucceeded(CZRAdModelList*,qlonglong)", "RequestAdFailed(QString,QString,qlonglong)",
-                    "ExposeAdSuccess(QList<QString>)", "ExposeAdFailed(QString,QString,QList<QString>)",
-                    "OnRequestAdCallback(qulonglong,HttpRspInfo,std::string,ZRAdType,int,QString,qulonglong)",
-                    "OnExposeAdCallback(qulonglong,HttpRspInfo,std::string,ZRAdType,int,QString,"
-                    "QList<QString>,QString)"));
+    EXPECT_THAT(MethodsOf(CZRAdApiClient::staticMetaObject),
+                ElementsAre("signal RequestAdSucceeded(CZRAdModelList* adData, qlonglong time)",
+                            "signal RequestAdFailed(QString resultCode, QString errorContent, qlonglong time)",
+                            "signal ExposeAdSuccess(QList<QString> adIdList)",
+                            "signal ExposeAdFailed(QString resultCode, QString errorContent, QList<QString> adIdList)",
+                            "slot OnRequestAdCallback(qulonglong taskId, HttpRspInfo stRspInfo, std::string path, "
+                            "ZRAdType adType, int adPosition, QString requestId, qulonglong requestStartTimestamp)",
+                            "slot OnExposeAdCallback(qulonglong taskId, HttpRspInfo stRspInfo, std::string path, "
+                            "ZRAdType adType, int adPosition, QString exposeId, QList<QString> adIdList, "
+                            "QString adIdListStr)"));
 }
 
 /// Which domain is asked for, and when a request is started.

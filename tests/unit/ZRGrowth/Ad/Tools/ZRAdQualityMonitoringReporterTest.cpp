@@ -89,6 +89,15 @@ TEST_F(AdQualityReporterTest, APictureIsARetryFromTheSecondAttemptOn) {
                                  "adId = 18088, count = 2, time = 60")));
 }
 
+TEST_F(AdQualityReporterTest, APictureWithoutAnAttemptIsNoRetry) {
+    for (const int count : {0, -1}) {
+        reporter.ReportAdImageResourceDownloadResult(ZRAdTypeBanner, kUrl, QStringLiteral("0"), QString(), kAd, 50,
+                                                     count);
+        EXPECT_THAT(reports.Events().back().params, AllOf(HasSubstr("\"action_times\":" + std::to_string(count) + ","),
+                                                          HasSubstr(R"("is_retry":false,)")));
+    }
+}
+
 TEST_F(AdQualityReporterTest, APicturesTimeIsReportedWholeAndWithItsSign) {
     reporter.ReportAdImageResourceDownloadResult(ZRAdTypePopup, kUrl, QStringLiteral("0"), QString(), kAd,
                                                  5'000'000'000, 1);

@@ -292,6 +292,23 @@ TEST_F(AdReporterTest, ExposuresOfTwoAdsAreApart) {
 
 // Actions
 
+TEST_F(AdReporterTest, AnActionThatIsNoClickIsReportedWithoutAnOutcome) {
+    environment.SetDeviceId("dev");
+    Start();
+
+    for (const int type : {1, 2, 3}) {
+        reporter.ReportClickAd(kRequest, ZRAdActionType(type), kAd, true);
+    }
+
+    const auto events = reports.Events();
+    ASSERT_THAT(events, SizeIs(3));
+    for (int type = 1; type <= 3; ++type) {
+        EXPECT_EQ(events[size_t(type - 1)].params,
+                  R"({"action_id":"dev170000000018088","action_type":")" + std::to_string(type) +
+                      R"(","advertisement_id":"18088","exposure_id":"dev170000000018088","request_id":"r-1"})");
+    }
+}
+
 TEST_F(AdReporterTest, AClickIsReportedWithItsOutcome) {
     environment.SetDeviceId("dev");
     Start();
