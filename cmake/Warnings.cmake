@@ -1,4 +1,4 @@
-# What all of our own code is compiled with. Generated code does not link this.
+# The compile options of our own code. Generated code does not link this target.
 add_library(zr_options INTERFACE)
 file(RELATIVE_PATH source_from_build ${CMAKE_BINARY_DIR} ${CMAKE_SOURCE_DIR})
 string(REGEX REPLACE "/$" "" source_from_build ${source_from_build})
@@ -10,10 +10,10 @@ target_compile_options(zr_options INTERFACE
 target_compile_definitions(zr_options INTERFACE
     QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_DEPRECATED_WARNINGS)
 
-# These two reach everything that is linked together, generated code included.
+# These options apply to everything that is linked together, generated code included.
 if(ZR_SANITIZE)
-    add_compile_options(-O0 -g -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
-    add_link_options(-fsanitize=address,undefined)
+    add_compile_options(-O0 -g1 -fsanitize=${ZR_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${ZR_SANITIZE})
 endif()
 if(ZR_FUZZ)
     add_compile_options(-O2 -fsanitize=fuzzer-no-link)
