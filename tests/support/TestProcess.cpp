@@ -75,12 +75,35 @@ void FindFonts() {
     text.grab();
 }
 
+QtMessageHandler g_printMessage = nullptr;
+
+/// A refused connection, a parent or a timer of another thread: the toolkit goes on, and the program is wrong.
+void FailOnObjectWarning(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    g_printMessage(type, context, text);
+    if (type == QtWarningMsg && text.startsWith(QLatin1String("QObject"))) {
+        ADD_FAILURE() << "The toolkit warns: " << text.toStdString();
+    }
+}
+
+/// While it lives such a warning is a failure.
+class CObjectWarnings {
+public:
+    CObjectWarnings() { g_printMessage = qInstallMessageHandler(FailOnObjectWarning); }
+    ~CObjectWarnings() { qInstallMessageHandler(nullptr); }
+    CObjectWarnings(const CObjectWarnings&) = delete;
+    CObjectWarnings& operator=(const CObjectWarnings&) = delete;
+
+    /// Whether one came, or a case failed; also after the last case.
+    static bool HasFailures() { return ::testing::UnitTest::GetInstance()->Failed(); }
+};
+
 int RunTestsInVirtualTime() {
+    const CObjectWarnings warnings;
     int result = RUN_ALL_TESTS();
     DrainDeletes();
     // The toolkit's own animations end by themselves and free themselves then.
     CVirtualTime().Advance(std::chrono::seconds(5));
-    if (HasWidgets()) {
+    if (HasWidgets() || CObjectWarnings::HasFailures()) {
         result = 1;
     }
     if (HasLeaks()) {
@@ -90,9 +113,13 @@ int RunTestsInVirtualTime() {
 }
 
 int RunTestsInRealTime(int argc, char** argv) {
+    const CObjectWarnings warnings;
     QCoreApplication application(argc, argv);
     int result = RUN_ALL_TESTS();
     DrainDeletes();
+    if (CObjectWarnings::HasFailures()) {
+        result = 1;
+    }
     if (HasLeaks()) {
         result = 1;
     }

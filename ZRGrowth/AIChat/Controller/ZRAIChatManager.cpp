@@ -32,8 +32,8 @@ bool ParseJson(const std::string& text, Json::Value& value, std::string& error) 
 }  // namespace
 
 CZRAIChatManager* CZRAIChatManager::Singleton() {
-    static CZRAIChatManager* manager = growth::NewStartedManager<CZRAIChatManager>();
-    return manager;
+    static growth::CStartedManager<CZRAIChatManager> manager;
+    return manager.Get();
 }
 
 CZRAIChatManager::CZRAIChatManager() = default;

@@ -9,7 +9,8 @@
 #include "modules/ZRGrowthTypes.h"
 
 /// The root of AI chat: which entry scenes the server has opened to the user.
-/// One per process, made and started at its first use and never deleted. Main thread only.
+/// One per process, made and started at its first use and never deleted. Main thread only; after a first use on
+/// another thread the start runs later, on the main thread.
 class CZRAIChatManager : public QObject {
     Q_OBJECT
 

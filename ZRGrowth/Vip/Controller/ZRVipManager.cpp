@@ -5,8 +5,8 @@
 #include "core/environment.h"
 
 CZRVipManager* CZRVipManager::Singleton() {
-    static CZRVipManager* manager = growth::NewStartedManager<CZRVipManager>();
-    return manager;
+    static growth::CStartedManager<CZRVipManager> manager;
+    return manager.Get();
 }
 
 CZRVipManager::CZRVipManager() = default;

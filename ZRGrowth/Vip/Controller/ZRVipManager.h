@@ -7,7 +7,8 @@
 class CZRVipDataHandler;
 
 /// The root of the VIP subsystem: the user's status. Init() runs inside the first use, and nothing stops it.
-/// One per process, made at its first use and never deleted; its operations are for the main thread.
+/// One per process, made at its first use and never deleted; its operations are for the main thread. After a first
+/// use on another thread Init() runs later, on the main thread.
 class CZRVipManager : public QObject {
     Q_OBJECT
 

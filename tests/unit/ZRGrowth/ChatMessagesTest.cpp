@@ -52,6 +52,18 @@ TEST(ChatMessagesTest, ANegativeResultCodeTakesTenBytes) {
     EXPECT_EQ(answer.SerializeAsString(), Bytes({0x08, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0x01}));
 }
 
+TEST(ChatMessagesTest, UnsignedFieldsTakeFiveBytesAtMost) {
+    const std::string most = Bytes({0xFF, 0xFF, 0xFF, 0xFF, 0x0F});
+    chat::ChatEntry entry;
+    entry.set_scene(4294967295u);
+    EXPECT_EQ(entry.SerializeAsString(), Bytes({0x08}) + most);
+
+    chat::StockOpenDetail detail;
+    detail.set_detail_type(4294967295u);
+    detail.add_id_list(4294967295u);
+    EXPECT_EQ(detail.SerializeAsString(), Bytes({0x08}) + most + Bytes({0x18}) + most);
+}
+
 TEST(ChatMessagesTest, SingularFieldsTellWhetherTheyWereSet) {
     chat::ChatEntry entry;
     ASSERT_TRUE(entry.ParseFromString(Bytes({0x08, 0x00})));

@@ -110,6 +110,33 @@ TEST(PremiumMessagesTest, ANegativeNumberOfDaysTakesTenBytes) {
     EXPECT_EQ(state.SerializeAsString(), Bytes({0x20, 0xFE, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0x01}));
 }
 
+/// Each of these fields is read and written as ten bytes when it is -1, and keeps 32 bits of a longer number.
+template <class Message>
+void ExpectSigned(std::initializer_list<int> numbers) {
+    const std::string minusOne = Bytes({0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0x01});
+    for (const int number : numbers) {
+        SCOPED_TRACE(Message().GetTypeName() + ", field " + std::to_string(number));
+        const std::string tag = Bytes({number * 8});
+        Message message;
+        ASSERT_TRUE(message.ParseFromString(tag + minusOne));
+        EXPECT_EQ(message.SerializeAsString(), tag + minusOne);
+        ASSERT_TRUE(message.ParseFromString(tag + Bytes({0x85, 0x80, 0x80, 0x80, 0x10})));
+        EXPECT_EQ(message.SerializeAsString(), tag + Bytes({0x05}));
+    }
+}
+
+TEST(PremiumMessagesTest, SignedFieldsTakeTenBytesBelowZero) {
+    ExpectSigned<GetUiMsgAndPremiumAccessReq>({2});
+    ExpectSigned<GetUiMsgAndPremiumAccessRsp>({1});
+    ExpectSigned<UiDataAndAccessData>({1});
+    ExpectSigned<UiData>({1});
+    ExpectSigned<JumpUrlID>({1, 2, 3});
+    ExpectSigned<AccessData>({1, 3, 4, 5});
+    ExpectSigned<PremiumChangePush>({3});
+    ExpectSigned<ActivePermissionStateReq>({1, 2});
+    ExpectSigned<ActivePermissionStateRsp>({1});
+}
+
 TEST(PremiumMessagesTest, APushHoldsItsDelayTheFlagAndTheUnpackedList) {
     PremiumChangePush push;
     push.set_delay_seconds(4294967295u);

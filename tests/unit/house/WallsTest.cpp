@@ -122,6 +122,84 @@ TEST(WallsTest, EveryConnectionOfTheModuleIsChecked) {
     }
 }
 
+struct Call {
+    std::string file;
+    QStringList arguments;
+};
+
+std::ostream& operator<<(std::ostream& stream, const Call& call) {
+    return stream << call.file << ": " << call.arguments.join(QStringLiteral(" | ")).toStdString();
+}
+
+/// The arguments of a call, from behind its opening bracket.
+QStringList ArgumentsAt(const QString& text, int place) {
+    QStringList arguments = {QString()};
+    for (int depth = 0; place < text.size(); ++place) {
+        const QChar sign = text[place];
+        depth += QStringLiteral("([{").contains(sign) ? 1 : QStringLiteral(")]}").contains(sign) ? -1 : 0;
+        if (depth < 0) {
+            break;
+        }
+        if (depth == 0 && sign == QLatin1Char(',')) {
+            arguments.append(QString());
+        } else {
+            arguments.last().append(sign);
+        }
+    }
+    for (QString& argument : arguments) {
+        argument = argument.simplified();
+    }
+    return arguments;
+}
+
+/// The module's calls of what `name`, an expression, matches.
+std::vector<Call> CallsInTheModuleOf(const char* name) {
+    const QRegularExpression pattern(QLatin1String(name) + QStringLiteral("\\s*\\("));
+    std::vector<Call> calls;
+    QDirIterator files(kSource + QStringLiteral("/ZRGrowth"), {QStringLiteral("*.h"), QStringLiteral("*.cpp")},
+                       QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        QFile file(files.next());
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        const QString text = QString::fromUtf8(file.readAll());
+        auto matches = pattern.globalMatch(text);
+        while (matches.hasNext()) {
+            calls.push_back({QDir(kSource).relativeFilePath(file.fileName()).toStdString(),
+                             ArgumentsAt(text, matches.next().capturedEnd())});
+        }
+    }
+    return calls;
+}
+
+// The host drops these arguments, so that no port shows them.
+
+TEST(WallsTest, EveryMessageOfTheModuleIsSentWithTrueAsItsLastArgument) {
+    const std::vector<Call> calls = CallsInTheModuleOf("\\.\\s*Send");
+    EXPECT_THAT(calls, SizeIs(Ge(5)));
+    for (const Call& call : calls) {
+        EXPECT_EQ(call.arguments.size(), 3) << call;
+        EXPECT_EQ(call.arguments.last().toStdString(), "true") << call;
+    }
+}
+
+TEST(WallsTest, EveryCommandOfTheModuleIsSentWithoutAnExtension) {
+    const std::vector<Call> calls = CallsInTheModuleOf("::SendCommand");
+    EXPECT_THAT(calls, SizeIs(Ge(3)));
+    for (const Call& call : calls) {
+        EXPECT_EQ(call.arguments.size(), 5) << call;
+        EXPECT_EQ(call.arguments.value(2).toStdString(), "nullptr") << call;
+    }
+}
+
+TEST(WallsTest, EveryTaskOfTheModuleIsPostedWithoutAName) {
+    const std::vector<Call> calls = CallsInTheModuleOf("::ToMain(?:Delay)?");
+    EXPECT_THAT(calls, SizeIs(Ge(5)));
+    for (const Call& call : calls) {
+        EXPECT_THAT(call.arguments.size(), AnyOf(3, 4)) << call;
+        EXPECT_EQ(call.arguments.last().toStdString(), "nullptr") << call;
+    }
+}
+
 TEST(WallsTest, TheContractIsHeadersThatNeedNothingOfTheHost) {
     QDirIterator files(kSource + QStringLiteral("/host/contract"), QDir::Files, QDirIterator::Subdirectories);
     while (files.hasNext()) {

@@ -13,6 +13,12 @@ TEST(LeftBehind, WidgetThatDeletesItselfLater) {
     (new QWidget)->deleteLater();
 }
 
+TEST(LeftBehind, WarningOfAnObject) {
+    auto* object = new QObject;
+    QObject::connect(object, &QObject::destroyed, [] { qWarning("QObject: behind the last case"); });
+    object->deleteLater();
+}
+
 TEST(LeftBehind, Memory) {
     volatile auto* lost = new int[1000];
     lost = nullptr;

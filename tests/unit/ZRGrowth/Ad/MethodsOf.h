@@ -2,9 +2,10 @@
 
 #include <QMetaMethod>
 #include <QMetaObject>
-#include <cstring>
 #include <string>
 #include <vector>
+
+#include "support/PlaceOf.h"
 
 /// A class's own signals and slots as the meta-object has them, in its order: "signal Closed()",
 /// "slot OnAdClicked(bool jumpResult)".
@@ -22,12 +23,4 @@ inline std::vector<std::string> MethodsOf(const QMetaObject& object) {
         methods.push_back(words + ")");
     }
     return methods;
-}
-
-/// The place of a virtual operation in its class's table, as this platform's calls find it.
-template <class Member>
-std::ptrdiff_t PlaceOf(Member member) {
-    std::ptrdiff_t offset = 0;
-    std::memcpy(&offset, &member, sizeof offset);
-    return (offset - 1) / std::ptrdiff_t(sizeof(void*));
 }

@@ -1,5 +1,7 @@
 #include "framework/defensive.h"
 
+#include <gtest/gtest-spi.h>
+
 #include <QFile>
 #include <QTimer>
 
@@ -40,8 +42,10 @@ TEST_F(DefensiveTest, AConnectionThatIsMadeWorksAndRaisesNothing) {
 }
 
 TEST_F(DefensiveTest, AFailedConnectionRaisesTheAssertionConnectionAtThisHeadersPlaceAndGoesOn) {
-    const auto connection = FrameWork::ConnectChecked("ZRGrowth", static_cast<QTimer*>(nullptr), &QTimer::timeout,
-                                                      &receiver, &QObject::deleteLater);
+    QMetaObject::Connection connection;
+    EXPECT_NONFATAL_FAILURE(connection = FrameWork::ConnectChecked("ZRGrowth", static_cast<QTimer*>(nullptr),
+                                                                   &QTimer::timeout, &receiver, &QObject::deleteLater),
+                            "QObject::connect(QTimer, QObject): invalid nullptr parameter");
 
     EXPECT_FALSE(connection);
     const auto assertions = log.Assertions();
@@ -66,7 +70,12 @@ TEST_F(DefensiveTest, ASecondUniqueConnectionIsAFailedOne) {
 }
 
 TEST_F(DefensiveTest, TheOldStringFormIsCheckedToo) {
-    EXPECT_FALSE(FrameWork::ConnectChecked("ZRGrowth", &sender, SIGNAL(timeout()), &receiver, SLOT(NoSuchSlot())));
+    QMetaObject::Connection connection;
+    EXPECT_NONFATAL_FAILURE(
+        connection = FrameWork::ConnectChecked("ZRGrowth", &sender, SIGNAL(timeout()), &receiver, SLOT(NoSuchSlot())),
+        "QObject::connect: No such slot QObject::NoSuchSlot()");
+
+    EXPECT_FALSE(connection);
     EXPECT_THAT(log.Assertions(), SizeIs(1));
 }
 

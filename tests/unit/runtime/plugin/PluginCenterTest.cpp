@@ -6,6 +6,7 @@
 #include "plugin/IZRPluginInterfaceFactory.h"
 #include "plugin/IZRPluginModule.h"
 #include "plugin/PluginLoader.h"
+#include "support/PlaceOf.h"
 #include "support/ScriptedHostTest.h"
 
 using namespace ::testing;
@@ -182,6 +183,27 @@ TEST_F(PluginCenterTest, AFactoryThatThrowsGivesNothingAndIsLogged) {
 
     EXPECT_FALSE(IZRPluginCenter::_CreateInterface("throwing"));
     EXPECT_THAT(log.Lines(), ElementsAre(Error("The factory of a service threw: no service")));
+}
+
+// A module that was built earlier finds each operation at its place; two places are the destructor's.
+
+TEST(PluginInterfaceShapeTest, OperationsOfAModuleKeepTheirPlaces) {
+    EXPECT_EQ(PlaceOf(&IZRPluginModule::GetSymbolName), 2);
+    EXPECT_EQ(PlaceOf(&IZRPluginModule::CreateInterface), 3);
+    EXPECT_EQ(PlaceOf(&IZRPluginModule::OnInit), 4);
+    EXPECT_EQ(PlaceOf(&IZRPluginModule::OnUnInit), 5);
+    EXPECT_EQ(PlaceOf(&IZRPluginModule::OnLogin), 6);
+    EXPECT_EQ(PlaceOf(&IZRPluginModule::OnLogout), 7);
+    EXPECT_EQ(PlaceOf(&IZRPluginModule::OnEvent), 8);
+}
+
+TEST(PluginInterfaceShapeTest, OperationOfAServiceKeepsItsPlace) {
+    EXPECT_EQ(PlaceOf(&IZRPluginInterface::SupportMultiThread), 2);
+}
+
+TEST(PluginInterfaceShapeTest, OperationsOfAFactoryKeepTheirPlaces) {
+    EXPECT_EQ(PlaceOf(&IZRPluginInterfaceFactory::GetInterfaceName), 2);
+    EXPECT_EQ(PlaceOf(&IZRPluginInterfaceFactory::CreateInterface), 3);
 }
 
 }  // namespace

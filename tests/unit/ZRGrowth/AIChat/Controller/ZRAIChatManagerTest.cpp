@@ -270,7 +270,7 @@ TEST_F(AIChatManagerTest, OverrideOneOpensEveryScenesAndLogsNothing) {
 
 TEST_F(AIChatManagerTest, AnyOtherOverrideClosesEverySceneAndLogsNothing) {
     SceneThreeIsOpen();
-    for (const unsigned int type : {2u, 3u, 4294967295u}) {
+    for (const unsigned int type : {2u, 3u, 256u, 65536u, 4294967295u}) {
         manager.SetAIChatDevelopEnableType(type);
         EXPECT_FALSE(manager.IsAIChatEnable(Scene(3))) << type;
     }

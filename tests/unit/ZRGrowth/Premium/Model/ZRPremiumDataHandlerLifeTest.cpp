@@ -35,6 +35,21 @@ private:
     }
 };
 
+TEST(PremiumHandlerCallsTest, PushIsLoggedAndThenPosted) {
+    CCallList host;
+    host.Install();
+    auto* handler = new CZRPremiumDataHandler(nullptr);
+    host.calls.clear();
+
+    host.push(0, kCSProtoOk, CSProtoData{20837, Bytes({0x08, 0x05, 0x10, 0x01})}, nullptr);
+
+    EXPECT_THAT(host.calls, ElementsAre("[Premium] Premium Change Push Received, Need All Access = true, "
+                                        "Custom Access Count = 0, Will Refresh After 5000 Ms",
+                                        "post after 5000"));
+    delete handler;
+    host::Uninstall();
+}
+
 TEST(PremiumHandlerCallsTest, StartAndEndGoThroughTimerPushAndBusInTheirOrder) {
     CTimerCallList host;
     host.Install();

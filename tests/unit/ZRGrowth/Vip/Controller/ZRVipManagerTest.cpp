@@ -53,6 +53,43 @@ TEST_F(VipManagerTest, LoginAsksForTheStatusAndLogoutClearsIt) {
     EXPECT_THAT(bus.Sent(), IsEmpty());
 }
 
+TEST_F(VipManagerTest, LoginKeepsTheStatusUntilTheAnswerWhenNoLogoutCameBefore) {
+    manager.Init();
+    LogIn();
+
+    manager.OnLogin();
+
+    EXPECT_TRUE(manager.HasVipQualification());
+    EXPECT_EQ(manager.GetVipGrade(), 3);
+    EXPECT_THAT(log.Lines(), ElementsAre(Info("[Vip] Send Request For Vip Status From Server")));
+    EXPECT_THAT(channel.Sent(), SizeIs(1));
+}
+
+TEST_F(VipManagerTest, PushLeadsToARequestWhenTheUserIsLoggedOut) {
+    manager.Init();
+    LogIn();
+    manager.OnLogout();
+    log.Forget();
+
+    channel.Push(20832, vip_base_service::UserVipStateChangePush());
+    time.Settle();
+
+    ASSERT_THAT(channel.Sent(), SizeIs(1));
+    EXPECT_EQ(channel.Sent()[0].cmd, 20831u);
+}
+
+TEST_F(VipManagerTest, AnswerIsTakenWhenItComesAfterTheLogout) {
+    manager.Init();
+    manager.OnLogin();
+    manager.OnLogout();
+    EXPECT_EQ(channel.OutstandingCount(), 1);
+
+    channel.Reply(channel.LastSession(), 20831, FullAnswer());
+
+    EXPECT_EQ(manager.GetVipGrade(), 3);
+    EXPECT_THAT(bus.Sent(), ElementsAre(::Message(80052)));
+}
+
 TEST_F(VipManagerTest, TheNewerSystemIsOffInAnotherEditionWhateverTheServerSays) {
     manager.Init();
     LogIn();

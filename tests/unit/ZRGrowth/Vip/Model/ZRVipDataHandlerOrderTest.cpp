@@ -86,6 +86,35 @@ TEST_F(VipHandlerOrderTest, AnUnexpectedSubStateIsAssertedAndThenLogged) {
                                         "[Vip] Unexpected Sub State While Active, Sub State = 9"));
 }
 
+/// Reads the grade at each line of the log.
+class CGradeReadingList : public CCallList {
+public:
+    void Write(const LogRecord& record) override {
+        CCallList::Write(record);
+        calls.back() += ", grade " + std::to_string(handler ? handler->GetVipGrade() : 0);
+    }
+
+    const CZRVipDataHandler* handler = nullptr;
+};
+
+TEST(VipHandlerClearTest, ClearIsLoggedAndThenResets) {
+    CGradeReadingList host;
+    host.Install();
+    {
+        CZRVipDataHandler handler(nullptr);
+        handler.RequestVipStatus();
+        host.reply(1, kCSProtoOk, CSProtoData{20831, FullAnswer().SerializeAsString()}, nullptr);
+        host.handler = &handler;
+        host.calls.clear();
+
+        handler.ClearVipStatus();
+
+        EXPECT_THAT(host.calls, ElementsAre("[Vip] Clear Vip Status, Reset To Default, grade 3"));
+        EXPECT_EQ(handler.GetVipGrade(), 0);
+    }
+    host::Uninstall();
+}
+
 TEST(VipHandlerShapeTest, TheTwoCallbacksAreSlotsAndThereAreNoSignals) {
     const QMetaObject& meta = CZRVipDataHandler::staticMetaObject;
 

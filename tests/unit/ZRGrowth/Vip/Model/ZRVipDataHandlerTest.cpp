@@ -295,6 +295,16 @@ TEST_F(VipDataHandlerTest, AnAnswerThatIsNoMessageIsLoggedAndChangesNothing) {
     ExpectFullStatusAndSilence();
 }
 
+TEST_F(VipDataHandlerTest, LineNamesTheModuleItsSourceAndItsFunction) {
+    handler.ClearVipStatus();
+
+    ASSERT_THAT(log.Lines(), SizeIs(1));
+    EXPECT_EQ(log.Lines()[0].module, "ZRGrowth");
+    EXPECT_EQ(log.Lines()[0].file, "ZRGrowth/Vip/Model/ZRVipDataHandler");
+    EXPECT_EQ(log.Lines()[0].function, "ClearVipStatus");
+    EXPECT_GT(log.Lines()[0].line, 0);
+}
+
 // Clearing
 
 TEST_F(VipDataHandlerTest, ClearingIsLoggedAndToldToNobody) {

@@ -72,6 +72,9 @@ TEST_F(VipEngineStatusTest, AnUnexpectedSubStateOfAMemberIsAssertedLoggedAndUnde
         EXPECT_EQ(assertions[0].type, 3);
         EXPECT_EQ(assertions[0].module, "ZRGrowth");
         EXPECT_EQ(assertions[0].expression, "Unexpected New Vip Sub State While Active");
+        EXPECT_EQ(assertions[0].detail, "");
+        EXPECT_EQ(assertions[0].file, "ZRGrowth/Vip/Model/ZRVipDataHandler");
+        EXPECT_GT(assertions[0].line, 0);
         EXPECT_THAT(trade->module->asked, IsEmpty());
     }
 }
