@@ -23,7 +23,8 @@ public:
     /// Fixed, in pixels.
     void setIconButtonSize(const QSize& size);
     void setIconColorStyle(ZIconColorStyle::type style);
-    /// Whether the button lies on a plate under the pointer; it does from the beginning.
+    /// Whether the background changes under the pointer and when the button is pressed; it does from the beginning.
+    /// Without it the disc of the style `onPicture` stays, with the same darkness.
     void setHoverBackground(bool shown);
     /// Between the icon and each edge, in pixels.
     void setIconMargins(int margin);
