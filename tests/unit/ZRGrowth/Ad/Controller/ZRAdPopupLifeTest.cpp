@@ -131,6 +131,54 @@ TEST_F(AdPopupWindowLifeTest, AfterAShownCardsWindowDiedALogoutEndsTheExposure) 
     EXPECT_THAT(log.Lines(), IsEmpty());
 }
 
+TEST_F(AdPopupWindowLifeTest, LoadingCardStaysWhenTheTimeOfACardBeforeItWithoutAWindowIsOver) {
+    Show("1");
+    ASSERT_TRUE(CloseTimer());
+    EndTheWindow();
+    time.Advance(10s);
+    mainFrame.Offer(&window);
+    Answer(DataOf({"2"}));
+    ASSERT_TRUE(Card());
+
+    time.Advance(6s);
+
+    EXPECT_TRUE(Card());
+    EXPECT_FALSE(slot.m_adPopupView.isNull());
+    pictures.Forget();
+    Forget();
+}
+
+TEST_F(AdPopupWindowLifeTest, CardWithoutADurationStaysWhenTheTimeOfACardBeforeItWithoutAWindowIsOver) {
+    Show("1");
+    ASSERT_TRUE(CloseTimer());
+    EndTheWindow();
+    mainFrame.Offer(&window);
+    Json::Value data = DataOf({"2"});
+    data["show_duration"] = 0;
+    ShowList(data);
+
+    time.Advance(1h);
+
+    EXPECT_TRUE(Card() && Card()->isVisible());
+    EXPECT_THAT(log.Lines(), IsEmpty());
+}
+
+TEST_F(AdPopupWindowLifeTest, TimerIsDeletedWhenAClickIsReportedAfterTheWindowDied) {
+    Show();
+    EndTheWindow();
+    slot.OnAdClicked(true, kAd);
+    EXPECT_THAT(log.Lines().back(), Info(StartsWith("[Ad] Delete ad popup close timer. ")));
+    Forget();
+}
+
+TEST_F(AdPopupWindowLifeTest, TimerIsDeletedWhenACloseIsReportedAfterTheWindowDied) {
+    Show();
+    EndTheWindow();
+    slot.OnCloseButtonClicked(kAd);
+    EXPECT_THAT(log.Lines().back(), Info(StartsWith("[Ad] Delete ad popup close timer. ")));
+    Forget();
+}
+
 // A card that somebody else deletes
 
 class AdPopupLifeTest : public AdPopupTest {};
