@@ -81,6 +81,7 @@ bool CScriptedStore::SaveString(Owner owner, const std::string& key, const std::
 }
 
 bool CScriptedStore::ReadInt64(const std::string& key, int64_t& value) {
+    m_int64Reads.push_back(key);
     const auto stored = m_refusedReads.Next() ? std::nullopt : Stored<int64_t>(Key(std::nullopt, key));
     if (!stored) {
         return false;

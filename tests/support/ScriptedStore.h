@@ -35,6 +35,9 @@ public:
     std::optional<std::string> UserString(uint64_t user, const std::string& key);
     std::optional<int64_t> Int64(const std::string& key);
 
+    /// The keys of all reads of numbers so far, refused ones too.
+    const std::vector<std::string>& Int64Reads() const { return m_int64Reads; }
+
     /// The calls that `which` names give false and do nothing.
     void RefuseSaves(Failing which);
     void RefuseReads(Failing which);
@@ -62,6 +65,7 @@ private:
     std::map<Key, Value> m_values;
     std::vector<StoreSave> m_saves;
     std::vector<bool> m_lookedAt;  // beside m_saves
+    std::vector<std::string> m_int64Reads;
     Failing m_refusedSaves = Failing::Never();
     Failing m_refusedReads = Failing::Never();
 };

@@ -19,6 +19,7 @@ public:
     /// `callback` replaces that of an earlier caller, and gets the widget later: null in internal builds where
     /// there is nothing to show, and no call at all where the request or its answer is refused. `adIds` with
     /// `useCheck` are exactly the ads wanted. Sizes in pixels.
+    /// The widget keeps its ads and reports until its deletion, also after a logout or another language or user.
     void GetAdBannerAsync(QSize size, std::function<void(QWidget*)> callback, int topNonClickableAreaHeight,
                           bool useCheck, QList<QString> adIds);
 

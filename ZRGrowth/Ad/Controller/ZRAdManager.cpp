@@ -246,6 +246,7 @@ QWidget* CZRAdManager::GetAdBottomPopupDeveloperView() {
             delete list;
         }
     });
+    view->UpdateTexts();
     return view;
 }
 

@@ -264,7 +264,9 @@ void CZRAdPopupController::OnImageLoadFailed(QString const& imageUrl, QString co
 void CZRAdPopupController::DeleteAdPopupView() {
     DeleteAdPopupCloseTimer();
     if (m_adPopupView) {
-        // Later: the view may be the one that calls.
+        // Later: the view may be the one that calls. It is hidden first, so that the focus of a button on it passes on;
+        // that is posted too, as a page that gets the focus may act at once.
+        QMetaObject::invokeMethod(m_adPopupView, &QWidget::hide, Qt::QueuedConnection);
         m_adPopupView->deleteLater();
         m_adPopupView = nullptr;
         LogInfo("Delete AdPopupView, adType = {}, adPosition = {}, adId = {}", int(m_adType), m_adPosition,

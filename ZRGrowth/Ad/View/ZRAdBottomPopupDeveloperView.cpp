@@ -88,6 +88,7 @@ ZText* AddRow(QVBoxLayout& layout, const QString& title, ZButton* button) {
 CZRAdBottomPopupDeveloperView::CZRAdBottomPopupDeveloperView(QObject* parent)
     : QWidget(qobject_cast<QWidget*>(parent)) {
     InitUI();
+    UpdateTexts();
 }
 
 CZRAdBottomPopupDeveloperView::~CZRAdBottomPopupDeveloperView() = default;
@@ -161,9 +162,13 @@ void CZRAdBottomPopupDeveloperView::OnClearLastShowTimestamp() {
     UpdateLastShowTimestampText();
 }
 
-void CZRAdBottomPopupDeveloperView::OnUpdateText() {
+void CZRAdBottomPopupDeveloperView::UpdateTexts() {
     UpdateLastShowTimestampText();
     OnUpdateCacheDataText();
+}
+
+void CZRAdBottomPopupDeveloperView::OnUpdateText() {
+    UpdateTexts();
 }
 
 void CZRAdBottomPopupDeveloperView::OnUpdateCacheDataText() {

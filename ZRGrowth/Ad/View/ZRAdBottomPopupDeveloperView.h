@@ -8,7 +8,7 @@ class CZRAdModelList;
 class ZText;
 
 /// A panel for the client's developer tools: when the bottom popup was last shown, which ads wait, and a sample to
-/// try without a server. Nothing in it refreshes by itself. Main thread.
+/// try without a server. Both texts are read at construction, then only by UpdateTexts() and the buttons. Main thread.
 class CZRAdBottomPopupDeveloperView : public QWidget {
     Q_OBJECT
 
@@ -26,6 +26,8 @@ public:
     void ClearAdBottomPopupLastShowTimestamp();
     QString GetAdBottomPopupLastShowTimeStamp();
     void UpdateLastShowTimestampText();
+    /// Reads both texts anew, as the button does.
+    void UpdateTexts();
 
 protected Q_SLOTS:
     void OnClearLastShowTimestamp();

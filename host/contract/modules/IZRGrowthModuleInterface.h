@@ -27,6 +27,8 @@ public:
     /// nothing is shown. In the strip at the top, of that height, a
     /// click does nothing. With `useCheck` exactly the ads in `adIds` are wanted, otherwise what is due. Callable
     /// from any thread.
+    /// A logout, another language or another user leaves the banner as it is: it keeps its ads and goes on reporting
+    /// exposures and clicks until its deletion. The caller deletes it at such a change and asks for a new one.
     virtual void GetAdBannerAsync(int adPosition, QSize size, std::function<void(QWidget*)> callback,
                                   int topNonClickableAreaHeight, bool useCheck, QList<QString> adIds) = 0;
 

@@ -25,7 +25,8 @@ public:
     /// Sets a fixed size in pixels.
     void setIconButtonSize(const QSize& size);
     void setIconColorStyle(ZIconColorStyle::type style);
-    /// Sets whether a background appears under the pointer. The default is true.
+    /// Sets whether the background changes under the pointer and while the button is pressed. The default is true.
+    /// Without it, the disc of the style `onPicture` keeps its darkness.
     void setHoverBackground(bool shown);
     /// Sets the distance between the icon and each edge, in pixels.
     void setIconMargins(int margin);

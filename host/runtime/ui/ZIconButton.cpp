@@ -95,7 +95,9 @@ void ZIconButton::paintEvent(QPaintEvent* /*event*/) {
     const ZWidgetState::type state = host::kit::StateOf(*this);
     const bool onPicture = d->style == ZIconColorStyle::onPicture;
     if (onPicture) {
-        host::kit::PaintPlate(painter, rect(), width() / 2.0, QColor(0, 0, 0, kDiscAlpha[state]));
+        const bool livens = d->hoverBackground || state == ZWidgetState::disabled;
+        const int alpha = kDiscAlpha[livens ? state : ZWidgetState::normal];
+        host::kit::PaintPlate(painter, rect(), width() / 2.0, QColor(0, 0, 0, alpha));
     } else if (d->hoverBackground && (state == ZWidgetState::hover || state == ZWidgetState::pressed)) {
         host::kit::PaintPlate(painter, rect(), kRadius,
                               host::kit::Color(state == ZWidgetState::hover ? "buttonHover" : "buttonPressed"));

@@ -71,9 +71,10 @@ protected:
 
     /// A banner of these ads, in the caller's window.
     CZRAdBannerView* Show(const std::vector<std::string>& ids, int bannerType = 2) {
+        const int before = banners.size();
         Ask();
         Answer(DataOf(ids, bannerType));
-        return banners.isEmpty() ? nullptr : qobject_cast<CZRAdBannerView*>(banners.last());
+        return banners.size() == before ? nullptr : qobject_cast<CZRAdBannerView*>(banners.last());
     }
 
     static ZSlideshow* Slideshow(QWidget* banner) {

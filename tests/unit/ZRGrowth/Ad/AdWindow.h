@@ -27,6 +27,12 @@ inline void PressAt(QWidget& widget, Qt::MouseButton button, const QPoint& point
     }
 }
 
+/// Double-clicks the widget's middle with the left button, through its window.
+inline void DoubleClick(QWidget& widget) {
+    QWidget* top = widget.window();
+    QTest::mouseDClick(top->windowHandle(), Qt::LeftButton, Qt::NoModifier, widget.mapTo(top, widget.rect().center()));
+}
+
 inline void Press(QWidget& widget, Qt::MouseButton button) {
     PressAt(widget, button, widget.rect().center());
 }

@@ -90,6 +90,23 @@ TEST_F(ZIconButtonTest, IsWhiteOnADarkDiscOverAPicture) {
     EXPECT_LT(Look(&button).pixelColor(2, 12).lightness(), calm);
 }
 
+TEST_F(ZIconButtonTest, DiscStaysTheSameUnderThePointerWhenNoHoverBackgroundIsWanted) {
+    button.setIconColorStyle(ZIconColorStyle::onPicture);
+    button.setHoverBackground(false);
+    Show();
+    const QImage calm = Look(&button);
+    ASSERT_LT(calm.pixelColor(2, 12).lightness(), 180);
+
+    Hover(&button);
+    EXPECT_EQ(Look(&button), calm);
+    Press(&button);
+    EXPECT_EQ(Look(&button), calm);
+    Release(&button);
+
+    button.setEnabled(false);
+    EXPECT_GT(Look(&button).pixelColor(2, 12).lightness(), calm.pixelColor(2, 12).lightness());
+}
+
 TEST_F(ZIconButtonTest, IsPaleAndDeafWhenDisabled) {
     Show();
     QSignalSpy clicked(&button, &ZIconButton::clicked);

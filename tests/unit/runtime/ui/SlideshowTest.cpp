@@ -300,6 +300,19 @@ TEST_F(SlideshowTest, APlaceholderCarriesTheDots) {
     EXPECT_TRUE(Dots()->isVisible());
 }
 
+TEST_F(SlideshowTest, StandInStaysWhenAnAttemptFails) {
+    slideshow.addWebImageOrGif(Url(0), ZResource::icon_blackvip_16_normal, ZSlideshow::kMoving);
+    Show();
+    const QImage before = Look(&slideshow);
+
+    pictures.Fail(1);
+    EXPECT_EQ(Look(&slideshow), before);
+    pictures.Fail(2);
+    EXPECT_EQ(Look(&slideshow), before);
+    pictures.Fail(3);
+    EXPECT_EQ(Look(&slideshow), before);
+}
+
 TEST_F(SlideshowTest, PassesPressesOnToItsParentAlsoOnTheDots) {
     AddThree();
     Show();

@@ -252,6 +252,27 @@ TEST_F(WebImageTest, MovesAsLongAsEachFrameStands) {
     EXPECT_THAT(seen, ElementsAre(red, green, green, blue, blue, red, red, green));
 }
 
+TEST_F(WebImageTest, PictureBeginsWithItsFirstFrameWhenItFollowsAMovingOne) {
+    Show();
+    image.SetUrl(kUrl, QString());
+    pictures.Succeed(1, Moving({{Qt::red, 100}, {Qt::green, 100}, {Qt::blue, 100}}));
+    time.Settle();
+    time.Advance(std::chrono::milliseconds(280));
+    ASSERT_EQ(Look(&image).pixelColor(60, 20), QColor(Qt::blue));
+
+    image.SetUrl(kUrl, QString());
+    pictures.Succeed(2, Moving({{Qt::yellow, 100}, {Qt::black, 100}}));
+    EXPECT_EQ(Look(&image).pixelColor(60, 20), QColor(Qt::yellow));
+    time.Advance(std::chrono::milliseconds(99));
+    EXPECT_EQ(Look(&image).pixelColor(60, 20), QColor(Qt::yellow));
+    time.Advance(std::chrono::milliseconds(1));
+    EXPECT_EQ(Look(&image).pixelColor(60, 20), QColor(Qt::black));
+
+    image.SetUrl(kUrl, QString());
+    pictures.Succeed(3, Qt::green);
+    EXPECT_EQ(Look(&image).pixelColor(60, 20), QColor(Qt::green));
+}
+
 // At most by the step that was due as it went.
 TEST_F(WebImageTest, WhatNobodySeesDoesNotMove) {
     Show();
@@ -266,6 +287,24 @@ TEST_F(WebImageTest, WhatNobodySeesDoesNotMove) {
 
     time.Advance(std::chrono::milliseconds(100));
     EXPECT_EQ(Look(&image).pixelColor(60, 20), QColor(Qt::blue));
+}
+
+TEST_F(WebImageTest, ReleaseReachesTheParentWhenAPictureIsUnderThePointer) {
+    class CReleases : public QObject {
+    public:
+        int count = 0;
+        bool eventFilter(QObject*, QEvent* event) override {
+            count += event->type() == QEvent::MouseButtonRelease ? 1 : 0;
+            return false;
+        }
+    } releases;
+    window.installEventFilter(&releases);
+    Show();
+
+    Press(&image);
+    Release(&image);
+
+    EXPECT_EQ(releases.count, 1);
 }
 
 TEST_F(WebImageTest, PassesPressesOnToItsParentAndTakesNoFocus) {

@@ -142,7 +142,9 @@ TEST_F(AdBannerControllerTest, ASingleImageShowsOneAdHoweverManyThereAre) {
 TEST_F(AdBannerControllerTest, AnyOtherTypeShowsAll) {
     for (const int type : {2, 3, -1}) {
         time.Advance(10s);
-        EXPECT_EQ(Slideshow(Show({"a", "b", "c"}, type))->count(), 3) << type;
+        CZRAdBannerView* banner = Show({"a", "b", "c"}, type);
+        ASSERT_TRUE(banner) << type;
+        EXPECT_EQ(Slideshow(banner)->count(), 3) << type;
     }
 }
 
@@ -205,6 +207,18 @@ TEST_F(AdBannerControllerTest, TheStripIsHandedOnToTheView) {
     PressAt(*banners[0], Qt::LeftButton, QPoint(5, 29));
     EXPECT_THAT(urls.Opened(), IsEmpty());
     PressAt(*banners[0], Qt::LeftButton, QPoint(5, 30));
+    EXPECT_THAT(urls.Opened(), SizeIs(1));
+}
+
+TEST_F(AdBannerControllerTest, StripOfAnEarlierCallIsForgottenWhenTheNextCallHasNone) {
+    slot.GetAdBannerAsync(kSize, Taker(), 30, false, {});
+    slot.GetAdBannerAsync(kSize, Taker(), 0, false, {});  // refused by the limit
+    Answer(DataOf({"a"}));
+    banners[0]->show();
+    time.Settle();
+
+    PressAt(*banners[0], Qt::LeftButton, QPoint(5, 5));
+
     EXPECT_THAT(urls.Opened(), SizeIs(1));
 }
 

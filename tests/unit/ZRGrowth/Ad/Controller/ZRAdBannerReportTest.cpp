@@ -39,6 +39,19 @@ TEST_F(AdBannerReportTest, PicturesAndClicksAreReported) {
     EXPECT_TRUE(slot.GetAdModelList());  // a click closes nothing
 }
 
+TEST_F(AdBannerReportTest, BannerOpensTwiceAndReportsTwoClicksWhenItIsDoubleClicked) {
+    CZRAdBannerView* banner = Show({"a"});
+    banner->show();
+    time.Settle();
+    Forget();
+
+    DoubleClick(*banner);
+
+    EXPECT_THAT(urls.Opened(), SizeIs(2));
+    EXPECT_THAT(reports.Names(), ElementsAre("ClickAd", "ClickAd"));
+    pictures.Forget();
+}
+
 TEST_F(AdBannerReportTest, AClickWhoseTargetIsRefusedIsReportedAsThat) {
     Json::Value data = DataOf({"a"});
     data["ad"][0]["banner_ad"]["schema"] = "ftp://www.test/";

@@ -1,4 +1,6 @@
 // The server's three pushes.
+#include <json/reader.h>
+
 #include "Ad/AdManagerTest.h"
 
 using namespace ::testing;
@@ -106,6 +108,33 @@ TEST_F(AdPushTest, OtherTypesAndPositionsAskForNothing) {
     EXPECT_THAT(poster.Delays(), SizeIs(7));
     EXPECT_THAT(log.Lines().back(),
                 Info("[Ad] AdPush callback,receive cmd 20171, adType = 0, adPosition = 0, delay = 0"));
+}
+
+TEST_F(AdPushTest, PushRequestsNothingWhenTypeOrPositionIsNotThePopups) {
+    for (const uint32_t type : {0u, 1u, 4u}) {
+        channel.Push(20171, AdPush(type, 42, 0));
+    }
+    for (const uint32_t position : {0u, 41u, 43u}) {
+        channel.Push(20171, AdPush(2, position, 0));
+    }
+    time.Settle();
+
+    EXPECT_THAT(http.Started(), IsEmpty());
+    EXPECT_THAT(poster.Delays(), SizeIs(6));
+    log.Forget();
+}
+
+TEST_F(AdPushTest, IdsAreReadAsUtf8WhenAPushCarriesThem) {
+    channel.Push(20145, StatusPush(3, 7, 0, {"秋", "é"}));
+    channel.Push(20170, CheckPush(2, 42, 0, {"秋"}));
+    time.Settle();
+
+    ASSERT_THAT(http.Started(), SizeIs(1));
+    Json::Value body;
+    ASSERT_TRUE(Json::Reader().parse(Body(), body));
+    EXPECT_EQ(body["ad_id"][0].asString(), "秋");
+    EXPECT_THAT(Texts(), AllOf(HasSubstr("offlineAdId = 秋,é, delay = 0\n"), HasSubstr("adId = 秋, delay = 0\n")));
+    log.Forget();
 }
 
 TEST_F(AdPushTest, NewAdsWithAnErrorAreLoggedAndDropped) {

@@ -154,7 +154,8 @@ TEST_F(AdManagerTest, AnotherLanguageClearsAListThatWaits) {
 
     bus.HostSend(20100);
 
-    EXPECT_THAT(log.Lines(), Contains(Info("[Ad] Clear ad data. adType = 2, adPosition = 42, adId = ")));
+    EXPECT_THAT(Texts(), StartsWith("[Ad] Language changed\n[Ad] Clear ad data. adType = 2, adPosition = 42, adId = \n"
+                                    "[Ad] Request ad limited. "));
     EXPECT_EQ(Popup()->GetAdModelList(), nullptr);
     Forget();
 }

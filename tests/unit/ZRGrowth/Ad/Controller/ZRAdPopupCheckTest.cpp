@@ -195,6 +195,16 @@ TEST_F(AdPopupCheckTest, TheIntervalMustBeOverToTheLastSecond) {
     EXPECT_TRUE(MayShow());
 }
 
+TEST_F(AdPopupCheckTest, IntervalIsNotOverWhenItsLastSecondHasOnlyBegun) {
+    SetInterval(60);
+    store.SetInt64(kLastShow, kNow - 60);
+    time.SetServerTime(kNow * 1000 + 999);
+    EXPECT_FALSE(MayShow());
+
+    time.SetServerTime(kNow * 1000 + 1000);
+    EXPECT_TRUE(MayShow());
+}
+
 TEST_F(AdPopupCheckTest, TimePassingMakesTheIntervalOver) {
     SetInterval(60);
     store.SetInt64(kLastShow, kNow - 10);
@@ -223,6 +233,14 @@ TEST_F(AdPopupCheckTest, AnIntervalOfNothingIgnoresTheStoredTime) {
             EXPECT_TRUE(MayShow()) << interval << " " << last;
         }
     }
+}
+
+TEST_F(AdPopupCheckTest, LastShowTimeIsReadWhenThereIsNoInterval) {
+    SetInterval(0);
+
+    EXPECT_TRUE(MayShow());
+
+    EXPECT_THAT(store.Int64Reads(), ElementsAre(kLastShow));
 }
 
 TEST_F(AdPopupCheckTest, AStoredTimeAheadOfTheClockRefuses) {

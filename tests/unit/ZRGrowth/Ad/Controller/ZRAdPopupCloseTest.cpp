@@ -1,4 +1,6 @@
 // How a popup leaves the screen, and what is withdrawn.
+#include <QApplication>
+#include <QLineEdit>
 #include <QPointer>
 
 #include "Ad/AdPopupTest.h"
@@ -76,6 +78,24 @@ TEST_F(AdPopupCloseTest, TheCloseButtonReportsItselfClosesByItAndTakesTheCardAwa
     ASSERT_THAT(reports.Names(), ElementsAre("ClickAd", "ExposeAd"));
     EXPECT_THAT(reports.Events()[0].params, AllOf(HasSubstr(R"("action_type":"2")"), Not(HasSubstr("result_status"))));
     http.Forget();
+}
+
+TEST_F(AdPopupCloseTest, FocusPassesOnWhenTheCardIsClosedByTheKeyboard) {
+    QLineEdit page(&window);
+    page.show();
+    window.activateWindow();
+    time.Settle();
+    Show();
+    page.setFocus();
+    QTest::keyClick(window.windowHandle(), Qt::Key_Tab);
+    ASSERT_EQ(QApplication::focusWidget(), CloseButton());
+
+    QTest::keyClick(window.windowHandle(), Qt::Key_Space);
+    time.Settle();
+
+    EXPECT_EQ(Card(), nullptr);
+    EXPECT_EQ(QApplication::focusWidget(), &page);
+    Forget();
 }
 
 TEST_F(AdPopupCloseTest, ACloseTakesTheViewAwayAheadOfItsReports) {

@@ -85,6 +85,42 @@ TEST_F(AdPopupControllerTest, AListThatMayNotBeShownWaitsAndIsShownAtALaterTry) 
     pictures.Forget();
 }
 
+TEST_F(AdPopupControllerTest, TryReplacesTheCardWhenOneIsThere) {
+    for (const bool onScreen : {false, true}) {
+        onScreen ? Show() : Answer(DataOf({"18088"}));
+        const QPointer<QWidget> first = slot.m_adPopupView;
+        ASSERT_EQ(first && first->isVisible(), onScreen);
+
+        slot.TryShowAdPopup();
+
+        EXPECT_FALSE(slot.m_adPopupView.isNull()) << onScreen;
+        EXPECT_NE(slot.m_adPopupView, first) << onScreen;
+        time.Settle();
+        EXPECT_TRUE(first.isNull()) << onScreen;
+        pictures.Forget();
+        Forget();
+    }
+}
+
+TEST_F(AdPopupControllerTest, IdsAreStoredWhenTheExposureBegins) {
+    class CStart : public CBottomSlot {
+    public:
+        QString seen;
+
+    protected:
+        void ReportExposeAdStart(QString const& adId) override {
+            seen = m_adId + m_pushId;
+            CBottomSlot::ReportExposeAdStart(adId);
+        }
+    } start;
+    start.OnRequestAdSucceeded(ListOf(DataOf({"18088"})), 5);
+    LetPictureIn();
+
+    EXPECT_EQ(start.seen, kAd + kPush);
+    store.Forget();
+    Forget();
+}
+
 TEST_F(AdPopupControllerTest, AListThatIsGoodForNothingAnyMoreIsThrownAway) {
     mainFrame.SetFocusIn(false);
     Answer(DataOf({"18088"}));

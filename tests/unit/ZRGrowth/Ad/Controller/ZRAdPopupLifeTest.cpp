@@ -1,4 +1,6 @@
 // The bottom popup whose window, card, slot or manager goes at any moment.
+#include <QApplication>
+#include <QLineEdit>
 #include <QPointer>
 
 #include "Ad/AdManagerTest.h"
@@ -10,13 +12,16 @@ namespace {
 
 const QString kAd = QStringLiteral("18088");
 
-/// Acts once, as its widget comes up.
+/// Acts once, as its widget comes up or gets another event.
 class CAtShow : public QObject {
 public:
-    CAtShow(QWidget* widget, std::function<void()> act) : m_fnAct(std::move(act)) { widget->installEventFilter(this); }
+    CAtShow(QWidget* widget, std::function<void()> act, QEvent::Type type = QEvent::Show)
+        : m_fnAct(std::move(act)), m_type(type) {
+        widget->installEventFilter(this);
+    }
 
     bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() == QEvent::Show) {
+        if (event->type() == m_type) {
             watched->removeEventFilter(this);
             m_fnAct();
         }
@@ -25,6 +30,7 @@ public:
 
 private:
     std::function<void()> m_fnAct;
+    QEvent::Type m_type;
 };
 
 /// A card in a main window which dies ahead of the slot.
@@ -123,6 +129,54 @@ TEST_F(AdPopupWindowLifeTest, AfterAShownCardsWindowDiedALogoutEndsTheExposure) 
     Forget();
     time.Advance(1h);
     EXPECT_THAT(log.Lines(), IsEmpty());
+}
+
+TEST_F(AdPopupWindowLifeTest, LoadingCardStaysWhenTheTimeOfACardBeforeItWithoutAWindowIsOver) {
+    Show("1");
+    ASSERT_TRUE(CloseTimer());
+    EndTheWindow();
+    time.Advance(10s);
+    mainFrame.Offer(&window);
+    Answer(DataOf({"2"}));
+    ASSERT_TRUE(Card());
+
+    time.Advance(6s);
+
+    EXPECT_TRUE(Card());
+    EXPECT_FALSE(slot.m_adPopupView.isNull());
+    pictures.Forget();
+    Forget();
+}
+
+TEST_F(AdPopupWindowLifeTest, CardWithoutADurationStaysWhenTheTimeOfACardBeforeItWithoutAWindowIsOver) {
+    Show("1");
+    ASSERT_TRUE(CloseTimer());
+    EndTheWindow();
+    mainFrame.Offer(&window);
+    Json::Value data = DataOf({"2"});
+    data["show_duration"] = 0;
+    ShowList(data);
+
+    time.Advance(1h);
+
+    EXPECT_TRUE(Card() && Card()->isVisible());
+    EXPECT_THAT(log.Lines(), IsEmpty());
+}
+
+TEST_F(AdPopupWindowLifeTest, TimerIsDeletedWhenAClickIsReportedAfterTheWindowDied) {
+    Show();
+    EndTheWindow();
+    slot.OnAdClicked(true, kAd);
+    EXPECT_THAT(log.Lines().back(), Info(StartsWith("[Ad] Delete ad popup close timer. ")));
+    Forget();
+}
+
+TEST_F(AdPopupWindowLifeTest, TimerIsDeletedWhenACloseIsReportedAfterTheWindowDied) {
+    Show();
+    EndTheWindow();
+    slot.OnCloseButtonClicked(kAd);
+    EXPECT_THAT(log.Lines().back(), Info(StartsWith("[Ad] Delete ad popup close timer. ")));
+    Forget();
 }
 
 // A card that somebody else deletes
@@ -287,6 +341,28 @@ TEST_F(AdPopupManagerLifeTest, WhoeverSeesACardComeUpMayTakeTheManagerAway) {
     EXPECT_THAT(store.Saves(), IsEmpty());
     EXPECT_THAT(Texts(), Not(HasSubstr("Show ad popup")));
     log.Forget();
+}
+
+TEST_F(AdPopupManagerLifeTest, CloseIsReportedWhenThePageThatGetsTheFocusTakesTheManagerAway) {
+    QLineEdit page(&window);
+    page.show();
+    window.activateWindow();
+    time.Settle();
+    StartAndShow();
+    page.setFocus();
+    QTest::keyClick(window.windowHandle(), Qt::Key_Tab);
+    ASSERT_EQ(QApplication::focusWidget(), CloseButton());
+    const QPointer<CZRAdManager> alive = manager.get();
+    const CAtShow taker(
+        &page, [this] { manager.reset(); }, QEvent::FocusIn);
+
+    QTest::keyClick(window.windowHandle(), Qt::Key_Space);
+    time.Settle();
+
+    EXPECT_TRUE(alive.isNull());
+    EXPECT_EQ(Card(), nullptr);
+    EXPECT_THAT(reports.Names(), ElementsAre("ClickAd", "ExposeAd"));
+    Forget();
 }
 
 TEST_F(AdPopupManagerLifeTest, WhoeverSeesACardComeUpMayTakeItsWindowAway) {

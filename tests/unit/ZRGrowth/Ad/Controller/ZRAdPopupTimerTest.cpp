@@ -109,6 +109,41 @@ TEST_F(AdPopupTimerTest, ASecondNoticeOfThePictureBeginsTheDurationAnewWithOneTi
     Forget();
 }
 
+TEST_F(AdPopupTimerTest, TimerBeginsBeforeTheLastShowTimeIsStoredWhenANoticeOfThePictureComesAgain) {
+    Show();
+
+    slot.OnImageLoadSucceeded(QStringLiteral("https://pictures.test/card.png"), 1, 1, QStringLiteral("18088"),
+                              QStringLiteral("p-1"));
+
+    const std::string texts = Texts();
+    const size_t timer = texts.find("[Ad] Delete ad popup close timer. ");
+    const size_t lastShow = texts.find("[Ad] Update last show ad popup time stamp, ");
+    ASSERT_NE(timer, std::string::npos);
+    ASSERT_NE(lastShow, std::string::npos);
+    EXPECT_LT(timer, lastShow);
+    store.Forget();
+    Forget();
+}
+
+TEST_F(AdPopupTimerTest, RunningTimerStaysWhenTheNextNoticeFindsAListWithoutADuration) {
+    Show();
+    time.Advance(10s);
+    Json::Value data = DataOf({"18088"});
+    data["show_duration"] = 0;
+    slot.SetAdModelList(ListOf(data));
+
+    slot.OnImageLoadSucceeded(QStringLiteral("https://pictures.test/card.png"), 1, 1, QStringLiteral("18088"),
+                              QStringLiteral("p-1"));
+
+    EXPECT_THAT(Texts(), Not(HasSubstr("Delete ad popup close timer")));
+    time.Advance(4'999ms);
+    EXPECT_TRUE(Card() && Card()->isVisible());
+    time.Advance(1ms);
+    EXPECT_EQ(Card(), nullptr);
+    store.Forget();
+    Forget();
+}
+
 TEST_F(AdPopupTimerTest, TheTimerGoesWithAWord) {
     Show();
 

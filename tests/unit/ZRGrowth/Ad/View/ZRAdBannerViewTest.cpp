@@ -304,6 +304,17 @@ TEST_F(AdBannerViewTest, AnotherButtonThanTheLeftDoesNothing) {
     EXPECT_EQ(window.presses, 2);
 }
 
+TEST_F(AdBannerViewTest, RightPressDoesNothingWhenTheLeftButtonIsHeld) {
+    AddThree();
+    QMouseEvent event(QEvent::MouseButtonPress, QPointF(300, 50), Qt::RightButton, Qt::LeftButton | Qt::RightButton,
+                      Qt::NoModifier);
+
+    QCoreApplication::sendEvent(view, &event);
+
+    EXPECT_THAT(told, IsEmpty());
+    EXPECT_THAT(urls.Opened(), IsEmpty());
+}
+
 TEST_F(AdBannerViewTest, ButtonAndStripAreLookedAtBeforeTheTarget) {
     Add(QStringLiteral("a"), QString());
     view->SetTopNonClickableAreaHeight(24);

@@ -98,8 +98,8 @@ TEST_F(AdDeveloperViewTest, ThePanelStandsAsItIsDrawnUp) {
     }
     EXPECT_THAT(words,
                 UnorderedElementsAre("******************************* 广告 - 底部弹窗 *******************************",
-                                     "[刷新（调试数据需要手动刷新）]", "上次展示时间：", "", "[清除]", "缓存广告数据：",
-                                     "", "[生成测试数据]"));
+                                     "[刷新（调试数据需要手动刷新）]", "上次展示时间：", kNothing, "[清除]",
+                                     "缓存广告数据：", kNothing, "[生成测试数据]"));
     const int update = Find<ZButton>("UpdateText")->y();
     const int first = Find<ZButton>("ClearLastShowTimestamp")->y();
     const int second = Find<ZButton>("GenerateCacheData")->y();
@@ -115,8 +115,9 @@ TEST_F(AdDeveloperViewTest, EachRowHasItsLabelItsTextAndItsButtonInThisOrder) {
     EXPECT_THAT(WordsOf(layout),
                 ElementsAre("******************************* 广告 - 底部弹窗 *******************************",
                             "[刷新（调试数据需要手动刷新）]", "a row", "a row", "a stretch"));
-    EXPECT_THAT(WordsOf(layout->itemAt(2)->layout()), ElementsAre("上次展示时间：", "", "[清除]", "a stretch"));
-    EXPECT_THAT(WordsOf(layout->itemAt(3)->layout()), ElementsAre("缓存广告数据：", "", "[生成测试数据]", "a stretch"));
+    EXPECT_THAT(WordsOf(layout->itemAt(2)->layout()), ElementsAre("上次展示时间：", kNothing, "[清除]", "a stretch"));
+    EXPECT_THAT(WordsOf(layout->itemAt(3)->layout()),
+                ElementsAre("缓存广告数据：", kNothing, "[生成测试数据]", "a stretch"));
     EXPECT_EQ(layout->itemAt(2)->layout()->itemAt(1)->widget(), Find<ZText>("LastShowText"));
     EXPECT_EQ(layout->itemAt(3)->layout()->itemAt(1)->widget(), Find<ZText>("CacheDataText"));
     EXPECT_TRUE(dynamic_cast<QVBoxLayout*>(layout));
@@ -148,17 +149,10 @@ TEST_F(AdDeveloperViewTest, BothTextsWrapWhatIsLongerThanTheirRow) {
     EXPECT_EQ(view.width(), 1500);
 }
 
-TEST_F(AdDeveloperViewTest, AFreshPanelIsBlankUntilItsButtonReadsBothTexts) {
-    EXPECT_EQ(LastShow(), "");
-    EXPECT_EQ(CacheData(), "");
-
-    Press("UpdateText");
-
+TEST_F(AdDeveloperViewTest, BothTextsReportNothingFromTheStartWhenNothingIsThere) {
     EXPECT_EQ(LastShow(), kNothing);
     EXPECT_EQ(CacheData(), kNothing);
-}
 
-TEST_F(AdDeveloperViewTest, WhereNothingIsBothTextsSaySo) {
     Press("UpdateText");
 
     EXPECT_EQ(LastShow(), kNothing);
@@ -248,6 +242,14 @@ TEST_F(AdDeveloperViewTest, AListWithoutAdsIsShownByItsRules) {
     EXPECT_EQ(CacheData(), kAdData);
 }
 
+TEST_F(AdDeveloperViewTest, TypeAndPositionAreTheListsWhenItIsOfAnotherSlot) {
+    list.reset(ListOf(BannerData()));
+
+    Press("UpdateText");
+
+    EXPECT_THAT(CacheData(), StartsWith("ad_type: 3\nad_position: 7\n"));
+}
+
 TEST_F(AdDeveloperViewTest, AListWithoutTheArrayOfAdsIsShownByItsRules) {
     Json::Value data = PopupData();
     data.removeMember("ad");
@@ -318,7 +320,7 @@ TEST_F(AdDeveloperViewTest, TheSampleGoesToTheSlotAndIsShown) {
               "schema: " +
                   ad->GetBottomPopup()->GetSchema().toStdString() +
                   "\nimg: " + ad->GetBottomPopup()->GetImage().toStdString());
-    EXPECT_EQ(LastShow(), "");  // that is another button's
+    EXPECT_EQ(LastShow(), kNothing);
 }
 
 TEST_F(AdDeveloperViewTest, ASampleThatNobodyTakesIsNotMade) {
@@ -327,7 +329,7 @@ TEST_F(AdDeveloperViewTest, ASampleThatNobodyTakesIsNotMade) {
     Press("GenerateCacheData");
 
     EXPECT_FALSE(list);
-    EXPECT_EQ(CacheData(), "");
+    EXPECT_EQ(CacheData(), kNothing);
 }
 
 TEST_F(AdDeveloperViewTest, WhoeverTakesTheSampleMayDeleteThePanelAtOnce) {
@@ -430,6 +432,18 @@ TEST_F(AdDeveloperViewTest, APanelThatOutlivesTheManagerHasNothingAndTakesNothin
     Click(panel->findChild<ZButton*>(QStringLiteral("GenerateCacheData")));
 
     EXPECT_EQ(text->text().toStdString(), kNothing);
+}
+
+TEST_F(AdDeveloperViewTest, ManagersPanelShowsTheWaitingListAndTheLastShowWhenItOpens) {
+    store.SetInt64(Key(1), 5);
+    StartAndWait();
+
+    const std::unique_ptr<QWidget> panel(manager->GetAdBottomPopupDeveloperView());
+
+    EXPECT_EQ(panel->findChild<ZText*>(QStringLiteral("LastShowText"))->text().toStdString(),
+              "ShowIntervalType:1, time:1970-01-01 00:00:05\n");
+    EXPECT_THAT(panel->findChild<ZText*>(QStringLiteral("CacheDataText"))->text().toStdString(),
+                HasSubstr("ad_id: 18088\n"));
 }
 
 TEST_F(AdDeveloperViewTest, EachPanelIsANewOne) {

@@ -97,6 +97,13 @@ TEST_F(AdBottomPopupViewTest, IsACardOf360By120WithCornersOf4) {
     for (const QPoint edge : {QPoint(5, 0), QPoint(0, 5), QPoint(2, 2), QPoint(357, 117)}) {
         EXPECT_EQ(seen.pixelColor(edge), QColor(Qt::red)) << edge.x() << "," << edge.y();
     }
+    // A radius of 3 paints the first two in full; a radius of 5 cuts the others.
+    for (const QPoint rim : {QPoint(1, 1), QPoint(358, 118)}) {
+        EXPECT_NE(seen.pixelColor(rim), QColor(Qt::red)) << rim.x() << "," << rim.y();
+    }
+    for (const QPoint edge : {QPoint(4, 0), QPoint(0, 4)}) {
+        EXPECT_EQ(seen.pixelColor(edge), QColor(Qt::red)) << edge.x() << "," << edge.y();
+    }
     EXPECT_THAT(log.Assertions(), IsEmpty());
 }
 
@@ -190,6 +197,18 @@ TEST_F(AdBottomPopupViewTest, NeverRisesAboveTheTop) {
         window.setFixedHeight(height);
         EXPECT_EQ(NewCard()->y(), y) << height;
     }
+}
+
+TEST_F(AdBottomPopupViewTest, PlaceFollowsItsOwnHeightWhenThatIsAnother) {
+    CZRAdBottomPopupView card(&window, false, QSize(300, 100), QString(), QString());
+    EXPECT_EQ(card.y(), 600 - 100 - 48);
+}
+
+TEST_F(AdBottomPopupViewTest, PlaceFollowsTheParentsHeightWhenTheParentIsNoWindow) {
+    QWidget frame(&window);
+    frame.resize(700, 400);
+    const CZRAdBottomPopupView card(&frame, false, kAdBottomPopupSize, QString(), QString());
+    EXPECT_EQ(card.pos(), QPoint(160, 400 - 120 - 48));
 }
 
 TEST_F(AdBottomPopupViewTest, FollowsTheWindowOnlyWhenItIsTold) {

@@ -345,6 +345,43 @@ TEST_F(AdImageViewTest, AnotherButtonThanTheLeftDoesNothing) {
     EXPECT_EQ(window.presses, 2);
 }
 
+TEST_F(AdImageViewTest, RightPressDoesNothingWhenTheLeftButtonIsHeld) {
+    view->SetSchema(kSchema);
+    Load();
+    QMouseEvent event(QEvent::MouseButtonPress, QPointF(180, 60), Qt::RightButton, Qt::LeftButton | Qt::RightButton,
+                      Qt::NoModifier);
+
+    QCoreApplication::sendEvent(view, &event);
+
+    EXPECT_THAT(told, IsEmpty());
+    EXPECT_THAT(urls.Opened(), IsEmpty());
+}
+
+TEST_F(AdImageViewTest, ImageOpensTwiceAndReportsTwoClicksWhenItIsDoubleClicked) {
+    view->SetSchema(kSchema);
+    Load();
+
+    DoubleClick(*view);
+
+    EXPECT_THAT(urls.Opened(), SizeIs(2));
+    EXPECT_THAT(told, ElementsAre("clicked, opened", "clicked, opened"));
+}
+
+TEST_F(AdImageViewTest, LossCarriesTheAddressOfTheNoticeWhenAnotherIsStored) {
+    const QString other = QStringLiteral("https://pictures.test/other.png");
+    view->SetImageUrl(kUrl);
+    Notice(kProgress);
+    Notice(kProgress);
+    log.Forget();
+
+    Notice(kImageLoadFailed, other);
+
+    EXPECT_THAT(told, ElementsAre("lost https://pictures.test/other.png \"\" 0 3"));
+    EXPECT_THAT(log.Lines(), ElementsAre(Info("[Ad] Load failed, reset image url, imageUrl = "
+                                              "https://pictures.test/other.png, loadCount = 3")));
+    pictures.Forget();
+}
+
 TEST_F(AdImageViewTest, TheStateOfThePictureIsLookedAtBeforeTheButton) {
     Press(*view, Qt::RightButton);
 

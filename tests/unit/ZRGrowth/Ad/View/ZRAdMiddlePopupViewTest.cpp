@@ -84,6 +84,19 @@ TEST_F(AdMiddlePopupViewTest, FollowsItsParentsSize) {
     EXPECT_EQ(view->maximumSize(), QSize(1000, 800));
 }
 
+TEST_F(AdMiddlePopupViewTest, SizeIsTheParentsWhenTheParentIsNoWindow) {
+    QWidget page(&window);
+    page.resize(700, 600);
+    const CZRAdMiddlePopupView view(&page, true);
+    EXPECT_EQ(view.maximumSize(), QSize(700, 600));
+
+    window.show();
+    time.Settle();
+    page.resize(710, 620);
+
+    EXPECT_EQ(view.maximumSize(), QSize(710, 620));
+}
+
 TEST_F(AdMiddlePopupViewTest, LeavesItsParentsEventsToTheParent) {
     CZRAdMiddlePopupView* view = NewView();
     QEvent resize(QEvent::Resize);
@@ -93,9 +106,11 @@ TEST_F(AdMiddlePopupViewTest, LeavesItsParentsEventsToTheParent) {
 
     EXPECT_FALSE(view->eventFilter(&window, &resize));
     EXPECT_FALSE(view->eventFilter(&window, &move));
+    EXPECT_EQ(view->size(), QSize(900, 700));
+    view->setFixedSize(50, 50);
     EXPECT_FALSE(view->eventFilter(&another, &resize));
 
-    EXPECT_EQ(view->size(), QSize(900, 700));
+    EXPECT_EQ(view->size(), QSize(50, 50));
 }
 
 TEST_F(AdMiddlePopupViewTest, OtherEventsThanAResizeDoNotChangeItsSize) {
