@@ -237,8 +237,8 @@ void CComposition::OnServerState(const ServerState& state) {
         return;
     }
     const QUrl server = state.httpPort == 0 ? QUrl() : Loopback("http", state.httpPort);
-    m_http.AllowPlain(server);
-    m_pictures.AllowPlain(server);
+    m_http.AllowInsecureOrigin(server);
+    m_pictures.AllowInsecureOrigin(server);
     m_domains.Set("api", server.toString().toStdString());
     m_users = state.users;
     Q_EMIT UsersChanged();

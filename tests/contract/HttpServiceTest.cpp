@@ -1,6 +1,7 @@
 // What goes over the line, and what is not sent at all.
 #include <QEventLoop>
-#include <QNetworkProxy>
+#include <QFile>
+#include <QTemporaryDir>
 
 #include "RealHttpTest.h"
 
@@ -69,21 +70,34 @@ TEST_F(HttpServiceTest, AnswersAreNotKept) {
     }
 }
 
-// What is on this machine no proxy is asked for in any case, so it has to be somewhere else: an address that is
-// nobody's.
-TEST_F(HttpServiceTest, AProxyOfTheApplicationIsPassedBy) {
-    const QNetworkProxy before = QNetworkProxy::applicationProxy();
-    QNetworkProxy::setApplicationProxy(
-        QNetworkProxy(QNetworkProxy::HttpProxy, QStringLiteral("127.0.0.1"), server.Port()));
-    HttpReqInfo request = Post("/");
-    request.m_strUrl = "https://192.0.2.1/";
-    request.m_nTimeoutSeconds = 1;
+TEST_F(HttpServiceTest, ProxyOfTheEnvironmentIsNotUsed) {
+    CRawHttpServer proxy;
+    ASSERT_TRUE(proxy.Listen());
+    for (const char* name : {"http_proxy", "https_proxy", "all_proxy", "ALL_PROXY"}) {
+        qputenv(name, QByteArray::fromStdString(proxy.Url()));
+    }
 
-    Start(request);
-    ASSERT_TRUE(WaitUntil([this] { return answer.has_value(); }));
+    server.Answer(Exchange(Post("/")).connection, 200, "direct");
 
-    EXPECT_THAT(server.Requests(), IsEmpty());
-    QNetworkProxy::setApplicationProxy(before);
+    ExpectEnd(kHttpOk, 200, "direct");
+    EXPECT_EQ(proxy.ConnectionCount(), 0);
+    for (const char* name : {"http_proxy", "https_proxy", "all_proxy", "ALL_PROXY"}) {
+        qunsetenv(name);
+    }
+}
+
+TEST_F(HttpServiceTest, PasswordFileOfTheUserIsNotUsed) {
+    const QTemporaryDir home;
+    QFile file(home.filePath(QStringLiteral(".netrc")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("machine 127.0.0.1 login me password secret\n");
+    file.close();
+    const QByteArray before = qgetenv("HOME");
+    qputenv("HOME", home.path().toLocal8Bit());
+
+    EXPECT_EQ(Exchange(Post("/")).Header("Authorization"), "");
+
+    qputenv("HOME", before);
 }
 
 TEST_F(HttpServiceTest, AnAnswerInChunksIsPutTogether) {
@@ -239,7 +253,7 @@ TEST_F(HttpServiceTest, InAReleaseBuildTheServerThatWasNamedIsSpokenToPlainlyAnd
     environment.SetRelease(true);
     CRawHttpServer other;
     ASSERT_TRUE(other.Listen());
-    http->AllowPlain(QUrl(QString::fromStdString(server.Url())));
+    http->AllowInsecureOrigin(QUrl(QString::fromStdString(server.Url())));
 
     server.Answer(Exchange(Post("/ad/search", "ask")).connection, 200, "well");
     ExpectEnd(kHttpOk, 200, "well");
@@ -255,10 +269,10 @@ TEST_F(HttpServiceTest, InAReleaseBuildTheServerThatWasNamedIsSpokenToPlainlyAnd
     EXPECT_EQ(other.ConnectionCount(), 0);
 
     // the next one is in place of it
-    http->AllowPlain(QUrl(QString::fromStdString(other.Url())));
+    http->AllowInsecureOrigin(QUrl(QString::fromStdString(other.Url())));
     Start(Post("/"));
     ExpectEnd(kHttpBadRequest, 0);
-    http->AllowPlain(QUrl());
+    http->AllowInsecureOrigin(QUrl());
     Start(elsewhere);
     ExpectEnd(kHttpBadRequest, 0);
     EXPECT_THAT(server.Requests(), SizeIs(2));

@@ -1,6 +1,5 @@
 // Only a server that proves who it is hears anything of us.
 #include <QHostAddress>
-#include <QSslConfiguration>
 #include <QTcpServer>
 #include <QTcpSocket>
 
@@ -40,12 +39,10 @@ protected:
         server.SpeakTls(own.certificate, own.key);
     }
 
-    ~HttpTlsTest() override { QSslConfiguration::setDefaultConfiguration(before); }
-
-    static void Trust(const QSslCertificate& certificate) {
-        QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
-        configuration.setCaCertificates({certificate});
-        QSslConfiguration::setDefaultConfiguration(configuration);
+    void Trust(const QSslCertificate& certificate) {
+        HttpOptions options;
+        options.caCertificates = certificate.toPem();
+        http = std::make_unique<CHttpService>(poster, environment, options);
     }
 
     HttpReqInfo Secure() const {
@@ -54,7 +51,6 @@ protected:
         return request;
     }
 
-    const QSslConfiguration before = QSslConfiguration::defaultConfiguration();
     const SelfSigned own = NewSelfSigned("127.0.0.1");
 };
 

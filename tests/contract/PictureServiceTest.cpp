@@ -89,7 +89,7 @@ TEST_F(PictureServiceTest, AReleaseSpeaksPlainlyToTheOneServerThatWasNamed) {
         return !result.picture;
     };
     const QString elsewhere = QString::fromStdString(other.Url()) + QStringLiteral("/a");
-    pictures->AllowPlain(QUrl(QString::fromStdString(server.Url())));
+    pictures->AllowInsecureOrigin(QUrl(QString::fromStdString(server.Url())));
 
     EXPECT_TRUE(Exchange(Png()));
     EXPECT_TRUE(isRefused(elsewhere));
@@ -97,9 +97,9 @@ TEST_F(PictureServiceTest, AReleaseSpeaksPlainlyToTheOneServerThatWasNamed) {
     EXPECT_FALSE(Exchange("", "Location: " + QByteArray::fromStdString(other.Url()) + "/a\r\n", 302));
 
     // the next one is in place of it
-    pictures->AllowPlain(QUrl(QString::fromStdString(other.Url())));
+    pictures->AllowInsecureOrigin(QUrl(QString::fromStdString(other.Url())));
     EXPECT_TRUE(isRefused(Url("/a")));
-    pictures->AllowPlain(QUrl());
+    pictures->AllowInsecureOrigin(QUrl());
     EXPECT_TRUE(isRefused(elsewhere));
     EXPECT_THAT(server.Requests(), SizeIs(2));
     EXPECT_THAT(other.Requests(), IsEmpty());
@@ -107,7 +107,7 @@ TEST_F(PictureServiceTest, AReleaseSpeaksPlainlyToTheOneServerThatWasNamed) {
 
 TEST_F(PictureServiceTest, AReleaseNamesNoServerOfAnotherMachine) {
     environment.SetRelease(true);
-    pictures->AllowPlain(QUrl(QStringLiteral("http://pictures.test")));
+    pictures->AllowInsecureOrigin(QUrl(QStringLiteral("http://pictures.test")));
     Result result;
     Load(QStringLiteral("http://pictures.test/a"), result, &guard);
 

@@ -1,7 +1,10 @@
 #include "http/HttpExchange.h"
 
-#include <QNetworkProxy>
-#include <QSslSocket>
+#include <algorithm>
+#include <array>
+#include <string>
+#include <string_view>
+#include <utility>
 
 #include "framework/HostLog.h"
 
@@ -9,180 +12,250 @@ namespace {
 
 constexpr host::HostLog kLog("Http");
 
-// What the socket may hold for us; it leaves the rest with the server. Also what one turn of the loop takes.
-constexpr int kBufferBytes = 64 << 10;
+// Status lines, headers and trailers of one response together.
+constexpr size_t kMaxHeaderBytes = 256 << 10;
+constexpr int kFirstFinalStatus = 200;
+constexpr std::string_view kStatusLineStart = "HTTP/";
 
 }  // namespace
 
-CHttpExchange::CHttpExchange(HttpMessage message, int limitMillis, const HttpLimits& limits)
-    : m_message(std::move(message)), m_limits(limits) {
-    m_deadline.setSingleShot(true);
-    m_deadline.setInterval(limitMillis);
-    connect(&m_deadline, &QTimer::timeout, this, [this] { m_lastBytes.isActive() ? OnAnswer() : End(kHttpTimedOut); });
-    m_lastBytes.setSingleShot(true);
-    m_lastBytes.setInterval(m_limits.lastBytesMillis);
-    connect(&m_lastBytes, &QTimer::timeout, this, &CHttpExchange::OnAnswer);
-}
+/// One request and its response.
+struct CHttpExchange::Transfer {
+    explicit Transfer(CCurlLoop& owner) : loop(owner), easy(curl_easy_init()) {}
+    ~Transfer() {
+        Remove();
+        curl_easy_cleanup(easy);
+        curl_slist_free_all(headers);
+    }
+    Transfer(const Transfer&) = delete;
+    Transfer& operator=(const Transfer&) = delete;
+
+    void Remove() {
+        if (added) {
+            loop.Remove(easy);
+            added = false;
+        }
+    }
+
+    template <class Value>
+    void Set(CURLoption option, Value value) {
+        configured = configured && curl_easy_setopt(easy, option, value) == CURLE_OK;
+    }
+
+    CCurlLoop& loop;
+    CURL* const easy;
+    curl_slist* headers = nullptr;
+    bool configured = true;  // no option was refused
+    bool added = false;
+    bool connected = false;  // TLS included
+    bool headComplete = false;
+    bool tooLarge = false;
+    size_t headerBytes = 0;
+    qint64 uploaded = 0;
+    std::string body;
+    std::array<char, CURL_ERROR_SIZE> error{};
+};
+
+CHttpExchange::CHttpExchange(CCurlLoop& loop, HttpMessage message, int timeoutMs, const HttpOptions& options)
+    : m_loop(loop), m_message(std::move(message)), m_nTimeoutMs(timeoutMs), m_options(options) {}
 
 CHttpExchange::~CHttpExchange() {
     Abort();
 }
 
-// The socket may tell of a failure at once; the caller hears of it later.
 void CHttpExchange::Begin() {
-    m_deadline.start();
-    QMetaObject::invokeMethod(this, &CHttpExchange::Connect, Qt::QueuedConnection);
+    m_deadline.setRemainingTime(m_nTimeoutMs, Qt::PreciseTimer);
+    Connect();
 }
 
 void CHttpExchange::Abort() {
-    m_deadline.stop();
-    m_lastBytes.stop();
-    if (m_pSocket) {
-        m_pSocket->disconnect(this);
-        m_pSocket->abort();
-        m_pSocket->deleteLater();
-        m_pSocket = nullptr;
-    }
+    m_transfer.reset();
+}
+
+std::string CHttpExchange::Header(const char* name) const {
+    curl_header* header = nullptr;
+    const bool found =
+        m_transfer && curl_easy_header(m_transfer->easy, name, 0, CURLH_HEADER, -1, &header) == CURLHE_OK;
+    return found ? header->value : std::string();
 }
 
 void CHttpExchange::Connect() {
-    if (!m_deadline.isActive()) {
+    m_transfer = std::make_unique<Transfer>(m_loop);
+    if (!Configure(*m_transfer)) {
+        QMetaObject::invokeMethod(
+            this, [this] { OnDone(CURLE_FAILED_INIT); }, Qt::QueuedConnection);
         return;
     }
-    m_bConnected = false;
-    m_bEnded = false;
-    m_reader.emplace(uint64_t(m_limits.bodyBytes));
-    const bool secure = m_message.url.scheme() == QLatin1String("https");
-    auto* secureSocket = secure ? new QSslSocket(this) : nullptr;
-    m_pSocket = secure ? secureSocket : new QTcpSocket(this);
-    m_pSocket->setProxy(QNetworkProxy::NoProxy);
-    m_pSocket->setReadBufferSize(kBufferBytes);
-    connect(m_pSocket, &QTcpSocket::readyRead, this, &CHttpExchange::OnBytes);
-    connect(m_pSocket, &QTcpSocket::bytesWritten, this, &CHttpExchange::OnWritten);
-    connect(m_pSocket, &QTcpSocket::errorOccurred, this, &CHttpExchange::OnError);
-    if (secureSocket) {
-        connect(secureSocket, &QSslSocket::encrypted, this, &CHttpExchange::OnConnected);
-        secureSocket->connectToHostEncrypted(m_message.url.host(), quint16(m_message.url.port(443)));
-    } else {
-        connect(m_pSocket, &QTcpSocket::connected, this, &CHttpExchange::OnConnected);
-        m_pSocket->connectToHost(m_message.url.host(), quint16(m_message.url.port(80)));
+    m_transfer->added = true;
+    m_loop.Add(m_transfer->easy, this, [this](CURLcode code) { OnDone(code); });
+}
+
+bool CHttpExchange::Configure(Transfer& transfer) {
+    const auto remainingMs = long(std::max<qint64>(m_deadline.remainingTime(), 1));
+    transfer.Set(CURLOPT_ERRORBUFFER, transfer.error.data());
+    transfer.Set(CURLOPT_NOSIGNAL, 1L);
+    // Without this, ending the transfer waits for its thread that looks up the name.
+    transfer.Set(CURLOPT_QUICK_EXIT, 1L);
+    transfer.Set(CURLOPT_TIMEOUT_MS, remainingMs);
+    transfer.Set(CURLOPT_CONNECTTIMEOUT_MS, remainingMs);
+
+    transfer.Set(CURLOPT_URL, m_message.url.toEncoded().constData());
+    transfer.Set(CURLOPT_PROTOCOLS_STR, m_message.url.scheme() == QLatin1String("https") ? "https" : "http");
+    transfer.Set(CURLOPT_HTTP_VERSION, long(CURL_HTTP_VERSION_1_1));
+    transfer.Set(CURLOPT_PATH_AS_IS, 1L);
+    transfer.Set(CURLOPT_DISALLOW_USERNAME_IN_URL, 1L);
+    transfer.Set(CURLOPT_FOLLOWLOCATION, 0L);
+    transfer.Set(CURLOPT_PROXY, "");
+    transfer.Set(CURLOPT_FRESH_CONNECT, 1L);
+    transfer.Set(CURLOPT_FORBID_REUSE, 1L);
+
+    transfer.Set(CURLOPT_SSL_VERIFYPEER, 1L);
+    transfer.Set(CURLOPT_SSL_VERIFYHOST, 2L);
+    // The folder alone: reading the file with all authorities would hold up the main thread.
+    if (curl_version_info(CURLVERSION_NOW)->capath) {
+        transfer.Set(CURLOPT_CAINFO, static_cast<char*>(nullptr));
     }
-}
-
-void CHttpExchange::OnConnected() {
-    m_bConnected = true;
-    m_nUnsent = m_message.body.size();
-    const QByteArray head = http_request::HeadOf(m_message);
-    m_nUnsent += head.size();
-    m_pSocket->write(head + m_message.body);
-}
-
-void CHttpExchange::OnWritten(qint64 bytes) {
-    m_nUnsent -= bytes;
-    const qint64 total = m_message.body.size();
-    if (m_nUnsent <= total && total > 0) {
-        Tell(listeners.upload, total - m_nUnsent, total);
+    if (!m_options.caCertificates.isEmpty()) {
+        curl_blob certificates{const_cast<char*>(m_options.caCertificates.constData()),
+                               size_t(m_options.caCertificates.size()), CURL_BLOB_COPY};
+        transfer.Set(CURLOPT_CAINFO_BLOB, &certificates);
     }
+
+    for (const QByteArray& line : http_request::HeaderLines(m_message)) {
+        transfer.headers = curl_slist_append(transfer.headers, line.constData());
+    }
+    transfer.Set(CURLOPT_HTTPHEADER, transfer.headers);
+    if (m_message.method == kHttpPost) {
+        transfer.Set(CURLOPT_POSTFIELDSIZE_LARGE, curl_off_t(m_message.body.size()));
+        transfer.Set(CURLOPT_POSTFIELDS, m_message.body.constData());
+    }
+
+    transfer.Set(CURLOPT_MAXFILESIZE_LARGE, curl_off_t(m_options.maxBodyBytes));
+    using Exchange = CHttpExchange;
+    transfer.Set(CURLOPT_HEADERDATA, this);
+    transfer.Set(
+        CURLOPT_HEADERFUNCTION, +[](char* bytes, size_t size, size_t count, void* exchange) {
+            return static_cast<Exchange*>(exchange)->OnHeader(bytes, size * count);
+        });
+    transfer.Set(CURLOPT_WRITEDATA, this);
+    transfer.Set(
+        CURLOPT_WRITEFUNCTION, +[](char* bytes, size_t size, size_t count, void* exchange) {
+            return static_cast<Exchange*>(exchange)->OnBody(bytes, size * count);
+        });
+    transfer.Set(CURLOPT_PREREQDATA, &transfer);
+    transfer.Set(
+        CURLOPT_PREREQFUNCTION, +[](void* connecting, char*, char*, int, int) {
+            static_cast<Transfer*>(connecting)->connected = true;
+            return int(CURL_PREREQFUNC_OK);
+        });
+    transfer.Set(CURLOPT_NOPROGRESS, 0L);
+    transfer.Set(CURLOPT_XFERINFODATA, this);
+    transfer.Set(
+        CURLOPT_XFERINFOFUNCTION, +[](void* exchange, curl_off_t, curl_off_t, curl_off_t total, curl_off_t done) {
+            auto* self = static_cast<Exchange*>(exchange);
+            // libcurl also reports progress when Abort() removes the transfer.
+            if (self->m_transfer && std::exchange(self->m_transfer->uploaded, done) != done) {
+                self->Report(self->listeners.upload, done, total);
+            }
+            return 0;
+        });
+    return transfer.configured;
 }
 
-// From a task, with neither the socket nor the exchange below it: a callback may open a loop in which both end.
-void CHttpExchange::Tell(const core::network::http::Progress& progress, qint64 done, qint64 total) {
+// libcurl ends the transfer when fewer bytes are returned than were given.
+size_t CHttpExchange::OnHeader(const char* bytes, size_t count) {
+    m_transfer->headerBytes += count;
+    m_transfer->tooLarge = m_transfer->headerBytes > kMaxHeaderBytes;
+    if (std::string_view(bytes, count).substr(0, kStatusLineStart.size()) == kStatusLineStart) {
+        m_transfer->headComplete = false;
+    } else if (*bytes == '\r' || *bytes == '\n') {
+        m_transfer->headComplete = true;
+    }
+    return m_transfer->tooLarge ? 0 : count;
+}
+
+size_t CHttpExchange::OnBody(const char* bytes, size_t count) {
+    std::string& body = m_transfer->body;
+    if (body.size() + count > size_t(m_options.maxBodyBytes)) {
+        m_transfer->tooLarge = true;
+        return 0;
+    }
+    body.append(bytes, count);
+    curl_off_t total = -1;
+    curl_easy_getinfo(m_transfer->easy, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &total);
+    Report(listeners.download, qint64(body.size()), total);
+    return count;
+}
+
+// A callback may run an event loop in which the exchange ends, so it is called from a task.
+void CHttpExchange::Report(const core::network::http::Progress& progress, qint64 done, qint64 total) {
     if (!progress) {
         return;
     }
-    const auto tell = [guard = listeners.guard, progress, done, total] {
+    const auto report = [guard = listeners.guard, progress, done, total] {
         if (guard) {
             host::RunGuarded(kLog, "A progress callback", [&] { progress(double(done), double(total)); });
         }
     };
-    QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, report, Qt::QueuedConnection);
 }
 
-void CHttpExchange::OnBytes() {
-    const QByteArray bytes = m_pSocket->readAll();
-    const auto state = m_reader->Take(bytes.constData(), size_t(bytes.size()));
-    if (!m_reader->Body().empty()) {
-        Tell(listeners.download, qint64(m_reader->Body().size()), m_reader->BodyLength());
-    }
-    OnState(state);
-}
-
-void CHttpExchange::OnError(QAbstractSocket::SocketError error) {
-    const std::string reason = m_pSocket->errorString().toStdString();
-    if (!m_bConnected) {
-        kLog.Info(FMT_STRING("No connection to {}: {}"), m_message.url.host().toStdString(), reason);
-        End(kHttpNoConnection);
+void CHttpExchange::OnDone(CURLcode code) {
+    // The end may have been reported to the event loop before Abort().
+    if (!m_transfer) {
         return;
     }
-    while (m_pSocket && m_pSocket->bytesAvailable() > 0) {
-        OnBytes();
+    m_transfer->Remove();
+    const HttpResult result = ResultOf(code);
+    if (result != kHttpOk) {
+        kLog.Info(FMT_STRING("A request to {} failed with result {}: {} {}"), m_message.url.host().toStdString(),
+                  int(result), curl_easy_strerror(code), m_transfer->error.data());
+        End(result);
+        return;
     }
-    if (m_pSocket) {
-        m_bEnded = true;
-        OnState(m_reader->End(error == QAbstractSocket::RemoteHostClosedError));
-    }
-}
-
-void CHttpExchange::OnState(CHttpAnswerReader::EnState state) {
-    switch (state) {
-        case CHttpAnswerReader::EnState::kReading:
-            return;
-        case CHttpAnswerReader::EnState::kWhole:
-            OnWhole();
-            return;
-        case CHttpAnswerReader::EnState::kTooLarge:
-            kLog.Info(FMT_STRING("The answer of {} is too large"), m_message.url.host().toStdString());
-            End(kHttpTooLarge);
-            return;
-        case CHttpAnswerReader::EnState::kBad:
-        case CHttpAnswerReader::EnState::kCut:
-            kLog.Info(FMT_STRING("The answer of {} is no whole one"), m_message.url.host().toStdString());
-            End(kHttpCut);
-            return;
-    }
-}
-
-// Whether more comes behind the answer shows when the connection ends.
-void CHttpExchange::OnWhole() {
-    if (m_bEnded) {
-        OnAnswer();
-    } else {
-        m_lastBytes.start();
-    }
-}
-
-void CHttpExchange::OnAnswer() {
-    const int status = m_reader->Status();
-    const QUrl target = http_request::RedirectedTo(m_message.url, status, m_reader->Header("location"));
+    const QUrl target = http_request::RedirectTarget(m_message.url, Status(), Header("location"));
     if (target.isEmpty()) {
         End(kHttpOk);
-        return;
-    }
-    if (!http_request::SameOrigin(m_message.url, target) || m_nRedirects == m_limits.redirects) {
+    } else if (!http_request::SameOrigin(m_message.url, target) || m_nRedirects == m_options.maxRedirects) {
         kLog.Info(FMT_STRING("A redirect of {} is not followed"), m_message.url.host().toStdString());
         End(kHttpRedirected);
-        return;
-    }
-    // The last bytes may have been waited for until the end of the time.
-    const int left = m_deadline.remainingTime();
-    if (left <= 0) {
+    } else if (m_deadline.hasExpired()) {
         End(kHttpTimedOut);
-        return;
+    } else {
+        ++m_nRedirects;
+        m_message = http_request::Redirected(std::move(m_message), Status(), target);
+        Connect();
     }
-    ++m_nRedirects;
-    Abort();
-    m_deadline.start(left);
-    m_message = http_request::Redirected(std::move(m_message), status, target);
-    Connect();
+}
+
+HttpResult CHttpExchange::ResultOf(CURLcode code) const {
+    // libcurl reports a header line above its own maximum as CURLE_OUT_OF_MEMORY.
+    if (m_transfer->tooLarge || code == CURLE_FILESIZE_EXCEEDED ||
+        (m_transfer->connected && code == CURLE_OUT_OF_MEMORY)) {
+        return kHttpTooLarge;
+    }
+    if (code == CURLE_OPERATION_TIMEDOUT) {
+        return kHttpTimedOut;
+    }
+    if (!m_transfer->connected) {
+        return kHttpNoConnection;
+    }
+    // libcurl accepts a connection that closes within the headers, and a change of protocol.
+    return code == CURLE_OK && m_transfer->headComplete && Status() != 0 ? kHttpOk : kHttpCut;
+}
+
+int CHttpExchange::Status() const {
+    long status = 0;
+    curl_easy_getinfo(m_transfer->easy, CURLINFO_RESPONSE_CODE, &status);
+    return status < kFirstFinalStatus ? 0 : int(status);
 }
 
 void CHttpExchange::End(HttpResult result) {
-    Abort();
     auto response = std::make_shared<HttpRspInfo>();
     response->m_nResult = result;
-    response->m_nHttpStatusCode = m_reader && result != kHttpTimedOut ? m_reader->Status() : 0;
+    response->m_nHttpStatusCode = result != kHttpTimedOut ? Status() : 0;
     if (result == kHttpOk) {
-        response->m_strBody = std::move(m_reader->Body());
+        response->m_strBody = std::move(m_transfer->body);
     }
     Q_EMIT Ended(response);
 }

@@ -1,30 +1,21 @@
 #pragma once
 
-#include <QAbstractSocket>
+#include <QDeadlineTimer>
 #include <QObject>
 #include <QPointer>
-#include <QTimer>
 #include <memory>
-#include <optional>
 
-#include "http/HttpAnswerReader.h"
+#include "http/CurlLoop.h"
 #include "http/HttpRequest.h"
 
-class QTcpSocket;
-
-struct HttpLimits {
-    qint64 bodyBytes = 8 << 20;  // of an answer
-    int redirects = 5;           // within the same origin
-    /// A server was told that the connection is for one exchange. One that keeps it open is waited for so long.
-    int lastBytesMillis = 100;
+struct HttpOptions {
+    qint64 maxBodyBytes = 8 << 20;  ///< of a response
+    int maxRedirects = 5;           ///< within the same origin
+    QByteArray caCertificates;      ///< PEM, in addition to the certificate authorities of the system; may be empty
 };
 
-/// One exchange from the first byte to the last, redirects included, each on a connection of its own: nothing is
-/// sent twice, and nothing of one answer gets into another. Progress is told from a task, and ahead of the end.
-/// Main thread.
-///
-/// On the socket itself, since the toolkit's own access manager sends a request again when a connection ends,
-/// takes half a list of chunks for an answer, and holds what nobody has asked for yet.
+/// One HTTP exchange from the first byte to the last, redirects included. Each request has a connection of its own,
+/// because libcurl sends a request again when a reused connection is closed, a POST included. Main thread.
 class CHttpExchange : public QObject {
     Q_OBJECT
 
@@ -36,43 +27,42 @@ public:
         core::network::http::Progress download;
     };
 
-    CHttpExchange(HttpMessage message, int limitMillis, const HttpLimits& limits);
+    /// `loop` must outlive the exchange, or at least its last call of Abort().
+    CHttpExchange(CCurlLoop& loop, HttpMessage message, int timeoutMs, const HttpOptions& options);
     ~CHttpExchange() override;
 
     void Begin();
 
-    /// Ends it without a word, as the destructor does.
+    /// Ends the exchange without a signal. The destructor does the same.
     void Abort();
 
-    /// Of the answer, inside Ended; `name` in lower case. Empty if there is none.
-    std::string Header(const std::string& name) const { return m_reader ? m_reader->Header(name) : std::string(); }
+    /// Returns the first response header with this name, empty if there is none. Valid inside Ended only.
+    std::string Header(const char* name) const;
 
     Listeners listeners;
 
 Q_SIGNALS:
-    /// Once, and never inside Begin. Nothing follows.
+    /// Emitted once, later than Begin(), and last.
     void Ended(const std::shared_ptr<HttpRspInfo>& response);
 
 private:
-    void Connect();
-    void OnConnected();
-    void OnBytes();
-    void OnError(QAbstractSocket::SocketError error);
-    void OnWritten(qint64 bytes);
-    void OnState(CHttpAnswerReader::EnState state);
-    void OnWhole();
-    void OnAnswer();
-    void End(HttpResult result);
-    void Tell(const core::network::http::Progress& progress, qint64 done, qint64 total);
+    struct Transfer;
 
+    void Connect();
+    bool Configure(Transfer& transfer);
+    size_t OnHeader(const char* bytes, size_t count);
+    size_t OnBody(const char* bytes, size_t count);
+    void OnDone(CURLcode code);
+    HttpResult ResultOf(CURLcode code) const;
+    int Status() const;
+    void End(HttpResult result);
+    void Report(const core::network::http::Progress& progress, qint64 done, qint64 total);
+
+    CCurlLoop& m_loop;
     HttpMessage m_message;
-    const HttpLimits m_limits;
-    QTimer m_deadline;
-    QTimer m_lastBytes;  // runs while a whole answer waits for the connection's end
-    QTcpSocket* m_pSocket = nullptr;
-    std::optional<CHttpAnswerReader> m_reader;
-    bool m_bConnected = false;
-    bool m_bEnded = false;  // nothing can follow what is read
-    qint64 m_nUnsent = 0;
+    const int m_nTimeoutMs;
+    const HttpOptions m_options;
+    QDeadlineTimer m_deadline;
+    std::unique_ptr<Transfer> m_transfer;  // null before Begin() and after the end
     int m_nRedirects = 0;
 };

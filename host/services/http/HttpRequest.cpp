@@ -8,10 +8,10 @@ namespace {
 
 constexpr int kHttpsPort = 443;
 constexpr int kHttpPort = 80;
-constexpr int kDefaultSeconds = 10;
-constexpr int kMostSeconds = 24 * 3600;
+constexpr int kDefaultTimeoutSeconds = 10;
+constexpr int kMaxTimeoutSeconds = 24 * 3600;
 
-// What the transport says of itself: a caller that said it differently would have two parties read two requests.
+// The transport sets these itself. A second value could make client and server disagree about the request.
 constexpr const char* kReservedHeaders[] = {
     "host",    "connection", "content-length", "transfer-encoding", "keep-alive", "upgrade", "te",
     "trailer", "expect",     "cookie"};
@@ -73,34 +73,25 @@ int PortOf(const QUrl& url) {
     return url.port(url.scheme() == QLatin1String("https") ? kHttpsPort : kHttpPort);
 }
 
-// As the line has it: an address of version 6 in brackets, and the port unless it is the usual one.
-QByteArray HostOf(const QUrl& url) {
-    QByteArray host = url.host(QUrl::FullyEncoded).toLatin1();
-    if (host.contains(':')) {
-        host = '[' + host + ']';
-    }
-    return url.port() < 0 ? host : host + ':' + QByteArray::number(url.port());
-}
-
 }  // namespace
 
-std::optional<HttpMessage> http_request::Make(const HttpReqInfo& request, bool internal, const QUrl& plain,
+std::optional<HttpMessage> http_request::Make(const HttpReqInfo& request, bool internal, const QUrl& insecureOrigin,
                                               std::string& reason) {
     if (request.m_enMethod != kHttpGet && request.m_enMethod != kHttpPost) {
         reason = "its method is not known";
         return std::nullopt;
     }
     const QString text = QString::fromStdString(request.m_strUrl);
-    const bool allowed = !plain.isEmpty() && SameOrigin(plain, QUrl(text, QUrl::StrictMode));
+    const bool allowed = !insecureOrigin.isEmpty() && SameOrigin(insecureOrigin, QUrl(text, QUrl::StrictMode));
     const auto verdict = CUrlOpener::Judge(text, internal || allowed);
     if (verdict.target != CUrlOpener::EnTarget::Web) {
-        reason = verdict.reason.isEmpty() ? "it is no address of a server" : verdict.reason.toStdString();
+        reason = verdict.reason.isEmpty() ? "it is not the address of a server" : verdict.reason.toStdString();
         return std::nullopt;
     }
     HttpMessage message;
     message.url = WithQuery(verdict.url, request.m_mapQuery);
     message.method = request.m_enMethod;
-    // Bytes are counted as they come: a small answer that unpacks to a huge one is none that we want.
+    // The limit on the body counts the bytes received, so a compressed body must not expand beyond it.
     message.headers["accept-encoding"] = "identity";
     message.headers["accept"] = "*/*";
     message.headers["user-agent"] = "zrclient";
@@ -115,36 +106,31 @@ std::optional<HttpMessage> http_request::Make(const HttpReqInfo& request, bool i
     return message;
 }
 
-QByteArray http_request::HeadOf(const HttpMessage& message) {
-    const QByteArray path = message.url.path(QUrl::FullyEncoded).toLatin1();
-    const QByteArray query = message.url.query(QUrl::FullyEncoded).toLatin1();
-    QByteArray head = message.method == kHttpPost ? "POST " : "GET ";
-    head += (path.isEmpty() ? QByteArray("/") : path) + (query.isEmpty() ? QByteArray() : '?' + query);
-    head += " HTTP/1.1\r\nhost: " + HostOf(message.url) + "\r\nconnection: close\r\n";
+QList<QByteArray> http_request::HeaderLines(const HttpMessage& message) {
+    // libcurl would ask the server to confirm a large body first.
+    QList<QByteArray> lines{"connection: close", "expect:"};
     for (const auto& [name, value] : message.headers) {
-        head += name + ": " + value + "\r\n";
+        // libcurl sends a header without a value only when a semicolon follows its name.
+        lines += value.trimmed().isEmpty() ? name + ';' : name + ": " + value;
     }
-    if (message.method == kHttpPost) {
-        head += "content-length: " + QByteArray::number(message.body.size()) + "\r\n";
-    }
-    return head + "\r\n";
+    return lines;
 }
 
-int http_request::LimitMillis(const HttpReqInfo& request) {
-    const int seconds = request.m_nTimeoutSeconds > 0 ? request.m_nTimeoutSeconds : kDefaultSeconds;
-    return std::min(seconds, kMostSeconds) * 1000;
+int http_request::TimeoutMs(const HttpReqInfo& request) {
+    const int seconds = request.m_nTimeoutSeconds > 0 ? request.m_nTimeoutSeconds : kDefaultTimeoutSeconds;
+    return std::min(seconds, kMaxTimeoutSeconds) * 1000;
 }
 
-QUrl http_request::RedirectedTo(const QUrl& from, int status, const std::string& location) {
+QUrl http_request::RedirectTarget(const QUrl& from, int status, const std::string& location) {
     const bool redirects = status == 301 || status == 302 || status == 303 || status == 307 || status == 308;
     if (!redirects || location.empty()) {
         return {};
     }
     const QUrl target = QUrl::fromEncoded(QByteArray::fromStdString(location), QUrl::StrictMode);
-    return target.isValid() ? from.resolved(target) : QUrl(QStringLiteral("invalid:nobody"));
+    return target.isValid() ? from.resolved(target) : QUrl(QStringLiteral("invalid:"));
 }
 
-// As browsers have it: two statuses alone say that the same is to be sent elsewhere.
+// Only 307 and 308 keep the method and the body, as in browsers.
 HttpMessage http_request::Redirected(HttpMessage message, int status, const QUrl& target) {
     message.url = target;
     message.url.setFragment(QString());

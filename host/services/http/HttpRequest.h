@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
 #include <QUrl>
 #include <map>
 #include <optional>
@@ -8,34 +9,36 @@
 
 #include "core/network/http.h"
 
-/// A request that may be sent.
+/// A request that passed the policy and may be sent.
 struct HttpMessage {
     QUrl url;
     HttpMethod method = kHttpGet;
-    std::map<QByteArray, QByteArray> headers;  // but for those that the line itself needs; names in lower case
+    std::map<QByteArray, QByteArray> headers;  ///< without those of the transport; names in lower case
     QByteArray body;
 };
 
-/// What goes to the server for a request of the contract.
+/// The policy for requests and redirects.
 namespace http_request {
 
-/// Nothing where the request can't be sent, and `reason` says why. Only https is sent; http on this machine alone,
-/// where it goes to the origin `plain` (empty: to none) or the build is an `internal` one.
-std::optional<HttpMessage> Make(const HttpReqInfo& request, bool internal, const QUrl& plain, std::string& reason);
+/// Returns the message to send, or nothing and a `reason` if the request is refused. Only https is allowed, and http
+/// to loopback addresses: in an `internal` build to all, otherwise only to `insecureOrigin` (empty: to none).
+std::optional<HttpMessage> Make(const HttpReqInfo& request, bool internal, const QUrl& insecureOrigin,
+                                std::string& reason);
 
-/// The bytes before the body. The connection is for this one exchange.
-QByteArray HeadOf(const HttpMessage& message);
+/// Returns the header lines for libcurl.
+QList<QByteArray> HeaderLines(const HttpMessage& message);
 
-/// The whole time limit of a request in milliseconds, in a range that a timer can count.
-int LimitMillis(const HttpReqInfo& request);
+/// Returns the timeout of the whole exchange, from 1 second to 24 hours, 10 seconds by default.
+int TimeoutMs(const HttpReqInfo& request);
 
-/// Where an answer with this status and `Location` sends its reader, empty where nowhere. What is no address is
-/// an address of nobody's.
-QUrl RedirectedTo(const QUrl& from, int status, const std::string& location);
+/// Returns the redirect target of a response with this status and `Location`, empty if it does not redirect. A
+/// `Location` that is not a URL gives a target with no origin.
+QUrl RedirectTarget(const QUrl& from, int status, const std::string& location);
 
-/// The message that follows an answer of this status to `target`.
+/// Returns the message to send to `target` after a response with this redirect status.
 HttpMessage Redirected(HttpMessage message, int status, const QUrl& target);
 
+/// Returns true if scheme, host and port are equal and `right` has no user information.
 bool SameOrigin(const QUrl& left, const QUrl& right);
 
 }  // namespace http_request

@@ -13,8 +13,8 @@ constexpr int kMaxLoggedLength = 200;
 
 }  // namespace
 
-CHttpService::CHttpService(IPoster& poster, const IEnvironment& environment, const HttpLimits& limits)
-    : m_poster(poster), m_environment(environment), m_limits(limits) {}
+CHttpService::CHttpService(IPoster& poster, const IEnvironment& environment, const HttpOptions& options)
+    : m_poster(poster), m_environment(environment), m_options(options) {}
 
 CHttpService::~CHttpService() = default;
 
@@ -24,7 +24,7 @@ unsigned long CHttpService::Start(const HttpReqInfo& request, core::network::htt
     const unsigned long task = ++m_nLastTask;
     CHttpExchange::Listeners listeners{guard, std::move(callback), std::move(upload), std::move(download)};
     std::string reason;
-    auto message = http_request::Make(request, !m_environment.IsReleaseAppVersion(), m_plain, reason);
+    auto message = http_request::Make(request, !m_environment.IsReleaseAppVersion(), m_insecureOrigin, reason);
     if (!message) {
         kLog.Error(FMT_STRING("Refused a request, {}: {}"), reason,
                    EscapedLogText(QString::fromStdString(request.m_strUrl).left(kMaxLoggedLength)));
@@ -34,7 +34,8 @@ unsigned long CHttpService::Start(const HttpReqInfo& request, core::network::htt
         return task;
     }
     auto& exchange = m_running[task];
-    exchange = std::make_unique<CHttpExchange>(std::move(*message), http_request::LimitMillis(request), m_limits);
+    exchange =
+        std::make_unique<CHttpExchange>(m_loop, std::move(*message), http_request::TimeoutMs(request), m_options);
     exchange->listeners = std::move(listeners);
     connect(exchange.get(), &CHttpExchange::Ended, this, [this, task](const std::shared_ptr<HttpRspInfo>& response) {
         const CHttpExchange::Listeners answering = m_running.at(task)->listeners;
@@ -46,7 +47,7 @@ unsigned long CHttpService::Start(const HttpReqInfo& request, core::network::htt
     return task;
 }
 
-// From a task, with nothing of the exchange below it: a callback may open a loop, or end the service.
+// A callback may run an event loop or destroy the service, so it is called from a task.
 void CHttpService::DeliverLater(const CHttpExchange::Listeners& listeners, unsigned long task,
                                 std::shared_ptr<HttpRspInfo> response) {
     m_poster.Post(this, std::chrono::milliseconds(0), [listeners, task, response = std::move(response)] {
@@ -56,7 +57,7 @@ void CHttpService::DeliverLater(const CHttpExchange::Listeners& listeners, unsig
     });
 }
 
-// Later: it may be the one that calls.
+// The exchange may be the caller, so it is deleted later.
 void CHttpService::Drop(unsigned long task) {
     const auto found = m_running.find(task);
     if (found == m_running.end()) {

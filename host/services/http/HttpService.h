@@ -10,21 +10,20 @@
 class IEnvironment;
 class IPoster;
 
-/// HTTP on the toolkit's sockets. Speaks to https alone, and in internal builds to this machine by http; in any
-/// build to the one server on this machine that AllowPlain names. No proxy, cookies, cache or login. Poster and
-/// environment must outlive it. Main thread.
+/// HTTP on libcurl. Only https is allowed, and http to loopback addresses: to all in internal builds, in every build
+/// to the origin given to AllowInsecureOrigin(). No proxy, cookies, cache or login. Poster and environment must
+/// outlive the service. Main thread.
 class CHttpService : public QObject, public IHttp {
     Q_OBJECT
 
 public:
-    CHttpService(IPoster& poster, const IEnvironment& environment, const HttpLimits& limits = {});
-    /// Aborts what is under way; nothing is called from then on.
+    CHttpService(IPoster& poster, const IEnvironment& environment, const HttpOptions& options = {});
+    /// Aborts running exchanges without a callback.
     ~CHttpService() override;
 
-    /// The server that the client started or was named may be spoken to by http in any build: this whole origin and
-    /// no other one, in place of the one before; only on this machine. An empty one is nobody's. What is under way
-    /// goes on.
-    void AllowPlain(const QUrl& origin) { m_plain = origin; }
+    /// Allows http to this loopback origin in every build, instead of the previous one. An empty URL allows none.
+    /// Running exchanges continue.
+    void AllowInsecureOrigin(const QUrl& origin) { m_insecureOrigin = origin; }
 
     unsigned long Start(const HttpReqInfo& request, core::network::http::Callback callback, QObject* guard,
                         HttpWorkPool pool, core::network::http::Progress upload,
@@ -39,8 +38,9 @@ private:
 
     IPoster& m_poster;
     const IEnvironment& m_environment;
-    const HttpLimits m_limits;
-    QUrl m_plain;
+    const HttpOptions m_options;
+    QUrl m_insecureOrigin;
+    CCurlLoop m_loop;  // destroyed after the exchanges
     unsigned long m_nLastTask = 0;
     std::map<unsigned long, std::unique_ptr<CHttpExchange>> m_running;
 };

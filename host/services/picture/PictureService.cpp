@@ -28,9 +28,9 @@ QSize Sensible(QSize size) {
     return size;
 }
 
-HttpLimits Http(const PictureLimits& limits) {
-    HttpLimits http;
-    http.bodyBytes = limits.bytes;
+HttpOptions Http(const PictureLimits& limits) {
+    HttpOptions http;
+    http.maxBodyBytes = limits.bytes;
     return http;
 }
 
@@ -69,7 +69,7 @@ void CPictureService::Load(const QString& url, const QSize& size, bool moving, Q
     HttpReqInfo request;
     request.m_strUrl = url.toStdString();
     std::string reason;
-    auto message = http_request::Make(request, !m_environment.IsReleaseAppVersion(), m_plain, reason);
+    auto message = http_request::Make(request, !m_environment.IsReleaseAppVersion(), m_insecureOrigin, reason);
     if (!message) {
         kLog.Info(FMT_STRING("Refused a picture, {}: {}"), reason, Shown(url));
         job.stage = EnStage::kRefused;
@@ -127,7 +127,7 @@ void CPictureService::Fetch(unsigned long id, const Body& kept, const std::strin
     if (!tag.empty()) {
         job.message.headers["if-none-match"] = QByteArray::fromStdString(tag);
     }
-    job.exchange = std::make_unique<CHttpExchange>(job.message, m_options.limitMillis, Http(m_options.limits));
+    job.exchange = std::make_unique<CHttpExchange>(m_loop, job.message, m_options.limitMillis, Http(m_options.limits));
     connect(job.exchange.get(), &CHttpExchange::Ended, this,
             [this, id, kept](const std::shared_ptr<HttpRspInfo>& response) { OnAnswer(id, response, kept); });
     job.exchange->Begin();

@@ -29,7 +29,7 @@ struct PictureEnd {
 };
 
 /// Pictures over HTTP, from where the client speaks to at all: https, and by http this machine in an internal build
-/// and the one server on it that AllowPlain names in a release; no redirects to another origin, no proxy and no
+/// and the one server on it that AllowInsecureOrigin names in a release; no redirects to another origin, no proxy and no
 /// cookies. Few at a time, the others wait. They are judged, decoded and scaled on a thread of its own, and kept on the
 /// disk as their servers allow; what was damaged there is fetched anew. Main thread. The environment must outlive it.
 class CPictureService : public QObject, public IPictures {
@@ -47,7 +47,7 @@ public:
     /// Ends what is under way without a word; waits for the picture that is just being decoded.
     ~CPictureService() override;
 
-    void AllowPlain(const QUrl& origin) { m_plain = origin; }
+    void AllowInsecureOrigin(const QUrl& origin) { m_insecureOrigin = origin; }
 
     void Load(const QString& url, const QSize& size, bool moving, QObject* guard, Done done) override;
 
@@ -91,10 +91,11 @@ private:
     void Drop(unsigned long id);
 
     const IEnvironment& m_environment;
-    QUrl m_plain;  // a release takes nothing by plain HTTP but from there
+    QUrl m_insecureOrigin;  // a release takes nothing by plain HTTP but from there
     const QString m_cacheFolder;
     const Options m_options;
     unsigned long m_nLastId = 0;
+    CCurlLoop m_loop;  // destroyed after the exchanges of the jobs
     std::map<unsigned long, Job> m_jobs;
     std::deque<unsigned long> m_waiting;
     int m_nRunning = 0;

@@ -15,7 +15,7 @@ TEST(HttpRequestLimitTest, IsAboutWhatWasAskedForAndAlwaysOneThatATimerCanCount)
     for (const auto& [seconds, millis] : rows) {
         HttpReqInfo request;
         request.m_nTimeoutSeconds = seconds;
-        EXPECT_EQ(http_request::LimitMillis(request), millis) << seconds;
+        EXPECT_EQ(http_request::TimeoutMs(request), millis) << seconds;
     }
 }
 
