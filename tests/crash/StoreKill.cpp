@@ -44,7 +44,7 @@ struct Acknowledged {
 };
 
 pid_t StartChild(const QString& path, uint64_t firstId, int pipeEnd) {
-    const QByteArray arguments[] = {QByteArray("proof_store_kill"), QByteArray("--child"), path.toUtf8(),
+    const QByteArray arguments[] = {QByteArray("crash_store_kill"), QByteArray("--child"), path.toUtf8(),
                                     QByteArray::number(qulonglong(firstId)), QByteArray::number(pipeEnd)};
     const pid_t child = fork();
     if (child == 0) {
@@ -129,7 +129,7 @@ bool Round(const QString& path, std::mt19937& random, Acknowledged& acknowledged
     return true;
 }
 
-int Prove(int rounds) {
+int KillMany(int rounds) {
     const auto seed = std::random_device()();
     std::printf("seed %u\n", seed);
     std::mt19937 random(seed);
@@ -165,8 +165,8 @@ int main(int argc, char** argv) {
         return RunChild(QString::fromUtf8(argv[2]), std::strtoull(argv[3], nullptr, 10), std::atoi(argv[4]));
     }
     if (argc != 2) {
-        std::fprintf(stderr, "usage: proof_store_kill <number of kills>\n");
+        std::fprintf(stderr, "usage: crash_store_kill <number of kills>\n");
         return 2;
     }
-    return Prove(std::atoi(argv[1]));
+    return KillMany(std::atoi(argv[1]));
 }

@@ -3,7 +3,7 @@
 #include <QString>
 #include <cstdint>
 
-/// The client of the proof: it reports from two threads, uploads at the same time, and is killed in between.
+/// The client process: it reports from two threads, uploads at the same time, and is killed in between.
 namespace outbox_kill {
 
 /// Reports events that are numbered from `firstNumber` on, and writes each number that was taken to `pipe`.

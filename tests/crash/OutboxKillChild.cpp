@@ -24,7 +24,7 @@ class CInternalBuild : public IEnvironment {
 public:
     bool IsReleaseAppVersion() const override { return false; }
     bool IsVelora() const override { return false; }
-    std::string DeviceId() const override { return "proof"; }
+    std::string DeviceId() const override { return "crash-test"; }
 };
 
 // Small steps, so that a kill meets checkpoints, uploads, failures and answers as often as plain writes.
@@ -44,7 +44,7 @@ class CClient {
 public:
     CClient(const QString& path, quint16 sinkPort)
         : m_http(m_poster, m_build),
-          m_reports(path, {m_http, m_domains, m_clock, m_random, m_poster, "proof"}, Hasty()) {
+          m_reports(path, {m_http, m_domains, m_clock, m_random, m_poster, "crash-test"}, Hasty()) {
         m_domains.Set("api", "http://127.0.0.1:" + std::to_string(sinkPort));
         m_reports.SendNow();
     }
@@ -67,8 +67,8 @@ bool ReportOne(CReportService& reports, std::atomic<uint64_t>& next, int pipe) {
     Json::Value params;
     params["number"] = Json::UInt64(number);
     params["filling"] = std::string(size_t(number % 700), 'x');
-    const bool taken = number % 2 == 0 ? reports.Report({"Proof", 1, params, 0})
-                                       : reports.TimerEnd({*reports.TimerStart("Proof"), 1, params, 0});
+    const bool taken = number % 2 == 0 ? reports.Report({"CrashTest", 1, params, 0})
+                                       : reports.TimerEnd({*reports.TimerStart("CrashTest"), 1, params, 0});
     return taken && write(pipe, &number, sizeof(number)) == sizeof(number);
 }
 

@@ -105,7 +105,7 @@ private:
 };
 
 pid_t StartChild(const char* what, const QString& path, quint16 port, uint64_t firstNumber, int pipeEnd) {
-    const QByteArray arguments[] = {QByteArray("proof_outbox_kill"),
+    const QByteArray arguments[] = {QByteArray("crash_outbox_kill"),
                                     QByteArray(what),
                                     path.toUtf8(),
                                     QByteArray::number(port),
@@ -134,9 +134,9 @@ void RunLoop(int millis, const std::function<bool()>& done) {
     loop.exec();
 }
 
-class CProof {
+class CKillRounds {
 public:
-    explicit CProof(uint32_t seed) : m_random(seed), m_sink(m_random, m_figures) {}
+    explicit CKillRounds(uint32_t seed) : m_random(seed), m_sink(m_random, m_figures) {}
 
     int Run(int rounds) {
         bool good = rounds > 0 && m_sink.Listen();
@@ -258,10 +258,10 @@ int main(int argc, char** argv) {
                    : outbox_kill::RunChild(path, port, std::strtoull(argv[4], nullptr, 10), std::atoi(argv[5]));
     }
     if (argc != 2) {
-        std::fprintf(stderr, "usage: proof_outbox_kill <number of kills>\n");
+        std::fprintf(stderr, "usage: crash_outbox_kill <number of kills>\n");
         return 2;
     }
     const auto seed = std::random_device()();
     std::printf("seed %u\n", seed);
-    return CProof(seed).Run(std::atoi(argv[1]));
+    return CKillRounds(seed).Run(std::atoi(argv[1]));
 }

@@ -3,7 +3,7 @@
 #include <QString>
 #include <string>
 
-/// What the two processes of the proof agree on.
+/// Keys and values that the two processes share.
 namespace store_kill {
 
 constexpr int kKeys = 64;
