@@ -3,14 +3,14 @@
 #include <QString>
 #include <cstdint>
 
-/// The client process: it reports from two threads, uploads at the same time, and is killed in between.
+/// The client process: it reports from two threads, uploads at the same time, and is killed at a random time.
 namespace outbox_kill {
 
-/// Reports events that are numbered from `firstNumber` on, and writes each number that was taken to `pipe`.
-/// Comes back only when a report or the pipe fails.
+/// Reports events with ascending numbers from `firstNumber` and writes each accepted number to `pipe`.
+/// Returns only if a report or the pipe fails.
 int RunChild(const QString& path, quint16 sinkPort, uint64_t firstNumber, int pipe);
 
-/// Uploads what is left and comes back when nothing is.
+/// Uploads the remaining events and returns when the outbox is empty.
 int Drain(const QString& path, quint16 sinkPort);
 
 }  // namespace outbox_kill

@@ -11,7 +11,7 @@
 namespace {
 
 // Below what readers of ours follow, the event around it counted.
-constexpr int kMostDepth = 60;
+constexpr int kMaxDepth = 60;
 
 constexpr int kUtf8Mib = 106;
 
@@ -24,8 +24,8 @@ bool IsUtf8(const std::string& text) {
     return state.invalidChars == 0 && state.remainingChars == 0;
 }
 
-bool IsSayable(const Json::Value& value, int depth = 0) {
-    if (depth > kMostDepth) {
+bool IsRepresentable(const Json::Value& value, int depth = 0) {
+    if (depth > kMaxDepth) {
         return false;
     }
     if (value.type() == Json::realValue) {
@@ -36,7 +36,7 @@ bool IsSayable(const Json::Value& value, int depth = 0) {
     }
     for (auto element = value.begin(); element != value.end(); ++element) {
         // Two keys that are no text would become one key, and no reader takes that.
-        if ((value.isObject() && !IsUtf8(element.name())) || !IsSayable(*element, depth + 1)) {
+        if ((value.isObject() && !IsUtf8(element.name())) || !IsRepresentable(*element, depth + 1)) {
             return false;
         }
     }
@@ -63,7 +63,7 @@ std::string CReportText::OneLine(const Json::Value& value) {
 }
 
 std::optional<std::string> CReportText::Of(const ReportedEventData& event) {
-    if (!IsSayable(event.params)) {
+    if (!IsRepresentable(event.params)) {
         return std::nullopt;
     }
     std::string text;

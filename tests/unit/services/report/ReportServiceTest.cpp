@@ -26,9 +26,9 @@ protected:
         service.reset();
         ReportOptions options;
         options.steadyClock = [this] { return time.Now(); };
-        service = std::make_unique<CReportService>(folder.filePath(QStringLiteral("reports.sqlite")),
-                                                   ReportSurroundings{http, domains, time, random, poster, "device-1"},
-                                                   options);
+        service =
+            std::make_unique<CReportService>(folder.filePath(QStringLiteral("reports.sqlite")),
+                                             ReportDeps{http, domains, time, random, poster, "device-1"}, options);
     }
 
     static ReportEvent Event(const std::string& name, Json::Value params = {}) { return {name, 4, params, 9}; }
