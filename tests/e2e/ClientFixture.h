@@ -117,7 +117,7 @@ protected:
                 return query.getColumn(0).getString();
             }
         } catch (const SQLite::Exception&) {
-            // the client has not created it yet
+            // The client has not created the file or the table yet.
         }
         return "nothing";
     }

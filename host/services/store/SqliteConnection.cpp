@@ -90,7 +90,7 @@ auto CSqliteStatement::ValueOf(int column, int type, const Get& get) const {
             }
         }
     } catch (const SQLite::Exception&) {
-        // there is no such column, so it has no value
+        // A missing column has no value.
     }
     return value;
 }

@@ -33,7 +33,7 @@ protected:
 
     static ReportEvent Event(const std::string& name, Json::Value params = {}) { return {name, 4, params, 9}; }
 
-    /// What stands in the outbox.
+    /// The events in the outbox.
     std::vector<Json::Value> Waiting() {
         std::vector<Json::Value> events;
         for (const OutboxEvent& event : service->Outbox().Read(0, 1000, 1 << 30)) {
