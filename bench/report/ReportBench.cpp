@@ -1,4 +1,4 @@
-// What a report costs the caller, beside SQLite's own call with the finished text: the same table, the same settings.
+// The cost of a report relative to SQLite's C API with the finished text, the same table and the same settings.
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
@@ -20,7 +20,7 @@
 
 namespace {
 
-/// Nothing goes out: the server is not known.
+/// Sends nothing: the server is unknown.
 class CNoHttp : public IHttp {
 public:
     unsigned long Start(const HttpReqInfo&, core::network::http::Callback, QObject*, HttpWorkPool,
@@ -73,7 +73,7 @@ private:
     sqlite3_int64 m_nBytes = 0;
 };
 
-/// The end of an exposure, which is the longest that ads report.
+/// The end of an exposure, the longest event of ads.
 ReportEvent Exposure() {
     Json::Value params;
     params["request_id"] = "5f0d5a3c9b1e4c7d8a6b2f3e4d5c6b7a1700000000";
@@ -83,11 +83,11 @@ ReportEvent Exposure() {
     return {"ExposeAd", 1, params, 0};
 }
 
-// No room is ever short: a drop would be another thing.
+// Without bounds, since dropping events is not measured.
 ReportOptions Roomy() {
     ReportOptions options;
-    options.outbox.mostEvents = int64_t(1) << 40;
-    options.outbox.mostBytes = int64_t(1) << 50;
+    options.outbox.maxEvents = int64_t(1) << 40;
+    options.outbox.maxBytes = int64_t(1) << 50;
     return options;
 }
 
@@ -131,7 +131,7 @@ int main(int argc, char** argv) {
             benchmark::DoNotOptimize(reports.Report(event));
         }
     });
-    // As the client has it. For information: the tap is the workbench's, and not what an outbox costs.
+    // For information: the client records reports for the workbench, which is not a cost of the outbox.
     benchmark::RegisterBenchmark(kObserved, [&](benchmark::State& state) {
         for (auto _ : state) {
             benchmark::DoNotOptimize(observed.Report(event));

@@ -1,4 +1,4 @@
-// What a save costs beside what it can't be below, and beside its peers, in one run: only ratios are compared.
+// The cost of a save relative to its floor and its peers, measured in one run. Only ratios are compared.
 #include <fmt/format.h>
 #include <sched.h>
 
@@ -33,8 +33,8 @@ std::string KeyOf(int n) {
     return "key" + std::to_string(n % kKeys);
 }
 
-/// The files of one measurement, on the disk of the build tree. They go when the program ends: what the disk
-/// does about files that are gone would fall into the next measurement.
+/// A new file on the disk of the build tree. Files are deleted when the program ends: deleting them earlier would
+/// disturb the next measurement.
 QString NewFile(const char* name) {
     static const QTemporaryDir folder(QStringLiteral(ZR_BENCH_FOLDER "/bench-XXXXXX"));
     static int number = 0;
@@ -66,7 +66,7 @@ struct Medians {
     CSamples file;
 };
 
-// Side by side in each round, so that what disturbs the machine disturbs all three.
+// All three in each round, so that disturbances of the machine affect all.
 Medians SaveBesideItsPeers(int rounds) {
     Medians samples;
     const QString path = NewFile("value");
@@ -75,7 +75,7 @@ Medians SaveBesideItsPeers(int rounds) {
     for (int round = 1; round <= rounds; ++round) {
         const std::string key = KeyOf(round);
         const std::string value = FreshValue(kValueBytes, uint64_t(round));
-        // Each comes first as often as the other: the second finds the caches warm.
+        // The order alternates, since the second one finds the caches warm.
         if (round % 2 == 0) {
             samples.bare.Measure([&] { bare.Save(key, value); });
         }
@@ -93,7 +93,7 @@ Medians SaveBesideItsPeers(int rounds) {
 using Rhythm = void (*)(int count, const std::function<void(int)>& work);
 
 /// About once a millisecond.
-void Pace(int count, const std::function<void(int)>& work) {
+void SaveEachMs(int count, const std::function<void(int)>& work) {
     QTimer timer;
     timer.setTimerType(Qt::PreciseTimer);
     timer.start(1);
@@ -105,7 +105,7 @@ void Pace(int count, const std::function<void(int)>& work) {
     }
 }
 
-void Hurry(int count, const std::function<void(int)>& work) {
+void SaveTight(int count, const std::function<void(int)>& work) {
     for (int n = 1; n <= count; ++n) {
         work(n);
     }
@@ -131,9 +131,8 @@ double AutomaticTail(Rhythm rhythm, int count) {
     return samples.Quantile(0.999);
 }
 
-/// The slowest one in a thousand, of both in turn. Whole rounds of their own: side by side each would wait for
-/// the other's disk. What disturbs the machine comes in gusts, so the median of the rounds tells more than the
-/// slowest saves of all rounds, which would be those of the worst gust.
+/// Compares the 99.9th percentiles in separate, alternating rounds: within one round each would wait for the other's
+/// disk. Disturbances come in bursts, so the median over the rounds is compared.
 bench::Row TailRow(const char* what, Rhythm rhythm, int count, int rounds) {
     CSamples store;
     CSamples automatic;
@@ -159,8 +158,8 @@ int main(int argc, char** argv) {
         fmt::print(stderr, "{}: unknown argument {}\n", arguments[0], arguments[1]);
         return 2;
     }
-    // Before other programs, and the store's own thread with this one: a slice of the processor that another gets
-    // is longer than what is measured here. Where that is not allowed, they are part of the figures.
+    // Real-time priority, also for the store's thread: a time slice of another program is longer than a measured call.
+    // Without the permission such slices are part of the figures.
     const sched_param first{1};
     sched_setscheduler(0, SCHED_RR, &first);
     const Counts& counts = options.quick ? kQuick : kFull;
@@ -170,8 +169,8 @@ int main(int argc, char** argv) {
     const std::vector<bench::Row> rows = {
         {"Store: save of 20 KB", store, "Bare SQLite call", medians.bare.Quantile(0.5), 1.5},
         {"Store: save of 20 KB", store, "QSaveFile", medians.file.Quantile(0.5), 0.25},
-        TailRow("Store: tight saves, 99.9th percentile", Hurry, counts.tight, counts.rounds),
-        TailRow("Store: saves each ms, 99.9th percentile", Pace, counts.paced, counts.rounds),
+        TailRow("Store: tight saves, 99.9th percentile", SaveTight, counts.tight, counts.rounds),
+        TailRow("Store: saves each ms, 99.9th percentile", SaveEachMs, counts.paced, counts.rounds),
     };
     return bench::PrintRows(rows, options);
 }

@@ -8,7 +8,7 @@
 struct sqlite3;
 struct sqlite3_stmt;
 
-/// How long each of many calls took, in nanoseconds.
+/// Durations of many calls, in nanoseconds.
 class CSamples {
 public:
     template <class Call>
@@ -20,18 +20,18 @@ public:
     }
     void Add(double nanos) { m_samples.push_back(nanos); }
 
-    /// 0.5 is the median. Zero without samples.
+    /// 0.5 is the median. 0 without samples.
     double Quantile(double part) const;
 
 private:
     std::vector<double> m_samples;
 };
 
-/// A value of `bytes`, every byte of it new with each `round`.
+/// A value of `bytes` pseudo-random bytes, different in each `round`.
 std::string FreshValue(size_t bytes, uint64_t round);
 
-/// The store's table in the store's settings, written by SQLite's own calls: a prepared statement, bound and
-/// stepped. The floor below the store, and with automatic checkpoints its peer.
+/// The store's table and settings with SQLite's C API: a prepared statement, bound and stepped. It is the floor of the
+/// store's cost, and with automatic checkpoints its peer.
 class CBareSqlite {
 public:
     enum class EnCheckpoints { kNever, kAutomatic };
@@ -41,7 +41,7 @@ public:
     CBareSqlite(const CBareSqlite&) = delete;
     CBareSqlite& operator=(const CBareSqlite&) = delete;
 
-    /// Ends the program if SQLite refuses.
+    /// Ends the program on an error.
     void Save(const std::string& key, const std::string& value);
 
 private:

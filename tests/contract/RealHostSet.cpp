@@ -58,7 +58,7 @@ public:
         m_domains.Set("api", m_httpServer.Url());
         m_reports = std::make_unique<CReportService>(
             m_folder.filePath(QStringLiteral("reports.sqlite")),
-            ReportSurroundings{m_http, m_domains, m_clock, m_random, m_poster, "device"});
+            ReportDeps{m_http, m_domains, m_clock, m_random, m_poster, "device"});
         m_httpServer.SetHandler([this](const RawHttpRequest& request) { OnHttp(request); });
         // What passes is opened: where it goes is the client's affair.
         m_urls.SetPageHandler([](const QUrl&) { return true; });

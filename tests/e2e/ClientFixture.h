@@ -1,13 +1,11 @@
 #pragma once
 
+#include <SQLiteCpp/SQLiteCpp.h>
 #include <gmock/gmock.h>
 
 #include <QAbstractButton>
 #include <QFile>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QTemporaryDir>
-#include <QVariantList>
 #include <memory>
 #include <set>
 
@@ -100,34 +98,28 @@ protected:
 
     /// What the store's file holds for the installation; "nothing" if it has no such value, or is not there yet.
     std::string StoredValue(const char* key) const {
-        return ValueIn("client.sqlite", "SELECT value FROM config WHERE owner = 'app' AND key = ?",
-                       {QString::fromLatin1(key)});
+        return ValueIn("client.sqlite", "SELECT value FROM config WHERE owner = 'app' AND key = ?", key);
     }
 
     /// Whether the client knows of all its reports that the server has them. A server counts one earlier than that;
     /// one that ends in between gets it told to its successor as well.
     bool AreReportsAcknowledged() const { return ValueIn("reports.sqlite", "SELECT COUNT(*) FROM event") == "0"; }
 
-    /// Read over a connection of its own.
-    std::string ValueIn(const char* database, const char* sql, const QVariantList& bound = {}) const {
-        std::string value = "nothing";
-        const QString reader = QStringLiteral("reader");
-        {
-            QSqlDatabase file = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), reader);
-            file.setDatabaseName(options.dataDir + QLatin1Char('/') + QString::fromLatin1(database));
-            file.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
-            QSqlQuery query(file);
-            if (file.open() && query.prepare(QString::fromLatin1(sql))) {
-                for (const QVariant& one : bound) {
-                    query.addBindValue(one);
-                }
-                if (query.exec() && query.next()) {
-                    value = query.value(0).toByteArray().toStdString();
-                }
+    /// The first value that `sql` returns for `key`, on a separate connection; "nothing" if it fails or finds none.
+    std::string ValueIn(const char* database, const char* sql, const char* key = nullptr) const {
+        try {
+            const SQLite::Database file(options.dataDir.toStdString() + '/' + database, SQLite::OPEN_READONLY, 5'000);
+            SQLite::Statement query(file, sql);
+            if (key) {
+                query.bind(1, key);
             }
+            if (query.executeStep()) {
+                return query.getColumn(0).getString();
+            }
+        } catch (const SQLite::Exception&) {
+            // The client has not created the file or the table yet.
         }
-        QSqlDatabase::removeDatabase(reader);
-        return value;
+        return "nothing";
     }
 
     template <class Widget>

@@ -56,22 +56,16 @@ protected:
     /// A file as a client of later days would leave it.
     void WriteNewerFile() const {
         ASSERT_TRUE(QDir().mkpath(options.dataDir));
-        const QString writer = QStringLiteral("writer");
-        {
-            QSqlDatabase file = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), writer);
-            file.setDatabaseName(options.dataDir + QStringLiteral("/client.sqlite"));
-            ASSERT_TRUE(file.open());
-            QSqlQuery query(file);
-            ASSERT_TRUE(
-                query.exec(QStringLiteral("CREATE TABLE config (owner TEXT NOT NULL, key TEXT NOT NULL, value,"
-                                          " PRIMARY KEY (owner, key)) WITHOUT ROWID")));
-            ASSERT_TRUE(query.prepare(QStringLiteral("INSERT INTO config VALUES ('app', ?, ?)")));
-            query.addBindValue(QString::fromLatin1(kCache));
-            query.addBindValue(QByteArray(kCached));
-            ASSERT_TRUE(query.exec());
-            ASSERT_TRUE(query.exec(QStringLiteral("PRAGMA user_version=1000")));
-        }
-        QSqlDatabase::removeDatabase(writer);
+        SQLite::Database file(options.dataDir.toStdString() + "/client.sqlite",
+                              SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+        file.exec(
+            "CREATE TABLE config (owner TEXT NOT NULL, key TEXT NOT NULL, value,"
+            " PRIMARY KEY (owner, key)) WITHOUT ROWID");
+        SQLite::Statement insert(file, "INSERT INTO config VALUES ('app', ?, ?)");
+        insert.bind(1, kCache);
+        insert.bind(2, kCached, int(std::string(kCached).size()));
+        insert.exec();
+        file.exec("PRAGMA user_version=1000");
     }
 
     QProcess other;

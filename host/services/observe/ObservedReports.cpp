@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "observe/Observation.h"
-#include "report/Measurements.h"
+#include "report/RunningTimers.h"
 
 namespace {
 
@@ -66,7 +66,7 @@ bool CObservedReports::TimerEnd(const ReportEvent& event) {
     ReportSeen seen = SeenOf(event);
     seen.kind = ReportSeen::EnKind::TimerEnded;
     seen.timer = event.name;
-    seen.event = CMeasurements::EventOf(event.name);
+    seen.event = CRunningTimers::EventOf(event.name);
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         const auto running = m_running.find(event.name);

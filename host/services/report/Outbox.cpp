@@ -1,7 +1,5 @@
 #include "report/Outbox.h"
 
-#include <QDateTime>
-#include <QFile>
 #include <algorithm>
 
 #include "framework/HostLog.h"
@@ -14,8 +12,8 @@ constexpr host::HostLog kLog("Report");
 
 constexpr int kVersion = 1;
 
-// `before` is the bytes of all events before this one since the file was last empty: what lies between two
-// events is known without a look at those between.
+// `before` is the number of bytes of all earlier events since the file was last empty, so the bytes between two
+// events are known without reading those between.
 constexpr char kSchema[] =
     "BEGIN IMMEDIATE;"
     "CREATE TABLE IF NOT EXISTS event (number INTEGER PRIMARY KEY, before INTEGER NOT NULL, id TEXT NOT NULL,"
@@ -26,7 +24,7 @@ constexpr char kSchema[] =
     "COMMIT";
 constexpr char kInsertSql[] = "INSERT INTO event (number, before, id, json) VALUES (?, ?, ?, ?)";
 constexpr char kReadSql[] = "SELECT number, id, json FROM event WHERE number > ? ORDER BY number LIMIT ?";
-// By its id too: a file that was begun anew in between counts from the start.
+// The id is compared too: the numbers of a recreated file start again.
 constexpr char kRemoveSql[] = "DELETE FROM event WHERE number = ? AND (id = ? OR typeof(id) <> 'text')";
 constexpr char kDropOldestSql[] = "DELETE FROM event WHERE number = ?";
 constexpr char kOldestSql[] = "SELECT number, before FROM event ORDER BY number LIMIT 1";
@@ -34,7 +32,7 @@ constexpr char kYoungestSql[] =
     "SELECT number, before + length(CAST(json AS BLOB)) FROM event ORDER BY number DESC LIMIT 1";
 constexpr char kCountDroppedSql[] = "UPDATE dropped SET count = ?";
 
-// What an event writes beside itself: the page that it stands on.
+// Bytes that an event writes besides its text: its page.
 constexpr qint64 kPageBytes = 4096;
 
 bool IsWhole(const OutboxEvent& event) {
@@ -56,15 +54,16 @@ COutbox::~COutbox() {
 void COutbox::Close() {
     m_bReady = false;
     for (CSqliteStatement* statement : {&m_insert, &m_read, &m_remove, &m_dropOldest, &m_oldest, &m_countDropped}) {
-        *statement = CSqliteStatement();
+        statement->Finalize();
     }
-    // Before the file: the last one to close would take the checkpoint here.
+    // Before the connection: the last connection to close takes a checkpoint, here.
     m_pCheckpointer.reset();
-    m_file.Close();
+    m_connection.Close();
 }
 
 bool COutbox::EnsureOpen() {
     if (!m_bReady) {
+        m_connection.SetError({});
         m_bReady = m_lock.Take() == CStoreLock::EnResult::kTaken && OpenFile();
         if (m_bReady) {
             m_pCheckpointer = std::make_unique<CCheckpointer>(m_path, m_options.checkpoints);
@@ -75,82 +74,72 @@ bool COutbox::EnsureOpen() {
 
 bool COutbox::OpenFile() {
     Close();
-    if (m_file.Open(QFile::encodeName(m_path).toStdString()) && MakeReady()) {
-        return true;
-    }
-    return m_file.IsDamaged() && StartAnew() && m_file.Open(QFile::encodeName(m_path).toStdString()) && MakeReady();
+    const auto open = [this] { return m_connection.Open(m_path, EnSqliteAccess::kReadWrite) && MakeReady(); };
+    return open() || (m_connection.IsCorrupt() && Quarantine() && open());
 }
 
 bool COutbox::MakeReady() {
-    CSqliteStatement version;
-    if (!m_file.Prepare(version, "PRAGMA user_version") || !version.Step()) {
+    const std::optional<int64_t> version = m_connection.Integer("PRAGMA user_version");
+    if (!version) {
         return false;
     }
-    if (version.Integer(0) > kVersion) {
+    if (*version > kVersion) {
         kLog.Error(FMT_STRING("The outbox {} is of a newer version"), m_path.toStdString());
         return false;
     }
-    version.Reset();
-    return m_file.Run("PRAGMA journal_mode=WAL") && m_file.Run("PRAGMA synchronous=NORMAL") &&
-           m_file.Run("PRAGMA wal_autocheckpoint=0") && m_file.Run(kSchema) && m_file.Prepare(m_insert, kInsertSql) &&
-           m_file.Prepare(m_read, kReadSql) && m_file.Prepare(m_remove, kRemoveSql) &&
-           m_file.Prepare(m_dropOldest, kDropOldestSql) && m_file.Prepare(m_oldest, kOldestSql) &&
-           m_file.Prepare(m_countDropped, kCountDroppedSql) && ReadBounds();
+    return m_connection.Run("PRAGMA journal_mode=WAL") && m_connection.Run("PRAGMA synchronous=NORMAL") &&
+           m_connection.Run("PRAGMA wal_autocheckpoint=0") && m_connection.Run(kSchema) &&
+           m_connection.Prepare(m_insert, kInsertSql) && m_connection.Prepare(m_read, kReadSql) &&
+           m_connection.Prepare(m_remove, kRemoveSql) && m_connection.Prepare(m_dropOldest, kDropOldestSql) &&
+           m_connection.Prepare(m_oldest, kOldestSql) && m_connection.Prepare(m_countDropped, kCountDroppedSql) &&
+           ReadBounds();
 }
 
 bool COutbox::ReadBounds() {
     CSqliteStatement youngest;
-    CSqliteStatement dropped;
-    if (!m_file.Prepare(youngest, kYoungestSql) || !m_file.Prepare(dropped, "SELECT count FROM dropped") ||
-        !dropped.Step()) {
+    const std::optional<int64_t> dropped = m_connection.Integer("SELECT count FROM dropped");
+    if (!dropped || !m_connection.Prepare(youngest, kYoungestSql)) {
         return false;
     }
-    const bool any = youngest.Step();
+    youngest.Step();
     if (youngest.Failed()) {
         return false;
     }
-    m_nDropped = dropped.Integer(0);
-    m_nLast = any ? youngest.Integer(0) : 0;
-    m_nBytes = any ? youngest.Integer(1) : 0;
+    m_nDropped = *dropped;
+    m_nLast = youngest.Integer(0).value_or(0);
+    m_nBytes = youngest.Integer(1).value_or(0);
     return FindOldest();
 }
 
 bool COutbox::FindOldest() {
-    const bool found = m_oldest.Step();
+    m_oldest.Step();
     if (m_oldest.Failed()) {
         return false;
     }
-    m_nFirst = found ? m_oldest.Integer(0) : 0;
-    m_nBefore = found ? m_oldest.Integer(1) : m_nBytes;
+    m_nFirst = m_oldest.Integer(0).value_or(0);
+    m_nBefore = m_oldest.Integer(1).value_or(m_nBytes);
     m_oldest.Reset();
     return true;
 }
 
-// Renamed before the file is closed, which would else write to the log and remove it.
-bool COutbox::StartAnew() {
-    const std::string reason = m_file.Reason();
-    if (m_pCheckpointer) {
-        m_pCheckpointer->Abandon();
+bool COutbox::Quarantine() {
+    const bool moved =
+        store_files::QuarantineCorrupt(kLog, "outbox", m_path, m_connection.LastError(), m_pCheckpointer.get());
+    if (moved) {
+        Close();
     }
-    const QString aside = store_files::MoveAside(m_path, QDateTime::currentDateTimeUtc());
-    if (aside.isEmpty()) {
-        kLog.Error(FMT_STRING("The outbox {} is damaged and can't be moved aside: {}"), m_path.toStdString(), reason);
-        return false;
-    }
-    kLog.Error(FMT_STRING("The outbox {} is damaged and was moved to {}: {}"), m_path.toStdString(),
-               aside.toStdString(), reason);
-    Close();
-    return true;
+    return moved;
 }
 
 bool COutbox::Refuse(const char* what) {
-    const std::string reason = m_file.IsOpen() ? m_file.Reason() : "it can't be opened, or another client has it";
-    kLog.Error(FMT_STRING("{} the outbox {} failed: {}"), what, m_path.toStdString(), reason);
+    const std::string& reason = m_connection.LastError().reason;
+    kLog.Error(FMT_STRING("{} the outbox {} failed: {}"), what, m_path.toStdString(),
+               reason.empty() ? "it can't be used, or another client has it" : reason);
     return false;
 }
 
-bool COutbox::HealDamage() {
-    return m_bReady && m_file.IsDamaged() && StartAnew() && EnsureOpen();
+bool COutbox::RecoverFromCorruption() {
+    return m_bReady && m_connection.IsCorrupt() && Quarantine() && EnsureOpen();
 }
 
 bool COutbox::Add(const std::string& id, const std::string& json) {
@@ -158,7 +147,7 @@ bool COutbox::Add(const std::string& id, const std::string& json) {
     if (!EnsureOpen()) {
         return Refuse("Opening");
     }
-    if (!Insert(id, json) && !(HealDamage() && Insert(id, json))) {
+    if (!Insert(id, json) && !(RecoverFromCorruption() && Insert(id, json))) {
         return Refuse("Writing to");
     }
     m_pCheckpointer->Written(qint64(json.size()) + kPageBytes);
@@ -169,12 +158,9 @@ bool COutbox::Add(const std::string& id, const std::string& json) {
 }
 
 bool COutbox::Insert(const std::string& id, const std::string& json) {
-    const std::unique_lock<std::mutex> turn = m_pCheckpointer->TakeTurn();
-    m_insert.Bind(1, m_nLast + 1);
-    m_insert.Bind(2, m_nBytes);
-    m_insert.Bind(3, id);
-    m_insert.Bind(4, json);
-    if (!m_insert.Run()) {
+    const std::unique_lock<std::mutex> lock = m_pCheckpointer->LockForWrite();
+    if (!(m_insert.Bind(1, m_nLast + 1) && m_insert.Bind(2, m_nBytes) && m_insert.Bind(3, id) &&
+          m_insert.Bind(4, json) && m_insert.Run())) {
         return false;
     }
     ++m_nLast;
@@ -187,28 +173,26 @@ bool COutbox::Insert(const std::string& id, const std::string& json) {
 }
 
 bool COutbox::IsFull() const {
-    return m_nFirst != 0 && (m_nLast - m_nFirst >= m_options.mostEvents || m_nBytes - m_nBefore > m_options.mostBytes);
+    return m_nFirst != 0 && (m_nLast - m_nFirst >= m_options.maxEvents || m_nBytes - m_nBefore > m_options.maxBytes);
 }
 
-// The events themselves are safe either way: where this fails the next one tries again.
+// A failure loses no event, and the next Add tries again.
 void COutbox::DropOldest() {
     const bool dropped = InTransaction([this] {
         while (IsFull()) {
-            m_dropOldest.Bind(1, m_nFirst);
-            if (!m_dropOldest.Run() || !FindOldest()) {
+            if (!m_dropOldest.Bind(1, m_nFirst) || !m_dropOldest.Run() || !FindOldest()) {
                 return false;
             }
             ++m_nDropped;
         }
-        m_countDropped.Bind(1, m_nDropped);
-        return m_countDropped.Run();
+        return m_countDropped.Bind(1, m_nDropped) && m_countDropped.Run();
     });
     if (!dropped) {
         Refuse("Making room in");
-        HealDamage();
+        RecoverFromCorruption();
         return;
     }
-    // A line for a burst: the next one follows when there was room in between.
+    // One line per burst: the next one is logged after events were removed.
     if (!m_bDropping) {
         m_bDropping = true;
         kLog.Error(FMT_STRING("The outbox {} is full: its oldest events are dropped, {} so far"), m_path.toStdString(),
@@ -217,14 +201,12 @@ void COutbox::DropOldest() {
 }
 
 bool COutbox::InTransaction(const std::function<bool()>& work) {
-    const std::unique_lock<std::mutex> turn = m_pCheckpointer->TakeTurn();
-    if (m_file.Run("BEGIN IMMEDIATE") && work() && m_file.Run("COMMIT")) {
+    const std::unique_lock<std::mutex> lock = m_pCheckpointer->LockForWrite();
+    if (m_connection.InTransaction(work)) {
         return true;
     }
-    // Damage is found by the error, which the next call would overwrite.
-    if (!m_file.IsDamaged()) {
-        m_file.Run("ROLLBACK");
-        // What the bounds are nobody knows then: the next call opens the file anew.
+    if (!m_connection.IsCorrupt()) {
+        // Without known bounds the next call opens the file again.
         m_bReady = ReadBounds();
     }
     return false;
@@ -237,11 +219,10 @@ std::vector<OutboxEvent> COutbox::ReadRows(int64_t after, size_t count, size_t b
     if (failed) {
         return rows;
     }
-    m_read.Bind(1, after);
-    m_read.Bind(2, int64_t(count));
     size_t total = 0;
-    while (m_read.Step()) {
-        OutboxEvent row{m_read.Integer(0), m_read.Text(1), m_read.Text(2)};
+    const bool bound = m_read.Bind(1, after) && m_read.Bind(2, int64_t(count));
+    while (bound && m_read.Step()) {
+        OutboxEvent row{m_read.Integer(0).value_or(0), m_read.Text(1).value_or(""), m_read.Text(2).value_or("")};
         total += row.json.size();
         if (!rows.empty() && total > bytes) {
             m_read.Reset();
@@ -250,9 +231,9 @@ std::vector<OutboxEvent> COutbox::ReadRows(int64_t after, size_t count, size_t b
         rows.push_back(std::move(row));
     }
     failed = m_read.Failed();
-    if (failed && m_file.IsDamaged()) {
+    if (failed && m_connection.IsCorrupt()) {
         rows.clear();
-        failed = !HealDamage();
+        failed = !RecoverFromCorruption();
     }
     return rows;
 }
@@ -290,15 +271,13 @@ bool COutbox::Remove(const std::vector<OutboxEvent>& events) {
     const bool removed = InTransaction([&] {
         return std::all_of(events.begin(), events.end(),
                            [this](const OutboxEvent& event) {
-                               m_remove.Bind(1, event.number);
-                               m_remove.Bind(2, event.id);
-                               return m_remove.Run();
+                               return m_remove.Bind(1, event.number) && m_remove.Bind(2, event.id) && m_remove.Run();
                            }) &&
                FindOldest();
     });
     if (!removed) {
         Refuse("Removing from");
-        HealDamage();
+        RecoverFromCorruption();
         return false;
     }
     m_pCheckpointer->Written(qint64(events.size()) * kPageBytes);

@@ -7,13 +7,13 @@
 #include <string>
 #include <vector>
 
-#include "report/SqliteFile.h"
 #include "store/Checkpointer.h"
+#include "store/SqliteConnection.h"
 #include "store/StoreLock.h"
 
 struct OutboxOptions {
-    int64_t mostEvents = 50'000;
-    int64_t mostBytes = 32 << 20;  // of all events together
+    int64_t maxEvents = 50'000;
+    int64_t maxBytes = 32 << 20;  // total of all events
     CheckpointOptions checkpoints;
 };
 
@@ -23,13 +23,12 @@ struct OutboxEvent {
     std::string json;
 };
 
-/// Events that wait for the server, in a SQLite file. What Add gave true for is in the write-ahead log, and
-/// survives the process's end. Full, it drops its oldest events: bounds are counted from the oldest event to the
-/// youngest. One client at a time has the file; another one's events are refused until it ends.
-/// Nothing is opened before the first call. Any thread; nothing is thrown.
+/// Events that wait for the server, in a SQLite file. An event for which Add returned true is in the write-ahead log
+/// and survives the end of the process. A full outbox drops its oldest events; its bounds count from the oldest event
+/// to the youngest. One client at a time uses the file; events of a second one are refused until the first ends.
+/// The file is opened by the first call. Any thread; throws nothing.
 ///
-/// A damaged file is moved aside with the day and time in its new name, which the log says, and a new one is
-/// begun.
+/// A corrupt file is renamed with date and time, logged, and replaced by a new one.
 class COutbox {
 public:
     explicit COutbox(QString path, const OutboxOptions& options = {});
@@ -37,21 +36,21 @@ public:
     COutbox(const COutbox&) = delete;
     COutbox& operator=(const COutbox&) = delete;
 
-    /// False where it could not be written, which is logged.
+    /// False if the event could not be written, which is logged.
     bool Add(const std::string& id, const std::string& json);
 
-    /// The oldest events that were reported after the one of that number. Those that are no longer what was
-    /// added are removed and logged. `bytes` is for the events together; one is given in any case. Where none is
-    /// given, `failed` tells an outbox that can't be read from one that holds no more.
+    /// Returns the oldest events with a number above `after`, at most `count` with at most `bytes` in total, but
+    /// at least one. Spoilt events are removed and logged. If none is returned, `failed` is true when the outbox
+    /// can't be read and false when it has no more events.
     std::vector<OutboxEvent> Read(int64_t after, size_t count, size_t bytes, bool* failed = nullptr);
 
-    /// False where they stay, which is logged.
+    /// False if the events could not be removed, which is logged.
     bool Remove(const std::vector<OutboxEvent>& events);
 
-    /// Also true for one that can't be opened.
+    /// Also true if the outbox can't be opened.
     bool IsEmpty();
 
-    /// Events dropped for want of room since the file was begun; kept in it.
+    /// Number of events dropped since the file was created because the outbox was full. Stored in the file.
     int64_t Dropped();
 
 private:
@@ -59,7 +58,7 @@ private:
     bool OpenFile();
     bool MakeReady();
     bool ReadBounds();
-    bool StartAnew();
+    bool Quarantine();
     void Close();
     bool Insert(const std::string& id, const std::string& json);
     bool IsFull() const;
@@ -67,14 +66,14 @@ private:
     bool FindOldest();
     bool InTransaction(const std::function<bool()>& work);
     std::vector<OutboxEvent> ReadRows(int64_t after, size_t count, size_t bytes, bool& failed);
-    bool HealDamage();
+    bool RecoverFromCorruption();
     bool Refuse(const char* what);
 
     const QString m_path;
     const OutboxOptions m_options;
     std::mutex m_mutex;
     CStoreLock m_lock;
-    CSqliteFile m_file;
+    CSqliteConnection m_connection;
     CSqliteStatement m_insert;
     CSqliteStatement m_read;
     CSqliteStatement m_remove;
@@ -83,10 +82,10 @@ private:
     CSqliteStatement m_countDropped;
     std::unique_ptr<CCheckpointer> m_pCheckpointer;
     bool m_bReady = false;
-    bool m_bDropping = false;  // and said so
-    int64_t m_nFirst = 0;      // the oldest event's number; 0 if there is none
+    bool m_bDropping = false;  // and logged
+    int64_t m_nFirst = 0;      // number of the oldest event; 0 if there is none
     int64_t m_nBefore = 0;     // bytes of all events before the oldest
     int64_t m_nLast = 0;
-    int64_t m_nBytes = 0;  // of all events up to the youngest
+    int64_t m_nBytes = 0;  // of all events up to the youngest one
     int64_t m_nDropped = 0;
 };

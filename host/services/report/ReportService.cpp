@@ -11,7 +11,7 @@ namespace {
 
 constexpr host::HostLog kLog("Report");
 
-// The server would never take it, and it would be sent for ever.
+// The server would reject such an event, so it would be sent again and again.
 bool IsNameless(const std::string& name) {
     if (name.empty()) {
         kLog.Error(FMT_STRING("An event without a name is not reported"));
@@ -21,16 +21,15 @@ bool IsNameless(const std::string& name) {
 
 }  // namespace
 
-CReportService::CReportService(const QString& path, const ReportSurroundings& surroundings,
-                               const ReportOptions& options)
-    : m_clock(surroundings.clock),
-      m_random(surroundings.random),
-      m_poster(surroundings.poster),
-      m_strDevice(surroundings.device),
+CReportService::CReportService(const QString& path, const ReportDeps& deps, const ReportOptions& options)
+    : m_clock(deps.clock),
+      m_random(deps.random),
+      m_poster(deps.poster),
+      m_strDevice(deps.device),
       m_options(options),
-      m_measurements(options.steadyClock ? options.steadyClock : CMainThreadPoster::SteadyMillis),
+      m_timers(options.steadyClock ? options.steadyClock : CMainThreadPoster::SteadyMillis),
       m_outbox(path, options.outbox),
-      m_sender(m_outbox, surroundings.http, surroundings.domains, surroundings.random, options.sender) {}
+      m_sender(m_outbox, deps.http, deps.domains, deps.random, options.sender) {}
 
 CReportService::~CReportService() = default;
 
@@ -39,14 +38,14 @@ bool CReportService::Report(const ReportEvent& event) {
 }
 
 std::shared_ptr<std::string> CReportService::TimerStart(const std::string& event) {
-    return IsNameless(event) ? nullptr : std::make_shared<std::string>(m_measurements.Start(event));
+    return IsNameless(event) ? nullptr : std::make_shared<std::string>(m_timers.Start(event));
 }
 
 bool CReportService::TimerEnd(const ReportEvent& event) {
     if (IsNameless(event.name)) {
         return false;
     }
-    const auto measured = m_measurements.End(event.name);
+    const auto measured = m_timers.End(event.name);
     if (!measured) {
         kLog.Error(FMT_STRING("No measurement {} is open"), event.name);
         return false;
@@ -62,7 +61,7 @@ bool CReportService::Take(const std::string& name, const ReportEvent& event, std
                                       m_clock.ServerTimeMillis(), durationMs});
         if (!text) {
             kLog.Error(FMT_STRING("The event {} holds what can't be written as JSON"), name);
-        } else if (text->size() > m_options.mostEventBytes) {
+        } else if (text->size() > m_options.maxEventBytes) {
             kLog.Error(FMT_STRING("The event {} is too large to be reported: {} bytes"), name, text->size());
         } else {
             taken = m_outbox.Add(id, *text);

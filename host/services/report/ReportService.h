@@ -5,9 +5,9 @@
 #include <string>
 
 #include "core/IReports.h"
-#include "report/Measurements.h"
 #include "report/Outbox.h"
 #include "report/ReportSender.h"
+#include "report/RunningTimers.h"
 
 class IPoster;
 class IServerClock;
@@ -15,17 +15,17 @@ class IServerClock;
 struct ReportOptions {
     OutboxOptions outbox;
     SenderOptions sender;
-    /// Of one event as JSON. The largest answer over HTTP fits: 8 MiB, each byte of which may become U+FFFD, three
-    /// bytes long.
-    size_t mostEventBytes = 25 << 20;
-    /// Events of so long go together.
+    /// Limit of one event as JSON. The largest HTTP answer fits: 8 MiB, of which each byte may become U+FFFD, with three
+    /// bytes.
+    size_t maxEventBytes = 25 << 20;
+    /// Events reported within this time are sent together.
     std::chrono::milliseconds gather{200};
-    /// Empty: the machine's steady clock.
-    CMeasurements::Clock steadyClock;
+    /// If empty, the machine's steady clock.
+    CRunningTimers::Clock steadyClock;
 };
 
-/// What the client knows about its surroundings, for reports. All of it must outlive them.
-struct ReportSurroundings {
+/// Dependencies of the report service, which they must outlive.
+struct ReportDeps {
     IHttp& http;
     const IDomains& domains;
     const IServerClock& clock;
@@ -34,16 +34,16 @@ struct ReportSurroundings {
     std::string device;
 };
 
-/// Reports by way of an outbox. Construction, destruction, SendNow and SetUser: main thread.
+/// Stores reports in an outbox and sends them. Construct, destroy, SendNow and SetUser on the main thread.
 class CReportService : public IReports {
 public:
-    CReportService(const QString& path, const ReportSurroundings& surroundings, const ReportOptions& options = {});
+    CReportService(const QString& path, const ReportDeps& deps, const ReportOptions& options = {});
     ~CReportService() override;
 
-    /// Who is logged in, for the events to come; 0 is nobody.
+    /// The logged-in user for later events; 0 if there is none.
     void SetUser(uint64_t user) { m_nUser = user; }
 
-    /// The server was found, or may be back.
+    /// Call it when the server was found or may be reachable again.
     void SendNow() { m_sender.SendNow(); }
 
     COutbox& Outbox() { return m_outbox; }
@@ -64,7 +64,7 @@ private:
     const ReportOptions m_options;
     std::atomic<uint64_t> m_nUser{0};
     std::atomic<bool> m_bWakePosted{false};
-    CMeasurements m_measurements;
+    CRunningTimers m_timers;
     COutbox m_outbox;
     CReportSender m_sender;
 };

@@ -9,7 +9,7 @@
 namespace {
 
 // Below what readers of ours follow, the event around it counted.
-constexpr int kMostDepth = 60;
+constexpr int kMaxDepth = 60;
 
 constexpr int kUtf8Mib = 106;
 
@@ -29,8 +29,8 @@ std::optional<std::string> Repaired(const std::string& text) {
     return read.toStdString();
 }
 
-bool IsSayable(const Json::Value& value, int depth = 0) {
-    if (depth > kMostDepth) {
+bool IsRepresentable(const Json::Value& value, int depth = 0) {
+    if (depth > kMaxDepth) {
         return false;
     }
     if (value.type() == Json::realValue) {
@@ -41,7 +41,7 @@ bool IsSayable(const Json::Value& value, int depth = 0) {
     }
     for (auto element = value.begin(); element != value.end(); ++element) {
         // Two keys that are no text would become one key, and no reader takes that.
-        if ((value.isObject() && Repaired(element.name())) || !IsSayable(*element, depth + 1)) {
+        if ((value.isObject() && Repaired(element.name())) || !IsRepresentable(*element, depth + 1)) {
             return false;
         }
     }
@@ -70,7 +70,7 @@ Json::StreamWriterBuilder OneLineOfUtf8() {
 }  // namespace
 
 std::optional<std::string> ReportText(const ReportedEventData& event) {
-    if (!IsSayable(event.params)) {
+    if (!IsRepresentable(event.params)) {
         return std::nullopt;
     }
     Json::Value json;

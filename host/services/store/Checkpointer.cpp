@@ -1,15 +1,12 @@
 #include "store/Checkpointer.h"
 
-#include <QVariant>
-
 #include "framework/HostLog.h"
-#include "store/SqliteConnection.h"
 
 namespace {
 
 constexpr host::HostLog kLog("Store");
 
-// Before each page of the log stands a header.
+// Each page of the log has a header.
 constexpr qint64 kFrameHeaderBytes = 24;
 
 }  // namespace
@@ -20,15 +17,15 @@ CCheckpointer::CCheckpointer(const QString& path, const CheckpointOptions& optio
 CCheckpointer::~CCheckpointer() {
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        m_bEnd = true;
+        m_bStop = true;
     }
     m_wake.notify_one();
     m_thread.join();
 }
 
-std::unique_lock<std::mutex> CCheckpointer::TakeTurn() {
-    const std::lock_guard<std::mutex> next(m_nextTurn);
-    return std::unique_lock<std::mutex>(m_turn);
+std::unique_lock<std::mutex> CCheckpointer::LockForWrite() {
+    const std::lock_guard<std::mutex> next(m_nextWriter);
+    return std::unique_lock<std::mutex>(m_writer);
 }
 
 void CCheckpointer::Written(qint64 bytes) {
@@ -37,9 +34,9 @@ void CCheckpointer::Written(qint64 bytes) {
         const std::lock_guard<std::mutex> lock(m_mutex);
         const qint64 before = m_nWritten;
         m_nWritten += bytes;
-        // Not at each save: the thread would take the processor from the writer.
+        // Only when a limit is crossed: a wake-up per save would take the processor from the writer.
         const auto passed = [&](qint64 limit) { return before < limit && m_nWritten >= limit; };
-        wake = passed(m_options.afterBytes) || passed(m_options.atMostBytes);
+        wake = passed(m_options.afterBytes) || passed(m_options.maxBytes);
     }
     if (wake) {
         m_wake.notify_one();
@@ -51,7 +48,7 @@ void CCheckpointer::Abandon() {
     m_bAbandoned = true;
 }
 
-std::optional<QSqlError> CCheckpointer::Damage() const {
+std::optional<SqliteError> CCheckpointer::Damage() const {
     return m_bDamaged ? std::make_optional(m_damage) : std::nullopt;
 }
 
@@ -62,41 +59,41 @@ void CCheckpointer::Run() {
     }
     std::unique_lock<std::mutex> lock(m_mutex);
     for (;;) {
-        m_wake.wait(lock, [this] { return m_bEnd || (!m_bAbandoned && m_nWritten >= m_options.afterBytes); });
-        WaitForRest(lock);
-        if (m_bEnd) {
+        m_wake.wait(lock, [this] { return m_bStop || (!m_bAbandoned && m_nWritten >= m_options.afterBytes); });
+        WaitUntilIdle(lock);
+        if (m_bStop) {
             break;
         }
         m_nWritten = 0;
         lock.unlock();
-        Take(connection);
+        TakeCheckpoint(connection);
         lock.lock();
-        m_wake.wait_for(lock, m_options.pause, [this] { return m_bEnd; });
+        m_wake.wait_for(lock, m_options.pause, [this] { return m_bStop; });
     }
     const bool abandoned = m_bAbandoned;
     lock.unlock();
     if (!abandoned) {
-        Empty(connection);
+        Checkpoint(connection, "TRUNCATE");
     }
 }
 
 void CCheckpointer::Check(CSqliteConnection& connection) {
-    if (EnsureOpen(connection) && !connection.Check() && FaultOf(connection.LastError()) == EnSqliteFault::kCorrupt) {
+    if (EnsureOpen(connection) && !connection.Check() && connection.IsCorrupt()) {
         m_damage = connection.LastError();
         m_bDamaged = true;
         Abandon();
     }
 }
 
-void CCheckpointer::WaitForRest(std::unique_lock<std::mutex>& lock) {
+void CCheckpointer::WaitUntilIdle(std::unique_lock<std::mutex>& lock) {
     qint64 before = -1;
-    while (!m_bEnd && m_nWritten < m_options.atMostBytes && m_nWritten != before) {
+    while (!m_bStop && m_nWritten < m_options.maxBytes && m_nWritten != before) {
         before = m_nWritten;
-        m_wake.wait_for(lock, m_options.pause, [this] { return m_bEnd || m_nWritten >= m_options.atMostBytes; });
+        m_wake.wait_for(lock, m_options.pause, [this] { return m_bStop || m_nWritten >= m_options.maxBytes; });
     }
 }
 
-void CCheckpointer::Take(CSqliteConnection& connection) {
+void CCheckpointer::TakeCheckpoint(CSqliteConnection& connection) {
     Outcome outcome = Checkpoint(connection, "PASSIVE");
     if (!outcome.done) {
         return;
@@ -104,13 +101,13 @@ void CCheckpointer::Take(CSqliteConnection& connection) {
     StoreCheckpoint taken;
     taken.logBytes = outcome.logPages * (m_nPageBytes + kFrameHeaderBytes);
     if (taken.logBytes > m_options.restartBytes) {
-        // Under steady writing a passive one never finds the log all copied, so that it would grow for ever. What
-        // was written during the first, a second copies, so that little is left to copy while the writer waits.
+        // Under steady writing a passive checkpoint never copies the whole log, which would grow without limit. The
+        // second one copies what was written during the first, so the restart blocks the writer only shortly.
         Checkpoint(connection, "PASSIVE");
-        const std::unique_lock<std::mutex> turn = TakeTurn();
+        const std::unique_lock<std::mutex> lock = LockForWrite();
         taken.restarted = Checkpoint(connection, "RESTART").done;
         if (taken.restarted) {
-            kLog.Info(FMT_STRING("The log of {} had {} bytes and begins anew"), m_path.toStdString(), taken.logBytes);
+            kLog.Info(FMT_STRING("The log of {} had {} bytes and is restarted"), m_path.toStdString(), taken.logBytes);
         }
     }
     if (m_options.fnTaken) {
@@ -118,27 +115,22 @@ void CCheckpointer::Take(CSqliteConnection& connection) {
     }
 }
 
-void CCheckpointer::Empty(CSqliteConnection& connection) {
-    Checkpoint(connection, "TRUNCATE");
-}
-
 CCheckpointer::Outcome CCheckpointer::Checkpoint(CSqliteConnection& connection, const char* mode) {
     Outcome outcome;
     if (EnsureOpen(connection)) {
-        QSqlQuery query(connection.Database());
-        query.setForwardOnly(true);
-        if (query.exec(QStringLiteral("PRAGMA wal_checkpoint(%1)").arg(QLatin1String(mode))) && query.next()) {
-            outcome.done = query.value(0).toInt() == 0;  // else a reader was in the way, and the next one will do
-            outcome.logPages = query.value(1).toLongLong();
+        CSqliteStatement checkpoint;
+        const std::string sql = fmt::format(FMT_STRING("PRAGMA wal_checkpoint({})"), mode);
+        if (connection.Prepare(checkpoint, sql.c_str()) && checkpoint.Step()) {
+            outcome.done = checkpoint.Integer(0) == 0;  // otherwise a reader blocks it, and the next one tries again
+            outcome.logPages = checkpoint.Integer(1).value_or(0);
             m_bFailing = false;
             return outcome;
         }
-        connection.SetError(query.lastError());
     }
-    // Nothing is lost by that: what was saved is in the log. The next one tries again, and says nothing more.
+    // Nothing is lost: saved values are in the log. The next checkpoint retries, and repeated failures are not logged.
     if (!m_bFailing) {
         m_bFailing = true;
-        kLog.Info(FMT_STRING("A checkpoint of {} failed: {}"), m_path.toStdString(), ReasonOf(connection.LastError()));
+        kLog.Info(FMT_STRING("A checkpoint of {} failed: {}"), m_path.toStdString(), connection.LastError().reason);
     }
     return outcome;
 }
@@ -147,14 +139,13 @@ bool CCheckpointer::EnsureOpen(CSqliteConnection& connection) {
     if (m_bOpen) {
         return true;
     }
-    // A restart that waits for a reader holds the writer off: it gives up soon, and the next one tries again.
-    if (!connection.Open(m_path, EnSqliteAccess::kReadWrite) ||
-        !connection.Value(QStringLiteral("PRAGMA busy_timeout=20")) ||
-        !connection.Run(QStringLiteral("PRAGMA synchronous=NORMAL"))) {
+    // A restart that waits for a reader blocks the writer, so it gives up soon, and the next one tries again.
+    if (!connection.Open(m_path, EnSqliteAccess::kReadWrite) || !connection.Run("PRAGMA busy_timeout=20") ||
+        !connection.Run("PRAGMA synchronous=NORMAL")) {
         return false;
     }
-    const auto bytes = connection.Value(QStringLiteral("PRAGMA page_size"));
-    m_nPageBytes = bytes ? bytes->toLongLong() : 0;
+    const std::optional<int64_t> bytes = connection.Integer("PRAGMA page_size");
+    m_nPageBytes = bytes.value_or(0);
     m_bOpen = bytes.has_value();
     return m_bOpen;
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QSqlError>
 #include <QString>
 #include <atomic>
 #include <chrono>
@@ -10,51 +9,51 @@
 #include <optional>
 #include <thread>
 
-class CSqliteConnection;
+#include "store/SqliteConnection.h"
 
-/// A checkpoint as it was taken.
+/// A finished checkpoint.
 struct StoreCheckpoint {
-    bool restarted = false;  ///< the log begins anew with the next write
-    qint64 logBytes = 0;     ///< length of the log that it found
+    bool restarted = false;  ///< the next write starts the log from its beginning
+    qint64 logBytes = 0;     ///< size of the log before
 };
 
 struct CheckpointOptions {
-    /// Written since the last checkpoint: the next one begins when the writer rests ...
+    /// Bytes written since the last checkpoint after which the next one starts, once the writer is idle ...
     qint64 afterBytes = 4 << 20;
-    /// ... or, where it does not rest, when so much was written. The larger the step, the fewer saves meet a disk
-    /// that is busy, and the more pages were written again meanwhile and are copied once.
-    qint64 atMostBytes = 32 << 20;
-    /// The writer rests when it has written nothing for so long; and so long is between two checkpoints.
+    /// ... or after which it starts even if the writer is busy. Larger steps disturb fewer saves, and pages that
+    /// change repeatedly are copied once.
+    qint64 maxBytes = 32 << 20;
+    /// The writer is idle after this time without a write. Also the minimum time between two checkpoints.
     std::chrono::milliseconds pause{250};
-    /// A log longer than this is made to begin anew.
+    /// A longer log is restarted.
     qint64 restartBytes = 64 << 20;
     /// Called on the checkpointer's thread.
     std::function<void(const StoreCheckpoint&)> fnTaken;
 };
 
-/// Moves what the log of a SQLite file holds into the database, on a thread and a connection of its own:
-/// a checkpoint waits for the disk, and the writer shall not. The writer's own checkpoints are off.
+/// Copies the write-ahead log of a SQLite file into the database, on its own thread and connection, so that the
+/// writer never waits for the disk. The writer's connection must have automatic checkpoints disabled.
 class CCheckpointer {
 public:
-    /// With `check` it looks first whether the file is whole.
+    /// With `check`, first verifies the whole file.
     CCheckpointer(const QString& path, const CheckpointOptions& options, bool check = false);
-    /// Empties the log and waits for that, unless the file was abandoned.
+    /// Truncates the log and waits for that, unless the file was abandoned.
     ~CCheckpointer();
     CCheckpointer(const CCheckpointer&) = delete;
     CCheckpointer& operator=(const CCheckpointer&) = delete;
 
-    /// The writer holds this while it writes. It waits only for a log that is made to begin anew, and goes on at
-    /// once when that is done: SQLite's own wait looks now and then, and either side could miss its turn for long.
-    std::unique_lock<std::mutex> TakeTurn();
+    /// Hold this lock while writing. It blocks only during a restart of the log. A mutex is used because SQLite's
+    /// busy handler polls and can starve either side.
+    std::unique_lock<std::mutex> LockForWrite();
 
-    /// Tells that about so much was written to the log. Any thread; never waits for the disk.
+    /// Reports about how many bytes were written to the log. Any thread; never waits for the disk.
     void Written(qint64 bytes);
 
-    /// The file is damaged: the end leaves it alone.
+    /// Stops all access to the file, including the final checkpoint.
     void Abandon();
 
-    /// What the check found; empty while it runs, too. From then on the file is left alone. Any thread.
-    std::optional<QSqlError> Damage() const;
+    /// The damage that the check found, after which the file is abandoned. Empty while the check runs. Any thread.
+    std::optional<SqliteError> Damage() const;
 
 private:
     struct Outcome {
@@ -64,26 +63,25 @@ private:
 
     void Run();
     void Check(CSqliteConnection& connection);
-    void WaitForRest(std::unique_lock<std::mutex>& lock);
-    void Take(CSqliteConnection& connection);
-    void Empty(CSqliteConnection& connection);
+    void WaitUntilIdle(std::unique_lock<std::mutex>& lock);
+    void TakeCheckpoint(CSqliteConnection& connection);
     Outcome Checkpoint(CSqliteConnection& connection, const char* mode);
     bool EnsureOpen(CSqliteConnection& connection);
 
     const QString m_path;
     const CheckpointOptions m_options;
     const bool m_bCheck;
-    // The next one to write or to restart waits with the first of the two in hand, so that neither overtakes.
-    std::mutex m_nextTurn;
-    std::mutex m_turn;
+    // A ticket lock of two: the next writer or restart holds the first one while it waits for the second.
+    std::mutex m_nextWriter;
+    std::mutex m_writer;
     std::mutex m_mutex;
     std::condition_variable m_wake;
     qint64 m_nWritten = 0;
-    bool m_bEnd = false;
+    bool m_bStop = false;
     bool m_bAbandoned = false;
-    QSqlError m_damage;  // good once the flag is set
+    SqliteError m_damage;  // valid once the flag is set
     std::atomic<bool> m_bDamaged = false;
-    // Below: on the thread alone.
+    // The thread's own.
     qint64 m_nPageBytes = 0;
     bool m_bOpen = false;
     bool m_bFailing = false;

@@ -1,113 +1,189 @@
 #include "store/SqliteConnection.h"
 
-#include <QUrl>
-#include <QUuid>
-#include <QVariant>
+#include <SQLiteCpp/SQLiteCpp.h>
+#include <sqlite3.h>
+
+#include <QFile>
 
 namespace {
 
-// SQLite's own numbers; the driver hands them on as text.
-constexpr int kReadOnlyCode = 8;
-constexpr int kIoErrorCode = 10;
-constexpr int kCorruptCode = 11;
-constexpr int kFullCode = 13;
-constexpr int kNotADatabaseCode = 26;
+constexpr int kMaxBusyMs = 5'000;
 
-}  // namespace
-
-EnSqliteFault FaultOf(const QSqlError& error) {
-    if (!error.isValid()) {
-        return EnSqliteFault::kNone;
-    }
-    // The low byte: an extended code says the same in more detail.
-    switch (error.nativeErrorCode().toInt() & 0xFF) {
-        case kReadOnlyCode:
+EnSqliteFault FaultOf(int code) {
+    switch (code & 0xFF) {  // extended codes add details above the low byte
+        case SQLITE_READONLY:
             return EnSqliteFault::kReadOnly;
-        case kIoErrorCode:
-        case kFullCode:
+        case SQLITE_IOERR:
+        case SQLITE_FULL:
             return EnSqliteFault::kCantWrite;
-        case kCorruptCode:
-        case kNotADatabaseCode:
+        case SQLITE_CORRUPT:
+        case SQLITE_NOTADB:
             return EnSqliteFault::kCorrupt;
         default:
             return EnSqliteFault::kOther;
     }
 }
 
-std::string ReasonOf(const QSqlError& error) {
-    return error.text().simplified().toStdString();
+}  // namespace
+
+CSqliteStatement::CSqliteStatement() = default;
+
+CSqliteStatement::~CSqliteStatement() = default;
+
+void CSqliteStatement::Finalize() {
+    m_pStatement.reset();
 }
+
+template <class Call>
+bool CSqliteStatement::Try(const Call& call) {
+    m_bFailed = true;
+    if (!m_pStatement) {
+        return false;
+    }
+    try {
+        call();
+        m_bFailed = false;
+    } catch (const SQLite::Exception& error) {
+        m_pConnection->SetError(error.getErrorCode(), error.what());
+    }
+    return !m_bFailed;
+}
+
+bool CSqliteStatement::Bind(int parameter, int64_t value) {
+    return Try([&] { m_pStatement->bind(parameter, value); });
+}
+
+bool CSqliteStatement::Bind(int parameter, const std::string& text) {
+    return Try([&] { m_pStatement->bindNoCopy(parameter, text); });
+}
+
+bool CSqliteStatement::BindBlob(int parameter, const std::string& bytes) {
+    return Try([&] { m_pStatement->bindNoCopy(parameter, bytes.data(), int(bytes.size())); });
+}
+
+bool CSqliteStatement::Step() {
+    const int result = m_pStatement ? m_pStatement->tryExecuteStep() : SQLITE_MISUSE;
+    m_bFailed = result != SQLITE_ROW && result != SQLITE_DONE;
+    if (m_bFailed && m_pStatement) {
+        m_pConnection->SetError(result, m_pStatement->getErrorMsg());
+    }
+    if (result != SQLITE_ROW) {
+        Reset();
+    }
+    return result == SQLITE_ROW;
+}
+
+void CSqliteStatement::Reset() {
+    if (m_pStatement) {
+        m_pStatement->tryReset();
+    }
+}
+
+template <class Get>
+auto CSqliteStatement::ValueOf(int column, int type, const Get& get) const {
+    std::optional<decltype(get(std::declval<const SQLite::Column&>()))> value;
+    try {
+        if (m_pStatement && m_pStatement->hasRow()) {
+            const SQLite::Column found = m_pStatement->getColumn(column);
+            if (found.getType() == type) {
+                value = get(found);
+            }
+        }
+    } catch (const SQLite::Exception&) {
+        // A missing column has no value.
+    }
+    return value;
+}
+
+std::optional<int64_t> CSqliteStatement::Integer(int column) const {
+    return ValueOf(column, SQLITE_INTEGER, [](const SQLite::Column& value) { return value.getInt64(); });
+}
+
+std::optional<std::string> CSqliteStatement::Text(int column) const {
+    return ValueOf(column, SQLITE_TEXT, [](const SQLite::Column& value) { return value.getString(); });
+}
+
+std::optional<std::string> CSqliteStatement::Blob(int column) const {
+    return ValueOf(column, SQLITE_BLOB, [](const SQLite::Column& value) { return value.getString(); });
+}
+
+CSqliteConnection::CSqliteConnection() = default;
+
+CSqliteConnection::~CSqliteConnection() = default;
 
 bool CSqliteConnection::Open(const QString& path, EnSqliteAccess access) {
     Close();
-    m_database =
-        QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QUuid::createUuid().toString(QUuid::WithoutBraces));
-    QString name = path;
-    QString options = QStringLiteral("QSQLITE_BUSY_TIMEOUT=5000");
-    if (access != EnSqliteAccess::kReadWrite) {
-        options += QStringLiteral(";QSQLITE_OPEN_READONLY");
-    }
+    m_error = {};
+    QByteArray name = QFile::encodeName(path);
+    int flags = SQLITE_OPEN_NOMUTEX;
+    flags |= access == EnSqliteAccess::kReadWrite ? SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE : SQLITE_OPEN_READONLY;
     if (access == EnSqliteAccess::kImmutable) {
-        options += QStringLiteral(";QSQLITE_OPEN_URI");
-        name = QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded(QUrl::FullyEncoded)) +
-               QStringLiteral("?immutable=1");
+        flags |= SQLITE_OPEN_URI;
+        name = "file:" + name.toPercentEncoding("/") + "?immutable=1";
     }
-    m_database.setConnectOptions(options);
-    m_database.setDatabaseName(name);
-    if (!m_database.open()) {
-        m_error = m_database.lastError();
-        return false;
+    try {
+        m_pDatabase = std::make_unique<SQLite::Database>(name.constData(), flags, kMaxBusyMs);
+    } catch (const SQLite::Exception& error) {
+        SetError(error.getErrorCode(), error.what());
     }
-    return true;
+    return m_pDatabase != nullptr;
 }
 
 void CSqliteConnection::Close() {
-    const QString name = m_database.connectionName();
-    if (name.isEmpty()) {
-        return;
-    }
-    m_database.close();
-    m_database = QSqlDatabase();
-    QSqlDatabase::removeDatabase(name);
+    m_pDatabase.reset();
 }
 
-bool CSqliteConnection::Run(const QString& sql) {
-    QSqlQuery query(m_database);
-    if (!query.exec(sql)) {
-        m_error = query.lastError();
-        return false;
+bool CSqliteConnection::Run(const std::string& sql) {
+    const int result = m_pDatabase ? m_pDatabase->tryExec(sql) : SQLITE_MISUSE;
+    if (result != SQLITE_OK) {
+        SetError(result, m_pDatabase ? m_pDatabase->getErrorMsg() : "the database is closed");
     }
-    return true;
+    return result == SQLITE_OK;
 }
 
-std::optional<QVariant> CSqliteConnection::Value(const QString& sql) {
-    QSqlQuery query(m_database);
-    query.setForwardOnly(true);
-    if (!query.exec(sql) || !query.next()) {
-        m_error = query.lastError();
-        return std::nullopt;
+bool CSqliteConnection::Prepare(CSqliteStatement& statement, const char* sql) {
+    statement.Finalize();
+    statement.m_pConnection = this;
+    try {
+        if (m_pDatabase) {
+            statement.m_pStatement = std::make_unique<SQLite::Statement>(*m_pDatabase, sql);
+        }
+    } catch (const SQLite::Exception& error) {
+        SetError(error.getErrorCode(), error.what());
     }
-    return query.value(0);
+    return statement.IsPrepared();
+}
+
+std::optional<int64_t> CSqliteConnection::Integer(const char* sql) {
+    CSqliteStatement statement;
+    return Prepare(statement, sql) && statement.Step() ? statement.Integer(0) : std::nullopt;
 }
 
 bool CSqliteConnection::Check() {
-    const auto found = Value(QStringLiteral("PRAGMA quick_check(1)"));
-    if (found && found->toString() != QLatin1String("ok")) {
-        m_error = QSqlError(QString(), found->toString(), QSqlError::StatementError, QString::number(kCorruptCode));
+    CSqliteStatement check;
+    if (!Prepare(check, "PRAGMA quick_check(1)") || !check.Step()) {
         return false;
     }
-    return found.has_value();
+    const std::string found = check.Text(0).value_or("");
+    if (found != "ok") {
+        SetError(SQLITE_CORRUPT, found.c_str());
+    }
+    return found == "ok";
 }
 
 bool CSqliteConnection::InTransaction(const std::function<bool()>& work) {
-    if (!Run(QStringLiteral("BEGIN IMMEDIATE"))) {
+    if (!Run("BEGIN IMMEDIATE")) {
         return false;
     }
-    if (work() && Run(QStringLiteral("COMMIT"))) {
+    if (work() && Run("COMMIT")) {
         return true;
     }
-    const QSqlError reason = m_error;
-    Run(QStringLiteral("ROLLBACK"));
-    m_error = reason;
+    const SqliteError error = m_error;
+    Run("ROLLBACK");
+    m_error = error;
     return false;
+}
+
+void CSqliteConnection::SetError(int code, const char* reason) {
+    m_error = {FaultOf(code), reason};
 }

@@ -1,59 +1,113 @@
 #pragma once
 
-#include <QSqlDatabase>
-#include <QSqlError>
-#include <QSqlQuery>
 #include <QString>
-#include <QVariant>
+#include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
+#include <string>
 
-/// What an error of SQLite means to the store.
+namespace SQLite {
+class Database;
+class Statement;
+}  // namespace SQLite
+
+class CSqliteConnection;
+
+/// Classes of SQLite's errors that need different handling.
 enum class EnSqliteFault {
     kNone,
-    kCorrupt,    ///< no database, or one with damaged pages
+    kCorrupt,    ///< not a database, or one with damaged pages
     kCantWrite,  ///< the disk is full, over quota, or fails
-    kReadOnly,   ///< file or folder don't let us write
+    kReadOnly,   ///< permissions of the file or its folder
     kOther,
 };
 
-enum class EnSqliteAccess {
-    kReadWrite,
-    kReadOnly,   ///< sees what other connections write; needs their log's index, or a folder to make it in
-    kImmutable,  ///< takes no lock and needs no index: only for a file that nobody writes and that has no log
+struct SqliteError {
+    EnSqliteFault fault = EnSqliteFault::kNone;
+    std::string reason;  ///< SQLite's text
 };
 
-EnSqliteFault FaultOf(const QSqlError& error);
-std::string ReasonOf(const QSqlError& error);
+enum class EnSqliteAccess {
+    kReadWrite,  ///< creates the file if it does not exist
+    kReadOnly,   ///< sees other connections' writes; needs the log's index, or a folder in which to create it
+    kImmutable,  ///< takes no lock and needs no index: only for a file without a log that nobody writes
+};
 
-/// One connection to a SQLite file. Stays on the thread that opened it. A writer that meets a lock waits up
-/// to five seconds.
+/// A prepared statement. Failures are reported by return values and as the connection's last error.
+/// Destroy or finalize it before its connection closes.
+class CSqliteStatement {
+public:
+    CSqliteStatement();
+    ~CSqliteStatement();
+    CSqliteStatement(const CSqliteStatement&) = delete;
+    CSqliteStatement& operator=(const CSqliteStatement&) = delete;
+
+    bool IsPrepared() const { return m_pStatement != nullptr; }
+    void Finalize();
+
+    /// Parameters count from 1. Texts and blobs are not copied: they must live until Step returns false or Reset.
+    bool Bind(int parameter, int64_t value);
+    bool Bind(int parameter, const std::string& text);
+    bool BindBlob(int parameter, const std::string& bytes);
+
+    /// True if there is a row to read. The statement is reset after the last row and after an error.
+    bool Step();
+    /// Executes a statement that returns no rows.
+    bool Run() { return !Step() && !m_bFailed; }
+    void Reset();
+    /// Whether the last Bind or Step met an error.
+    bool Failed() const { return m_bFailed; }
+
+    /// Columns count from 0. Empty if the value has another type.
+    std::optional<int64_t> Integer(int column) const;
+    std::optional<std::string> Text(int column) const;
+    std::optional<std::string> Blob(int column) const;
+
+private:
+    friend class CSqliteConnection;
+
+    template <class Call>
+    bool Try(const Call& call);
+    template <class Get>
+    auto ValueOf(int column, int type, const Get& get) const;
+
+    std::unique_ptr<SQLite::Statement> m_pStatement;
+    CSqliteConnection* m_pConnection = nullptr;
+    bool m_bFailed = false;
+};
+
+/// A connection to a SQLite file. One thread at a time. A writer waits up to five seconds for a lock.
 class CSqliteConnection {
 public:
-    CSqliteConnection() = default;
-    ~CSqliteConnection() { Close(); }
+    CSqliteConnection();
+    ~CSqliteConnection();
     CSqliteConnection(const CSqliteConnection&) = delete;
     CSqliteConnection& operator=(const CSqliteConnection&) = delete;
 
-    /// The file itself is looked at by the first statement only.
+    /// Clears the last error. The first statement, not this call, reads the file.
     bool Open(const QString& path, EnSqliteAccess access);
-    /// Queries on the connection are gone before.
     void Close();
 
-    bool Run(const QString& sql);
-    /// The first column of the first row; empty if the statement failed or gave no row.
-    std::optional<QVariant> Value(const QString& sql);
-    /// Whether the pages hang together; reads all of them. Where they don't the last error is a kCorrupt.
+    bool Run(const std::string& sql);
+    bool Prepare(CSqliteStatement& statement, const char* sql);
+    /// The first column of the first row; empty if the statement failed or returned no integer.
+    std::optional<int64_t> Integer(const char* sql);
+    /// Reads all pages. If they are inconsistent, the last error is a kCorrupt.
     bool Check();
-    /// Keeps all of `work`, or nothing where it gives false.
+    /// Commits all changes of `work`, or none if it returns false.
     bool InTransaction(const std::function<bool()>& work);
 
-    const QSqlDatabase& Database() const { return m_database; }
-    /// Of the last of these calls that failed.
-    const QSqlError& LastError() const { return m_error; }
-    void SetError(const QSqlError& error) { m_error = error; }
+    /// Error of the last failed call.
+    const SqliteError& LastError() const { return m_error; }
+    bool IsCorrupt() const { return m_error.fault == EnSqliteFault::kCorrupt; }
+    void SetError(SqliteError error) { m_error = std::move(error); }
 
 private:
-    QSqlDatabase m_database;
-    QSqlError m_error;
+    friend class CSqliteStatement;
+
+    void SetError(int code, const char* reason);
+
+    std::unique_ptr<SQLite::Database> m_pDatabase;
+    SqliteError m_error;
 };

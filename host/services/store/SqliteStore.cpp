@@ -1,7 +1,5 @@
 #include "store/SqliteStore.h"
 
-#include <QVariant>
-
 #include "framework/HostLog.h"
 #include "store/StoreFiles.h"
 #include "store/StoreSchema.h"
@@ -15,15 +13,15 @@ constexpr char kSaveSql[] =
     "INSERT INTO config (owner, key, value) VALUES (?, ?, ?)"
     " ON CONFLICT (owner, key) DO UPDATE SET value = excluded.value";
 
-// A check reads the whole file: about a millisecond for this, and twenty times that from a cold disk.
-constexpr qint64 kCheckedAtOnceBytes = 2 << 20;
+// A check reads the whole file: a file of this size takes about 1 ms, or 20 ms from a cold disk.
+constexpr qint64 kMaxBytesCheckedAtStart = 2 << 20;
 
-// What a save writes beside its value: the pages that lead to it.
+// Bytes of index pages that a save writes besides its value.
 constexpr qint64 kPagesPerSaveBytes = 2 * 4096;
 
-// The installation's values stand beside those of the users, whose ids are numbers.
-QVariant OwnerText(ILocalStore::Owner owner) {
-    return owner ? QString::number(*owner) : QStringLiteral("app");
+// Values of the installation share the table with those of users, whose ids are numbers.
+std::string OwnerText(ILocalStore::Owner owner) {
+    return owner ? std::to_string(*owner) : "app";
 }
 
 EnStoreTrouble TroubleOf(EnSqliteFault fault) {
@@ -41,7 +39,7 @@ EnStoreTrouble TroubleOf(EnSqliteFault fault) {
     return EnStoreTrouble::kNotAvailable;
 }
 
-const char* WordsOf(EnStoreTrouble trouble) {
+const char* TextOf(EnStoreTrouble trouble) {
     switch (trouble) {
         case EnStoreTrouble::kNone:
             return "takes saves again";
@@ -71,9 +69,9 @@ CSqliteStore::~CSqliteStore() {
 }
 
 void CSqliteStore::Close() {
-    m_pRead.reset();
-    m_pSave.reset();
-    // Before the connection: the last one to close would take the checkpoint here, on the main thread.
+    m_read.Finalize();
+    m_save.Finalize();
+    // Before the connection: the last connection to close takes a checkpoint, here on the main thread.
     m_pCheckpointer.reset();
     m_connection.Close();
 }
@@ -100,8 +98,8 @@ void CSqliteStore::Open() {
         SetTrouble(trouble, {});
         return;
     }
-    const std::string reason = ReasonOf(m_connection.LastError());
-    // In a folder that takes no new file the log's index can't be made; without a log none is needed.
+    const std::string reason = m_connection.LastError().reason;
+    // In a read-only folder the log's index can't be created. Without a log none is needed.
     const bool readable = OpenForReading(EnSqliteAccess::kReadOnly) ||
                           (trouble != EnStoreTrouble::kSecondClient && !store_files::HasLog(m_path) &&
                            OpenForReading(EnSqliteAccess::kImmutable));
@@ -110,65 +108,55 @@ void CSqliteStore::Open() {
     } else if (!readable && trouble == EnStoreTrouble::kReadOnly) {
         trouble = EnStoreTrouble::kNotAvailable;
     }
-    SetTrouble(trouble, readable || !reason.empty() ? reason : ReasonOf(m_connection.LastError()));
+    SetTrouble(trouble, readable || !reason.empty() ? reason : m_connection.LastError().reason);
 }
 
 EnStoreTrouble CSqliteStore::OpenForWriting() {
-    m_bCheckLater = store_files::Bytes(m_path) > kCheckedAtOnceBytes;
+    m_bCheckLater = store_files::Bytes(m_path) > kMaxBytesCheckedAtStart;
     bool ready = m_connection.Open(m_path, EnSqliteAccess::kReadWrite);
     const int version = ready ? store_schema::VersionOf(m_connection) : -1;
     if (version > store_schema::Latest()) {
         return EnStoreTrouble::kNewerFile;
     }
     ready = version >= 0 && MakeReadyForWriting();
-    if (!ready && FaultOf(m_connection.LastError()) == EnSqliteFault::kCorrupt && StartAnew()) {
+    if (!ready && m_connection.IsCorrupt() && Quarantine()) {
         m_bCheckLater = false;
         ready = m_connection.Open(m_path, EnSqliteAccess::kReadWrite) && MakeReadyForWriting();
     }
-    return ready ? EnStoreTrouble::kNone : TroubleOf(FaultOf(m_connection.LastError()));
+    return ready ? EnStoreTrouble::kNone : TroubleOf(m_connection.LastError().fault);
 }
 
 bool CSqliteStore::MakeReadyForWriting() {
-    return (m_bCheckLater || m_connection.Check()) && m_connection.Run(QStringLiteral("PRAGMA journal_mode=WAL")) &&
-           m_connection.Run(QStringLiteral("PRAGMA synchronous=NORMAL")) &&
-           m_connection.Run(QStringLiteral("PRAGMA wal_autocheckpoint=0")) &&
-           store_schema::Migrate(m_connection, store_schema::Steps()) && Prepare(m_pRead, kReadSql) &&
-           Prepare(m_pSave, kSaveSql);
+    return (m_bCheckLater || m_connection.Check()) && m_connection.Run("PRAGMA journal_mode=WAL") &&
+           m_connection.Run("PRAGMA synchronous=NORMAL") && m_connection.Run("PRAGMA wal_autocheckpoint=0") &&
+           store_schema::Migrate(m_connection, store_schema::Steps()) && m_connection.Prepare(m_read, kReadSql) &&
+           m_connection.Prepare(m_save, kSaveSql);
 }
 
 bool CSqliteStore::OpenForReading(EnSqliteAccess access) {
-    m_pRead.reset();
-    m_pSave.reset();
-    return m_connection.Open(m_path, access) && Prepare(m_pRead, kReadSql);
+    m_read.Finalize();
+    m_save.Finalize();
+    return m_connection.Open(m_path, access) && m_connection.Prepare(m_read, kReadSql);
 }
 
-bool CSqliteStore::Prepare(std::unique_ptr<QSqlQuery>& query, const char* sql) {
-    query = std::make_unique<QSqlQuery>(m_connection.Database());
-    query->setForwardOnly(true);
-    if (!query->prepare(QString::fromLatin1(sql))) {
-        m_connection.SetError(query->lastError());
-        query.reset();
+bool CSqliteStore::Quarantine() {
+    const bool moved =
+        store_files::QuarantineCorrupt(kLog, "store", m_path, m_connection.LastError(), m_pCheckpointer.get());
+    m_pCheckpointer.reset();
+    if (moved) {
+        Close();
+    } else {
+        m_save.Finalize();  // it needs the checkpointer; the next save opens the file again
     }
-    return query != nullptr;
+    return moved;
 }
 
-// Renamed before the connection is closed, which would else write to the log and remove it.
-bool CSqliteStore::StartAnew() {
-    const std::string reason = ReasonOf(m_connection.LastError());
-    if (m_pCheckpointer) {
-        m_pCheckpointer->Abandon();
-        m_pCheckpointer.reset();
+bool CSqliteStore::Recreate() {
+    const bool moved = Quarantine();
+    if (moved) {
+        Open();
     }
-    const QString aside = store_files::MoveAside(m_path, QDateTime::currentDateTimeUtc());
-    if (aside.isEmpty()) {
-        kLog.Error(FMT_STRING("The store {} is damaged and can't be moved aside: {}"), m_path.toStdString(), reason);
-        m_pSave.reset();  // there is no checkpointer any more; the next save opens the file anew
-        return false;
-    }
-    kLog.Error(FMT_STRING("The store {} is damaged and was moved to {}: {}"), m_path.toStdString(), aside.toStdString(),
-               reason);
-    Close();
-    return true;
+    return moved;
 }
 
 void CSqliteStore::SetTrouble(EnStoreTrouble trouble, const std::string& reason) {
@@ -177,69 +165,60 @@ void CSqliteStore::SetTrouble(EnStoreTrouble trouble, const std::string& reason)
     }
     m_trouble = trouble;
     if (trouble == EnStoreTrouble::kNone) {
-        kLog.Info(FMT_STRING("The store {} {}"), m_path.toStdString(), WordsOf(trouble));
+        kLog.Info(FMT_STRING("The store {} {}"), m_path.toStdString(), TextOf(trouble));
     } else {
-        kLog.Error(FMT_STRING("The store {} {}{}{}"), m_path.toStdString(), WordsOf(trouble),
-                   reason.empty() ? "" : ": ", reason);
+        kLog.Error(FMT_STRING("The store {} {}{}{}"), m_path.toStdString(), TextOf(trouble), reason.empty() ? "" : ": ",
+                   reason);
     }
     Q_EMIT TroubleChanged(trouble);
 }
 
-void CSqliteStore::LeaveFileFoundDamaged() {
-    const std::optional<QSqlError> damage = m_pCheckpointer ? m_pCheckpointer->Damage() : std::nullopt;
-    if (damage) {
+void CSqliteStore::ReplaceCorruptFile() {
+    if (const std::optional<SqliteError> damage = m_pCheckpointer ? m_pCheckpointer->Damage() : std::nullopt) {
         m_connection.SetError(*damage);
-        if (StartAnew()) {
-            Open();
-        }
+        Recreate();
     }
 }
 
-QVariant CSqliteStore::Read(Owner owner, const std::string& key) {
-    LeaveFileFoundDamaged();
-    if (!m_pRead) {
-        return {};
-    }
-    m_pRead->bindValue(0, OwnerText(owner));
-    m_pRead->bindValue(1, QString::fromStdString(key));
-    QVariant value;
-    const bool read = m_pRead->exec();
-    if (read && m_pRead->next()) {
-        value = m_pRead->value(0);
-    }
-    const QSqlError error = m_pRead->lastError();
-    m_pRead->finish();
-    if (error.isValid()) {
-        m_connection.SetError(error);
-        kLog.Error(FMT_STRING("Reading {} failed: {}"), key, ReasonOf(error));
-        if (m_pSave && FaultOf(error) == EnSqliteFault::kCorrupt && StartAnew()) {
-            Open();
-        }
-        return {};
-    }
-    return value;
-}
-
-bool CSqliteStore::Save(Owner owner, const std::string& key, const QVariant& value, qint64 bytes) {
-    LeaveFileFoundDamaged();
-    // What kept the file from being opened for writing may be over. A newer file stays newer.
-    if (!m_pSave && m_trouble != EnStoreTrouble::kNewerFile) {
-        Open();
-    }
-    if (!m_pSave) {
+bool CSqliteStore::Read(Owner owner, const std::string& key, const std::function<bool()>& take) {
+    ReplaceCorruptFile();
+    if (!m_read.IsPrepared()) {
         return false;
     }
-    EnSqliteFault fault = Write(owner, key, value);
-    if (fault == EnSqliteFault::kCorrupt && StartAnew()) {
+    const std::string ownerText = OwnerText(owner);
+    if (m_read.Bind(1, ownerText) && m_read.Bind(2, key) && m_read.Step()) {
+        const bool taken = take();
+        m_read.Reset();
+        return taken;
+    }
+    if (m_read.Failed()) {
+        kLog.Error(FMT_STRING("Reading {} failed: {}"), key, m_connection.LastError().reason);
+        if (m_save.IsPrepared() && m_connection.IsCorrupt()) {
+            Recreate();
+        }
+    }
+    return false;
+}
+
+bool CSqliteStore::Save(Owner owner, const std::string& key, const Bind& bindValue, qint64 bytes) {
+    ReplaceCorruptFile();
+    // The reason why the file could not be opened for writing may be gone. A newer file stays newer.
+    if (!m_save.IsPrepared() && m_trouble != EnStoreTrouble::kNewerFile) {
         Open();
-        fault = m_pSave ? Write(owner, key, value) : EnSqliteFault::kOther;
+    }
+    if (!m_save.IsPrepared()) {
+        return false;
+    }
+    EnSqliteFault fault = Write(owner, key, bindValue);
+    if (fault == EnSqliteFault::kCorrupt && Recreate()) {
+        fault = m_save.IsPrepared() ? Write(owner, key, bindValue) : EnSqliteFault::kOther;
     }
     if (fault != EnSqliteFault::kNone) {
         if (fault == EnSqliteFault::kCantWrite || fault == EnSqliteFault::kReadOnly) {
-            SetTrouble(TroubleOf(fault), ReasonOf(m_connection.LastError()));
+            SetTrouble(TroubleOf(fault), m_connection.LastError().reason);
         }
         if (fault == EnSqliteFault::kReadOnly) {
-            m_pSave.reset();  // the file is not the one that was opened; the next save looks for it anew
+            m_save.Finalize();  // the path names another file now; the next save opens it
         }
         return false;
     }
@@ -248,46 +227,38 @@ bool CSqliteStore::Save(Owner owner, const std::string& key, const QVariant& val
     return true;
 }
 
-EnSqliteFault CSqliteStore::Write(Owner owner, const std::string& key, const QVariant& value) {
-    m_pSave->bindValue(0, OwnerText(owner));
-    m_pSave->bindValue(1, QString::fromStdString(key));
-    m_pSave->bindValue(2, value);
-    const std::unique_lock<std::mutex> turn = m_pCheckpointer->TakeTurn();
-    if (m_pSave->exec()) {
-        m_pSave->finish();
+EnSqliteFault CSqliteStore::Write(Owner owner, const std::string& key, const Bind& bindValue) {
+    const std::string ownerText = OwnerText(owner);
+    const std::unique_lock<std::mutex> lock = m_pCheckpointer->LockForWrite();
+    if (m_save.Bind(1, ownerText) && m_save.Bind(2, key) && bindValue(m_save, 3) && m_save.Run()) {
         return EnSqliteFault::kNone;
     }
-    const QSqlError error = m_pSave->lastError();
-    m_pSave->finish();
-    m_connection.SetError(error);
-    kLog.Error(FMT_STRING("Saving {} failed: {}"), key, ReasonOf(error));
-    return FaultOf(error);
+    kLog.Error(FMT_STRING("Saving {} failed: {}"), key, m_connection.LastError().reason);
+    return m_connection.LastError().fault;
 }
 
 bool CSqliteStore::ReadString(Owner owner, const std::string& key, std::string& value) {
-    const QVariant stored = Read(owner, key);
-    if (stored.type() != QVariant::ByteArray) {
-        return false;
-    }
-    value = stored.toByteArray().toStdString();
-    return true;
+    return Read(owner, key, [&] {
+        std::optional<std::string> stored = m_read.Blob(0);
+        value = stored ? std::move(*stored) : value;
+        return stored.has_value();
+    });
 }
 
 bool CSqliteStore::SaveString(Owner owner, const std::string& key, const std::string& value) {
-    // Not null even when empty: an empty text is a value. No copy: it is bound only for the length of the call.
-    const auto bytes = value.empty() ? QByteArray("") : QByteArray::fromRawData(value.data(), int(value.size()));
-    return Save(owner, key, bytes, bytes.size());
+    const auto bindValue = [&](CSqliteStatement& save, int parameter) { return save.BindBlob(parameter, value); };
+    return Save(owner, key, bindValue, qint64(value.size()));
 }
 
 bool CSqliteStore::ReadInt64(const std::string& key, int64_t& value) {
-    const QVariant stored = Read(std::nullopt, key);
-    if (stored.type() != QVariant::LongLong) {
-        return false;
-    }
-    value = stored.toLongLong();
-    return true;
+    return Read(std::nullopt, key, [&] {
+        const std::optional<int64_t> stored = m_read.Integer(0);
+        value = stored.value_or(value);
+        return stored.has_value();
+    });
 }
 
 bool CSqliteStore::SaveInt64(const std::string& key, int64_t value) {
-    return Save(std::nullopt, key, qlonglong(value), sizeof(value));
+    const auto bindValue = [&](CSqliteStatement& save, int parameter) { return save.Bind(parameter, value); };
+    return Save(std::nullopt, key, bindValue, sizeof(value));
 }

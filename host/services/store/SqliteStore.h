@@ -1,44 +1,45 @@
 #pragma once
 
 #include <QObject>
-#include <QSqlQuery>
 #include <QString>
+#include <functional>
 #include <memory>
+#include <string>
 
 #include "core/ILocalStore.h"
 #include "store/Checkpointer.h"
 #include "store/SqliteConnection.h"
 #include "store/StoreLock.h"
 
-/// Why the store takes no saves.
+/// Why the store refuses saves.
 enum class EnStoreTrouble {
     kNone,
-    kNotAvailable,  ///< nothing can be read either
-    kReadOnly,      ///< file or folder
-    kDiskFull,      ///< or it fails; clears itself at the first save that it takes again
-    kSecondClient,  ///< another client has the folder, and keeps it until it ends
-    kNewerFile,     ///< a later version of this program wrote it
+    kNotAvailable,  ///< reads fail too
+    kReadOnly,      ///< permissions of the file or its folder
+    kDiskFull,      ///< or a disk error; ends with the first save that succeeds
+    kSecondClient,  ///< another client uses the folder until it ends
+    kNewerFile,     ///< written by a later version of this program
 };
 
-/// The local configuration in one SQLite file. What a save acknowledged is in the write-ahead log, and
-/// survives the process's end. Checkpoints are taken on a thread of the store's own. Main thread.
+/// The local configuration in one SQLite file. An acknowledged save is in the write-ahead log and survives the end of
+/// the process. Checkpoints run on a separate thread. Main thread.
 ///
-/// A damaged file, found at opening or at any later call, is moved aside with the day and time in its new
-/// name, which the log says, and a new one is begun. Small files are checked whole before anything is read from
-/// them; large ones on the store's thread, so that no start waits for that, and what it finds the next call heeds.
+/// A corrupt file, found when opening or in any later call, is renamed with date and time, logged, and replaced by a
+/// new one. Small files are verified before the first read; large ones in the background, so that the start does not
+/// wait, and the next call handles the result.
 class CSqliteStore : public QObject, public ILocalStore {
     Q_OBJECT
 
 public:
-    /// Opens the file, or makes it. Where it can't be written the log says why, saves give false until they
-    /// can be taken, what is there is read as far as possible, and the client goes on.
+    /// Opens or creates the file. If it can't be written, the reason is logged, saves return false until they succeed
+    /// again, and existing values are read as far as possible.
     explicit CSqliteStore(const QString& path, const CheckpointOptions& checkpoints = {});
     ~CSqliteStore() override;
 
     CSqliteStore(const CSqliteStore&) = delete;
     CSqliteStore& operator=(const CSqliteStore&) = delete;
 
-    bool IsOpen() const { return m_pRead != nullptr; }
+    bool IsOpen() const { return m_read.IsPrepared(); }
     EnStoreTrouble Trouble() const { return m_trouble; }
 
     bool ReadString(Owner owner, const std::string& key, std::string& value) override;
@@ -47,7 +48,7 @@ public:
     bool SaveInt64(const std::string& key, int64_t value) override;
 
 Q_SIGNALS:
-    /// Inside the call that met it.
+    /// Emitted inside the call that detects the change.
     void TroubleChanged(EnStoreTrouble trouble);
 
 private:
@@ -56,21 +57,23 @@ private:
     EnStoreTrouble OpenForWriting();
     bool MakeReadyForWriting();
     bool OpenForReading(EnSqliteAccess access);
-    bool Prepare(std::unique_ptr<QSqlQuery>& query, const char* sql);
-    bool StartAnew();
-    void LeaveFileFoundDamaged();
+    bool Quarantine();
+    bool Recreate();
+    void ReplaceCorruptFile();
     void SetTrouble(EnStoreTrouble trouble, const std::string& reason);
 
-    QVariant Read(Owner owner, const std::string& key);
-    bool Save(Owner owner, const std::string& key, const QVariant& value, qint64 bytes);
-    EnSqliteFault Write(Owner owner, const std::string& key, const QVariant& value);
+    using Bind = std::function<bool(CSqliteStatement& save, int parameter)>;
+    /// Returns what `take` returns for the row; false if there is none.
+    bool Read(Owner owner, const std::string& key, const std::function<bool()>& take);
+    bool Save(Owner owner, const std::string& key, const Bind& bindValue, qint64 bytes);
+    EnSqliteFault Write(Owner owner, const std::string& key, const Bind& bindValue);
 
     const QString m_path;
     const CheckpointOptions m_checkpoints;
     CStoreLock m_lock;
     CSqliteConnection m_connection;
-    std::unique_ptr<QSqlQuery> m_pRead;
-    std::unique_ptr<QSqlQuery> m_pSave;  // only while the file can be written
+    CSqliteStatement m_read;
+    CSqliteStatement m_save;  // prepared only while the file is writable
     std::unique_ptr<CCheckpointer> m_pCheckpointer;
     bool m_bCheckLater = false;
     EnStoreTrouble m_trouble = EnStoreTrouble::kNone;

@@ -9,7 +9,7 @@
 
 CStoreLock::EnResult CStoreLock::Take() {
     Release();
-    // Not for children: a server that outlives the client would go on holding the store.
+    // Closed in children: a server that outlives the client would keep the lock.
     m_nFile = open(QFile::encodeName(m_path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
     if (m_nFile < 0) {
         return errno == EACCES || errno == EROFS || errno == EPERM ? EnResult::kReadOnly : EnResult::kFailed;

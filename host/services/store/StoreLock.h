@@ -2,14 +2,14 @@
 
 #include <QString>
 
-/// Which client writes the store of a folder: the one that holds the lock file. The system frees it when
-/// the process ends, however it ends; the file itself stays.
+/// Decides which client writes the store of a folder: the one that holds the lock file. The system releases the lock
+/// when the process ends, in any way. The file itself stays.
 class CStoreLock {
 public:
     enum class EnResult {
         kTaken,
         kHeldElsewhere,
-        kReadOnly,  ///< file or folder don't let us write
+        kReadOnly,  ///< permissions of the file or its folder
         kFailed,
     };
 

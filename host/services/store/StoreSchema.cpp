@@ -1,6 +1,5 @@
 #include "store/StoreSchema.h"
 
-#include <QVariant>
 #include <algorithm>
 
 #include "store/SqliteConnection.h"
@@ -9,10 +8,10 @@ namespace store_schema {
 
 const std::vector<Step>& Steps() {
     static const std::vector<Step> steps = {
-        // The first files had this table and no number, so it may be there.
+        // The table may exist already: the first files had it, but no version.
         {1,
-         {QStringLiteral("CREATE TABLE IF NOT EXISTS config (owner TEXT NOT NULL, key TEXT NOT NULL, value,"
-                         " PRIMARY KEY (owner, key)) WITHOUT ROWID")}},
+         {"CREATE TABLE IF NOT EXISTS config (owner TEXT NOT NULL, key TEXT NOT NULL, value,"
+          " PRIMARY KEY (owner, key)) WITHOUT ROWID"}},
     };
     return steps;
 }
@@ -22,8 +21,7 @@ int Latest() {
 }
 
 int VersionOf(CSqliteConnection& connection) {
-    const auto version = connection.Value(QStringLiteral("PRAGMA user_version"));
-    return version ? version->toInt() : -1;
+    return int(connection.Integer("PRAGMA user_version").value_or(-1));
 }
 
 bool Migrate(CSqliteConnection& connection, const std::vector<Step>& steps) {
@@ -35,14 +33,14 @@ bool Migrate(CSqliteConnection& connection, const std::vector<Step>& steps) {
         for (const Step& step : steps) {
             if (step.version > version) {
                 if (!std::all_of(step.statements.begin(), step.statements.end(),
-                                 [&](const QString& sql) { return connection.Run(sql); })) {
+                                 [&](const char* sql) { return connection.Run(sql); })) {
                     return false;
                 }
                 version = step.version;
             }
         }
-        // Written also where it stands already: a file that is read-only lets even a transaction begin.
-        return connection.Run(QStringLiteral("PRAGMA user_version=%1").arg(version));
+        // Written even if unchanged: a transaction alone succeeds on a read-only file.
+        return connection.Run("PRAGMA user_version=" + std::to_string(version));
     });
 }
 

@@ -1,31 +1,29 @@
 #pragma once
 
-#include <QString>
 #include <vector>
 
 class CSqliteConnection;
 
-/// The store's tables by version; a file carries its version as its user_version. Main thread.
+/// The store's tables by version. A file stores its version as its user_version.
 namespace store_schema {
 
-/// What makes a file of the version before into one of `version`.
+/// Statements that migrate a file of the previous version to `version`.
 struct Step {
     int version;
-    std::vector<QString> statements;
+    std::vector<const char*> statements;
 };
 
-/// In order of their versions. A file that was made before versions were written is of version 0, and so is
-/// an empty one.
+/// In order of versions. An empty file, and one older than version numbers, has version 0.
 const std::vector<Step>& Steps();
 
 /// The version that this program writes.
 int Latest();
 
-/// The file's version; negative if the file can't be read, and the connection's last error says why.
+/// The file's version; negative if the file can't be read, with the connection's last error set.
 int VersionOf(CSqliteConnection& connection);
 
-/// Takes the steps that the file lacks, all of them or none, and by that proves that the file can be
-/// written. False: the connection's last error says why.
+/// Applies the missing steps, all or none, which also proves that the file is writable. If it returns false, the
+/// connection's last error is set.
 bool Migrate(CSqliteConnection& connection, const std::vector<Step>& steps);
 
 }  // namespace store_schema

@@ -1,4 +1,4 @@
-// A disk that fails to read, and a log that grows under steady writing.
+// Read errors of the disk, and a log that grows under steady writing.
 #include <sqlite3.h>
 
 #include <QFileInfo>
@@ -13,7 +13,7 @@ using namespace ::testing;
 
 namespace {
 
-/// While this lives, one read of a file of SQLite's fails, counted from 1 for those that begin from now on.
+/// While it exists, SQLite's read number `which`, counted from 1, fails.
 class CReadFault {
 public:
     explicit CReadFault(int which) {
@@ -33,14 +33,14 @@ public:
     CReadFault(const CReadFault&) = delete;
     CReadFault& operator=(const CReadFault&) = delete;
 
-    /// From now on none fails; whether one has.
+    /// Ends the fault. Returns whether a read has failed.
     bool End() { return s_left.exchange(0) <= 0; }
 
 private:
     static int Open(sqlite3_vfs*, sqlite3_filename name, sqlite3_file* file, int flags, int* given) {
         const int result = s_pReal->xOpen(s_pReal, name, file, flags, given);
         if (result == SQLITE_OK) {
-            // Logs have other methods than the file has, and both read by the same one.
+            // Logs and databases have different method tables, with the same read function.
             const std::lock_guard<std::mutex> lock(s_mutex);
             sqlite3_io_methods& methods = s_methods[file->pMethods];
             s_fnRead = file->pMethods->xRead;
@@ -74,7 +74,7 @@ protected:
     }
 };
 
-TEST_F(OutboxFaultTest, AnEmptyOneAndOneThatCantBeReadAreToldApart) {
+TEST_F(OutboxFaultTest, EmptyOutboxAndUnreadableOutboxAreDistinguished) {
     COutbox outbox(Path());
     bool failed = true;
     EXPECT_THAT(outbox.Read(0, 10, 1 << 20, &failed), IsEmpty());
@@ -83,26 +83,25 @@ TEST_F(OutboxFaultTest, AnEmptyOneAndOneThatCantBeReadAreToldApart) {
     EXPECT_THAT(outbox.Read(0, 10, 1 << 20, &failed), SizeIs(1));
     EXPECT_FALSE(failed);
 
-    Sql(QStringLiteral("ALTER TABLE event RENAME TO gone"));
+    Sql("ALTER TABLE event RENAME TO gone");
     EXPECT_THAT(outbox.Read(0, 10, 1 << 20, &failed), IsEmpty());
     EXPECT_TRUE(failed);
     EXPECT_FALSE(outbox.IsEmpty());
 
-    Sql(QStringLiteral("ALTER TABLE gone RENAME TO event"));
+    Sql("ALTER TABLE gone RENAME TO event");
     EXPECT_THAT(outbox.Read(0, 10, 1 << 20, &failed), SizeIs(1));
     EXPECT_FALSE(failed);
 }
 
-TEST_F(OutboxFaultTest, OneThatCantBeOpenedCantBeRead) {
+TEST_F(OutboxFaultTest, ReadFailsWhenTheOutboxCantBeOpened) {
     COutbox outbox(folder.filePath(QStringLiteral("none/reports.sqlite")));
     bool failed = false;
     EXPECT_THAT(outbox.Read(0, 10, 1 << 20, &failed), IsEmpty());
     EXPECT_TRUE(failed);
 }
 
-// Whichever read it is that fails while it is opened: nothing that is there is taken for nothing, and what is added
-// afterwards stands behind it.
-TEST_F(OutboxFaultTest, AReadThatFailsAtOpeningNeverPassesForAnEmptyOutbox) {
+// Each round lets another read fail while the outbox is opened. Stored events must remain, and new ones follow them.
+TEST_F(OutboxFaultTest, OutboxIsNotTakenForEmptyWhenAReadFailsWhileOpening) {
     constexpr int kEvents = 200;
     {
         COutbox outbox(Path());
@@ -117,7 +116,7 @@ TEST_F(OutboxFaultTest, AReadThatFailsAtOpeningNeverPassesForAnEmptyOutbox) {
         SCOPED_TRACE(which);
         CReadFault fault(which);
         COutbox outbox(Path());
-        // Dropped opens it, and reads no event.
+        // Dropped opens the outbox and reads no event.
         outbox.Dropped();
         failedOnce = fault.End();
 
@@ -128,15 +127,15 @@ TEST_F(OutboxFaultTest, AReadThatFailsAtOpeningNeverPassesForAnEmptyOutbox) {
         EXPECT_EQ(events.front().id, IdOf(1));
         EXPECT_EQ(events.back().id, IdOf(added));
     }
-    EXPECT_THAT(MovedAside(), IsEmpty());
+    EXPECT_THAT(Quarantined(), IsEmpty());
 }
 
-TEST_F(OutboxFaultTest, AWriterThatNeverRestsKeepsNoRestartOfTheLogWaiting) {
+TEST_F(OutboxFaultTest, BusyWriterDoesNotStarveRestartsOfTheLog) {
     std::mutex mutex;
     std::vector<StoreCheckpoint> taken;
     OutboxOptions options;
     options.checkpoints.afterBytes = 200'000;
-    options.checkpoints.atMostBytes = 200'000;
+    options.checkpoints.maxBytes = 200'000;
     options.checkpoints.pause = std::chrono::milliseconds(0);
     options.checkpoints.restartBytes = 1'000'000;
     options.checkpoints.fnTaken = [&](const StoreCheckpoint& checkpoint) {
@@ -159,7 +158,7 @@ TEST_F(OutboxFaultTest, AWriterThatNeverRestsKeepsNoRestartOfTheLogWaiting) {
     }
     const auto isOver = [](const StoreCheckpoint& each) { return each.logBytes > 1'000'000; };
     EXPECT_THAT(taken, Each(Truly([&](const StoreCheckpoint& each) { return isOver(each) || !each.restarted; })));
-    // One that meets a read of ours gives up soon, and the next one tries again.
+    // A restart that meets a read gives up soon, and the next one tries again.
     EXPECT_LT(std::count_if(taken.begin(), taken.end(),
                             [&](const StoreCheckpoint& each) { return isOver(each) && !each.restarted; }),
               10);

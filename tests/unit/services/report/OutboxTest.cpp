@@ -37,25 +37,25 @@ protected:
 
     static OutboxOptions Small(int64_t events, int64_t bytes) {
         OutboxOptions options;
-        options.mostEvents = events;
-        options.mostBytes = bytes;
+        options.maxEvents = events;
+        options.maxBytes = bytes;
         return options;
     }
 
-    int LinesWith(const std::string& words) {
+    int LinesWith(const std::string& text) {
         const auto lines = log.Lines();
         return int(std::count_if(lines.begin(), lines.end(),
-                                 [&](const LogLine& line) { return line.text.find(words) != std::string::npos; }));
+                                 [&](const LogLine& line) { return line.text.find(text) != std::string::npos; }));
     }
 };
 
-TEST_F(OutboxTest, NothingIsOpenedBeforeTheFirstCall) {
+TEST_F(OutboxTest, FileIsNotOpenedBeforeTheFirstCall) {
     COutbox outbox(Path());
     EXPECT_THAT(QDir(folder.path()).entryList(QDir::Files), IsEmpty());
     EXPECT_TRUE(outbox.IsEmpty());
 }
 
-TEST_F(OutboxTest, EventsComeInTheOrderOfTheirReporting) {
+TEST_F(OutboxTest, EventsAreReadInTheOrderOfReporting) {
     COutbox outbox(Path());
     Fill(outbox, 1, 3);
 
@@ -66,7 +66,7 @@ TEST_F(OutboxTest, EventsComeInTheOrderOfTheirReporting) {
     EXPECT_FALSE(outbox.IsEmpty());
 }
 
-TEST_F(OutboxTest, ABatchIsBoundedByCountAndBytesAndHoldsOneInAnyCase) {
+TEST_F(OutboxTest, BatchIsBoundedByCountAndBytesAndHasAtLeastOneEvent) {
     COutbox outbox(Path());
     Fill(outbox, 1, 5, 100);
     const size_t one = JsonOf(1, 100).size();
@@ -78,7 +78,7 @@ TEST_F(OutboxTest, ABatchIsBoundedByCountAndBytesAndHoldsOneInAnyCase) {
     EXPECT_THAT(Ids(outbox.Read(outbox.Read(0, 2, 1 << 20).back().number, 1, 1 << 20)), ElementsAre("id3"));
 }
 
-TEST_F(OutboxTest, WhatIsRemovedStaysAway) {
+TEST_F(OutboxTest, RemovedEventsStayRemoved) {
     {
         COutbox outbox(Path());
         Fill(outbox, 1, 4);
@@ -92,7 +92,7 @@ TEST_F(OutboxTest, WhatIsRemovedStaysAway) {
     EXPECT_TRUE(outbox.IsEmpty());
 }
 
-TEST_F(OutboxTest, WithoutItsOwnIdNothingIsRemoved) {
+TEST_F(OutboxTest, EventIsKeptWhenTheIdDiffers) {
     COutbox outbox(Path());
     Fill(outbox, 1, 1);
     auto events = outbox.Read(0, 1, 1 << 20);
@@ -103,7 +103,7 @@ TEST_F(OutboxTest, WithoutItsOwnIdNothingIsRemoved) {
     EXPECT_THAT(All(outbox), ElementsAre("id1"));
 }
 
-TEST_F(OutboxTest, EventsOutliveTheProcess) {
+TEST_F(OutboxTest, EventsSurviveAReopening) {
     {
         COutbox outbox(Path());
         Fill(outbox, 1, 1000);
@@ -114,7 +114,7 @@ TEST_F(OutboxTest, EventsOutliveTheProcess) {
     EXPECT_EQ(All(outbox).back(), "id1001");
 }
 
-TEST_F(OutboxTest, BeyondItsCountTheOldestAreDroppedAndCounted) {
+TEST_F(OutboxTest, OldestEventsAreDroppedAndCountedBeyondTheMaximumCount) {
     COutbox outbox(Path(), Small(10, 1 << 20));
     Fill(outbox, 1, 25);
 
@@ -123,7 +123,7 @@ TEST_F(OutboxTest, BeyondItsCountTheOldestAreDroppedAndCounted) {
     EXPECT_EQ(outbox.Dropped(), 15);
 }
 
-TEST_F(OutboxTest, BeyondItsBytesTheOldestAreDroppedAndCounted) {
+TEST_F(OutboxTest, OldestEventsAreDroppedAndCountedBeyondTheMaximumBytes) {
     const auto one = int64_t(JsonOf(10, 100).size());
     COutbox outbox(Path(), Small(1000, 3 * one));
     Fill(outbox, 10, 14, 100);
@@ -132,7 +132,7 @@ TEST_F(OutboxTest, BeyondItsBytesTheOldestAreDroppedAndCounted) {
     EXPECT_EQ(outbox.Dropped(), 2);
 }
 
-TEST_F(OutboxTest, TheBoundsHoldOverAStartAndTheCountIsKept) {
+TEST_F(OutboxTest, BoundsAndDroppedCountSurviveAReopening) {
     {
         COutbox outbox(Path(), Small(10, 1 << 20));
         Fill(outbox, 1, 12);
@@ -145,7 +145,7 @@ TEST_F(OutboxTest, TheBoundsHoldOverAStartAndTheCountIsKept) {
     EXPECT_EQ(outbox.Dropped(), 3);
 }
 
-TEST_F(OutboxTest, ABurstOfDroppingIsOneLineAndTheNextBurstAnother) {
+TEST_F(OutboxTest, EachBurstOfDroppedEventsIsLoggedOnce) {
     COutbox outbox(Path(), Small(10, 1 << 20));
     Fill(outbox, 1, 30);
     EXPECT_EQ(LinesWith("is full: its oldest events are dropped"), 1);
@@ -158,30 +158,30 @@ TEST_F(OutboxTest, ABurstOfDroppingIsOneLineAndTheNextBurstAnother) {
     EXPECT_EQ(LinesWith("dropped, 1 so far"), 1);
 }
 
-TEST_F(OutboxTest, TheDefaultBoundsAreFiftyThousandEventsAnd32MiB) {
-    EXPECT_EQ(OutboxOptions().mostEvents, 50'000);
-    EXPECT_EQ(OutboxOptions().mostBytes, 32 << 20);
+TEST_F(OutboxTest, DefaultBoundsAreFiftyThousandEventsAnd32MiB) {
+    EXPECT_EQ(OutboxOptions().maxEvents, 50'000);
+    EXPECT_EQ(OutboxOptions().maxBytes, 32 << 20);
 }
 
-TEST_F(OutboxTest, EventsThatAreSpoiltAreDroppedAndTheOthersGiven) {
+TEST_F(OutboxTest, SpoiltEventsAreDroppedAndOthersReturned) {
     {
         COutbox outbox(Path());
         Fill(outbox, 1, 7);
     }
-    Sql(QStringLiteral("UPDATE event SET json = '{\"id\":\"id1\"' WHERE id = 'id1'"));
-    Sql(QStringLiteral("UPDATE event SET json = x'00ff' WHERE id = 'id2'"));
-    Sql(QStringLiteral("UPDATE event SET json = '[]' WHERE id = 'id3'"));
-    Sql(QStringLiteral("UPDATE event SET id = 'other' WHERE id = 'id4'"));
-    Sql(QStringLiteral("UPDATE event SET id = x'6964' WHERE id = 'id5'"));
+    Sql("UPDATE event SET json = '{\"id\":\"id1\"' WHERE id = 'id1'");
+    Sql("UPDATE event SET json = x'00ff' WHERE id = 'id2'");
+    Sql("UPDATE event SET json = '[]' WHERE id = 'id3'");
+    Sql("UPDATE event SET id = 'other' WHERE id = 'id4'");
+    Sql("UPDATE event SET id = x'6964' WHERE id = 'id5'");
     COutbox outbox(Path());
 
     EXPECT_THAT(Ids(outbox.Read(0, 2, 1 << 20)), ElementsAre("id6"));
     EXPECT_THAT(log.Lines(), Contains(Error(HasSubstr("can't be read and are dropped"))));
     EXPECT_THAT(All(outbox), ElementsAre("id6", "id7"));
-    EXPECT_EQ(Sql(QStringLiteral("SELECT count(*) FROM event")).toInt(), 2);
+    EXPECT_EQ(Sql("SELECT count(*) FROM event"), "2");
 }
 
-TEST_F(OutboxTest, ADamagedFileIsMovedAsideAtOpening) {
+TEST_F(OutboxTest, CorruptFileIsQuarantinedWhenOpening) {
     QFile file(Path());
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(QByteArray(10'000, 'x'));
@@ -191,31 +191,31 @@ TEST_F(OutboxTest, ADamagedFileIsMovedAsideAtOpening) {
     Fill(outbox, 1, 2);
 
     EXPECT_THAT(All(outbox), ElementsAre("id1", "id2"));
-    EXPECT_THAT(MovedAside(), SizeIs(1));
+    EXPECT_THAT(Quarantined(), SizeIs(1));
     EXPECT_THAT(log.Lines(), Contains(Error(HasSubstr("is damaged and was moved to"))));
 }
 
-TEST_F(OutboxTest, AFileThatIsDamagedUnderItsFeetIsMovedAsideAndEventsGoOn) {
+TEST_F(OutboxTest, OpenFileIsReplacedWhenAReadFindsDamage) {
     {
         COutbox outbox(Path());
         Fill(outbox, 1, 500, 200);
     }
-    // neither its tables nor its first and last events, which are looked at when it is opened
+    // not in the tables nor in the first and last events, which are read when it is opened
     const qint64 pages = QFileInfo(Path()).size() / 4096;
     Overwrite(Path(), pages / 2 * 4096, 4 * 4096);
     COutbox outbox(Path());
     EXPECT_THAT(outbox.Read(0, 1, 1 << 20), SizeIs(1));
-    EXPECT_THAT(MovedAside(), IsEmpty());
+    EXPECT_THAT(Quarantined(), IsEmpty());
 
     EXPECT_THAT(outbox.Read(0, 1000, 1 << 20), IsEmpty());
-    EXPECT_THAT(MovedAside(), SizeIs(1));
+    EXPECT_THAT(Quarantined(), SizeIs(1));
     Fill(outbox, 1, 2);
 
     EXPECT_THAT(All(outbox), ElementsAre("id1", "id2"));
-    EXPECT_THAT(MovedAside(), SizeIs(1));
+    EXPECT_THAT(Quarantined(), SizeIs(1));
 }
 
-TEST_F(OutboxTest, AFullDiskRefusesAndTheNextThatFitsIsTaken) {
+TEST_F(OutboxTest, FullDiskRefusesAnEventAndTakesTheNextOneThatFits) {
     COutbox outbox(Path());
     Fill(outbox, 1, 1);
     {
@@ -227,7 +227,7 @@ TEST_F(OutboxTest, AFullDiskRefusesAndTheNextThatFitsIsTaken) {
     EXPECT_THAT(All(outbox), ElementsAre("id1", "id3"));
 }
 
-TEST_F(OutboxTest, AFolderThatIsNotThereRefusesEachEventAndSaysSo) {
+TEST_F(OutboxTest, EachEventIsRefusedAndLoggedWhenTheFolderIsMissing) {
     COutbox outbox(folder.filePath(QStringLiteral("none/reports.sqlite")));
 
     EXPECT_FALSE(outbox.Add(IdOf(1), JsonOf(1)));
@@ -239,7 +239,7 @@ TEST_F(OutboxTest, AFolderThatIsNotThereRefusesEachEventAndSaysSo) {
     EXPECT_EQ(outbox.Dropped(), 0);
 }
 
-TEST_F(OutboxTest, ASecondClientIsRefusedUntilTheFirstHasEnded) {
+TEST_F(OutboxTest, SecondClientIsRefusedUntilTheFirstHasEnded) {
     auto first = std::make_unique<COutbox>(Path());
     Fill(*first, 1, 1);
     COutbox second(Path());
@@ -252,22 +252,22 @@ TEST_F(OutboxTest, ASecondClientIsRefusedUntilTheFirstHasEnded) {
     EXPECT_THAT(All(second), ElementsAre("id1", "id3"));
 }
 
-TEST_F(OutboxTest, AFileOfANewerVersionIsLeftAlone) {
+TEST_F(OutboxTest, FileOfANewerVersionIsNotWritten) {
     {
         COutbox outbox(Path());
         Fill(outbox, 1, 1);
     }
-    Sql(QStringLiteral("PRAGMA user_version=2"));
+    Sql("PRAGMA user_version=2");
     COutbox outbox(Path());
 
     EXPECT_FALSE(outbox.Add(IdOf(2), JsonOf(2)));
 
     EXPECT_THAT(log.Lines(), Contains(Error(HasSubstr("is of a newer version"))));
-    EXPECT_THAT(MovedAside(), IsEmpty());
-    EXPECT_EQ(Sql(QStringLiteral("SELECT count(*) FROM event")).toInt(), 1);
+    EXPECT_THAT(Quarantined(), IsEmpty());
+    EXPECT_EQ(Sql("SELECT count(*) FROM event"), "1");
 }
 
-TEST_F(OutboxTest, ThreadsAddSideBySide) {
+TEST_F(OutboxTest, ThreadsAddEventsConcurrently) {
     COutbox outbox(Path());
     std::vector<std::thread> threads;
     for (int thread = 0; thread < 4; ++thread) {
@@ -281,14 +281,14 @@ TEST_F(OutboxTest, ThreadsAddSideBySide) {
     EXPECT_THAT(ids, SizeIs(400));
 }
 
-TEST_F(OutboxTest, TheLogOfTheFileIsEmptiedAtTheEnd) {
+TEST_F(OutboxTest, LogIsTruncatedAtTheEnd) {
     {
         COutbox outbox(Path());
         Fill(outbox, 1, 100);
         EXPECT_GT(QFileInfo(Path() + QStringLiteral("-wal")).size(), 0);
     }
     EXPECT_EQ(QFileInfo(Path() + QStringLiteral("-wal")).size(), 0);
-    EXPECT_EQ(Sql(QStringLiteral("SELECT count(*) FROM event")).toInt(), 100);
+    EXPECT_EQ(Sql("SELECT count(*) FROM event"), "100");
 }
 
 }  // namespace

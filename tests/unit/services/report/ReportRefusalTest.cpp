@@ -44,7 +44,7 @@ protected:
         http.Answer(http.LastTask(), answer.toStyledString());
     }
 
-    /// A server that refuses each batch with one of `spoilt` in it, until nothing is sent for so long.
+    /// A server that refuses each batch that contains one of `spoilt`, until nothing is sent for `quiet`.
     void Serve(int status, const std::set<std::string>& spoilt, std::chrono::milliseconds quiet) {
         while (http.OutstandingCount() == 1) {
             const auto ids = LastIds();
@@ -133,7 +133,7 @@ TEST_F(ReportRefusalTest, WhatIsNoMatterOfTheBatchDoesNotHalveIt) {
         time.Advance(2min);
         EXPECT_THAT(LastIds(), SizeIs(100)) << status;
     }
-    // nor a status beside a failure of the exchange
+    // nor a status of a failed exchange
     http.Fail(http.LastTask(), kHttpCut, 413);
     time.Advance(2min);
     EXPECT_THAT(LastIds(), SizeIs(100));

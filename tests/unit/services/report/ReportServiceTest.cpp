@@ -27,14 +27,14 @@ protected:
         service.reset();
         ReportOptions options;
         options.steadyClock = [this] { return time.Now(); };
-        service = std::make_unique<CReportService>(folder.filePath(QStringLiteral("reports.sqlite")),
-                                                   ReportSurroundings{http, domains, time, random, poster, "device-1"},
-                                                   options);
+        service =
+            std::make_unique<CReportService>(folder.filePath(QStringLiteral("reports.sqlite")),
+                                             ReportDeps{http, domains, time, random, poster, "device-1"}, options);
     }
 
     static ReportEvent Event(const std::string& name, Json::Value params = {}) { return {name, 4, params, 9}; }
 
-    /// What stands in the outbox.
+    /// The events in the outbox.
     std::vector<Json::Value> Waiting() {
         std::vector<Json::Value> events;
         for (const OutboxEvent& event : service->Outbox().Read(0, 1000, 1 << 30)) {
@@ -176,7 +176,7 @@ TEST_F(ReportServiceTest, IdsAreApartAndOfThirtyTwoDigits) {
 
 TEST_F(ReportServiceTest, WhatCantBeSentIsNotTaken) {
     EXPECT_FALSE(service->Report(Event("Endless", HUGE_VAL)));
-    EXPECT_FALSE(service->Report(Event("Huge", std::string(ReportOptions().mostEventBytes, 'x'))));
+    EXPECT_FALSE(service->Report(Event("Huge", std::string(ReportOptions().maxEventBytes, 'x'))));
 
     EXPECT_THAT(log.Lines(), ElementsAre(Error("The event Endless holds what can't be written as JSON"),
                                          Error(StartsWith("The event Huge is too large to be reported: "))));

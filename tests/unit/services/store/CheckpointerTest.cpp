@@ -14,7 +14,7 @@ protected:
     CheckpointOptions Options(qint64 afterBytes, qint64 restartBytes) {
         CheckpointOptions options;
         options.afterBytes = afterBytes;
-        options.atMostBytes = 1 << 30;
+        options.maxBytes = 1 << 30;
         options.pause = std::chrono::milliseconds(0);
         options.restartBytes = restartBytes;
         options.fnTaken = [this](const StoreCheckpoint& checkpoint) {
@@ -40,11 +40,11 @@ protected:
         return Restarted(m_taken);
     }
 
-    /// Lets each checkpoint come before it goes on.
+    /// Waits for a checkpoint after each group of saves.
     void SaveUntilRestarted(CSqliteStore& file) {
         for (int n = 0; n < 20 && !HasRestarted(); ++n) {
             const size_t before = TakenCount();
-            SaveMuch(file, 250);
+            SaveMany(file, 250);
             ASSERT_TRUE(WaitUntil([before](const auto& taken) { return taken.size() > before; }));
         }
         EXPECT_TRUE(HasRestarted());
@@ -55,11 +55,11 @@ protected:
         return m_taken.size();
     }
 
-    /// Each time that the log begins anew, its head is another.
+    /// The header of the log, which changes with each restart.
     QByteArray LogHead() const { return Bytes(Path() + QStringLiteral("-wal")).left(32); }
 
-    // Never the value that is there: SQLite writes no page that would stay the same.
-    void SaveMuch(CSqliteStore& file, int count) {
+    // Each value differs from the stored one: SQLite does not write an unchanged page.
+    void SaveMany(CSqliteStore& file, int count) {
         for (int n = 0; n < count; ++n, ++m_nSaved) {
             ASSERT_TRUE(file.SaveString(kApp, "key" + std::to_string(m_nSaved % 20),
                                         std::string(20'000, char('a' + (m_nSaved / 20 + m_nSaved) % 26))))
@@ -77,22 +77,22 @@ protected:
     std::set<std::thread::id> m_threads;
 };
 
-TEST_F(CheckpointerTest, TheWriterTakesNone) {
+TEST_F(CheckpointerTest, WriterTakesNoCheckpoint) {
     CSqliteStore file(Path(), Options(1 << 30, 1 << 30));
     const qint64 before = FileBytes();
 
-    SaveMuch(file, 400);  // twice what starts an automatic one
+    SaveMany(file, 400);  // twice the threshold of an automatic checkpoint
 
     EXPECT_EQ(FileBytes(), before);
     EXPECT_GT(LogBytes(), 400 * 20'000);
     EXPECT_THAT(m_taken, IsEmpty());
 }
 
-TEST_F(CheckpointerTest, OneIsTakenOnAThreadOfItsOwnOnceEnoughIsWritten) {
+TEST_F(CheckpointerTest, CheckpointRunsOnItsThreadWhenEnoughIsWritten) {
     CSqliteStore file(Path(), Options(200'000, 1 << 30));
     const qint64 before = FileBytes();
 
-    SaveMuch(file, 20);
+    SaveMany(file, 20);
 
     ASSERT_TRUE(WaitUntil([](const auto& taken) { return !taken.empty(); }));
     EXPECT_GT(FileBytes(), before);
@@ -102,55 +102,55 @@ TEST_F(CheckpointerTest, OneIsTakenOnAThreadOfItsOwnOnceEnoughIsWritten) {
     EXPECT_EQ(m_threads.count(std::this_thread::get_id()), 0u);
 }
 
-TEST_F(CheckpointerTest, ALogPastItsLimitBeginsAnewWithoutARefusedSave) {
+TEST_F(CheckpointerTest, LogRestartsPastItsLimitAndRefusesNoSave) {
     CSqliteStore file(Path(), Options(4'000'000, 2'000'000));
-    SaveMuch(file, 1);
+    SaveMany(file, 1);
     const QByteArray before = LogHead();
 
     SaveUntilRestarted(file);
-    SaveMuch(file, 20);
+    SaveMany(file, 20);
 
     EXPECT_NE(LogHead(), before);
     EXPECT_THAT(log.Lines(),
-                Contains(Info(ContainsRegex("^The log of .*client\\.sqlite had [0-9]+ bytes and begins anew$"))));
+                Contains(Info(ContainsRegex("^The log of .*client\\.sqlite had [0-9]+ bytes and is restarted$"))));
     for (int n = 0; n < 20; ++n) {
         EXPECT_EQ(Read(file, "key" + std::to_string(n)).size(), 20'000u);
     }
 }
 
-TEST_F(CheckpointerTest, OneWaitsForTheWriterToRestButNotForEver) {
+TEST_F(CheckpointerTest, CheckpointWaitsForAnIdleWriterUpToTheMaximum) {
     CheckpointOptions options = Options(100'000, 1 << 30);
-    options.atMostBytes = 8'000'000;
+    options.maxBytes = 8'000'000;
     options.pause = std::chrono::hours(1);
     CSqliteStore file(Path(), options);
 
-    SaveMuch(file, 500);
+    SaveMany(file, 500);
 
     ASSERT_TRUE(WaitUntil([](const auto& taken) { return !taken.empty(); }));
     const std::lock_guard<std::mutex> lock(m_mutex);
     EXPECT_GT(m_taken[0].logBytes, 7'000'000);
 }
 
-TEST_F(CheckpointerTest, OneIsTakenWhenTheWriterRests) {
+TEST_F(CheckpointerTest, CheckpointRunsWhenTheWriterIsIdle) {
     CheckpointOptions options = Options(100'000, 1 << 30);
     options.pause = std::chrono::milliseconds(20);
     CSqliteStore file(Path(), options);
 
-    SaveMuch(file, 20);
+    SaveMany(file, 20);
 
     EXPECT_TRUE(WaitUntil([](const auto& taken) { return !taken.empty(); }));
 }
 
-TEST_F(CheckpointerTest, AWriterThatNeverRestsKeepsNoRestartWaiting) {
+TEST_F(CheckpointerTest, BusyWriterDoesNotStarveRestarts) {
     CheckpointOptions options = Options(200'000, 1'000'000);
-    options.atMostBytes = 200'000;
+    options.maxBytes = 200'000;
     CSqliteStore file(Path(), options);
 
     const auto restarts = [](const std::vector<StoreCheckpoint>& taken) {
         return std::count_if(taken.begin(), taken.end(), [](const auto& each) { return each.restarted; });
     };
     for (int saved = 0; saved < 20'000; saved += 20) {
-        SaveMuch(file, 20);
+        SaveMany(file, 20);
         const std::lock_guard<std::mutex> lock(m_mutex);
         if (restarts(m_taken) == 40) {
             break;
@@ -163,40 +163,40 @@ TEST_F(CheckpointerTest, AWriterThatNeverRestsKeepsNoRestartWaiting) {
                 Each(Truly([](const StoreCheckpoint& each) { return each.restarted == (each.logBytes > 1'000'000); })));
 }
 
-TEST_F(CheckpointerTest, ALogThatSomebodyReadsIsLeftToALaterOne) {
-    // given a reader who does not let go of what it sees
+TEST_F(CheckpointerTest, RestartIsRetriedWhenAReaderBlocksIt) {
+    // given a reader that keeps its transaction open
     CSqliteStore file(Path(), Options(4'000'000, 2'000'000));
-    SaveMuch(file, 20);
+    SaveMany(file, 20);
     CSqliteConnection reader;
-    ASSERT_TRUE(reader.Open(Path(), EnSqliteAccess::kReadOnly) && reader.Run(QStringLiteral("BEGIN")));
-    ASSERT_EQ(reader.Value(QStringLiteral("SELECT count(*) FROM config")), QVariant(20));
+    ASSERT_TRUE(reader.Open(Path(), EnSqliteAccess::kReadOnly) && reader.Run("BEGIN"));
+    ASSERT_EQ(reader.Integer("SELECT count(*) FROM config"), 20);
     const QByteArray before = LogHead();
 
-    // when the log grows past its limit: no save is refused, and the log goes on
-    SaveMuch(file, 250);
+    // when the log grows past its limit: no save is refused, and the log continues
+    SaveMany(file, 250);
     ASSERT_TRUE(WaitUntil([](const auto& taken) { return !taken.empty(); }));
     EXPECT_FALSE(HasRestarted());
     EXPECT_EQ(LogHead(), before);
 
-    // then it begins anew once the reader is gone
-    ASSERT_TRUE(reader.Run(QStringLiteral("COMMIT")));
+    // then it is restarted once the reader is gone
+    ASSERT_TRUE(reader.Run("COMMIT"));
     SaveUntilRestarted(file);
 }
 
-TEST_F(CheckpointerTest, ALogWithinItsLimitIsNotMadeToBeginAnew) {
+TEST_F(CheckpointerTest, LogWithinItsLimitIsNotRestarted) {
     CSqliteStore file(Path(), Options(200'000, 64 << 20));
 
-    SaveMuch(file, 100);
+    SaveMany(file, 100);
 
     ASSERT_TRUE(WaitUntil([](const auto& taken) { return !taken.empty(); }));
     const std::lock_guard<std::mutex> lock(m_mutex);
     EXPECT_FALSE(Restarted(m_taken));
 }
 
-TEST_F(CheckpointerTest, ACleanEndLeavesNoLog) {
+TEST_F(CheckpointerTest, CleanEndLeavesNoLog) {
     {
         CSqliteStore file(Path());
-        SaveMuch(file, 20);
+        SaveMany(file, 20);
         ASSERT_GT(LogBytes(), 0);
     }
 
@@ -204,12 +204,12 @@ TEST_F(CheckpointerTest, ACleanEndLeavesNoLog) {
     EXPECT_GT(FileBytes(), 20 * 20'000);
 }
 
-TEST_F(CheckpointerTest, TheEndEmptiesTheLogOnTheCheckpointersConnection) {
-    // given a connection that stays, so that no other end than the checkpointer's can empty the log
+TEST_F(CheckpointerTest, CheckpointerTruncatesTheLogWhenItEnds) {
+    // given a second connection, so that closing the store's connection does not truncate the log
     CSqliteConnection other;
     auto file = std::make_unique<CSqliteStore>(Path());
-    ASSERT_TRUE(other.Open(Path(), EnSqliteAccess::kReadWrite) && other.Run(QStringLiteral("PRAGMA user_version")));
-    SaveMuch(*file, 20);
+    ASSERT_TRUE(other.Open(Path(), EnSqliteAccess::kReadWrite) && other.Run("PRAGMA user_version"));
+    SaveMany(*file, 20);
 
     file.reset();
 
@@ -217,9 +217,9 @@ TEST_F(CheckpointerTest, TheEndEmptiesTheLogOnTheCheckpointersConnection) {
     EXPECT_EQ(LogBytes(), 0);
 }
 
-TEST_F(CheckpointerTest, AnAbandonedFileIsLeftAlone) {
+TEST_F(CheckpointerTest, AbandonedFileIsNotWritten) {
     CSqliteStore file(Path());
-    SaveMuch(file, 20);
+    SaveMany(file, 20);
     const qint64 before = LogBytes();
     {
         CCheckpointer second(Path(), Options(1, 1));

@@ -18,7 +18,7 @@ protected:
     QTemporaryDir folder;
 };
 
-TEST_F(SqliteStoreTest, ATextComesBackByteForByteAlsoAfterReopening) {
+TEST_F(SqliteStoreTest, TextIsReadByteForByteAlsoAfterReopening) {
     const std::string bytes(
         "\x00\xFF\x1A"
         "end",
@@ -36,7 +36,7 @@ TEST_F(SqliteStoreTest, ATextComesBackByteForByteAlsoAfterReopening) {
     EXPECT_EQ(value, bytes);
 }
 
-TEST_F(SqliteStoreTest, AnEmptyTextIsAValue) {
+TEST_F(SqliteStoreTest, EmptyTextIsAValue) {
     CSqliteStore file(Path());
     std::string value = "before";
 
@@ -45,7 +45,7 @@ TEST_F(SqliteStoreTest, AnEmptyTextIsAValue) {
     EXPECT_EQ(value, "");
 }
 
-TEST_F(SqliteStoreTest, InstallationAndUsersHaveTheirOwnValues) {
+TEST_F(SqliteStoreTest, InstallationAndUsersHaveSeparateValues) {
     CSqliteStore file(Path());
     std::string value;
     file.SaveString(kApp, "key", "app");
@@ -58,7 +58,7 @@ TEST_F(SqliteStoreTest, InstallationAndUsersHaveTheirOwnValues) {
     EXPECT_FALSE(file.ReadString(1, "key", value));
 }
 
-TEST_F(SqliteStoreTest, AnAbsentKeyLeavesTheValueAlone) {
+TEST_F(SqliteStoreTest, ReadLeavesTheValueUnchangedWhenTheKeyIsAbsent) {
     CSqliteStore file(Path());
     std::string text = "before";
     int64_t number = 7;
@@ -69,7 +69,7 @@ TEST_F(SqliteStoreTest, AnAbsentKeyLeavesTheValueAlone) {
     EXPECT_EQ(number, 7);
 }
 
-TEST_F(SqliteStoreTest, AValueOfTheOtherTypeIsAbsent) {
+TEST_F(SqliteStoreTest, ValueOfTheOtherTypeIsAbsent) {
     CSqliteStore file(Path());
     std::string text = "before";
     int64_t number = 7;
@@ -80,7 +80,7 @@ TEST_F(SqliteStoreTest, AValueOfTheOtherTypeIsAbsent) {
     EXPECT_FALSE(file.ReadInt64("text", number));
 }
 
-TEST_F(SqliteStoreTest, ANumberKeepsItsSixtyFourBits) {
+TEST_F(SqliteStoreTest, NumberKeepsSixtyFourBits) {
     CSqliteStore file(Path());
     int64_t number = 0;
 
@@ -91,7 +91,7 @@ TEST_F(SqliteStoreTest, ANumberKeepsItsSixtyFourBits) {
     }
 }
 
-TEST_F(SqliteStoreTest, AKeyIsTextAndNoPartOfAStatement) {
+TEST_F(SqliteStoreTest, KeyIsTextAndNotPartOfAStatement) {
     CSqliteStore file(Path());
     std::string value;
 
@@ -100,7 +100,7 @@ TEST_F(SqliteStoreTest, AKeyIsTextAndNoPartOfAStatement) {
     EXPECT_EQ(value, "kept");
 }
 
-TEST_F(SqliteStoreTest, AFileThatCantBeOpenedIsLoggedAndEveryCallGivesFalse) {
+TEST_F(SqliteStoreTest, EveryCallReturnsFalseWhenTheFileCantBeOpened) {
     CSqliteStore file(folder.filePath(QStringLiteral("no/such/folder/client.sqlite")));
     std::string value;
     int64_t number = 0;

@@ -12,12 +12,12 @@ namespace {
 class StoreDamageTest : public StoreFolderTest {
 protected:
     static constexpr int kKeys = 200;
-    // Of so many values the file is checked before anything is read from it.
+    // A file with this number of values is verified before the first read.
     static constexpr int kKeysOfASmallFile = 60;
 
     static std::string Key(int n) { return "key" + std::to_string(n); }
 
-    /// Larger than what a connection keeps in memory, so that most reads go to the file.
+    /// Larger than the page cache of a connection, so that most reads access the file.
     void FillFile(int keys = kKeys) const {
         CSqliteStore file(Path());
         for (int n = 0; n < keys; ++n) {
@@ -27,22 +27,22 @@ protected:
 
     void DamageAllButTheFirstPage() const { Overwrite(Path(), 4096, QFile(Path()).size() - 4096); }
 
-    void ExpectOneFileMovedAsideAndToldInTheLog() {
-        const QStringList moved = MovedAside();
+    void ExpectOneQuarantinedFileThatIsLogged() {
+        const QStringList moved = Quarantined();
         ASSERT_EQ(moved.size(), 1);
         EXPECT_THAT(moved[0].toStdString(), ContainsRegex("^client\\.sqlite\\.corrupt-[0-9]{8}T[0-9]{6}$"));
         EXPECT_THAT(log.Lines(), Contains(Error(HasSubstr("client.sqlite is damaged and was moved to " +
                                                           folder.filePath(moved[0]).toStdString() + ": "))));
     }
 
-    void ExpectTheStoreWorksOn(CSqliteStore& file) const {
+    void ExpectWorkingStore(CSqliteStore& file) const {
         EXPECT_EQ(file.Trouble(), EnStoreTrouble::kNone);
         EXPECT_TRUE(file.SaveString(kApp, "after", "value"));
         EXPECT_EQ(Read(file, "after"), "value");
     }
 };
 
-TEST_F(StoreDamageTest, AFileThatIsNoDatabaseIsMovedAsideAsItWas) {
+TEST_F(StoreDamageTest, FileThatIsNotADatabaseIsQuarantinedUnchanged) {
     const QByteArray words = QByteArray("These are words and no pages. ").repeated(500);
     QFile garbage(Path());
     ASSERT_TRUE(garbage.open(QIODevice::WriteOnly) && garbage.write(words) == words.size());
@@ -50,44 +50,44 @@ TEST_F(StoreDamageTest, AFileThatIsNoDatabaseIsMovedAsideAsItWas) {
 
     {
         CSqliteStore file(Path());
-        ExpectOneFileMovedAsideAndToldInTheLog();
-        ExpectTheStoreWorksOn(file);
+        ExpectOneQuarantinedFileThatIsLogged();
+        ExpectWorkingStore(file);
     }
 
-    EXPECT_EQ(Bytes(folder.filePath(MovedAside().value(0))), words);
+    EXPECT_EQ(Bytes(folder.filePath(Quarantined().value(0))), words);
     CSqliteStore file(Path());
     EXPECT_EQ(Read(file, "after"), "value");
-    EXPECT_EQ(MovedAside().size(), 1);
+    EXPECT_EQ(Quarantined().size(), 1);
 }
 
-TEST_F(StoreDamageTest, DamagedPagesAreFoundAtOpening) {
+TEST_F(StoreDamageTest, DamagedPagesAreFoundWhenOpening) {
     FillFile(kKeysOfASmallFile);
     Overwrite(Path(), QFile(Path()).size() / 2, 4096 * 4);
 
     CSqliteStore file(Path());
 
-    ExpectOneFileMovedAsideAndToldInTheLog();
-    ExpectTheStoreWorksOn(file);
+    ExpectOneQuarantinedFileThatIsLogged();
+    ExpectWorkingStore(file);
     EXPECT_EQ(Read(file, Key(0)), "absent");
 }
 
 TEST_F(StoreDamageTest, DamagedPagesOfALargeFileAreFoundWithoutReadingThem) {
     FillFile();
-    Overwrite(Path(), QFile(Path()).size() - 4096 * 4, 4096 * 4);  // of the last value
+    Overwrite(Path(), QFile(Path()).size() - 4096 * 4, 4096 * 4);  // in the last value
 
     CSqliteStore file(Path());
     EXPECT_EQ(file.Trouble(), EnStoreTrouble::kNone);
     QElapsedTimer waited;
     waited.start();
-    while (MovedAside().isEmpty() && waited.elapsed() < 20'000) {
+    while (Quarantined().isEmpty() && waited.elapsed() < 20'000) {
         Read(file, Key(0));
     }
 
-    ExpectOneFileMovedAsideAndToldInTheLog();
-    ExpectTheStoreWorksOn(file);
+    ExpectOneQuarantinedFileThatIsLogged();
+    ExpectWorkingStore(file);
 }
 
-TEST_F(StoreDamageTest, ALargeFileThatIsWholeStays) {
+TEST_F(StoreDamageTest, IntactLargeFileIsKept) {
     FillFile();
     {
         CSqliteStore file(Path());
@@ -97,10 +97,10 @@ TEST_F(StoreDamageTest, ALargeFileThatIsWholeStays) {
 
     CSqliteStore file(Path());
     EXPECT_EQ(Read(file, "after"), "value");
-    EXPECT_THAT(MovedAside(), IsEmpty());
+    EXPECT_THAT(Quarantined(), IsEmpty());
 }
 
-TEST_F(StoreDamageTest, AFileThatCantBeMovedAsideTakesNoSaves) {
+TEST_F(StoreDamageTest, FileThatCantBeQuarantinedRefusesSaves) {
     FillFile();
     CSqliteStore file(Path());
     DamageAllButTheFirstPage();
@@ -117,21 +117,21 @@ TEST_F(StoreDamageTest, AFileThatCantBeMovedAsideTakesNoSaves) {
         EXPECT_FALSE(file.SaveString(kApp, Key(0), "saved"));
     }
     EXPECT_THAT(log.Lines(), Contains(Error(HasSubstr("client.sqlite is damaged and can't be moved aside: "))));
-    EXPECT_TRUE(MovedAside().isEmpty());
+    EXPECT_TRUE(Quarantined().isEmpty());
     ASSERT_EQ(chmod(QFile::encodeName(folder.path()).constData(), 0755), 0);
 }
 
-TEST_F(StoreDamageTest, AFileThatWasCutOffIsFoundAtOpening) {
+TEST_F(StoreDamageTest, TruncatedFileIsFoundWhenOpening) {
     FillFile();
     ASSERT_TRUE(QFile::resize(Path(), QFile(Path()).size() / 2));
 
     CSqliteStore file(Path());
 
-    ExpectOneFileMovedAsideAndToldInTheLog();
-    ExpectTheStoreWorksOn(file);
+    ExpectOneQuarantinedFileThatIsLogged();
+    ExpectWorkingStore(file);
 }
 
-TEST_F(StoreDamageTest, DamageThatAReadMeetsLaterIsMovedAside) {
+TEST_F(StoreDamageTest, FileIsQuarantinedWhenALaterReadFindsDamage) {
     FillFile();
     CSqliteStore file(Path());
     DamageAllButTheFirstPage();
@@ -141,28 +141,28 @@ TEST_F(StoreDamageTest, DamageThatAReadMeetsLaterIsMovedAside) {
         absent += Read(file, Key(n)) == "absent" ? 1 : 0;
     }
 
-    ExpectOneFileMovedAsideAndToldInTheLog();
+    ExpectOneQuarantinedFileThatIsLogged();
     EXPECT_GT(absent, 0);
-    ExpectTheStoreWorksOn(file);
+    ExpectWorkingStore(file);
 }
 
-TEST_F(StoreDamageTest, DamageThatASaveMeetsLaterIsMovedAsideAndTheSaveIsTaken) {
+TEST_F(StoreDamageTest, SaveIsRepeatedInANewFileWhenItFindsDamage) {
     FillFile();
     CSqliteStore file(Path());
     DamageAllButTheFirstPage();
 
     std::string last;
-    for (int n = 0; n < kKeys && MovedAside().isEmpty(); ++n) {
+    for (int n = 0; n < kKeys && Quarantined().isEmpty(); ++n) {
         last = Key(n);
         EXPECT_TRUE(file.SaveString(kApp, last, "saved"));
     }
 
-    ExpectOneFileMovedAsideAndToldInTheLog();
+    ExpectOneQuarantinedFileThatIsLogged();
     EXPECT_EQ(Read(file, last), "saved");
-    ExpectTheStoreWorksOn(file);
+    ExpectWorkingStore(file);
 }
 
-TEST_F(StoreDamageTest, TheLogAndItsIndexAreMovedAlong) {
+TEST_F(StoreDamageTest, LogAndIndexAreQuarantinedToo) {
     // given the files of a client that was killed, with a damaged database
     QTemporaryDir other;
     QByteArray logBytes;
@@ -178,20 +178,20 @@ TEST_F(StoreDamageTest, TheLogAndItsIndexAreMovedAlong) {
     logBytes = Bytes(Path() + QStringLiteral("-wal"));
     ASSERT_FALSE(logBytes.isEmpty());
     Overwrite(Path(), 0, 4096);
-    Overwrite(Path() + QStringLiteral("-wal"), 0, 32);  // or the log would heal the page
+    Overwrite(Path() + QStringLiteral("-wal"), 0, 32);  // an intact log would replace the page
 
     // when
     CSqliteStore file(Path());
 
     // then
-    ExpectOneFileMovedAsideAndToldInTheLog();
-    const QString moved = folder.filePath(MovedAside().value(0));
+    ExpectOneQuarantinedFileThatIsLogged();
+    const QString moved = folder.filePath(Quarantined().value(0));
     EXPECT_EQ(Bytes(moved + QStringLiteral("-wal")).size(), logBytes.size());
     EXPECT_TRUE(QFile::exists(moved + QStringLiteral("-shm")));
-    ExpectTheStoreWorksOn(file);
+    ExpectWorkingStore(file);
 }
 
-TEST_F(StoreDamageTest, ALogThatWasCutOffLosesItsLastSaveOnly) {
+TEST_F(StoreDamageTest, TruncatedLogLosesItsLastSaveOnly) {
     // given the files of a client that was killed inside a write
     const QString copy = folder.filePath(QStringLiteral("killed.sqlite"));
     {
@@ -211,18 +211,18 @@ TEST_F(StoreDamageTest, ALogThatWasCutOffLosesItsLastSaveOnly) {
     EXPECT_EQ(file.Trouble(), EnStoreTrouble::kNone);
 }
 
-TEST_F(StoreDamageTest, TwoThatAreMovedInOneSecondKeepTheirOwnNames) {
+TEST_F(StoreDamageTest, TwoQuarantinesInOneSecondGetDifferentNames) {
     const QDateTime now(QDate(2026, 3, 4), QTime(5, 6, 7), Qt::UTC);
-    for (const char* words : {"first", "second"}) {
+    for (const char* text : {"first", "second"}) {
         QFile file(Path());
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(words) > 0);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(text) > 0);
         file.close();
-        EXPECT_FALSE(store_files::MoveAside(Path(), now).isEmpty());
+        EXPECT_FALSE(store_files::Quarantine(Path(), now).isEmpty());
     }
 
     EXPECT_EQ(Bytes(Path() + QStringLiteral(".corrupt-20260304T050607")), "first");
     EXPECT_EQ(Bytes(Path() + QStringLiteral(".corrupt-20260304T050607-2")), "second");
-    EXPECT_TRUE(store_files::MoveAside(Path(), now).isEmpty());
+    EXPECT_TRUE(store_files::Quarantine(Path(), now).isEmpty());
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <SQLiteCpp/SQLiteCpp.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -15,7 +16,7 @@ inline std::ostream& operator<<(std::ostream& stream, EnStoreTrouble trouble) {
     return stream << "trouble " << int(trouble);
 }
 
-/// The store in a folder of its own.
+/// A store in a temporary folder.
 class StoreFolderTest : public ScriptedHostTest {
 protected:
     static constexpr std::nullopt_t kApp = std::nullopt;
@@ -28,15 +29,15 @@ protected:
         return value;
     }
 
-    /// One statement on a connection of its own; the first value that it gives.
-    QVariant Sql(const QString& sql) const {
-        CSqliteConnection connection;
-        EXPECT_TRUE(connection.Open(Path(), EnSqliteAccess::kReadWrite));
-        return connection.Value(sql).value_or(QVariant());
+    /// Runs one statement on a separate connection and returns its first value as text.
+    std::string Sql(const std::string& sql) const {
+        SQLite::Database file(Path().toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE, 5'000);
+        SQLite::Statement statement(file, sql);
+        return statement.executeStep() ? statement.getColumn(0).getString() : "";
     }
 
-    /// The files that were moved aside, without their logs.
-    QStringList MovedAside() const {
+    /// Names of the quarantined files, without their logs.
+    QStringList Quarantined() const {
         QStringList names = QDir(folder.path()).entryList({QStringLiteral("client.sqlite.corrupt-*")}, QDir::Files);
         names.erase(std::remove_if(names.begin(), names.end(),
                                    [](const QString& name) {
@@ -62,7 +63,7 @@ protected:
     QTemporaryDir folder;
 };
 
-/// No file of this process grows past the limit while this lives, as on a disk that is full.
+/// Simulates a full disk: while it exists, no file of this process grows beyond the limit.
 class CFileSizeLimit {
 public:
     explicit CFileSizeLimit(rlim_t bytes) {
@@ -83,7 +84,7 @@ private:
     void (*m_fnBefore)(int) = nullptr;
 };
 
-/// Permissions don't bind root: while this lives, the process is nobody.
+/// Runs the process as nobody while it exists, since permissions don't restrict root.
 class CWithoutRoot {
 public:
     static constexpr uid_t kNobody = 65534;

@@ -8,7 +8,7 @@ namespace {
 
 class StoreSchemaTest : public StoreFolderTest {
 protected:
-    int Version() const { return Sql(QStringLiteral("PRAGMA user_version")).toInt(); }
+    int Version() const { return std::stoi(Sql("PRAGMA user_version")); }
 
     bool Migrate(const std::vector<store_schema::Step>& steps) const {
         CSqliteConnection connection;
@@ -16,13 +16,12 @@ protected:
     }
 };
 
-TEST_F(StoreSchemaTest, AFileWithoutANumberIsMigratedAndKeepsItsValues) {
-    // given a file as it was made before versions were written
-    Sql(QStringLiteral("PRAGMA journal_mode=WAL"));
-    Sql(
-        QStringLiteral("CREATE TABLE config (owner TEXT NOT NULL, key TEXT NOT NULL, value,"
-                       " PRIMARY KEY (owner, key)) WITHOUT ROWID"));
-    Sql(QStringLiteral("INSERT INTO config VALUES ('app', 'text', x'6F6C64'), ('app', 'number', 42)"));
+TEST_F(StoreSchemaTest, FileWithoutAVersionIsMigratedAndKeepsItsValues) {
+    // given a file older than version numbers
+    Sql("PRAGMA journal_mode=WAL");
+    Sql("CREATE TABLE config (owner TEXT NOT NULL, key TEXT NOT NULL, value,"
+        " PRIMARY KEY (owner, key)) WITHOUT ROWID");
+    Sql("INSERT INTO config VALUES ('app', 'text', x'6F6C64'), ('app', 'number', 42)");
     ASSERT_EQ(Version(), 0);
 
     // when it is opened
@@ -37,16 +36,16 @@ TEST_F(StoreSchemaTest, AFileWithoutANumberIsMigratedAndKeepsItsValues) {
     // then
     EXPECT_EQ(number, 42);
     EXPECT_EQ(Version(), 1);
-    EXPECT_THAT(MovedAside(), IsEmpty());
+    EXPECT_THAT(Quarantined(), IsEmpty());
 }
 
-TEST_F(StoreSchemaTest, ANewFileIsOfTheLatestVersion) {
+TEST_F(StoreSchemaTest, NewFileHasTheLatestVersion) {
     { const CSqliteStore file(Path()); }
 
     EXPECT_EQ(Version(), store_schema::Latest());
 }
 
-TEST_F(StoreSchemaTest, TheVersionsOfTheStepsAscendFromOne) {
+TEST_F(StoreSchemaTest, VersionsOfStepsAscendFromOne) {
     int before = 0;
     for (const store_schema::Step& step : store_schema::Steps()) {
         EXPECT_EQ(step.version, ++before);
@@ -55,11 +54,11 @@ TEST_F(StoreSchemaTest, TheVersionsOfTheStepsAscendFromOne) {
     EXPECT_EQ(store_schema::Latest(), before);
 }
 
-TEST_F(StoreSchemaTest, OnlyTheStepsThatAFileLacksAreTakenAndOnce) {
+TEST_F(StoreSchemaTest, OnlyMissingStepsAreAppliedAndOnce) {
     const std::vector<store_schema::Step> steps = {
-        {1, {QStringLiteral("CREATE TABLE t (n)")}},
-        {2, {QStringLiteral("INSERT INTO t VALUES (2)")}},
-        {3, {QStringLiteral("INSERT INTO t VALUES (3)"), QStringLiteral("UPDATE t SET n = n * 10")}},
+        {1, {"CREATE TABLE t (n)"}},
+        {2, {"INSERT INTO t VALUES (2)"}},
+        {3, {"INSERT INTO t VALUES (3)", "UPDATE t SET n = n * 10"}},
     };
     ASSERT_TRUE(Migrate({steps[0]}));
 
@@ -67,29 +66,29 @@ TEST_F(StoreSchemaTest, OnlyTheStepsThatAFileLacksAreTakenAndOnce) {
     EXPECT_TRUE(Migrate(steps));
 
     EXPECT_EQ(Version(), 3);
-    EXPECT_EQ(Sql(QStringLiteral("SELECT group_concat(n) FROM t")).toString().toStdString(), "20,30");
+    EXPECT_EQ(Sql("SELECT group_concat(n) FROM t"), "20,30");
 }
 
-TEST_F(StoreSchemaTest, AStepThatFailsLeavesTheFileAsItWas) {
-    ASSERT_TRUE(Migrate({{1, {QStringLiteral("CREATE TABLE t (n)")}}}));
+TEST_F(StoreSchemaTest, FailedStepLeavesTheFileUnchanged) {
+    ASSERT_TRUE(Migrate({{1, {"CREATE TABLE t (n)"}}}));
 
     EXPECT_FALSE(Migrate({
-        {1, {QStringLiteral("CREATE TABLE t (n)")}},
-        {2, {QStringLiteral("INSERT INTO t VALUES (2)")}},
-        {3, {QStringLiteral("INSERT INTO t VALUES (3)"), QStringLiteral("INSERT INTO absent VALUES (3)")}},
+        {1, {"CREATE TABLE t (n)"}},
+        {2, {"INSERT INTO t VALUES (2)"}},
+        {3, {"INSERT INTO t VALUES (3)", "INSERT INTO absent VALUES (3)"}},
     }));
 
     EXPECT_EQ(Version(), 1);
-    EXPECT_EQ(Sql(QStringLiteral("SELECT count(*) FROM t")).toInt(), 0);
+    EXPECT_EQ(Sql("SELECT count(*) FROM t"), "0");
 }
 
-TEST_F(StoreSchemaTest, AFileOfANewerVersionIsReadAndNeverWritten) {
+TEST_F(StoreSchemaTest, FileOfANewerVersionIsReadAndNeverWritten) {
     // given
     {
         CSqliteStore file(Path());
         ASSERT_TRUE(file.SaveString(kApp, "key", "value"));
     }
-    Sql(QStringLiteral("PRAGMA user_version=%1").arg(store_schema::Latest() + 1));
+    Sql("PRAGMA user_version=" + std::to_string(store_schema::Latest() + 1));
     const QByteArray before = Bytes(Path());
 
     // when
@@ -105,7 +104,7 @@ TEST_F(StoreSchemaTest, AFileOfANewerVersionIsReadAndNeverWritten) {
         EXPECT_EQ(Read(file, "key"), "value");
     }
     EXPECT_EQ(Bytes(Path()), before);
-    EXPECT_THAT(MovedAside(), IsEmpty());
+    EXPECT_THAT(Quarantined(), IsEmpty());
 }
 
 }  // namespace

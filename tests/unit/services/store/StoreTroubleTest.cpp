@@ -24,18 +24,15 @@ protected:
         }
     }
 
-    std::vector<EnStoreTrouble> Told(CSqliteStore& file) {
-        std::vector<EnStoreTrouble> told;
-        told.swap(m_told);
+    void RecordTroubles(CSqliteStore& file) {
         QObject::connect(&file, &CSqliteStore::TroubleChanged, &file,
-                         [this](EnStoreTrouble trouble) { m_told.push_back(trouble); });
-        return told;
+                         [this](EnStoreTrouble trouble) { m_troubles.push_back(trouble); });
     }
 
-    std::vector<EnStoreTrouble> m_told;
+    std::vector<EnStoreTrouble> m_troubles;
 };
 
-TEST_F(StoreTroubleTest, ASecondClientReadsAndCantSave) {
+TEST_F(StoreTroubleTest, SecondClientReadsAndCantSave) {
     FillFile();
     CSqliteStore first(Path());
 
@@ -51,10 +48,10 @@ TEST_F(StoreTroubleTest, ASecondClientReadsAndCantSave) {
     EXPECT_EQ(first.Trouble(), EnStoreTrouble::kNone);
 }
 
-TEST_F(StoreTroubleTest, ASecondClientTakesOverWhenTheFirstHasEnded) {
+TEST_F(StoreTroubleTest, SecondClientTakesOverWhenTheFirstHasEnded) {
     auto first = std::make_unique<CSqliteStore>(Path());
     CSqliteStore second(Path());
-    Told(second);
+    RecordTroubles(second);
     ASSERT_TRUE(first->SaveString(kApp, "key", "of the first"));
     ASSERT_FALSE(second.SaveString(kApp, "key", "of the second"));
     log.Forget();
@@ -64,10 +61,10 @@ TEST_F(StoreTroubleTest, ASecondClientTakesOverWhenTheFirstHasEnded) {
     EXPECT_EQ(Read(second, "key"), "of the first");
     EXPECT_TRUE(second.SaveString(kApp, "key", "of the second"));
     EXPECT_EQ(Read(second, "key"), "of the second");
-    EXPECT_THAT(m_told, ElementsAre(EnStoreTrouble::kNone));
+    EXPECT_THAT(m_troubles, ElementsAre(EnStoreTrouble::kNone));
 }
 
-TEST_F(StoreTroubleTest, AFileThatIsReadOnlyIsRead) {
+TEST_F(StoreTroubleTest, ReadOnlyFileIsRead) {
     FillFile();
     ASSERT_EQ(chmod(QFile::encodeName(Path()).constData(), 0444), 0);
     ASSERT_EQ(chmod(QFile::encodeName(folder.path()).constData(), 0777), 0);
@@ -83,7 +80,7 @@ TEST_F(StoreTroubleTest, AFileThatIsReadOnlyIsRead) {
     ExpectOldValues(file);
 }
 
-TEST_F(StoreTroubleTest, AFileInAReadOnlyFolderIsReadAndWrittenOnceTheFolderAllowsIt) {
+TEST_F(StoreTroubleTest, FileIsWrittenAgainWhenItsFolderBecomesWritable) {
     FillFile();
     const QByteArray path = QFile::encodeName(folder.path());
     for (const QFileInfo& file : QDir(folder.path()).entryInfoList(QDir::Files)) {
@@ -94,7 +91,7 @@ TEST_F(StoreTroubleTest, AFileInAReadOnlyFolderIsReadAndWrittenOnceTheFolderAllo
 
     CSqliteStore file(Path());
 
-    Told(file);
+    RecordTroubles(file);
     EXPECT_EQ(file.Trouble(), EnStoreTrouble::kReadOnly);
     EXPECT_THAT(log.Lines(), ElementsAre(Error(HasSubstr("client.sqlite is read-only, nothing is saved"))));
     ExpectOldValues(file);
@@ -108,13 +105,13 @@ TEST_F(StoreTroubleTest, AFileInAReadOnlyFolderIsReadAndWrittenOnceTheFolderAllo
     ASSERT_EQ(chmod(path.constData(), 0755), 0);
     EXPECT_TRUE(file.SaveString(kApp, "key", "new"));
     ExpectOldValues(file);
-    EXPECT_THAT(m_told, ElementsAre(EnStoreTrouble::kNone));
+    EXPECT_THAT(m_troubles, ElementsAre(EnStoreTrouble::kNone));
 }
 
-TEST_F(StoreTroubleTest, AFullDiskRefusesSavesUntilThereIsSpaceAgain) {
+TEST_F(StoreTroubleTest, FullDiskRefusesSavesUntilThereIsSpace) {
     FillFile();
     CSqliteStore file(Path());
-    Told(file);
+    RecordTroubles(file);
     int refused = -1;
     {
         const CFileSizeLimit full(200'000);
@@ -134,18 +131,18 @@ TEST_F(StoreTroubleTest, AFullDiskRefusesSavesUntilThereIsSpaceAgain) {
     EXPECT_TRUE(file.SaveString(kApp, "new" + std::to_string(refused), Value(refused)));
 
     EXPECT_EQ(file.Trouble(), EnStoreTrouble::kNone);
-    EXPECT_THAT(m_told, ElementsAre(EnStoreTrouble::kDiskFull, EnStoreTrouble::kNone));
+    EXPECT_THAT(m_troubles, ElementsAre(EnStoreTrouble::kDiskFull, EnStoreTrouble::kNone));
     EXPECT_THAT(log.Lines(), ElementsAre(Info(EndsWith("client.sqlite takes saves again"))));
     for (int n = 0; n <= refused; ++n) {
         EXPECT_EQ(Read(file, "new" + std::to_string(n)), Value(n));
     }
 }
 
-TEST_F(StoreTroubleTest, AStoreThatIsOpenedOnAFullDiskReadsAndSavesOnceThereIsSpace) {
+TEST_F(StoreTroubleTest, StoreOpenedOnAFullDiskReadsAndSavesOnceThereIsSpace) {
     FillFile();
     auto full = std::make_unique<CFileSizeLimit>(0);
     CSqliteStore file(Path());
-    Told(file);
+    RecordTroubles(file);
 
     EXPECT_EQ(file.Trouble(), EnStoreTrouble::kDiskFull);
     ExpectOldValues(file);
@@ -156,11 +153,11 @@ TEST_F(StoreTroubleTest, AStoreThatIsOpenedOnAFullDiskReadsAndSavesOnceThereIsSp
     full.reset();
     EXPECT_TRUE(file.SaveString(kApp, "key", "new"));
     ExpectOldValues(file);
-    EXPECT_THAT(m_told, ElementsAre(EnStoreTrouble::kNone));
+    EXPECT_THAT(m_troubles, ElementsAre(EnStoreTrouble::kNone));
 }
 
-// At each step another write of the many that a save makes is the one that fails.
-TEST_F(StoreTroubleTest, WhateverWriteAFullDiskRefusesWhatWasAcknowledgedIsThere) {
+// A save writes several times; each limit makes another one of these writes fail.
+TEST_F(StoreTroubleTest, AcknowledgedSavesSurviveAnyFailedWrite) {
     FillFile();
     const QByteArray filled = Bytes(Path());
     int both = 0;
@@ -197,8 +194,8 @@ TEST_F(StoreTroubleTest, WhateverWriteAFullDiskRefusesWhatWasAcknowledgedIsThere
     EXPECT_EQ(Bytes(Path()), filled);
 }
 
-// The same for a file that is begun on a full disk.
-TEST_F(StoreTroubleTest, WhateverWriteFailsWhileAFileIsBegunItIsWholeAtTheNextStart) {
+// The same while the file is created.
+TEST_F(StoreTroubleTest, NewFileIsIntactAtTheNextStartAfterAnyFailedWrite) {
     for (rlim_t limit = 0; limit <= 80 * 1024; limit += 4096) {
         SCOPED_TRACE(limit);
         QTemporaryDir place;
@@ -214,7 +211,7 @@ TEST_F(StoreTroubleTest, WhateverWriteFailsWhileAFileIsBegunItIsWholeAtTheNextSt
         CSqliteStore file(path);
         EXPECT_EQ(Read(file, "key"), acknowledged ? Value(1) : "absent");
         EXPECT_TRUE(file.SaveString(kApp, "key", Value(2)));
-        EXPECT_EQ(acknowledged, limit >= 32 * 1024) << "the log's index has so much, the database and the log less";
+        EXPECT_EQ(acknowledged, limit >= 32 * 1024) << "the log's index has this size, the database and the log less";
         EXPECT_EQ(QDir(place.path()).entryList({QStringLiteral("*corrupt*")}).size(), 0);
     }
 }

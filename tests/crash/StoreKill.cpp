@@ -1,4 +1,4 @@
-// Kills a client in the midst of its saves, again and again, and looks for each value that was acknowledged.
+// Kills a client repeatedly during saves and checks that each acknowledged value is stored.
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/wait.h>
@@ -23,28 +23,28 @@ namespace {
 
 using namespace store_kill;
 
-// A file goes through this many kills before the next one is begun.
+// Number of kills before the next file is created.
 constexpr int kRoundsPerFile = 100;
-constexpr int kLongestLifeMs = 60;
-constexpr int kFirstSaveBoundMs = 20'000;
+constexpr int kMaxLifeMs = 60;
+constexpr int kFirstSaveTimeoutMs = 20'000;
 
 struct Figures {
     int rounds = 0;
     int before = 0;  // killed before the first save
     uint64_t acknowledged = 0;
-    uint64_t unacknowledged = 0;  // found at a verification: saved, and killed before that was said
+    uint64_t unacknowledged = 0;  // saved, but killed before the acknowledgement
     uint64_t torn = 0;
     uint64_t lost = 0;
 };
 
 struct Acknowledged {
     std::array<uint64_t, kKeys> lastOf{};  // by key; 0 is none
-    std::set<uint64_t> inHand;             // those that a child was about to save, or to acknowledge, when killed
+    std::set<uint64_t> inProgress;         // ids that a killed child may have saved without acknowledging them
     uint64_t next = 1;
 };
 
 pid_t StartChild(const QString& path, uint64_t firstId, int pipeEnd) {
-    const QByteArray arguments[] = {QByteArray("proof_store_kill"), QByteArray("--child"), path.toUtf8(),
+    const QByteArray arguments[] = {QByteArray("crash_store_kill"), QByteArray("--child"), path.toUtf8(),
                                     QByteArray::number(qulonglong(firstId)), QByteArray::number(pipeEnd)};
     const pid_t child = fork();
     if (child == 0) {
@@ -55,7 +55,7 @@ pid_t StartChild(const QString& path, uint64_t firstId, int pipeEnd) {
     return child;
 }
 
-/// Takes what the child says until `lifeMs` have passed; false once it says no more.
+/// Reads the child's acknowledgements for `lifeMs`; false at the end of the pipe.
 bool Listen(int pipeEnd, qint64 lifeMs, bool untilTheFirst, Acknowledged& acknowledged, Figures& figures) {
     QElapsedTimer life;
     life.start();
@@ -91,7 +91,7 @@ void Verify(const QString& path, const Acknowledged& acknowledged, Figures& figu
         if (id == 0 || value != ValueOf(id)) {
             ++figures.torn;
         } else if (id != expected) {
-            const bool newer = id > expected && acknowledged.inHand.count(id) == 1;
+            const bool newer = id > expected && acknowledged.inProgress.count(id) == 1;
             ++(newer ? figures.unacknowledged : figures.lost);
         }
     }
@@ -107,19 +107,19 @@ bool Round(const QString& path, std::mt19937& random, Acknowledged& acknowledged
     close(ends[1]);
     const uint64_t before = figures.acknowledged;
     bool alive = true;
-    // One in eight is killed while it starts; the others from their first save on.
+    // One in eight is killed while it starts, the others after their first save.
     const bool early = random() % 8 == 0;
     if (!early) {
-        alive = Listen(ends[0], kFirstSaveBoundMs, true, acknowledged, figures);
+        alive = Listen(ends[0], kFirstSaveTimeoutMs, true, acknowledged, figures);
     }
-    alive = alive && Listen(ends[0], qint64(random() % kLongestLifeMs) + 1, false, acknowledged, figures);
+    alive = alive && Listen(ends[0], qint64(random() % kMaxLifeMs) + 1, false, acknowledged, figures);
     kill(child, SIGKILL);
     int status = 0;
     waitpid(child, &status, 0);
-    // What it had said before it died and nobody had read yet.
-    Listen(ends[0], kFirstSaveBoundMs, false, acknowledged, figures);
+    // Acknowledgements that are still in the pipe.
+    Listen(ends[0], kFirstSaveTimeoutMs, false, acknowledged, figures);
     close(ends[0]);
-    acknowledged.inHand.insert(acknowledged.next++);
+    acknowledged.inProgress.insert(acknowledged.next++);
     ++figures.rounds;
     figures.before += figures.acknowledged == before ? 1 : 0;
     if (!alive || !WIFSIGNALED(status) || (!early && figures.acknowledged == before)) {
@@ -129,7 +129,7 @@ bool Round(const QString& path, std::mt19937& random, Acknowledged& acknowledged
     return true;
 }
 
-int Prove(int rounds) {
+int KillMany(int rounds) {
     const auto seed = std::random_device()();
     std::printf("seed %u\n", seed);
     std::mt19937 random(seed);
@@ -144,12 +144,12 @@ int Prove(int rounds) {
             Verify(path, acknowledged, figures);
         }
         if (!QDir(folder.path()).entryList({QStringLiteral("*.corrupt-*")}, QDir::Files).isEmpty()) {
-            std::fprintf(stderr, "A file was found damaged and moved aside\n");
+            std::fprintf(stderr, "A file was found corrupt\n");
             good = false;
         }
     }
     std::printf(
-        "kills %d (%d before the first save), acknowledged %llu, saved and not yet said %llu, torn %llu, "
+        "kills %d (%d before the first save), acknowledged %llu, saved and not acknowledged %llu, torn %llu, "
         "lost %llu\n",
         figures.rounds, figures.before, static_cast<unsigned long long>(figures.acknowledged),
         static_cast<unsigned long long>(figures.unacknowledged), static_cast<unsigned long long>(figures.torn),
@@ -165,8 +165,8 @@ int main(int argc, char** argv) {
         return RunChild(QString::fromUtf8(argv[2]), std::strtoull(argv[3], nullptr, 10), std::atoi(argv[4]));
     }
     if (argc != 2) {
-        std::fprintf(stderr, "usage: proof_store_kill <number of kills>\n");
+        std::fprintf(stderr, "usage: crash_store_kill <number of kills>\n");
         return 2;
     }
-    return Prove(std::atoi(argv[1]));
+    return KillMany(std::atoi(argv[1]));
 }

@@ -1,5 +1,4 @@
-// Kills a client in the midst of its reports and uploads, again and again, and looks at the server's end for each
-// event that was taken: there, and counted once.
+// Kills a client repeatedly during reports and uploads, and checks that the server counted each accepted event once.
 #include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -24,24 +23,24 @@
 
 namespace {
 
-// A file goes through this many kills before its events are drained and the next one is begun.
+// Number of kills before a file's events are drained and the next file is created.
 constexpr int kRoundsPerFile = 100;
-constexpr int kLongestLifeMs = 60;
-constexpr int kFirstReportBoundMs = 20'000;
-constexpr int kDrainBoundMs = 120'000;
+constexpr int kMaxLifeMs = 60;
+constexpr int kFirstReportTimeoutMs = 20'000;
+constexpr int kDrainTimeoutMs = 120'000;
 
 struct Figures {
     int rounds = 0;
-    int before = 0;    // killed before the first report was taken
-    int inUpload = 0;  // killed with a batch sent and no answer given
+    int before = 0;    // killed before the first accepted report
+    int inUpload = 0;  // killed during an exchange
     uint64_t taken = 0;
     uint64_t lost = 0;
     uint64_t doubled = 0;
-    uint64_t resent = 0;  // came again under an id that was counted
-    uint64_t untold = 0;  // counted, and killed before the child said that it was taken
+    uint64_t resent = 0;       // received again under a counted id
+    uint64_t unconfirmed = 0;  // counted, but the child was killed before it confirmed them
 };
 
-/// The server's end. It counts an id once, and is not always well: it refuses, hangs up and leaves without an answer.
+/// The server. It counts an id once, and at random refuses, hangs up or does not answer.
 class CSink {
 public:
     explicit CSink(std::mt19937& random, Figures& figures) : m_random(random), m_figures(figures) {
@@ -49,13 +48,13 @@ public:
     }
 
     bool Listen() { return m_server.Listen(); }
-    /// Without this the last client would mostly wait for answers that never come.
+    /// Lets the last client finish without waiting for missing answers.
     void AnswerAll(bool all) { m_bAnswerAll = all; }
 
     quint16 Port() const { return m_server.Port(); }
     int ConnectionCount() const { return m_server.ConnectionCount(); }
 
-    /// How often each number was counted since the last call of this.
+    /// The count of each number since the last call.
     std::map<uint64_t, int> TakeCounts() {
         m_ids.clear();
         return std::exchange(m_counts, {});
@@ -63,8 +62,8 @@ public:
 
 private:
     void Take(const RawHttpRequest& request) {
-        const uint32_t mood = m_random() % 16;
-        if (mood == 0) {
+        const uint32_t behaviour = m_random() % 16;
+        if (behaviour == 0) {
             m_server.Answer(request.connection, 503, "not now");
             return;
         }
@@ -80,12 +79,11 @@ private:
             Count(event);
             answer["accepted"].append(event["id"]);
         }
-        if (mood == 1) {
-            m_server.HangUp(request.connection);  // counted, and never said
-        } else if (mood != 2 || m_bAnswerAll) {
+        if (behaviour == 1) {
+            m_server.HangUp(request.connection);  // counted, but not confirmed
+        } else if (behaviour != 2 || m_bAnswerAll) {
             m_server.Answer(request.connection, 200, QByteArray::fromStdString(answer.toStyledString()));
         }
-        // else nothing is ever answered
     }
 
     void Count(const Json::Value& event) {
@@ -105,7 +103,7 @@ private:
 };
 
 pid_t StartChild(const char* what, const QString& path, quint16 port, uint64_t firstNumber, int pipeEnd) {
-    const QByteArray arguments[] = {QByteArray("proof_outbox_kill"),
+    const QByteArray arguments[] = {QByteArray("crash_outbox_kill"),
                                     QByteArray(what),
                                     path.toUtf8(),
                                     QByteArray::number(port),
@@ -124,19 +122,19 @@ void RunLoop(int millis, const std::function<bool()>& done) {
     QEventLoop loop;
     QElapsedTimer clock;
     clock.start();
-    QTimer glance;
-    QObject::connect(&glance, &QTimer::timeout, &loop, [&] {
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
         if (done() || clock.elapsed() >= millis) {
             loop.quit();
         }
     });
-    glance.start(1);
+    poll.start(1);
     loop.exec();
 }
 
-class CProof {
+class CKillRounds {
 public:
-    explicit CProof(uint32_t seed) : m_random(seed), m_sink(m_random, m_figures) {}
+    explicit CKillRounds(uint32_t seed) : m_random(seed), m_sink(m_random, m_figures) {}
 
     int Run(int rounds) {
         bool good = rounds > 0 && m_sink.Listen();
@@ -149,22 +147,22 @@ public:
             }
             good = good && DrainAndCount();
             if (!QDir(folder.path()).entryList({QStringLiteral("*.corrupt-*")}, QDir::Files).isEmpty()) {
-                std::fprintf(stderr, "A file was found damaged and moved aside\n");
+                std::fprintf(stderr, "A file was found corrupt\n");
                 good = false;
             }
         }
         std::printf(
             "kills %d (%d before the first report, %d in an upload), taken %llu, lost %llu, doubled %llu, resent "
-            "%llu, counted and not yet said %llu\n",
+            "%llu, counted and not confirmed %llu\n",
             m_figures.rounds, m_figures.before, m_figures.inUpload, Wide(m_figures.taken), Wide(m_figures.lost),
-            Wide(m_figures.doubled), Wide(m_figures.resent), Wide(m_figures.untold));
+            Wide(m_figures.doubled), Wide(m_figures.resent), Wide(m_figures.unconfirmed));
         return good && m_figures.taken > 0 && m_figures.lost == 0 && m_figures.doubled == 0 ? 0 : 1;
     }
 
 private:
     static unsigned long long Wide(uint64_t number) { return number; }
 
-    /// Takes what the child has said; false once it says no more.
+    /// Reads the child's confirmations; false at the end of the pipe.
     bool Listen(int pipeEnd) {
         uint64_t numbers[512];
         for (;;) {
@@ -172,7 +170,7 @@ private:
             if (bytes <= 0) {
                 return bytes < 0 && errno == EAGAIN;
             }
-            // The pipe takes and gives numbers whole, being so small.
+            // Writes of this size are atomic.
             for (size_t i = 0; i < size_t(bytes) / sizeof(numbers[0]); ++i) {
                 m_taken.insert(numbers[i]);
                 ++m_figures.taken;
@@ -189,17 +187,17 @@ private:
         }
         const pid_t child = StartChild("--child", m_path, m_sink.Port(), m_nNext, ends[1]);
         close(ends[1]);
-        // Beyond all that this one can come to.
+        // Beyond any number that this child reaches.
         m_nNext += 1'000'000;
         const uint64_t before = m_figures.taken;
         bool alive = true;
         const auto listen = [&] { return !(alive = Listen(ends[0])); };
-        // One in eight is killed while it starts; the others from their first report on.
+        // One in eight is killed while it starts, the others after their first report.
         const bool early = m_random() % 8 == 0;
         if (!early) {
-            RunLoop(kFirstReportBoundMs, [&] { return listen() || m_figures.taken != before; });
+            RunLoop(kFirstReportTimeoutMs, [&] { return listen() || m_figures.taken != before; });
         }
-        RunLoop(int(m_random() % kLongestLifeMs) + 1, listen);
+        RunLoop(int(m_random() % kMaxLifeMs) + 1, listen);
         m_figures.inUpload += m_sink.ConnectionCount() > 0 ? 1 : 0;
         kill(child, SIGKILL);
         int status = 0;
@@ -220,9 +218,9 @@ private:
         const pid_t child = StartChild("--drain", m_path, m_sink.Port(), 0, 0);
         int status = -1;
         pid_t ended = 0;
-        RunLoop(kDrainBoundMs, [&] { return (ended = waitpid(child, &status, WNOHANG)) != 0; });
+        RunLoop(kDrainTimeoutMs, [&] { return (ended = waitpid(child, &status, WNOHANG)) != 0; });
         if (ended != child || !WIFEXITED(status) || WEXITSTATUS(status) != 0) {
-            std::fprintf(stderr, "The last client could not deliver what was left\n");
+            std::fprintf(stderr, "The last client could not deliver the remaining events\n");
             kill(child, SIGKILL);
             return false;
         }
@@ -233,7 +231,7 @@ private:
         }
         for (const auto& [number, count] : counts) {
             m_figures.doubled += count > 1 ? 1 : 0;
-            m_figures.untold += m_taken.count(number) == 0 ? 1 : 0;
+            m_figures.unconfirmed += m_taken.count(number) == 0 ? 1 : 0;
         }
         return true;
     }
@@ -258,10 +256,10 @@ int main(int argc, char** argv) {
                    : outbox_kill::RunChild(path, port, std::strtoull(argv[4], nullptr, 10), std::atoi(argv[5]));
     }
     if (argc != 2) {
-        std::fprintf(stderr, "usage: proof_outbox_kill <number of kills>\n");
+        std::fprintf(stderr, "usage: crash_outbox_kill <number of kills>\n");
         return 2;
     }
     const auto seed = std::random_device()();
     std::printf("seed %u\n", seed);
-    return CProof(seed).Run(std::atoi(argv[1]));
+    return CKillRounds(seed).Run(std::atoi(argv[1]));
 }

@@ -1,4 +1,4 @@
-#include "report/Measurements.h"
+#include "report/RunningTimers.h"
 
 #include <algorithm>
 #include <charconv>
@@ -7,7 +7,7 @@ namespace {
 
 constexpr char kMark = '#';
 
-/// Where the mark stands that a number follows to the end; npos if none does.
+/// Position of the mark if only a number follows it; otherwise npos.
 size_t MarkOf(const std::string& text, uint64_t& number) {
     const size_t mark = text.rfind(kMark);
     if (mark == std::string::npos) {
@@ -20,20 +20,20 @@ size_t MarkOf(const std::string& text, uint64_t& number) {
 
 }  // namespace
 
-CMeasurements::CMeasurements(Clock clock) : m_fnClock(std::move(clock)) {}
+CRunningTimers::CRunningTimers(Clock clock) : m_fnClock(std::move(clock)) {}
 
-std::string CMeasurements::Start(const std::string& event) {
+std::string CRunningTimers::Start(const std::string& event) {
     const std::lock_guard<std::mutex> lock(m_mutex);
     const uint64_t number = ++m_nLast;
     std::string text = event + kMark + std::to_string(number);
     m_open[number] = Open{text, m_fnClock()};
-    if (m_open.size() > kMostOpen) {
+    if (m_open.size() > kMaxOpen) {
         m_open.erase(m_open.begin());
     }
     return text;
 }
 
-std::optional<CMeasurements::Measured> CMeasurements::End(const std::string& text) {
+std::optional<CRunningTimers::Measured> CRunningTimers::End(const std::string& text) {
     uint64_t number = 0;
     const size_t mark = MarkOf(text, number);
     const std::lock_guard<std::mutex> lock(m_mutex);
@@ -46,7 +46,7 @@ std::optional<CMeasurements::Measured> CMeasurements::End(const std::string& tex
     return Measured{text.substr(0, mark), millis};
 }
 
-std::string CMeasurements::EventOf(const std::string& text) {
+std::string CRunningTimers::EventOf(const std::string& text) {
     uint64_t number = 0;
     return text.substr(0, MarkOf(text, number));
 }

@@ -15,8 +15,8 @@ constexpr size_t kHeadBytes = 2 * sizeof(uint64_t);
 std::string BodyOf(uint64_t id) {
     std::mt19937_64 random(id);
     constexpr size_t sizes[] = {10, 100, 1000, 4096, 20'000, 65'536};
-    const size_t most = sizes[random() % 6];
-    std::string body(std::max<size_t>(10, most / 2 + random() % (most / 2 + 1)), '\0');
+    const size_t maxBytes = sizes[random() % 6];
+    std::string body(std::max<size_t>(10, maxBytes / 2 + random() % (maxBytes / 2 + 1)), '\0');
     for (size_t at = 0; at < body.size(); at += sizeof(uint64_t)) {
         const uint64_t part = random();
         std::memcpy(&body[at], &part, std::min(sizeof(part), body.size() - at));
@@ -24,7 +24,7 @@ std::string BodyOf(uint64_t id) {
     return body;
 }
 
-// FNV-1a, so that a value tells by itself whether it is whole.
+// FNV-1a. It shows whether a value is intact.
 uint64_t Checksum(const char* bytes, size_t count, uint64_t seed) {
     uint64_t sum = 14695981039346656037ULL ^ seed;
     for (size_t i = 0; i < count; ++i) {
@@ -52,10 +52,10 @@ uint64_t IdOf(const std::string& value) {
 }
 
 int RunChild(const QString& path, uint64_t firstId, int pipe) {
-    // Small steps, so that a kill meets checkpoints and restarts of the log as often as plain writes.
+    // Small limits, so that kills hit checkpoints and restarts of the log as often as plain writes.
     CheckpointOptions checkpoints;
     checkpoints.afterBytes = 200'000;
-    checkpoints.atMostBytes = 200'000;
+    checkpoints.maxBytes = 200'000;
     checkpoints.pause = std::chrono::milliseconds(1);
     checkpoints.restartBytes = 1'000'000;
     CSqliteStore store(path, checkpoints);

@@ -7,11 +7,11 @@
 #include <optional>
 #include <string>
 
-/// Measurements that run, each under a text of its own: the event's name, a mark and a number. So those of one
-/// event are apart. Any thread.
-class CMeasurements {
+/// Timers of events that have started and not ended. Each has a unique text, made of the event's name, a mark and a
+/// number, so that several timers of one event can run. Any thread.
+class CRunningTimers {
 public:
-    /// Milliseconds of a clock that never jumps. Any thread.
+    /// Milliseconds of a monotonic clock. Called on any thread.
     using Clock = std::function<int64_t()>;
 
     struct Measured {
@@ -19,17 +19,18 @@ public:
         int64_t millis = 0;
     };
 
-    /// With so many open the oldest is forgotten for a new one.
-    static constexpr size_t kMostOpen = 1'000;
+    /// Beyond this number the oldest timer is discarded.
+    static constexpr size_t kMaxOpen = 1'000;
 
-    explicit CMeasurements(Clock clock);
+    explicit CRunningTimers(Clock clock);
 
+    /// Returns the timer's text.
     std::string Start(const std::string& event);
 
-    /// Nothing for a text that names no open measurement.
+    /// Empty if no running timer has this text.
     std::optional<Measured> End(const std::string& text);
 
-    /// The event that a text of Start belongs to; any other text is its own.
+    /// The event's name in a timer's text. Any other text is returned unchanged.
     static std::string EventOf(const std::string& text);
 
 private:

@@ -24,11 +24,11 @@ class CInternalBuild : public IEnvironment {
 public:
     bool IsReleaseAppVersion() const override { return false; }
     bool IsVelora() const override { return false; }
-    std::string DeviceId() const override { return "proof"; }
+    std::string DeviceId() const override { return "crash-test"; }
 };
 
-// Small steps, so that a kill meets checkpoints, uploads, failures and answers as often as plain writes.
-ReportOptions Hasty() {
+// Small limits, so that kills hit checkpoints, uploads, failures and answers as often as plain writes.
+ReportOptions SmallLimits() {
     ReportOptions options;
     options.outbox.checkpoints.afterBytes = 100'000;
     options.outbox.checkpoints.pause = std::chrono::milliseconds(1);
@@ -44,7 +44,7 @@ class CClient {
 public:
     CClient(const QString& path, quint16 sinkPort)
         : m_http(m_poster, m_build),
-          m_reports(path, {m_http, m_domains, m_clock, m_random, m_poster, "proof"}, Hasty()) {
+          m_reports(path, {m_http, m_domains, m_clock, m_random, m_poster, "crash-test"}, SmallLimits()) {
         m_domains.Set("api", "http://127.0.0.1:" + std::to_string(sinkPort));
         m_reports.SendNow();
     }
@@ -61,14 +61,14 @@ private:
     CReportService m_reports;
 };
 
-/// Reports the next number; every second one as a measurement.
+/// Reports the next number; every second one with a duration.
 bool ReportOne(CReportService& reports, std::atomic<uint64_t>& next, int pipe) {
     const uint64_t number = next++;
     Json::Value params;
     params["number"] = Json::UInt64(number);
     params["filling"] = std::string(size_t(number % 700), 'x');
-    const bool taken = number % 2 == 0 ? reports.Report({"Proof", 1, params, 0})
-                                       : reports.TimerEnd({*reports.TimerStart("Proof"), 1, params, 0});
+    const bool taken = number % 2 == 0 ? reports.Report({"CrashTest", 1, params, 0})
+                                       : reports.TimerEnd({*reports.TimerStart("CrashTest"), 1, params, 0});
     return taken && write(pipe, &number, sizeof(number)) == sizeof(number);
 }
 
@@ -97,13 +97,13 @@ int RunChild(const QString& path, quint16 sinkPort, uint64_t firstNumber, int pi
 
 int Drain(const QString& path, quint16 sinkPort) {
     CClient client(path, sinkPort);
-    QTimer glance;
-    QObject::connect(&glance, &QTimer::timeout, &glance, [&client] {
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, &poll, [&client] {
         if (client.Reports().Outbox().IsEmpty()) {
             QCoreApplication::quit();
         }
     });
-    glance.start(5);
+    poll.start(5);
     return QCoreApplication::exec();
 }
 
