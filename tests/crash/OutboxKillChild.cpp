@@ -33,7 +33,7 @@ ReportOptions SmallLimits() {
     options.outbox.checkpoints.afterBytes = 100'000;
     options.outbox.checkpoints.pause = std::chrono::milliseconds(1);
     options.outbox.checkpoints.restartBytes = 500'000;
-    options.sender.mostEvents = 20;
+    options.sender.maxEvents = 20;
     options.sender.firstRetry = std::chrono::milliseconds(2);
     options.sender.lastRetry = std::chrono::milliseconds(8);
     options.gather = std::chrono::milliseconds(0);

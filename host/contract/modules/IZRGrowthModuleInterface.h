@@ -14,63 +14,69 @@
 
 class QWidget;
 
-/// The growth module's one service, under the interface name "24IZRGrowthModuleInterface".
-/// Main thread only, save the getters of rights and GetAdBannerAsync. The order of the operations is fixed.
+/// The service of the growth module, under the interface name "24IZRGrowthModuleInterface". The order of the operations
+/// is part of the binary interface.
+/// Thread: main thread, except for the getters of rights and GetAdBannerAsync.
 class ZRHOST_API IZRGrowthModuleInterface : public IZRPluginInterface {
 public:
     ~IZRGrowthModuleInterface() override;
 
-    /// A banner of ads for that position, later, through `callback`, on the main thread. The widget has the size (in
-    /// pixels) and belongs to the caller; its deletion is the banner's end. The callback may never come: there is
-    /// nothing to show, no answer that can be read, another caller has asked for the same position since, or the last
-    /// request for it is less than ten seconds ago; in an internal build it may come with null. Without a callback
-    /// nothing is shown. In the strip at the top, of that height, a
-    /// click does nothing. With `useCheck` exactly the ads in `adIds` are wanted, otherwise what is due. Callable
-    /// from any thread.
-    /// A logout, another language or another user leaves the banner as it is: it keeps its ads and goes on reporting
-    /// exposures and clicks until its deletion. The caller deletes it at such a change and asks for a new one.
+    /// Requests a banner for an ad position. The callback receives the widget, later. `size` and
+    /// `topNonClickableAreaHeight` are in pixels; a click in the strip at the top, of that height, has no effect.
+    /// With `useCheck` the banner displays exactly the ads in `adIds`, otherwise those that are due.
+    /// Thread: callable from any thread. The callback runs on the main thread.
+    /// Ownership: the widget belongs to the caller. It survives logout and a change of language or user, and continues
+    /// to report exposures and clicks until it is deleted. The caller deletes it at such a change and requests a new
+    /// one.
+    /// Failure: the callback never runs if no ad is due, the answer is unreadable, or another caller requested the same
+    /// position meanwhile. The same is true less than ten seconds after the last request for the position. In an
+    /// internal build it may run with null. Without a callback nothing is displayed.
     virtual void GetAdBannerAsync(int adPosition, QSize size, std::function<void(QWidget*)> callback,
                                   int topNonClickableAreaHeight, bool useCheck, QList<QString> adIds) = 0;
 
-    /// To be called when the main window's layout has changed: the bottom popup moves to its place.
+    /// Moves the bottom popup to its place. The client calls it when the layout of the main window changed.
     virtual void UpdateAdBottomPopupCoordinates() = 0;
 
-    /// A new panel for developer tools, without a parent; the caller owns it.
+    /// Returns a new panel for developer tools.
+    /// Ownership: the caller owns the panel, which has no parent.
     virtual QWidget* GetAdBottomPopupDeveloperView() = 0;
 
-    /// Asks the server for the user's rights: for all of them, or for a list (also an empty one). The result
-    /// is the session of the request, 0 before the module has started. The answer changes the table and comes
-    /// as a bus message: with `serverPush` false as 80051 with p1 the session and p2 0, with true as 80050
-    /// without a body; a failure as 80051 with p2 2 in both cases, and the table unchanged.
+    /// Requests the user's rights from the server: all of them, or those of a list, which may be empty.
+    /// Returns the session of the request.
+    /// The answer changes the table and is announced on the bus. With `serverPush` false the message is 80051, with p1
+    /// the session and p2 0. With `serverPush` true it is 80050 without a body.
+    /// Failure: 0 before the module is initialised. A failed request is announced as 80051 with p2 2 and leaves the
+    /// table unchanged.
     virtual unsigned long GetUiMsgAndPremiumAccessReq(bool serverPush) = 0;
     virtual unsigned long GetUiMsgAndPremiumAccessReq(const QVector<int>& accessList, bool serverPush) = 0;
     virtual unsigned long GetUiMsgAndPremiumAccessReq(const QVector<EnPremiumAccess>& accessList, bool serverPush) = 0;
 
-    /// Copies from the table of rights; a default record for a right that is not in it. Callable from any
-    /// thread. The table is empty from a logout until the server's next answer.
+    /// Returns copies from the table of rights. The table is empty after a logout until the server's next answer.
+    /// Thread: any.
+    /// Failure: a default record for a right that is not in the table.
     virtual CPremiumUIData GetUIData(EnPremiumAccess access) const = 0;
     virtual CPremiumAccessData GetAccessData(EnPremiumAccess access) const = 0;
     virtual CPremiumUIAccessData GetUIAccessData(EnPremiumAccess access) const = 0;
     virtual QMap<EnPremiumAccess, CPremiumUIAccessData> GetUIAccessData() const = 0;
 
-    /// Replaces the whole record of a right, until the server's next word on it. Tells and saves nothing.
+    /// Replaces the whole record of a right until the server's next answer. It sends no message and saves nothing.
     virtual void SetUIAccessData(EnPremiumAccess access, const CPremiumUIAccessData& data) = 0;
 
-    /// The user's VIP status as the server last told it; all false and 0 from a logout until the next answer.
-    /// Ask again at bus message 80052.
+    /// Return the user's VIP status as the server last reported it. Bus message 80052 announces a change.
+    /// Failure: false and 0 after a logout until the next answer.
     virtual bool HasVipQualification() = 0;
     virtual int GetVipGrade() = 0;
     virtual int GetVipState() = 0;  // of the older VIP system: 1 is a member
-    /// Whether the newer VIP system serves the user. Always false in a client of another edition than Velora.
+    /// Returns whether the newer VIP system applies to the user. It applies to the Velora edition only.
     virtual bool IsNewVipSystem() = 0;
     virtual int GetVipEngineStatus() = 0;  // a ZRVipEngineStatus
     virtual int GetNewVipState() = 0;      // of the newer VIP system: 0 no member, 1 member, 2 expired
 
-    /// Whether the AI chat entry of that scene is open to the user. False from the login until the server
-    /// has answered. Ask again at bus message 20300.
+    /// Returns whether the AI chat entry of that scene is open to the user. Bus message 20300 announces a change.
+    /// Failure: false after a login until the server answered.
     virtual bool IsAIChatEnable(ZRAIChatEntryScene scene) = 0;
 
-    /// Overrides the server's answer for all scenes until the process ends: 0 no override, 1 open,
-    /// any other value closed. Sends bus message 20300.
+    /// Overrides the server's answer for all scenes until the process ends: 0 removes the override, 1 opens, any other
+    /// value closes. It sends bus message 20300.
     virtual void SetAIChatDevelopEnableType(unsigned int type) = 0;
 };

@@ -12,8 +12,8 @@ constexpr host::HostLog kLog("Report");
 
 constexpr int kVersion = 1;
 
-// `before` is the number of bytes of all earlier events since the file was last empty, so the bytes between two
-// events are known without reading those between.
+// `before` is the number of bytes of all earlier events since the file was last empty. The size of a range of events
+// is the difference of two values.
 constexpr char kSchema[] =
     "BEGIN IMMEDIATE;"
     "CREATE TABLE IF NOT EXISTS event (number INTEGER PRIMARY KEY, before INTEGER NOT NULL, id TEXT NOT NULL,"

@@ -30,7 +30,7 @@ bool IsRefusal(const HttpRspInfo& response) {
            std::find(std::begin(statuses), std::end(statuses), response.m_nHttpStatusCode) != std::end(statuses);
 }
 
-/// The ids that the server has now; nothing where it does not say so.
+/// Returns the acknowledged ids, or nothing if the answer does not list them.
 std::optional<std::set<std::string>> AcceptedIn(const HttpRspInfo& response, std::string& reason) {
     if (response.m_nResult != kHttpOk || response.m_nHttpStatusCode < 200 || response.m_nHttpStatusCode > 299) {
         reason = fmt::format(FMT_STRING("result {}, status {}"), response.m_nResult, response.m_nHttpStatusCode);
@@ -52,10 +52,10 @@ std::optional<std::set<std::string>> AcceptedIn(const HttpRspInfo& response, std
 
 }  // namespace
 
-// What stands around the events and a comma for each of them is left free.
-size_t SenderOptions::MostBytesOfEvents() const {
-    const size_t around = sizeof(kBegin) + sizeof(kEnd) + mostEvents;
-    return mostBytes > around ? mostBytes - around : 0;
+// Space for the text around the events and a comma after each of them is reserved.
+size_t SenderOptions::MaxBytesOfEvents() const {
+    const size_t around = sizeof(kBegin) + sizeof(kEnd) + maxEvents;
+    return maxBytes > around ? maxBytes - around : 0;
 }
 
 CReportSender::CReportSender(COutbox& outbox, IHttp& http, const IDomains& domains, IRandom& random,
@@ -66,7 +66,7 @@ CReportSender::CReportSender(COutbox& outbox, IHttp& http, const IDomains& domai
       m_random(random),
       m_options(options),
       m_backoff(options.firstRetry, options.lastRetry),
-      m_nMost(options.mostEvents) {
+      m_nMaxEvents(options.maxEvents) {
     m_retryTimer.setSingleShot(true);
     m_turnTimer.setSingleShot(true);
     m_turnTimer.setInterval(options.lastRetry);
@@ -99,13 +99,13 @@ void CReportSender::Send() {
         return;
     }
     bool failed = false;
-    m_batch = m_outbox.Read(m_nAfter, m_nMost, m_options.MostBytesOfEvents(), &failed);
+    m_batch = m_outbox.Read(m_nAfter, m_nMaxEvents, m_options.MaxBytesOfEvents(), &failed);
     if (m_batch.empty() && failed) {
         Fail("the outbox can't be read");
         return;
     }
     if (m_batch.empty()) {
-        // All that the server would take is gone. What it would not has another turn later.
+        // Only rejected events are left. They are retried in the next pass.
         if (m_outbox.IsEmpty()) {
             m_nAfter = 0;
         } else if (!m_turnTimer.isActive()) {
@@ -144,7 +144,7 @@ void CReportSender::OnAnswer(const HttpRspInfo& response) {
     const auto kept = std::stable_partition(m_batch.begin(), m_batch.end(),
                                             [&](const OutboxEvent& event) { return accepted->count(event.id) == 1; });
     if (kept != m_batch.end()) {
-        // Behind it stand events that the server may take.
+        // The server may accept the events behind this batch.
         m_nAfter = m_batch.back().number;
     }
     m_batch.erase(kept, m_batch.end());
@@ -157,7 +157,7 @@ void CReportSender::OnAnswer(const HttpRspInfo& response) {
         return;
     }
     m_batch.clear();
-    m_nMost = std::min(2 * m_nMost, m_options.mostEvents);
+    m_nMaxEvents = std::min(2 * m_nMaxEvents, m_options.maxEvents);
     m_backoff.Reset();
     if (m_bFailing) {
         m_bFailing = false;
@@ -169,13 +169,13 @@ void CReportSender::OnAnswer(const HttpRspInfo& response) {
 // Halving ends soon and needs no wait; a server that refuses each single event has to be spared.
 void CReportSender::OnRefusal(const std::string& reason) {
     if (m_batch.size() > 1) {
-        m_nMost = m_batch.size() / 2;
+        m_nMaxEvents = m_batch.size() / 2;
         m_batch.clear();
         m_retryTimer.start(0);
         return;
     }
     m_nAfter = m_batch.back().number;
-    m_nMost = m_options.mostEvents;
+    m_nMaxEvents = m_options.maxEvents;
     Fail(reason);
 }
 

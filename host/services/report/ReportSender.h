@@ -14,20 +14,19 @@ class IHttp;
 class IRandom;
 
 struct SenderOptions {
-    size_t mostEvents = 100;
-    size_t mostBytes = 256 << 10;  // of a batch; a larger event is alone in its batch
+    size_t maxEvents = 100;
+    size_t maxBytes = 256 << 10;  // of a batch; a larger event is alone in its batch
     std::chrono::milliseconds firstRetry{500};
     std::chrono::milliseconds lastRetry{60'000};
 
-    /// Of the events of a batch together.
-    size_t MostBytesOfEvents() const;
+    /// Returns the maximum total size of the events of a batch.
+    size_t MaxBytesOfEvents() const;
 };
 
-/// Carries the outbox to the server, a batch at a time, the oldest events first. What the server says it has is
-/// taken out; all else is sent again: after a wait that grows with each failure, and what the server alone would
-/// not take after the longest wait, behind all others. A batch that it refuses for what is in it is halved until
-/// the event stands alone that it would not take. Main thread.
-/// What it is given must outlive it.
+/// Sends the events of the outbox to the server in batches, oldest first. Acknowledged events are removed. After a
+/// failure the batch is retried with back-off. A batch that the server rejects for its content is halved until the
+/// rejected event is alone. Rejected events are retried last, after the maximum delay.
+/// Main thread. The arguments of the constructor must outlive the sender.
 class CReportSender : public QObject {
     Q_OBJECT
 
@@ -36,10 +35,10 @@ public:
                   const SenderOptions& options = {});
     ~CReportSender() override;
 
-    /// There is something to send. Nothing happens while a batch is under way or a wait lasts.
+    /// Sends a batch if there are events. It has no effect during an exchange or a delay.
     void Wake();
 
-    /// The server may be back: ends a wait.
+    /// Ends a delay, since the server may be reachable again.
     void SendNow();
 
 private:
@@ -57,8 +56,8 @@ private:
     CBackoff m_backoff;
     QTimer m_retryTimer;
     QTimer m_turnTimer;
-    std::vector<OutboxEvent> m_batch;  // under way; empty if none is
-    size_t m_nMost;                    // events of the next batch
-    int64_t m_nAfter = 0;              // the last event that the server would not take in this turn
+    std::vector<OutboxEvent> m_batch;  // being sent; empty if none is
+    size_t m_nMaxEvents;               // of the next batch
+    int64_t m_nAfter = 0;              // the last event that the server rejected in this pass
     bool m_bFailing = false;
 };

@@ -15,8 +15,8 @@ class IServerClock;
 struct ReportOptions {
     OutboxOptions outbox;
     SenderOptions sender;
-    /// Limit of one event as JSON. The largest HTTP answer fits: 8 MiB, of which each byte may become U+FFFD, with three
-    /// bytes.
+    /// Limit of one event as JSON. The largest HTTP answer fits: 8 MiB, of which each byte may become U+FFFD, with
+    /// three bytes.
     size_t maxEventBytes = 25 << 20;
     /// Events reported within this time are sent together.
     std::chrono::milliseconds gather{200};
