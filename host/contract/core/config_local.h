@@ -15,13 +15,19 @@ namespace core {
 namespace config_local {
 
 /// The store of the installation, shared by all users.
+/// Returns whether the key has a string value, and sets `value` to it.
 ZRHOST_API bool AppCfgReadString(const std::string& key, std::string& value);
+/// Returns whether the value was stored.
 ZRHOST_API bool AppCfgSaveString(const std::string& key, const std::string& value);
+/// Returns whether the key has an integer value, and sets `value` to it.
 ZRHOST_API bool AppCfgReadInt64(const std::string& key, long& value);
+/// Returns whether the value was stored.
 ZRHOST_API bool AppCfgSaveInt64(const std::string& key, const long& value);
 
 /// The store of the logged-in user. While nobody is logged in, it is the store of user 0.
+/// Returns whether the key has a string value, and sets `value` to it.
 ZRHOST_API bool UserCfgReadString(const std::string& key, std::string& value);
+/// Returns whether the value was stored.
 ZRHOST_API bool UserCfgSaveString(const std::string& key, const std::string& value);
 
 }  // namespace config_local

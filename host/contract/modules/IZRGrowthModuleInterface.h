@@ -66,11 +66,14 @@ public:
     /// Failure: false and 0 after a logout until the next answer.
     virtual bool HasVipQualification() = 0;
     virtual int GetVipGrade() = 0;
-    virtual int GetVipState() = 0;  // of the older VIP system: 1 is a member
+    /// The state in the older VIP system: 1 is a member.
+    virtual int GetVipState() = 0;
     /// Returns whether the newer VIP system applies to the user. It applies to the Velora edition only.
     virtual bool IsNewVipSystem() = 0;
-    virtual int GetVipEngineStatus() = 0;  // a ZRVipEngineStatus
-    virtual int GetNewVipState() = 0;      // of the newer VIP system: 0 no member, 1 member, 2 expired
+    /// A ZRVipEngineStatus.
+    virtual int GetVipEngineStatus() = 0;
+    /// The state in the newer VIP system: 0 no member, 1 member, 2 expired.
+    virtual int GetNewVipState() = 0;
 
     /// Returns whether the AI chat entry of that scene is open to the user. Bus message 20300 announces a change.
     /// Failure: false after a login until the server answered.

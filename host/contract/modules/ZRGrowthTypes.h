@@ -59,8 +59,10 @@ enum ZRVipUIDataType : int {
 
 /// The kind of a mask. Any other value creates no mask.
 enum ZRVipMaskType : int {
-    ZRVipMaskLocked = 0,         // text and button
-    ZRVipMaskLockedCompact = 1,  // button only
+    /// Text and button.
+    ZRVipMaskLocked = 0,
+    /// Button only.
+    ZRVipMaskLockedCompact = 1,
     ZRVipMaskExclusive = 2,
 };
 

@@ -6,9 +6,12 @@
 
 /// The display half of a right: the server's texts in the display language, and link ids (0: no link).
 struct CPremiumUIData {
-    EnPremiumAccess enUIAccess{};  // 0: the server sent no display half
-    QString strUIType;             // selects the layout: a letter
-    QString strOtherInfo;          // further data as JSON text, from the server and not validated
+    /// 0: the server sent no display half.
+    EnPremiumAccess enUIAccess{};
+    /// Selects the layout: a letter.
+    QString strUIType;
+    /// Further data as JSON text, from the server and not validated.
+    QString strOtherInfo;
     QString strMainTitle;
     QString strMainBtn;
     QString strDetailTitle;
@@ -23,10 +26,13 @@ struct CPremiumUIData {
 /// The state half of a right: the user's permission and activation.
 struct CPremiumAccessData {
     int nDaysLeft = 0;
-    EnPremiumAccess enAccess{};  // 0: the server sent no state half
+    /// 0: the server sent no state half.
+    EnPremiumAccess enAccess{};
     bool bHasPermission = false;
-    int nActivationType = 0;    // 1 limited time, 2 frozen, 3 full, 4 empty, 5 not activated, 6 ready; 0 unknown
-    int nActivationSource = 0;  // 1 a premium rule, 2 the VIP rule, 3 private customer; 0 unknown
+    /// 1 limited time, 2 frozen, 3 full, 4 empty, 5 not activated, 6 ready; 0 unknown.
+    int nActivationType = 0;
+    /// 1 a premium rule, 2 the VIP rule, 3 private customer; 0 unknown.
+    int nActivationSource = 0;
 };
 
 /// The record of a right. An unknown right has a default record.

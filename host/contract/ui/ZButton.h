@@ -11,12 +11,16 @@ class ZRHOST_API ZButton : public QAbstractButton {
     Q_OBJECT
 
 public:
+    /// The appearance.
     enum ZrStyle : int {
         kPlain = 0,
-        kFilled = 1,  // the primary action
-        kText = 2,    // without a background
+        /// The primary action.
+        kFilled = 1,
+        /// Without a background.
+        kText = 2,
     };
 
+    /// The rule for the width.
     enum ZrWidthType : int {
         kWidthOfText = 0,
         kWidthOfLayout = 1,
@@ -46,7 +50,8 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    using QAbstractButton::setIcon;  // a QIcon would not follow the theme
+    /// A QIcon would not follow the theme.
+    using QAbstractButton::setIcon;
 
     struct Private;
     const std::unique_ptr<Private> d;

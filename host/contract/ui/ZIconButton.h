@@ -24,6 +24,7 @@ public:
 
     /// Sets a fixed size in pixels.
     void setIconButtonSize(const QSize& size);
+    /// Sets the role that selects the icon's colour. The default is `normal`.
     void setIconColorStyle(ZIconColorStyle::type style);
     /// Sets whether the background changes under the pointer and while the button is pressed. The default is true.
     /// Without it, the disc of the style `onPicture` keeps its darkness.

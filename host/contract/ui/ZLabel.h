@@ -23,16 +23,22 @@ public:
 
     enum ZrBgStyle : int {
         kBgNone = 0,
-        kBgTinted = 1,  // a light tint of the text's colour
+        /// A light tint of the text's colour.
+        kBgTinted = 1,
     };
 
+    /// Creates a label with style kNeutral and no background.
     explicit ZLabel(QWidget* parent = nullptr);
     explicit ZLabel(const QString& text, QWidget* parent = nullptr);
     ~ZLabel() override;
 
+    /// Sets the text, always as plain text.
     void setText(const QString& text);
+    /// Returns the text as it was set.
     QString text() const;
+    /// Sets the status, which selects the colour.
     void setZrStyle(ZrStyle style);
+    /// Sets the background.
     void setZrBgStyle(ZrBgStyle style);
     /// Sets the distance between the text and each edge, in pixels.
     void setCustomMargin(const QMargins& margins);

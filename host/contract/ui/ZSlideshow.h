@@ -32,8 +32,10 @@ public:
 
     /// Sets whether slides keep the ratio and leave a margin; otherwise they fill the widget. The default is true.
     void setKeepRatio(bool keep);
+    /// Returns whether slides keep the ratio.
     bool keepRatio() const;
 
+    /// Returns the number of slides.
     int count() const;
     /// Returns the index of the displayed slide, or -1 without slides.
     int currentIndex() const;

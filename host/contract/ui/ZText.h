@@ -23,8 +23,11 @@ public:
     explicit ZText(const QString& text, QWidget* parent = nullptr);
     ~ZText() override;
 
+    /// Sets the text, always as plain text.
     void setText(const QString& text);
+    /// Returns the text as it was set, also if it is displayed with dots.
     QString text() const;
+    /// Sets the role. The default is kBody.
     void setZrStyle(ZrStyle style);
 
     /// Sets whether a line that is too long ends in dots; otherwise it is cut. Wrapped text never ends in dots.
@@ -32,6 +35,7 @@ public:
     /// Returns whether the text ends in dots at its current size.
     bool isDotted() const;
 
+    /// Sets whether the text is wrapped at word boundaries. The default is false.
     void setWordWrap(bool wrap);
 
     QSize sizeHint() const override;

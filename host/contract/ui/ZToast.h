@@ -13,6 +13,7 @@ class ZRHOST_API ZToast : public QWidget {
     Q_OBJECT
 
 public:
+    /// The status, which selects colour and icon.
     enum ZrStyle : int {
         kSuccess = 0,
         kInfo = 1,
@@ -20,10 +21,13 @@ public:
         kFailure = 3,
     };
 
+    /// The message of a toast.
     struct ToastInfo {
         ZrStyle style = kSuccess;
-        QString text;           // plain text; wrapped if it is long
-        int durationMs = 3000;  // values below 1 are treated as 1
+        /// Plain text; wrapped if it is long.
+        QString text;
+        /// Values below 1 are treated as 1.
+        int durationMs = 3000;
     };
 
     /// The toast is invisible before showToast.

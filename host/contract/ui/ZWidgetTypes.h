@@ -3,12 +3,18 @@
 /// The role that selects an icon's colour in the theme.
 namespace ZIconColorStyle {
 enum type : int {
-    normal = 0,     // secondary text
-    heading = 1,    // title
-    accent = 2,     // action
-    onAccent = 3,   // text of a filled button
-    warning = 4,    // failure
-    onPicture = 5,  // light on a dark disc, for icons over a picture
+    /// Secondary text.
+    normal = 0,
+    /// Title.
+    heading = 1,
+    /// Action.
+    accent = 2,
+    /// Text of a filled button.
+    onAccent = 3,
+    /// Failure.
+    warning = 4,
+    /// Light on a dark disc, for icons over a picture.
+    onPicture = 5,
 };
 }  // namespace ZIconColorStyle
 

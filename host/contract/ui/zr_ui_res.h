@@ -42,6 +42,7 @@ public:
     TResource() = default;
     explicit TResource(const QString& name) : m_name(name) {}
 
+    /// Returns the name; empty for a default-constructed resource.
     const QString& name() const { return m_name; }
 
     /// Returns the value in the current theme.

@@ -32,6 +32,7 @@ public:
     /// Returns the manager, or null before the first call of `instance` and after the end of the host.
     static Manager* instancePtr();
 
+    /// Returns the current theme.
     Theme getTheme() const { return m_enTheme; }
 
 Q_SIGNALS:

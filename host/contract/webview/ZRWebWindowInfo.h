@@ -11,9 +11,12 @@ namespace webview {
 /// The requested appearance of a web window, passed as `extra` of core::urlhandler::DispatchUrl. With default values
 /// the host chooses. A host that opens links in the system's browser ignores it.
 struct ZRWebWindowInfo {
-    QPointer<QWidget> parent;  // null: the main window
-    QSize size;                // pixels; invalid: the host's
-    QSize minimumSize;         // pixels; invalid: the host's
+    /// Null: the main window.
+    QPointer<QWidget> parent;
+    /// Pixels; invalid: the host's.
+    QSize size;
+    /// Pixels; invalid: the host's.
+    QSize minimumSize;
 };
 
 }  // namespace webview

@@ -22,28 +22,35 @@ enum HttpWorkPool : int {
 struct HttpReqInfo {
     HttpMethod m_enMethod = kHttpGet;
     std::string m_strUrl;
-    std::string m_strBody;  // of a POST; sent as JSON
+    /// The body of a POST, sent as JSON.
+    std::string m_strBody;
     std::map<std::string, std::vector<std::string>> m_mapHeader;
-    std::map<std::string, std::vector<std::string>> m_mapQuery;  // percent-encoded and appended to the URL
-    int m_nTimeoutSeconds = 10;                                  // for the whole exchange
+    /// Query items, percent-encoded and appended to the URL.
+    std::map<std::string, std::vector<std::string>> m_mapQuery;
+    /// The time limit of the whole exchange.
+    int m_nTimeoutSeconds = 10;
 };
 
 /// The result of an exchange. Every value except kHttpOk means that no complete answer was received.
 enum HttpResult : int {
-    kHttpOk = 0,  // an answer was received, with any status
+    /// An answer was received, with any status.
+    kHttpOk = 0,
     kHttpBadRequest = 1,
     kHttpNoConnection = 2,
     kHttpTimedOut = 3,
     kHttpTooLarge = 4,
     kHttpCut = 5,
-    kHttpRedirected = 6,  // to another origin; it was not followed
+    /// A redirect to another origin, which was not followed.
+    kHttpRedirected = 6,
 };
 
 /// An answer, or the reason why there is none.
 struct HttpRspInfo {
     int m_nResult = kHttpOk;
-    int m_nHttpStatusCode = 0;  // 0 without an answer
-    std::string m_strBody;      // at most 8 MiB; empty with a result other than kHttpOk
+    /// 0 without an answer.
+    int m_nHttpStatusCode = 0;
+    /// At most 8 MiB; empty with a result other than kHttpOk.
+    std::string m_strBody;
 };
 
 namespace core {
