@@ -63,24 +63,26 @@ public:
         return {texts::kHttpWaiting, texts::kHttpAnswered, texts::kHttpFailed};
     }
 
-    bool Takes(const Seen& seen) const override { return std::holds_alternative<HttpSeen>(seen.what); }
-    int Kind(const Seen& seen) const override { return int(std::get<HttpSeen>(seen.what).kind); }
-    bool IsBad(const Seen& seen) const override {
-        const auto& call = std::get<HttpSeen>(seen.what);
-        return IsRefused(call) || call.kind == HttpSeen::EnKind::Failed || call.status >= kFirstBadStatus ||
+    bool Takes(const TraceEvent& seen) const override { return std::holds_alternative<HttpTrace>(seen.what); }
+    int Kind(const TraceEvent& seen) const override { return int(std::get<HttpTrace>(seen.what).kind); }
+    bool IsBad(const TraceEvent& seen) const override {
+        const auto& call = std::get<HttpTrace>(seen.what);
+        return IsRefused(call) || call.kind == HttpTrace::EnKind::Failed || call.status >= kFirstBadStatus ||
                !call.refusal.empty();
     }
 
     // A call that was never started has no task, and no end.
-    std::optional<uint64_t> Exchange(const Seen& seen) const override {
-        const auto& call = std::get<HttpSeen>(seen.what);
+    std::optional<uint64_t> Exchange(const TraceEvent& seen) const override {
+        const auto& call = std::get<HttpTrace>(seen.what);
         return call.task == 0 ? std::nullopt
                               : std::make_optional(uint64_t(call.task) | (call.isPicture ? kPictures : 0));
     }
-    bool IsEnd(const Seen& seen) const override { return std::get<HttpSeen>(seen.what).kind != HttpSeen::EnKind::Sent; }
+    bool IsEnd(const TraceEvent& seen) const override {
+        return std::get<HttpTrace>(seen.what).kind != HttpTrace::EnKind::Sent;
+    }
 
-    QStringList Cells(const Seen& seen) const override {
-        const auto& call = std::get<HttpSeen>(seen.what);
+    QStringList Cells(const TraceEvent& seen) const override {
+        const auto& call = std::get<HttpTrace>(seen.what);
         const bool isEnd = IsEnd(seen);
         return {call.isPost ? QStringLiteral("POST") : QStringLiteral("GET"),
                 QUrl(QString::fromStdString(call.url)).path(),
@@ -91,8 +93,8 @@ public:
                 isEnd ? QString::number(call.bodyBytes) : QString()};
     }
 
-    std::vector<FieldNode> Detail(const Seen& seen) const override {
-        const auto& call = std::get<HttpSeen>(seen.what);
+    std::vector<FieldNode> Detail(const TraceEvent& seen) const override {
+        const auto& call = std::get<HttpTrace>(seen.what);
         std::vector<FieldNode> fields{Node(Tr(texts::kUrlAddress), QString::fromStdString(call.url)),
                                       Node(Tr(texts::kSeenWhat), Outcome(call))};
         if (call.isPicture) {
@@ -122,22 +124,22 @@ public:
     }
 
 private:
-    static bool IsRefused(const HttpSeen& call) { return call.kind == HttpSeen::EnKind::Sent && call.task == 0; }
+    static bool IsRefused(const HttpTrace& call) { return call.kind == HttpTrace::EnKind::Sent && call.task == 0; }
 
-    static QString Outcome(const HttpSeen& call) {
+    static QString Outcome(const HttpTrace& call) {
         switch (call.kind) {
-            case HttpSeen::EnKind::Sent:
+            case HttpTrace::EnKind::Sent:
                 return Tr(IsRefused(call) ? texts::kHttpNotStarted : texts::kHttpWaiting);
-            case HttpSeen::EnKind::Answered:
+            case HttpTrace::EnKind::Answered:
                 return Answer(call);
-            case HttpSeen::EnKind::Failed:
+            case HttpTrace::EnKind::Failed:
                 break;
         }
         return QStringLiteral("%1 (%2)").arg(Tr(ResultText(call.result))).arg(call.result);
     }
 
     // The status, if anybody was asked at all.
-    static QString Answer(const HttpSeen& call) {
+    static QString Answer(const HttpTrace& call) {
         const QString status = call.status == 0 ? QString() : QString::number(call.status);
         if (!call.fromCache) {
             return status;
@@ -158,13 +160,13 @@ public:
         return {texts::kReportEvent, texts::kReportStarted, texts::kReportEnded};
     }
 
-    bool Takes(const Seen& seen) const override { return std::holds_alternative<ReportSeen>(seen.what); }
-    int Kind(const Seen& seen) const override { return int(std::get<ReportSeen>(seen.what).kind); }
-    bool IsBad(const Seen& seen) const override { return !std::get<ReportSeen>(seen.what).taken; }
+    bool Takes(const TraceEvent& seen) const override { return std::holds_alternative<ReportTrace>(seen.what); }
+    int Kind(const TraceEvent& seen) const override { return int(std::get<ReportTrace>(seen.what).kind); }
+    bool IsBad(const TraceEvent& seen) const override { return !std::get<ReportTrace>(seen.what).taken; }
 
-    QStringList Cells(const Seen& seen) const override {
-        const auto& report = std::get<ReportSeen>(seen.what);
-        const bool isStart = report.kind == ReportSeen::EnKind::TimerStarted;
+    QStringList Cells(const TraceEvent& seen) const override {
+        const auto& report = std::get<ReportTrace>(seen.what);
+        const bool isStart = report.kind == ReportTrace::EnKind::TimerStarted;
         return {Tr(Kinds()[size_t(Kind(seen))]),
                 QString::fromStdString(report.event),
                 isStart ? QString() : QString::number(report.code),
@@ -174,13 +176,13 @@ public:
                 isStart ? QString() : QString::fromStdString(report.params)};
     }
 
-    std::vector<FieldNode> Detail(const Seen& seen) const override {
-        const auto& report = std::get<ReportSeen>(seen.what);
+    std::vector<FieldNode> Detail(const TraceEvent& seen) const override {
+        const auto& report = std::get<ReportTrace>(seen.what);
         std::vector<FieldNode> fields{Node(Tr(texts::kReportEvent), QString::fromStdString(report.event))};
         if (!report.timer.empty()) {
             fields.push_back(Node(Tr(texts::kReportHandle), QString::fromStdString(report.timer)));
         }
-        if (report.kind == ReportSeen::EnKind::TimerStarted) {
+        if (report.kind == ReportTrace::EnKind::TimerStarted) {
             return fields;
         }
         fields.push_back(Node(Tr(texts::kReportCode), QString::number(report.code)));

@@ -20,7 +20,7 @@ constexpr int kTickMs = 500;
 
 }  // namespace
 
-CClockPanel::CClockPanel(IServerAsk& server, QWidget* parent)
+CClockPanel::CClockPanel(IControlClient& server, QWidget* parent)
     : QWidget(parent),
       m_server(server),
       m_pOffset(new QLineEdit(QStringLiteral("0"), this)),

@@ -3,7 +3,7 @@
 #include <QTimer>
 #include <QWidget>
 
-#include "ServerControl.h"
+#include "workbench/ControlClient.h"
 
 class QLabel;
 class QLineEdit;
@@ -11,7 +11,7 @@ class QLineEdit;
 /// The server's clock: what it shows, and how far it is put off the local one. `server` must outlive it.
 class CClockPanel : public QWidget {
 public:
-    explicit CClockPanel(IServerAsk& server, QWidget* parent = nullptr);
+    explicit CClockPanel(IControlClient& server, QWidget* parent = nullptr);
 
     /// The offset that is in force, as the server told last.
     qint64 Offset() const { return m_nOffset; }
@@ -26,7 +26,7 @@ private:
     void ShowTime();
     void Say(const QString& words, bool good);
 
-    IServerAsk& m_server;
+    IControlClient& m_server;
     QTimer m_tick;
     qint64 m_nOffset = 0;
     QLineEdit* m_pOffset;

@@ -54,7 +54,7 @@ CEntryTable::CEntryTable(const CAIChatEntries& entries, QWidget* parent)
         }
     }
     connect(&entries, &CAIChatEntries::Changed, this, &CEntryTable::ShowStates);
-    theme::Keep(this, [this] { ShowStates(); });
+    theme::OnThemeChange(this, [this] { ShowStates(); });
     texts::Keep(this, [this] {
         setHorizontalHeaderLabels({texts::Tr(texts::kScene), texts::Tr(texts::kPage), texts::Tr(texts::kState)});
         for (int column = 0; column < kColumnCount; ++column) {

@@ -62,7 +62,7 @@ QLabel* NewTitle(texts::EnText text, QWidget* parent) {
 
 }  // namespace
 
-CFaultPanel::CFaultPanel(IServerAsk& server, QWidget* parent)
+CFaultPanel::CFaultPanel(IControlClient& server, QWidget* parent)
     : QWidget(parent),
       m_server(server),
       m_pCommand(New<QComboBox>("FaultCommand", this)),
@@ -198,7 +198,8 @@ void CFaultPanel::Set() {
     }
 }
 
-void CFaultPanel::SetFault(uint32_t command, const std::optional<Json::Value>& fault, IServerAsk::Answered answered) {
+void CFaultPanel::SetFault(uint32_t command, const std::optional<Json::Value>& fault,
+                           IControlClient::Answered answered) {
     const QByteArray body = fault ? Written(*fault).toUtf8() : QByteArray();
     m_server.Ask(fault ? "PUT" : "DELETE", QStringLiteral("/v1/faults/%1").arg(command), body, this,
                  [this, command, fault, answered = std::move(answered)](const ServerAnswer& answer) {

@@ -5,7 +5,7 @@
 #include <QWidget>
 #include <optional>
 
-#include "ServerControl.h"
+#include "workbench/ControlClient.h"
 
 class QComboBox;
 class QGridLayout;
@@ -19,11 +19,11 @@ class CFaultPanel : public QWidget {
 public:
     enum class EnFault { Error, Delay, Garbage, WrongCommand, Frame, Copies, Silent, Drop };
 
-    explicit CFaultPanel(IServerAsk& server, QWidget* parent = nullptr);
+    explicit CFaultPanel(IControlClient& server, QWidget* parent = nullptr);
 
     /// Sets the fault of one command, or takes it away, and leaves those of the others as they are. `answered`
     /// runs once, later, unless this is gone by then.
-    void SetFault(uint32_t command, const std::optional<Json::Value>& fault, IServerAsk::Answered answered);
+    void SetFault(uint32_t command, const std::optional<Json::Value>& fault, IControlClient::Answered answered);
 
     /// A server that is new has no faults.
     void ForgetFaults();
@@ -40,7 +40,7 @@ private:
     std::optional<Json::Value> FaultAsked();
     void Say(const QString& words, bool good);
 
-    IServerAsk& m_server;
+    IControlClient& m_server;
     Json::Value m_faults{Json::objectValue};  // as the server took them
     QComboBox* m_pCommand;
     QComboBox* m_pFault;

@@ -1,13 +1,13 @@
 #include "workbench/LogModel.h"
 
 #include "Theme.h"
-#include "log/LogText.h"
+#include "framework/LogText.h"
 #include "workbench/ReadableBytes.h"
 
 namespace {
 
 QString Escaped(const QString& text) {
-    return QString::fromStdString(EscapedLogText(text));
+    return QString::fromStdString(host::EscapedLogText(text));
 }
 
 QString PlaceOf(const LogRecord& record) {
@@ -28,7 +28,7 @@ texts::EnText SeverityName(ZRLogType severity) {
 }  // namespace
 
 CLogModel::CLogModel(QObject* parent) : CEntryRows(kMaxLines, kMaxLines, parent) {
-    theme::Keep(this, [this] { ShowAnew(); });
+    theme::OnThemeChange(this, [this] { ShowAnew(); });
     texts::Keep(this, [this] { ShowAnew(); });
 }
 

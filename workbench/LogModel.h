@@ -1,6 +1,6 @@
 #pragma once
 
-#include "log/FileLog.h"
+#include "framework/ILogSource.h"
 #include "workbench/EntryModel.h"
 
 /// A line as the log view shows it.

@@ -27,7 +27,7 @@ QByteArray Written(const Json::Value& value) {
 
 }  // namespace
 
-CScenePanel::CScenePanel(IServerAsk& server, QWidget* parent)
+CScenePanel::CScenePanel(IControlClient& server, QWidget* parent)
     : QWidget(parent),
       m_server(server),
       m_pTable(new QTableWidget(0, kColumnCount, this)),

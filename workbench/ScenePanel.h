@@ -4,7 +4,7 @@
 
 #include <QWidget>
 
-#include "ServerControl.h"
+#include "workbench/ControlClient.h"
 
 class QLabel;
 class QTableWidget;
@@ -13,7 +13,7 @@ class QTableWidget;
 /// `server` must outlive it.
 class CScenePanel : public QWidget {
 public:
-    explicit CScenePanel(IServerAsk& server, QWidget* parent = nullptr);
+    explicit CScenePanel(IControlClient& server, QWidget* parent = nullptr);
 
     /// Reads that user's entries from the server; 0 is nobody.
     void ShowUser(quint64 userId);
@@ -30,7 +30,7 @@ private:
     void ShowTexts();
     class QPushButton* NewButton(const char* name, unsigned int text);
 
-    IServerAsk& m_server;
+    IControlClient& m_server;
     quint64 m_nUser = 0;
     Json::Value m_aiChat;                // as the server has it
     std::vector<Json::Value> m_entries;  // beside the rows, with what the table does not show

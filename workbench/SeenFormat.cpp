@@ -27,37 +27,37 @@ public:
                 texts::kBusMessage};
     }
 
-    bool Takes(const Seen& seen) const override {
-        return std::holds_alternative<CommandSeen>(seen.what) || std::holds_alternative<MessageSeen>(seen.what);
+    bool Takes(const TraceEvent& seen) const override {
+        return std::holds_alternative<CommandTrace>(seen.what) || std::holds_alternative<MessageTrace>(seen.what);
     }
 
-    int Kind(const Seen& seen) const override {
-        const auto* command = std::get_if<CommandSeen>(&seen.what);
+    int Kind(const TraceEvent& seen) const override {
+        const auto* command = std::get_if<CommandTrace>(&seen.what);
         return command ? int(command->kind) : 4;
     }
 
-    bool IsBad(const Seen& seen) const override {
-        const auto* command = std::get_if<CommandSeen>(&seen.what);
+    bool IsBad(const TraceEvent& seen) const override {
+        const auto* command = std::get_if<CommandTrace>(&seen.what);
         return command && command->error != 0;
     }
 
-    QStringList Cells(const Seen& seen) const override {
+    QStringList Cells(const TraceEvent& seen) const override {
         const QString kind = Tr(Kinds()[size_t(Kind(seen))]);
-        if (const auto* message = std::get_if<MessageSeen>(&seen.what)) {
+        if (const auto* message = std::get_if<MessageTrace>(&seen.what)) {
             return {kind, QString::number(message->id), wire::MessageName(message->id), {}, {}, {}, {}};
         }
-        const auto& command = std::get<CommandSeen>(seen.what);
+        const auto& command = std::get<CommandTrace>(seen.what);
         return {kind,
                 QString::number(command.command),
                 wire::CommandName(command.command),
                 command.session == 0 ? QString() : QString::number(command.session),
-                command.kind == CommandSeen::EnKind::Sent ? QString() : QString::number(command.error),
+                command.kind == CommandTrace::EnKind::Sent ? QString() : QString::number(command.error),
                 QString::number(command.body.size()),
                 command.durationMs < 0 ? QString() : QString::number(command.durationMs)};
     }
 
-    std::vector<FieldNode> Detail(const Seen& seen) const override {
-        if (const auto* message = std::get_if<MessageSeen>(&seen.what)) {
+    std::vector<FieldNode> Detail(const TraceEvent& seen) const override {
+        if (const auto* message = std::get_if<MessageTrace>(&seen.what)) {
             std::vector<FieldNode> fields{Node(QStringLiteral("wParam"), QString::number(message->wParam))};
             if (message->hasBody) {
                 fields.push_back(Node(QStringLiteral("p1"), QString::number(message->p1)));
@@ -69,7 +69,7 @@ public:
             }
             return fields;
         }
-        const auto& command = std::get<CommandSeen>(seen.what);
+        const auto& command = std::get<CommandTrace>(seen.what);
         const char* type = TypeOf(command);
         std::vector<FieldNode> fields = m_decoder.Decode(type ? type : "", command.body);
         return type ? std::vector<FieldNode>{{QString::fromLatin1(type), QString(), {}, std::move(fields)}} : fields;
@@ -77,18 +77,18 @@ public:
 
 private:
     // By the number that was asked for: a reply that bears another is read as what it should have been.
-    static const char* TypeOf(const CommandSeen& seen) {
+    static const char* TypeOf(const CommandTrace& seen) {
         const wire::Command* command = wire::Find(seen.asked);
         if (!command) {
             return nullptr;
         }
         switch (seen.kind) {
-            case CommandSeen::EnKind::Sent:
+            case CommandTrace::EnKind::Sent:
                 return command->request;
-            case CommandSeen::EnKind::Pushed:
+            case CommandTrace::EnKind::Pushed:
                 return command->push;
-            case CommandSeen::EnKind::Replied:
-            case CommandSeen::EnKind::Failed:
+            case CommandTrace::EnKind::Replied:
+            case CommandTrace::EnKind::Failed:
                 break;
         }
         return command->reply;
@@ -107,17 +107,17 @@ public:
     std::vector<int> Widths() const override { return {80, 46, 70, 126, 46, 84, 60}; }
     std::vector<texts::EnText> Kinds() const override { return {texts::kStoreRead, texts::kStoreSave}; }
 
-    bool Takes(const Seen& seen) const override { return std::holds_alternative<StoreSeen>(seen.what); }
-    int Kind(const Seen& seen) const override { return std::get<StoreSeen>(seen.what).isSave ? 1 : 0; }
+    bool Takes(const TraceEvent& seen) const override { return std::holds_alternative<StoreTrace>(seen.what); }
+    int Kind(const TraceEvent& seen) const override { return std::get<StoreTrace>(seen.what).isSave ? 1 : 0; }
 
     // A key that is not there is a matter of course; a save that is refused is not.
-    bool IsBad(const Seen& seen) const override {
-        const auto& store = std::get<StoreSeen>(seen.what);
+    bool IsBad(const TraceEvent& seen) const override {
+        const auto& store = std::get<StoreTrace>(seen.what);
         return store.isSave && !store.succeeded;
     }
 
-    QStringList Cells(const Seen& seen) const override {
-        const auto& store = std::get<StoreSeen>(seen.what);
+    QStringList Cells(const TraceEvent& seen) const override {
+        const auto& store = std::get<StoreTrace>(seen.what);
         return {Tr(Kinds()[size_t(Kind(seen))]),
                 store.owner ? QString::number(*store.owner) : Tr(texts::kInstallation),
                 QString::fromStdString(store.key),
@@ -128,8 +128,8 @@ public:
                 readable::Text(store.value).left(80).simplified()};
     }
 
-    std::vector<FieldNode> Detail(const Seen& seen) const override {
-        const auto& store = std::get<StoreSeen>(seen.what);
+    std::vector<FieldNode> Detail(const TraceEvent& seen) const override {
+        const auto& store = std::get<StoreTrace>(seen.what);
         return {Node(Tr(texts::kKey), QString::fromStdString(store.key)), BytesField(Tr(texts::kValue), store.value)};
     }
 };
@@ -143,17 +143,17 @@ public:
     std::vector<int> Widths() const override { return {84, 70, 230, 120}; }
     std::vector<texts::EnText> Kinds() const override { return {texts::kUrlOpened, texts::kResultRefused}; }
 
-    bool Takes(const Seen& seen) const override { return std::holds_alternative<UrlSeen>(seen.what); }
-    int Kind(const Seen& seen) const override { return IsBad(seen) ? 1 : 0; }
-    bool IsBad(const Seen& seen) const override { return !std::get<UrlSeen>(seen.what).refusal.isEmpty(); }
+    bool Takes(const TraceEvent& seen) const override { return std::holds_alternative<UrlTrace>(seen.what); }
+    int Kind(const TraceEvent& seen) const override { return IsBad(seen) ? 1 : 0; }
+    bool IsBad(const TraceEvent& seen) const override { return !std::get<UrlTrace>(seen.what).refusal.isEmpty(); }
 
-    QStringList Cells(const Seen& seen) const override {
-        const auto& url = std::get<UrlSeen>(seen.what);
+    QStringList Cells(const TraceEvent& seen) const override {
+        const auto& url = std::get<UrlTrace>(seen.what);
         return {Tr(Kinds()[size_t(Kind(seen))]), url.url, url.refusal};
     }
 
-    std::vector<FieldNode> Detail(const Seen& seen) const override {
-        const auto& url = std::get<UrlSeen>(seen.what);
+    std::vector<FieldNode> Detail(const TraceEvent& seen) const override {
+        const auto& url = std::get<UrlTrace>(seen.what);
         return {Node(Tr(texts::kUrlAddress), url.url), Node(Tr(texts::kReason), url.refusal),
                 Node(QStringLiteral("BusinessType"), QString::number(url.businessType)),
                 Node(QStringLiteral("FallbackMode"), QString::number(url.fallbackMode))};

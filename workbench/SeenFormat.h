@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "ClientTexts.h"
-#include "observe/Seen.h"
+#include "tracing/TraceEvent.h"
 #include "workbench/FieldNode.h"
 
 class CWireDecoder;
@@ -24,16 +24,16 @@ public:
     /// What the rows are told apart by; Kind gives an index into it.
     virtual std::vector<texts::EnText> Kinds() const = 0;
 
-    virtual bool Takes(const Seen& seen) const = 0;
+    virtual bool Takes(const TraceEvent& seen) const = 0;
     /// What a beginning and its end share: they are one row, which shows the end once that is there. Nothing for
     /// what stands alone.
-    virtual std::optional<uint64_t> Exchange(const Seen& /*seen*/) const { return std::nullopt; }
-    virtual bool IsEnd(const Seen& /*seen*/) const { return false; }
-    virtual int Kind(const Seen& seen) const = 0;
-    virtual bool IsBad(const Seen& seen) const = 0;
+    virtual std::optional<uint64_t> Exchange(const TraceEvent& /*seen*/) const { return std::nullopt; }
+    virtual bool IsEnd(const TraceEvent& /*seen*/) const { return false; }
+    virtual int Kind(const TraceEvent& seen) const = 0;
+    virtual bool IsBad(const TraceEvent& seen) const = 0;
     /// One cell for each title after the first, which is the time.
-    virtual QStringList Cells(const Seen& seen) const = 0;
-    virtual std::vector<FieldNode> Detail(const Seen& seen) const = 0;
+    virtual QStringList Cells(const TraceEvent& seen) const = 0;
+    virtual std::vector<FieldNode> Detail(const TraceEvent& seen) const = 0;
 };
 
 std::unique_ptr<ISeenFormat> NewTrafficFormat(const CWireDecoder& decoder);

@@ -12,7 +12,7 @@ CSeenModel::CSeenModel(std::unique_ptr<ISeenFormat> format, QObject* parent)
         m_begun.clear();
         m_ends.clear();
     });
-    theme::Keep(this, [this] { ShowAnew(); });
+    theme::OnThemeChange(this, [this] { ShowAnew(); });
     texts::Keep(this, [this] {
         for (SeenRow& row : Rows()) {
             row.cells = m_format->Cells(row.seen);
@@ -21,7 +21,7 @@ CSeenModel::CSeenModel(std::unique_ptr<ISeenFormat> format, QObject* parent)
     });
 }
 
-void CSeenModel::Add(const Seen& seen) {
+void CSeenModel::Add(const TraceEvent& seen) {
     if (!m_format->Takes(seen)) {
         return;
     }
@@ -64,7 +64,7 @@ void CSeenModel::Amend(bool allShown) {
     }
 }
 
-SeenRow CSeenModel::Read(Seen seen) const {
+SeenRow CSeenModel::Read(TraceEvent seen) const {
     QStringList cells = m_format->Cells(seen);
     return {std::move(seen), std::move(cells)};
 }

@@ -7,12 +7,12 @@
 
 /// As it is shown: a cell for each column after the time.
 struct SeenRow {
-    Seen seen;
+    TraceEvent seen;
     QStringList cells;
 };
 
 /// What was seen of one kind, the youngest as many as its format keeps. Main thread.
-class CSeenModel final : public CEntryRows<Seen, SeenRow> {
+class CSeenModel final : public CEntryRows<TraceEvent, SeenRow> {
     Q_OBJECT
 
 public:
@@ -23,16 +23,16 @@ public:
     const ISeenFormat& Format() const { return *m_format; }
 
     /// Takes what its format takes, and of that what is younger than the last it took.
-    void Add(const Seen& seen);
+    void Add(const TraceEvent& seen);
 
-    const Seen& At(int row) const { return RowAt(row).seen; }
+    const TraceEvent& At(int row) const { return RowAt(row).seen; }
     QString TimeAt(int row) const;
     const QStringList& CellsAt(int row) const { return RowAt(row).cells; }
 
     bool Holds(int row, const QString& text) const override;
 
 private:
-    SeenRow Read(Seen seen) const override;
+    SeenRow Read(TraceEvent seen) const override;
     std::vector<texts::EnText> Titles() const override { return m_format->Titles(); }
     QString Cell(int row, int column) const override;
     bool IsBad(int row) const override { return m_format->IsBad(At(row)); }
@@ -40,8 +40,8 @@ private:
     void Amend(bool allShown) override;
 
     const std::unique_ptr<ISeenFormat> m_format;
-    std::map<uint64_t, uint64_t> m_begun;  // exchanges without an end, and the number of what began them
-    std::map<uint64_t, Seen> m_ends;       // by the number of what began them
+    std::map<uint64_t, uint64_t> m_begun;   // exchanges without an end, and the number of what began them
+    std::map<uint64_t, TraceEvent> m_ends;  // by the number of what began them
 };
 
 /// The rows that a view is asked to show. Main thread.

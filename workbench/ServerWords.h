@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ClientTexts.h"
-#include "ServerControl.h"
+#include "workbench/ControlClient.h"
 
 /// A failed answer of the server, for a person.
 inline QString WordsOf(const ServerAnswer& answer) {

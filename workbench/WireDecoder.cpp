@@ -10,6 +10,11 @@
 #include "ClientTexts.h"
 #include "framework/HostLog.h"
 
+// The macro declares a function of the global namespace.
+static void LoadResources() {
+    Q_INIT_RESOURCE(schemas);
+}
+
 namespace {
 
 using google::protobuf::Descriptor;
@@ -119,6 +124,7 @@ struct CWireDecoder::Schemas {
 };
 
 CWireDecoder::CWireDecoder() : m_schemas(std::make_unique<Schemas>()) {
+    LoadResources();
     QFile file(QStringLiteral(":/schemas/schemas.desc"));
     google::protobuf::FileDescriptorSet set;
     if (!file.open(QIODevice::ReadOnly) || !set.ParseFromString(file.readAll().toStdString())) {

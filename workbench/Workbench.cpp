@@ -95,7 +95,7 @@ qint64 ToServer(qint64 localMs) {
 
 }  // namespace
 
-CWorkbench::CWorkbench(CAIChatEntries& entries, const CPremiumRights& rights, IServerAsk& server, QWidget* parent)
+CWorkbench::CWorkbench(CAIChatEntries& entries, const CPremiumRights& rights, IControlClient& server, QWidget* parent)
     : QWidget(parent),
       m_entries(entries),
       m_pUser(NewCombo("WorkbenchUser", this)),
@@ -134,7 +134,7 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, const CPremiumRights& rights, IS
         texts::Keep(tab, [this, index, title] { m_pTabs->setTabText(index, texts::Tr(title)); });
     };
     addTab(NewSessionTab(), texts::kTabSession);
-    const auto setFault = [this](uint32_t command, const auto& fault, IServerAsk::Answered answered) {
+    const auto setFault = [this](uint32_t command, const auto& fault, IControlClient::Answered answered) {
         m_pFaults->SetFault(command, fault, std::move(answered));
     };
     addTab(new CRightsTab(rights, *m_pBoard, m_decoder, server, setFault, PagesOf(m_pTabs)), texts::kTabRights);
@@ -157,7 +157,7 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, const CPremiumRights& rights, IS
         ShowOverride();
         ShowEditionTexts();
     });
-    theme::Keep(this, [this] { ShowTheme(); });
+    theme::OnThemeChange(this, [this] { ShowTheme(); });
 }
 
 QWidget* CWorkbench::NewSessionTab() {
@@ -270,7 +270,7 @@ void CWorkbench::Export() {
     m_pExportNote->show();
 }
 
-void CWorkbench::Take(const Seen& seen) {
+void CWorkbench::Take(const TraceEvent& seen) {
     m_pTraffic->Model().Add(seen);
     m_pHttp->Model().Add(seen);
     m_pReports->Model().Add(seen);
@@ -284,11 +284,6 @@ void CWorkbench::TakeLine(const LogEntry& entry) {
     Log().Add(entry);
     m_pBoard->TakeLine(entry);
     m_pAds->TakeLine(entry);
-}
-
-bool CWorkbench::IsSettled() const {
-    return m_pLog->Model().IsSettled() && m_pTraffic->Model().IsSettled() && m_pHttp->Model().IsSettled() &&
-           m_pReports->Model().IsSettled() && m_pStore->Model().IsSettled() && m_pUrls->Model().IsSettled();
 }
 
 void CWorkbench::AddUserRow(QGridLayout* grid) {

@@ -2,9 +2,10 @@
 
 #include <QWidget>
 
-#include "ServerControl.h"
-#include "observe/Seen.h"
+#include "ISessionControl.h"
+#include "tracing/TraceEvent.h"
 #include "workbench/Aliases.h"
+#include "workbench/ControlClient.h"
 #include "workbench/LogView.h"
 #include "workbench/WireDecoder.h"
 
@@ -32,7 +33,8 @@ class CWorkbench : public QWidget {
     Q_OBJECT
 
 public:
-    CWorkbench(CAIChatEntries& entries, const CPremiumRights& rights, IServerAsk& server, QWidget* parent = nullptr);
+    CWorkbench(CAIChatEntries& entries, const CPremiumRights& rights, IControlClient& server,
+               QWidget* parent = nullptr);
 
     /// `current` is 0 if nobody is logged in. The choice in the list stays where it can.
     void ShowUsers(const std::vector<ServerUser>& users, quint64 current);
@@ -43,7 +45,7 @@ public:
     void ForgetServer();
 
     /// Takes what was seen; each view keeps what is its own.
-    void Take(const Seen& seen);
+    void Take(const TraceEvent& seen);
     /// Takes a line of the log, in the same way.
     void TakeLine(const LogEntry& entry);
 
@@ -56,8 +58,6 @@ public:
     /// Writes what is seen to the file. Returns why it could not; empty if it could.
     QString ExportTo(const QString& path) const;
 
-    /// Whether all that was taken is shown.
-    bool IsSettled() const;
     CLogModel& Log() { return m_pLog->Model(); }
 
 Q_SIGNALS:

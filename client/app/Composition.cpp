@@ -17,13 +17,7 @@ namespace {
 
 constexpr host::HostLog kLog("Client");
 
-QString InDataDir(const COptions& options, const char* name) {
-    const QDir folder(options.dataDir);
-    folder.mkpath(QStringLiteral("."));
-    return folder.absoluteFilePath(QString::fromLatin1(name));
-}
-
-// What is posted may delete later, and what is deleted may post: until there is nothing, or for ever is near.
+// Posted tasks can delete objects later, and deleted objects can post: repeats until nothing is pending, up to a limit.
 void Drain() {
     for (int round = 0; round < 100; ++round) {
         const bool busy = QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents);
@@ -38,7 +32,7 @@ QUrl Loopback(const char* scheme, quint16 port) {
     return QUrl(QStringLiteral("%1://127.0.0.1:%2").arg(QString::fromLatin1(scheme)).arg(port));
 }
 
-// A status outlives a change of the language, so it is kept as its text's id and values.
+// The status is kept as text id and values, because the language can change while it is shown.
 std::function<QString()> Words(texts::EnText id, const QStringList& values = {}) {
     return [id, values] {
         QString words = texts::Tr(id);
@@ -51,7 +45,7 @@ std::function<QString()> Words(texts::EnText id, const QStringList& values = {})
     };
 }
 
-// Empty while the store takes saves.
+// Returns an empty text while the store accepts saves.
 QString WordsOf(EnStoreTrouble trouble) {
     switch (trouble) {
         case EnStoreTrouble::kNone:
@@ -72,41 +66,44 @@ QString WordsOf(EnStoreTrouble trouble) {
 
 }  // namespace
 
-CComposition::CEarlyLog::CEarlyLog(CFileLog& log) {
-    host::Ports ports;
-    ports.log = &log;
-    host::Install(ports);
-}
-
-CComposition::CComposition(const COptions& options)
+CComposition::CComposition(const COptions& options, CFileLog& log)
     : m_options(options),
-      m_log(InDataDir(options, "client.log")),
-      m_earlyLog(m_log),
+      m_log(log),
       m_bus(m_poster),
-      m_observedBus(m_bus, m_observation, [this](unsigned int message) { return m_bus.SubscriptionCount(message); }),
-      m_store(InDataDir(options, "client.sqlite")),
-      m_observedStore(m_store, m_observation),
-      m_theme(m_observedStore),
-      m_environment(m_observedStore, {options.release, options.velora}),
+      m_busRecorder(m_bus, m_traceLog, [this](unsigned int message) { return m_bus.SubscriptionCount(message); }),
+      m_store(options.DataFile("client.sqlite")),
+      m_storeRecorder(m_store, m_traceLog),
+      m_theme(m_storeRecorder),
+      m_environment(m_storeRecorder, {options.release, options.velora}),
       m_language(options.language),
-      m_commonConfig(m_observedStore),
+      m_commonConfig(m_storeRecorder),
       m_channel(m_poster, m_random),
-      m_observedChannel(m_channel, m_observation),
+      m_channelRecorder(m_channel, m_traceLog),
       m_session(m_channel),
       m_urls(m_environment),
       m_http(m_poster, m_environment),
-      m_observedHttp(m_http, m_observation),
-      m_pictures(m_environment, InDataDir(options, "pictures")),
-      m_reports(InDataDir(options, "reports.sqlite"),
+      m_httpRecorder(m_http, m_traceLog),
+      m_pictures(m_environment, options.DataFile("pictures")),
+      m_reports(options.DataFile("reports.sqlite"),
                 {m_http, m_domains, m_clock, m_random, m_poster, m_environment.DeviceId()}),
-      m_observedReports(m_reports, m_observation),
+      m_reportsRecorder(m_reports, m_traceLog),
       m_server(options.serverBinary, options.scenario) {
+    InstallPorts();
+    m_theme.Begin(options.theme);
+    if (options.server.isEmpty()) {
+        m_fnStatus = Words(texts::kServerStarts);
+    }
+    ConnectServices();
+    ConnectSession();
+}
+
+void CComposition::InstallPorts() {
     host::Ports ports;
     ports.log = &m_log;
     ports.poster = &m_poster;
-    ports.bus = &m_observedBus;
-    ports.channel = &m_observedChannel;
-    ports.store = &m_observedStore;
+    ports.bus = &m_busRecorder;
+    ports.channel = &m_channelRecorder;
+    ports.store = &m_storeRecorder;
     ports.commonConfig = &m_commonConfig;
     ports.account = &m_session;
     ports.environment = &m_environment;
@@ -114,23 +111,21 @@ CComposition::CComposition(const COptions& options)
     ports.clock = &m_clock;
     ports.random = &m_random;
     ports.urls = &m_urls;
-    ports.http = &m_observedHttp;
-    ports.reports = &m_observedReports;
+    ports.http = &m_httpRecorder;
+    ports.reports = &m_reportsRecorder;
     ports.domains = &m_domains;
     ports.slots = &m_slots;
     ports.pictures = &m_pictures;
     host::Install(ports);
-    m_theme.Begin(options.theme);
-    if (options.server.isEmpty()) {
-        m_fnStatus = Words(texts::kServerStarts);
-    }
+}
 
+void CComposition::ConnectServices() {
     m_urls.SetWebHandler([this](const QUrl& url) { return OpenWeb(url); });
     connect(&m_urls, &CUrlOpener::Dispatched, this, [this](const UrlRequest& request, const QString& reason) {
-        m_observation.Report(UrlSeen{request.url, reason, request.businessType, request.fallbackMode});
+        m_traceLog.Record(UrlTrace{request.url, reason, request.businessType, request.fallbackMode});
     });
 
-    connect(&m_store, &CSqliteStore::TroubleChanged, this, &CComposition::TellStatus);
+    connect(&m_store, &CSqliteStore::TroubleChanged, this, &CComposition::EmitStatus);
     connect(&m_channel, &CWebSocketChannel::HostFrameReceived, this, &CComposition::OnHostFrame);
     connect(&m_channel, &CWebSocketChannel::Connected, this, [this] {
         m_reports.SendNow();
@@ -139,16 +134,25 @@ CComposition::CComposition(const COptions& options)
     connect(&m_channel, &CWebSocketChannel::Disconnected, this, [this](const QString& reason, int retryMs) {
         ShowStatus(Words(texts::kNoConnection, {reason, QString::number(retryMs / 1000.0, 'f', 1)}), false);
         if (!m_options.server.isEmpty() && !m_bEnded) {
-            m_control.Refresh();  // a server that was started by hand may come back on another channel port
+            m_control.Refresh();  // the server can restart on another channel port
         }
     });
     connect(&m_domains, &CDomains::Changed, this, [this] { m_reports.SendNow(); });
     connect(&m_commonConfig, &CCommonConfig::Changed, this,
-            [this] { m_observedBus.Send("[Client]", core::kMsgCommonConfigChanged, 0, nullptr); });
+            [this] { m_busRecorder.Send("[Client]", core::kMsgCommonConfigChanged, 0, nullptr); });
+    connect(&m_server, &CServerProcess::Ready, this, &CComposition::OnServerReady);
+    connect(&m_server, &CServerProcess::Lost, this,
+            [this](const QString& reason) { ShowStatus(Words(texts::kServerLost, {reason}), false); });
+    connect(&m_control, &CServerControl::StateReceived, this, &CComposition::OnServerState);
+    connect(&m_control, &CServerControl::Failed, this,
+            [this](const QString& reason) { ShowStatus(Words(texts::kServerSilent, {reason}), false); });
+}
+
+void CComposition::ConnectSession() {
     connect(&m_session, &CLoginSession::LoggedIn, this, &CComposition::OnLoggedIn);
     connect(&m_session, &CLoginSession::Resumed, this, [this] {
         Q_EMIT SessionRenewed();
-        m_observedBus.Send("[Client]", core::kMsgLoginChannelConnected, 0, nullptr);
+        m_busRecorder.Send("[Client]", core::kMsgLoginChannelConnected, 0, nullptr);
     });
     connect(&m_session, &CLoginSession::LoggedOut, this, [this] {
         m_reports.SetUser(0);
@@ -159,12 +163,6 @@ CComposition::CComposition(const COptions& options)
         ShowStatus(Words(texts::kLoginRefused, {QString::number(userId), reason}), false);
         Q_EMIT UserChanged();
     });
-    connect(&m_server, &CServerProcess::Ready, this, &CComposition::OnServerReady);
-    connect(&m_server, &CServerProcess::Lost, this,
-            [this](const QString& reason) { ShowStatus(Words(texts::kServerLost, {reason}), false); });
-    connect(&m_control, &CServerControl::StateReceived, this, &CComposition::OnServerState);
-    connect(&m_control, &CServerControl::Failed, this,
-            [this](const QString& reason) { ShowStatus(Words(texts::kServerSilent, {reason}), false); });
 }
 
 CComposition::~CComposition() {
@@ -173,9 +171,10 @@ CComposition::~CComposition() {
 }
 
 void CComposition::Start() {
-    OfferHostModules();
+    RegisterHostModules();
     MapModules();
     host::ModuleLifecycle::Init();
+    m_bModulesReady = true;
     Q_EMIT ModulesReady();
     if (m_options.server.isEmpty()) {
         m_server.Start();
@@ -185,8 +184,8 @@ void CComposition::Start() {
     }
 }
 
-void CComposition::OfferHostModules() {
-    // The centre lets go of them at the client's end, before the session is gone.
+void CComposition::RegisterHostModules() {
+    // The plug-in centre releases the factories when the modules are closed, before the session is destroyed.
     IZRPluginCenter::RegisterInterfaceFactory(
         std::make_shared<CTradeModuleFactory>([this] { return m_session.TradeAnswer(); }), true);
     IZRPluginCenter::RegisterInterfaceFactory(m_pMainFrame, true);
@@ -230,6 +229,7 @@ void CComposition::OnServerReady(const ServerEndpoint& endpoint) {
     }
     m_token = endpoint.token;
     m_control.Open(Loopback("http", endpoint.controlPort), m_token);
+    Q_EMIT ServerReady(endpoint);
 }
 
 void CComposition::OnServerState(const ServerState& state) {
@@ -263,11 +263,11 @@ void CComposition::OnHostFrame(const channel::Frame& frame) {
     }
 }
 
-// The modules hear of the login first, and then that its channel stands.
+// Modules are notified of the login first and of the connected channel second.
 void CComposition::OnLoggedIn() {
     m_reports.SetUser(m_session.UserId());
     host::ModuleLifecycle::Login();
-    m_observedBus.Send("[Client]", core::kMsgLoginChannelConnected, 0, nullptr);
+    m_busRecorder.Send("[Client]", core::kMsgLoginChannelConnected, 0, nullptr);
     ShowStatus(Words(texts::kConnected), true);
     Q_EMIT UserChanged();
 }
@@ -285,21 +285,31 @@ void CComposition::Logout() {
 void CComposition::SetLanguage(int languageId) {
     m_language.SetLanguage(languageId);
     m_session.SetLanguage(languageId);
-    m_observedBus.Send("[Client]", core::kMsgLanguageChanged, 0, nullptr);
+    m_busRecorder.Send("[Client]", core::kMsgLanguageChanged, 0, nullptr);
     Q_EMIT LanguageChanged();
-    TellStatus();
+    EmitStatus();
 }
 
-void CComposition::OfferMainFrame(MainFrameAnswers answers) {
+void CComposition::SetMainFrame(MainFrameAnswers answers) {
     m_pMainFrame->Offer(std::move(answers));
 }
 
-void CComposition::TakeMainFrameAway() {
+void CComposition::ClearMainFrame() {
     m_pMainFrame->TakeAway();
 }
 
-void CComposition::TellTab(EnZRTabFrameKey key) {
-    m_observedBus.Send("[Client]", core::kMsgTabFrameChanged, uint64_t(key), nullptr);
+void CComposition::NotifyTabChanged(EnZRTabFrameKey key) {
+    if (m_bModulesReady) {
+        m_busRecorder.Send("[Client]", core::kMsgTabFrameChanged, uint64_t(key), nullptr);
+    }
+}
+
+void CComposition::SetPageHandler(CUrlOpener::Handler handler) {
+    m_urls.SetPageHandler(std::move(handler));
+}
+
+void CComposition::AllowSlot(ZRUniformResourceSlotType slot, bool allowed) {
+    m_slots.Allow(slot, allowed);
 }
 
 void CComposition::SetTheme(int number) {
@@ -313,7 +323,6 @@ void CComposition::SetVelora(bool velora) {
 
 void CComposition::OverrideMarkets(std::vector<int> markets) {
     m_session.OverrideMarkets(std::move(markets));
-    Q_EMIT MarketsChanged();
 }
 
 bool CComposition::OpenWeb(const QUrl& url) {
@@ -328,11 +337,11 @@ bool CComposition::OpenWeb(const QUrl& url) {
 void CComposition::ShowStatus(std::function<QString()> words, bool good) {
     m_fnStatus = std::move(words);
     m_bStatusGood = good;
-    TellStatus();
+    EmitStatus();
 }
 
-// What the store can't do stands in front, for as long as it lasts: settings that are lost are noticed late.
-void CComposition::TellStatus() {
+// A problem of the store is shown first while it lasts, because lost settings are noticed late.
+void CComposition::EmitStatus() {
     if (!m_fnStatus) {
         return;
     }

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QObject>
 #include <functional>
 #include <memory>
 
+#include "ISessionControl.h"
 #include "Options.h"
 #include "ServerControl.h"
 #include "ServerProcess.h"
@@ -19,132 +19,110 @@
 #include "core/ServerClock.h"
 #include "core/Slots.h"
 #include "core/UrlOpener.h"
+#include "core/uniform_resource_slot.h"
 #include "http/HttpService.h"
 #include "log/FileLog.h"
 #include "modules/MainFrameModule.h"
-#include "observe/Observation.h"
-#include "observe/ObservedBus.h"
-#include "observe/ObservedChannel.h"
-#include "observe/ObservedHttp.h"
-#include "observe/ObservedPictures.h"
-#include "observe/ObservedReports.h"
-#include "observe/ObservedStore.h"
 #include "picture/PictureService.h"
 #include "report/ReportService.h"
 #include "store/SqliteStore.h"
+#include "tracing/BusRecorder.h"
+#include "tracing/ChannelRecorder.h"
+#include "tracing/HttpRecorder.h"
+#include "tracing/PicturesRecorder.h"
+#include "tracing/ReportsRecorder.h"
+#include "tracing/StoreRecorder.h"
+#include "tracing/TraceLog.h"
 #include "ui/ThemeChoice.h"
 
-/// What the client is made of: the one place that names the services, joins them to their ports, and
-/// drives the modules through their life. Main thread.
-class CComposition : public QObject {
+/// The composition root: creates the services, installs them as ports, and runs the modules' life cycle. The only
+/// class that names concrete services. Main thread.
+class CComposition : public ISessionControl {
     Q_OBJECT
 
 public:
-    explicit CComposition(const COptions& options);
+    /// `log` is already installed and must outlive the composition.
+    CComposition(const COptions& options, CFileLog& log);
     ~CComposition() override;
 
-    /// Maps the modules and goes looking for the server.
+    /// Maps the modules and starts the server, or connects to the one of the options.
     void Start();
 
-    /// Ends in order: logout, what is posted and deferred, the modules, the server. What shows the modules'
-    /// widgets is gone before.
+    /// Shuts down in order: logout, posted and deferred tasks, modules, server. Widgets of modules must be destroyed
+    /// before. A second call does nothing.
     void End();
 
-    /// Says the status again, for one who listens from now on.
-    void TellStatus();
+    quint64 UserId() const override { return m_session.UserId(); }
+    int LanguageId() const override { return m_language.LanguageId(); }
+    const std::vector<ServerUser>& Users() const override { return m_users; }
+    const QStringList& ModuleFailures() const override { return m_moduleFailures; }
+    void Login(quint64 userId) override;
+    void Logout() override;
+    void SetLanguage(int languageId) override;
+    void SetTheme(int number) override;
+    void SetVelora(bool velora) override;
+    void OverrideMarkets(std::vector<int> markets) override;
+    void EmitStatus() override;
 
-    void Login(quint64 userId);
-    void Logout();
-    void SetLanguage(int languageId);
-    void SetTheme(int number);
-    /// Switches the edition of the running client.
-    void SetVelora(bool velora);
-    /// Stands for the user's attributed markets until the next login.
-    void OverrideMarkets(std::vector<int> markets);
+    /// The window answers the modules' questions until ClearMainFrame is called.
+    void SetMainFrame(MainFrameAnswers answers);
+    void ClearMainFrame();
+    /// Notifies the modules of the current tab. Does nothing before they are ready.
+    void NotifyTabChanged(EnZRTabFrameKey key);
+    /// The handler opens zrclient:// URLs and returns false for an unknown one; null removes it.
+    void SetPageHandler(CUrlOpener::Handler handler);
+    /// Grants or refuses requests for an interruption slot.
+    void AllowSlot(ZRUniformResourceSlotType slot, bool allowed);
 
-    /// The window answers other modules from now on, until it takes itself away.
-    void OfferMainFrame(MainFrameAnswers answers);
-    void TakeMainFrameAway();
-    /// The window shows that tab. It answers so already.
-    void TellTab(EnZRTabFrameKey key);
-
-    quint64 UserId() const { return m_session.UserId(); }
-    int LanguageId() const { return m_language.LanguageId(); }
-    bool IsConnected() const { return m_channel.IsConnected(); }
-    const std::vector<ServerUser>& Users() const { return m_users; }
-    /// One line per module of the manifest that is not there.
-    const QStringList& ModuleFailures() const { return m_moduleFailures; }
-    CFileLog& Log() { return m_log; }
-    IMessageBus& Bus() { return m_observedBus; }
-    CObservation& Observation() { return m_observation; }
-    CUrlOpener& Urls() { return m_urls; }
-    CSlots& Slots() { return m_slots; }
-    uint64_t SessionId() const { return m_session.SessionId(); }
-    std::vector<int> Markets() const { return m_session.AttributedMarkets(); }
-    std::string DeviceId() const { return m_environment.DeviceId(); }
-    const QByteArray& Token() const { return m_token; }
+    ILogSource& Log() { return m_log; }
+    ITraceSource& Trace() { return m_traceLog; }
+    IControlClient& Control() { return m_control; }
+    const QByteArray& ServerToken() const { return m_token; }
     CServerProcess& Server() { return m_server; }
-    CServerControl& Control() { return m_control; }
 
 Q_SIGNALS:
-    /// The modules are mapped and started; ModuleFailures says which are not there.
-    void ModulesReady();
-    /// In words for the status line, told again when the language changes; `good` is false while something
-    /// is being waited for.
-    void StatusChanged(const QString& status, bool good);
-    void UsersChanged();
-    /// Somebody was logged in or out; the modules know already.
-    void UserChanged();
-    /// The same user has a session of another id, since the connection was lost in between.
-    void SessionRenewed();
-    void LanguageChanged();
-    void EditionChanged();
-    void MarketsChanged();
-    /// A web page was asked for, and opened where there is a desktop to open it on.
-    void WebOpened(const QUrl& url);
+    /// The client's own server was started or restarted.
+    void ServerReady(const ServerEndpoint& endpoint);
 
 private:
-    /// Joins the log ahead of the rest: the store has something to say while it opens.
-    struct CEarlyLog {
-        explicit CEarlyLog(CFileLog& log);
-    };
-
-    void OfferHostModules();
+    void RegisterHostModules();
     void MapModules();
+    void InstallPorts();
+    void ConnectServices();
+    void ConnectSession();
     void OnServerReady(const ServerEndpoint& endpoint);
     void OnServerState(const ServerState& state);
     void OnHostFrame(const channel::Frame& frame);
     void OnLoggedIn();
     bool OpenWeb(const QUrl& url);
-    void ShowStatus(std::function<QString()> words, bool good);
+    void ShowStatus(std::function<QString()> text, bool good);
 
     const COptions m_options;
-    CFileLog m_log;
-    CEarlyLog m_earlyLog;
+    CFileLog& m_log;
     CMainThreadPoster m_poster;
-    CObservation m_observation;
+    CTraceLog m_traceLog;
     CMessageBus m_bus;
-    CObservedBus m_observedBus;
+    CBusRecorder m_busRecorder;
     CServerClock m_clock;
     CRandom m_random;
     CSqliteStore m_store;
-    CObservedStore m_observedStore;
+    CStoreRecorder m_storeRecorder;
     CThemeChoice m_theme;
     CEnvironment m_environment;
     CLanguage m_language;
     CCommonConfig m_commonConfig;
     CWebSocketChannel m_channel;
-    CObservedChannel m_observedChannel;
+    CChannelRecorder m_channelRecorder;
     CLoginSession m_session;
     CUrlOpener m_urls;
     CDomains m_domains;
     CHttpService m_http;
-    CObservedHttp m_observedHttp;
+    CHttpRecorder m_httpRecorder;
     CPictureService m_pictures;
-    CObservedPictures m_observedPictures{m_pictures, m_observation};
+    CPicturesRecorder m_picturesRecorder{m_pictures, m_traceLog};
     CSlots m_slots;
     CReportService m_reports;
-    CObservedReports m_observedReports;
+    CReportsRecorder m_reportsRecorder;
     const std::shared_ptr<CMainFrameModuleFactory> m_pMainFrame = std::make_shared<CMainFrameModuleFactory>();
     CServerProcess m_server;
     CServerControl m_control;
@@ -153,6 +131,7 @@ private:
     QStringList m_moduleFailures;
     std::function<QString()> m_fnStatus;
     bool m_bStatusGood = false;
+    bool m_bModulesReady = false;
     bool m_bLoginChosen = false;
     bool m_bEnded = false;
 };

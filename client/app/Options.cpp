@@ -26,6 +26,12 @@ quint64 NumberOrExit(QCommandLineParser& parser, const QString& option,
 
 }  // namespace
 
+QString COptions::DataFile(const char* name) const {
+    const QDir folder(dataDir);
+    folder.mkpath(QStringLiteral("."));
+    return folder.absoluteFilePath(QString::fromLatin1(name));
+}
+
 COptions COptions::Parse(const QStringList& arguments) {
     const QDir binaries(QCoreApplication::applicationDirPath());
     QCommandLineParser parser;
@@ -39,7 +45,6 @@ COptions COptions::Parse(const QStringList& arguments) {
     add("scenario", "Scenario file of the server that is started.", "file", QString());
     add("server", "Control address of a running server, as http://127.0.0.1:<port>.", "address", QString());
     add("token", "Token of that server.", "token", QString());
-    add("tour", "Take a guided tour, leave pictures in <folder>, and end.", "folder", QString());
     add("user", "Log this user in; without it the first of the server's.", "id", QStringLiteral("0"));
     add("language", "0 zh-Hans, 1 zh-Hant, 5 ja, 7 fr, any other en.", "id", QStringLiteral("2"));
     add("theme", "1 light, 2 dark blue, 3 black; without it the one chosen last.", "number", QStringLiteral("0"));
@@ -49,9 +54,6 @@ COptions COptions::Parse(const QStringList& arguments) {
     add("server-binary", "The server to start.", "file", binaries.absoluteFilePath(QStringLiteral("zrdevserver")));
     parser.addOption({QStringLiteral("release"), QStringLiteral("Behave as a release build.")});
     parser.addOption({QStringLiteral("no-web"), QStringLiteral("Never open a web page on the desktop.")});
-    QCommandLineOption firstPaint(QStringLiteral("bench-first-paint"));
-    firstPaint.setFlags(QCommandLineOption::HiddenFromHelp);
-    parser.addOption(firstPaint);
     parser.process(arguments);
 
     COptions options;
@@ -59,7 +61,6 @@ COptions COptions::Parse(const QStringList& arguments) {
     options.scenario = parser.value(QStringLiteral("scenario"));
     options.server = QUrl(parser.value(QStringLiteral("server")));
     options.token = parser.value(QStringLiteral("token"));
-    options.tourDir = parser.value(QStringLiteral("tour"));
     options.manifest = parser.value(QStringLiteral("modules"));
     options.serverBinary = parser.value(QStringLiteral("server-binary"));
     options.user = NumberOrExit(parser, QStringLiteral("user"));
@@ -67,7 +68,6 @@ COptions COptions::Parse(const QStringList& arguments) {
     options.theme = int(NumberOrExit(parser, QStringLiteral("theme"), kLastTheme));
     options.velora = parser.value(QStringLiteral("edition")) == QLatin1String("velora");
     options.release = parser.isSet(QStringLiteral("release"));
-    options.openWeb = options.tourDir.isEmpty() && !parser.isSet(QStringLiteral("no-web"));
-    options.firstPaint = parser.isSet(firstPaint);
+    options.openWeb = !parser.isSet(QStringLiteral("no-web"));
     return options;
 }

@@ -4,24 +4,24 @@
 #include <QStringList>
 #include <QUrl>
 
-/// What the command line says.
+/// The options of the command line.
 struct COptions {
-    QString dataDir;       // the store and the logs
-    QString scenario;      // for the child server; empty: its own default
-    QUrl server;           // control interface of a server that runs already; empty: start one
+    QString dataDir;       // store and logs
+    QString scenario;      // of the child server; empty: the server's default
+    QUrl server;           // control API of a running server; empty: start a server
     QString token;         // of that server
-    QString tourDir;       // pictures of a guided tour; empty: no tour
     QString manifest;      // modules to map
     QString serverBinary;  // the server to start
-    quint64 user = 0;      // who logs in; 0: the first that the server has
+    quint64 user = 0;      // logged in at start; 0: the first user of the server
     int language = 2;
-    int theme = 0;  // 0: the one that was chosen last
+    int theme = 0;  // 0: the saved theme
     bool release = false;
     bool velora = false;
-    bool openWeb = false;     // hands web pages to the desktop, where there is one
-    bool firstPaint = false;  // print the moment of the first painted frame and end
+    bool openWeb = false;  // open web pages on the desktop, if there is one
 
-    /// Reads the arguments of the running application. On --help, --version or a wrong argument it says so
-    /// and ends the process.
+    /// The path of a file in the data directory, which is created if it is missing.
+    QString DataFile(const char* name) const;
+
+    /// Reads the arguments of the running application. Ends the process on --help, --version and wrong arguments.
     static COptions Parse(const QStringList& arguments);
 };

@@ -47,7 +47,7 @@ QNetworkRequest CServerControl::RequestTo(const QString& path) const {
     return request;
 }
 
-// Made at the first use: it looks for the machine's networks, which would hold up the first window.
+// Is created on first use, because it scans the machine's networks and would delay the first window.
 QNetworkAccessManager& CServerControl::Network() {
     if (!m_pNetwork) {
         m_pNetwork = std::make_unique<QNetworkAccessManager>();
@@ -55,52 +55,25 @@ QNetworkAccessManager& CServerControl::Network() {
     return *m_pNetwork;
 }
 
-QNetworkReply* CServerControl::Get(const char* path) {
-    return Network().get(RequestTo(QString::fromLatin1(path)));
-}
-
-void CServerControl::Ask(const char* verb, const QString& path, const QByteArray& json, QObject* context,
+void CServerControl::Ask(const char* method, const QString& path, const QByteArray& json, QObject* context,
                          Answered answered) {
     QNetworkRequest request = RequestTo(path);
     if (!json.isEmpty()) {
         request.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/json"));
     }
-    QNetworkReply* reply = Network().sendCustomRequest(request, verb, json);
+    QNetworkReply* reply = Network().sendCustomRequest(request, method, json);
     connect(reply, &QNetworkReply::finished, this,
             [reply, context = QPointer<QObject>(context), answered = std::move(answered)] {
                 reply->deleteLater();
                 if (context) {
                     const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-                    answered(ReadAnswer(status, reply->readAll(), reply->errorString()));
+                    answered(ServerAnswer::Read(status, reply->readAll(), reply->errorString()));
                 }
             });
 }
 
-ServerAnswer CServerControl::ReadAnswer(int status, const QByteArray& json, const QString& transportError) {
-    ServerAnswer answer;
-    answer.reached = status != 0;
-    std::string parseError;
-    const auto said = host::ParseJson(json.toStdString(), parseError);
-    if (status == 200 && said && said->isObject()) {
-        answer.body = *said;
-    } else if (said && said->isObject() && (*said)["error"].isString()) {
-        answer.error = QString::fromStdString((*said)["error"].asString());
-    } else {
-        answer.error = status == 200 ? QStringLiteral("an unreadable answer") : transportError;
-    }
-    return answer;
-}
-
-void CServerControl::AskScenario(std::function<void(const QByteArray& json)> answered) {
-    QNetworkReply* reply = Get("/v1/scenario");
-    connect(reply, &QNetworkReply::finished, this, [reply, answered = std::move(answered)] {
-        reply->deleteLater();
-        answered(reply->error() == QNetworkReply::NoError ? reply->readAll() : QByteArray());
-    });
-}
-
 void CServerControl::Refresh() {
-    QNetworkReply* reply = Get("/v1/state");
+    QNetworkReply* reply = Network().get(RequestTo(QStringLiteral("/v1/state")));
     connect(reply, &QNetworkReply::finished, this, [this, reply] {
         reply->deleteLater();
         ServerState state;

@@ -43,7 +43,7 @@ CServerProcess::CServerProcess(QString binary, QString scenario)
     });
     connect(&m_process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
             [this](int code, QProcess::ExitStatus status) {
-                // What it wrote last is the reason only where it ended of itself, for one.
+                // The last error line is the reason only if the server ended by itself.
                 if (status == QProcess::CrashExit) {
                     OnEnded(QStringLiteral("it was killed"));
                 } else {
@@ -71,7 +71,7 @@ void CServerProcess::Start() {
     if (m_endpoint.channelPort != 0) {
         arguments << QStringLiteral("--port") << QString::number(m_endpoint.channelPort)
                   << QStringLiteral("--control-port") << QString::number(m_endpoint.controlPort);
-        // Not on the command line, which is for everybody on the machine to read.
+        // The token is not passed on the command line, which every local user can read.
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("ZR_DEVSERVER_TOKEN"), QString::fromLatin1(m_endpoint.token));
         m_process.setProcessEnvironment(environment);
@@ -89,7 +89,7 @@ void CServerProcess::Stop() {
     if (m_process.state() == QProcess::NotRunning) {
         return;
     }
-    // Its input ends, and so does it.
+    // The server ends when its input is closed.
     m_process.closeWriteChannel();
     if (!m_process.waitForFinished(kEndLimitMs)) {
         m_process.kill();
@@ -132,7 +132,7 @@ void CServerProcess::OnEnded(const QString& reason) {
     }
     m_greetingTimer.stop();
     if (m_running.elapsed() > kSteadyMs) {
-        // One that greets and dies is no better than one that never greets.
+        // A server that ends soon after its greeting counts as failed.
         m_backoff.Reset();
     }
     kLog.Error(FMT_STRING("The server does not run: {}"), reason.toStdString());

@@ -8,15 +8,15 @@
 
 #include "channel/Backoff.h"
 
-/// Where a server listens.
+/// The ports and the token of a server.
 struct ServerEndpoint {
     quint16 channelPort = 0;
     quint16 controlPort = 0;
     QByteArray token;
 };
 
-/// The client's own server: a child process that ends with the client. One that dies is started again, on
-/// the same ports and with the same token, so that the channel finds it where it was.
+/// The client's own server, a child process that ends with the client. A crashed server is restarted with the same
+/// ports and token, so that the channel can reconnect. Main thread.
 class CServerProcess : public QObject {
     Q_OBJECT
 
@@ -27,15 +27,15 @@ public:
     void Start();
     void Stop();
 
-    /// 0 while it does not run.
+    /// 0 while no process runs.
     qint64 ProcessId() const { return m_process.processId(); }
 
-    /// Reads the server's first line. False on anything else.
+    /// Reads the server's first output line. Returns false if it is malformed.
     static bool ReadEndpoint(const QByteArray& line, ServerEndpoint& endpoint);
 
 Q_SIGNALS:
     void Ready(const ServerEndpoint& endpoint);
-    /// It ended or would not start, for that reason; it is tried again.
+    /// The server ended or did not start. It is started again later.
     void Lost(const QString& reason);
 
 private:

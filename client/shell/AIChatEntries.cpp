@@ -45,7 +45,7 @@ void CAIChatEntries::Refresh() {
     Q_EMIT Changed();
 }
 
-// After a logout the module answers for the last user until the next login: nobody is the client's own rule.
+// The module answers for the last user after a logout, so the client checks the login itself.
 EnEntryState CAIChatEntries::Ask(IZRGrowthModuleInterface* service, ZRAIChatEntryScene scene) const {
     if (!service) {
         return EnEntryState::NoModule;

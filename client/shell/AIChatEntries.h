@@ -7,7 +7,7 @@
 
 class IZRGrowthModuleInterface;
 
-/// Why an entry is open or closed.
+/// The state of an entry with its reason.
 enum class EnEntryState {
     Open,
     ForcedOpen,
@@ -17,32 +17,32 @@ enum class EnEntryState {
     NoModule,
 };
 
-/// The numbers that the growth module knows the developer override by.
+/// The developer override. The numbers are those of the growth module.
 enum class EnEntryOverride : unsigned int {
     None = 0,
     Open = 1,
     Closed = 2,
 };
 
-/// What the growth module says of the AI chat entries, asked anew at its bus message. Main thread.
-/// The service is asked of the plug-in centre for each call: the module may be missing or replaced.
+/// The states of the AI chat entries, read from the growth module and refreshed at its bus message. The service is
+/// looked up for each call, because the module can be missing or replaced. Main thread.
 class CAIChatEntries : public QObject {
     Q_OBJECT
 
 public:
     explicit CAIChatEntries(QObject* parent = nullptr);
 
-    /// As of the last refresh. NoModule for a scene that the client has no page for.
+    /// The state at the last refresh. NoModule for a scene without a page.
     EnEntryState State(ZRAIChatEntryScene scene) const;
     static bool IsOpen(EnEntryState state);
 
     bool HasModule() const;
 
     EnEntryOverride Override() const { return m_override; }
-    /// Lasts until the client ends. Without the module nothing is overridden.
+    /// The override lasts until the client ends. Without the module the call does nothing.
     void SetOverride(EnEntryOverride entryOverride);
 
-    /// Asks the module for every scene. Called when a user was logged in or out; the rest comes by itself.
+    /// Reads all scenes from the module. Must be called after a login or logout; other changes are noticed.
     void Refresh();
 
 Q_SIGNALS:

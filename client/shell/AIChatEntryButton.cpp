@@ -31,7 +31,9 @@ CAIChatEntryButton::CAIChatEntryButton(const EntryPage& page, const CAIChatEntri
     setObjectName(QStringLiteral("AIChatEntry%1").arg(int(page.scene)));
     setProperty("accent", true);
     setCursor(Qt::PointingHandCursor);
-    theme::Keep(this, [this] { setIcon(icons::Make("chat", {theme::kOnAccent, theme::kOnAccent, theme::kFaint})); });
+    theme::OnThemeChange(this, [this] {
+        setIcon(icons::Make("chat", {theme::kOnAccent, theme::kOnAccent, theme::kFaint}));
+    });
     texts::Keep(this, texts::kAIChat);
     texts::Keep(this, [this] { ShowState(); });
     connect(&entries, &CAIChatEntries::Changed, this, &CAIChatEntryButton::ShowState);

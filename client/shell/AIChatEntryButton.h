@@ -7,8 +7,8 @@
 
 class CAIChatEntries;
 
-/// The entry to the AI chat on a page: lit while the entry is open, off with the reason in its tool tip
-/// while it is not. `entries` must outlive it.
+/// The button for a page's entry to the AI chat. It is enabled while the entry is open; otherwise its tool tip has the
+/// reason. `entries` must outlive it.
 class CAIChatEntryButton : public QPushButton {
     Q_OBJECT
 
@@ -16,7 +16,7 @@ public:
     CAIChatEntryButton(const EntryPage& page, const CAIChatEntries& entries, QWidget* parent = nullptr);
 
 Q_SIGNALS:
-    /// An open entry was clicked; `text` says which, and who opened it.
+    /// An open entry was clicked. `text` names the entry and who opened it.
     void Entered(const QString& text);
 
 private:

@@ -51,7 +51,7 @@ void CAdBannerSlot::Ask() {
     const qint64 now = core::time_date::GetSvrTimeMillis();
     const qint64 rest = m_nAskedMs + CAds::kPauseMs - now;
     if (rest > 0) {
-        m_later.start(int(std::min(rest, CAds::kPauseMs)));  // the clock may be set meanwhile, also back
+        m_later.start(int(std::min(rest, CAds::kPauseMs)));  // limited, because the clock can be set back meanwhile
         return;
     }
     m_nAskedMs = now;
@@ -66,7 +66,7 @@ void CAdBannerSlot::Ask() {
 
 void CAdBannerSlot::Take(QWidget* banner) {
     if (m_pBanner) {
-        // Later: its end clears what the module may be about to hand over.
+        // Later, because its end deletes a banner that the module can be about to pass on.
         m_pBanner->hide();
         m_pBanner->deleteLater();
     }

@@ -6,17 +6,17 @@
 
 class CAds;
 
-/// A page's place for the banner of an ad position; without a banner it takes no room. Asks for one when its page is
-/// first shown, and again when other ads may be due. An ad is for one user, and goes when he logs out.
+/// The place for the banner of an ad position. It is hidden without a banner. It requests one when its page is first
+/// shown and again when the ads can have changed. A logout removes the banner, because ads belong to a user.
 class CAdBannerSlot : public QWidget {
     Q_OBJECT
 
 public:
-    /// In the banners' proportions, and a page's width in the window's first size. Where the page is narrower, the
-    /// right end is cut.
+    /// Size of a banner: the proportions of the pictures at the width of a page in the initial window. A narrower page
+    /// clips it on the right.
     static constexpr QSize kBannerSize{662, 110};
 
-    /// Shown and hidden with `page`, its parent.
+    /// `page` becomes the parent.
     CAdBannerSlot(int position, const CAds& ads, QWidget* page);
 
     QSize sizeHint() const override;
@@ -33,6 +33,6 @@ private:
     const int m_nPosition;
     QTimer m_later;
     QPointer<QWidget> m_pBanner;
-    qint64 m_nAskedMs = 0;  // on the server's clock
+    qint64 m_nAskedMs = 0;  // server time
     bool m_bPageSeen = false;
 };

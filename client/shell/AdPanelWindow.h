@@ -3,10 +3,10 @@
 #include <QPointer>
 #include <QWidget>
 
-/// The module's panel on the bottom popup, in a window of its own that goes with the main window.
+/// A window with the module's developer panel for the bottom popup. The main window owns it.
 class CAdPanelWindow : public QWidget {
 public:
-    /// Opens it, or brings the one that is open to the front.
+    /// Opens the window or raises the open one.
     static void Open(QWidget* mainWindow);
 
 private:

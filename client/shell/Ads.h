@@ -6,31 +6,31 @@
 
 class QWidget;
 
-/// What the client has of the growth module's ads. The service is asked of the plug-in centre for each call: the
-/// module may be missing or replaced, and then the calls do nothing. Main thread.
+/// The growth module's ads. The service is looked up for each call, because the module can be missing or replaced;
+/// without it the calls do nothing. Main thread.
 class CAds : public QObject {
     Q_OBJECT
 
 public:
     using QObject::QObject;
 
-    /// A position's requests are to be so far apart, on the server's clock; the module refuses what comes earlier.
-    static constexpr qint64 kPauseMs = 11'000;  // ten whole seconds, of which the module sees the first a little later
+    /// Minimum time between two requests for a position, on the server's clock. The module refuses earlier ones.
+    static constexpr qint64 kPauseMs = 11'000;  // ten seconds, and one for the module's rounding
 
-    /// A banner of the ads that are due, later, through `shown`: it belongs to the caller, and is null where there is
-    /// nothing to show. May never be called.
+    /// Passes a banner to `shown` later. The caller owns it; null if there is nothing to show. `shown` can stay
+    /// uncalled.
     static void AskBanner(int position, const QSize& size, std::function<void(QWidget*)> shown);
 
-    /// The bottom popup goes to its place. Called when the window's layout has changed.
+    /// Moves the bottom popup to its place. Must be called after each change of the window's layout.
     static void PlacePopup();
 
-    /// A new panel on the bottom popup, for developers. Null without the module.
+    /// Creates the developer panel of the bottom popup. Null without the module.
     static QWidget* NewPopupPanel();
 
-    /// Called when a user was logged in or out, and when the display language has changed.
+    /// Must be called after a login, a logout and a change of the language.
     void Refresh();
 
 Q_SIGNALS:
-    /// Other ads may be due than before.
+    /// Other ads can be available.
     void Changed();
 };

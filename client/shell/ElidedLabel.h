@@ -2,8 +2,7 @@
 
 #include <QLabel>
 
-/// A one-line label that never makes its window wider: a text that does not fit is cut at its end, and is
-/// whole in the tool tip.
+/// A one-line label that never widens its window. A text that does not fit is elided and complete in the tool tip.
 class CElidedLabel : public QLabel {
 public:
     explicit CElidedLabel(QWidget* parent = nullptr);

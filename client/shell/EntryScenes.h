@@ -5,16 +5,16 @@
 #include "ClientTexts.h"
 #include "modules/ZRGrowthTypes.h"
 
-/// The growth module tells by it that entries may have opened or closed.
+/// Bus message of the growth module: entries can have been opened or closed.
 constexpr unsigned int kMsgAIChatEntriesChanged = 20300;
 
-/// Of a page without an entry to the AI chat.
+/// Scene of a page without an entry to the AI chat.
 constexpr ZRAIChatEntryScene kNoEntryScene{};
 
-/// A page of the client and its entry to the AI chat. The scene numbers are agreed with the server.
+/// A page and its entry to the AI chat. The server uses the same scene numbers.
 struct EntryPage {
     ZRAIChatEntryScene scene;
-    const char* name;  // in object names, in links and of the icon
+    const char* name;  // used in object names, links and icons
     texts::EnText title;
     texts::EnText subtitle;
 };

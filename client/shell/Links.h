@@ -5,13 +5,13 @@
 class QPushButton;
 class QWidget;
 
-/// Links in the client's own pages. They go the way that a module's go. Main thread.
+/// Links in the client's pages. They are opened like links of a module. Main thread.
 namespace links {
 
-/// False if the URL was refused.
+/// Returns false if the URL was refused.
 bool Open(const QString& url);
 
-/// A button that looks like a link; its object name is `name`.
+/// Creates a button that looks like a link. `name` is its object name.
 QPushButton* NewLink(const QString& name, unsigned int textId, const QString& url, QWidget* parent);
 
 }  // namespace links

@@ -8,7 +8,7 @@
 #include <algorithm>
 
 #include "AIChatEntryButton.h"
-#include "Composition.h"
+#include "ISessionControl.h"
 #include "Icons.h"
 #include "Navigation.h"
 #include "NoticeBanner.h"
@@ -17,7 +17,6 @@
 #include "Theme.h"
 #include "TitleBar.h"
 #include "core/environment.h"
-#include "core/uniform_resource_slot.h"
 #include "pages/AccountPage.h"
 #include "pages/AlertsPage.h"
 #include "pages/MarketPage.h"
@@ -26,8 +25,6 @@
 #include "pages/QuotesPage.h"
 #include "pages/ResearchPage.h"
 #include "pages/WatchlistPage.h"
-#include "workbench/Workbench.h"
-#include "workbench/ads/AdSwitches.h"
 
 namespace {
 
@@ -37,20 +34,20 @@ constexpr int kWorkbenchLeastWidth = 400;
 
 }  // namespace
 
-CMainWindow::CMainWindow(CComposition& composition)
-    : m_composition(composition),
+CMainWindow::CMainWindow(ISessionControl& session)
+    : m_session(session),
       m_pTitleBar(new CTitleBar(this)),
       m_pNavigation(new CNavigation(this)),
       m_pBanner(new CNoticeBanner(this)),
       m_pPages(new QStackedWidget(this)),
       m_pStatusLine(new CStatusLine(this)),
       m_pDock(NewDock()),
-      m_firstFrame(*this, [this] {
+      m_firstPaint(*this, [this] {
           Q_EMIT Appeared();
-          MakeNext();
+          CreateNextLazyPart();
       }) {
     setObjectName(QStringLiteral("MainWindow"));
-    theme::Keep(this, [this] { setWindowIcon(QIcon(icons::Pixmap("brand", theme::kAccent, 64))); });
+    theme::OnThemeChange(this, [this] { setWindowIcon(QIcon(icons::Pixmap("brand", theme::kAccent, 64))); });
     setMenuWidget(m_pTitleBar);
     setCentralWidget(NewContent());
     m_pPages->setCurrentWidget(PageAt(m_nTab));
@@ -58,21 +55,16 @@ CMainWindow::CMainWindow(CComposition& composition)
     addDockWidget(Qt::RightDockWidgetArea, m_pDock);
     resizeDocks({m_pDock}, {kWorkbenchWidth}, Qt::Horizontal);
     resize(kWindowSize);
-    // What a click came to is said of the entries as they stood then.
+    // The note describes a click on the entries' former state.
     connect(&m_entries, &CAIChatEntries::Changed, m_pStatusLine, [this] { m_pStatusLine->ShowNote(QString()); });
     texts::Keep(this, [this] {
         ShowEdition();
         m_pStatusLine->ShowNote(QString());
     });
-    JoinComposition();
-    OfferMainFrame();
-    composition.Urls().SetPageHandler([this](const QUrl& url) { return OpenPage(url); });
+    ConnectSession();
 }
 
-CMainWindow::~CMainWindow() {
-    m_composition.TakeMainFrameAway();
-    m_composition.Urls().SetPageHandler(nullptr);
-}
+CMainWindow::~CMainWindow() = default;
 
 QWidget* CMainWindow::NewContent() {
     auto* content = new QWidget(this);
@@ -92,7 +84,7 @@ QWidget* CMainWindow::NewContent() {
     return content;
 }
 
-// The workbench's room is there from the first frame on, so that the pages don't move when it comes.
+// The dock is in the first frame, so that the pages do not move when its content is created.
 QDockWidget* CMainWindow::NewDock() {
     auto* dock = new QDockWidget(this);
     dock->setObjectName(QStringLiteral("WorkbenchDock"));
@@ -107,27 +99,13 @@ QDockWidget* CMainWindow::NewDock() {
     return dock;
 }
 
-void CMainWindow::OfferMainFrame() {
-    m_composition.OfferMainFrame({[this] { return this; }, [this] { return kTabPages[size_t(m_nTab)].Key(); },
-                                  [this] { return HasFocus(); }, [this] { return m_pNavigation->IsCollapsed(); }});
-}
-
-bool CMainWindow::HasFocus() const {
-    return m_focusAnswer == EnFocusAnswer::AsItIs ? isActiveWindow() : m_focusAnswer == EnFocusAnswer::Always;
-}
-
 void CMainWindow::ShowPage(int index) {
     if (index == m_nTab) {
         return;
     }
     m_nTab = index;
     m_pPages->setCurrentWidget(PageAt(index));
-    if (m_pWorkbench) {
-        m_pWorkbench->AdSwitches().ShowTab(index);
-    }
-    if (m_bModulesReady) {
-        m_composition.TellTab(kTabPages[size_t(index)].Key());
-    }
+    OnTabChanged(index);
 }
 
 CPage* CMainWindow::NewPage(int index) {
@@ -154,7 +132,7 @@ CPage* CMainWindow::NewPage(int index) {
 }
 
 CPage* CMainWindow::PageAt(int index) {
-    CPage*& page = m_made[size_t(index)];
+    CPage*& page = m_pages[size_t(index)];
     if (!page) {
         page = NewPage(index);
         m_pPages->addWidget(page);
@@ -165,55 +143,48 @@ CPage* CMainWindow::PageAt(int index) {
     return page;
 }
 
-void CMainWindow::MakeWorkbench() {
-    m_pWorkbench = new CWorkbench(m_entries, m_rights, m_composition.Control(), m_pDock->widget());
-    m_pDock->widget()->layout()->addWidget(m_pWorkbench);
-    JoinWorkbench();
-}
-
-void CMainWindow::MakeNext() {
-    const auto missing = std::find(m_made.begin(), m_made.end(), nullptr);
-    if (!m_pWorkbench) {
-        MakeWorkbench();
-    } else if (missing != m_made.end()) {
-        PageAt(int(missing - m_made.begin()));
+void CMainWindow::CreateNextLazyPart() {
+    const auto missing = std::find(m_pages.begin(), m_pages.end(), nullptr);
+    if (!m_pDockContent) {
+        m_pDockContent = NewDockContent(m_pDock->widget());
+        m_pDock->widget()->layout()->addWidget(m_pDockContent);
+    } else if (missing != m_pages.end()) {
+        PageAt(int(missing - m_pages.begin()));
     } else {
         Q_EMIT Completed();
         return;
     }
-    // By a timer, not posted: what the user did meanwhile comes first.
-    QTimer::singleShot(0, this, &CMainWindow::MakeNext);
+    // A timer and no posted event, so that pending user input is handled first.
+    QTimer::singleShot(0, this, &CMainWindow::CreateNextLazyPart);
 }
 
-void CMainWindow::JoinComposition() {
-    connect(&m_composition, &CComposition::StatusChanged, m_pStatusLine, &CStatusLine::ShowConnection);
-    m_composition.TellStatus();
-    connect(&m_composition, &CComposition::ModulesReady, this, [this] {
-        m_pBanner->ShowModuleFailures(m_composition.ModuleFailures());
+void CMainWindow::ConnectSession() {
+    connect(&m_session, &ISessionControl::StatusChanged, m_pStatusLine, &CStatusLine::ShowConnection);
+    m_session.EmitStatus();
+    connect(&m_session, &ISessionControl::ModulesReady, this, [this] {
+        m_pBanner->ShowModuleFailures(m_session.ModuleFailures());
         m_entries.Refresh();
         m_rights.Refresh();
-        m_bModulesReady = true;
-        m_composition.TellTab(kTabPages[size_t(m_nTab)].Key());
     });
-    connect(&m_composition, &CComposition::UsersChanged, this, &CMainWindow::ShowUsers);
-    connect(&m_composition, &CComposition::UserChanged, this, [this] {
+    connect(&m_session, &ISessionControl::UsersChanged, this, &CMainWindow::ShowUsers);
+    connect(&m_session, &ISessionControl::UserChanged, this, [this] {
         ShowUsers();
         m_entries.Refresh();
         m_rights.Refresh();
         m_ads.Refresh();
     });
-    connect(&m_composition, &CComposition::LanguageChanged, this, [this] {
-        theme::SetLanguage(m_composition.LanguageId());
+    connect(&m_session, &ISessionControl::LanguageChanged, this, [this] {
+        theme::SetLanguage(m_session.LanguageId());
         m_ads.Refresh();
     });
-    connect(&m_composition, &CComposition::EditionChanged, this, &CMainWindow::ShowEdition);
-    connect(&m_composition, &CComposition::EditionChanged, &m_rights, &CPremiumRights::Refresh);
-    connect(&m_composition, &CComposition::SessionRenewed, &m_rights, &CPremiumRights::Refresh);
-    connect(&m_composition, &CComposition::WebOpened, this, [this](const QUrl& url) {
+    connect(&m_session, &ISessionControl::EditionChanged, this, &CMainWindow::ShowEdition);
+    connect(&m_session, &ISessionControl::EditionChanged, &m_rights, &CPremiumRights::Refresh);
+    connect(&m_session, &ISessionControl::SessionRenewed, &m_rights, &CPremiumRights::Refresh);
+    connect(&m_session, &ISessionControl::WebOpened, this, [this](const QUrl& url) {
         m_pStatusLine->ShowNote(texts::Tr(texts::kLinkOpened).arg(url.toDisplayString()));
     });
-    connect(m_pTitleBar, &CTitleBar::LoginWanted, &m_composition, &CComposition::Login);
-    connect(m_pTitleBar, &CTitleBar::LogoutWanted, &m_composition, &CComposition::Logout);
+    connect(m_pTitleBar, &CTitleBar::LoginWanted, &m_session, &ISessionControl::Login);
+    connect(m_pTitleBar, &CTitleBar::LogoutWanted, &m_session, &ISessionControl::Logout);
     connect(m_pTitleBar->WorkbenchButton(), &QToolButton::toggled, m_pDock, &QWidget::setVisible);
     connect(m_pDock, &QDockWidget::visibilityChanged, m_pTitleBar->WorkbenchButton(), [this] {
         const QSignalBlocker blocker(m_pTitleBar->WorkbenchButton());
@@ -221,73 +192,14 @@ void CMainWindow::JoinComposition() {
     });
 }
 
-void CMainWindow::JoinWorkbench() {
-    // Connected first and asked then, so that nothing is missed; the models know by the numbers what comes twice.
-    connect(&m_composition.Log(), &CFileLog::Written, m_pWorkbench, &CWorkbench::TakeLine, Qt::QueuedConnection);
-    for (const LogEntry& entry : m_composition.Log().Kept()) {
-        m_pWorkbench->TakeLine(entry);
-    }
-    connect(&m_composition.Observation(), &CObservation::Happened, m_pWorkbench, &CWorkbench::Take,
-            Qt::QueuedConnection);
-    for (const Seen& seen : m_composition.Observation().Kept()) {
-        m_pWorkbench->Take(seen);
-    }
-    connect(&m_composition, &CComposition::SessionRenewed, this, &CMainWindow::LearnSecrets);
-    connect(&m_composition.Server(), &CServerProcess::Ready, m_pWorkbench, &CWorkbench::ForgetServer);
-    connect(m_pWorkbench, &CWorkbench::EditionWanted, &m_composition, &CComposition::SetVelora);
-    connect(m_pWorkbench, &CWorkbench::MarketsWanted, &m_composition, &CComposition::OverrideMarkets);
-    connect(m_pWorkbench, &CWorkbench::LoginWanted, &m_composition, &CComposition::Login);
-    connect(m_pWorkbench, &CWorkbench::LogoutWanted, &m_composition, &CComposition::Logout);
-    connect(m_pWorkbench, &CWorkbench::LanguageWanted, &m_composition, &CComposition::SetLanguage);
-    connect(m_pWorkbench, &CWorkbench::ThemeWanted, &m_composition, &CComposition::SetTheme);
-    connect(&m_composition, &CComposition::UsersChanged, m_pWorkbench, [this] { ShowWorkbenchUsers(); });
-    connect(&m_composition, &CComposition::UserChanged, m_pWorkbench, [this] { ShowWorkbenchUsers(); });
-    const auto showLanguage = [this] { m_pWorkbench->ShowLanguage(m_composition.LanguageId()); };
-    connect(&m_composition, &CComposition::LanguageChanged, m_pWorkbench, showLanguage);
-    const auto showEdition = [this] { m_pWorkbench->ShowEdition(core::environment::IsVelora()); };
-    connect(&m_composition, &CComposition::EditionChanged, m_pWorkbench, showEdition);
-    showLanguage();
-    showEdition();
-    ShowWorkbenchUsers();
-    JoinAdSwitches();
-}
-
-void CMainWindow::JoinAdSwitches() {
-    CAdSwitches& switches = m_pWorkbench->AdSwitches();
-    switches.ShowTab(m_nTab);
-    connect(&switches, &CAdSwitches::TabWanted, m_pNavigation, &CNavigation::Choose);
-    connect(&switches, &CAdSwitches::FocusWanted, this, [this](EnFocusAnswer answer) { m_focusAnswer = answer; });
-    connect(&switches, &CAdSwitches::SlotRefusalWanted, this,
-            [this](bool refused) { m_composition.Slots().Allow(kSlotAdPopup, !refused); });
-}
-
 void CMainWindow::ShowUsers() {
-    m_pTitleBar->ShowUsers(m_composition.Users(), m_composition.UserId());
-}
-
-void CMainWindow::ShowWorkbenchUsers() {
-    m_pWorkbench->ShowUsers(m_composition.Users(), m_composition.UserId());
-    m_pWorkbench->ShowMarkets(m_composition.Markets());
-    LearnSecrets();
+    m_pTitleBar->ShowUsers(m_session.Users(), m_session.UserId());
 }
 
 void CMainWindow::ShowEdition() {
     const bool velora = core::environment::IsVelora();
     setWindowTitle(texts::Tr(velora ? texts::kVelora : texts::kKestrel));
     m_pTitleBar->ShowEdition();
-}
-
-// Each login has a session of its own, and what was seen in the former ones is still there.
-void CMainWindow::LearnSecrets() {
-    CAliases& aliases = m_pWorkbench->Aliases();
-    for (const ServerUser& user : m_composition.Users()) {
-        aliases.LearnNumber(QStringLiteral("user"), user.id);
-        aliases.LearnText(QStringLiteral("name"), user.name);
-    }
-    aliases.LearnNumber(QStringLiteral("user"), m_composition.UserId());
-    aliases.LearnNumber(QStringLiteral("session"), m_composition.SessionId());
-    aliases.LearnText(QStringLiteral("device"), QString::fromStdString(m_composition.DeviceId()));
-    aliases.LearnText(QStringLiteral("token"), QString::fromLatin1(m_composition.Token()));
 }
 
 void CMainWindow::resizeEvent(QResizeEvent* event) {
@@ -301,7 +213,7 @@ bool CMainWindow::OpenPage(const QUrl& url) {
     }
     for (size_t index = 0; index < kTabPages.size(); ++index) {
         if (url.path() == QLatin1Char('/') + QString::fromLatin1(kTabPages[index].page.name)) {
-            // Later: whoever opened it has yet to say that it was clicked, and may go with the tab.
+            // Later, because a click handler that is still running can belong to the page that goes.
             QMetaObject::invokeMethod(
                 this, [this, index] { m_pNavigation->Choose(int(index)); }, Qt::QueuedConnection);
             return true;

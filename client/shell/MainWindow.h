@@ -5,79 +5,80 @@
 
 #include "AIChatEntries.h"
 #include "Ads.h"
-#include "FirstFrame.h"
+#include "FirstPaintWatcher.h"
 #include "PremiumRights.h"
 #include "SampleMarket.h"
 #include "TabPages.h"
 
-class CComposition;
 class CNavigation;
 class CNoticeBanner;
 class CPage;
 class CStatusLine;
 class CTitleBar;
-class CWorkbench;
+class ISessionControl;
 class QDockWidget;
 class QStackedWidget;
-enum class EnFocusAnswer;
 
-/// The client's window. It is gone before the composition ends. Its first frame has all but the workbench and
-/// the pages that nobody chose yet; they are made when that frame stands, a piece at a time.
+/// The client's window: title bar, navigation, pages, status line and a dock. The first frame contains the first page
+/// and the empty dock. The dock's content and the other pages are created afterwards, one in each turn of the event
+/// loop. The session must outlive the window. Main thread.
 class CMainWindow : public QMainWindow {
     Q_OBJECT
 
 public:
-    explicit CMainWindow(CComposition& composition);
+    explicit CMainWindow(ISessionControl& session);
     ~CMainWindow() override;
 
     const CStatusLine& StatusLine() const { return *m_pStatusLine; }
 
 Q_SIGNALS:
-    /// The first frame stands: what takes long may begin.
+    /// The first frame was painted.
     void Appeared();
-    /// All that the window is made of is there.
+    /// The dock's content and all pages were created.
     void Completed();
 
 protected:
+    /// Creates the content of the dock. Is called once, after the first frame.
+    virtual QWidget* NewDockContent(QWidget* parent) = 0;
+    /// The page at `index` of kTabPages became the current one.
+    virtual void OnTabChanged(int index) = 0;
+
+    CAIChatEntries& Entries() { return m_entries; }
+    CPremiumRights& Rights() { return m_rights; }
+    CNavigation& Navigation() { return *m_pNavigation; }
+    /// Index of the current page in kTabPages.
+    int Tab() const { return m_nTab; }
+    /// Changes to the page of zrclient://page/<name> after the caller returns. Returns false if there is none.
+    bool OpenPage(const QUrl& url);
+
     void resizeEvent(QResizeEvent* event) override;
 
 private:
     QWidget* NewContent();
     QDockWidget* NewDock();
-    /// Makes the page at its first choice.
     void ShowPage(int index);
+    /// Returns the page and creates it on first use.
     CPage* PageAt(int index);
     CPage* NewPage(int index);
-    void OfferMainFrame();
-    bool HasFocus() const;
-    void MakeWorkbench();
-    /// Makes one thing that is still missing, and has the next one made later.
-    void MakeNext();
-    void JoinComposition();
-    void JoinWorkbench();
-    void JoinAdSwitches();
+    /// Creates one missing part and schedules the next one.
+    void CreateNextLazyPart();
+    void ConnectSession();
     void ShowUsers();
     void ShowEdition();
-    void ShowWorkbenchUsers();
-    void LearnSecrets();
-    /// Goes to the page of a zrclient://page/<name>, when the caller is done; false if there is none.
-    bool OpenPage(const QUrl& url);
 
-    CComposition& m_composition;
+    ISessionControl& m_session;
     CAIChatEntries m_entries;
     CPremiumRights m_rights;
     CAds m_ads;
     const SampleMarket m_market = SampleMarket::Load();
-    std::array<CPage*, kTabPages.size()> m_made{};  // null until made, in the order of kTabPages
-    int m_nTab = 0;                                 // by its place there
-    bool m_bModulesReady = false;
-    EnFocusAnswer m_focusAnswer{};  // as it is, until the workbench overrides it
+    std::array<CPage*, kTabPages.size()> m_pages{};  // in the order of kTabPages; null until created
+    int m_nTab = 0;
     CTitleBar* m_pTitleBar;
     CNavigation* m_pNavigation;
     CNoticeBanner* m_pBanner;
     QStackedWidget* m_pPages;
     CStatusLine* m_pStatusLine;
     QDockWidget* m_pDock;
-    CWorkbench* m_pWorkbench = nullptr;
-    CFirstFrame m_firstFrame;
+    QWidget* m_pDockContent = nullptr;
+    CFirstPaintWatcher m_firstPaint;
 };

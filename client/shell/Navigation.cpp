@@ -10,7 +10,7 @@
 
 namespace {
 
-// What other modules lay over the pages begins at 160 and at 84 pixels, and so just beside it.
+// Modules place overlays at 160 and 84 pixels, just beside the navigation.
 constexpr int kWidth = 156;
 constexpr int kCollapsedWidth = 72;
 constexpr icons::Colors kTabColors{theme::kMuted, theme::kAccent, theme::kFaint};
@@ -42,7 +42,7 @@ CNavigation::CNavigation(QWidget* parent)
     connect(m_pGroup, &QButtonGroup::idClicked, this, &CNavigation::Chosen);
     connect(m_pToggle, &QToolButton::clicked, this, [this] { SetCollapsed(!m_bCollapsed); });
     SetCollapsed(false);
-    theme::Keep(this, [this] { ShowIcons(); });
+    theme::OnThemeChange(this, [this] { ShowIcons(); });
     texts::Keep(this, [this] { ShowTexts(); });
 }
 
@@ -68,7 +68,7 @@ void CNavigation::ShowTexts() {
     m_pToggle->setToolTip(texts::Tr(m_bCollapsed ? texts::kExpandNavigation : texts::kCollapseNavigation));
     for (size_t index = 0; index < m_tabs.size(); ++index) {
         const QString title = texts::Tr(kTabPages[index].page.title);
-        // Apart from the icon by blanks, as a tool button leaves no room of its own between the two.
+        // Blanks separate text and icon, because a tool button has no spacing between them.
         m_tabs[index]->setText(QStringLiteral("  ") + title);
         m_tabs[index]->setToolTip(m_bCollapsed ? title : QString());
     }

@@ -6,7 +6,7 @@
 class QButtonGroup;
 class QToolButton;
 
-/// The tabs of the client, at its left; collapsed it shows their icons alone.
+/// The tabs on the left side of the window. A collapsed navigation shows icons only.
 class CNavigation : public QFrame {
     Q_OBJECT
 
@@ -16,13 +16,13 @@ public:
     bool IsCollapsed() const { return m_bCollapsed; }
     void SetCollapsed(bool collapsed);
 
-    /// As if the tab were clicked.
+    /// Does the same as a click on the tab.
     void Choose(int index);
 
 Q_SIGNALS:
-    /// A tab was chosen, by its place in kTabPages.
+    /// A tab was chosen. `index` is its index in kTabPages.
     void Chosen(int index);
-    /// It is as wide as it will be.
+    /// The width has changed.
     void CollapsedChanged();
 
 private:

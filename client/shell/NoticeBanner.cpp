@@ -13,7 +13,7 @@ CNoticeBanner::CNoticeBanner(QWidget* parent) : QFrame(parent), m_pText(new QLab
     m_pText->setTextFormat(Qt::PlainText);
     m_pText->setWordWrap(true);
     auto* icon = new QLabel(this);
-    theme::Keep(icon, [icon] { icon->setPixmap(icons::Pixmap("warning", theme::kWarning, 18)); });
+    theme::OnThemeChange(icon, [icon] { icon->setPixmap(icons::Pixmap("warning", theme::kWarning, 18)); });
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(14, 9, 14, 9);
     layout->setSpacing(10);

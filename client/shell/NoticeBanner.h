@@ -5,12 +5,12 @@
 
 class QLabel;
 
-/// What is wrong with the modules, above the pages for as long as the client runs.
+/// Lists missing modules above the pages.
 class CNoticeBanner : public QFrame {
 public:
     explicit CNoticeBanner(QWidget* parent = nullptr);
 
-    /// One line per module that is not there; none hides the banner.
+    /// Shows one line for each failure. Without failures the banner is hidden.
     void ShowModuleFailures(const QStringList& failures);
 
 private:

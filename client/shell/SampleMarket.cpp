@@ -10,11 +10,16 @@
 #include "framework/HostLog.h"
 #include "framework/JsonText.h"
 
+// The macro declares a function of the global namespace.
+static void LoadResources() {
+    Q_INIT_RESOURCE(sample);
+}
+
 namespace {
 
 constexpr host::HostLog kLog("Sample");
 
-// The library throws on a member of another type: the reading below is straight, and guarded once.
+// The library throws on a member of a wrong type. One handler covers the whole reading.
 QString Text(const Json::Value& value, const char* key) {
     return QString::fromStdString(value[key].asString());
 }
@@ -111,6 +116,7 @@ SampleMarket ReadMarket(const Json::Value& root) {
 }  // namespace
 
 SampleMarket SampleMarket::Load() {
+    LoadResources();
     QFile file(QStringLiteral(":/sample/market.json"));
     SampleMarket market;
     std::string error;

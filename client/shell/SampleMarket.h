@@ -4,7 +4,7 @@
 #include <QVector>
 #include <vector>
 
-/// The market that the pages show: a file of its own in the resources, the same at each start.
+/// The market data of the pages, read from a resource.
 struct SampleMarket {
     struct Index {
         QString name;
@@ -47,7 +47,7 @@ struct SampleMarket {
     struct Headline {
         QString time;
         QString source;
-        QString symbol;  // empty: of the market as a whole
+        QString symbol;  // empty: the whole market
         unsigned int titleId = 0;
     };
     struct Position {
@@ -66,7 +66,7 @@ struct SampleMarket {
     };
     struct Alert {
         Instrument instrument;
-        bool above = false;  // or below
+        bool above = false;  // false: below
         double price = 0;
     };
     enum class EnOrderState { Working, Filled, Cancelled };
@@ -92,21 +92,21 @@ struct SampleMarket {
     double buyingPower = 0;
     double marginUsed = 0;
 
-    /// Reads the resource. One that can't be read is logged and gives an empty market.
+    /// Reads the resource. A failure is logged and returns an empty market.
     static SampleMarket Load();
 
-    /// False, with the reason, on JSON that is no such market.
+    /// Returns false with the reason if the JSON is malformed.
     static bool Read(const std::string& json, SampleMarket& market, std::string& error);
 };
 
-/// Numbers as the pages write them.
+/// Formats of numbers in the pages.
 namespace figures {
 
 QString Price(double value);
 QString Signed(double value);
 QString Percent(double value, double base);
 QString Whole(double value);
-/// In millions or billions, where it is that much.
+/// Large numbers are written in millions or billions.
 QString Short(double value);
 
 }  // namespace figures

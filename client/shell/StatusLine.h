@@ -5,17 +5,17 @@
 class CElidedLabel;
 class QLabel;
 
-/// The line at the window's foot: how the connection is, and what the user's last click came to.
+/// The status bar with the connection's state and the result of the last click.
 class CStatusLine : public QStatusBar {
 public:
     explicit CStatusLine(QWidget* parent = nullptr);
 
-    /// `good` is false while something is being waited for.
+    /// `good` is false while the client waits for something.
     void ShowConnection(const QString& text, bool good);
     bool IsGood() const { return m_bGood; }
     QString Text() const;
 
-    /// An empty text clears it.
+    /// An empty text clears the note.
     void ShowNote(const QString& text);
 
 private:

@@ -5,7 +5,7 @@
 #include "EntryScenes.h"
 #include "modules/ZRTabFrameKey.h"
 
-/// The keys of the main window's tabs, as other modules and the server know them.
+/// The keys of the main window's tabs. Modules and server use the same numbers.
 enum EnTab : int64_t {
     kTabWatchlist = 20001,
     kTabQuotes = 20002,
@@ -17,7 +17,7 @@ enum EnTab : int64_t {
     kTabAlerts = 20018,
 };
 
-/// A tab of the main window and the page that it leads to.
+/// A tab of the main window and its page.
 struct TabPage {
     EnTab tab;
     EntryPage page;
@@ -25,7 +25,7 @@ struct TabPage {
     constexpr EnZRTabFrameKey Key() const { return EnZRTabFrameKey(tab); }
 };
 
-/// In the order of the navigation.
+/// All tabs, in the order of the navigation.
 constexpr std::array<TabPage, 8> kTabPages{{
     {kTabWatchlist, kEntryPages[0]},
     {kTabMarket, {kNoEntryScene, "market", texts::kMarket, texts::kMarketSubtitle}},

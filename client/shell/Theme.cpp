@@ -20,7 +20,7 @@ const host::ThemePalette& Current() {
     return host::ThemePalette::Of(zr_ui_theme::Manager::instance()->getTheme());
 }
 
-// One typeface for all languages, in the shapes that the language writes its characters in.
+// One typeface for all languages, with the glyph variants of the language.
 QStringList Families(int languageId) {
     switch (languageId) {
         case core::lang::kLanguageTraditionalChinese:
@@ -73,7 +73,7 @@ ColorName::operator QColor() const {
 
 void Install() {
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    Keep(qApp, ShowTheme);
+    OnThemeChange(qApp, ShowTheme);
 }
 
 QString StyleSheet() {
@@ -97,13 +97,13 @@ void SetLanguage(int languageId) {
     QFont font;
     font.setFamilies(Families(languageId));
     font.setPixelSize(kFontPixels);
-    // With a style sheet in place a new font does not reach every widget: the sheet goes on last.
+    // A style sheet keeps a new font from some widgets, so it is set after the font.
     qApp->setStyleSheet(QString());
     QApplication::setFont(font);
     qApp->setStyleSheet(StyleSheet());
 }
 
-void Keep(QObject* context, const std::function<void()>& show) {
+void OnThemeChange(QObject* context, const std::function<void()>& show) {
     show();
     QObject::connect(zr_ui_theme::Manager::instance(), &zr_ui_theme::Manager::themeChanged, context, show);
 }

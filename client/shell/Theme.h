@@ -6,12 +6,12 @@
 class QObject;
 class QWidget;
 
-/// The look of the client in the theme of the moment. What is painted by hand names its colours here, all else
-/// the style sheet. Main thread.
+/// The look of the client in the current theme. Painting code uses these colours, everything else the style sheet.
+/// Main thread.
 namespace theme {
 
-/// A colour by its name in the themes' palettes. Which colour that is changes with the theme, so it is kept by
-/// name and looked up where it is used: QColor(theme::kUp).
+/// The name of a colour in the themes' palettes. The colour depends on the theme, so it is looked up where it is used:
+/// QColor(theme::kUp).
 struct ColorName {
     const char* name;
     explicit operator QColor() const;
@@ -33,19 +33,19 @@ constexpr ColorName OfChange(double change) {
     return change > 0 ? kUp : change < 0 ? kDown : kMuted;
 }
 
-/// Puts the application into its look and has it follow the theme. Called once, ahead of the first widget.
+/// Sets the application's style and follows changes of the theme. Must be called once, before the first widget.
 void Install();
 
-/// The style sheet of the theme of the moment. A name in it that the palette lacks is logged.
+/// The style sheet of the current theme. A colour name that the palette lacks is logged.
 QString StyleSheet();
 
-/// Chooses the font that suits the display language.
+/// Sets the font for a display language.
 void SetLanguage(int languageId);
 
-/// Runs `show` now and at each change of the theme, as long as `context` lives.
-void Keep(QObject* context, const std::function<void()>& show);
+/// Calls `show` now and after each change of the theme while `context` exists.
+void OnThemeChange(QObject* context, const std::function<void()>& show);
 
-/// Has the style sheet looked at again after a property that it selects by has changed.
+/// Applies the style sheet again after a change of a property that it selects by.
 void Repolish(QWidget* widget);
 
 }  // namespace theme

@@ -44,7 +44,7 @@ CTitleBar::CTitleBar(QWidget* parent)
     layout->addStretch(1);
     layout->addWidget(m_pWorkbench);
     layout->addWidget(m_pUser);
-    theme::Keep(this, [this, mark] {
+    theme::OnThemeChange(this, [this, mark] {
         mark->setPixmap(icons::Pixmap("brand", theme::kAccent, 22));
         m_pWorkbench->setIcon(icons::Make("workbench", kButtonColors));
         m_pUser->setIcon(icons::Make("user", kButtonColors));

@@ -2,23 +2,22 @@
 
 #include <QFrame>
 
-#include "ServerControl.h"
+#include "ISessionControl.h"
 
 class CUserMenu;
 class QLabel;
 class QToolButton;
 
-/// The strip at the window's head: the product's name, the workbench's switch, and who is logged in with
-/// the menu to change that.
+/// The title bar with the product's name, the button for the workbench, and the user menu.
 class CTitleBar : public QFrame {
     Q_OBJECT
 
 public:
     explicit CTitleBar(QWidget* parent = nullptr);
 
-    /// `current` is 0 if nobody is logged in.
+    /// `current` is 0 if no user is logged in.
     void ShowUsers(const std::vector<ServerUser>& users, quint64 current);
-    /// The product's name as the edition of the moment has it.
+    /// Shows the product's name of the current edition.
     void ShowEdition();
     QToolButton* WorkbenchButton() const { return m_pWorkbench; }
 

@@ -35,7 +35,7 @@ CUserMenu::CUserMenu(QWidget* parent) : QMenu(parent), m_pFind(new QLineEdit(thi
     });
 }
 
-// It never takes the focus, which would take the arrow keys from the menu: the menu hands on what is typed.
+// The menu forwards typed characters to the field. The field has no focus, because the menu needs the arrow keys.
 QWidgetAction* CUserMenu::NewFind() {
     auto* frame = new QWidget(this);
     m_pFind->setObjectName(QStringLiteral("UserMenuFind"));
@@ -76,7 +76,7 @@ void CUserMenu::Narrow() {
     }
 }
 
-// A blank chooses in a menu, and is part of a name once one is begun.
+// A blank activates the current entry, unless a name is being typed.
 bool CUserMenu::IsForFind(const QKeyEvent& event) const {
     if (event.key() == Qt::Key_Backspace) {
         return true;

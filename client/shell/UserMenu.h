@@ -2,20 +2,20 @@
 
 #include <QMenu>
 
-#include "ServerControl.h"
+#include "ISessionControl.h"
 
 class QLineEdit;
 class QWidgetAction;
 
-/// Who may log in, the logout, and the help. What is typed narrows the users down to those whose name or number
-/// holds it, and Enter takes the first of them.
+/// The menu of users, logout and help. Typed text filters the users by name and number. Enter logs in the first of
+/// them.
 class CUserMenu : public QMenu {
     Q_OBJECT
 
 public:
     explicit CUserMenu(QWidget* parent = nullptr);
 
-    /// `current` is 0 if nobody is logged in.
+    /// `current` is 0 if no user is logged in.
     void ShowUsers(const std::vector<ServerUser>& users, quint64 current);
 
 Q_SIGNALS:

@@ -28,7 +28,7 @@ protected:
     void StartAndHavePopup(const char* seconds, const char* schema) {
         options.scenario = WriteFile("popup.json", Scenario(seconds, schema));
         Make();
-        QObject::connect(client.get(), &CComposition::WebOpened, &watcher, [this] { ++opened; });
+        QObject::connect(client, &CComposition::WebOpened, &watcher, [this] { ++opened; });
         Show();
         Open("WorkbenchTabs", "AdTabPage");
         ASSERT_TRUE(WaitForLine("Show ad popup success. adType = 2, adPosition = 42, adId = 701"));

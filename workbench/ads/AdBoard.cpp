@@ -8,6 +8,7 @@
 namespace {
 
 using ad_lines::EnLine;
+using ad_why::EnMeaning;
 
 constexpr const char* kModuleTag = "ZRGrowth";
 constexpr size_t kKept = 300;
@@ -22,26 +23,38 @@ AdSlot SlotAt(const ad_lines::Said& said, int place) {
     return {int(said.Number(place)), int(said.Number(place + 1))};
 }
 
+constexpr uint32_t kMillisPerSecond = 1'000;
+const QString kByPush = QStringLiteral("push offline");
+
+// A banner's picture that failed is known by its report, which names the ad.
+std::optional<AdSlot> SlotOf(const ad_why::Meaning& meaning, const ad_lines::Said& said) {
+    const int type = meaning.typeAt < 0 ? kBottomPopup.type : int(said.Number(meaning.typeAt));
+    if (meaning.positionAt >= 0) {
+        return AdSlot{type, int(said.Number(meaning.positionAt))};
+    }
+    return type == kBottomPopup.type ? std::make_optional(kBottomPopup) : std::nullopt;
+}
+
 }  // namespace
 
 CAdBoard::CAdBoard(ToServer toServer, QObject* parent) : QObject(parent), m_fnToServer(std::move(toServer)) {}
 
-void CAdBoard::Take(const Seen& seen) {
+void CAdBoard::Take(const TraceEvent& seen) {
     if (seen.number != 0 && seen.number <= m_nLastSeen) {
         return;
     }
     m_nLastSeen = std::max(m_nLastSeen, seen.number);
-    if (const auto* call = std::get_if<HttpSeen>(&seen.what)) {
+    if (const auto* call = std::get_if<HttpTrace>(&seen.what)) {
         TakeCall(*call, seen.timeMs);
-    } else if (const auto* report = std::get_if<ReportSeen>(&seen.what)) {
+    } else if (const auto* report = std::get_if<ReportTrace>(&seen.what)) {
         if (TakeReport(*report, seen.timeMs)) {
             Q_EMIT Changed();
         }
     }
 }
 
-void CAdBoard::TakeCall(const HttpSeen& call, qint64 timeMs) {
-    const bool isEnd = call.kind != HttpSeen::EnKind::Sent;
+void CAdBoard::TakeCall(const HttpTrace& call, qint64 timeMs) {
+    const bool isEnd = call.kind != HttpTrace::EnKind::Sent;
     const auto read = ad_bodies::ReadRequest(call.url, isEnd ? call.requestBody : call.body);
     if (!read) {
         return;
@@ -60,7 +73,7 @@ void CAdBoard::TakeCall(const HttpSeen& call, qint64 timeMs) {
     request->status = call.status;
     request->durationMs = call.durationMs;
     // One that was cut for its length can't be read: its ads are known by the reports alone.
-    if (call.kind == HttpSeen::EnKind::Answered) {
+    if (call.kind == HttpTrace::EnKind::Answered) {
         ad_bodies::Answer answer = ad_bodies::ReadAnswer(call.body);
         request->code = answer.code;
         request->offers = std::move(answer.offers);
@@ -74,7 +87,7 @@ void CAdBoard::TakeCall(const HttpSeen& call, qint64 timeMs) {
     Q_EMIT Changed();
 }
 
-bool CAdBoard::TakeReport(const ReportSeen& report, qint64 timeMs) {
+bool CAdBoard::TakeReport(const ReportTrace& report, qint64 timeMs) {
     if (report.event == "StartExposeAd" || report.event == "ExposeAd") {
         OnExposed(report, timeMs);
         return true;
@@ -94,7 +107,7 @@ bool CAdBoard::TakeReport(const ReportSeen& report, qint64 timeMs) {
     return false;
 }
 
-void CAdBoard::OnAdsReported(const ReportSeen& report) {
+void CAdBoard::OnAdsReported(const ReportTrace& report) {
     const ad_bodies::CParams params(report.params);
     AdRequest* request = Known(params.Text("request_id"));
     if (!request) {
@@ -110,15 +123,15 @@ void CAdBoard::OnAdsReported(const ReportSeen& report) {
     }
 }
 
-void CAdBoard::OnExposed(const ReportSeen& report, qint64 timeMs) {
+void CAdBoard::OnExposed(const ReportTrace& report, qint64 timeMs) {
     const ad_bodies::CParams params(report.params);
     const AdRequest* request = Known(params.Text("request_id"));
-    if (!request || report.kind == ReportSeen::EnKind::TimerStarted) {
+    if (!request || report.kind == ReportTrace::EnKind::TimerStarted) {
         return;
     }
     std::optional<AdExposure>& exposure = Of(request->slot).exposure;
     const QString ad = params.Text("advertisement_id");
-    if (report.kind == ReportSeen::EnKind::Reported) {
+    if (report.kind == ReportTrace::EnKind::Reported) {
         exposure.emplace();
         exposure->timeMs = timeMs;
         exposure->adId = ad;
@@ -134,7 +147,7 @@ void CAdBoard::OnExposed(const ReportSeen& report, qint64 timeMs) {
     exposure->taken = report.taken;
 }
 
-void CAdBoard::OnClickReported(const ReportSeen& report, qint64 timeMs) {
+void CAdBoard::OnClickReported(const ReportTrace& report, qint64 timeMs) {
     const ad_bodies::CParams params(report.params);
     const AdRequest* request = Known(params.Text("request_id"));
     if (!request) {
@@ -150,7 +163,7 @@ void CAdBoard::OnClickReported(const ReportSeen& report, qint64 timeMs) {
 }
 
 // The report names no position; an ad is one of the slots of its type.
-void CAdBoard::OnPicture(const ReportSeen& report) {
+void CAdBoard::OnPicture(const ReportTrace& report) {
     const ad_bodies::CParams params(report.params);
     const QString ad = params.Text("advertisement_id");
     const int type = params.Text("advertisement_type").toInt();
@@ -447,4 +460,96 @@ const AdSlotState* CAdBoard::Find(const AdSlot& slot) const {
 const AdRequest* CAdBoard::Request(const QString& id) const {
     const auto found = m_requests.find(id);
     return found == m_requests.end() ? nullptr : &found->second;
+}
+
+bool CAdBoard::TakeWhyLine(const ad_lines::Said& said, qint64 timeMs) {
+    const ad_why::Meaning* meaning = ad_why::Find(said.line);
+    const std::optional<AdSlot> slot = meaning ? SlotOf(*meaning, said) : std::nullopt;
+    if (!slot) {
+        return false;
+    }
+    if (meaning->meaning == EnMeaning::Pushes) {
+        TakePush(said, timeMs);
+        return true;
+    }
+    AdSlotState& state = Of(*slot);
+    const bool isListRefusal =
+        meaning->meaning == EnMeaning::Refuses && meaning->stage == EnAdStage::List && ad_why::IsList(state.why);
+    if (isListRefusal) {
+        TakeListRefusal(said, *slot, timeMs);
+    }
+    if (said.line == EnLine::BannerMade) {
+        state.made = state.standing;
+    }
+    ad_why::Take(state.why, *meaning, said, slot->type == kTypeBanner, !state.standing.isEmpty(), timeMs);
+    return true;
+}
+
+// One that comes with the answer leaves the list before; one that had waited is thrown away.
+void CAdBoard::TakeListRefusal(const ad_lines::Said& said, const AdSlot& slot, qint64 timeMs) {
+    switch (said.line) {
+        case EnLine::NoPopup:
+        case EnLine::NoAdId:
+        case EnLine::NoAreas:
+        case EnLine::BannerNoLayout:
+        case EnLine::BannerNoCaller:
+            OnVerdict(slot, EnAdVerdict::Unfit, {}, timeMs);
+            break;
+        default:
+            break;
+    }
+    AdSlotState& state = Of(slot);
+    if (state.why.road == EnAdRoad::Waiting) {
+        state.standing.clear();
+    }
+}
+
+// The delay is counted as the module does, in 32 bits; what is then negative is at once.
+void CAdBoard::TakePush(const ad_lines::Said& said, qint64 timeMs) {
+    if (said.line == EnLine::PushChanged) {
+        Withdraw(said, timeMs);
+    }
+    const AdSlot named{int(said.Number(0)), int(said.Number(1))};
+    if (!(named == kBottomPopup)) {
+        return;
+    }
+    const qint64 now = m_fnToServer(timeMs);
+    const auto delay = int32_t(uint32_t(said.values.last().toLongLong()) * kMillisPerSecond);
+    std::vector<qint64>& pushes = Of(kBottomPopup).why.pushesMs;
+    pushes.erase(std::remove_if(pushes.begin(), pushes.end(), [now](qint64 due) { return due <= now; }), pushes.end());
+    pushes.push_back(now + std::max(0, delay));
+}
+
+// Whatever slot the push names. A list goes without a line of its own.
+void CAdBoard::Withdraw(const ad_lines::Said& said, qint64 timeMs) {
+    const QStringList ads = said.values[2].split(QLatin1Char(','));
+    AdSlotState& slot = Of(kBottomPopup);
+    slot.why.withdrawn = ads;
+    slot.why.withdrawnMs = timeMs;
+    const QString first = FirstKept(slot.standing);
+    if (!first.isEmpty() && ads.contains(first)) {
+        Known(slot.standing)->isCleared = true;
+        slot.standing.clear();
+        ad_why::TakeEnd(slot.why, EnAdTest::Withdrawn, said, timeMs);
+    }
+}
+
+// A list that waits behind an ad which a push takes off the screen stays, though the line says that all is cleared.
+bool CAdBoard::IsSpared(AdSlotState& slot) const {
+    const QStringList withdrawn = slot.why.withdrawn;
+    if (withdrawn.isEmpty() || !slot.closing || slot.closing->why != kByPush ||
+        slot.closing->timeMs < slot.why.withdrawnMs) {
+        return false;
+    }
+    slot.why.withdrawn.clear();
+    return !withdrawn.contains(FirstKept(slot.standing));
+}
+
+QString CAdBoard::FirstKept(const QString& requestId) const {
+    const AdRequest* request = Request(requestId);
+    const std::vector<AdFate> fates = request ? request->Fates() : std::vector<AdFate>();
+    const auto first = std::find_if(fates.begin(), fates.end(), [](const AdFate& fate) {
+        return fate.fate == EnAdFate::Kept || fate.fate == EnAdFate::Filtered;
+    });
+    return first == fates.end() ? QString() : first->ad.id;
 }

@@ -3,8 +3,8 @@
 #include <QObject>
 #include <functional>
 
-#include "log/FileLog.h"
-#include "observe/Seen.h"
+#include "framework/ILogSource.h"
+#include "tracing/TraceEvent.h"
 #include "workbench/ads/AdFacts.h"
 
 namespace ad_lines {
@@ -26,7 +26,7 @@ public:
     explicit CAdBoard(ToServer toServer, QObject* parent = nullptr);
 
     /// Takes what is younger than the last it took.
-    void Take(const Seen& seen);
+    void Take(const TraceEvent& seen);
     void TakeLine(const LogEntry& entry);
 
     /// By type and position.
@@ -50,12 +50,12 @@ private:
         qint64 sinceMs = 0;
     };
 
-    void TakeCall(const HttpSeen& call, qint64 timeMs);
-    bool TakeReport(const ReportSeen& report, qint64 timeMs);
-    void OnAdsReported(const ReportSeen& report);
-    void OnClickReported(const ReportSeen& report, qint64 timeMs);
-    void OnExposed(const ReportSeen& report, qint64 timeMs);
-    void OnPicture(const ReportSeen& report);
+    void TakeCall(const HttpTrace& call, qint64 timeMs);
+    bool TakeReport(const ReportTrace& report, qint64 timeMs);
+    void OnAdsReported(const ReportTrace& report);
+    void OnClickReported(const ReportTrace& report, qint64 timeMs);
+    void OnExposed(const ReportTrace& report, qint64 timeMs);
+    void OnPicture(const ReportTrace& report);
     bool TakeRequestLine(const ad_lines::Said& said, qint64 timeMs);
     bool TakeListLine(const ad_lines::Said& said, qint64 timeMs);
     bool TakeWhyLine(const ad_lines::Said& said, qint64 timeMs);

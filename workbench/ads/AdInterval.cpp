@@ -18,7 +18,7 @@ bool IsBottomPopup(const Json::Value& slot) {
 
 }  // namespace
 
-CAdInterval::CAdInterval(IServerAsk& server, QObject* parent) : QObject(parent), m_server(server) {}
+CAdInterval::CAdInterval(IControlClient& server, QObject* parent) : QObject(parent), m_server(server) {}
 
 void CAdInterval::Set(std::optional<qint64> seconds) {
     if (!seconds && !m_override) {
@@ -42,7 +42,8 @@ void CAdInterval::Set(std::optional<qint64> seconds) {
     });
 }
 
-void CAdInterval::Ask(const char* verb, const QString& path, const QByteArray& json, IServerAsk::Answered answered) {
+void CAdInterval::Ask(const char* verb, const QString& path, const QByteArray& json,
+                      IControlClient::Answered answered) {
     m_server.Ask(verb, path, json, this,
                  [this, asked = m_nServer, answered = std::move(answered)](const ServerAnswer& answer) {
                      if (asked == m_nServer) {

@@ -3,7 +3,7 @@
 #include <QObject>
 #include <optional>
 
-#include "ServerControl.h"
+#include "workbench/ControlClient.h"
 
 /// How long the bottom popup stays away after it was shown, as the server tells it with the ads: overridden
 /// by a change of the server's scenario. What was fetched before keeps what came with it. `server` must outlive it.
@@ -11,7 +11,7 @@ class CAdInterval : public QObject {
     Q_OBJECT
 
 public:
-    explicit CAdInterval(IServerAsk& server, QObject* parent = nullptr);
+    explicit CAdInterval(IControlClient& server, QObject* parent = nullptr);
 
     /// What is put in the scenario's place, in seconds; nothing: the scenario holds.
     std::optional<qint64> Override() const { return m_override; }
@@ -31,10 +31,10 @@ Q_SIGNALS:
 
 private:
     /// Who asks hears nothing of a server that was forgotten meanwhile.
-    void Ask(const char* verb, const QString& path, const QByteArray& json, IServerAsk::Answered answered);
+    void Ask(const char* verb, const QString& path, const QByteArray& json, IControlClient::Answered answered);
     void Put(const Json::Value& ads, qint64 own, std::optional<qint64> seconds);
 
-    IServerAsk& m_server;
+    IControlClient& m_server;
     std::optional<qint64> m_override;
     qint64 m_nOwn = 0;
     int m_nServer = 0;  // that is asked, by its place among those that there were

@@ -47,7 +47,7 @@ QLabel* NewTitle(texts::EnText text, QWidget* parent) {
 
 }  // namespace
 
-CAdPushPanel::CAdPushPanel(IServerAsk& server, QWidget* parent)
+CAdPushPanel::CAdPushPanel(IControlClient& server, QWidget* parent)
     : QWidget(parent),
       m_server(server),
       m_pPush(New<QComboBox>("AdPush", this)),

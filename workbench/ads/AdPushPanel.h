@@ -4,7 +4,7 @@
 
 #include <QWidget>
 
-#include "ServerControl.h"
+#include "workbench/ControlClient.h"
 
 class QComboBox;
 class QGridLayout;
@@ -15,7 +15,7 @@ class QLineEdit;
 /// out of the push. `server` must outlive it.
 class CAdPushPanel : public QWidget {
 public:
-    explicit CAdPushPanel(IServerAsk& server, QWidget* parent = nullptr);
+    explicit CAdPushPanel(IControlClient& server, QWidget* parent = nullptr);
 
 private:
     void AddRows(QGridLayout* grid);
@@ -25,7 +25,7 @@ private:
     void ShowTexts();
     void ShowIds();
 
-    IServerAsk& m_server;
+    IControlClient& m_server;
     QComboBox* m_pPush;
     QLineEdit* m_pType;
     QLineEdit* m_pPosition;

@@ -59,7 +59,7 @@ std::string LastShownKey(int intervalType) {
 
 }  // namespace
 
-CAdSwitches::CAdSwitches(IServerAsk& server, QWidget* parent)
+CAdSwitches::CAdSwitches(IControlClient& server, QWidget* parent)
     : QWidget(parent),
       m_pInterval(new CAdInterval(server, this)),
       m_pTab(New<QComboBox>("AdTab", this)),

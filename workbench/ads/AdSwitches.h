@@ -3,7 +3,7 @@
 #include <QStringList>
 #include <QWidget>
 
-#include "ServerControl.h"
+#include "workbench/ControlClient.h"
 
 class CAdInterval;
 class QComboBox;
@@ -23,7 +23,7 @@ class CAdSwitches : public QWidget {
     Q_OBJECT
 
 public:
-    explicit CAdSwitches(IServerAsk& server, QWidget* parent = nullptr);
+    explicit CAdSwitches(IControlClient& server, QWidget* parent = nullptr);
 
     /// The window shows that tab, by its place in kTabPages.
     void ShowTab(int index);

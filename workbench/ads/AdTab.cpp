@@ -17,7 +17,7 @@ constexpr int kTabMargin = 8;
 
 }  // namespace
 
-CAdTab::CAdTab(const CAdBoard& board, IServerAsk& server, QWidget* parent)
+CAdTab::CAdTab(const CAdBoard& board, IControlClient& server, QWidget* parent)
     : QWidget(parent),
       m_pSplitter(new QSplitter(Qt::Vertical, this)),
       m_pTabs(new QTabWidget(m_pSplitter)),

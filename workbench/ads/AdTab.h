@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include "ServerControl.h"
+#include "workbench/ControlClient.h"
 
 class CAdBoard;
 class CAdSwitches;
@@ -14,7 +14,7 @@ class QTabWidget;
 /// must outlive it.
 class CAdTab : public QWidget {
 public:
-    CAdTab(const CAdBoard& board, IServerAsk& server, QWidget* parent = nullptr);
+    CAdTab(const CAdBoard& board, IControlClient& server, QWidget* parent = nullptr);
 
     CAdSwitches& Switches() { return *m_pSwitches; }
 

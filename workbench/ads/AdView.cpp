@@ -92,7 +92,7 @@ CAdView::CAdView(const CAdBoard& board, QWidget* parent)
         }
     });
     m_tick.start(kTickMs);
-    theme::Keep(this, [this] { ShowDetail(); });
+    theme::OnThemeChange(this, [this] { ShowDetail(); });
     texts::Keep(this, [this] {
         for (int column = 0; column < kColumnCount; ++column) {
             auto* title = new QTableWidgetItem(texts::Tr(kTitles[column]));

@@ -6,7 +6,7 @@
 #include <functional>
 #include <optional>
 
-#include "ServerControl.h"
+#include "workbench/ControlClient.h"
 
 class QComboBox;
 class QGridLayout;
@@ -19,8 +19,8 @@ public:
     enum class EnAnswer { Good, Error, OtherCommand, Garbage, NoCode, OtherCode };
 
     /// Sets the fault of one command, or takes it away, and leaves those of the others as they are.
-    using SetFault =
-        std::function<void(uint32_t command, const std::optional<Json::Value>& fault, IServerAsk::Answered answered)>;
+    using SetFault = std::function<void(uint32_t command, const std::optional<Json::Value>& fault,
+                                        IControlClient::Answered answered)>;
 
     /// `setFault` must be callable as long as this lives; what it answers may come when this is gone.
     explicit CAnswerPanel(SetFault setFault, QWidget* parent = nullptr);

@@ -33,7 +33,7 @@ QLabel* NewTitle(texts::EnText text, const char* role, QWidget* parent) {
 
 }  // namespace
 
-CPushPanel::CPushPanel(IServerAsk& server, QWidget* parent)
+CPushPanel::CPushPanel(IControlClient& server, QWidget* parent)
     : QWidget(parent),
       m_server(server),
       m_pDelay(New<QLineEdit>("PushDelay", this)),

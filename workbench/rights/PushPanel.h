@@ -4,7 +4,7 @@
 
 #include <QWidget>
 
-#include "ServerControl.h"
+#include "workbench/ControlClient.h"
 
 class QComboBox;
 class QGridLayout;
@@ -15,7 +15,7 @@ class QLineEdit;
 /// empty is left out of the push. `server` must outlive it.
 class CPushPanel : public QWidget {
 public:
-    explicit CPushPanel(IServerAsk& server, QWidget* parent = nullptr);
+    explicit CPushPanel(IControlClient& server, QWidget* parent = nullptr);
 
 private:
     void AddRows(QGridLayout* grid);
@@ -26,7 +26,7 @@ private:
     void Say(const QString& words, bool good);
     void ShowTexts();
 
-    IServerAsk& m_server;
+    IControlClient& m_server;
     QLineEdit* m_pDelay;
     QComboBox* m_pNeedAll;
     QLineEdit* m_pRights;

@@ -29,26 +29,26 @@ qint64 DelayOf(const QString& milliseconds) {
 
 CRefreshBoard::CRefreshBoard(QObject* parent) : QObject(parent) {}
 
-void CRefreshBoard::Take(const Seen& seen) {
+void CRefreshBoard::Take(const TraceEvent& seen) {
     if (seen.number != 0 && seen.number <= m_nLastSeen) {
         return;
     }
     m_nLastSeen = std::max(m_nLastSeen, seen.number);
-    if (const auto* command = std::get_if<CommandSeen>(&seen.what)) {
+    if (const auto* command = std::get_if<CommandTrace>(&seen.what)) {
         TakeCommand(*command, seen.timeMs);
-    } else if (const auto* message = std::get_if<MessageSeen>(&seen.what)) {
+    } else if (const auto* message = std::get_if<MessageTrace>(&seen.what)) {
         TakeMessage(*message);
     }
 }
 
-void CRefreshBoard::TakeCommand(const CommandSeen& command, qint64 timeMs) {
+void CRefreshBoard::TakeCommand(const CommandTrace& command, qint64 timeMs) {
     const bool isVip = command.asked == kCommandVipStatus;
-    if (command.kind == CommandSeen::EnKind::Pushed || (!isVip && command.asked != kCommandPremiumAccess)) {
+    if (command.kind == CommandTrace::EnKind::Pushed || (!isVip && command.asked != kCommandPremiumAccess)) {
         return;
     }
     const EnSubject subject = isVip ? EnSubject::Vip : EnSubject::Premium;
     Refresh& refresh = Of(subject, command.session);
-    if (command.kind == CommandSeen::EnKind::Sent) {
+    if (command.kind == CommandTrace::EnKind::Sent) {
         refresh.sentMs = timeMs;
         if (isVip) {
             m_vipUnexplained.push_back(command.session);
@@ -62,7 +62,7 @@ void CRefreshBoard::TakeCommand(const CommandSeen& command, qint64 timeMs) {
     if (isVip) {
         m_lastVipFailure.reset();
     }
-    if (command.kind == CommandSeen::EnKind::Failed) {
+    if (command.kind == CommandTrace::EnKind::Failed) {
         refresh.outcome = EnOutcome::ChannelError;
         refresh.number = command.error;
     } else {
@@ -76,7 +76,7 @@ void CRefreshBoard::TakeCommand(const CommandSeen& command, qint64 timeMs) {
     Q_EMIT Changed();
 }
 
-void CRefreshBoard::TakeMessage(const MessageSeen& message) {
+void CRefreshBoard::TakeMessage(const MessageTrace& message) {
     switch (message.id) {
         case kMsgPremiumRequestAnswered: {
             const auto found = m_refreshes.find(message.p1);

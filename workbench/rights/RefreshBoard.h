@@ -6,8 +6,8 @@
 #include <optional>
 #include <vector>
 
-#include "log/FileLog.h"
-#include "observe/Seen.h"
+#include "framework/ILogSource.h"
+#include "tracing/TraceEvent.h"
 
 /// How rights and VIP status are kept in step with the server, made of the traffic and the module's log lines
 /// alone. The two may come interleaved or one after the other, each in its own order. Times are milliseconds
@@ -53,7 +53,7 @@ public:
     explicit CRefreshBoard(QObject* parent = nullptr);
 
     /// Takes what is younger than the last it took.
-    void Take(const Seen& seen);
+    void Take(const TraceEvent& seen);
     void TakeLine(const LogEntry& entry);
 
     /// In order of session.
@@ -82,8 +82,8 @@ private:
         std::deque<Failure> lines;
     };
 
-    void TakeCommand(const CommandSeen& command, qint64 timeMs);
-    void TakeMessage(const MessageSeen& message);
+    void TakeCommand(const CommandTrace& command, qint64 timeMs);
+    void TakeMessage(const MessageTrace& message);
     void OnSent(const QStringList& values, qint64 timeMs);
     void OnVipSent(qint64 timeMs);
     void OnVipGood();

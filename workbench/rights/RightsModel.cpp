@@ -19,7 +19,7 @@ CRightsModel::CRightsModel(const CPremiumRights& rights, const CWireDecoder& dec
     : QAbstractTableModel(parent), m_source(rights), m_decoder(decoder) {
     Take();
     connect(&rights, &CPremiumRights::Changed, this, &CRightsModel::Take);
-    theme::Keep(this, [this] { Repaint(); });
+    theme::OnThemeChange(this, [this] { Repaint(); });
     texts::Keep(this, [this] {
         Q_EMIT headerDataChanged(Qt::Horizontal, 0, ColumnCount - 1);
         Repaint();

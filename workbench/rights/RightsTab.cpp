@@ -19,7 +19,7 @@ constexpr int kTabMargin = 8;
 }  // namespace
 
 CRightsTab::CRightsTab(const CPremiumRights& rights, const CRefreshBoard& board, const CWireDecoder& decoder,
-                       IServerAsk& server, CAnswerPanel::SetFault setFault, QWidget* parent)
+                       IControlClient& server, CAnswerPanel::SetFault setFault, QWidget* parent)
     : QWidget(parent) {
     setObjectName(QStringLiteral("RightsTab"));
     auto* splitter = new QSplitter(Qt::Vertical, this);

@@ -13,5 +13,5 @@ class CWireDecoder;
 class CRightsTab : public QWidget {
 public:
     CRightsTab(const CPremiumRights& rights, const CRefreshBoard& board, const CWireDecoder& decoder,
-               IServerAsk& server, CAnswerPanel::SetFault setFault, QWidget* parent = nullptr);
+               IControlClient& server, CAnswerPanel::SetFault setFault, QWidget* parent = nullptr);
 };

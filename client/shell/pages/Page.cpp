@@ -66,6 +66,6 @@ QLabel* CPage::NewLabel(const char* role, texts::EnText text, QWidget* parent) {
 }
 
 void CPage::SetColor(QLabel* label, theme::ColorName color) {
-    theme::Keep(label,
-                [label, color] { label->setStyleSheet(QStringLiteral("color: %1;").arg(QColor(color).name())); });
+    theme::OnThemeChange(
+        label, [label, color] { label->setStyleSheet(QStringLiteral("color: %1;").arg(QColor(color).name())); });
 }

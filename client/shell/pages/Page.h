@@ -12,12 +12,12 @@ class QFrame;
 class QLabel;
 class QVBoxLayout;
 
-/// A page of the client: its head, with the entry to the AI chat where it has one, and under it what the page is for.
+/// A page of the client: a header, with the entry to the AI chat if it has one, and a body.
 class CPage : public QWidget {
 public:
     CPage(const EntryPage& page, const CAIChatEntries& entries, QWidget* parent = nullptr);
 
-    /// Null where the page has none.
+    /// Null for a page without an entry.
     CAIChatEntryButton* Entry() const { return m_pEntry; }
 
 protected:
@@ -29,11 +29,11 @@ protected:
         theme::ColorName color = theme::kText;
     };
 
-    /// A row of cards with a figure in each, at the end of the body.
+    /// Adds a row of cards, each with a figure, at the end of the body.
     void AddFigures(const std::vector<Figure>& figures);
-    /// A card, empty, with a layout of its own.
+    /// Creates an empty card with a layout.
     static QFrame* NewCard(QWidget* parent);
-    /// A label that the style sheet knows by `role`.
+    /// Creates a label. The style sheet selects it by `role`.
     static QLabel* NewLabel(const char* role, const QString& text, QWidget* parent);
     static QLabel* NewLabel(const char* role, texts::EnText text, QWidget* parent);
     static void SetColor(QLabel* label, theme::ColorName color);

@@ -20,7 +20,7 @@ CPriceChart::CPriceChart(QVector<double> prices, double previousClose, QWidget* 
     setObjectName(QStringLiteral("PriceChart"));
     setMinimumHeight(150);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-    theme::Keep(this, [this] { update(); });
+    theme::OnThemeChange(this, [this] { update(); });
 }
 
 void CPriceChart::paintEvent(QPaintEvent* /*event*/) {

@@ -3,7 +3,7 @@
 #include <QVector>
 #include <QWidget>
 
-/// The day's prices as a line, against the close of the day before.
+/// Draws the day's prices as a line, relative to the previous close.
 class CPriceChart : public QWidget {
 public:
     CPriceChart(QVector<double> prices, double previousClose, QWidget* parent = nullptr);

@@ -26,7 +26,7 @@ CSampleTable::CSampleTable(const char* name, std::vector<Column> columns, int wi
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     horizontalHeader()->setSectionResizeMode(wide, QHeaderView::Stretch);
-    theme::Keep(this, [this] { ShowColors(); });
+    theme::OnThemeChange(this, [this] { ShowColors(); });
     texts::Keep(this, [this] {
         for (int column = 0; column < columnCount(); ++column) {
             const Column& shown = m_columns[size_t(column)];

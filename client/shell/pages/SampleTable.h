@@ -6,7 +6,7 @@
 #include "ClientTexts.h"
 #include "Theme.h"
 
-/// A table that is looked at, not worked in: names at the left of their column, figures at the right.
+/// A read-only table. Names are left-aligned, figures right-aligned.
 class CSampleTable : public QTableWidget {
 public:
     struct Column {
@@ -16,17 +16,17 @@ public:
     struct Cell {
         QString text;
         theme::ColorName color = theme::kText;
-        texts::EnText id{};  // shown in the display language, in place of the text; 0: the text
+        texts::EnText id{};  // replaces the text if it is not 0
     };
 
-    /// The column `wide` takes the room that the others leave.
+    /// The column `wide` gets the remaining width.
     CSampleTable(const char* name, std::vector<Column> columns, int wide, QWidget* parent = nullptr);
 
     void AddRow(const std::vector<Cell>& cells);
 
-    /// All columns get the same room.
+    /// All columns get the same width.
     void StretchAll();
-    /// No taller than its rows, and never scrolled.
+    /// Makes the table as high as its rows, without a scroll bar.
     void FitRows();
 
 private:

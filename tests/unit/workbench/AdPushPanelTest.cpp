@@ -5,7 +5,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-#include "FakeServerAsk.h"
+#include "FakeControlClient.h"
 #include "support/Click.h"
 #include "support/ScriptedHostTest.h"
 
@@ -51,7 +51,7 @@ protected:
     std::string Said() { return Child<QLabel>("AdPushMessage")->text().toStdString(); }
     bool IsGood() { return Child<QLabel>("AdPushMessage")->property("good").toBool(); }
 
-    CFakeServerAsk server;
+    CFakeControlClient server;
     CAdPushPanel panel{server};
 };
 

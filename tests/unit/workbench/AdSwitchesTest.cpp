@@ -8,7 +8,7 @@
 #include <QTabWidget>
 
 #include "AdTexts.h"
-#include "FakeServerAsk.h"
+#include "FakeControlClient.h"
 #include "core/message_ids.h"
 #include "support/Click.h"
 #include "support/ScriptedHostTest.h"
@@ -63,7 +63,7 @@ protected:
         server.Answer("{}");
     }
 
-    CFakeServerAsk server;
+    CFakeControlClient server;
     CAdBoard board{[](qint64 localMs) { return localMs; }};
     CAdTab tab{board, server};
     std::vector<int> tabs;
@@ -203,7 +203,7 @@ TEST_F(AdSwitchesTest, WhatTheOldServerTookLateOverridesNothingOfTheNewOne) {
     const auto late = server.wishes.back().answered;
     AskInterval("7");
 
-    late(CServerControl::ReadAnswer(200, "{}", QString()));
+    late(ServerAnswer::Read(200, "{}", QString()));
     EXPECT_EQ(Overridden(), "");
     EXPECT_EQ(Said(), "");
     EXPECT_FALSE(Child<QPushButton>("AdIntervalSet")->isEnabled());

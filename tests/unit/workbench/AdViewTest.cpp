@@ -41,14 +41,14 @@ protected:
         Line("Request ad start, path = /ad/search, " + slot + ", adIdList = , requestId = " + id);
     }
 
-    void See(decltype(Seen::what) what) {
-        Seen seen{++number, now, std::move(what)};
+    void See(decltype(TraceEvent::what) what) {
+        TraceEvent seen{++number, now, std::move(what)};
         sights.push_back(seen);
         board.Take(seen);
     }
 
-    static HttpSeen Sent(const std::string& id) {
-        HttpSeen call;
+    static HttpTrace Sent(const std::string& id) {
+        HttpTrace call;
         call.task = 5;
         call.url = "https://ads.test/ad/search";
         call.body = R"({"ad_type": 2, "ad_position": 42, "request_id": ")" + id + "\"}";
@@ -57,8 +57,8 @@ protected:
     }
 
     void Answered(const std::string& id, const std::string& body) {
-        HttpSeen call = Sent(id);
-        call.kind = HttpSeen::EnKind::Answered;
+        HttpTrace call = Sent(id);
+        call.kind = HttpTrace::EnKind::Answered;
         call.requestBody = call.body;
         call.body = body;
         call.bodyBytes = body.size();
@@ -118,7 +118,7 @@ protected:
     qint64 now = kStart;
     uint64_t number = 0;
     std::vector<LogEntry> lines;
-    std::vector<Seen> sights;
+    std::vector<TraceEvent> sights;
 };
 
 }  // namespace
@@ -188,7 +188,7 @@ TEST_F(AdViewTest, TrafficAndLinesMayComeOneAfterTheOther) {
         }
     };
     const auto feedSights = [this](CAdBoard& one) {
-        for (const Seen& seen : sights) {
+        for (const TraceEvent& seen : sights) {
             one.Take(seen);
         }
     };

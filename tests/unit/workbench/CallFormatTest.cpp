@@ -15,7 +15,7 @@ using namespace ::testing;
 
 namespace {
 
-using EnKind = HttpSeen::EnKind;
+using EnKind = HttpTrace::EnKind;
 
 class CallFormatTest : public ScriptedHostTest {
 protected:
@@ -25,15 +25,15 @@ protected:
         time.Settle();
     }
 
-    void See(decltype(Seen::what) what) {
-        const Seen seen{++number, 1'000 * int64_t(number), std::move(what)};
+    void See(decltype(TraceEvent::what) what) {
+        const TraceEvent seen{++number, 1'000 * int64_t(number), std::move(what)};
         for (CSeenView* view : {&http_, &reports_}) {
             view->Model().Add(seen);
         }
     }
 
-    static HttpSeen Sent(unsigned long task, const std::string& body) {
-        HttpSeen call;
+    static HttpTrace Sent(unsigned long task, const std::string& body) {
+        HttpTrace call;
         call.task = task;
         call.isPost = true;
         call.url = "https://ads.test/ad/search?a=1";
@@ -43,15 +43,15 @@ protected:
         return call;
     }
 
-    static HttpSeen Picture(unsigned long load) {
-        HttpSeen call;
+    static HttpTrace Picture(unsigned long load) {
+        HttpTrace call;
         call.task = load;
         call.isPicture = true;
         call.url = "https://pictures.test/pictures/a.png";
         return call;
     }
 
-    static HttpSeen End(HttpSeen call, EnKind kind, int number, const std::string& body) {
+    static HttpTrace End(HttpTrace call, EnKind kind, int number, const std::string& body) {
         call.kind = kind;
         call.requestBody = call.body;
         call.requestBytes = call.bodyBytes;
@@ -164,8 +164,8 @@ TEST_F(CallFormatTest, TheDetailOfTheChosenCallFollowsItsAnswer) {
 }
 
 TEST_F(CallFormatTest, APictureIsACallWithoutItsBytes) {
-    const HttpSeen asked = Picture(7);
-    HttpSeen end = End(asked, EnKind::Answered, 200, "");
+    const HttpTrace asked = Picture(7);
+    HttpTrace end = End(asked, EnKind::Answered, 200, "");
     end.bodyBytes = 5'000;
     See(asked);
     Show();
@@ -181,9 +181,9 @@ TEST_F(CallFormatTest, APictureIsACallWithoutItsBytes) {
 }
 
 TEST_F(CallFormatTest, APictureSaysWhetherItIsFromTheCache) {
-    HttpSeen fresh = End(Picture(1), EnKind::Answered, 0, "");
+    HttpTrace fresh = End(Picture(1), EnKind::Answered, 0, "");
     fresh.fromCache = true;
-    HttpSeen asked = End(Picture(2), EnKind::Answered, 304, "");
+    HttpTrace asked = End(Picture(2), EnKind::Answered, 304, "");
     asked.fromCache = true;
     See(fresh);
     See(asked);
@@ -194,7 +194,7 @@ TEST_F(CallFormatTest, APictureSaysWhetherItIsFromTheCache) {
 }
 
 TEST_F(CallFormatTest, BytesThatAreNoPictureAreBadAndSayWhy) {
-    HttpSeen end = End(Picture(7), EnKind::Answered, 200, "");
+    HttpTrace end = End(Picture(7), EnKind::Answered, 200, "");
     end.refusal = "it has too many pixels";
     See(end);
     See(End(Picture(8), EnKind::Answered, 200, ""));
@@ -226,7 +226,7 @@ TEST_F(CallFormatTest, ABodyThatIsNoJsonIsTextAndHex) {
 }
 
 TEST_F(CallFormatTest, OfALongBodyTheRestIsSaid) {
-    HttpSeen call = Sent(7, "[1, 2");
+    HttpTrace call = Sent(7, "[1, 2");
     call.bodyBytes = 100;
     See(call);
     Show();
@@ -244,17 +244,17 @@ TEST_F(CallFormatTest, ACallThatWasNotStartedIsBadAndStandsAlone) {
 }
 
 TEST_F(CallFormatTest, ReportsAndMeasurementsAreToldApart) {
-    ReportSeen report;
+    ReportTrace report;
     report.event = "ClickAd";
     report.code = 4;
     report.params = R"({"advertisement_id":"a","list":["x"]})";
     See(report);
-    report.kind = ReportSeen::EnKind::TimerStarted;
+    report.kind = ReportTrace::EnKind::TimerStarted;
     report.timer = "ExposeAd#3";
     report.event = "ExposeAd";
     report.taken = true;
     See(report);
-    report.kind = ReportSeen::EnKind::TimerEnded;
+    report.kind = ReportTrace::EnKind::TimerEnded;
     report.durationMs = 250;
     report.params = "null";
     See(report);
@@ -276,7 +276,7 @@ TEST_F(CallFormatTest, AnExportHoldsNoSessionAndNoId) {
     See(End(Sent(7, R"({"request_id": "0123456789abcdef1700000000"})"), EnKind::Answered, 200,
             "\xff"
             "10001 t\0o\0p\0"));
-    ReportSeen report;
+    ReportTrace report;
     report.event = "ClickAd";
     report.params = R"({"uid":10001,"exposure_id":"0123456789abcdef1"})";
     See(report);

@@ -34,7 +34,7 @@ protected:
 
     template <class What>
     void See(const What& what) {
-        Seen seen;
+        TraceEvent seen;
         seen.number = ++number;
         seen.what = what;
         for (CSeenModel* model : {&traffic, &store_, &urls_}) {
@@ -70,19 +70,19 @@ TEST_F(ExportTest, NoKnownIdAndNoTokenRemains) {
     const std::string session = std::to_string(kSession);
     const std::string secrets =
         user + " " + session + " " + kDevice.toUpper().toStdString() + kToken.toStdString() + kName.toStdString();
-    See(StoreSeen{true, kOtherUser, "ZRBaseAIChatEnableCacheDataKey_" + user, secrets, false, true});
-    See(StoreSeen{true, kUser, "raw", "\xff" + secrets, false, true});
-    See(UrlSeen{QStringLiteral("https://a.example/?uid=10001&t=") + kToken, kDevice, 0, 1});
-    MessageSeen message;
+    See(StoreTrace{true, kOtherUser, "ZRBaseAIChatEnableCacheDataKey_" + user, secrets, false, true});
+    See(StoreTrace{true, kUser, "raw", "\xff" + secrets, false, true});
+    See(UrlTrace{QStringLiteral("https://a.example/?uid=10001&t=") + kToken, kDevice, 0, 1});
+    MessageTrace message;
     message.hasBody = true;
     message.p1 = kUser;
     message.p2 = kOtherUser;
     message.wParam = kSession;
     message.location = "at " + user;
     See(message);
-    See(CommandSeen{CommandSeen::EnKind::Replied, 20982, 1, 0, 1, std::string("\x12") + char(secrets.size()) + secrets,
-                    20982});
-    See(CommandSeen{CommandSeen::EnKind::Sent, 4711, 2, 0, -1, secrets, 4711});
+    See(CommandTrace{CommandTrace::EnKind::Replied, 20982, 1, 0, 1,
+                     std::string("\x12") + char(secrets.size()) + secrets, 20982});
+    See(CommandTrace{CommandTrace::EnKind::Sent, 4711, 2, 0, -1, secrets, 4711});
     Write(QStringLiteral("\t") + QString::fromStdString(secrets));
     Write(QString::fromLatin1("user 10001, \xC3\xA9t\xC3\xA9 10001"));
 
@@ -125,7 +125,7 @@ protected:
 };
 
 TEST_P(SecretBytesTest, AreReplacedAmongBytesThatNobodyCouldRead) {
-    See(StoreSeen{true, kOtherUser, "raw", "\xff" + GetParam().bytes + "\xfe", false, true});
+    See(StoreTrace{true, kOtherUser, "raw", "\xff" + GetParam().bytes + "\xfe", false, true});
 
     EXPECT_EQ(ExportedHex(), std::string("ff ") + GetParam().alias + " fe");
 }
@@ -155,33 +155,33 @@ TEST_F(SecretBytesTest, OtherBytesStayAsTheyAre) {
         "\xff\x00"
         "110001 \x91\x00 s3cret",
         18);
-    See(StoreSeen{true, kOtherUser, "raw", bytes, false, true});
+    See(StoreTrace{true, kOtherUser, "raw", bytes, false, true});
 
     EXPECT_EQ(ExportedHex(), HexOf(bytes));
 }
 
 TEST_F(SecretBytesTest, ASecretAtTheEndOfWhatIsShownIsReplacedWhole) {
     const std::string before = "\xff" + std::string(4090, 'x');
-    See(StoreSeen{true, kOtherUser, "raw", before + kToken.toStdString() + "more", false, true});
+    See(StoreTrace{true, kOtherUser, "raw", before + kToken.toStdString() + "more", false, true});
 
     EXPECT_EQ(ExportedHex(), HexOf(before) + " token-1 …");
 }
 
 TEST_F(SecretBytesTest, OneThatBeginsLaterIsNotShownAtAll) {
     const std::string before = "\xff" + std::string(4095, 'x');
-    See(StoreSeen{true, kOtherUser, "raw", before + kToken.toStdString(), false, true});
+    See(StoreTrace{true, kOtherUser, "raw", before + kToken.toStdString(), false, true});
 
     EXPECT_EQ(ExportedHex(), HexOf(before) + " …");
 }
 
 TEST_F(ExportTest, BodiesThatAreNoSuchMessageAreThereAsHex) {
-    See(CommandSeen{CommandSeen::EnKind::Replied, 20982, 1, 0, 1, "\xff\x01" + kName.toStdString(), 20982});
+    See(CommandTrace{CommandTrace::EnKind::Replied, 20982, 1, 0, 1, "\xff\x01" + kName.toStdString(), 20982});
 
     EXPECT_TRUE(Exported().contains("\"hex\": \"ff 01 name-1\"")) << Exported().constData();
 }
 
 TEST_F(ExportTest, ASecretThatThePreviewCutsIsNotShown) {
-    See(StoreSeen{true, kOtherUser, "text", std::string(75, 'x') + kToken.toStdString(), false, true});
+    See(StoreTrace{true, kOtherUser, "text", std::string(75, 'x') + kToken.toStdString(), false, true});
 
     const QByteArray json = Exported();
     EXPECT_TRUE(json.contains("xxtoken-1"));
@@ -211,8 +211,8 @@ TEST_F(ExportTest, AnIdAfterAnEscapeIsFound) {
 }
 
 TEST_F(ExportTest, HasAListForEachKind) {
-    See(UrlSeen{QStringLiteral("https://a.example/"), QString(), 0, 1});
-    See(MessageSeen{});
+    See(UrlTrace{QStringLiteral("https://a.example/"), QString(), 0, 1});
+    See(MessageTrace{});
     Write(QStringLiteral("a line"));
 
     const QJsonObject all = QJsonDocument::fromJson(Exported()).object();

@@ -15,7 +15,7 @@ namespace {
 using EnOutcome = CRefreshBoard::EnOutcome;
 using EnSubject = CRefreshBoard::EnSubject;
 using EnWhy = CRefreshBoard::EnWhy;
-using EnKind = CommandSeen::EnKind;
+using EnKind = CommandTrace::EnKind;
 
 constexpr qint64 kStart = 1'700'000'000'000;
 
@@ -31,18 +31,18 @@ protected:
         board.TakeLine(entry);
     }
 
-    void See(decltype(Seen::what) what) {
-        Seen seen{++sights, now, std::move(what)};
+    void See(decltype(TraceEvent::what) what) {
+        TraceEvent seen{++sights, now, std::move(what)};
         seenEntries.push_back(seen);
         board.Take(seen);
     }
 
     void Command(EnKind kind, uint32_t command, unsigned long session, int error = 0) {
-        See(CommandSeen{kind, command, session, error, -1, "", command});
+        See(CommandTrace{kind, command, session, error, -1, "", command});
     }
 
     void Message(unsigned int id, uint64_t p1 = 0, uint64_t p2 = 0) {
-        MessageSeen message;
+        MessageTrace message;
         message.id = id;
         message.p1 = p1;
         message.p2 = p2;
@@ -101,7 +101,7 @@ protected:
     uint64_t lines = 0;
     uint64_t sights = 0;
     std::vector<LogEntry> lineEntries;
-    std::vector<Seen> seenEntries;
+    std::vector<TraceEvent> seenEntries;
     CRefreshBoard board;
 };
 
@@ -303,7 +303,7 @@ TEST_F(RefreshBoardTest, WhatComesTwiceIsTakenOnce) {
     for (const LogEntry& entry : std::vector<LogEntry>(lineEntries)) {
         board.TakeLine(entry);
     }
-    for (const Seen& seen : std::vector<Seen>(seenEntries)) {
+    for (const TraceEvent& seen : std::vector<TraceEvent>(seenEntries)) {
         board.Take(seen);
     }
 
@@ -361,7 +361,7 @@ TEST_F(LateBoardTest, TheLogMayComeAheadOfAllTraffic) {
     for (const LogEntry& entry : lineEntries) {
         late.TakeLine(entry);
     }
-    for (const Seen& seen : seenEntries) {
+    for (const TraceEvent& seen : seenEntries) {
         late.Take(seen);
     }
 
@@ -369,7 +369,7 @@ TEST_F(LateBoardTest, TheLogMayComeAheadOfAllTraffic) {
 }
 
 TEST_F(LateBoardTest, TheLogMayComeBehindAllTraffic) {
-    for (const Seen& seen : seenEntries) {
+    for (const TraceEvent& seen : seenEntries) {
         late.Take(seen);
     }
     for (const LogEntry& entry : lineEntries) {
@@ -384,7 +384,7 @@ TEST_F(LateBoardTest, ALineWhoseAnswerWasNotSeenIsNotTakenForTheNextOne) {
         late.TakeLine(entry);
     }
     // the traffic of the first answers is gone
-    for (const Seen& seen : seenEntries) {
+    for (const TraceEvent& seen : seenEntries) {
         if (seen.timeMs > kStart + 500) {
             late.Take(seen);
         }

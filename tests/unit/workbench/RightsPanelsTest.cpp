@@ -4,8 +4,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include "FakeControlClient.h"
 #include "FakeGrowthService.h"
-#include "FakeServerAsk.h"
 #include "support/Click.h"
 #include "support/ScriptedHostTest.h"
 #include "workbench/FaultPanel.h"
@@ -38,7 +38,7 @@ protected:
     std::string Said(const char* label) { return Child<QLabel>(label)->text().toStdString(); }
 
     QWidget* shown = nullptr;
-    CFakeServerAsk server;
+    CFakeControlClient server;
 };
 
 class AskPanelTest : public RightsPanelTest {
@@ -46,10 +46,10 @@ protected:
     AskPanelTest() { Show(panel); }
 
     void Answer(unsigned long session, uint64_t p2) {
-        Seen seen;
-        seen.what = CommandSeen{CommandSeen::EnKind::Replied, 20637, session, 0, 1, "", 20637};
+        TraceEvent seen;
+        seen.what = CommandTrace{CommandTrace::EnKind::Replied, 20637, session, 0, 1, "", 20637};
         board.Take(seen);
-        MessageSeen message;
+        MessageTrace message;
         message.id = 80051;
         message.p1 = session;
         message.p2 = p2;
@@ -78,7 +78,7 @@ protected:
     void Choose(const char* combo, int index) { Child<QComboBox>(combo)->setCurrentIndex(index); }
 
     CFaultPanel faults{server};
-    CAnswerPanel panel{[this](uint32_t command, const auto& fault, IServerAsk::Answered answered) {
+    CAnswerPanel panel{[this](uint32_t command, const auto& fault, IControlClient::Answered answered) {
         faults.SetFault(command, fault, std::move(answered));
     }};
 };

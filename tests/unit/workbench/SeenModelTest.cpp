@@ -12,9 +12,9 @@ namespace {
 class SeenModelTest : public ScriptedHostTest {
 protected:
     void Add(unsigned int id) {
-        Seen seen;
+        TraceEvent seen;
         seen.number = ++number;
-        MessageSeen message;
+        MessageTrace message;
         message.id = id;
         seen.what = message;
         model.Add(seen);
@@ -67,9 +67,9 @@ TEST_F(SeenModelTest, TheOldestGiveWayToTheYoungest) {
 TEST_F(SeenModelTest, OfCallsWithTheirBodiesFewerAreKept) {
     CSeenModel calls(NewHttpFormat());
     for (int i = 1; i <= 1'002; ++i) {
-        Seen seen;
+        TraceEvent seen;
         seen.number = uint64_t(i);
-        HttpSeen call;
+        HttpTrace call;
         call.task = static_cast<unsigned long>(i);
         seen.what = call;
         calls.Add(seen);
@@ -116,9 +116,9 @@ TEST_F(SeenModelTest, APauseHoldsBackWhatWasCollectedBeforeItToo) {
 
 TEST_F(SeenModelTest, TheFilterTellsKindsAndFindsNames) {
     Add(20300);
-    Seen command;
+    TraceEvent command;
     command.number = ++number;
-    command.what = CommandSeen{CommandSeen::EnKind::Sent, 20982, 1, 0, -1, "", 20982};
+    command.what = CommandTrace{CommandTrace::EnKind::Sent, 20982, 1, 0, -1, "", 20982};
     model.Add(command);
     time.Advance(std::chrono::seconds(1));
 

@@ -21,8 +21,8 @@ protected:
         time.Settle();
     }
 
-    void Add(const StoreSeen& what) {
-        Seen seen;
+    void Add(const StoreTrace& what) {
+        TraceEvent seen;
         seen.number = ++number;
         seen.what = what;
         view.Model().Add(seen);

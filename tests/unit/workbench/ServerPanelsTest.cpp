@@ -5,7 +5,7 @@
 #include <QSpinBox>
 #include <QTableWidget>
 
-#include "FakeServerAsk.h"
+#include "FakeControlClient.h"
 #include "support/Click.h"
 #include "support/ScriptedHostTest.h"
 #include "workbench/ClockPanel.h"
@@ -33,7 +33,7 @@ protected:
     void Press(const char* button) { Click(Child<QPushButton>(button)); }
     std::string Said(const char* label) { return Child<QLabel>(label)->text().toStdString(); }
 
-    CFakeServerAsk server;
+    CFakeControlClient server;
     Panel panel{server};
 };
 
@@ -124,7 +124,7 @@ TEST_F(ScenePanelTest, ASceneThatIsNoNumberIsNotSent) {
 TEST_F(ScenePanelTest, AnAnswerForTheFormerUserIsDropped) {
     panel.ShowUser(7);
     panel.ShowUser(9);
-    server.wishes.front().answered(CServerControl::ReadAnswer(
+    server.wishes.front().answered(ServerAnswer::Read(
         200, R"({"users":[{"id":7,"aiChat":{"entries":[{"scene":2,"allOpen":false}]}}]})", QString()));
 
     EXPECT_EQ(Child<QTableWidget>("SceneTable")->rowCount(), 0);

@@ -8,8 +8,8 @@
 #include <QSignalSpy>
 
 #include "AIChatEntries.h"
+#include "FakeControlClient.h"
 #include "FakeGrowthService.h"
-#include "FakeServerAsk.h"
 #include "PremiumRights.h"
 #include "support/Click.h"
 #include "support/ScriptedHostTest.h"
@@ -37,7 +37,7 @@ protected:
     std::shared_ptr<CFakeGrowthService> service = CFakeGrowthService::Offer();
     CAIChatEntries entries;
     CPremiumRights rights;
-    CFakeServerAsk server;
+    CFakeControlClient server;
     QMainWindow window;
     CWorkbench* workbench = new CWorkbench(entries, rights, server, &window);
 };

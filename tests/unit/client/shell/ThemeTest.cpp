@@ -214,7 +214,7 @@ TEST_F(ThemeTest, APaletteHasNoColourThatNobodyUses) {
 TEST_F(ThemeTest, WhatIsKeptIsShownNowAndAtEachChangeWhileItsContextLives) {
     std::vector<QColor> shown;
     auto context = std::make_unique<QObject>();
-    theme::Keep(context.get(), [&shown] { shown.emplace_back(theme::kWindow); });
+    theme::OnThemeChange(context.get(), [&shown] { shown.emplace_back(theme::kWindow); });
 
     ThemeControl::Set(Manager::kThemeBlack);
     context.reset();

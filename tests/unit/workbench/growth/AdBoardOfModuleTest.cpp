@@ -206,7 +206,7 @@ TEST_F(AdBoardOfModuleTest, AFilterAndAPictureAreToldOfTheirAd) {
 
 TEST_F(AdBoardOfModuleTest, AnAnswerThatIsTooLongToKeepIsKnownByWhatTheModuleTook) {
     Json::Value answer = PopupAnswer();
-    answer["padding"] = std::string(HttpSeen::kBodyKept, 'x');
+    answer["padding"] = std::string(HttpTrace::kBodyKept, 'x');
     Search(slot);
     AnswerJson(answer);
 

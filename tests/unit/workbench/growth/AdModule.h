@@ -8,10 +8,10 @@
 #include "Ad/Tools/ZRAdApiClient.h"
 #include "Ad/Tools/ZRAdReporter.h"
 #include "LogTee.h"
-#include "observe/Observation.h"
-#include "observe/ObservedHttp.h"
-#include "observe/ObservedReports.h"
 #include "support/ScriptedHostTest.h"
+#include "tracing/HttpRecorder.h"
+#include "tracing/ReportsRecorder.h"
+#include "tracing/TraceLog.h"
 #include "workbench/ads/AdBoard.h"
 #include "workbench/ads/AdLines.h"
 #include "workbench/ads/AdWords.h"
@@ -38,14 +38,14 @@ class AdModuleTest : public ScriptedHostTest {
 protected:
     AdModuleTest() {
         time.SetServerTime(200'000);
-        QObject::connect(&observation, &CObservation::Happened, &board, [this](Seen seen) {
+        QObject::connect(&traceLog, &CTraceLog::Recorded, &board, [this](TraceEvent seen) {
             seen.timeMs = time.ServerTime();
             board.Take(seen);
         });
         host::Ports ports = ScriptedPorts();
         ports.log = &tee;
-        ports.http = &observedHttp;
-        ports.reports = &observedReports;
+        ports.http = &httpRecorder;
+        ports.reports = &reportsRecorder;
         host::Install(ports);
     }
 
@@ -135,7 +135,7 @@ private:
                     entry.record = record;
                     board.TakeLine(entry);
                 }};
-    CObservation observation;
-    CObservedHttp observedHttp{http, observation};
-    CObservedReports observedReports{reports, observation};
+    CTraceLog traceLog;
+    CHttpRecorder httpRecorder{http, traceLog};
+    CReportsRecorder reportsRecorder{reports, traceLog};
 };

@@ -3,11 +3,11 @@
 #include "Premium/ZRPremiumManager.h"
 #include "PremiumRights.h"
 #include "Vip/Controller/ZRVipManager.h"
-#include "observe/Observation.h"
-#include "observe/ObservedBus.h"
-#include "observe/ObservedChannel.h"
 #include "premium_svr.pb.h"
 #include "support/ScriptedHostTest.h"
+#include "tracing/BusRecorder.h"
+#include "tracing/ChannelRecorder.h"
+#include "tracing/TraceLog.h"
 #include "vip_base_service.pb.h"
 #include "workbench/rights/RefreshBoard.h"
 #include "workbench/rights/RefreshWords.h"
@@ -22,14 +22,14 @@ class BoardOfModuleTest : public ScriptedHostTest {
 protected:
     BoardOfModuleTest() {
         // Both clocks are the test's.
-        QObject::connect(&observation, &CObservation::Happened, &board, [this](Seen seen) {
+        QObject::connect(&traceLog, &CTraceLog::Recorded, &board, [this](TraceEvent seen) {
             seen.timeMs = time.ServerTime();
             board.Take(seen);
         });
         host::Ports ports = ScriptedPorts();
         ports.log = &tee;
-        ports.bus = &observedBus;
-        ports.channel = &observedChannel;
+        ports.bus = &busRecorder;
+        ports.channel = &channelRecorder;
         host::Install(ports);
         CZRPremiumManager::Singleton()->Init();
         vip.Init();
@@ -74,9 +74,9 @@ protected:
                     entry.record = record;
                     board.TakeLine(entry);
                 }};
-    CObservation observation;
-    CObservedBus observedBus{bus, observation, [](unsigned int) { return 0; }};
-    CObservedChannel observedChannel{channel, observation};
+    CTraceLog traceLog;
+    CBusRecorder busRecorder{bus, traceLog, [](unsigned int) { return 0; }};
+    CChannelRecorder channelRecorder{channel, traceLog};
     CZRPremiumManager& premium = *CZRPremiumManager::Singleton();
     CZRVipManager vip;
 };
