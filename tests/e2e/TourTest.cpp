@@ -72,6 +72,10 @@ struct Look {
     zr_ui_theme::Manager::Theme theme;
 };
 
+void PrintTo(const Look& look, std::ostream* stream) {
+    *stream << look.name;
+}
+
 class TourThemeTest : public TourTest, public WithParamInterface<Look> {
 protected:
     int themeMessages = 0;
@@ -325,13 +329,14 @@ TEST_F(TourTest, ExportsWhatWasRecordedWithoutNamingAUser) {
     StartTour();
     const QString path = folder.filePath(QStringLiteral("workbench.json"));
     Child<QLineEdit>("ExportPath")->setText(path);
+    ASSERT_TRUE(WaitInRealTime([this] { return IsWorkbenchSettled(); }));
 
     Click(Child<QPushButton>("ExportSave"));
 
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QString json = QString::fromUtf8(file.readAll());
-    EXPECT_FALSE(json.isEmpty());
+    EXPECT_TRUE(json.contains(QStringLiteral("user-1")));
     for (const ServerUser& user : client->Users()) {
         // A longer number can contain the id.
         const QRegularExpression id(QStringLiteral("(?<![0-9])%1(?![0-9])").arg(user.id));
