@@ -16,6 +16,7 @@
 #include "StatusLine.h"
 #include "Theme.h"
 #include "TitleBar.h"
+#include "Translation.h"
 #include "core/environment.h"
 #include "core/uniform_resource_slot.h"
 #include "pages/AccountPage.h"
@@ -60,7 +61,7 @@ CMainWindow::CMainWindow(CComposition& composition)
     resize(kWindowSize);
     // What a click came to is said of the entries as they stood then.
     connect(&m_entries, &CAIChatEntries::Changed, m_pStatusLine, [this] { m_pStatusLine->ShowNote(QString()); });
-    texts::Keep(this, [this] {
+    translation::OnLanguageChange(this, [this] {
         ShowEdition();
         m_pStatusLine->ShowNote(QString());
     });
@@ -98,7 +99,7 @@ QDockWidget* CMainWindow::NewDock() {
     dock->setObjectName(QStringLiteral("WorkbenchDock"));
     dock->setFeatures(QDockWidget::DockWidgetMovable);
     dock->setMinimumWidth(kWorkbenchLeastWidth);
-    texts::Keep(dock, [dock] { dock->setWindowTitle(texts::Tr(texts::kWorkbench)); });
+    translation::OnLanguageChange(dock, [dock] { dock->setWindowTitle(tr("Workbench")); });
     auto* content = new QWidget(dock);
     content->setObjectName(QStringLiteral("WorkbenchContent"));
     auto* layout = new QVBoxLayout(content);
@@ -209,9 +210,8 @@ void CMainWindow::JoinComposition() {
     connect(&m_composition, &CComposition::EditionChanged, this, &CMainWindow::ShowEdition);
     connect(&m_composition, &CComposition::EditionChanged, &m_rights, &CPremiumRights::Refresh);
     connect(&m_composition, &CComposition::SessionRenewed, &m_rights, &CPremiumRights::Refresh);
-    connect(&m_composition, &CComposition::WebOpened, this, [this](const QUrl& url) {
-        m_pStatusLine->ShowNote(texts::Tr(texts::kLinkOpened).arg(url.toDisplayString()));
-    });
+    connect(&m_composition, &CComposition::WebOpened, this,
+            [this](const QUrl& url) { m_pStatusLine->ShowNote(tr("Opened: %1").arg(url.toDisplayString())); });
     connect(m_pTitleBar, &CTitleBar::LoginWanted, &m_composition, &CComposition::Login);
     connect(m_pTitleBar, &CTitleBar::LogoutWanted, &m_composition, &CComposition::Logout);
     connect(m_pTitleBar->WorkbenchButton(), &QToolButton::toggled, m_pDock, &QWidget::setVisible);
@@ -273,7 +273,7 @@ void CMainWindow::ShowWorkbenchUsers() {
 
 void CMainWindow::ShowEdition() {
     const bool velora = core::environment::IsVelora();
-    setWindowTitle(texts::Tr(velora ? texts::kVelora : texts::kKestrel));
+    setWindowTitle(velora ? QStringLiteral("Velora") : QStringLiteral("Kestrel"));
     m_pTitleBar->ShowEdition();
 }
 

@@ -7,6 +7,8 @@ class QLabel;
 
 /// What is wrong with the modules, above the pages for as long as the client runs.
 class CNoticeBanner : public QFrame {
+    Q_OBJECT
+
 public:
     explicit CNoticeBanner(QWidget* parent = nullptr);
 

@@ -21,6 +21,7 @@
 #include "MainWindow.h"
 #include "StatusLine.h"
 #include "Theme.h"
+#include "Translation.h"
 #include "core/lang.h"
 #include "core/message_dispatch.h"
 #include "core/message_ids.h"
@@ -154,7 +155,7 @@ bool CTour::SeeChinese() {
     Choose("WorkbenchLanguage", int(core::lang::kLanguageSimplifiedChinese));
     OpenPage(3);
     if (!WaitFor(QStringLiteral("Chinese texts"), [tab, before] {
-            return tab->text() != before && tab->text().trimmed() == texts::Tr(texts::kWatchlist);
+            return tab->text() != before && tab->text().trimmed() == translation::PageText("Watchlist");
         })) {
         return false;
     }

@@ -10,8 +10,6 @@
 #include <QTreeWidget>
 
 #include "AdBannerSlot.h"
-#include "AdTexts.h"
-#include "ClientTexts.h"
 #include "Composition.h"
 #include "Tour.h"
 
@@ -132,8 +130,7 @@ bool CTour::SeeAdRefused() {
             return false;
         }
     }
-    const QString why =
-        texts::Tr(texts::kAdWhyRefused).arg(texts::Tr(texts::kAdWhyStageRequest), texts::Tr(texts::kAdWhyLimit));
+    const QString why = QStringLiteral("refused (request): pause between requests");
     const bool taken =
         WaitFor(
             QStringLiteral("the refusal of a request that comes too early"),

@@ -12,7 +12,6 @@
 #include <QTableView>
 #include <QToolButton>
 
-#include "ClientTexts.h"
 #include "Composition.h"
 #include "Tour.h"
 #include "core/lang.h"
@@ -75,7 +74,7 @@ bool CTour::SeeMember() {
     if (!LogInByMenu(word, member) ||
         !WaitFor(QStringLiteral("the member's rights"), [rights] { return rights->rowCount() > 0; }) ||
         !WaitFor(QStringLiteral("the member's VIP status"), [this] {
-            return Find<QLabel>(QStringLiteral("VipNewState"))->text().contains(texts::Tr(texts::kVipMember));
+            return Find<QLabel>(QStringLiteral("VipNewState"))->text().contains(QStringLiteral("member"));
         })) {
         return false;
     }
@@ -116,8 +115,8 @@ bool CTour::SeePushedRights() {
     parts->setCurrentIndex(kPartRefreshes);
     if (!waited || !taken || !TakePicture("rights-waiting") ||
         !WaitFor(QStringLiteral("the refresh that the push asked for"), [refreshes] {
-            return refreshes->text().contains(texts::Tr(texts::kWhyPush)) &&
-                   refreshes->text().contains(texts::Tr(texts::kOutcomeGood));
+            return refreshes->text().contains(QStringLiteral("push")) &&
+                   refreshes->text().contains(QStringLiteral("good"));
         })) {
         return false;
     }

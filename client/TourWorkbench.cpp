@@ -14,7 +14,6 @@
 #include <QTreeWidget>
 #include <algorithm>
 
-#include "ClientTexts.h"
 #include "Composition.h"
 #include "MainWindow.h"
 #include "Tour.h"
@@ -49,7 +48,7 @@ bool CTour::SeeTraffic() {
     auto* table = Find<QTableView>(QStringLiteral("TrafficTable"));
     const auto* workbench = Find<CWorkbench>(QStringLiteral("Workbench"));
     const auto reply = [table] {
-        return RowOf(*table->model(), 1, texts::Tr(texts::kCommandReplied), 2, QStringLiteral("20982"));
+        return RowOf(*table->model(), 1, QStringLiteral("Reply"), 2, QStringLiteral("20982"));
     };
     if (!WaitFor(QStringLiteral("the reply to command 20982 in the traffic"),
                  [&] { return workbench->IsSettled() && reply() >= 0; })) {
@@ -76,7 +75,7 @@ bool CTour::SaveScenes(int row, Qt::CheckState state) {
     message->clear();
     Find<QAbstractButton>(QStringLiteral("SceneSave"))->click();
     return WaitFor(QStringLiteral("the server to take the scenes"),
-                   [message] { return message->text() == texts::Tr(texts::kSavedNextLogin); });
+                   [message] { return message->text() == QStringLiteral("Saved; it counts from the next login on"); });
 }
 
 bool CTour::SeeScenesEdited() {
@@ -125,12 +124,12 @@ bool CTour::SeeFault() {
     Find<QAbstractButton>(QStringLiteral("WorkbenchLogin"))->click();
     const auto* traffic = Find<QTableView>(QStringLiteral("TrafficTable"))->model();
     const bool failed = WaitFor(QStringLiteral("the failure of command 20982"), [traffic] {
-        return RowOf(*traffic, 1, texts::Tr(texts::kCommandFailed), 5, QStringLiteral("7")) >= 0;
+        return RowOf(*traffic, 1, QStringLiteral("Failed"), 5, QStringLiteral("7")) >= 0;
     });
     Find<QAbstractButton>(QStringLiteral("FaultsClear"))->click();
     Find<QAbstractButton>(QStringLiteral("ClockReset"))->click();
     if (!failed || !WaitFor(QStringLiteral("the faults and the clock to be set back"), [inForce, offset] {
-            return inForce->text() == texts::Tr(texts::kNoFaults) && offset->text() == QLatin1String("0");
+            return inForce->text() == QStringLiteral("No fault is set") && offset->text() == QLatin1String("0");
         })) {
         return false;
     }

@@ -3,20 +3,19 @@
 #include <QTableWidget>
 #include <vector>
 
-#include "ClientTexts.h"
 #include "Theme.h"
 
 /// A table that is looked at, not worked in: names at the left of their column, figures at the right.
 class CSampleTable : public QTableWidget {
 public:
     struct Column {
-        texts::EnText title;
+        const char* title;
         bool figures;
     };
     struct Cell {
         QString text;
         theme::ColorName color = theme::kText;
-        texts::EnText id{};  // shown in the display language, in place of the text; 0: the text
+        QByteArray source = {};  // shown in the display language, in place of the text; empty: the text
     };
 
     /// The column `wide` takes the room that the others leave.
