@@ -10,8 +10,6 @@
 
 namespace {
 
-using texts::Tr;
-
 constexpr int kFirstBadStatus = 400;
 // Pictures count by themselves.
 constexpr uint64_t kPictures = uint64_t(1) << 63;
@@ -24,22 +22,22 @@ QString Number(int64_t number) {
     return number < 0 ? QString() : QString::number(number);
 }
 
-texts::EnText ResultText(int result) {
+QString ResultText(int result) {
     switch (result) {
         case kHttpBadRequest:
-            return texts::kHttpBadRequestWord;
+            return QStringLiteral("bad request");
         case kHttpNoConnection:
-            return texts::kHttpNoConnectionWord;
+            return QStringLiteral("no connection");
         case kHttpTimedOut:
-            return texts::kHttpTimedOutWord;
+            return QStringLiteral("timed out");
         case kHttpTooLarge:
-            return texts::kHttpTooLargeWord;
+            return QStringLiteral("too large");
         case kHttpCut:
-            return texts::kHttpCutWord;
+            return QStringLiteral("cut off");
         case kHttpRedirected:
-            return texts::kHttpRedirectedWord;
+            return QStringLiteral("redirected");
         default:
-            return texts::kHttpFailedWord;
+            return QStringLiteral("failed");
     }
 }
 
@@ -54,13 +52,13 @@ class CHttpFormat : public ISeenFormat {
 public:
     int MostRows() const override { return 1'000; }  // of up to 128 KiB of bodies each
     QString Name() const override { return QStringLiteral("Http"); }
-    std::vector<texts::EnText> Titles() const override {
-        return {texts::kLogTime,  texts::kHttpMethod,   texts::kHttpPath, texts::kHttpTask,
-                texts::kSeenWhat, texts::kSeenDuration, texts::kHttpSent, texts::kHttpGot};
+    std::vector<QString> Titles() const override {
+        return {QStringLiteral("Time"), QStringLiteral("Method"), QStringLiteral("Path"),    QStringLiteral("Task"),
+                QStringLiteral("What"), QStringLiteral("ms"),     QStringLiteral("Sent, B"), QStringLiteral("Got, B")};
     }
     std::vector<int> Widths() const override { return {84, 62, 92, 48, 112, 38, 58, 50}; }
-    std::vector<texts::EnText> Kinds() const override {
-        return {texts::kHttpWaiting, texts::kHttpAnswered, texts::kHttpFailed};
+    std::vector<QString> Kinds() const override {
+        return {QStringLiteral("Waiting"), QStringLiteral("Answered"), QStringLiteral("Failed")};
     }
 
     bool Takes(const TraceEvent& seen) const override { return std::holds_alternative<HttpTrace>(seen.what); }
@@ -95,18 +93,18 @@ public:
 
     std::vector<FieldNode> Detail(const TraceEvent& seen) const override {
         const auto& call = std::get<HttpTrace>(seen.what);
-        std::vector<FieldNode> fields{Node(Tr(texts::kUrlAddress), QString::fromStdString(call.url)),
-                                      Node(Tr(texts::kSeenWhat), Outcome(call))};
+        std::vector<FieldNode> fields{Node(QStringLiteral("URL"), QString::fromStdString(call.url)),
+                                      Node(QStringLiteral("What"), Outcome(call))};
         if (call.isPicture) {
             if (!call.refusal.empty()) {
-                fields.push_back(Node(Tr(texts::kReason), QString::fromStdString(call.refusal)));
+                fields.push_back(Node(QStringLiteral("Reason"), QString::fromStdString(call.refusal)));
             }
             if (IsEnd(seen)) {
-                fields.push_back(Node(Tr(texts::kHttpAnswer), Tr(texts::kBodyBytes).arg(call.bodyBytes)));
+                fields.push_back(Node(QStringLiteral("Answer"), QStringLiteral("%1 bytes").arg(call.bodyBytes)));
             }
             return fields;
         }
-        FieldNode headers{Tr(texts::kHttpHeaders), QString(), {}, {}};
+        FieldNode headers{QStringLiteral("Headers"), QString(), {}, {}};
         for (const auto& [name, value] : call.headers) {
             const QString header = QString::fromStdString(name);
             headers.children.push_back({header, QString::fromStdString(value), {}, {}, IsSecret(header)});
@@ -115,10 +113,10 @@ public:
             fields.push_back(headers);
         }
         if (IsEnd(seen)) {
-            fields.push_back(BodyField(Tr(texts::kHttpRequest), call.requestBody, call.requestBytes));
-            fields.push_back(BodyField(Tr(texts::kHttpAnswer), call.body, call.bodyBytes));
+            fields.push_back(BodyField(QStringLiteral("Request"), call.requestBody, call.requestBytes));
+            fields.push_back(BodyField(QStringLiteral("Answer"), call.body, call.bodyBytes));
         } else {
-            fields.push_back(BodyField(Tr(texts::kHttpRequest), call.body, call.bodyBytes));
+            fields.push_back(BodyField(QStringLiteral("Request"), call.body, call.bodyBytes));
         }
         return fields;
     }
@@ -129,13 +127,13 @@ private:
     static QString Outcome(const HttpTrace& call) {
         switch (call.kind) {
             case HttpTrace::EnKind::Sent:
-                return Tr(IsRefused(call) ? texts::kHttpNotStarted : texts::kHttpWaiting);
+                return IsRefused(call) ? QStringLiteral("Not started") : QStringLiteral("Waiting");
             case HttpTrace::EnKind::Answered:
                 return Answer(call);
             case HttpTrace::EnKind::Failed:
                 break;
         }
-        return QStringLiteral("%1 (%2)").arg(Tr(ResultText(call.result))).arg(call.result);
+        return QStringLiteral("%1 (%2)").arg(ResultText(call.result)).arg(call.result);
     }
 
     // The status, if anybody was asked at all.
@@ -144,20 +142,20 @@ private:
         if (!call.fromCache) {
             return status;
         }
-        return (status.isEmpty() ? QString() : status + QStringLiteral(", ")) + Tr(texts::kHttpFromCache);
+        return (status.isEmpty() ? QString() : status + QStringLiteral(", ")) + QStringLiteral("from the cache");
     }
 };
 
 class CReportFormat : public ISeenFormat {
 public:
     QString Name() const override { return QStringLiteral("Report"); }
-    std::vector<texts::EnText> Titles() const override {
-        return {texts::kLogTime, texts::kSeenWhat,     texts::kReportEvent,  texts::kReportCode,
-                texts::kResult,  texts::kReportHandle, texts::kSeenDuration, texts::kValue};
+    std::vector<QString> Titles() const override {
+        return {QStringLiteral("Time"),   QStringLiteral("What"),  QStringLiteral("Event"), QStringLiteral("Code"),
+                QStringLiteral("Result"), QStringLiteral("Timer"), QStringLiteral("ms"),    QStringLiteral("Value")};
     }
     std::vector<int> Widths() const override { return {84, 88, 100, 50, 62, 78, 36, 46}; }
-    std::vector<texts::EnText> Kinds() const override {
-        return {texts::kReportEvent, texts::kReportStarted, texts::kReportEnded};
+    std::vector<QString> Kinds() const override {
+        return {QStringLiteral("Event"), QStringLiteral("Timer starts"), QStringLiteral("Timer ends")};
     }
 
     bool Takes(const TraceEvent& seen) const override { return std::holds_alternative<ReportTrace>(seen.what); }
@@ -167,10 +165,10 @@ public:
     QStringList Cells(const TraceEvent& seen) const override {
         const auto& report = std::get<ReportTrace>(seen.what);
         const bool isStart = report.kind == ReportTrace::EnKind::TimerStarted;
-        return {Tr(Kinds()[size_t(Kind(seen))]),
+        return {Kinds()[size_t(Kind(seen))],
                 QString::fromStdString(report.event),
                 isStart ? QString() : QString::number(report.code),
-                Tr(report.taken ? texts::kReportTaken : texts::kResultRefused),
+                report.taken ? QStringLiteral("Accepted") : QStringLiteral("Refused"),
                 QString::fromStdString(report.timer),
                 Number(report.durationMs),
                 isStart ? QString() : QString::fromStdString(report.params)};
@@ -178,21 +176,21 @@ public:
 
     std::vector<FieldNode> Detail(const TraceEvent& seen) const override {
         const auto& report = std::get<ReportTrace>(seen.what);
-        std::vector<FieldNode> fields{Node(Tr(texts::kReportEvent), QString::fromStdString(report.event))};
+        std::vector<FieldNode> fields{Node(QStringLiteral("Event"), QString::fromStdString(report.event))};
         if (!report.timer.empty()) {
-            fields.push_back(Node(Tr(texts::kReportHandle), QString::fromStdString(report.timer)));
+            fields.push_back(Node(QStringLiteral("Timer"), QString::fromStdString(report.timer)));
         }
         if (report.kind == ReportTrace::EnKind::TimerStarted) {
             return fields;
         }
-        fields.push_back(Node(Tr(texts::kReportCode), QString::number(report.code)));
-        fields.push_back(Node(Tr(texts::kReportBroker), QString::number(report.broker)));
+        fields.push_back(Node(QStringLiteral("Code"), QString::number(report.code)));
+        fields.push_back(Node(QStringLiteral("Broker"), QString::number(report.broker)));
         std::string error;
         const auto params = host::ParseJson(report.params, error);
         if (params) {
-            fields.push_back({Tr(texts::kReportParams), QString(), {}, JsonFields(*params)});
+            fields.push_back({QStringLiteral("Parameters"), QString(), {}, JsonFields(*params)});
         } else {
-            fields.push_back(BytesField(Tr(texts::kReportParams), report.params));
+            fields.push_back(BytesField(QStringLiteral("Parameters"), report.params));
         }
         return fields;
     }

@@ -35,20 +35,20 @@ CClockPanel::CClockPanel(IControlClient& server, QWidget* parent)
     m_pMessage->setWordWrap(true);
     auto* title = new QLabel(this);
     title->setProperty("role", QStringLiteral("muted"));
-    texts::Keep(title, texts::kClockOffset);
+    title->setText(QStringLiteral("Offset in ms"));
     auto* set = new QPushButton(this);
     set->setObjectName(QStringLiteral("ClockSet"));
-    texts::Keep(set, texts::kSetFault);
+    set->setText(QStringLiteral("Set"));
     auto* typed = new QHBoxLayout;
     typed->addWidget(title);
     typed->addWidget(m_pOffset, 1);
     typed->addWidget(set);
     auto* steps = new QHBoxLayout;
     steps->addWidget(m_pTime, 1);
-    steps->addWidget(NewStep("ClockPlusMinute", texts::kPlusMinute, kMinuteMs));
-    steps->addWidget(NewStep("ClockPlusHour", texts::kPlusHour, kHourMs));
-    steps->addWidget(NewStep("ClockPlusDay", texts::kPlusDay, kDayMs));
-    steps->addWidget(NewStep("ClockReset", texts::kClockReset, 0));
+    steps->addWidget(NewStep("ClockPlusMinute", QStringLiteral("+1 min"), kMinuteMs));
+    steps->addWidget(NewStep("ClockPlusHour", QStringLiteral("+1 h"), kHourMs));
+    steps->addWidget(NewStep("ClockPlusDay", QStringLiteral("+1 d"), kDayMs));
+    steps->addWidget(NewStep("ClockReset", QStringLiteral("Reset"), 0));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(8);
@@ -59,13 +59,13 @@ CClockPanel::CClockPanel(IControlClient& server, QWidget* parent)
     connect(m_pOffset, &QLineEdit::returnPressed, this, &CClockPanel::SetTyped);
     connect(&m_tick, &QTimer::timeout, this, &CClockPanel::ShowTime);
     m_tick.start(kTickMs);
-    texts::Keep(this, [this] { ShowTime(); });
+    ShowTime();
 }
 
-QWidget* CClockPanel::NewStep(const char* name, unsigned int text, qint64 stepMs) {
+QWidget* CClockPanel::NewStep(const char* name, const QString& text, qint64 stepMs) {
     auto* button = new QPushButton(this);
     button->setObjectName(QString::fromLatin1(name));
-    texts::Keep(button, texts::EnText(text));
+    button->setText(text);
     connect(button, &QPushButton::clicked, this, [this, stepMs] { SetOffset(stepMs == 0 ? 0 : m_nOffset + stepMs); });
     return button;
 }
@@ -76,7 +76,7 @@ void CClockPanel::SetTyped() {
     if (isNumber) {
         SetOffset(offset);
     } else {
-        Say(texts::Tr(texts::kFaultWrong), false);
+        Say(QStringLiteral("The value must be a whole number"), false);
     }
 }
 
@@ -101,7 +101,7 @@ void CClockPanel::ForgetOffset() {
 
 void CClockPanel::ShowTime() {
     const QDateTime time = QDateTime::fromMSecsSinceEpoch(core::time_date::GetSvrTimeMillis(), Qt::UTC);
-    m_pTime->setText(texts::Tr(texts::kServerTime).arg(time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss 'UTC'"))));
+    m_pTime->setText(QStringLiteral("Server time: %1").arg(time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss 'UTC'"))));
 }
 
 void CClockPanel::Say(const QString& words, bool good) {

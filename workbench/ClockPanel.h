@@ -20,7 +20,7 @@ public:
     void ForgetOffset();
 
 private:
-    QWidget* NewStep(const char* name, unsigned int text, qint64 stepMs);
+    QWidget* NewStep(const char* name, const QString& text, qint64 stepMs);
     void SetOffset(qint64 offsetMs);
     void SetTyped();
     void ShowTime();

@@ -109,7 +109,7 @@ QVariant CEntryModel::headerData(int section, Qt::Orientation orientation, int r
     if (role == Qt::TextAlignmentRole) {
         return int(Qt::AlignLeft | Qt::AlignVCenter);
     }
-    return role == Qt::DisplayRole ? texts::Tr(Titles()[size_t(section)]) : QVariant();
+    return role == Qt::DisplayRole ? Titles()[size_t(section)] : QVariant();
 }
 
 CEntryFilter::CEntryFilter(CEntryModel& model, QObject* parent) : QSortFilterProxyModel(parent), m_entries(model) {

@@ -5,8 +5,6 @@
 #include <QTimer>
 #include <deque>
 
-#include "ClientTexts.h"
-
 /// Numbered entries as rows of a table, the youngest `limit` of them. They are collected and shown a few times a
 /// second, at most `batch` at once: ten thousand in one second must not hold up the window. Main thread.
 class CEntryModel : public QAbstractTableModel {
@@ -40,7 +38,7 @@ Q_SIGNALS:
 protected:
     CEntryModel(int limit, int batch, QObject* parent);
 
-    virtual std::vector<texts::EnText> Titles() const = 0;
+    virtual std::vector<QString> Titles() const = 0;
     virtual QString Cell(int row, int column) const = 0;
     virtual QString ToolTip(int row, int column) const { return Cell(row, column); }
     virtual bool IsBad(int row) const = 0;

@@ -12,22 +12,22 @@ constexpr int kRowHeight = 26;
 
 enum EnColumn { kColumnScene, kColumnPage, kColumnState, kColumnCount };
 
-texts::EnText Word(EnEntryState state) {
+QString Word(EnEntryState state) {
     switch (state) {
         case EnEntryState::Open:
-            return texts::kStateOpen;
+            return QStringLiteral("Open");
         case EnEntryState::ForcedOpen:
-            return texts::kStateForcedOpen;
+            return QStringLiteral("Open, forced");
         case EnEntryState::ForcedClosed:
-            return texts::kStateForcedClosed;
+            return QStringLiteral("Closed, forced");
         case EnEntryState::ClosedByServer:
-            return texts::kStateClosed;
+            return QStringLiteral("Closed");
         case EnEntryState::NobodyLoggedIn:
-            return texts::kStateNobodyLoggedIn;
+            return QStringLiteral("Closed, nobody logged in");
         case EnEntryState::NoModule:
             break;
     }
-    return texts::kStateNoModule;
+    return QStringLiteral("Closed, no module");
 }
 
 }  // namespace
@@ -55,13 +55,11 @@ CEntryTable::CEntryTable(const CAIChatEntries& entries, QWidget* parent)
     }
     connect(&entries, &CAIChatEntries::Changed, this, &CEntryTable::ShowStates);
     theme::OnThemeChange(this, [this] { ShowStates(); });
-    texts::Keep(this, [this] {
-        setHorizontalHeaderLabels({texts::Tr(texts::kScene), texts::Tr(texts::kPage), texts::Tr(texts::kState)});
-        for (int column = 0; column < kColumnCount; ++column) {
-            horizontalHeaderItem(column)->setTextAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-        }
-        ShowStates();
-    });
+    setHorizontalHeaderLabels({QStringLiteral("Scene"), QStringLiteral("Page"), QStringLiteral("State")});
+    for (int column = 0; column < kColumnCount; ++column) {
+        horizontalHeaderItem(column)->setTextAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    }
+    ShowStates();
 }
 
 void CEntryTable::ShowStates() {
@@ -69,8 +67,8 @@ void CEntryTable::ShowStates() {
         const EntryPage& page = kEntryPages[size_t(row)];
         const EnEntryState state = m_entries.State(page.scene);
         item(row, kColumnScene)->setText(QString::number(int(page.scene)));
-        item(row, kColumnPage)->setText(texts::Tr(page.title));
-        item(row, kColumnState)->setText(texts::Tr(Word(state)));
+        item(row, kColumnPage)->setText(QString::fromUtf8(page.title));
+        item(row, kColumnState)->setText(Word(state));
         item(row, kColumnState)->setForeground(QColor(CAIChatEntries::IsOpen(state) ? theme::kUp : theme::kMuted));
     }
 }

@@ -43,17 +43,15 @@ void CEntryView::SetUp(CEntryModel& model, CEntryFilter& filter, const std::vect
     layout->addLayout(NewControls());
     layout->addWidget(splitter, 1);
     connect(&model, &CEntryModel::Changed, this, &CEntryView::ShowCount);
-    texts::Keep(this, [this] {
-        ShowChoices();
-        ShowCount();
-        ShowChosen();
-    });
+    ShowChoices();
+    ShowCount();
+    ShowChosen();
 }
 
 QLayout* CEntryView::NewFilters(const std::vector<QComboBox*>& choices) {
     auto* text = New<QLineEdit>("Filter");
     text->setClearButtonEnabled(true);
-    texts::Keep(text, [text] { text->setPlaceholderText(texts::Tr(texts::kLogFilter)); });
+    text->setPlaceholderText(QStringLiteral("Filter by text"));
     connect(text, &QLineEdit::textChanged, this, [this](const QString& wanted) {
         m_pFilter->SetText(wanted);
         ShowCount();
@@ -70,8 +68,8 @@ QLayout* CEntryView::NewControls() {
     auto* pause = New<QPushButton>("Pause");
     auto* clear = New<QPushButton>("Clear");
     pause->setCheckable(true);
-    texts::Keep(pause, texts::kLogPause);
-    texts::Keep(clear, texts::kLogClear);
+    pause->setText(QStringLiteral("Pause"));
+    clear->setText(QStringLiteral("Clear"));
     connect(pause, &QPushButton::toggled, m_pModel, &CEntryModel::SetPaused);
     connect(clear, &QPushButton::clicked, m_pModel, &CEntryModel::Clear);
     auto* row = new QHBoxLayout;
@@ -130,7 +128,8 @@ void CEntryView::Follow() {
 }
 
 void CEntryView::ShowCount() {
-    const QString words = texts::Tr(m_pModel->IsPaused() ? texts::kLogCountPaused : texts::kLogCount);
+    const QString words =
+        m_pModel->IsPaused() ? QStringLiteral("%1 of %2 lines, paused") : QStringLiteral("%1 of %2 lines");
     m_pCount->setText(words.arg(m_pFilter->rowCount()).arg(m_pModel->rowCount()));
 }
 

@@ -36,17 +36,17 @@ QJsonArray FieldsOf(const std::vector<FieldNode>& fields, const CAliases& aliase
 }
 
 // A preview may be the start of what the detail holds whole, and end within what is to be redacted.
-bool IsPreview(texts::EnText title) {
-    return title == texts::kValue;
+bool IsPreview(const QString& title) {
+    return title == QStringLiteral("Value");
 }
 
 QJsonObject RowOf(const CSeenModel& model, int row, const CAliases& aliases) {
-    const std::vector<texts::EnText> titles = model.Format().Titles();
+    const std::vector<QString> titles = model.Format().Titles();
     QJsonObject cells;
     for (size_t column = 1; column < titles.size(); ++column) {
         const QString cell = model.CellsAt(row).value(int(column) - 1);
         if (!cell.isEmpty() && !IsPreview(titles[column])) {
-            cells[texts::Tr(titles[column])] = aliases.Redacted(cell);
+            cells[titles[column]] = aliases.Redacted(cell);
         }
     }
     return {{QStringLiteral("time"), Iso(model.At(row).timeMs)},

@@ -23,21 +23,21 @@ enum class EnValue { Number, Hex, None };
 
 struct FaultChoice {
     CFaultPanel::EnFault fault;
-    texts::EnText name;
+    const char* name;
     const char* member;  // of the server's fault
     EnValue takes;
     const char* value;  // what it begins with
 };
 
 constexpr FaultChoice kFaultChoices[] = {
-    {CFaultPanel::EnFault::Error, texts::kFaultError, "error", EnValue::Number, "7"},
-    {CFaultPanel::EnFault::Delay, texts::kFaultDelay, "delayMs", EnValue::Number, "3000"},
-    {CFaultPanel::EnFault::Garbage, texts::kFaultGarbage, "bodyHex", EnValue::Hex, "ff00ff"},
-    {CFaultPanel::EnFault::WrongCommand, texts::kFaultCommand, "replyCommand", EnValue::Number, "1"},
-    {CFaultPanel::EnFault::Frame, texts::kFaultFrame, "frameHex", EnValue::Hex, "ffff"},
-    {CFaultPanel::EnFault::Copies, texts::kFaultCopies, "copies", EnValue::Number, "3"},
-    {CFaultPanel::EnFault::Silent, texts::kFaultSilent, "silent", EnValue::None, ""},
-    {CFaultPanel::EnFault::Drop, texts::kFaultDrop, "drop", EnValue::None, ""},
+    {CFaultPanel::EnFault::Error, "Error number", "error", EnValue::Number, "7"},
+    {CFaultPanel::EnFault::Delay, "Delay in ms", "delayMs", EnValue::Number, "3000"},
+    {CFaultPanel::EnFault::Garbage, "Other bytes (hex)", "bodyHex", EnValue::Hex, "ff00ff"},
+    {CFaultPanel::EnFault::WrongCommand, "Wrong command", "replyCommand", EnValue::Number, "1"},
+    {CFaultPanel::EnFault::Frame, "A frame of other bytes (hex)", "frameHex", EnValue::Hex, "ffff"},
+    {CFaultPanel::EnFault::Copies, "Copies", "copies", EnValue::Number, "3"},
+    {CFaultPanel::EnFault::Silent, "No reply", "silent", EnValue::None, ""},
+    {CFaultPanel::EnFault::Drop, "Connection is cut", "drop", EnValue::None, ""},
 };
 
 QString Written(const Json::Value& value) {
@@ -53,10 +53,10 @@ Widget* New(const char* name, QWidget* parent) {
     return widget;
 }
 
-QLabel* NewTitle(texts::EnText text, QWidget* parent) {
+QLabel* NewTitle(const QString& text, QWidget* parent) {
     auto* label = new QLabel(parent);
     label->setProperty("role", QStringLiteral("muted"));
-    texts::Keep(label, text);
+    label->setText(text);
     return label;
 }
 
@@ -78,7 +78,7 @@ CFaultPanel::CFaultPanel(IControlClient& server, QWidget* parent)
     grid->setVerticalSpacing(8);
     grid->setColumnStretch(1, 1);
     AddRows(grid);
-    texts::Keep(this, [this] { ShowTexts(); });
+    ShowTexts();
 }
 
 void CFaultPanel::AddRows(QGridLayout* grid) {
@@ -100,14 +100,14 @@ void CFaultPanel::AddRows(QGridLayout* grid) {
     m_pMessage->setTextFormat(Qt::PlainText);
     m_pMessage->setWordWrap(true);
     int row = 0;
-    const auto add = [&](texts::EnText title, QWidget* widget) {
+    const auto add = [&](const QString& title, QWidget* widget) {
         grid->addWidget(NewTitle(title, this), row, 0);
         grid->addWidget(widget, row++, 1);
     };
-    add(texts::kCommand, m_pCommand);
-    add(texts::kFault, m_pFault);
-    add(texts::kValue, m_pValue);
-    add(texts::kTimes, m_pTimes);
+    add(QStringLiteral("Command"), m_pCommand);
+    add(QStringLiteral("Fault"), m_pFault);
+    add(QStringLiteral("Value"), m_pValue);
+    add(QStringLiteral("Times"), m_pTimes);
     AddButtons(grid, row++);
     grid->addWidget(m_pInForce, row++, 0, 1, 2);
     grid->addWidget(m_pMessage, row, 0, 1, 2);
@@ -124,9 +124,9 @@ void CFaultPanel::AddButtons(QGridLayout* grid, int row) {
     auto* set = New<QPushButton>("FaultSet", this);
     auto* clear = New<QPushButton>("FaultsClear", this);
     auto* drop = New<QPushButton>("FaultDrop", this);
-    texts::Keep(set, texts::kSetFault);
-    texts::Keep(clear, texts::kClearFaults);
-    texts::Keep(drop, texts::kDropConnections);
+    set->setText(QStringLiteral("Set"));
+    clear->setText(QStringLiteral("Clear all"));
+    drop->setText(QStringLiteral("Drop connections"));
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(set);
     buttons->addWidget(clear);
@@ -140,15 +140,15 @@ void CFaultPanel::AddButtons(QGridLayout* grid, int row) {
 
 void CFaultPanel::ShowTexts() {
     for (int index = 0; index < m_pFault->count(); ++index) {
-        m_pFault->setItemText(index, texts::Tr(kFaultChoices[index].name));
+        m_pFault->setItemText(index, QString::fromUtf8(kFaultChoices[index].name));
     }
-    m_pTimes->setSpecialValueText(texts::Tr(texts::kForEver));
+    m_pTimes->setSpecialValueText(QStringLiteral("For ever"));
     ShowFaults();
 }
 
 void CFaultPanel::ShowFaults() {
-    m_pInForce->setText(m_faults.empty() ? texts::Tr(texts::kNoFaults)
-                                         : texts::Tr(texts::kFaultsInForce).arg(Written(m_faults)));
+    m_pInForce->setText(m_faults.empty() ? QStringLiteral("No fault is set")
+                                         : QStringLiteral("Set: %1").arg(Written(m_faults)));
 }
 
 std::optional<Json::Value> CFaultPanel::FaultAsked() {
@@ -161,14 +161,14 @@ std::optional<Json::Value> CFaultPanel::FaultAsked() {
     switch (choice.takes) {
         case EnValue::Number:
             if (!isNumber) {
-                Say(texts::Tr(texts::kFaultWrong), false);
+                Say(QStringLiteral("The value must be a whole number"), false);
                 return std::nullopt;
             }
             fault[choice.member] = Json::Int64(number);
             break;
         case EnValue::Hex:
             if (!hexPairs.match(text).hasMatch()) {
-                Say(texts::Tr(texts::kFaultHexWrong), false);
+                Say(QStringLiteral("The bytes must be pairs of hex digits"), false);
                 return std::nullopt;
             }
             fault[choice.member] = text.toLower().toStdString();
@@ -186,7 +186,7 @@ std::optional<Json::Value> CFaultPanel::FaultAsked() {
 void CFaultPanel::Set() {
     const uint command = m_pCommand->currentText().trimmed().section(QLatin1Char(' '), 0, 0).toUInt();
     if (command == 0) {
-        Say(texts::Tr(texts::kCommandWrong), false);
+        Say(QStringLiteral("The command must be a number above 0"), false);
         return;
     }
     const auto fault = FaultAsked();
@@ -237,7 +237,7 @@ void CFaultPanel::Drop() {
             Say(WordsOf(answer), false);
             return;
         }
-        Say(texts::Tr(texts::kDropped).arg(answer.body["dropped"].asInt()), true);
+        Say(QStringLiteral("Connections dropped: %1").arg(answer.body["dropped"].asInt()), true);
     });
 }
 

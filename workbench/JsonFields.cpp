@@ -1,6 +1,5 @@
 #include "workbench/JsonFields.h"
 
-#include "ClientTexts.h"
 #include "framework/JsonText.h"
 #include "workbench/ReadableBytes.h"
 
@@ -45,22 +44,23 @@ std::vector<FieldNode> JsonFields(const Json::Value& json) {
             fields.push_back(FieldOf(QStringLiteral("[%1]").arg(place), json[place]));
         }
     } else {
-        fields.push_back(FieldOf(texts::Tr(texts::kValue), json));
+        fields.push_back(FieldOf(QStringLiteral("Value"), json));
     }
     return fields;
 }
 
 FieldNode BodyField(const QString& name, const std::string& body, size_t wholeBytes) {
     if (wholeBytes == 0) {
-        return {name, texts::Tr(texts::kBodyEmpty), {}, {}};
+        return {name, QStringLiteral("empty"), {}, {}};
     }
-    const QString size = body.size() == wholeBytes ? texts::Tr(texts::kBodyBytes).arg(wholeBytes)
-                                                   : texts::Tr(texts::kBodyPart).arg(body.size()).arg(wholeBytes);
+    const QString size = body.size() == wholeBytes
+                             ? QStringLiteral("%1 bytes").arg(wholeBytes)
+                             : QStringLiteral("the first %1 of %2 bytes").arg(body.size()).arg(wholeBytes);
     std::string error;
     if (const auto json = host::ParseJson(body, error)) {
         return {name, size, {}, JsonFields(*json)};
     }
     // What the text shows stands in the hex as well, where an export finds secrets however they are written.
-    const FieldNode text{texts::Tr(texts::kBodyText), TextOf(body), {}, {}, true};
-    return {name, size, {}, {text, RawField(texts::Tr(texts::kBodyHex), body)}};
+    const FieldNode text{QStringLiteral("Text"), TextOf(body), {}, {}, true};
+    return {name, size, {}, {text, RawField(QStringLiteral("Hex"), body)}};
 }

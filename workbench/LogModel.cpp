@@ -18,18 +18,17 @@ QString PlaceOf(const LogRecord& record) {
                                      .arg(QString::fromStdString(record.function));
 }
 
-texts::EnText SeverityName(ZRLogType severity) {
+QString SeverityName(ZRLogType severity) {
     if (severity >= kZRLogFatal) {
-        return texts::kSeverityNameFatal;
+        return QStringLiteral("Fatal");
     }
-    return severity >= kZRLogError ? texts::kSeverityNameError : texts::kSeverityNameInfo;
+    return severity >= kZRLogError ? QStringLiteral("Error") : QStringLiteral("Info");
 }
 
 }  // namespace
 
 CLogModel::CLogModel(QObject* parent) : CEntryRows(kMaxLines, kMaxLines, parent) {
     theme::OnThemeChange(this, [this] { ShowAnew(); });
-    texts::Keep(this, [this] { ShowAnew(); });
 }
 
 LogRow CLogModel::Read(LogEntry entry) const {
@@ -65,8 +64,8 @@ bool CLogModel::Holds(int row, const QString& text) const {
            line.tag.contains(text, Qt::CaseInsensitive);
 }
 
-std::vector<texts::EnText> CLogModel::Titles() const {
-    return {texts::kLogTime, texts::kLogSeverity, texts::kLogTag, texts::kLogText};
+std::vector<QString> CLogModel::Titles() const {
+    return {QStringLiteral("Time"), QStringLiteral("Severity"), QStringLiteral("Tag"), QStringLiteral("Text")};
 }
 
 QString CLogModel::Cell(int row, int column) const {
@@ -75,7 +74,7 @@ QString CLogModel::Cell(int row, int column) const {
         case Time:
             return line.time;
         case Severity:
-            return texts::Tr(SeverityName(line.severity));
+            return SeverityName(line.severity);
         case Tag:
             return line.tag;
         default:

@@ -38,7 +38,7 @@ public:
 
 private:
     LogRow Read(LogEntry entry) const override;
-    std::vector<texts::EnText> Titles() const override;
+    std::vector<QString> Titles() const override;
     QString Cell(int row, int column) const override;
     QString ToolTip(int row, int /*column*/) const override { return InFull(row); }
     bool IsBad(int row) const override { return At(row).severity >= kZRLogError; }

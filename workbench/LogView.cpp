@@ -5,13 +5,12 @@
 
 namespace {
 
-constexpr std::pair<ZRLogType, texts::EnText> kSeverities[] = {
-    {ZRLogType(0), texts::kSeverityAll}, {kZRLogError, texts::kSeverityError}, {kZRLogFatal, texts::kSeverityFatal}};
+constexpr std::pair<ZRLogType, const char*> kSeverities[] = {
+    {ZRLogType(0), "All severities"}, {kZRLogError, "Errors and up"}, {kZRLogFatal, "Fatal only"}};
 
-constexpr std::pair<CLogFilter::EnSource, texts::EnText> kSources[] = {
-    {CLogFilter::EnSource::All, texts::kSourceAll},
-    {CLogFilter::EnSource::Host, texts::kSourceHost},
-    {CLogFilter::EnSource::Module, texts::kSourceModule}};
+constexpr std::pair<CLogFilter::EnSource, const char*> kSources[] = {{CLogFilter::EnSource::All, "All sources"},
+                                                                     {CLogFilter::EnSource::Host, "Host"},
+                                                                     {CLogFilter::EnSource::Module, "Module"}};
 
 // The parts of the growth module, as their lines name them.
 constexpr const char* kAreas[] = {"AIChat", "Ad", "Premium", "Vip"};
@@ -34,12 +33,12 @@ CLogView::CLogView(QWidget* parent)
     m_pDetail->setFrameShape(QFrame::NoFrame);
     SetUp(m_model, m_filter, {80, 60, 92}, {m_pSeverity, m_pSource, m_pArea}, m_pDetail);
     for (const auto& [severity, name] : kSeverities) {
-        m_pSeverity->addItem(texts::Tr(name), int(severity));
+        m_pSeverity->addItem(QString::fromUtf8(name), int(severity));
     }
     for (const auto& [source, name] : kSources) {
-        m_pSource->addItem(texts::Tr(name), int(source));
+        m_pSource->addItem(QString::fromUtf8(name), int(source));
     }
-    m_pArea->addItem(texts::Tr(texts::kAreaAll), QString());
+    m_pArea->addItem(QStringLiteral("All areas"), QString());
     for (const char* area : kAreas) {
         m_pArea->addItem(QString::fromLatin1(area), QString::fromLatin1(area));
     }
@@ -47,12 +46,12 @@ CLogView::CLogView(QWidget* parent)
 
 void CLogView::ShowChoices() {
     for (int index = 0; index < m_pSeverity->count(); ++index) {
-        m_pSeverity->setItemText(index, texts::Tr(kSeverities[index].second));
+        m_pSeverity->setItemText(index, QString::fromUtf8(kSeverities[index].second));
     }
     for (int index = 0; index < m_pSource->count(); ++index) {
-        m_pSource->setItemText(index, texts::Tr(kSources[index].second));
+        m_pSource->setItemText(index, QString::fromUtf8(kSources[index].second));
     }
-    m_pArea->setItemText(0, texts::Tr(texts::kAreaAll));
+    m_pArea->setItemText(0, QStringLiteral("All areas"));
 }
 
 void CLogView::ShowDetail(int row) {

@@ -49,10 +49,10 @@ CScenePanel::CScenePanel(IControlClient& server, QWidget* parent)
     m_pMessage->setObjectName(QStringLiteral("SceneMessage"));
     m_pMessage->setTextFormat(Qt::PlainText);
     m_pMessage->setWordWrap(true);
-    auto* add = NewButton("SceneAdd", texts::kAdd);
-    auto* remove = NewButton("SceneRemove", texts::kRemove);
-    auto* reload = NewButton("SceneReload", texts::kReload);
-    auto* save = NewButton("SceneSave", texts::kSaveToServer);
+    auto* add = NewButton("SceneAdd", QStringLiteral("Add"));
+    auto* remove = NewButton("SceneRemove", QStringLiteral("Remove"));
+    auto* reload = NewButton("SceneReload", QStringLiteral("Reload"));
+    auto* save = NewButton("SceneSave", QStringLiteral("Save to server"));
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(add);
     buttons->addWidget(remove);
@@ -74,18 +74,18 @@ CScenePanel::CScenePanel(IControlClient& server, QWidget* parent)
     connect(remove, &QPushButton::clicked, this, &CScenePanel::RemoveRow);
     connect(reload, &QPushButton::clicked, this, &CScenePanel::Reload);
     connect(save, &QPushButton::clicked, this, &CScenePanel::Save);
-    texts::Keep(this, [this] { ShowTexts(); });
+    ShowTexts();
 }
 
-QPushButton* CScenePanel::NewButton(const char* name, unsigned int text) {
+QPushButton* CScenePanel::NewButton(const char* name, const QString& text) {
     auto* button = new QPushButton(this);
     button->setObjectName(QString::fromLatin1(name));
-    texts::Keep(button, texts::EnText(text));
+    button->setText(text);
     return button;
 }
 
 void CScenePanel::ShowTexts() {
-    m_pTable->setHorizontalHeaderLabels({texts::Tr(texts::kScene), texts::Tr(texts::kAllOpen)});
+    m_pTable->setHorizontalHeaderLabels({QStringLiteral("Scene"), QStringLiteral("All open")});
     for (int column = 0; column < kColumnCount; ++column) {
         m_pTable->horizontalHeaderItem(column)->setTextAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     }
@@ -157,7 +157,7 @@ void CScenePanel::Save() {
         bool isNumber = false;
         const qlonglong scene = m_pTable->item(row, kColumnScene)->text().trimmed().toLongLong(&isNumber);
         if (!isNumber) {
-            Say(texts::Tr(texts::kSceneNotNumber).arg(row + 1), false);
+            Say(QStringLiteral("Row %1: the scene must be a whole number").arg(row + 1), false);
             return;
         }
         Json::Value entry = m_entries[size_t(row)];
@@ -172,7 +172,7 @@ void CScenePanel::Save() {
                          return;
                      }
                      m_aiChat = aiChat;
-                     Say(texts::Tr(texts::kSavedNextLogin), true);
+                     Say(QStringLiteral("Saved; it counts from the next login on"), true);
                  });
 }
 

@@ -28,7 +28,7 @@ private:
     void Save();
     void Say(const QString& words, bool good);
     void ShowTexts();
-    class QPushButton* NewButton(const char* name, unsigned int text);
+    class QPushButton* NewButton(const char* name, const QString& text);
 
     IControlClient& m_server;
     quint64 m_nUser = 0;

@@ -6,8 +6,6 @@
 
 namespace {
 
-using texts::Tr;
-
 FieldNode Node(const QString& name, const QString& value) {
     return {name, value, {}, {}};
 }
@@ -17,14 +15,14 @@ public:
     explicit CTrafficFormat(const CWireDecoder& decoder) : m_decoder(decoder) {}
 
     QString Name() const override { return QStringLiteral("Traffic"); }
-    std::vector<texts::EnText> Titles() const override {
-        return {texts::kLogTime,     texts::kSeenWhat,  texts::kSeenNumber, texts::kName,
-                texts::kSeenSession, texts::kSeenError, texts::kSeenSize,   texts::kSeenDuration};
+    std::vector<QString> Titles() const override {
+        return {QStringLiteral("Time"),    QStringLiteral("What"),  QStringLiteral("Number"), QStringLiteral("Name"),
+                QStringLiteral("Session"), QStringLiteral("Error"), QStringLiteral("Bytes"),  QStringLiteral("ms")};
     }
     std::vector<int> Widths() const override { return {80, 58, 58, 138, 58, 46, 46, 40}; }
-    std::vector<texts::EnText> Kinds() const override {
-        return {texts::kCommandSent, texts::kCommandReplied, texts::kCommandFailed, texts::kCommandPushed,
-                texts::kBusMessage};
+    std::vector<QString> Kinds() const override {
+        return {QStringLiteral("Sent"), QStringLiteral("Reply"), QStringLiteral("Failed"), QStringLiteral("Push"),
+                QStringLiteral("Bus")};
     }
 
     bool Takes(const TraceEvent& seen) const override {
@@ -42,7 +40,7 @@ public:
     }
 
     QStringList Cells(const TraceEvent& seen) const override {
-        const QString kind = Tr(Kinds()[size_t(Kind(seen))]);
+        const QString kind = Kinds()[size_t(Kind(seen))];
         if (const auto* message = std::get_if<MessageTrace>(&seen.what)) {
             return {kind, QString::number(message->id), wire::MessageName(message->id), {}, {}, {}, {}};
         }
@@ -63,9 +61,9 @@ public:
                 fields.push_back(Node(QStringLiteral("p1"), QString::number(message->p1)));
                 fields.push_back(Node(QStringLiteral("p2"), QString::number(message->p2)));
             }
-            fields.push_back(Node(Tr(texts::kLocation), QString::fromStdString(message->location)));
+            fields.push_back(Node(QStringLiteral("Place"), QString::fromStdString(message->location)));
             if (message->receivers >= 0) {
-                fields.push_back(Node(Tr(texts::kReceivers), QString::number(message->receivers)));
+                fields.push_back(Node(QStringLiteral("Receivers"), QString::number(message->receivers)));
             }
             return fields;
         }
@@ -100,12 +98,12 @@ private:
 class CStoreFormat : public ISeenFormat {
 public:
     QString Name() const override { return QStringLiteral("Store"); }
-    std::vector<texts::EnText> Titles() const override {
-        return {texts::kLogTime,  texts::kSeenWhat, texts::kOwner, texts::kKey,
-                texts::kSeenSize, texts::kResult,   texts::kValue};
+    std::vector<QString> Titles() const override {
+        return {QStringLiteral("Time"),  QStringLiteral("What"),   QStringLiteral("Owner"), QStringLiteral("Key"),
+                QStringLiteral("Bytes"), QStringLiteral("Result"), QStringLiteral("Value")};
     }
     std::vector<int> Widths() const override { return {80, 46, 70, 126, 46, 84, 60}; }
-    std::vector<texts::EnText> Kinds() const override { return {texts::kStoreRead, texts::kStoreSave}; }
+    std::vector<QString> Kinds() const override { return {QStringLiteral("Read"), QStringLiteral("Save")}; }
 
     bool Takes(const TraceEvent& seen) const override { return std::holds_alternative<StoreTrace>(seen.what); }
     int Kind(const TraceEvent& seen) const override { return std::get<StoreTrace>(seen.what).isSave ? 1 : 0; }
@@ -118,30 +116,31 @@ public:
 
     QStringList Cells(const TraceEvent& seen) const override {
         const auto& store = std::get<StoreTrace>(seen.what);
-        return {Tr(Kinds()[size_t(Kind(seen))]),
-                store.owner ? QString::number(*store.owner) : Tr(texts::kInstallation),
+        return {Kinds()[size_t(Kind(seen))],
+                store.owner ? QString::number(*store.owner) : QStringLiteral("Installation"),
                 QString::fromStdString(store.key),
                 store.succeeded || store.isSave ? QString::number(store.value.size()) : QString(),
-                Tr(store.succeeded ? texts::kResultDone
-                   : store.isSave  ? texts::kResultRefused
-                                   : texts::kResultAbsent),
+                store.succeeded ? QStringLiteral("Done")
+                : store.isSave  ? QStringLiteral("Refused")
+                                : QStringLiteral("Nothing there"),
                 readable::Text(store.value).left(80).simplified()};
     }
 
     std::vector<FieldNode> Detail(const TraceEvent& seen) const override {
         const auto& store = std::get<StoreTrace>(seen.what);
-        return {Node(Tr(texts::kKey), QString::fromStdString(store.key)), BytesField(Tr(texts::kValue), store.value)};
+        return {Node(QStringLiteral("Key"), QString::fromStdString(store.key)),
+                BytesField(QStringLiteral("Value"), store.value)};
     }
 };
 
 class CUrlFormat : public ISeenFormat {
 public:
     QString Name() const override { return QStringLiteral("Url"); }
-    std::vector<texts::EnText> Titles() const override {
-        return {texts::kLogTime, texts::kResult, texts::kUrlAddress, texts::kReason};
+    std::vector<QString> Titles() const override {
+        return {QStringLiteral("Time"), QStringLiteral("Result"), QStringLiteral("URL"), QStringLiteral("Reason")};
     }
     std::vector<int> Widths() const override { return {84, 70, 230, 120}; }
-    std::vector<texts::EnText> Kinds() const override { return {texts::kUrlOpened, texts::kResultRefused}; }
+    std::vector<QString> Kinds() const override { return {QStringLiteral("Opened"), QStringLiteral("Refused")}; }
 
     bool Takes(const TraceEvent& seen) const override { return std::holds_alternative<UrlTrace>(seen.what); }
     int Kind(const TraceEvent& seen) const override { return IsBad(seen) ? 1 : 0; }
@@ -149,12 +148,12 @@ public:
 
     QStringList Cells(const TraceEvent& seen) const override {
         const auto& url = std::get<UrlTrace>(seen.what);
-        return {Tr(Kinds()[size_t(Kind(seen))]), url.url, url.refusal};
+        return {Kinds()[size_t(Kind(seen))], url.url, url.refusal};
     }
 
     std::vector<FieldNode> Detail(const TraceEvent& seen) const override {
         const auto& url = std::get<UrlTrace>(seen.what);
-        return {Node(Tr(texts::kUrlAddress), url.url), Node(Tr(texts::kReason), url.refusal),
+        return {Node(QStringLiteral("URL"), url.url), Node(QStringLiteral("Reason"), url.refusal),
                 Node(QStringLiteral("BusinessType"), QString::number(url.businessType)),
                 Node(QStringLiteral("FallbackMode"), QString::number(url.fallbackMode))};
     }

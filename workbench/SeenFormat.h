@@ -4,7 +4,6 @@
 #include <memory>
 #include <vector>
 
-#include "ClientTexts.h"
 #include "tracing/TraceEvent.h"
 #include "workbench/FieldNode.h"
 
@@ -19,10 +18,10 @@ public:
     virtual int MostRows() const { return 10'000; }
     /// In object names, as "Traffic".
     virtual QString Name() const = 0;
-    virtual std::vector<texts::EnText> Titles() const = 0;
+    virtual std::vector<QString> Titles() const = 0;
     virtual std::vector<int> Widths() const = 0;
     /// What the rows are told apart by; Kind gives an index into it.
-    virtual std::vector<texts::EnText> Kinds() const = 0;
+    virtual std::vector<QString> Kinds() const = 0;
 
     virtual bool Takes(const TraceEvent& seen) const = 0;
     /// What a beginning and its end share: they are one row, which shows the end once that is there. Nothing for

@@ -13,12 +13,6 @@ CSeenModel::CSeenModel(std::unique_ptr<ISeenFormat> format, QObject* parent)
         m_ends.clear();
     });
     theme::OnThemeChange(this, [this] { ShowAnew(); });
-    texts::Keep(this, [this] {
-        for (SeenRow& row : Rows()) {
-            row.cells = m_format->Cells(row.seen);
-        }
-        ShowAnew();
-    });
 }
 
 void CSeenModel::Add(const TraceEvent& seen) {

@@ -33,7 +33,7 @@ public:
 
 private:
     SeenRow Read(TraceEvent seen) const override;
-    std::vector<texts::EnText> Titles() const override { return m_format->Titles(); }
+    std::vector<QString> Titles() const override { return m_format->Titles(); }
     QString Cell(int row, int column) const override;
     bool IsBad(int row) const override { return m_format->IsBad(At(row)); }
     bool HasAmendments() const override { return !m_ends.empty(); }

@@ -28,18 +28,18 @@ CSeenView::CSeenView(std::unique_ptr<ISeenFormat> format, QWidget* parent)
     m_pDetail->setColumnWidth(0, kFieldWidth);
     m_pDetail->setSelectionMode(QAbstractItemView::SingleSelection);
     SetUp(m_model, m_filter, m_model.Format().Widths(), {m_pKind}, m_pDetail);
-    m_pKind->addItem(texts::Tr(texts::kAllKinds), -1);
-    for (const texts::EnText kind : m_model.Format().Kinds()) {
-        m_pKind->addItem(texts::Tr(kind), m_pKind->count() - 1);
+    m_pKind->addItem(QStringLiteral("All kinds"), -1);
+    for (const QString& kind : m_model.Format().Kinds()) {
+        m_pKind->addItem(kind, m_pKind->count() - 1);
     }
 }
 
 void CSeenView::ShowChoices() {
-    const std::vector<texts::EnText> kinds = m_model.Format().Kinds();
+    const std::vector<QString> kinds = m_model.Format().Kinds();
     for (int index = 0; index < m_pKind->count(); ++index) {
-        m_pKind->setItemText(index, texts::Tr(index == 0 ? texts::kAllKinds : kinds[size_t(index) - 1]));
+        m_pKind->setItemText(index, index == 0 ? QStringLiteral("All kinds") : kinds[size_t(index) - 1]);
     }
-    m_pDetail->setHeaderLabels({texts::Tr(texts::kField), texts::Tr(texts::kValue)});
+    m_pDetail->setHeaderLabels({QStringLiteral("Field"), QStringLiteral("Value")});
 }
 
 void CSeenView::ShowDetail(int row) {

@@ -7,7 +7,6 @@
 
 #include <QFile>
 
-#include "ClientTexts.h"
 #include "framework/HostLog.h"
 
 // The macro declares a function of the global namespace.
@@ -152,12 +151,12 @@ std::vector<FieldNode> CWireDecoder::Decode(const std::string& type, const std::
     const Descriptor* descriptor = m_schemas->pool.FindMessageTypeByName(type);
     if (!descriptor) {
         return bytes.empty() ? std::vector<FieldNode>{}
-                             : std::vector<FieldNode>{RawField(texts::Tr(texts::kBytesWithoutSchema), bytes)};
+                             : std::vector<FieldNode>{RawField(QStringLiteral("Bytes without a schema"), bytes)};
     }
     const std::unique_ptr<Message> message(m_schemas->factory.GetPrototype(descriptor)->New());
     // A missing required field is for the reader to see, not a reason to show nothing.
     if (!message->ParsePartialFromString(bytes)) {
-        return {RawField(texts::Tr(texts::kBytesUndecodable), bytes)};
+        return {RawField(QStringLiteral("Bytes that are no such message"), bytes)};
     }
     return FieldsOf(*message);
 }

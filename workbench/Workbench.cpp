@@ -15,7 +15,6 @@
 #include <QVariant>
 
 #include "AIChatEntries.h"
-#include "ClientTexts.h"
 #include "Theme.h"
 #include "core/lang.h"
 #include "core/time_date.h"
@@ -41,37 +40,37 @@ const QString kExportName = QStringLiteral("zrclient-workbench.json");
 
 struct LanguageChoice {
     int id;
-    texts::EnText name;
+    const char* name;
 };
 
 constexpr LanguageChoice kLanguages[] = {
-    {core::lang::kLanguageEnglish, texts::kLanguageEnglish},
-    {core::lang::kLanguageSimplifiedChinese, texts::kLanguageSimplifiedChinese},
-    {core::lang::kLanguageTraditionalChinese, texts::kLanguageTraditionalChinese},
-    {core::lang::kLanguageJapanese, texts::kLanguageJapanese},
-    {core::lang::kLanguageFrench, texts::kLanguageFrench},
+    {core::lang::kLanguageEnglish, "English"},
+    {core::lang::kLanguageSimplifiedChinese, "简体中文"},
+    {core::lang::kLanguageTraditionalChinese, "繁體中文"},
+    {core::lang::kLanguageJapanese, "日本語"},
+    {core::lang::kLanguageFrench, "Français"},
 };
 
 struct ThemeChoice {
     zr_ui_theme::Manager::Theme theme;
-    texts::EnText name;
+    const char* name;
 };
 
 constexpr ThemeChoice kThemes[] = {
-    {zr_ui_theme::Manager::kThemeLight, texts::kThemeLight},
-    {zr_ui_theme::Manager::kThemeDarkBlue, texts::kThemeDarkBlue},
-    {zr_ui_theme::Manager::kThemeBlack, texts::kThemeBlack},
+    {zr_ui_theme::Manager::kThemeLight, "Light"},
+    {zr_ui_theme::Manager::kThemeDarkBlue, "Dark blue"},
+    {zr_ui_theme::Manager::kThemeBlack, "Black"},
 };
 
 struct OverrideChoice {
     EnEntryOverride value;
-    texts::EnText name;
+    const char* name;
 };
 
 constexpr OverrideChoice kOverrides[] = {
-    {EnEntryOverride::None, texts::kOverrideNone},
-    {EnEntryOverride::Open, texts::kOverrideOpen},
-    {EnEntryOverride::Closed, texts::kOverrideClosed},
+    {EnEntryOverride::None, "No override"},
+    {EnEntryOverride::Open, "Force open"},
+    {EnEntryOverride::Closed, "Force closed"},
 };
 
 QComboBox* NewCombo(const char* name, QWidget* parent) {
@@ -81,10 +80,10 @@ QComboBox* NewCombo(const char* name, QWidget* parent) {
     return combo;
 }
 
-QLabel* NewTitle(texts::EnText text, const char* role, QWidget* parent) {
+QLabel* NewTitle(const QString& text, const char* role, QWidget* parent) {
     auto* label = new QLabel(parent);
     label->setProperty("role", QString::fromLatin1(role));
-    texts::Keep(label, text);
+    label->setText(text);
     return label;
 }
 
@@ -128,35 +127,33 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, const CPremiumRights& rights, IC
     setObjectName(QStringLiteral("Workbench"));
     m_pTabs->setObjectName(QStringLiteral("WorkbenchTabs"));
     m_pTabs->setDocumentMode(true);
-    const auto addTab = [this](QWidget* tab, texts::EnText title) {
+    const auto addTab = [this](QWidget* tab, const QString& title) {
         const int index = m_pTabs->addTab(tab, QString());
         tab->setContentsMargins(0, kTabMargin, 0, 0);
-        texts::Keep(tab, [this, index, title] { m_pTabs->setTabText(index, texts::Tr(title)); });
+        m_pTabs->setTabText(index, title);
     };
-    addTab(NewSessionTab(), texts::kTabSession);
+    addTab(NewSessionTab(), QStringLiteral("Session"));
     const auto setFault = [this](uint32_t command, const auto& fault, IControlClient::Answered answered) {
         m_pFaults->SetFault(command, fault, std::move(answered));
     };
-    addTab(new CRightsTab(rights, *m_pBoard, m_decoder, server, setFault, PagesOf(m_pTabs)), texts::kTabRights);
-    addTab(m_pAdTab, texts::kTabAds);
+    addTab(new CRightsTab(rights, *m_pBoard, m_decoder, server, setFault, PagesOf(m_pTabs)), QStringLiteral("Rights"));
+    addTab(m_pAdTab, QStringLiteral("Ads"));
     SetUpTrafficTab();
-    addTab(m_pTrafficTab, texts::kTabTraffic);
-    addTab(m_pLog, texts::kLog);
-    addTab(m_pStore, texts::kTabStore);
-    addTab(m_pUrls, texts::kTabUrls);
-    addTab(NewServerTab(), texts::kTabServer);
+    addTab(m_pTrafficTab, QStringLiteral("Traffic"));
+    addTab(m_pLog, QStringLiteral("Log"));
+    addTab(m_pStore, QStringLiteral("Store"));
+    addTab(m_pUrls, QStringLiteral("URLs"));
+    addTab(NewServerTab(), QStringLiteral("Server"));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(10);
     layout->addWidget(m_pTabs, 1);
     layout->addWidget(NewExportRow());
     connect(&entries, &CAIChatEntries::Changed, this, &CWorkbench::ShowOverride);
-    texts::Keep(this, [this] {
-        ShowUserTexts();
-        ShowTheme();
-        ShowOverride();
-        ShowEditionTexts();
-    });
+    ShowUserTexts();
+    ShowTheme();
+    ShowOverride();
+    ShowEditionTexts();
     theme::OnThemeChange(this, [this] { ShowTheme(); });
 }
 
@@ -176,9 +173,9 @@ QWidget* CWorkbench::NewSessionTab() {
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(10);
     layout->addLayout(grid);
-    layout->addWidget(NewTitle(texts::kEntriesPerScene, "section", tab));
+    layout->addWidget(NewTitle(QStringLiteral("AI chat entries per scene"), "section", tab));
     layout->addWidget(new CEntryTable(m_entries, tab));
-    layout->addWidget(NewTitle(texts::kSceneEditor, "section", tab));
+    layout->addWidget(NewTitle(QStringLiteral("What the server answers to this user"), "section", tab));
     layout->addWidget(m_pScenes, 1);
     connect(m_pUser, qOverload<int>(&QComboBox::currentIndexChanged), this,
             [this] { m_pScenes->ShowUser(m_pUser->currentData().toULongLong()); });
@@ -188,14 +185,14 @@ QWidget* CWorkbench::NewSessionTab() {
 void CWorkbench::SetUpTrafficTab() {
     m_pTrafficTabs->setObjectName(QStringLiteral("TrafficTabs"));
     m_pTrafficTabs->setDocumentMode(true);
-    const auto addTab = [this](QWidget* tab, texts::EnText title) {
+    const auto addTab = [this](QWidget* tab, const QString& title) {
         const int index = m_pTrafficTabs->addTab(tab, QString());
         tab->setContentsMargins(0, kTabMargin, 0, 0);
-        texts::Keep(tab, [this, index, title] { m_pTrafficTabs->setTabText(index, texts::Tr(title)); });
+        m_pTrafficTabs->setTabText(index, title);
     };
-    addTab(m_pTraffic, texts::kTabChannel);
-    addTab(m_pHttp, texts::kTabHttp);
-    addTab(m_pReports, texts::kTabReports);
+    addTab(m_pTraffic, QStringLiteral("Channel and bus"));
+    addTab(m_pHttp, QStringLiteral("HTTP"));
+    addTab(m_pReports, QStringLiteral("Reports"));
     m_pTrafficTab->setObjectName(QStringLiteral("TrafficTab"));
     auto* layout = new QVBoxLayout(m_pTrafficTab);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -208,10 +205,10 @@ QWidget* CWorkbench::NewServerTab() {
     auto* layout = new QVBoxLayout(tab);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(10);
-    layout->addWidget(NewTitle(texts::kFaults, "section", tab));
+    layout->addWidget(NewTitle(QStringLiteral("Faults"), "section", tab));
     layout->addWidget(m_pFaults);
     layout->addSpacing(10);
-    layout->addWidget(NewTitle(texts::kServerClock, "section", tab));
+    layout->addWidget(NewTitle(QStringLiteral("Server clock"), "section", tab));
     layout->addWidget(m_pClock);
     layout->addStretch(1);
     return tab;
@@ -231,12 +228,10 @@ QWidget* CWorkbench::NewExportRow() {
     choose->setObjectName(QStringLiteral("ExportChoose"));
     auto* save = new QPushButton(row);
     save->setObjectName(QStringLiteral("ExportSave"));
-    texts::Keep(save, texts::kExport);
-    texts::Keep(row, [this, choose] {
-        m_pExportPath->setPlaceholderText(texts::Tr(texts::kExportPath));
-        m_pExportPath->setToolTip(texts::Tr(texts::kExportPath));
-        choose->setToolTip(texts::Tr(texts::kExportChoose));
-    });
+    save->setText(QStringLiteral("Export"));
+    m_pExportPath->setPlaceholderText(QStringLiteral("File for all that is seen here"));
+    m_pExportPath->setToolTip(QStringLiteral("File for all that is seen here"));
+    choose->setToolTip(QStringLiteral("Choose the file"));
     auto* line = new QHBoxLayout;
     line->addWidget(m_pExportPath, 1);
     line->addWidget(choose);
@@ -248,7 +243,8 @@ QWidget* CWorkbench::NewExportRow() {
     layout->addWidget(m_pExportNote);
     connect(save, &QPushButton::clicked, this, &CWorkbench::Export);
     connect(choose, &QPushButton::clicked, this, [this] {
-        const QString path = QFileDialog::getSaveFileName(this, texts::Tr(texts::kExportChoose), m_pExportPath->text());
+        const QString path =
+            QFileDialog::getSaveFileName(this, QStringLiteral("Choose the file"), m_pExportPath->text());
         if (!path.isEmpty()) {
             m_pExportPath->setText(path);
         }
@@ -265,8 +261,8 @@ QString CWorkbench::ExportTo(const QString& path) const {
 
 void CWorkbench::Export() {
     const QString failure = ExportTo(m_pExportPath->text().trimmed());
-    m_pExportNote->setText(failure.isEmpty() ? texts::Tr(texts::kExported)
-                                             : texts::Tr(texts::kExportFailed).arg(failure));
+    m_pExportNote->setText(failure.isEmpty() ? QStringLiteral("Exported, without ids, names and tokens")
+                                             : QStringLiteral("Can't be written: %1").arg(failure));
     m_pExportNote->show();
 }
 
@@ -293,9 +289,9 @@ void CWorkbench::AddUserRow(QGridLayout* grid) {
     m_pWho->setProperty("role", QStringLiteral("muted"));
     m_pLogin->setObjectName(QStringLiteral("WorkbenchLogin"));
     m_pLogout->setObjectName(QStringLiteral("WorkbenchLogout"));
-    texts::Keep(m_pLogin, texts::kLogIn);
-    texts::Keep(m_pLogout, texts::kLogOut);
-    grid->addWidget(NewTitle(texts::kUser, "muted", this), 0, 0);
+    m_pLogin->setText(QStringLiteral("Log in"));
+    m_pLogout->setText(QStringLiteral("Log out"));
+    grid->addWidget(NewTitle(QStringLiteral("User"), "muted", this), 0, 0);
     grid->addWidget(m_pUser, 0, 1);
     grid->addWidget(m_pLogin, 0, 2);
     grid->addWidget(m_pLogout, 0, 3);
@@ -308,9 +304,9 @@ void CWorkbench::AddUserRow(QGridLayout* grid) {
 
 void CWorkbench::AddLanguageRow(QGridLayout* grid) {
     for (const LanguageChoice& language : kLanguages) {
-        m_pLanguage->addItem(texts::Tr(language.name), language.id);
+        m_pLanguage->addItem(QString::fromUtf8(language.name), language.id);
     }
-    grid->addWidget(NewTitle(texts::kLanguage, "muted", this), 2, 0);
+    grid->addWidget(NewTitle(QStringLiteral("Language"), "muted", this), 2, 0);
     grid->addWidget(m_pLanguage, 2, 1, 1, 3);
     connect(m_pLanguage, qOverload<int>(&QComboBox::currentIndexChanged), this,
             [this] { Q_EMIT LanguageWanted(m_pLanguage->currentData().toInt()); });
@@ -320,7 +316,7 @@ void CWorkbench::AddThemeRow(QGridLayout* grid) {
     for (const ThemeChoice& choice : kThemes) {
         m_pTheme->addItem(QString(), int(choice.theme));
     }
-    grid->addWidget(NewTitle(texts::kTheme, "muted", this), 3, 0);
+    grid->addWidget(NewTitle(QStringLiteral("Theme"), "muted", this), 3, 0);
     grid->addWidget(m_pTheme, 3, 1, 1, 3);
     connect(m_pTheme, qOverload<int>(&QComboBox::currentIndexChanged), this,
             [this] { Q_EMIT ThemeWanted(m_pTheme->currentData().toInt()); });
@@ -330,7 +326,7 @@ void CWorkbench::AddOverrideRow(QGridLayout* grid) {
     for (const OverrideChoice& choice : kOverrides) {
         m_pOverride->addItem(QString(), int(choice.value));
     }
-    grid->addWidget(NewTitle(texts::kOverride, "muted", this), 4, 0);
+    grid->addWidget(NewTitle(QStringLiteral("Override"), "muted", this), 4, 0);
     grid->addWidget(m_pOverride, 4, 1, 1, 3);
     connect(m_pOverride, qOverload<int>(&QComboBox::currentIndexChanged), this,
             [this] { m_entries.SetOverride(EnEntryOverride(m_pOverride->currentData().toInt())); });
@@ -339,7 +335,7 @@ void CWorkbench::AddOverrideRow(QGridLayout* grid) {
 void CWorkbench::AddEditionRow(QGridLayout* grid) {
     m_pEdition->addItem(QString(), false);
     m_pEdition->addItem(QString(), true);
-    grid->addWidget(NewTitle(texts::kEdition, "muted", this), 5, 0);
+    grid->addWidget(NewTitle(QStringLiteral("Edition"), "muted", this), 5, 0);
     grid->addWidget(m_pEdition, 5, 1, 1, 3);
     connect(m_pEdition, qOverload<int>(&QComboBox::currentIndexChanged), this,
             [this] { Q_EMIT EditionWanted(m_pEdition->currentData().toBool()); });
@@ -350,11 +346,11 @@ void CWorkbench::AddMarketsRow(QGridLayout* grid) {
     m_pMarketsNote->setObjectName(QStringLiteral("WorkbenchMarketsNote"));
     m_pMarketsNote->setTextFormat(Qt::PlainText);
     m_pMarketsNote->setProperty("role", QStringLiteral("muted"));
-    texts::Keep(m_pMarkets, [this] { m_pMarkets->setPlaceholderText(texts::Tr(texts::kMarketsHint)); });
+    m_pMarkets->setPlaceholderText(QStringLiteral("Numbers, the leading one first, as 1 2 5"));
     auto* apply = new QPushButton(this);
     apply->setObjectName(QStringLiteral("WorkbenchMarketsApply"));
-    texts::Keep(apply, texts::kMarketsApply);
-    grid->addWidget(NewTitle(texts::kMarkets, "muted", this), 6, 0);
+    apply->setText(QStringLiteral("Apply"));
+    grid->addWidget(NewTitle(QStringLiteral("Markets"), "muted", this), 6, 0);
     grid->addWidget(m_pMarkets, 6, 1);
     grid->addWidget(apply, 6, 2, 1, 2);
     grid->addWidget(m_pMarketsNote, 7, 1, 1, 3);
@@ -371,13 +367,13 @@ void CWorkbench::AskMarkets() {
         bool isNumber = false;
         markets.push_back(word.toInt(&isNumber));
         if (!isNumber || markets.back() < 0) {
-            m_pMarketsNote->setText(texts::Tr(texts::kMarketsWrong).arg(word));
+            m_pMarketsNote->setText(QStringLiteral("No market numbers: %1").arg(word));
             m_pMarketsNote->show();
             return;
         }
     }
     Q_EMIT MarketsWanted(markets);
-    m_pMarketsNote->setText(texts::Tr(texts::kMarketsApplied));
+    m_pMarketsNote->setText(QStringLiteral("In force until the next login"));
     m_pMarketsNote->show();
 }
 
@@ -396,8 +392,8 @@ void CWorkbench::ShowEdition(bool velora) {
 }
 
 void CWorkbench::ShowEditionTexts() {
-    m_pEdition->setItemText(0, texts::Tr(texts::kKestrel));
-    m_pEdition->setItemText(1, texts::Tr(texts::kVelora));
+    m_pEdition->setItemText(0, QStringLiteral("Kestrel"));
+    m_pEdition->setItemText(1, QStringLiteral("Velora"));
 }
 
 void CWorkbench::ForgetServer() {
@@ -433,7 +429,7 @@ void CWorkbench::ShowUserTexts() {
     m_pLogin->setEnabled(!m_users.empty());
     m_pLogout->setEnabled(m_nCurrent != 0);
     if (m_nCurrent == 0) {
-        m_pWho->setText(texts::Tr(texts::kNobodyLoggedIn));
+        m_pWho->setText(QStringLiteral("Nobody is logged in"));
         return;
     }
     QString name = QString::number(m_nCurrent);
@@ -442,7 +438,7 @@ void CWorkbench::ShowUserTexts() {
             name = user.name;
         }
     }
-    m_pWho->setText(texts::Tr(texts::kLoggedInAs).arg(name, QString::number(m_nCurrent)));
+    m_pWho->setText(QStringLiteral("Logged in: %1 (%2)").arg(name, QString::number(m_nCurrent)));
 }
 
 void CWorkbench::ShowLanguage(int languageId) {
@@ -454,7 +450,7 @@ void CWorkbench::ShowLanguage(int languageId) {
 void CWorkbench::ShowTheme() {
     const QSignalBlocker blocker(m_pTheme);
     for (int index = 0; index < m_pTheme->count(); ++index) {
-        m_pTheme->setItemText(index, texts::Tr(kThemes[index].name));
+        m_pTheme->setItemText(index, QString::fromUtf8(kThemes[index].name));
     }
     m_pTheme->setCurrentIndex(m_pTheme->findData(int(zr_ui_theme::Manager::instance()->getTheme())));
 }
@@ -462,7 +458,7 @@ void CWorkbench::ShowTheme() {
 void CWorkbench::ShowOverride() {
     const QSignalBlocker blocker(m_pOverride);
     for (int index = 0; index < m_pOverride->count(); ++index) {
-        m_pOverride->setItemText(index, texts::Tr(kOverrides[index].name));
+        m_pOverride->setItemText(index, QString::fromUtf8(kOverrides[index].name));
     }
     m_pOverride->setCurrentIndex(m_pOverride->findData(int(m_entries.Override())));
     m_pOverride->setEnabled(m_entries.HasModule());

@@ -5,7 +5,7 @@
 #include <QDesktopServices>
 #include <QDir>
 
-#include "ClientTexts.h"
+#include "Translation.h"
 #include "core/message_ids.h"
 #include "framework/HostLog.h"
 #include "framework/Ports.h"
@@ -32,10 +32,10 @@ QUrl Loopback(const char* scheme, quint16 port) {
     return QUrl(QStringLiteral("%1://127.0.0.1:%2").arg(QString::fromLatin1(scheme)).arg(port));
 }
 
-// The status is kept as text id and values, because the language can change while it is shown.
-std::function<QString()> Words(texts::EnText id, const QStringList& values = {}) {
-    return [id, values] {
-        QString words = texts::Tr(id);
+// The status is kept as source text and values, because the language can change while it is shown.
+std::function<QString()> Words(const char* source, const QStringList& values = {}) {
+    return [source, values] {
+        QString words = CComposition::tr(source);
         if (values.size() == 1) {
             words = words.arg(values[0]);
         } else if (values.size() == 2) {
@@ -51,15 +51,15 @@ QString WordsOf(EnStoreTrouble trouble) {
         case EnStoreTrouble::kNone:
             return {};
         case EnStoreTrouble::kNotAvailable:
-            return texts::Tr(texts::kStoreNotAvailable);
+            return CComposition::tr("Settings are neither read nor saved: their file is not available");
         case EnStoreTrouble::kReadOnly:
-            return texts::Tr(texts::kStoreReadOnly);
+            return CComposition::tr("Settings are not saved: their file or folder is read-only");
         case EnStoreTrouble::kDiskFull:
-            return texts::Tr(texts::kStoreDiskFull);
+            return CComposition::tr("Settings are not saved: the disk is full or fails");
         case EnStoreTrouble::kSecondClient:
-            return texts::Tr(texts::kStoreSecondClient);
+            return CComposition::tr("Settings are not saved: another client uses this folder");
         case EnStoreTrouble::kNewerFile:
-            return texts::Tr(texts::kStoreNewerFile);
+            return CComposition::tr("Settings are not saved: a newer version wrote their file");
     }
     return {};
 }
@@ -76,6 +76,7 @@ CComposition::CComposition(const COptions& options, CFileLog& log)
       m_theme(m_storeRecorder),
       m_environment(m_storeRecorder, {options.release, options.velora}),
       m_language(options.language),
+      m_translation(options.language),
       m_commonConfig(m_storeRecorder),
       m_channel(m_poster, m_random),
       m_channelRecorder(m_channel, m_traceLog),
@@ -91,7 +92,7 @@ CComposition::CComposition(const COptions& options, CFileLog& log)
     InstallPorts();
     m_theme.Begin(options.theme);
     if (options.server.isEmpty()) {
-        m_fnStatus = Words(texts::kServerStarts);
+        m_fnStatus = Words(QT_TR_NOOP("Starting the server"));
     }
     ConnectServices();
     ConnectSession();
@@ -129,10 +130,12 @@ void CComposition::ConnectServices() {
     connect(&m_channel, &CWebSocketChannel::HostFrameReceived, this, &CComposition::OnHostFrame);
     connect(&m_channel, &CWebSocketChannel::Connected, this, [this] {
         m_reports.SendNow();
-        ShowStatus(Words(texts::kConnected), true);
+        ShowStatus(Words(QT_TR_NOOP("Connected")), true);
     });
     connect(&m_channel, &CWebSocketChannel::Disconnected, this, [this](const QString& reason, int retryMs) {
-        ShowStatus(Words(texts::kNoConnection, {reason, QString::number(retryMs / 1000.0, 'f', 1)}), false);
+        ShowStatus(Words(QT_TR_NOOP("No connection (%1), trying again in %2 s"),
+                         {reason, QString::number(retryMs / 1000.0, 'f', 1)}),
+                   false);
         if (!m_options.server.isEmpty() && !m_bEnded) {
             m_control.Refresh();  // the server can restart on another channel port
         }
@@ -141,11 +144,13 @@ void CComposition::ConnectServices() {
     connect(&m_commonConfig, &CCommonConfig::Changed, this,
             [this] { m_busRecorder.Send("[Client]", core::kMsgCommonConfigChanged, 0, nullptr); });
     connect(&m_server, &CServerProcess::Ready, this, &CComposition::OnServerReady);
-    connect(&m_server, &CServerProcess::Lost, this,
-            [this](const QString& reason) { ShowStatus(Words(texts::kServerLost, {reason}), false); });
+    connect(&m_server, &CServerProcess::Lost, this, [this](const QString& reason) {
+        ShowStatus(Words(QT_TR_NOOP("The server does not run (%1), starting it again"), {reason}), false);
+    });
     connect(&m_control, &CServerControl::StateReceived, this, &CComposition::OnServerState);
-    connect(&m_control, &CServerControl::Failed, this,
-            [this](const QString& reason) { ShowStatus(Words(texts::kServerSilent, {reason}), false); });
+    connect(&m_control, &CServerControl::Failed, this, [this](const QString& reason) {
+        ShowStatus(Words(QT_TR_NOOP("The server does not answer (%1)"), {reason}), false);
+    });
 }
 
 void CComposition::ConnectSession() {
@@ -160,7 +165,7 @@ void CComposition::ConnectSession() {
         Q_EMIT UserChanged();
     });
     connect(&m_session, &CLoginSession::Refused, this, [this](qulonglong userId, const QString& reason) {
-        ShowStatus(Words(texts::kLoginRefused, {QString::number(userId), reason}), false);
+        ShowStatus(Words(QT_TR_NOOP("The login of user %1 is refused: %2"), {QString::number(userId), reason}), false);
         Q_EMIT UserChanged();
     });
 }
@@ -268,7 +273,7 @@ void CComposition::OnLoggedIn() {
     m_reports.SetUser(m_session.UserId());
     host::ModuleLifecycle::Login();
     m_busRecorder.Send("[Client]", core::kMsgLoginChannelConnected, 0, nullptr);
-    ShowStatus(Words(texts::kConnected), true);
+    ShowStatus(Words(QT_TR_NOOP("Connected")), true);
     Q_EMIT UserChanged();
 }
 
@@ -284,6 +289,7 @@ void CComposition::Logout() {
 
 void CComposition::SetLanguage(int languageId) {
     m_language.SetLanguage(languageId);
+    m_translation.SetLanguage(languageId);
     m_session.SetLanguage(languageId);
     m_busRecorder.Send("[Client]", core::kMsgLanguageChanged, 0, nullptr);
     Q_EMIT LanguageChanged();

@@ -7,6 +7,7 @@
 #include "Options.h"
 #include "ServerControl.h"
 #include "ServerProcess.h"
+#include "Translation.h"
 #include "channel/WebSocketChannel.h"
 #include "core/CommonConfig.h"
 #include "core/Domains.h"
@@ -110,6 +111,7 @@ private:
     CThemeChoice m_theme;
     CEnvironment m_environment;
     CLanguage m_language;
+    CTranslation m_translation;
     CCommonConfig m_commonConfig;
     CWebSocketChannel m_channel;
     CChannelRecorder m_channelRecorder;

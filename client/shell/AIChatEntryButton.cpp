@@ -3,25 +3,27 @@
 #include "AIChatEntries.h"
 #include "Icons.h"
 #include "Theme.h"
+#include "Translation.h"
 
 namespace {
 
-texts::EnText Reason(EnEntryState state) {
+const char* Reason(EnEntryState state) {
     switch (state) {
         case EnEntryState::Open:
-            return texts::kEntryOpen;
+            return QT_TRANSLATE_NOOP("CAIChatEntryButton", "AI chat is open here (scene %1)");
         case EnEntryState::ForcedOpen:
-            return texts::kEntryForcedOpen;
+            return QT_TRANSLATE_NOOP("CAIChatEntryButton", "Forced open by the developer override (scene %1)");
         case EnEntryState::ForcedClosed:
-            return texts::kEntryForcedClosed;
+            return QT_TRANSLATE_NOOP("CAIChatEntryButton", "Forced closed by the developer override (scene %1)");
         case EnEntryState::ClosedByServer:
-            return texts::kEntryClosedByServer;
+            return QT_TRANSLATE_NOOP("CAIChatEntryButton",
+                                     "Off: the server has not opened AI chat here to you (scene %1)");
         case EnEntryState::NobodyLoggedIn:
-            return texts::kEntryNobodyLoggedIn;
+            return QT_TRANSLATE_NOOP("CAIChatEntryButton", "Off: log in to use AI chat (scene %1)");
         case EnEntryState::NoModule:
             break;
     }
-    return texts::kEntryNoModule;
+    return QT_TRANSLATE_NOOP("CAIChatEntryButton", "Off: the module that serves AI chat is not there (scene %1)");
 }
 
 }  // namespace
@@ -34,8 +36,10 @@ CAIChatEntryButton::CAIChatEntryButton(const EntryPage& page, const CAIChatEntri
     theme::OnThemeChange(this, [this] {
         setIcon(icons::Make("chat", {theme::kOnAccent, theme::kOnAccent, theme::kFaint}));
     });
-    texts::Keep(this, texts::kAIChat);
-    texts::Keep(this, [this] { ShowState(); });
+    translation::OnLanguageChange(this, [this] {
+        setText(tr("AI chat"));
+        ShowState();
+    });
     connect(&entries, &CAIChatEntries::Changed, this, &CAIChatEntryButton::ShowState);
     connect(this, &QPushButton::clicked, this, &CAIChatEntryButton::OnClicked);
 }
@@ -43,11 +47,12 @@ CAIChatEntryButton::CAIChatEntryButton(const EntryPage& page, const CAIChatEntri
 void CAIChatEntryButton::ShowState() {
     const EnEntryState state = m_entries.State(m_page.scene);
     setEnabled(CAIChatEntries::IsOpen(state));
-    setToolTip(texts::Tr(Reason(state)).arg(int(m_page.scene)));
+    setToolTip(tr(Reason(state)).arg(int(m_page.scene)));
 }
 
 void CAIChatEntryButton::OnClicked() {
     const bool forced = m_entries.State(m_page.scene) == EnEntryState::ForcedOpen;
-    const QString words = texts::Tr(forced ? texts::kEntryClickedForced : texts::kEntryClicked);
-    Q_EMIT Entered(words.arg(texts::Tr(m_page.title)).arg(int(m_page.scene)));
+    const QString words = forced ? tr("AI chat, %1 (scene %2): forced open by the developer override")
+                                 : tr("AI chat, %1 (scene %2): opened by the server to this user");
+    Q_EMIT Entered(words.arg(translation::PageText(m_page.title)).arg(int(m_page.scene)));
 }

@@ -5,9 +5,8 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 
-#include "AdTexts.h"
 #include "Ads.h"
-#include "ClientTexts.h"
+#include "Translation.h"
 
 namespace {
 
@@ -20,7 +19,8 @@ QWidget* NewContent(QWidget* parent) {
         auto* nothing = new QLabel(parent);
         nothing->setObjectName(QStringLiteral("AdPanelNothing"));
         nothing->setAlignment(Qt::AlignCenter);
-        texts::Keep(nothing, texts::kAdPanelNoModule);
+        translation::OnLanguageChange(
+            nothing, [nothing] { nothing->setText(CAdPanelWindow::tr("The module that serves ads is not there")); });
         return nothing;
     }
     auto* scrolled = new QScrollArea(parent);
@@ -35,7 +35,7 @@ QWidget* NewContent(QWidget* parent) {
 CAdPanelWindow::CAdPanelWindow(QWidget* mainWindow) : QWidget(mainWindow, Qt::Window) {
     setObjectName(kName);
     setAttribute(Qt::WA_DeleteOnClose);
-    texts::Keep(this, [this] { setWindowTitle(texts::Tr(texts::kAdPanel)); });
+    translation::OnLanguageChange(this, [this] { setWindowTitle(tr("Popup panel")); });
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(NewContent(this));
     resize(kSize.boundedTo(mainWindow->screen()->availableSize()));

@@ -5,6 +5,8 @@
 
 /// A window with the module's developer panel for the bottom popup. The main window owns it.
 class CAdPanelWindow : public QWidget {
+    Q_OBJECT
+
 public:
     /// Opens the window or raises the open one.
     static void Open(QWidget* mainWindow);

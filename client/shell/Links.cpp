@@ -3,7 +3,7 @@
 #include <QPushButton>
 #include <QVariant>
 
-#include "ClientTexts.h"
+#include "Translation.h"
 #include "core/urlhandler.h"
 
 namespace links {
@@ -13,13 +13,13 @@ bool Open(const QString& url) {
     return DispatchUrl(url, kBusinessDefault, nullptr, QVariant(), kFallbackWeb);
 }
 
-QPushButton* NewLink(const QString& name, unsigned int textId, const QString& url, QWidget* parent) {
+QPushButton* NewLink(const QString& name, const char* source, const QString& url, QWidget* parent) {
     auto* link = new QPushButton(parent);
     link->setObjectName(name);
     link->setFlat(true);
     link->setCursor(Qt::PointingHandCursor);
     link->setProperty("link", true);
-    texts::Keep(link, texts::EnText(textId));
+    translation::OnLanguageChange(link, [link, source] { link->setText(translation::PageText(source)); });
     QObject::connect(link, &QPushButton::clicked, link, [url] { Open(url); });
     return link;
 }

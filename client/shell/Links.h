@@ -11,7 +11,7 @@ namespace links {
 /// Returns false if the URL was refused.
 bool Open(const QString& url);
 
-/// Creates a button that looks like a link. `name` is its object name.
-QPushButton* NewLink(const QString& name, unsigned int textId, const QString& url, QWidget* parent);
+/// A button that looks like a link; its object name is `name`. It shows the source text in the display language.
+QPushButton* NewLink(const QString& name, const char* source, const QString& url, QWidget* parent);
 
 }  // namespace links

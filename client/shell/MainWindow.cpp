@@ -16,6 +16,7 @@
 #include "StatusLine.h"
 #include "Theme.h"
 #include "TitleBar.h"
+#include "Translation.h"
 #include "core/environment.h"
 #include "pages/AccountPage.h"
 #include "pages/AlertsPage.h"
@@ -57,7 +58,7 @@ CMainWindow::CMainWindow(ISessionControl& session)
     resize(kWindowSize);
     // The note describes a click on the entries' former state.
     connect(&m_entries, &CAIChatEntries::Changed, m_pStatusLine, [this] { m_pStatusLine->ShowNote(QString()); });
-    texts::Keep(this, [this] {
+    translation::OnLanguageChange(this, [this] {
         ShowEdition();
         m_pStatusLine->ShowNote(QString());
     });
@@ -90,7 +91,7 @@ QDockWidget* CMainWindow::NewDock() {
     dock->setObjectName(QStringLiteral("WorkbenchDock"));
     dock->setFeatures(QDockWidget::DockWidgetMovable);
     dock->setMinimumWidth(kWorkbenchLeastWidth);
-    texts::Keep(dock, [dock] { dock->setWindowTitle(texts::Tr(texts::kWorkbench)); });
+    translation::OnLanguageChange(dock, [dock] { dock->setWindowTitle(tr("Workbench")); });
     auto* content = new QWidget(dock);
     content->setObjectName(QStringLiteral("WorkbenchContent"));
     auto* layout = new QVBoxLayout(content);
@@ -180,9 +181,8 @@ void CMainWindow::ConnectSession() {
     connect(&m_session, &ISessionControl::EditionChanged, this, &CMainWindow::ShowEdition);
     connect(&m_session, &ISessionControl::EditionChanged, &m_rights, &CPremiumRights::Refresh);
     connect(&m_session, &ISessionControl::SessionRenewed, &m_rights, &CPremiumRights::Refresh);
-    connect(&m_session, &ISessionControl::WebOpened, this, [this](const QUrl& url) {
-        m_pStatusLine->ShowNote(texts::Tr(texts::kLinkOpened).arg(url.toDisplayString()));
-    });
+    connect(&m_session, &ISessionControl::WebOpened, this,
+            [this](const QUrl& url) { m_pStatusLine->ShowNote(tr("Opened: %1").arg(url.toDisplayString())); });
     connect(m_pTitleBar, &CTitleBar::LoginWanted, &m_session, &ISessionControl::Login);
     connect(m_pTitleBar, &CTitleBar::LogoutWanted, &m_session, &ISessionControl::Logout);
     connect(m_pTitleBar->WorkbenchButton(), &QToolButton::toggled, m_pDock, &QWidget::setVisible);
@@ -198,7 +198,7 @@ void CMainWindow::ShowUsers() {
 
 void CMainWindow::ShowEdition() {
     const bool velora = core::environment::IsVelora();
-    setWindowTitle(texts::Tr(velora ? texts::kVelora : texts::kKestrel));
+    setWindowTitle(velora ? QStringLiteral("Velora") : QStringLiteral("Kestrel"));
     m_pTitleBar->ShowEdition();
 }
 

@@ -7,6 +7,7 @@
 #include "Icons.h"
 #include "TabPages.h"
 #include "Theme.h"
+#include "Translation.h"
 
 namespace {
 
@@ -43,7 +44,7 @@ CNavigation::CNavigation(QWidget* parent)
     connect(m_pToggle, &QToolButton::clicked, this, [this] { SetCollapsed(!m_bCollapsed); });
     SetCollapsed(false);
     theme::OnThemeChange(this, [this] { ShowIcons(); });
-    texts::Keep(this, [this] { ShowTexts(); });
+    translation::OnLanguageChange(this, [this] { ShowTexts(); });
 }
 
 void CNavigation::SetCollapsed(bool collapsed) {
@@ -65,10 +66,10 @@ void CNavigation::ShowIcons() {
 }
 
 void CNavigation::ShowTexts() {
-    m_pToggle->setToolTip(texts::Tr(m_bCollapsed ? texts::kExpandNavigation : texts::kCollapseNavigation));
+    m_pToggle->setToolTip(m_bCollapsed ? tr("Expand the navigation") : tr("Collapse the navigation"));
     for (size_t index = 0; index < m_tabs.size(); ++index) {
-        const QString title = texts::Tr(kTabPages[index].page.title);
-        // Blanks separate text and icon, because a tool button has no spacing between them.
+        const QString title = translation::PageText(kTabPages[index].page.title);
+        // Apart from the icon by blanks, as a tool button leaves no room of its own between the two.
         m_tabs[index]->setText(QStringLiteral("  ") + title);
         m_tabs[index]->setToolTip(m_bCollapsed ? title : QString());
     }

@@ -3,9 +3,9 @@
 #include <QHBoxLayout>
 #include <QLabel>
 
-#include "ClientTexts.h"
 #include "Icons.h"
 #include "Theme.h"
+#include "Translation.h"
 
 CNoticeBanner::CNoticeBanner(QWidget* parent) : QFrame(parent), m_pText(new QLabel(this)) {
     setObjectName(QStringLiteral("ModuleBanner"));
@@ -19,7 +19,7 @@ CNoticeBanner::CNoticeBanner(QWidget* parent) : QFrame(parent), m_pText(new QLab
     layout->setSpacing(10);
     layout->addWidget(icon, 0, Qt::AlignTop);
     layout->addWidget(m_pText, 1);
-    texts::Keep(this, [this] { ShowText(); });
+    translation::OnLanguageChange(this, [this] { ShowText(); });
     hide();
 }
 
@@ -32,7 +32,7 @@ void CNoticeBanner::ShowModuleFailures(const QStringList& failures) {
 void CNoticeBanner::ShowText() const {
     QStringList lines;
     for (const QString& failure : m_failures) {
-        lines << texts::Tr(texts::kWithoutModule).arg(failure);
+        lines << tr("The client goes on without a module. %1").arg(failure);
     }
     m_pText->setText(lines.join(QLatin1Char('\n')));
 }

@@ -7,6 +7,8 @@ class QLabel;
 
 /// Lists missing modules above the pages.
 class CNoticeBanner : public QFrame {
+    Q_OBJECT
+
 public:
     explicit CNoticeBanner(QWidget* parent = nullptr);
 

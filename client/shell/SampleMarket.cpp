@@ -19,9 +19,41 @@ namespace {
 
 constexpr host::HostLog kLog("Sample");
 
-// The library throws on a member of a wrong type. One handler covers the whole reading.
+// The texts of the resource. lupdate finds them here, since it reads no JSON.
+[[maybe_unused]] constexpr const char* kTexts[] = {
+    QT_TRANSLATE_NOOP("Pages", "Order intake turns the corner"),
+    QT_TRANSLATE_NOOP("Pages",
+                      "New lines come on stream two quarters early. We raise our estimates for the next year and see "
+                      "the margin back at its old level by autumn."),
+    QT_TRANSLATE_NOOP("Pages", "Steady cash, few surprises"),
+    QT_TRANSLATE_NOOP("Pages",
+                      "The clinics fill as planned and the dividend is covered twice. What is missing is a reason to "
+                      "pay more than today's price."),
+    QT_TRANSLATE_NOOP("Pages", "Freight rates weigh on the second half"),
+    QT_TRANSLATE_NOOP("Pages",
+                      "Spot rates fell for the sixth week. Two ships due in spring add capacity at the wrong moment; "
+                      "we take our target down."),
+    QT_TRANSLATE_NOOP("Pages", "Glasshouse Software reports growth above its own guidance"),
+    QT_TRANSLATE_NOOP("Pages", "Pacific 200 ends the week a little higher in quiet trade"),
+    QT_TRANSLATE_NOOP("Pages", "Cygnet Robotics wins a ten-year warehouse contract"),
+    QT_TRANSLATE_NOOP("Pages", "Brentfield Energy brings its third harbour wind park on line"),
+    QT_TRANSLATE_NOOP("Pages", "Central bank keeps its rate, and says what would change its mind"),
+    QT_TRANSLATE_NOOP("Pages", "Dromore Logistics opens a rail link to the inland terminals"),
+    QT_TRANSLATE_NOOP("Pages", "Technology"),
+    QT_TRANSLATE_NOOP("Pages", "Energy"),
+    QT_TRANSLATE_NOOP("Pages", "Health care"),
+    QT_TRANSLATE_NOOP("Pages", "Industry"),
+    QT_TRANSLATE_NOOP("Pages", "Consumer goods"),
+    QT_TRANSLATE_NOOP("Pages", "Materials"),
+};
+
+// The library throws on a member of another type: the reading below is straight, and guarded once.
 QString Text(const Json::Value& value, const char* key) {
     return QString::fromStdString(value[key].asString());
+}
+
+QByteArray SourceText(const Json::Value& value, const char* key) {
+    return QByteArray::fromStdString(value[key].asString());
 }
 
 SampleMarket::Instrument ReadInstrument(const Json::Value& value) {
@@ -69,7 +101,7 @@ SampleMarket::Instrument InstrumentOf(const SampleMarket& market, const QString&
 
 void ReadDay(const Json::Value& root, SampleMarket& market) {
     for (const Json::Value& sector : root["sectors"]) {
-        market.sectors.push_back({sector["title"].asUInt(), sector["last"].asDouble(), sector["previous"].asDouble(),
+        market.sectors.push_back({SourceText(sector, "title"), sector["last"].asDouble(), sector["previous"].asDouble(),
                                   sector["advancing"].asInt(), sector["declining"].asInt(),
                                   sector["turnover"].asDouble(), Text(sector, "leader")});
     }
@@ -95,12 +127,12 @@ SampleMarket ReadMarket(const Json::Value& root) {
     market.quote = ReadQuote(root["quote"]);
     for (const Json::Value& note : root["research"]) {
         market.notes.push_back({Text(note, "symbol"), ReadRating(note["rating"].asString()), note["target"].asDouble(),
-                                Text(note, "analyst"), Text(note, "date"), note["title"].asUInt(),
-                                note["summary"].asUInt()});
+                                Text(note, "analyst"), Text(note, "date"), SourceText(note, "title"),
+                                SourceText(note, "summary")});
     }
     for (const Json::Value& line : root["news"]) {
         market.headlines.push_back(
-            {Text(line, "time"), Text(line, "source"), Text(line, "symbol"), line["title"].asUInt()});
+            {Text(line, "time"), Text(line, "source"), Text(line, "symbol"), SourceText(line, "title")});
     }
     for (const Json::Value& held : root["positions"]) {
         market.positions.push_back(

@@ -41,14 +41,14 @@ struct SampleMarket {
         double target = 0;
         QString analyst;
         QString date;
-        unsigned int titleId = 0;  // texts of the language packs
-        unsigned int summaryId = 0;
+        QByteArray title;  // source texts
+        QByteArray summary;
     };
     struct Headline {
         QString time;
         QString source;
-        QString symbol;  // empty: the whole market
-        unsigned int titleId = 0;
+        QString symbol;  // empty: of the market as a whole
+        QByteArray title;
     };
     struct Position {
         Instrument instrument;
@@ -56,7 +56,7 @@ struct SampleMarket {
         double cost = 0;
     };
     struct Sector {
-        unsigned int titleId = 0;
+        QByteArray title;
         double last = 0;
         double previous = 0;
         int advancing = 0;

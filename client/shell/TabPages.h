@@ -28,11 +28,17 @@ struct TabPage {
 /// All tabs, in the order of the navigation.
 constexpr std::array<TabPage, 8> kTabPages{{
     {kTabWatchlist, kEntryPages[0]},
-    {kTabMarket, {kNoEntryScene, "market", texts::kMarket, texts::kMarketSubtitle}},
+    {kTabMarket,
+     {kNoEntryScene, "market", QT_TRANSLATE_NOOP("Pages", "Market"),
+      QT_TRANSLATE_NOOP("Pages", "The day, sector by sector")}},
     {kTabQuotes, kEntryPages[1]},
     {kTabResearch, kEntryPages[2]},
     {kTabNews, kEntryPages[3]},
-    {kTabAlerts, {kNoEntryScene, "alerts", texts::kAlerts, texts::kAlertsSubtitle}},
+    {kTabAlerts,
+     {kNoEntryScene, "alerts", QT_TRANSLATE_NOOP("Pages", "Alerts"),
+      QT_TRANSLATE_NOOP("Pages", "The prices you want to hear of")}},
     {kTabPortfolio, kEntryPages[4]},
-    {kTabAccount, {kNoEntryScene, "account", texts::kAccount, texts::kAccountSubtitle}},
+    {kTabAccount,
+     {kNoEntryScene, "account", QT_TRANSLATE_NOOP("Pages", "Account"),
+      QT_TRANSLATE_NOOP("Pages", "Your means, and the day's orders")}},
 }};

@@ -4,9 +4,9 @@
 #include <QLabel>
 #include <QToolButton>
 
-#include "ClientTexts.h"
 #include "Icons.h"
 #include "Theme.h"
+#include "Translation.h"
 #include "UserMenu.h"
 #include "core/environment.h"
 
@@ -49,14 +49,14 @@ CTitleBar::CTitleBar(QWidget* parent)
         m_pWorkbench->setIcon(icons::Make("workbench", kButtonColors));
         m_pUser->setIcon(icons::Make("user", kButtonColors));
     });
-    texts::Keep(this, [this] {
+    translation::OnLanguageChange(this, [this] {
         ShowTexts();
         ShowEdition();
     });
 }
 
 void CTitleBar::ShowEdition() {
-    m_pProduct->setText(texts::Tr(core::environment::IsVelora() ? texts::kVelora : texts::kKestrel));
+    m_pProduct->setText(core::environment::IsVelora() ? QStringLiteral("Velora") : QStringLiteral("Kestrel"));
 }
 
 void CTitleBar::ShowUsers(const std::vector<ServerUser>& users, quint64 current) {
@@ -67,13 +67,13 @@ void CTitleBar::ShowUsers(const std::vector<ServerUser>& users, quint64 current)
 }
 
 void CTitleBar::ShowTexts() {
-    QString name = m_nCurrent == 0 ? texts::Tr(texts::kNobodyLoggedIn) : QString::number(m_nCurrent);
+    QString name = m_nCurrent == 0 ? tr("Nobody is logged in") : QString::number(m_nCurrent);
     for (const ServerUser& user : m_users) {
         if (user.id == m_nCurrent) {
             name = user.name;
         }
     }
     m_pUser->setText(name);
-    m_pUser->setToolTip(texts::Tr(texts::kUserMenu));
-    m_pWorkbench->setToolTip(texts::Tr(texts::kShowWorkbench));
+    m_pUser->setToolTip(tr("Switch the user"));
+    m_pWorkbench->setToolTip(tr("Show or hide the workbench"));
 }

@@ -6,8 +6,8 @@
 #include <QLineEdit>
 #include <QWidgetAction>
 
-#include "ClientTexts.h"
 #include "Links.h"
+#include "Translation.h"
 
 namespace {
 
@@ -28,10 +28,10 @@ CUserMenu::CUserMenu(QWidget* parent) : QMenu(parent), m_pFind(new QLineEdit(thi
     connect(help, &QAction::triggered, this, [] { links::Open(QString::fromLatin1(kHelpAddress)); });
     connect(m_pFind, &QLineEdit::textChanged, this, &CUserMenu::Narrow);
     connect(this, &QMenu::aboutToShow, m_pFind, &QLineEdit::clear);
-    texts::Keep(this, [this, help] {
-        m_pFind->setPlaceholderText(texts::Tr(texts::kFindUser));
-        m_pLogout->setText(texts::Tr(texts::kLogOut));
-        help->setText(texts::Tr(texts::kHelp));
+    translation::OnLanguageChange(this, [this, help] {
+        m_pFind->setPlaceholderText(tr("Find a user"));
+        m_pLogout->setText(tr("Log out"));
+        help->setText(tr("Help"));
     });
 }
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "AdTexts.h"
 #include "workbench/ads/AdTabs.h"
 #include "workbench/ads/AdWords.h"
 
@@ -12,25 +11,24 @@ namespace {
 using ad_lines::EnLine;
 using ad_lines::Said;
 using ad_words::ServerTime;
-using texts::Tr;
 
 const QString kAtLeastOne = QStringLiteral("\u2265 1");
 
 QString TitleOf(EnTab tab) {
     const auto found =
         std::find_if(kTabPages.begin(), kTabPages.end(), [tab](const TabPage& page) { return page.tab == tab; });
-    return found == kTabPages.end() ? QString() : Tr(found->page.title);
+    return found == kTabPages.end() ? QString() : QString::fromUtf8(found->page.title);
 }
 
 QString Area(int area) {
     const auto found =
         std::find_if(kAdTabs.begin(), kAdTabs.end(), [area](const AdTab& tab) { return tab.area == area; });
-    return found == kAdTabs.end() ? Tr(texts::kAdWhyNoTab).arg(area)
-                                  : Tr(texts::kAdWhyTab).arg(TitleOf(found->tab)).arg(area);
+    return found == kAdTabs.end() ? QStringLiteral("no tab (area %1)").arg(area)
+                                  : QStringLiteral("%1 (area %2)").arg(TitleOf(found->tab)).arg(area);
 }
 
 QString CurrentTab(int area, qint64 key) {
-    return Tr(texts::kAdWhyTabKey).arg(Area(area)).arg(key);
+    return QStringLiteral("%1, key %2").arg(Area(area)).arg(key);
 }
 
 /// Where the ad may appear, by its answer.
@@ -47,11 +45,11 @@ QString Areas(const CAdBoard& board, const AdSlotState& slot, const QString& ad)
             }
         }
     }
-    return Tr(texts::kAdWhyUnknown);
+    return QStringLiteral("not known: its answer was not seen whole");
 }
 
 Compared Window(const AdRefusal& refusal) {
-    Compared compared{QString(), Tr(texts::kAdWhyDue), {}};
+    Compared compared{QString(), QStringLiteral("in its window"), {}};
     for (const Said& drop : refusal.dropped) {
         AdFate fate;
         fate.fate = drop.line == EnLine::TooEarly ? EnAdFate::TooEarly
@@ -65,34 +63,35 @@ Compared Window(const AdRefusal& refusal) {
 }
 
 Compared Interval(const Said& said) {
-    return {ServerTime(said.Number(0)),
-            Tr(texts::kAdWhyAfterInterval).arg(said.Number(2)).arg(ServerTime(said.Number(1))),
-            {}};
+    return {
+        ServerTime(said.Number(0)),
+        QStringLiteral("more than %1 s after the last showing, %2").arg(said.Number(2)).arg(ServerTime(said.Number(1))),
+        {}};
 }
 
 Compared Missing() {
-    return {Tr(texts::kAdWhyMissing), Tr(texts::kAdWhyThere), {}};
+    return {QStringLiteral("missing"), QStringLiteral("there"), {}};
 }
 
 Compared OfAnswer(const CAdBoard& board, const AdRefusal& refusal) {
     const Said& said = refusal.said;
     switch (refusal.test) {
         case EnAdTest::Latest: {
-            const QString task = Tr(texts::kHttpTask) + QStringLiteral(" %1");
+            const QString task = QStringLiteral("Task %1");
             return {task.arg(said.values[5]), task.arg(said.values[4]), {}};
         }
         case EnAdTest::Exchange: {
-            const QString result = Tr(texts::kAdWhyResult);
+            const QString result = QStringLiteral("result %1");
             return {result.arg(said.Number(1)), result.arg(0), {}};
         }
         case EnAdTest::Json:
-            return {Tr(texts::kAdOutcomeNoJson), QStringLiteral("JSON"), {}};
+            return {QStringLiteral("not JSON"), QStringLiteral("JSON"), {}};
         case EnAdTest::Decode: {
             const AdRequest* request = board.Request(said.values[3]);
-            return {request ? Tr(texts::kAdWhyUnvalid).arg(request->words) : QString(), Tr(texts::kAdWhyThere), {}};
+            return {request ? QStringLiteral("unfit: %1").arg(request->words) : QString(), QStringLiteral("there"), {}};
         }
         default: {
-            const QString code = Tr(texts::kAdOutcomeRefused);
+            const QString code = QStringLiteral("code %1");
             const QString words = said.values[2].isEmpty() ? QString() : QStringLiteral(": ") + said.values[2];
             return {code.arg(said.Number(1)) + words, code.arg(0), {}};
         }
@@ -115,59 +114,59 @@ Compared OfPosition(const Said& said) {
 QString NameOf(EnAdTest test) {
     switch (test) {
         case EnAdTest::Limit:
-            return Tr(texts::kAdWhyLimit);
+            return QStringLiteral("pause between requests");
         case EnAdTest::Task:
-            return Tr(texts::kAdWhyTask);
+            return QStringLiteral("sent");
         case EnAdTest::Latest:
-            return Tr(texts::kAdWhyLatest);
+            return QStringLiteral("answer to the latest request");
         case EnAdTest::Exchange:
-            return Tr(texts::kAdWhyExchange);
+            return QStringLiteral("exchange");
         case EnAdTest::Json:
-            return Tr(texts::kAdWhyJson);
+            return QStringLiteral("JSON");
         case EnAdTest::Decode:
-            return Tr(texts::kAdWhyDecode);
+            return QStringLiteral("decoded");
         case EnAdTest::Code:
-            return Tr(texts::kAdWhyCode);
+            return QStringLiteral("code 0");
         case EnAdTest::List:
-            return Tr(texts::kAdWhyList);
+            return QStringLiteral("a list");
         case EnAdTest::Type:
-            return Tr(texts::kAdWhyType);
+            return QStringLiteral("type");
         case EnAdTest::Position:
-            return Tr(texts::kAdWhyPosition);
+            return QStringLiteral("position");
         case EnAdTest::Ads:
-            return Tr(texts::kAdWhyAds);
+            return QStringLiteral("ads in it");
         case EnAdTest::Window:
-            return Tr(texts::kAdWhyWindow);
+            return QStringLiteral("an ad that is due");
         case EnAdTest::Popup:
-            return Tr(texts::kAdWhyPopup);
+            return QStringLiteral("a popup first");
         case EnAdTest::AdId:
-            return Tr(texts::kAdWhyAdId);
+            return QStringLiteral("ad id");
         case EnAdTest::Areas:
-            return Tr(texts::kAdWhyAreas);
+            return QStringLiteral("areas");
         case EnAdTest::Tab:
-            return Tr(texts::kAdWhyCurrentTab);
+            return QStringLiteral("current tab");
         case EnAdTest::Interval:
-            return Tr(texts::kAdWhyInterval);
+            return QStringLiteral("interval since the last showing");
         case EnAdTest::Slot:
-            return Tr(texts::kAdWhySlot);
+            return QStringLiteral("shared slot");
         case EnAdTest::Focus:
-            return Tr(texts::kAdWhyFocus);
+            return QStringLiteral("focus");
         case EnAdTest::Card:
-            return Tr(texts::kAdWhyCard);
+            return QStringLiteral("picture and link");
         case EnAdTest::Interface:
-            return Tr(texts::kAdWhyInterface);
+            return QStringLiteral("interface of the main window");
         case EnAdTest::MainFrame:
-            return Tr(texts::kAdWhyMainFrame);
+            return QStringLiteral("main window");
         case EnAdTest::Picture:
-            return Tr(texts::kAdWhyPicture);
+            return QStringLiteral("picture loaded");
         case EnAdTest::View:
-            return Tr(texts::kAdWhyView);
+            return QStringLiteral("view still there");
         case EnAdTest::Layout:
-            return Tr(texts::kAdWhyLayout);
+            return QStringLiteral("layout");
         case EnAdTest::Caller:
-            return Tr(texts::kAdWhyCaller);
+            return QStringLiteral("somebody waits for it");
         case EnAdTest::BannerType:
-            return Tr(texts::kAdWhyBannerType);
+            return QStringLiteral("banner type");
         case EnAdTest::Closed:
         case EnAdTest::Cleared:
         case EnAdTest::Withdrawn:
@@ -181,11 +180,12 @@ Compared Of(const CAdBoard& board, const AdSlotState& slot, const AdRefusal& ref
     const Said& said = refusal.said;
     switch (refusal.test) {
         case EnAdTest::Limit:
-            return {ServerTime(said.Number(0)),
-                    Tr(texts::kAdWhyAfterRequest).arg(said.Number(2)).arg(ServerTime(said.Number(1))),
-                    {}};
+            return {
+                ServerTime(said.Number(0)),
+                QStringLiteral("%1 s after the last request, %2").arg(said.Number(2)).arg(ServerTime(said.Number(1))),
+                {}};
         case EnAdTest::Task:
-            return {Tr(texts::kAdOutcomeNoTask), Tr(texts::kAdWhyThere), {}};
+            return {QStringLiteral("not sent: no task"), QStringLiteral("there"), {}};
         case EnAdTest::Latest:
         case EnAdTest::Exchange:
         case EnAdTest::Json:
@@ -207,12 +207,13 @@ Compared Of(const CAdBoard& board, const AdSlotState& slot, const AdRefusal& ref
         case EnAdTest::Interval:
             return Interval(said);
         case EnAdTest::Slot:
-            return {Tr(texts::kAdWhySlotTaken), Tr(texts::kAdWhySlotFree), {}};
+            return {QStringLiteral("taken"), QStringLiteral("free"), {}};
         case EnAdTest::Focus:
-            return {Tr(texts::kAdWhyNoFocus), Tr(texts::kAdWhyHasFocus), {}};
+            return {QStringLiteral("the main window has no focus"), QStringLiteral("it has the focus"), {}};
         case EnAdTest::Picture:
-            return {
-                Tr(texts::kAdWhyPictureFailed).arg(said.Number(2)).arg(said.values[1]), Tr(texts::kAdWhyPictureIn), {}};
+            return {QStringLiteral("failed at try %1: %2").arg(said.Number(2)).arg(said.values[1]),
+                    QStringLiteral("loaded"),
+                    {}};
         case EnAdTest::BannerType:
             return {said.values[2], QStringLiteral("\u2260 0"), {}};
         case EnAdTest::List:

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 
-#include "AdTexts.h"
 #include "workbench/ServerWords.h"
 #include "workbench/ads/AdFacts.h"
 
@@ -33,7 +32,7 @@ void CAdInterval::Set(std::optional<qint64> seconds) {
         Json::Value ads = answer.body["ads"];
         const auto slot = std::find_if(ads.begin(), ads.end(), IsBottomPopup);
         if (slot == ads.end() || !(*slot)[kInterval].isInt64()) {
-            Q_EMIT Done(texts::Tr(texts::kAdNoPopupSlot));
+            Q_EMIT Done(QStringLiteral("The server's scenario has no bottom popup"));
             return;
         }
         const qint64 own = m_override ? m_nOwn : (*slot)[kInterval].asInt64();

@@ -10,7 +10,6 @@
 #include <QRegularExpression>
 #include <QVariant>
 
-#include "AdTexts.h"
 #include "Theme.h"
 #include "workbench/ServerWords.h"
 #include "workbench/ads/AdFacts.h"
@@ -20,15 +19,15 @@ namespace {
 /// A push as the server's control interface knows it.
 struct AdPush {
     const char* member;
-    texts::EnText name;
+    const char* name;
     const char* ids;  // the member of its list of ads; null: it has none
-    texts::EnText idsTitle;
+    const char* idsTitle;
 };
 
 constexpr AdPush kPushes[] = {
-    {"adChange", texts::kAdPushChange, "offlineAdIds", texts::kAdPushOffline},
-    {"adCheck", texts::kAdPushCheck, "adIds", texts::kAdPushIds},
-    {"adNew", texts::kAdPushNew, nullptr, texts::kAdPushIds},
+    {"adChange", "Change of ads, 20145", "offlineAdIds", "Taken offline"},
+    {"adCheck", "Ads to check, 20170", "adIds", "Ad ids"},
+    {"adNew", "New ads, 20171", nullptr, "Ad ids"},
 };
 
 template <class Widget>
@@ -38,10 +37,10 @@ Widget* New(const char* name, QWidget* parent) {
     return widget;
 }
 
-QLabel* NewTitle(texts::EnText text, QWidget* parent) {
+QLabel* NewTitle(const QString& text, QWidget* parent) {
     auto* label = new QLabel(parent);
     label->setProperty("role", QStringLiteral("muted"));
-    texts::Keep(label, text);
+    label->setText(text);
     return label;
 }
 
@@ -63,12 +62,12 @@ CAdPushPanel::CAdPushPanel(IControlClient& server, QWidget* parent)
     grid->setHorizontalSpacing(8);
     grid->setVerticalSpacing(6);
     AddRows(grid);
-    texts::Keep(this, [this] { ShowTexts(); });
+    ShowTexts();
 }
 
 void CAdPushPanel::AddRows(QGridLayout* grid) {
     auto* send = New<QPushButton>("AdPushSend", this);
-    texts::Keep(send, texts::kPushSend);
+    send->setText(QStringLiteral("Send"));
     for (size_t push = 0; push < std::size(kPushes); ++push) {
         m_pPush->addItem(QString());
     }
@@ -78,13 +77,13 @@ void CAdPushPanel::AddRows(QGridLayout* grid) {
     m_pIdsTitle->setProperty("role", QStringLiteral("muted"));
     m_pMessage->setTextFormat(Qt::PlainText);
     m_pMessage->setWordWrap(true);
-    grid->addWidget(NewTitle(texts::kAdPush, this), 0, 0);
+    grid->addWidget(NewTitle(QStringLiteral("Push"), this), 0, 0);
     grid->addWidget(m_pPush, 0, 1, 1, 5);
-    grid->addWidget(NewTitle(texts::kAdPushType, this), 1, 0);
+    grid->addWidget(NewTitle(QStringLiteral("Type"), this), 1, 0);
     grid->addWidget(m_pType, 1, 1);
-    grid->addWidget(NewTitle(texts::kAdPushPosition, this), 1, 2);
+    grid->addWidget(NewTitle(QStringLiteral("Position"), this), 1, 2);
     grid->addWidget(m_pPosition, 1, 3);
-    grid->addWidget(NewTitle(texts::kPushDelay, this), 1, 4);
+    grid->addWidget(NewTitle(QStringLiteral("Delay, s"), this), 1, 4);
     grid->addWidget(m_pDelay, 1, 5);
     grid->addWidget(m_pIdsTitle, 2, 0);
     grid->addWidget(m_pIds, 2, 1, 1, 4);
@@ -100,10 +99,10 @@ void CAdPushPanel::AddRows(QGridLayout* grid) {
 
 void CAdPushPanel::ShowTexts() {
     for (int push = 0; push < m_pPush->count(); ++push) {
-        m_pPush->setItemText(push, texts::Tr(kPushes[push].name));
+        m_pPush->setItemText(push, QString::fromUtf8(kPushes[push].name));
     }
     for (QLineEdit* field : {m_pType, m_pPosition, m_pDelay}) {
-        field->setPlaceholderText(texts::Tr(texts::kLeftOut));
+        field->setPlaceholderText(QStringLiteral("left out"));
     }
     ShowIds();
 }
@@ -111,10 +110,10 @@ void CAdPushPanel::ShowTexts() {
 // What was typed stays for the push that has ids.
 void CAdPushPanel::ShowIds() {
     const AdPush& push = kPushes[m_pPush->currentIndex()];
-    m_pIdsTitle->setText(texts::Tr(push.idsTitle));
+    m_pIdsTitle->setText(QString::fromUtf8(push.idsTitle));
     m_pIdsTitle->setEnabled(push.ids);
     m_pIds->setEnabled(push.ids);
-    m_pIds->setPlaceholderText(push.ids ? texts::Tr(texts::kLeftOut) : QString());
+    m_pIds->setPlaceholderText(push.ids ? QStringLiteral("left out") : QString());
 }
 
 // False, with words for the user, for what is no number; an empty field adds nothing.
@@ -126,7 +125,7 @@ bool CAdPushPanel::AddNumber(Json::Value& push, const char* member, const QLineE
     bool isNumber = false;
     push[member] = Json::UInt(text.toUInt(&isNumber));
     if (!isNumber) {
-        Say(texts::Tr(texts::kSecondsWrong).arg(text), false);
+        Say(QStringLiteral("No whole number from 0 to 4294967295: %1").arg(text), false);
     }
     return isNumber;
 }
@@ -155,7 +154,7 @@ void CAdPushPanel::Send() {
                          Say(WordsOf(answer), false);
                          return;
                      }
-                     Say(texts::Tr(texts::kPushSent).arg(answer.body["sent"].asInt()), true);
+                     Say(QStringLiteral("Sent to connections: %1").arg(answer.body["sent"].asInt()), true);
                  });
 }
 

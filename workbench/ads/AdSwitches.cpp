@@ -8,7 +8,6 @@
 #include <QSignalBlocker>
 #include <QVariant>
 
-#include "AdTexts.h"
 #include "TabPages.h"
 #include "Theme.h"
 #include "core/config_local.h"
@@ -22,13 +21,13 @@ constexpr int kIntervalTypes = 10;
 
 struct FocusChoice {
     EnFocusAnswer answer;
-    texts::EnText name;
+    const char* name;
 };
 
 constexpr FocusChoice kFocusChoices[] = {
-    {EnFocusAnswer::AsItIs, texts::kAdAsItIs},
-    {EnFocusAnswer::Always, texts::kAdFocusAlways},
-    {EnFocusAnswer::Never, texts::kAdFocusNever},
+    {EnFocusAnswer::AsItIs, "as it is"},
+    {EnFocusAnswer::Always, "always"},
+    {EnFocusAnswer::Never, "never"},
 };
 
 enum EnSlotChoice { kSlotAsItIs, kSlotRefused };
@@ -40,10 +39,10 @@ Widget* New(const char* name, QWidget* parent) {
     return widget;
 }
 
-QLabel* NewTitle(texts::EnText text, QWidget* parent) {
+QLabel* NewTitle(const QString& text, QWidget* parent) {
     auto* label = new QLabel(parent);
     label->setProperty("role", QStringLiteral("muted"));
-    texts::Keep(label, text);
+    label->setText(text);
     return label;
 }
 
@@ -74,7 +73,7 @@ CAdSwitches::CAdSwitches(IControlClient& server, QWidget* parent)
     grid->setHorizontalSpacing(8);
     grid->setVerticalSpacing(6);
     AddRows(grid);
-    texts::Keep(this, [this] { ShowTexts(); });
+    ShowTexts();
     connect(m_pTab, qOverload<int>(&QComboBox::currentIndexChanged), this, &CAdSwitches::TabWanted);
     connect(m_pFocus, qOverload<int>(&QComboBox::currentIndexChanged), this, [this](int choice) {
         Q_EMIT FocusWanted(kFocusChoices[choice].answer);
@@ -88,7 +87,8 @@ CAdSwitches::CAdSwitches(IControlClient& server, QWidget* parent)
     connect(m_pSeconds, &QLineEdit::returnPressed, m_pSetInterval, &QPushButton::click);
     connect(m_pInterval, &CAdInterval::Done, this, [this](const QString& failure) {
         m_pSetInterval->setEnabled(true);
-        Say(failure.isEmpty() ? texts::Tr(texts::kAdIntervalSet) : failure, failure.isEmpty());
+        Say(failure.isEmpty() ? QStringLiteral("In force for ads that are asked for from now on") : failure,
+            failure.isEmpty());
         Q_EMIT OverridesChanged();
     });
 }
@@ -104,19 +104,19 @@ void CAdSwitches::AddRows(QGridLayout* grid) {
         m_pSlot->addItem(QString());
     }
     auto* forget = New<QPushButton>("AdLastShownForget", this);
-    texts::Keep(forget, texts::kAdForget);
+    forget->setText(QStringLiteral("Forget"));
     connect(forget, &QPushButton::clicked, this, &CAdSwitches::ForgetLastShown);
     m_pMessage->setTextFormat(Qt::PlainText);
     m_pMessage->setWordWrap(true);
-    grid->addWidget(NewTitle(texts::kAdTab, this), 0, 0);
+    grid->addWidget(NewTitle(QStringLiteral("Tab"), this), 0, 0);
     grid->addWidget(m_pTab, 0, 1);
-    grid->addWidget(NewTitle(texts::kAdFocus, this), 0, 2);
+    grid->addWidget(NewTitle(QStringLiteral("Focus"), this), 0, 2);
     grid->addWidget(m_pFocus, 0, 3);
-    grid->addWidget(NewTitle(texts::kAdPopupsSlot, this), 1, 0);
+    grid->addWidget(NewTitle(QStringLiteral("Slot 2"), this), 1, 0);
     grid->addWidget(m_pSlot, 1, 1);
-    grid->addWidget(NewTitle(texts::kAdInterval, this), 1, 2);
+    grid->addWidget(NewTitle(QStringLiteral("Interval, s"), this), 1, 2);
     grid->addWidget(NewIntervalRow(), 1, 3);
-    grid->addWidget(NewTitle(texts::kAdLastShown, this), 2, 0);
+    grid->addWidget(NewTitle(QStringLiteral("Last shown"), this), 2, 0);
     grid->addWidget(forget, 2, 1);
     grid->addWidget(m_pMessage, 3, 0, 1, 4);
     grid->setColumnStretch(1, 1);
@@ -126,7 +126,7 @@ void CAdSwitches::AddRows(QGridLayout* grid) {
 
 QWidget* CAdSwitches::NewIntervalRow() {
     auto* row = new QWidget(this);
-    texts::Keep(m_pSetInterval, texts::kSetFault);
+    m_pSetInterval->setText(QStringLiteral("Set"));
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(6);
@@ -140,14 +140,14 @@ void CAdSwitches::ShowTexts() {
     const QSignalBlocker focus(m_pFocus);
     const QSignalBlocker slot(m_pSlot);
     for (int index = 0; index < m_pTab->count(); ++index) {
-        m_pTab->setItemText(index, texts::Tr(kTabPages[size_t(index)].page.title));
+        m_pTab->setItemText(index, QString::fromUtf8(kTabPages[size_t(index)].page.title));
     }
     for (int choice = 0; choice < m_pFocus->count(); ++choice) {
-        m_pFocus->setItemText(choice, texts::Tr(kFocusChoices[choice].name));
+        m_pFocus->setItemText(choice, QString::fromUtf8(kFocusChoices[choice].name));
     }
-    m_pSlot->setItemText(kSlotAsItIs, texts::Tr(texts::kAdAsItIs));
-    m_pSlot->setItemText(kSlotRefused, texts::Tr(texts::kAdSlotRefused));
-    m_pSeconds->setPlaceholderText(texts::Tr(texts::kAdAsItIs));
+    m_pSlot->setItemText(kSlotAsItIs, QStringLiteral("as it is"));
+    m_pSlot->setItemText(kSlotRefused, QStringLiteral("refused"));
+    m_pSeconds->setPlaceholderText(QStringLiteral("as it is"));
     Q_EMIT OverridesChanged();
 }
 
@@ -159,13 +159,13 @@ void CAdSwitches::ShowTab(int index) {
 QStringList CAdSwitches::Overridden() const {
     QStringList all;
     if (kFocusChoices[m_pFocus->currentIndex()].answer != EnFocusAnswer::AsItIs) {
-        all << texts::Tr(texts::kAdFocusIs).arg(m_pFocus->currentText());
+        all << QStringLiteral("focus %1").arg(m_pFocus->currentText());
     }
     if (m_pSlot->currentIndex() == kSlotRefused) {
-        all << texts::Tr(texts::kAdSlotIs).arg(m_pSlot->currentText());
+        all << QStringLiteral("slot 2 %1").arg(m_pSlot->currentText());
     }
     if (const auto seconds = m_pInterval->Override()) {
-        all << texts::Tr(texts::kAdIntervalIs).arg(*seconds).arg(m_pInterval->Own());
+        all << QStringLiteral("interval %1 s instead of %2 s").arg(*seconds).arg(m_pInterval->Own());
     }
     return all;
 }
@@ -184,7 +184,7 @@ void CAdSwitches::SetInterval() {
     bool isNumber = false;
     const qint64 seconds = text.toLongLong(&isNumber);
     if (!isNumber && !text.isEmpty()) {
-        Say(texts::Tr(texts::kAdIntervalWrong).arg(text), false);
+        Say(QStringLiteral("No whole number of seconds: %1").arg(text), false);
         return;
     }
     m_pSetInterval->setEnabled(false);
@@ -200,12 +200,14 @@ void CAdSwitches::ForgetLastShown() {
             continue;
         }
         if (!core::config_local::AppCfgSaveInt64(key, 0)) {
-            Say(texts::Tr(texts::kAdNotForgotten), false);
+            Say(QStringLiteral("The store did not take the change"), false);
             return;
         }
         ++forgotten;
     }
-    Say(texts::Tr(forgotten > 0 ? texts::kAdForgotten : texts::kAdNeverShown), true);
+    Say(forgotten > 0 ? QStringLiteral("It is forgotten when the popup was last shown to this user")
+                      : QStringLiteral("Nothing to forget: no time is stored for this user"),
+        true);
 }
 
 void CAdSwitches::Say(const QString& words, bool good) {

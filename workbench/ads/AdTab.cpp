@@ -5,7 +5,6 @@
 #include <QVBoxLayout>
 #include <QVariant>
 
-#include "AdTexts.h"
 #include "workbench/TabPages.h"
 #include "workbench/ads/AdPushPanel.h"
 #include "workbench/ads/AdSwitches.h"
@@ -30,13 +29,13 @@ CAdTab::CAdTab(const CAdBoard& board, IControlClient& server, QWidget* parent)
     m_pOverridden->setWordWrap(true);
     m_pTabs->setObjectName(QStringLiteral("AdTabs"));
     m_pTabs->setDocumentMode(true);
-    const auto addTab = [this](QWidget* tab, texts::EnText title) {
+    const auto addTab = [this](QWidget* tab, const QString& title) {
         const int index = m_pTabs->addTab(tab, QString());
         tab->layout()->setContentsMargins(0, kTabMargin, 0, 0);
-        texts::Keep(tab, [this, index, title] { m_pTabs->setTabText(index, texts::Tr(title)); });
+        m_pTabs->setTabText(index, title);
     };
-    addTab(m_pSwitches, texts::kAdSwitches);
-    addTab(new CAdPushPanel(server, PagesOf(m_pTabs)), texts::kPushes);
+    addTab(m_pSwitches, QStringLiteral("Switches"));
+    addTab(new CAdPushPanel(server, PagesOf(m_pTabs)), QStringLiteral("Pushes"));
     m_pSplitter->setObjectName(QStringLiteral("AdTabSplitter"));
     m_pSplitter->setHandleWidth(8);
     m_pSplitter->setChildrenCollapsible(false);
@@ -56,5 +55,5 @@ CAdTab::CAdTab(const CAdBoard& board, IControlClient& server, QWidget* parent)
 void CAdTab::ShowOverridden() {
     const QStringList all = m_pSwitches->Overridden();
     m_pOverridden->setVisible(!all.isEmpty());
-    m_pOverridden->setText(texts::Tr(texts::kAdOverridden).arg(all.join(QStringLiteral(" \u00B7 "))));
+    m_pOverridden->setText(QStringLiteral("Overridden: %1").arg(all.join(QStringLiteral(" \u00B7 "))));
 }

@@ -13,8 +13,6 @@
 #include <algorithm>
 
 #include "AdPanelWindow.h"
-#include "AdTexts.h"
-#include "ClientTexts.h"
 #include "Theme.h"
 #include "core/time_date.h"
 #include "workbench/ads/AdBoard.h"
@@ -31,8 +29,7 @@ constexpr int kFieldWidth = 150;
 enum EnColumn { kColumnSlot, kColumnAsked, kColumnNext, kColumnAnswer, kColumnKept, kColumnEvent, kColumnCount };
 // The answer and the event share what the rest leaves over.
 constexpr int kColumnWidths[kColumnCount] = {100, 74, 76, 0, 66, 0};
-constexpr texts::EnText kTitles[kColumnCount] = {texts::kAdSlot,       texts::kAdAsked, texts::kAdNext,
-                                                 texts::kAdLastAnswer, texts::kAdKept,  texts::kAdLastEvent};
+constexpr const char* kTitles[kColumnCount] = {"Slot", "Asked", "Next", "Last answer", "Kept", "Last event"};
 
 QTreeWidgetItem* AddLine(QTreeWidgetItem* parent, const FieldNode& line, std::optional<bool> good) {
     auto* item = new QTreeWidgetItem(parent, {line.name, line.value});
@@ -58,7 +55,7 @@ CAdView::CAdView(const CAdBoard& board, QWidget* parent)
     setObjectName(QStringLiteral("AdView"));
     m_pNothing->setObjectName(QStringLiteral("AdNothing"));
     m_pNothing->setProperty("role", QStringLiteral("muted"));
-    texts::Keep(m_pNothing, texts::kAdNothingSeen);
+    m_pNothing->setText(QStringLiteral("No request for ads was seen yet"));
     SetUpTable();
     SetUpDetail();
     auto* splitter = new QSplitter(Qt::Vertical, this);
@@ -74,7 +71,7 @@ CAdView::CAdView(const CAdBoard& board, QWidget* parent)
     layout->setSpacing(6);
     auto* panel = new QPushButton(this);
     panel->setObjectName(QStringLiteral("AdPanelOpen"));
-    texts::Keep(panel, texts::kAdPanel);
+    panel->setText(QStringLiteral("Popup panel"));
     connect(panel, &QPushButton::clicked, this, [this] { CAdPanelWindow::Open(window()); });
     auto* head = new QHBoxLayout;
     head->addWidget(m_pNothing);
@@ -93,15 +90,13 @@ CAdView::CAdView(const CAdBoard& board, QWidget* parent)
     });
     m_tick.start(kTickMs);
     theme::OnThemeChange(this, [this] { ShowDetail(); });
-    texts::Keep(this, [this] {
-        for (int column = 0; column < kColumnCount; ++column) {
-            auto* title = new QTableWidgetItem(texts::Tr(kTitles[column]));
-            title->setTextAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-            m_pTable->setHorizontalHeaderItem(column, title);
-        }
-        m_pDetail->setHeaderLabels({texts::Tr(texts::kField), texts::Tr(texts::kValue)});
-        Show();
-    });
+    for (int column = 0; column < kColumnCount; ++column) {
+        auto* title = new QTableWidgetItem(QString::fromUtf8(kTitles[column]));
+        title->setTextAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+        m_pTable->setHorizontalHeaderItem(column, title);
+    }
+    m_pDetail->setHeaderLabels({QStringLiteral("Field"), QStringLiteral("Value")});
+    Show();
 }
 
 void CAdView::SetUpTable() {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "AdTexts.h"
 #include "workbench/ads/AdCompared.h"
 #include "workbench/ads/AdMoment.h"
 
@@ -11,14 +10,13 @@ namespace {
 
 using ad_words::Clock;
 using ad_words::Group;
-using texts::Tr;
 
 constexpr qint64 kSecondMs = 1'000;
 const QString kDot = QStringLiteral(" \u00B7 ");
 const QString kComma = QStringLiteral(", ");
 
-FieldNode Line(texts::EnText name, const QString& value) {
-    return {Tr(name), value, {}, {}};
+FieldNode Line(const QString& name, const QString& value) {
+    return {name, value, {}, {}};
 }
 
 void Add(Group& group, FieldNode line, std::optional<bool> good = std::nullopt) {
@@ -26,26 +24,26 @@ void Add(Group& group, FieldNode line, std::optional<bool> good = std::nullopt) 
     group.good.push_back(good);
 }
 
-texts::EnText NameOf(EnAdStage stage) {
+QString NameOf(EnAdStage stage) {
     switch (stage) {
         case EnAdStage::Request:
-            return texts::kAdWhyStageRequest;
+            return QStringLiteral("request");
         case EnAdStage::List:
-            return texts::kAdWhyStageList;
+            return QStringLiteral("list");
         case EnAdStage::Moment:
-            return texts::kAdWhyStageMoment;
+            return QStringLiteral("moment");
         case EnAdStage::Card:
-            return texts::kAdWhyStageCard;
+            return QStringLiteral("view");
         case EnAdStage::Picture:
-            return texts::kAdWhyStagePicture;
+            return QStringLiteral("picture");
         case EnAdStage::Again:
             break;
     }
-    return texts::kAdWhyStageAgain;
+    return QStringLiteral("moment, with its picture in");
 }
 
 /// Steps of a road, a line for each of its parts.
-FieldNode Steps(texts::EnText name, EnAdRoad road, size_t from, size_t end) {
+FieldNode Steps(const QString& name, EnAdRoad road, size_t from, size_t end) {
     FieldNode line = Line(name, QString());
     std::optional<EnAdStage> stage;
     QStringList stages;
@@ -57,10 +55,10 @@ FieldNode Steps(texts::EnText name, EnAdRoad road, size_t from, size_t end) {
             continue;
         }
         stage = step.stage;
-        stages << Tr(NameOf(step.stage));
+        stages << NameOf(step.stage);
         line.children.push_back({stages.last(), test, {}, {}});
     }
-    line.value = stages.isEmpty() ? Tr(texts::kNothing) : stages.join(kComma);
+    line.value = stages.isEmpty() ? QStringLiteral("none") : stages.join(kComma);
     return line;
 }
 
@@ -68,19 +66,20 @@ FieldNode Steps(texts::EnText name, EnAdRoad road, size_t from, size_t end) {
 QString Name(const AdRefusal& refusal) {
     switch (refusal.test) {
         case EnAdTest::Closed:
-            return Tr(texts::kAdWhyClosed).arg(refusal.said.values[0]);
+            return QStringLiteral("closed by %1").arg(refusal.said.values[0]);
         case EnAdTest::Withdrawn:
-            return Tr(texts::kAdWhyWithdrawn).arg(refusal.said.values[2]);
+            return QStringLiteral("withdrawn by the server: %1").arg(refusal.said.values[2]);
         case EnAdTest::Push:
-            return Tr(texts::kAdWhyPushBad).arg(refusal.said.values[0]);
+            return QStringLiteral("a push was not taken: %1").arg(refusal.said.values[0]);
         case EnAdTest::Cleared:
             if (refusal.said.line == ad_lines::EnLine::LoggedOut) {
-                return Tr(texts::kAdWhyLogout);
+                return QStringLiteral("its list was cleared by the logout");
             }
-            return Tr(refusal.said.line == ad_lines::EnLine::OtherLanguage ? texts::kAdWhyLanguage
-                                                                           : texts::kAdWhyCleared);
+            return refusal.said.line == ad_lines::EnLine::OtherLanguage
+                       ? QStringLiteral("its list was cleared by the change of language")
+                       : QStringLiteral("its list was cleared");
         default:
-            return Tr(texts::kAdWhyRefused).arg(Tr(NameOf(refusal.Stage())), ad_compared::NameOf(refusal.test));
+            return QStringLiteral("refused (%1): %2").arg(NameOf(refusal.Stage()), ad_compared::NameOf(refusal.test));
     }
 }
 
@@ -90,14 +89,15 @@ std::vector<FieldNode> Compared(const CAdBoard& board, const AdSlotState& slot, 
         return {};
     }
     ad_compared::Compared compared = ad_compared::Of(board, slot, refusal);
-    std::vector<FieldNode> lines{Line(texts::kAdWhyHere, compared.here), Line(texts::kAdWhyNeeded, compared.needed)};
+    std::vector<FieldNode> lines{Line(QStringLiteral("Found"), compared.here),
+                                 Line(QStringLiteral("Needed"), compared.needed)};
     lines.back().children = std::move(compared.each);
     return lines;
 }
 
 void AddSteps(Group& group, EnAdRoad road, size_t passed, size_t reached) {
-    Add(group, Steps(texts::kAdWhyPassed, road, 0, passed));
-    Add(group, Steps(texts::kAdWhyNotReached, road, reached, ad_why::Road(road).size()));
+    Add(group, Steps(QStringLiteral("Passed"), road, 0, passed));
+    Add(group, Steps(QStringLiteral("Not reached"), road, reached, ad_why::Road(road).size()));
 }
 
 /// Of a banner that stands there with nothing on it; null for any other.
@@ -111,7 +111,7 @@ const AdRequest* Bare(const CAdBoard& board, const AdSlotState& slot) {
 std::vector<FieldNode> Failed(const AdRequest& bare) {
     std::vector<FieldNode> ads;
     for (const auto& [ad, picture] : bare.pictures) {
-        ads.push_back({ad, Tr(texts::kAdWhyPictureFailed).arg(picture.tries).arg(picture.url), {}, {}});
+        ads.push_back({ad, QStringLiteral("failed at try %1: %2").arg(picture.tries).arg(picture.url), {}, {}});
     }
     return ads;
 }
@@ -120,7 +120,9 @@ QString Shown(const AdSlotState& slot, bool isBare) {
     const bool isBanner = slot.slot.type == kTypeBanner;
     const bool runs = slot.exposure && slot.exposure->endMs == 0;
     const QString ad = isBanner ? (runs ? slot.exposure->adId : QString()) : slot.why.shownAd;
-    const QString since = Tr(isBare ? texts::kAdWhyNoPicture : texts::kAdWhyShown).arg(Clock(slot.why.shownMs));
+    const QString since =
+        (isBare ? QStringLiteral("stands since %1, but no picture came") : QStringLiteral("shown since %1"))
+            .arg(Clock(slot.why.shownMs));
     return ad.isEmpty() ? since : since + kDot + ad;
 }
 
@@ -130,15 +132,15 @@ QString Now(const AdSlotState& slot, bool isBare) {
         return Shown(slot, isBare);
     }
     if (slot.lastRequest.isEmpty()) {
-        return Tr(texts::kAdWhyUnasked);
+        return QStringLiteral("nothing was asked for yet");
     }
     if (why.isLoading) {
-        return Tr(texts::kAdWhyLoading);
+        return QStringLiteral("waits for its picture");
     }
     if (why.isAsking) {
-        return Tr(texts::kAdWhyAsking);
+        return QStringLiteral("waits for the answer");
     }
-    return Tr(why.last ? texts::kAdWhyNotShown : texts::kAdWhyIdle);
+    return why.last ? QStringLiteral("not shown") : QStringLiteral("nothing is on its way");
 }
 
 bool Waits(const AdSlotState& slot) {
@@ -147,9 +149,10 @@ bool Waits(const AdSlotState& slot) {
 
 QString Occasion(const AdSlotState& slot) {
     if (slot.slot.type == kTypeBanner) {
-        return Tr(texts::kAdWhyOnPage);
+        return QStringLiteral("when its page asks again");
     }
-    return Tr(Waits(slot) ? texts::kAdWhyOnTab : texts::kAdWhyOnRequest);
+    return Waits(slot) ? QStringLiteral("at a change of the tab, or with the next request")
+                       : QStringLiteral("with the next request: login, change of language, push");
 }
 
 }  // namespace
@@ -160,15 +163,15 @@ QString Time(const CAdBoard& board, const AdSlotState& slot, qint64 serverNowMs)
     const QString until = ad_words::Until(moment.atMs - serverNowMs);
     switch (moment.what) {
         case AdMoment::EnWhat::Free:
-            return Tr(texts::kAdWhyTimeFree).arg(at, until);
+            return QStringLiteral("lets it through from %1, %2").arg(at, until);
         case AdMoment::EnWhat::Push:
-            return Tr(texts::kAdWhyTimePush).arg(at, until);
+            return QStringLiteral("a push has it ask again at %1, %2").arg(at, until);
         case AdMoment::EnWhat::Over:
-            return Tr(texts::kAdWhyTimeOver);
+            return QStringLiteral("changes nothing: its window ends before");
         case AdMoment::EnWhat::Nothing:
             break;
     }
-    return Tr(texts::kAdWhyTimeNothing);
+    return QStringLiteral("changes nothing");
 }
 
 Group Why(const CAdBoard& board, const AdSlotState& slot, qint64 serverNowMs) {
@@ -176,22 +179,22 @@ Group Why(const CAdBoard& board, const AdSlotState& slot, qint64 serverNowMs) {
     const AdRequest* bare = Bare(board, slot);
     const bool isStanding = why.shownCount > 0;
     const bool isShown = isStanding && !bare;
-    Group group{Tr(texts::kAdWhyTitle), {}, {}};
-    FieldNode now = Line(texts::kAdWhyState, Now(slot, bare));
+    Group group{QStringLiteral("Why is it not shown?"), {}, {}};
+    FieldNode now = Line(QStringLiteral("Now"), Now(slot, bare));
     if (bare) {
         now.children = Failed(*bare);
     }
     Add(group, std::move(now), isStanding ? std::make_optional(isShown) : std::nullopt);
     if (why.last) {
-        Add(group, Line(texts::kAdWhyLast, Name(*why.last) + kDot + Clock(why.last->timeMs)), false);
+        Add(group, Line(QStringLiteral("Last"), Name(*why.last) + kDot + Clock(why.last->timeMs)), false);
         for (FieldNode& line : Compared(board, slot, *why.last)) {
             Add(group, std::move(line));
         }
     }
     if (!isShown || why.last) {
         group.ticking = group.lines.size();
-        Add(group, Line(texts::kAdWhyTime, Time(board, slot, serverNowMs)));
-        Add(group, Line(texts::kAdWhyNext, Occasion(slot)));
+        Add(group, Line(QStringLiteral("Time alone"), Time(board, slot, serverNowMs)));
+        Add(group, Line(QStringLiteral("Tried again"), Occasion(slot)));
     }
     if (why.isLoading) {
         AddSteps(group, why.road, why.passed, why.passed);
@@ -199,7 +202,7 @@ Group Why(const CAdBoard& board, const AdSlotState& slot, qint64 serverNowMs) {
         AddSteps(group, why.last->road, *why.last->place, *why.last->place + 1);
     }
     if (why.last && why.before) {
-        FieldNode before = Line(texts::kAdWhyBefore, Name(*why.before) + kDot + Clock(why.before->timeMs));
+        FieldNode before = Line(QStringLiteral("Before that"), Name(*why.before) + kDot + Clock(why.before->timeMs));
         before.children = Compared(board, slot, *why.before);
         Add(group, std::move(before), false);
     }

@@ -3,19 +3,14 @@
 #include <QDateTime>
 #include <algorithm>
 
-#include "AdTexts.h"
-#include "ClientTexts.h"
-
 namespace ad_words {
 namespace {
-
-using texts::Tr;
 
 const QString kDot = QStringLiteral(" \u00B7 ");
 constexpr qint64 kSecondMs = 1'000;
 
 QString Milliseconds(qint64 duration) {
-    return duration < 0 ? QString() : Tr(texts::kAdMilliseconds).arg(duration);
+    return duration < 0 ? QString() : QStringLiteral("%1 ms").arg(duration);
 }
 
 /// What is there of the parts, with a dot between.
@@ -24,8 +19,8 @@ QString Joined(QStringList parts) {
     return parts.join(kDot);
 }
 
-FieldNode Line(texts::EnText name, const QString& value) {
-    return {Tr(name), value, {}, {}};
+FieldNode Line(const QString& name, const QString& value) {
+    return {name, value, {}, {}};
 }
 
 bool IsGone(EnAdFate fate) {
@@ -41,13 +36,13 @@ QString Verdict(const AdRequest& request) {
     switch (request.verdict) {
         case EnAdVerdict::ForeignType:
         case EnAdVerdict::ForeignPosition:
-            return Tr(texts::kAdVerdictType).arg(Slot(request.answerSlot));
+            return QStringLiteral("dropped: it is for %1").arg(Slot(request.answerSlot));
         case EnAdVerdict::Empty:
-            return Tr(texts::kAdVerdictEmpty);
+            return QStringLiteral("dropped: no ads");
         case EnAdVerdict::NoneValid:
-            return Tr(texts::kAdVerdictNone);
+            return QStringLiteral("dropped: no ad is due");
         case EnAdVerdict::Unfit:
-            return Tr(texts::kAdVerdictUnfit);
+            return QStringLiteral("dropped: it lacks something");
         case EnAdVerdict::None:
             break;
     }
@@ -58,17 +53,17 @@ void AddAds(Group& group, const AdRequest& request) {
     for (const AdFate& fate : request.Fates()) {
         FieldNode line{fate.ad.id, Fate(fate), {}, {}};
         if (fate.ad.startS && fate.ad.endS) {
-            line.children.push_back(Line(
-                texts::kAdWindow, ServerTime(*fate.ad.startS) + QStringLiteral(" – ") + ServerTime(*fate.ad.endS)));
+            line.children.push_back(Line(QStringLiteral("Window"), ServerTime(*fate.ad.startS) + QStringLiteral(" – ") +
+                                                                       ServerTime(*fate.ad.endS)));
         }
         if (fate.ad.expireS) {
-            line.children.push_back(Line(texts::kAdExpires, ServerTime(*fate.ad.expireS)));
+            line.children.push_back(Line(QStringLiteral("Expires"), ServerTime(*fate.ad.expireS)));
         }
         if (fate.nowS != 0) {
-            line.children.push_back(Line(texts::kAdLookedAt, ServerTime(fate.nowS)));
+            line.children.push_back(Line(QStringLiteral("Looked at"), ServerTime(fate.nowS)));
         }
         if (!fate.pictureFailed.isEmpty()) {
-            line.children.push_back(Line(texts::kAdPicture, fate.pictureFailed));
+            line.children.push_back(Line(QStringLiteral("Picture failed"), fate.pictureFailed));
         }
         std::optional<bool> good;
         if (IsGone(fate.fate)) {
@@ -82,39 +77,40 @@ void AddAds(Group& group, const AdRequest& request) {
 
 QString Kind(const QString& path) {
     const bool isSearch = path.endsWith(QLatin1String("search"));
-    return path.isEmpty() ? QString() : Tr(isSearch ? texts::kAdSearch : texts::kAdCheck);
+    return path.isEmpty() ? QString() : isSearch ? QStringLiteral("search") : QStringLiteral("check");
 }
 
 Group RequestGroup(const AdSlotState& slot, const AdRequest& request) {
-    Group group{Tr(texts::kAdLastRequest), {}, {}};
-    Add(group, Line(texts::kAdRequestId, request.id));
-    const QString task = request.task == 0 ? QString() : Tr(texts::kHttpTask) + QStringLiteral(" %1").arg(request.task);
-    Add(group, Line(texts::kSeenWhat, Joined({Clock(request.sentMs), Kind(request.path), request.path, task})));
+    Group group{QStringLiteral("Last request"), {}, {}};
+    Add(group, Line(QStringLiteral("Request id"), request.id));
+    const QString task = request.task == 0 ? QString() : QStringLiteral("Task %1").arg(request.task);
+    Add(group, Line(QStringLiteral("What"), Joined({Clock(request.sentMs), Kind(request.path), request.path, task})));
     if (!request.askedFor.isEmpty()) {
-        Add(group, Line(texts::kAdAskedFor, request.askedFor.join(QStringLiteral(", "))));
+        Add(group, Line(QStringLiteral("Asked for"), request.askedFor.join(QStringLiteral(", "))));
     }
-    const QString refused = slot.refusedCount == 0 ? QString() : Tr(texts::kAdRefusedSince).arg(slot.refusedCount);
+    const QString refused =
+        slot.refusedCount == 0 ? QString() : QStringLiteral("refused for coming too early: %1").arg(slot.refusedCount);
     const QString next = ServerTime(CAdBoard::NextAllowedMs(slot) / kSecondMs);
-    Add(group, Line(texts::kAdNextRequest, Joined({next, refused})));
+    Add(group, Line(QStringLiteral("Next request"), Joined({next, refused})));
     return group;
 }
 
 Group AnswerGroup(const AdSlotState& slot, const AdRequest& request) {
-    Group group{Tr(texts::kAdLastAnswer), {}, {}};
+    Group group{QStringLiteral("Last answer"), {}, {}};
     if (request.id != slot.lastRequest) {
-        Add(group, Line(texts::kAdRequestId, request.id));
+        Add(group, Line(QStringLiteral("Request id"), request.id));
     }
     const QString status = request.status == 0 ? QString() : QStringLiteral("HTTP %1").arg(request.status);
     const bool isGood = request.outcome == EnAdOutcome::Good;
     Add(group,
-        Line(texts::kResult,
+        Line(QStringLiteral("Result"),
              Joined({Clock(request.answeredMs), Outcome(&request), status, Milliseconds(request.durationMs)})),
         isGood || request.outcome == EnAdOutcome::Arrived ? std::nullopt : std::make_optional(false));
     if (!request.words.isEmpty()) {
-        Add(group, Line(texts::kAdReason, request.words), false);
+        Add(group, Line(QStringLiteral("Reason"), request.words), false);
     }
     if (request.verdict != EnAdVerdict::None) {
-        Add(group, Line(texts::kAdWholeList, Verdict(request)), false);
+        Add(group, Line(QStringLiteral("Whole list"), Verdict(request)), false);
     }
     return group;
 }
@@ -122,27 +118,27 @@ Group AnswerGroup(const AdSlotState& slot, const AdRequest& request) {
 QString CallOutcome(const AdExposeCall& call) {
     switch (call.outcome) {
         case AdExposeCall::EnOutcome::InFlight:
-            return Tr(texts::kAdOutcomeWaiting);
+            return QStringLiteral("no answer yet");
         case AdExposeCall::EnOutcome::NoTask:
-            return Tr(texts::kAdOutcomeNoTask);
+            return QStringLiteral("not sent: no task");
         case AdExposeCall::EnOutcome::Failed:
-            return Tr(texts::kAdOutcomeExchange).arg(call.number);
+            return QStringLiteral("failed, result %1").arg(call.number);
         case AdExposeCall::EnOutcome::NoJson:
-            return Tr(texts::kAdOutcomeNoJson);
+            return QStringLiteral("not JSON");
         case AdExposeCall::EnOutcome::Refused:
-            return Tr(texts::kAdOutcomeRefused).arg(call.number);
+            return QStringLiteral("code %1").arg(call.number);
         case AdExposeCall::EnOutcome::Good:
             break;
     }
-    return Tr(texts::kAdTold);
+    return QStringLiteral("accepted");
 }
 
 QString ClickReport(const AdClick& click) {
     switch (click.report) {
         case AdClick::EnReport::Refused:
-            return Tr(texts::kAdReportRefused);
+            return QStringLiteral("report refused");
         case AdClick::EnReport::NoExposure:
-            return Tr(texts::kAdNoExposure);
+            return QStringLiteral("not reported: no exposure");
         case AdClick::EnReport::Taken:
             break;
     }
@@ -150,37 +146,38 @@ QString ClickReport(const AdClick& click) {
 }
 
 Group ScreenGroup(const AdSlotState& slot) {
-    Group group{Tr(texts::kAdScreen), {}, {}};
+    Group group{QStringLiteral("On the screen"), {}, {}};
     if (slot.exposure) {
         const AdExposure& exposure = *slot.exposure;
         const QString from = exposure.timeMs == 0 ? QString() : Clock(exposure.timeMs);
-        const QString to = exposure.endMs == 0 ? Tr(texts::kAdRuns) : Clock(exposure.endMs);
-        Add(group, Line(texts::kAdExposure, Joined({from, exposure.adId, to, Milliseconds(exposure.durationMs),
-                                                    exposure.taken ? QString() : Tr(texts::kAdReportRefused)})));
+        const QString to = exposure.endMs == 0 ? QStringLiteral("still shown") : Clock(exposure.endMs);
+        Add(group,
+            Line(QStringLiteral("Exposure"), Joined({from, exposure.adId, to, Milliseconds(exposure.durationMs),
+                                                     exposure.taken ? QString() : QStringLiteral("report refused")})));
     }
     if (slot.call) {
         const AdExposeCall& call = *slot.call;
         const bool isGood =
             call.outcome == AdExposeCall::EnOutcome::Good || call.outcome == AdExposeCall::EnOutcome::InFlight;
         Add(group,
-            Line(texts::kAdExposeCall,
+            Line(QStringLiteral("Exposure told"),
                  Joined({Clock(call.timeMs), call.adId, Milliseconds(call.durationMs), CallOutcome(call)})),
             isGood ? std::nullopt : std::make_optional(false));
     }
     if (slot.click) {
-        const QString jump = Tr(slot.click->hasJumped ? texts::kAdJumped : texts::kAdNotJumped);
+        const QString jump = slot.click->hasJumped ? QStringLiteral("link opened") : QStringLiteral("link not opened");
         const QString report = ClickReport(*slot.click);
         const bool isLost = slot.click->report == AdClick::EnReport::NoExposure;
-        Add(group, Line(texts::kAdClick,
+        Add(group, Line(QStringLiteral("Click"),
                         Joined({Clock(slot.click->timeMs), slot.click->adId, isLost ? QString() : jump, report})));
     }
     if (slot.closeButton) {
-        Add(group, Line(texts::kAdCloseButton, Joined({Clock(slot.closeButton->timeMs), slot.closeButton->adId,
-                                                       ClickReport(*slot.closeButton)})));
+        Add(group, Line(QStringLiteral("Close button"), Joined({Clock(slot.closeButton->timeMs), slot.closeButton->adId,
+                                                                ClickReport(*slot.closeButton)})));
     }
     if (slot.closing) {
-        Add(group, Line(texts::kAdClosed, Joined({Clock(slot.closing->timeMs), slot.closing->adId,
-                                                  Tr(texts::kAdClosedBy).arg(slot.closing->why)})));
+        Add(group, Line(QStringLiteral("Closed"), Joined({Clock(slot.closing->timeMs), slot.closing->adId,
+                                                          QStringLiteral("by %1").arg(slot.closing->why)})));
     }
     return group;
 }
@@ -196,17 +193,17 @@ QString ServerTime(qint64 seconds) {
 }
 
 QString Until(qint64 leftMs) {
-    return leftMs <= 0 ? Tr(texts::kAdNow) : Tr(texts::kAdInSeconds).arg((leftMs + kSecondMs - 1) / kSecondMs);
+    return leftMs <= 0 ? QStringLiteral("now") : QStringLiteral("in %1 s").arg((leftMs + kSecondMs - 1) / kSecondMs);
 }
 
 QString Slot(const AdSlot& slot) {
     switch (slot.type) {
         case kTypePopup:
-            return Tr(texts::kAdPopup).arg(slot.position);
+            return QStringLiteral("Popup %1").arg(slot.position);
         case kTypeBanner:
-            return Tr(texts::kAdBanner).arg(slot.position);
+            return QStringLiteral("Banner %1").arg(slot.position);
         default:
-            return Tr(texts::kAdOtherType).arg(slot.type).arg(slot.position);
+            return QStringLiteral("Type %1, %2").arg(slot.type).arg(slot.position);
     }
 }
 
@@ -220,25 +217,25 @@ QString Outcome(const AdRequest* request) {
     }
     switch (request->outcome) {
         case EnAdOutcome::InFlight:
-            return Tr(texts::kAdOutcomeWaiting);
+            return QStringLiteral("no answer yet");
         case EnAdOutcome::Arrived:
-            return Tr(texts::kAdOutcomeArrived);
+            return QStringLiteral("arrived");
         case EnAdOutcome::NoTask:
-            return Tr(texts::kAdOutcomeNoTask);
+            return QStringLiteral("not sent: no task");
         case EnAdOutcome::Superseded:
-            return Tr(texts::kAdOutcomeSuperseded);
+            return QStringLiteral("superseded by a later request");
         case EnAdOutcome::ExchangeFailed:
-            return Tr(texts::kAdOutcomeExchange).arg(request->number);
+            return QStringLiteral("failed, result %1").arg(request->number);
         case EnAdOutcome::NoJson:
-            return Tr(texts::kAdOutcomeNoJson);
+            return QStringLiteral("not JSON");
         case EnAdOutcome::NotDecoded:
-            return Tr(texts::kAdOutcomeNotDecoded);
+            return QStringLiteral("not decoded");
         case EnAdOutcome::Refused:
-            return Tr(texts::kAdOutcomeRefused).arg(request->number);
+            return QStringLiteral("code %1").arg(request->number);
         case EnAdOutcome::Good:
             break;
     }
-    return Tr(texts::kAdOutcomeGood).arg(request->Fates().size());
+    return QStringLiteral("code 0, ads: %1").arg(request->Fates().size());
 }
 
 QString Kept(const AdRequest* request) {
@@ -254,57 +251,57 @@ QString Kept(const AdRequest* request) {
 QString Fate(const AdFate& fate) {
     switch (fate.fate) {
         case EnAdFate::Unknown:
-            return Tr(texts::kAdFateUnknown);
+            return QStringLiteral("not yet judged");
         case EnAdFate::Kept:
-            return Tr(texts::kAdFateKept);
+            return QStringLiteral("kept");
         case EnAdFate::Cleared:
-            return Tr(texts::kAdFateCleared);
+            return QStringLiteral("kept, cleared since");
         case EnAdFate::Filtered:
-            return Tr(texts::kAdFateFiltered).arg(fate.reasons.join(QStringLiteral(", ")));
+            return QStringLiteral("held back, filter %1").arg(fate.reasons.join(QStringLiteral(", ")));
         case EnAdFate::TooEarly:
-            return Tr(texts::kAdFateTooEarly).arg(ServerTime(fate.limitS));
+            return QStringLiteral("dropped: starts %1").arg(ServerTime(fate.limitS));
         case EnAdFate::Over:
-            return Tr(texts::kAdFateOver).arg(ServerTime(fate.limitS));
+            return QStringLiteral("dropped: ended %1").arg(ServerTime(fate.limitS));
         case EnAdFate::Expired:
-            return Tr(texts::kAdFateExpired).arg(ServerTime(fate.limitS));
+            return QStringLiteral("dropped: expired %1").arg(ServerTime(fate.limitS));
         case EnAdFate::ForeignType:
-            return Tr(texts::kAdFateForeignType);
+            return QStringLiteral("dropped: the list is of another type");
         case EnAdFate::ForeignPosition:
-            return Tr(texts::kAdFateForeignPosition);
+            return QStringLiteral("dropped: the list is of another position");
         case EnAdFate::NotDecoded:
-            return Tr(texts::kAdFateNotDecoded);
+            return QStringLiteral("dropped: the answer is not decoded");
         case EnAdFate::Refused:
-            return Tr(texts::kAdFateRefused);
+            return QStringLiteral("dropped: the answer has another code than 0");
         case EnAdFate::Unshowable:
-            return Tr(texts::kAdFateUnshowable);
+            return QStringLiteral("dropped: of a type that is not shown");
         case EnAdFate::Unfit:
-            return Tr(texts::kAdFateUnfit);
+            return QStringLiteral("dropped: the list lacks something");
         case EnAdFate::Superseded:
             break;
     }
-    return Tr(texts::kAdFateSuperseded);
+    return QStringLiteral("dropped: the answer came too late");
 }
 
 QString LastEvent(const AdSlotState& slot) {
     qint64 last = 0;
     QString words;
-    const auto consider = [&](qint64 timeMs, texts::EnText name) {
+    const auto consider = [&](qint64 timeMs, const QString& name) {
         if (timeMs >= last && timeMs != 0) {
             last = timeMs;
-            words = Clock(timeMs) + QLatin1Char(' ') + Tr(name);
+            words = Clock(timeMs) + QLatin1Char(' ') + name;
         }
     };
     if (slot.exposure) {
-        consider(std::max(slot.exposure->timeMs, slot.exposure->endMs), texts::kAdExposure);
+        consider(std::max(slot.exposure->timeMs, slot.exposure->endMs), QStringLiteral("Exposure"));
     }
     if (slot.click) {
-        consider(slot.click->timeMs, texts::kAdClick);
+        consider(slot.click->timeMs, QStringLiteral("Click"));
     }
     if (slot.closeButton) {
-        consider(slot.closeButton->timeMs, texts::kAdCloseButton);
+        consider(slot.closeButton->timeMs, QStringLiteral("Close button"));
     }
     if (slot.closing) {
-        consider(slot.closing->timeMs, texts::kAdClosed);
+        consider(slot.closing->timeMs, QStringLiteral("Closed"));
     }
     return words;
 }
@@ -316,13 +313,13 @@ std::vector<Group> Groups(const CAdBoard& board, const AdSlotState& slot) {
     }
     if (const AdRequest* answered = board.Request(slot.lastAnswered)) {
         groups.push_back(AnswerGroup(slot, *answered));
-        Group ads{Tr(texts::kAdAds), {}, {}};
+        Group ads{QStringLiteral("Ads of this answer"), {}, {}};
         AddAds(ads, *answered);
         groups.push_back(std::move(ads));
     }
     if (slot.standing != slot.lastAnswered) {
         if (const AdRequest* standing = board.Request(slot.standing)) {
-            Group ads{Tr(texts::kAdStanding).arg(standing->id), {}, {}};
+            Group ads{QStringLiteral("Still current, of request %1").arg(standing->id), {}, {}};
             AddAds(ads, *standing);
             groups.push_back(std::move(ads));
         }

@@ -24,14 +24,14 @@ constexpr unsigned char kCodeTag = 0x08;
 
 struct Choice {
     EnAnswer answer;
-    texts::EnText name;
+    const char* name;
     const char* value;  // what it begins with; null: it takes none
 };
 
 constexpr Choice kChoices[] = {
-    {EnAnswer::Good, texts::kAnswerGood, nullptr},       {EnAnswer::Error, texts::kFaultError, "7"},
-    {EnAnswer::OtherCommand, texts::kFaultCommand, "1"}, {EnAnswer::Garbage, texts::kFaultGarbage, "ff00ff"},
-    {EnAnswer::NoCode, texts::kAnswerNoCode, nullptr},   {EnAnswer::OtherCode, texts::kAnswerCode, "5"},
+    {EnAnswer::Good, "as it should", nullptr},      {EnAnswer::Error, "Error number", "7"},
+    {EnAnswer::OtherCommand, "Wrong command", "1"}, {EnAnswer::Garbage, "Other bytes (hex)", "ff00ff"},
+    {EnAnswer::NoCode, "without a code", nullptr},  {EnAnswer::OtherCode, "another code than 0", "5"},
 };
 
 constexpr uint32_t kCommands[] = {kCommandPremiumAccess, kCommandVipStatus};
@@ -72,7 +72,7 @@ CAnswerPanel::CAnswerPanel(SetFault setFault, QWidget* parent)
     grid->setHorizontalSpacing(8);
     grid->setVerticalSpacing(8);
     AddRows(grid);
-    texts::Keep(this, [this] { ShowTexts(); });
+    ShowTexts();
 }
 
 void CAnswerPanel::AddRows(QGridLayout* grid) {
@@ -87,19 +87,19 @@ void CAnswerPanel::AddRows(QGridLayout* grid) {
     m_pMessage->setTextFormat(Qt::PlainText);
     m_pMessage->setWordWrap(true);
     auto* set = New<QPushButton>("AnswerSet", this);
-    texts::Keep(set, texts::kSetFault);
+    set->setText(QStringLiteral("Set"));
     int row = 0;
-    const auto add = [&](texts::EnText title, QWidget* widget) {
+    const auto add = [&](const QString& title, QWidget* widget) {
         auto* label = new QLabel(this);
         label->setProperty("role", QStringLiteral("muted"));
-        texts::Keep(label, title);
+        label->setText(title);
         grid->addWidget(label, row, 0);
         grid->addWidget(widget, row++, 1, 1, 2);
     };
-    add(texts::kCommand, m_pCommand);
-    add(texts::kAnswer, m_pAnswer);
-    add(texts::kValue, m_pValue);
-    add(texts::kTimes, m_pTimes);
+    add(QStringLiteral("Command"), m_pCommand);
+    add(QStringLiteral("Answer"), m_pAnswer);
+    add(QStringLiteral("Value"), m_pValue);
+    add(QStringLiteral("Times"), m_pTimes);
     grid->addWidget(m_pMessage, row, 0, 1, 2);
     grid->addWidget(set, row, 2, Qt::AlignTop);
     grid->setColumnStretch(1, 1);
@@ -117,10 +117,10 @@ void CAnswerPanel::AddRows(QGridLayout* grid) {
 
 void CAnswerPanel::ShowTexts() {
     for (int index = 0; index < m_pAnswer->count(); ++index) {
-        m_pAnswer->setItemText(index, texts::Tr(kChoices[index].name));
+        m_pAnswer->setItemText(index, QString::fromUtf8(kChoices[index].name));
     }
-    m_pTimes->setItemText(kTimesOnce, texts::Tr(texts::kOnce));
-    m_pTimes->setItemText(kTimesForEver, texts::Tr(texts::kForEver));
+    m_pTimes->setItemText(kTimesOnce, QStringLiteral("once"));
+    m_pTimes->setItemText(kTimesForEver, QStringLiteral("For ever"));
 }
 
 // Nothing, with words for the user, for a value that is none.
@@ -134,11 +134,11 @@ std::optional<Json::Value> CAnswerPanel::FaultAsked() {
     const bool takesNumber =
         answer == EnAnswer::Error || answer == EnAnswer::OtherCommand || answer == EnAnswer::OtherCode;
     if (takesNumber && !isNumber) {
-        Say(texts::Tr(texts::kFaultWrong), false);
+        Say(QStringLiteral("The value must be a whole number"), false);
         return std::nullopt;
     }
     if (answer == EnAnswer::Garbage && !hexPairs.match(text).hasMatch()) {
-        Say(texts::Tr(texts::kFaultHexWrong), false);
+        Say(QStringLiteral("The bytes must be pairs of hex digits"), false);
         return std::nullopt;
     }
     Json::Value fault(Json::objectValue);
@@ -179,7 +179,7 @@ void CAnswerPanel::Set() {
     const QString words = QStringLiteral("%1 \u00B7 %2").arg(command).arg(m_pAnswer->currentText());
     m_fnSetFault(command, fault, [self = QPointer<CAnswerPanel>(this), words](const ServerAnswer& answer) {
         if (self) {
-            self->Say(answer.error.isEmpty() ? texts::Tr(texts::kAnswerSet).arg(words) : WordsOf(answer),
+            self->Say(answer.error.isEmpty() ? QStringLiteral("The next answer: %1").arg(words) : WordsOf(answer),
                       answer.error.isEmpty());
         }
     });

@@ -7,7 +7,6 @@
 #include <QPushButton>
 #include <QVariant>
 
-#include "ClientTexts.h"
 #include "PremiumRights.h"
 #include "Theme.h"
 #include "workbench/rights/NumberList.h"
@@ -30,9 +29,9 @@ CAskPanel::CAskPanel(const CRefreshBoard& board, QWidget* parent)
     auto* list = new QPushButton(this);
     all->setObjectName(QStringLiteral("AskAll"));
     list->setObjectName(QStringLiteral("AskList"));
-    texts::Keep(all, texts::kAskAll);
-    texts::Keep(list, texts::kAskList);
-    texts::Keep(m_pRights, [this] { m_pRights->setPlaceholderText(texts::Tr(texts::kAskHint)); });
+    all->setText(QStringLiteral("Ask for all"));
+    list->setText(QStringLiteral("Ask for these"));
+    m_pRights->setPlaceholderText(QStringLiteral("Numbers of rights, as 1 5 1000"));
     auto* listed = new QHBoxLayout;
     listed->addWidget(m_pRights, 1);
     listed->addWidget(list);
@@ -49,7 +48,7 @@ CAskPanel::CAskPanel(const CRefreshBoard& board, QWidget* parent)
     connect(all, &QPushButton::clicked, this, &CAskPanel::AskAll);
     connect(list, &QPushButton::clicked, this, &CAskPanel::AskList);
     connect(&board, &CRefreshBoard::Changed, this, &CAskPanel::ShowOutcome);
-    texts::Keep(this, [this] { ShowOutcome(); });
+    ShowOutcome();
 }
 
 void CAskPanel::AskAll() {
@@ -61,7 +60,7 @@ void CAskPanel::AskList() {
     const NumberList rights = NumberList::Read(m_pRights->text());
     if (!rights.wrongWord.isEmpty()) {
         m_session.reset();
-        Say(texts::Tr(texts::kRightsWrong).arg(rights.wrongWord), false);
+        Say(QStringLiteral("No number of a right: %1").arg(rights.wrongWord), false);
         return;
     }
     Follow(CPremiumRights::AskList(rights.numbers, m_pServerPush->isChecked()));
@@ -77,15 +76,14 @@ void CAskPanel::ShowOutcome() {
         return;
     }
     if (*m_session == 0) {
-        Say(texts::Tr(texts::kAskedNobody), false);
+        Say(QStringLiteral("Nobody was asked: the module is not there or has not started"), false);
         return;
     }
     using EnOutcome = CRefreshBoard::EnOutcome;
     CRefreshBoard::Refresh refresh = m_board.Find(*m_session).value_or(CRefreshBoard::Refresh());
     const bool good = refresh.outcome == EnOutcome::Good || refresh.outcome == EnOutcome::InFlight ||
                       refresh.outcome == EnOutcome::Answered;
-    Say(texts::Tr(texts::kSessionNumber).arg(*m_session) + QStringLiteral(" \u00B7 ") + refresh_words::Outcome(refresh),
-        good);
+    Say(QStringLiteral("session %1 \u00B7 ").arg(*m_session) + refresh_words::Outcome(refresh), good);
 }
 
 void CAskPanel::Say(const QString& words, bool good) {

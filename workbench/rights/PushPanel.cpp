@@ -24,10 +24,10 @@ Widget* New(const char* name, QWidget* parent) {
     return widget;
 }
 
-QLabel* NewTitle(texts::EnText text, const char* role, QWidget* parent) {
+QLabel* NewTitle(const QString& text, const char* role, QWidget* parent) {
     auto* label = new QLabel(parent);
     label->setProperty("role", QString::fromLatin1(role));
-    texts::Keep(label, text);
+    label->setText(text);
     return label;
 }
 
@@ -47,14 +47,14 @@ CPushPanel::CPushPanel(IControlClient& server, QWidget* parent)
     grid->setHorizontalSpacing(8);
     grid->setVerticalSpacing(6);
     AddRows(grid);
-    texts::Keep(this, [this] { ShowTexts(); });
+    ShowTexts();
 }
 
 void CPushPanel::AddRows(QGridLayout* grid) {
     auto* sendPremium = New<QPushButton>("PushPremium", this);
     auto* sendVip = New<QPushButton>("PushVip", this);
-    texts::Keep(sendPremium, texts::kPushSend);
-    texts::Keep(sendVip, texts::kPushSend);
+    sendPremium->setText(QStringLiteral("Send"));
+    sendVip->setText(QStringLiteral("Send"));
     for (int choice = kLeftOutOfPush; choice <= kNeedAllNo; ++choice) {
         m_pNeedAll->addItem(QString());
     }
@@ -63,16 +63,16 @@ void CPushPanel::AddRows(QGridLayout* grid) {
     m_pWindow->setText(QStringLiteral("5"));
     m_pMessage->setTextFormat(Qt::PlainText);
     m_pMessage->setWordWrap(true);
-    grid->addWidget(NewTitle(texts::kPushPremium, "strong", this), 0, 0, 1, 5);
-    grid->addWidget(NewTitle(texts::kPushDelay, "muted", this), 1, 0);
+    grid->addWidget(NewTitle(QStringLiteral("Change of rights, 20837"), "strong", this), 0, 0, 1, 5);
+    grid->addWidget(NewTitle(QStringLiteral("Delay, s"), "muted", this), 1, 0);
     grid->addWidget(m_pDelay, 1, 1);
-    grid->addWidget(NewTitle(texts::kPushAll, "muted", this), 1, 2);
+    grid->addWidget(NewTitle(QStringLiteral("All rights"), "muted", this), 1, 2);
     grid->addWidget(m_pNeedAll, 1, 3, 1, 2);
-    grid->addWidget(NewTitle(texts::kPushList, "muted", this), 2, 0);
+    grid->addWidget(NewTitle(QStringLiteral("Rights"), "muted", this), 2, 0);
     grid->addWidget(m_pRights, 2, 1, 1, 3);
     grid->addWidget(sendPremium, 2, 4);
-    grid->addWidget(NewTitle(texts::kPushVip, "strong", this), 3, 0, 1, 5);
-    grid->addWidget(NewTitle(texts::kPushWindow, "muted", this), 4, 0);
+    grid->addWidget(NewTitle(QStringLiteral("Change of VIP status, 20832"), "strong", this), 3, 0, 1, 5);
+    grid->addWidget(NewTitle(QStringLiteral("Window, s"), "muted", this), 4, 0);
     grid->addWidget(m_pWindow, 4, 1, 1, 3);
     grid->addWidget(sendVip, 4, 4);
     grid->addWidget(m_pMessage, 5, 0, 1, 5);
@@ -85,11 +85,11 @@ void CPushPanel::AddRows(QGridLayout* grid) {
 
 // The hint comes only as text where a field is empty, which is when it counts.
 void CPushPanel::ShowTexts() {
-    m_pNeedAll->setItemText(kLeftOutOfPush, texts::Tr(texts::kLeftOut));
-    m_pNeedAll->setItemText(kNeedAllYes, texts::Tr(texts::kYes));
-    m_pNeedAll->setItemText(kNeedAllNo, texts::Tr(texts::kNo));
+    m_pNeedAll->setItemText(kLeftOutOfPush, QStringLiteral("left out"));
+    m_pNeedAll->setItemText(kNeedAllYes, QStringLiteral("yes"));
+    m_pNeedAll->setItemText(kNeedAllNo, QStringLiteral("no"));
     for (QLineEdit* field : {m_pDelay, m_pRights, m_pWindow}) {
-        field->setPlaceholderText(texts::Tr(texts::kLeftOut));
+        field->setPlaceholderText(QStringLiteral("left out"));
     }
 }
 
@@ -102,7 +102,7 @@ bool CPushPanel::AddNumber(Json::Value& push, const char* member, const QLineEdi
     bool isNumber = false;
     push[member] = Json::UInt(text.toUInt(&isNumber));
     if (!isNumber) {
-        Say(texts::Tr(texts::kSecondsWrong).arg(text), false);
+        Say(QStringLiteral("No whole number from 0 to 4294967295: %1").arg(text), false);
     }
     return isNumber;
 }
@@ -117,7 +117,7 @@ void CPushPanel::SendPremium() {
     }
     const NumberList rights = NumberList::Read(m_pRights->text());
     if (!rights.wrongWord.isEmpty()) {
-        Say(texts::Tr(texts::kRightsWrong).arg(rights.wrongWord), false);
+        Say(QStringLiteral("No number of a right: %1").arg(rights.wrongWord), false);
         return;
     }
     for (const int right : rights.numbers) {
@@ -144,7 +144,7 @@ void CPushPanel::Send(const char* member, const Json::Value& push) {
                          Say(WordsOf(answer), false);
                          return;
                      }
-                     Say(texts::Tr(texts::kPushSent).arg(answer.body["sent"].asInt()), true);
+                     Say(QStringLiteral("Sent to connections: %1").arg(answer.body["sent"].asInt()), true);
                  });
 }
 

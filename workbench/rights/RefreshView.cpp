@@ -5,7 +5,6 @@
 #include <QLabel>
 #include <QVariant>
 
-#include "ClientTexts.h"
 #include "workbench/rights/RefreshBoard.h"
 #include "workbench/rights/RefreshWords.h"
 
@@ -16,7 +15,7 @@ constexpr int kTickMs = 1'000;
 
 QString LastOf(const CRefreshBoard& board, CRefreshBoard::EnSubject subject) {
     const auto last = board.Last(subject);
-    return last ? refresh_words::Refresh(*last) : texts::Tr(texts::kNever);
+    return last ? refresh_words::Refresh(*last) : QStringLiteral("never");
 }
 
 }  // namespace
@@ -28,11 +27,11 @@ CRefreshView::CRefreshView(const CRefreshBoard& board, QWidget* parent) : QWidge
     grid->setHorizontalSpacing(10);
     grid->setVerticalSpacing(4);
     grid->setColumnStretch(1, 1);
-    m_pPremium = AddRow("RefreshPremium", texts::kRefreshPremium);
-    m_pVip = AddRow("RefreshVip", texts::kRefreshVip);
-    m_pInFlight = AddRow("RefreshInFlight", texts::kRefreshInFlight);
-    m_pWaiting = AddRow("RefreshWaiting", texts::kRefreshWaiting);
-    m_pHourly = AddRow("RefreshHourly", texts::kRefreshHourly);
+    m_pPremium = AddRow("RefreshPremium", QStringLiteral("Rights, last"));
+    m_pVip = AddRow("RefreshVip", QStringLiteral("VIP, last"));
+    m_pInFlight = AddRow("RefreshInFlight", QStringLiteral("In flight"));
+    m_pWaiting = AddRow("RefreshWaiting", QStringLiteral("After a push"));
+    m_pHourly = AddRow("RefreshHourly", QStringLiteral("Next hourly"));
     grid->setRowStretch(grid->rowCount(), 1);
     m_batch.setSingleShot(true);
     m_batch.setInterval(kBatchMs);
@@ -44,15 +43,15 @@ CRefreshView::CRefreshView(const CRefreshBoard& board, QWidget* parent) : QWidge
         }
     });
     m_tick.start(kTickMs);
-    texts::Keep(this, [this] { Show(); });
+    Show();
 }
 
-QLabel* CRefreshView::AddRow(const char* name, unsigned int title) {
+QLabel* CRefreshView::AddRow(const char* name, const QString& title) {
     auto* grid = static_cast<QGridLayout*>(layout());
     const int row = grid->rowCount();
     auto* words = new QLabel(this);
     words->setProperty("role", QStringLiteral("muted"));
-    texts::Keep(words, texts::EnText(title));
+    words->setText(title);
     auto* value = new QLabel(this);
     value->setObjectName(QString::fromLatin1(name));
     value->setTextFormat(Qt::PlainText);

@@ -12,7 +12,7 @@ public:
     explicit CRefreshView(const CRefreshBoard& board, QWidget* parent = nullptr);
 
 private:
-    QLabel* AddRow(const char* name, unsigned int title);
+    QLabel* AddRow(const char* name, const QString& title);
     void Show();
     void ShowTimer();
 

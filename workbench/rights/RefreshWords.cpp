@@ -2,13 +2,11 @@
 
 #include <QDateTime>
 
-#include "ClientTexts.h"
 #include "PremiumNumbers.h"
 
 namespace refresh_words {
 namespace {
 
-using texts::Tr;
 using EnOutcome = CRefreshBoard::EnOutcome;
 using EnSubject = CRefreshBoard::EnSubject;
 using EnWhy = CRefreshBoard::EnWhy;
@@ -24,14 +22,14 @@ QString Clock(qint64 timeMs) {
 template <class Item, class InWords>
 QString FirstOf(const std::vector<Item>& items, const InWords& inWords) {
     if (items.empty()) {
-        return Tr(texts::kNothing);
+        return QStringLiteral("none");
     }
     QStringList words;
     for (size_t index = 0; index < items.size() && index < kShown; ++index) {
         words << inWords(items[index]);
     }
     if (items.size() > kShown) {
-        words << Tr(texts::kAndMore).arg(items.size() - kShown);
+        words << QStringLiteral("and %1 more").arg(items.size() - kShown);
     }
     return words.join(QLatin1Char('\n'));
 }
@@ -41,7 +39,7 @@ uint32_t CommandOf(EnSubject subject) {
 }
 
 QString Session(unsigned long session) {
-    return Tr(texts::kSessionNumber).arg(session);
+    return QStringLiteral("session %1").arg(session);
 }
 
 }  // namespace
@@ -49,45 +47,45 @@ QString Session(unsigned long session) {
 QString Why(EnWhy why) {
     switch (why) {
         case EnWhy::Login:
-            return Tr(texts::kWhyLogin);
+            return QStringLiteral("login");
         case EnWhy::Hourly:
-            return Tr(texts::kWhyHourly);
+            return QStringLiteral("hourly");
         case EnWhy::Language:
-            return Tr(texts::kWhyLanguage);
+            return QStringLiteral("language");
         case EnWhy::Push:
-            return Tr(texts::kWhyPush);
+            return QStringLiteral("push");
         case EnWhy::Caller:
-            return Tr(texts::kWhyCaller);
+            return QStringLiteral("a caller");
         case EnWhy::Unknown:
             break;
     }
-    return Tr(texts::kWhyUnknown);
+    return QStringLiteral("reason unknown");
 }
 
 QString Outcome(const CRefreshBoard::Refresh& refresh) {
     switch (refresh.outcome) {
         case EnOutcome::InFlight:
-            return Tr(texts::kOutcomeInFlight);
+            return QStringLiteral("in flight");
         case EnOutcome::Answered:
-            return Tr(texts::kOutcomeAnswered);
+            return QStringLiteral("answered");
         case EnOutcome::Good:
-            return Tr(texts::kOutcomeGood);
+            return QStringLiteral("good");
         case EnOutcome::ChannelError:
-            return Tr(texts::kOutcomeChannel).arg(refresh.number);
+            return QStringLiteral("channel error %1").arg(refresh.number);
         case EnOutcome::OtherCommand:
-            return Tr(texts::kOutcomeCommand).arg(refresh.number);
+            return QStringLiteral("wrong command %1").arg(refresh.number);
         case EnOutcome::BadBytes:
-            return Tr(texts::kOutcomeBytes);
+            return QStringLiteral("bad bytes");
         case EnOutcome::NoCode:
-            return Tr(texts::kOutcomeNoCode);
+            return QStringLiteral("no code");
         case EnOutcome::OtherCode:
-            return Tr(texts::kOutcomeCode).arg(refresh.number);
+            return QStringLiteral("code %1").arg(refresh.number);
         case EnOutcome::UnknownSession:
-            return Tr(texts::kOutcomeSession);
+            return QStringLiteral("unknown session");
         case EnOutcome::Failed:
             break;
     }
-    return Tr(texts::kOutcomeFailed);
+    return QStringLiteral("failed");
 }
 
 QString Refresh(const CRefreshBoard::Refresh& refresh) {
@@ -107,7 +105,8 @@ QString Waiting(const std::vector<CRefreshBoard::Waiting>& waiting) {
     return FirstOf(waiting, [](const CRefreshBoard::Waiting& push) {
         QStringList words{QString::number(CommandOf(push.subject)), Clock(push.dueMs)};
         if (push.subject == EnSubject::Premium) {
-            words << (push.needAll ? Tr(texts::kWaitingAll) : Tr(texts::kWaitingCount).arg(push.count));
+            words << (push.needAll ? QStringLiteral("all rights")
+                                   : QStringLiteral("rights listed: %1").arg(push.count));
         }
         return words.join(kDot);
     });
@@ -115,11 +114,11 @@ QString Waiting(const std::vector<CRefreshBoard::Waiting>& waiting) {
 
 QString NextHourly(std::optional<qint64> nextMs, qint64 nowMs) {
     if (!nextMs) {
-        return Tr(texts::kNoTimer);
+        return QStringLiteral("the timer does not run");
     }
     const qint64 seconds = (*nextMs - nowMs) / 1000;
     const QString left = QStringLiteral("%1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QLatin1Char('0'));
-    return Tr(texts::kInTime).arg(Clock(*nextMs), left);
+    return QStringLiteral("%1, in %2").arg(Clock(*nextMs), left);
 }
 
 }  // namespace refresh_words

@@ -60,11 +60,9 @@ CRightDetail::CRightDetail(const CPremiumRights& rights, const CWireDecoder& dec
     layout->addWidget(m_pWhich);
     layout->addWidget(halves, 1);
     connect(&rights, &CPremiumRights::Changed, this, &CRightDetail::Show);
-    texts::Keep(this, [this] {
-        m_pFields->setHeaderLabels({texts::Tr(texts::kField), texts::Tr(texts::kValue)});
-        m_pOtherInfo->setPlaceholderText(texts::Tr(texts::kOtherInfoNone));
-        Show();
-    });
+    m_pFields->setHeaderLabels({QStringLiteral("Field"), QStringLiteral("Value")});
+    m_pOtherInfo->setPlaceholderText(QStringLiteral("No other info"));
+    Show();
 }
 
 void CRightDetail::ShowRight(EnPremiumAccess right) {
@@ -76,12 +74,12 @@ void CRightDetail::Show() {
     m_pFields->clear();
     m_pOtherInfo->clear();
     if (m_right == 0) {
-        m_pWhich->SetWhole(texts::Tr(texts::kRightNoneChosen));
+        m_pWhich->SetWhole(QStringLiteral("Choose a right, or type its number"));
         return;
     }
     QString which = QStringLiteral("%1  %2").arg(m_right).arg(right_words::Name(m_decoder, m_right)).trimmed();
     if (!m_rights.Table().contains(m_right)) {
-        which += QStringLiteral(" \u00B7 ") + texts::Tr(texts::kRightNotInTable);
+        which += QStringLiteral(" \u00B7 not in the table: a default record");
     }
     m_pWhich->SetWhole(which);
     const CPremiumUIAccessData record = CPremiumRights::Record(m_right);

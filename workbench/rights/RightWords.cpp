@@ -8,45 +8,38 @@
 namespace right_words {
 namespace {
 
-using texts::Tr;
-
 struct Word {
     int number;
-    texts::EnText text;
+    const char* text;
 };
 
 constexpr Word kActivations[] = {
-    {0, texts::kUnsaid},          {1, texts::kActivationLimited}, {2, texts::kActivationFrozen},
-    {3, texts::kActivationFull},  {4, texts::kActivationEmpty},   {5, texts::kActivationNot},
-    {6, texts::kActivationReady},
+    {0, "not said"}, {1, "limited time"}, {2, "frozen"}, {3, "full"}, {4, "empty"}, {5, "not activated"}, {6, "ready"},
 };
 
 constexpr Word kSources[] = {
-    {0, texts::kUnsaid},
-    {1, texts::kSourcePremium},
-    {2, texts::kSourceVip},
-    {3, texts::kSourcePrivate},
+    {0, "not said"},
+    {1, "premium rule"},
+    {2, "VIP rule"},
+    {3, "private customer"},
 };
 
-constexpr Word kOldStates[] = {{0, texts::kVipNoMember}, {1, texts::kVipMember}};
+constexpr Word kOldStates[] = {{0, "no member"}, {1, "member"}};
 
-constexpr Word kNewStates[] = {{0, texts::kVipNoMember}, {1, texts::kVipMember}, {2, texts::kVipExpired}};
+constexpr Word kNewStates[] = {{0, "no member"}, {1, "member"}, {2, "expired"}};
 
 constexpr Word kEngines[] = {
-    {kVipEngineUndetermined, texts::kEngineUndetermined},
-    {kVipEngineTrial, texts::kEngineTrial},
-    {kVipEngineMember, texts::kVipMember},
-    {kVipEngineAssetProtection, texts::kEngineProtection},
-    {kVipEngineExpired, texts::kVipExpired},
-    {kVipEngineNonMember, texts::kVipNoMember},
-    {kVipEngineRenewalOff, texts::kEngineRenewalOff},
+    {kVipEngineUndetermined, "undetermined"},        {kVipEngineTrial, "on trial"},  {kVipEngineMember, "member"},
+    {kVipEngineAssetProtection, "asset protection"}, {kVipEngineExpired, "expired"}, {kVipEngineNonMember, "no member"},
+    {kVipEngineRenewalOff, "member, renewal off"},
 };
 
 template <size_t kCount>
 QString InWords(const Word (&words)[kCount], int number, EnForm form = EnForm::NumberAndWord) {
     for (const Word& word : words) {
         if (word.number == number) {
-            return form == EnForm::Word ? Tr(word.text) : QStringLiteral("%1 \u00B7 %2").arg(number).arg(Tr(word.text));
+            return form == EnForm::Word ? QString::fromUtf8(word.text)
+                                        : QStringLiteral("%1 \u00B7 %2").arg(number).arg(QString::fromUtf8(word.text));
         }
     }
     return QString::number(number);
@@ -67,7 +60,7 @@ QString Name(const CWireDecoder& decoder, int right) {
 }
 
 QString YesNo(bool yes) {
-    return Tr(yes ? texts::kYes : texts::kNo);
+    return yes ? QStringLiteral("yes") : QStringLiteral("no");
 }
 
 QString Activation(int type, EnForm form) {

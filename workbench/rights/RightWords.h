@@ -3,13 +3,12 @@
 #include <QString>
 #include <vector>
 
-#include "ClientTexts.h"
 #include "modules/ZRPremiumRecords.h"
 #include "workbench/FieldNode.h"
 
 class CWireDecoder;
 
-/// Rights and VIP status in words, in the display language.
+/// Rights and VIP status in words.
 namespace right_words {
 
 /// As the schema names it; empty for a number that it has no name for.

@@ -8,9 +8,8 @@
 
 namespace {
 
-constexpr texts::EnText kTitles[] = {
-    texts::kRightNumber, texts::kRightName,   texts::kPermission, texts::kActivation,
-    texts::kDaysLeft,    texts::kRightSource, texts::kUiType,     texts::kMainTitle,
+constexpr const char* kTitles[] = {
+    "No.", "Name", "Held", "Activation", "Days", "Source", "UI", "Main title",
 };
 
 }  // namespace
@@ -20,10 +19,6 @@ CRightsModel::CRightsModel(const CPremiumRights& rights, const CWireDecoder& dec
     Take();
     connect(&rights, &CPremiumRights::Changed, this, &CRightsModel::Take);
     theme::OnThemeChange(this, [this] { Repaint(); });
-    texts::Keep(this, [this] {
-        Q_EMIT headerDataChanged(Qt::Horizontal, 0, ColumnCount - 1);
-        Repaint();
-    });
 }
 
 // The same rights with other records leave the rows, and what is selected, where they are.
@@ -102,5 +97,5 @@ QVariant CRightsModel::headerData(int section, Qt::Orientation orientation, int 
     if (role == Qt::TextAlignmentRole) {
         return int(Qt::AlignLeft | Qt::AlignVCenter);
     }
-    return role == Qt::DisplayRole ? texts::Tr(kTitles[section]) : QVariant();
+    return role == Qt::DisplayRole ? QString::fromUtf8(kTitles[section]) : QVariant();
 }

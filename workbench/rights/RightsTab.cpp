@@ -3,7 +3,6 @@
 #include <QSplitter>
 #include <QVBoxLayout>
 
-#include "ClientTexts.h"
 #include "workbench/TabPages.h"
 #include "workbench/rights/AskPanel.h"
 #include "workbench/rights/PushPanel.h"
@@ -26,10 +25,10 @@ CRightsTab::CRightsTab(const CPremiumRights& rights, const CRefreshBoard& board,
     auto* tabs = new QTabWidget(splitter);
     tabs->setObjectName(QStringLiteral("RightsTabs"));
     tabs->setDocumentMode(true);
-    const auto addTab = [tabs](QWidget* tab, texts::EnText title) {
+    const auto addTab = [tabs](QWidget* tab, const QString& title) {
         const int index = tabs->addTab(tab, QString());
         tab->layout()->setContentsMargins(0, kTabMargin, 0, 0);
-        texts::Keep(tab, [tabs, index, title] { tabs->setTabText(index, texts::Tr(title)); });
+        tabs->setTabText(index, title);
     };
     auto* detail = new CRightDetail(rights, decoder, PagesOf(tabs));
     auto* view = new CRightsView(rights, decoder, splitter);
@@ -37,11 +36,11 @@ CRightsTab::CRightsTab(const CPremiumRights& rights, const CRefreshBoard& board,
         detail->ShowRight(right);
         tabs->setCurrentWidget(detail);
     });
-    addTab(detail, texts::kRight);
-    addTab(new CRefreshView(board, PagesOf(tabs)), texts::kRefreshes);
-    addTab(new CAskPanel(board, PagesOf(tabs)), texts::kAskRights);
-    addTab(new CPushPanel(server, PagesOf(tabs)), texts::kPushes);
-    addTab(new CAnswerPanel(std::move(setFault), PagesOf(tabs)), texts::kAnswers);
+    addTab(detail, QStringLiteral("Right"));
+    addTab(new CRefreshView(board, PagesOf(tabs)), QStringLiteral("Refreshes"));
+    addTab(new CAskPanel(board, PagesOf(tabs)), QStringLiteral("Ask"));
+    addTab(new CPushPanel(server, PagesOf(tabs)), QStringLiteral("Pushes"));
+    addTab(new CAnswerPanel(std::move(setFault), PagesOf(tabs)), QStringLiteral("Answers"));
     splitter->setObjectName(QStringLiteral("RightsTabSplitter"));
     splitter->setHandleWidth(8);
     splitter->setChildrenCollapsible(false);

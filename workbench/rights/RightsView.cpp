@@ -7,7 +7,6 @@
 #include <QTableView>
 #include <QVariant>
 
-#include "ClientTexts.h"
 #include "PremiumRights.h"
 
 namespace {
@@ -37,10 +36,8 @@ CRightsView::CRightsView(const CPremiumRights& rights, const CWireDecoder& decod
         SelectChosen();
         ShowCount();
     });
-    texts::Keep(this, [this] {
-        m_pNumber->setPlaceholderText(texts::Tr(texts::kRightFind));
-        ShowCount();
-    });
+    m_pNumber->setPlaceholderText(QStringLiteral("Right by number"));
+    ShowCount();
 }
 
 QWidget* CRightsView::NewHead() {
@@ -113,6 +110,6 @@ void CRightsView::SelectChosen() {
 }
 
 void CRightsView::ShowCount() {
-    m_pCount->setText(CPremiumRights::HasModule() ? texts::Tr(texts::kRightsCount).arg(m_model.rowCount())
-                                                  : texts::Tr(texts::kStateNoModule));
+    m_pCount->setText(CPremiumRights::HasModule() ? QStringLiteral("Rights in the table: %1").arg(m_model.rowCount())
+                                                  : QStringLiteral("Closed, no module"));
 }

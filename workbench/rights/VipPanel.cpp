@@ -11,18 +11,18 @@ namespace {
 
 struct Figure {
     const char* name;
-    texts::EnText title;
+    const char* title;
     QString (*inWords)(const VipStatus& vip);
 };
 
 const Figure kFigures[] = {
-    {"VipEngineStatus", texts::kVipEngine, [](const VipStatus& vip) { return right_words::Engine(vip.engine); }},
-    {"VipQualification", texts::kVipQualification,
+    {"VipEngineStatus", "Engine status", [](const VipStatus& vip) { return right_words::Engine(vip.engine); }},
+    {"VipQualification", "Qualified for VIP",
      [](const VipStatus& vip) { return right_words::YesNo(vip.qualification); }},
-    {"VipNewState", texts::kVipNewState, [](const VipStatus& vip) { return right_words::NewState(vip.newState); }},
-    {"VipNewSystem", texts::kVipNewSystem, [](const VipStatus& vip) { return right_words::YesNo(vip.isNewSystem); }},
-    {"VipOldState", texts::kVipOldState, [](const VipStatus& vip) { return right_words::OldState(vip.state); }},
-    {"VipGrade", texts::kVipGrade, [](const VipStatus& vip) { return QString::number(vip.grade); }},
+    {"VipNewState", "Newer system", [](const VipStatus& vip) { return right_words::NewState(vip.newState); }},
+    {"VipNewSystem", "On the newer system", [](const VipStatus& vip) { return right_words::YesNo(vip.isNewSystem); }},
+    {"VipOldState", "Older system", [](const VipStatus& vip) { return right_words::OldState(vip.state); }},
+    {"VipGrade", "Grade", [](const VipStatus& vip) { return QString::number(vip.grade); }},
 };
 
 }  // namespace
@@ -37,7 +37,7 @@ CVipPanel::CVipPanel(const CPremiumRights& rights, QWidget* parent) : QWidget(pa
         const int place = int(m_values.size());
         auto* title = new QLabel(this);
         title->setProperty("role", QStringLiteral("muted"));
-        texts::Keep(title, figure.title);
+        title->setText(QString::fromUtf8(figure.title));
         auto* value = new QLabel(this);
         value->setObjectName(QString::fromLatin1(figure.name));
         value->setTextFormat(Qt::PlainText);
@@ -48,7 +48,7 @@ CVipPanel::CVipPanel(const CPremiumRights& rights, QWidget* parent) : QWidget(pa
     grid->setColumnStretch(1, 1);
     grid->setColumnStretch(3, 1);
     connect(&rights, &CPremiumRights::Changed, this, &CVipPanel::Show);
-    texts::Keep(this, [this] { Show(); });
+    Show();
 }
 
 void CVipPanel::Show() {

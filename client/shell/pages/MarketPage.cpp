@@ -19,13 +19,13 @@ CMarketPage::CMarketPage(const EntryPage& page, const CAIChatEntries& entries, c
     : CPage(page, entries, parent) {
     Body()->addWidget(new CAdBannerSlot(kAdPosition, ads, this));
     auto* table = new CSampleTable("SectorsTable",
-                                   {{texts::kSector, false},
-                                    {texts::kLastPrice, true},
-                                    {texts::kChangePercent, true},
-                                    {texts::kAdvancing, true},
-                                    {texts::kDeclining, true},
-                                    {texts::kTurnover, true},
-                                    {texts::kLeader, false}},
+                                   {{QT_TRANSLATE_NOOP("Pages", "Sector"), false},
+                                    {QT_TRANSLATE_NOOP("Pages", "Last"), true},
+                                    {QT_TRANSLATE_NOOP("Pages", "Change %"), true},
+                                    {QT_TRANSLATE_NOOP("Pages", "Advancing"), true},
+                                    {QT_TRANSLATE_NOOP("Pages", "Declining"), true},
+                                    {QT_TRANSLATE_NOOP("Pages", "Turnover"), true},
+                                    {QT_TRANSLATE_NOOP("Pages", "Leader"), false}},
                                    0, this);
     int advancing = 0;
     int declining = 0;
@@ -34,7 +34,7 @@ CMarketPage::CMarketPage(const EntryPage& page, const CAIChatEntries& entries, c
         advancing += sector.advancing;
         declining += sector.declining;
         turnover += sector.turnover;
-        table->AddRow({{QString(), theme::kText, texts::EnText(sector.titleId)},
+        table->AddRow({{QString(), theme::kText, sector.title},
                        {figures::Price(sector.last)},
                        {figures::Percent(sector.last, sector.previous), theme::OfChange(sector.last - sector.previous)},
                        {figures::Whole(sector.advancing), theme::kUp},
@@ -42,8 +42,8 @@ CMarketPage::CMarketPage(const EntryPage& page, const CAIChatEntries& entries, c
                        {figures::Short(sector.turnover), theme::kMuted},
                        {sector.leader, theme::kAccent}});
     }
-    AddFigures({{texts::kAdvancing, figures::Whole(advancing), theme::kUp},
-                {texts::kDeclining, figures::Whole(declining), theme::kDown},
-                {texts::kTurnover, figures::Short(turnover)}});
+    AddFigures({{QT_TRANSLATE_NOOP("Pages", "Advancing"), figures::Whole(advancing), theme::kUp},
+                {QT_TRANSLATE_NOOP("Pages", "Declining"), figures::Whole(declining), theme::kDown},
+                {QT_TRANSLATE_NOOP("Pages", "Turnover"), figures::Short(turnover)}});
     Body()->addWidget(table, 1);
 }

@@ -21,10 +21,11 @@ CNewsPage::CNewsPage(const EntryPage& page, const CAIChatEntries& entries, const
         foot->addWidget(NewLabel("symbol", headline.symbol, card));
         foot->addStretch(1);
         if (!headline.symbol.isEmpty()) {
-            foot->addWidget(links::NewLink(QStringLiteral("NewsLink_") + headline.symbol, texts::kOpenQuotes,
+            foot->addWidget(links::NewLink(QStringLiteral("NewsLink_") + headline.symbol,
+                                           QT_TRANSLATE_NOOP("Pages", "Open the quotes"),
                                            QStringLiteral("zrclient://page/quotes"), card));
         }
-        QLabel* title = NewLabel("headline", texts::EnText(headline.titleId), card);
+        QLabel* title = NewTranslatedLabel("headline", headline.title, card);
         title->setWordWrap(true);
         layout->addWidget(title);
         layout->addLayout(foot);

@@ -6,19 +6,20 @@
 #include <QVariant>
 
 #include "AIChatEntryButton.h"
+#include "Translation.h"
 
 CPage::CPage(const EntryPage& page, const CAIChatEntries& entries, QWidget* parent)
     : QWidget(parent), m_pEntry(page.scene == kNoEntryScene ? nullptr : new CAIChatEntryButton(page, entries, this)) {
     setObjectName(QStringLiteral("Page_") + QString::fromLatin1(page.name));
     auto* words = new QVBoxLayout;
     words->setSpacing(2);
-    words->addWidget(NewLabel("title", page.title, this));
-    words->addWidget(NewLabel("muted", page.subtitle, this));
+    words->addWidget(NewTranslatedLabel("title", page.title, this));
+    words->addWidget(NewTranslatedLabel("muted", page.subtitle, this));
     auto* head = new QHBoxLayout;
     head->setSpacing(12);
     head->addLayout(words);
     head->addStretch(1);
-    head->addWidget(NewLabel("badge", texts::kSampleData, this), 0, Qt::AlignVCenter);
+    head->addWidget(NewTranslatedLabel("badge", QT_TRANSLATE_NOOP("Pages", "Sample data"), this), 0, Qt::AlignVCenter);
     if (m_pEntry) {
         head->addWidget(m_pEntry, 0, Qt::AlignVCenter);
     }
@@ -35,7 +36,7 @@ void CPage::AddFigures(const std::vector<Figure>& figures) {
         QFrame* card = NewCard(this);
         QLabel* value = NewLabel("figure", figure.value, card);
         SetColor(value, figure.color);
-        card->layout()->addWidget(NewLabel("muted", figure.title, card));
+        card->layout()->addWidget(NewTranslatedLabel("muted", figure.title, card));
         card->layout()->addWidget(value);
         cards->addWidget(card, 1);
     }
@@ -59,9 +60,10 @@ QLabel* CPage::NewLabel(const char* role, const QString& text, QWidget* parent) 
     return label;
 }
 
-QLabel* CPage::NewLabel(const char* role, texts::EnText text, QWidget* parent) {
+QLabel* CPage::NewTranslatedLabel(const char* role, const QByteArray& source, QWidget* parent) {
     QLabel* label = NewLabel(role, QString(), parent);
-    texts::Keep(label, text);
+    translation::OnLanguageChange(label,
+                                  [label, source] { label->setText(translation::PageText(source.constData())); });
     return label;
 }
 

@@ -24,7 +24,7 @@ protected:
     QVBoxLayout* Body() const { return m_pBody; }
 
     struct Figure {
-        texts::EnText title;
+        const char* title;
         QString value;
         theme::ColorName color = theme::kText;
     };
@@ -35,7 +35,8 @@ protected:
     static QFrame* NewCard(QWidget* parent);
     /// Creates a label. The style sheet selects it by `role`.
     static QLabel* NewLabel(const char* role, const QString& text, QWidget* parent);
-    static QLabel* NewLabel(const char* role, texts::EnText text, QWidget* parent);
+    /// The same with a text that follows the display language.
+    static QLabel* NewTranslatedLabel(const char* role, const QByteArray& source, QWidget* parent);
     static void SetColor(QLabel* label, theme::ColorName color);
 
 private:

@@ -9,13 +9,13 @@ CPortfolioPage::CPortfolioPage(const EntryPage& page, const CAIChatEntries& entr
                                QWidget* parent)
     : CPage(page, entries, parent) {
     auto* table = new CSampleTable("PositionsTable",
-                                   {{texts::kSymbol, false},
-                                    {texts::kName, false},
-                                    {texts::kQuantity, true},
-                                    {texts::kAverageCost, true},
-                                    {texts::kLastPrice, true},
-                                    {texts::kMarketValue, true},
-                                    {texts::kProfitLoss, true}},
+                                   {{QT_TRANSLATE_NOOP("Pages", "Symbol"), false},
+                                    {QT_TRANSLATE_NOOP("Pages", "Name"), false},
+                                    {QT_TRANSLATE_NOOP("Pages", "Quantity"), true},
+                                    {QT_TRANSLATE_NOOP("Pages", "Avg. cost"), true},
+                                    {QT_TRANSLATE_NOOP("Pages", "Last"), true},
+                                    {QT_TRANSLATE_NOOP("Pages", "Value"), true},
+                                    {QT_TRANSLATE_NOOP("Pages", "Profit / loss"), true}},
                                    1, this);
     double held = 0;
     double day = 0;
@@ -34,8 +34,8 @@ CPortfolioPage::CPortfolioPage(const EntryPage& page, const CAIChatEntries& entr
                        {figures::Signed(result), theme::OfChange(result)}});
     }
 
-    AddFigures({{texts::kTotalValue, figures::Price(held + market.cash)},
-                {texts::kDayResult, figures::Signed(day), theme::OfChange(day)},
-                {texts::kCash, figures::Price(market.cash)}});
+    AddFigures({{QT_TRANSLATE_NOOP("Pages", "Total value"), figures::Price(held + market.cash)},
+                {QT_TRANSLATE_NOOP("Pages", "Day's result"), figures::Signed(day), theme::OfChange(day)},
+                {QT_TRANSLATE_NOOP("Pages", "Cash"), figures::Price(market.cash)}});
     Body()->addWidget(table, 1);
 }

@@ -33,29 +33,30 @@ CQuotesPage::CQuotesPage(const EntryPage& page, const CAIChatEntries& entries, c
     Body()->addLayout(headline);
 
     QFrame* chart = NewCard(this);
-    chart->layout()->addWidget(NewLabel("muted", texts::kToday, chart));
+    chart->layout()->addWidget(NewTranslatedLabel("muted", QT_TRANSLATE_NOOP("Pages", "Today"), chart));
     chart->layout()->addWidget(new CPriceChart(quote.today, instrument.previous, chart));
     Body()->addWidget(chart, 1);
 
     QFrame* figuresCard = NewCard(this);
-    figuresCard->layout()->addWidget(NewLabel("muted", texts::kKeyFigures, figuresCard));
+    figuresCard->layout()->addWidget(
+        NewTranslatedLabel("muted", QT_TRANSLATE_NOOP("Pages", "Key figures"), figuresCard));
     auto* grid = new QGridLayout;
     grid->setHorizontalSpacing(28);
     grid->setVerticalSpacing(6);
-    const std::vector<std::pair<texts::EnText, QString>> shown{
-        {texts::kPriceOpen, figures::Price(quote.open)},
-        {texts::kPriceHigh, figures::Price(quote.high)},
-        {texts::kPriceLow, figures::Price(quote.low)},
-        {texts::kPreviousClose, figures::Price(instrument.previous)},
-        {texts::kVolume, figures::Short(double(instrument.volume))},
-        {texts::kTurnover, figures::Short(quote.turnover)},
-        {texts::kMarketCap, figures::Short(quote.marketCap)},
+    const std::vector<std::pair<const char*, QString>> shown{
+        {QT_TRANSLATE_NOOP("Pages", "Open"), figures::Price(quote.open)},
+        {QT_TRANSLATE_NOOP("Pages", "High"), figures::Price(quote.high)},
+        {QT_TRANSLATE_NOOP("Pages", "Low"), figures::Price(quote.low)},
+        {QT_TRANSLATE_NOOP("Pages", "Previous close"), figures::Price(instrument.previous)},
+        {QT_TRANSLATE_NOOP("Pages", "Volume"), figures::Short(double(instrument.volume))},
+        {QT_TRANSLATE_NOOP("Pages", "Turnover"), figures::Short(quote.turnover)},
+        {QT_TRANSLATE_NOOP("Pages", "Market cap"), figures::Short(quote.marketCap)},
     };
     constexpr int kPairsPerRow = 4;
     for (int index = 0; index < int(shown.size()); ++index) {
         auto* pair = new QVBoxLayout;
         pair->setSpacing(1);
-        pair->addWidget(NewLabel("muted", shown[size_t(index)].first, figuresCard));
+        pair->addWidget(NewTranslatedLabel("muted", shown[size_t(index)].first, figuresCard));
         pair->addWidget(NewLabel("strong", shown[size_t(index)].second, figuresCard));
         grid->addLayout(pair, index / kPairsPerRow, index % kPairsPerRow);
         grid->setColumnStretch(index % kPairsPerRow, 1);
@@ -63,9 +64,12 @@ CQuotesPage::CQuotesPage(const EntryPage& page, const CAIChatEntries& entries, c
     qobject_cast<QVBoxLayout*>(figuresCard->layout())->addLayout(grid);
     Body()->addWidget(figuresCard);
 
-    auto* book = new CSampleTable(
-        "OrderBookTable", {{texts::kBidSize, true}, {texts::kBid, true}, {texts::kAsk, true}, {texts::kAskSize, true}},
-        0, this);
+    auto* book = new CSampleTable("OrderBookTable",
+                                  {{QT_TRANSLATE_NOOP("Pages", "Bid size"), true},
+                                   {QT_TRANSLATE_NOOP("Pages", "Bid"), true},
+                                   {QT_TRANSLATE_NOOP("Pages", "Ask"), true},
+                                   {QT_TRANSLATE_NOOP("Pages", "Ask size"), true}},
+                                  0, this);
     for (const SampleMarket::BookLevel& level : quote.book) {
         book->AddRow({{figures::Whole(double(level.bidSize)), theme::kMuted},
                       {figures::Price(level.bid), theme::kUp},
@@ -74,6 +78,6 @@ CQuotesPage::CQuotesPage(const EntryPage& page, const CAIChatEntries& entries, c
     }
     book->StretchAll();
     book->FitRows();
-    Body()->addWidget(NewLabel("section", texts::kOrderBook, this));
+    Body()->addWidget(NewTranslatedLabel("section", QT_TRANSLATE_NOOP("Pages", "Order book"), this));
     Body()->addWidget(book);
 }

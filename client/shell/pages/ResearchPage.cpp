@@ -8,24 +8,25 @@
 #include "Links.h"
 #include "SampleMarket.h"
 #include "Theme.h"
+#include "Translation.h"
 
 namespace {
 
 struct RatingLook {
-    texts::EnText word;
+    const char* word;
     theme::ColorName color;
 };
 
 RatingLook LookOf(SampleMarket::EnRating rating) {
     switch (rating) {
         case SampleMarket::EnRating::Buy:
-            return {texts::kRatingBuy, theme::kUp};
+            return {QT_TRANSLATE_NOOP("Pages", "Buy"), theme::kUp};
         case SampleMarket::EnRating::Reduce:
-            return {texts::kRatingReduce, theme::kDown};
+            return {QT_TRANSLATE_NOOP("Pages", "Reduce"), theme::kDown};
         case SampleMarket::EnRating::Hold:
             break;
     }
-    return {texts::kRatingHold, theme::kWarning};
+    return {QT_TRANSLATE_NOOP("Pages", "Hold"), theme::kWarning};
 }
 
 }  // namespace
@@ -39,11 +40,11 @@ CResearchPage::CResearchPage(const EntryPage& page, const CAIChatEntries& entrie
         layout->setContentsMargins(18, 16, 18, 16);
         layout->setSpacing(8);
         const RatingLook look = LookOf(note.rating);
-        QLabel* rating = NewLabel("strong", look.word, card);
+        QLabel* rating = NewTranslatedLabel("strong", look.word, card);
         SetColor(rating, look.color);
         QLabel* target = NewLabel("muted", QString(), card);
-        texts::Keep(target, [target, price = figures::Price(note.target)] {
-            target->setText(texts::Tr(texts::kTargetPrice).arg(price));
+        translation::OnLanguageChange(target, [target, price = figures::Price(note.target)] {
+            target->setText(translation::PageText(QT_TRANSLATE_NOOP("Pages", "Target %1")).arg(price));
         });
         auto* head = new QHBoxLayout;
         head->setSpacing(14);
@@ -52,14 +53,15 @@ CResearchPage::CResearchPage(const EntryPage& page, const CAIChatEntries& entrie
         head->addWidget(target);
         head->addStretch(1);
         head->addWidget(NewLabel("muted", QStringLiteral("%1   %2").arg(note.analyst, note.date), card));
-        QLabel* summary = NewLabel("body", texts::EnText(note.summaryId), card);
+        QLabel* summary = NewTranslatedLabel("body", note.summary, card);
         summary->setWordWrap(true);
         layout->addLayout(head);
-        layout->addWidget(NewLabel("section", texts::EnText(note.titleId), card));
+        layout->addWidget(NewTranslatedLabel("section", note.title, card));
         layout->addWidget(summary);
-        layout->addWidget(links::NewLink(QStringLiteral("ResearchLink_") + note.symbol, texts::kOpenQuotes,
-                                         QStringLiteral("zrclient://page/quotes"), card),
-                          0, Qt::AlignLeft);
+        layout->addWidget(
+            links::NewLink(QStringLiteral("ResearchLink_") + note.symbol, QT_TRANSLATE_NOOP("Pages", "Open the quotes"),
+                           QStringLiteral("zrclient://page/quotes"), card),
+            0, Qt::AlignLeft);
         Body()->addWidget(card);
     }
     Body()->addStretch(1);

@@ -1,4 +1,5 @@
 #include "pages/SampleTable.h"
+#include "Translation.h"
 
 #include <QHeaderView>
 
@@ -27,10 +28,10 @@ CSampleTable::CSampleTable(const char* name, std::vector<Column> columns, int wi
     horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     horizontalHeader()->setSectionResizeMode(wide, QHeaderView::Stretch);
     theme::OnThemeChange(this, [this] { ShowColors(); });
-    texts::Keep(this, [this] {
+    translation::OnLanguageChange(this, [this] {
         for (int column = 0; column < columnCount(); ++column) {
             const Column& shown = m_columns[size_t(column)];
-            auto* title = new QTableWidgetItem(texts::Tr(shown.title));
+            auto* title = new QTableWidgetItem(translation::PageText(shown.title));
             title->setTextAlignment((shown.figures ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
             setHorizontalHeaderItem(column, title);
         }
@@ -44,7 +45,8 @@ void CSampleTable::AddRow(const std::vector<Cell>& cells) {
     m_cells.push_back(cells);
     for (int column = 0; column < columnCount(); ++column) {
         const Cell& cell = cells[size_t(column)];
-        auto* item = new QTableWidgetItem(cell.id == 0 ? cell.text : texts::Tr(cell.id));
+        auto* item =
+            new QTableWidgetItem(cell.source.isEmpty() ? cell.text : translation::PageText(cell.source.constData()));
         item->setForeground(QColor(cell.color));
         item->setTextAlignment((m_columns[size_t(column)].figures ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
         setItem(row, column, item);
@@ -62,9 +64,9 @@ void CSampleTable::ShowColors() {
 void CSampleTable::ShowTexts() {
     for (int row = 0; row < rowCount(); ++row) {
         for (int column = 0; column < columnCount(); ++column) {
-            const texts::EnText id = m_cells[size_t(row)][size_t(column)].id;
-            if (id != 0) {
-                item(row, column)->setText(texts::Tr(id));
+            const QByteArray& source = m_cells[size_t(row)][size_t(column)].source;
+            if (!source.isEmpty()) {
+                item(row, column)->setText(translation::PageText(source.constData()));
             }
         }
     }

@@ -3,20 +3,19 @@
 #include <QTableWidget>
 #include <vector>
 
-#include "ClientTexts.h"
 #include "Theme.h"
 
 /// A read-only table. Names are left-aligned, figures right-aligned.
 class CSampleTable : public QTableWidget {
 public:
     struct Column {
-        texts::EnText title;
+        const char* title;
         bool figures;
     };
     struct Cell {
         QString text;
         theme::ColorName color = theme::kText;
-        texts::EnText id{};  // replaces the text if it is not 0
+        QByteArray source = {};  // shown in the display language, in place of the text; empty: the text
     };
 
     /// The column `wide` gets the remaining width.

@@ -27,12 +27,12 @@ CWatchlistPage::CWatchlistPage(const EntryPage& page, const CAIChatEntries& entr
     Body()->addLayout(indices);
 
     auto* table = new CSampleTable("WatchlistTable",
-                                   {{texts::kSymbol, false},
-                                    {texts::kName, false},
-                                    {texts::kLastPrice, true},
-                                    {texts::kChange, true},
-                                    {texts::kChangePercent, true},
-                                    {texts::kVolume, true}},
+                                   {{QT_TRANSLATE_NOOP("Pages", "Symbol"), false},
+                                    {QT_TRANSLATE_NOOP("Pages", "Name"), false},
+                                    {QT_TRANSLATE_NOOP("Pages", "Last"), true},
+                                    {QT_TRANSLATE_NOOP("Pages", "Change"), true},
+                                    {QT_TRANSLATE_NOOP("Pages", "Change %"), true},
+                                    {QT_TRANSLATE_NOOP("Pages", "Volume"), true}},
                                    1, this);
     for (const SampleMarket::Instrument& instrument : market.instruments) {
         const double change = instrument.last - instrument.previous;

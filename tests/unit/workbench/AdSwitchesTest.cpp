@@ -7,7 +7,6 @@
 #include <QSignalSpy>
 #include <QTabWidget>
 
-#include "AdTexts.h"
 #include "FakeControlClient.h"
 #include "core/message_ids.h"
 #include "support/Click.h"
@@ -239,15 +238,4 @@ TEST_F(AdSwitchesTest, AStoreThatTakesNothingIsTold) {
     EXPECT_THAT(store.Saves(), SizeIs(1));
     EXPECT_EQ(Said(), "The store did not take the change");
     EXPECT_FALSE(IsGood());
-}
-
-TEST_F(AdSwitchesTest, TheChoicesFollowTheLanguageAndWhatIsOverriddenStays) {
-    Choose("AdFocus", 2);
-    language.SetText(texts::kAdFocusNever, QStringLiteral("jamais"));
-
-    bus.HostSend(core::kMsgLanguageChanged);
-
-    EXPECT_EQ(Child<QComboBox>("AdFocus")->currentText(), QStringLiteral("jamais"));
-    EXPECT_EQ(Overridden(), "Overridden: focus jamais");
-    EXPECT_THAT(focus, SizeIs(1));
 }

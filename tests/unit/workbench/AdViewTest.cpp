@@ -5,8 +5,6 @@
 #include <QTableWidget>
 #include <QTreeWidget>
 
-#include "AdTexts.h"
-#include "ClientTexts.h"
 #include "support/ScriptedHostTest.h"
 #include "workbench/ads/AdBoard.h"
 #include "workbench/ads/AdWhyWords.h"
@@ -276,17 +274,4 @@ TEST_F(AdViewTest, TheTableFitsIntoItsWidth) {
         EXPECT_EQ(table->horizontalScrollBar()->maximum(), 0) << width;
         EXPECT_FALSE(table->horizontalScrollBar()->isVisible()) << width;
     }
-}
-
-TEST_F(AdViewTest, WordsFollowTheLanguage) {
-    Exchange("r1");
-    Show();
-    language.SetText(texts::kAdPopup, QStringLiteral("Fenster %1"));
-    bus.HostSend(20100);
-
-    EXPECT_EQ(table->item(0, 0)->text(), QStringLiteral("Fenster 42"));
-    language.SetText(texts::kAdWhyAsking, QStringLiteral("wartet"));
-    Ask("adType = 2, adPosition = 42", "r2");
-    Show();
-    EXPECT_EQ(Why("Now"), "wartet");
 }

@@ -129,18 +129,6 @@ TEST_F(LogViewTest, ShowsTheChosenLineReadable) {
     EXPECT_EQ(Detail(), "");
 }
 
-TEST_F(LogViewTest, WordsFollowTheLanguage) {
-    language.SetText(texts::kAreaAll, QStringLiteral("Tout"));
-    language.SetText(texts::kLogText, QStringLiteral("Texte"));
-    language.SetText(texts::kLogCount, QStringLiteral("%1 sur %2"));
-    bus.HostSend(20100);
-
-    EXPECT_EQ(Child<QComboBox>("LogArea")->itemText(0), QStringLiteral("Tout"));
-    EXPECT_EQ(Count(), QStringLiteral("0 sur 0"));
-    EXPECT_EQ(view.Model().headerData(CLogModel::Text, Qt::Horizontal, Qt::DisplayRole).toString(),
-              QStringLiteral("Texte"));
-}
-
 TEST_F(LogViewTest, PauseHoldsTheViewAndClearEmptiesIt) {
     AddMany(3);
     Click(Child<QPushButton>("LogPause"));

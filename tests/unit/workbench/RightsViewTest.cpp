@@ -229,16 +229,5 @@ TEST_F(RightsViewTest, WithoutTheModuleTheViewSaysSo) {
     service.reset();
     rights.Refresh();
 
-    EXPECT_EQ(Said("RightsCount"), texts::Tr(texts::kStateNoModule).toStdString());
-}
-
-TEST_F(RightsViewTest, TheWordsFollowTheLanguage) {
-    ServerSays({{5, true}});
-    language.SetText(texts::kActivationFull, QStringLiteral("完全"));
-    language.SetText(texts::kYes, QStringLiteral("是"));
-
-    bus.HostSend(20100);
-
-    EXPECT_THAT(Rows(), ElementsAre("5|us_cme_future_lv1|是|完全|12|VIP rule|D|title 5"));
-    EXPECT_EQ(Said("VipQualification"), "no");
+    EXPECT_EQ(Said("RightsCount"), "Closed, no module");
 }

@@ -89,15 +89,3 @@ TEST_F(SeenViewTest, PauseHoldsTheView) {
     Click(Child<QPushButton>("StorePause"));
     EXPECT_EQ(Count(), QStringLiteral("2 of 2 lines"));
 }
-
-TEST_F(SeenViewTest, RowsAndChoicesFollowTheLanguage) {
-    AddReadAndSave();
-    Child<QTableView>("StoreTable")->selectRow(1);
-    language.SetText(texts::kStoreSave, QStringLiteral("Sauvé"));
-    language.SetText(texts::kKey, QStringLiteral("Clé"));
-    bus.HostSend(20100);
-
-    EXPECT_EQ(view.Model().CellsAt(1)[0], QStringLiteral("Sauvé"));
-    EXPECT_EQ(Child<QComboBox>("StoreKind")->itemText(2), QStringLiteral("Sauvé"));
-    EXPECT_EQ(Child<QTreeWidget>("StoreDetail")->topLevelItem(0)->text(0), QStringLiteral("Clé"));
-}

@@ -6,6 +6,8 @@
 
 #include "AIChatEntryButton.h"
 #include "FakeGrowthService.h"
+#include "Translation.h"
+#include "core/lang.h"
 #include "support/Click.h"
 #include "support/ScriptedHostTest.h"
 #include "workbench/EntryTable.h"
@@ -170,11 +172,10 @@ TEST_F(AIChatEntriesTest, TheTableShowsEachSceneAsItStands) {
 }
 
 TEST_F(AIChatEntriesTest, AnEntryFollowsTheLanguage) {
-    language.SetText(texts::kAIChat, QStringLiteral("AI 对话"));
-    language.SetText(texts::kEntryNobodyLoggedIn, QStringLiteral("请先登录 %1"));
+    const CTranslation french(core::lang::kLanguageFrench);
 
     bus.HostSend(20100);
 
-    EXPECT_EQ(buttons[0]->text(), QStringLiteral("AI 对话"));
-    EXPECT_EQ(buttons[0]->toolTip(), QStringLiteral("请先登录 1"));
+    EXPECT_EQ(buttons[0]->text(), QStringLiteral("Chat IA"));
+    EXPECT_EQ(buttons[0]->toolTip(), QStringLiteral("Désactivé : connectez-vous pour utiliser le chat IA (scène 1)"));
 }

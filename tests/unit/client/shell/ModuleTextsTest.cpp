@@ -48,6 +48,16 @@ class ModuleTextTest : public ScriptedHostTest, public WithParamInterface<Module
 class ModuleTextsTest : public ScriptedHostTest {
 protected:
     static QString Text(int language, unsigned int id) { return CLanguage(language).Text(id).value_or(QString()); }
+
+    static QHash<unsigned int, QString> Pack(const char* name) {
+        const CLanguage makesTheResourceReady(core::lang::kLanguageEnglish);
+        QFile file(QStringLiteral(":/lang/%1.json").arg(QString::fromLatin1(name)));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name;
+        QHash<unsigned int, QString> texts;
+        std::string error;
+        EXPECT_TRUE(CLanguage::ReadPack(file.readAll().toStdString(), texts, error)) << name << ": " << error;
+        return texts;
+    }
 };
 
 }  // namespace
@@ -63,6 +73,16 @@ TEST_P(ModuleTextTest, IsInEveryPackWithoutFieldsOrMarkup) {
 }
 
 INSTANTIATE_TEST_SUITE_P(All, ModuleTextTest, ValuesIn(kModuleTexts), WhatItSays);
+
+TEST_F(ModuleTextsTest, EachPackHoldsTheTextsOfTheModuleAlone) {
+    std::vector<unsigned int> known;
+    for (const ModuleText& text : kModuleTexts) {
+        known.push_back(text.id);
+    }
+    for (const char* name : {"en", "zh-Hans", "zh-Hant", "ja", "fr"}) {
+        EXPECT_THAT(Pack(name).keys().toVector(), UnorderedElementsAreArray(known)) << name;
+    }
+}
 
 TEST_F(ModuleTextsTest, OneDayIsSingularWhereTheLanguageHasOne) {
     EXPECT_EQ(Text(core::lang::kLanguageEnglish, 277229), QStringLiteral("day"));
@@ -91,12 +111,7 @@ TEST_F(ModuleTextsTest, ChineseAndJapaneseKeepToTheirOwnPunctuation) {
     static const QRegularExpression western(QStringLiteral(
         "[\\x{3040}-\\x{30ff}\\x{4e00}-\\x{9fff}][,.;:!?()]|[,;:!?()][\\x{3040}-\\x{30ff}\\x{4e00}-\\x{9fff}]"));
     for (const char* pack : {"zh-Hans", "zh-Hant", "ja"}) {
-        const CLanguage makesTheResourceReady(core::lang::kLanguageEnglish);
-        QFile file(QStringLiteral(":/lang/%1.json").arg(QString::fromLatin1(pack)));
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        QHash<unsigned int, QString> texts;
-        std::string error;
-        ASSERT_TRUE(CLanguage::ReadPack(file.readAll().toStdString(), texts, error)) << error;
+        const QHash<unsigned int, QString> texts = Pack(pack);
         for (auto text = texts.constBegin(); text != texts.constEnd(); ++text) {
             EXPECT_FALSE(text->contains(western)) << pack << " " << text.key() << ": " << text->toStdString();
         }

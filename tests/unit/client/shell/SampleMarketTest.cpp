@@ -1,6 +1,7 @@
 #include "SampleMarket.h"
 
-#include "ClientTexts.h"
+#include "Translation.h"
+#include "core/lang.h"
 #include "support/ScriptedHostTest.h"
 
 using namespace ::testing;
@@ -9,10 +10,12 @@ namespace {
 
 class SampleMarketTest : public ScriptedHostTest {
 protected:
-    static bool IsText(unsigned int id) {
-        const auto& all = texts::All();
-        return std::any_of(all.begin(), all.end(), [id](const texts::TextEntry& text) { return text.id == id; });
+    /// A text of the resource is translated only if the list for lupdate has it too.
+    static bool IsText(const QByteArray& source) {
+        return translation::PageText(source.constData()) != QString::fromUtf8(source);
     }
+
+    const CTranslation japanese{core::lang::kLanguageJapanese};
 };
 
 }  // namespace
@@ -25,10 +28,10 @@ TEST_F(SampleMarketTest, TheResourceFillsAllPages) {
     EXPECT_THAT(market.quote.book, SizeIs(5));
     EXPECT_THAT(market.quote.today, SizeIs(Ge(2)));
     for (const SampleMarket::Note& note : market.notes) {
-        EXPECT_TRUE(IsText(note.titleId) && IsText(note.summaryId)) << note.symbol.toStdString();
+        EXPECT_TRUE(IsText(note.title) && IsText(note.summary)) << note.symbol.toStdString();
     }
     for (const SampleMarket::Headline& headline : market.headlines) {
-        EXPECT_TRUE(IsText(headline.titleId)) << headline.titleId;
+        EXPECT_TRUE(IsText(headline.title)) << headline.title.toStdString();
     }
     for (const SampleMarket::Position& position : market.positions) {
         EXPECT_FALSE(position.instrument.name.isEmpty());
@@ -36,7 +39,7 @@ TEST_F(SampleMarketTest, TheResourceFillsAllPages) {
     EXPECT_THAT(market.positions, Not(IsEmpty()));
     EXPECT_THAT(market.sectors, SizeIs(6));
     for (const SampleMarket::Sector& sector : market.sectors) {
-        EXPECT_TRUE(IsText(sector.titleId)) << sector.titleId;
+        EXPECT_TRUE(IsText(sector.title)) << sector.title.toStdString();
     }
     EXPECT_THAT(market.alerts, Not(IsEmpty()));
     for (const SampleMarket::Alert& alert : market.alerts) {

@@ -239,7 +239,7 @@ TEST_F(ThemeTest, AChartIsPaintedInTheNewTheme) {
 }
 
 TEST_F(ThemeTest, ATablesCellsTakeTheNewColours) {
-    CSampleTable table("Table", {{texts::kName, false}, {texts::kLastPrice, true}}, 0);
+    CSampleTable table("Table", {{"Name", false}, {"Last", true}}, 0);
     table.AddRow({{QStringLiteral("Alder")}, {QStringLiteral("1.00"), theme::kUp}});
     table.AddRow({{QStringLiteral("Birch"), theme::kMuted}, {QStringLiteral("2.00"), theme::kDown}});
 

@@ -1,6 +1,5 @@
 // When and why an ad is not on screen, as the workbench tells it, beside the module itself.
 #include "AdScreen.h"
-#include "AdTexts.h"
 #include "workbench/ads/AdTabs.h"
 
 using namespace ::testing;
