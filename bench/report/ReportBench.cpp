@@ -14,9 +14,9 @@
 #include "core/MainThreadPoster.h"
 #include "core/Random.h"
 #include "core/ServerClock.h"
-#include "observe/Observation.h"
-#include "observe/ObservedReports.h"
 #include "report/ReportService.h"
+#include "tracing/ReportsRecorder.h"
+#include "tracing/TraceLog.h"
 
 namespace {
 
@@ -111,8 +111,8 @@ int main(int argc, char** argv) {
     CNoHttp http;
     CReportService reports(folder.filePath(QStringLiteral("reports.sqlite")),
                            {http, domains, clock, random, poster, "5f0d5a3c9b1e4c7d8a6b2f3e4d5c6b7a"}, Roomy());
-    CObservation observation;
-    CObservedReports observed(reports, observation);
+    CTraceLog traceLog;
+    CReportsRecorder recorder(reports, traceLog);
     CBareInsert bare(folder.filePath(QStringLiteral("bare.sqlite")).toStdString());
     const ReportEvent event = Exposure();
     if (!reports.Report(event)) {
@@ -134,7 +134,7 @@ int main(int argc, char** argv) {
     // For information: the client records reports for the workbench, which is not a cost of the outbox.
     benchmark::RegisterBenchmark(kObserved, [&](benchmark::State& state) {
         for (auto _ : state) {
-            benchmark::DoNotOptimize(observed.Report(event));
+            benchmark::DoNotOptimize(recorder.Report(event));
         }
     });
     return bench::RunComparisons(argc, argv, {{kReport, kBare, 1.5}, {kObserved, kBare, 0}});

@@ -1,14 +1,15 @@
-// The least that a client with a window can be.
+// The minimum of a program with a window.
 #include <QApplication>
 #include <QMainWindow>
 
-#include "FirstPaint.h"
+#include "FirstPaintWatcher.h"
+#include "PaintTime.h"
 
 int main(int argc, char* argv[]) {
     const QApplication application(argc, argv);
     QMainWindow window;
     window.resize(1440, 900);
-    const CFirstPaint firstPaint(window);
+    const CFirstPaintWatcher firstPaint(window, PrintTimeAndQuit);
     window.show();
     return QApplication::exec();
 }

@@ -50,11 +50,11 @@ private:
 
 int main(int argc, char** argv) {
     const CDataFolder data;
-    const std::vector<std::string> arguments = {"--bench-first-paint", "--data-dir", data.Path()};
+    const std::vector<std::string> arguments = {"--data-dir", data.Path()};
     // The first start of each fills the file cache, and the client's makes its store.
     bench::RunChild("bench_empty_window", {});
-    bench::RunChild("zrclient", arguments);
-    benchmark::RegisterBenchmark("Client from exec to first paint", Start, "zrclient", arguments)
+    bench::RunChild("bench_client_window", arguments);
+    benchmark::RegisterBenchmark("Client from exec to first paint", Start, "bench_client_window", arguments)
         ->UseManualTime()
         ->Iterations(1);
     benchmark::RegisterBenchmark("Empty main window to first paint", Start, "bench_empty_window",

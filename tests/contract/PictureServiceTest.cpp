@@ -7,9 +7,9 @@
 #include <random>
 
 #include "RealPictureTest.h"
-#include "observe/Observation.h"
-#include "observe/ObservedPictures.h"
 #include "support/SliceMeter.h"
+#include "tracing/PicturesRecorder.h"
+#include "tracing/TraceLog.h"
 
 using namespace ::testing;
 using namespace picture_bytes;
@@ -244,32 +244,32 @@ class ObservedPicturesTest : public RealPictureTest {
 protected:
     ObservedPicturesTest() { Watch(); }
 
-    void Watch() { tap = std::make_unique<CObservedPictures>(*pictures, observation); }
+    void Watch() { recorder = std::make_unique<CPicturesRecorder>(*pictures, traceLog); }
 
-    std::vector<HttpSeen> All() const {
-        std::vector<HttpSeen> all;
-        for (const Seen& seen : observation.Kept()) {
-            all.push_back(std::get<HttpSeen>(seen.what));
+    std::vector<HttpTrace> All() const {
+        std::vector<HttpTrace> all;
+        for (const TraceEvent& seen : traceLog.Kept()) {
+            all.push_back(std::get<HttpTrace>(seen.what));
         }
         return all;
     }
-    HttpSeen Last() const { return All().empty() ? HttpSeen() : All().back(); }
+    HttpTrace Last() const { return All().empty() ? HttpTrace() : All().back(); }
 
-    CObservation observation;
-    std::unique_ptr<CObservedPictures> tap;
+    CTraceLog traceLog;
+    std::unique_ptr<CPicturesRecorder> recorder;
 };
 
 TEST_F(ObservedPicturesTest, AFetchIsSeenWhenItBeginsAndAheadOfItsEnd) {
     size_t seenAtEnd = 0;
     pictures->Load(Url("/a?b=1"), QSize(3, 3), false, &guard, [&](const auto&) { seenAtEnd = All().size(); });
     ASSERT_EQ(All().size(), 1u);
-    EXPECT_EQ(All()[0].kind, HttpSeen::EnKind::Sent);
+    EXPECT_EQ(All()[0].kind, HttpTrace::EnKind::Sent);
     Answer(Arrived().connection, Png());
     ASSERT_TRUE(WaitInRealTime([&] { return seenAtEnd > 0; }));
 
     EXPECT_EQ(seenAtEnd, 2u);
-    const HttpSeen end = All()[1];
-    EXPECT_EQ(end.kind, HttpSeen::EnKind::Answered);
+    const HttpTrace end = All()[1];
+    EXPECT_EQ(end.kind, HttpTrace::EnKind::Answered);
     EXPECT_TRUE(end.isPicture);
     EXPECT_FALSE(end.isPost);
     EXPECT_EQ(end.task, All()[0].task);
@@ -288,7 +288,7 @@ TEST_F(ObservedPicturesTest, WhatComesFromTheDiskSaysSoAndWhetherTheServerWasAsk
     Load(Url("/a"), fresh, &guard);
     ASSERT_TRUE(WaitFor(fresh));
     EXPECT_TRUE(Last().fromCache);
-    EXPECT_EQ(Last().kind, HttpSeen::EnKind::Answered);
+    EXPECT_EQ(Last().kind, HttpTrace::EnKind::Answered);
     EXPECT_EQ(Last().status, 0);
     EXPECT_EQ(Last().bodyBytes, Png().size());
 
@@ -308,7 +308,7 @@ TEST_F(ObservedPicturesTest, WhatComesFromTheDiskSaysSoAndWhetherTheServerWasAsk
 
 TEST_F(ObservedPicturesTest, AFailureIsSeenWithWhatItIsDueTo) {
     EXPECT_FALSE(Exchange("not here", {}, 404));
-    EXPECT_EQ(Last().kind, HttpSeen::EnKind::Answered);
+    EXPECT_EQ(Last().kind, HttpTrace::EnKind::Answered);
     EXPECT_EQ(Last().status, 404);
     EXPECT_EQ(Last().bodyBytes, 8u);
 
@@ -319,14 +319,14 @@ TEST_F(ObservedPicturesTest, AFailureIsSeenWithWhatItIsDueTo) {
     Result refused;
     Load(QStringLiteral("file:///etc/hostname"), refused, &guard);
     ASSERT_TRUE(WaitFor(refused));
-    EXPECT_EQ(Last().kind, HttpSeen::EnKind::Failed);
+    EXPECT_EQ(Last().kind, HttpTrace::EnKind::Failed);
     EXPECT_EQ(Last().result, int(kHttpBadRequest));
 
     Result cut;
     Load(Url("/a"), cut, &guard);
     server.HangUp(Arrived().connection);
     ASSERT_TRUE(WaitFor(cut));
-    EXPECT_EQ(Last().kind, HttpSeen::EnKind::Failed);
+    EXPECT_EQ(Last().kind, HttpTrace::EnKind::Failed);
     EXPECT_EQ(Last().result, int(kHttpCut));
 }
 
@@ -339,7 +339,7 @@ TEST_F(ObservedPicturesTest, AFetchThatNobodyWaitsForHasNoEnd) {
     ASSERT_TRUE(WaitInRealTime([this] { return pictures->RunningCount() == 0; }));
 
     ASSERT_EQ(All().size(), 1u);
-    EXPECT_EQ(All()[0].kind, HttpSeen::EnKind::Sent);
+    EXPECT_EQ(All()[0].kind, HttpTrace::EnKind::Sent);
 }
 
 TEST_F(PictureServiceTest, ACallbackMayAskAgainThrowAndEndTheService) {

@@ -40,7 +40,7 @@ protected:
                                 R"({"schema":1,"users":[{"id":501,"name":"One"},{"id":502,"name":"Two"}],"ads":)" +
                                 Slots(kMarket.ad, kAlerts.ad, schema) + R"(,"commonConfig":{}})"));
         Make();
-        QObject::connect(client.get(), &CComposition::WebOpened, &watcher, [this] { ++opened; });
+        QObject::connect(client, &CComposition::WebOpened, &watcher, [this] { ++opened; });
         Show();
         ASSERT_TRUE(WaitInRealTime([this] { return client->UserId() == 501; }));
         Choose(place.page);

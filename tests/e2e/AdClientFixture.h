@@ -28,7 +28,7 @@ protected:
 
     /// How many colours of the screen there are where the widget is: of a picture many, of a bare ground a few.
     size_t ColoursAt(const QWidget& widget) const {
-        const QPoint place = widget.mapTo(window.get(), QPoint());
+        const QPoint place = widget.mapTo(window, QPoint());
         const QImage seen = window->screen()
                                 ->grabWindow(window->winId(), place.x(), place.y(), widget.width(), widget.height())
                                 .toImage();
@@ -128,13 +128,15 @@ protected:
         return ads;
     }
 
-    /// For who wants to look: ZR_PICTURES names a folder.
+    /// Writes a picture of the window, or of `of`, if ZR_PICTURES names a folder. All recorded entries are shown
+    /// before.
     void Picture(const char* name, QWidget* of = nullptr) {
         const QByteArray folderOfPictures = qgetenv("ZR_PICTURES");
         if (!folderOfPictures.isEmpty()) {
+            EXPECT_TRUE(WaitInRealTime([this] { return IsWorkbenchSettled(); }));
             const QString file =
                 QString::fromLocal8Bit(folderOfPictures) + QLatin1Char('/') + QString::fromLatin1(name);
-            EXPECT_TRUE((of ? of : window.get())->grab().save(file + QStringLiteral(".png")));
+            EXPECT_TRUE((of ? of : window)->grab().save(file + QStringLiteral(".png")));
         }
     }
 };

@@ -1,7 +1,5 @@
 // The ends of the bottom popup that no hand brings about, and the click whose link the client refuses.
 #include "AdClientFixture.h"
-#include "AdTexts.h"
-#include "ClientTexts.h"
 
 using namespace ::testing;
 
@@ -28,7 +26,7 @@ protected:
     void StartAndHavePopup(const char* seconds, const char* schema) {
         options.scenario = WriteFile("popup.json", Scenario(seconds, schema));
         Make();
-        QObject::connect(client.get(), &CComposition::WebOpened, &watcher, [this] { ++opened; });
+        QObject::connect(client, &CComposition::WebOpened, &watcher, [this] { ++opened; });
         Show();
         Open("WorkbenchTabs", "AdTabPage");
         ASSERT_TRUE(WaitForLine("Show ad popup success. adType = 2, adPosition = 42, adId = 701"));
@@ -61,8 +59,7 @@ TEST_P(AdPopupEndTest, IsToldWithItsExposure) {
     EXPECT_EQ(told["push_id"][0], "p-701");
     EXPECT_GT(told["expose_duration"].asInt64(), 0);
     EXPECT_EQ(Reported("ClickAd"), 0);
-    // in the language of the moment
-    const QString closed = texts::Tr(texts::kAdWhyClosed).arg(QString::fromLatin1(row.why));
+    const QString closed = QStringLiteral("closed by %1").arg(QString::fromLatin1(row.why));
     EXPECT_TRUE(WaitInRealTime([&] { return WorkbenchSays(closed); })) << closed.toStdString();
     Picture((std::string("ended-") + row.name).c_str());
 }

@@ -62,7 +62,7 @@ TEST_F(AdRefusalTest, AFocusThatIsNotThere) {
 
 TEST_F(AdRefusalTest, AFocusThatIsAlwaysThereStandsForAWindowInTheBackground) {
     ASSERT_NO_FATAL_FAILURE(StartAndSeeNothing());
-    CAdPanelWindow::Open(window.get());
+    CAdPanelWindow::Open(window);
     ASSERT_TRUE(WaitInRealTime([this] { return !window->isActiveWindow(); }));
     Override("AdTab", kQuotes);
     ASSERT_TRUE(WaitForLine("Main frame isnot focus in"));

@@ -44,8 +44,7 @@ protected:
 
     void StartAndSeePopup() {
         Make();
-        client->Bus().Bind(
-            20157, [this](unsigned int, unsigned long key, auto) { tabs.push_back(key); }, &watcher);
+        Bind(20157, [this](unsigned int, unsigned long key, auto) { tabs.push_back(key); });
         Show();
         ASSERT_TRUE(WaitInRealTime([this] { return Card() && Card()->isVisible(); }));
     }
@@ -57,7 +56,7 @@ TEST_F(AdShowTest, APopupComesByItselfAndItsExposureIsToldWhenItIsClosed) {
     ASSERT_NO_FATAL_FAILURE(StartAndSeePopup());
     Picture("popup");
 
-    EXPECT_EQ(Card()->parentWidget(), window.get());
+    EXPECT_EQ(Card()->parentWidget(), window);
     EXPECT_EQ(Card()->geometry(), QRect(160, window->height() - 168, 360, 120));
     EXPECT_EQ(Child<QWidget>("Navigation")->geometry().right() + 1, 156);
     EXPECT_THAT(tabs, ElementsAre(20001));
@@ -200,12 +199,12 @@ TEST_F(AdShowTest, ABannerIsItsUsersAndEndsWithHisLogout) {
     ASSERT_TRUE(WaitForBanner(7));
     const QPointer<QWidget> banner = Banner(7);
     const auto* table = Child<QWidget>("SectorsTable");
-    const int below = table->mapTo(window.get(), QPoint()).y();
+    const int below = table->mapTo(window, QPoint()).y();
 
     client->Logout();
 
     ASSERT_TRUE(WaitInRealTime([&] { return !banner; }));
-    EXPECT_TRUE(WaitInRealTime([&] { return table->mapTo(window.get(), QPoint()).y() < below - 100; }));
+    EXPECT_TRUE(WaitInRealTime([&] { return table->mapTo(window, QPoint()).y() < below - 100; }));
     EXPECT_FALSE(Child<QWidget>("AdBannerSlot7")->isVisible());
 }
 

@@ -5,6 +5,7 @@
 
 #include "AdDriverModule.h"
 #include "ClientFixture.h"
+#include "core/login_status_data.h"
 #include "core/time_date.h"
 #include "framework/JsonText.h"
 
@@ -36,7 +37,7 @@ protected:
         ASSERT_TRUE(WaitInRealTime([this] { return client->UserId() == 501; }));
     }
 
-    void Tell(unsigned int message) { client->Bus().Send("[AdTest]", message, 0, nullptr); }
+    static void Tell(unsigned int message) { core::__CMessageDispatch("[AdTest]").Send(message, nullptr, true); }
 
     std::vector<std::string> Notes() const {
         std::ifstream file(notes);
@@ -76,7 +77,8 @@ TEST_F(AdTest, ASearchFindsTheAdsThatAreDueAndCarriesTheSession) {
     EXPECT_THAT(Notes(), ElementsAre("answered 701"));
     const auto requests = Http("/ad/search");
     ASSERT_THAT(requests, SizeIs(1));
-    EXPECT_EQ(requests[0]["headers"]["x-orvi-client-sessionid"], std::to_string(client->SessionId()));
+    EXPECT_EQ(requests[0]["headers"]["x-orvi-client-sessionid"],
+              std::to_string(core::login_status_data::GetSessionId()));
     EXPECT_EQ(Body(requests[0])["ad_type"], 2);
     EXPECT_EQ(Body(requests[0])["ad_position"], 42);
     EXPECT_TRUE(WaitForReports({{"SendAdRequest", 1}, {"SingleAdvertisementPullDataResult", 1}}));
@@ -102,7 +104,8 @@ TEST_F(AdTest, ACheckFetchesExactlyTheAdsThatItNames) {
     const auto requests = Http("/ad/check");
     ASSERT_THAT(requests, SizeIs(1));
     EXPECT_EQ(Body(requests[0])["ad_id"][0], ad_driver::kCheckedAd);
-    EXPECT_EQ(requests[0]["headers"]["x-orvi-client-sessionid"], std::to_string(client->SessionId()));
+    EXPECT_EQ(requests[0]["headers"]["x-orvi-client-sessionid"],
+              std::to_string(core::login_status_data::GetSessionId()));
     EXPECT_TRUE(WaitForReports({{"SendAdRequest", 1}, {"SingleAdvertisementPullDataResult", 1}}));
     const auto results = ReportsOf("SingleAdvertisementPullDataResult");
     EXPECT_EQ(results[0]["result_code"], "0");

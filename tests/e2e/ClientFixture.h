@@ -9,11 +9,11 @@
 #include <memory>
 #include <set>
 
-#include "Composition.h"
-#include "MainWindow.h"
-#include "ServerHands.h"
-#include "Theme.h"
+#include "Client.h"
+#include "ControlApiDriver.h"
+#include "core/message_dispatch.h"
 #include "support/RealTime.h"
+#include "workbench/EntryModel.h"
 
 /// A client with its window, the module mapped from the build and a server of its own. Each case is a process
 /// of its own, since the module's managers live as long as the process.
@@ -43,22 +43,19 @@ protected:
 
     /// Makes the client and its window, and shows and starts nothing of it.
     void Make() {
-        client = std::make_unique<CComposition>(options);
-        QObject::connect(&client->Server(), &CServerProcess::Ready, &watcher, [this](const ServerEndpoint& endpoint) {
-            server = std::make_unique<CServerHands>(endpoint.controlPort, endpoint.token);
+        app = std::make_unique<CClient>(options);
+        client = &app->Composition();
+        window = &app->Window();
+        QObject::connect(client, &CComposition::ServerReady, &watcher, [this](const ServerEndpoint& endpoint) {
+            server = std::make_unique<CControlApiDriver>(endpoint.controlPort, endpoint.token);
             channelPort = endpoint.channelPort;
         });
-        QObject::connect(client.get(), &CComposition::StatusChanged, &watcher,
+        QObject::connect(client, &CComposition::StatusChanged, &watcher,
                          [this](const QString& status) { statuses.push_back(status.toStdString()); });
         for (const unsigned int message : {10250u, 10650u, 20100u, 20300u}) {
-            client->Bus().Bind(
-                message, [this](unsigned int id, auto, auto) { messages.push_back(id); }, &watcher);
+            Bind(message, [this](unsigned int id, auto, auto) { messages.push_back(id); });
         }
-        theme::Install();
-        theme::SetLanguage(client->LanguageId());
-        window = std::make_unique<CMainWindow>(*client);
-        QObject::connect(window.get(), &CMainWindow::Appeared, client.get(), &CComposition::Start);
-        QObject::connect(window.get(), &CMainWindow::Completed, &watcher, [this] { isComplete = true; });
+        QObject::connect(window, &CMainWindow::Completed, &watcher, [this] { isComplete = true; });
     }
 
     /// Shows the window, and is back when all of it is there.
@@ -80,8 +77,14 @@ protected:
     }
 
     void End() {
-        window.reset();
-        client.reset();
+        app.reset();
+        client = nullptr;
+        window = nullptr;
+    }
+
+    /// Calls `callback` for each message on the bus with that id.
+    void Bind(unsigned int message, core::MessageCallback callback) {
+        core::__CMessageDispatch("[Test]").Bind(message, std::move(callback), &watcher);
     }
 
     /// The scenes whose entries are enabled, on whatever page they stand.
@@ -122,6 +125,13 @@ protected:
         return "nothing";
     }
 
+    /// Whether the workbench shows all entries that it was given.
+    bool IsWorkbenchSettled() const {
+        const auto models = window->findChildren<CEntryModel*>();
+        return !models.isEmpty() &&
+               std::all_of(models.begin(), models.end(), [](const auto* model) { return model->IsSettled(); });
+    }
+
     template <class Widget>
     Widget* Child(const char* name) const {
         return window->findChild<Widget*>(QString::fromLatin1(name));
@@ -139,9 +149,10 @@ protected:
     QObject watcher;
     std::vector<unsigned int> messages;
     std::vector<std::string> statuses;
-    std::unique_ptr<CServerHands> server;
+    std::unique_ptr<CControlApiDriver> server;
     quint16 channelPort = 0;
     bool isComplete = false;
-    std::unique_ptr<CComposition> client;
-    std::unique_ptr<CMainWindow> window;
+    std::unique_ptr<CClient> app;
+    CComposition* client = nullptr;
+    CMainWindow* window = nullptr;
 };

@@ -2,6 +2,7 @@
 #include <csignal>
 
 #include "ClientFixture.h"
+#include "StatusLine.h"
 #include "core/attr_market.h"
 #include "core/config_common.h"
 #include "core/login_status_data.h"
@@ -113,7 +114,7 @@ TEST_F(LoginTest, AServerThatDiesIsSaidAndTheClientIsBackWithoutASecondLogin) {
 
     ASSERT_EQ(kill(pid_t(process), SIGKILL), 0);
 
-    EXPECT_TRUE(WaitInRealTime([this] { return !client->IsConnected(); }));
+    EXPECT_TRUE(WaitInRealTime([this] { return !window->StatusLine().IsGood(); }));
     EXPECT_EQ(OpenEntries(), std::set<int>({1, 4}));
     // the channel is told anew, the modules are not logged in a second time
     EXPECT_TRUE(WaitInRealTime([this] { return CountOf(10650) == 2; }));

@@ -7,6 +7,7 @@
 #include <csignal>
 
 #include "ClientFixture.h"
+#include "StatusLine.h"
 #include "modules/IZRGrowthModuleInterface.h"
 #include "plugin/IZRPluginCenter.h"
 
@@ -44,15 +45,11 @@ protected:
         options.scenario = WriteFile("rights.json", kScenario);
         Start();
         for (const unsigned int message : {80050u, 80051u, 80052u}) {
-            client->Bus().Bind(
-                message,
-                [this](unsigned int id, unsigned long, const std::shared_ptr<core::CMessageBody>& body) {
-                    told.push_back({id, body ? body->p2() : 0, Rights()});
-                },
-                &watcher);
+            Bind(message, [this](unsigned int id, unsigned long, const std::shared_ptr<core::CMessageBody>& body) {
+                told.push_back({id, body ? body->p2() : 0, Rights()});
+            });
         }
-        QObject::connect(client.get(), &CComposition::UserChanged, &watcher,
-                         [this] { atUserChange.push_back(Rights()); });
+        QObject::connect(client, &CComposition::UserChanged, &watcher, [this] { atUserChange.push_back(Rights()); });
         AwaitLogin(501);
     }
 
@@ -225,7 +222,7 @@ TEST_F(RightsTest, ALanguageBringsItsTexts) {
 TEST_F(RightsTest, AServerThatIsGoneAndBackLeavesTheTable) {
     told.clear();
     ASSERT_EQ(kill(pid_t(client->Server().ProcessId()), SIGKILL), 0);
-    ASSERT_TRUE(WaitInRealTime([this] { return !client->IsConnected(); }));
+    ASSERT_TRUE(WaitInRealTime([this] { return !window->StatusLine().IsGood(); }));
     EXPECT_THAT(Rights(), ElementsAre(1, 5, 1000));
 
     ASSERT_TRUE(WaitInRealTime([this] { return CountOf(10650) == 2; }));

@@ -21,7 +21,7 @@ protected:
     void StartAndLook(const std::function<void()>& look) {
         Make();
         bool seen = false;
-        QObject::connect(window.get(), &CMainWindow::Appeared, &watcher, [&] {
+        QObject::connect(window, &CMainWindow::Appeared, &watcher, [&] {
             seen = true;
             look();
         });
@@ -111,17 +111,16 @@ TEST_P(StartInLanguageTest, TheNavigationHasRoomForTheNamesOfItsTabs) {
 TEST_F(StartTest, TheWorkbenchMissesNothingThatHappenedBeforeItWasMade) {
     using namespace core::urlhandler;
     Make();
-    client->Bus().Send("[Test]", 4711, 0, nullptr);
+    core::__CMessageDispatch("[Test]").Send(4711, nullptr, true);
     DispatchUrl(QStringLiteral("file:///etc/hosts"), kBusinessDefault, nullptr, QVariant(), kFallbackWeb);
     const size_t lines = client->Log().Kept().size();
-    const size_t seen = client->Observation().Kept().size();
+    const size_t seen = client->Trace().Kept().size();
     ASSERT_GT(lines, 0u);
     ASSERT_GT(seen, 1u);
 
     Show();
 
-    const auto* workbench = window->findChild<CWorkbench*>();
-    ASSERT_TRUE(WaitInRealTime([&] { return workbench->IsSettled(); }));
+    ASSERT_TRUE(WaitInRealTime([this] { return IsWorkbenchSettled(); }));
     const auto* log = window->findChild<CLogModel*>();
     std::multiset<std::string> shown;
     for (int row = 0; row < log->rowCount(); ++row) {
@@ -168,8 +167,7 @@ TEST_F(StartTest, APageThatIsMadeLateIsInTheLanguageOfTheMoment) {
     for (const auto* label : page->findChildren<QLabel*>()) {
         texts.insert(label->text().toStdString());
     }
-    EXPECT_THAT(texts, Contains(texts::Tr(texts::kNews).toStdString()));
-    EXPECT_NE(texts::Tr(texts::kNews), QStringLiteral("News"));
+    EXPECT_THAT(texts, Contains("Actualités"));
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <QProcess>
 
 #include "ClientFixture.h"
-#include "ClientTexts.h"
 #include "StatusLine.h"
 #include "core/config_local.h"
 #include "core/lang.h"
@@ -38,11 +37,8 @@ protected:
 
     std::string StatusText() const { return window->StatusLine().Text().toStdString(); }
 
-    /// Logged in, served, with the words before those of the connection; and the old values are read, the new not
-    /// saved.
-    void ExpectReadOnlyLife(texts::EnText words) {
-        const std::string said =
-            texts::Tr(words).toStdString() + " \u00B7 " + texts::Tr(texts::kConnected).toStdString();
+    /// Logged in and served; the status is as given, the old values are read and the new ones are not saved.
+    void ExpectReadOnlyLife(const std::string& said) {
         EXPECT_TRUE(WaitInRealTime([&] { return StatusText() == said; })) << StatusText();
         EXPECT_FALSE(window->StatusLine().IsGood());
         EXPECT_TRUE(Child<QLabel>("StatusText")->isVisible());
@@ -76,10 +72,9 @@ TEST_F(StoreTroubleTest, TheSecondClientOfAFolderSaysSoAndReadsTheOldValues) {
 
     StartAndLogIn();
 
-    ExpectReadOnlyLife(texts::kStoreSecondClient);
+    ExpectReadOnlyLife("Settings are not saved: another client uses this folder \u00B7 Connected");
     client->SetLanguage(core::lang::kLanguageFrench);
-    EXPECT_THAT(StatusText(), HasSubstr("un autre client utilise ce dossier"));
-    ExpectReadOnlyLife(texts::kStoreSecondClient);
+    ExpectReadOnlyLife("Réglages non enregistrés : un autre client utilise ce dossier \u00B7 Connecté");
 }
 
 TEST_F(StoreTroubleTest, TheSecondClientSavesOnceTheFirstHasEnded) {
@@ -101,7 +96,7 @@ TEST_F(StoreTroubleTest, AFileOfANewerVersionIsReadAndLeftAsItIs) {
 
     StartAndLogIn();
 
-    ExpectReadOnlyLife(texts::kStoreNewerFile);
+    ExpectReadOnlyLife("Settings are not saved: a newer version wrote their file \u00B7 Connected");
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 
 #include "ClientFixture.h"
 #include "core/attr_market.h"
+#include "core/login_status_data.h"
 #include "core/urlhandler.h"
 #include "workbench/FaultPanel.h"
 #include "workbench/Workbench.h"
@@ -128,14 +129,14 @@ INSTANTIATE_TEST_SUITE_P(Faults, PanelFaultTest,
 
 TEST_F(WorkbenchOnServerTest, ASessionThatCameWithAReconnectIsKeptOutOfExportsToo) {
     StartAndLogIn();
-    const uint64_t first = client->SessionId();
+    const uint64_t first = core::login_status_data::GetSessionId();
 
     Child<QPushButton>("FaultDrop")->click();
-    ASSERT_TRUE(WaitInRealTime([&] { return client->SessionId() != first; }));
+    ASSERT_TRUE(WaitInRealTime([&] { return core::login_status_data::GetSessionId() != first; }));
 
     const CAliases& aliases = Child<CWorkbench>("Workbench")->Aliases();
     EXPECT_EQ(aliases.Redacted(QString::number(first)), QStringLiteral("session-1"));
-    EXPECT_EQ(aliases.Redacted(QString::number(client->SessionId())), QStringLiteral("session-2"));
+    EXPECT_EQ(aliases.Redacted(QString::number(core::login_status_data::GetSessionId())), QStringLiteral("session-2"));
 }
 
 TEST_F(WorkbenchOnServerTest, IdsAndNamesOfTheServersUsersAreKeptOutOfExports) {
@@ -156,7 +157,7 @@ TEST_F(WorkbenchOnServerTest, MarketsAndEditionTakeEffectInTheRunningClient) {
     client->Login(501);
 
     EXPECT_TRUE(WaitInRealTime([this] {
-        return client->UserId() == 501 && client->Markets() == std::vector<int>({3, 1});
+        return client->UserId() == 501 && core::attr_market::GetCurrentUserAttrMarket() == std::vector<int>({3, 1});
     }));
 }
 

@@ -75,11 +75,14 @@ QSize SizeOf(const QString& name) {
 }
 
 QPixmap Render(const QString& name, const QSize& size, double ratio, const QColor& color) {
+    return IsKnown(name) ? RenderFile(PathOf(name), size, ratio, color) : QPixmap();
+}
+
+QPixmap RenderFile(const QString& path, const QSize& size, double ratio, const QColor& color) {
     const double sharp = std::clamp(ratio, 1.0, kLargestRatio);
-    if (!IsKnown(name) || size.isEmpty() || std::max(size.width(), size.height()) * sharp > kMostPixels) {
+    if (size.isEmpty() || std::max(size.width(), size.height()) * sharp > kMostPixels) {
         return QPixmap();
     }
-    const QString path = PathOf(name);
     const QString key = QStringLiteral("%1 %2x%3 %4 %5")
                             .arg(path)
                             .arg(size.width())
@@ -88,7 +91,11 @@ QPixmap Render(const QString& name, const QSize& size, double ratio, const QColo
                             .arg(color.name(QColor::HexArgb));
     QPixmap pixmap;
     if (!QPixmapCache::find(key, &pixmap)) {
-        pixmap = Paint(Load(path), size, sharp, color);
+        const QByteArray drawing = Load(path);
+        if (drawing.isEmpty()) {
+            return QPixmap();
+        }
+        pixmap = Paint(drawing, size, sharp, color);
         QPixmapCache::insert(key, pixmap);
     }
     return pixmap;

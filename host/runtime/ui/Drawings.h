@@ -18,4 +18,7 @@ ZRHOST_API QSize SizeOf(const QString& name);
 /// `color` is for what is drawn in one colour. Null for a name that is not known, and for an empty size.
 ZRHOST_API QPixmap Render(const QString& name, const QSize& size, double ratio, const QColor& color);
 
+/// The same for an SVG file or resource at `path`. Null if it cannot be read.
+ZRHOST_API QPixmap RenderFile(const QString& path, const QSize& size, double ratio, const QColor& color);
+
 }  // namespace host::drawings

@@ -5,7 +5,7 @@
 
 #include "core/IEnvironment.h"
 #include "framework/HostLog.h"
-#include "log/LogText.h"
+#include "framework/LogText.h"
 
 namespace {
 
@@ -80,7 +80,7 @@ bool CUrlOpener::Open(const UrlRequest& request) {
     }
     if (!verdict.reason.isEmpty()) {
         kLog.Error(FMT_STRING("Refused to open a URL, {}: {}"), verdict.reason.toStdString(),
-                   EscapedLogText(request.url.left(kMaxLoggedLength)));
+                   host::EscapedLogText(request.url.left(kMaxLoggedLength)));
     }
     Q_EMIT Dispatched(request, verdict.reason);
     return verdict.reason.isEmpty();

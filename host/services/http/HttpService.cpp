@@ -3,8 +3,8 @@
 #include "core/IEnvironment.h"
 #include "core/IPoster.h"
 #include "framework/HostLog.h"
+#include "framework/LogText.h"
 #include "http/HttpRequest.h"
-#include "log/LogText.h"
 
 namespace {
 
@@ -27,7 +27,7 @@ unsigned long CHttpService::Start(const HttpReqInfo& request, core::network::htt
     auto message = http_request::Make(request, !m_environment.IsReleaseAppVersion(), m_insecureOrigin, reason);
     if (!message) {
         kLog.Error(FMT_STRING("Refused a request, {}: {}"), reason,
-                   EscapedLogText(QString::fromStdString(request.m_strUrl).left(kMaxLoggedLength)));
+                   host::EscapedLogText(QString::fromStdString(request.m_strUrl).left(kMaxLoggedLength)));
         auto response = std::make_shared<HttpRspInfo>();
         response->m_nResult = kHttpBadRequest;
         DeliverLater(listeners, task, std::move(response));

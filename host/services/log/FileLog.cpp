@@ -4,7 +4,7 @@
 #include <spdlog/sinks/rotating_file_sink.h>
 #include <spdlog/spdlog.h>
 
-#include "log/LogText.h"
+#include "framework/LogText.h"
 
 namespace {
 
@@ -41,7 +41,7 @@ CFileLog::~CFileLog() = default;
 void CFileLog::Write(const LogRecord& record) {
     if (m_logger) {
         m_logger->log(Level(record.type), "[{}] {}:{} {} {}", record.module, record.file, record.line, record.function,
-                      EscapedLogText(record.text));
+                      host::EscapedLogText(record.text));
     }
     LogEntry entry{QDateTime::currentDateTimeUtc(), record};
     {

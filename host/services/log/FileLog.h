@@ -1,47 +1,28 @@
 #pragma once
 
-#include <QDateTime>
-#include <QObject>
-#include <deque>
 #include <memory>
 #include <mutex>
 
-#include "framework/ILog.h"
+#include "framework/ILogSource.h"
 
 namespace spdlog {
 class logger;
 }
 
-/// What the log view shows of a line.
-struct LogEntry {
-    QDateTime time;
-    LogRecord record;
-    uint64_t number = 0;  // from 1, in order; 0 in one that no log gave out
-};
-Q_DECLARE_METATYPE(LogEntry)
-
-/// The log: rotating files of 5 MiB, three of them, and a signal for whoever shows it. Callable from any
-/// thread; the signal comes on the thread of the writer.
-class CFileLog : public QObject, public ILog {
-    Q_OBJECT
-
+/// Writes the log to three rotating files of 5 MiB. Callable from any thread.
+class CFileLog : public ILogSource, public ILog {
 public:
-    /// So many of the youngest lines are kept for listeners that come late.
+    /// Number of lines that are kept for later listeners.
     static constexpr size_t kKept = 1'000;
 
-    /// Writes to `path`; an empty path, or one that can't be written, leaves the signal alone.
+    /// Writes to `path`. With an empty or unwritable path, lines are kept and emitted only.
     explicit CFileLog(const QString& path);
     ~CFileLog() override;
 
     void Write(const LogRecord& record) override;
     void AssertionFailed(const AssertionRecord& record) override;
 
-    /// What a listener that comes now has missed. One that connects first and then asks knows by the numbers
-    /// what it gets twice.
-    std::deque<LogEntry> Kept() const;
-
-Q_SIGNALS:
-    void Written(const LogEntry& entry);
+    std::deque<LogEntry> Kept() const override;
 
 private:
     std::shared_ptr<spdlog::logger> m_logger;

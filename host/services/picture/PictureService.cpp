@@ -4,7 +4,7 @@
 
 #include "core/IEnvironment.h"
 #include "framework/HostLog.h"
-#include "log/LogText.h"
+#include "framework/LogText.h"
 #include "picture/PictureDecoder.h"
 
 namespace {
@@ -16,7 +16,7 @@ constexpr int kStatusOk = 200;
 constexpr int kStatusNotModified = 304;
 
 std::string Shown(const QString& url) {
-    return EscapedLogText(url.left(kMaxLoggedLength));
+    return host::EscapedLogText(url.left(kMaxLoggedLength));
 }
 
 // A widget without a size still wants to know whether there is a picture.

@@ -45,15 +45,15 @@ TEST_F(LanguageServiceTest, AWrongPackIsRefusedWithAReasonAndNothingIsTakenFromI
 }
 
 TEST_F(LanguageServiceTest, EachLanguageShowsItsOwnTexts) {
-    constexpr unsigned int kWatchlist = 900008;  // the name of a page
-    const QString english = *CLanguage(2).Text(kWatchlist);
+    constexpr unsigned int kMembership = 310783;
+    const QString english = *CLanguage(2).Text(kMembership);
     std::set<QString> different;
     for (const int id : {0, 1, 2, 5, 7}) {
-        different.insert(*CLanguage(id).Text(kWatchlist));
+        different.insert(*CLanguage(id).Text(kMembership));
     }
     EXPECT_EQ(different.size(), 5u);
     for (const int id : {3, -1, 99}) {
-        EXPECT_EQ(*CLanguage(id).Text(kWatchlist), english);
+        EXPECT_EQ(*CLanguage(id).Text(kMembership), english);
     }
 }
 

@@ -1,0 +1,105 @@
+#include "ClientWindow.h"
+
+#include "Composition.h"
+#include "Navigation.h"
+#include "core/attr_market.h"
+#include "core/environment.h"
+#include "core/login_status_data.h"
+#include "core/uniform_resource_slot.h"
+#include "workbench/Workbench.h"
+#include "workbench/ads/AdSwitches.h"
+
+CClientWindow::CClientWindow(CComposition& composition) : CMainWindow(composition), m_composition(composition) {
+    composition.SetMainFrame({[this] { return this; }, [this] { return kTabPages[size_t(Tab())].Key(); },
+                              [this] { return HasFocus(); }, [this] { return Navigation().IsCollapsed(); }});
+    composition.SetPageHandler([this](const QUrl& url) { return OpenPage(url); });
+    connect(&composition, &CComposition::ModulesReady, this, &CClientWindow::NotifyTab);
+}
+
+CClientWindow::~CClientWindow() {
+    m_composition.ClearMainFrame();
+    m_composition.SetPageHandler(nullptr);
+}
+
+bool CClientWindow::HasFocus() const {
+    return m_focusAnswer == EnFocusAnswer::AsItIs ? isActiveWindow() : m_focusAnswer == EnFocusAnswer::Always;
+}
+
+void CClientWindow::OnTabChanged(int index) {
+    if (m_pWorkbench) {
+        m_pWorkbench->AdSwitches().ShowTab(index);
+    }
+    NotifyTab();
+}
+
+void CClientWindow::NotifyTab() {
+    m_composition.NotifyTabChanged(kTabPages[size_t(Tab())].Key());
+}
+
+QWidget* CClientWindow::NewDockContent(QWidget* parent) {
+    m_pWorkbench = new CWorkbench(Entries(), Rights(), m_composition.Control(), parent);
+    ConnectSources();
+    ConnectSession();
+    ConnectAdSwitches();
+    return m_pWorkbench;
+}
+
+// Connects before it reads what is kept, so that nothing is lost. The models drop duplicates by their numbers.
+void CClientWindow::ConnectSources() {
+    connect(&m_composition.Log(), &ILogSource::Written, m_pWorkbench, &CWorkbench::TakeLine, Qt::QueuedConnection);
+    for (const LogEntry& entry : m_composition.Log().Kept()) {
+        m_pWorkbench->TakeLine(entry);
+    }
+    connect(&m_composition.Trace(), &ITraceSource::Recorded, m_pWorkbench, &CWorkbench::Take, Qt::QueuedConnection);
+    for (const TraceEvent& event : m_composition.Trace().Kept()) {
+        m_pWorkbench->Take(event);
+    }
+}
+
+void CClientWindow::ConnectSession() {
+    connect(&m_composition, &CComposition::SessionRenewed, this, &CClientWindow::UpdateAliases);
+    connect(&m_composition, &CComposition::ServerReady, m_pWorkbench, &CWorkbench::ForgetServer);
+    connect(m_pWorkbench, &CWorkbench::EditionWanted, &m_composition, &CComposition::SetVelora);
+    connect(m_pWorkbench, &CWorkbench::MarketsWanted, &m_composition, &CComposition::OverrideMarkets);
+    connect(m_pWorkbench, &CWorkbench::LoginWanted, &m_composition, &CComposition::Login);
+    connect(m_pWorkbench, &CWorkbench::LogoutWanted, &m_composition, &CComposition::Logout);
+    connect(m_pWorkbench, &CWorkbench::LanguageWanted, &m_composition, &CComposition::SetLanguage);
+    connect(m_pWorkbench, &CWorkbench::ThemeWanted, &m_composition, &CComposition::SetTheme);
+    connect(&m_composition, &CComposition::UsersChanged, m_pWorkbench, [this] { ShowUser(); });
+    connect(&m_composition, &CComposition::UserChanged, m_pWorkbench, [this] { ShowUser(); });
+    const auto showLanguage = [this] { m_pWorkbench->ShowLanguage(m_composition.LanguageId()); };
+    connect(&m_composition, &CComposition::LanguageChanged, m_pWorkbench, showLanguage);
+    const auto showEdition = [this] { m_pWorkbench->ShowEdition(core::environment::IsVelora()); };
+    connect(&m_composition, &CComposition::EditionChanged, m_pWorkbench, showEdition);
+    showLanguage();
+    showEdition();
+    ShowUser();
+}
+
+void CClientWindow::ConnectAdSwitches() {
+    CAdSwitches& switches = m_pWorkbench->AdSwitches();
+    switches.ShowTab(Tab());
+    connect(&switches, &CAdSwitches::TabWanted, &Navigation(), &CNavigation::Choose);
+    connect(&switches, &CAdSwitches::FocusWanted, this, [this](EnFocusAnswer answer) { m_focusAnswer = answer; });
+    connect(&switches, &CAdSwitches::SlotRefusalWanted, this,
+            [this](bool refused) { m_composition.AllowSlot(kSlotAdPopup, !refused); });
+}
+
+void CClientWindow::ShowUser() {
+    m_pWorkbench->ShowUsers(m_composition.Users(), m_composition.UserId());
+    m_pWorkbench->ShowMarkets(core::attr_market::GetCurrentUserAttrMarket());
+    UpdateAliases();
+}
+
+// Each login has its own session id. The ids of former sessions are still in the log and in the trace.
+void CClientWindow::UpdateAliases() {
+    CAliases& aliases = m_pWorkbench->Aliases();
+    for (const ServerUser& user : m_composition.Users()) {
+        aliases.LearnNumber(QStringLiteral("user"), user.id);
+        aliases.LearnText(QStringLiteral("name"), user.name);
+    }
+    aliases.LearnNumber(QStringLiteral("user"), m_composition.UserId());
+    aliases.LearnNumber(QStringLiteral("session"), core::login_status_data::GetSessionId());
+    aliases.LearnText(QStringLiteral("device"), QString::fromStdString(core::environment::GetDeviceId()));
+    aliases.LearnText(QStringLiteral("token"), QString::fromLatin1(m_composition.ServerToken()));
+}

@@ -1,0 +1,73 @@
+#include "Options.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDir>
+#include <QStandardPaths>
+#include <limits>
+
+#include "ui/zr_ui_theme.h"
+
+namespace {
+
+constexpr quint64 kLastTheme = zr_ui_theme::Manager::kThemeBlack;
+
+quint64 NumberOrExit(QCommandLineParser& parser, const QString& option,
+                     quint64 maximum = std::numeric_limits<quint64>::max()) {
+    bool isNumber = false;
+    const quint64 number = parser.value(option).toULongLong(&isNumber);
+    if (!isNumber || number > maximum) {
+        const QString range = number > maximum ? QStringLiteral(" up to %1").arg(maximum) : QString();
+        fputs(qPrintable(QStringLiteral("--%1 wants a number%2\n").arg(option, range)), stderr);
+        exit(2);
+    }
+    return number;
+}
+
+}  // namespace
+
+QString COptions::DataFile(const char* name) const {
+    const QDir folder(dataDir);
+    folder.mkpath(QStringLiteral("."));
+    return folder.absoluteFilePath(QString::fromLatin1(name));
+}
+
+COptions COptions::Parse(const QStringList& arguments) {
+    const QDir binaries(QCoreApplication::applicationDirPath());
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("A desktop trading client in small"));
+    parser.addHelpOption();
+    const auto add = [&parser](const char* name, const char* what, const char* value, const QString& standard) {
+        parser.addOption({QString::fromLatin1(name), QString::fromLatin1(what), QString::fromLatin1(value), standard});
+    };
+    add("data-dir", "Folder of the store and the logs.", "folder",
+        QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+    add("scenario", "Scenario file of the server that is started.", "file", QString());
+    add("server", "Control address of a running server, as http://127.0.0.1:<port>.", "address", QString());
+    add("token", "Token of that server.", "token", QString());
+    add("user", "Log this user in; without it the first of the server's.", "id", QStringLiteral("0"));
+    add("language", "0 zh-Hans, 1 zh-Hant, 5 ja, 7 fr, any other en.", "id", QStringLiteral("2"));
+    add("theme", "1 light, 2 dark blue, 3 black; without it the one chosen last.", "number", QStringLiteral("0"));
+    add("edition", "kestrel or velora.", "name", QStringLiteral("kestrel"));
+    add("modules", "Manifest of the modules to map.", "file",
+        binaries.absoluteFilePath(QStringLiteral("modules.json")));
+    add("server-binary", "The server to start.", "file", binaries.absoluteFilePath(QStringLiteral("zrdevserver")));
+    parser.addOption({QStringLiteral("release"), QStringLiteral("Behave as a release build.")});
+    parser.addOption({QStringLiteral("no-web"), QStringLiteral("Never open a web page on the desktop.")});
+    parser.process(arguments);
+
+    COptions options;
+    options.dataDir = parser.value(QStringLiteral("data-dir"));
+    options.scenario = parser.value(QStringLiteral("scenario"));
+    options.server = QUrl(parser.value(QStringLiteral("server")));
+    options.token = parser.value(QStringLiteral("token"));
+    options.manifest = parser.value(QStringLiteral("modules"));
+    options.serverBinary = parser.value(QStringLiteral("server-binary"));
+    options.user = NumberOrExit(parser, QStringLiteral("user"));
+    options.language = int(NumberOrExit(parser, QStringLiteral("language")));
+    options.theme = int(NumberOrExit(parser, QStringLiteral("theme"), kLastTheme));
+    options.velora = parser.value(QStringLiteral("edition")) == QLatin1String("velora");
+    options.release = parser.isSet(QStringLiteral("release"));
+    options.openWeb = !parser.isSet(QStringLiteral("no-web"));
+    return options;
+}

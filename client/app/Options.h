@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QUrl>
+
+/// The options of the command line.
+struct COptions {
+    QString dataDir;       // store and logs
+    QString scenario;      // of the child server; empty: the server's default
+    QUrl server;           // control API of a running server; empty: start a server
+    QString token;         // of that server
+    QString manifest;      // modules to map
+    QString serverBinary;  // the server to start
+    quint64 user = 0;      // logged in at start; 0: the first user of the server
+    int language = 2;
+    int theme = 0;  // 0: the saved theme
+    bool release = false;
+    bool velora = false;
+    bool openWeb = false;  // open web pages on the desktop, if there is one
+
+    /// The path of a file in the data directory, which is created if it is missing.
+    QString DataFile(const char* name) const;
+
+    /// Reads the arguments of the running application. Ends the process on --help, --version and wrong arguments.
+    static COptions Parse(const QStringList& arguments);
+};

@@ -1,0 +1,141 @@
+#include "ServerProcess.h"
+
+#include <QRandomGenerator>
+
+#include "framework/HostLog.h"
+#include "framework/JsonText.h"
+
+namespace {
+
+constexpr host::HostLog kLog("Server");
+constexpr int kEndLimitMs = 3'000;
+constexpr int kGreetingLimitMs = 10'000;
+constexpr int kSteadyMs = 10'000;
+
+bool ReadPort(const Json::Value& value, quint16& port) {
+    if (!value.isUInt() || value.asUInt() == 0 || value.asUInt() > 0xFFFF) {
+        return false;
+    }
+    port = quint16(value.asUInt());
+    return true;
+}
+
+}  // namespace
+
+CServerProcess::CServerProcess(QString binary, QString scenario)
+    : m_strBinary(std::move(binary)),
+      m_strScenario(std::move(scenario)),
+      m_backoff(std::chrono::milliseconds(500), std::chrono::seconds(15)) {
+    m_retryTimer.setSingleShot(true);
+    m_greetingTimer.setSingleShot(true);
+    m_greetingTimer.setInterval(kGreetingLimitMs);
+    connect(&m_retryTimer, &QTimer::timeout, this, &CServerProcess::Start);
+    connect(&m_greetingTimer, &QTimer::timeout, &m_process, &QProcess::kill);
+    connect(&m_process, &QProcess::readyReadStandardOutput, this, &CServerProcess::OnOutput);
+    connect(&m_process, &QProcess::readyReadStandardError, this, [this] {
+        const QList<QByteArray> lines = m_process.readAllStandardError().split('\n');
+        for (const QByteArray& line : lines) {
+            if (!line.trimmed().isEmpty()) {
+                m_lastErrors = line.trimmed();
+                kLog.Info(FMT_STRING("{}"), m_lastErrors.toStdString());
+            }
+        }
+    });
+    connect(&m_process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
+            [this](int code, QProcess::ExitStatus status) {
+                // The last error line is the reason only if the server ended by itself.
+                if (status == QProcess::CrashExit) {
+                    OnEnded(QStringLiteral("it was killed"));
+                } else {
+                    OnEnded(code != 0 && !m_lastErrors.isEmpty() ? QString::fromUtf8(m_lastErrors)
+                                                                 : QStringLiteral("it ended with %1").arg(code));
+                }
+            });
+    connect(&m_process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart) {
+            OnEnded(m_process.errorString());
+        }
+    });
+}
+
+CServerProcess::~CServerProcess() {
+    Stop();
+}
+
+void CServerProcess::Start() {
+    m_bWanted = true;
+    QStringList arguments{QStringLiteral("--child")};
+    if (!m_strScenario.isEmpty()) {
+        arguments << QStringLiteral("--scenario") << m_strScenario;
+    }
+    if (m_endpoint.channelPort != 0) {
+        arguments << QStringLiteral("--port") << QString::number(m_endpoint.channelPort)
+                  << QStringLiteral("--control-port") << QString::number(m_endpoint.controlPort);
+        // The token is not passed on the command line, which every local user can read.
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("ZR_DEVSERVER_TOKEN"), QString::fromLatin1(m_endpoint.token));
+        m_process.setProcessEnvironment(environment);
+    }
+    m_lastErrors.clear();
+    m_greetingTimer.start();
+    m_running.start();
+    m_process.start(m_strBinary, arguments);
+}
+
+void CServerProcess::Stop() {
+    m_bWanted = false;
+    m_retryTimer.stop();
+    m_greetingTimer.stop();
+    if (m_process.state() == QProcess::NotRunning) {
+        return;
+    }
+    // The server ends when its input is closed.
+    m_process.closeWriteChannel();
+    if (!m_process.waitForFinished(kEndLimitMs)) {
+        m_process.kill();
+        m_process.waitForFinished(kEndLimitMs);
+    }
+}
+
+bool CServerProcess::ReadEndpoint(const QByteArray& line, ServerEndpoint& endpoint) {
+    std::string error;
+    const auto said = host::ParseJson(line.toStdString(), error);
+    if (!said || !said->isObject()) {
+        return false;
+    }
+    ServerEndpoint read;
+    if (!ReadPort((*said)["channel"], read.channelPort) || !ReadPort((*said)["control"], read.controlPort) ||
+        !(*said)["token"].isString()) {
+        return false;
+    }
+    read.token = QByteArray::fromStdString((*said)["token"].asString());
+    endpoint = read;
+    return true;
+}
+
+void CServerProcess::OnOutput() {
+    while (m_process.canReadLine()) {
+        if (!ReadEndpoint(m_process.readLine(), m_endpoint)) {
+            kLog.Error(FMT_STRING("The server said something that is not where it listens"));
+            continue;
+        }
+        m_greetingTimer.stop();
+        kLog.Info(FMT_STRING("The server runs, channel {}, control {}"), m_endpoint.channelPort,
+                  m_endpoint.controlPort);
+        Q_EMIT Ready(m_endpoint);
+    }
+}
+
+void CServerProcess::OnEnded(const QString& reason) {
+    if (!m_bWanted) {
+        return;
+    }
+    m_greetingTimer.stop();
+    if (m_running.elapsed() > kSteadyMs) {
+        // A server that ends soon after its greeting counts as failed.
+        m_backoff.Reset();
+    }
+    kLog.Error(FMT_STRING("The server does not run: {}"), reason.toStdString());
+    m_retryTimer.start(m_backoff.Next(QRandomGenerator::global()->generate()));
+    Q_EMIT Lost(reason);
+}

@@ -1,0 +1,79 @@
+#include "TitleBar.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QToolButton>
+
+#include "Icons.h"
+#include "Theme.h"
+#include "Translation.h"
+#include "UserMenu.h"
+#include "core/environment.h"
+
+namespace {
+
+constexpr icons::Colors kButtonColors{theme::kMuted, theme::kAccent, theme::kFaint};
+
+}  // namespace
+
+CTitleBar::CTitleBar(QWidget* parent)
+    : QFrame(parent),
+      m_pProduct(new QLabel(this)),
+      m_pWorkbench(new QToolButton(this)),
+      m_pUser(new QToolButton(this)),
+      m_pMenu(new CUserMenu(this)) {
+    setObjectName(QStringLiteral("TitleBar"));
+    auto* mark = new QLabel(this);
+    m_pProduct->setObjectName(QStringLiteral("ProductName"));
+    m_pWorkbench->setObjectName(QStringLiteral("WorkbenchToggle"));
+    m_pWorkbench->setIconSize({20, 20});
+    m_pWorkbench->setCheckable(true);
+    m_pWorkbench->setChecked(true);
+    m_pUser->setObjectName(QStringLiteral("UserMenuButton"));
+    m_pUser->setIconSize({20, 20});
+    m_pUser->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    m_pUser->setPopupMode(QToolButton::InstantPopup);
+    m_pUser->setMenu(m_pMenu);
+    connect(m_pMenu, &CUserMenu::LoginWanted, this, &CTitleBar::LoginWanted);
+    connect(m_pMenu, &CUserMenu::LogoutWanted, this, &CTitleBar::LogoutWanted);
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(16, 0, 10, 0);
+    layout->setSpacing(10);
+    layout->addWidget(mark);
+    layout->addWidget(m_pProduct);
+    layout->addStretch(1);
+    layout->addWidget(m_pWorkbench);
+    layout->addWidget(m_pUser);
+    theme::OnThemeChange(this, [this, mark] {
+        mark->setPixmap(icons::Pixmap("brand", theme::kAccent, 22));
+        m_pWorkbench->setIcon(icons::Make("workbench", kButtonColors));
+        m_pUser->setIcon(icons::Make("user", kButtonColors));
+    });
+    translation::OnLanguageChange(this, [this] {
+        ShowTexts();
+        ShowEdition();
+    });
+}
+
+void CTitleBar::ShowEdition() {
+    m_pProduct->setText(core::environment::IsVelora() ? QStringLiteral("Velora") : QStringLiteral("Kestrel"));
+}
+
+void CTitleBar::ShowUsers(const std::vector<ServerUser>& users, quint64 current) {
+    m_users = users;
+    m_nCurrent = current;
+    m_pMenu->ShowUsers(users, current);
+    ShowTexts();
+}
+
+void CTitleBar::ShowTexts() {
+    QString name = m_nCurrent == 0 ? tr("Nobody is logged in") : QString::number(m_nCurrent);
+    for (const ServerUser& user : m_users) {
+        if (user.id == m_nCurrent) {
+            name = user.name;
+        }
+    }
+    m_pUser->setText(name);
+    m_pUser->setToolTip(tr("Switch the user"));
+    m_pWorkbench->setToolTip(tr("Show or hide the workbench"));
+}

@@ -1,0 +1,82 @@
+#include "pages/SampleTable.h"
+#include "Translation.h"
+
+#include <QHeaderView>
+
+namespace {
+
+constexpr int kRowHeight = 34;
+constexpr int kHeaderHeight = 34;
+
+}  // namespace
+
+CSampleTable::CSampleTable(const char* name, std::vector<Column> columns, int wide, QWidget* parent)
+    : QTableWidget(parent), m_columns(std::move(columns)) {
+    setObjectName(QString::fromLatin1(name));
+    setColumnCount(int(m_columns.size()));
+    setEditTriggers(NoEditTriggers);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setFocusPolicy(Qt::NoFocus);
+    setShowGrid(false);
+    setWordWrap(false);
+    setFrameShape(NoFrame);
+    verticalHeader()->hide();
+    verticalHeader()->setDefaultSectionSize(kRowHeight);
+    horizontalHeader()->setFixedHeight(kHeaderHeight);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    horizontalHeader()->setSectionResizeMode(wide, QHeaderView::Stretch);
+    theme::OnThemeChange(this, [this] { ShowColors(); });
+    translation::OnLanguageChange(this, [this] {
+        for (int column = 0; column < columnCount(); ++column) {
+            const Column& shown = m_columns[size_t(column)];
+            auto* title = new QTableWidgetItem(translation::PageText(shown.title));
+            title->setTextAlignment((shown.figures ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+            setHorizontalHeaderItem(column, title);
+        }
+        ShowTexts();
+    });
+}
+
+void CSampleTable::AddRow(const std::vector<Cell>& cells) {
+    const int row = rowCount();
+    insertRow(row);
+    m_cells.push_back(cells);
+    for (int column = 0; column < columnCount(); ++column) {
+        const Cell& cell = cells[size_t(column)];
+        auto* item =
+            new QTableWidgetItem(cell.source.isEmpty() ? cell.text : translation::PageText(cell.source.constData()));
+        item->setForeground(QColor(cell.color));
+        item->setTextAlignment((m_columns[size_t(column)].figures ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+        setItem(row, column, item);
+    }
+}
+
+void CSampleTable::ShowColors() {
+    for (int row = 0; row < rowCount(); ++row) {
+        for (int column = 0; column < columnCount(); ++column) {
+            item(row, column)->setForeground(QColor(m_cells[size_t(row)][size_t(column)].color));
+        }
+    }
+}
+
+void CSampleTable::ShowTexts() {
+    for (int row = 0; row < rowCount(); ++row) {
+        for (int column = 0; column < columnCount(); ++column) {
+            const QByteArray& source = m_cells[size_t(row)][size_t(column)].source;
+            if (!source.isEmpty()) {
+                item(row, column)->setText(translation::PageText(source.constData()));
+            }
+        }
+    }
+}
+
+void CSampleTable::StretchAll() {
+    horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+}
+
+void CSampleTable::FitRows() {
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFixedHeight(kHeaderHeight + rowCount() * kRowHeight + 2);
+}

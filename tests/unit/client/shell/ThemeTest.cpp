@@ -1,0 +1,280 @@
+#include "Theme.h"
+
+#include <QEvent>
+#include <QFile>
+#include <QRegularExpression>
+#include <QToolButton>
+#include <cmath>
+
+#include "Icons.h"
+#include "Navigation.h"
+#include "pages/PriceChart.h"
+#include "pages/SampleTable.h"
+#include "support/ScriptedHostTest.h"
+#include "ui/ThemeControl.h"
+#include "ui/ThemePalette.h"
+#include "workbench/LogModel.h"
+
+using namespace ::testing;
+using host::ThemeControl;
+using host::ThemePalette;
+using zr_ui_theme::Manager;
+
+namespace {
+
+constexpr double kLeastContrast = 4.5;
+
+/// What a text of this colour stands on somewhere in the client.
+const std::map<std::string, std::vector<const char*>> kGrounds = {
+    {"text",
+     {"window", "surface", "field", "stripe", "popup", "tooltip", "button", "buttonHover", "buttonPressed", "checked"}},
+    {"heading", {"window", "surface", "field", "stripe", "popup", "checked", "selection"}},
+    {"soft", {"window", "surface", "buttonPressed"}},
+    {"muted", {"window", "surface", "field", "stripe", "checked"}},
+    {"disabled", {"window", "surface", "field", "stripe", "popup", "buttonOff"}},
+    {"noticeText", {"notice"}},
+    {"warning", {"notice", "surface"}},
+    {"note", {"surface"}},
+    {"accent", {"window", "surface", "stripe", "checked"}},
+    {"up", {"window", "surface", "field", "stripe"}},
+    {"down", {"window", "surface", "field", "stripe"}},
+    {"onAccent", {"accentFill", "accentHover", "accentPressed"}},
+};
+
+/// What is painted by hand.
+constexpr theme::ColorName kByHand[] = {
+    theme::kWindow, theme::kText,     theme::kMuted, theme::kFaint, theme::kLine,
+    theme::kAccent, theme::kOnAccent, theme::kUp,    theme::kDown,  theme::kWarning,
+};
+
+double Linear(double channel) {
+    return channel <= 0.03928 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+}
+
+double Luminance(const QColor& color) {
+    return 0.2126 * Linear(color.redF()) + 0.7152 * Linear(color.greenF()) + 0.0722 * Linear(color.blueF());
+}
+
+double Contrast(const QColor& one, const QColor& other) {
+    const double first = Luminance(one);
+    const double second = Luminance(other);
+    return (std::max(first, second) + 0.05) / (std::min(first, second) + 0.05);
+}
+
+QString Template() {
+    QFile file(QStringLiteral(":/themes/client.qss"));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return QString::fromUtf8(file.readAll());
+}
+
+/// The names of colours that the style sheet writes texts in.
+std::set<std::string> TextColorsOfTheTemplate() {
+    static const QRegularExpression pattern(QStringLiteral("[{;]\\s*(?:selection-)?color:\\s*@(\\w+)"));
+    std::set<std::string> names;
+    auto matches = pattern.globalMatch(Template());
+    while (matches.hasNext()) {
+        names.insert(matches.next().captured(1).toStdString());
+    }
+    return names;
+}
+
+/// The names of text and ground of each rule that says both, for the selection too.
+std::vector<std::pair<std::string, std::string>> PairsOfTheTemplate() {
+    static const QRegularExpression rule(QStringLiteral("\\{([^}]*)\\}"));
+    static const QRegularExpression property(QStringLiteral("([a-z-]+):\\s*@(\\w+)"));
+    std::vector<std::pair<std::string, std::string>> pairs;
+    auto rules = rule.globalMatch(Template());
+    while (rules.hasNext()) {
+        std::map<QString, std::string> named;
+        auto properties = property.globalMatch(rules.next().captured(1));
+        while (properties.hasNext()) {
+            const auto found = properties.next();
+            named[found.captured(1)] = found.captured(2).toStdString();
+        }
+        const auto add = [&](const char* text, const char* ground) {
+            const auto textName = named.find(QLatin1String(text));
+            const auto groundName = named.find(QLatin1String(ground));
+            if (textName != named.end() && groundName != named.end()) {
+                pairs.emplace_back(textName->second, groundName->second);
+            }
+        };
+        add("color", "background");
+        add("selection-color", "selection-background-color");
+    }
+    return pairs;
+}
+
+QImage PictureOf(QWidget& widget) {
+    return widget.grab().toImage();
+}
+
+bool HasColor(const QImage& picture, const QColor& color) {
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (picture.pixelColor(x, y) == color) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+class CPaintCount : public QObject {
+public:
+    explicit CPaintCount(QWidget& widget) { widget.installEventFilter(this); }
+
+    int count = 0;
+
+protected:
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+        count += event->type() == QEvent::Paint;
+        return false;
+    }
+};
+
+class ThemeTest : public ScriptedHostTest {};
+class EachThemeTest : public ScriptedHostTest, public WithParamInterface<Manager::Theme> {
+protected:
+    EachThemeTest() { ThemeControl::Set(GetParam()); }
+    const ThemePalette& palette = ThemePalette::Of(GetParam());
+};
+
+std::string ThemeName(const TestParamInfo<Manager::Theme>& info) {
+    return "Theme" + std::to_string(info.param);
+}
+
+}  // namespace
+
+TEST_P(EachThemeTest, EveryTextStandsOutFromWhatItStandsOn) {
+    for (const auto& [text, grounds] : kGrounds) {
+        for (const char* ground : grounds) {
+            ASSERT_TRUE(palette.Color(text).isValid() && palette.Color(ground).isValid()) << text << " " << ground;
+            EXPECT_GE(Contrast(palette.Color(text), palette.Color(ground)), kLeastContrast) << text << " on " << ground;
+        }
+    }
+}
+
+TEST_P(EachThemeTest, ARuleThatNamesTextAndGroundKeepsThemApart) {
+    int count = 0;
+    for (const auto& [text, ground] : PairsOfTheTemplate()) {
+        ++count;
+        EXPECT_GE(Contrast(palette.Color(text), palette.Color(ground)), kLeastContrast) << text << " on " << ground;
+    }
+    EXPECT_GT(count, 10);
+}
+
+TEST_P(EachThemeTest, TheStyleSheetHasAllItsColours) {
+    const QString sheet = theme::StyleSheet();
+
+    EXPECT_FALSE(sheet.contains(QLatin1Char('@')));
+    EXPECT_TRUE(sheet.contains(palette.Color("window").name()));
+    EXPECT_TRUE(sheet.contains(QStringLiteral(":/themes/%1/arrow.svg").arg(GetParam())));
+}
+
+TEST_P(EachThemeTest, ItsArrowIsOfTheColourOfMutedTexts) {
+    QFile file(QStringLiteral(":/themes/%1/arrow.svg").arg(GetParam()));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+
+    EXPECT_TRUE(file.readAll().contains("stroke=\"" + palette.Color("muted").name().toLatin1() + '"'));
+}
+
+TEST_P(EachThemeTest, WhatIsPaintedByHandFindsItsColours) {
+    for (const theme::ColorName name : kByHand) {
+        EXPECT_TRUE(QColor(name).isValid()) << name.name;
+        EXPECT_EQ(QColor(name), palette.Color(name.name)) << name.name;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, EachThemeTest, ValuesIn(ThemeControl::kThemes), ThemeName);
+
+TEST_F(ThemeTest, NoTextColourEscapesTheContrastTable) {
+    const auto names = TextColorsOfTheTemplate();
+    EXPECT_THAT(names, Contains("noticeText"));
+    for (const std::string& name : names) {
+        EXPECT_EQ(kGrounds.count(name), 1u) << name;
+    }
+}
+
+TEST_F(ThemeTest, ContrastIsMeasuredAsThePublishedFormulaSays) {
+    EXPECT_NEAR(Contrast(Qt::black, Qt::white), 21.0, 0.001);
+    EXPECT_NEAR(Contrast(QColor(0x77, 0x77, 0x77), Qt::white), 4.48, 0.005);
+}
+
+TEST_F(ThemeTest, APaletteHasNoColourThatNobodyUses) {
+    const QString sheet = Template();
+    for (const QString& name : ThemePalette::Of(Manager::kThemeLight).Names()) {
+        const bool byHand = std::any_of(std::begin(kByHand), std::end(kByHand), [&name](theme::ColorName painted) {
+            return name == QLatin1String(painted.name);
+        });
+        EXPECT_TRUE(byHand || sheet.contains(QRegularExpression(QStringLiteral("@%1\\b").arg(name))))
+            << name.toStdString();
+    }
+}
+
+TEST_F(ThemeTest, WhatIsKeptIsShownNowAndAtEachChangeWhileItsContextLives) {
+    std::vector<QColor> shown;
+    auto context = std::make_unique<QObject>();
+    theme::OnThemeChange(context.get(), [&shown] { shown.emplace_back(theme::kWindow); });
+
+    ThemeControl::Set(Manager::kThemeBlack);
+    context.reset();
+    ThemeControl::Set(Manager::kThemeLight);
+
+    EXPECT_THAT(shown, ElementsAre(QColor(0x12, 0x16, 0x1d), QColor(Qt::black)));
+}
+
+TEST_F(ThemeTest, AChartIsPaintedInTheNewTheme) {
+    CPriceChart chart({1, 2, 3}, 1);
+    chart.resize(300, 200);
+    chart.show();
+    time.Settle();
+    const QImage before = PictureOf(chart);
+    CPaintCount paints(chart);
+
+    ThemeControl::Set(Manager::kThemeLight);
+    time.Settle();
+
+    EXPECT_GT(paints.count, 0);
+    EXPECT_NE(PictureOf(chart), before);
+}
+
+TEST_F(ThemeTest, ATablesCellsTakeTheNewColours) {
+    CSampleTable table("Table", {{"Name", false}, {"Last", true}}, 0);
+    table.AddRow({{QStringLiteral("Alder")}, {QStringLiteral("1.00"), theme::kUp}});
+    table.AddRow({{QStringLiteral("Birch"), theme::kMuted}, {QStringLiteral("2.00"), theme::kDown}});
+
+    ThemeControl::Set(Manager::kThemeBlack);
+
+    EXPECT_EQ(table.item(0, 0)->foreground().color(), QColor(theme::kText));
+    EXPECT_EQ(table.item(0, 1)->foreground().color(), QColor(theme::kUp));
+    EXPECT_EQ(table.item(1, 0)->foreground().color(), QColor(theme::kMuted));
+    EXPECT_EQ(table.item(1, 1)->foreground().color(), QColor(theme::kDown));
+}
+
+TEST_F(ThemeTest, IconsAreDrawnAnewInTheNewColours) {
+    CNavigation navigation;
+    auto* tab = navigation.findChild<QToolButton*>(QStringLiteral("NavigationTab_quotes"));
+    ASSERT_NE(tab, nullptr);
+
+    ThemeControl::Set(Manager::kThemeLight);
+
+    const QImage icon = tab->icon().pixmap(QSize(20, 20), QIcon::Normal, QIcon::Off).toImage();
+    EXPECT_EQ(icon, icons::Pixmap("quotes", theme::kMuted, 20).toImage());
+    EXPECT_TRUE(HasColor(icon, QColor(theme::kMuted)));
+}
+
+TEST_F(ThemeTest, TheLogIsReadAnewAsItsColoursAreNoLongerWhatTheyWere) {
+    CLogModel model;
+    LogEntry entry;
+    entry.record.type = kZRLogError;
+    model.Add(entry);
+    time.Advance(std::chrono::seconds(1));
+    ASSERT_EQ(model.rowCount(), 1);
+    int changes = 0;
+    QObject::connect(&model, &CLogModel::dataChanged, &model, [&changes] { ++changes; });
+
+    ThemeControl::Set(Manager::kThemeBlack);
+
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(model.index(0, CLogModel::Text).data(Qt::ForegroundRole).value<QColor>(), QColor(theme::kDown));
+}

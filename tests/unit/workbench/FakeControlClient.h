@@ -1,0 +1,27 @@
+#pragma once
+
+#include <deque>
+#include <string>
+
+#include "workbench/ControlClient.h"
+
+/// Keeps requests to the control API until the test answers them.
+class CFakeControlClient : public IControlClient {
+public:
+    struct Wish {
+        std::string verb;
+        std::string path;
+        std::string json;
+        Answered answered;
+    };
+
+    void Ask(const char* method, const QString& path, const QByteArray& json, QObject*, Answered answered) override {
+        wishes.push_back({method, path.toStdString(), json.toStdString(), std::move(answered)});
+    }
+
+    /// Answers the last wish with a body, or refuses it.
+    void Answer(const QByteArray& json) { wishes.back().answered(ServerAnswer::Read(200, json, QString())); }
+    void Refuse(const QByteArray& json) { wishes.back().answered(ServerAnswer::Read(400, json, QString())); }
+
+    std::deque<Wish> wishes;
+};

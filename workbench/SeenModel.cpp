@@ -1,0 +1,87 @@
+#include "workbench/SeenModel.h"
+
+#include <QDateTime>
+#include <algorithm>
+
+#include "Theme.h"
+
+CSeenModel::CSeenModel(std::unique_ptr<ISeenFormat> format, QObject* parent)
+    : CEntryRows(format->MostRows(), kMaxBatch, parent), m_format(std::move(format)) {
+    // What comes back after all was forgotten is a row of its own.
+    connect(this, &QAbstractItemModel::modelReset, this, [this] {
+        m_begun.clear();
+        m_ends.clear();
+    });
+    theme::OnThemeChange(this, [this] { ShowAnew(); });
+}
+
+void CSeenModel::Add(const TraceEvent& seen) {
+    if (!m_format->Takes(seen)) {
+        return;
+    }
+    const std::optional<uint64_t> exchange = m_format->Exchange(seen);
+    if (!exchange) {
+        Collect(seen);
+        return;
+    }
+    const auto begun = m_begun.find(*exchange);
+    if (!m_format->IsEnd(seen)) {
+        m_begun[*exchange] = seen.number;
+        if (int(m_begun.size()) > m_nLimit) {
+            m_begun.erase(m_begun.begin());
+        }
+        Collect(seen);
+    } else if (begun == m_begun.end()) {
+        Collect(seen);
+    } else if (IsYounger(seen.number)) {
+        m_ends[begun->second] = seen;
+        m_begun.erase(begun);
+        Schedule();
+    }
+}
+
+void CSeenModel::Amend(bool allShown) {
+    const auto older = [](const SeenRow& row, uint64_t number) { return row.seen.number < number; };
+    for (auto end = m_ends.begin(); end != m_ends.end();) {
+        const auto row = std::lower_bound(Rows().begin(), Rows().end(), end->first, older);
+        if (row == Rows().end() && !allShown) {
+            ++end;
+            continue;
+        }
+        if (row != Rows().end() && row->seen.number == end->first) {
+            row->seen.what = std::move(end->second.what);
+            row->cells = m_format->Cells(row->seen);
+            const int at = int(row - Rows().begin());
+            Q_EMIT dataChanged(index(at, 0), index(at, columnCount() - 1));
+        }
+        end = m_ends.erase(end);
+    }
+}
+
+SeenRow CSeenModel::Read(TraceEvent seen) const {
+    QStringList cells = m_format->Cells(seen);
+    return {std::move(seen), std::move(cells)};
+}
+
+QString CSeenModel::TimeAt(int row) const {
+    return QDateTime::fromMSecsSinceEpoch(At(row).timeMs).toString(QStringLiteral("HH:mm:ss.zzz"));
+}
+
+bool CSeenModel::Holds(int row, const QString& text) const {
+    const QStringList& cells = CellsAt(row);
+    return std::any_of(cells.begin(), cells.end(),
+                       [&text](const QString& cell) { return cell.contains(text, Qt::CaseInsensitive); });
+}
+
+QString CSeenModel::Cell(int row, int column) const {
+    return column == 0 ? TimeAt(row) : CellsAt(row).value(column - 1);
+}
+
+void CSeenFilter::SetKind(int kind) {
+    m_nKind = kind;
+    invalidateFilter();
+}
+
+bool CSeenFilter::IsChosen(int row) const {
+    return m_nKind < 0 || m_model.Format().Kind(m_model.At(row)) == m_nKind;
+}

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <QObject>
+#include <functional>
+
+#include "framework/ILogSource.h"
+#include "tracing/TraceEvent.h"
+#include "workbench/ads/AdFacts.h"
+
+namespace ad_lines {
+struct Said;
+}
+
+/// What is known of each ad slot, made of the traffic, the reports and the module's log lines alone. The traffic
+/// and the lines may come interleaved or one after the other, each in its own order. Main thread.
+class CAdBoard : public QObject {
+    Q_OBJECT
+
+public:
+    /// A controller lets so much time pass between two requests.
+    static constexpr qint64 kIntervalS = 10;
+
+    /// Milliseconds of the server's clock at a moment of the local one.
+    using ToServer = std::function<qint64(qint64 localMs)>;
+
+    explicit CAdBoard(ToServer toServer, QObject* parent = nullptr);
+
+    /// Takes what is younger than the last it took.
+    void Take(const TraceEvent& seen);
+    void TakeLine(const LogEntry& entry);
+
+    /// By type and position.
+    std::vector<AdSlotState> Slots() const;
+    /// Null for one that was not seen.
+    const AdSlotState* Find(const AdSlot& slot) const;
+    /// Null for one that was not seen, or is long answered: the youngest few hundred are kept.
+    const AdRequest* Request(const QString& id) const;
+
+    /// When the slot's controller lets the next request out, in milliseconds of the server's clock.
+    static qint64 NextAllowedMs(const AdSlotState& slot) { return (slot.stampS + kIntervalS) * 1000; }
+
+Q_SIGNALS:
+    void Changed();
+
+private:
+    /// What belongs to a slot's lines: they name no request.
+    struct Judging {
+        QString request;  // whose list the lines are about
+        QString before;   // whose list stood till then
+        qint64 sinceMs = 0;
+    };
+
+    void TakeCall(const HttpTrace& call, qint64 timeMs);
+    bool TakeReport(const ReportTrace& report, qint64 timeMs);
+    void OnAdsReported(const ReportTrace& report);
+    void OnClickReported(const ReportTrace& report, qint64 timeMs);
+    void OnExposed(const ReportTrace& report, qint64 timeMs);
+    void OnPicture(const ReportTrace& report);
+    bool TakeRequestLine(const ad_lines::Said& said, qint64 timeMs);
+    bool TakeListLine(const ad_lines::Said& said, qint64 timeMs);
+    bool TakeWhyLine(const ad_lines::Said& said, qint64 timeMs);
+    void TakePush(const ad_lines::Said& said, qint64 timeMs);
+    void Withdraw(const ad_lines::Said& said, qint64 timeMs);
+    void TakeListRefusal(const ad_lines::Said& said, const AdSlot& slot, qint64 timeMs);
+    bool IsSpared(AdSlotState& slot) const;
+    QString FirstKept(const QString& requestId) const;
+    bool TakeScreenLine(const ad_lines::Said& said, qint64 timeMs);
+    void OnDropped(const ad_lines::Said& said, EnAdFate why);
+    void OnVerdict(const AdSlot& slot, EnAdVerdict verdict, const AdSlot& answerSlot, qint64 timeMs);
+    void OnExposeLine(const ad_lines::Said& said, int firstOfSlot, AdExposeCall::EnOutcome outcome, qint64 number);
+
+    AdRequest& Begun(const QString& id, const AdSlot& slot, qint64 timeMs);
+    void End(const QString& id, const AdSlot& slot, EnAdOutcome outcome, qint64 timeMs, qint64 number = 0,
+             const QString& words = QString());
+    void Answered(AdRequest& request, qint64 timeMs);
+    AdSlotState& Of(const AdSlot& slot);
+    AdRequest* Known(const QString& id);
+    void Prune();
+
+    const ToServer m_fnToServer;
+    std::map<AdSlot, AdSlotState> m_slots;
+    std::map<AdSlot, Judging> m_judging;
+    std::map<QString, AdRequest> m_requests;
+    QString m_strUndecodable;  // said just now, of the answer that the next lines are about
+    uint64_t m_nLastSeen = 0;
+    uint64_t m_nLastLine = 0;
+};

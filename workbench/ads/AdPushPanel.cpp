@@ -1,0 +1,165 @@
+#include "workbench/ads/AdPushPanel.h"
+
+#include <json/writer.h>
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QVariant>
+
+#include "Theme.h"
+#include "workbench/ServerWords.h"
+#include "workbench/ads/AdFacts.h"
+
+namespace {
+
+/// A push as the server's control interface knows it.
+struct AdPush {
+    const char* member;
+    const char* name;
+    const char* ids;  // the member of its list of ads; null: it has none
+    const char* idsTitle;
+};
+
+constexpr AdPush kPushes[] = {
+    {"adChange", "Change of ads, 20145", "offlineAdIds", "Taken offline"},
+    {"adCheck", "Ads to check, 20170", "adIds", "Ad ids"},
+    {"adNew", "New ads, 20171", nullptr, "Ad ids"},
+};
+
+template <class Widget>
+Widget* New(const char* name, QWidget* parent) {
+    auto* widget = new Widget(parent);
+    widget->setObjectName(QString::fromLatin1(name));
+    return widget;
+}
+
+QLabel* NewTitle(const QString& text, QWidget* parent) {
+    auto* label = new QLabel(parent);
+    label->setProperty("role", QStringLiteral("muted"));
+    label->setText(text);
+    return label;
+}
+
+}  // namespace
+
+CAdPushPanel::CAdPushPanel(IControlClient& server, QWidget* parent)
+    : QWidget(parent),
+      m_server(server),
+      m_pPush(New<QComboBox>("AdPush", this)),
+      m_pType(New<QLineEdit>("AdPushType", this)),
+      m_pPosition(New<QLineEdit>("AdPushPosition", this)),
+      m_pDelay(New<QLineEdit>("AdPushDelay", this)),
+      m_pIdsTitle(New<QLabel>("AdPushIdsTitle", this)),
+      m_pIds(New<QLineEdit>("AdPushIds", this)),
+      m_pMessage(New<QLabel>("AdPushMessage", this)) {
+    setObjectName(QStringLiteral("AdPushPanel"));
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setHorizontalSpacing(8);
+    grid->setVerticalSpacing(6);
+    AddRows(grid);
+    ShowTexts();
+}
+
+void CAdPushPanel::AddRows(QGridLayout* grid) {
+    auto* send = New<QPushButton>("AdPushSend", this);
+    send->setText(QStringLiteral("Send"));
+    for (size_t push = 0; push < std::size(kPushes); ++push) {
+        m_pPush->addItem(QString());
+    }
+    m_pType->setText(QString::number(kBottomPopup.type));
+    m_pPosition->setText(QString::number(kBottomPopup.position));
+    m_pDelay->setText(QStringLiteral("0"));
+    m_pIdsTitle->setProperty("role", QStringLiteral("muted"));
+    m_pMessage->setTextFormat(Qt::PlainText);
+    m_pMessage->setWordWrap(true);
+    grid->addWidget(NewTitle(QStringLiteral("Push"), this), 0, 0);
+    grid->addWidget(m_pPush, 0, 1, 1, 5);
+    grid->addWidget(NewTitle(QStringLiteral("Type"), this), 1, 0);
+    grid->addWidget(m_pType, 1, 1);
+    grid->addWidget(NewTitle(QStringLiteral("Position"), this), 1, 2);
+    grid->addWidget(m_pPosition, 1, 3);
+    grid->addWidget(NewTitle(QStringLiteral("Delay, s"), this), 1, 4);
+    grid->addWidget(m_pDelay, 1, 5);
+    grid->addWidget(m_pIdsTitle, 2, 0);
+    grid->addWidget(m_pIds, 2, 1, 1, 4);
+    grid->addWidget(send, 2, 5);
+    grid->addWidget(m_pMessage, 3, 0, 1, 6);
+    for (const int column : {1, 3, 5}) {
+        grid->setColumnStretch(column, 1);
+    }
+    grid->setRowStretch(4, 1);
+    connect(m_pPush, qOverload<int>(&QComboBox::currentIndexChanged), this, &CAdPushPanel::ShowIds);
+    connect(send, &QPushButton::clicked, this, &CAdPushPanel::Send);
+}
+
+void CAdPushPanel::ShowTexts() {
+    for (int push = 0; push < m_pPush->count(); ++push) {
+        m_pPush->setItemText(push, QString::fromUtf8(kPushes[push].name));
+    }
+    for (QLineEdit* field : {m_pType, m_pPosition, m_pDelay}) {
+        field->setPlaceholderText(QStringLiteral("left out"));
+    }
+    ShowIds();
+}
+
+// What was typed stays for the push that has ids.
+void CAdPushPanel::ShowIds() {
+    const AdPush& push = kPushes[m_pPush->currentIndex()];
+    m_pIdsTitle->setText(QString::fromUtf8(push.idsTitle));
+    m_pIdsTitle->setEnabled(push.ids);
+    m_pIds->setEnabled(push.ids);
+    m_pIds->setPlaceholderText(push.ids ? QStringLiteral("left out") : QString());
+}
+
+// False, with words for the user, for what is no number; an empty field adds nothing.
+bool CAdPushPanel::AddNumber(Json::Value& push, const char* member, const QLineEdit& field) {
+    const QString text = field.text().trimmed();
+    if (text.isEmpty()) {
+        return true;
+    }
+    bool isNumber = false;
+    push[member] = Json::UInt(text.toUInt(&isNumber));
+    if (!isNumber) {
+        Say(QStringLiteral("No whole number from 0 to 4294967295: %1").arg(text), false);
+    }
+    return isNumber;
+}
+
+void CAdPushPanel::Send() {
+    const AdPush& form = kPushes[m_pPush->currentIndex()];
+    Json::Value push(Json::objectValue);
+    if (!AddNumber(push, "adType", *m_pType) || !AddNumber(push, "adPosition", *m_pPosition) ||
+        !AddNumber(push, "delay", *m_pDelay)) {
+        return;
+    }
+    if (form.ids) {
+        static const QRegularExpression separators(QStringLiteral("[\\s,;]+"));
+        const QStringList ids = m_pIds->text().split(separators, Qt::SkipEmptyParts);
+        for (const QString& id : ids) {
+            push[form.ids].append(id.toStdString());
+        }
+    }
+    Json::Value wish(Json::objectValue);
+    wish[form.member] = push;
+    Json::StreamWriterBuilder builder;
+    builder["indentation"] = "";
+    m_server.Ask("POST", QStringLiteral("/v1/push"), QByteArray::fromStdString(Json::writeString(builder, wish)), this,
+                 [this](const ServerAnswer& answer) {
+                     if (!answer.error.isEmpty()) {
+                         Say(WordsOf(answer), false);
+                         return;
+                     }
+                     Say(QStringLiteral("Sent to connections: %1").arg(answer.body["sent"].asInt()), true);
+                 });
+}
+
+void CAdPushPanel::Say(const QString& words, bool good) {
+    m_pMessage->setText(words);
+    m_pMessage->setProperty("good", good);
+    theme::Repolish(m_pMessage);
+}

@@ -1,0 +1,192 @@
+#include "workbench/rights/AnswerPanel.h"
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QVariant>
+
+#include "PremiumNumbers.h"
+#include "Theme.h"
+#include "workbench/ServerWords.h"
+#include "workbench/WireCommands.h"
+
+namespace {
+
+using EnAnswer = CAnswerPanel::EnAnswer;
+
+/// Both answers have their code in field 1 and a text in field 2.
+constexpr const char* kWithoutCode = "12076e6f20636f6465";
+constexpr unsigned char kCodeTag = 0x08;
+
+struct Choice {
+    EnAnswer answer;
+    const char* name;
+    const char* value;  // what it begins with; null: it takes none
+};
+
+constexpr Choice kChoices[] = {
+    {EnAnswer::Good, "as it should", nullptr},      {EnAnswer::Error, "Error number", "7"},
+    {EnAnswer::OtherCommand, "Wrong command", "1"}, {EnAnswer::Garbage, "Other bytes (hex)", "ff00ff"},
+    {EnAnswer::NoCode, "without a code", nullptr},  {EnAnswer::OtherCode, "another code than 0", "5"},
+};
+
+constexpr uint32_t kCommands[] = {kCommandPremiumAccess, kCommandVipStatus};
+
+enum EnTimes { kTimesOnce, kTimesForEver };
+
+/// The bytes of an answer that has this code and nothing else: a varint, of a negative number in ten bytes.
+std::string AnswerWithCode(int code) {
+    QByteArray bytes(1, char(kCodeTag));
+    auto rest = uint64_t(int64_t(code));
+    for (; rest >= 0x80; rest >>= 7) {
+        bytes.append(char(rest | 0x80));
+    }
+    bytes.append(char(rest));
+    return bytes.toHex().toStdString();
+}
+
+template <class Widget>
+Widget* New(const char* name, QWidget* parent) {
+    auto* widget = new Widget(parent);
+    widget->setObjectName(QString::fromLatin1(name));
+    return widget;
+}
+
+}  // namespace
+
+CAnswerPanel::CAnswerPanel(SetFault setFault, QWidget* parent)
+    : QWidget(parent),
+      m_fnSetFault(std::move(setFault)),
+      m_pCommand(New<QComboBox>("AnswerCommand", this)),
+      m_pAnswer(New<QComboBox>("AnswerKind", this)),
+      m_pValue(New<QLineEdit>("AnswerValue", this)),
+      m_pTimes(New<QComboBox>("AnswerTimes", this)),
+      m_pMessage(New<QLabel>("AnswerMessage", this)) {
+    setObjectName(QStringLiteral("AnswerPanel"));
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setHorizontalSpacing(8);
+    grid->setVerticalSpacing(8);
+    AddRows(grid);
+    ShowTexts();
+}
+
+void CAnswerPanel::AddRows(QGridLayout* grid) {
+    for (const uint32_t command : kCommands) {
+        m_pCommand->addItem(QStringLiteral("%1  %2").arg(command).arg(wire::CommandName(command)), command);
+    }
+    for (const Choice& choice : kChoices) {
+        m_pAnswer->addItem(QString(), int(choice.answer));
+    }
+    m_pTimes->addItem(QString());
+    m_pTimes->addItem(QString());
+    m_pMessage->setTextFormat(Qt::PlainText);
+    m_pMessage->setWordWrap(true);
+    auto* set = New<QPushButton>("AnswerSet", this);
+    set->setText(QStringLiteral("Set"));
+    int row = 0;
+    const auto add = [&](const QString& title, QWidget* widget) {
+        auto* label = new QLabel(this);
+        label->setProperty("role", QStringLiteral("muted"));
+        label->setText(title);
+        grid->addWidget(label, row, 0);
+        grid->addWidget(widget, row++, 1, 1, 2);
+    };
+    add(QStringLiteral("Command"), m_pCommand);
+    add(QStringLiteral("Answer"), m_pAnswer);
+    add(QStringLiteral("Value"), m_pValue);
+    add(QStringLiteral("Times"), m_pTimes);
+    grid->addWidget(m_pMessage, row, 0, 1, 2);
+    grid->addWidget(set, row, 2, Qt::AlignTop);
+    grid->setColumnStretch(1, 1);
+    grid->setRowStretch(row + 1, 1);
+    const auto showValue = [this] {
+        const Choice& choice = kChoices[m_pAnswer->currentIndex()];
+        m_pValue->setEnabled(choice.value != nullptr);
+        m_pValue->setText(choice.value ? QString::fromLatin1(choice.value) : QString());
+        m_pTimes->setEnabled(choice.answer != EnAnswer::Good);
+    };
+    connect(m_pAnswer, qOverload<int>(&QComboBox::currentIndexChanged), this, showValue);
+    connect(set, &QPushButton::clicked, this, &CAnswerPanel::Set);
+    showValue();
+}
+
+void CAnswerPanel::ShowTexts() {
+    for (int index = 0; index < m_pAnswer->count(); ++index) {
+        m_pAnswer->setItemText(index, QString::fromUtf8(kChoices[index].name));
+    }
+    m_pTimes->setItemText(kTimesOnce, QStringLiteral("once"));
+    m_pTimes->setItemText(kTimesForEver, QStringLiteral("For ever"));
+}
+
+// Nothing, with words for the user, for a value that is none.
+std::optional<Json::Value> CAnswerPanel::FaultAsked() {
+    static const QRegularExpression hexPairs(QStringLiteral("^([0-9a-fA-F]{2})*$"));
+    const QString text = m_pValue->text().trimmed();
+    const EnAnswer answer = kChoices[m_pAnswer->currentIndex()].answer;
+    bool isNumber = false;
+    // A command has 32 bits without a sign.
+    const auto number = answer == EnAnswer::OtherCommand ? int(text.toUInt(&isNumber)) : text.toInt(&isNumber);
+    const bool takesNumber =
+        answer == EnAnswer::Error || answer == EnAnswer::OtherCommand || answer == EnAnswer::OtherCode;
+    if (takesNumber && !isNumber) {
+        Say(QStringLiteral("The value must be a whole number"), false);
+        return std::nullopt;
+    }
+    if (answer == EnAnswer::Garbage && !hexPairs.match(text).hasMatch()) {
+        Say(QStringLiteral("The bytes must be pairs of hex digits"), false);
+        return std::nullopt;
+    }
+    Json::Value fault(Json::objectValue);
+    switch (answer) {
+        case EnAnswer::Error:
+            fault["error"] = number;
+            break;
+        case EnAnswer::OtherCommand:
+            fault["replyCommand"] = unsigned(number);
+            break;
+        case EnAnswer::Garbage:
+            fault["bodyHex"] = text.toLower().toStdString();
+            break;
+        case EnAnswer::NoCode:
+            fault["bodyHex"] = kWithoutCode;
+            break;
+        case EnAnswer::OtherCode:
+            fault["bodyHex"] = AnswerWithCode(number);
+            break;
+        case EnAnswer::Good:
+            break;
+    }
+    if (m_pTimes->currentIndex() == kTimesOnce) {
+        fault["times"] = 1;
+    }
+    return fault;
+}
+
+void CAnswerPanel::Set() {
+    const uint32_t command = m_pCommand->currentData().toUInt();
+    std::optional<Json::Value> fault;
+    if (kChoices[m_pAnswer->currentIndex()].answer != EnAnswer::Good) {
+        fault = FaultAsked();
+        if (!fault) {
+            return;
+        }
+    }
+    const QString words = QStringLiteral("%1 \u00B7 %2").arg(command).arg(m_pAnswer->currentText());
+    m_fnSetFault(command, fault, [self = QPointer<CAnswerPanel>(this), words](const ServerAnswer& answer) {
+        if (self) {
+            self->Say(answer.error.isEmpty() ? QStringLiteral("The next answer: %1").arg(words) : WordsOf(answer),
+                      answer.error.isEmpty());
+        }
+    });
+}
+
+void CAnswerPanel::Say(const QString& words, bool good) {
+    m_pMessage->setText(words);
+    m_pMessage->setProperty("good", good);
+    theme::Repolish(m_pMessage);
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QTimer>
+#include <QWidget>
+
+class CRefreshBoard;
+class QLabel;
+
+/// The board of refreshes, live. `board` must outlive it.
+class CRefreshView : public QWidget {
+public:
+    explicit CRefreshView(const CRefreshBoard& board, QWidget* parent = nullptr);
+
+private:
+    QLabel* AddRow(const char* name, const QString& title);
+    void Show();
+    void ShowTimer();
+
+    const CRefreshBoard& m_board;
+    QTimer m_batch;  // what comes in a storm is shown a few times a second
+    QTimer m_tick;
+    QLabel* m_pPremium;
+    QLabel* m_pVip;
+    QLabel* m_pInFlight;
+    QLabel* m_pWaiting;
+    QLabel* m_pHourly;
+};
