@@ -1,4 +1,4 @@
-// Servers that break their word: the request fails, the client's main thread stays free, and the client goes on.
+// Faulty servers: the request fails, the main thread stays free, and the next request is answered.
 #include "RealHttpTest.h"
 #include "support/SliceMeter.h"
 
@@ -71,7 +71,7 @@ TEST_F(HttpFaultTest, RedirectsThatNeverEndCountAgainstTheSameTimeLimitAndTheirN
     Start(Post("/"));
 
     ExpectEnd(kHttpRedirected, 307);
-    EXPECT_THAT(server.Requests(), SizeIs(6));  // the first one and five that were followed
+    EXPECT_THAT(server.Requests(), SizeIs(6));  // the first and five redirects
 }
 
 TEST_F(HttpFaultTest, ALengthThatIsTooLargeIsCutBeforeItsBody) {
@@ -90,7 +90,7 @@ TEST_F(HttpFaultTest, AHundredMiBWithoutALengthAreCutAsSoonAsThereIsTooMuch) {
 
     ExpectEnd(kHttpTooLarge, 200);
     EXPECT_TRUE(WaitUntil([&] { return !server.IsOpen(line); }));
-    // what the two ends of the line hold for each other comes on top
+    // The buffers of the connection add to the maximum.
     EXPECT_LT(server.Flooded(), 24 * kMiB);
     ExpectItGoesOn();
 }
@@ -132,7 +132,7 @@ TEST_F(HttpFaultTest, AnAnswerThatIsCutAtAnyByteFails) {
         EXPECT_EQ(answer->m_strBody, "");
         EXPECT_EQ(calls, before + 1);
     }
-    // each was sent once: what a server counts is counted once
+    // No request was sent again.
     EXPECT_THAT(server.Requests(), SizeIs(size_t(whole.size())));
     ExpectItGoesOn();
 }
@@ -140,7 +140,7 @@ TEST_F(HttpFaultTest, AnAnswerThatIsCutAtAnyByteFails) {
 TEST_F(HttpFaultTest, ChunksThatAreCutAtAnyByteFail) {
     const QByteArray head = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n";
     const QByteArray chunks = "5\r\nabcde\r\n3;x=y\r\nfgh\r\n0\r\nx-after: 1\r\n\r\n";
-    // Behind a trailer libcurl does without the empty line: all chunks are there.
+    // libcurl does not require the empty line behind a trailer. All chunks are complete.
     const int complete = chunks.size() - int(sizeof("\r\n") - 1);
     for (int cut = 0; cut < complete; ++cut) {
         SCOPED_TRACE("cut after " + std::to_string(cut) + " bytes");
@@ -190,7 +190,7 @@ TEST_F(HttpFaultTest, GarbageInPlaceOfAnAnswerFails) {
         SCOPED_TRACE(garbage.toStdString());
         const int line = Exchange(Post("/")).connection;
         server.Write(line, garbage);
-        // the client ends it by itself
+        // The client closes the connection.
         ASSERT_TRUE(WaitUntil([this] { return answer.has_value(); }));
         EXPECT_EQ(answer->m_nResult, kHttpCut);
         EXPECT_EQ(answer->m_strBody, "");

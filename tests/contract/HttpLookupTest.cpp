@@ -25,9 +25,9 @@ public:
         --m_nHanging;
     }
 
-    void Release() {
+    void SetReleased(bool released) {
         const std::lock_guard lock(m_mutex);
-        m_bReleased = true;
+        m_bReleased = released;
         m_change.notify_all();
     }
 
@@ -66,8 +66,9 @@ namespace {
 
 class HttpLookupTest : public RealHttpTest {
 protected:
+    HttpLookupTest() { Lookups().SetReleased(false); }
     ~HttpLookupTest() override {
-        Lookups().Release();
+        Lookups().SetReleased(true);
         EXPECT_TRUE(WaitUntil([] { return Lookups().Count() == 0; }));
     }
 

@@ -1,4 +1,4 @@
-// What goes over the line, and what is not sent at all.
+// The bytes of requests, and the requests that are refused.
 #include <QEventLoop>
 #include <QFile>
 #include <QTemporaryDir>
@@ -131,7 +131,7 @@ TEST_F(HttpServiceTest, ProgressIsCountedInBytes) {
     EXPECT_THAT(down, Contains(2000));
 }
 
-/// What a callback needs that may be gone before its loop ends: all of this lies outside of it.
+/// Runs an event loop in a callback. It lives outside the callback, which may be destroyed before the loop ends.
 struct LoopInCallback {
     void Run() {
         if (!begun) {
@@ -151,7 +151,7 @@ TEST_F(HttpServiceTest, AProgressCallbackMayWaitForTheEndInALoopOfItsOwn) {
     LoopInCallback inside;
     auto owned = std::make_shared<int>(0);
     inside.held = owned;
-    // A task behind the answer ends the loop: what goes with the exchange is gone by then.
+    // A task after the response ends the loop, when the exchange is already destroyed.
     const auto onAnswer = [&](unsigned long, const HttpRspInfo& response) {
         answer = response;
         QTimer::singleShot(0, &inside.loop, &QEventLoop::quit);
@@ -262,13 +262,13 @@ TEST_F(HttpServiceTest, InAReleaseBuildTheServerThatWasNamedIsSpokenToPlainlyAnd
     elsewhere.m_strUrl = other.Url() + "/";
     Start(elsewhere);
     ExpectEnd(kHttpBadRequest, 0);
-    // also not by way of the one
+    // A redirect does not lead there either.
     server.Answer(Exchange(Post("/")).connection, 307, "",
                   "Location: " + QByteArray::fromStdString(other.Url()) + "/\r\n");
     ExpectEnd(kHttpRedirected, 307);
     EXPECT_EQ(other.ConnectionCount(), 0);
 
-    // the next one is in place of it
+    // The next origin replaces the first.
     http->AllowInsecureOrigin(QUrl(QString::fromStdString(other.Url())));
     Start(Post("/"));
     ExpectEnd(kHttpBadRequest, 0);

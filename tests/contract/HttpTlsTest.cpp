@@ -1,4 +1,4 @@
-// Only a server that proves who it is hears anything of us.
+// A request is sent only to a server with a verified certificate.
 #include <QHostAddress>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -10,7 +10,7 @@ using namespace ::testing;
 
 namespace {
 
-/// Somebody on the line between client and server, who can add bytes.
+/// A relay between client and server that can add bytes.
 class CMiddle : public QObject {
 public:
     explicit CMiddle(quint16 server) {
@@ -116,7 +116,7 @@ TEST_F(HttpTlsTest, ABodyWithoutALengthIsNoWholeOneWhereTheLineIsBroken) {
     server.Write(Arrived().connection, "HTTP/1.1 200 OK\r\n\r\nhalf");
     ASSERT_TRUE(WaitUntil([&] { return read == 4; }));
 
-    // a record that no key opens
+    // A TLS record that cannot be decrypted.
     middle.SayToClient(QByteArray("\x17\x03\x03\x00\x20", 5) + QByteArray(32, 'x'));
 
     ExpectEnd(kHttpCut, 200);

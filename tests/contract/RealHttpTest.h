@@ -12,7 +12,7 @@
 #include "support/ScriptedLog.h"
 #include "support/ScriptedQueries.h"
 
-/// The client's HTTP, a server that the test plays byte by byte, and the real network between them.
+/// The HTTP service and a server whose bytes the test writes, over a real connection.
 class RealHttpTest : public ::testing::Test {
 protected:
     RealHttpTest() {
@@ -51,13 +51,13 @@ protected:
             &guard, kHttpWorkPoolDefault, nullptr, nullptr);
     }
 
-    /// The next request of the server's, which has a connection of its own.
+    /// Waits for the next request and returns it.
     RawHttpRequest Arrived() {
         EXPECT_TRUE(WaitUntil([this] { return server.Requests().size() > taken; }));
         return server.Requests().size() > taken ? server.Requests()[taken++] : RawHttpRequest();
     }
 
-    /// Starts a request and gives it once it arrived.
+    /// Starts a request and returns it as it arrived.
     RawHttpRequest Exchange(const HttpReqInfo& request) {
         Start(request);
         return Arrived();
@@ -71,7 +71,7 @@ protected:
         EXPECT_EQ(http->RunningCount(), 0);
     }
 
-    /// Requests are answered as if nothing had been.
+    /// Checks that the next request is answered.
     void ExpectItGoesOn() {
         const int before = calls;
         server.Answer(Exchange(Post("/next")).connection, 200, "well");

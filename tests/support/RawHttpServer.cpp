@@ -7,8 +7,8 @@
 
 namespace {
 
-// No more waits for the client than this: what it does not take is not sent.
-constexpr qint64 kMostUnsent = 64 << 10;
+// A flood stops while this many bytes wait for the client.
+constexpr qint64 kMaxUnsent = 64 << 10;
 
 /// The value of a header in `head`, its name in any case.
 QByteArray HeaderIn(const QByteArray& head, const QByteArray& name) {
@@ -147,7 +147,7 @@ void CRawHttpServer::Pour(int number) {
         return;
     }
     Connection& connection = found->second;
-    while (connection.toFlood > 0 && connection.socket->bytesToWrite() < kMostUnsent) {
+    while (connection.toFlood > 0 && connection.socket->bytesToWrite() < kMaxUnsent) {
         const qint64 count = std::min<qint64>(connection.toFlood, connection.unit.size());
         connection.socket->write(connection.unit.constData(), count);
         connection.toFlood -= count;

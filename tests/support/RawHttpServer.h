@@ -11,20 +11,20 @@
 
 class QTcpSocket;
 
-/// A request as it came over the line, whole.
+/// A complete request as received.
 struct RawHttpRequest {
     int connection = 0;
     std::string method;
     std::string target;  // path and query
-    std::string head;    // all of its lines, each with its ending
+    std::string head;    // all lines with their endings
     std::string body;
 
-    /// The value of a header, whatever the case of its name; empty if there is none.
+    /// Returns the value of a header, empty if there is none. The case of `name` does not matter.
     std::string Header(const std::string& name) const;
 };
 
-/// An HTTP server that writes its bytes by hand, for what no well-behaved one would do: half an answer, a flood,
-/// silence. Lives on the test's own event loop; connections are counted from 1.
+/// An HTTP server whose bytes the test writes: half a response, a flood, silence. It runs on the event loop of the
+/// test. Connections are numbered from 1.
 class CRawHttpServer : public QObject {
 public:
     using Handler = std::function<void(const RawHttpRequest& request)>;
@@ -32,40 +32,40 @@ public:
     CRawHttpServer();
     ~CRawHttpServer() override;
 
-    /// Listens on the loopback address; after a Close on the same port again. False if the port is taken.
+    /// Listens on the loopback address, after Close() on the same port again. Returns false if the port is taken.
     bool Listen();
 
-    /// Stops listening and cuts all connections.
+    /// Stops listening and aborts all connections.
     void Close();
 
-    /// The connections to come are encrypted.
+    /// Encrypts later connections.
     void SpeakTls(const QSslCertificate& certificate, const QSslKey& key);
 
-    /// What is written to each connection as soon as it is made.
+    /// Writes `bytes` to each later connection as soon as it is open.
     void SetGreeting(const QByteArray& bytes) { m_greeting = bytes; }
 
-    /// Without a slash at its end; of plain connections.
+    /// Returns the address for unencrypted connections, without a final slash.
     std::string Url() const;
     quint16 Port() const { return m_nPort; }
 
     const std::vector<RawHttpRequest>& Requests() const { return m_requests; }
 
-    /// Called for each request once it is whole, instead of nothing.
+    /// Calls `handler` for each complete request.
     void SetHandler(Handler handler) { m_fnHandler = std::move(handler); }
 
-    /// Writes these very bytes; nothing once the client is gone.
+    /// Writes exactly these bytes. Nothing happens once the client has disconnected.
     void Write(int connection, const QByteArray& bytes);
 
-    /// A whole answer, and the end of the connection. `headers` are lines, each with its ending.
+    /// Writes a complete response and closes the connection. `headers` are lines with their endings.
     void Answer(int connection, int status, const QByteArray& body, const QByteArray& headers = {});
 
-    /// Writes `unit` as fast as the client takes it until so many bytes went out, and then nothing more.
+    /// Writes `unit` again and again, as fast as the client reads, until `bytes` bytes are written.
     void Flood(int connection, qint64 bytes, const QByteArray& unit);
 
-    /// Bytes of floods that were handed to the system so far.
+    /// Returns the bytes of floods given to the operating system so far.
     qint64 Flooded() const { return m_nFlooded; }
 
-    /// Ends the connection after what was written.
+    /// Closes the connection after the bytes written so far.
     void HangUp(int connection);
 
     bool IsOpen(int connection) const { return m_connections.count(connection) == 1; }
@@ -82,7 +82,7 @@ private:
     class CListener : public QTcpServer {
     public:
         QSslCertificate certificate;
-        QSslKey key;  // null: connections are plain
+        QSslKey key;  // null: connections are not encrypted
 
     protected:
         void incomingConnection(qintptr handle) override;

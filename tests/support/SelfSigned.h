@@ -3,11 +3,11 @@
 #include <QSslCertificate>
 #include <QSslKey>
 
-/// A certificate that nobody vouches for, with its key; both are made for the length of a test.
+/// A certificate that no authority signed, and its key, generated for one test.
 struct SelfSigned {
     QSslCertificate certificate;
     QSslKey key;
 };
 
-/// For a server that is reached at this address of version 4.
+/// Returns a certificate for a server at this IPv4 address.
 SelfSigned NewSelfSigned(const char* address);

@@ -1,18 +1,21 @@
 #include "http/CurlLoop.h"
 
 #include <QSocketNotifier>
+#include <algorithm>
 
 CCurlLoop::CCurlLoop() {
     m_timer.setSingleShot(true);
     m_timer.setTimerType(Qt::PreciseTimer);
     connect(&m_timer, &QTimer::timeout, this, [this] { Act(CURL_SOCKET_TIMEOUT, 0); });
+    m_endTimer.setSingleShot(true);
+    connect(&m_endTimer, &QTimer::timeout, this, &CCurlLoop::ReportEnd);
 }
 
 CCurlLoop::~CCurlLoop() {
     curl_multi_cleanup(m_pMulti);
 }
 
-void CCurlLoop::Add(CURL* transfer, QObject* context, Done done) {
+void CCurlLoop::Add(CURL* transfer, Done done) {
     // Initialising the library is left to the first request, because the start of the client does not need it.
     if (!m_pMulti) {
         curl_global_init(CURL_GLOBAL_DEFAULT);
@@ -22,12 +25,17 @@ void CCurlLoop::Add(CURL* transfer, QObject* context, Done done) {
         curl_multi_setopt(m_pMulti, CURLMOPT_TIMERFUNCTION, &CCurlLoop::OnTimerSet);
         curl_multi_setopt(m_pMulti, CURLMOPT_TIMERDATA, this);
     }
-    m_listeners[transfer] = {context, std::move(done)};
+    m_listeners[transfer] = std::move(done);
     curl_multi_add_handle(m_pMulti, transfer);
 }
 
 void CCurlLoop::Remove(CURL* transfer) {
     m_listeners.erase(transfer);
+    const auto ended =
+        std::find_if(m_ended.begin(), m_ended.end(), [&](const auto& end) { return end.first == transfer; });
+    if (ended != m_ended.end()) {
+        m_ended.erase(ended);
+    }
     curl_multi_remove_handle(m_pMulti, transfer);
 }
 
@@ -70,11 +78,24 @@ void CCurlLoop::Act(curl_socket_t socket, int events) {
     curl_multi_socket_action(m_pMulti, socket, events, &running);
     int left = 0;
     while (const CURLMsg* message = curl_multi_info_read(m_pMulti, &left)) {
-        const auto listener = m_listeners.find(message->easy_handle);
-        if (message->msg == CURLMSG_DONE && listener != m_listeners.end()) {
-            const CURLcode code = message->data.result;
-            QMetaObject::invokeMethod(
-                listener->second.context, [done = listener->second.done, code] { done(code); }, Qt::QueuedConnection);
+        if (message->msg == CURLMSG_DONE) {
+            m_ended.emplace_back(message->easy_handle, message->data.result);
+            m_endTimer.start(0);
         }
     }
+}
+
+// A timer and not a queued call, which could wait for the end of an event loop that an earlier callback runs. One end
+// at a time, and the timer is started first, because a callback may run an event loop or destroy this object.
+void CCurlLoop::ReportEnd() {
+    if (m_ended.empty()) {
+        return;  // removed since
+    }
+    const auto [transfer, code] = m_ended.front();
+    m_ended.pop_front();
+    if (!m_ended.empty()) {
+        m_endTimer.start(0);
+    }
+    const Done done = m_listeners.at(transfer);
+    done(code);
 }

@@ -4,9 +4,11 @@
 
 #include <QObject>
 #include <QTimer>
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
+#include <utility>
 
 class QSocketNotifier;
 
@@ -20,11 +22,11 @@ public:
     CCurlLoop();
     ~CCurlLoop() override;
 
-    /// Starts `transfer`. When it has ended, `done` runs once from the event loop, with no call of libcurl on the
-    /// stack, unless `context` is gone. The transfer stays added until Remove().
-    void Add(CURL* transfer, QObject* context, Done done);
+    /// Starts `transfer`. When it has ended, `done` runs once, later, with no call of libcurl on the stack. The
+    /// transfer stays added until Remove().
+    void Add(CURL* transfer, Done done);
 
-    /// Aborts `transfer` if it has not ended. An end that was already reported to the event loop still runs `done`.
+    /// Aborts `transfer` if it has not ended. `done` is not called from then on.
     void Remove(CURL* transfer);
 
 private:
@@ -32,18 +34,17 @@ private:
         std::unique_ptr<QSocketNotifier> read;
         std::unique_ptr<QSocketNotifier> write;
     };
-    struct Listener {
-        QObject* context = nullptr;
-        Done done;
-    };
 
     static int OnSocketWatched(CURL* transfer, curl_socket_t socket, int what, void* loop, void* watch);
     static int OnTimerSet(CURLM* multi, long timeoutMs, void* loop);
     void SetNotifier(std::unique_ptr<QSocketNotifier>& notifier, curl_socket_t socket, int event, bool wanted);
     void Act(curl_socket_t socket, int events);
+    void ReportEnd();
 
     CURLM* m_pMulti = nullptr;
     QTimer m_timer;
     std::map<curl_socket_t, Watch> m_watches;
-    std::map<CURL*, Listener> m_listeners;
+    std::map<CURL*, Done> m_listeners;
+    std::deque<std::pair<CURL*, CURLcode>> m_ended;  // not reported yet
+    QTimer m_endTimer;
 };

@@ -87,7 +87,7 @@ void CHttpExchange::Connect() {
         return;
     }
     m_transfer->added = true;
-    m_loop.Add(m_transfer->easy, this, [this](CURLcode code) { OnDone(code); });
+    m_loop.Add(m_transfer->easy, [this](CURLcode code) { OnDone(code); });
 }
 
 bool CHttpExchange::Configure(Transfer& transfer) {
@@ -201,7 +201,7 @@ void CHttpExchange::Report(const core::network::http::Progress& progress, qint64
 }
 
 void CHttpExchange::OnDone(CURLcode code) {
-    // The end may have been reported to the event loop before Abort().
+    // Aborted before a failed configuration was reported.
     if (!m_transfer) {
         return;
     }
