@@ -12,7 +12,7 @@ class CGrowthBizLogUtil : public QObject {
     Q_OBJECT
 
 public:
-    /// Which subsystem speaks; the names of the values are the tags of the lines.
+    /// The subsystem that writes a line. The name of a value is the tag of its lines.
     enum ModuleType : int {
         AIChat = 0,
         Ad = 1,
@@ -36,8 +36,8 @@ constexpr const char* kGrowthModuleTag = "ZRGrowth";
 
 namespace growth_log {
 
-// The first argument carries the text for the compile-time check of its fields, the second is the
-// same text as the macro below can't take it away from the rest.
+// The first argument holds the text for the compile-time check of its fields. The second is the same text, which the
+// macro below cannot separate from the other arguments.
 template <class Text, class... Args>
 std::string Format(const Text& text, const char* /*sameText*/, const Args&... args) {
     return fmt::format(text, args...);
@@ -50,13 +50,12 @@ std::string Format(const Text& text, const char* /*sameText*/, const Args&... ar
     CGrowthBizLogUtil::WriteLog(GROWTH_SOURCE, __LINE__, __func__, severity, kLogModuleType, \
                                 growth_log::Format(FMT_STRING(GROWTH_FIRST(__VA_ARGS__, "")), __VA_ARGS__))
 
-/// One log line: a literal with `{}` for each of its values, and those. They take the place where they stand, so
-/// they belong into named functions; GROWTH_SOURCE comes from the build, and the source that uses them
-/// says which subsystem it is by a constant `kLogModuleType`.
+/// Logs one line: a format literal and its arguments. The call site is recorded, so call it from named functions, not
+/// from lambdas. The build defines GROWTH_SOURCE; the calling source defines the constant `kLogModuleType`.
 #define LogInfo(...) GROWTH_LOG(kZRLogInfo, __VA_ARGS__)
 #define LogError(...) GROWTH_LOG(kZRLogError, __VA_ARGS__)
 
 #define GROWTH_TEXT_OF(number) #number
 #define GROWTH_LINE_TEXT(number) GROWTH_TEXT_OF(number)
-/// Where a bus handle stands.
+/// The call site of a bus handle.
 #define GROWTH_HERE "[ZRGrowth]:" GROWTH_SOURCE "@" GROWTH_LINE_TEXT(__LINE__)

@@ -2,7 +2,7 @@
 
 class IZRPluginModule;
 
-/// What libZRGrowth.so exports, and all of it.
+/// The exported symbols of libZRGrowth.so.
 extern "C" {
 
 /// A new module object, which the caller gives back to the matching Destroy.
@@ -14,7 +14,7 @@ __attribute__((visibility("default"))) void DestroyZRPluginModule(IZRPluginModul
 __attribute__((visibility("default"))) void DestroyZRPluginModuleCZRGrowthModule(IZRPluginModule* module);
 
 /// Makes a module object and registers it with the plug-in centre. Returns what the centre returned, or 0
-/// if there is no object. What the centre throws goes on to the caller.
+/// if there is no object. An exception of the centre reaches the caller.
 __attribute__((visibility("default"))) int LoadPluginModuleCZRGrowthModule();
 
 }  // extern "C"

@@ -9,8 +9,8 @@
 
 namespace growth {
 
-/// Makes a manager and gives it to the main thread: the first use may come from another one, and an object
-/// of that thread could neither have children made on the main thread nor get posted tasks.
+/// Creates a manager and moves it to the main thread. The first use may come from another thread, whose objects could
+/// have no children of the main thread and get no posted tasks.
 template <class Manager>
 Manager* NewManager() {
     auto* manager = new Manager;

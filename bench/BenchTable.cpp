@@ -85,7 +85,7 @@ bool Row::IsMissed() const {
 int RunComparisons(int argc, char** argv, const std::vector<Comparison>& comparisons) {
     std::vector<char*> arguments(argv, argv + argc);
     const Options options = TakeOptions(arguments);
-    // What the caller says himself comes later and so wins.
+    // Options of the caller come later and take precedence.
     std::vector<std::string> standard = {"--benchmark_enable_random_interleaving=true"};
     standard.emplace_back(options.quick ? "--benchmark_repetitions=1" : "--benchmark_repetitions=31");
     standard.emplace_back(options.quick ? "--benchmark_min_time=0" : "--benchmark_min_time=0.02");

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-/// The table of ./dev bench. Machines are noisy, so a figure stands beside a floor or a peer that was measured
-/// in the same run, in turn with it, and only their ratio is judged.
+/// The table of ./dev bench. Machines are noisy, so each figure is measured alternately with a reference in the same
+/// run. Only their ratio has a goal.
 namespace bench {
 
 /// Two benchmarks of one executable, by the names they are registered under.
@@ -34,7 +34,7 @@ struct Row {
 /// arguments are understood too. Gives the exit code: 1 when a goal is missed or a benchmark did not run.
 int RunComparisons(int argc, char** argv, const std::vector<Comparison>& comparisons);
 
-/// What every bench executable takes.
+/// The options of every benchmark program.
 struct Options {
     bool quick = false;   // each measurement once, nothing judged
     bool asRows = false;  // for ReadRows and not for people

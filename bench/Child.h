@@ -9,7 +9,7 @@ namespace bench {
 /// CLOCK_MONOTONIC in nanoseconds: one clock for all processes.
 int64_t MonotonicNanos();
 
-/// What a program that ran to its end printed, and how it went.
+/// The output and the exit status of a program.
 struct Outcome {
     int exitCode;  // -1 when it could not be started or died of a signal
     int64_t beganNanos;

@@ -28,7 +28,7 @@ void CZRPremiumManager::OnLogin() {
     }
 }
 
-// The handler is not told, on purpose: its timer and its requests go on.
+// The handler is not notified, on purpose: its timer and its requests continue.
 void CZRPremiumManager::OnLogout() {
     if (m_pModel) {
         m_pModel->ClearPremiumData();

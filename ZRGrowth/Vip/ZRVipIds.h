@@ -7,5 +7,5 @@ constexpr uint32_t kCmdVipStatus = 20831;
 constexpr uint32_t kCmdVipStatusPush = 20832;
 constexpr unsigned int kMsgVipStatusChanged = 80052;
 
-/// What the trade module is asked about a user who is no member.
+/// The query to the trade module about a user who is no member.
 constexpr int kTradeQueryVipEngine = 1007;

@@ -1,5 +1,5 @@
-// One message to ten subscribers, each bound on behalf of an object that may die: beside ten virtual calls, the
-// least that telling ten objects costs, and beside a direct signal, which one would use without a bus.
+// One message to ten subscribers, each bound with a context object. The references are ten virtual calls, which is the
+// minimum, and a direct signal, which is the alternative without a bus.
 #include <benchmark/benchmark.h>
 
 #include <QCoreApplication>

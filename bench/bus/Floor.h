@@ -7,8 +7,8 @@
 
 #include "core/message_dispatch.h"
 
-/// What it costs at least to tell one object: a virtual call with the message's arguments by value. Its body is
-/// in another file, so that no compiler sees through the call.
+/// The minimum cost of a notification: a virtual call with the message's arguments by value. The body is in another
+/// file, so that the compiler cannot inline it.
 class IListener {
 public:
     virtual ~IListener() = default;
@@ -24,7 +24,7 @@ inline void Note(unsigned int messageId, unsigned long wParam, const std::shared
 
 std::unique_ptr<IListener> NewListener();
 
-/// The toolkit's own way to tell many.
+/// A notification by a direct signal.
 class CSignaller : public QObject {
     Q_OBJECT
 

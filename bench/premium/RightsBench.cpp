@@ -1,5 +1,5 @@
-// An answer with all rights on its way into the table, beside the parse that it can't do without, and reading one
-// right, beside the lock and the copy.
+// The time from an answer with all rights to the table, relative to the parse alone. Reading one right is relative to
+// the lock and the copy alone.
 #include <benchmark/benchmark.h>
 
 #include <QCoreApplication>

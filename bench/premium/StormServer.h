@@ -8,8 +8,8 @@
 
 class QWebSocket;
 
-/// A server of the command channel that answers each request with the same bytes, and pushes when told to. For a
-/// thread of its own, so that the client's is not charged for it.
+/// A server of the command channel that answers each request with the same bytes, and pushes on request. It has a
+/// thread of its own, so that its time does not count as the client's.
 class CStormServer : public QObject {
     Q_OBJECT
 
@@ -20,7 +20,7 @@ public:
     /// On the thread of the server, before any client comes. Empty where no port is to be had.
     QUrl Listen();
 
-    /// Pushes `count` times within a second, in bursts of a hundredth; nobody is told when it is done.
+    /// Pushes `count` times within a second, in bursts of a hundredth. There is no notification of the end.
     void PushWithinASecond(int count);
 
     /// Requests that were answered. Callable from any thread.

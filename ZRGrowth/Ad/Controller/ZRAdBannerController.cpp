@@ -81,14 +81,14 @@ void CZRAdBannerController::ShowAd(CZRAdModelList* list) {
         Complete(NewBanner(*list));
         return;
     }
-    // Who embeds banners sees in an internal build that there was none; a release leaves him without an answer.
+    // In an internal build the caller learns that there is no banner; in a release the callback does not run.
     if (!core::environment::IsReleaseAppVersion()) {
         Complete(nullptr);
     }
 }
 
 void CZRAdBannerController::Complete(QWidget* banner) {
-    // Who gets the banner may ask for another one at once, which replaces what is just being called.
+    // The callback may request another banner, which replaces the function that is running.
     const std::function<void(QWidget*)> complete = m_fnComplete;
     if (complete) {
         complete(banner);

@@ -48,7 +48,7 @@ CZRAdController::~CZRAdController() {
 
 void CZRAdController::RequestAd(ZRAdApiType apiType, int adPosition, QList<QString> const& adIdList) {
     const qint64 now = core::time_date::GetSvrTimeStamp();
-    // A clock that went back refuses as well. What is refused does not prolong the wait.
+    // A clock that went back refuses as well. A refused request does not prolong the interval.
     if (now - m_lastRequestTimeStamp < kRequestInterval) {
         LogInfo(
             "Request ad limited. currentTimeStamp = {}, lastRequestTimeStamp = {}, requestInterval = {}, adType = {}, "
@@ -206,7 +206,7 @@ bool CZRAdController::CheckAdIsValid(CZRAdModelList* list) {
         return false;
     }
     const qint64 now = core::time_date::GetSvrTimeStamp();
-    // What is taken out stays the list's child, and goes with it. An entry without an ad is a subclass's to refuse.
+    // A removed ad stays the list's child and is deleted with it. Subclasses refuse entries without an ad.
     ads->erase(std::remove_if(ads->begin(), ads->end(), [this, now](CZRAdModel* ad) { return ad && !IsDue(*ad, now); }),
                ads->end());
     if (ads->isEmpty()) {

@@ -11,8 +11,8 @@ class CZRAdApiClient;
 class CZRAdQualityMonitoringReporter;
 class CZRAdReporter;
 
-/// One ad slot, a pair of type and position: asks for its ads, limits how often, drops what is out of date, owns
-/// the list that is current, and reports. What the slot looks like and when it may appear is its subclass's.
+/// Controls one ad position: requests its ads, limits the rate, removes ads outside their time window, owns the
+/// current list, and reports. A subclass defines appearance and display conditions.
 /// Main thread. The order of the virtual operations is fixed.
 class CZRAdController : public QObject {
     Q_OBJECT
@@ -73,7 +73,7 @@ protected:
     static QString GetFirstAdIdFromDataModel(CZRAdModelList* list);
     static QList<QString> GetAllAdIdFromDataModel(CZRAdModelList* list);
 
-    /// Under which the time of the slot's last show is kept: per user, position and interval type.
+    /// Returns the store key of the last show time, by user, position and interval type.
     QString GetAdLastShowTimeStampKey(int adPosition, int showIntervalType);
 
     /// The client's id of its latest request.

@@ -122,8 +122,8 @@ void CZRAdManager::OnLanguageChanged(uint32_t /*uMsg*/, qulonglong /*wParam*/,
     }
 }
 
-// The first change only says where the user is: a popup that waits is not tried. A key of 0 makes the next change
-// the first one again.
+// The first change only sets the current tab and does not try a waiting popup. After a key of 0 the next change is a
+// first one again.
 void CZRAdManager::OnTabFrameChanged(uint32_t /*uMsg*/, qulonglong wParam,
                                      std::shared_ptr<core::CMessageBody> /*pMsg*/) {
     const auto newTab = EnZRTabFrameKey(int64_t(wParam));

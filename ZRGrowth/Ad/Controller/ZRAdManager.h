@@ -54,7 +54,7 @@ public Q_SLOTS:
                                const CSResponseExt* pRspExt);
 
 private:
-    /// What a push asks for, `delay` seconds from now; only the bottom popup's slot reacts.
+    /// Makes the request of a push after `delay` seconds. Only the position of the bottom popup reacts.
     void RequestAfterPush(uint32_t adType, uint32_t adPosition, uint32_t delay, ZRAdApiType apiType,
                           const QList<QString>& adIds);
 

@@ -186,7 +186,7 @@ void CZRAdPopupController::OnImageLoadSucceeded(QString imageUrl, qlonglong time
         return;
     }
     CZRAdController::OnImageLoadSucceeded(imageUrl, time, count, adId);
-    // Whoever watches the card may take it away as it comes up, or this slot.
+    // A slot that observes the card may delete the card or this controller.
     const QPointer<CZRAdPopupController> alive(this);
     if (m_adPopupView) {
         m_adPopupView->setVisible(true);

@@ -8,8 +8,8 @@
 class CZRAdPopupModel;
 class QTimer;
 
-/// A slot whose ad appears by itself over the main window: decides whether now is the moment, has the view made
-/// hidden, and shows it when its picture is in and the moment still good. What the view is belongs to a subclass.
+/// Controls an ad that appears by itself over the main window. It checks the display conditions, creates a hidden view,
+/// and shows it when its picture is loaded and the conditions are still met. A subclass creates the view.
 class CZRAdPopupController : public CZRAdController {
     Q_OBJECT
 
@@ -17,8 +17,8 @@ public:
     explicit CZRAdPopupController(QObject* parent);
     ~CZRAdPopupController() override;
 
-    /// Shows the waiting list if it may be shown now, keeps it if not, and throws it away if it is good for
-    /// nothing any more.
+    /// Shows the waiting list if the display conditions are met. Otherwise it keeps the list, or deletes it if no ad in
+    /// it can be shown any more.
     void TryShowAdPopup();
 
     using CZRAdController::CloseAd;

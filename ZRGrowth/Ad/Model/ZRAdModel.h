@@ -12,7 +12,7 @@
 /// An ad server's answer as objects. Each `Decode` gives true when the object is complete; false when it must not
 /// be used, which it has logged. Nothing is thrown, whatever the JSON is. Times are seconds of the server's clock.
 
-/// What every ad has.
+/// The part of an ad that all types have.
 class CZRAdModel : public QObject {
     Q_OBJECT
 

@@ -25,7 +25,7 @@ enum ZRAdCloseType : int {
     ZRAdCloseTypePushOffline = 7,
 };
 
-/// What the user did to an ad. 1 is never sent.
+/// An action of the user on an ad. 1 is never sent.
 enum ZRAdActionType : int {
     ZRAdActionTypeClick = 0,
     ZRAdActionTypeClose = 2,

@@ -20,7 +20,7 @@ namespace {
 
 constexpr auto kLogModuleType = CGrowthBizLogUtil::Ad;
 
-// Of the type that the host takes, so that no call makes them anew. clazy:excludeall=non-pod-global-static
+// std::string is the parameter type of the host, so no call creates a copy. clazy:excludeall=non-pod-global-static
 const std::string strAdSearchUrl = "/ad/search";
 const std::string strAdCheckUrl = "/ad/check";
 const std::string strAdExposeUrl = "/ad/expose";
@@ -45,7 +45,7 @@ bool ParseJson(const std::string& text, Json::Value& value) {
     }
 }
 
-// The code of an answer to an exposure: 0 where it says none, nothing where it can't be read.
+// Returns the code of an answer to an exposure: 0 if it is absent, nothing if it is unreadable.
 std::optional<int> CodeOf(const Json::Value& answer) {
     if (!answer.isObject()) {
         return answer.isNull() ? std::optional<int>(0) : std::nullopt;

@@ -8,7 +8,7 @@
 #include "Ad/Model/ZRAdModel.h"
 #include "core/network/http.h"
 
-/// Talks to the ad server: asks for ads and tells of exposures. Nothing is tried again. Main thread.
+/// The HTTP client of the ad server: requests ads and reports exposures, without retries. Main thread.
 /// Its signals are for queued connections.
 class CZRAdApiClient : public QObject {
     Q_OBJECT
@@ -21,11 +21,11 @@ public:
     /// started no signal follows.
     void RequestAd(ZRAdApiType apiType, ZRAdType adType, int adPosition, QList<QString> const& adIdList);
 
-    /// Tells of an exposure of `exposeDuration` milliseconds. Any number of them may be out at once.
+    /// Reports an exposure of `exposeDuration` milliseconds. Any number of these requests may run at the same time.
     void ExposeAd(ZRAdType adType, int adPosition, QList<QString> const& adIdList, QString const& exposeId,
                   long long exposeDuration, QList<QString> const& pushIdList);
 
-    /// Of the latest request for ads; empty before the first.
+    /// Returns the id of the latest request for ads; empty before the first.
     QString GetAdRequestId() { return m_adRequestId; }
 
 Q_SIGNALS:

@@ -21,7 +21,7 @@ public:
     void ReportAdExposureResult(ZRAdType adType, QString const& resultCode, QString const& errorContent,
                                 QList<QString> const& adIds);
 
-    /// `time` in milliseconds; `count` says which attempt it was, from 1.
+    /// `time` in milliseconds; `count` is the number of the attempt, from 1.
     void ReportAdImageResourceDownloadResult(ZRAdType adType, QString const& requestUrl, QString const& resultCode,
                                              QString const& errorContent, QString const& adId, long long time,
                                              int count);

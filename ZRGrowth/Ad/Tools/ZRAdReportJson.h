@@ -6,7 +6,7 @@
 #include <QString>
 #include <string>
 
-/// What the reports and requests of ads are put together from.
+/// Builds the JSON of reports and requests of ads.
 namespace ad_report {
 
 /// An array, also of no texts.

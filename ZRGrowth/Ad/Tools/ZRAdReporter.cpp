@@ -13,7 +13,7 @@ namespace {
 constexpr auto kLogModuleType = CGrowthBizLogUtil::Ad;
 constexpr CSBrokerId kBroker = 0;
 
-// Of the type that the host takes, so that no report makes them anew. clazy:excludeall=non-pod-global-static
+// std::string is the parameter type of the host, so no report creates a copy. clazy:excludeall=non-pod-global-static
 const std::string kReportEventSendAdRequest = "SendAdRequest";
 const std::string kReportEventAdDisplayFilter = "FilterAdDisplay";
 const std::string kReportEventStartExposeAd = "StartExposeAd";

@@ -30,7 +30,7 @@ public:
     /// A click without an open exposure is not reported.
     void ReportClickAd(QString const& requestId, ZRAdActionType actionType, QString const& adId, bool jumpResult);
 
-    /// Of the ad's open exposure; empty if there is none.
+    /// Returns the id of the ad's open exposure; empty if there is none.
     QString GetExposeId(QString const& adId);
 
     /// Milliseconds since the start of the ad's open exposure; 0 if there is none.

@@ -8,9 +8,10 @@ class CZRAdTools : public QObject {
     Q_OBJECT
 
 public:
-    /// Of a request to the ad server: device, server seconds and chance.
+    /// Returns an id for a request to the ad server: device, server time in seconds, random number.
     static QString GenerateAdRequestId();
 
-    /// Of an exposure or an action: device, server seconds and ad. Two of one ad within a second are the same.
+    /// Returns an id for an exposure or an action: device, server time in seconds, ad. Within one second it is the
+    /// same.
     static QString GenerateAdReportId(QString const& adId);
 };

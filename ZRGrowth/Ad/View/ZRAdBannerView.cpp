@@ -40,7 +40,7 @@ CZRAdBannerView::~CZRAdBannerView() {
     if (HasAd(m_currentIndex)) {
         Q_EMIT CloseAd(m_adIds[m_currentIndex]);
     }
-    // The slideshow dies after this, and may still have something to say.
+    // The slideshow is destroyed after this object and may still emit signals.
     if (m_pSlideshow) {
         disconnect(m_pSlideshow, &ZSlideshow::webImageLoadSucess, this, &CZRAdBannerView::OnImageLoadSucceeded);
         disconnect(m_pSlideshow, &ZSlideshow::webImageLoadFinalFailed, this, &CZRAdBannerView::OnImageLoadFailed);
@@ -105,7 +105,7 @@ void CZRAdBannerView::Click() {
         LogInfo("[CZRAdImageView] Open schema failed, schema is empty, adId = {}", adId.toStdString());
         return;
     }
-    // The host may turn to another page for it, and take this view away with the one that it stands on.
+    // The host may open another page and delete the page of this view.
     const QPointer<CZRAdBannerView> alive(this);
     const QVariant window = QVariant::fromValue(core::webview::ZRWebWindowInfo());
     const bool jumped =

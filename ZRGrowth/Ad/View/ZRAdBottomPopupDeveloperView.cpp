@@ -172,7 +172,7 @@ void CZRAdBottomPopupDeveloperView::OnUpdateText() {
 }
 
 void CZRAdBottomPopupDeveloperView::OnUpdateCacheDataText() {
-    // Who is asked may delete the panel, and with it what is just being called.
+    // The callback may delete the panel, which owns the running function.
     const QPointer<CZRAdBottomPopupDeveloperView> alive(this);
     const std::function<CZRAdModelList*()> get = m_fnGetModel;
     CZRAdModelList* list = get ? get() : nullptr;
@@ -188,7 +188,7 @@ void CZRAdBottomPopupDeveloperView::OnGenerateCacheData() {
     }
     auto* list = new CZRAdModelList(nullptr);
     list->Decode(sample);
-    // Who takes it may delete the panel, and with it what is just being called.
+    // The callback may delete the panel, which owns the running function.
     const QPointer<CZRAdBottomPopupDeveloperView> alive(this);
     const std::function<void(CZRAdModelList*)> set = m_fnSetModel;
     set(list);

@@ -17,16 +17,16 @@ public:
     explicit CZRAdBottomPopupDeveloperView(QObject* parent);
     ~CZRAdBottomPopupDeveloperView() override;
 
-    /// Who takes a list; it is given away.
+    /// Sets the receiver of a list, which takes ownership.
     void SetSetModelCallback(std::function<void(CZRAdModelList*)> callback);
-    /// Whose list is shown; it may give null, and keeps what it gives.
+    /// Sets the source of the displayed list. It keeps ownership and may return null.
     void SetGetModelCallback(std::function<CZRAdModelList*()> callback);
 
     QString GetAdLastShowTimeStampKey(int adType, int adPosition, int showIntervalType);
     void ClearAdBottomPopupLastShowTimestamp();
     QString GetAdBottomPopupLastShowTimeStamp();
     void UpdateLastShowTimestampText();
-    /// Reads both texts anew, as the button does.
+    /// Updates both texts, as the button does.
     void UpdateTexts();
 
 protected Q_SLOTS:

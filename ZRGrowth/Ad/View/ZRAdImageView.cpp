@@ -72,7 +72,7 @@ void CZRAdImageView::OnImageLoadStatus(const QString& imageUrl, ZRImageLoadStatu
     }
 }
 
-// The host may turn to another page for it, and take this view away with the one that it stands on.
+// The host may open another page and delete the page of this view.
 void CZRAdImageView::OpenSchema() {
     const QPointer<CZRAdImageView> alive(this);
     const QString schema = m_schema;
@@ -85,7 +85,7 @@ void CZRAdImageView::OpenSchema() {
     }
 }
 
-// Who hears of the click may delete this view at once; the event goes on only with it.
+// A slot may delete this view; the event is passed on only if the view still exists.
 void CZRAdImageView::mousePressEvent(QMouseEvent* event) {
     const QPointer<CZRAdImageView> alive(this);
     if (m_loadStatus != kImageLoadSucceeded) {

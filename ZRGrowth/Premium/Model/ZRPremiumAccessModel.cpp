@@ -53,8 +53,8 @@ void CZRPremiumAccessModel::ClearPremiumData() {
     m_mapData = {};
 }
 
-// Without the lock: it is written on this thread alone, and reading it here changes nothing that a reader on
-// another thread sees, as long as no iterator of this loop detaches the table.
+// It reads without the lock: only this thread writes the table. The loop uses constant iterators, since a detached
+// table would be a change that other threads see.
 void CZRPremiumAccessModel::SavePremiumData() {
     web_premium_access::GetUiMsgAndPremiumAccessData saved;
     for (auto right = m_mapData.constBegin(); right != m_mapData.constEnd(); ++right) {

@@ -7,8 +7,8 @@
 
 #include "modules/ZRPremiumRecords.h"
 
-/// The table of the user's premium rights: what the server has said of them since the login.
-/// The getters give copies and may be called from any thread; all else is for the main thread.
+/// The table of the user's premium rights, as received from the server since the login.
+/// The getters return copies and are callable from any thread. All other operations are for the main thread.
 class CZRPremiumAccessModel {
 public:
     CZRPremiumAccessModel();
@@ -27,7 +27,7 @@ public:
     /// Replaces the whole record of the right: nothing is merged.
     void SetUIAccessData(EnPremiumAccess access, const CPremiumUIAccessData& data);
 
-    /// Empties the table. What is saved stays: it belongs to the user.
+    /// Clears the table. The saved copy stays, since it belongs to the user.
     void ClearPremiumData();
 
     /// Saves the table for the logged-in user; a failure is logged and changes nothing in memory.

@@ -127,7 +127,7 @@ void CZRPremiumDataHandler::OnMessageDispath(unsigned int messageId, unsigned lo
     GetUiMsgAndPremiumAccessReq(true);
 }
 
-// The reply's command is not looked at: the session alone says what it answers.
+// The reply's command is not checked: the session identifies the request.
 void CZRPremiumDataHandler::ParsePremiumRsp(unsigned long session, CSProtoError error, const CSProtoData& data,
                                             const CSResponseExt* /*ext*/) {
     // On purpose the entry stays for good: the flag serves each further reply of the session.
@@ -194,7 +194,7 @@ void CZRPremiumDataHandler::OnPremiumPushLoginNotify(unsigned long /*session*/, 
     }
     const bool needAll = push.need_all_access();
     const QVector<int> accessList(push.access_list().begin(), push.access_list().end());
-    // Seconds from 4294968 on wrap around in 32 bits; the line tells what is waited for.
+    // Seconds from 4294968 on wrap around in 32 bits; the line shows the actual delay.
     const uint32_t delayMs = push.delay_seconds() * 1000u;
     LogInfo("Premium Change Push Received, Need All Access = {}, Custom Access Count = {}, Will Refresh After {} Ms",
             needAll, accessList.size(), delayMs);

@@ -91,7 +91,7 @@ void WriteDisplay(const CPremiumUIData& display, web_premium_access::UiData& wir
     links.set_detail_sub_btn_url(display.nDetailSubBtnUrlID);
 }
 
-// The source of an activation is not part of the saved form, on purpose: the server alone tells it.
+// The source of an activation is not saved, on purpose: only the server reports it.
 void WriteState(const CPremiumAccessData& state, web_premium_access::AccessData& wire) {
     wire.set_access(state.enAccess);
     wire.set_has_permission(state.bHasPermission);
@@ -99,7 +99,7 @@ void WriteState(const CPremiumAccessData& state, web_premium_access::AccessData&
     wire.set_days_left(state.nDaysLeft);
 }
 
-// Of a half that is there: whether it speaks of the same right as its element.
+// Returns whether a half that is present belongs to the same right as its element.
 template <class Half>
 bool IsOfRight(const Half& half, int32_t access) {
     return half.has_access() && half.access() == access;

@@ -26,14 +26,14 @@ public:
     void RequestVipStatus();
     void ClearVipStatus();
 
-    /// The status as the server last told it; before Init() false, 0 and, of the engine, undetermined.
+    /// Return the status as last received. Before Init() it is false and 0, and the engine status is undetermined.
     bool HasVipQualification() const;
     int GetVipGrade() const;
     int GetVipState() const;
     int GetNewVipState() const;
     ZRVipEngineStatus GetVipEngineStatus() const;
 
-    /// False in a client of another edition than Velora, whatever the server said.
+    /// Returns false in a client of another edition than Velora, whatever the server reports.
     bool IsNewVipSystem() const;
 
 private:

@@ -15,10 +15,10 @@ public:
 
     void Init();
 
-    /// Asks the server, once; whichever answer comes last stands. Nothing is tried again.
+    /// Requests the status once, without retries. The last answer wins.
     void RequestVipStatus();
 
-    /// Back to the defaults. Tells nobody: listeners hear of answers alone.
+    /// Resets the status to its defaults, without a message: only answers are announced.
     void ClearVipStatus();
 
     bool HasVipQualification() const { return m_status.bHasVipQualification; }
@@ -27,7 +27,7 @@ public:
     int GetNewVipState() const { return m_status.nNewVipState; }
     bool IsNewVipSystem() const;
 
-    /// Worked out anew at each call, as the trade module's answer may change.
+    /// Computed at each call, since the trade module's answer may change.
     ZRVipEngineStatus GetVipEngineStatus() const;
 
 protected Q_SLOTS:

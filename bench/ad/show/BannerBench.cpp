@@ -1,6 +1,5 @@
-// A banner of three ads that goes on by itself: what lives on the heap after a thousand switches, beside what lived
-// there before them. Not one byte more is the goal. Ads differ in what they take, so on both sides it is the most that
-// lives there while each of them has its turn: which one stands there first, and which last, makes no difference.
+// The live heap of a banner of three ads after a thousand switches, compared with before. The goal is no growth.
+// Ads differ in size, so both figures are the maximum over one turn of all ads.
 #include <fmt/format.h>
 #include <malloc.h>
 

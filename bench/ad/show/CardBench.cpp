@@ -1,6 +1,5 @@
-// From the decoded list of ads to the popup's card, which stands hidden and waits for its picture, beside the bare
-// widgets of the kit that it is made of: a widget, a picture without an address, a button. For information the same
-// from the text of the answer, whose reading has a bench of its own.
+// The time from a decoded list to the hidden card that waits for its picture. The reference is the bare kit widgets of
+// a card: a widget, an image without a URL, a button. A row for information starts from the answer's text.
 #include <benchmark/benchmark.h>
 #include <json/reader.h>
 #include <json/value.h>
