@@ -1,4 +1,4 @@
-// The body of the ad server's answer to a search.
+// Input: the body of the ad server's answer to a search.
 #include <gmock/gmock.h>
 
 #include <memory>
@@ -32,7 +32,7 @@ void CheckBanner(CZRAdModel* ad) {
     EXPECT_FALSE(banner->GetSchema().isEmpty());
 }
 
-// What every list keeps that is given away.
+// Checks the invariants of a decoded list.
 void CheckList(CZRAdModelList& list) {
     EXPECT_EQ(list.parent(), nullptr);
     if (!list.GetAdList()) {

@@ -1,5 +1,5 @@
-// The bytes of a push about ads, read as each of the three: what was read survives its own writing, and a text of it
-// can be made for people.
+// Input: the bytes of an ad push, decoded as each of the three types. A decoded push survives encoding and has a debug
+// text.
 #include <gtest/gtest.h>
 
 #include <string>

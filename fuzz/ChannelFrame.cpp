@@ -1,4 +1,4 @@
-// What a server sends on the channel: frames in turn, each after one byte with its length.
+// Input: the server's frames on the channel, each after one byte with its length.
 #include <gmock/gmock.h>
 
 #include <algorithm>
@@ -29,14 +29,14 @@ void CheckDecoding(const QByteArray& bytes) {
     const auto frame = DecodeServerFrame(bytes, reason);
     EXPECT_EQ(frame.has_value(), reason.empty()) << reason;
     if (frame) {
-        // What was read is what would be written.
+        // A decoded frame survives encoding.
         const QByteArray written = EncodeFrame(*frame);
         const auto again = DecodeServerFrame(written, reason);
         EXPECT_TRUE(again && EncodeFrame(*again) == written);
     }
 }
 
-/// The client's end of the channel, without a network under it.
+/// The client's end of the channel, without a network.
 struct Client {
     explicit Client(CScriptedHost& host)
         : channel(host.poster.Unrecorded(), host.random), session(channel), config(host.store) {
@@ -77,7 +77,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Client client(host);
     constexpr size_t kRequests = 3;
     std::vector<int> answers(kRequests + 1);  // by session
-    // A push that unbinds, as a listener may at any moment.
+    // A listener may unbind during a push.
     QObject listener;
     client.channel.BindCallback(
         20145, [&](auto, auto, auto, auto) { client.channel.UnbindCallback(&listener); }, &listener);
@@ -87,13 +87,13 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         CheckDecoding(frame);
         client.channel.Receive(frame);
     }
-    // What is received is delivered later, and finds these requests waiting.
+    // Received frames are delivered later, when these requests are already waiting.
     for (size_t i = 0; i < kRequests; ++i) {
         client.channel.SendCommand(
             CSProtoData{20982, {}}, [&answers](auto session, auto, auto, auto) { ++answers.at(session); },
             &client.context);
     }
-    // Nobody is connected: what was not answered fails, and so each has its one answer.
+    // The channel is not connected, so requests without a reply fail. Each request has exactly one result.
     host.time.Settle();
 
     EXPECT_EQ(std::count(answers.begin() + 1, answers.end(), 1), int(kRequests));

@@ -1,4 +1,4 @@
-// The bytes of the server's answer, and those that stand in the cache of the user who logs in.
+// Input: the bytes of the server's reply. The same bytes are also the login user's cache.
 #include <gmock/gmock.h>
 
 #include <limits>
@@ -30,7 +30,7 @@ std::optional<std::multiset<uint32_t>> OpenScenes(const std::string& bytes) {
     return open;
 }
 
-/// The scenes of the list that was saved.
+/// The scenes of the saved list.
 std::multiset<uint32_t> SavedScenes(const std::string& saved) {
     std::string error;
     const auto list = host::ParseJson(saved, error);

@@ -1,4 +1,4 @@
-// The common configuration that the server sends, and all JSON that the host reads.
+// Input: the common configuration from the server. The same text also tests the host's JSON parser.
 #include <gmock/gmock.h>
 #include <json/writer.h>
 
@@ -20,7 +20,7 @@ void CheckParsing(const std::string& text) {
     }
     EXPECT_EQ(text.find('\0'), std::string::npos);
     Json::StreamWriterBuilder writer;
-    writer["emitUTF8"] = true;  // bytes that are none are written as they are, too
+    writer["emitUTF8"] = true;  // also writes malformed UTF-8 unchanged
     const std::string written = Json::writeString(writer, *value);
     const auto again = host::ParseJson(written, error);
     EXPECT_TRUE(again && *again == *value) << written << error;
@@ -54,7 +54,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
 
     EXPECT_EQ(changes, configs == before ? 0 : 1);
     ExpectHolds(config, configs);
-    // A start without the server finds the same.
+    // The saved configuration is the same at a start without the server.
     ExpectHolds(CCommonConfig(host.store), configs);
     host.log.Forget();
     host.store.Forget();

@@ -1,4 +1,4 @@
 #pragma once
 
-/// From now on a check that fails ends the process as a crash does, so that a fuzzer keeps the input.
+/// After this call a failed check crashes the process, so that a fuzzer keeps the input.
 void EndAtFailure();

@@ -1,4 +1,4 @@
-// The body of the ad server's answer to the notice of an exposure.
+// Input: the body of the ad server's answer to an exposure notice.
 #include <gmock/gmock.h>
 
 #include "Ad/Tools/ZRAdApiClient.h"

@@ -3,13 +3,13 @@
 #include <cstddef>
 #include <cstdint>
 
-/// The two functions by which a fuzzer, or the replay of a corpus, drives a target. Checks in a target are those
-/// of the tests; one that fails ends the process.
+/// The two functions of a target, called by a fuzzer or by the replay of a corpus. Targets use the checks of the tests;
+/// a failed check ends the process.
 extern "C" {
 
 int LLVMFuzzerInitialize(int* argc, char*** argv);
 
-/// One input, on objects of its own. Returns 0.
+/// Runs one input on new objects. Returns 0.
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 }  // extern "C"

@@ -1,5 +1,5 @@
-// A picture's bytes before anybody decodes them: what is refused says why, what is taken keeps to the limits and is
-// no larger for the decoder than it was judged.
+// Input: an encoded picture before it is decoded. A refused picture has a reason. An accepted picture is within the
+// limits, and the decoder reads no larger size.
 #include <gtest/gtest.h>
 
 #include <QBuffer>
@@ -51,7 +51,7 @@ void CheckTaken(const std::string& bytes, const PictureFacts& facts) {
     EXPECT_LE(PixelsOf(facts.size), limits.pixels);
     EXPECT_GE(facts.frames, 1);
     EXPECT_LE(facts.frames, limits.frames);
-    // A decoder that reads another size than was judged would take memory that nobody has allowed.
+    // A decoder that reads a larger size than the check would allocate memory beyond the limit.
     QByteArray copy(bytes.data(), int(bytes.size()));
     QBuffer buffer(&copy);
     QImageReader reader(&buffer, NameOf(facts.format));
@@ -59,7 +59,7 @@ void CheckTaken(const std::string& bytes, const PictureFacts& facts) {
     EXPECT_LE(PixelsOf(reader.size()), PixelsOf(facts.size));
 }
 
-/// Limits that are as narrow as the picture take it, and narrower ones do not.
+/// Limits equal to the picture's values accept it, and smaller limits refuse it.
 void CheckLimits(const std::string& bytes, const PictureFacts& facts) {
     PictureLimits limits;
     limits.bytes = int(bytes.size());
@@ -92,7 +92,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     CheckTaken(bytes, *verdict.facts);
     CheckLimits(bytes, *verdict.facts);
     if (verdict.facts->format != EnPictureFormat::kSvg) {
-        // What comes behind the end concerns nobody.
+        // Bytes behind the end of the picture are ignored.
         const Verdict longer = Judge(bytes + "more");
         EXPECT_TRUE(longer.facts && longer.facts->size == verdict.facts->size &&
                     longer.facts->frames == verdict.facts->frames);

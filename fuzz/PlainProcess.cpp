@@ -1,4 +1,4 @@
-// The process of a target that needs neither application nor host.
+// The process of a target without application and host.
 #include "EndAtFailure.h"
 #include "FuzzTarget.h"
 

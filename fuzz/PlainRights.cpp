@@ -4,7 +4,7 @@
 
 namespace {
 
-// A text as the client reads it.
+// The text as the client decodes it.
 std::string Read(const std::string& bytes) {
     return QString::fromUtf8(bytes.data(), int(bytes.size())).toStdString();
 }

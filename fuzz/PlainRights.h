@@ -7,11 +7,11 @@
 #include "modules/ZRPremiumRecords.h"
 #include "premium_svr.pb.h"
 
-/// Rights as plainly as can be, one text each, by number: to compare what the module holds with what it was told.
+/// Rights by number, one text each, to compare the module's table with the decoded answer.
 using PlainRights = std::map<int, std::string>;
 
-/// What elements of an answer should leave behind in an empty table.
+/// The expected table after an answer with these elements.
 PlainRights Told(const google::protobuf::RepeatedPtrField<web_premium_access::UiDataAndAccessData>& elements);
 
-/// What a table holds.
+/// The rights of a table.
 PlainRights Held(const QMap<EnPremiumAccess, CPremiumUIAccessData>& table);

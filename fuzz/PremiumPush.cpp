@@ -1,4 +1,4 @@
-// The bytes of the push that says rights changed.
+// Input: the bytes of the push about changed rights.
 #include <gmock/gmock.h>
 
 #include <algorithm>
@@ -15,7 +15,7 @@ namespace {
 
 constexpr int64_t kHourMs = 3'600'000;
 
-// What should be asked for, once the delay is over.
+// The expected request after the delay.
 std::string RequestBytes(const web_premium_access::PremiumChangePush& push) {
     web_premium_access::GetUiMsgAndPremiumAccessReq request;
     request.set_need_all_access(push.need_all_access());
@@ -31,7 +31,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::string bytes(reinterpret_cast<const char*>(data), size);
     web_premium_access::PremiumChangePush push;
     const bool good = !bytes.empty() && push.ParseFromString(bytes) && push.has_delay_seconds();
-    // Beyond the signed range it is over at once.
+    // A delay beyond the signed range ends at once.
     const int64_t delayMs = std::max(0, int(push.delay_seconds() * 1000u));
     CScriptedHost host;
     CZRPremiumDataHandler handler(nullptr);
@@ -40,7 +40,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
 
     EXPECT_THAT(host.channel.Sent(), IsEmpty());
     EXPECT_EQ(host.poster.Delays(), good ? std::vector<int64_t>{delayMs} : std::vector<int64_t>());
-    // The hourly refresh would come between longer delays.
+    // During longer delays the hourly refresh would send a request first.
     if (good && delayMs < kHourMs) {
         host.time.Advance(std::chrono::milliseconds(delayMs));
         host.time.Settle();

@@ -1,4 +1,4 @@
-// The bytes of the server's answer about rights: twice, as the second meets a table that holds the first.
+// Input: the bytes of the reply with the rights. It is handled twice: the second time the table contains the first.
 #include <gmock/gmock.h>
 
 #include "FuzzTarget.h"
@@ -12,7 +12,7 @@ using namespace ::testing;
 
 namespace {
 
-// The handler writes to the one manager of the process, whose table is empty at each input.
+// The handler writes to the process-wide manager. Its table is empty at the start of each input.
 CZRPremiumManager& Manager() {
     static bool started = false;
     if (!started) {

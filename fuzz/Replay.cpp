@@ -1,4 +1,4 @@
-// Runs a target over the files of its kept corpus, as an ordinary test and without a fuzzer.
+// Runs a target over the files of its kept corpus as an ordinary test, without a fuzzer.
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -15,7 +15,7 @@ bool ReplayFile(const QString& path) {
         return false;
     }
     const QByteArray bytes = file.readAll();
-    // Told ahead, so that an input that ends the process is known.
+    // Is printed before the run, so that the input is known if it ends the process.
     std::cout << file.fileName().toStdString() << ", " << bytes.size() << " bytes" << std::endl;
     LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t*>(bytes.constData()), size_t(bytes.size()));
     return true;

@@ -1,4 +1,4 @@
-// The bytes that stand in the store as a user's saved rights.
+// Input: the stored bytes of a user's saved rights.
 #include <gmock/gmock.h>
 
 #include "FuzzTarget.h"
@@ -17,7 +17,7 @@ PlainRights HeldWithoutSources(const CZRPremiumAccessModel& model) {
     auto table = model.GetUIAccessData();
     for (CPremiumUIAccessData& record : table) {
         record.nActivationSource = 0;
-        // A half that names no right is not saved.
+        // A half without a right's number is not saved.
         if (record.enUIAccess == 0) {
             static_cast<CPremiumUIData&>(record) = {};
         }
@@ -42,7 +42,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     model.InitPremiumData();
     EXPECT_EQ(Held(model.GetUIAccessData()), good ? Told(saved.ui_data_and_access_data()) : PlainRights());
 
-    // What is saved again is read again, all but the sources.
+    // Saving and loading keeps everything except the sources.
     model.SavePremiumData();
     CZRPremiumAccessModel again;
     again.InitPremiumData();

@@ -1,5 +1,5 @@
-// The texts that testers and clients hand to the development server: scenarios, the bodies of its control interface,
-// and what is asked and reported over HTTP.
+// Input: texts that testers and clients send to the development server: scenarios, bodies of the control API, HTTP
+// requests and reports.
 #include <gtest/gtest.h>
 
 #include <set>
@@ -16,7 +16,7 @@ using namespace devserver;
 
 namespace {
 
-// What is due is among what is there, and what is named is found.
+// A search returns a subset of the campaigns, and a check finds each campaign by its id.
 void CheckSlot(const AdSlot& slot, const CScenario& scenario) {
     const AdSurroundings surroundings{scenario, 1'700'000'000, "http://a/"};
     AdQuery query{slot.adType, slot.adPosition, {}};
@@ -90,7 +90,7 @@ void CheckReports(const std::string& text) {
     for (const Json::Value& id : (*first)["accepted"]) {
         ids.insert(id.asString());
     }
-    // Sent again, the batch is accepted as before and counts no more.
+    // A resent batch is accepted and counts nothing twice.
     EXPECT_EQ(sink.Take(text, errors), first);
     EXPECT_EQ(sink.Counted(), ids.size());
     EXPECT_EQ(sink.Counted() + sink.Resends(), 2 * (*first)["accepted"].size());

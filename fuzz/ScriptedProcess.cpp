@@ -1,4 +1,4 @@
-// The process of a target that stands on the scripted host: an application in virtual time.
+// The process of a target that uses the scripted host: an application in virtual time.
 #include <QCoreApplication>
 
 #include "EndAtFailure.h"
@@ -6,8 +6,8 @@
 #include "support/VirtualEventDispatcher.h"
 
 int LLVMFuzzerInitialize(int* argc, char*** argv) {
-    QCoreApplication::setEventDispatcher(new CVirtualEventDispatcher);  // the application takes it over
-    // Never deleted: the fuzzer ends the process from wherever it is.
+    QCoreApplication::setEventDispatcher(new CVirtualEventDispatcher);  // the application takes ownership
+    // Never deleted, because the fuzzer can end the process anywhere.
     static const auto* application = new QCoreApplication(*argc, *argv);
     Q_UNUSED(application)
     EndAtFailure();

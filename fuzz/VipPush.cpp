@@ -1,4 +1,4 @@
-// The bytes of the push that says the VIP status changed; the first four choose where in the window it is asked.
+// Input: the bytes of the push about a changed VIP status. The first four choose the random delay within the window.
 #include <gmock/gmock.h>
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// The bytes of the server's answer about the VIP status, to a user who has one and to a user who has none.
+// Input: the bytes of the VIP reply, for a user with a status and for a user without one.
 #include <fmt/format.h>
 #include <gmock/gmock.h>
 
@@ -17,7 +17,7 @@ std::string StatusOf(const CZRVipDataHandler& handler) {
                        handler.GetNewVipState(), handler.IsNewVipSystem());
 }
 
-// What the answer makes of a user with or without the qualification; his other facts don't matter.
+// The expected status of a user with or without the qualification; the user's other values do not matter.
 std::string Expected(const vip_base_service::GetAppEntryMessageRsp& answer, bool qualified) {
     const auto& data = answer.data();
     if (!data.has_vip_basic_data()) {
@@ -34,7 +34,7 @@ int ExpectedEngine(const vip_base_service::GetAppEntryMessageRsp& answer) {
         return 3;
     }
     if (basic.new_vip_state() != 1) {
-        return -1;  // there is no trade module here
+        return -1;  // no trade module in this process
     }
     switch (basic.new_vip_sub_state()) {
         case 101:

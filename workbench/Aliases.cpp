@@ -10,14 +10,15 @@
 
 namespace {
 
-// Shorter binary forms are a few common bytes and would be found everywhere.
+// Shorter binary forms are a few common bytes and would match everywhere.
 constexpr quint64 kSmallestInBytes = 0x80;
 
 bool IsDigit(const QString& text, int at) {
     return at >= 0 && at < text.size() && text[at] >= QLatin1Char('0') && text[at] <= QLatin1Char('9');
 }
 
-/// Whether the character before `at` ends an escape, as "%20" or "\x0a", and so is no digit of a number.
+/// Returns true if the character before `at` ends an escape such as "%20" or "\x0a". Such a digit is not part of a
+/// number.
 bool IsAfterEscape(const QString& text, int at) {
     static const QRegularExpression escape(QStringLiteral("((%|\\\\x)[0-9a-f]{2}|\\\\u[0-9a-f]{4})$"),
                                            QRegularExpression::CaseInsensitiveOption);
@@ -116,7 +117,7 @@ void CAliases::AddText(const QString& value, const QString& alias, bool isNumber
     }
     m_aliases.push_back({value, alias, isNumber});
     SortByLength<Alias>(m_aliases, [](const Alias& one) { return size_t(one.value.size()); });
-    // Bytes are compared without case where they are ASCII; of other letters both cases are looked for.
+    // ASCII bytes are compared without case. Other letters are searched in both cases.
     for (const QString& form : {value, value.toLower(), value.toUpper()}) {
         AddPattern(form.toStdString(), alias, isNumber ? EnMatch::Number : EnMatch::Text);
         AddPattern(Encoded(form, "UTF-16LE"), alias, EnMatch::Text);
@@ -183,7 +184,7 @@ const CAliases::Pattern* CAliases::PatternAt(const std::string& bytes, size_t at
 QString CAliases::RedactedHex(const std::string& bytes, size_t limit) const {
     QStringList parts;
     size_t at = 0;
-    // A secret that begins before the limit is replaced whole.
+    // A secret that begins before the limit is replaced completely.
     while (at < std::min(bytes.size(), limit)) {
         if (const Pattern* pattern = PatternAt(bytes, at)) {
             parts << pattern->alias;

@@ -1,4 +1,4 @@
-// HTTP calls and reports as rows.
+// Formats for HTTP calls and reports.
 #include <QUrl>
 #include <algorithm>
 #include <array>
@@ -11,7 +11,7 @@
 namespace {
 
 constexpr int kFirstBadStatus = 400;
-// Pictures count by themselves.
+// Pictures have their own sequence of ids.
 constexpr uint64_t kPictures = uint64_t(1) << 63;
 
 FieldNode Node(const QString& name, const QString& value) {
@@ -41,7 +41,7 @@ QString ResultText(int result) {
     }
 }
 
-/// Headers that say who somebody is.
+/// Headers that identify a user or a device.
 bool IsSecret(const QString& header) {
     static const std::array<QString, 3> secrets{QStringLiteral("x-orvi-client-sessionid"),
                                                 QStringLiteral("authorization"), QStringLiteral("cookie")};
@@ -50,7 +50,7 @@ bool IsSecret(const QString& header) {
 
 class CHttpFormat : public ISeenFormat {
 public:
-    int MostRows() const override { return 1'000; }  // of up to 128 KiB of bodies each
+    int MostRows() const override { return 1'000; }  // each with bodies of up to 128 KiB
     QString Name() const override { return QStringLiteral("Http"); }
     std::vector<QString> Titles() const override {
         return {QStringLiteral("Time"), QStringLiteral("Method"), QStringLiteral("Path"),    QStringLiteral("Task"),
@@ -69,7 +69,7 @@ public:
                !call.refusal.empty();
     }
 
-    // A call that was never started has no task, and no end.
+    // A call that was never started has no task and no end.
     std::optional<uint64_t> Exchange(const TraceEvent& seen) const override {
         const auto& call = std::get<HttpTrace>(seen.what);
         return call.task == 0 ? std::nullopt
@@ -136,7 +136,7 @@ private:
         return QStringLiteral("%1 (%2)").arg(ResultText(call.result)).arg(call.result);
     }
 
-    // The status, if anybody was asked at all.
+    // The status; empty if no request was sent.
     static QString Answer(const HttpTrace& call) {
         const QString status = call.status == 0 ? QString() : QString::number(call.status);
         if (!call.fromCache) {

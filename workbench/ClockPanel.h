@@ -8,15 +8,15 @@
 class QLabel;
 class QLineEdit;
 
-/// The server's clock: what it shows, and how far it is put off the local one. `server` must outlive it.
+/// Shows the server's clock and sets its offset from the local clock. `server` must outlive it.
 class CClockPanel : public QWidget {
 public:
     explicit CClockPanel(IControlClient& server, QWidget* parent = nullptr);
 
-    /// The offset that is in force, as the server told last.
+    /// The current offset, as last returned by the server.
     qint64 Offset() const { return m_nOffset; }
 
-    /// A server that is new runs on local time.
+    /// A new server runs on local time.
     void ForgetOffset();
 
 private:

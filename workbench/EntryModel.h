@@ -5,26 +5,26 @@
 #include <QTimer>
 #include <deque>
 
-/// Numbered entries as rows of a table, the youngest `limit` of them. They are collected and shown a few times a
-/// second, at most `batch` at once: ten thousand in one second must not hold up the window. Main thread.
+/// The newest `limit` numbered entries as rows of a table. New entries are shown a few times a second, at most `batch`
+/// at once, so that ten thousand a second do not block the window. Main thread.
 class CEntryModel : public QAbstractTableModel {
     Q_OBJECT
 
 public:
-    /// Whether all that was taken is shown.
+    /// Returns true if all received entries are shown.
     bool IsSettled() const { return PendingCount() == 0 && !HasAmendments(); }
 
-    /// Shows the next batch of what was collected, unless paused.
+    /// Shows the next batch of pending entries, unless paused.
     void Flush();
 
-    /// While paused nothing moves; what comes is still collected, within the limit.
+    /// While paused the rows do not change. New entries are still collected, up to the limit.
     void SetPaused(bool paused);
     bool IsPaused() const { return m_bPaused; }
 
-    /// Forgets all, what is not yet shown too.
+    /// Removes all entries, including the pending ones.
     void Clear();
 
-    /// Whether a text that the view looks for stands in the row, whatever the case.
+    /// Returns true if the row contains `text`, ignoring case.
     virtual bool Holds(int row, const QString& text) const = 0;
 
     int columnCount(const QModelIndex& parent = QModelIndex()) const override;
@@ -44,14 +44,15 @@ protected:
     virtual bool IsBad(int row) const = 0;
     virtual bool IsMuted(int column) const { return column == 0; }
 
-    /// Of one log an entry is taken once, and none that is older than the last; number 0 is of no log.
+    /// Returns true if `number` is greater than that of the last entry. Number 0 is accepted always, because it belongs
+    /// to no log.
     bool IsYounger(uint64_t number);
     void Schedule();
-    /// Colours or words are others.
+    /// Must be called after a change of colours or language.
     void ShowAnew();
 
-    /// Whether rows wait to become others, and the making of them so: with each batch, after its rows were
-    /// added. `allShown` says that none is still to come.
+    /// Amend changes rows that are already shown; HasAmendments returns true while such changes are pending. Amend runs
+    /// after the rows of each batch were added. `allShown` is true if no entry is pending.
     virtual bool HasAmendments() const { return false; }
     virtual void Amend(bool allShown) { Q_UNUSED(allShown) }
 
@@ -70,7 +71,7 @@ private:
     bool m_bPaused = false;
 };
 
-/// Keeps the entries of one type, and what is shown of each as a Row.
+/// Keeps the entries of one type as Rows.
 template <class Entry, class Row>
 class CEntryRows : public CEntryModel {
 public:
@@ -83,7 +84,7 @@ protected:
 
     virtual Row Read(Entry entry) const = 0;
 
-    /// Shown with a later batch, unless a younger one is there already.
+    /// Adds the entry to a later batch, unless a newer one was added before.
     void Collect(const Entry& entry) {
         if (!IsYounger(entry.number)) {
             return;
@@ -119,16 +120,16 @@ private:
     std::deque<Row> m_rows;
 };
 
-/// The rows that a view is asked to show. Main thread.
+/// Filters the rows of a view. Main thread.
 class CEntryFilter : public QSortFilterProxyModel {
 public:
-    /// Rows that hold it, whatever the case; empty for all.
+    /// Shows only rows that contain `text`, ignoring case. An empty text shows all.
     void SetText(const QString& text);
 
 protected:
     CEntryFilter(CEntryModel& model, QObject* parent);
 
-    /// Whether the row is among those that were chosen, whatever its text.
+    /// Returns true if the row passes the view's own filters, without regard to the text.
     virtual bool IsChosen(int row) const = 0;
     bool filterAcceptsRow(int row, const QModelIndex& parent) const final;
 

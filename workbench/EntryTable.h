@@ -4,7 +4,7 @@
 
 class CAIChatEntries;
 
-/// The AI chat entries of all scenes and how they stand, live. `entries` must outlive it.
+/// Shows the states of the AI chat entries of all scenes, live. `entries` must outlive it.
 class CEntryTable : public QTableWidget {
 public:
     explicit CEntryTable(const CAIChatEntries& entries, QWidget* parent = nullptr);

@@ -107,7 +107,7 @@ void CEntryView::SetUpTable(const std::vector<int>& widths) {
     }
     Follow();
     connect(m_pTable->selectionModel(), &QItemSelectionModel::selectionChanged, this, &CEntryView::ShowChosen);
-    // a selection that ends with all rows does not say so
+    // a reset clears the selection without selectionChanged
     connect(m_pFilter, &QAbstractItemModel::modelReset, this, &CEntryView::ShowChosen);
     connect(m_pFilter, &QAbstractItemModel::dataChanged, this, [this](const QModelIndex& from, const QModelIndex& to) {
         const QModelIndexList chosen = m_pTable->selectionModel()->selectedRows();

@@ -8,22 +8,22 @@
 class QLabel;
 class QTableView;
 
-/// Entries, live: a filter line and choices above, rows below, and in full the row that is chosen. It follows the
-/// youngest row while that is in sight. Object names begin with the view's name.
+/// Shows entries live: filters above, rows below, and the selected row in full. The view scrolls with new rows while
+/// the last row is visible. Object names begin with the view's name.
 class CEntryView : public QWidget {
 protected:
     CEntryView(const QString& name, QWidget* parent);
 
-    /// Called once, by the constructor of the view that owns all of this. `detail` shows the chosen row.
+    /// Must be called once, by the constructor of the derived view. `detail` shows the selected row.
     void SetUp(CEntryModel& model, CEntryFilter& filter, const std::vector<int>& widths,
                const std::vector<QComboBox*>& choices, QWidget* detail);
 
-    /// Sets the filter when another item is chosen. An item's data is what `choose` gets.
+    /// Adds a combo box. Each selection calls `choose` with the item's data.
     QComboBox* NewChoice(const char* part, const std::function<void(const QVariant& item)>& choose);
 
-    /// The words of the choices are others.
+    /// Sets the texts of the filters in the display language.
     virtual void ShowChoices() = 0;
-    /// -1 for none.
+    /// -1 clears the detail.
     virtual void ShowDetail(int row) = 0;
 
     template <class Widget>

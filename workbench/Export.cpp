@@ -35,7 +35,7 @@ QJsonArray FieldsOf(const std::vector<FieldNode>& fields, const CAliases& aliase
     return list;
 }
 
-// A preview may be the start of what the detail holds whole, and end within what is to be redacted.
+// A preview is skipped: the detail contains the whole value, and a truncated secret could not be redacted.
 bool IsPreview(const QString& title) {
     return title == QStringLiteral("Value");
 }

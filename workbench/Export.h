@@ -8,14 +8,14 @@ class CAliases;
 class CLogModel;
 class CSeenModel;
 
-/// What the workbench has seen, as one file to be given away.
+/// Writes the recorded entries of the workbench to a file that can be shared.
 namespace workbench_export {
 
-/// A JSON object with a list for each model, named after its format, and one for the log. All texts are
-/// redacted, and so are bytes that nobody could read.
+/// A JSON object with one list for each model, named after its format, and one for the log. All texts and undecoded
+/// bytes are redacted.
 QByteArray Json(const std::vector<const CSeenModel*>& models, const CLogModel& log, const CAliases& aliases);
 
-/// Writes the whole file or nothing. Returns why it could not; empty if it could.
+/// Writes the whole file or nothing. Returns the reason of a failure, or an empty text.
 QString Write(const QString& path, const QByteArray& json);
 
 }  // namespace workbench_export

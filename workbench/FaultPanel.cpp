@@ -26,7 +26,7 @@ struct FaultChoice {
     const char* name;
     const char* member;  // of the server's fault
     EnValue takes;
-    const char* value;  // what it begins with
+    const char* value;  // initial value
 };
 
 constexpr FaultChoice kFaultChoices[] = {
@@ -191,7 +191,7 @@ void CFaultPanel::Set() {
     }
     const auto fault = FaultAsked();
     if (fault) {
-        // The server replaces the whole table, so the others are told again.
+        // The server replaces the whole table, so the other faults are sent again.
         Json::Value faults = m_faults;
         faults[std::to_string(command)] = *fault;
         Send(faults);

@@ -14,18 +14,18 @@ class QLineEdit;
 class QPushButton;
 class QSpinBox;
 
-/// Breaks things: replies that err, lag, lie, stay away or come often, and cut connections. `server` must outlive it.
+/// Produces faults: failed, late, wrong, missing or repeated replies, and cut connections. `server` must outlive it.
 class CFaultPanel : public QWidget {
 public:
     enum class EnFault { Error, Delay, Garbage, WrongCommand, Frame, Copies, Silent, Drop };
 
     explicit CFaultPanel(IControlClient& server, QWidget* parent = nullptr);
 
-    /// Sets the fault of one command, or takes it away, and leaves those of the others as they are. `answered`
-    /// runs once, later, unless this is gone by then.
+    /// Sets or removes the fault of one command; the other faults do not change. `answered` runs once, later, unless
+    /// the panel was destroyed before.
     void SetFault(uint32_t command, const std::optional<Json::Value>& fault, IControlClient::Answered answered);
 
-    /// A server that is new has no faults.
+    /// A new server has no faults.
     void ForgetFaults();
 
 private:
@@ -41,7 +41,7 @@ private:
     void Say(const QString& words, bool good);
 
     IControlClient& m_server;
-    Json::Value m_faults{Json::objectValue};  // as the server took them
+    Json::Value m_faults{Json::objectValue};  // as the server accepted them
     QComboBox* m_pCommand;
     QComboBox* m_pFault;
     QLineEdit* m_pValue;

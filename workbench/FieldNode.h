@@ -5,17 +5,17 @@
 #include <string>
 #include <vector>
 
-/// A field of something that is looked at, with the fields inside it.
+/// A named value with its child fields, for a detail tree.
 struct FieldNode {
     QString name;
     QString value;
-    std::optional<std::string> raw;  // bytes that nobody could read; the value is their hex, or the start of it
+    std::optional<std::string> raw;  // undecoded bytes; the value is their hex, possibly truncated
     std::vector<FieldNode> children;
-    bool isWithheld = false;  // an export names it, and leaves its value out
+    bool isWithheld = false;  // an export contains the name, but not the value
 };
 
-/// A field of bytes that nobody can read.
+/// A field of undecoded bytes.
 FieldNode RawField(const QString& name, const std::string& bytes);
 
-/// A text where the bytes are one, raw otherwise.
+/// A text field if the bytes are text; a raw field otherwise.
 FieldNode BytesField(const QString& name, const std::string& bytes);

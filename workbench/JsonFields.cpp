@@ -17,7 +17,7 @@ FieldNode FieldOf(const QString& name, const Json::Value& json) {
     return {name, json.isNull() ? QStringLiteral("null") : QString::fromStdString(json.asString()), {}, {}};
 }
 
-/// The start of it, with a dot for each byte that is no character.
+/// The start of the bytes, with a dot for each non-printable one.
 QString TextOf(const std::string& bytes) {
     const std::string start = bytes.substr(0, kTextShown);
     const auto utf8 = readable::Utf8(start);
@@ -60,7 +60,7 @@ FieldNode BodyField(const QString& name, const std::string& body, size_t wholeBy
     if (const auto json = host::ParseJson(body, error)) {
         return {name, size, {}, JsonFields(*json)};
     }
-    // What the text shows stands in the hex as well, where an export finds secrets however they are written.
+    // The hex contains the same bytes and is redacted in every encoding, so the text is withheld from exports.
     const FieldNode text{QStringLiteral("Text"), TextOf(body), {}, {}, true};
     return {name, size, {}, {text, RawField(QStringLiteral("Hex"), body)}};
 }

@@ -4,9 +4,9 @@
 
 #include "workbench/FieldNode.h"
 
-/// JSON as fields: members by their names, items by their place in brackets.
+/// Converts JSON to fields. Members have their names, array items their index in brackets.
 std::vector<FieldNode> JsonFields(const Json::Value& json);
 
-/// The body of a call: as fields where it is JSON, as text and as hex otherwise. `wholeBytes` is the length of
-/// all of it, of which `body` may be the first part.
+/// The body of a call: fields if it is JSON, otherwise text and hex. `wholeBytes` is the total length; `body` can be
+/// only its first part.
 FieldNode BodyField(const QString& name, const std::string& body, size_t wholeBytes);

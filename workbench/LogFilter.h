@@ -2,7 +2,7 @@
 
 #include "workbench/LogModel.h"
 
-/// The lines that the log view is asked to show. Main thread.
+/// Filters the lines of the log view. Main thread.
 class CLogFilter : public CEntryFilter {
 public:
     enum class EnSource { All, Host, Module };
@@ -11,7 +11,7 @@ public:
 
     void SetMinimum(ZRLogType severity);
     void SetSource(EnSource source);
-    /// The part of a module that wrote it; empty for all.
+    /// Shows only lines of this area of a module. An empty text shows all.
     void SetArea(const QString& area);
 
 protected:

@@ -41,7 +41,7 @@ LogRow CLogModel::Read(LogEntry entry) const {
             readable::FromLatin1(record.text).value_or(record.text)};
 }
 
-// The host's own lines carry their area after this word; all other tags are those of modules.
+// The host's own lines carry their area after this word. All other tags belong to modules.
 bool CLogModel::IsHostAt(int row) const {
     return At(row).tag.startsWith(QLatin1String("Host."));
 }

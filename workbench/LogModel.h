@@ -3,17 +3,17 @@
 #include "framework/ILogSource.h"
 #include "workbench/EntryModel.h"
 
-/// A line as the log view shows it.
+/// A line of the log view.
 struct LogRow {
     QString time;
     ZRLogType severity;
-    QString tag;  // this and the text as shown: control characters are escaped
+    QString tag;  // tag and text are displayed with control characters escaped
     QString text;
-    QString place;     // source, line and function; empty where the writer names none
-    QString readable;  // unescaped; where the text's characters stand for bytes of UTF-8, what those say
+    QString place;     // source, line and function; empty if the line has none
+    QString readable;  // unescaped; Latin-1 characters that are UTF-8 bytes are decoded
 };
 
-/// The lines of the log view, the youngest 20,000. Main thread.
+/// The newest 20,000 lines of the log. Main thread.
 class CLogModel final : public CEntryRows<LogEntry, LogRow> {
     Q_OBJECT
 
@@ -24,14 +24,14 @@ public:
 
     explicit CLogModel(QObject* parent = nullptr);
 
-    /// Takes a line, unless a younger one of the same log is there; it is shown with the next batch.
+    /// Adds a line to the next batch, unless a newer one of the same log was added before.
     void Add(const LogEntry& entry) { Collect(entry); }
 
     const LogRow& At(int row) const { return RowAt(row); }
-    /// The part of a module that wrote the line, as "AIChat" of "[AIChat] ..."; empty if the line names none.
+    /// The area of the module that wrote the line, such as "AIChat" in "[AIChat] ..."; empty if the line names none.
     QStringView AreaAt(int row) const;
     bool IsHostAt(int row) const;
-    /// The line for a reader, with its place.
+    /// The readable line with its place in the source.
     QString InFull(int row) const;
 
     bool Holds(int row, const QString& text) const override;

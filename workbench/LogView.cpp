@@ -12,7 +12,7 @@ constexpr std::pair<CLogFilter::EnSource, const char*> kSources[] = {{CLogFilter
                                                                      {CLogFilter::EnSource::Host, "Host"},
                                                                      {CLogFilter::EnSource::Module, "Module"}};
 
-// The parts of the growth module, as their lines name them.
+// Areas of the growth module, as in its log lines.
 constexpr const char* kAreas[] = {"AIChat", "Ad", "Premium", "Vip"};
 
 }  // namespace

@@ -5,7 +5,7 @@
 
 class QPlainTextEdit;
 
-/// The log, live, and readable the line that is chosen.
+/// Shows the log live, and the selected line in full.
 class CLogView final : public CEntryView {
 public:
     explicit CLogView(QWidget* parent = nullptr);

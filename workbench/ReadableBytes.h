@@ -4,20 +4,20 @@
 #include <optional>
 #include <string>
 
-/// Bytes as a person can read them.
+/// Converts bytes to readable text.
 namespace readable {
 
-/// The text of well-formed UTF-8 whose control characters are line breaks and tabs at most; nothing otherwise.
+/// Returns the text if the bytes are well-formed UTF-8 without control characters other than line breaks and tabs.
 std::optional<QString> Utf8(const std::string& bytes);
 
-/// Pairs of hex digits, "0a ff". What is longer than `limit` bytes ends in an ellipsis.
+/// Returns pairs of hex digits, such as "0a ff". More than `limit` bytes end in an ellipsis.
 QString Hex(const std::string& bytes, size_t limit = 4096);
 
-/// Utf8 where it is, Hex otherwise.
+/// Returns the text if it is UTF-8, otherwise the hex digits.
 QString Text(const std::string& bytes);
 
-/// The bytes that a text's characters up to U+00FF stand for, read as UTF-8: what module lines carry. Nothing
-/// where they are no UTF-8, or plain ASCII, which reads the same as it is.
+/// Decodes a text whose characters up to U+00FF are UTF-8 bytes, as in module lines. Returns nothing if they are not
+/// UTF-8, or if they are plain ASCII and need no decoding.
 std::optional<QString> FromLatin1(const QString& text);
 
 }  // namespace readable

@@ -15,7 +15,7 @@
 namespace {
 
 constexpr int kRowHeight = 26;
-constexpr int kRowsInSight = 2;  // at the least: the window is to fit a small screen
+constexpr int kRowsInSight = 2;  // minimum; the window must fit a small screen
 
 enum EnColumn { kColumnScene, kColumnAllOpen, kColumnCount };
 
@@ -43,7 +43,7 @@ CScenePanel::CScenePanel(IControlClient& server, QWidget* parent)
     m_pTable->verticalHeader()->setDefaultSectionSize(kRowHeight);
     m_pTable->horizontalHeader()->setHighlightSections(false);
     m_pTable->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-    // It has what the rest leaves over: what it would like would squeeze the buttons.
+    // The table gets the remaining height. Its size hint would squeeze the buttons.
     m_pTable->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     m_pTable->setMinimumHeight(kRowHeight * (kRowsInSight + 1) + 6);
     m_pMessage->setObjectName(QStringLiteral("SceneMessage"));

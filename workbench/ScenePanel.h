@@ -9,16 +9,16 @@
 class QLabel;
 class QTableWidget;
 
-/// What the server answers to one user about the AI chat, to be changed: it counts from the next login on.
-/// `server` must outlive it.
+/// Edits the server's answer about the AI chat for one user. A change takes effect at the next login. `server` must
+/// outlive it.
 class CScenePanel : public QWidget {
 public:
     explicit CScenePanel(IControlClient& server, QWidget* parent = nullptr);
 
-    /// Reads that user's entries from the server; 0 is nobody.
+    /// Requests the user's entries from the server; 0 shows none.
     void ShowUser(quint64 userId);
 
-    /// Asks the server again.
+    /// Requests the entries again.
     void Reload();
 
 private:
@@ -32,8 +32,8 @@ private:
 
     IControlClient& m_server;
     quint64 m_nUser = 0;
-    Json::Value m_aiChat;                // as the server has it
-    std::vector<Json::Value> m_entries;  // beside the rows, with what the table does not show
+    Json::Value m_aiChat;                // as returned by the server
+    std::vector<Json::Value> m_entries;  // one for each row, including values that the table does not show
     QTableWidget* m_pTable;
     QLabel* m_pMessage;
 };

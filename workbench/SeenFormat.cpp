@@ -74,7 +74,7 @@ public:
     }
 
 private:
-    // By the number that was asked for: a reply that bears another is read as what it should have been.
+    // Depends on the requested command: a reply with another number is decoded as the expected one.
     static const char* TypeOf(const CommandTrace& seen) {
         const wire::Command* command = wire::Find(seen.asked);
         if (!command) {
@@ -108,7 +108,7 @@ public:
     bool Takes(const TraceEvent& seen) const override { return std::holds_alternative<StoreTrace>(seen.what); }
     int Kind(const TraceEvent& seen) const override { return std::get<StoreTrace>(seen.what).isSave ? 1 : 0; }
 
-    // A key that is not there is a matter of course; a save that is refused is not.
+    // A missing key is normal; a refused save is not.
     bool IsBad(const TraceEvent& seen) const override {
         const auto& store = std::get<StoreTrace>(seen.what);
         return store.isSave && !store.succeeded;

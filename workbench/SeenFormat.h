@@ -9,28 +9,28 @@
 
 class CWireDecoder;
 
-/// How one kind of what was seen is shown: as a row of a table, and in full. Main thread.
+/// Formats one kind of trace event as a row and as a detail tree. Main thread.
 class ISeenFormat {
 public:
     virtual ~ISeenFormat() = default;
 
-    /// How many rows are kept; fewer where a row can be large.
+    /// Maximum number of rows; smaller for formats with large rows.
     virtual int MostRows() const { return 10'000; }
-    /// In object names, as "Traffic".
+    /// Used in object names, such as "Traffic".
     virtual QString Name() const = 0;
     virtual std::vector<QString> Titles() const = 0;
     virtual std::vector<int> Widths() const = 0;
-    /// What the rows are told apart by; Kind gives an index into it.
+    /// The kinds by which the rows can be filtered. Kind returns an index into them.
     virtual std::vector<QString> Kinds() const = 0;
 
     virtual bool Takes(const TraceEvent& seen) const = 0;
-    /// What a beginning and its end share: they are one row, which shows the end once that is there. Nothing for
-    /// what stands alone.
+    /// Returns an id that the start and the end of an exchange share. Both are one row, which shows the end when it has
+    /// arrived. Returns nothing for a single event.
     virtual std::optional<uint64_t> Exchange(const TraceEvent& /*seen*/) const { return std::nullopt; }
     virtual bool IsEnd(const TraceEvent& /*seen*/) const { return false; }
     virtual int Kind(const TraceEvent& seen) const = 0;
     virtual bool IsBad(const TraceEvent& seen) const = 0;
-    /// One cell for each title after the first, which is the time.
+    /// One cell for each title except the first, which is the time.
     virtual QStringList Cells(const TraceEvent& seen) const = 0;
     virtual std::vector<FieldNode> Detail(const TraceEvent& seen) const = 0;
 };
@@ -38,6 +38,6 @@ public:
 std::unique_ptr<ISeenFormat> NewTrafficFormat(const CWireDecoder& decoder);
 std::unique_ptr<ISeenFormat> NewStoreFormat();
 std::unique_ptr<ISeenFormat> NewUrlFormat();
-/// A row is a call with its answer.
+/// Start and end of a call share a row.
 std::unique_ptr<ISeenFormat> NewHttpFormat();
 std::unique_ptr<ISeenFormat> NewReportFormat();

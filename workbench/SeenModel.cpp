@@ -7,7 +7,7 @@
 
 CSeenModel::CSeenModel(std::unique_ptr<ISeenFormat> format, QObject* parent)
     : CEntryRows(format->MostRows(), kMaxBatch, parent), m_format(std::move(format)) {
-    // What comes back after all was forgotten is a row of its own.
+    // After a reset the end of an exchange becomes its own row, because its start is gone.
     connect(this, &QAbstractItemModel::modelReset, this, [this] {
         m_begun.clear();
         m_ends.clear();

@@ -5,13 +5,13 @@
 #include "workbench/EntryModel.h"
 #include "workbench/SeenFormat.h"
 
-/// As it is shown: a cell for each column after the time.
+/// A trace event with a cell for each column except the time.
 struct SeenRow {
     TraceEvent seen;
     QStringList cells;
 };
 
-/// What was seen of one kind, the youngest as many as its format keeps. Main thread.
+/// The newest trace events of one format, up to the format's maximum. Main thread.
 class CSeenModel final : public CEntryRows<TraceEvent, SeenRow> {
     Q_OBJECT
 
@@ -22,7 +22,7 @@ public:
 
     const ISeenFormat& Format() const { return *m_format; }
 
-    /// Takes what its format takes, and of that what is younger than the last it took.
+    /// Adds an event of the format, unless a newer one was added before.
     void Add(const TraceEvent& seen);
 
     const TraceEvent& At(int row) const { return RowAt(row).seen; }
@@ -40,16 +40,16 @@ private:
     void Amend(bool allShown) override;
 
     const std::unique_ptr<ISeenFormat> m_format;
-    std::map<uint64_t, uint64_t> m_begun;   // exchanges without an end, and the number of what began them
-    std::map<uint64_t, TraceEvent> m_ends;  // by the number of what began them
+    std::map<uint64_t, uint64_t> m_begun;   // exchanges without an end: exchange id and number of the start
+    std::map<uint64_t, TraceEvent> m_ends;  // by the number of the start
 };
 
-/// The rows that a view is asked to show. Main thread.
+/// Filters the rows by kind. Main thread.
 class CSeenFilter : public CEntryFilter {
 public:
     explicit CSeenFilter(CSeenModel& model, QObject* parent = nullptr) : CEntryFilter(model, parent), m_model(model) {}
 
-    /// An index into the format's kinds; -1 for all.
+    /// An index into the format's kinds; -1 shows all.
     void SetKind(int kind);
 
 protected:

@@ -5,7 +5,7 @@
 
 class QTreeWidget;
 
-/// What was seen of one kind, live, and all fields of the row that is chosen. It is named after its format.
+/// Shows the trace events of one format live, and all fields of the selected row. Its name is that of the format.
 class CSeenView final : public CEntryView {
 public:
     explicit CSeenView(std::unique_ptr<ISeenFormat> format, QWidget* parent = nullptr);

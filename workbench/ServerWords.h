@@ -2,7 +2,7 @@
 
 #include "workbench/ControlClient.h"
 
-/// A failed answer of the server, for a person.
+/// Describes a failed answer of the server for the user.
 inline QString WordsOf(const ServerAnswer& answer) {
     return (answer.reached ? QStringLiteral("The server refuses: %1")
                            : QStringLiteral("The server does not answer: %1"))

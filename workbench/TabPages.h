@@ -3,8 +3,8 @@
 #include <QStackedWidget>
 #include <QTabWidget>
 
-/// What pages of the tabs are to be made in. One that is made elsewhere and moved there is styled a second time, with
-/// all that it holds.
+/// Returns the parent for pages of the tabs. A page with another parent is styled a second time when it moves, with all
+/// its children.
 inline QWidget* PagesOf(QTabWidget* tabs) {
     return tabs->findChild<QStackedWidget*>({}, Qt::FindDirectChildrenOnly);
 }

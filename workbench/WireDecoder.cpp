@@ -26,7 +26,7 @@ constexpr host::HostLog kLog("Workbench");
 
 std::vector<FieldNode> FieldsOf(const Message& message);
 
-/// `index` is that of a repeated field's element; -1 for a field that is not repeated.
+/// `index` is the element's index in a repeated field; -1 for other fields.
 FieldNode ValueNode(const Message& message, const FieldDescriptor& field, int index) {
     const Reflection& read = *message.GetReflection();
     const bool many = index >= 0;
@@ -154,7 +154,7 @@ std::vector<FieldNode> CWireDecoder::Decode(const std::string& type, const std::
                              : std::vector<FieldNode>{RawField(QStringLiteral("Bytes without a schema"), bytes)};
     }
     const std::unique_ptr<Message> message(m_schemas->factory.GetPrototype(descriptor)->New());
-    // A missing required field is for the reader to see, not a reason to show nothing.
+    // Messages without a required field are shown too.
     if (!message->ParsePartialFromString(bytes)) {
         return {RawField(QStringLiteral("Bytes that are no such message"), bytes)};
     }

@@ -6,8 +6,8 @@
 
 #include "workbench/FieldNode.h"
 
-/// Reads messages by the schemas, which it carries as data: generated code would be a second copy of what the
-/// module brings, and the two would meet in one pool. Main thread.
+/// Decodes messages by schemas that are embedded as data. Generated code would duplicate the module's types in the same
+/// descriptor pool. Main thread.
 class CWireDecoder {
 public:
     CWireDecoder();
@@ -17,11 +17,11 @@ public:
 
     bool Knows(const std::string& type) const;
 
-    /// The name that the schemas' enumeration gives a number; empty if it gives none.
+    /// The name of `number` in the schemas' enumeration `type`; empty if it has none.
     QString EnumName(const std::string& type, int number) const;
 
-    /// The fields that the bytes set, in order of number, then those that the schema does not know. Bytes that
-    /// are no such message, and all bytes of a type that is unknown, come as one raw node.
+    /// Returns the set fields in order of number, followed by unknown fields. Malformed bytes and unknown types return
+    /// one raw node.
     std::vector<FieldNode> Decode(const std::string& type, const std::string& bytes) const;
 
 private:

@@ -87,7 +87,7 @@ QLabel* NewTitle(const QString& text, const char* role, QWidget* parent) {
     return label;
 }
 
-/// As the two clocks stand now.
+/// Uses the current difference of the clocks.
 qint64 ToServer(qint64 localMs) {
     return localMs + core::time_date::GetSvrTimeMillis() - QDateTime::currentMSecsSinceEpoch();
 }
@@ -409,7 +409,7 @@ CAdSwitches& CWorkbench::AdSwitches() {
 
 void CWorkbench::ShowUsers(const std::vector<ServerUser>& users, quint64 current) {
     m_users = users;
-    // A login from elsewhere moves the choice to that user; a list that came anew leaves it.
+    // A login outside the workbench selects that user. A refreshed list keeps the selection.
     const QVariant chosen = current != 0 && current != m_nCurrent ? QVariant(current) : m_pUser->currentData();
     m_nCurrent = current;
     const QSignalBlocker blocker(m_pUser);
@@ -443,8 +443,7 @@ void CWorkbench::ShowUserTexts() {
 
 void CWorkbench::ShowLanguage(int languageId) {
     const QSignalBlocker blocker(m_pLanguage);
-    m_pLanguage->setCurrentIndex(
-        std::max(0, m_pLanguage->findData(languageId)));  // any number that is none of these is English
+    m_pLanguage->setCurrentIndex(std::max(0, m_pLanguage->findData(languageId)));  // any other number is English
 }
 
 void CWorkbench::ShowTheme() {

@@ -26,9 +26,9 @@ class QLineEdit;
 class QPushButton;
 class QTabWidget;
 
-/// The desk of those who work on the modules: the switches of the session, how the AI chat entries stand and
-/// what the server will answer, the user's rights and VIP status, the ad slots, all that goes through the contract, the
-/// log, and the server's faults and clock. `entries`, `rights` and `server` must outlive it.
+/// The developer panel of the modules. It controls the session, the server's answers, its faults and its clock. It
+/// shows the AI chat entries, rights, ad slots, recorded traffic and the log. `entries`, `rights` and `server` must
+/// outlive it.
 class CWorkbench : public QWidget {
     Q_OBJECT
 
@@ -36,26 +36,26 @@ public:
     CWorkbench(CAIChatEntries& entries, const CPremiumRights& rights, IControlClient& server,
                QWidget* parent = nullptr);
 
-    /// `current` is 0 if nobody is logged in. The choice in the list stays where it can.
+    /// `current` is 0 if no user is logged in. The selection is kept if possible.
     void ShowUsers(const std::vector<ServerUser>& users, quint64 current);
     void ShowLanguage(int languageId);
     void ShowEdition(bool velora);
     void ShowMarkets(const std::vector<int>& markets);
-    /// The server is another one, or a new start of the same: it knows nothing of what was set here.
+    /// Must be called for a new or restarted server, which has none of the settings made here.
     void ForgetServer();
 
-    /// Takes what was seen; each view keeps what is its own.
+    /// Adds a trace event. Each view keeps the events of its format.
     void Take(const TraceEvent& seen);
-    /// Takes a line of the log, in the same way.
+    /// Adds a line of the log.
     void TakeLine(const LogEntry& entry);
 
-    /// Which circumstances of the bottom popup are overridden.
+    /// The overrides of the bottom popup's display conditions.
     CAdSwitches& AdSwitches();
 
-    /// What an export must not hold.
+    /// The values that an export must not contain.
     CAliases& Aliases() { return m_aliases; }
 
-    /// Writes what is seen to the file. Returns why it could not; empty if it could.
+    /// Writes the recorded entries to the file. Returns the reason of a failure, or an empty text.
     QString ExportTo(const QString& path) const;
 
     CLogModel& Log() { return m_pLog->Model(); }

@@ -66,7 +66,7 @@ void CAdBannerSlot::Ask() {
 
 void CAdBannerSlot::Take(QWidget* banner) {
     if (m_pBanner) {
-        // Later, because its end deletes a banner that the module can be about to pass on.
+        // Runs later, because the end deletes a banner that the module can be about to pass on.
         m_pBanner->hide();
         m_pBanner->deleteLater();
     }

@@ -155,7 +155,7 @@ void CMainWindow::CreateNextLazyPart() {
         Q_EMIT Completed();
         return;
     }
-    // A timer and no posted event, so that pending user input is handled first.
+    // A timer instead of a posted event, so that pending user input is handled first.
     QTimer::singleShot(0, this, &CMainWindow::CreateNextLazyPart);
 }
 
@@ -213,7 +213,7 @@ bool CMainWindow::OpenPage(const QUrl& url) {
     }
     for (size_t index = 0; index < kTabPages.size(); ++index) {
         if (url.path() == QLatin1Char('/') + QString::fromLatin1(kTabPages[index].page.name)) {
-            // Later, because a click handler that is still running can belong to the page that goes.
+            // Runs later, because a click handler that is still running can belong to the current page.
             QMetaObject::invokeMethod(
                 this, [this, index] { m_pNavigation->Choose(int(index)); }, Qt::QueuedConnection);
             return true;

@@ -69,7 +69,7 @@ void CNavigation::ShowTexts() {
     m_pToggle->setToolTip(m_bCollapsed ? tr("Expand the navigation") : tr("Collapse the navigation"));
     for (size_t index = 0; index < m_tabs.size(); ++index) {
         const QString title = translation::PageText(kTabPages[index].page.title);
-        // Apart from the icon by blanks, as a tool button leaves no room of its own between the two.
+        // Blanks separate the text from the icon, because a tool button has no spacing between them.
         m_tabs[index]->setText(QStringLiteral("  ") + title);
         m_tabs[index]->setToolTip(m_bCollapsed ? title : QString());
     }

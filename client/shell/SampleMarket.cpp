@@ -47,7 +47,7 @@ constexpr host::HostLog kLog("Sample");
     QT_TRANSLATE_NOOP("Pages", "Materials"),
 };
 
-// The library throws on a member of another type: the reading below is straight, and guarded once.
+// The library throws on a member of another type. The code below does not check types; one handler catches all.
 QString Text(const Json::Value& value, const char* key) {
     return QString::fromStdString(value[key].asString());
 }

@@ -10,7 +10,7 @@ class CTranslation {
 public:
     explicit CTranslation(int languageId);
 
-    /// Replaces the installed translation. Texts that are shown already stay as they are.
+    /// Replaces the installed translation. Texts that are already shown do not change.
     void SetLanguage(int languageId);
 
 private:
@@ -22,7 +22,7 @@ namespace translation {
 /// Returns the text in the display language. The source is marked with QT_TRANSLATE_NOOP, context "Pages".
 QString PageText(const char* source);
 
-/// Runs `show` now and at each change of the display language, as long as `context` lives.
+/// Runs `show` now and at each change of the display language while `context` exists.
 void OnLanguageChange(QObject* context, std::function<void()> show);
 
 }  // namespace translation

@@ -1,11 +1,11 @@
-// Pictures that are none, between the real server and the screen: a popup's keeps it away, a banner's is one slide.
+// Malformed pictures from the real server: a popup is not shown, a banner shows one empty slide.
 #include "AdRefusalFixture.h"
 
 using namespace ::testing;
 
 namespace {
 
-/// The head of a picture of 60000 by 60000 pixels, with the least that makes it whole.
+/// The header of a picture of 60000 by 60000 pixels, with the minimum that makes it complete.
 constexpr char kBomb[] = R"({"bodyHex":"89504e470d0a1a0a0000000d494844520000ea600000ea60080600000080d27542)"
                          R"(0000000949444154789c630000000100015eff7df90000000049454e44ae426082"})";
 
@@ -70,7 +70,7 @@ TEST_F(AdRefusalTest, ABannerWithOneBadPictureGoesOnWithTheOthers) {
     ASSERT_NE(Slide(2), nullptr);
     auto* dots = Banner(7)->findChild<QWidget*>(QStringLiteral("ZSlideshowDots"));
     const auto waitForSlide = [this](int index) { return WaitInRealTime([=] { return Slide(index)->isVisible(); }); };
-    // nothing to see but its ground, and it takes its turn
+    // the slide shows its background only, and has its turn
     ASSERT_TRUE(waitForSlide(1));
     EXPECT_FALSE(dots->isVisible());
     Picture("banner-bad-slide");

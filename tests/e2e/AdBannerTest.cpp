@@ -1,4 +1,4 @@
-// A banner from its answer to the quality report, at each of its positions: how it ends, and what a click on it tells.
+// A banner from its answer to the quality report, at each of its positions: its end, and the reports of a click.
 #include "AdClientFixture.h"
 #include "core/time_date.h"
 
@@ -16,7 +16,7 @@ struct Place {
 constexpr Place kMarket{"market", 7, "801"};
 constexpr Place kAlerts{"alerts", 9, "901"};
 
-/// An ad for the first user at each position: in a slideshow, and as a single picture.
+/// One ad for the first user at each position: a slideshow and a single picture.
 std::string Slots(const std::string& market, const std::string& alerts, const std::string& schema) {
     const auto slot = [&schema](const char* position, const char* type, const std::string& ad, const char* image) {
         return std::string(R"({"adType":3,"adPosition":)") + position +
@@ -31,7 +31,7 @@ std::string Slots(const std::string& market, const std::string& alerts, const st
 
 class AdBannerTest : public AdClientTest {
 protected:
-    // Its bindings tell a member of this.
+    // Bindings call a member of this class.
     ~AdBannerTest() override { End(); }
 
     void StartAndSeeBanner(const Place& place, const std::string& schema) {
@@ -62,7 +62,7 @@ protected:
         EXPECT_EQ(Banner(position), nullptr);
     }
 
-    // The page asks again, and what comes then takes the banner's place.
+    // The page requests ads again, and the new banner replaces the old one.
     void ChangeLanguage(const QPointer<QWidget>& banner, int position) {
         server->Put("/v1/ads", Slots("811", "911", "https://ads.example/next"));
         const int64_t before = core::time_date::GetSvrTimeMillis();
@@ -122,7 +122,7 @@ TEST_P(AdBannerClickTest, IsToldWithWhatBecameOfItsLink) {
     EXPECT_EQ(click["result_status"], row.opens ? 1 : 0);
     EXPECT_EQ(click["exposure_id"], ReportsOn(row.place.ad, "StartExposeAd")[0]["exposure_id"]);
     EXPECT_EQ(opened, row.opens ? 1 : 0);
-    // it stands on, and its exposure runs
+    // the banner remains, and its exposure continues
     EXPECT_NE(Banner(row.place.position), nullptr);
     EXPECT_EQ(Reported("ExposeAd"), 0);
 }

@@ -10,10 +10,10 @@
 #include "framework/JsonText.h"
 #include "support/Click.h"
 
-/// A client with ads, and what of them is on its screen.
+/// A client with ads, and access to the ads on its screen.
 class AdClientTest : public ClientTest {
 protected:
-    /// What is of a class of the module, which is mapped and not linked.
+    /// Finds a widget by the name of its class. The module is mapped and not linked, so its types are unavailable.
     QWidget* OfClass(const char* name) const {
         for (auto* widget : window->findChildren<QWidget*>()) {
             if (widget->inherits(name)) {
@@ -26,7 +26,8 @@ protected:
     QWidget* Card() const { return OfClass("CZRAdBottomPopupView"); }
     bool IsCardSeen() const { return Card() && Card()->isVisible(); }
 
-    /// How many colours of the screen there are where the widget is: of a picture many, of a bare ground a few.
+    /// Returns the number of colours of the screen in the widget's area: many for a picture, few for a plain
+    /// background.
     size_t ColoursAt(const QWidget& widget) const {
         const QPoint place = widget.mapTo(window, QPoint());
         const QImage seen = window->screen()
@@ -41,7 +42,7 @@ protected:
         return colours.size();
     }
 
-    /// How many lines of the module's hold these words.
+    /// Returns the number of module log lines that contain `words`.
     int Said(const char* words) const {
         const auto lines = client->Log().Kept();
         return int(std::count_if(lines.begin(), lines.end(), [words](const LogEntry& line) {
@@ -54,7 +55,7 @@ protected:
 
     void Choose(const char* page) { Click(Child<QToolButton>((std::string("NavigationTab_") + page).c_str())); }
 
-    /// The banner in that position's place; null while it is not seen.
+    /// Returns the visible banner at `position`; null if there is none.
     QWidget* Banner(int position) const {
         for (auto* widget : Child<QWidget>(("AdBannerSlot" + std::to_string(position)).c_str())
                                 ->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
@@ -82,7 +83,7 @@ protected:
         return found == counts.end() ? 0 : found->second;
     }
 
-    /// The reports of that event which are on that ad.
+    /// Returns the reports of `event` about `ad`.
     std::vector<Json::Value> ReportsOn(const std::string& ad, const char* event) {
         std::vector<Json::Value> reports = server->ReportsOf(event);
         reports.erase(std::remove_if(reports.begin(), reports.end(),
@@ -91,8 +92,8 @@ protected:
         return reports;
     }
 
-    /// Waits for the end of an ad's one exposure, and sees that everybody was told of the same one. The body of the
-    /// call that told the server.
+    /// Waits for the end of an ad's only exposure. Checks that reports and server received the same exposure. Returns
+    /// the body of the call to the server.
     Json::Value ExpectOneExposure(const std::string& ad, int type, int position) {
         EXPECT_TRUE(WaitInRealTime([this] { return Reported("ReportAdvertisementExposureResult") >= 1; }));
         const auto results = server->ReportsOf("ReportAdvertisementExposureResult");
@@ -118,7 +119,7 @@ protected:
         return told;
     }
 
-    /// The ads whose pictures came in well.
+    /// Returns the ads whose pictures were loaded.
     std::multiset<std::string> Pictured() {
         std::multiset<std::string> ads;
         for (const Json::Value& picture : server->ReportsOf("AdvertisementImageResourceDownloadResult")) {
@@ -128,8 +129,8 @@ protected:
         return ads;
     }
 
-    /// Writes a picture of the window, or of `of`, if ZR_PICTURES names a folder. All recorded entries are shown
-    /// before.
+    /// Writes a picture of the window, or of `of`, if ZR_PICTURES names a folder. Waits first until the workbench shows
+    /// all recorded entries.
     void Picture(const char* name, QWidget* of = nullptr) {
         const QByteArray folderOfPictures = qgetenv("ZR_PICTURES");
         if (!folderOfPictures.isEmpty()) {

@@ -1,5 +1,5 @@
-// A module that is an ad slot and nothing else: it asks, shows and ends when a message of the bus says so. What it
-// says and does besides is the controller's own.
+// A module with one ad slot. It requests, shows and ends ads on bus messages. Reports and log lines come from the
+// controller.
 #include <cstdlib>
 #include <fstream>
 #include <memory>

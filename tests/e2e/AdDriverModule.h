@@ -1,6 +1,6 @@
 #pragma once
 
-/// How a test speaks to the slot in the driver's module: by messages without a body.
+/// Bus messages without a body, by which a test controls the driver module's slot.
 namespace ad_driver {
 
 constexpr unsigned int kSearch = 990'001;
@@ -11,7 +11,7 @@ constexpr unsigned int kEnd = 990'005;  // ends the exposure
 
 constexpr char kCheckedAd[] = "703";
 
-/// Names the file in which the slot notes each answer, a line each.
+/// Names the file to which the slot appends one line for each answer.
 constexpr char kFileVariable[] = "ZR_AD_DRIVER_FILE";
 
 }  // namespace ad_driver

@@ -1,4 +1,4 @@
-// The ends of the bottom popup that no hand brings about, and the click whose link the client refuses.
+// Ends of the bottom popup without a click, and a click whose link the client refuses.
 #include "AdClientFixture.h"
 
 using namespace ::testing;
@@ -19,10 +19,10 @@ QByteArray Scenario(const char* seconds, const char* schema) {
 
 class AdEndTest : public AdClientTest {
 protected:
-    // Its bindings tell a member of this.
+    // Bindings call a member of this class.
     ~AdEndTest() override { End(); }
 
-    // One that ends by itself may be gone again when all of the window is there.
+    // A popup with a short duration can end before the window is complete.
     void StartAndHavePopup(const char* seconds, const char* schema) {
         options.scenario = WriteFile("popup.json", Scenario(seconds, schema));
         Make();
@@ -37,8 +37,8 @@ protected:
 
 struct PopupEnd {
     const char* name;
-    const char* seconds;  // that it is shown for
-    const char* why;      // in the module's line and at the workbench
+    const char* seconds;  // display duration
+    const char* why;      // in the module's line and in the workbench
     void (*act)(CComposition& client);
 };
 
@@ -48,7 +48,7 @@ TEST_P(AdPopupEndTest, IsToldWithItsExposure) {
     const PopupEnd& row = GetParam();
     ASSERT_NO_FATAL_FAILURE(StartAndHavePopup(row.seconds, "https://ads.example/1"));
 
-    server->Put("/v1/ads", "[]");  // what asks again gets nothing
+    server->Put("/v1/ads", "[]");  // later searches return nothing
 
     row.act(*client);
 
@@ -76,7 +76,7 @@ TEST_F(AdEndTest, ATimeoutIsAsLongAsTheServerSays) {
 
     const Json::Value told = ExpectOneExposure("701", kTypePopup, kBottom);
 
-    // the server's clock is told anew now and then, and may step by a little
+    // the server's clock is synchronised from time to time and may step slightly
     EXPECT_GT(told["expose_duration"].asInt64(), 900);
 }
 

@@ -10,12 +10,11 @@
 #include "TabPages.h"
 #include "core/time_date.h"
 
-inline constexpr int kWatchlist = 0, kMarket = 1, kQuotes = 2, kNews = 4;  // places in kTabPages
+inline constexpr int kWatchlist = 0, kMarket = 1, kQuotes = 2, kNews = 4;  // indexes in kTabPages
 inline constexpr qint64 kHourMs = 3'600'000;
 
-/// The popup 701 is for two tabs and not for the first. The others only who names them gets: 702, whose picture is
-/// missing, 703, which begins in an hour, 704, whose end is over, 705, which has expired, 706 for no area, and 707,
-/// which lacks nothing.
+/// Popup 701 is for two tabs, but not for the first. The other ads are only returned to checks by id. The picture of
+/// 702 is missing. 703 begins in an hour, 704 has ended, 705 has expired. 706 has no area. 707 is complete.
 inline QByteArray RefusalScenario() {
     const QByteArray start = QByteArray::number(QDateTime::currentSecsSinceEpoch() + 3600);
     return R"({"schema":1,"users":[{"id":501,"name":"One"}],
@@ -49,12 +48,12 @@ inline QByteArray RefusalScenario() {
     "commonConfig":{}})";
 }
 
-/// A client whose popup waits, and the hands of a tester at the workbench.
+/// A client whose popup waits, with the actions of a tester in the workbench.
 class AdRefusalTest : public AdClientTest {
 protected:
     AdRefusalTest() { options.scenario = WriteFile("scenario.json", RefusalScenario()); }
 
-    // The popup has come and may not be shown on the first tab.
+    // The popup's list arrives, but the first tab is not one of its areas.
     void StartAndSeeNothing() {
         Start();
         ASSERT_TRUE(WaitForLine("ShowAreas donot contain currentTab, currentTab = 500, tabFrameKey = 20001"));
@@ -81,7 +80,7 @@ protected:
         ASSERT_TRUE(Child<QLabel>("AdSwitchesMessage")->property("good").toBool());
     }
 
-    /// Its place in the choice of pushes.
+    /// Index in the combo box of pushes.
     enum EnPush { kPushChange, kPushCheck, kPushNew };
 
     void Push(EnPush push, const char* ids = "", const char* delay = "0") {
@@ -95,7 +94,7 @@ protected:
             [this] { return Child<QLabel>("AdPushMessage")->text() == QStringLiteral("Sent to connections: 1"); }));
     }
 
-    /// The server's clock goes on by that step, which is longer than two requests must be apart.
+    /// Advances the server's clock by `step`, which is longer than the minimum time between two requests.
     void MoveClock(const char* step, qint64 byMs) {
         const qint64 wanted = core::time_date::GetSvrTimeMillis() + byMs - 1'000;
         Open("WorkbenchTabs", "ServerTab");
@@ -106,7 +105,7 @@ protected:
     void PassAMinute() { MoveClock("ClockPlusMinute", 60'000); }
     void PassAnHour() { MoveClock("ClockPlusHour", kHourMs); }
 
-    /// The refusal as a person sees it: the popup's place is bare, and the workbench says why.
+    /// Checks that no popup is visible and that the workbench shows `why`.
     void ExpectRefused(const char* why, const char* picture) {
         EXPECT_FALSE(IsCardSeen());
         EXPECT_TRUE(WaitInRealTime([=] { return WorkbenchSays(why); })) << why;
@@ -124,7 +123,7 @@ protected:
         return label->isVisible() ? label->text().toStdString() : std::string();
     }
 
-    /// How many the slideshow has painted.
+    /// Returns the number of dots that the slideshow paints.
     static int CountOfDots(QWidget& dots) {
         QImage drawn(dots.size(), QImage::Format_ARGB32_Premultiplied);
         drawn.fill(Qt::transparent);

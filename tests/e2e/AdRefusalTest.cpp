@@ -1,5 +1,5 @@
-// What keeps the bottom popup off the screen, each brought about from the workbench, as a tester does, and seen in the
-// module's own line. Behind each refusal stands what ends it: the popup shown.
+// Each refusal of the bottom popup, produced from the workbench as a tester does. The module's own line is checked.
+// Each case then removes the reason and expects the popup.
 #include "AdPanelWindow.h"
 #include "AdRefusalFixture.h"
 

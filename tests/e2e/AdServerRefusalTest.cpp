@@ -1,4 +1,4 @@
-// What the server does, or has, that keeps the bottom popup off the screen, and how the workbench says it.
+// Refusals of the bottom popup that the server causes, and the workbench's texts for them.
 #include "AdRefusalFixture.h"
 
 using namespace ::testing;
@@ -7,14 +7,14 @@ namespace {
 
 struct Refusal {
     const char* name;
-    const char* ads;     // that a push has the module check
-    const char* fault;   // of the answer to it, if any
+    const char* ads;     // the ids of a push that requests a check
+    const char* fault;   // of the answer to the check, if any
     const char* line;    // the module's own
-    const char* why;     // the workbench's
-    const char* detail;  // further words of the workbench
+    const char* why;     // the text in the workbench
+    const char* detail;  // a further text in the workbench
 };
 
-/// An answer whose one ad does not say where it may stand.
+/// An answer whose only ad has no display areas.
 constexpr char kWithoutAreas[] =
     R"({"body":"{\"code\":0,\"message\":\"\",\"data\":{\"ad_type\":2,\"ad_position\":42,\"show_duration\":0,)"
     R"(\"show_interval\":0,\"show_interval_type\":1,\"enable_close\":true,\"ad\":[{\"ad_id\":\"708\",)"
@@ -23,7 +23,7 @@ constexpr char kWithoutAreas[] =
 
 class AdServerRefusalTest : public AdRefusalTest, public WithParamInterface<Refusal> {
 protected:
-    // Another search has the popup come, of an ad that lacks nothing.
+    // Another search returns a complete ad, and its popup is shown.
     void ExpectShownByTheNextSearch(const std::string& name) {
         server->Put("/v1/httpFaults", "{}");
         PassAMinute();

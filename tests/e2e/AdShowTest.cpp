@@ -1,4 +1,4 @@
-// Ads on the screen of the real client against the real server: the bottom popup and the banners, as a user has them.
+// The bottom popup and the banners on the screen of the real client against the real server.
 #include <QApplication>
 #include <QLineEdit>
 #include <QTabWidget>
@@ -39,7 +39,7 @@ class AdShowTest : public AdClientTest {
 protected:
     AdShowTest() { options.scenario = WriteFile("scenario.json", kScenario); }
 
-    // Its bindings tell members of this.
+    // Bindings call members of this class.
     ~AdShowTest() override { End(); }
 
     void StartAndSeePopup() {
@@ -97,7 +97,7 @@ TEST_F(AdShowTest, ThePopupKeepsItsPlaceOverEveryLayoutOfTheWindow) {
 TEST_F(AdShowTest, ThePopupTakesNoFocusByComingAndByAClick) {
     Make();
     Show();
-    // whatever has it before the popup comes
+    // any widget may have the focus before the popup is shown
     auto* edit = Child<QLineEdit>("ExportPath");
     edit->setFocus();
     ASSERT_TRUE(WaitInRealTime([&] { return Card() && Card()->isVisible() && edit->hasFocus(); }));
@@ -221,7 +221,7 @@ TEST_F(AdShowTest, TheDeveloperPanelOpensFromTheWorkbench) {
 
     EXPECT_THAT(Child<ZText>("CacheDataText")->text().toStdString(), HasSubstr("ad_id: 701"));
     EXPECT_THAT(Child<ZText>("LastShowText")->text().toStdString(), HasSubstr("ShowIntervalType:1"));
-    // the workbench knows of the slot as well
+    // the workbench lists the slot as well
     const auto* table = Child<QTableWidget>("AdTable");
     EXPECT_TRUE(WaitInRealTime(
         [&] { return table->rowCount() == 1 && table->item(0, 0)->text().contains(QStringLiteral("42")); }));

@@ -1,5 +1,5 @@
-// An ad slot in the real client against the real server: what it asks for, what it tells, and that nothing of it is
-// lost while the server is away.
+// An ad slot in the real client against the real server: its requests and reports. Reports are kept while the server is
+// down.
 #include <fstream>
 #include <map>
 
@@ -110,7 +110,7 @@ TEST_F(AdTest, ACheckFetchesExactlyTheAdsThatItNames) {
     const auto results = ReportsOf("SingleAdvertisementPullDataResult");
     EXPECT_EQ(results[0]["result_code"], "0");
     EXPECT_EQ(results[0]["advertisement_ids"][0], ad_driver::kCheckedAd);
-    // a search does not find it, as it is for another user
+    // a search does not return this ad, because it is for another user
     EXPECT_THAT(Notes(), ElementsAre("answered 703"));
 }
 
@@ -172,7 +172,7 @@ TEST_F(AdTest, WhatIsReportedWithoutAServerReachesItLaterAndOnce) {
     client->Server().Start();
     ASSERT_TRUE(WaitInRealTime([this] { return server != nullptr; }));
 
-    // it has seen nothing of what was before
+    // the new server has received nothing of the former one's reports
     EXPECT_TRUE(WaitForReports({{"SingleAdvertisementPullDataResult", 1},
                                 {"StartExposeAd", kExposures},
                                 {"ExposeAd", kExposures},
@@ -180,7 +180,7 @@ TEST_F(AdTest, WhatIsReportedWithoutAServerReachesItLaterAndOnce) {
     const auto told = Notes();
     EXPECT_THAT(std::vector<std::string>(told.begin() + 2, told.end()), Each("not exposed 1005"));
     EXPECT_EQ(ReportsOf("SingleAdvertisementPullDataResult")[0]["result_code"], "1005");
-    // the slot works on
+    // the slot still works
     Tell(ad_driver::kShow);
     Tell(ad_driver::kEnd);
     ASSERT_TRUE(WaitForNotes(3 + kExposures));
@@ -189,7 +189,7 @@ TEST_F(AdTest, WhatIsReportedWithoutAServerReachesItLaterAndOnce) {
 
 TEST_F(AdTest, ReportsWhoseAnswerIsLostComeAgainAndCountOnce) {
     StartAndLogInWithoutEntries();
-    // taken in, and never said
+    // the server counts the reports, but its answers are cut
     server->Put("/v1/httpFaults", R"({"/report/events":{"cutBytes":3,"times":3}})");
 
     Tell(ad_driver::kSearch);
@@ -233,7 +233,7 @@ TEST_P(AdFaultTest, EndsInAFailureAndTheSlotGoesOn) {
     server->Put("/v1/httpFaults", "{}");
     server->Put("/v1/clock", R"({"offsetMs":11000})");
     ASSERT_TRUE(WaitInRealTime([this] {
-        Tell(ad_driver::kSearch);  // refused until the clock has come over
+        Tell(ad_driver::kSearch);  // refused until the client receives the new clock
         return Notes().back() == "answered 701";
     }));
 }

@@ -15,8 +15,8 @@
 #include "support/RealTime.h"
 #include "workbench/EntryModel.h"
 
-/// A client with its window, the module mapped from the build and a server of its own. Each case is a process
-/// of its own, since the module's managers live as long as the process.
+/// A client with its window, the module mapped from the build, and its own server. Each case is its own process,
+/// because the module's managers are never destroyed before the process ends.
 class ClientTest : public ::testing::Test {
 protected:
     ClientTest() {
@@ -41,7 +41,7 @@ protected:
         return file.fileName();
     }
 
-    /// Makes the client and its window, and shows and starts nothing of it.
+    /// Creates the client and its window. Shows and starts nothing.
     void Make() {
         app = std::make_unique<CClient>(options);
         client = &app->Composition();
@@ -58,13 +58,13 @@ protected:
         QObject::connect(window, &CMainWindow::Completed, &watcher, [this] { isComplete = true; });
     }
 
-    /// Shows the window, and is back when all of it is there.
+    /// Shows the window and returns when all its parts are created.
     void Show() {
         window->show();
         ASSERT_TRUE(WaitInRealTime([this] { return isComplete; }));
     }
 
-    /// Starts all of it, as main does; StartAndLogIn waits until the first user is in.
+    /// Starts everything as main does. StartAndLogIn also waits for the first user's login.
     void Start() {
         Make();
         Show();
@@ -82,12 +82,12 @@ protected:
         window = nullptr;
     }
 
-    /// Calls `callback` for each message on the bus with that id.
+    /// Calls `callback` for each bus message with the id `message`.
     void Bind(unsigned int message, core::MessageCallback callback) {
         core::__CMessageDispatch("[Test]").Bind(message, std::move(callback), &watcher);
     }
 
-    /// The scenes whose entries are enabled, on whatever page they stand.
+    /// Returns the scenes whose entries are enabled, on all pages.
     std::set<int> OpenEntries() const {
         std::set<int> open;
         for (const auto* button : window->findChildren<QAbstractButton*>()) {
@@ -99,16 +99,17 @@ protected:
         return open;
     }
 
-    /// What the store's file holds for the installation; "nothing" if it has no such value, or is not there yet.
+    /// Returns the installation's stored value of `key`; "nothing" if the value or the file does not exist.
     std::string StoredValue(const char* key) const {
         return ValueIn("client.sqlite", "SELECT value FROM config WHERE owner = 'app' AND key = ?", key);
     }
 
-    /// Whether the client knows of all its reports that the server has them. A server counts one earlier than that;
-    /// one that ends in between gets it told to its successor as well.
+    /// Returns true if all of the client's reports are acknowledged. The server counts a report before the client
+    /// knows. If the client ends in between, its successor sends the report again.
     bool AreReportsAcknowledged() const { return ValueIn("reports.sqlite", "SELECT COUNT(*) FROM event") == "0"; }
 
-    /// The first value that `sql` returns for `key`, on a separate connection; "nothing" if it fails or finds none.
+    /// Returns the first value that `sql` selects for `key` on a separate connection; "nothing" on failure or without a
+    /// row.
     std::string ValueIn(const char* database, const char* sql, const char* key = nullptr) const {
         try {
             const SQLite::Database file(options.dataDir.toStdString() + '/' + database, SQLite::OPEN_READONLY, 5'000);
@@ -125,7 +126,7 @@ protected:
         return "nothing";
     }
 
-    /// Whether the workbench shows all entries that it was given.
+    /// Returns true if the workbench shows all entries that it received.
     bool IsWorkbenchSettled() const {
         const auto models = window->findChildren<CEntryModel*>();
         return !models.isEmpty() &&

@@ -14,20 +14,20 @@ class CControlApiDriver {
 public:
     CControlApiDriver(quint16 controlPort, QByteArray token);
 
-    /// The answer's body; a null value, and a failed test, on any status but 200.
+    /// Returns the answer's body. Any status but 200 fails the test and returns a null value.
     Json::Value Get(const std::string& path);
     Json::Value Put(const std::string& path, const std::string& json);
     Json::Value Post(const std::string& path, const std::string& json);
 
-    /// The requests of `command` so far, on all connections.
+    /// Returns the requests of `command` so far, on all connections.
     std::vector<Json::Value> Requests(unsigned int command);
 
-    /// The HTTP requests for `path` so far.
+    /// Returns the HTTP requests for `path` so far.
     std::vector<Json::Value> HttpTo(const std::string& path);
 
-    /// The number of reported events so far, by name.
+    /// Returns the number of reported events so far, by name.
     std::map<std::string, int> ReportCounts();
-    /// The parameters of the events of that name, in order.
+    /// Returns the parameters of the events with `name`, in order.
     std::vector<Json::Value> ReportsOf(const std::string& name);
 
 private:

@@ -1,4 +1,4 @@
-// The real client, the mapped module, and a server that breaks its word.
+// The real client with the mapped module against a server with faults.
 #include <csignal>
 
 #include "ClientFixture.h"
@@ -15,7 +15,7 @@ protected:
 
     size_t Asked() { return server->Requests(20982).size(); }
 
-    /// Whatever went wrong before, the next login is served.
+    /// The login after a failure is served.
     void ExpectTheNextLoginIsServed() {
         client->Login(502);
         EXPECT_TRUE(WaitInRealTime([this] { return OpenEntries() == std::set<int>({2}); }));
@@ -36,7 +36,7 @@ TEST_P(RefusedReplyTest, LeavesTheEntriesOfTheNewLoginClosedAndTellsNobody) {
 
     EXPECT_TRUE(WaitInRealTime([this] { return Asked() == 2 && OpenEntries().empty(); }));
     ExpectTheNextLoginIsServed();
-    // told of the first answer and of the last
+    // for the first answer and for the last
     EXPECT_EQ(CountOf(20300), 2);
 }
 
@@ -78,7 +78,7 @@ TEST_F(FaultTest, AReplyOfTheLastUserThatComesAfterTheNextUsersOneStands) {
 
     EXPECT_TRUE(WaitInRealTime([this] { return OpenEntries() == std::set<int>({2}); }));
     EXPECT_TRUE(WaitInRealTime([this] { return CountOf(20300) == 3; }));
-    // The module takes answers as they come and does not ask whose they are.
+    // The module accepts answers in their order of arrival and does not compare the user.
     EXPECT_EQ(OpenEntries(), std::set<int>({1, 4}));
 }
 

@@ -1,4 +1,4 @@
-// What a module sees of its host's life, written down by a module that does nothing else.
+// The module life cycle, recorded by a module that does nothing else.
 #include <fstream>
 
 #include "ClientFixture.h"
@@ -68,7 +68,7 @@ TEST_F(LifecycleTest, ServerTimeFollowsTheServersClock) {
     server->Put("/v1/clock", R"({"offsetMs":86400000})");
 
     EXPECT_TRUE(WaitInRealTime([&] { return core::time_date::GetSvrTimeStamp() >= before + 86400; }));
-    // and is known at a login as well
+    // the offset is also applied at a login
     client->Login(502);
     EXPECT_TRUE(WaitInRealTime([this] { return client->UserId() == 502; }));
     EXPECT_GE(core::time_date::GetSvrTimeStamp(), before + 86400);
@@ -115,7 +115,7 @@ INSTANTIATE_TEST_SUITE_P(Modules, FailingEntryTest,
                          [](const auto& row) { return std::string(row.param.module); });
 
 TEST_F(ClientTest, AStoreThatCantBeOpenedIsInTheLogFromTheStart) {
-    // a folder stands where the file should
+    // a folder has the name of the file
     ASSERT_TRUE(QDir().mkpath(options.dataDir + QStringLiteral("/client.sqlite")));
 
     Start();

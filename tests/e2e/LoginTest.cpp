@@ -16,15 +16,15 @@ using LoginTest = ClientTest;
 TEST_F(LoginTest, TheExchangeRunsFromTheServerToTheEntriesAndTheFile) {
     StartAndLogIn();
 
-    // the module asked once, with an empty message, as the user who is logged in
+    // the module sent one empty request for the logged-in user
     const auto requests = server->Requests(20982);
     ASSERT_THAT(requests, SizeIs(1));
     EXPECT_EQ(requests[0]["user"].asUInt64(), 501u);
     EXPECT_EQ(requests[0]["bodyHex"].asString(), "");
-    // told the client, and the answer is in the file
+    // the client was notified, and the answer is stored
     EXPECT_EQ(CountOf(20300), 1);
     EXPECT_EQ(StoredValue("ZRBaseAIChatEnableCacheDataKey_501"), "[\n\t1,\n\t4\n]\n");
-    // and the host knows what the server said at the login
+    // the host has the values of the login answer
     EXPECT_EQ(core::login_status_data::Login_GetUserID(), 501u);
     EXPECT_NE(core::login_status_data::GetSessionId(), 0u);
     EXPECT_THAT(core::attr_market::GetCurrentUserAttrMarket(), ElementsAre(3, 1));
@@ -116,7 +116,7 @@ TEST_F(LoginTest, AServerThatDiesIsSaidAndTheClientIsBackWithoutASecondLogin) {
 
     EXPECT_TRUE(WaitInRealTime([this] { return !window->StatusLine().IsGood(); }));
     EXPECT_EQ(OpenEntries(), std::set<int>({1, 4}));
-    // the channel is told anew, the modules are not logged in a second time
+    // the channel reconnects, but the modules are not logged in a second time
     EXPECT_TRUE(WaitInRealTime([this] { return CountOf(10650) == 2; }));
     EXPECT_NE(client->Server().ProcessId(), process);
     EXPECT_EQ(client->UserId(), 501u);

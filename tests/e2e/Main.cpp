@@ -1,4 +1,4 @@
-// End to end on a real screen: the application, the mapped module, a server process.
+// End-to-end tests on a real screen: the application, the mapped module, and a server process.
 #include <gmock/gmock.h>
 
 #include <QApplication>
@@ -13,7 +13,7 @@ int main(int argc, char** argv) {
     }
     qputenv("LC_ALL", "C.UTF-8");
     qputenv("TZ", "UTC");
-    // In rounds one at a time, as a window is active only while no other is.
+    // One round at a time, because only one window can be active.
     return forked_rounds::RunOrRepeat(
         [&argc, argv] {
             QApplication::setStyle(QStringLiteral("Fusion"));

@@ -1,4 +1,4 @@
-// A second module beside the real one: writes down what the host does to it, and what is true then.
+// A second module beside the real one. It records the host's calls and the state at each call.
 #include <QObject>
 #include <cstdlib>
 #include <fstream>
@@ -41,7 +41,7 @@ public:
 
     void OnUnInit() override {
         Note("OnUnInit");
-        // what is deleted later here is deleted before the module goes
+        // objects that are deleted later are deleted before the module
         QObject::connect(m_context.get(), &QObject::destroyed, [] { Note("deleted"); });
         m_context.release()->deleteLater();
     }

@@ -38,7 +38,7 @@ protected:
     struct Told {
         unsigned int message;
         uint64_t outcome;
-        std::vector<int> rights;  // in the table as it is told
+        std::vector<int> rights;  // in the table at the notification
     };
 
     void SetUp() override {
@@ -53,10 +53,10 @@ protected:
         AwaitLogin(501);
     }
 
-    // The end still tells of a logout, to members of this.
+    // The end logs out, which calls members of this class.
     ~RightsTest() override { End(); }
 
-    /// Waits until that user is in and both answers have come.
+    /// Waits for the login of `user` and for both answers.
     void AwaitLogin(uint64_t user) {
         ASSERT_TRUE(WaitInRealTime([&] { return client->UserId() == user && ToldOf(80051) > 0 && ToldOf(80052) > 0; }));
     }
@@ -123,7 +123,7 @@ TEST_F(RightsTest, TheServiceHoldsTheScenariosRights) {
     EXPECT_EQ(first.nDetailBtnUrlID, 12);
     EXPECT_EQ(first.nDetailSubBtnUrlID, 13);
     EXPECT_THAT(first.strOtherInfo.toStdString(), HasSubstr("market"));
-    // a half that the server leaves out
+    // the server does not send this half
     EXPECT_EQ(Right(1000).enUIAccess, 0);
     EXPECT_TRUE(Right(1000).bHasPermission);
 
@@ -141,7 +141,7 @@ TEST_F(RightsTest, TheServiceHoldsTheScenariosRights) {
 TEST_F(RightsTest, TheTableOfTheNextUserHasNothingOfTheFormer) {
     LogIn(502);
 
-    // nobody's first, then the new one's, and never a right of the former
+    // the table is empty first and contains the new user's rights later, never those of the former user
     EXPECT_THAT(atUserChange, Each(IsEmpty()));
     for (const Told& one : told) {
         EXPECT_THAT(one.rights, Each(5)) << one.message;
@@ -213,7 +213,7 @@ TEST_F(RightsTest, ALanguageBringsItsTexts) {
     ASSERT_TRUE(WaitInRealTime([this] { return ToldOf(80050) == 1; }));
     EXPECT_EQ(Right(1).strMainTitle, QStringLiteral("Premier"));
     EXPECT_EQ(Right(5).strMainTitle, QString::fromUtf8("Cinquième"));
-    // the server hears of it ahead of the question
+    // the server receives the language before the request
     const Json::Value received = server->Get("/v1/received")["received"];
     EXPECT_EQ(received[received.size() - 2]["kind"], "LANGUAGE");
     EXPECT_EQ(received[received.size() - 1]["kind"], "REQUEST");
@@ -230,7 +230,7 @@ TEST_F(RightsTest, AServerThatIsGoneAndBackLeavesTheTable) {
     EXPECT_THAT(Rights(), ElementsAre(1, 5, 1000));
     EXPECT_EQ(Service()->GetVipGrade(), 2);
     EXPECT_THAT(told, IsEmpty());
-    // and the next question is answered
+    // and the next request is answered
     Service()->GetUiMsgAndPremiumAccessReq(true);
     EXPECT_TRUE(WaitInRealTime([this] { return ToldOf(80050) == 1; }));
 }
@@ -295,7 +295,7 @@ TEST_F(RightsTest, TheWorkbenchAsksBreaksAndPushes) {
     ASSERT_TRUE(WaitInRealTime([this] { return Says("AskOutcome", "good"); }));
     EXPECT_EQ(LastRequest(), "080010051001");
 
-    // the next answer with a code of its own, once
+    // the next answer has its own code, once
     Child<QComboBox>("AnswerKind")->setCurrentIndex(5);
     Press("AnswerSet");
     ASSERT_TRUE(WaitInRealTime([this] { return Says("AnswerMessage", "20637"); }));

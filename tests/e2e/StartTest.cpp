@@ -1,4 +1,4 @@
-// What is on the screen at the first frame, and what comes after it.
+// The screen at the first frame and afterwards.
 #include <QLabel>
 #include <QScreen>
 #include <QTableView>
@@ -17,7 +17,7 @@ namespace {
 
 class StartTest : public ClientTest {
 protected:
-    /// `look` sees the client as it is at its first frame.
+    /// `look` is called with the client at its first frame.
     void StartAndLook(const std::function<void()>& look) {
         Make();
         bool seen = false;
@@ -59,7 +59,7 @@ TEST_F(StartTest, TheFirstFrameIsAWindowThatCanBeUsed) {
         EXPECT_GT(table->rowCount(), 0);
         EXPECT_NE(window->findChild<QToolButton*>(QStringLiteral("UserMenuButton"))->menu(), nullptr);
         EXPECT_EQ(window->StatusLine().Text(), QStringLiteral("Starting the server"));
-        // what the screen shows, not only what the widgets would
+        // the screen itself, because a widget can render more than is visible
         const QImage screen = window->screen()->grabWindow(window->winId()).toImage();
         EXPECT_EQ(screen.convertToFormat(QImage::Format_RGB32),
                   window->grab().toImage().convertToFormat(QImage::Format_RGB32));
@@ -81,7 +81,7 @@ class StartInLanguageTest : public StartTest, public WithParamInterface<int> {};
 INSTANTIATE_TEST_SUITE_P(Languages, StartInLanguageTest, Values(0, 1, 2, 5, 7),
                          [](const auto& language) { return "Language" + std::to_string(language.param); });
 
-// The workbench's room is kept for it, and its texts need no more.
+// The first frame reserves the workbench's place, and no translation needs more.
 TEST_P(StartInLanguageTest, ThePageStaysWhereItIsWhenTheWorkbenchComes) {
     options.language = GetParam();
     QRect before;
@@ -90,7 +90,7 @@ TEST_P(StartInLanguageTest, ThePageStaysWhereItIsWhenTheWorkbenchComes) {
     StartAndLook([&] { before = place(); });
 
     ASSERT_TRUE(WaitInRealTime([this] { return IsShown("WorkbenchTabs"); }));
-    window->grab();  // lays out what is not yet
+    window->grab();  // completes the pending layout
     EXPECT_EQ(place(), before);
 }
 

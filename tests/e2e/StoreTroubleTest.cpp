@@ -1,4 +1,4 @@
-// The store's file is there, and this client may not write it.
+// The store's file exists, but this client cannot write it.
 #include <QLabel>
 #include <QProcess>
 
@@ -18,7 +18,7 @@ class StoreTroubleTest : public ClientTest {
 protected:
     ~StoreTroubleTest() override { EndOther(); }
 
-    /// A client in a process of its own, on the same folder and with a server of its own.
+    /// Starts another client process on the same folder, with its own server.
     void StartOther() {
         other.start(QStringLiteral(ZR_CLIENT),
                     {QStringLiteral("--data-dir"), options.dataDir, QStringLiteral("--scenario"), options.scenario,
@@ -37,7 +37,7 @@ protected:
 
     std::string StatusText() const { return window->StatusLine().Text().toStdString(); }
 
-    /// Logged in and served; the status is as given, the old values are read and the new ones are not saved.
+    /// The user is logged in and served with the given status. Old values are read and new ones are not saved.
     void ExpectReadOnlyLife(const std::string& said) {
         EXPECT_TRUE(WaitInRealTime([&] { return StatusText() == said; })) << StatusText();
         EXPECT_FALSE(window->StatusLine().IsGood());
@@ -49,7 +49,7 @@ protected:
         EXPECT_EQ(StoredValue(kCache), kCached);
     }
 
-    /// A file as a client of later days would leave it.
+    /// Writes a file in the format of a later version.
     void WriteNewerFile() const {
         ASSERT_TRUE(QDir().mkpath(options.dataDir));
         SQLite::Database file(options.dataDir.toStdString() + "/client.sqlite",

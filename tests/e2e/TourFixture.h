@@ -10,8 +10,8 @@
 #include "EntryScenes.h"
 #include "StatusLine.h"
 
-/// The client as a new user meets it: the server's default scenario with its users and ads. The cases are the guided
-/// tour of `./dev tour`. Each is independent and writes pictures if ZR_PICTURES names a folder.
+/// The client with the server's default scenario, its users and its ads. The cases are the guided tour of `./dev tour`.
+/// Each is independent and writes pictures if ZR_PICTURES names a folder.
 class TourTest : public AdClientTest {
 protected:
     static constexpr quint64 kAllOpen = 10001, kNoneOpen = 10002, kTwoOpen = 10007, kMember = 20003;

@@ -1,4 +1,4 @@
-// The guided tour: what a new user sees of the client, case by case.
+// The guided tour of the client, case by case.
 #include "TourFixture.h"
 
 #include <QDir>

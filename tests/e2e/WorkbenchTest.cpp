@@ -48,7 +48,7 @@ TEST_F(WorkbenchOnServerTest, TheReplyIsSeenAndDecoded) {
     EXPECT_THAT(
         Child<QTreeWidget>("TrafficDetail")->findItems(QStringLiteral("scene"), Qt::MatchExactly | Qt::MatchRecursive),
         SizeIs(3));
-    // what the module keeps is seen too, and what was read before there was a window
+    // accesses of the store are shown too, also those before the window existed
     EXPECT_TRUE(WaitInRealTime(
         [this] { return RowWith("StoreTable", 3, QStringLiteral("ZRBaseAIChatEnableCacheDataKey_501")) >= 0; }));
     EXPECT_GE(RowWith("StoreTable", 3, QStringLiteral("Host_DeviceId")), 0);
@@ -82,9 +82,9 @@ TEST_F(WorkbenchOnServerTest, AFaultFailsTheNextRequest) {
 struct PanelFault {
     const char* name;
     CFaultPanel::EnFault fault;
-    const char* member;  // of the fault that the server has then
-    std::set<int> open;  // entries, once the login with the fault is through
-    int answersTold;     // of the login with the fault
+    const char* member;  // of the server's fault
+    std::set<int> open;  // entries after the login with the fault
+    int answersTold;     // notifications during the login with the fault
     int connectionsTold;
 };
 

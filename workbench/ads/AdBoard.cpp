@@ -12,7 +12,7 @@ using ad_why::EnMeaning;
 
 constexpr const char* kModuleTag = "ZRGrowth";
 constexpr size_t kKept = 300;
-// A list is judged within the call that takes it.
+// A list is checked within the call that received it.
 constexpr qint64 kSameCallMs = 2'000;
 constexpr qint64 kSecondMs = 1'000;
 
@@ -26,7 +26,7 @@ AdSlot SlotAt(const ad_lines::Said& said, int place) {
 constexpr uint32_t kMillisPerSecond = 1'000;
 const QString kByPush = QStringLiteral("push offline");
 
-// A banner's picture that failed is known by its report, which names the ad.
+// A failed picture of a banner names no position here; its report names the ad.
 std::optional<AdSlot> SlotOf(const ad_why::Meaning& meaning, const ad_lines::Said& said) {
     const int type = meaning.typeAt < 0 ? kBottomPopup.type : int(said.Number(meaning.typeAt));
     if (meaning.positionAt >= 0) {
@@ -72,7 +72,7 @@ void CAdBoard::TakeCall(const HttpTrace& call, qint64 timeMs) {
     }
     request->status = call.status;
     request->durationMs = call.durationMs;
-    // One that was cut for its length can't be read: its ads are known by the reports alone.
+    // A truncated body cannot be parsed. Its ads are then known from the reports only.
     if (call.kind == HttpTrace::EnKind::Answered) {
         ad_bodies::Answer answer = ad_bodies::ReadAnswer(call.body);
         request->code = answer.code;
@@ -162,7 +162,7 @@ void CAdBoard::OnClickReported(const ReportTrace& report, qint64 timeMs) {
     (params.Text("action_type") == kActionClose ? slot.closeButton : slot.click) = click;
 }
 
-// The report names no position; an ad is one of the slots of its type.
+// The report has no position, so the ad is searched in all slots of its type.
 void CAdBoard::OnPicture(const ReportTrace& report) {
     const ad_bodies::CParams params(report.params);
     const QString ad = params.Text("advertisement_id");
@@ -340,7 +340,7 @@ bool CAdBoard::TakeScreenLine(const ad_lines::Said& said, qint64 timeMs) {
 void CAdBoard::OnExposeLine(const ad_lines::Said& said, int firstOfSlot, AdExposeCall::EnOutcome outcome,
                             qint64 number) {
     std::optional<AdExposeCall>& call = Of(SlotAt(said, firstOfSlot)).call;
-    // Of an older one that ended late nothing is shown.
+    // A late result of an earlier exposure is ignored.
     if (call && call->adId == said.values[firstOfSlot + 2] && call->exposeId == said.values[firstOfSlot + 3]) {
         call->outcome = outcome;
         call->number = number;
@@ -353,7 +353,7 @@ void CAdBoard::OnDropped(const ad_lines::Said& said, EnAdFate why) {
     }
 }
 
-// A list that is refused as it comes is dropped, and the one before stands on.
+// A list that is refused on arrival is dropped, and the controller keeps the previous list.
 void CAdBoard::OnVerdict(const AdSlot& slot, EnAdVerdict verdict, const AdSlot& answerSlot, qint64 timeMs) {
     Judging& judging = m_judging[slot];
     AdRequest* request = Known(judging.request);
@@ -485,7 +485,7 @@ bool CAdBoard::TakeWhyLine(const ad_lines::Said& said, qint64 timeMs) {
     return true;
 }
 
-// One that comes with the answer leaves the list before; one that had waited is thrown away.
+// A refused answer leaves the previous list in place; a refused waiting list is deleted.
 void CAdBoard::TakeListRefusal(const ad_lines::Said& said, const AdSlot& slot, qint64 timeMs) {
     switch (said.line) {
         case EnLine::NoPopup:
@@ -504,7 +504,7 @@ void CAdBoard::TakeListRefusal(const ad_lines::Said& said, const AdSlot& slot, q
     }
 }
 
-// The delay is counted as the module does, in 32 bits; what is then negative is at once.
+// The delay is computed in 32 bits, as in the module. A negative result means no delay.
 void CAdBoard::TakePush(const ad_lines::Said& said, qint64 timeMs) {
     if (said.line == EnLine::PushChanged) {
         Withdraw(said, timeMs);
@@ -520,7 +520,7 @@ void CAdBoard::TakePush(const ad_lines::Said& said, qint64 timeMs) {
     pushes.push_back(now + std::max(0, delay));
 }
 
-// Whatever slot the push names. A list goes without a line of its own.
+// The module withdraws ads from the popup, whatever slot the push names. The list is deleted without its own log line.
 void CAdBoard::Withdraw(const ad_lines::Said& said, qint64 timeMs) {
     const QStringList ads = said.values[2].split(QLatin1Char(','));
     AdSlotState& slot = Of(kBottomPopup);
@@ -534,7 +534,7 @@ void CAdBoard::Withdraw(const ad_lines::Said& said, qint64 timeMs) {
     }
 }
 
-// A list that waits behind an ad which a push takes off the screen stays, though the line says that all is cleared.
+// The module keeps a list that waits behind a withdrawn visible ad, although its log line reports that all was cleared.
 bool CAdBoard::IsSpared(AdSlotState& slot) const {
     const QStringList withdrawn = slot.why.withdrawn;
     if (withdrawn.isEmpty() || !slot.closing || slot.closing->why != kByPush ||

@@ -11,42 +11,42 @@ namespace ad_lines {
 struct Said;
 }
 
-/// What is known of each ad slot, made of the traffic, the reports and the module's log lines alone. The traffic
-/// and the lines may come interleaved or one after the other, each in its own order. Main thread.
+/// The state of each ad slot, computed from the traffic, the reports and the module's log lines only. Traffic and lines
+/// can arrive interleaved or one after the other, each in its own order. Main thread.
 class CAdBoard : public QObject {
     Q_OBJECT
 
 public:
-    /// A controller lets so much time pass between two requests.
+    /// Minimum time between two requests of a controller.
     static constexpr qint64 kIntervalS = 10;
 
-    /// Milliseconds of the server's clock at a moment of the local one.
+    /// Converts local time to server time, both in milliseconds.
     using ToServer = std::function<qint64(qint64 localMs)>;
 
     explicit CAdBoard(ToServer toServer, QObject* parent = nullptr);
 
-    /// Takes what is younger than the last it took.
+    /// Ignores events that are not newer than the last one.
     void Take(const TraceEvent& seen);
     void TakeLine(const LogEntry& entry);
 
-    /// By type and position.
+    /// Sorted by type and position.
     std::vector<AdSlotState> Slots() const;
-    /// Null for one that was not seen.
+    /// Null for an unknown slot.
     const AdSlotState* Find(const AdSlot& slot) const;
-    /// Null for one that was not seen, or is long answered: the youngest few hundred are kept.
+    /// Null for an unknown request. Only the newest few hundred are kept.
     const AdRequest* Request(const QString& id) const;
 
-    /// When the slot's controller lets the next request out, in milliseconds of the server's clock.
+    /// Time of the next possible request of the slot's controller, in milliseconds of server time.
     static qint64 NextAllowedMs(const AdSlotState& slot) { return (slot.stampS + kIntervalS) * 1000; }
 
 Q_SIGNALS:
     void Changed();
 
 private:
-    /// What belongs to a slot's lines: they name no request.
+    /// The request to which a slot's lines belong, because the lines name none.
     struct Judging {
-        QString request;  // whose list the lines are about
-        QString before;   // whose list stood till then
+        QString request;  // the request of the current list
+        QString before;   // the request of the previous list
         qint64 sinceMs = 0;
     };
 
@@ -81,7 +81,7 @@ private:
     std::map<AdSlot, AdSlotState> m_slots;
     std::map<AdSlot, Judging> m_judging;
     std::map<QString, AdRequest> m_requests;
-    QString m_strUndecodable;  // said just now, of the answer that the next lines are about
+    QString m_strUndecodable;  // reason of a preceding line, which belongs to the answer of the next lines
     uint64_t m_nLastSeen = 0;
     uint64_t m_nLastLine = 0;
 };

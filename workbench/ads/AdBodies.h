@@ -2,8 +2,7 @@
 
 #include "workbench/ads/AdFacts.h"
 
-/// What the bodies of calls to the ad server and the parameters of reports on ads say. Anything may come: what
-/// is not as expected is left out.
+/// Reads bodies of calls to the ad server and parameters of ad reports. Unexpected values are ignored.
 namespace ad_bodies {
 
 struct Request {
@@ -12,7 +11,7 @@ struct Request {
     QStringList askedFor;
 };
 
-/// Of /ad/search and /ad/check; nothing for any other path or body.
+/// Reads the body of /ad/search or /ad/check. Returns nothing for any other path or body.
 std::optional<Request> ReadRequest(const std::string& url, const std::string& body);
 
 struct Answer {
@@ -22,12 +21,12 @@ struct Answer {
 
 Answer ReadAnswer(const std::string& body);
 
-/// Parameters of a report.
+/// The parameters of a report.
 class CParams {
 public:
     explicit CParams(const std::string& params);
 
-    /// Empty where there is none, or something else.
+    /// Empty if the parameter is missing or not a text.
     QString Text(const char* name) const;
     QStringList Texts(const char* name) const;
     std::optional<qint64> Number(const char* name) const;

@@ -31,7 +31,7 @@ QString CurrentTab(int area, qint64 key) {
     return QStringLiteral("%1, key %2").arg(Area(area)).arg(key);
 }
 
-/// Where the ad may appear, by its answer.
+/// The ad's areas, from the server's answer.
 QString Areas(const CAdBoard& board, const AdSlotState& slot, const QString& ad) {
     const AdRequest* request = board.Request(slot.standing);
     if (request && request->offers) {

@@ -3,18 +3,18 @@
 #include "workbench/FieldNode.h"
 #include "workbench/ads/AdBoard.h"
 
-/// Both sides of a test that refused, in words of the display language.
+/// The actual and the expected value of a failed check, in the display language.
 namespace ad_compared {
 
 struct Compared {
     QString here;
     QString needed;
-    std::vector<FieldNode> each;  // of the list's ads, where each was looked at
+    std::vector<FieldNode> each;  // one for each ad of the list, if each was checked
 };
 
 QString NameOf(EnAdTest test);
 
-/// Empty for what is no test.
+/// Empty if `refusal` is not a failed check.
 Compared Of(const CAdBoard& board, const AdSlotState& slot, const AdRefusal& refusal);
 
 }  // namespace ad_compared

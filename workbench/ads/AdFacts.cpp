@@ -36,7 +36,7 @@ bool MayBe(std::optional<qint64> known, qint64 limit) {
     return !known || *known == limit;
 }
 
-/// Two ads may have one id: the window tells which of them it was.
+/// Two ads can have the same id; the time window identifies the ad.
 bool IsOf(const AdRequest::Drop& drop, const AdOffer& ad) {
     if (drop.id != ad.id) {
         return false;

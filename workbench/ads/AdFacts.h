@@ -8,10 +8,9 @@
 
 #include "workbench/ads/AdRefusals.h"
 
-/// What is known of ads. Times in milliseconds are of the local clock and 0 where nothing was seen; times in
-/// seconds are the server's.
+/// Recorded facts about ads. Times in milliseconds are local, and 0 if unknown. Times in seconds are server time.
 
-/// A place for ads.
+/// An ad position with its type.
 struct AdSlot {
     int type = 0;
     int position = 0;
@@ -24,73 +23,73 @@ inline bool operator==(const AdSlot& left, const AdSlot& right) {
     return std::tie(left.type, left.position) == std::tie(right.type, right.position);
 }
 
-/// The types of slots that the client shows.
+/// The ad types that the client shows.
 constexpr int kTypePopup = 2;
 constexpr int kTypeBanner = 3;
 
-/// The bottom popup's, the one popup that the client shows: lines without a slot are about it.
+/// The client's only popup. Lines without type and position belong to it.
 constexpr AdSlot kBottomPopup{kTypePopup, 42};
 
-/// An ad as the server sent it.
+/// An ad in the server's answer.
 struct AdOffer {
     QString id;
     std::optional<qint64> startS, endS, expireS;
-    std::vector<int> areas;  // of the main window, where a popup may appear
+    std::vector<int> areas;  // of the main window, in which a popup can be shown
 };
 
-/// What became of an ad, or would have.
+/// The result for an ad of an answer.
 enum class EnAdFate {
-    Unknown,  // not yet said
+    Unknown,  // not yet reported
     Kept,
-    Cleared,   // kept, and forgotten since
-    Filtered,  // kept, and held back for the reasons of the filter
+    Cleared,   // kept at first, cleared later
+    Filtered,  // kept, but held back by the filter
     TooEarly,
     Over,
     Expired,
     ForeignType,
     ForeignPosition,
     NotDecoded,  // with the whole answer
-    Refused,     // with the whole answer, whose code is another than 0
-    Unshowable,  // of a type that this client does not show
-    Superseded,  // with the whole answer, which came after the next request
-    Unfit,       // with the whole list, which lacks something
+    Refused,     // with the whole answer, whose code is not 0
+    Unshowable,  // the client does not show this type
+    Superseded,  // with the whole answer, which arrived after the next request
+    Unfit,       // with the whole list, which is incomplete
 };
 
 struct AdFate {
     AdOffer ad;
     EnAdFate fate = EnAdFate::Unknown;
-    qint64 nowS = 0;        // when its window was looked at
-    qint64 limitS = 0;      // the end of the window that it missed
+    qint64 nowS = 0;        // time of the check of its window
+    qint64 limitS = 0;      // the violated limit of its window
     QStringList reasons;    // of the filter
-    QString pictureFailed;  // why its picture could not be loaded, at the last try; the address where nobody said
+    QString pictureFailed;  // reason of the last failure to load its picture; the URL if no reason is known
 };
 
-/// What came of an ad's picture, at the last try.
+/// The result of the last attempt to load an ad's picture.
 struct AdPicture {
     bool hasCome = false;
     QString url;
     qint64 tries = 0;
-    QString words;  // why it did not
+    QString words;  // reason of the failure
 };
 
 enum class EnAdOutcome {
     InFlight,
-    Arrived,  // what became of the answer was not yet said
+    Arrived,  // the result is not yet known
     NoTask,
     Superseded,
     ExchangeFailed,  // number: the result
     NoJson,
-    NotDecoded,  // words: what is wrong
-    Refused,     // number: the code; words: the server's
+    NotDecoded,  // words: the reason
+    Refused,     // number: the code; words: the server's message
     Good,
 };
 
-/// What a controller said of a whole list.
+/// A controller's result for a whole list.
 enum class EnAdVerdict { None, ForeignType, ForeignPosition, Empty, NoneValid, Unfit };
 
 /// A request for ads and its answer.
 struct AdRequest {
-    /// An ad that a line took out.
+    /// An ad that was removed from the list.
     struct Drop {
         QString id;
         EnAdFate why = EnAdFate::Over;
@@ -106,28 +105,28 @@ struct AdRequest {
     qint64 sentMs = 0;
     qint64 answeredMs = 0;
     qint64 durationMs = -1;
-    int status = 0;  // of HTTP
+    int status = 0;  // HTTP status
     EnAdOutcome outcome = EnAdOutcome::InFlight;
     qint64 number = 0;
     QString words;
-    std::optional<qint64> code;                  // in the body
-    std::optional<std::vector<AdOffer>> offers;  // in the body, where that was readable whole
-    QStringList decoded;                         // the ads that the module reported, in order
+    std::optional<qint64> code;                  // from the body
+    std::optional<std::vector<AdOffer>> offers;  // from the body; nothing if it could not be parsed completely
+    QStringList decoded;                         // ads that the module reported, in order
     std::vector<Drop> drops;
     EnAdVerdict verdict = EnAdVerdict::None;
-    AdSlot answerSlot;  // of a foreign list
+    AdSlot answerSlot;  // of a list for another slot
     std::map<QString, QStringList> filtered;
-    std::map<QString, AdPicture> pictures;  // that were told, by ad
+    std::map<QString, AdPicture> pictures;  // by ad id
     bool isCleared = false;
 
     /// In the server's order.
     std::vector<AdFate> Fates() const;
 
-    /// Pictures have failed, and not one has come.
+    /// Returns true if at least one picture failed and none was loaded.
     bool IsWithoutPicture() const;
 };
 
-/// What happened to an ad on the screen.
+/// An event of an ad on the screen.
 struct AdEvent {
     qint64 timeMs = 0;
     QString adId;
@@ -136,7 +135,7 @@ struct AdEvent {
 struct AdExposure : AdEvent {
     qint64 endMs = 0;
     qint64 durationMs = -1;
-    bool taken = false;  // by the reports
+    bool taken = false;  // accepted for the reports
 };
 
 struct AdClick : AdEvent {
@@ -146,10 +145,10 @@ struct AdClick : AdEvent {
 };
 
 struct AdClosing : AdEvent {
-    QString why;  // as the module words it
+    QString why;  // in the module's words
 };
 
-/// An exposure that the server was told of.
+/// A call that reports an exposure to the server.
 struct AdExposeCall : AdEvent {
     enum class EnOutcome { InFlight, NoTask, Failed, NoJson, Refused, Good };
     EnOutcome outcome = EnOutcome::InFlight;
@@ -160,12 +159,12 @@ struct AdExposeCall : AdEvent {
 
 struct AdSlotState {
     AdSlot slot;
-    QString lastRequest;   // ids of requests
-    QString lastAnswered;  // empty before the first
-    QString standing;      // whose list the controller has; empty if none
-    QString made;          // whose list the youngest banner was made of: it stands on when the list is cleared
-    qint64 stampS = 0;     // of the last request that left
-    int refusedCount = 0;  // requests since that came too early
+    QString lastRequest;   // request ids
+    QString lastAnswered;  // empty before the first answer
+    QString standing;      // the request of the controller's list; empty if there is none
+    QString made;          // the request of the newest banner's list; the banner remains when the list is cleared
+    qint64 stampS = 0;     // time of the last sent request
+    int refusedCount = 0;  // requests since then that were too early
     std::optional<AdExposure> exposure;
     std::optional<AdExposeCall> call;
     std::optional<AdClick> click;

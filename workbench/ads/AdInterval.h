@@ -5,37 +5,37 @@
 
 #include "workbench/ControlClient.h"
 
-/// How long the bottom popup stays away after it was shown, as the server tells it with the ads: overridden
-/// by a change of the server's scenario. What was fetched before keeps what came with it. `server` must outlive it.
+/// Overrides the show interval of the bottom popup by a change of the server's scenario. Ads that were fetched before
+/// keep their interval. `server` must outlive it.
 class CAdInterval : public QObject {
     Q_OBJECT
 
 public:
     explicit CAdInterval(IControlClient& server, QObject* parent = nullptr);
 
-    /// What is put in the scenario's place, in seconds; nothing: the scenario holds.
+    /// The override in seconds; nothing while the scenario's own value applies.
     std::optional<qint64> Override() const { return m_override; }
-    /// What the scenario says of its own, as it was at the first override.
+    /// The scenario's own value, read at the first override.
     qint64 Own() const { return m_nOwn; }
 
-    /// Later, and told by Done. An empty value gives the scenario its own interval back. Not before the last one is
-    /// done.
+    /// Sets the override later and then emits Done. An empty value restores the scenario's own. Must not be called
+    /// before the previous call is done.
     void Set(std::optional<qint64> seconds);
 
-    /// The server is new and has its own interval. What the old one was asked for is not told any more.
+    /// Must be called for a new server, which has its own interval. Pending calls to the old server emit nothing.
     void ForgetServer();
 
 Q_SIGNALS:
-    /// Empty words: it is so now. Else they say why it is not.
+    /// `failure` is the reason; empty on success.
     void Done(const QString& failure);
 
 private:
-    /// Who asks hears nothing of a server that was forgotten meanwhile.
+    /// Sends a request. The answer is dropped if the server was forgotten meanwhile.
     void Ask(const char* verb, const QString& path, const QByteArray& json, IControlClient::Answered answered);
     void Put(const Json::Value& ads, qint64 own, std::optional<qint64> seconds);
 
     IControlClient& m_server;
     std::optional<qint64> m_override;
     qint64 m_nOwn = 0;
-    int m_nServer = 0;  // that is asked, by its place among those that there were
+    int m_nServer = 0;  // counts the servers so far, to identify late answers
 };

@@ -11,12 +11,12 @@ namespace {
 
 struct Pattern {
     EnLine line;
-    QString begin;  // up to the first gap; a look at it spares most expressions
+    QString begin;  // up to the first placeholder; comparing it avoids most expressions
     QRegularExpression expression;
 };
 
 QRegularExpression ExpressionOf(const char* line) {
-    // Marks are what the escaping makes of the table's.
+    // The keys are the table's placeholders after escaping.
     static const std::array<std::pair<QString, QString>, 3> marks{
         std::make_pair(QStringLiteral("\\{n\\}"), QStringLiteral("(-?\\d+)")),
         std::make_pair(QStringLiteral("\\{w\\}"), QStringLiteral("(\\S+)")),
@@ -148,7 +148,7 @@ const std::vector<Line>& All() {
          "= {n}"},
         {EnLine::PushCheck,
          "[Ad] AdCheckPush callback,receive cmd 20170, adType = {n}, adPosition = {n}, adId = {}, delay = {n}"},
-        // One that is good has no blank there.
+        // Lines of well-formed pushes have no blank there.
         {EnLine::PushBad, "[Ad] AdPush callback, {}"},
         {EnLine::PushBad, "[Ad] AdStatusChangedPush callback, {}"},
         {EnLine::PushBad, "[Ad] AdCheckPush callback, {}"},

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-/// The growth module's log lines on ads that are read here: the one place that holds their texts.
+/// The growth module's log lines about ads. Their texts are in this unit only.
 namespace ad_lines {
 
 enum class EnLine {
@@ -68,27 +68,27 @@ enum class EnLine {
     PushNew,          // type, position, delay in seconds
     PushChanged,      // type, position, withdrawn ad ids, delay in seconds
     PushCheck,        // type, position, ad ids, delay in seconds
-    PushBad,          // what is wrong, as the module words it
+    PushBad,          // the reason, in the module's words
     LoggedOut,        //
     OtherLanguage,    //
 };
 
 struct Line {
     EnLine line;
-    const char* text;  // as the module writes it, with {n} for a number, {w} for a word and {} for any text
+    const char* text;  // the module's text, with {n} for a number, {w} for a word and {} for any text
 };
 
 const std::vector<Line>& All();
 
 struct Said {
     EnLine line;
-    QStringList values;  // texts as they were meant, not as the log carries them
+    QStringList values;  // unescaped
 
     qint64 Number(int place) const { return values[place].toLongLong(); }
 };
 
-/// Which of the lines the text is, and its values; nothing for any other. A server's text within a line may hold
-/// anything, also what looks like a value: the line's last values are the module's.
+/// Returns the matching line with its values; nothing for any other text. A server's text within a line can resemble
+/// values, so the last match is used.
 std::optional<Said> Read(const QString& text);
 
 }  // namespace ad_lines

@@ -9,7 +9,7 @@ using ad_lines::EnLine;
 
 constexpr qint64 kSecondMs = 1'000;
 
-/// The last second at which the ad is due, as far as the answer is known.
+/// The last second at which the ad is due, if the answer contains it.
 std::optional<qint64> LastSecondOf(const AdOffer& ad) {
     if (!ad.endS || !ad.expireS) {
         return ad.endS ? ad.endS : ad.expireS;
@@ -30,7 +30,7 @@ const AdOffer* FindOffer(const AdRequest* request, const Is& is) {
     return found == request->offers->end() ? nullptr : &*found;
 }
 
-// Till then no request goes out either.
+// Considers also the minimum time between two requests.
 AdMoment OfWindow(const CAdBoard& board, const AdSlotState& slot, const AdRefusal& refusal) {
     const AdRequest* request = board.Request(slot.lastAnswered);
     std::optional<qint64> first;

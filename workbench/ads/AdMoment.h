@@ -2,19 +2,19 @@
 
 #include "workbench/ads/AdBoard.h"
 
-/// What time alone does for a slot that shows nothing.
+/// The next change of an empty slot that needs nothing but time.
 struct AdMoment {
     enum class EnWhat {
         Nothing,
-        Free,  // what refused last lets the ad through, when it is tried then
+        Free,  // the last refusal no longer applies then
         Over,  // the ad's own window ends before that
-        Push,  // a push has the slot ask again
+        Push,  // the slot requests ads after a push
     };
 
     EnWhat what = EnWhat::Nothing;
-    qint64 atMs = 0;  // of the server's clock
+    qint64 atMs = 0;  // server time
 
-    /// Told of the last refusal; of the one before it where the last has no moment and left all as it was. One that
-    /// has passed stands back behind a push that is to come.
+    /// Uses the last refusal. Uses the one before if the last has no end in time and changed nothing. A future push is
+    /// preferred to a time that has passed.
     static AdMoment Of(const CAdBoard& board, const AdSlotState& slot, qint64 serverNowMs);
 };

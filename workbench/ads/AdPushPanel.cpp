@@ -16,11 +16,11 @@
 
 namespace {
 
-/// A push as the server's control interface knows it.
+/// A push in the server's control API.
 struct AdPush {
     const char* member;
     const char* name;
-    const char* ids;  // the member of its list of ads; null: it has none
+    const char* ids;  // the member with its list of ads; null if there is none
     const char* idsTitle;
 };
 
@@ -107,7 +107,7 @@ void CAdPushPanel::ShowTexts() {
     ShowIds();
 }
 
-// What was typed stays for the push that has ids.
+// The typed ids are kept for the pushes that have ids.
 void CAdPushPanel::ShowIds() {
     const AdPush& push = kPushes[m_pPush->currentIndex()];
     m_pIdsTitle->setText(QString::fromUtf8(push.idsTitle));
@@ -116,7 +116,7 @@ void CAdPushPanel::ShowIds() {
     m_pIds->setPlaceholderText(push.ids ? QStringLiteral("left out") : QString());
 }
 
-// False, with words for the user, for what is no number; an empty field adds nothing.
+// Returns false and shows a message if the text is not a number. An empty field adds nothing.
 bool CAdPushPanel::AddNumber(Json::Value& push, const char* member, const QLineEdit& field) {
     const QString text = field.text().trimmed();
     if (text.isEmpty()) {

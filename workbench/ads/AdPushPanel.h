@@ -11,8 +11,8 @@ class QGridLayout;
 class QLabel;
 class QLineEdit;
 
-/// Has the server send one of the three pushes on ads to those who are logged in. A field that is left empty is left
-/// out of the push. `server` must outlive it.
+/// Sends one of the three ad pushes to the logged-in users. Empty fields are omitted from the push. `server` must
+/// outlive it.
 class CAdPushPanel : public QWidget {
 public:
     explicit CAdPushPanel(IControlClient& server, QWidget* parent = nullptr);

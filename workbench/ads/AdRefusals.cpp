@@ -100,7 +100,7 @@ std::vector<AdStep> Steps(EnAdRoad road) {
     return steps;
 }
 
-/// The first step of the test that is not behind.
+/// The first remaining step with this check.
 std::optional<size_t> PlaceOf(EnAdRoad road, const Meaning& meaning, size_t passed) {
     const std::vector<AdStep>& steps = Road(road);
     for (size_t place = passed; place < steps.size(); ++place) {
@@ -149,11 +149,11 @@ void Refuse(AdWhy& why, const Meaning& meaning, const Said& said, bool isBanner,
     if (isRequest) {
         refusal.road = isBanner ? EnAdRoad::Banner : EnAdRoad::Answer;
         refusal.place = PlaceOf(refusal.road, meaning, 0);
-        // What was refused too early, or came too late, says nothing of the request that is out.
+        // A request that is too early, or a superseded answer, does not end the pending request.
         why.isAsking = why.isAsking && (meaning.test == EnAdTest::Limit || meaning.test == EnAdTest::Latest);
     } else {
         refusal.place = PlaceOf(why.road, meaning, why.passed);
-        // The next refusal without a new list is that of a card whose picture is in.
+        // The next refusal without a new list belongs to a card whose picture is loaded.
         why.passed = refusal.place.value_or(why.passed) + 1;
         refusal.dropped = why.dropped;
     }
@@ -166,7 +166,7 @@ void Show(AdWhy& why, const Said& said, bool isBanner, qint64 timeMs) {
     why.isLoading = false;
     why.last.reset();
     why.before.reset();
-    // A banner's successor is made before it goes.
+    // The next banner is created before the current one is destroyed.
     why.shownCount = isBanner ? why.shownCount + 1 : 1;
     why.shownAd = isBanner ? QString() : said.values[2];
     why.shownMs = timeMs;
@@ -214,7 +214,7 @@ bool IsList(const AdWhy& why) {
 }
 
 void Take(AdWhy& why, const Meaning& meaning, const Said& said, bool isBanner, bool hasStanding, qint64 timeMs) {
-    // A banner has one road, whatever it begins with.
+    // Banners have only one sequence, whatever line begins it.
     why.road = isBanner ? EnAdRoad::Banner : why.road;
     switch (meaning.meaning) {
         case EnMeaning::Asks:
@@ -280,7 +280,7 @@ std::optional<qint64> FreeFromS(const AdRefusal& refusal) {
         case EnAdTest::Limit:
             return Sum(refusal.said.Number(1), refusal.said.Number(2));
         case EnAdTest::Interval: {
-            // The second at which the interval ends is still within.
+            // The last second of the interval still refuses.
             const auto end = Sum(refusal.said.Number(1), refusal.said.Number(2));
             return end ? Sum(*end, 1) : std::nullopt;
         }

@@ -6,13 +6,13 @@
 
 #include "workbench/ads/AdLines.h"
 
-/// Where a slot stands on an ad's way to the screen, by the module's own lines alone. Times in milliseconds are of
-/// the local clock.
+/// The progress of a slot's ad to the screen, computed from the module's log lines only. Times in milliseconds are
+/// local.
 
-/// The parts of the way, in the module's order.
+/// The stages in the module's order. Moment is the stage of the display conditions.
 enum class EnAdStage { Request, List, Moment, Card, Picture, Again };
 
-/// What is tested on the way.
+/// The checks before an ad is shown.
 enum class EnAdTest {
     Limit,
     Task,
@@ -41,11 +41,11 @@ enum class EnAdTest {
     Layout,
     Caller,
     BannerType,
-    // What ends it without a test.
+    // Ends without a check.
     Closed,
     Cleared,
     Withdrawn,
-    // What leaves all as it is.
+    // Changes nothing.
     Push,
 };
 
@@ -54,49 +54,50 @@ struct AdStep {
     EnAdTest test = EnAdTest::Limit;
 };
 
-/// An answer for a popup, a popup's list that waited, and an answer for a banner.
+/// The sequences of checks: an answer for a popup, a waiting popup list, and an answer for a banner.
 enum class EnAdRoad { Answer, Waiting, Banner };
 
-/// What keeps a slot's ad from the screen, or took it away.
+/// The reason why a slot's ad is not shown, or no longer shown.
 struct AdRefusal {
-    ad_lines::Said said;  // the line, with what was compared
+    ad_lines::Said said;  // the line, with the compared values
     EnAdTest test = EnAdTest::Limit;
     EnAdRoad road = EnAdRoad::Answer;
-    std::optional<size_t> place;          // on the road; nothing for what is no test
-    std::vector<ad_lines::Said> dropped;  // the list's ads that are not due
+    std::optional<size_t> place;          // index in the sequence; nothing if it is not a check
+    std::vector<ad_lines::Said> dropped;  // ads of the list that are not due
     qint64 timeMs = 0;
-    bool leavesRest = false;  // what was there before it is as it was
+    bool leavesRest = false;  // the previous state is unchanged
 
     EnAdStage Stage() const;
 };
 
 struct AdWhy {
-    EnAdRoad road = EnAdRoad::Answer;  // of the last list that was judged
-    size_t passed = 0;                 // steps of it
-    bool isAsking = false;             // a request is out
+    EnAdRoad road = EnAdRoad::Answer;  // of the last checked list
+    size_t passed = 0;                 // number of steps passed
+    bool isAsking = false;             // a request is pending
     bool isLoading = false;            // a card waits for its picture
     std::optional<AdRefusal> last;
-    std::optional<AdRefusal> before;  // what `last` left as it was: a refusal that still keeps the waiting list away
-    int shownCount = 0;               // cards, or banners, that were handed out and are not closed
-    QString shownAd;                  // of a card
-    qint64 shownMs = 0;               // since when
+    std::optional<AdRefusal>
+        before;          // the refusal that `last` did not change and that still applies to the waiting list
+    int shownCount = 0;  // cards or banners that were created and not closed
+    QString shownAd;     // of a card
+    qint64 shownMs = 0;  // start of the display
     std::vector<ad_lines::Said> dropped;
-    std::vector<qint64> pushesMs;  // when pushes have the slot ask again
+    std::vector<qint64> pushesMs;  // due times of requests after a push
     QStringList withdrawn;         // by a push, at `withdrawnMs`
     qint64 withdrawnMs = 0;
-    ad_lines::EnLine clears = ad_lines::EnLine::Cleared;  // what has just been said to be a reason to clear
+    ad_lines::EnLine clears = ad_lines::EnLine::Cleared;  // the reason of a following clear
 };
 
-/// The one table of what the module's lines mean for that way.
+/// The meanings of the module's lines in these sequences.
 namespace ad_why {
 
-/// Of the year 9999: what is beyond is no moment that comes.
+/// The year 9999. Later times are treated as never.
 constexpr qint64 kLastSecond = 253'402'300'799;
 
 enum class EnMeaning {
     Asks,
-    Begins,  // to judge a list: `test` is the last that is behind
-    Passes,  // `test` is behind
+    Begins,  // checks of a list; `test` is the last passed one
+    Passes,  // `test` was passed
     Drops,
     Refuses,
     PictureFails,  // names no position
@@ -106,37 +107,37 @@ enum class EnMeaning {
     Ends,
     Clears,
     Pushes,
-    Misses,  // a push
-    Reason,  // of a clearing that follows
+    Misses,  // a malformed push
+    Reason,  // of a following clear
 };
 
 struct Meaning {
     ad_lines::EnLine line;
     EnMeaning meaning;
-    int typeAt;                            // among the values; -1 where the line names none
-    int positionAt;                        // -1 for the bottom popup's slot, where the line names none
-    EnAdStage stage = EnAdStage::Request;  // at the earliest
+    int typeAt;                            // index of the value; -1 if the line names no type
+    int positionAt;                        // -1 for the bottom popup, whose lines name no position
+    EnAdStage stage = EnAdStage::Request;  // the earliest possible stage
     EnAdTest test = EnAdTest::Limit;
 };
 
-/// Null for a line that means nothing here.
+/// Null for a line without a meaning here.
 const Meaning* Find(ad_lines::EnLine line);
 
-/// In the module's order.
+/// The steps in the module's order.
 const std::vector<AdStep>& Road(EnAdRoad road);
 
-/// The next that is tested belongs to the list itself, and not to whether it may be shown now.
+/// Returns true if the next check belongs to the list and not to the display conditions.
 bool IsList(const AdWhy& why);
 
-/// `hasStanding`: the slot's controller holds a list.
+/// `hasStanding` is true if the slot's controller has a list.
 void Take(AdWhy& why, const Meaning& meaning, const ad_lines::Said& said, bool isBanner, bool hasStanding,
           qint64 timeMs);
 
-/// What took the slot's ad, or its list, away without a test.
+/// Records that the ad or its list was removed without a check.
 void TakeEnd(AdWhy& why, EnAdTest how, const ad_lines::Said& said, qint64 timeMs);
 
-/// From which second of the server's clock on the test lets the ad through without anything else being done;
-/// nothing where no moment does.
+/// Returns the second of server time from which the check passes without any other change; nothing if no time is
+/// enough.
 std::optional<qint64> FreeFromS(const AdRefusal& refusal);
 
 }  // namespace ad_why

@@ -46,7 +46,7 @@ QLabel* NewTitle(const QString& text, QWidget* parent) {
     return label;
 }
 
-/// Where the module keeps when it showed the popup last to the user who is logged in.
+/// The module's store key for the last display of the popup to the logged-in user.
 std::string LastShownKey(int intervalType) {
     return QStringLiteral("AdLastShowTimeStampKey_%1_%2_%3_%4")
         .arg(kBottomPopup.type)
@@ -178,7 +178,7 @@ void CAdSwitches::ForgetServer() {
     Q_EMIT OverridesChanged();
 }
 
-// One after the other, as the second would find the scenario on its way to the first.
+// One at a time, because a second call could read the scenario before the first has changed it.
 void CAdSwitches::SetInterval() {
     const QString text = m_pSeconds->text().trimmed();
     bool isNumber = false;

@@ -12,34 +12,32 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 
-/// What the main window answers to the question for its focus.
+/// The main window's answer to a module that requests its focus state.
 enum class EnFocusAnswer { AsItIs, Always, Never };
 
-/// The circumstances on which the bottom popup depends, each of which can be made to be another than it is. The focus
-/// and the slot are overridden as long as the client lasts. The interval is written into the server's scenario: a
-/// server that the client has started ends with it, one that it was sent to keeps the interval until it starts anew
-/// or has it set back, and a client that comes later takes it for the server's own. `server` must outlive it.
+/// Overrides the display conditions of the bottom popup. Focus and slot are overridden until the client ends. The
+/// interval is written to the server's scenario and ends with the client's own server. A server of the options keeps it
+/// until a restart or a reset; a later client regards it as the server's own. `server` must outlive it.
 class CAdSwitches : public QWidget {
     Q_OBJECT
 
 public:
     explicit CAdSwitches(IControlClient& server, QWidget* parent = nullptr);
 
-    /// The window shows that tab, by its place in kTabPages.
+    /// Must be called when the window shows another tab. `index` is its index in kTabPages.
     void ShowTab(int index);
 
-    /// What is other than it would be of itself, in words.
+    /// Descriptions of all active overrides.
     QStringList Overridden() const;
 
-    /// The server is another one, or a new start of the same.
+    /// Must be called for a new or restarted server.
     void ForgetServer();
 
 Q_SIGNALS:
     void TabWanted(int index);
     void FocusWanted(EnFocusAnswer answer);
-    /// Whether the slot of popups is to be refused to all who ask.
+    /// Requests that all callers are refused, or are no longer refused, the interruption slot of popups.
     void SlotRefusalWanted(bool refused);
-    /// Something else is overridden than before.
     void OverridesChanged();
 
 private:

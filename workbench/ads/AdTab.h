@@ -10,8 +10,7 @@ class QLabel;
 class QSplitter;
 class QTabWidget;
 
-/// All that concerns ads: how the slots stand, and below it what a tester sends and overrides. `board` and `server`
-/// must outlive it.
+/// The tab for ads: the states of the slots, and below them pushes and overrides. `board` and `server` must outlive it.
 class CAdTab : public QWidget {
 public:
     CAdTab(const CAdBoard& board, IControlClient& server, QWidget* parent = nullptr);

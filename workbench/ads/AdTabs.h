@@ -4,7 +4,7 @@
 
 #include "TabPages.h"
 
-/// What the ad server calls a tab of the main window.
+/// The ad server's area of a main window's tab.
 struct AdTab {
     int area;
     EnTab tab;

@@ -23,11 +23,11 @@ namespace {
 constexpr int kBatchMs = 100;
 constexpr int kTickMs = 250;
 constexpr int kRowHeight = 22;
-constexpr int kRowsInSight = 4;  // at the least
+constexpr int kRowsInSight = 4;  // minimum
 constexpr int kFieldWidth = 150;
 
 enum EnColumn { kColumnSlot, kColumnAsked, kColumnNext, kColumnAnswer, kColumnKept, kColumnEvent, kColumnCount };
-// The answer and the event share what the rest leaves over.
+// The columns of answer and event share the remaining width.
 constexpr int kColumnWidths[kColumnCount] = {100, 74, 76, 0, 66, 0};
 constexpr const char* kTitles[kColumnCount] = {"Slot", "Asked", "Next", "Last answer", "Kept", "Last event"};
 
@@ -204,7 +204,7 @@ const AdSlotState* CAdView::Chosen() const {
     return row >= 0 && row < int(m_slots.size()) ? m_board.Find(m_slots[size_t(row)]) : nullptr;
 }
 
-// Only what counts: a detail that is made anew loses what is marked and where it is scrolled to.
+// Updates only the countdown, because a rebuilt detail loses its selection and scroll position.
 void CAdView::ShowCountdown() {
     const AdSlotState* chosen = Chosen();
     if (chosen && m_pTicking) {

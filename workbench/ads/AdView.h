@@ -11,8 +11,8 @@ class QTableWidget;
 class QTreeWidget;
 class QTreeWidgetItem;
 
-/// The board of ad slots, live: a row for each slot, and all that is known of the one that is chosen. Time counts
-/// down on the server's clock. `board` must outlive it.
+/// Shows the board of ad slots live: a row for each slot, and the details of the selected one. Countdowns use server
+/// time. `board` must outlive it.
 class CAdView : public QWidget {
 public:
     explicit CAdView(const CAdBoard& board, QWidget* parent = nullptr);
@@ -28,11 +28,11 @@ private:
     void SetCell(int row, int column, const QString& text);
 
     const CAdBoard& m_board;
-    QTimer m_batch;  // what comes in a storm is shown a few times a second
+    QTimer m_batch;  // limits updates to a few a second
     QTimer m_tick;
-    std::vector<AdSlot> m_slots;  // of the rows
+    std::vector<AdSlot> m_slots;  // by row
     QLabel* m_pNothing;
     QTableWidget* m_pTable;
     QTreeWidget* m_pDetail;
-    QTreeWidgetItem* m_pTicking = nullptr;  // of the detail
+    QTreeWidgetItem* m_pTicking = nullptr;  // the countdown's line in the detail
 };

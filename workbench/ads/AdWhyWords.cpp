@@ -42,7 +42,7 @@ QString NameOf(EnAdStage stage) {
     return QStringLiteral("moment, with its picture in");
 }
 
-/// Steps of a road, a line for each of its parts.
+/// Steps of a sequence, one line for each stage.
 FieldNode Steps(const QString& name, EnAdRoad road, size_t from, size_t end) {
     FieldNode line = Line(name, QString());
     std::optional<EnAdStage> stage;
@@ -62,7 +62,7 @@ FieldNode Steps(const QString& name, EnAdRoad road, size_t from, size_t end) {
     return line;
 }
 
-/// In short: which rule it was, or what ended it.
+/// Names the failed check, or the event that ended the ad.
 QString Name(const AdRefusal& refusal) {
     switch (refusal.test) {
         case EnAdTest::Closed:
@@ -83,7 +83,7 @@ QString Name(const AdRefusal& refusal) {
     }
 }
 
-/// Nothing for what is no test.
+/// Empty if `refusal` is not a failed check.
 std::vector<FieldNode> Compared(const CAdBoard& board, const AdSlotState& slot, const AdRefusal& refusal) {
     if (!refusal.place) {
         return {};
@@ -100,14 +100,13 @@ void AddSteps(Group& group, EnAdRoad road, size_t passed, size_t reached) {
     Add(group, Steps(QStringLiteral("Not reached"), road, reached, ad_why::Road(road).size()));
 }
 
-/// Of a banner that stands there with nothing on it; null for any other.
+/// The request of a visible banner without any picture; null for any other slot.
 const AdRequest* Bare(const CAdBoard& board, const AdSlotState& slot) {
     const bool stands = slot.slot.type == kTypeBanner && slot.why.shownCount > 0;
     const AdRequest* request = stands ? board.Request(slot.made) : nullptr;
     return request && request->IsWithoutPicture() ? request : nullptr;
 }
 
-/// Each ad whose picture failed.
 std::vector<FieldNode> Failed(const AdRequest& bare) {
     std::vector<FieldNode> ads;
     for (const auto& [ad, picture] : bare.pictures) {

@@ -2,13 +2,13 @@
 
 #include "workbench/ads/AdWords.h"
 
-/// Why a slot's ad is not on screen, in words of the display language.
+/// Explains in the display language why a slot's ad is not shown.
 namespace ad_why_words {
 
-/// What refused, what was compared, what was tested before it and what was not reached, and what time alone will do.
+/// The refusal, the compared values, the passed checks, the remaining checks, and the next change by time.
 ad_words::Group Why(const CAdBoard& board, const AdSlotState& slot, qint64 serverNowMs);
 
-/// The one line of it that counts down.
+/// The countdown line of Why.
 QString Time(const CAdBoard& board, const AdSlotState& slot, qint64 serverNowMs);
 
 }  // namespace ad_why_words

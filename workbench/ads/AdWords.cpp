@@ -13,7 +13,7 @@ QString Milliseconds(qint64 duration) {
     return duration < 0 ? QString() : QStringLiteral("%1 ms").arg(duration);
 }
 
-/// What is there of the parts, with a dot between.
+/// Joins the non-empty parts with a dot between them.
 QString Joined(QStringList parts) {
     parts.removeAll(QString());
     return parts.join(kDot);

@@ -3,31 +3,30 @@
 #include "workbench/FieldNode.h"
 #include "workbench/ads/AdBoard.h"
 
-/// What the board knows, in words of the display language. Clock times of what was seen are local; those of ads'
-/// windows are the server's, in UTC.
+/// Describes the board in the display language. Times of events are local. Times of ad windows are server time, in UTC.
 namespace ad_words {
 
 QString Clock(qint64 localMs);
 QString ServerTime(qint64 seconds);
-/// "in 5 s"; "now" where nothing is left.
+/// "in 5 s"; "now" if no time is left.
 QString Until(qint64 leftMs);
 QString Slot(const AdSlot& slot);
-/// When the next request is let out, counted from the server's time.
+/// Time until the slot's next request is possible.
 QString Next(const AdSlotState& slot, qint64 serverNowMs);
-/// Empty for no request.
+/// Empty for null.
 QString Outcome(const AdRequest* request);
-/// "1 of 3"; empty where there are no ads.
+/// "1 of 3"; empty without ads.
 QString Kept(const AdRequest* request);
 QString Fate(const AdFate& fate);
-/// The last thing that happened on the screen.
+/// The last event on the screen.
 QString LastEvent(const AdSlotState& slot);
 
-/// Lines on a slot that belong together.
+/// A titled group of lines about a slot.
 struct Group {
     QString title;
     std::vector<FieldNode> lines;
-    std::vector<std::optional<bool>> good;         // beside the lines; nothing where it is neither
-    std::optional<size_t> ticking = std::nullopt;  // the line that changes with the time alone
+    std::vector<std::optional<bool>> good;         // by line; nothing if it is neither good nor bad
+    std::optional<size_t> ticking = std::nullopt;  // the line that changes with time only
 };
 
 std::vector<Group> Groups(const CAdBoard& board, const AdSlotState& slot);

@@ -18,14 +18,14 @@ namespace {
 
 using EnAnswer = CAnswerPanel::EnAnswer;
 
-/// Both answers have their code in field 1 and a text in field 2.
+/// A body with field 2, a text, and without field 1, the code. Both replies use these numbers.
 constexpr const char* kWithoutCode = "12076e6f20636f6465";
 constexpr unsigned char kCodeTag = 0x08;
 
 struct Choice {
     EnAnswer answer;
     const char* name;
-    const char* value;  // what it begins with; null: it takes none
+    const char* value;  // initial value; null if the answer takes none
 };
 
 constexpr Choice kChoices[] = {
@@ -38,7 +38,7 @@ constexpr uint32_t kCommands[] = {kCommandPremiumAccess, kCommandVipStatus};
 
 enum EnTimes { kTimesOnce, kTimesForEver };
 
-/// The bytes of an answer that has this code and nothing else: a varint, of a negative number in ten bytes.
+/// The bytes of a reply with this code and nothing else. The code is a varint; a negative number has ten bytes.
 std::string AnswerWithCode(int code) {
     QByteArray bytes(1, char(kCodeTag));
     auto rest = uint64_t(int64_t(code));
@@ -123,13 +123,13 @@ void CAnswerPanel::ShowTexts() {
     m_pTimes->setItemText(kTimesForEver, QStringLiteral("For ever"));
 }
 
-// Nothing, with words for the user, for a value that is none.
+// Returns nothing and shows a message if the value is malformed.
 std::optional<Json::Value> CAnswerPanel::FaultAsked() {
     static const QRegularExpression hexPairs(QStringLiteral("^([0-9a-fA-F]{2})*$"));
     const QString text = m_pValue->text().trimmed();
     const EnAnswer answer = kChoices[m_pAnswer->currentIndex()].answer;
     bool isNumber = false;
-    // A command has 32 bits without a sign.
+    // A command is an unsigned number of 32 bits.
     const auto number = answer == EnAnswer::OtherCommand ? int(text.toUInt(&isNumber)) : text.toInt(&isNumber);
     const bool takesNumber =
         answer == EnAnswer::Error || answer == EnAnswer::OtherCommand || answer == EnAnswer::OtherCode;

@@ -13,16 +13,16 @@ class QGridLayout;
 class QLabel;
 class QLineEdit;
 
-/// How the server answers a question for rights or VIP status next.
+/// Sets the server's answers to the next requests for rights or VIP status.
 class CAnswerPanel : public QWidget {
 public:
     enum class EnAnswer { Good, Error, OtherCommand, Garbage, NoCode, OtherCode };
 
-    /// Sets the fault of one command, or takes it away, and leaves those of the others as they are.
+    /// Sets or removes the fault of one command; the other faults do not change.
     using SetFault = std::function<void(uint32_t command, const std::optional<Json::Value>& fault,
                                         IControlClient::Answered answered)>;
 
-    /// `setFault` must be callable as long as this lives; what it answers may come when this is gone.
+    /// `setFault` must be callable while the panel exists. Its answer can arrive after the panel's end.
     explicit CAnswerPanel(SetFault setFault, QWidget* parent = nullptr);
 
 private:

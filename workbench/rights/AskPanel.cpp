@@ -55,7 +55,7 @@ void CAskPanel::AskAll() {
     Follow(CPremiumRights::AskAll(m_pServerPush->isChecked()));
 }
 
-// An empty list is a question too, which the module passes on as it is.
+// An empty list is sent too, because the module forwards it unchanged.
 void CAskPanel::AskList() {
     const NumberList rights = NumberList::Read(m_pRights->text());
     if (!rights.wrongWord.isEmpty()) {
@@ -88,7 +88,7 @@ void CAskPanel::ShowOutcome() {
 
 void CAskPanel::Say(const QString& words, bool good) {
     if (words == m_pOutcome->text()) {
-        return;  // the board moves more often than this does
+        return;  // the board changes more often than these texts
     }
     m_pOutcome->setText(words);
     m_pOutcome->setProperty("good", good);

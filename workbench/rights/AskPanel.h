@@ -8,8 +8,7 @@ class QCheckBox;
 class QLabel;
 class QLineEdit;
 
-/// Has the growth module ask the server for rights, as another module would, and says what came of it.
-/// `board` must outlive it.
+/// Requests rights through the growth module, as another module would, and shows the result. `board` must outlive it.
 class CAskPanel : public QWidget {
 public:
     explicit CAskPanel(const CRefreshBoard& board, QWidget* parent = nullptr);

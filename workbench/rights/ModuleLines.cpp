@@ -5,7 +5,7 @@ namespace {
 
 struct Pattern {
     EnLine line;
-    QStringList parts;  // what stands around the values
+    QStringList parts;  // the texts between the values
 };
 
 std::vector<Pattern> Patterns() {
@@ -16,7 +16,7 @@ std::vector<Pattern> Patterns() {
     return patterns;
 }
 
-/// The values of `text` between the parts, a word each; nothing if the rest differs.
+/// The values of `text` between the parts, one word each; nothing if the parts differ.
 std::optional<QStringList> ValuesOf(const QString& text, const QStringList& parts) {
     if (!text.startsWith(parts.first()) || !text.endsWith(parts.last())) {
         return std::nullopt;

@@ -4,16 +4,15 @@
 #include <optional>
 #include <vector>
 
-/// The growth module's log lines on rights and VIP status that are read here: the one place that holds their
-/// texts.
+/// The growth module's log lines about rights and VIP status. Their texts are in this unit only.
 namespace module_lines {
 
 enum class EnLine {
-    TimerReady,      // the hourly timer runs from here on
-    TimerStops,      // and up to here
+    TimerReady,      // the hourly timer starts
+    TimerStops,      // the hourly timer stops
     ForLogin,        // the next premium request is for a login
     ForHour,         // ... for the hourly timer
-    ForLanguage,     // ... for another display language
+    ForLanguage,     // ... for a change of the language
     SentAll,         // session, server push
     SentList,        // count, session, server push
     UnknownSession,  // session
@@ -30,7 +29,7 @@ enum class EnLine {
 
 struct Line {
     EnLine line;
-    const char* text;  // as the module writes it, with {} for each value
+    const char* text;  // the module's text, with {} for each value
 };
 
 const std::vector<Line>& All();
@@ -40,7 +39,7 @@ struct Said {
     QStringList values;
 };
 
-/// Which of the lines the text is, and its values; nothing for any other.
+/// Returns the matching line with its values; nothing for any other text.
 std::optional<Said> Read(const QString& text);
 
 }  // namespace module_lines

@@ -3,10 +3,10 @@
 #include <QString>
 #include <QVector>
 
-/// Numbers as a person types them, parted by blanks or commas.
+/// Typed numbers, separated by blanks or commas.
 struct NumberList {
     QVector<int> numbers;
-    QString wrongWord;  // the first word that is no whole number of 32 bits; empty if all are
+    QString wrongWord;  // the first word that is not an integer of 32 bits; empty if all are
 
     static NumberList Read(const QString& text);
 };

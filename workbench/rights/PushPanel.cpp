@@ -83,7 +83,7 @@ void CPushPanel::AddRows(QGridLayout* grid) {
     connect(sendVip, &QPushButton::clicked, this, &CPushPanel::SendVip);
 }
 
-// The hint comes only as text where a field is empty, which is when it counts.
+// The hint is a placeholder text of the field, visible only while the field is empty.
 void CPushPanel::ShowTexts() {
     m_pNeedAll->setItemText(kLeftOutOfPush, QStringLiteral("left out"));
     m_pNeedAll->setItemText(kNeedAllYes, QStringLiteral("yes"));
@@ -93,7 +93,7 @@ void CPushPanel::ShowTexts() {
     }
 }
 
-// False, with words for the user, for what is no number; an empty field adds nothing.
+// Returns false and shows a message if the text is not a number. An empty field adds nothing.
 bool CPushPanel::AddNumber(Json::Value& push, const char* member, const QLineEdit& field) {
     const QString text = field.text().trimmed();
     if (text.isEmpty()) {

@@ -11,8 +11,8 @@ class QGridLayout;
 class QLabel;
 class QLineEdit;
 
-/// Has the server push a change of rights or of the VIP status to those who are logged in. A field that is left
-/// empty is left out of the push. `server` must outlive it.
+/// Pushes a change of rights or of the VIP status to the logged-in users. Empty fields are omitted from the push.
+/// `server` must outlive it.
 class CPushPanel : public QWidget {
 public:
     explicit CPushPanel(IControlClient& server, QWidget* parent = nullptr);

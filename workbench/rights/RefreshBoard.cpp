@@ -12,7 +12,7 @@ using module_lines::EnLine;
 constexpr const char* kModuleTag = "ZRGrowth";
 constexpr qint64 kHourMs = 3'600'000;
 constexpr size_t kKept = 500;
-// What belongs together is written within one call; clocks that are read twice may be this far apart.
+// Related entries are written within one call. Their times can differ slightly, because the clock is read twice.
 constexpr qint64 kSlackMs = 50;
 constexpr qint64 kSameCallMs = 5'000;
 
@@ -20,7 +20,7 @@ bool IsTrue(const QString& word) {
     return word == QLatin1String("true");
 }
 
-/// The module passes its delay on as a signed number, and what is below 0 runs at once.
+/// The module passes its delay on as a signed number. A negative delay runs at once.
 qint64 DelayOf(const QString& milliseconds) {
     return std::max(0, int(milliseconds.toUInt()));
 }
@@ -109,7 +109,7 @@ void CRefreshBoard::TakeMessage(const MessageTrace& message) {
     Q_EMIT Changed();
 }
 
-// Only now it is known that the last answer was good: a line that was read ahead belongs to a later one.
+// The last answer is now known to be good. A failure line that was assigned to it belongs to a later answer.
 void CRefreshBoard::OnVipGood() {
     Refresh* last = LastOf(EnSubject::Vip);
     if (!last || last->outcome == EnOutcome::ChannelError) {
@@ -188,7 +188,7 @@ void CRefreshBoard::TakeLine(const LogEntry& entry) {
             OnVipSent(time);
             break;
         case EnLine::VipRefused:
-            // An error of the channel is told by the traffic, with its session.
+            // A channel error is recorded in the traffic, with its session.
             if (values[0].toInt() == 0) {
                 Explain(EnSubject::Vip, {time, EnOutcome::OtherCommand, values[1].toLongLong()});
             }
@@ -205,7 +205,7 @@ void CRefreshBoard::TakeLine(const LogEntry& entry) {
     Q_EMIT Changed();
 }
 
-// The line before, if any, has said what the request is for; what a push has asked for comes without one.
+// A preceding line, if any, contains the reason of the request. Requests after a push have no such line.
 void CRefreshBoard::OnSent(const QStringList& values, qint64 timeMs) {
     const bool isAll = values.size() == 2;
     const int count = isAll ? 0 : values.front().toInt();
@@ -220,7 +220,7 @@ void CRefreshBoard::OnSent(const QStringList& values, qint64 timeMs) {
     }
 }
 
-// The line names no session, and says nothing of why: a login asks for both, the rights first.
+// The line has no session and no reason. A login requests both, the rights first.
 void CRefreshBoard::OnVipSent(qint64 timeMs) {
     EnWhy why = EnWhy::Caller;
     if (m_bVipLogin) {
@@ -252,12 +252,12 @@ void CRefreshBoard::Pair(EnSubject subject) {
         const Failure failure = unpaired.lines.front();
         const auto found = m_refreshes.find(unpaired.sessions.front());
         if (found != m_refreshes.end() && failure.timeMs < found->second.answeredMs - kSlackMs) {
-            unpaired.lines.pop_front();  // its answer was not seen
+            unpaired.lines.pop_front();  // its answer was not recorded
             continue;
         }
         unpaired.sessions.pop_front();
         if (found == m_refreshes.end() || failure.timeMs > found->second.answeredMs + kSameCallMs) {
-            continue;  // its line was not seen
+            continue;  // its line was not recorded
         }
         unpaired.lines.pop_front();
         found->second.outcome = failure.outcome;

@@ -9,9 +9,8 @@
 #include "framework/ILogSource.h"
 #include "tracing/TraceEvent.h"
 
-/// How rights and VIP status are kept in step with the server, made of the traffic and the module's log lines
-/// alone. The two may come interleaved or one after the other, each in its own order. Times are milliseconds
-/// since 1970 of the local clock. Main thread.
+/// The refreshes of rights and VIP status, computed from the traffic and the module's log lines only. Both can arrive
+/// interleaved or one after the other, each in its own order. Times are local milliseconds since 1970. Main thread.
 class CRefreshBoard : public QObject {
     Q_OBJECT
 
@@ -20,51 +19,51 @@ public:
     enum class EnWhy { Unknown, Login, Hourly, Language, Push, Caller };
     enum class EnOutcome {
         InFlight,
-        Answered,  // what became of the answer was not yet said
+        Answered,  // the result is not yet known
         Good,
         ChannelError,  // number: the error
-        OtherCommand,  // number: the command that the answer bears
+        OtherCommand,  // number: the command of the answer
         BadBytes,
         NoCode,
         OtherCode,  // number: the code
         UnknownSession,
-        Failed,  // for a reason that was not seen
+        Failed,  // for an unknown reason
     };
 
-    /// A request and what became of it.
+    /// A request and its result.
     struct Refresh {
         EnSubject subject = EnSubject::Premium;
         unsigned long session = 0;
         EnWhy why = EnWhy::Unknown;
-        qint64 sentMs = 0;      // 0: the sending was not seen
+        qint64 sentMs = 0;      // 0: the request was not recorded
         qint64 answeredMs = 0;  // 0: no answer yet
         EnOutcome outcome = EnOutcome::InFlight;
         qint64 number = 0;
     };
 
-    /// A refresh that a push has asked for and that is not yet due.
+    /// A pending refresh that a push requested.
     struct Waiting {
         EnSubject subject = EnSubject::Premium;
         qint64 dueMs = 0;
         bool needAll = true;
-        int count = 0;  // of the rights in the push's list
+        int count = 0;  // number of rights in the push's list
     };
 
     explicit CRefreshBoard(QObject* parent = nullptr);
 
-    /// Takes what is younger than the last it took.
+    /// Ignores events that are not newer than the last one.
     void Take(const TraceEvent& seen);
     void TakeLine(const LogEntry& entry);
 
-    /// In order of session.
+    /// Sorted by session.
     std::vector<Refresh> InFlight() const;
-    /// The last that has an answer.
+    /// The last answered request.
     std::optional<Refresh> Last(EnSubject subject) const;
-    /// Nothing for one that was not seen or is long answered: the youngest few hundred are kept.
+    /// Nothing for an unknown session. Only the newest few hundred are kept.
     std::optional<Refresh> Find(unsigned long session) const;
-    /// In order of due time.
+    /// Sorted by due time.
     std::vector<Waiting> WaitingPushes() const;
-    /// Nothing while no timer runs.
+    /// Nothing while the hourly timer is stopped.
     std::optional<qint64> NextHourly(qint64 nowMs) const;
 
 Q_SIGNALS:
@@ -76,7 +75,7 @@ private:
         EnOutcome outcome;
         qint64 number;
     };
-    /// Failed answers and lines that say why, to be paired in their order.
+    /// Failed answers and lines with a reason. They are paired in order.
     struct Unpaired {
         std::deque<unsigned long> sessions;
         std::deque<Failure> lines;
@@ -101,9 +100,9 @@ private:
     std::multimap<qint64, Waiting> m_waiting;
     std::optional<EnWhy> m_nextWhy;
     bool m_bVipLogin = false;
-    std::deque<EnWhy> m_vipWhys;                 // of requests whose sending is not yet seen
-    std::deque<unsigned long> m_vipUnexplained;  // sendings whose reason is not yet read
-    std::optional<Failure> m_lastVipFailure;     // as it was taken for the last answer
+    std::deque<EnWhy> m_vipWhys;                 // reasons of requests that are not yet recorded
+    std::deque<unsigned long> m_vipUnexplained;  // requests whose reason is not yet known
+    std::optional<Failure> m_lastVipFailure;     // the failure that was assigned to the last answer
     std::optional<qint64> m_timerFrom;
     uint64_t m_nLastSeen = 0;
     uint64_t m_nLastLine = 0;

@@ -6,7 +6,7 @@
 class CRefreshBoard;
 class QLabel;
 
-/// The board of refreshes, live. `board` must outlive it.
+/// Shows the board of refreshes live. `board` must outlive it.
 class CRefreshView : public QWidget {
 public:
     explicit CRefreshView(const CRefreshBoard& board, QWidget* parent = nullptr);
@@ -17,7 +17,7 @@ private:
     void ShowTimer();
 
     const CRefreshBoard& m_board;
-    QTimer m_batch;  // what comes in a storm is shown a few times a second
+    QTimer m_batch;  // limits updates to a few a second
     QTimer m_tick;
     QLabel* m_pPremium;
     QLabel* m_pVip;

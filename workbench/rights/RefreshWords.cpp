@@ -18,7 +18,7 @@ QString Clock(qint64 timeMs) {
     return QDateTime::fromMSecsSinceEpoch(timeMs).toString(QStringLiteral("HH:mm:ss"));
 }
 
-/// The first few of a list, each by `inWords`, and how many more there are.
+/// Joins the first items of a list, each as `inWords`, and adds the number of the others.
 template <class Item, class InWords>
 QString FirstOf(const std::vector<Item>& items, const InWords& inWords) {
     if (items.empty()) {

@@ -4,12 +4,12 @@
 
 #include "workbench/rights/RefreshBoard.h"
 
-/// What the board knows, in words of the display language. Clock times are local.
+/// Describes the board in the display language. Times are local.
 namespace refresh_words {
 
 QString Why(CRefreshBoard::EnWhy why);
 QString Outcome(const CRefreshBoard::Refresh& refresh);
-/// When, why, how it ended, and its session.
+/// The time, reason, result and session of a refresh.
 QString Refresh(const CRefreshBoard::Refresh& refresh);
 QString InFlight(const std::vector<CRefreshBoard::Refresh>& inFlight);
 QString Waiting(const std::vector<CRefreshBoard::Waiting>& waiting);

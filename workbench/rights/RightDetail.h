@@ -10,12 +10,13 @@ class CWireDecoder;
 class QPlainTextEdit;
 class QTreeWidget;
 
-/// All that the service gives out for one right, live, also for one that is not in the table. Both must outlive it.
+/// Shows all values that the service returns for one right, live, also for a right that is not in the table. Both
+/// arguments must outlive it.
 class CRightDetail : public QWidget {
 public:
     CRightDetail(const CPremiumRights& rights, const CWireDecoder& decoder, QWidget* parent = nullptr);
 
-    /// 0 shows none.
+    /// 0 clears the detail.
     void ShowRight(EnPremiumAccess right);
 
 private:

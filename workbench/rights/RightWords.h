@@ -8,15 +8,15 @@
 
 class CWireDecoder;
 
-/// Rights and VIP status in words.
+/// Describes rights and VIP status.
 namespace right_words {
 
-/// As the schema names it; empty for a number that it has no name for.
+/// The schema's name of a right; empty if it has none.
 QString Name(const CWireDecoder& decoder, int right);
 
 QString YesNo(bool yes);
 
-/// "full", or "3 · full". Where there is no word for a number it stands for itself.
+/// "full", or "3 · full". A number without a word is shown itself.
 enum class EnForm { Word, NumberAndWord };
 
 QString Activation(int type, EnForm form = EnForm::NumberAndWord);
@@ -25,10 +25,10 @@ QString OldState(int state);
 QString NewState(int state);
 QString Engine(ZRVipEngineStatus status);
 
-/// All fields of both halves, save the other info, by the names that the contract gives them.
+/// All fields of both halves except the other info, with their names in the contract.
 std::vector<FieldNode> Fields(const CPremiumUIAccessData& record);
 
-/// A JSON text in lines with indents; any other text as it is.
+/// Indents a JSON text. Returns any other text unchanged.
 QString Pretty(const QString& otherInfo);
 
 }  // namespace right_words

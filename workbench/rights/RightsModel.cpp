@@ -21,7 +21,7 @@ CRightsModel::CRightsModel(const CPremiumRights& rights, const CWireDecoder& dec
     theme::OnThemeChange(this, [this] { Repaint(); });
 }
 
-// The same rights with other records leave the rows, and what is selected, where they are.
+// If only the records change, rows and selection are kept.
 void CRightsModel::Take() {
     const QList<EnPremiumAccess> rights = m_source.Table().keys();
     if (rights == m_rights) {

@@ -8,7 +8,7 @@
 class CPremiumRights;
 class CWireDecoder;
 
-/// The table of rights, a row for each, in order of number. Both must outlive it. Main thread.
+/// The table of rights, sorted by number. Both arguments must outlive it. Main thread.
 class CRightsModel : public QAbstractTableModel {
     Q_OBJECT
 
@@ -18,7 +18,7 @@ public:
     CRightsModel(const CPremiumRights& rights, const CWireDecoder& decoder, QObject* parent = nullptr);
 
     EnPremiumAccess At(int row) const { return m_rights[row]; }
-    /// -1 if it is not in the table.
+    /// -1 if the right is not in the table.
     int RowOf(EnPremiumAccess right) const { return m_rights.indexOf(right); }
 
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;

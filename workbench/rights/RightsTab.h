@@ -8,8 +8,8 @@ class CPremiumRights;
 class CRefreshBoard;
 class CWireDecoder;
 
-/// The workbench's page on rights and VIP status: how they stand, how they were refreshed, and what can be done
-/// to them. All that it is given must outlive it.
+/// The workbench's page for rights and VIP status: their values, their refreshes, and controls for both. All arguments
+/// must outlive it.
 class CRightsTab : public QWidget {
 public:
     CRightsTab(const CPremiumRights& rights, const CRefreshBoard& board, const CWireDecoder& decoder,

@@ -12,8 +12,8 @@
 namespace {
 
 constexpr int kRowHeight = 22;
-constexpr int kRowsInSight = 4;  // at the least
-// The last has what the rest leaves over.
+constexpr int kRowsInSight = 4;  // minimum
+// The last column gets the remaining width.
 constexpr int kColumnWidths[] = {40, 128, 50, 84, 44, 88, 26, 60};
 constexpr int kNumberWidth = 170;
 

@@ -8,8 +8,8 @@ class QLabel;
 class QLineEdit;
 class QTableView;
 
-/// The table of rights, in which one is chosen by a click or by its number: the choice stays with the right
-/// whatever becomes of the table, and may be of one that is not in it. Both must outlive it.
+/// The table of rights. One is selected by a click or by its number. The selection is kept when the table changes, and
+/// can be a right that is not in the table. Both arguments must outlive it.
 class CRightsView : public QWidget {
     Q_OBJECT
 

@@ -6,7 +6,7 @@
 class CPremiumRights;
 class QLabel;
 
-/// The VIP status, live. `rights` must outlive it.
+/// Shows the VIP status live. `rights` must outlive it.
 class CVipPanel : public QWidget {
 public:
     explicit CVipPanel(const CPremiumRights& rights, QWidget* parent = nullptr);

@@ -13,7 +13,7 @@ using namespace ::testing;
 
 namespace {
 
-/// What the fields hold and what the server is asked for. A null field stays as the panel proposes.
+/// The fields' texts and the expected request. A null field keeps the panel's default.
 struct PushRow {
     const char* name;
     int push;

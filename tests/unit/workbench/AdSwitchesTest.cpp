@@ -45,7 +45,7 @@ protected:
     std::string Said() { return Child<QLabel>("AdSwitchesMessage")->text().toStdString(); }
     bool IsGood() { return Child<QLabel>("AdSwitchesMessage")->property("good").toBool(); }
 
-    /// What the tab says to be overridden; empty if it says nothing.
+    /// The tab's list of overrides; empty if it is hidden.
     std::string Overridden() {
         const auto* label = Child<QLabel>("AdOverridden");
         return label->isVisible() ? label->text().toStdString() : std::string();

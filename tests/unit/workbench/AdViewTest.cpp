@@ -64,7 +64,7 @@ protected:
         See(call);
     }
 
-    // A search with two ads, of which one is over.
+    // A search with two ads, one of which has ended.
     void Exchange(const std::string& id) {
         Ask("adType = 2, adPosition = 42", id);
         See(Sent(id));
@@ -90,7 +90,7 @@ protected:
         return items.isEmpty() ? nullptr : items.first();
     }
 
-    /// A list that waits for another tab, or for the end of an interval.
+    /// A list that is refused because of the tab or the interval.
     void Refuse(const std::string& id, const std::string& refusal) {
         Exchange(id);
         Line("Ad popup data is OK, adType = 2, adPosition = 42, adId = b");
@@ -98,7 +98,7 @@ protected:
         Show();
     }
 
-    /// Of the first group, by name.
+    /// The value of a line of the first group.
     std::string Why(const char* name) const {
         const QTreeWidgetItem* group = detail->topLevelItem(0);
         for (int line = 0; group && line < group->childCount(); ++line) {
@@ -237,7 +237,7 @@ TEST_F(AdViewTest, WhyItIsNotShownIsToldFirst) {
     EXPECT_EQ(Why("Now"), "not shown");
     EXPECT_EQ(Why("Last"), "refused (moment): current tab · 22:13:20");
     EXPECT_EQ(Why("Found"), "Research (area 502), key 20003");
-    EXPECT_EQ(Why("Needed"), "");  // its answer names no area
+    EXPECT_EQ(Why("Needed"), "");  // the answer has no area
     EXPECT_EQ(Why("Time alone"), "changes nothing");
 }
 

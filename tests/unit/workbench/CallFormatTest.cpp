@@ -69,7 +69,7 @@ protected:
         return view.Model().CellsAt(row).join(QLatin1Char('|')).toStdString();
     }
 
-    /// "name=value" of each field below the chosen row, depth first.
+    /// "name=value" for each field below the selected row, depth first.
     static std::vector<std::string> Fields(const std::vector<FieldNode>& nodes) {
         std::vector<std::string> fields;
         for (const FieldNode& node : nodes) {
@@ -270,7 +270,7 @@ TEST_F(CallFormatTest, ReportsAndMeasurementsAreToldApart) {
 }
 
 TEST_F(CallFormatTest, AnExportHoldsNoSessionAndNoId) {
-    // the session is of a former start: nobody has learnt it
+    // the session belongs to an earlier start, so no alias exists for it
     aliases.LearnNumber(QStringLiteral("user"), 10'001);
     aliases.LearnText(QStringLiteral("device"), QStringLiteral("0123456789abcdef"));
     See(End(Sent(7, R"({"request_id": "0123456789abcdef1700000000"})"), EnKind::Answered, 200,

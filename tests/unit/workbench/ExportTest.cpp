@@ -92,7 +92,7 @@ TEST_F(ExportTest, NoKnownIdAndNoTokenRemains) {
                                       kDevice.toUpper().toStdString(), kToken.toStdString(), kName.toStdString()}) {
         EXPECT_FALSE(json.contains(QByteArray::fromStdString(secret))) << secret << "\n" << json.constData();
     }
-    // and what is left is told apart all the same
+    // different values have different aliases
     EXPECT_TRUE(json.contains("ZRBaseAIChatEnableCacheDataKey_user-1"));
     EXPECT_TRUE(json.contains("uid=user-2&t=token-1"));
     EXPECT_TRUE(json.contains("user user-2, été user-2"));
@@ -116,7 +116,7 @@ protected:
         return QByteArray::fromStdString(bytes).toHex(' ').toStdString();
     }
 
-    /// The hex of the value of the last store row.
+    /// The hex digits of the last store row's value.
     std::string ExportedHex() {
         const QJsonObject all = QJsonDocument::fromJson(Exported()).object();
         const QJsonObject row = all[QStringLiteral("store")].toArray().last().toObject();

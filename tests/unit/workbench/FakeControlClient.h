@@ -19,7 +19,7 @@ public:
         wishes.push_back({method, path.toStdString(), json.toStdString(), std::move(answered)});
     }
 
-    /// Answers the last wish with a body, or refuses it.
+    /// Answers the last request with a body, or refuses it.
     void Answer(const QByteArray& json) { wishes.back().answered(ServerAnswer::Read(200, json, QString())); }
     void Refuse(const QByteArray& json) { wishes.back().answered(ServerAnswer::Read(400, json, QString())); }
 

@@ -194,8 +194,8 @@ TEST_F(LogModelTest, AllChoicesOfTheFilterHoldAtOnce) {
 }
 
 TEST_F(LogModelTest, TextsThatTravelAsBytesAreReadableAndFound) {
-    Add("[Ad] caf\xC3\x83\xC2\xA9 opens");  // the two characters that stand for the bytes of an accented e
-    Add("[Ad] na\xC3\xAFve");               // one character that is no UTF-8 as a byte
+    Add("[Ad] caf\xC3\x83\xC2\xA9 opens");  // two characters, the UTF-8 bytes of an accented e
+    Add("[Ad] na\xC3\xAFve");               // one character, not UTF-8 as a byte
     model.Flush();
 
     EXPECT_EQ(model.At(0).readable.toStdString(), "[Ad] caf\xC3\xA9 opens");

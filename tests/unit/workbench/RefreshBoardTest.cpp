@@ -49,7 +49,7 @@ protected:
         See(message);
     }
 
-    // As the module sends it.
+    // Request and log line in the module's order.
     void Ask(unsigned long session, bool serverPush) {
         Command(EnKind::Sent, 20637, session);
         Line("[Premium] Send Request For All Premium Access, Session = " + std::to_string(session) +
@@ -67,7 +67,7 @@ protected:
         Command(EnKind::Sent, 20831, session);
     }
 
-    // As the module takes a reply that fails, with the line that says why.
+    // A failed reply and the line with its reason, in the module's order.
     void FailPremium(unsigned long session, const std::string& line) {
         Command(EnKind::Replied, 20637, session);
         Line(line);
@@ -237,8 +237,8 @@ TEST_F(RefreshBoardTest, RequestsThatAPushDidNotAskForLeaveItWaiting) {
         "Will Refresh After 5000 Ms");
     Ask(1, true);  // too early
     now += 5'000;
-    AskList(2, 3, true);  // a list, where the push is for all
-    Ask(3, false);        // somebody waits for the answer
+    AskList(2, 3, true);  // a list, although the push is for all rights
+    Ask(3, false);        // a caller waits for the answer
     Line("[Premium] User Login Received, Request All Premium Data From Server");
     Ask(4, false);
     EXPECT_THAT(Dues(), ElementsAre(5'000));
@@ -314,7 +314,7 @@ TEST_F(RefreshBoardTest, WhatComesTwiceIsTakenOnce) {
 
 namespace {
 
-/// A morning with every kind of end, for boards that hear of it late.
+/// Requests with every kind of outcome, for boards that receive the entries late.
 class LateBoardTest : public RefreshBoardTest {
 protected:
     LateBoardTest() {
@@ -383,7 +383,7 @@ TEST_F(LateBoardTest, ALineWhoseAnswerWasNotSeenIsNotTakenForTheNextOne) {
     for (const LogEntry& entry : lineEntries) {
         late.TakeLine(entry);
     }
-    // the traffic of the first answers is gone
+    // the traffic of the first answers is no longer kept
     for (const TraceEvent& seen : seenEntries) {
         if (seen.timeMs > kStart + 500) {
             late.Take(seen);

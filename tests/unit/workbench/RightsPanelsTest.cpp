@@ -223,7 +223,7 @@ TEST_F(AnswerPanelTest, FaultsOfOtherCommandsStayAsTheyAre) {
     EXPECT_EQ(server.wishes.back().json, R"({"error":7})");
     server.Answer("{}");
     EXPECT_EQ(Said("AnswerMessage"), "The next answer: 20831 \u00B7 Error number");
-    // the panel of all faults knows of it
+    // the panel of all faults shows it too
     EXPECT_EQ(InForce(), R"(Set: {"20831":{"error":7},"20982":{}})");
 
     Choose("AnswerKind", 0);

@@ -55,8 +55,8 @@ using EnFault = CFaultPanel::EnFault;
 struct FaultRow {
     const char* name;
     CFaultPanel::EnFault fault;
-    const char* value;  // null: as the panel proposes
-    const char* asked;  // what the server is asked for, or why it is not asked
+    const char* value;  // null: the panel's default
+    const char* asked;  // the request, or the reason why none is sent
 };
 
 void PrintTo(const FaultRow& row, std::ostream* stream) {

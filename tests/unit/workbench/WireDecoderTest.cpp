@@ -9,7 +9,7 @@ namespace {
 
 class WireDecoderTest : public ScriptedHostTest {
 protected:
-    /// "name=value" for each leaf, with the names that lead to it.
+    /// "path.name=value" for each leaf.
     static void Flatten(const std::vector<FieldNode>& fields, const std::string& path, std::vector<std::string>& out) {
         for (const FieldNode& field : fields) {
             const std::string name = path + field.name.toStdString();

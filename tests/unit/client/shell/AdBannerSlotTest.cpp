@@ -35,7 +35,7 @@ protected:
         time.Settle();
     }
 
-    /// The module hands a banner to who asked last.
+    /// The module passes a banner to the last caller.
     QPointer<QWidget> Arrive() {
         const QPointer<QWidget> banner = new QWidget;
         banner->setFixedSize(service->banners.back().size);

@@ -7,11 +7,10 @@
 
 #include "modules/IZRGrowthModuleInterface.h"
 
-/// The growth module's service as the client sees it; the test says which scenes are open, which rights the user
-/// has, and what the VIP status is.
+/// A growth module service for the client. The test sets the open scenes, the user's rights and the VIP status.
 class CFakeGrowthService : public IZRGrowthModuleInterface {
 public:
-    /// Offers a service in the plug-in centre for as long as the result lives.
+    /// Registers a service at the plug-in centre while the result exists.
     static std::shared_ptr<CFakeGrowthService> Offer();
 
     void GetAdBannerAsync(int adPosition, QSize size, std::function<void(QWidget*)> callback,
@@ -44,9 +43,9 @@ public:
         QSize size;
         std::function<void(QWidget*)> callback;
     };
-    std::vector<BannerAsked> banners;  // asked for so far
+    std::vector<BannerAsked> banners;  // requests so far
     int popupPlacings = 0;
-    int panels = 0;  // given away so far
+    int panels = 0;  // created so far
 
     QMap<EnPremiumAccess, CPremiumUIAccessData> table;
     unsigned long session = 0;       // of the next request
@@ -59,5 +58,5 @@ public:
     int newState = 0;
 };
 
-/// A record whose fields are all told apart.
+/// A record with a different value in each field.
 CPremiumUIAccessData RecordOf(EnPremiumAccess right, bool hasPermission, const char* mainTitle);

@@ -13,7 +13,7 @@ using std::chrono::milliseconds;
 
 namespace {
 
-/// A part of the window that is painted after the window itself.
+/// A child widget, which is painted after the window.
 class CPart : public QWidget {
 public:
     using QWidget::QWidget;

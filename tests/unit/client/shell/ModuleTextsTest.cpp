@@ -1,4 +1,4 @@
-// The texts that the module asks the language packs for, by the ids it knows them by.
+// The texts that the module requests from the language packs, by their ids.
 #include <QFile>
 #include <QRegularExpression>
 

@@ -65,7 +65,7 @@ TEST_F(NavigationTest, ItsButtonStandsOverTheIconsWhenItIsCollapsedAndAtTheirLef
                 Button("NavigationTab_quotes")->geometry().center().x(), 1);
 }
 
-// Beside what other modules lay over the pages: it begins at 160 and at 84.
+// Modules place overlays at 160 and 84 pixels, just beside the navigation.
 TEST_F(NavigationTest, ItCollapsesToItsIconsAndBackAndSaysSoWhenItIsDone) {
     std::vector<int> widths;
     QObject::connect(&navigation, &CNavigation::CollapsedChanged, &navigation, [&] {

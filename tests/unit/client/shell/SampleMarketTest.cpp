@@ -10,7 +10,7 @@ namespace {
 
 class SampleMarketTest : public ScriptedHostTest {
 protected:
-    /// A text of the resource is translated only if the list for lupdate has it too.
+    /// A text of the resource is translated only if it is also in the list for lupdate.
     static bool IsText(const QByteArray& source) {
         return translation::PageText(source.constData()) != QString::fromUtf8(source);
     }

@@ -24,7 +24,7 @@ namespace {
 
 constexpr double kLeastContrast = 4.5;
 
-/// What a text of this colour stands on somewhere in the client.
+/// The background colours of each text colour in the client.
 const std::map<std::string, std::vector<const char*>> kGrounds = {
     {"text",
      {"window", "surface", "field", "stripe", "popup", "tooltip", "button", "buttonHover", "buttonPressed", "checked"}},
@@ -41,7 +41,7 @@ const std::map<std::string, std::vector<const char*>> kGrounds = {
     {"onAccent", {"accentFill", "accentHover", "accentPressed"}},
 };
 
-/// What is painted by hand.
+/// Colours that painting code uses.
 constexpr theme::ColorName kByHand[] = {
     theme::kWindow, theme::kText,     theme::kMuted, theme::kFaint, theme::kLine,
     theme::kAccent, theme::kOnAccent, theme::kUp,    theme::kDown,  theme::kWarning,
@@ -67,7 +67,7 @@ QString Template() {
     return QString::fromUtf8(file.readAll());
 }
 
-/// The names of colours that the style sheet writes texts in.
+/// The names of text colours in the style sheet.
 std::set<std::string> TextColorsOfTheTemplate() {
     static const QRegularExpression pattern(QStringLiteral("[{;]\\s*(?:selection-)?color:\\s*@(\\w+)"));
     std::set<std::string> names;
@@ -78,7 +78,7 @@ std::set<std::string> TextColorsOfTheTemplate() {
     return names;
 }
 
-/// The names of text and ground of each rule that says both, for the selection too.
+/// The text and background names of each rule that sets both, for the selection too.
 std::vector<std::pair<std::string, std::string>> PairsOfTheTemplate() {
     static const QRegularExpression rule(QStringLiteral("\\{([^}]*)\\}"));
     static const QRegularExpression property(QStringLiteral("([a-z-]+):\\s*@(\\w+)"));

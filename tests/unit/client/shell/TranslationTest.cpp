@@ -68,7 +68,7 @@ std::vector<std::string> Placeholders(const std::string& text) {
     return found;
 }
 
-/// Copies the sources without digit separators, which lupdate takes for the start of a character.
+/// Copies the sources without digit separators, because lupdate parses them as character literals.
 void CopySources(const QString& from, const QString& to) {
     static const QRegularExpression separator(QStringLiteral("(?<=[0-9a-fA-F])'(?=[0-9a-fA-F])"));
     QDirIterator files(from, {QStringLiteral("*.h"), QStringLiteral("*.cpp")}, QDir::Files,
@@ -112,7 +112,7 @@ TEST_P(TranslationFileTest, HoldsTheTextsOfTheSourcesAndNoOthers) {
     const QString found = folder.filePath(QStringLiteral("found.ts"));
     const QString errors = folder.filePath(QStringLiteral("errors"));
 
-    // A QProcess opens a socket, which a test in virtual time may not.
+    // QProcess opens a socket, which is not possible in virtual time.
     const int status = std::system(QStringLiteral(ZR_LUPDATE " -silent '%1/client' -ts '%2' 2> '%3'")
                                        .arg(folder.path(), found, errors)
                                        .toLocal8Bit());

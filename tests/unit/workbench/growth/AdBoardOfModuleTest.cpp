@@ -1,4 +1,4 @@
-// The board of ad slots beside the module itself.
+// The board of ad slots on the traffic and log lines of the real module.
 #include "AdModule.h"
 
 using namespace ::testing;

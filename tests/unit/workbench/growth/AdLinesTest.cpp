@@ -1,4 +1,4 @@
-// What the client reads in the module's log on ads, held against the lines that the module itself writes.
+// The client's parser of the module's ad log lines, compared with lines that the module itself writes.
 #include "AdModule.h"
 #include "LinesRead.h"
 

@@ -16,7 +16,7 @@
 #include "workbench/ads/AdLines.h"
 #include "workbench/ads/AdWords.h"
 
-/// The module's own controller of a slot, with its inside at hand.
+/// The module's own controller of a slot, with access to its internals.
 class CSlotController : public CZRAdController {
 public:
     CSlotController(ZRAdType type, int position) : CZRAdController(nullptr) {
@@ -32,8 +32,8 @@ public:
     }
 };
 
-/// The board beside the module itself: it sees what the module asks, reports and writes. Both clocks are the
-/// test's, and stand at 200 seconds, when the samples are due.
+/// The board with the module itself: it receives the module's traffic, reports and log lines. The test controls both
+/// clocks. They start at 200 seconds, when the sample ads are due.
 class AdModuleTest : public ScriptedHostTest {
 protected:
     AdModuleTest() {
@@ -56,7 +56,7 @@ protected:
         host::Install(ScriptedPorts());
     }
 
-    /// Lets the slot's next request out.
+    /// Passes the minimum time between two requests of the slot.
     void WaitForLimit() { time.Advance(std::chrono::seconds(10)); }
 
     void Search(CSlotController& slot) { slot.RequestAd(ZRAdApiTypeSearch, slot.GetAdPosition(), {}); }
@@ -68,7 +68,7 @@ protected:
 
     void AnswerJson(const Json::Value& body) { Answer(body.toStyledString()); }
 
-    /// A JSON text that is known to be good.
+    /// Parses a well-formed JSON text.
     static Json::Value Parsed(const std::string& text) {
         Json::Value value;
         std::istringstream(text) >> value;
@@ -97,7 +97,7 @@ protected:
 
     static Json::Value PopupAnswer() { return Popups({Popup("18088")}); }
 
-    /// For a banner at position 7.
+    /// An answer for a banner at position 7.
     static Json::Value BannerAnswer() {
         return Parsed(R"({"code": 0, "message": "ok", "data": {"ad_type": 3, "ad_position": 7, "enable_close": false,
             "ad": [{"ad_id": "18089", "start_time": 100, "end_time": 300, "expire_time": 400, "banner_ad":
@@ -114,7 +114,7 @@ protected:
     const AdRequest* LastAnswer() const { return board.Request(State().lastAnswered); }
     std::string Outcome() const { return ad_words::Outcome(LastAnswer()).toStdString(); }
 
-    /// "id: fate" of each ad.
+    /// "id: fate" for each ad.
     static std::vector<std::string> Fates(const AdRequest* request) {
         std::vector<std::string> fates;
         for (const AdFate& fate : request ? request->Fates() : std::vector<AdFate>()) {

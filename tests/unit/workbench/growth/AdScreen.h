@@ -11,7 +11,7 @@
 #include "workbench/ads/AdMoment.h"
 #include "workbench/ads/AdWhyWords.h"
 
-/// The bottom popup's slot, with its inside at hand.
+/// The bottom popup's controller, with access to its internals.
 class CPopupSlot : public CZRAdBottomPopupController {
 public:
     CPopupSlot() : CZRAdBottomPopupController(nullptr) {}
@@ -24,8 +24,8 @@ public:
     using CZRAdBottomPopupController::OnImageLoadSucceeded;
 };
 
-/// The module's slots that draw, in a main window that has the focus and shows the watchlist, which is where the
-/// samples may appear. The user is 77; a popup's samples have no interval.
+/// The module's drawing slots in a focused main window that shows the watchlist, an area of the sample ads. The user is
+/// 77. Sample popups have no interval.
 class AdScreenTest : public AdModuleTest {
 protected:
     const std::string kLastShow = "AdLastShowTimeStampKey_2_42_77_1";
@@ -58,7 +58,7 @@ protected:
         return answer;
     }
 
-    /// The caller's.
+    /// The caller owns the result.
     static CZRAdModelList* ListOf(const Json::Value& answer) {
         auto* list = new CZRAdModelList(nullptr);
         EXPECT_TRUE(list->Decode(answer["data"]));
@@ -67,7 +67,7 @@ protected:
 
     void Ask() { slot.RequestAdBottomPopup(ZRAdApiTypeSearch, {}); }
 
-    /// An exchange that the limit lets out.
+    /// A request after the minimum time, with its answer.
     void Exchange(const Json::Value& answer) {
         WaitForLimit();
         Ask();
@@ -78,7 +78,7 @@ protected:
 
     auto Read() { return ReadLines(log, &ad_lines::Read); }
 
-    /// What the workbench tells, by the lines' names.
+    /// The workbench's explanation, by the lines' names.
     std::map<std::string, std::string> Told(const AdSlot& which = kBottomPopup) const {
         std::map<std::string, std::string> told;
         const AdSlotState* state = board.Find(which);

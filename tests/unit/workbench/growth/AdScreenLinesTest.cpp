@@ -1,5 +1,4 @@
-// What the client reads in the module's log on the way of an ad to the screen, held against the lines that the
-// module itself writes.
+// The client's parser of log lines about showing an ad, compared with lines that the module itself writes.
 #include "Ad/Controller/ZRAdManager.h"
 #include "AdScreen.h"
 #include "ad_push_20145.pb.h"
@@ -35,7 +34,7 @@ TEST_F(AdScreenLinesTest, WhatAPopupsListLacksIsRead) {
     EXPECT_FALSE(slot.CheckAdIsValid(list.get()));
     EXPECT_THAT(Read(), ElementsAre(ReadAs(EnLine::NoAreas, {"2", "42", "18088"})));
 
-    time.SetServerTime(0);  // due, as its times are all 0
+    time.SetServerTime(0);  // due, because its times are all 0
     list->GetAdList()->first() = new CZRAdPopupModel(list.get());
     EXPECT_FALSE(slot.CheckAdIsValid(list.get()));
     EXPECT_THAT(Read(), ElementsAre(ReadAs(EnLine::NoAdId, {"2", "42"})));

@@ -1,4 +1,4 @@
-// When and why an ad is not on screen, as the workbench tells it, beside the module itself.
+// The workbench's explanation why an ad is not shown, and until when, compared with the real module.
 #include "AdScreen.h"
 #include "workbench/ads/AdTabs.h"
 
@@ -14,7 +14,7 @@ std::string NameOfOffset(const TestParamInfo<int>& info) {
 
 class AdMomentTest : public AdWhyTest, public WithParamInterface<int> {
 protected:
-    /// To so many seconds from the moment that was told.
+    /// Advances the clock to the parameter's number of seconds after the predicted time.
     void GoThere() {
         ASSERT_EQ(Moment().what, AdMoment::EnWhat::Free);
         time.Advance(std::chrono::milliseconds(Moment().atMs + GetParam() * 1000 - time.ServerTime()));

@@ -1,4 +1,4 @@
-// Each rule that keeps an ad from the screen, as the workbench tells it, beside the module itself.
+// The workbench's explanation of each rule that refuses an ad, compared with the real module.
 #include <algorithm>
 
 #include "AdScreen.h"
@@ -12,7 +12,7 @@ const QSize kSize(600, 100);
 
 class AdWhyTest : public AdScreenTest {
 public:
-    // What the table's rows need.
+    // The rows of the table use these.
     using AdScreenTest::Answer;
     using AdScreenTest::AnswerJson;
     using AdScreenTest::Ask;
@@ -31,7 +31,7 @@ public:
     using AdScreenTest::time;
     using AdScreenTest::WaitForLimit;
 
-    /// A list that waits, and whose first ad is that.
+    /// Sets a waiting list with `first` as its first ad.
     CZRAdModelList* Wait(const std::function<CZRAdModel*(CZRAdModelList*)>& first) {
         CZRAdModelList* list = ListOf(Card());
         list->GetAdList()->first() = first(list);
@@ -222,7 +222,7 @@ std::vector<Row> RowsOfTheList() {
          kBottomPopup, "refused (list): a popup first", "missing", "there", "list", kAllParts},
         {"AdId", EnLine::NoAdId,
          [](T& t) {
-             t.time.SetServerTime(0);  // it is due, as its times are all 0
+             t.time.SetServerTime(0);  // it is due, because its times are all 0
              t.Wait([](CZRAdModelList* list) { return new CZRAdPopupModel(list); });
              t.slot.TryShowAdPopup();
          },

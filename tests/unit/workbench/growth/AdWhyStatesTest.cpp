@@ -1,4 +1,4 @@
-// What is told of a slot from its first request to the end of its ad, beside the module itself.
+// The workbench's explanation of a slot from its first request to the end of its ad, compared with the real module.
 #include "Ad/Controller/ZRAdManager.h"
 #include "AdScreen.h"
 #include "ad_push_20145.pb.h"
@@ -10,7 +10,7 @@ namespace {
 
 class AdWhyStatesTest : public AdScreenTest {
 protected:
-    /// The module's own manager, with a slot of its own, asks and is answered.
+    /// The module's own manager and slot send a request and receive `answer`.
     void Connect(const Json::Value& answer) {
         manager.Init();
         bus.HostSend(10650);
@@ -40,7 +40,7 @@ protected:
     }
 
     std::string Now() const { return Told()["Now"]; }
-    /// Without its time.
+    /// The line without its time.
     static std::string Short(const std::string& line) { return line.substr(0, line.rfind(" · ")); }
     std::string Last() const { return Short(Told()["Last"]); }
     std::string Before() const { return Short(Told()["Before that"]); }
@@ -271,7 +271,7 @@ TEST_F(AdWhyStatesTest, APushThatIsNotTakenLeavesWhatRefusedBefore) {
 
 TEST_F(AdWhyStatesTest, ADelayIsCountedAsTheModuleCountsIt) {
     Connect(Card());
-    PushNew(4'294'968);  // 704 milliseconds beyond what 32 bits hold
+    PushNew(4'294'968);  // 704 milliseconds more than 32 bits can hold
     EXPECT_EQ(State().why.pushesMs, std::vector<qint64>{200'704});
     PushNew(2'147'484);
     EXPECT_EQ(State().why.pushesMs, (std::vector<qint64>{200'704, 200'000}));

@@ -1,4 +1,4 @@
-// The board beside the module itself: both see the same traffic, and the board reads the module's own log.
+// The board with the module itself: both receive the same traffic, and the board reads the module's own log.
 #include "LogTee.h"
 #include "Premium/ZRPremiumManager.h"
 #include "PremiumRights.h"
@@ -21,7 +21,7 @@ using EnSubject = CRefreshBoard::EnSubject;
 class BoardOfModuleTest : public ScriptedHostTest {
 protected:
     BoardOfModuleTest() {
-        // Both clocks are the test's.
+        // The test controls both clocks.
         QObject::connect(&traceLog, &CTraceLog::Recorded, &board, [this](TraceEvent seen) {
             seen.timeMs = time.ServerTime();
             board.Take(seen);

@@ -8,8 +8,7 @@
 
 #include "support/ScriptedLog.h"
 
-/// What `read`, a reader of log lines, makes of all that was written since the last call: each line that it knows,
-/// with its values.
+/// Applies the parser `read` to the log lines since the last call. Returns each recognised line with its values.
 template <class Said>
 std::vector<std::pair<decltype(Said::line), std::vector<std::string>>> ReadLines(
     CScriptedLog& log, std::optional<Said> (*read)(const QString& text)) {
@@ -27,7 +26,7 @@ std::vector<std::pair<decltype(Said::line), std::vector<std::string>>> ReadLines
     return lines;
 }
 
-/// A line that was read so.
+/// Matches a parsed line.
 template <class EnLine>
 auto ReadAs(EnLine line, std::vector<std::string> values = {}) {
     return ::testing::Pair(line, ::testing::ElementsAreArray(std::move(values)));

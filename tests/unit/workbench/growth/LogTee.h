@@ -4,7 +4,7 @@
 
 #include "framework/ILog.h"
 
-/// Writes on, and gives each line to somebody else as well.
+/// Forwards each line to a log and passes a copy to a second receiver.
 class CLogTee : public ILog {
 public:
     using Take = std::function<void(const LogRecord&)>;

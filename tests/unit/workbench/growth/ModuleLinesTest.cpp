@@ -1,4 +1,4 @@
-// What the client reads in the module's log, held against the lines that the module itself writes.
+// The client's parser of module log lines, compared with lines that the module itself writes.
 #include "workbench/rights/ModuleLines.h"
 
 #include "LinesRead.h"
