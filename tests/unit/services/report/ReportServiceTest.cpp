@@ -199,7 +199,7 @@ class LargestAnswerTest : public ReportServiceTest, public WithParamInterface<La
 TEST_P(LargestAnswerTest, IsTakenAndSentAloneInItsBatch) {
     Json::Value params;
     std::string text;
-    for (size_t bytes = 0; bytes + GetParam().bytesOfUnit <= size_t(HttpLimits().bodyBytes);
+    for (size_t bytes = 0; bytes + GetParam().bytesOfUnit <= size_t(HttpOptions().maxBodyBytes);
          bytes += GetParam().bytesOfUnit) {
         text += GetParam().unit;
     }
