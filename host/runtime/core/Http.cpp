@@ -9,7 +9,7 @@ namespace http {
 
 unsigned long StartRequest(const HttpReqInfo& request, Callback callback, QObject* guard, HttpWorkPool pool,
                            Progress upload, Progress download) {
-    const host::PortsInUse ports;
+    const host::PortsLock ports;
     if (!ports->http || !guard) {
         return 0;
     }

@@ -13,7 +13,7 @@ void ToMain(QPointer<QObject> context, std::function<void()> task, const char* n
 }
 
 void ToMainDelay(QPointer<QObject> context, int delayMs, std::function<void()> task, const char* /*name*/) {
-    const host::PortsInUse ports;
+    const host::PortsLock ports;
     if (ports->poster && task) {
         ports->poster->Post(std::move(context), std::chrono::milliseconds(std::max(delayMs, 0)), std::move(task));
     }

@@ -18,7 +18,7 @@ namespace core {
 namespace config_common {
 
 Json::Value GetJsonConfigByName(const std::string& name) {
-    const host::PortsInUse ports;
+    const host::PortsLock ports;
     return ports->commonConfig ? ports->commonConfig->ConfigByName(name) : Json::Value();
 }
 
@@ -26,12 +26,12 @@ Json::Value GetJsonConfigByName(const std::string& name) {
 namespace login_status_data {
 
 uint64_t Login_GetUserID() {
-    const host::PortsInUse ports;
+    const host::PortsLock ports;
     return ports->account ? ports->account->UserId() : 0;
 }
 
 uint64_t GetSessionId() {
-    const host::PortsInUse ports;
+    const host::PortsLock ports;
     return ports->account ? ports->account->SessionId() : 0;
 }
 
@@ -39,7 +39,7 @@ uint64_t GetSessionId() {
 namespace attr_market {
 
 std::vector<int> GetCurrentUserAttrMarket() {
-    const host::PortsInUse ports;
+    const host::PortsLock ports;
     return ports->account ? ports->account->AttributedMarkets() : std::vector<int>();
 }
 
@@ -47,18 +47,18 @@ std::vector<int> GetCurrentUserAttrMarket() {
 namespace environment {
 
 bool IsReleaseAppVersion() {
-    const host::PortsInUse ports;
+    const host::PortsLock ports;
     // With nobody to ask it is a release: what internal builds alone may do stays shut.
     return !ports->environment || ports->environment->IsReleaseAppVersion();
 }
 
 bool IsVelora() {
-    const host::PortsInUse ports;
+    const host::PortsLock ports;
     return ports->environment && ports->environment->IsVelora();
 }
 
 std::string GetDeviceId() {
-    const host::PortsInUse ports;
+    const host::PortsLock ports;
     return ports->environment ? ports->environment->DeviceId() : std::string();
 }
 
@@ -66,7 +66,7 @@ std::string GetDeviceId() {
 namespace lang {
 
 int GetLanguageID() {
-    const host::PortsInUse ports;
+    const host::PortsLock ports;
     return ports->language ? ports->language->LanguageId() : kLanguageEnglish;
 }
 
@@ -79,7 +79,7 @@ bool IsChinese() {
 namespace langx {
 
 QString tr(unsigned int textId, const std::string& fallback) {
-    const host::PortsInUse ports;
+    const host::PortsLock ports;
     const std::optional<QString> text = ports->language ? ports->language->Text(textId) : std::nullopt;
     return text ? *text : QString::fromStdString(fallback);
 }
@@ -88,7 +88,7 @@ QString tr(unsigned int textId, const std::string& fallback) {
 namespace time_date {
 
 int64_t GetSvrTimeMillis() {
-    const host::PortsInUse ports;
+    const host::PortsLock ports;
     return ports->clock ? ports->clock->ServerTimeMillis() : 0;
 }
 
@@ -101,7 +101,7 @@ int64_t GetSvrTimeStamp() {
 namespace random {
 
 uint32_t GetRandUInt32() {
-    const host::PortsInUse ports;
+    const host::PortsLock ports;
     return ports->random ? ports->random->Next() : 0;
 }
 

@@ -4,6 +4,6 @@
 #include "framework/Ports.h"
 
 bool core::uniform_resource_slot::IsAllowedToShowUniformResourceSlot(ZRUniformResourceSlotType type) {
-    const host::PortsInUse ports;
+    const host::PortsLock ports;
     return ports->resourceSlots && ports->resourceSlots->IsAllowed(type);
 }

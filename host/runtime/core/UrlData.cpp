@@ -7,7 +7,7 @@ namespace core {
 namespace url_data {
 
 std::string GetDomainUrl(const std::string& key, DomainBizType biz) {
-    const host::PortsInUse ports;
+    const host::PortsLock ports;
     return ports->domains ? ports->domains->DomainUrl(key, biz) : std::string();
 }
 

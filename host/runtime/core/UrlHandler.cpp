@@ -7,7 +7,7 @@ namespace urlhandler {
 
 bool DispatchUrl(const QString& url, BusinessType businessType, QObject* context, QVariant extra,
                  FallbackMode fallbackMode) {
-    const host::PortsInUse ports;
+    const host::PortsLock ports;
     return ports->urls && ports->urls->Open({url, businessType, context, std::move(extra), fallbackMode});
 }
 

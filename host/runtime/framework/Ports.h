@@ -59,20 +59,20 @@ ZRHOST_API bool OnMainThread();
 
 /// The installed ports for the length of one contract call. Costs nothing on the main thread; elsewhere
 /// it holds Uninstall off. For the contract's bodies, which stand in this library.
-class PortsInUse {
+class PortsLock {
 public:
-    PortsInUse() : m_bLocked(!t_bMainThread) {
+    PortsLock() : m_bLocked(!t_bMainThread) {
         if (m_bLocked) {
             Lock();
         }
     }
-    ~PortsInUse() {
+    ~PortsLock() {
         if (m_bLocked) {
             Unlock();
         }
     }
-    PortsInUse(const PortsInUse&) = delete;
-    PortsInUse& operator=(const PortsInUse&) = delete;
+    PortsLock(const PortsLock&) = delete;
+    PortsLock& operator=(const PortsLock&) = delete;
     const Ports* operator->() const { return &s_ports; }
 
 private:

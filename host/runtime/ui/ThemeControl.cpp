@@ -26,7 +26,7 @@ void ThemeControl::Set(Theme theme) {
     }
     manager->m_enTheme = theme;
     Q_EMIT manager->themeChanged(theme);
-    const PortsInUse ports;
+    const PortsLock ports;
     if (ports->bus) {
         ports->bus->Send("[Host]", core::kMsgThemeChanged, 0, nullptr);
     }
