@@ -77,7 +77,7 @@ void CMainThreadPoster::RunOne() {
         ArmTimer(now);
     }
     if (task && task->context) {
-        host::RunGuarded(kLog, "A posted task", task->run);
+        host::CallAndLogExceptions(kLog, "A posted task", task->run);
     }
 }
 

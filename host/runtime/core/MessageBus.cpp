@@ -29,7 +29,7 @@ void CMessageBus::Send(const char* location, unsigned int messageId, unsigned lo
         return;
     }
     m_subscribers.Deliver(messageId, [&](const core::MessageCallback& callback) {
-        host::RunGuarded(kLog, "A subscriber", [&] { callback(messageId, wParam, body); });
+        host::CallAndLogExceptions(kLog, "A subscriber", [&] { callback(messageId, wParam, body); });
     });
 }
 

@@ -34,7 +34,7 @@ private:
 
 /// Runs a callback that belongs to somebody else. What it throws is logged under `what` and goes no further.
 template <class Callback>
-void RunGuarded(const HostLog& log, const char* what, const Callback& callback) {
+void CallAndLogExceptions(const HostLog& log, const char* what, const Callback& callback) {
     try {
         callback();
     } catch (const std::exception& error) {

@@ -19,7 +19,7 @@ using LoadPluginModule = int (*)();
 template <class Call>
 void ForEachModule(const char* callback, const Call& call) {
     for (const auto& module : CPluginRegistry::Instance().Modules()) {
-        RunGuarded(kLog, callback, [&] { call(*module); });
+        CallAndLogExceptions(kLog, callback, [&] { call(*module); });
     }
 }
 

@@ -221,15 +221,17 @@ void CWebSocketChannel::OnReply(const channel::Frame& frame) {
     ArmDeadline();
     if (request.context && request.callback) {
         const CSProtoData data{frame.command(), frame.body()};
-        host::RunGuarded(kLog, "A reply's callback",
-                         [&] { request.callback(frame.session(), CSProtoError(frame.error()), data, nullptr); });
+        host::CallAndLogExceptions(kLog, "A reply's callback", [&] {
+            request.callback(frame.session(), CSProtoError(frame.error()), data, nullptr);
+        });
     }
 }
 
 void CWebSocketChannel::OnPush(const channel::Frame& frame) {
     const CSProtoData data{frame.command(), frame.body()};
     m_pushes.Deliver(static_cast<unsigned short>(frame.command()), [&](const CSCallback& callback) {
-        host::RunGuarded(kLog, "A push's callback", [&] { callback(0, CSProtoError(frame.error()), data, nullptr); });
+        host::CallAndLogExceptions(kLog, "A push's callback",
+                                   [&] { callback(0, CSProtoError(frame.error()), data, nullptr); });
     });
 }
 
@@ -259,7 +261,8 @@ void CWebSocketChannel::Fail(unsigned long session, CSProtoError error) {
     ArmDeadline();
     if (request.context && request.callback) {
         const CSProtoData data{request.command, std::string()};
-        host::RunGuarded(kLog, "A failed request's callback", [&] { request.callback(session, error, data, nullptr); });
+        host::CallAndLogExceptions(kLog, "A failed request's callback",
+                                   [&] { request.callback(session, error, data, nullptr); });
     }
 }
 

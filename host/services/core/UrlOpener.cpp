@@ -73,7 +73,7 @@ bool CUrlOpener::Open(const UrlRequest& request) {
     if (verdict.target != EnTarget::Refused) {
         const Handler& handler = verdict.target == EnTarget::Page ? m_fnPage : m_fnWeb;
         bool opened = false;
-        host::RunGuarded(kLog, "Opening a URL", [&] { opened = handler && handler(verdict.url); });
+        host::CallAndLogExceptions(kLog, "Opening a URL", [&] { opened = handler && handler(verdict.url); });
         if (!opened) {
             verdict = Refuse("nothing in the client opens it");
         }

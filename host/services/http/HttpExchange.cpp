@@ -92,7 +92,7 @@ void CHttpExchange::Tell(const core::network::http::Progress& progress, qint64 d
     }
     const auto tell = [guard = listeners.guard, progress, done, total] {
         if (guard) {
-            host::RunGuarded(kLog, "A progress callback", [&] { progress(double(done), double(total)); });
+            host::CallAndLogExceptions(kLog, "A progress callback", [&] { progress(double(done), double(total)); });
         }
     };
     QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);

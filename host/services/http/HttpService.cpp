@@ -51,7 +51,7 @@ void CHttpService::DeliverLater(const CHttpExchange::Listeners& listeners, unsig
                                 std::shared_ptr<HttpRspInfo> response) {
     m_poster.Post(this, std::chrono::milliseconds(0), [listeners, task, response = std::move(response)] {
         if (listeners.guard && listeners.answered) {
-            host::RunGuarded(kLog, "A request's callback", [&] { listeners.answered(task, *response); });
+            host::CallAndLogExceptions(kLog, "A request's callback", [&] { listeners.answered(task, *response); });
         }
     });
 }

@@ -171,7 +171,7 @@ void CPictureService::Decode(unsigned long id, const Body& body, const std::opti
           cancelled = job.cancelled](CPictureCache& cache) -> std::function<void()> {
         std::shared_ptr<const Picture> picture;
         std::string reason = "it is not wanted any more";
-        host::RunGuarded(kLog, "Decoding a picture", [&] {
+        host::CallAndLogExceptions(kLog, "Decoding a picture", [&] {
             const auto facts = *cancelled ? std::nullopt : picture_judge::Judge(*body, limits, reason);
             if (facts) {
                 reason = "it can't be decoded";
@@ -211,7 +211,7 @@ void CPictureService::Finish(unsigned long id, const std::shared_ptr<const Pictu
     if (job.guard) {
         job.end.durationMs = job.clock.elapsed();
         Q_EMIT Ended(job.end);
-        host::RunGuarded(kLog, "A picture's callback", [&] { job.done(picture); });
+        host::CallAndLogExceptions(kLog, "A picture's callback", [&] { job.done(picture); });
     }
 }
 

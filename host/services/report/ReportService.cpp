@@ -56,7 +56,7 @@ bool CReportService::TimerEnd(const ReportEvent& event) {
 
 bool CReportService::Take(const std::string& name, const ReportEvent& event, std::optional<int64_t> durationMs) {
     bool taken = false;
-    host::RunGuarded(kLog, "Reporting", [&] {
+    host::CallAndLogExceptions(kLog, "Reporting", [&] {
         const std::string id = NewId();
         const auto text = ReportText({id, name, event.code, event.params, event.broker, m_nUser, m_strDevice,
                                       m_clock.ServerTimeMillis(), durationMs});
