@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Client");
+constexpr host::CHostLog kLog("Client");
 
 QString InDataDir(const COptions& options, const char* name) {
     const QDir folder(options.dataDir);
@@ -152,7 +152,7 @@ CComposition::CComposition(const COptions& options)
     });
     connect(&m_session, &CLoginSession::LoggedOut, this, [this] {
         m_reports.SetUser(0);
-        host::ModuleLifecycle::Logout();
+        host::CModuleLifecycle::Logout();
         Q_EMIT UserChanged();
     });
     connect(&m_session, &CLoginSession::Refused, this, [this](qulonglong userId, const QString& reason) {
@@ -175,7 +175,7 @@ CComposition::~CComposition() {
 void CComposition::Start() {
     OfferHostModules();
     MapModules();
-    host::ModuleLifecycle::Init();
+    host::CModuleLifecycle::Init();
     Q_EMIT ModulesReady();
     if (m_options.server.isEmpty()) {
         m_server.Start();
@@ -213,12 +213,12 @@ void CComposition::End() {
         return;
     }
     m_bEnded = true;
-    host::ModuleLifecycle::Event(kZRPluginEventBeforeQuit, nullptr);
+    host::CModuleLifecycle::Event(kZRPluginEventBeforeQuit, nullptr);
     m_session.Logout();
     Drain();
-    host::ModuleLifecycle::UnInit();
+    host::CModuleLifecycle::UnInit();
     Drain();
-    host::ModuleLifecycle::Close();
+    host::CModuleLifecycle::Close();
     m_channel.Close();
     m_server.Stop();
     kLog.Info(FMT_STRING("The client ends"));
@@ -266,7 +266,7 @@ void CComposition::OnHostFrame(const channel::Frame& frame) {
 // The modules hear of the login first, and then that its channel stands.
 void CComposition::OnLoggedIn() {
     m_reports.SetUser(m_session.UserId());
-    host::ModuleLifecycle::Login();
+    host::CModuleLifecycle::Login();
     m_observedBus.Send("[Client]", core::kMsgLoginChannelConnected, 0, nullptr);
     ShowStatus(Words(texts::kConnected), true);
     Q_EMIT UserChanged();

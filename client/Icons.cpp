@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Icons");
+constexpr host::CHostLog kLog("Icons");
 
 QByteArray Drawing(const char* name) {
     QFile file(QStringLiteral(":/icons/%1.svg").arg(QString::fromLatin1(name)));

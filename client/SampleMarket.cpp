@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Sample");
+constexpr host::CHostLog kLog("Sample");
 
 // The library throws on a member of another type: the reading below is straight, and guarded once.
 QString Text(const Json::Value& value, const char* key) {

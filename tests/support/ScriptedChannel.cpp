@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Channel");
+constexpr host::CHostLog kLog("Channel");
 
 }  // namespace
 

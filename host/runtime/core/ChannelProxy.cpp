@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Channel");
+constexpr host::CHostLog kLog("Channel");
 
 bool IsKnown(CSChannelType channel) {
     if (channel == kCSChannelMain) {

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Poster");
+constexpr host::CHostLog kLog("Poster");
 
 QEvent::Type WakeEvent() {
     static const int type = QEvent::registerEventType();

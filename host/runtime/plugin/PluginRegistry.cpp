@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Plugin");
+constexpr host::CHostLog kLog("Plugin");
 
 }  // namespace
 

@@ -8,11 +8,11 @@
 namespace host {
 namespace {
 
-constexpr HostLog kLog("Theme");
+constexpr CHostLog kLog("Theme");
 
 }  // namespace
 
-void ThemeControl::Set(Theme theme) {
+void CThemeControl::Set(Theme theme) {
     if (HasEnded()) {
         return;
     }

@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Channel");
+constexpr host::CHostLog kLog("Channel");
 
 int64_t Now() {
     return CMainThreadPoster::SteadyMillis();

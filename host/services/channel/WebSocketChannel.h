@@ -101,5 +101,5 @@ private:
     QTimer m_deadlineTimer;
     unsigned long m_nLastSession = 0;
     std::map<unsigned long, Request> m_requests;  // in order of session, and so of deadline
-    SubscriberTable<unsigned short, CSCallback> m_pushes;
+    CSubscriberTable<unsigned short, CSCallback> m_pushes;
 };

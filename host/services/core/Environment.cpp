@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Environment");
+constexpr host::CHostLog kLog("Environment");
 constexpr const char* kDeviceIdKey = "Host_DeviceId";
 
 }  // namespace

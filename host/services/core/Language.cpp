@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Language");
+constexpr host::CHostLog kLog("Language");
 
 QString PackName(int languageId) {
     switch (languageId) {

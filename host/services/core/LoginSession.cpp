@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Login");
+constexpr host::CHostLog kLog("Login");
 
 }  // namespace
 

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Url");
+constexpr host::CHostLog kLog("Url");
 constexpr int kMaxLoggedLength = 200;
 
 using Verdict = CUrlOpener::Verdict;

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Http");
+constexpr host::CHostLog kLog("Http");
 
 // What the socket may hold for us; it leaves the rest with the server. Also what one turn of the loop takes.
 constexpr int kBufferBytes = 64 << 10;

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Http");
+constexpr host::CHostLog kLog("Http");
 constexpr int kMaxLoggedLength = 200;
 
 }  // namespace

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Picture");
+constexpr host::CHostLog kLog("Picture");
 constexpr int kMaxLoggedLength = 200;
 constexpr qint64 kMostAskedPixels = 16'000'000;
 constexpr int kStatusOk = 200;

@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Report");
+constexpr host::CHostLog kLog("Report");
 
 // The slowest line that a large event is given time for.
 constexpr size_t kLeastBytesPerSecond = 256 << 10;

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Report");
+constexpr host::CHostLog kLog("Report");
 
 // The server would never take it, and it would be sent for ever.
 bool IsNameless(const std::string& name) {

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Store");
+constexpr host::CHostLog kLog("Store");
 
 // Before each page of the log stands a header.
 constexpr qint64 kFrameHeaderBytes = 24;

@@ -10,7 +10,7 @@ namespace {
 
 class HostLogTest : public ScriptedHostTest {
 protected:
-    host::HostLog hostLog{"Area"};
+    host::CHostLog hostLog{"Area"};
 };
 
 TEST_F(HostLogTest, ALineNamesTheAreaAsItsModule) {
