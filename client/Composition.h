@@ -11,13 +11,13 @@
 #include "core/CommonConfig.h"
 #include "core/Domains.h"
 #include "core/Environment.h"
+#include "core/InterruptionSlots.h"
 #include "core/Language.h"
 #include "core/LoginSession.h"
 #include "core/MainThreadPoster.h"
 #include "core/MessageBus.h"
 #include "core/Random.h"
 #include "core/ServerClock.h"
-#include "core/Slots.h"
 #include "core/UrlOpener.h"
 #include "http/HttpService.h"
 #include "log/FileLog.h"
@@ -78,7 +78,7 @@ public:
     IMessageBus& Bus() { return m_observedBus; }
     CObservation& Observation() { return m_observation; }
     CUrlOpener& Urls() { return m_urls; }
-    CSlots& Slots() { return m_slots; }
+    CInterruptionSlots& Slots() { return m_slots; }
     uint64_t SessionId() const { return m_session.SessionId(); }
     std::vector<int> Markets() const { return m_session.AttributedMarkets(); }
     std::string DeviceId() const { return m_environment.DeviceId(); }
@@ -142,7 +142,7 @@ private:
     CObservedHttp m_observedHttp;
     CPictureService m_pictures;
     CObservedPictures m_observedPictures{m_pictures, m_observation};
-    CSlots m_slots;
+    CInterruptionSlots m_slots;
     CReportService m_reports;
     CObservedReports m_observedReports;
     const std::shared_ptr<CMainFrameModuleFactory> m_pMainFrame = std::make_shared<CMainFrameModuleFactory>();

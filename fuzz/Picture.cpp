@@ -8,18 +8,18 @@
 #include <string>
 
 #include "FuzzTarget.h"
-#include "picture/PictureJudge.h"
+#include "picture/ImageValidator.h"
 
 namespace {
 
 struct Verdict {
-    std::optional<PictureFacts> facts;
+    std::optional<ImageInfo> facts;
     std::string reason;
 };
 
-Verdict Judge(const std::string& bytes, const PictureLimits& limits = {}) {
+Verdict Judge(const std::string& bytes, const ImageLimits& limits = {}) {
     Verdict verdict;
-    verdict.facts = picture_judge::Judge(bytes, limits, verdict.reason);
+    verdict.facts = image_validator::Validate(bytes, limits, verdict.reason);
     return verdict;
 }
 
@@ -27,23 +27,23 @@ qint64 PixelsOf(const QSize& size) {
     return qint64(size.width()) * size.height();
 }
 
-const char* NameOf(EnPictureFormat format) {
+const char* NameOf(EnImageFormat format) {
     switch (format) {
-        case EnPictureFormat::kPng:
+        case EnImageFormat::kPng:
             return "png";
-        case EnPictureFormat::kJpeg:
+        case EnImageFormat::kJpeg:
             return "jpeg";
-        case EnPictureFormat::kGif:
+        case EnImageFormat::kGif:
             return "gif";
-        case EnPictureFormat::kSvg:
+        case EnImageFormat::kSvg:
             return "svg";
     }
     return "";
 }
 
-void CheckTaken(const std::string& bytes, const PictureFacts& facts) {
-    const PictureLimits limits;
-    if (facts.format == EnPictureFormat::kSvg) {
+void CheckTaken(const std::string& bytes, const ImageInfo& facts) {
+    const ImageLimits limits;
+    if (facts.format == EnImageFormat::kSvg) {
         EXPECT_EQ(bytes.find("<!DOCTYPE"), std::string::npos);
         return;
     }
@@ -60,13 +60,13 @@ void CheckTaken(const std::string& bytes, const PictureFacts& facts) {
 }
 
 /// Limits that are as narrow as the picture take it, and narrower ones do not.
-void CheckLimits(const std::string& bytes, const PictureFacts& facts) {
-    PictureLimits limits;
+void CheckLimits(const std::string& bytes, const ImageInfo& facts) {
+    ImageLimits limits;
     limits.bytes = int(bytes.size());
     EXPECT_TRUE(Judge(bytes, limits).facts);
     limits.bytes = int(bytes.size()) - 1;
     EXPECT_FALSE(Judge(bytes, limits).facts);
-    if (facts.format == EnPictureFormat::kSvg) {
+    if (facts.format == EnImageFormat::kSvg) {
         return;
     }
     limits = {};
@@ -91,7 +91,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     }
     CheckTaken(bytes, *verdict.facts);
     CheckLimits(bytes, *verdict.facts);
-    if (verdict.facts->format != EnPictureFormat::kSvg) {
+    if (verdict.facts->format != EnImageFormat::kSvg) {
         // What comes behind the end concerns nobody.
         const Verdict longer = Judge(bytes + "more");
         EXPECT_TRUE(longer.facts && longer.facts->size == verdict.facts->size &&

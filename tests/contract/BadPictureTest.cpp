@@ -57,9 +57,9 @@ TEST_F(BadPictureTest, MoreThanTwentyMebibytesAreCutAsSoonAsTheyAreAnnouncedOrCo
 }
 
 TEST_F(BadPictureTest, AServerThatTakesTooLongIsGivenUp) {
-    EXPECT_EQ(CPictureService::Options().limitMillis, 10'000);
+    EXPECT_EQ(CPictureService::Options().timeoutMs, 10'000);
     CPictureService::Options options;
-    options.limitMillis = 200;
+    options.timeoutMs = 200;
     Restart(options);
     Result result;
     Load(Url("/a"), result, &guard);

@@ -59,7 +59,7 @@ private:
             return "https://ads.test";
         }
     };
-    struct CSlots : ISlots {
+    struct CInterruptionSlots : ISlots {
         bool IsAllowed(ZRUniformResourceSlotType) const override { return true; }
     };
     /// Every picture is the one in memory, which comes a turn of the loop later.
@@ -82,7 +82,7 @@ private:
     CHttp m_http;
     CStore m_store;
     CDomains m_domains;
-    CSlots m_slots;
+    CInterruptionSlots m_slots;
     CPictures m_pictures{m_poster};
     CNumbers m_numbers;
 };

@@ -16,7 +16,7 @@ using Verdict = CUrlOpener::Verdict;
 using EnTarget = CUrlOpener::EnTarget;
 
 Verdict Refuse(const char* reason) {
-    return {EnTarget::Refused, QUrl(), QString::fromLatin1(reason)};
+    return {EnTarget::kRefused, QUrl(), QString::fromLatin1(reason)};
 }
 
 // A space or a control character is taken off or encoded by one reader and not by the next: what was looked
@@ -60,18 +60,18 @@ Verdict CUrlOpener::Judge(const QString& text, bool internal) {
         return Refuse("it names no host");
     }
     if (scheme == QLatin1String("zrclient")) {
-        return {EnTarget::Page, url, QString()};
+        return {EnTarget::kPage, url, QString()};
     }
     if (scheme == QLatin1String("http") && !(internal && IsLoopback(url.host()))) {
         return Refuse("plain http is for this machine alone, and for internal builds");
     }
-    return {EnTarget::Web, url, QString()};
+    return {EnTarget::kWeb, url, QString()};
 }
 
 bool CUrlOpener::Open(const UrlRequest& request) {
     Verdict verdict = Judge(request.url, !m_environment.IsReleaseAppVersion());
-    if (verdict.target != EnTarget::Refused) {
-        const Handler& handler = verdict.target == EnTarget::Page ? m_fnPage : m_fnWeb;
+    if (verdict.target != EnTarget::kRefused) {
+        const Handler& handler = verdict.target == EnTarget::kPage ? m_fnPage : m_fnWeb;
         bool opened = false;
         host::CallAndLogExceptions(kLog, "Opening a URL", [&] { opened = handler && handler(verdict.url); });
         if (!opened) {

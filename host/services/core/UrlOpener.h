@@ -14,10 +14,10 @@ class CUrlOpener : public QObject, public IUrlOpener {
     Q_OBJECT
 
 public:
-    enum class EnTarget { Refused, Page, Web };
+    enum class EnTarget { kRefused, kPage, kWeb };
 
     struct Verdict {
-        EnTarget target = EnTarget::Refused;
+        EnTarget target = EnTarget::kRefused;
         QUrl url;
         QString reason;  // of a refusal
     };

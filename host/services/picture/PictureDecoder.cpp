@@ -38,27 +38,27 @@ QImage Covering(QImage image, const QSize& size) {
     return part.size() == size ? part.copy() : part.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
-const char* NameOf(EnPictureFormat format) {
+const char* NameOf(EnImageFormat format) {
     switch (format) {
-        case EnPictureFormat::kPng:
+        case EnImageFormat::kPng:
             return "png";
-        case EnPictureFormat::kJpeg:
+        case EnImageFormat::kJpeg:
             return "jpeg";
-        case EnPictureFormat::kGif:
+        case EnImageFormat::kGif:
             return "gif";
-        case EnPictureFormat::kSvg:
+        case EnImageFormat::kSvg:
             return "svg";
     }
     return "";
 }
 
-int FrameCount(const PictureFacts& facts, const QSize& size, bool moving) {
+int FrameCount(const ImageInfo& facts, const QSize& size, bool moving) {
     const bool fits =
         facts.frames * Area(size) <= kMostKeptPixels && facts.frames * Area(facts.size) <= kMostDecodedPixels;
     return moving && fits ? facts.frames : 1;
 }
 
-void DecodePixels(QByteArray bytes, const PictureFacts& facts, const QSize& size, bool moving,
+void DecodePixels(QByteArray bytes, const ImageInfo& facts, const QSize& size, bool moving,
                   const std::atomic<bool>& cancelled, Picture& picture) {
     QBuffer buffer(&bytes);
     QImageReader reader(&buffer, NameOf(facts.format));
@@ -98,12 +98,12 @@ void DecodeDrawing(const QByteArray& bytes, const QSize& size, Picture& picture)
 
 }  // namespace
 
-std::shared_ptr<const Picture> picture_decoder::Decode(const std::string& bytes, const PictureFacts& facts,
+std::shared_ptr<const Picture> picture_decoder::Decode(const std::string& bytes, const ImageInfo& facts,
                                                        const QSize& size, bool moving,
                                                        const std::atomic<bool>& cancelled) {
     auto picture = std::make_shared<Picture>();
     const auto raw = QByteArray::fromRawData(bytes.data(), int(bytes.size()));
-    if (facts.format == EnPictureFormat::kSvg) {
+    if (facts.format == EnImageFormat::kSvg) {
         DecodeDrawing(raw, size, *picture);
     } else {
         DecodePixels(raw, facts, size, moving, cancelled, *picture);

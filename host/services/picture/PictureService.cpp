@@ -28,7 +28,7 @@ QSize Sensible(QSize size) {
     return size;
 }
 
-HttpLimits Http(const PictureLimits& limits) {
+HttpLimits Http(const ImageLimits& limits) {
     HttpLimits http;
     http.bodyBytes = limits.bytes;
     return http;
@@ -93,7 +93,7 @@ void CPictureService::Work(Task task) {
 }
 
 void CPictureService::StartNext() {
-    while (m_nRunning < m_options.mostFetches && !m_waiting.empty()) {
+    while (m_nRunning < m_options.maxFetches && !m_waiting.empty()) {
         const unsigned long id = m_waiting.front();
         m_waiting.pop_front();
         ++m_nRunning;
@@ -127,7 +127,7 @@ void CPictureService::Fetch(unsigned long id, const Body& kept, const std::strin
     if (!tag.empty()) {
         job.message.headers["if-none-match"] = QByteArray::fromStdString(tag);
     }
-    job.exchange = std::make_unique<CHttpExchange>(job.message, m_options.limitMillis, Http(m_options.limits));
+    job.exchange = std::make_unique<CHttpExchange>(job.message, m_options.timeoutMs, Http(m_options.limits));
     connect(job.exchange.get(), &CHttpExchange::Ended, this,
             [this, id, kept](const std::shared_ptr<HttpRspInfo>& response) { OnAnswer(id, response, kept); });
     job.exchange->Begin();
@@ -172,7 +172,7 @@ void CPictureService::Decode(unsigned long id, const Body& body, const std::opti
         std::shared_ptr<const Picture> picture;
         std::string reason = "it is not wanted any more";
         host::CallAndLogExceptions(kLog, "Decoding a picture", [&] {
-            const auto facts = *cancelled ? std::nullopt : picture_judge::Judge(*body, limits, reason);
+            const auto facts = *cancelled ? std::nullopt : image_validator::Validate(*body, limits, reason);
             if (facts) {
                 reason = "it can't be decoded";
                 picture = picture_decoder::Decode(*body, *facts, size, moving, *cancelled);

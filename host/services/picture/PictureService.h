@@ -10,8 +10,8 @@
 #include <memory>
 
 #include "http/HttpExchange.h"
+#include "picture/ImageValidator.h"
 #include "picture/PictureCache.h"
-#include "picture/PictureJudge.h"
 #include "ui/IPictures.h"
 
 class IEnvironment;
@@ -37,9 +37,9 @@ class CPictureService : public QObject, public IPictures {
 
 public:
     struct Options {
-        PictureLimits limits;
-        int limitMillis = 10'000;  // from the first byte of a fetch to its last
-        int mostFetches = 4;
+        ImageLimits limits;
+        int timeoutMs = 10'000;  // from the first byte of a fetch to its last
+        int maxFetches = 4;
     };
 
     CPictureService(const IEnvironment& environment, const QString& cacheFolder);

@@ -14,7 +14,7 @@ namespace {
 std::shared_ptr<const Picture> Decode(const std::string& bytes, const QSize& size, bool moving = true,
                                       bool cancelled = false) {
     std::string reason;
-    const auto facts = picture_judge::Judge(bytes, {}, reason);
+    const auto facts = image_validator::Validate(bytes, {}, reason);
     EXPECT_TRUE(facts) << reason;
     const std::atomic<bool> stopped = cancelled;
     return facts ? picture_decoder::Decode(bytes, *facts, size, moving, stopped) : nullptr;
@@ -84,7 +84,7 @@ TEST(PictureDecoderTest, StandsStillWhereItIsNotToMove) {
 }
 
 TEST(PictureDecoderTest, AsManyFramesAsAreAllowedMoveInABannerOnASharpScreen) {
-    EXPECT_THAT(Decode(Gif(PictureLimits().frames), QSize(1324, 220))->frames, SizeIs(300));
+    EXPECT_THAT(Decode(Gif(ImageLimits().frames), QSize(1324, 220))->frames, SizeIs(300));
 }
 
 TEST(PictureDecoderTest, StandsStillWhereAllFramesWouldTakeTooMuch) {

@@ -1,8 +1,8 @@
-#include "picture/PictureJudge.h"
+#include "picture/ImageValidator.h"
 
 #include <algorithm>
 
-#include "picture/SvgJudge.h"
+#include "picture/SvgValidator.h"
 
 namespace {
 
@@ -57,7 +57,7 @@ bool BeginsWith(const std::string& bytes, const char* text, size_t length) {
 }
 
 /// From the head to the end of the last part; the parts' content is the decoder's affair.
-bool ReadPng(CReader& reader, PictureFacts& facts) {
+bool ReadPng(CReader& reader, ImageInfo& facts) {
     reader.Skip(8);
     bool hasPixels = false;
     for (bool first = true; !reader.Cut(); first = false) {
@@ -118,7 +118,7 @@ bool IsFrameHead(int code) {
     return code >= 0xC0 && code <= 0xCF && code != 0xC4 && code != 0xC8 && code != 0xCC;
 }
 
-bool ReadJpeg(CReader& reader, PictureFacts& facts) {
+bool ReadJpeg(CReader& reader, ImageInfo& facts) {
     reader.Skip(2);
     int scans = 0;
     int code = NextMarker(reader);
@@ -162,7 +162,7 @@ void SkipGifColors(CReader& reader, int flags) {
 }
 
 /// Stops where there are more frames than the limit, however many follow.
-bool ReadGif(CReader& reader, PictureFacts& facts, int mostFrames) {
+bool ReadGif(CReader& reader, ImageInfo& facts, int mostFrames) {
     reader.Skip(6);
     const int width = reader.Little16();
     facts.size = QSize(width, reader.Little16());
@@ -193,41 +193,41 @@ bool ReadGif(CReader& reader, PictureFacts& facts, int mostFrames) {
     return false;
 }
 
-bool Read(const std::string& bytes, const PictureLimits& limits, PictureFacts& facts, std::string& reason) {
+bool Read(const std::string& bytes, const ImageLimits& limits, ImageInfo& facts, std::string& reason) {
     CReader reader(bytes);
     switch (facts.format) {
-        case EnPictureFormat::kPng:
+        case EnImageFormat::kPng:
             return ReadPng(reader, facts);
-        case EnPictureFormat::kJpeg:
+        case EnImageFormat::kJpeg:
             return ReadJpeg(reader, facts);
-        case EnPictureFormat::kGif:
+        case EnImageFormat::kGif:
             return ReadGif(reader, facts, limits.frames);
-        case EnPictureFormat::kSvg:
-            return svg_judge::IsHarmless(bytes, reason);
+        case EnImageFormat::kSvg:
+            return svg_validator::IsHarmless(bytes, reason);
     }
     return false;
 }
 
-std::optional<EnPictureFormat> FormatOf(const std::string& bytes) {
+std::optional<EnImageFormat> FormatOf(const std::string& bytes) {
     if (BeginsWith(bytes, "\x89PNG\r\n\x1A\n", 8)) {
-        return EnPictureFormat::kPng;
+        return EnImageFormat::kPng;
     }
     if (BeginsWith(bytes, "\xFF\xD8\xFF", 3)) {
-        return EnPictureFormat::kJpeg;
+        return EnImageFormat::kJpeg;
     }
     if (BeginsWith(bytes, "GIF87a", 6) || BeginsWith(bytes, "GIF89a", 6)) {
-        return EnPictureFormat::kGif;
+        return EnImageFormat::kGif;
     }
-    if (svg_judge::LooksLikeSvg(bytes)) {
-        return EnPictureFormat::kSvg;
+    if (svg_validator::LooksLikeSvg(bytes)) {
+        return EnImageFormat::kSvg;
     }
     return std::nullopt;
 }
 
 }  // namespace
 
-std::optional<PictureFacts> picture_judge::Judge(const std::string& bytes, const PictureLimits& limits,
-                                                 std::string& reason) {
+std::optional<ImageInfo> image_validator::Validate(const std::string& bytes, const ImageLimits& limits,
+                                                   std::string& reason) {
     if (bytes.size() > size_t(limits.bytes)) {
         reason = "it is too large";
         return std::nullopt;
@@ -237,13 +237,13 @@ std::optional<PictureFacts> picture_judge::Judge(const std::string& bytes, const
         reason = "it is no picture";
         return std::nullopt;
     }
-    PictureFacts facts;
+    ImageInfo facts;
     facts.format = *format;
     reason = kNotWhole;
     if (!Read(bytes, limits, facts, reason)) {
         return std::nullopt;
     }
-    if (facts.format == EnPictureFormat::kSvg) {
+    if (facts.format == EnImageFormat::kSvg) {
         return facts;
     }
     if (facts.size.isEmpty()) {

@@ -1,4 +1,4 @@
-#include "picture/PictureJudge.h"
+#include "picture/ImageValidator.h"
 
 #include <gmock/gmock.h>
 
@@ -11,28 +11,28 @@ using namespace picture_bytes;
 
 namespace {
 
-std::optional<PictureFacts> Judge(const std::string& bytes, const PictureLimits& limits = {}) {
+std::optional<ImageInfo> Judge(const std::string& bytes, const ImageLimits& limits = {}) {
     std::string reason;
-    return picture_judge::Judge(bytes, limits, reason);
+    return image_validator::Validate(bytes, limits, reason);
 }
 
-std::string Refusal(const std::string& bytes, const PictureLimits& limits = {}) {
+std::string Refusal(const std::string& bytes, const ImageLimits& limits = {}) {
     std::string reason;
-    return picture_judge::Judge(bytes, limits, reason) ? "taken" : reason;
+    return image_validator::Validate(bytes, limits, reason) ? "taken" : reason;
 }
 
-TEST(PictureJudgeTest, KnowsAPictureByItsContentAndReadsItsSize) {
-    EXPECT_EQ(Judge(Png())->format, EnPictureFormat::kPng);
+TEST(ImageValidatorTest, KnowsAPictureByItsContentAndReadsItsSize) {
+    EXPECT_EQ(Judge(Png())->format, EnImageFormat::kPng);
     EXPECT_EQ(Judge(Png())->size, QSize(40, 20));
-    EXPECT_EQ(Judge(Jpeg())->format, EnPictureFormat::kJpeg);
+    EXPECT_EQ(Judge(Jpeg())->format, EnImageFormat::kJpeg);
     EXPECT_EQ(Judge(Jpeg())->size, QSize(40, 20));
-    EXPECT_EQ(Judge(Gif(3))->format, EnPictureFormat::kGif);
+    EXPECT_EQ(Judge(Gif(3))->format, EnImageFormat::kGif);
     EXPECT_EQ(Judge(Gif(3))->frames, 3);
     EXPECT_EQ(Judge(Gif(3))->size, QSize(1, 1));
-    EXPECT_EQ(Judge(GoodSvg())->format, EnPictureFormat::kSvg);
+    EXPECT_EQ(Judge(GoodSvg())->format, EnImageFormat::kSvg);
 }
 
-TEST(PictureJudgeTest, FortyMegapixelsAreTheMost) {
+TEST(ImageValidatorTest, FortyMegapixelsAreTheMost) {
     EXPECT_TRUE(Judge(PngThatSays(40'000'000, 1)));
     EXPECT_EQ(Refusal(PngThatSays(40'000'001, 1)), "it has too many pixels");
     EXPECT_TRUE(Judge(PngThatSays(8000, 5000)));
@@ -42,7 +42,7 @@ TEST(PictureJudgeTest, FortyMegapixelsAreTheMost) {
     EXPECT_EQ(Refusal(PngThatSays(0, 10)), "it is cut or garbled");
 }
 
-TEST(PictureJudgeTest, ThreeHundredFramesAreTheMost) {
+TEST(ImageValidatorTest, ThreeHundredFramesAreTheMost) {
     EXPECT_EQ(Judge(Gif(300))->frames, 300);
     EXPECT_EQ(Refusal(Gif(301)), "it has too many frames");
     // Without an end: it is not read further than the limit.
@@ -53,14 +53,14 @@ TEST(PictureJudgeTest, ThreeHundredFramesAreTheMost) {
     EXPECT_EQ(Refusal(endless), "it has too many frames");
 }
 
-TEST(PictureJudgeTest, AFrameMayNotReachBeyondThePixelsEither) {
+TEST(ImageValidatorTest, AFrameMayNotReachBeyondThePixelsEither) {
     EXPECT_EQ(Refusal(GifHead() + GifFrame(0, 1, QSize(60'000, 60'000)) + ";"), "it has too many pixels");
     EXPECT_EQ(Refusal(GifHead(QSize(65'535, 65'535)) + GifFrame(0, 1) + ";"), "it has too many pixels");
 }
 
-TEST(PictureJudgeTest, TwentyMebibytesAreTheMost) {
+TEST(ImageValidatorTest, TwentyMebibytesAreTheMost) {
     const std::string png = Png();
-    PictureLimits limits;
+    ImageLimits limits;
     EXPECT_EQ(limits.bytes, 20 * 1024 * 1024);
     limits.bytes = int(png.size());
     EXPECT_TRUE(Judge(png, limits));
@@ -68,7 +68,7 @@ TEST(PictureJudgeTest, TwentyMebibytesAreTheMost) {
     EXPECT_EQ(Refusal(png, limits), "it is too large");
 }
 
-TEST(PictureJudgeTest, WhatIsCutAnywhereIsRefused) {
+TEST(ImageValidatorTest, WhatIsCutAnywhereIsRefused) {
     for (const std::string& whole : {Png(), Jpeg(), Gif(2), GoodSvg()}) {
         for (size_t length = 0; length < whole.size(); ++length) {
             ASSERT_FALSE(Judge(whole.substr(0, length))) << whole.substr(0, 6) << " " << length;
@@ -76,13 +76,13 @@ TEST(PictureJudgeTest, WhatIsCutAnywhereIsRefused) {
     }
 }
 
-TEST(PictureJudgeTest, WhatComesBehindTheEndConcernsNobody) {
+TEST(ImageValidatorTest, WhatComesBehindTheEndConcernsNobody) {
     for (const std::string& whole : {Png(), Jpeg(), Gif(2)}) {
         EXPECT_TRUE(Judge(whole + "more")) << whole.substr(0, 6);
     }
 }
 
-TEST(PictureJudgeTest, WhatIsNoPictureIsRefused) {
+TEST(ImageValidatorTest, WhatIsNoPictureIsRefused) {
     for (const std::string& bytes : {std::string(), std::string("x"), std::string("BM......"),
                                      std::string("RIFF....WEBP"), std::string("%PDF-1.7"), std::string(1000, '\0')}) {
         EXPECT_EQ(Refusal(bytes), "it is no picture");
@@ -90,7 +90,7 @@ TEST(PictureJudgeTest, WhatIsNoPictureIsRefused) {
     EXPECT_EQ(Refusal("<html><body/></html>"), "it is no picture");
 }
 
-TEST(PictureJudgeTest, PartsInAWrongOrderAreRefused) {
+TEST(ImageValidatorTest, PartsInAWrongOrderAreRefused) {
     const std::string png = PngThatSays(2, 2);
     const size_t head = 8 + 12 + 13;
     EXPECT_FALSE(Judge(png.substr(0, head) + png.substr(8, head - 8) + png.substr(head))) << "a second head";
@@ -102,7 +102,7 @@ TEST(PictureJudgeTest, PartsInAWrongOrderAreRefused) {
     EXPECT_FALSE(Judge(GifHead() + ";")) << "no frame";
 }
 
-TEST(PictureJudgeTest, APictureOfVeryManyScansIsRefused) {
+TEST(ImageValidatorTest, APictureOfVeryManyScansIsRefused) {
     const std::string jpeg = Jpeg();
     const size_t scan = jpeg.find("\xFF\xDA");
     const size_t end = jpeg.size() - 2;
@@ -117,7 +117,7 @@ TEST(PictureJudgeTest, APictureOfVeryManyScansIsRefused) {
     EXPECT_FALSE(Judge(repeated(65)));
 }
 
-TEST(PictureJudgeTest, GarbledBytesAreRefusedOrTakenAndNeverMore) {
+TEST(ImageValidatorTest, GarbledBytesAreRefusedOrTakenAndNeverMore) {
     std::mt19937 random(7);
     for (const std::string& whole : {Png(), Jpeg(), Gif(5), GoodSvg()}) {
         for (int round = 0; round < 2000; ++round) {
@@ -126,7 +126,7 @@ TEST(PictureJudgeTest, GarbledBytesAreRefusedOrTakenAndNeverMore) {
                 bytes[random() % bytes.size()] = char(random());
             }
             const auto facts = Judge(bytes);
-            if (facts && facts->format != EnPictureFormat::kSvg) {
+            if (facts && facts->format != EnImageFormat::kSvg) {
                 ASSERT_GT(facts->size.width() * qint64(facts->size.height()), 0);
                 ASSERT_LE(facts->size.width() * qint64(facts->size.height()), 40'000'000);
             }

@@ -5,7 +5,7 @@
 #include "core/ISlots.h"
 
 /// Which interruptions the user may be shown: all, but for the kinds that were forbidden. Main thread.
-class CSlots : public ISlots {
+class CInterruptionSlots : public ISlots {
 public:
     void Allow(ZRUniformResourceSlotType type, bool allowed);
 
