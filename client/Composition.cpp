@@ -90,15 +90,16 @@ CComposition::CComposition(const COptions& options)
       m_environment(m_observedStore, {options.release, options.velora}),
       m_language(options.language),
       m_commonConfig(m_observedStore),
-      m_channel(m_poster, m_random),
+      m_channel(m_poster, m_timeAndRandom),
       m_observedChannel(m_channel, m_observation),
       m_session(m_channel),
-      m_urls(m_environment),
-      m_http(m_poster, m_environment),
+      m_state({m_session, m_environment, m_language, m_commonConfig, m_domains, m_interruptionSlots}),
+      m_urls(m_state),
+      m_http(m_poster, m_state),
       m_observedHttp(m_http, m_observation),
-      m_pictures(m_environment, InDataDir(options, "pictures")),
+      m_pictures(m_state, InDataDir(options, "pictures")),
       m_reports(InDataDir(options, "reports.sqlite"),
-                {m_http, m_domains, m_clock, m_random, m_poster, m_environment.DeviceId()}),
+                {m_http, m_state, m_timeAndRandom, m_poster, m_environment.DeviceId()}),
       m_observedReports(m_reports, m_observation),
       m_server(options.serverBinary, options.scenario) {
     host::Ports ports;
@@ -107,17 +108,11 @@ CComposition::CComposition(const COptions& options)
     ports.bus = &m_observedBus;
     ports.channel = &m_observedChannel;
     ports.store = &m_observedStore;
-    ports.commonConfig = &m_commonConfig;
-    ports.account = &m_session;
-    ports.environment = &m_environment;
-    ports.language = &m_language;
-    ports.clock = &m_clock;
-    ports.random = &m_random;
+    ports.state = &m_state;
+    ports.timeAndRandom = &m_timeAndRandom;
     ports.urls = &m_urls;
     ports.http = &m_observedHttp;
     ports.reports = &m_observedReports;
-    ports.domains = &m_domains;
-    ports.resourceSlots = &m_slots;
     ports.pictures = &m_pictures;
     host::Install(ports);
     m_theme.Begin(options.theme);
@@ -252,13 +247,13 @@ void CComposition::OnServerState(const ServerState& state) {
 
 void CComposition::OnHostFrame(const channel::Frame& frame) {
     if (frame.has_server_time_ms()) {
-        m_clock.SetServerTimeMillis(frame.server_time_ms());
+        m_timeAndRandom.SetServerTimeMs(frame.server_time_ms());
     }
     if (frame.kind() == channel::Frame::CONFIG) {
         m_commonConfig.Receive(frame.body());
     }
     if (frame.kind() == channel::Frame::LOGIN_ANSWER) {
-        m_clock.SetServerTimeMillis(frame.login_answer().server_time_ms());
+        m_timeAndRandom.SetServerTimeMs(frame.login_answer().server_time_ms());
         m_session.Receive(frame);
     }
 }

@@ -8,16 +8,10 @@
 #include "ServerControl.h"
 #include "ServerProcess.h"
 #include "channel/WebSocketChannel.h"
-#include "core/CommonConfig.h"
-#include "core/Domains.h"
-#include "core/Environment.h"
-#include "core/InterruptionSlots.h"
-#include "core/Language.h"
-#include "core/LoginSession.h"
+#include "core/ClientState.h"
 #include "core/MainThreadPoster.h"
 #include "core/MessageBus.h"
-#include "core/Random.h"
-#include "core/ServerClock.h"
+#include "core/TimeAndRandom.h"
 #include "core/UrlOpener.h"
 #include "http/HttpService.h"
 #include "log/FileLog.h"
@@ -78,7 +72,7 @@ public:
     IMessageBus& Bus() { return m_observedBus; }
     CObservation& Observation() { return m_observation; }
     CUrlOpener& Urls() { return m_urls; }
-    CInterruptionSlots& Slots() { return m_slots; }
+    CInterruptionSlots& Slots() { return m_interruptionSlots; }
     uint64_t SessionId() const { return m_session.SessionId(); }
     std::vector<int> Markets() const { return m_session.AttributedMarkets(); }
     std::string DeviceId() const { return m_environment.DeviceId(); }
@@ -125,8 +119,7 @@ private:
     CObservation m_observation;
     CMessageBus m_bus;
     CObservedBus m_observedBus;
-    CServerClock m_clock;
-    CRandom m_random;
+    CTimeAndRandom m_timeAndRandom;
     CSqliteStore m_store;
     CObservedStore m_observedStore;
     CThemeChoice m_theme;
@@ -136,13 +129,14 @@ private:
     CWebSocketChannel m_channel;
     CObservedChannel m_observedChannel;
     CLoginSession m_session;
-    CUrlOpener m_urls;
     CDomains m_domains;
+    CInterruptionSlots m_interruptionSlots;
+    CClientState m_state;
+    CUrlOpener m_urls;
     CHttpService m_http;
     CObservedHttp m_observedHttp;
     CPictureService m_pictures;
     CObservedPictures m_observedPictures{m_pictures, m_observation};
-    CInterruptionSlots m_slots;
     CReportService m_reports;
     CObservedReports m_observedReports;
     const std::shared_ptr<CMainFrameModuleFactory> m_pMainFrame = std::make_shared<CMainFrameModuleFactory>();

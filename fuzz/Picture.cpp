@@ -1,5 +1,5 @@
-// A picture's bytes before anybody decodes them: what is refused says why, what is taken keeps to the limits and is
-// no larger for the decoder than it was judged.
+// Validates a picture's bytes. A refusal has a reason. A valid picture keeps the limits, and the decoder reads no
+// larger size.
 #include <gtest/gtest.h>
 
 #include <QBuffer>
@@ -13,13 +13,13 @@
 namespace {
 
 struct Verdict {
-    std::optional<ImageInfo> facts;
+    std::optional<ImageInfo> info;
     std::string reason;
 };
 
-Verdict Judge(const std::string& bytes, const ImageLimits& limits = {}) {
+Verdict Validate(const std::string& bytes, const ImageLimits& limits = {}) {
     Verdict verdict;
-    verdict.facts = image_validator::Validate(bytes, limits, verdict.reason);
+    verdict.info = image_validator::Validate(bytes, limits, verdict.reason);
     return verdict;
 }
 
@@ -27,75 +27,61 @@ qint64 PixelsOf(const QSize& size) {
     return qint64(size.width()) * size.height();
 }
 
-const char* NameOf(EnImageFormat format) {
-    switch (format) {
-        case EnImageFormat::kPng:
-            return "png";
-        case EnImageFormat::kJpeg:
-            return "jpeg";
-        case EnImageFormat::kGif:
-            return "gif";
-        case EnImageFormat::kSvg:
-            return "svg";
-    }
-    return "";
-}
-
-void CheckTaken(const std::string& bytes, const ImageInfo& facts) {
+void CheckTaken(const std::string& bytes, const ImageInfo& info) {
     const ImageLimits limits;
-    if (facts.format == EnImageFormat::kSvg) {
+    if (info.format == EnImageFormat::kSvg) {
         EXPECT_EQ(bytes.find("<!DOCTYPE"), std::string::npos);
         return;
     }
-    EXPECT_FALSE(facts.size.isEmpty());
-    EXPECT_LE(PixelsOf(facts.size), limits.pixels);
-    EXPECT_GE(facts.frames, 1);
-    EXPECT_LE(facts.frames, limits.frames);
-    // A decoder that reads another size than was judged would take memory that nobody has allowed.
+    EXPECT_FALSE(info.size.isEmpty());
+    EXPECT_LE(PixelsOf(info.size), limits.pixels);
+    EXPECT_GE(info.frames, 1);
+    EXPECT_LE(info.frames, limits.frames);
+    // A decoder that reads a larger size would exceed the memory limit.
     QByteArray copy(bytes.data(), int(bytes.size()));
     QBuffer buffer(&copy);
-    QImageReader reader(&buffer, NameOf(facts.format));
+    QImageReader reader(&buffer, image_validator::FormatName(info.format));
     reader.setAutoDetectImageFormat(false);
-    EXPECT_LE(PixelsOf(reader.size()), PixelsOf(facts.size));
+    EXPECT_LE(PixelsOf(reader.size()), PixelsOf(info.size));
 }
 
-/// Limits that are as narrow as the picture take it, and narrower ones do not.
-void CheckLimits(const std::string& bytes, const ImageInfo& facts) {
+/// Limits equal to the picture accept it, and smaller ones refuse it.
+void CheckLimits(const std::string& bytes, const ImageInfo& info) {
     ImageLimits limits;
     limits.bytes = int(bytes.size());
-    EXPECT_TRUE(Judge(bytes, limits).facts);
+    EXPECT_TRUE(Validate(bytes, limits).info);
     limits.bytes = int(bytes.size()) - 1;
-    EXPECT_FALSE(Judge(bytes, limits).facts);
-    if (facts.format == EnImageFormat::kSvg) {
+    EXPECT_FALSE(Validate(bytes, limits).info);
+    if (info.format == EnImageFormat::kSvg) {
         return;
     }
     limits = {};
-    limits.pixels = PixelsOf(facts.size);
-    limits.frames = facts.frames;
-    EXPECT_TRUE(Judge(bytes, limits).facts);
+    limits.pixels = PixelsOf(info.size);
+    limits.frames = info.frames;
+    EXPECT_TRUE(Validate(bytes, limits).info);
     --limits.pixels;
-    EXPECT_FALSE(Judge(bytes, limits).facts);
+    EXPECT_FALSE(Validate(bytes, limits).info);
     limits = {};
-    limits.frames = facts.frames - 1;
-    EXPECT_FALSE(Judge(bytes, limits).facts);
+    limits.frames = info.frames - 1;
+    EXPECT_FALSE(Validate(bytes, limits).info);
 }
 
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::string bytes(reinterpret_cast<const char*>(data), size);
-    const Verdict verdict = Judge(bytes);
-    if (!verdict.facts) {
+    const Verdict verdict = Validate(bytes);
+    if (!verdict.info) {
         EXPECT_FALSE(verdict.reason.empty());
         return 0;
     }
-    CheckTaken(bytes, *verdict.facts);
-    CheckLimits(bytes, *verdict.facts);
-    if (verdict.facts->format != EnImageFormat::kSvg) {
-        // What comes behind the end concerns nobody.
-        const Verdict longer = Judge(bytes + "more");
-        EXPECT_TRUE(longer.facts && longer.facts->size == verdict.facts->size &&
-                    longer.facts->frames == verdict.facts->frames);
+    CheckTaken(bytes, *verdict.info);
+    CheckLimits(bytes, *verdict.info);
+    if (verdict.info->format != EnImageFormat::kSvg) {
+        // Bytes after the end are ignored.
+        const Verdict longer = Validate(bytes + "more");
+        EXPECT_TRUE(longer.info && longer.info->size == verdict.info->size &&
+                    longer.info->frames == verdict.info->frames);
     }
     return 0;
 }

@@ -10,7 +10,7 @@
 #include "support/RawHttpServer.h"
 #include "support/RealTime.h"
 #include "support/ScriptedLog.h"
-#include "support/ScriptedQueries.h"
+#include "support/ScriptedState.h"
 
 /// The client's HTTP, a server that the test plays byte by byte, and the real network between them.
 class RealHttpTest : public ::testing::Test {

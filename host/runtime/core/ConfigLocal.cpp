@@ -1,6 +1,6 @@
 #include "core/config_local.h"
 
-#include "core/IAccount.h"
+#include "core/IClientState.h"
 #include "core/ILocalStore.h"
 #include "framework/Ports.h"
 
@@ -14,7 +14,7 @@ ILocalStore::Owner Installation() {
 
 // Nobody logged in is user 0: what arrives then is kept all the same.
 ILocalStore::Owner CurrentUser(const host::PortsLock& ports) {
-    return ports->account ? ports->account->UserId() : 0;
+    return ports->state ? ports->state->UserId() : 0;
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "core/IPoster.h"
-#include "core/IRandom.h"
+#include "core/ITimeAndRandom.h"
 #include "core/MainThreadPoster.h"
 #include "framework/HostLog.h"
 
@@ -29,7 +29,7 @@ QString ClosedBecause(const QWebSocket& socket) {
 
 }  // namespace
 
-CWebSocketChannel::CWebSocketChannel(IPoster& poster, IRandom& random, const ChannelOptions& options)
+CWebSocketChannel::CWebSocketChannel(IPoster& poster, ITimeAndRandom& random, const ChannelOptions& options)
     : m_poster(poster), m_random(random), m_options(options), m_backoff(options.firstRetry, options.lastRetry) {
     m_retryTimer.setSingleShot(true);
     m_connectTimer.setSingleShot(true);
@@ -116,7 +116,7 @@ void CWebSocketChannel::OnConnected() {
 void CWebSocketChannel::OnLost(const QString& reason) {
     DropSocket();
     FailLater(kCSProtoDisconnected);
-    const auto wait = m_backoff.Next(m_random.Next());
+    const auto wait = m_backoff.Next(m_random.RandomNumber());
     kLog.Error(FMT_STRING("No connection to {}: {}. Trying again in {} ms"), m_url.toString().toStdString(),
                reason.toStdString(), wait.count());
     m_retryTimer.start(wait);

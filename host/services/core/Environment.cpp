@@ -21,19 +21,3 @@ CEnvironment::CEnvironment(ILocalStore& store, const EnvironmentOptions& options
         kLog.Error(FMT_STRING("The device id could not be kept: this installation gets another one at its next start"));
     }
 }
-
-bool CEnvironment::IsReleaseAppVersion() const {
-    return m_options.release;
-}
-
-bool CEnvironment::IsVelora() const {
-    return m_options.velora;
-}
-
-std::string CEnvironment::DeviceId() const {
-    return m_strDeviceId;
-}
-
-void CEnvironment::SetVelora(bool velora) {
-    m_options.velora = velora;
-}

@@ -2,14 +2,20 @@
 
 #include <set>
 
-#include "core/ISlots.h"
+#include "core/uniform_resource_slot.h"
 
-/// Which interruptions the user may be shown: all, but for the kinds that were forbidden. Main thread.
-class CInterruptionSlots : public ISlots {
+/// The kinds of interruption that the user may be shown: all except the forbidden ones. Main thread.
+class CInterruptionSlots {
 public:
-    void Allow(ZRUniformResourceSlotType type, bool allowed);
+    void Allow(ZRUniformResourceSlotType type, bool allowed) {
+        if (allowed) {
+            m_forbidden.erase(type);
+        } else {
+            m_forbidden.insert(type);
+        }
+    }
 
-    bool IsAllowed(ZRUniformResourceSlotType type) const override { return m_forbidden.count(type) == 0; }
+    bool IsAllowed(ZRUniformResourceSlotType type) const { return m_forbidden.count(type) == 0; }
 
 private:
     std::set<int> m_forbidden;

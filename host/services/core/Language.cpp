@@ -32,10 +32,6 @@ CLanguage::CLanguage(int languageId) {
     SetLanguage(languageId);
 }
 
-int CLanguage::LanguageId() const {
-    return m_nLanguageId;
-}
-
 std::optional<QString> CLanguage::Text(unsigned int textId) const {
     const auto found = m_texts.constFind(textId);
     return found == m_texts.constEnd() ? std::nullopt : std::make_optional(*found);

@@ -92,7 +92,7 @@ std::optional<HttpMessage> http_request::Make(const HttpReqInfo& request, bool i
     }
     const QString text = QString::fromStdString(request.m_strUrl);
     const bool allowed = !plain.isEmpty() && SameOrigin(plain, QUrl(text, QUrl::StrictMode));
-    const auto verdict = CUrlOpener::Judge(text, internal || allowed);
+    const auto verdict = CUrlOpener::Validate(text, internal || allowed);
     if (verdict.target != CUrlOpener::EnTarget::kWeb) {
         reason = verdict.reason.isEmpty() ? "it is no address of a server" : verdict.reason.toStdString();
         return std::nullopt;

@@ -1,6 +1,6 @@
 #include "http/HttpService.h"
 
-#include "core/IEnvironment.h"
+#include "core/IClientState.h"
 #include "core/IPoster.h"
 #include "framework/HostLog.h"
 #include "http/HttpRequest.h"
@@ -13,7 +13,7 @@ constexpr int kMaxLoggedLength = 200;
 
 }  // namespace
 
-CHttpService::CHttpService(IPoster& poster, const IEnvironment& environment, const HttpLimits& limits)
+CHttpService::CHttpService(IPoster& poster, const IClientState& environment, const HttpLimits& limits)
     : m_poster(poster), m_environment(environment), m_limits(limits) {}
 
 CHttpService::~CHttpService() = default;

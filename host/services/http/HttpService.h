@@ -7,7 +7,7 @@
 #include "core/IHttp.h"
 #include "http/HttpExchange.h"
 
-class IEnvironment;
+class IClientState;
 class IPoster;
 
 /// HTTP on the toolkit's sockets. Speaks to https alone, and in internal builds to this machine by http; in any
@@ -17,7 +17,7 @@ class CHttpService : public QObject, public IHttp {
     Q_OBJECT
 
 public:
-    CHttpService(IPoster& poster, const IEnvironment& environment, const HttpLimits& limits = {});
+    CHttpService(IPoster& poster, const IClientState& environment, const HttpLimits& limits = {});
     /// Aborts what is under way; nothing is called from then on.
     ~CHttpService() override;
 
@@ -38,7 +38,7 @@ private:
     void Drop(unsigned long task);
 
     IPoster& m_poster;
-    const IEnvironment& m_environment;
+    const IClientState& m_environment;
     const HttpLimits m_limits;
     QUrl m_plain;
     unsigned long m_nLastTask = 0;

@@ -6,10 +6,10 @@
 
 enum class EnImageFormat { kPng, kJpeg, kGif, kSvg };
 
-/// What a picture says of itself.
+/// Properties of an image that are read without decoding it.
 struct ImageInfo {
     EnImageFormat format = EnImageFormat::kPng;
-    QSize size;  // in pixels; empty for a drawing, which has none
+    QSize size;  // in pixels; empty for SVG
     int frames = 1;
 };
 
@@ -19,10 +19,14 @@ struct ImageLimits {
     int frames = 300;
 };
 
-/// Looks at a picture's bytes before anybody decodes them, and believes none of them. Any thread.
+/// Validates the bytes of an image before they are decoded. Any thread.
 namespace image_validator {
 
-/// By the content alone. Nothing for what is no picture, no whole one, or beyond the limits; `reason` says why.
-std::optional<ImageInfo> Judge(const std::string& bytes, const ImageLimits& limits, std::string& reason);
+/// The name of a format for QImageReader.
+const char* FormatName(EnImageFormat format);
+
+/// The format is found by content. Empty, with the reason, for other content, a cut JPEG, GIF or SVG, and an image
+/// beyond the limits. A cut PNG fails in the decoder.
+std::optional<ImageInfo> Validate(const std::string& bytes, const ImageLimits& limits, std::string& reason);
 
 }  // namespace image_validator

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "core/IEnvironment.h"
+#include "core/IClientState.h"
 #include "framework/HostLog.h"
 #include "log/LogText.h"
 #include "picture/PictureDecoder.h"
@@ -36,11 +36,11 @@ HttpLimits Http(const ImageLimits& limits) {
 
 }  // namespace
 
-CPictureService::CPictureService(const IEnvironment& environment, const QString& cacheFolder)
-    : CPictureService(environment, cacheFolder, Options()) {}
+CPictureService::CPictureService(const IClientState& state, const QString& cacheFolder)
+    : CPictureService(state, cacheFolder, Options()) {}
 
-CPictureService::CPictureService(const IEnvironment& environment, const QString& cacheFolder, const Options& options)
-    : m_environment(environment), m_cacheFolder(cacheFolder), m_options(options) {
+CPictureService::CPictureService(const IClientState& state, const QString& cacheFolder, const Options& options)
+    : m_state(state), m_cacheFolder(cacheFolder), m_options(options) {
     // One, and always the same: the cache belongs to it.
     m_worker.setMaxThreadCount(1);
     m_worker.setExpiryTimeout(-1);
@@ -69,7 +69,7 @@ void CPictureService::Load(const QString& url, const QSize& size, bool moving, Q
     HttpReqInfo request;
     request.m_strUrl = url.toStdString();
     std::string reason;
-    auto message = http_request::Make(request, !m_environment.IsReleaseAppVersion(), m_plain, reason);
+    auto message = http_request::Make(request, !m_state.IsReleaseAppVersion(), m_plain, reason);
     if (!message) {
         kLog.Info(FMT_STRING("Refused a picture, {}: {}"), reason, Shown(url));
         job.stage = EnStage::kRefused;
@@ -172,10 +172,10 @@ void CPictureService::Decode(unsigned long id, const Body& body, const std::opti
         std::shared_ptr<const Picture> picture;
         std::string reason = "it is not wanted any more";
         host::CallAndLogExceptions(kLog, "Decoding a picture", [&] {
-            const auto facts = *cancelled ? std::nullopt : image_validator::Validate(*body, limits, reason);
-            if (facts) {
+            const auto info = *cancelled ? std::nullopt : image_validator::Validate(*body, limits, reason);
+            if (info) {
                 reason = "it can't be decoded";
-                picture = picture_decoder::Decode(*body, *facts, size, moving, *cancelled);
+                picture = picture_decoder::Decode(*body, *info, size, moving, *cancelled);
             }
             if (!picture) {
                 kLog.Info(FMT_STRING("No picture, {}: {}"), reason, Shown(url.toString()));

@@ -14,7 +14,7 @@
 #include "picture/PictureCache.h"
 #include "ui/IPictures.h"
 
-class IEnvironment;
+class IClientState;
 
 /// How the fetch of a picture ended, for who watches.
 struct PictureEnd {
@@ -42,8 +42,8 @@ public:
         int maxFetches = 4;
     };
 
-    CPictureService(const IEnvironment& environment, const QString& cacheFolder);
-    CPictureService(const IEnvironment& environment, const QString& cacheFolder, const Options& options);
+    CPictureService(const IClientState& state, const QString& cacheFolder);
+    CPictureService(const IClientState& state, const QString& cacheFolder, const Options& options);
     /// Ends what is under way without a word; waits for the picture that is just being decoded.
     ~CPictureService() override;
 
@@ -90,7 +90,7 @@ private:
     void Finish(unsigned long id, const std::shared_ptr<const Picture>& picture);
     void Drop(unsigned long id);
 
-    const IEnvironment& m_environment;
+    const IClientState& m_state;
     QUrl m_plain;  // a release takes nothing by plain HTTP but from there
     const QString m_cacheFolder;
     const Options m_options;

@@ -1,8 +1,7 @@
 #include "report/ReportService.h"
 
 #include "core/IPoster.h"
-#include "core/IRandom.h"
-#include "core/IServerClock.h"
+#include "core/ITimeAndRandom.h"
 #include "core/MainThreadPoster.h"
 #include "framework/HostLog.h"
 #include "report/ReportText.h"
@@ -23,14 +22,13 @@ bool IsNameless(const std::string& name) {
 
 CReportService::CReportService(const QString& path, const ReportSurroundings& surroundings,
                                const ReportOptions& options)
-    : m_clock(surroundings.clock),
-      m_random(surroundings.random),
+    : m_timeAndRandom(surroundings.timeAndRandom),
       m_poster(surroundings.poster),
       m_strDevice(surroundings.device),
       m_options(options),
       m_measurements(options.steadyClock ? options.steadyClock : CMainThreadPoster::SteadyMillis),
       m_outbox(path, options.outbox),
-      m_sender(m_outbox, surroundings.http, surroundings.domains, surroundings.random, options.sender) {}
+      m_sender(m_outbox, surroundings.http, surroundings.domains, surroundings.timeAndRandom, options.sender) {}
 
 CReportService::~CReportService() = default;
 
@@ -59,7 +57,7 @@ bool CReportService::Take(const std::string& name, const ReportEvent& event, std
     host::CallAndLogExceptions(kLog, "Reporting", [&] {
         const std::string id = NewId();
         const auto text = ReportText({id, name, event.code, event.params, event.broker, m_nUser, m_strDevice,
-                                      m_clock.ServerTimeMillis(), durationMs});
+                                      m_timeAndRandom.ServerTimeMs(), durationMs});
         if (!text) {
             kLog.Error(FMT_STRING("The event {} holds what can't be written as JSON"), name);
         } else if (text->size() > m_options.mostEventBytes) {
@@ -86,7 +84,7 @@ void CReportService::WakeLater() {
 std::string CReportService::NewId() {
     std::string id;
     for (int part = 0; part < 4; ++part) {
-        id += fmt::format(FMT_STRING("{:08x}"), m_random.Next());
+        id += fmt::format(FMT_STRING("{:08x}"), m_timeAndRandom.RandomNumber());
     }
     return id;
 }

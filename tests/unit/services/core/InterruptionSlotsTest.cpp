@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(SlotsTest, AreAllAllowedButForThoseThatWereForbidden) {
+TEST(InterruptionSlotsTest, SlotIsAllowedUnlessItWasForbidden) {
     CInterruptionSlots kinds;
     EXPECT_TRUE(kinds.IsAllowed(kSlotAdPopup));
 

@@ -28,7 +28,7 @@ protected:
         ReportOptions options;
         options.steadyClock = [this] { return time.Now(); };
         service = std::make_unique<CReportService>(folder.filePath(QStringLiteral("reports.sqlite")),
-                                                   ReportSurroundings{http, domains, time, random, poster, "device-1"},
+                                                   ReportSurroundings{http, domains, timeAndRandom, poster, "device-1"},
                                                    options);
     }
 
@@ -254,7 +254,7 @@ TEST_F(ReportServiceTest, AnEventWithoutANameIsRefusedWithALine) {
 
 TEST_F(ReportServiceTest, AnOutboxThatCantBeWrittenGivesFalse) {
     CReportService lost(folder.filePath(QStringLiteral("none/reports.sqlite")),
-                        {http, domains, time, random, poster, "device-1"});
+                        {http, domains, timeAndRandom, poster, "device-1"});
 
     EXPECT_FALSE(lost.Report(Event("a")));
     const auto timer = lost.TimerStart("b");
