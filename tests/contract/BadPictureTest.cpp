@@ -125,7 +125,7 @@ std::vector<BadBytes> BadOnes() {
         {"Nothing", "", kNone},
         {"Words", "not found", kNone},
         {"APage", "<html><body>Sorry</body></html>", kNone},
-        {"APngThatIsCut", Png().substr(0, 50), "it can't be decoded"},
+        {"APngThatIsCut", Png().substr(0, 50), kCut},
         {"AJpegThatIsCut", Jpeg().substr(0, Jpeg().size() - 2), kCut},
         {"AGifThatIsCut", Gif(2).substr(0, 30), kCut},
         {"AnSvgThatIsCut", GoodSvg().substr(0, GoodSvg().size() - 3), kCut},

@@ -11,6 +11,9 @@ namespace {
 // The decoder renders a progressive JPEG once for each scan, and a scan needs only a few bytes.
 constexpr int kMaxScans = 64;
 
+// The chunk at the end of each PNG, with its checksum.
+constexpr char kPngEnd[] = "IEND\xAE\x42\x60\x82";
+
 /// Reads bytes in order. After the end it returns zeros and IsCut() is true.
 class CReader {
 public:
@@ -118,7 +121,7 @@ bool Read(const std::string& bytes, const ImageLimits& limits, ImageInfo& info, 
     switch (info.format) {
         case EnImageFormat::kPng:
             info.size = SizeInHeader(bytes, info.format);
-            return !info.size.isEmpty();
+            return !info.size.isEmpty() && bytes.find(kPngEnd) != std::string::npos;
         case EnImageFormat::kJpeg:
             info.size = SizeInHeader(bytes, info.format);
             return !info.size.isEmpty() && HasJpegEnd(bytes);

@@ -25,8 +25,7 @@ namespace image_validator {
 /// The name of a format for QImageReader.
 const char* FormatName(EnImageFormat format);
 
-/// The format is found by content. Empty, with the reason, for other content, a cut JPEG, GIF or SVG, and an image
-/// beyond the limits. A cut PNG fails in the decoder.
+/// The format is found by content. Empty, with the reason, for other content, a cut image and one beyond the limits.
 std::optional<ImageInfo> Validate(const std::string& bytes, const ImageLimits& limits, std::string& reason);
 
 }  // namespace image_validator
