@@ -8,7 +8,7 @@
 #include "channel/WebSocketChannel.h"
 #include "core/CommonConfig.h"
 #include "core/LoginSession.h"
-#include "core/ServerClock.h"
+#include "core/TimeAndRandom.h"
 #include "support/ScriptedHost.h"
 
 namespace {
@@ -39,7 +39,7 @@ void CheckDecoding(const QByteArray& bytes) {
 /// The client's end of the channel, without a network.
 struct Client {
     explicit Client(CScriptedHost& host)
-        : channel(host.poster.Unrecorded(), host.random), session(channel), config(host.store) {
+        : channel(host.poster.Unrecorded(), host.timeAndRandom), session(channel), config(host.store) {
         QObject::connect(&channel, &CWebSocketChannel::HostFrameReceived, &context,
                          [this](const channel::Frame& frame) { OnHostFrame(frame); });
     }
@@ -48,15 +48,15 @@ struct Client {
         switch (frame.kind()) {
             case channel::Frame::LOGIN_ANSWER:
                 session.Receive(frame);
-                clock.SetServerTimeMillis(frame.login_answer().server_time_ms());
+                timeAndRandom.SetServerTimeMs(frame.login_answer().server_time_ms());
                 return;
             case channel::Frame::CONFIG:
                 config.Receive(frame.body());
                 return;
             case channel::Frame::CLOCK:
-                clock.SetServerTimeMillis(frame.server_time_ms());
-                EXPECT_GT(clock.ServerTimeMillis(), 0);
-                EXPECT_LT(clock.ServerTimeMillis(), std::numeric_limits<int64_t>::max() / 2);
+                timeAndRandom.SetServerTimeMs(frame.server_time_ms());
+                EXPECT_GT(timeAndRandom.ServerTimeMs(), 0);
+                EXPECT_LT(timeAndRandom.ServerTimeMs(), std::numeric_limits<int64_t>::max() / 2);
                 return;
             default:
                 ADD_FAILURE() << "a frame that is none of the host's: " << int(frame.kind());
@@ -66,7 +66,7 @@ struct Client {
     CWebSocketChannel channel;
     CLoginSession session;
     CCommonConfig config;
-    CServerClock clock;
+    CTimeAndRandom timeAndRandom;
     QObject context;
 };
 

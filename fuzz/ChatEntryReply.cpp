@@ -57,7 +57,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::string bytes(reinterpret_cast<const char*>(data), size);
     const auto open = OpenScenes(bytes);
     CScriptedHost host;
-    host.account.Set(12345);
+    host.state.account.Set(12345);
     CZRAIChatManager manager;
     host.store.SetAppString(manager.GenerateAIChatEnableCacheDataKey().toStdString(), bytes);
 

@@ -1,5 +1,5 @@
-// Input: an encoded picture before it is decoded. A refused picture has a reason. An accepted picture is within the
-// limits, and the decoder reads no larger size.
+// Validates a picture's bytes. A refusal has a reason. A valid picture keeps the limits, and the decoder reads no
+// larger size.
 #include <gtest/gtest.h>
 
 #include <QBuffer>
@@ -8,18 +8,18 @@
 #include <string>
 
 #include "FuzzTarget.h"
-#include "picture/PictureJudge.h"
+#include "picture/ImageValidator.h"
 
 namespace {
 
 struct Verdict {
-    std::optional<PictureFacts> facts;
+    std::optional<ImageInfo> info;
     std::string reason;
 };
 
-Verdict Judge(const std::string& bytes, const PictureLimits& limits = {}) {
+Verdict Validate(const std::string& bytes, const ImageLimits& limits = {}) {
     Verdict verdict;
-    verdict.facts = picture_judge::Judge(bytes, limits, verdict.reason);
+    verdict.info = image_validator::Validate(bytes, limits, verdict.reason);
     return verdict;
 }
 
@@ -27,75 +27,61 @@ qint64 PixelsOf(const QSize& size) {
     return qint64(size.width()) * size.height();
 }
 
-const char* NameOf(EnPictureFormat format) {
-    switch (format) {
-        case EnPictureFormat::kPng:
-            return "png";
-        case EnPictureFormat::kJpeg:
-            return "jpeg";
-        case EnPictureFormat::kGif:
-            return "gif";
-        case EnPictureFormat::kSvg:
-            return "svg";
-    }
-    return "";
-}
-
-void CheckTaken(const std::string& bytes, const PictureFacts& facts) {
-    const PictureLimits limits;
-    if (facts.format == EnPictureFormat::kSvg) {
+void CheckTaken(const std::string& bytes, const ImageInfo& info) {
+    const ImageLimits limits;
+    if (info.format == EnImageFormat::kSvg) {
         EXPECT_EQ(bytes.find("<!DOCTYPE"), std::string::npos);
         return;
     }
-    EXPECT_FALSE(facts.size.isEmpty());
-    EXPECT_LE(PixelsOf(facts.size), limits.pixels);
-    EXPECT_GE(facts.frames, 1);
-    EXPECT_LE(facts.frames, limits.frames);
-    // A decoder that reads a larger size than the check would allocate memory beyond the limit.
+    EXPECT_FALSE(info.size.isEmpty());
+    EXPECT_LE(PixelsOf(info.size), limits.pixels);
+    EXPECT_GE(info.frames, 1);
+    EXPECT_LE(info.frames, limits.frames);
+    // A decoder that reads a larger size would exceed the memory limit.
     QByteArray copy(bytes.data(), int(bytes.size()));
     QBuffer buffer(&copy);
-    QImageReader reader(&buffer, NameOf(facts.format));
+    QImageReader reader(&buffer, image_validator::FormatName(info.format));
     reader.setAutoDetectImageFormat(false);
-    EXPECT_LE(PixelsOf(reader.size()), PixelsOf(facts.size));
+    EXPECT_LE(PixelsOf(reader.size()), PixelsOf(info.size));
 }
 
-/// Limits equal to the picture's values accept it, and smaller limits refuse it.
-void CheckLimits(const std::string& bytes, const PictureFacts& facts) {
-    PictureLimits limits;
+/// Limits equal to the picture accept it, and smaller ones refuse it.
+void CheckLimits(const std::string& bytes, const ImageInfo& info) {
+    ImageLimits limits;
     limits.bytes = int(bytes.size());
-    EXPECT_TRUE(Judge(bytes, limits).facts);
+    EXPECT_TRUE(Validate(bytes, limits).info);
     limits.bytes = int(bytes.size()) - 1;
-    EXPECT_FALSE(Judge(bytes, limits).facts);
-    if (facts.format == EnPictureFormat::kSvg) {
+    EXPECT_FALSE(Validate(bytes, limits).info);
+    if (info.format == EnImageFormat::kSvg) {
         return;
     }
     limits = {};
-    limits.pixels = PixelsOf(facts.size);
-    limits.frames = facts.frames;
-    EXPECT_TRUE(Judge(bytes, limits).facts);
+    limits.pixels = PixelsOf(info.size);
+    limits.frames = info.frames;
+    EXPECT_TRUE(Validate(bytes, limits).info);
     --limits.pixels;
-    EXPECT_FALSE(Judge(bytes, limits).facts);
+    EXPECT_FALSE(Validate(bytes, limits).info);
     limits = {};
-    limits.frames = facts.frames - 1;
-    EXPECT_FALSE(Judge(bytes, limits).facts);
+    limits.frames = info.frames - 1;
+    EXPECT_FALSE(Validate(bytes, limits).info);
 }
 
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::string bytes(reinterpret_cast<const char*>(data), size);
-    const Verdict verdict = Judge(bytes);
-    if (!verdict.facts) {
+    const Verdict verdict = Validate(bytes);
+    if (!verdict.info) {
         EXPECT_FALSE(verdict.reason.empty());
         return 0;
     }
-    CheckTaken(bytes, *verdict.facts);
-    CheckLimits(bytes, *verdict.facts);
-    if (verdict.facts->format != EnPictureFormat::kSvg) {
-        // Bytes behind the end of the picture are ignored.
-        const Verdict longer = Judge(bytes + "more");
-        EXPECT_TRUE(longer.facts && longer.facts->size == verdict.facts->size &&
-                    longer.facts->frames == verdict.facts->frames);
+    CheckTaken(bytes, *verdict.info);
+    CheckLimits(bytes, *verdict.info);
+    if (verdict.info->format != EnImageFormat::kSvg) {
+        // Bytes after the end are ignored.
+        const Verdict longer = Validate(bytes + "more");
+        EXPECT_TRUE(longer.info && longer.info->size == verdict.info->size &&
+                    longer.info->frames == verdict.info->frames);
     }
     return 0;
 }

@@ -31,7 +31,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const bool good = answer.ParseFromString(bytes) && answer.has_code() && answer.code() == 0;
     const PlainRights told = good ? Told(answer.data().ui_data_and_access_data()) : PlainRights();
     CScriptedHost host;
-    host.account.Set(12345);
+    host.state.account.Set(12345);
     CZRPremiumManager& manager = Manager();
     CZRPremiumDataHandler handler(nullptr);
 

@@ -35,7 +35,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     web_premium_access::GetUiMsgAndPremiumAccessData saved;
     const bool good = saved.ParseFromString(bytes);
     CScriptedHost host;
-    host.account.Set(kUser);
+    host.state.account.Set(kUser);
     host.store.SetUserString(kUser, kKey, bytes);
 
     CZRPremiumAccessModel model;

@@ -21,7 +21,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const bool good = push.ParseFromString(bytes);
     const uint32_t window = push.refresh_window_seconds() * 1000u;
     CScriptedHost host;
-    host.random.WillReturn({chance});
+    host.timeAndRandom.random.WillReturn({chance});
     CZRVipDataHandler handler(nullptr);
 
     host.channel.Push(kCmdVipStatusPush, bytes);

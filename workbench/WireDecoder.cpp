@@ -22,7 +22,7 @@ using google::protobuf::Message;
 using google::protobuf::Reflection;
 using google::protobuf::UnknownField;
 
-constexpr host::HostLog kLog("Workbench");
+constexpr host::CHostLog kLog("Workbench");
 
 std::vector<FieldNode> FieldsOf(const Message& message);
 

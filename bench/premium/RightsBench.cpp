@@ -13,7 +13,7 @@
 #include "Premium/Model/ZRPremiumWire.h"
 #include "Premium/ZRPremiumManager.h"
 #include "RightsSample.h"
-#include "core/IAccount.h"
+#include "core/IClientState.h"
 #include "core/MainThreadPoster.h"
 #include "core/MessageBus.h"
 #include "framework/Ports.h"
@@ -24,11 +24,9 @@
 
 namespace {
 
-class COneUser : public IAccount {
+class COneUser : public IClientState {
 public:
     uint64_t UserId() const override { return 12345; }
-    uint64_t SessionId() const override { return 1; }
-    std::vector<int> AttributedMarkets() const override { return {}; }
 };
 
 void Parse(benchmark::State& state, const std::string& bytes) {
@@ -97,7 +95,7 @@ int main(int argc, char** argv) {
     ports.poster = &poster;
     ports.bus = &bus;
     ports.store = &store;
-    ports.account = &account;
+    ports.state = &account;
     host::Install(ports);
     CZRPremiumManager::Singleton()->Init();
 

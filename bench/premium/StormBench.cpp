@@ -12,10 +12,10 @@
 #include "RightsSample.h"
 #include "StormServer.h"
 #include "channel/WebSocketChannel.h"
-#include "core/IAccount.h"
+#include "core/IClientState.h"
 #include "core/MainThreadPoster.h"
 #include "core/MessageBus.h"
-#include "core/Random.h"
+#include "core/TimeAndRandom.h"
 #include "framework/Ports.h"
 #include "log/FileLog.h"
 #include "store/SqliteStore.h"
@@ -29,11 +29,9 @@ constexpr int kLimitMs = 120'000;
 constexpr unsigned int kDataChanged = 80050;
 constexpr double kSliceLimitNanos = 10e6;
 
-class COneUser : public IAccount {
+class COneUser : public IClientState {
 public:
     uint64_t UserId() const override { return 12345; }
-    uint64_t SessionId() const override { return 1; }
-    std::vector<int> AttributedMarkets() const override { return {}; }
 };
 
 /// A server on a thread of its own.
@@ -73,7 +71,7 @@ double LongestSlice(int pushes) {
     CMainThreadPoster poster;
     CMessageBus bus(poster);
     CSqliteStore store(folder.filePath(QStringLiteral("store.sqlite")));
-    CRandom random;
+    CTimeAndRandom random;
     CWebSocketChannel channel(poster, random);
     COneUser account;
     host::Ports ports;
@@ -82,7 +80,7 @@ double LongestSlice(int pushes) {
     ports.bus = &bus;
     ports.channel = &channel;
     ports.store = &store;
-    ports.account = &account;
+    ports.state = &account;
     host::Install(ports);
     CZRPremiumManager::Singleton()->Init();
 

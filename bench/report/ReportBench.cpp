@@ -9,11 +9,10 @@
 #include <thread>
 
 #include "BenchTable.h"
-#include "core/Domains.h"
+#include "core/IClientState.h"
 #include "core/IHttp.h"
 #include "core/MainThreadPoster.h"
-#include "core/Random.h"
-#include "core/ServerClock.h"
+#include "core/TimeAndRandom.h"
 #include "report/ReportService.h"
 #include "tracing/ReportsRecorder.h"
 #include "tracing/TraceLog.h"
@@ -105,12 +104,11 @@ int main(int argc, char** argv) {
 
     const QTemporaryDir folder(QStringLiteral(ZR_BENCH_FOLDER "/bench-XXXXXX"));
     CMainThreadPoster poster;
-    CServerClock clock;
-    CRandom random;
-    CDomains domains;
+    CTimeAndRandom timeAndRandom;
+    const IClientState state;
     CNoHttp http;
     CReportService reports(folder.filePath(QStringLiteral("reports.sqlite")),
-                           {http, domains, clock, random, poster, "5f0d5a3c9b1e4c7d8a6b2f3e4d5c6b7a"}, Roomy());
+                           {http, state, timeAndRandom, poster, "5f0d5a3c9b1e4c7d8a6b2f3e4d5c6b7a"}, Roomy());
     CTraceLog traceLog;
     CReportsRecorder recorder(reports, traceLog);
     CBareInsert bare(folder.filePath(QStringLiteral("bare.sqlite")).toStdString());

@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Client");
+constexpr host::CHostLog kLog("Client");
 
 // Posted tasks can delete objects later, and deleted objects can post: repeats until nothing is pending, up to a limit.
 void Drain() {
@@ -78,15 +78,16 @@ CComposition::CComposition(const COptions& options, CFileLog& log)
       m_language(options.language),
       m_translation(options.language),
       m_commonConfig(m_storeRecorder),
-      m_channel(m_poster, m_random),
+      m_channel(m_poster, m_timeAndRandom),
       m_channelRecorder(m_channel, m_traceLog),
       m_session(m_channel),
-      m_urls(m_environment),
-      m_http(m_poster, m_environment),
+      m_state({m_session, m_environment, m_language, m_commonConfig, m_domains, m_interruptionSlots}),
+      m_urls(m_state),
+      m_http(m_poster, m_state),
       m_httpRecorder(m_http, m_traceLog),
-      m_pictures(m_environment, options.DataFile("pictures")),
+      m_pictures(m_state, options.DataFile("pictures")),
       m_reports(options.DataFile("reports.sqlite"),
-                {m_http, m_domains, m_clock, m_random, m_poster, m_environment.DeviceId()}),
+                {m_http, m_state, m_timeAndRandom, m_poster, m_environment.DeviceId()}),
       m_reportsRecorder(m_reports, m_traceLog),
       m_server(options.serverBinary, options.scenario) {
     InstallPorts();
@@ -105,17 +106,11 @@ void CComposition::InstallPorts() {
     ports.bus = &m_busRecorder;
     ports.channel = &m_channelRecorder;
     ports.store = &m_storeRecorder;
-    ports.commonConfig = &m_commonConfig;
-    ports.account = &m_session;
-    ports.environment = &m_environment;
-    ports.language = &m_language;
-    ports.clock = &m_clock;
-    ports.random = &m_random;
+    ports.state = &m_state;
+    ports.timeAndRandom = &m_timeAndRandom;
     ports.urls = &m_urls;
     ports.http = &m_httpRecorder;
     ports.reports = &m_reportsRecorder;
-    ports.domains = &m_domains;
-    ports.resourceSlots = &m_slots;
     ports.pictures = &m_pictures;
     host::Install(ports);
 }
@@ -161,7 +156,7 @@ void CComposition::ConnectSession() {
     });
     connect(&m_session, &CLoginSession::LoggedOut, this, [this] {
         m_reports.SetUser(0);
-        host::ModuleLifecycle::Logout();
+        host::CModuleLifecycle::Logout();
         Q_EMIT UserChanged();
     });
     connect(&m_session, &CLoginSession::Refused, this, [this](qulonglong userId, const QString& reason) {
@@ -178,7 +173,7 @@ CComposition::~CComposition() {
 void CComposition::Start() {
     RegisterHostModules();
     MapModules();
-    host::ModuleLifecycle::Init();
+    host::CModuleLifecycle::Init();
     m_bModulesReady = true;
     Q_EMIT ModulesReady();
     if (m_options.server.isEmpty()) {
@@ -217,12 +212,12 @@ void CComposition::End() {
         return;
     }
     m_bEnded = true;
-    host::ModuleLifecycle::Event(kZRPluginEventBeforeQuit, nullptr);
+    host::CModuleLifecycle::Event(kZRPluginEventBeforeQuit, nullptr);
     m_session.Logout();
     Drain();
-    host::ModuleLifecycle::UnInit();
+    host::CModuleLifecycle::UnInit();
     Drain();
-    host::ModuleLifecycle::Close();
+    host::CModuleLifecycle::Close();
     m_channel.Close();
     m_server.Stop();
     kLog.Info(FMT_STRING("The client ends"));
@@ -257,13 +252,13 @@ void CComposition::OnServerState(const ServerState& state) {
 
 void CComposition::OnHostFrame(const channel::Frame& frame) {
     if (frame.has_server_time_ms()) {
-        m_clock.SetServerTimeMillis(frame.server_time_ms());
+        m_timeAndRandom.SetServerTimeMs(frame.server_time_ms());
     }
     if (frame.kind() == channel::Frame::CONFIG) {
         m_commonConfig.Receive(frame.body());
     }
     if (frame.kind() == channel::Frame::LOGIN_ANSWER) {
-        m_clock.SetServerTimeMillis(frame.login_answer().server_time_ms());
+        m_timeAndRandom.SetServerTimeMs(frame.login_answer().server_time_ms());
         m_session.Receive(frame);
     }
 }
@@ -271,7 +266,7 @@ void CComposition::OnHostFrame(const channel::Frame& frame) {
 // Modules are notified of the login first and of the connected channel second.
 void CComposition::OnLoggedIn() {
     m_reports.SetUser(m_session.UserId());
-    host::ModuleLifecycle::Login();
+    host::CModuleLifecycle::Login();
     m_busRecorder.Send("[Client]", core::kMsgLoginChannelConnected, 0, nullptr);
     ShowStatus(Words(QT_TR_NOOP("Connected")), true);
     Q_EMIT UserChanged();
@@ -315,7 +310,7 @@ void CComposition::SetPageHandler(CUrlOpener::Handler handler) {
 }
 
 void CComposition::AllowSlot(ZRUniformResourceSlotType slot, bool allowed) {
-    m_slots.Allow(slot, allowed);
+    m_interruptionSlots.Allow(slot, allowed);
 }
 
 void CComposition::SetTheme(int number) {

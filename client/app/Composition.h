@@ -9,16 +9,10 @@
 #include "ServerProcess.h"
 #include "Translation.h"
 #include "channel/WebSocketChannel.h"
-#include "core/CommonConfig.h"
-#include "core/Domains.h"
-#include "core/Environment.h"
-#include "core/Language.h"
-#include "core/LoginSession.h"
+#include "core/ClientState.h"
 #include "core/MainThreadPoster.h"
 #include "core/MessageBus.h"
-#include "core/Random.h"
-#include "core/ServerClock.h"
-#include "core/Slots.h"
+#include "core/TimeAndRandom.h"
 #include "core/UrlOpener.h"
 #include "core/uniform_resource_slot.h"
 #include "http/HttpService.h"
@@ -104,8 +98,7 @@ private:
     CTraceLog m_traceLog;
     CMessageBus m_bus;
     CBusRecorder m_busRecorder;
-    CServerClock m_clock;
-    CRandom m_random;
+    CTimeAndRandom m_timeAndRandom;
     CSqliteStore m_store;
     CStoreRecorder m_storeRecorder;
     CThemeChoice m_theme;
@@ -116,13 +109,14 @@ private:
     CWebSocketChannel m_channel;
     CChannelRecorder m_channelRecorder;
     CLoginSession m_session;
-    CUrlOpener m_urls;
     CDomains m_domains;
+    CInterruptionSlots m_interruptionSlots;
+    CClientState m_state;
+    CUrlOpener m_urls;
     CHttpService m_http;
     CHttpRecorder m_httpRecorder;
     CPictureService m_pictures;
     CPicturesRecorder m_picturesRecorder{m_pictures, m_traceLog};
-    CSlots m_slots;
     CReportService m_reports;
     CReportsRecorder m_reportsRecorder;
     const std::shared_ptr<CMainFrameModuleFactory> m_pMainFrame = std::make_shared<CMainFrameModuleFactory>();

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Control");
+constexpr host::CHostLog kLog("Control");
 constexpr int kRetryMs = 2'000;
 constexpr int kAnswerLimitMs = 10'000;
 

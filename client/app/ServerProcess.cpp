@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Server");
+constexpr host::CHostLog kLog("Server");
 constexpr int kEndLimitMs = 3'000;
 constexpr int kGreetingLimitMs = 10'000;
 constexpr int kSteadyMs = 10'000;

@@ -15,7 +15,7 @@ static void LoadResources() {
 
 namespace {
 
-constexpr host::HostLog kLog("Icons");
+constexpr host::CHostLog kLog("Icons");
 
 /// Returns an empty path, and logs the name, if there is no such drawing.
 QString PathOf(const char* name) {

@@ -17,7 +17,7 @@ static void LoadResources() {
 
 namespace {
 
-constexpr host::HostLog kLog("Sample");
+constexpr host::CHostLog kLog("Sample");
 
 // The texts of the resource. lupdate finds them here, since it reads no JSON.
 [[maybe_unused]] constexpr const char* kTexts[] = {

@@ -13,11 +13,11 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Theme");
+constexpr host::CHostLog kLog("Theme");
 constexpr int kFontPixels = 13;
 
-const host::ThemePalette& Current() {
-    return host::ThemePalette::Of(zr_ui_theme::Manager::instance()->getTheme());
+const host::CThemePalette& Current() {
+    return host::CThemePalette::Of(zr_ui_theme::Manager::instance()->getTheme());
 }
 
 // One typeface for all languages, with the glyph variants of the language.
@@ -33,7 +33,7 @@ QStringList Families(int languageId) {
 }
 
 QPalette Palette() {
-    const host::ThemePalette& colors = Current();
+    const host::CThemePalette& colors = Current();
     QPalette palette;
     const auto set = [&](QPalette::ColorRole role, const char* name) { palette.setColor(role, colors.Color(name)); };
     set(QPalette::Window, "window");

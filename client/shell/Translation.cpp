@@ -14,7 +14,7 @@ static void LoadResources() {
 
 namespace {
 
-constexpr host::HostLog kLog("Translation");
+constexpr host::CHostLog kLog("Translation");
 
 // Returns an empty name for English, which is shown for an unknown number too.
 QString FileName(int languageId) {

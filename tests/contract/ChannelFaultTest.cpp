@@ -2,7 +2,7 @@
 #include <QTcpServer>
 
 #include "RealLineTest.h"
-#include "core/IRandom.h"
+#include "core/ITimeAndRandom.h"
 #include "support/RawWebSocketServer.h"
 
 using namespace ::testing;
@@ -323,9 +323,9 @@ TEST_F(ChannelFaultTest, RequestsFailAtTheirOwnTimeLimitsAndNoneBefore) {
 }
 
 /// The highest number each time.
-class CHighestRandom : public IRandom {
+class CHighestRandom : public ITimeAndRandom {
 public:
-    uint32_t Next() override { return 0xFFFFFFFF; }
+    uint32_t RandomNumber() override { return 0xFFFFFFFF; }
 };
 
 TEST_F(ChannelFaultTest, TheWaitsAreDrawn) {

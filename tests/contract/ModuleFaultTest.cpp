@@ -17,11 +17,9 @@ namespace {
 
 constexpr uint32_t kCommand = 20982;
 
-class CLoggedInUser : public IAccount {
+class CLoggedInUser : public IClientState {
 public:
     uint64_t UserId() const override { return 501; }
-    uint64_t SessionId() const override { return 1; }
-    std::vector<int> AttributedMarkets() const override { return {}; }
 };
 
 QByteArray Bytes(const channel::Frame& frame) {
@@ -48,7 +46,7 @@ protected:
         ports.bus = &bus;
         ports.channel = &client;
         ports.store = &store;
-        ports.account = &account;
+        ports.state = &account;
         host::Install(ports);
         bus.Bind(
             20300, [this](auto, auto, auto) { ++changes; }, &context);
@@ -146,7 +144,7 @@ protected:
     CSliceMeter slices;
     CScriptedLog log;
     CMainThreadPoster poster;
-    CRandom random;
+    CTimeAndRandom random;
     CMessageBus bus;
     CScriptedStore store;
     CLoggedInUser account;

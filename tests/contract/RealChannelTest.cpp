@@ -3,7 +3,7 @@
 #include "HostSet.h"
 #include "channel/WebSocketChannel.h"
 #include "core/MainThreadPoster.h"
-#include "core/Random.h"
+#include "core/TimeAndRandom.h"
 #include "support/EnvelopeServer.h"
 
 using ::testing::ElementsAre;
@@ -40,7 +40,7 @@ protected:
 
     CEnvelopeServer server;
     CMainThreadPoster poster;
-    CRandom random;
+    CTimeAndRandom random;
     QObject context;
     std::vector<std::string> notes;
 };

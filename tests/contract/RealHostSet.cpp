@@ -6,15 +6,10 @@
 
 #include "HostSet.h"
 #include "channel/WebSocketChannel.h"
-#include "core/CommonConfig.h"
-#include "core/Domains.h"
-#include "core/Environment.h"
-#include "core/Language.h"
-#include "core/LoginSession.h"
+#include "core/ClientState.h"
 #include "core/MainThreadPoster.h"
 #include "core/MessageBus.h"
-#include "core/Random.h"
-#include "core/ServerClock.h"
+#include "core/TimeAndRandom.h"
 #include "core/UrlOpener.h"
 #include "core/lang.h"
 #include "framework/JsonText.h"
@@ -45,20 +40,20 @@ public:
           m_environmentStore(StorePath()),
           m_store(Store()),
           m_environment(m_environmentStore, {true, false}),
-          m_urls(m_environment),
-          m_http(m_poster, m_environment),
-          m_pictures(m_environment, m_folder.filePath(QStringLiteral("pictures"))),
           m_language(core::lang::kLanguageEnglish),
           m_commonConfig(m_environmentStore),
-          m_channel(m_poster, m_random, QuickRetries()),
-          m_session(m_channel) {
+          m_channel(m_poster, m_timeAndRandom, QuickRetries()),
+          m_session(m_channel),
+          m_state({m_session, m_environment, m_language, m_commonConfig, m_domains, m_interruptionSlots}),
+          m_urls(m_state),
+          m_http(m_poster, m_state),
+          m_pictures(m_state, m_folder.filePath(QStringLiteral("pictures"))) {
         QObject::connect(&m_channel, &CWebSocketChannel::HostFrameReceived, &m_session,
                          [this](const channel::Frame& frame) { m_session.Receive(frame); });
         EXPECT_TRUE(m_httpServer.Listen());
         m_domains.Set("api", m_httpServer.Url());
-        m_reports = std::make_unique<CReportService>(
-            m_folder.filePath(QStringLiteral("reports.sqlite")),
-            ReportDeps{m_http, m_domains, m_clock, m_random, m_poster, "device"});
+        m_reports = std::make_unique<CReportService>(m_folder.filePath(QStringLiteral("reports.sqlite")),
+                                                     ReportDeps{m_http, m_state, m_timeAndRandom, m_poster, "device"});
         m_httpServer.SetHandler([this](const RawHttpRequest& request) { OnHttp(request); });
         // What passes is opened: where it goes is the client's affair.
         m_urls.SetPageHandler([](const QUrl&) { return true; });
@@ -195,16 +190,11 @@ private:
         ports.bus = &m_bus;
         ports.channel = &m_channel;
         ports.store = m_store.get();
-        ports.commonConfig = &m_commonConfig;
-        ports.account = &m_session;
-        ports.environment = &m_environment;
-        ports.language = &m_language;
-        ports.clock = &m_clock;
-        ports.random = &m_random;
+        ports.state = &m_state;
+        ports.timeAndRandom = &m_timeAndRandom;
         ports.urls = &m_urls;
         ports.http = &m_http;
         ports.reports = m_reports.get();
-        ports.domains = &m_domains;
         ports.pictures = &m_pictures;
         host::Install(ports);
     }
@@ -251,11 +241,17 @@ private:
     CScriptedLog m_log;
     CMainThreadPoster m_poster;
     CMessageBus m_bus;
-    CServerClock m_clock;
-    CRandom m_random;
+    CTimeAndRandom m_timeAndRandom;
     CSqliteStore m_environmentStore;
     std::unique_ptr<CSqliteStore> m_store;
     CEnvironment m_environment;
+    CLanguage m_language;
+    CCommonConfig m_commonConfig;
+    CDomains m_domains;
+    CInterruptionSlots m_interruptionSlots;
+    CWebSocketChannel m_channel;
+    CLoginSession m_session;
+    CClientState m_state;
     CUrlOpener m_urls;
     CRawHttpServer m_httpServer;
     std::vector<HttpArrival> m_httpArrivals;
@@ -265,12 +261,7 @@ private:
     CPictureService m_pictures;
     std::vector<unsigned long> m_pictureArrivals;
     size_t m_nPicturesTaken = 0;
-    CDomains m_domains;
     std::unique_ptr<CReportService> m_reports;
-    CLanguage m_language;
-    CCommonConfig m_commonConfig;
-    CWebSocketChannel m_channel;
-    CLoginSession m_session;
     size_t m_nTaken = 0;
     int m_nClient = 0;
     bool m_bOpen = false;

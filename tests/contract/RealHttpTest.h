@@ -10,7 +10,7 @@
 #include "support/RawHttpServer.h"
 #include "support/RealTime.h"
 #include "support/ScriptedLog.h"
-#include "support/ScriptedQueries.h"
+#include "support/ScriptedState.h"
 
 /// The HTTP service and a server whose bytes the test writes, over a real connection.
 class RealHttpTest : public ::testing::Test {

@@ -10,7 +10,7 @@
 #include "channel/WebSocketChannel.h"
 #include "core/LoginSession.h"
 #include "core/MainThreadPoster.h"
-#include "core/Random.h"
+#include "core/TimeAndRandom.h"
 #include "framework/Ports.h"
 #include "support/EnvelopeServer.h"
 #include "support/RealTime.h"
@@ -79,7 +79,7 @@ protected:
 
     CScriptedLog log;
     CMainThreadPoster poster;
-    CRandom random;
+    CTimeAndRandom random;
     CEnvelopeServer server;
     QObject context;
     std::vector<std::string> notes;

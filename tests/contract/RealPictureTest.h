@@ -11,7 +11,7 @@
 #include "support/RawHttpServer.h"
 #include "support/RealTime.h"
 #include "support/ScriptedLog.h"
-#include "support/ScriptedQueries.h"
+#include "support/ScriptedState.h"
 #include "unit/services/picture/PictureBytes.h"
 
 /// The client's pictures, a server that the test plays byte by byte, and the real network between them.

@@ -52,9 +52,9 @@ public:
 
     void Connect() override { m_host.channel.FailSends(Failing::Never()); }
 
-    void SetUser(uint64_t userId) override { m_host.account.Set(userId); }
+    void SetUser(uint64_t userId) override { m_host.state.account.Set(userId); }
 
-    void BeInternalBuild() override { m_host.environment.SetRelease(false); }
+    void BeInternalBuild() override { m_host.state.environment.SetRelease(false); }
 
     std::string HttpServer() override { return "https://ads.test"; }
 

@@ -8,11 +8,9 @@
 #include <QTimer>
 #include <atomic>
 
-#include "core/Domains.h"
-#include "core/IEnvironment.h"
+#include "core/IClientState.h"
 #include "core/MainThreadPoster.h"
-#include "core/Random.h"
-#include "core/ServerClock.h"
+#include "core/TimeAndRandom.h"
 #include "framework/Ports.h"
 #include "http/HttpService.h"
 #include "report/ReportService.h"
@@ -20,11 +18,15 @@
 namespace outbox_kill {
 namespace {
 
-class CInternalBuild : public IEnvironment {
+/// An internal build with a report server on this machine.
+class CState : public IClientState {
 public:
+    explicit CState(quint16 sinkPort) : m_sink("http://127.0.0.1:" + std::to_string(sinkPort)) {}
     bool IsReleaseAppVersion() const override { return false; }
-    bool IsVelora() const override { return false; }
-    std::string DeviceId() const override { return "crash-test"; }
+    std::string DomainUrl(const std::string&, core::url_data::DomainBizType) const override { return m_sink; }
+
+private:
+    const std::string m_sink;
 };
 
 // Small limits, so that kills hit checkpoints, uploads, failures and answers as often as plain writes.
@@ -43,9 +45,9 @@ ReportOptions SmallLimits() {
 class CClient {
 public:
     CClient(const QString& path, quint16 sinkPort)
-        : m_http(m_poster, m_build),
-          m_reports(path, {m_http, m_domains, m_clock, m_random, m_poster, "crash-test"}, SmallLimits()) {
-        m_domains.Set("api", "http://127.0.0.1:" + std::to_string(sinkPort));
+        : m_state(sinkPort),
+          m_http(m_poster, m_state),
+          m_reports(path, {m_http, m_state, m_timeAndRandom, m_poster, "crash-test"}, SmallLimits()) {
         m_reports.SendNow();
     }
 
@@ -53,10 +55,8 @@ public:
 
 private:
     CMainThreadPoster m_poster;
-    CInternalBuild m_build;
-    CDomains m_domains;
-    CServerClock m_clock;
-    CRandom m_random;
+    CState m_state;
+    CTimeAndRandom m_timeAndRandom;
     CHttpService m_http;
     CReportService m_reports;
 };

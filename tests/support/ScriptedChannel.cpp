@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Channel");
+constexpr host::CHostLog kLog("Channel");
 
 }  // namespace
 
@@ -74,7 +74,8 @@ void CScriptedChannel::PushWith(uint32_t boundCommand, CSProtoError error, const
     const auto subscriptions = m_subscriptions;  // what is bound from now on gets the next push
     for (const auto& subscription : subscriptions) {
         if (subscription->cmd == boundCommand && subscription->bound && subscription->context) {
-            host::RunGuarded(kLog, "A push callback", [&] { subscription->callback(0, error, data, nullptr); });
+            host::CallAndLogExceptions(kLog, "A push callback",
+                                       [&] { subscription->callback(0, error, data, nullptr); });
         }
     }
 }
@@ -185,7 +186,7 @@ void CScriptedChannel::Complete(unsigned long session, CSProtoError error, const
     const Outstanding request = std::move(found->second);
     m_outstanding.erase(found);
     if (request.context && request.callback) {
-        host::RunGuarded(kLog, "A reply callback", [&] { request.callback(session, error, data, nullptr); });
+        host::CallAndLogExceptions(kLog, "A reply callback", [&] { request.callback(session, error, data, nullptr); });
     }
 }
 

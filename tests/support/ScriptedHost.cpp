@@ -16,23 +16,17 @@ host::Ports CScriptedHost::Ports() {
     ports.bus = &bus;
     ports.channel = &channel;
     ports.store = &store;
-    ports.commonConfig = &config;
-    ports.account = &account;
-    ports.environment = &environment;
-    ports.language = &language;
-    ports.clock = &time;
-    ports.random = &random;
+    ports.state = &state;
+    ports.timeAndRandom = &timeAndRandom;
     ports.urls = &urls;
     ports.http = &http;
     ports.reports = &reports;
-    ports.domains = &domains;
     ports.pictures = &pictures;
-    ports.resourceSlots = &slots;
     return ports;
 }
 
 CScriptedHost::~CScriptedHost() {
-    // What deletes itself later still belongs to the test, and so does what it does when it goes.
+    // Deferred deletes and their effects still belong to the test.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     host::Uninstall();
     channel.CheckAllLookedAt();

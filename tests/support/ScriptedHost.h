@@ -7,8 +7,8 @@
 #include "support/ScriptedMainFrame.h"
 #include "support/ScriptedPictures.h"
 #include "support/ScriptedPoster.h"
-#include "support/ScriptedQueries.h"
 #include "support/ScriptedReports.h"
+#include "support/ScriptedState.h"
 #include "support/ScriptedStore.h"
 #include "support/ScriptedUrls.h"
 #include "support/VirtualTime.h"
@@ -17,8 +17,8 @@ namespace host {
 struct Ports;
 }
 
-/// The scripted services, joined to the contract from construction to destruction. At its end each effect
-/// that the test did not look at is a failure of its own.
+/// The scripted services, connected to the contract from construction to destruction. The destructor reports each
+/// effect that the test did not look at as a failure.
 class CScriptedHost {
 public:
     CScriptedHost();
@@ -26,7 +26,7 @@ public:
     CScriptedHost(const CScriptedHost&) = delete;
     CScriptedHost& operator=(const CScriptedHost&) = delete;
 
-    /// All of them, for a test that puts something of its own before one.
+    /// All scripted ports, for a test that replaces one.
     host::Ports Ports();
 
     CVirtualTime time;
@@ -35,16 +35,11 @@ public:
     CScriptedBus bus;
     CScriptedChannel channel;
     CScriptedStore store;
-    CScriptedConfig config;
-    CScriptedAccount account;
-    CScriptedEnvironment environment;
-    CScriptedLanguage language;
-    CScriptedRandom random;
+    CScriptedState state;
+    CScriptedTimeAndRandom timeAndRandom{time};
     CScriptedUrls urls;
     CScriptedHttp http;
     CScriptedReports reports;
-    CScriptedDomains domains;
     CScriptedPictures pictures;
-    CScriptedSlots slots;
     CScriptedMainFrame mainFrame;
 };

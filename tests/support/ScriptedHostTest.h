@@ -5,8 +5,7 @@
 #include "framework/Ports.h"
 #include "support/ScriptedHost.h"
 
-/// The fixture of nearly every test: a fresh set of scripted services for each case.
-/// Members of a derived fixture come and go while the services are there.
+/// The fixture of most tests: new scripted services for each case. They outlive the members of a derived fixture.
 class ScriptedHostTest : public ::testing::Test {
 private:
     CScriptedHost m_host;
@@ -20,16 +19,17 @@ protected:
     CScriptedBus& bus = m_host.bus;
     CScriptedChannel& channel = m_host.channel;
     CScriptedStore& store = m_host.store;
-    CScriptedConfig& config = m_host.config;
-    CScriptedAccount& account = m_host.account;
-    CScriptedEnvironment& environment = m_host.environment;
-    CScriptedLanguage& language = m_host.language;
-    CScriptedRandom& random = m_host.random;
+    CScriptedConfig& config = m_host.state.config;
+    CScriptedAccount& account = m_host.state.account;
+    CScriptedEnvironment& environment = m_host.state.environment;
+    CScriptedLanguage& language = m_host.state.language;
+    CScriptedTimeAndRandom& timeAndRandom = m_host.timeAndRandom;
+    CScriptedRandom& random = m_host.timeAndRandom.random;
     CScriptedUrls& urls = m_host.urls;
     CScriptedHttp& http = m_host.http;
     CScriptedReports& reports = m_host.reports;
-    CScriptedDomains& domains = m_host.domains;
+    CScriptedDomains& domains = m_host.state.domains;
     CScriptedPictures& pictures = m_host.pictures;
-    CScriptedSlots& slots = m_host.slots;
+    CScriptedSlots& slots = m_host.state.slots;
     CScriptedMainFrame& mainFrame = m_host.mainFrame;
 };

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Url");
+constexpr host::CHostLog kLog("Url");
 
 // What the contract promises of the URL itself. How it may be disguised is the real opener's care.
 bool IsAllowed(const QUrl& url) {

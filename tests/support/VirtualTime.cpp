@@ -79,6 +79,6 @@ void CVirtualTime::SetServerTime(int64_t millis) {
     m_nServerOffset = millis - Now();
 }
 
-int64_t CVirtualTime::ServerTimeMillis() const {
+int64_t CVirtualTime::ServerTimeMs() const {
     return ServerTime();
 }

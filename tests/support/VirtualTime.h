@@ -4,12 +4,12 @@
 #include <chrono>
 #include <functional>
 
-#include "core/IServerClock.h"
+#include "core/ITimeAndRandom.h"
 
 class CVirtualEventDispatcher;
 
 /// The test's hand on the clock. Main thread, except where said.
-class CVirtualTime : public IServerClock {
+class CVirtualTime : public ITimeAndRandom {
 public:
     static constexpr int64_t kFirstServerTime = 1'700'000'000'000;
 
@@ -32,7 +32,7 @@ public:
     int64_t ServerTime() const;
     void SetServerTime(int64_t millis);
 
-    int64_t ServerTimeMillis() const override;
+    int64_t ServerTimeMs() const override;
 
 private:
     CVirtualEventDispatcher& m_dispatcher;

@@ -9,7 +9,7 @@
 
 #include "Ad/Controller/ZRAdBannerController.h"
 #include "BenchTable.h"
-#include "QuietHost.h"
+#include "NullHost.h"
 #include "support/VirtualEventDispatcher.h"
 #include "ui/ZSlideshow.h"
 
@@ -39,7 +39,7 @@ double LiveHeap() {
 /// A banner at work in its page.
 class CRunningBanner {
 public:
-    explicit CRunningBanner(CQuietHost& host) : m_host(host), m_slot(nullptr, 7) {
+    explicit CRunningBanner(CNullHost& host) : m_host(host), m_slot(nullptr, 7) {
         m_page.resize(700, 200);
         m_page.show();
         m_slot.GetAdBannerAsync(QSize(662, 110),
@@ -67,7 +67,7 @@ public:
     }
 
 private:
-    CQuietHost& m_host;
+    CNullHost& m_host;
     QWidget m_page;
     CZRAdBannerController m_slot;
     ZSlideshow* m_pShow = nullptr;
@@ -96,7 +96,7 @@ int main(int argc, char** argv) {
     int applicationArgc = 1;
     const QApplication application(applicationArgc, argv);
 
-    CQuietHost host(kAnswer);
+    CNullHost host(kAnswer);
     CRunningBanner banner(host);
     const int times = options.quick ? 2 * kAds : kSwitches;
     // Caches fill on the way.

@@ -12,7 +12,7 @@
 #include "Ad/Controller/ZRAdBottomPopupController.h"
 #include "Ad/View/ZRAdBottomPopupView.h"
 #include "BenchTable.h"
-#include "QuietHost.h"
+#include "NullHost.h"
 #include "support/ScriptedMainFrame.h"
 #include "support/VirtualEventDispatcher.h"
 #include "ui/ZIconButton.h"
@@ -52,7 +52,7 @@ CZRAdModelList* ListOf(const std::string& text) {
     return response.Decode(value) ? response.GetData() : nullptr;
 }
 
-void Card(benchmark::State& state, CQuietHost& host, QWidget& window, bool fromText) {
+void Card(benchmark::State& state, CNullHost& host, QWidget& window, bool fromText) {
     const std::string text = kAnswer;
     CSlot slot;
     for (auto _ : state) {
@@ -73,7 +73,7 @@ void Card(benchmark::State& state, CQuietHost& host, QWidget& window, bool fromT
     }
 }
 
-void Bare(benchmark::State& state, CQuietHost& host, QWidget& window) {
+void Bare(benchmark::State& state, CNullHost& host, QWidget& window) {
     for (auto _ : state) {
         const double begin = ThreadSeconds();
         auto* card = new QWidget(&window);
@@ -102,7 +102,7 @@ int main(int argc, char** argv) {
     // A client has threads, and in a process with threads reference counts are atomic.
     std::thread([] {}).join();
 
-    CQuietHost host{std::string()};
+    CNullHost host{std::string()};
     QWidget window;
     window.resize(1440, 900);
     CScriptedMainFrame mainFrame;

@@ -10,7 +10,7 @@
 #include "BenchTable.h"
 #include "LargePictures.h"
 #include "PictureSource.h"
-#include "core/IEnvironment.h"
+#include "core/IClientState.h"
 #include "framework/Ports.h"
 #include "picture/PictureService.h"
 #include "support/SliceMeter.h"
@@ -22,11 +22,9 @@ constexpr int kPictures = 9;
 constexpr int kLimitMs = 60'000;
 constexpr double kSliceLimitNanos = 10e6;
 
-class CInternalBuild : public IEnvironment {
+class CInternalBuild : public IClientState {
 public:
     bool IsReleaseAppVersion() const override { return false; }
-    bool IsVelora() const override { return false; }
-    std::string DeviceId() const override { return {}; }
 };
 
 struct Format {
@@ -65,8 +63,8 @@ int main(int argc, char** argv) {
     QApplication::setQuitOnLastWindowClosed(false);
 
     const QTemporaryDir folder;
-    const CInternalBuild environment;
-    CPictureService pictures(environment, folder.filePath(QStringLiteral("pictures")));
+    const CInternalBuild state;
+    CPictureService pictures(state, folder.filePath(QStringLiteral("pictures")));
     host::Ports ports;
     ports.pictures = &pictures;
     host::Install(ports);

@@ -5,7 +5,7 @@
 #include "framework/export.h"
 
 namespace host {
-class ThemeControl;
+class CThemeControl;
 }
 
 namespace zr_ui_theme {
@@ -40,7 +40,7 @@ Q_SIGNALS:
     void themeChanged(zr_ui_theme::Manager::Theme theme);
 
 private:
-    friend class host::ThemeControl;
+    friend class host::CThemeControl;
 
     Manager();
     ~Manager() override;

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Channel");
+constexpr host::CHostLog kLog("Channel");
 
 bool IsKnown(CSChannelType channel) {
     if (channel == kCSChannelMain) {
@@ -19,20 +19,20 @@ bool IsKnown(CSChannelType channel) {
 
 unsigned long IZRChannelProxy::SendCommand(CSChannelType channel, const CSProtoData& data, const CSRequestExt* /*ext*/,
                                            CSCallback callback, QObject* context) {
-    const host::PortsInUse ports;
+    const host::PortsLock ports;
     return ports->channel && IsKnown(channel) ? ports->channel->SendCommand(data, std::move(callback), context) : 0;
 }
 
 void IZRChannelProxy::BindCallback(CSChannelType channel, unsigned short commandId, CSCallback callback,
                                    QObject* context) {
-    const host::PortsInUse ports;
+    const host::PortsLock ports;
     if (ports->channel && IsKnown(channel)) {
         ports->channel->BindCallback(commandId, std::move(callback), context);
     }
 }
 
 void IZRChannelProxy::UnbindCallback(QObject* context) {
-    const host::PortsInUse ports;
+    const host::PortsLock ports;
     if (ports->channel) {
         ports->channel->UnbindCallback(context);
     }

@@ -1,6 +1,6 @@
 #include "core/config_local.h"
 
-#include "core/IAccount.h"
+#include "core/IClientState.h"
 #include "core/ILocalStore.h"
 #include "framework/Ports.h"
 
@@ -13,24 +13,24 @@ ILocalStore::Owner Installation() {
 }
 
 // Nobody logged in is user 0: what arrives then is kept all the same.
-ILocalStore::Owner CurrentUser(const host::PortsInUse& ports) {
-    return ports->account ? ports->account->UserId() : 0;
+ILocalStore::Owner CurrentUser(const host::PortsLock& ports) {
+    return ports->state ? ports->state->UserId() : 0;
 }
 
 }  // namespace
 
 bool AppCfgReadString(const std::string& key, std::string& value) {
-    const host::PortsInUse ports;
+    const host::PortsLock ports;
     return ports->store && ports->store->ReadString(Installation(), key, value);
 }
 
 bool AppCfgSaveString(const std::string& key, const std::string& value) {
-    const host::PortsInUse ports;
+    const host::PortsLock ports;
     return ports->store && ports->store->SaveString(Installation(), key, value);
 }
 
 bool AppCfgReadInt64(const std::string& key, long& value) {
-    const host::PortsInUse ports;
+    const host::PortsLock ports;
     int64_t stored = 0;
     if (!ports->store || !ports->store->ReadInt64(key, stored)) {
         return false;
@@ -40,17 +40,17 @@ bool AppCfgReadInt64(const std::string& key, long& value) {
 }
 
 bool AppCfgSaveInt64(const std::string& key, const long& value) {
-    const host::PortsInUse ports;
+    const host::PortsLock ports;
     return ports->store && ports->store->SaveInt64(key, value);
 }
 
 bool UserCfgReadString(const std::string& key, std::string& value) {
-    const host::PortsInUse ports;
+    const host::PortsLock ports;
     return ports->store && ports->store->ReadString(CurrentUser(ports), key, value);
 }
 
 bool UserCfgSaveString(const std::string& key, const std::string& value) {
-    const host::PortsInUse ports;
+    const host::PortsLock ports;
     return ports->store && ports->store->SaveString(CurrentUser(ports), key, value);
 }
 

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Poster");
+constexpr host::CHostLog kLog("Poster");
 
 QEvent::Type WakeEvent() {
     static const int type = QEvent::registerEventType();
@@ -77,7 +77,7 @@ void CMainThreadPoster::RunOne() {
         ArmTimer(now);
     }
     if (task && task->context) {
-        host::RunGuarded(kLog, "A posted task", task->run);
+        host::CallAndLogExceptions(kLog, "A posted task", task->run);
     }
 }
 

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Bus");
+constexpr host::CHostLog kLog("Bus");
 
 // Its address is the thread's name: asking the toolkit for its thread costs as much as two deliveries.
 __thread char t_thread __attribute__((tls_model("initial-exec")));
@@ -29,7 +29,7 @@ void CMessageBus::Send(const char* location, unsigned int messageId, unsigned lo
         return;
     }
     m_subscribers.Deliver(messageId, [&](const core::MessageCallback& callback) {
-        host::RunGuarded(kLog, "A subscriber", [&] { callback(messageId, wParam, body); });
+        host::CallAndLogExceptions(kLog, "A subscriber", [&] { callback(messageId, wParam, body); });
     });
 }
 

@@ -29,5 +29,5 @@ private:
     IPoster& m_poster;
     const void* const m_pThread;
     QObject m_context;  // of what other threads posted
-    SubscriberTable<unsigned int, core::MessageCallback> m_subscribers;
+    CSubscriberTable<unsigned int, core::MessageCallback> m_subscribers;
 };

@@ -1,109 +1,84 @@
-#include "core/IAccount.h"
-#include "core/ICommonConfig.h"
-#include "core/IEnvironment.h"
-#include "core/ILanguage.h"
-#include "core/IRandom.h"
-#include "core/IServerClock.h"
+#include "core/IClientState.h"
+#include "core/ITimeAndRandom.h"
 #include "core/attr_market.h"
 #include "core/config_common.h"
 #include "core/environment.h"
-#include "core/lang.h"
 #include "core/langx.h"
 #include "core/login_status_data.h"
 #include "core/random.h"
 #include "core/time_date.h"
 #include "framework/Ports.h"
 
-namespace core {
-namespace config_common {
+namespace {
 
-Json::Value GetJsonConfigByName(const std::string& name) {
-    const host::PortsInUse ports;
-    return ports->commonConfig ? ports->commonConfig->ConfigByName(name) : Json::Value();
+// Never destroyed: a static destructor may still call the contract.
+const IClientState& State(const host::PortsLock& ports) {
+    static const auto* none = new IClientState;
+    return ports->state ? *ports->state : *none;
 }
 
-}  // namespace config_common
-namespace login_status_data {
+}  // namespace
 
-uint64_t Login_GetUserID() {
-    const host::PortsInUse ports;
-    return ports->account ? ports->account->UserId() : 0;
+Json::Value core::config_common::GetJsonConfigByName(const std::string& name) {
+    return State(host::PortsLock()).ConfigByName(name);
 }
 
-uint64_t GetSessionId() {
-    const host::PortsInUse ports;
-    return ports->account ? ports->account->SessionId() : 0;
+uint64_t core::login_status_data::Login_GetUserID() {
+    return State(host::PortsLock()).UserId();
 }
 
-}  // namespace login_status_data
-namespace attr_market {
-
-std::vector<int> GetCurrentUserAttrMarket() {
-    const host::PortsInUse ports;
-    return ports->account ? ports->account->AttributedMarkets() : std::vector<int>();
+uint64_t core::login_status_data::GetSessionId() {
+    return State(host::PortsLock()).SessionId();
 }
 
-}  // namespace attr_market
-namespace environment {
-
-bool IsReleaseAppVersion() {
-    const host::PortsInUse ports;
-    // With nobody to ask it is a release: what internal builds alone may do stays shut.
-    return !ports->environment || ports->environment->IsReleaseAppVersion();
+std::vector<int> core::attr_market::GetCurrentUserAttrMarket() {
+    return State(host::PortsLock()).AttributedMarkets();
 }
 
-bool IsVelora() {
-    const host::PortsInUse ports;
-    return ports->environment && ports->environment->IsVelora();
+bool core::environment::IsReleaseAppVersion() {
+    return State(host::PortsLock()).IsReleaseAppVersion();
 }
 
-std::string GetDeviceId() {
-    const host::PortsInUse ports;
-    return ports->environment ? ports->environment->DeviceId() : std::string();
+bool core::environment::IsVelora() {
+    return State(host::PortsLock()).IsVelora();
 }
 
-}  // namespace environment
-namespace lang {
-
-int GetLanguageID() {
-    const host::PortsInUse ports;
-    return ports->language ? ports->language->LanguageId() : kLanguageEnglish;
+std::string core::environment::GetDeviceId() {
+    return State(host::PortsLock()).DeviceId();
 }
 
-bool IsChinese() {
+int core::lang::GetLanguageID() {
+    return State(host::PortsLock()).LanguageId();
+}
+
+bool core::lang::IsChinese() {
     const int language = GetLanguageID();
     return language == kLanguageSimplifiedChinese || language == kLanguageTraditionalChinese;
 }
 
-}  // namespace lang
-namespace langx {
-
-QString tr(unsigned int textId, const std::string& fallback) {
-    const host::PortsInUse ports;
-    const std::optional<QString> text = ports->language ? ports->language->Text(textId) : std::nullopt;
-    return text ? *text : QString::fromStdString(fallback);
+QString core::langx::tr(unsigned int textId, const std::string& fallback) {
+    return State(host::PortsLock()).Text(textId).value_or(QString::fromStdString(fallback));
 }
 
-}  // namespace langx
-namespace time_date {
-
-int64_t GetSvrTimeMillis() {
-    const host::PortsInUse ports;
-    return ports->clock ? ports->clock->ServerTimeMillis() : 0;
+std::string core::url_data::GetDomainUrl(const std::string& key, DomainBizType biz) {
+    return State(host::PortsLock()).DomainUrl(key, biz);
 }
 
-int64_t GetSvrTimeStamp() {
+bool core::uniform_resource_slot::IsAllowedToShowUniformResourceSlot(ZRUniformResourceSlotType type) {
+    return State(host::PortsLock()).IsAllowed(type);
+}
+
+int64_t core::time_date::GetSvrTimeMillis() {
+    const host::PortsLock ports;
+    return ports->timeAndRandom ? ports->timeAndRandom->ServerTimeMs() : 0;
+}
+
+int64_t core::time_date::GetSvrTimeStamp() {
     const int64_t millis = GetSvrTimeMillis();
     return millis / 1000 - (millis % 1000 < 0 ? 1 : 0);
 }
 
-}  // namespace time_date
-namespace random {
-
-uint32_t GetRandUInt32() {
-    const host::PortsInUse ports;
-    return ports->random ? ports->random->Next() : 0;
+uint32_t core::random::GetRandUInt32() {
+    const host::PortsLock ports;
+    return ports->timeAndRandom ? ports->timeAndRandom->RandomNumber() : 0;
 }
-
-}  // namespace random
-}  // namespace core

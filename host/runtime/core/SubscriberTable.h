@@ -13,7 +13,7 @@
 /// bound inside a delivery gets the next message, an unbound or dead one gets nothing more, and a callback
 /// lives until its own call returns. Single thread.
 template <class Key, class Callback>
-class SubscriberTable {
+class CSubscriberTable {
 public:
     /// A null context or an empty callback binds nothing.
     void Bind(Key key, Callback callback, QObject* context) {

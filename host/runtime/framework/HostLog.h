@@ -12,9 +12,9 @@ namespace host {
 
 /// The log of one part of the host, named by `area` ("Channel"); its lines carry the module "Host.<area>".
 /// Texts are FMT_STRING literals, so that a wrong field does not compile.
-class ZRHOST_API HostLog {
+class ZRHOST_API CHostLog {
 public:
-    explicit constexpr HostLog(const char* area) : m_pArea(area) {}
+    explicit constexpr CHostLog(const char* area) : m_pArea(area) {}
 
     template <class Format, class... Args>
     void Info(const Format& format, const Args&... args) const {
@@ -34,7 +34,7 @@ private:
 
 /// Runs a callback that belongs to somebody else. What it throws is logged under `what` and goes no further.
 template <class Callback>
-void RunGuarded(const HostLog& log, const char* what, const Callback& callback) {
+void CallAndLogExceptions(const CHostLog& log, const char* what, const Callback& callback) {
     try {
         callback();
     } catch (const std::exception& error) {

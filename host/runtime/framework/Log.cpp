@@ -15,7 +15,7 @@ std::string Text(const char* text) {
 
 void _WriteLogRaw(const char* file, int line, const char* function, ZRLogType type, const char* module,
                   const QString& text, signed char /*channel*/) {
-    const host::PortsInUse ports;
+    const host::PortsLock ports;
     if (ports->log) {
         ports->log->Write(LogRecord{Text(file), line, Text(function), type, Text(module), text});
     }
@@ -23,7 +23,7 @@ void _WriteLogRaw(const char* file, int line, const char* function, ZRLogType ty
 
 void _FW_OnAssertFailed(AssetType type, const char* detail, const char* module, const char* file, int line,
                         const char* expression) {
-    const host::PortsInUse ports;
+    const host::PortsLock ports;
     if (ports->log) {
         ports->log->AssertionFailed(
             AssertionRecord{type, Text(detail), Text(module), Text(file), line, Text(expression)});

@@ -16,19 +16,19 @@ std::shared_mutex& Guard() {
 
 }  // namespace
 
-Ports PortsInUse::s_ports;
-__thread bool PortsInUse::t_bMainThread = false;
+Ports PortsLock::s_ports;
+__thread bool PortsLock::t_bMainThread = false;
 
 void Install(const Ports& ports) {
     const std::unique_lock<std::shared_mutex> lock(Guard());
-    PortsInUse::s_ports = ports;
-    PortsInUse::t_bMainThread = true;
+    PortsLock::s_ports = ports;
+    PortsLock::t_bMainThread = true;
     g_bEnded = false;
 }
 
 void Uninstall() {
     const std::unique_lock<std::shared_mutex> lock(Guard());
-    PortsInUse::s_ports = Ports{};
+    PortsLock::s_ports = Ports{};
     g_bEnded = true;
 }
 
@@ -37,14 +37,14 @@ bool HasEnded() {
 }
 
 bool OnMainThread() {
-    return PortsInUse::t_bMainThread;
+    return PortsLock::t_bMainThread;
 }
 
-void PortsInUse::Lock() {
+void PortsLock::Lock() {
     Guard().lock_shared();
 }
 
-void PortsInUse::Unlock() {
+void PortsLock::Unlock() {
     Guard().unlock_shared();
 }
 

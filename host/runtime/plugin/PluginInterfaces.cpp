@@ -1,6 +1,16 @@
+// The destructors and type information of what both sides of the contract use are in this library only.
+#include "modules/IMainFrameModuleUtil.h"
+#include "modules/ITradeModuleUtil.h"
+#include "modules/IZRGrowthModuleInterface.h"
 #include "plugin/IZRPluginInterface.h"
 #include "plugin/IZRPluginInterfaceFactory.h"
 #include "plugin/IZRPluginModule.h"
+
+IMainFrameModuleUtil::~IMainFrameModuleUtil() = default;
+
+ITradeModuleUtil::~ITradeModuleUtil() = default;
+
+IZRGrowthModuleInterface::~IZRGrowthModuleInterface() = default;
 
 IZRPluginInterface::~IZRPluginInterface() = default;
 

@@ -12,14 +12,14 @@
 namespace host {
 namespace {
 
-constexpr HostLog kLog("Plugin");
+constexpr CHostLog kLog("Plugin");
 
 using LoadPluginModule = int (*)();
 
 template <class Call>
 void ForEachModule(const char* callback, const Call& call) {
     for (const auto& module : CPluginRegistry::Instance().Modules()) {
-        RunGuarded(kLog, callback, [&] { call(*module); });
+        CallAndLogExceptions(kLog, callback, [&] { call(*module); });
     }
 }
 
@@ -111,27 +111,27 @@ QString MapModule(const ModuleEntry& module, const QString& folder) {
     return failure;
 }
 
-void ModuleLifecycle::Init() {
+void CModuleLifecycle::Init() {
     ForEachModule("OnInit of a module", [](IZRPluginModule& module) { module.OnInit(); });
 }
 
-void ModuleLifecycle::Login() {
+void CModuleLifecycle::Login() {
     ForEachModule("OnLogin of a module", [](IZRPluginModule& module) { module.OnLogin(); });
 }
 
-void ModuleLifecycle::Logout() {
+void CModuleLifecycle::Logout() {
     ForEachModule("OnLogout of a module", [](IZRPluginModule& module) { module.OnLogout(); });
 }
 
-void ModuleLifecycle::Event(EnZRPluginEvent event, const std::shared_ptr<ZRPluginEventParam>& param) {
+void CModuleLifecycle::Event(EnZRPluginEvent event, const std::shared_ptr<ZRPluginEventParam>& param) {
     ForEachModule("OnEvent of a module", [&](IZRPluginModule& module) { module.OnEvent(event, param); });
 }
 
-void ModuleLifecycle::UnInit() {
+void CModuleLifecycle::UnInit() {
     ForEachModule("OnUnInit of a module", [](IZRPluginModule& module) { module.OnUnInit(); });
 }
 
-void ModuleLifecycle::Close() {
+void CModuleLifecycle::Close() {
     CPluginRegistry::Instance().Close();
 }
 

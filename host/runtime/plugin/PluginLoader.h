@@ -26,7 +26,7 @@ ZRHOST_API bool ReadModuleManifest(const QString& path, std::vector<ModuleEntry>
 ZRHOST_API QString MapModule(const ModuleEntry& module, const QString& folder);
 
 /// Drives the registered modules through their life, in order of registration. Main thread.
-class ZRHOST_API ModuleLifecycle {
+class ZRHOST_API CModuleLifecycle {
 public:
     static void Init();
     static void Login();

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Plugin");
+constexpr host::CHostLog kLog("Plugin");
 
 }  // namespace
 
@@ -58,7 +58,7 @@ std::shared_ptr<IZRPluginInterface> CPluginRegistry::CreateInterface(const std::
     }
     std::shared_ptr<IZRPluginInterface> service;
     if (factory) {
-        host::RunGuarded(kLog, "The factory of a service", [&] { service = factory->CreateInterface(); });
+        host::CallAndLogExceptions(kLog, "The factory of a service", [&] { service = factory->CreateInterface(); });
     }
     return service;
 }

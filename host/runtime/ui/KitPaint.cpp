@@ -9,13 +9,13 @@
 namespace host::kit {
 namespace {
 
-constexpr HostLog kLog("Kit");
+constexpr CHostLog kLog("Kit");
 constexpr double kFocusWidth = 1.5;
 
 }  // namespace
 
 QColor Color(std::string_view name) {
-    return ThemePalette::Of(zr_ui_theme::Manager::instance()->getTheme()).Color(name);
+    return CThemePalette::Of(zr_ui_theme::Manager::instance()->getTheme()).Color(name);
 }
 
 void FollowTheme(QWidget* widget) {

@@ -6,7 +6,7 @@
 namespace zr_ui_res {
 namespace {
 
-constexpr host::HostLog kLog("Resource");
+constexpr host::CHostLog kLog("Resource");
 
 }  // namespace
 

@@ -8,11 +8,11 @@
 namespace host {
 namespace {
 
-constexpr HostLog kLog("Theme");
+constexpr CHostLog kLog("Theme");
 
 }  // namespace
 
-void ThemeControl::Set(Theme theme) {
+void CThemeControl::Set(Theme theme) {
     if (HasEnded()) {
         return;
     }
@@ -26,7 +26,7 @@ void ThemeControl::Set(Theme theme) {
     }
     manager->m_enTheme = theme;
     Q_EMIT manager->themeChanged(theme);
-    const PortsInUse ports;
+    const PortsLock ports;
     if (ports->bus) {
         ports->bus->Send("[Host]", core::kMsgThemeChanged, 0, nullptr);
     }

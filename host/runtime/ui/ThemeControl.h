@@ -5,7 +5,7 @@
 namespace host {
 
 /// The host's own hand on the theme; modules only read it. Main thread.
-class ThemeControl {
+class CThemeControl {
 public:
     using Theme = zr_ui_theme::Manager::Theme;
 

@@ -9,30 +9,30 @@
 namespace host {
 namespace {
 
-constexpr HostLog kLog("Theme");
+constexpr CHostLog kLog("Theme");
 
-ThemePalette ReadResource(int number) {
+CThemePalette ReadResource(int number) {
     QFile file(QStringLiteral(":/themes/%1.json").arg(number));
     std::string error;
     if (!file.open(QIODevice::ReadOnly)) {
         error = file.errorString().toStdString();
-    } else if (auto palette = ThemePalette::Read(file.readAll().toStdString(), error)) {
+    } else if (auto palette = CThemePalette::Read(file.readAll().toStdString(), error)) {
         return std::move(*palette);
     }
     kLog.Error(FMT_STRING("Palette {}: {}"), file.fileName().toStdString(), error);
-    return ThemePalette();
+    return CThemePalette();
 }
 
 }  // namespace
 
-const ThemePalette& ThemePalette::Of(zr_ui_theme::Manager::Theme theme) {
+const CThemePalette& CThemePalette::Of(zr_ui_theme::Manager::Theme theme) {
     // Never destroyed: what paints may outlive static objects.
-    static auto* palettes = new std::map<int, ThemePalette>;
+    static auto* palettes = new std::map<int, CThemePalette>;
     const auto found = palettes->find(theme);
     return found != palettes->end() ? found->second : palettes->emplace(theme, ReadResource(theme)).first->second;
 }
 
-std::optional<ThemePalette> ThemePalette::Read(const std::string& json, std::string& error) {
+std::optional<CThemePalette> CThemePalette::Read(const std::string& json, std::string& error) {
     static const QRegularExpression form(QStringLiteral("^#[0-9a-f]{6}$"));
     const auto colors = ParseJson(json, error);
     if (!colors) {
@@ -42,7 +42,7 @@ std::optional<ThemePalette> ThemePalette::Read(const std::string& json, std::str
         error = "must be an object of names and colours";
         return std::nullopt;
     }
-    ThemePalette palette;
+    CThemePalette palette;
     for (const std::string& name : colors->getMemberNames()) {
         const Json::Value& value = (*colors)[name];
         if (!value.isString() || !form.match(QString::fromStdString(value.asString())).hasMatch()) {
@@ -54,12 +54,12 @@ std::optional<ThemePalette> ThemePalette::Read(const std::string& json, std::str
     return palette;
 }
 
-QColor ThemePalette::Color(std::string_view name) const {
+QColor CThemePalette::Color(std::string_view name) const {
     const auto found = m_colors.find(name);
     return found == m_colors.end() ? QColor() : found->second;
 }
 
-QStringList ThemePalette::Names() const {
+QStringList CThemePalette::Names() const {
     QStringList names;
     for (const auto& [name, color] : m_colors) {
         names << QString::fromStdString(name);
@@ -67,7 +67,7 @@ QStringList ThemePalette::Names() const {
     return names;
 }
 
-QString ThemePalette::Fill(const QString& text, QStringList& unknown) const {
+QString CThemePalette::Fill(const QString& text, QStringList& unknown) const {
     static const QRegularExpression mark(QStringLiteral("@([A-Za-z]+)"));
     QString filled;
     int done = 0;

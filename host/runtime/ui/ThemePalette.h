@@ -14,13 +14,13 @@
 namespace host {
 
 /// The named colours of one theme. All themes know the same names.
-class ZRHOST_API ThemePalette {
+class ZRHOST_API CThemePalette {
 public:
     /// The palette of resources/themes/<number>.json, read once. Main thread.
-    static const ThemePalette& Of(zr_ui_theme::Manager::Theme theme);
+    static const CThemePalette& Of(zr_ui_theme::Manager::Theme theme);
 
     /// From an object of names and colours written "#rrggbb". Empty on failure, and `error` says why.
-    static std::optional<ThemePalette> Read(const std::string& json, std::string& error);
+    static std::optional<CThemePalette> Read(const std::string& json, std::string& error);
 
     /// Invalid if the name is not known.
     QColor Color(std::string_view name) const;

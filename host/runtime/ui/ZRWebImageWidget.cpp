@@ -84,7 +84,7 @@ void ZRWebImageWidget::SetUrl(const QString& url, const QString& standIn) {
         }
         Q_EMIT ImageLoadStatusSignal(url, picture ? kImageLoadSucceeded : kImageLoadFailed);
     };
-    const host::PortsInUse ports;
+    const host::PortsLock ports;
     if (url.isEmpty() || !ports->pictures) {
         QTimer::singleShot(0, d->load.get(), [done] { done(nullptr); });
         return;

@@ -7,13 +7,13 @@
 #include <vector>
 
 #include "core/IPoster.h"
-#include "core/IRandom.h"
+#include "core/ITimeAndRandom.h"
 #include "core/MainThreadPoster.h"
 #include "framework/HostLog.h"
 
 namespace {
 
-constexpr host::HostLog kLog("Channel");
+constexpr host::CHostLog kLog("Channel");
 
 int64_t Now() {
     return CMainThreadPoster::SteadyMillis();
@@ -29,7 +29,7 @@ QString ClosedBecause(const QWebSocket& socket) {
 
 }  // namespace
 
-CWebSocketChannel::CWebSocketChannel(IPoster& poster, IRandom& random, const ChannelOptions& options)
+CWebSocketChannel::CWebSocketChannel(IPoster& poster, ITimeAndRandom& random, const ChannelOptions& options)
     : m_poster(poster), m_random(random), m_options(options), m_backoff(options.firstRetry, options.lastRetry) {
     m_retryTimer.setSingleShot(true);
     m_connectTimer.setSingleShot(true);
@@ -116,7 +116,7 @@ void CWebSocketChannel::OnConnected() {
 void CWebSocketChannel::OnLost(const QString& reason) {
     DropSocket();
     FailLater(kCSProtoDisconnected);
-    const auto wait = m_backoff.Next(m_random.Next());
+    const auto wait = m_backoff.Next(m_random.RandomNumber());
     kLog.Error(FMT_STRING("No connection to {}: {}. Trying again in {} ms"), m_url.toString().toStdString(),
                reason.toStdString(), wait.count());
     m_retryTimer.start(wait);
@@ -221,15 +221,17 @@ void CWebSocketChannel::OnReply(const channel::Frame& frame) {
     ArmDeadline();
     if (request.context && request.callback) {
         const CSProtoData data{frame.command(), frame.body()};
-        host::RunGuarded(kLog, "A reply's callback",
-                         [&] { request.callback(frame.session(), CSProtoError(frame.error()), data, nullptr); });
+        host::CallAndLogExceptions(kLog, "A reply's callback", [&] {
+            request.callback(frame.session(), CSProtoError(frame.error()), data, nullptr);
+        });
     }
 }
 
 void CWebSocketChannel::OnPush(const channel::Frame& frame) {
     const CSProtoData data{frame.command(), frame.body()};
     m_pushes.Deliver(static_cast<unsigned short>(frame.command()), [&](const CSCallback& callback) {
-        host::RunGuarded(kLog, "A push's callback", [&] { callback(0, CSProtoError(frame.error()), data, nullptr); });
+        host::CallAndLogExceptions(kLog, "A push's callback",
+                                   [&] { callback(0, CSProtoError(frame.error()), data, nullptr); });
     });
 }
 
@@ -259,7 +261,8 @@ void CWebSocketChannel::Fail(unsigned long session, CSProtoError error) {
     ArmDeadline();
     if (request.context && request.callback) {
         const CSProtoData data{request.command, std::string()};
-        host::RunGuarded(kLog, "A failed request's callback", [&] { request.callback(session, error, data, nullptr); });
+        host::CallAndLogExceptions(kLog, "A failed request's callback",
+                                   [&] { request.callback(session, error, data, nullptr); });
     }
 }
 

@@ -12,7 +12,7 @@
 #include "core/SubscriberTable.h"
 
 class IPoster;
-class IRandom;
+class ITimeAndRandom;
 class QWebSocket;
 
 struct ChannelOptions {
@@ -31,7 +31,7 @@ class CWebSocketChannel : public QObject, public IChannel {
     Q_OBJECT
 
 public:
-    CWebSocketChannel(IPoster& poster, IRandom& random, const ChannelOptions& options = {});
+    CWebSocketChannel(IPoster& poster, ITimeAndRandom& random, const ChannelOptions& options = {});
     ~CWebSocketChannel() override;
 
     /// Connects to `url` with the access token, now, and from then on whenever the connection is lost. A second
@@ -87,7 +87,7 @@ private:
     void ArmDeadline();
 
     IPoster& m_poster;
-    IRandom& m_random;
+    ITimeAndRandom& m_random;
     const ChannelOptions m_options;
     CBackoff m_backoff;
     QUrl m_url;
@@ -101,5 +101,5 @@ private:
     QTimer m_deadlineTimer;
     unsigned long m_nLastSession = 0;
     std::map<unsigned long, Request> m_requests;  // in order of session, and so of deadline
-    SubscriberTable<unsigned short, CSCallback> m_pushes;
+    CSubscriberTable<unsigned short, CSCallback> m_pushes;
 };

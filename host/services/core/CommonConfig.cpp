@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Config");
+constexpr host::CHostLog kLog("Config");
 constexpr const char* kCommonConfigKey = "Host_CommonConfig";
 
 }  // namespace

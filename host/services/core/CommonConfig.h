@@ -1,30 +1,32 @@
 #pragma once
 
+#include <json/value.h>
+
 #include <QObject>
 #include <map>
 #include <string>
 
-#include "core/ICommonConfig.h"
-
 class ILocalStore;
 
-/// The server's configuration by name: what it told last, kept in the store for a start without it.
-class CCommonConfig : public QObject, public ICommonConfig {
+/// The server's common configuration by name. The last one is saved in the store, for a start without the server.
+/// Main thread.
+class CCommonConfig : public QObject {
     Q_OBJECT
 
 public:
     explicit CCommonConfig(ILocalStore& store);
 
-    Json::Value ConfigByName(const std::string& name) const override;
+    /// Null for an unknown name.
+    Json::Value ConfigByName(const std::string& name) const;
 
-    /// Takes a JSON object with one member per name. Anything else is logged and changes nothing.
+    /// Replaces the configuration by a JSON object with one member per name. Other input is logged and ignored.
     void Receive(const std::string& json);
 
-    /// The members of such an object; false, with the reason, on anything else.
+    /// Reads the members of such an object. Returns false, with the reason, for other input.
     static bool Decode(const std::string& json, std::map<std::string, Json::Value>& configs, std::string& error);
 
 Q_SIGNALS:
-    /// The values have changed already.
+    /// Emitted after the values have changed.
     void Changed();
 
 private:

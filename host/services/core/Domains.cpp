@@ -11,7 +11,7 @@ void CDomains::Set(const std::string& key, std::string url) {
     }
 }
 
-std::string CDomains::DomainUrl(const std::string& key, core::url_data::DomainBizType /*biz*/) const {
+std::string CDomains::DomainUrl(const std::string& key) const {
     const auto found = m_urls.find(key);
     return found == m_urls.end() ? std::string() : found->second;
 }

@@ -2,18 +2,18 @@
 
 #include <QObject>
 #include <map>
+#include <string>
 
-#include "core/IDomains.h"
-
-/// Where the servers are, as the client learns it. Main thread.
-class CDomains : public QObject, public IDomains {
+/// URLs of the servers, as the client finds them. Main thread.
+class CDomains : public QObject {
     Q_OBJECT
 
 public:
-    /// `url` may end in slashes; an empty one takes the server away.
+    /// Slashes at the end of `url` are removed. An empty URL removes the server.
     void Set(const std::string& key, std::string url);
 
-    std::string DomainUrl(const std::string& key, core::url_data::DomainBizType biz) const override;
+    /// URL without a slash at its end. Empty for an unknown key.
+    std::string DomainUrl(const std::string& key) const;
 
 Q_SIGNALS:
     void Changed();

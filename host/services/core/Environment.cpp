@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Environment");
+constexpr host::CHostLog kLog("Environment");
 constexpr const char* kDeviceIdKey = "Host_DeviceId";
 
 }  // namespace
@@ -20,20 +20,4 @@ CEnvironment::CEnvironment(ILocalStore& store, const EnvironmentOptions& options
     if (!store.SaveString(std::nullopt, kDeviceIdKey, m_strDeviceId)) {
         kLog.Error(FMT_STRING("The device id could not be kept: this installation gets another one at its next start"));
     }
-}
-
-bool CEnvironment::IsReleaseAppVersion() const {
-    return m_options.release;
-}
-
-bool CEnvironment::IsVelora() const {
-    return m_options.velora;
-}
-
-std::string CEnvironment::DeviceId() const {
-    return m_strDeviceId;
-}
-
-void CEnvironment::SetVelora(bool velora) {
-    m_options.velora = velora;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/IEnvironment.h"
+#include <string>
 
 class ILocalStore;
 
@@ -9,17 +9,17 @@ struct EnvironmentOptions {
     bool velora = false;
 };
 
-/// What client this is. The device id is made at the first start and kept in the store; where the store
-/// refuses it, it lasts for the process.
-class CEnvironment : public IEnvironment {
+/// Build, edition and device of this client. The device id is generated at the first start and saved in the store.
+/// If the save fails, it lasts for the process. Main thread.
+class CEnvironment {
 public:
     CEnvironment(ILocalStore& store, const EnvironmentOptions& options);
 
-    bool IsReleaseAppVersion() const override;
-    bool IsVelora() const override;
-    std::string DeviceId() const override;
+    bool IsReleaseAppVersion() const { return m_options.release; }
+    bool IsVelora() const { return m_options.velora; }
+    std::string DeviceId() const { return m_strDeviceId; }
 
-    void SetVelora(bool velora);
+    void SetVelora(bool velora) { m_options.velora = velora; }
 
 private:
     EnvironmentOptions m_options;

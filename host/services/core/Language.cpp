@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Language");
+constexpr host::CHostLog kLog("Language");
 
 QString PackName(int languageId) {
     switch (languageId) {
@@ -30,10 +30,6 @@ QString PackName(int languageId) {
 CLanguage::CLanguage(int languageId) {
     Q_INIT_RESOURCE(languages);
     SetLanguage(languageId);
-}
-
-int CLanguage::LanguageId() const {
-    return m_nLanguageId;
 }
 
 std::optional<QString> CLanguage::Text(unsigned int textId) const {

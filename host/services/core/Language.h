@@ -1,21 +1,23 @@
 #pragma once
 
 #include <QHash>
+#include <QString>
+#include <optional>
+#include <string>
 
-#include "core/ILanguage.h"
-
-/// The display language and its pack of texts, which is compiled in.
-class CLanguage : public ILanguage {
+/// The display language and its texts, which are compiled in. Main thread.
+class CLanguage {
 public:
-    /// A language that has no pack shows its texts in English.
+    /// A language without a text file shows English texts.
     explicit CLanguage(int languageId);
 
-    int LanguageId() const override;
-    std::optional<QString> Text(unsigned int textId) const override;
+    int LanguageId() const { return m_nLanguageId; }
+    /// Empty if the language has no text with this id.
+    std::optional<QString> Text(unsigned int textId) const;
 
     void SetLanguage(int languageId);
 
-    /// Reads a pack: a JSON object of text ids and texts. False, with the reason, on anything else.
+    /// Reads a JSON object of text ids and texts. Returns false, with the reason, for other input.
     static bool ReadPack(const std::string& json, QHash<unsigned int, QString>& texts, std::string& error);
 
 private:

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Login");
+constexpr host::CHostLog kLog("Login");
 
 }  // namespace
 
@@ -33,7 +33,7 @@ void CLoginSession::SetLanguage(int languageId) {
     channel::Frame frame;
     frame.set_kind(channel::Frame::LANGUAGE);
     frame.mutable_login()->set_language(languageId);
-    // Without a connection the next login tells it.
+    // Without a connection the next login sends it.
     m_channel.SendFrame(frame);
 }
 
@@ -77,7 +77,7 @@ void CLoginSession::Forget() {
 void CLoginSession::Receive(const channel::Frame& frame) {
     const channel::LoginAnswer& answer = frame.login_answer();
     if (!m_login.has_user_id() || frame.session() != m_nAsked || answer.user_id() != m_login.user_id()) {
-        // Usual where somebody changed his mind while the server was asked.
+        // Usual when another login replaced this one before the answer.
         kLog.Info(FMT_STRING("A login answer for user {} dropped, it is not waited for"), answer.user_id());
         return;
     }

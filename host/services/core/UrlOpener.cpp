@@ -3,25 +3,25 @@
 #include <QSet>
 #include <algorithm>
 
-#include "core/IEnvironment.h"
+#include "core/IClientState.h"
 #include "framework/HostLog.h"
 #include "framework/LogText.h"
 
 namespace {
 
-constexpr host::HostLog kLog("Url");
+constexpr host::CHostLog kLog("Url");
 constexpr int kMaxLoggedLength = 200;
 
 using Verdict = CUrlOpener::Verdict;
 using EnTarget = CUrlOpener::EnTarget;
 
 Verdict Refuse(const char* reason) {
-    return {EnTarget::Refused, QUrl(), QString::fromLatin1(reason)};
+    return {EnTarget::kRefused, QUrl(), QString::fromLatin1(reason)};
 }
 
-// A space or a control character is taken off or encoded by one reader and not by the next: what was looked
-// at would not be what is opened. A backslash is a slash to browsers alone.
-bool IsTreacherous(QChar character) {
+// Parsers differ in whether they remove or encode spaces and control characters. The opened URL could then differ from
+// the checked one. A backslash is a slash in browsers only.
+bool IsUnsafe(QChar character) {
     return character.category() == QChar::Other_Control || character.category() == QChar::Other_Format ||
            character.isSpace() || character == QLatin1Char('\\') || character.isSurrogate();
 }
@@ -33,16 +33,14 @@ bool IsLoopback(const QString& host) {
 
 }  // namespace
 
-CUrlOpener::CUrlOpener(const IEnvironment& environment) : m_environment(environment) {}
-
-Verdict CUrlOpener::Judge(const QString& text, bool internal) {
+Verdict CUrlOpener::Validate(const QString& text, bool internal) {
     if (text.isEmpty()) {
         return Refuse("it is empty");
     }
     if (text.size() > kMaxLength) {
         return Refuse("it is too long");
     }
-    if (std::any_of(text.begin(), text.end(), IsTreacherous)) {
+    if (std::any_of(text.begin(), text.end(), IsUnsafe)) {
         return Refuse("it holds a blank, a backslash or a control character");
     }
     const QUrl url(text, QUrl::StrictMode);
@@ -60,20 +58,20 @@ Verdict CUrlOpener::Judge(const QString& text, bool internal) {
         return Refuse("it names no host");
     }
     if (scheme == QLatin1String("zrclient")) {
-        return {EnTarget::Page, url, QString()};
+        return {EnTarget::kPage, url, QString()};
     }
     if (scheme == QLatin1String("http") && !(internal && IsLoopback(url.host()))) {
         return Refuse("plain http is for this machine alone, and for internal builds");
     }
-    return {EnTarget::Web, url, QString()};
+    return {EnTarget::kWeb, url, QString()};
 }
 
 bool CUrlOpener::Open(const UrlRequest& request) {
-    Verdict verdict = Judge(request.url, !m_environment.IsReleaseAppVersion());
-    if (verdict.target != EnTarget::Refused) {
-        const Handler& handler = verdict.target == EnTarget::Page ? m_fnPage : m_fnWeb;
+    Verdict verdict = Validate(request.url, !m_state.IsReleaseAppVersion());
+    if (verdict.target != EnTarget::kRefused) {
+        const Handler& handler = verdict.target == EnTarget::kPage ? m_fnPage : m_fnWeb;
         bool opened = false;
-        host::RunGuarded(kLog, "Opening a URL", [&] { opened = handler && handler(verdict.url); });
+        host::CallAndLogExceptions(kLog, "Opening a URL", [&] { opened = handler && handler(verdict.url); });
         if (!opened) {
             verdict = Refuse("nothing in the client opens it");
         }

@@ -6,28 +6,28 @@
 
 #include "core/IUrlOpener.h"
 
-class IEnvironment;
+class IClientState;
 
-/// Decides which URLs are opened, and hands those to whoever shows pages and the web. Main thread.
-/// The environment must outlive it.
+/// Decides which URLs may be opened and passes them to the handlers for pages and for the web.
+/// The state must outlive it. Main thread.
 class CUrlOpener : public QObject, public IUrlOpener {
     Q_OBJECT
 
 public:
-    enum class EnTarget { Refused, Page, Web };
+    enum class EnTarget { kRefused, kPage, kWeb };
 
     struct Verdict {
-        EnTarget target = EnTarget::Refused;
+        EnTarget target = EnTarget::kRefused;
         QUrl url;
-        QString reason;  // of a refusal
+        QString reason;  // why it was refused
     };
 
-    /// Opens a URL that passed; false if it can't be opened.
+    /// Opens an allowed URL. Returns false if it can't be opened.
     using Handler = std::function<bool(const QUrl& url)>;
 
     static constexpr int kMaxLength = 8192;
 
-    explicit CUrlOpener(const IEnvironment& environment);
+    explicit CUrlOpener(const IClientState& state) : m_state(state) {}
 
     /// Without a handler the URLs of its kind are refused.
     void SetPageHandler(Handler handler) { m_fnPage = std::move(handler); }
@@ -35,15 +35,15 @@ public:
 
     bool Open(const UrlRequest& request) override;
 
-    /// Looks at the text alone. `internal` builds may open http on loopback.
-    static Verdict Judge(const QString& text, bool internal);
+    /// Checks the text of a URL. `internal` builds may open http on loopback.
+    static Verdict Validate(const QString& text, bool internal);
 
 Q_SIGNALS:
-    /// After the fact; `reason` says why it was refused, and is empty if it was opened.
+    /// Emitted after each call of Open. `reason` is empty if the URL was opened.
     void Dispatched(const UrlRequest& request, const QString& reason);
 
 private:
-    const IEnvironment& m_environment;
+    const IClientState& m_state;
     Handler m_fnPage;
     Handler m_fnWeb;
 };

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Http");
+constexpr host::CHostLog kLog("Http");
 
 // Status lines, headers and trailers of one response together.
 constexpr size_t kMaxHeaderBytes = 256 << 10;
@@ -194,7 +194,7 @@ void CHttpExchange::Report(const core::network::http::Progress& progress, qint64
     }
     const auto report = [guard = listeners.guard, progress, done, total] {
         if (guard) {
-            host::RunGuarded(kLog, "A progress callback", [&] { progress(double(done), double(total)); });
+            host::CallAndLogExceptions(kLog, "A progress callback", [&] { progress(double(done), double(total)); });
         }
     };
     QMetaObject::invokeMethod(this, report, Qt::QueuedConnection);

@@ -83,8 +83,8 @@ std::optional<HttpMessage> http_request::Make(const HttpReqInfo& request, bool i
     }
     const QString text = QString::fromStdString(request.m_strUrl);
     const bool allowed = !insecureOrigin.isEmpty() && SameOrigin(insecureOrigin, QUrl(text, QUrl::StrictMode));
-    const auto verdict = CUrlOpener::Judge(text, internal || allowed);
-    if (verdict.target != CUrlOpener::EnTarget::Web) {
+    const auto verdict = CUrlOpener::Validate(text, internal || allowed);
+    if (verdict.target != CUrlOpener::EnTarget::kWeb) {
         reason = verdict.reason.isEmpty() ? "it is not the address of a server" : verdict.reason.toStdString();
         return std::nullopt;
     }

@@ -1,6 +1,6 @@
 #include "http/HttpService.h"
 
-#include "core/IEnvironment.h"
+#include "core/IClientState.h"
 #include "core/IPoster.h"
 #include "framework/HostLog.h"
 #include "framework/LogText.h"
@@ -8,12 +8,12 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Http");
+constexpr host::CHostLog kLog("Http");
 constexpr int kMaxLoggedLength = 200;
 
 }  // namespace
 
-CHttpService::CHttpService(IPoster& poster, const IEnvironment& environment, const HttpOptions& options)
+CHttpService::CHttpService(IPoster& poster, const IClientState& environment, const HttpOptions& options)
     : m_poster(poster), m_environment(environment), m_options(options) {}
 
 CHttpService::~CHttpService() = default;
@@ -52,7 +52,7 @@ void CHttpService::DeliverLater(const CHttpExchange::Listeners& listeners, unsig
                                 std::shared_ptr<HttpRspInfo> response) {
     m_poster.Post(this, std::chrono::milliseconds(0), [listeners, task, response = std::move(response)] {
         if (listeners.guard && listeners.answered) {
-            host::RunGuarded(kLog, "A request's callback", [&] { listeners.answered(task, *response); });
+            host::CallAndLogExceptions(kLog, "A request's callback", [&] { listeners.answered(task, *response); });
         }
     });
 }

@@ -7,7 +7,7 @@
 #include "core/IHttp.h"
 #include "http/HttpExchange.h"
 
-class IEnvironment;
+class IClientState;
 class IPoster;
 
 /// HTTP on libcurl. Only https is allowed, and http to loopback addresses: to all in internal builds, in every build
@@ -17,7 +17,7 @@ class CHttpService : public QObject, public IHttp {
     Q_OBJECT
 
 public:
-    CHttpService(IPoster& poster, const IEnvironment& environment, const HttpOptions& options = {});
+    CHttpService(IPoster& poster, const IClientState& environment, const HttpOptions& options = {});
     /// Aborts running exchanges without a callback.
     ~CHttpService() override;
 
@@ -37,7 +37,7 @@ private:
     void Drop(unsigned long task);
 
     IPoster& m_poster;
-    const IEnvironment& m_environment;
+    const IClientState& m_environment;
     const HttpOptions m_options;
     QUrl m_insecureOrigin;
     CCurlLoop m_loop;  // destroyed after the exchanges

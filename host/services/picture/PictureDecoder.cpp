@@ -8,21 +8,20 @@
 
 namespace {
 
-// Of all frames together. As they are kept, 300 frames, which is what the judge lets pass, of a strip across a page on
-// a screen of two pixels to one. With four bytes each these are 350 MB, and only for a picture that is at all limits.
-// As they are decoded, a few seconds.
-constexpr qint64 kMostKeptPixels = 300LL * (2 * 662) * (2 * 110);
-constexpr qint64 kMostDecodedPixels = 400'000'000;
+// Limits for all frames together. Kept: 300 frames, the validator's maximum, of a page-wide strip at a device pixel
+// ratio of 2. They need 350 MB at four bytes a pixel. Decoded: a few seconds of work.
+constexpr qint64 kMaxKeptPixels = 300LL * (2 * 662) * (2 * 110);
+constexpr qint64 kMaxDecodedPixels = 400'000'000;
 
-// Many pictures that move say nothing, or next to nothing: everybody takes that for the same.
-constexpr int kShortestMillis = 20;
-constexpr int kUsualMillis = 100;
+// Many animations give no delay or a very short one. Browsers use 100 ms for these.
+constexpr int kMinDelayMs = 20;
+constexpr int kDefaultDelayMs = 100;
 
 qint64 Area(const QSize& size) {
     return qint64(size.width()) * size.height();
 }
 
-/// The part of the middle that has the proportions of `size`.
+/// The largest centred part with the aspect ratio of `size`.
 QRect Middle(const QSize& whole, const QSize& size) {
     const QSize part = size.scaled(whole, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
     return {QPoint((whole.width() - part.width()) / 2, (whole.height() - part.height()) / 2), part};
@@ -32,50 +31,35 @@ QImage Covering(QImage image, const QSize& size) {
     image = std::move(image).convertToFormat(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
                                                                      : QImage::Format_RGB32);
     const QRect middle = Middle(image.size(), size);
-    // A view, no copy: the picture may be large.
+    // A view instead of a copy: the picture may be large.
     const QImage part(image.constScanLine(middle.top()) + qsizetype(middle.left()) * 4, middle.width(), middle.height(),
                       int(image.bytesPerLine()), image.format());
     return part.size() == size ? part.copy() : part.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
-const char* NameOf(EnPictureFormat format) {
-    switch (format) {
-        case EnPictureFormat::kPng:
-            return "png";
-        case EnPictureFormat::kJpeg:
-            return "jpeg";
-        case EnPictureFormat::kGif:
-            return "gif";
-        case EnPictureFormat::kSvg:
-            return "svg";
-    }
-    return "";
+int FrameCount(const ImageInfo& info, const QSize& size, bool moving) {
+    const bool fits = info.frames * Area(size) <= kMaxKeptPixels && info.frames * Area(info.size) <= kMaxDecodedPixels;
+    return moving && fits ? info.frames : 1;
 }
 
-int FrameCount(const PictureFacts& facts, const QSize& size, bool moving) {
-    const bool fits =
-        facts.frames * Area(size) <= kMostKeptPixels && facts.frames * Area(facts.size) <= kMostDecodedPixels;
-    return moving && fits ? facts.frames : 1;
-}
-
-void DecodePixels(QByteArray bytes, const PictureFacts& facts, const QSize& size, bool moving,
+void DecodePixels(QByteArray bytes, const ImageInfo& info, const QSize& size, bool moving,
                   const std::atomic<bool>& cancelled, Picture& picture) {
     QBuffer buffer(&bytes);
-    QImageReader reader(&buffer, NameOf(facts.format));
+    QImageReader reader(&buffer, image_validator::FormatName(info.format));
     reader.setAutoDetectImageFormat(false);
     reader.setAutoTransform(true);
-    // The judge and the decoder read the same head.
-    if (Area(reader.size()) > Area(facts.size)) {
+    // The decoder must not read another size than the validator did.
+    if (Area(reader.size()) > Area(info.size)) {
         return;
     }
-    const int count = FrameCount(facts, size, moving);
+    const int count = FrameCount(info, size, moving);
     for (int i = 0; i < count && !cancelled; ++i) {
         QImage image;
         if (!reader.read(&image) || image.isNull()) {
             return;
         }
         const int millis = reader.nextImageDelay();
-        picture.frames.push_back({Covering(std::move(image), size), millis < kShortestMillis ? kUsualMillis : millis});
+        picture.frames.push_back({Covering(std::move(image), size), millis < kMinDelayMs ? kDefaultDelayMs : millis});
     }
 }
 
@@ -98,15 +82,15 @@ void DecodeDrawing(const QByteArray& bytes, const QSize& size, Picture& picture)
 
 }  // namespace
 
-std::shared_ptr<const Picture> picture_decoder::Decode(const std::string& bytes, const PictureFacts& facts,
+std::shared_ptr<const Picture> picture_decoder::Decode(const std::string& bytes, const ImageInfo& info,
                                                        const QSize& size, bool moving,
                                                        const std::atomic<bool>& cancelled) {
     auto picture = std::make_shared<Picture>();
     const auto raw = QByteArray::fromRawData(bytes.data(), int(bytes.size()));
-    if (facts.format == EnPictureFormat::kSvg) {
+    if (info.format == EnImageFormat::kSvg) {
         DecodeDrawing(raw, size, *picture);
     } else {
-        DecodePixels(raw, facts, size, moving, cancelled, *picture);
+        DecodePixels(raw, info, size, moving, cancelled, *picture);
     }
     const bool good = !cancelled && !picture->frames.empty() &&
                       std::none_of(picture->frames.begin(), picture->frames.end(),

@@ -2,16 +2,15 @@
 
 #include <atomic>
 
-#include "picture/PictureJudge.h"
+#include "picture/ImageValidator.h"
 #include "ui/IPictures.h"
 
-/// Makes a picture of bytes that were judged. Any thread but the main one: it takes as long as it takes.
+/// Decodes validated images. Any thread except the main thread, since it may take seconds.
 namespace picture_decoder {
 
-/// Each frame has exactly that size: scaled with its proportions kept, and cut on both sides alike. Null where the
-/// bytes do not hold what they promise, or once it was cancelled. One frame where it is not to move, and where all
-/// of them would take too much memory or time.
-std::shared_ptr<const Picture> Decode(const std::string& bytes, const PictureFacts& facts, const QSize& size,
-                                      bool moving, const std::atomic<bool>& cancelled);
+/// Each frame has exactly `size`: scaled with its aspect ratio kept, centred and cropped. Null if decoding fails or was
+/// cancelled. One frame if not `moving`, or if all frames exceed the limits on memory and time.
+std::shared_ptr<const Picture> Decode(const std::string& bytes, const ImageInfo& info, const QSize& size, bool moving,
+                                      const std::atomic<bool>& cancelled);
 
 }  // namespace picture_decoder

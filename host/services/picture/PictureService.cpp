@@ -2,14 +2,14 @@
 
 #include <algorithm>
 
-#include "core/IEnvironment.h"
+#include "core/IClientState.h"
 #include "framework/HostLog.h"
 #include "framework/LogText.h"
 #include "picture/PictureDecoder.h"
 
 namespace {
 
-constexpr host::HostLog kLog("Picture");
+constexpr host::CHostLog kLog("Picture");
 constexpr int kMaxLoggedLength = 200;
 constexpr qint64 kMostAskedPixels = 16'000'000;
 constexpr int kStatusOk = 200;
@@ -28,7 +28,7 @@ QSize Sensible(QSize size) {
     return size;
 }
 
-HttpOptions Http(const PictureLimits& limits) {
+HttpOptions Http(const ImageLimits& limits) {
     HttpOptions http;
     http.maxBodyBytes = limits.bytes;
     return http;
@@ -36,11 +36,11 @@ HttpOptions Http(const PictureLimits& limits) {
 
 }  // namespace
 
-CPictureService::CPictureService(const IEnvironment& environment, const QString& cacheFolder)
-    : CPictureService(environment, cacheFolder, Options()) {}
+CPictureService::CPictureService(const IClientState& state, const QString& cacheFolder)
+    : CPictureService(state, cacheFolder, Options()) {}
 
-CPictureService::CPictureService(const IEnvironment& environment, const QString& cacheFolder, const Options& options)
-    : m_environment(environment), m_cacheFolder(cacheFolder), m_options(options) {
+CPictureService::CPictureService(const IClientState& state, const QString& cacheFolder, const Options& options)
+    : m_state(state), m_cacheFolder(cacheFolder), m_options(options) {
     // One, and always the same: the cache belongs to it.
     m_worker.setMaxThreadCount(1);
     m_worker.setExpiryTimeout(-1);
@@ -69,7 +69,7 @@ void CPictureService::Load(const QString& url, const QSize& size, bool moving, Q
     HttpReqInfo request;
     request.m_strUrl = url.toStdString();
     std::string reason;
-    auto message = http_request::Make(request, !m_environment.IsReleaseAppVersion(), m_insecureOrigin, reason);
+    auto message = http_request::Make(request, !m_state.IsReleaseAppVersion(), m_insecureOrigin, reason);
     if (!message) {
         kLog.Info(FMT_STRING("Refused a picture, {}: {}"), reason, Shown(url));
         job.stage = EnStage::kRefused;
@@ -93,7 +93,7 @@ void CPictureService::Work(Task task) {
 }
 
 void CPictureService::StartNext() {
-    while (m_nRunning < m_options.mostFetches && !m_waiting.empty()) {
+    while (m_nRunning < m_options.maxFetches && !m_waiting.empty()) {
         const unsigned long id = m_waiting.front();
         m_waiting.pop_front();
         ++m_nRunning;
@@ -127,7 +127,7 @@ void CPictureService::Fetch(unsigned long id, const Body& kept, const std::strin
     if (!tag.empty()) {
         job.message.headers["if-none-match"] = QByteArray::fromStdString(tag);
     }
-    job.exchange = std::make_unique<CHttpExchange>(m_loop, job.message, m_options.limitMillis, Http(m_options.limits));
+    job.exchange = std::make_unique<CHttpExchange>(m_loop, job.message, m_options.timeoutMs, Http(m_options.limits));
     connect(job.exchange.get(), &CHttpExchange::Ended, this,
             [this, id, kept](const std::shared_ptr<HttpRspInfo>& response) { OnAnswer(id, response, kept); });
     job.exchange->Begin();
@@ -171,11 +171,11 @@ void CPictureService::Decode(unsigned long id, const Body& body, const std::opti
           cancelled = job.cancelled](CPictureCache& cache) -> std::function<void()> {
         std::shared_ptr<const Picture> picture;
         std::string reason = "it is not wanted any more";
-        host::RunGuarded(kLog, "Decoding a picture", [&] {
-            const auto facts = *cancelled ? std::nullopt : picture_judge::Judge(*body, limits, reason);
-            if (facts) {
+        host::CallAndLogExceptions(kLog, "Decoding a picture", [&] {
+            const auto info = *cancelled ? std::nullopt : image_validator::Validate(*body, limits, reason);
+            if (info) {
                 reason = "it can't be decoded";
-                picture = picture_decoder::Decode(*body, *facts, size, moving, *cancelled);
+                picture = picture_decoder::Decode(*body, *info, size, moving, *cancelled);
             }
             if (!picture) {
                 kLog.Info(FMT_STRING("No picture, {}: {}"), reason, Shown(url.toString()));
@@ -211,7 +211,7 @@ void CPictureService::Finish(unsigned long id, const std::shared_ptr<const Pictu
     if (job.guard) {
         job.end.durationMs = job.clock.elapsed();
         Q_EMIT Ended(job.end);
-        host::RunGuarded(kLog, "A picture's callback", [&] { job.done(picture); });
+        host::CallAndLogExceptions(kLog, "A picture's callback", [&] { job.done(picture); });
     }
 }
 

@@ -10,11 +10,11 @@
 #include <memory>
 
 #include "http/HttpExchange.h"
+#include "picture/ImageValidator.h"
 #include "picture/PictureCache.h"
-#include "picture/PictureJudge.h"
 #include "ui/IPictures.h"
 
-class IEnvironment;
+class IClientState;
 
 /// How the fetch of a picture ended, for who watches.
 struct PictureEnd {
@@ -29,21 +29,22 @@ struct PictureEnd {
 };
 
 /// Pictures over HTTP, from where the client speaks to at all: https, and by http this machine in an internal build
-/// and the one server on it that AllowInsecureOrigin names in a release; no redirects to another origin, no proxy and no
-/// cookies. Few at a time, the others wait. They are judged, decoded and scaled on a thread of its own, and kept on the
-/// disk as their servers allow; what was damaged there is fetched anew. Main thread. The environment must outlive it.
+/// and the one server on it that AllowInsecureOrigin names in a release; no redirects to another origin, no proxy and
+/// no cookies. Few at a time, the others wait. They are judged, decoded and scaled on a thread of its own, and kept on
+/// the disk as their servers allow; what was damaged there is fetched anew. Main thread. The environment must outlive
+/// it.
 class CPictureService : public QObject, public IPictures {
     Q_OBJECT
 
 public:
     struct Options {
-        PictureLimits limits;
-        int limitMillis = 10'000;  // from the first byte of a fetch to its last
-        int mostFetches = 4;
+        ImageLimits limits;
+        int timeoutMs = 10'000;  // from the first byte of a fetch to its last
+        int maxFetches = 4;
     };
 
-    CPictureService(const IEnvironment& environment, const QString& cacheFolder);
-    CPictureService(const IEnvironment& environment, const QString& cacheFolder, const Options& options);
+    CPictureService(const IClientState& state, const QString& cacheFolder);
+    CPictureService(const IClientState& state, const QString& cacheFolder, const Options& options);
     /// Ends what is under way without a word; waits for the picture that is just being decoded.
     ~CPictureService() override;
 
@@ -90,8 +91,8 @@ private:
     void Finish(unsigned long id, const std::shared_ptr<const Picture>& picture);
     void Drop(unsigned long id);
 
-    const IEnvironment& m_environment;
-    QUrl m_insecureOrigin;  // a release takes nothing by plain HTTP but from there
+    const IClientState& m_state;
+    QUrl m_insecureOrigin;  // a release accepts plain HTTP from this origin only
     const QString m_cacheFolder;
     const Options m_options;
     unsigned long m_nLastId = 0;

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Report");
+constexpr host::CHostLog kLog("Report");
 
 constexpr int kVersion = 1;
 

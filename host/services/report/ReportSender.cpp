@@ -6,15 +6,15 @@
 #include <optional>
 #include <set>
 
-#include "core/IDomains.h"
+#include "core/IClientState.h"
 #include "core/IHttp.h"
-#include "core/IRandom.h"
+#include "core/ITimeAndRandom.h"
 #include "framework/HostLog.h"
 #include "framework/JsonText.h"
 
 namespace {
 
-constexpr host::HostLog kLog("Report");
+constexpr host::CHostLog kLog("Report");
 
 // The slowest line that a large event is given time for.
 constexpr size_t kLeastBytesPerSecond = 256 << 10;
@@ -58,7 +58,7 @@ size_t SenderOptions::MaxBytesOfEvents() const {
     return maxBytes > around ? maxBytes - around : 0;
 }
 
-CReportSender::CReportSender(COutbox& outbox, IHttp& http, const IDomains& domains, IRandom& random,
+CReportSender::CReportSender(COutbox& outbox, IHttp& http, const IClientState& domains, ITimeAndRandom& random,
                              const SenderOptions& options)
     : m_outbox(outbox),
       m_http(http),
@@ -182,7 +182,7 @@ void CReportSender::OnRefusal(const std::string& reason) {
 // A line for each spell without the server, not for each attempt.
 void CReportSender::Fail(const std::string& reason) {
     m_batch.clear();
-    const auto wait = m_backoff.Next(m_random.Next());
+    const auto wait = m_backoff.Next(m_random.RandomNumber());
     m_retryTimer.start(wait);
     if (!m_bFailing) {
         m_bFailing = true;

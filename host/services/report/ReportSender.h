@@ -9,9 +9,9 @@
 #include "core/network/http.h"
 #include "report/Outbox.h"
 
-class IDomains;
+class IClientState;
 class IHttp;
-class IRandom;
+class ITimeAndRandom;
 
 struct SenderOptions {
     size_t maxEvents = 100;
@@ -31,7 +31,7 @@ class CReportSender : public QObject {
     Q_OBJECT
 
 public:
-    CReportSender(COutbox& outbox, IHttp& http, const IDomains& domains, IRandom& random,
+    CReportSender(COutbox& outbox, IHttp& http, const IClientState& domains, ITimeAndRandom& random,
                   const SenderOptions& options = {});
     ~CReportSender() override;
 
@@ -50,8 +50,8 @@ private:
 
     COutbox& m_outbox;
     IHttp& m_http;
-    const IDomains& m_domains;
-    IRandom& m_random;
+    const IClientState& m_domains;
+    ITimeAndRandom& m_random;
     const SenderOptions m_options;
     CBackoff m_backoff;
     QTimer m_retryTimer;

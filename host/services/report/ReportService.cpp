@@ -1,15 +1,14 @@
 #include "report/ReportService.h"
 
 #include "core/IPoster.h"
-#include "core/IRandom.h"
-#include "core/IServerClock.h"
+#include "core/ITimeAndRandom.h"
 #include "core/MainThreadPoster.h"
 #include "framework/HostLog.h"
 #include "report/ReportText.h"
 
 namespace {
 
-constexpr host::HostLog kLog("Report");
+constexpr host::CHostLog kLog("Report");
 
 // The server would reject such an event, so it would be sent again and again.
 bool IsNameless(const std::string& name) {
@@ -22,14 +21,13 @@ bool IsNameless(const std::string& name) {
 }  // namespace
 
 CReportService::CReportService(const QString& path, const ReportDeps& deps, const ReportOptions& options)
-    : m_clock(deps.clock),
-      m_random(deps.random),
+    : m_timeAndRandom(deps.timeAndRandom),
       m_poster(deps.poster),
       m_strDevice(deps.device),
       m_options(options),
       m_timers(options.steadyClock ? options.steadyClock : CMainThreadPoster::SteadyMillis),
       m_outbox(path, options.outbox),
-      m_sender(m_outbox, deps.http, deps.domains, deps.random, options.sender) {}
+      m_sender(m_outbox, deps.http, deps.state, deps.timeAndRandom, options.sender) {}
 
 CReportService::~CReportService() = default;
 
@@ -55,10 +53,10 @@ bool CReportService::TimerEnd(const ReportEvent& event) {
 
 bool CReportService::Take(const std::string& name, const ReportEvent& event, std::optional<int64_t> durationMs) {
     bool taken = false;
-    host::RunGuarded(kLog, "Reporting", [&] {
+    host::CallAndLogExceptions(kLog, "Reporting", [&] {
         const std::string id = NewId();
         const auto text = ReportText({id, name, event.code, event.params, event.broker, m_nUser, m_strDevice,
-                                      m_clock.ServerTimeMillis(), durationMs});
+                                      m_timeAndRandom.ServerTimeMs(), durationMs});
         if (!text) {
             kLog.Error(FMT_STRING("The event {} holds what can't be written as JSON"), name);
         } else if (text->size() > m_options.maxEventBytes) {
@@ -85,7 +83,7 @@ void CReportService::WakeLater() {
 std::string CReportService::NewId() {
     std::string id;
     for (int part = 0; part < 4; ++part) {
-        id += fmt::format(FMT_STRING("{:08x}"), m_random.Next());
+        id += fmt::format(FMT_STRING("{:08x}"), m_timeAndRandom.RandomNumber());
     }
     return id;
 }

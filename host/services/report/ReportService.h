@@ -10,7 +10,7 @@
 #include "report/RunningTimers.h"
 
 class IPoster;
-class IServerClock;
+class ITimeAndRandom;
 
 struct ReportOptions {
     OutboxOptions outbox;
@@ -27,9 +27,8 @@ struct ReportOptions {
 /// Dependencies of the report service, which they must outlive.
 struct ReportDeps {
     IHttp& http;
-    const IDomains& domains;
-    const IServerClock& clock;
-    IRandom& random;
+    const IClientState& state;
+    ITimeAndRandom& timeAndRandom;
     IPoster& poster;
     std::string device;
 };
@@ -57,8 +56,7 @@ private:
     void WakeLater();
     std::string NewId();
 
-    const IServerClock& m_clock;
-    IRandom& m_random;
+    ITimeAndRandom& m_timeAndRandom;
     IPoster& m_poster;
     const std::string m_strDevice;
     const ReportOptions m_options;

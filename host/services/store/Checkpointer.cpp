@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Store");
+constexpr host::CHostLog kLog("Store");
 
 // Each page of the log has a header.
 constexpr qint64 kFrameHeaderBytes = 24;

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Store");
+constexpr host::CHostLog kLog("Store");
 
 constexpr char kReadSql[] = "SELECT value FROM config WHERE owner = ? AND key = ?";
 constexpr char kSaveSql[] =

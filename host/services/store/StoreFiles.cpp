@@ -24,7 +24,7 @@ QString Quarantine(const QString& path, const QDateTime& now) {
     return target;
 }
 
-bool QuarantineCorrupt(const host::HostLog& log, const char* kind, const QString& path, const SqliteError& error,
+bool QuarantineCorrupt(const host::CHostLog& log, const char* kind, const QString& path, const SqliteError& error,
                        CCheckpointer* checkpointer) {
     if (checkpointer) {
         checkpointer->Abandon();

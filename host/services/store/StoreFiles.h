@@ -7,7 +7,7 @@ class CCheckpointer;
 struct SqliteError;
 
 namespace host {
-class HostLog;
+class CHostLog;
 }  // namespace host
 
 /// The three files of a database: the database itself, its log (-wal) and the log's index (-shm).
@@ -19,7 +19,7 @@ QString Quarantine(const QString& path, const QDateTime& now);
 
 /// Stops the checkpoints of a corrupt database, quarantines it and logs the result under the name `kind`. Call it
 /// before the connection closes: closing writes to the log and removes it. `checkpointer` may be null.
-bool QuarantineCorrupt(const host::HostLog& log, const char* kind, const QString& path, const SqliteError& error,
+bool QuarantineCorrupt(const host::CHostLog& log, const char* kind, const QString& path, const SqliteError& error,
                        CCheckpointer* checkpointer);
 
 /// Size of the database and its log.

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr host::HostLog kLog("Theme");
+constexpr host::CHostLog kLog("Theme");
 constexpr const char* kThemeKey = "Host_Theme";
 
 }  // namespace
@@ -16,19 +16,19 @@ void CThemeChoice::Begin(int wanted) {
     if (wanted == 0 && !m_store.ReadInt64(kThemeKey, number)) {
         return;
     }
-    if (!host::ThemeControl::IsTheme(number)) {
+    if (!host::CThemeControl::IsTheme(number)) {
         kLog.Error(FMT_STRING("There is no theme {}"), number);
         return;
     }
-    host::ThemeControl::Set(host::ThemeControl::Theme(number));
+    host::CThemeControl::Set(host::CThemeControl::Theme(number));
 }
 
 void CThemeChoice::Choose(int number) {
-    if (!host::ThemeControl::IsTheme(number)) {
+    if (!host::CThemeControl::IsTheme(number)) {
         kLog.Error(FMT_STRING("There is no theme {}"), number);
         return;
     }
-    host::ThemeControl::Set(host::ThemeControl::Theme(number));
+    host::CThemeControl::Set(host::CThemeControl::Theme(number));
     if (!m_store.SaveInt64(kThemeKey, number)) {
         kLog.Error(FMT_STRING("The theme {} could not be kept"), number);
     }

@@ -121,7 +121,7 @@ TEST(StrictnessTest, AnAnswerToASessionThatNeverWasFailsTheTest) {
 
 TEST(StrictnessTest, ASaveThatNobodyLookedAtFailsTheTestAndIsNamed) {
     EXPECT_THAT(FailuresOf([](CScriptedHost& host) {
-                    host.account.Set(7);
+                    host.state.account.Set(7);
                     core::config_local::UserCfgSaveString("key", "value");
                 }),
                 ElementsAre(HasSubstr("Unexpected save: user 7, \"key\" = \"value\"")));

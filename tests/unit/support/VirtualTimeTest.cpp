@@ -301,7 +301,7 @@ TEST_F(VirtualTimeTest, ServerTimeMovesWithTheClockAndMayBeSet) {
 
     time.SetServerTime(5000);
     time.Advance(1ms);
-    EXPECT_EQ(time.ServerTimeMillis(), 5001);
+    EXPECT_EQ(time.ServerTimeMs(), 5001);
 }
 
 TEST_F(VirtualTimeTest, AnimationsFollowTheClock) {

@@ -96,7 +96,7 @@ TEST_F(WorkbenchTest, ALanguageIsAskedForByItsNumberAndShownWithoutAskingAgain) 
 TEST_F(WorkbenchTest, AThemeIsAskedForByItsNumberAndShownWithoutAskingAgain) {
     QSignalSpy wanted(workbench, &CWorkbench::ThemeWanted);
 
-    host::ThemeControl::Set(zr_ui_theme::Manager::kThemeBlack);
+    host::CThemeControl::Set(zr_ui_theme::Manager::kThemeBlack);
     EXPECT_EQ(Child<QComboBox>("WorkbenchTheme")->currentText(), QStringLiteral("Black"));
     EXPECT_EQ(wanted.count(), 0);
     Child<QComboBox>("WorkbenchTheme")->setCurrentIndex(0);

@@ -50,7 +50,7 @@ TEST_F(IconsTest, AnIconKeepsTheColoursOfItsTheme) {
     const QIcon icon = icons::Make("quotes", kColors);
     const QImage before = Drawn(theme::kMuted, 20);
 
-    host::ThemeControl::Set(zr_ui_theme::Manager::kThemeLight);
+    host::CThemeControl::Set(zr_ui_theme::Manager::kThemeLight);
 
     EXPECT_EQ(Of(icon, 20, QIcon::Normal, QIcon::Off), before);
     EXPECT_NE(before, Drawn(theme::kMuted, 20));

@@ -16,8 +16,8 @@
 #include "workbench/LogModel.h"
 
 using namespace ::testing;
-using host::ThemeControl;
-using host::ThemePalette;
+using host::CThemeControl;
+using host::CThemePalette;
 using zr_ui_theme::Manager;
 
 namespace {
@@ -135,8 +135,8 @@ protected:
 class ThemeTest : public ScriptedHostTest {};
 class EachThemeTest : public ScriptedHostTest, public WithParamInterface<Manager::Theme> {
 protected:
-    EachThemeTest() { ThemeControl::Set(GetParam()); }
-    const ThemePalette& palette = ThemePalette::Of(GetParam());
+    EachThemeTest() { CThemeControl::Set(GetParam()); }
+    const CThemePalette& palette = CThemePalette::Of(GetParam());
 };
 
 std::string ThemeName(const TestParamInfo<Manager::Theme>& info) {
@@ -185,7 +185,7 @@ TEST_P(EachThemeTest, WhatIsPaintedByHandFindsItsColours) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(All, EachThemeTest, ValuesIn(ThemeControl::kThemes), ThemeName);
+INSTANTIATE_TEST_SUITE_P(All, EachThemeTest, ValuesIn(CThemeControl::kThemes), ThemeName);
 
 TEST_F(ThemeTest, NoTextColourEscapesTheContrastTable) {
     const auto names = TextColorsOfTheTemplate();
@@ -202,7 +202,7 @@ TEST_F(ThemeTest, ContrastIsMeasuredAsThePublishedFormulaSays) {
 
 TEST_F(ThemeTest, APaletteHasNoColourThatNobodyUses) {
     const QString sheet = Template();
-    for (const QString& name : ThemePalette::Of(Manager::kThemeLight).Names()) {
+    for (const QString& name : CThemePalette::Of(Manager::kThemeLight).Names()) {
         const bool byHand = std::any_of(std::begin(kByHand), std::end(kByHand), [&name](theme::ColorName painted) {
             return name == QLatin1String(painted.name);
         });
@@ -216,9 +216,9 @@ TEST_F(ThemeTest, WhatIsKeptIsShownNowAndAtEachChangeWhileItsContextLives) {
     auto context = std::make_unique<QObject>();
     theme::OnThemeChange(context.get(), [&shown] { shown.emplace_back(theme::kWindow); });
 
-    ThemeControl::Set(Manager::kThemeBlack);
+    CThemeControl::Set(Manager::kThemeBlack);
     context.reset();
-    ThemeControl::Set(Manager::kThemeLight);
+    CThemeControl::Set(Manager::kThemeLight);
 
     EXPECT_THAT(shown, ElementsAre(QColor(0x12, 0x16, 0x1d), QColor(Qt::black)));
 }
@@ -231,7 +231,7 @@ TEST_F(ThemeTest, AChartIsPaintedInTheNewTheme) {
     const QImage before = PictureOf(chart);
     CPaintCount paints(chart);
 
-    ThemeControl::Set(Manager::kThemeLight);
+    CThemeControl::Set(Manager::kThemeLight);
     time.Settle();
 
     EXPECT_GT(paints.count, 0);
@@ -243,7 +243,7 @@ TEST_F(ThemeTest, ATablesCellsTakeTheNewColours) {
     table.AddRow({{QStringLiteral("Alder")}, {QStringLiteral("1.00"), theme::kUp}});
     table.AddRow({{QStringLiteral("Birch"), theme::kMuted}, {QStringLiteral("2.00"), theme::kDown}});
 
-    ThemeControl::Set(Manager::kThemeBlack);
+    CThemeControl::Set(Manager::kThemeBlack);
 
     EXPECT_EQ(table.item(0, 0)->foreground().color(), QColor(theme::kText));
     EXPECT_EQ(table.item(0, 1)->foreground().color(), QColor(theme::kUp));
@@ -256,7 +256,7 @@ TEST_F(ThemeTest, IconsAreDrawnAnewInTheNewColours) {
     auto* tab = navigation.findChild<QToolButton*>(QStringLiteral("NavigationTab_quotes"));
     ASSERT_NE(tab, nullptr);
 
-    ThemeControl::Set(Manager::kThemeLight);
+    CThemeControl::Set(Manager::kThemeLight);
 
     const QImage icon = tab->icon().pixmap(QSize(20, 20), QIcon::Normal, QIcon::Off).toImage();
     EXPECT_EQ(icon, icons::Pixmap("quotes", theme::kMuted, 20).toImage());
@@ -273,7 +273,7 @@ TEST_F(ThemeTest, TheLogIsReadAnewAsItsColoursAreNoLongerWhatTheyWere) {
     int changes = 0;
     QObject::connect(&model, &CLogModel::dataChanged, &model, [&changes] { ++changes; });
 
-    ThemeControl::Set(Manager::kThemeBlack);
+    CThemeControl::Set(Manager::kThemeBlack);
 
     EXPECT_EQ(changes, 1);
     EXPECT_EQ(model.index(0, CLogModel::Text).data(Qt::ForegroundRole).value<QColor>(), QColor(theme::kDown));

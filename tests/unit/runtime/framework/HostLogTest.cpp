@@ -10,7 +10,7 @@ namespace {
 
 class HostLogTest : public ScriptedHostTest {
 protected:
-    host::HostLog hostLog{"Area"};
+    host::CHostLog hostLog{"Area"};
 };
 
 TEST_F(HostLogTest, ALineNamesTheAreaAsItsModule) {
@@ -21,8 +21,8 @@ TEST_F(HostLogTest, ALineNamesTheAreaAsItsModule) {
 }
 
 TEST_F(HostLogTest, WhatAGuardedCallbackThrowsIsLoggedAndGoesNoFurther) {
-    host::RunGuarded(hostLog, "A guest", [] { throw std::runtime_error("out of order"); });
-    host::RunGuarded(hostLog, "A guest", [] { throw 42; });
+    host::CallAndLogExceptions(hostLog, "A guest", [] { throw std::runtime_error("out of order"); });
+    host::CallAndLogExceptions(hostLog, "A guest", [] { throw 42; });
 
     EXPECT_THAT(log.Lines(), ElementsAre(Error("A guest threw: out of order"),
                                          Error("A guest threw something that is no exception")));

@@ -110,11 +110,11 @@ TEST_F(PluginCenterTest, CallbacksReachTheModulesInOrderOfRegistration) {
     IZRPluginCenter::RegisterModule(std::make_shared<CModule>("a", Calls()));
     IZRPluginCenter::RegisterModule(std::make_shared<CModule>("b", Calls()));
 
-    host::ModuleLifecycle::Init();
-    host::ModuleLifecycle::Login();
-    host::ModuleLifecycle::Event(kZRPluginEventBeforeQuit, nullptr);
-    host::ModuleLifecycle::Logout();
-    host::ModuleLifecycle::UnInit();
+    host::CModuleLifecycle::Init();
+    host::CModuleLifecycle::Login();
+    host::CModuleLifecycle::Event(kZRPluginEventBeforeQuit, nullptr);
+    host::CModuleLifecycle::Logout();
+    host::CModuleLifecycle::UnInit();
 
     EXPECT_THAT(Calls(), ElementsAre("a OnInit", "b OnInit", "a OnLogin", "b OnLogin", "a OnEvent 1", "b OnEvent 1",
                                      "a OnLogout", "b OnLogout", "a OnUnInit", "b OnUnInit"));
@@ -126,7 +126,7 @@ TEST_F(PluginCenterTest, AModuleThatThrowsIsLoggedAndTheOthersGoOn) {
     IZRPluginCenter::RegisterModule(first);
     IZRPluginCenter::RegisterModule(std::make_shared<CModule>("b", Calls()));
 
-    host::ModuleLifecycle::Login();
+    host::CModuleLifecycle::Login();
 
     EXPECT_THAT(Calls(), ElementsAre("a OnLogin", "b OnLogin"));
     EXPECT_THAT(log.Lines(), ElementsAre(Error("OnLogin of a module threw: no")));
@@ -137,7 +137,7 @@ TEST_F(PluginCenterTest, TheEndDropsTheFactoriesBeforeTheModulesTheYoungestFirst
     IZRPluginCenter::RegisterInterfaceFactory(std::make_shared<CFactory>("first"), false);
     IZRPluginCenter::RegisterInterfaceFactory(std::make_shared<CFactory>("second"), false);
 
-    host::ModuleLifecycle::Close();
+    host::CModuleLifecycle::Close();
 
     EXPECT_THAT(Calls(), ElementsAre("second gone", "first gone", "module gone"));
 }
@@ -146,7 +146,7 @@ TEST_F(PluginCenterTest, TheEndDropsTheYoungestModuleFirstAndTakesNothingNew) {
     IZRPluginCenter::RegisterModule(std::make_shared<CModule>("a", Calls()));
     IZRPluginCenter::RegisterModule(std::make_shared<CModule>("b", Calls()));
 
-    host::ModuleLifecycle::Close();
+    host::CModuleLifecycle::Close();
 
     EXPECT_THAT(Calls(), ElementsAre("b gone", "a gone"));
     EXPECT_FALSE(IZRPluginCenter::_CreateInterface("9EarlyName"));

@@ -84,7 +84,7 @@ TEST_F(PluginLoaderTest, AModuleThatRegisteredItselfAndThenFailedIsWithdrawn) {
     Map("CThrowsLate", "libzr_test_throws.so");
     EXPECT_THAT(log.Lines(), ElementsAre(Error(EndsWith("its entry threw: too late"))));
 
-    host::ModuleLifecycle::Login();
+    host::CModuleLifecycle::Login();
 
     // its OnLogin would have thrown, and that been logged
     EXPECT_THAT(log.Lines(), SizeIs(1));

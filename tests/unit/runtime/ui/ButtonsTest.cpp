@@ -168,7 +168,7 @@ TEST_F(ZIconButtonTest, FollowsTheThemeByItself) {
 
     SetTheme(Manager::kThemeBlack);
 
-    EXPECT_EQ(Look(&button).pixelColor(12, 12), host::ThemePalette::Of(Manager::kThemeBlack).Color("muted"));
+    EXPECT_EQ(Look(&button).pixelColor(12, 12), host::CThemePalette::Of(Manager::kThemeBlack).Color("muted"));
 }
 
 TEST_F(ZIconButtonTest, ANameThatIsNotKnownShowsNothingAndIsLogged) {
@@ -276,7 +276,7 @@ TEST_F(ZButtonTest, IsClickedThroughTheWindowAndTakesTheFocusByTabAlone) {
 TEST_F(ZButtonTest, AFilledOneShowsItsFocusInEachTheme) {
     button.setZrStyle(ZButton::kFilled);
     Show();
-    for (const auto theme : host::ThemeControl::kThemes) {
+    for (const auto theme : host::CThemeControl::kThemes) {
         SetTheme(theme);
         holder.setFocus();
         const int before = Near(Look(&button), Color("onAccent"));
@@ -297,7 +297,7 @@ TEST_F(ZButtonTest, FollowsTheTheme) {
     Show();
     SetTheme(Manager::kThemeDarkBlue);
 
-    EXPECT_EQ(Look(&button).pixelColor(6, 6), host::ThemePalette::Of(Manager::kThemeDarkBlue).Color("button"));
+    EXPECT_EQ(Look(&button).pixelColor(6, 6), host::CThemePalette::Of(Manager::kThemeDarkBlue).Color("button"));
 }
 
 TEST_F(ZButtonTest, AnIconThatIsNotKnownIsLoggedAndTakesNoRoom) {

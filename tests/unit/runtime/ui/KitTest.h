@@ -47,12 +47,12 @@ protected:
     }
 
     void SetTheme(zr_ui_theme::Manager::Theme theme) {
-        host::ThemeControl::Set(theme);
+        host::CThemeControl::Set(theme);
         bus.Forget();
     }
 
     static QColor Color(const char* name) {
-        return host::ThemePalette::Of(zr_ui_theme::Manager::instance()->getTheme()).Color(name);
+        return host::CThemePalette::Of(zr_ui_theme::Manager::instance()->getTheme()).Color(name);
     }
 
     void Show() {

@@ -77,7 +77,7 @@ class EachResourceTest : public ResourceTest, public WithParamInterface<const ZR
 
 TEST_P(EachResourceTest, IsADrawingOfItsSizeOnScreensOfOneAndOfTwo) {
     const QString name = *GetParam();
-    for (const auto theme : host::ThemeControl::kThemes) {
+    for (const auto theme : host::CThemeControl::kThemes) {
         SetTheme(theme);
         for (const double ratio : {1.0, 2.0}) {
             std::shared_ptr<const QPixmap> pixmap;
@@ -133,12 +133,12 @@ TEST_F(ResourceTest, AnIconComesInTheThemesColourOfText) {
 
 TEST_F(ResourceTest, AColourIsThatOfTheThemeOfTheMoment) {
     std::shared_ptr<const QColor> color;
-    for (const auto theme : host::ThemeControl::kThemes) {
+    for (const auto theme : host::CThemeControl::kThemes) {
         SetTheme(theme);
         Provider::instance()->get(color, QStringLiteral("accent"));
 
         ASSERT_TRUE(color);
-        EXPECT_EQ(*color, host::ThemePalette::Of(theme).Color("accent"));
+        EXPECT_EQ(*color, host::CThemePalette::Of(theme).Color("accent"));
     }
 }
 
@@ -163,7 +163,7 @@ TEST_F(ResourceTest, AResourceIsLookedUpAtEachUse) {
 
     SetTheme(Manager::kThemeBlack);
 
-    EXPECT_EQ(light, host::ThemePalette::Of(Manager::kThemeLight).Color("window"));
+    EXPECT_EQ(light, host::CThemePalette::Of(Manager::kThemeLight).Color("window"));
     EXPECT_EQ(color.value(), QColor(Qt::black));
     EXPECT_EQ(lightTag.size(), QSize(108, 32));
     EXPECT_NE(tag.value(2.0).toImage(), lightTag);

@@ -112,7 +112,7 @@ TEST_F(ZTextTest, LeavesPressesToTheParentAndTakesNoFocus) {
 TEST_F(ZTextTest, FollowsTheTheme) {
     Show();
     SetTheme(Manager::kThemeDarkBlue);
-    EXPECT_GT(Count(Look(&text), host::ThemePalette::Of(Manager::kThemeDarkBlue).Color("text")), 20);
+    EXPECT_GT(Count(Look(&text), host::CThemePalette::Of(Manager::kThemeDarkBlue).Color("text")), 20);
 }
 
 class ZLabelTest : public KitTest {

@@ -56,28 +56,28 @@ TEST_F(ThemeManagerTest, ItBeginsInTheDarkBlueTheme) {
 TEST_F(ThemeManagerTest, ThemesAreNumberedFromOneAndTheBlackOneIsThree) {
     static_assert(std::is_same_v<std::underlying_type_t<Manager::Theme>, int>);
 
-    host::ThemeControl::Set(Manager::kThemeBlack);
+    host::CThemeControl::Set(Manager::kThemeBlack);
 
     EXPECT_TRUE(Manager::instance()->getTheme() == 3);
-    host::ThemeControl::Set(Manager::kThemeLight);
+    host::CThemeControl::Set(Manager::kThemeLight);
     EXPECT_TRUE(Manager::instance()->getTheme() == 1);
 }
 
 TEST_F(ThemeManagerTest, ListenersHearOfAThemeThatIsThereAndTheBusAfterThem) {
     Listen();
 
-    host::ThemeControl::Set(Manager::kThemeBlack);
+    host::CThemeControl::Set(Manager::kThemeBlack);
 
     EXPECT_THAT(told, ElementsAre("signal 3 at 3", "message at 3"));
     EXPECT_THAT(bus.Sent(), ElementsAre(::Message(20101)));
 }
 
 TEST_F(ThemeManagerTest, TheSameThemeAgainTellsNobody) {
-    host::ThemeControl::Set(Manager::kThemeLight);
+    host::CThemeControl::Set(Manager::kThemeLight);
     bus.Forget();
     Listen();
 
-    host::ThemeControl::Set(Manager::kThemeLight);
+    host::CThemeControl::Set(Manager::kThemeLight);
 
     EXPECT_THAT(told, IsEmpty());
     EXPECT_THAT(bus.Sent(), IsEmpty());
@@ -87,11 +87,11 @@ TEST_F(ThemeManagerTest, AListenerMayTakeTheNextTheme) {
     Listen();
     QObject::connect(Manager::instance(), &Manager::themeChanged, &context, [](Manager::Theme theme) {
         if (theme == Manager::kThemeLight) {
-            host::ThemeControl::Set(Manager::kThemeBlack);
+            host::CThemeControl::Set(Manager::kThemeBlack);
         }
     });
 
-    host::ThemeControl::Set(Manager::kThemeLight);
+    host::CThemeControl::Set(Manager::kThemeLight);
 
     // The news of the theme that was given up comes last, and finds the one that holds.
     EXPECT_THAT(told, ElementsAre("signal 1 at 1", "signal 3 at 3", "message at 3", "message at 3"));
@@ -100,8 +100,8 @@ TEST_F(ThemeManagerTest, AListenerMayTakeTheNextTheme) {
 TEST_F(ThemeManagerTest, ANumberThatIsNoThemeChangesNothing) {
     Listen();
 
-    host::ThemeControl::Set(Manager::Theme(0));
-    host::ThemeControl::Set(Manager::Theme(4));
+    host::CThemeControl::Set(Manager::Theme(0));
+    host::CThemeControl::Set(Manager::Theme(4));
 
     EXPECT_EQ(Theme(), 2);
     EXPECT_THAT(told, IsEmpty());
@@ -114,7 +114,7 @@ TEST_F(ThemeManagerTest, AQueuedListenerGetsTheThemeAsAValue) {
         Manager::instance(), &Manager::themeChanged, &context, [&seen](Manager::Theme theme) { seen.push_back(theme); },
         Qt::QueuedConnection);
 
-    host::ThemeControl::Set(Manager::kThemeBlack);
+    host::CThemeControl::Set(Manager::kThemeBlack);
     EXPECT_THAT(seen, IsEmpty());
     time.Settle();
 
@@ -138,11 +138,11 @@ TEST_F(ThemeManagerTest, ItsMetaObjectIsInTheHostLibraryAlone) {
 
 TEST_F(ThemeManagerTest, AfterTheHostsEndOnlyWhoHoldsTheManagerHasIt) {
     Manager* manager = Manager::instance();
-    host::ThemeControl::Set(Manager::kThemeBlack);
+    host::CThemeControl::Set(Manager::kThemeBlack);
     QSignalSpy changed(manager, &Manager::themeChanged);
 
     host::Uninstall();
-    host::ThemeControl::Set(Manager::kThemeLight);
+    host::CThemeControl::Set(Manager::kThemeLight);
 
     EXPECT_EQ(Manager::instancePtr(), nullptr);
     EXPECT_EQ(Manager::instance(), manager);

@@ -4,7 +4,7 @@
 #include "ui/ThemeControl.h"
 
 using namespace ::testing;
-using host::ThemePalette;
+using host::CThemePalette;
 
 namespace {
 
@@ -25,7 +25,7 @@ class BadPaletteTest : public ScriptedHostTest, public WithParamInterface<BadPal
 
 TEST_F(ThemePaletteTest, GivesColoursByName) {
     std::string error;
-    const auto palette = ThemePalette::Read(R"({"text": "#102030", "line": "#ffffff"})", error);
+    const auto palette = CThemePalette::Read(R"({"text": "#102030", "line": "#ffffff"})", error);
 
     ASSERT_TRUE(palette) << error;
     EXPECT_EQ(palette->Color("text"), QColor(0x10, 0x20, 0x30));
@@ -35,7 +35,7 @@ TEST_F(ThemePaletteTest, GivesColoursByName) {
 
 TEST_F(ThemePaletteTest, FillsWholeNamesAndTellsThoseItLacks) {
     std::string error;
-    const auto palette = ThemePalette::Read(R"({"line": "#000000", "lineOff": "#ffffff"})", error);
+    const auto palette = CThemePalette::Read(R"({"line": "#000000", "lineOff": "#ffffff"})", error);
     ASSERT_TRUE(palette) << error;
     QStringList unknown;
 
@@ -46,17 +46,17 @@ TEST_F(ThemePaletteTest, FillsWholeNamesAndTellsThoseItLacks) {
 }
 
 TEST_F(ThemePaletteTest, EachThemeHasAPaletteOfItsOwnWithTheSameNames) {
-    const ThemePalette& light = ThemePalette::Of(zr_ui_theme::Manager::kThemeLight);
+    const CThemePalette& light = CThemePalette::Of(zr_ui_theme::Manager::kThemeLight);
     EXPECT_GT(light.Names().size(), 20);
-    for (const auto theme : host::ThemeControl::kThemes) {
-        EXPECT_EQ(ThemePalette::Of(theme).Names(), light.Names()) << theme;
+    for (const auto theme : host::CThemeControl::kThemes) {
+        EXPECT_EQ(CThemePalette::Of(theme).Names(), light.Names()) << theme;
     }
     EXPECT_GT(light.Color("window").lightness(), 200);
-    EXPECT_EQ(ThemePalette::Of(zr_ui_theme::Manager::kThemeBlack).Color("window"), QColor(Qt::black));
+    EXPECT_EQ(CThemePalette::Of(zr_ui_theme::Manager::kThemeBlack).Color("window"), QColor(Qt::black));
 }
 
 TEST_F(ThemePaletteTest, AThemeThatIsNotThereHasNoColours) {
-    EXPECT_THAT(ThemePalette::Of(zr_ui_theme::Manager::Theme(9)).Names(), IsEmpty());
+    EXPECT_THAT(CThemePalette::Of(zr_ui_theme::Manager::Theme(9)).Names(), IsEmpty());
 
     EXPECT_THAT(log.Lines(), ElementsAre(Error(StartsWith("Palette :/themes/9.json: "))));
 }
@@ -64,7 +64,7 @@ TEST_F(ThemePaletteTest, AThemeThatIsNotThereHasNoColours) {
 TEST_P(BadPaletteTest, IsRefusedWithTheReason) {
     std::string error;
 
-    EXPECT_FALSE(ThemePalette::Read(GetParam().json, error));
+    EXPECT_FALSE(CThemePalette::Read(GetParam().json, error));
 
     EXPECT_THAT(error, HasSubstr(GetParam().error));
 }

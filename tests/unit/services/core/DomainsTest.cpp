@@ -2,20 +2,18 @@
 
 #include <gmock/gmock.h>
 
-using namespace core::url_data;
-
 namespace {
 
 TEST(DomainsTest, AKeyNobodySetHasNoServer) {
-    EXPECT_EQ(CDomains().DomainUrl("api", kDomainBizDefault), "");
+    EXPECT_EQ(CDomains().DomainUrl("api"), "");
 }
 
 TEST(DomainsTest, AnAddressIsGivenWithoutSlashesAtItsEnd) {
     CDomains domains;
     domains.Set("api", "http://127.0.0.1:4711//");
 
-    EXPECT_EQ(domains.DomainUrl("api", kDomainBizDefault), "http://127.0.0.1:4711");
-    EXPECT_EQ(domains.DomainUrl("other", kDomainBizDefault), "");
+    EXPECT_EQ(domains.DomainUrl("api"), "http://127.0.0.1:4711");
+    EXPECT_EQ(domains.DomainUrl("other"), "");
 }
 
 TEST(DomainsTest, AChangeIsToldAndASecondWordOfItIsNot) {
@@ -29,7 +27,7 @@ TEST(DomainsTest, AChangeIsToldAndASecondWordOfItIsNot) {
 
     domains.Set("api", "");
     EXPECT_EQ(changes, 2);
-    EXPECT_EQ(domains.DomainUrl("api", kDomainBizDefault), "");
+    EXPECT_EQ(domains.DomainUrl("api"), "");
 }
 
 }  // namespace

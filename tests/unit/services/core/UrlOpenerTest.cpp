@@ -36,21 +36,21 @@ protected:
 
 TEST_P(UrlVerdictTest, IsJudgedByItsWholeText) {
     const QString url = QString::fromUtf8(GetParam().url);
-    EXPECT_EQ(CUrlOpener::Judge(url, true).target, GetParam().internal);
-    EXPECT_EQ(CUrlOpener::Judge(url, false).target, GetParam().release);
+    EXPECT_EQ(CUrlOpener::Validate(url, true).target, GetParam().internal);
+    EXPECT_EQ(CUrlOpener::Validate(url, false).target, GetParam().release);
 }
 
-constexpr EnTarget kNo = EnTarget::Refused;
+constexpr EnTarget kNo = EnTarget::kRefused;
 
 INSTANTIATE_TEST_SUITE_P(
     Urls, UrlVerdictTest,
-    Values(Row{"Https", "https://a.example/x?y=1#z", EnTarget::Web, EnTarget::Web},
-           Row{"HttpsWithPort", "https://a.example:8443/", EnTarget::Web, EnTarget::Web},
-           Row{"SchemeInCapitals", "HTTPS://a.example/", EnTarget::Web, EnTarget::Web},
-           Row{"OwnPage", "zrclient://page/quotes", EnTarget::Page, EnTarget::Page},
-           Row{"LoopbackNumber", "http://127.0.0.1:7000/x", EnTarget::Web, kNo},
-           Row{"LoopbackName", "http://localhost/", EnTarget::Web, kNo},
-           Row{"LoopbackSix", "http://[::1]:80/", EnTarget::Web, kNo}, Row{"PlainHttp", "http://a.example/", kNo, kNo},
+    Values(Row{"Https", "https://a.example/x?y=1#z", EnTarget::kWeb, EnTarget::kWeb},
+           Row{"HttpsWithPort", "https://a.example:8443/", EnTarget::kWeb, EnTarget::kWeb},
+           Row{"SchemeInCapitals", "HTTPS://a.example/", EnTarget::kWeb, EnTarget::kWeb},
+           Row{"OwnPage", "zrclient://page/quotes", EnTarget::kPage, EnTarget::kPage},
+           Row{"LoopbackNumber", "http://127.0.0.1:7000/x", EnTarget::kWeb, kNo},
+           Row{"LoopbackName", "http://localhost/", EnTarget::kWeb, kNo},
+           Row{"LoopbackSix", "http://[::1]:80/", EnTarget::kWeb, kNo}, Row{"PlainHttp", "http://a.example/", kNo, kNo},
            Row{"LoopbackLookalike", "http://127.0.0.1.a.example/", kNo, kNo},
            Row{"LocalhostLookalike", "http://localhost.a.example/", kNo, kNo}, Row{"Empty", "", kNo, kNo},
            Row{"Relative", "/page/quotes", kNo, kNo}, Row{"NoScheme", "//a.example/", kNo, kNo},
@@ -72,14 +72,14 @@ QString LongUrl(int length) {
 }
 
 TEST(UrlLengthTest, IsAtMostEightKibibytes) {
-    EXPECT_EQ(CUrlOpener::Judge(LongUrl(8192), false).target, EnTarget::Web);
-    EXPECT_EQ(CUrlOpener::Judge(LongUrl(8193), false).target, kNo);
-    EXPECT_EQ(CUrlOpener::Judge(LongUrl(8193), false).reason, QStringLiteral("it is too long"));
+    EXPECT_EQ(CUrlOpener::Validate(LongUrl(8192), false).target, EnTarget::kWeb);
+    EXPECT_EQ(CUrlOpener::Validate(LongUrl(8193), false).target, kNo);
+    EXPECT_EQ(CUrlOpener::Validate(LongUrl(8193), false).reason, QStringLiteral("it is too long"));
 }
 
 TEST(UrlSurrogateTest, OneAloneIsRefused) {
     for (const ushort half : {0xD83D, 0xDE00}) {
-        EXPECT_EQ(CUrlOpener::Judge(QStringLiteral("https://a.example/") + QChar(half), false).target, kNo);
+        EXPECT_EQ(CUrlOpener::Validate(QStringLiteral("https://a.example/") + QChar(half), false).target, kNo);
     }
 }
 

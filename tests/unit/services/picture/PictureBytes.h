@@ -7,7 +7,7 @@
 #include <QImageWriter>
 #include <string>
 
-/// Pictures as bytes, made by hand where no encoder would make them.
+/// Pictures as bytes, built by hand where no encoder writes them.
 namespace picture_bytes {
 
 inline std::string Encoded(const QImage& image, const char* format) {
@@ -39,7 +39,7 @@ inline std::string Big32(uint32_t number) {
     return {char(number >> 24), char(number >> 16), char(number >> 8), char(number)};
 }
 
-/// A frame of one pixel in one of two colours, which stands for so many hundredths of a second.
+/// A frame of one pixel in one of two colours, shown for `hundredths` of a second.
 inline std::string GifFrame(int color, int hundredths, const QSize& size = QSize(1, 1)) {
     const std::string control = std::string("\x21\xF9\x04\x00", 4) + Little16(hundredths) + std::string("\0\0", 2);
     const std::string place = "\x2C" + std::string(4, '\0') + Little16(size.width()) + Little16(size.height()) + '\0';
@@ -48,7 +48,7 @@ inline std::string GifFrame(int color, int hundredths, const QSize& size = QSize
     return control + place + "\x02\x02" + Little16(code) + std::string(1, '\0');
 }
 
-/// Of red and blue, without its end.
+/// A header with the colours red and blue.
 inline std::string GifHead(const QSize& size = QSize(1, 1)) {
     return "GIF89a" + Little16(size.width()) + Little16(size.height()) + std::string("\x80\0\0", 3) +
            std::string("\xFF\0\0\0\0\xFF", 6);
@@ -62,10 +62,23 @@ inline std::string Gif(int frames, int hundredths = 10) {
     return bytes + ";";
 }
 
-/// Whole to the eye of who reads the parts, with a head that says anything. Its sums are not right.
-inline std::string PngThatSays(uint32_t width, uint32_t height) {
-    return std::string("\x89PNG\r\n\x1A\n", 8) + Big32(13) + "IHDR" + Big32(width) + Big32(height) +
-           std::string("\x08\x02\0\0\0", 5) + "sum." + Big32(0) + "IDAT" + "sum." + Big32(0) + "IEND" + "sum.";
+/// A chunk of a PNG with its checksum.
+inline std::string PngChunk(const std::string& typeAndData) {
+    uint32_t sum = 0xFFFFFFFF;
+    for (const char c : typeAndData) {
+        sum ^= static_cast<unsigned char>(c);
+        for (int bit = 0; bit < 8; ++bit) {
+            sum = sum >> 1 ^ ((sum & 1) != 0 ? 0xEDB88320 : 0);
+        }
+    }
+    return Big32(uint32_t(typeAndData.size() - 4)) + typeAndData + Big32(~sum);
+}
+
+/// A PNG with this size in its header, and no pixels.
+inline std::string PngOfSize(uint32_t width, uint32_t height) {
+    return std::string("\x89PNG\r\n\x1A\n", 8) +
+           PngChunk("IHDR" + Big32(width) + Big32(height) + std::string("\x08\x02\0\0\0", 5)) + PngChunk("IDAT") +
+           PngChunk("IEND");
 }
 
 inline std::string Svg(const std::string& content, const std::string& attributes = "") {

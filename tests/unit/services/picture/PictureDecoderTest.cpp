@@ -14,10 +14,10 @@ namespace {
 std::shared_ptr<const Picture> Decode(const std::string& bytes, const QSize& size, bool moving = true,
                                       bool cancelled = false) {
     std::string reason;
-    const auto facts = picture_judge::Judge(bytes, {}, reason);
-    EXPECT_TRUE(facts) << reason;
+    const auto info = image_validator::Validate(bytes, {}, reason);
+    EXPECT_TRUE(info) << reason;
     const std::atomic<bool> stopped = cancelled;
-    return facts ? picture_decoder::Decode(bytes, *facts, size, moving, stopped) : nullptr;
+    return info ? picture_decoder::Decode(bytes, *info, size, moving, stopped) : nullptr;
 }
 
 /// Three stripes side by side: red, green, blue.
@@ -84,7 +84,7 @@ TEST(PictureDecoderTest, StandsStillWhereItIsNotToMove) {
 }
 
 TEST(PictureDecoderTest, AsManyFramesAsAreAllowedMoveInABannerOnASharpScreen) {
-    EXPECT_THAT(Decode(Gif(PictureLimits().frames), QSize(1324, 220))->frames, SizeIs(300));
+    EXPECT_THAT(Decode(Gif(ImageLimits().frames), QSize(1324, 220))->frames, SizeIs(300));
 }
 
 TEST(PictureDecoderTest, StandsStillWhereAllFramesWouldTakeTooMuch) {
@@ -97,7 +97,7 @@ TEST(PictureDecoderTest, StandsStillWhereAllFramesWouldTakeTooMuch) {
 }
 
 TEST(PictureDecoderTest, WhatDoesNotHoldWhatItPromisesIsNoPicture) {
-    EXPECT_EQ(Decode(PngThatSays(20, 20), QSize(5, 5)), nullptr);
+    EXPECT_EQ(Decode(PngOfSize(20, 20), QSize(5, 5)), nullptr);
     std::string garbled = Png(QSize(200, 200));
     garbled.replace(garbled.size() / 2, 20, 20, 'x');
     EXPECT_EQ(Decode(garbled, QSize(5, 5)), nullptr);

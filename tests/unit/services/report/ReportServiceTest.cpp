@@ -29,7 +29,7 @@ protected:
         options.steadyClock = [this] { return time.Now(); };
         service =
             std::make_unique<CReportService>(folder.filePath(QStringLiteral("reports.sqlite")),
-                                             ReportDeps{http, domains, time, random, poster, "device-1"}, options);
+                                             ReportDeps{http, domains, timeAndRandom, poster, "device-1"}, options);
     }
 
     static ReportEvent Event(const std::string& name, Json::Value params = {}) { return {name, 4, params, 9}; }
@@ -254,7 +254,7 @@ TEST_F(ReportServiceTest, AnEventWithoutANameIsRefusedWithALine) {
 
 TEST_F(ReportServiceTest, AnOutboxThatCantBeWrittenGivesFalse) {
     CReportService lost(folder.filePath(QStringLiteral("none/reports.sqlite")),
-                        {http, domains, time, random, poster, "device-1"});
+                        {http, domains, timeAndRandom, poster, "device-1"});
 
     EXPECT_FALSE(lost.Report(Event("a")));
     const auto timer = lost.TimerStart("b");

@@ -8,13 +8,10 @@
 #include "Ad/Tools/ZRAdApiClient.h"
 #include "Ad/Tools/ZRAdQualityMonitoringReporter.h"
 #include "Ad/Tools/ZRAdReporter.h"
-#include "core/IAccount.h"
-#include "core/IDomains.h"
-#include "core/IEnvironment.h"
+#include "core/IClientState.h"
 #include "core/IHttp.h"
-#include "core/IRandom.h"
 #include "core/IReports.h"
-#include "core/IServerClock.h"
+#include "core/ITimeAndRandom.h"
 #include "framework/ILog.h"
 #include "framework/Ports.h"
 
@@ -25,25 +22,15 @@ namespace {
 const QString kAd = QStringLiteral("18088");
 
 /// A host that writes down what is asked of it, in one list.
-class CAdCalls : public IAccount,
-                 public IDomains,
-                 public IEnvironment,
-                 public IHttp,
-                 public ILog,
-                 public IRandom,
-                 public IReports,
-                 public IServerClock {
+class CAdCalls : public IClientState, public IHttp, public ILog, public IReports, public ITimeAndRandom {
 public:
     CAdCalls() {
         host::Ports ports;
-        ports.account = this;
-        ports.domains = this;
-        ports.environment = this;
         ports.http = this;
         ports.log = this;
-        ports.random = this;
         ports.reports = this;
-        ports.clock = this;
+        ports.state = this;
+        ports.timeAndRandom = this;
         host::Install(ports);
     }
     ~CAdCalls() override { host::Uninstall(); }
@@ -52,12 +39,9 @@ public:
 
     uint64_t UserId() const override { return 1; }
     uint64_t SessionId() const override { return Note("session"), 9; }
-    std::vector<int> AttributedMarkets() const override { return {}; }
     std::string DomainUrl(const std::string&, core::url_data::DomainBizType) const override {
         return Note("domain"), "https://ads.test";
     }
-    bool IsReleaseAppVersion() const override { return true; }
-    bool IsVelora() const override { return false; }
     std::string DeviceId() const override { return Note("device"), "dev"; }
     unsigned long Start(const HttpReqInfo&, core::network::http::Callback, QObject*, HttpWorkPool,
                         core::network::http::Progress, core::network::http::Progress) override {
@@ -72,14 +56,14 @@ public:
     void AssertionFailed(const AssertionRecord& record) override {
         Note("assertion " + std::string(record.expression));
     }
-    uint32_t Next() override { return Note("random"), 7; }
+    uint32_t RandomNumber() override { return Note("random"), 7; }
     bool Report(const ReportEvent& event) override { return Note("report " + event.name), true; }
     std::shared_ptr<std::string> TimerStart(const std::string& event) override {
         Note("timer " + event);
         return std::make_shared<std::string>(event);
     }
     bool TimerEnd(const ReportEvent& event) override { return Note("end " + event.name), true; }
-    int64_t ServerTimeMillis() const override { return Note("clock"), serverMillis; }
+    int64_t ServerTimeMs() const override { return Note("clock"), serverMillis; }
 
     std::vector<std::string> Take() { return std::exchange(m_calls, {}); }
 

@@ -199,7 +199,7 @@ TEST_F(AdRequestTest, TheSignalsStandInTheirOrder) {
 }
 
 /// Which domain is asked for, and when a request is started.
-class CCalls : public IDomains, public IHttp, public ILog {
+class CCalls : public IClientState, public IHttp, public ILog {
 public:
     std::string DomainUrl(const std::string& key, core::url_data::DomainBizType biz) const override {
         calls.push_back("domain " + key + " " + std::to_string(biz));
@@ -219,7 +219,7 @@ public:
 TEST(AdRequestOrderTest, TheStartIsLoggedAheadOfTheExchange) {
     CCalls host;
     host::Ports ports;
-    ports.domains = &host;
+    ports.state = &host;
     ports.http = &host;
     ports.log = &host;
     host::Install(ports);

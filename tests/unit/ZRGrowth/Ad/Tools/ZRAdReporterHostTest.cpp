@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 
 #include "Ad/Tools/ZRAdReporter.h"
-#include "core/IEnvironment.h"
+#include "core/IClientState.h"
 #include "framework/Ports.h"
 #include "support/ScriptedHostTest.h"
 
@@ -134,13 +134,13 @@ TEST_F(AdReporterHostTest, AnAdNamedInAnyScriptIsReportedAndLoggedAsItIs) {
 // The order of a start
 
 /// A host that writes down what it is asked, beside the lines of the log. Its clock moves a second at each look.
-class CAskedHost : public ILog, public IServerClock, public IEnvironment, public IReports {
+class CAskedHost : public ILog, public ITimeAndRandom, public IClientState, public IReports {
 public:
     CAskedHost() {
         host::Ports ports;
         ports.log = this;
-        ports.clock = this;
-        ports.environment = this;
+        ports.state = this;
+        ports.timeAndRandom = this;
         ports.reports = this;
         host::Install(ports);
     }
@@ -148,7 +148,7 @@ public:
     CAskedHost(const CAskedHost&) = delete;
     CAskedHost& operator=(const CAskedHost&) = delete;
 
-    int64_t ServerTimeMillis() const override {
+    int64_t ServerTimeMs() const override {
         asked.emplace_back("clock");
         return 1000 * ++m_nSeconds;
     }
@@ -156,8 +156,6 @@ public:
         asked.emplace_back("device");
         return "dev";
     }
-    bool IsReleaseAppVersion() const override { return true; }
-    bool IsVelora() const override { return false; }
     std::shared_ptr<std::string> TimerStart(const std::string& event) override {
         asked.push_back("timer " + event);
         return std::make_shared<std::string>(event);

@@ -3,7 +3,7 @@
 #include <string>
 
 /// Looks at a drawing's text before anybody draws it. Any thread.
-namespace svg_judge {
+namespace svg_validator {
 
 /// Whether it may be a drawing at all.
 bool LooksLikeSvg(const std::string& bytes);
@@ -12,4 +12,4 @@ bool LooksLikeSvg(const std::string& bytes);
 /// pictures and documents in it) and does not multiply itself. Otherwise `reason` says why not.
 bool IsHarmless(const std::string& bytes, std::string& reason);
 
-}  // namespace svg_judge
+}  // namespace svg_validator

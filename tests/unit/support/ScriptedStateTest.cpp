@@ -1,4 +1,4 @@
-#include "support/ScriptedQueries.h"
+#include "support/ScriptedState.h"
 
 #include "core/attr_market.h"
 #include "core/config_common.h"
@@ -14,11 +14,11 @@ using ::testing::IsEmpty;
 
 namespace {
 
-class ScriptedQueriesTest : public ScriptedHostTest {};
+class ScriptedStateTest : public ScriptedHostTest {};
 
 }  // namespace
 
-TEST_F(ScriptedQueriesTest, NobodyIsLoggedInUntilTheTestSaysSo) {
+TEST_F(ScriptedStateTest, NobodyIsLoggedInUntilTheTestSaysSo) {
     EXPECT_EQ(core::login_status_data::Login_GetUserID(), 0u);
 
     account.Set(7, 8, {2, 1});
@@ -28,7 +28,7 @@ TEST_F(ScriptedQueriesTest, NobodyIsLoggedInUntilTheTestSaysSo) {
     EXPECT_THAT(core::attr_market::GetCurrentUserAttrMarket(), ElementsAre(2, 1));
 }
 
-TEST_F(ScriptedQueriesTest, LoggingInAsAnotherDropsTheSessionAndTheMarkets) {
+TEST_F(ScriptedStateTest, LoggingInAsAnotherDropsTheSessionAndTheMarkets) {
     account.Set(7, 8, {2, 1});
 
     account.Set(9);
@@ -37,7 +37,7 @@ TEST_F(ScriptedQueriesTest, LoggingInAsAnotherDropsTheSessionAndTheMarkets) {
     EXPECT_THAT(core::attr_market::GetCurrentUserAttrMarket(), IsEmpty());
 }
 
-TEST_F(ScriptedQueriesTest, TheEnvironmentIsAsTheTestSetIt) {
+TEST_F(ScriptedStateTest, TheEnvironmentIsAsTheTestSetIt) {
     EXPECT_TRUE(core::environment::IsReleaseAppVersion());
     EXPECT_FALSE(core::environment::IsVelora());
 
@@ -50,7 +50,7 @@ TEST_F(ScriptedQueriesTest, TheEnvironmentIsAsTheTestSetIt) {
     EXPECT_EQ(core::environment::GetDeviceId(), "device");
 }
 
-TEST_F(ScriptedQueriesTest, TextsAreTheFallbackUnlessSet) {
+TEST_F(ScriptedStateTest, TextsAreTheFallbackUnlessSet) {
     language.Set(core::lang::kLanguageJapanese);
     language.SetText(4, QStringLiteral("text"));
 
@@ -59,7 +59,7 @@ TEST_F(ScriptedQueriesTest, TextsAreTheFallbackUnlessSet) {
     EXPECT_EQ(core::langx::tr(5, "fallback"), QStringLiteral("fallback"));
 }
 
-TEST_F(ScriptedQueriesTest, ConfigurationIsNullWhereUnknownOrRefused) {
+TEST_F(ScriptedStateTest, ConfigurationIsNullWhereUnknownOrRefused) {
     config.Set("name", Json::Value(3));
     EXPECT_EQ(core::config_common::GetJsonConfigByName("name"), Json::Value(3));
     EXPECT_TRUE(core::config_common::GetJsonConfigByName("other").isNull());
@@ -69,7 +69,7 @@ TEST_F(ScriptedQueriesTest, ConfigurationIsNullWhereUnknownOrRefused) {
     EXPECT_EQ(core::config_common::GetJsonConfigByName("name"), Json::Value(3));
 }
 
-TEST_F(ScriptedQueriesTest, RandomNumbersAreTheAskedOnesAndThenAFixedSequence) {
+TEST_F(ScriptedStateTest, RandomNumbersAreTheAskedOnesAndThenAFixedSequence) {
     random.WillReturn({11, 12});
 
     EXPECT_EQ(core::random::GetRandUInt32(), 11u);

@@ -1,4 +1,4 @@
-#include "picture/SvgJudge.h"
+#include "picture/SvgValidator.h"
 
 #include <QRegularExpression>
 #include <QSet>
@@ -132,13 +132,13 @@ private:
 
 }  // namespace
 
-bool svg_judge::LooksLikeSvg(const std::string& bytes) {
+bool svg_validator::LooksLikeSvg(const std::string& bytes) {
     const size_t mark = bytes.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
     const size_t begin = bytes.find_first_not_of(" \t\r\n", mark);
     return begin != std::string::npos && bytes[begin] == '<';
 }
 
-bool svg_judge::IsHarmless(const std::string& bytes, std::string& reason) {
+bool svg_validator::IsHarmless(const std::string& bytes, std::string& reason) {
     reason = bytes.size() > kMostBytes ? "it is too large for a drawing" : CWalk(bytes).Reason();
     return reason.empty();
 }

@@ -3,26 +3,25 @@
 #include <memory>
 #include <string>
 
-#include "core/IDomains.h"
+#include "core/IClientState.h"
 #include "core/IHttp.h"
 #include "core/ILocalStore.h"
-#include "core/IRandom.h"
 #include "core/IReports.h"
-#include "core/ISlots.h"
+#include "core/ITimeAndRandom.h"
 #include "core/MainThreadPoster.h"
 #include "framework/ILog.h"
 #include "support/VirtualTime.h"
 #include "ui/IPictures.h"
 
-/// Services that take all that the module gives them, answer as servers do, and keep nothing: what is measured
-/// beside them is the module and the kit. Joined to the contract while it lives; in virtual time.
-class CQuietHost {
+/// A host whose services accept every call, answer as servers do and record nothing. A benchmark on it measures the
+/// module and the kit only. Connected to the contract while it lives, in virtual time.
+class CNullHost {
 public:
-    /// `search` is what the ad server answers; an exposure is taken without a word.
-    explicit CQuietHost(std::string search);
-    ~CQuietHost();
-    CQuietHost(const CQuietHost&) = delete;
-    CQuietHost& operator=(const CQuietHost&) = delete;
+    /// `search` is the answer of the ad server. Each exposure is accepted.
+    explicit CNullHost(std::string search);
+    ~CNullHost();
+    CNullHost(const CNullHost&) = delete;
+    CNullHost& operator=(const CNullHost&) = delete;
 
     CVirtualTime time;
 
@@ -54,15 +53,13 @@ private:
         bool ReadInt64(const std::string&, int64_t&) override { return false; }
         bool SaveInt64(const std::string&, int64_t) override { return true; }
     };
-    struct CDomains : IDomains {
+    struct CState : IClientState {
         std::string DomainUrl(const std::string&, core::url_data::DomainBizType) const override {
             return "https://ads.test";
         }
-    };
-    struct CSlots : ISlots {
         bool IsAllowed(ZRUniformResourceSlotType) const override { return true; }
     };
-    /// Every picture is the one in memory, which comes a turn of the loop later.
+    /// Returns the same picture for each load, one turn of the event loop later.
     struct CPictures : IPictures {
         explicit CPictures(IPoster& to);
         void Load(const QString& url, const QSize& size, bool moving, QObject* guard, Done done) override;
@@ -70,10 +67,13 @@ private:
         const std::shared_ptr<Picture> picture = std::make_shared<Picture>();
     };
 
-    /// All of the same length as text.
-    struct CNumbers : IRandom {
-        uint32_t Next() override { return 2'000'000'000u + m_nLast++ % 1'000'000'000u; }
-        uint32_t m_nLast = 0;
+    struct CTimeAndRandom : ITimeAndRandom {
+        explicit CTimeAndRandom(const CVirtualTime& of) : time(of) {}
+        int64_t ServerTimeMs() const override { return time.ServerTimeMs(); }
+        /// Numbers with the same count of digits.
+        uint32_t RandomNumber() override { return 2'000'000'000u + last++ % 1'000'000'000u; }
+        const CVirtualTime& time;
+        uint32_t last = 0;
     };
 
     CLog m_log;
@@ -81,8 +81,7 @@ private:
     CReports m_reports;
     CHttp m_http;
     CStore m_store;
-    CDomains m_domains;
-    CSlots m_slots;
+    CState m_state;
     CPictures m_pictures{m_poster};
-    CNumbers m_numbers;
+    CTimeAndRandom m_timeAndRandom{time};
 };

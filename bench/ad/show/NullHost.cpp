@@ -1,4 +1,4 @@
-#include "QuietHost.h"
+#include "NullHost.h"
 
 #include <fmt/format.h>
 
@@ -12,33 +12,31 @@ constexpr char kTaken[] = R"({"code":0})";
 
 }  // namespace
 
-CQuietHost::CQuietHost(std::string search) : m_http(m_poster, std::move(search)) {
+CNullHost::CNullHost(std::string search) : m_http(m_poster, std::move(search)) {
     host::Ports ports;
     ports.log = &m_log;
     ports.poster = &m_poster;
     ports.store = &m_store;
-    ports.clock = &time;
-    ports.random = &m_numbers;
+    ports.state = &m_state;
+    ports.timeAndRandom = &m_timeAndRandom;
     ports.http = &m_http;
     ports.reports = &m_reports;
-    ports.domains = &m_domains;
-    ports.resourceSlots = &m_slots;
     ports.pictures = &m_pictures;
     host::Install(ports);
 }
 
-CQuietHost::~CQuietHost() {
+CNullHost::~CNullHost() {
     host::Uninstall();
 }
 
-void CQuietHost::CLog::AssertionFailed(const AssertionRecord& record) {
+void CNullHost::CLog::AssertionFailed(const AssertionRecord& record) {
     fmt::print(stderr, "Assertion failed: {} {}:{}\n", record.expression, record.file, record.line);
     std::abort();
 }
 
-unsigned long CQuietHost::CHttp::Start(const HttpReqInfo& request, core::network::http::Callback callback,
-                                       QObject* guard, HttpWorkPool /*pool*/, core::network::http::Progress /*upload*/,
-                                       core::network::http::Progress /*download*/) {
+unsigned long CNullHost::CHttp::Start(const HttpReqInfo& request, core::network::http::Callback callback,
+                                      QObject* guard, HttpWorkPool /*pool*/, core::network::http::Progress /*upload*/,
+                                      core::network::http::Progress /*download*/) {
     const unsigned long task = ++last;
     const bool isSearch = request.m_strUrl.find("/ad/search") != std::string::npos;
     poster.Post(guard, std::chrono::milliseconds(0), [this, task, isSearch, callback = std::move(callback)] {
@@ -51,13 +49,13 @@ unsigned long CQuietHost::CHttp::Start(const HttpReqInfo& request, core::network
     return task;
 }
 
-CQuietHost::CPictures::CPictures(IPoster& to) : poster(to) {
+CNullHost::CPictures::CPictures(IPoster& to) : poster(to) {
     QImage image(360, 120, QImage::Format_RGB32);
     image.fill(Qt::darkCyan);
     picture->frames.push_back({image, 0});
 }
 
-void CQuietHost::CPictures::Load(const QString& /*url*/, const QSize& /*size*/, bool /*moving*/, QObject* guard,
-                                 Done done) {
+void CNullHost::CPictures::Load(const QString& /*url*/, const QSize& /*size*/, bool /*moving*/, QObject* guard,
+                                Done done) {
     poster.Post(guard, std::chrono::milliseconds(0), [this, done = std::move(done)] { done(picture); });
 }

@@ -1,9 +1,9 @@
-#include "core/Slots.h"
+#include "core/InterruptionSlots.h"
 
 #include <gtest/gtest.h>
 
-TEST(SlotsTest, AreAllAllowedButForThoseThatWereForbidden) {
-    CSlots kinds;
+TEST(InterruptionSlotsTest, SlotIsAllowedUnlessItWasForbidden) {
+    CInterruptionSlots kinds;
     EXPECT_TRUE(kinds.IsAllowed(kSlotAdPopup));
 
     kinds.Allow(kSlotAdPopup, false);

@@ -1,51 +1,76 @@
-#include "picture/PictureJudge.h"
+#include "picture/ImageValidator.h"
 
 #include <gmock/gmock.h>
 
 #include <random>
 
 #include "PictureBytes.h"
+#include "picture/PictureDecoder.h"
 
 using namespace ::testing;
 using namespace picture_bytes;
 
 namespace {
 
-std::optional<PictureFacts> Judge(const std::string& bytes, const PictureLimits& limits = {}) {
+std::optional<ImageInfo> Validate(const std::string& bytes, const ImageLimits& limits = {}) {
     std::string reason;
-    return picture_judge::Judge(bytes, limits, reason);
+    return image_validator::Validate(bytes, limits, reason);
 }
 
-std::string Refusal(const std::string& bytes, const PictureLimits& limits = {}) {
+std::string Refusal(const std::string& bytes, const ImageLimits& limits = {}) {
     std::string reason;
-    return picture_judge::Judge(bytes, limits, reason) ? "taken" : reason;
+    return image_validator::Validate(bytes, limits, reason) ? "valid" : reason;
 }
 
-TEST(PictureJudgeTest, KnowsAPictureByItsContentAndReadsItsSize) {
-    EXPECT_EQ(Judge(Png())->format, EnPictureFormat::kPng);
-    EXPECT_EQ(Judge(Png())->size, QSize(40, 20));
-    EXPECT_EQ(Judge(Jpeg())->format, EnPictureFormat::kJpeg);
-    EXPECT_EQ(Judge(Jpeg())->size, QSize(40, 20));
-    EXPECT_EQ(Judge(Gif(3))->format, EnPictureFormat::kGif);
-    EXPECT_EQ(Judge(Gif(3))->frames, 3);
-    EXPECT_EQ(Judge(Gif(3))->size, QSize(1, 1));
-    EXPECT_EQ(Judge(GoodSvg())->format, EnPictureFormat::kSvg);
+/// Whether validator and decoder together give a picture.
+bool IsShown(const std::string& bytes) {
+    const auto info = Validate(bytes);
+    return info && picture_decoder::Decode(bytes, *info, QSize(4, 2), true, false);
 }
 
-TEST(PictureJudgeTest, FortyMegapixelsAreTheMost) {
-    EXPECT_TRUE(Judge(PngThatSays(40'000'000, 1)));
-    EXPECT_EQ(Refusal(PngThatSays(40'000'001, 1)), "it has too many pixels");
-    EXPECT_TRUE(Judge(PngThatSays(8000, 5000)));
-    EXPECT_EQ(Refusal(PngThatSays(8000, 5001)), "it has too many pixels");
-    EXPECT_EQ(Refusal(PngThatSays(0x7FFFFFFF, 0x7FFFFFFF)), "it has too many pixels");
-    EXPECT_EQ(Refusal(PngThatSays(0x80000000, 1)), "it is cut or garbled");
-    EXPECT_EQ(Refusal(PngThatSays(0, 10)), "it is cut or garbled");
+TEST(ImageValidatorTest, FormatAndSizeAreReadFromTheContent) {
+    EXPECT_EQ(Validate(Png())->format, EnImageFormat::kPng);
+    EXPECT_EQ(Validate(Png())->size, QSize(40, 20));
+    EXPECT_EQ(Validate(Jpeg())->format, EnImageFormat::kJpeg);
+    EXPECT_EQ(Validate(Jpeg())->size, QSize(40, 20));
+    EXPECT_EQ(Validate(Gif(3))->format, EnImageFormat::kGif);
+    EXPECT_EQ(Validate(Gif(3))->frames, 3);
+    EXPECT_EQ(Validate(Gif(3))->size, QSize(1, 1));
+    EXPECT_EQ(Validate(GoodSvg())->format, EnImageFormat::kSvg);
 }
 
-TEST(PictureJudgeTest, ThreeHundredFramesAreTheMost) {
-    EXPECT_EQ(Judge(Gif(300))->frames, 300);
+TEST(ImageValidatorTest, FormatsHaveTheReadersNames) {
+    EXPECT_STREQ(image_validator::FormatName(EnImageFormat::kPng), "png");
+    EXPECT_STREQ(image_validator::FormatName(EnImageFormat::kJpeg), "jpeg");
+    EXPECT_STREQ(image_validator::FormatName(EnImageFormat::kGif), "gif");
+    EXPECT_STREQ(image_validator::FormatName(EnImageFormat::kSvg), "svg");
+}
+
+TEST(ImageValidatorTest, PixelsAreLimitedTo40Million) {
+    EXPECT_TRUE(Validate(PngOfSize(800'000, 50)));
+    EXPECT_EQ(Refusal(PngOfSize(800'001, 50)), "it has too many pixels");
+    EXPECT_TRUE(Validate(PngOfSize(8000, 5000)));
+    EXPECT_EQ(Refusal(PngOfSize(8000, 5001)), "it has too many pixels");
+    // The library itself refuses a side of more than a million.
+    EXPECT_EQ(Refusal(PngOfSize(1'000'000, 1'000'000)), "it has too many pixels");
+    EXPECT_EQ(Refusal(PngOfSize(1'000'001, 1)), "it is cut or garbled");
+    EXPECT_EQ(Refusal(PngOfSize(0x80000000, 1)), "it is cut or garbled");
+    EXPECT_EQ(Refusal(PngOfSize(0, 10)), "it is cut or garbled");
+}
+
+TEST(ImageValidatorTest, PixelsOfAJpegAreReadWithoutDecodingIt) {
+    std::string jpeg = Jpeg();
+    const size_t frame = jpeg.find("\xFF\xC0");
+    ASSERT_NE(frame, std::string::npos);
+    jpeg.replace(frame + 5, 4, "\x40\x00\x40\x00", 4);
+
+    EXPECT_EQ(Refusal(jpeg), "it has too many pixels");
+}
+
+TEST(ImageValidatorTest, FramesAreLimitedTo300) {
+    EXPECT_EQ(Validate(Gif(300))->frames, 300);
     EXPECT_EQ(Refusal(Gif(301)), "it has too many frames");
-    // Without an end: it is not read further than the limit.
+    // The end is missing, but the limit is reached first.
     std::string endless = GifHead();
     for (int i = 0; i < 301; ++i) {
         endless += GifFrame(0, 1);
@@ -53,36 +78,37 @@ TEST(PictureJudgeTest, ThreeHundredFramesAreTheMost) {
     EXPECT_EQ(Refusal(endless), "it has too many frames");
 }
 
-TEST(PictureJudgeTest, AFrameMayNotReachBeyondThePixelsEither) {
+TEST(ImageValidatorTest, PixelsAreLimitedForScreenAndFrameOfAGif) {
     EXPECT_EQ(Refusal(GifHead() + GifFrame(0, 1, QSize(60'000, 60'000)) + ";"), "it has too many pixels");
     EXPECT_EQ(Refusal(GifHead(QSize(65'535, 65'535)) + GifFrame(0, 1) + ";"), "it has too many pixels");
 }
 
-TEST(PictureJudgeTest, TwentyMebibytesAreTheMost) {
+TEST(ImageValidatorTest, BytesAreLimitedTo20Mebibytes) {
     const std::string png = Png();
-    PictureLimits limits;
+    ImageLimits limits;
     EXPECT_EQ(limits.bytes, 20 * 1024 * 1024);
     limits.bytes = int(png.size());
-    EXPECT_TRUE(Judge(png, limits));
+    EXPECT_TRUE(Validate(png, limits));
     limits.bytes = int(png.size()) - 1;
     EXPECT_EQ(Refusal(png, limits), "it is too large");
 }
 
-TEST(PictureJudgeTest, WhatIsCutAnywhereIsRefused) {
+TEST(ImageValidatorTest, CutImageIsRefused) {
     for (const std::string& whole : {Png(), Jpeg(), Gif(2), GoodSvg()}) {
+        EXPECT_TRUE(IsShown(whole));
         for (size_t length = 0; length < whole.size(); ++length) {
-            ASSERT_FALSE(Judge(whole.substr(0, length))) << whole.substr(0, 6) << " " << length;
+            ASSERT_FALSE(Validate(whole.substr(0, length))) << whole.substr(0, 6) << " " << length;
         }
     }
 }
 
-TEST(PictureJudgeTest, WhatComesBehindTheEndConcernsNobody) {
+TEST(ImageValidatorTest, BytesAfterTheEndAreIgnored) {
     for (const std::string& whole : {Png(), Jpeg(), Gif(2)}) {
-        EXPECT_TRUE(Judge(whole + "more")) << whole.substr(0, 6);
+        EXPECT_TRUE(Validate(whole + "more")) << whole.substr(0, 6);
     }
 }
 
-TEST(PictureJudgeTest, WhatIsNoPictureIsRefused) {
+TEST(ImageValidatorTest, OtherContentIsRefused) {
     for (const std::string& bytes : {std::string(), std::string("x"), std::string("BM......"),
                                      std::string("RIFF....WEBP"), std::string("%PDF-1.7"), std::string(1000, '\0')}) {
         EXPECT_EQ(Refusal(bytes), "it is no picture");
@@ -90,19 +116,21 @@ TEST(PictureJudgeTest, WhatIsNoPictureIsRefused) {
     EXPECT_EQ(Refusal("<html><body/></html>"), "it is no picture");
 }
 
-TEST(PictureJudgeTest, PartsInAWrongOrderAreRefused) {
-    const std::string png = PngThatSays(2, 2);
+TEST(ImageValidatorTest, ImageWithPartsInAWrongOrderIsNotShown) {
+    const std::string png = Png();
     const size_t head = 8 + 12 + 13;
-    EXPECT_FALSE(Judge(png.substr(0, head) + png.substr(8, head - 8) + png.substr(head))) << "a second head";
-    EXPECT_FALSE(Judge(png.substr(0, head) + png.substr(head + 12))) << "no pixels";
+    const size_t end = png.size() - 12;
+    EXPECT_FALSE(IsShown(png.substr(0, head) + png.substr(8, head - 8) + png.substr(head))) << "a second head";
+    EXPECT_FALSE(IsShown(png.substr(0, head) + png.substr(end))) << "no pixels";
     const std::string jpeg = Jpeg();
     const size_t frame = jpeg.find("\xFF\xC0");
     ASSERT_NE(frame, std::string::npos);
-    EXPECT_FALSE(Judge(jpeg.substr(0, frame) + jpeg.substr(frame, 19) + jpeg.substr(frame))) << "a second frame";
-    EXPECT_FALSE(Judge(GifHead() + ";")) << "no frame";
+    EXPECT_FALSE(IsShown(jpeg.substr(0, frame) + jpeg.substr(frame, 19) + jpeg.substr(frame))) << "a second frame";
+    EXPECT_FALSE(IsShown(jpeg.substr(0, jpeg.find("\xFF\xDA")) + jpeg.substr(jpeg.size() - 2))) << "no scan";
+    EXPECT_FALSE(IsShown(GifHead() + ";")) << "no frame";
 }
 
-TEST(PictureJudgeTest, APictureOfVeryManyScansIsRefused) {
+TEST(ImageValidatorTest, ScansAreLimitedTo64) {
     const std::string jpeg = Jpeg();
     const size_t scan = jpeg.find("\xFF\xDA");
     const size_t end = jpeg.size() - 2;
@@ -113,11 +141,11 @@ TEST(PictureJudgeTest, APictureOfVeryManyScansIsRefused) {
         }
         return bytes + jpeg.substr(end);
     };
-    EXPECT_TRUE(Judge(repeated(64)));
-    EXPECT_FALSE(Judge(repeated(65)));
+    EXPECT_TRUE(Validate(repeated(64)));
+    EXPECT_FALSE(Validate(repeated(65)));
 }
 
-TEST(PictureJudgeTest, GarbledBytesAreRefusedOrTakenAndNeverMore) {
+TEST(ImageValidatorTest, GarbledBytesNeverExceedTheLimits) {
     std::mt19937 random(7);
     for (const std::string& whole : {Png(), Jpeg(), Gif(5), GoodSvg()}) {
         for (int round = 0; round < 2000; ++round) {
@@ -125,10 +153,10 @@ TEST(PictureJudgeTest, GarbledBytesAreRefusedOrTakenAndNeverMore) {
             for (int i = 0; i < 3; ++i) {
                 bytes[random() % bytes.size()] = char(random());
             }
-            const auto facts = Judge(bytes);
-            if (facts && facts->format != EnPictureFormat::kSvg) {
-                ASSERT_GT(facts->size.width() * qint64(facts->size.height()), 0);
-                ASSERT_LE(facts->size.width() * qint64(facts->size.height()), 40'000'000);
+            const auto info = Validate(bytes);
+            if (info && info->format != EnImageFormat::kSvg) {
+                ASSERT_GT(info->size.width() * qint64(info->size.height()), 0);
+                ASSERT_LE(info->size.width() * qint64(info->size.height()), 40'000'000);
             }
         }
     }
@@ -205,13 +233,13 @@ std::vector<BadSvg> BadSvgs() {
 INSTANTIATE_TEST_SUITE_P(Rows, BadSvgTest, ValuesIn(BadSvgs()),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST(GoodSvgTest, WhatKeepsToItselfIsTaken) {
+TEST(GoodSvgTest, DrawingWithoutOutsideReferencesIsValid) {
     for (const std::string& bytes :
          {GoodSvg(), "\xEF\xBB\xBF \n" + GoodSvg(), "<?xml version=\"1.0\"?><!-- words -->" + GoodSvg(),
           Svg("<defs><linearGradient id=\"g\"/></defs><rect fill=\"url(#g)\" style=\"stroke: url( '#g' )\"/>"),
           Svg("<g id=\"a\"><rect/></g><use xlink:href=\"#a\"/><use href=\" #a\"/>"),
           Svg("<style>rect{fill:red}</style>"), Svg("<text>url(https://a.example/) @import</text>")}) {
-        EXPECT_EQ(Refusal(bytes), "taken") << bytes;
+        EXPECT_EQ(Refusal(bytes), "valid") << bytes;
     }
 }
 

@@ -1,4 +1,4 @@
-#include "support/ScriptedQueries.h"
+#include "support/ScriptedState.h"
 
 void CScriptedAccount::Set(uint64_t userId, uint64_t sessionId, std::vector<int> markets) {
     m_nUserId = userId;
@@ -21,7 +21,7 @@ void CScriptedRandom::WillReturn(const std::vector<uint32_t>& values) {
     m_next.insert(m_next.end(), values.begin(), values.end());
 }
 
-uint32_t CScriptedRandom::Next() {
+uint32_t CScriptedRandom::RandomNumber() {
     const std::lock_guard<std::mutex> lock(m_mutex);
     if (m_next.empty()) {
         return uint32_t(m_sequence());

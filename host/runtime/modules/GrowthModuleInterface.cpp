@@ -1,3 +1,0 @@
-#include "modules/IZRGrowthModuleInterface.h"
-
-IZRGrowthModuleInterface::~IZRGrowthModuleInterface() = default;

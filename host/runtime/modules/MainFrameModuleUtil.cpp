@@ -1,3 +1,0 @@
-#include "modules/IMainFrameModuleUtil.h"
-
-IMainFrameModuleUtil::~IMainFrameModuleUtil() = default;

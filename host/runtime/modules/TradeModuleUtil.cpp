@@ -1,3 +1,0 @@
-#include "modules/ITradeModuleUtil.h"
-
-ITradeModuleUtil::~ITradeModuleUtil() = default;
