@@ -12,32 +12,31 @@ namespace spdlog {
 class logger;
 }
 
-/// What the log view shows of a line.
+/// A line for the log view.
 struct LogEntry {
     QDateTime time;
     LogRecord record;
-    uint64_t number = 0;  // from 1, in order; 0 in one that no log gave out
+    uint64_t number = 0;  // from 1, in order; 0 if not from a log
 };
 Q_DECLARE_METATYPE(LogEntry)
 
-/// The log: rotating files of 5 MiB, three of them, and a signal for whoever shows it. Callable from any
-/// thread; the signal comes on the thread of the writer.
+/// The log: three rotating files of 5 MiB, and a signal for views. Any thread. The signal is emitted on the thread of
+/// the writer.
 class CFileLog : public QObject, public ILog {
     Q_OBJECT
 
 public:
-    /// So many of the youngest lines are kept for listeners that come late.
+    /// Number of latest lines kept for views that open later.
     static constexpr size_t kKept = 1'000;
 
-    /// Writes to `path`; an empty path, or one that can't be written, leaves the signal alone.
+    /// Writes to `path`. With an empty path, or if the file cannot be written, only the signal is emitted.
     explicit CFileLog(const QString& path);
     ~CFileLog() override;
 
     void Write(const LogRecord& record) override;
     void AssertionFailed(const AssertionRecord& record) override;
 
-    /// What a listener that comes now has missed. One that connects first and then asks knows by the numbers
-    /// what it gets twice.
+    /// The latest lines. A listener connects first, then reads them and drops duplicates by number.
     std::deque<LogEntry> Kept() const;
 
 Q_SIGNALS:

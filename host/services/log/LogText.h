@@ -3,6 +3,6 @@
 #include <QString>
 #include <string>
 
-/// The text as one line of UTF-8: control characters, line separators and marks that turn the direction of
-/// writing come out as \xNN or \uNNNN, so that logged bytes can't forge a line.
+/// The text as one line of UTF-8. Control characters, line separators and direction marks become \xNN or \uNNNN, so
+/// that logged bytes cannot forge a line.
 std::string EscapedLogText(const QString& text);
