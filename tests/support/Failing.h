@@ -1,16 +1,16 @@
 #pragma once
 
-/// Which calls of a port fail, counted from the moment when the port is told.
+/// Selects the calls of a port that fail, counted from the call that sets it.
 class Failing {
 public:
     static Failing Never() { return Failing(0, 0); }
     static Failing Always() { return Failing(1, kForEver); }
-    /// The n-th call alone; the first is 1.
+    /// Only the n-th call. The first is 1.
     static Failing Nth(int n) { return Failing(n, n); }
-    /// The n-th call and all that follow.
+    /// The n-th call and all later ones.
     static Failing From(int n) { return Failing(n, kForEver); }
 
-    /// Counts one call and tells whether it fails.
+    /// Counts one call and returns whether it fails.
     bool Next() {
         ++m_nCalls;
         return m_nCalls >= m_nFirst && (m_nLast == kForEver || m_nCalls <= m_nLast);

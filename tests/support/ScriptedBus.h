@@ -7,7 +7,7 @@
 
 #include "core/MessageBus.h"
 
-/// A message as it was sent; p1 and p2 are 0 without a body.
+/// A message as it was sent. p1 and p2 are 0 without a body.
 struct BusMessage {
     unsigned int id = 0;
     unsigned long wParam = 0;
@@ -25,18 +25,18 @@ std::ostream& operator<<(std::ostream& stream, const BusMessage& message);
 /// Matches a message with these two parameters.
 ::testing::Matcher<BusMessage> Message(unsigned int id, uint64_t p1, uint64_t p2);
 
-/// The client's own bus, with a record of what is sent.
+/// The bus of the client with a record of all sends.
 class CScriptedBus : public IMessageBus {
 public:
     explicit CScriptedBus(IPoster& poster);
 
-    /// What was sent through the contract, in order of the calls.
+    /// Messages sent through the contract, in order of the calls.
     std::vector<BusMessage> Sent() const;
 
-    /// What the test sent in the host's name.
+    /// Messages sent by the test as the host.
     std::vector<BusMessage> HostSent() const;
 
-    /// Sends as the host does: delivered when the call returns, and not in Sent().
+    /// Sends as the host does. The message is delivered before the call returns and is not in Sent().
     void HostSend(unsigned int id, unsigned long wParam = 0, std::shared_ptr<core::CMessageBody> body = nullptr);
 
     int SubscriptionCount() const;

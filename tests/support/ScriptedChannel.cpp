@@ -88,7 +88,7 @@ void CScriptedChannel::BeOffline() {
     FailSends(Failing::Always());
 }
 
-// What a callback sends meanwhile has a later session, and its own fate.
+// A command sent by a callback has a later session and is not affected.
 void CScriptedChannel::FailOutstanding() {
     for (const unsigned long last = m_nLastSession; !m_outstanding.empty() && m_outstanding.begin()->first <= last;) {
         const auto& [session, request] = *m_outstanding.begin();
@@ -150,7 +150,7 @@ void CScriptedChannel::BindCallback(unsigned short commandId, CSCallback callbac
     }
 }
 
-// What a callback holds may call the channel when it goes: the tables are whole again before that.
+// Destroying a callback may call the channel, so the tables are consistent first.
 void CScriptedChannel::UnbindCallback(QObject* context) {
     if (!context) {
         return;

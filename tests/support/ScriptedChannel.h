@@ -20,7 +20,7 @@ class MessageLite;
 }
 }  // namespace google
 
-/// A command as it was sent. `context` is for comparison only: it may be gone.
+/// A command as it was sent. `context` may be gone and is for comparison only.
 struct SentCommand {
     unsigned long session = 0;
     uint32_t cmd = 0;
@@ -30,8 +30,8 @@ struct SentCommand {
 
 std::ostream& operator<<(std::ostream& stream, const SentCommand& command);
 
-/// The command channel with the test at its other end. Answers and pushes run before the call that gives
-/// them returns. A command that no test looked at (Sent, LastSession, an answer to it) fails the test.
+/// The command channel; the test is the server. Answers and pushes run before the call that gives them returns. A
+/// command that no test looked at (Sent, LastSession, an answer to it) fails the test.
 class CScriptedChannel : public QObject, public IChannel {
 public:
     explicit CScriptedChannel(IPoster& poster);
@@ -39,16 +39,16 @@ public:
 
     const std::vector<SentCommand>& Sent();
 
-    /// The session of the last command; 0 if nothing was sent.
+    /// The session of the last command. 0 if nothing was sent.
     unsigned long LastSession();
 
-    /// Answers with success. An answer to a session that was answered already, or whose context is gone, does
-    /// nothing; one to a session that never was fails the test.
+    /// Answers with success. It does nothing for an answered session and for one whose context is gone. An unknown
+    /// session fails the test.
     void Reply(unsigned long session, uint32_t cmd, const google::protobuf::MessageLite& message);
     void Reply(unsigned long session, uint32_t cmd, std::string bytes);
     void ReplyWith(unsigned long session, CSProtoError error, const CSProtoData& data);
 
-    /// Answers with an error: the command's own number and no bytes.
+    /// Answers with an error, the number of the command and no bytes.
     void Fail(unsigned long session, CSProtoError error);
 
     void Push(uint32_t cmd, const google::protobuf::MessageLite& message);
@@ -57,31 +57,31 @@ public:
     /// Pushes to the subscribers of data.m_nCmd.
     void PushWith(CSProtoError error, const CSProtoData& data);
 
-    /// Pushes to the subscribers of `boundCommand`, whatever the data says it is.
+    /// Pushes to the subscribers of `boundCommand`, whatever command `data` has.
     void PushWith(uint32_t boundCommand, CSProtoError error, const CSProtoData& data);
 
-    /// From now on each `cmd` is answered so, by itself and later; the test need not look at it.
+    /// Answers each later `cmd` automatically and later. The test need not look at it.
     void AnswerAlways(uint32_t cmd, std::string bytes);
 
-    /// From now on each command fails later with kCSProtoDisconnected.
+    /// Each later command fails asynchronously with kCSProtoDisconnected.
     void BeOffline();
 
-    /// The connection is lost: what waits for an answer fails with kCSProtoDisconnected before this returns.
+    /// Loses the connection: waiting commands fail with kCSProtoDisconnected before this returns.
     void FailOutstanding();
 
-    /// The commands that `which` names fail later with `error`.
+    /// The commands that `which` selects fail asynchronously with `error`.
     void FailSends(Failing which, CSProtoError error = kCSProtoDisconnected);
 
-    /// The commands with a live subscriber, one for each subscription, in order of binding.
+    /// Commands with a live subscriber, one for each subscription, in order of binding.
     std::vector<uint32_t> BoundCommands() const;
 
-    /// Commands that wait for an answer and whose context lives.
+    /// Number of waiting commands whose context lives.
     int OutstandingCount() const;
 
-    /// Counts as looking, and empties the record.
+    /// Marks all commands as looked at and clears the record.
     void Forget();
 
-    /// Fails the test for each command that nobody looked at.
+    /// Fails the test for each command that no test looked at.
     void CheckAllLookedAt();
 
     unsigned long SendCommand(const CSProtoData& data, CSCallback callback, QObject* context) override;

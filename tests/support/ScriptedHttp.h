@@ -8,7 +8,7 @@
 #include "core/IHttp.h"
 #include "support/Failing.h"
 
-/// A request as it was started. `guard` is for comparison only: it may be gone.
+/// A request as it was started. `guard` may be gone and is for comparison only.
 struct StartedRequest {
     unsigned long task = 0;
     HttpReqInfo request;
@@ -19,32 +19,32 @@ struct StartedRequest {
 
 std::ostream& operator<<(std::ostream& stream, const StartedRequest& request);
 
-/// HTTP with the test at its other end. Answers run before the call that gives them returns. A request that no
-/// test looked at (Started, LastTask, an answer to it) fails the test.
+/// HTTP; the test is the server. Answers run before the call that gives them returns. A request that no test looked at
+/// (Started, LastTask, an answer to it) fails the test.
 class CScriptedHttp : public IHttp {
 public:
     const std::vector<StartedRequest>& Started();
 
-    /// Of the last request; 0 if nothing was started.
+    /// Task number of the last request. 0 if there was none.
     unsigned long LastTask();
 
-    /// Ends an exchange well. One that has ended, or whose guard is gone, does nothing; one that never was fails
-    /// the test.
+    /// Answers a request. It does nothing for an ended request and for one whose guard is gone. An unknown number
+    /// fails the test.
     void Answer(unsigned long task, const std::string& body, int status = 200);
 
-    /// Ends an exchange without an answer.
+    /// Fails a request without an answer.
     void Fail(unsigned long task, HttpResult result, int status = 0);
 
-    /// The starts that `which` names give 0 and call nothing.
+    /// The starts that `which` selects return 0 and call nothing.
     void RefuseStarts(Failing which) { m_refused = which; }
 
-    /// Exchanges that wait for an answer and whose guard lives.
+    /// Number of waiting requests whose guard lives.
     int OutstandingCount() const;
 
-    /// Counts as looking, and empties the record.
+    /// Marks all requests as looked at and clears the record.
     void Forget();
 
-    /// Fails the test for each request that nobody looked at.
+    /// Fails the test for each request that no test looked at.
     void CheckAllLookedAt();
 
     unsigned long Start(const HttpReqInfo& request, core::network::http::Callback callback, QObject* guard,

@@ -9,7 +9,7 @@
 
 #include "framework/ILog.h"
 
-/// A line as it was written; `text` holds the bytes that the line's characters up to U+00FF stand for.
+/// A line as it was written. `text` contains one byte for each character up to U+00FF.
 struct LogLine {
     ZRLogType severity = kZRLogInfo;
     std::string text;
@@ -22,25 +22,25 @@ struct LogLine {
 std::ostream& operator<<(std::ostream& stream, const LogLine& line);
 std::ostream& operator<<(std::ostream& stream, const AssertionRecord& record);
 
-/// Match a line by its severity and its whole text; a text may itself be a matcher.
+/// Match a line by its severity and its whole text. The text may be a matcher.
 ::testing::Matcher<LogLine> Info(const ::testing::Matcher<std::string>& text);
 ::testing::Matcher<LogLine> Error(const ::testing::Matcher<std::string>& text);
 ::testing::Matcher<LogLine> Fatal(const ::testing::Matcher<std::string>& text);
 
-/// The log. Assertions, and lines of kZRLogError or above, that were written since the test last looked
-/// (Assertions, Lines) fail it. Callable from any thread.
+/// The log. Assertions and lines of at least kZRLogError that no test looked at (Assertions, Lines) fail the test. Any
+/// thread.
 class CScriptedLog : public ILog {
 public:
     std::vector<LogLine> Lines();
     std::vector<AssertionRecord> Assertions();
 
-    /// Lines with exactly this text are part of things going well, of whatever severity.
+    /// Lines with exactly this text do not fail the test.
     void AllowErrors(const std::string& text);
 
-    /// Counts as looking, and empties both records.
+    /// Marks all lines and assertions as looked at and clears both records.
     void Forget();
 
-    /// Fails the test for each error line and each assertion that nobody looked at.
+    /// Fails the test for each error line and assertion that no test looked at.
     void CheckAllLookedAt();
 
     void Write(const LogRecord& record) override;

@@ -12,7 +12,7 @@ public:
     CScriptedMainFrame();
     ~CScriptedMainFrame();
 
-    /// From now on there is a main frame, of a window that the test owns; null: it is going.
+    /// Registers a main frame for a window that the test owns. Null for a window that is being closed.
     void Offer(QWidget* window);
     void TakeAway();
 
@@ -29,6 +29,6 @@ public:
     };
 
 private:
-    // Shared with what the plug-in centre holds, which may outlive the test.
+    // Shared with the plug-in centre, which may outlive the test.
     const std::shared_ptr<State> m_pState = std::make_shared<State>();
 };

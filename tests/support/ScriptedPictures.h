@@ -6,7 +6,7 @@
 
 #include "ui/IPictures.h"
 
-/// A picture as it was asked for. `guard` is for comparison only: it may be gone.
+/// A load as it was requested. `guard` may be gone and is for comparison only.
 struct AskedPicture {
     int load = 0;
     std::string url;
@@ -17,44 +17,44 @@ struct AskedPicture {
 
 std::ostream& operator<<(std::ostream& stream, const AskedPicture& asked);
 
-/// Pictures with the test at their other end. Answers run before the call that gives them returns. A load that no
-/// test looked at (Asked, LastLoad, an answer to it) fails the test.
+/// Pictures; the test is the server. Answers run before the call that gives them returns. A load that no test looked
+/// at (Asked, LastLoad, an answer to it) fails the test.
 class CScriptedPictures : public IPictures {
 public:
     const std::vector<AskedPicture>& Asked();
 
-    /// Numbers begin at 1; 0 if nothing was asked for.
+    /// Number of the last load, from 1. 0 if there was none.
     int LastLoad();
 
-    /// Ends a load with a picture in one colour, of the size that was asked for. One that has ended, or whose guard
-    /// is gone, does nothing; one that never was fails the test.
+    /// Succeeds with a picture in one colour and of the requested size. It does nothing for an ended load and for one
+    /// whose guard is gone. An unknown number fails the test.
     void Succeed(int load, const QColor& color = Qt::red);
 
     void Succeed(int load, std::shared_ptr<const Picture> picture);
 
-    /// Ends it without a picture.
+    /// Fails a load without a picture.
     void Fail(int load);
 
-    /// The last one for that address which still waits; fails the test if there is none.
+    /// The last waiting load of that URL. Fails the test if there is none.
     void SucceedUrl(const std::string& url);
     void FailUrl(const std::string& url);
 
-    /// From now on each load succeeds inside the call that begins it, which counts as looking at it. Pictures do not
-    /// come so from the web; who shows them is to bear it all the same.
+    /// Each later load succeeds inside the call that starts it and counts as looked at. Real pictures never arrive so
+    /// early, but widgets must handle it.
     void AnswerAtOnce() { m_bAtOnce = true; }
 
-    /// Loads that wait for an answer and whose guard lives.
+    /// Number of waiting loads whose guard lives.
     int OutstandingCount() const;
 
-    /// Counts as looking, and empties the record.
+    /// Marks all loads as looked at and clears the record.
     void Forget();
 
-    /// Fails the test for each load that nobody looked at.
+    /// Fails the test for each load that no test looked at.
     void CheckAllLookedAt();
 
     void Load(const QString& url, const QSize& size, bool moving, QObject* guard, Done done) override;
 
-    /// In one colour, still.
+    /// A picture with one frame in one colour.
     static std::shared_ptr<const Picture> Plain(const QSize& size, const QColor& color);
 
 private:

@@ -6,17 +6,17 @@
 #include "core/MainThreadPoster.h"
 #include "support/VirtualTime.h"
 
-/// The client's own poster on virtual time, with a record of what was asked of it.
+/// The poster of the client in virtual time, with a record of all posts.
 class CScriptedPoster : public IPoster {
 public:
     explicit CScriptedPoster(CVirtualTime& time);
 
-    /// The delays of all posts so far, in milliseconds and in posting order; 0 is a post without delay.
+    /// Delays of all posts in milliseconds, in posting order. 0 is a post without delay.
     std::vector<int64_t> Delays() const;
 
     void Forget();
 
-    /// For the other scripted services: their own posts are none of the test's.
+    /// For the other scripted services, whose posts are not recorded.
     IPoster& Unrecorded() { return m_poster; }
 
     void Post(QPointer<QObject> context, std::chrono::milliseconds delay, std::function<void()> task) override;

@@ -10,41 +10,41 @@
 #include "core/IReports.h"
 #include "support/Failing.h"
 
-/// An event as it was reported; a refused one too.
+/// An event as it was reported, including refused ones.
 struct ReportedEvent {
     std::string name;
     int code = 0;
-    std::string params;  // as JSON in one line, its keys sorted
+    std::string params;  // JSON in one line, with sorted keys
     CSBrokerId broker = 0;
-    bool timed = false;  // by the end of a measurement
+    bool timed = false;  // reported by a timer
 };
 
 bool operator==(const ReportedEvent& left, const ReportedEvent& right);
 std::ostream& operator<<(std::ostream& stream, const ReportedEvent& event);
 
-/// Reports, kept. A measurement goes by the bare name of its event until a test names it otherwise. An event that no
-/// test looked at (Events, Names) fails the test; one without a name is not taken. Callable from any thread.
+/// Records reports. A timer has the name of its event until a test sets another. An event that no test looked at
+/// (Events, Names) fails the test. An event without a name is refused. Any thread.
 class CScriptedReports : public IReports {
 public:
     std::vector<ReportedEvent> Events();
     std::vector<std::string> Names();
 
-    /// The reports, ends of measurements among them, that `which` names give false.
+    /// The reports and timer ends that `which` selects return false.
     void Refuse(Failing which);
 
-    /// From now on a measurement goes by what `name` gives for its event. It is called as the measurement starts.
+    /// Names each later timer by the result of `name`, which is called when the timer starts.
     void NameTimers(std::function<std::string(const std::string& event)> name);
 
-    /// From now on no measurement can be started.
+    /// No later timer can be started.
     void GiveNoTimers();
 
-    /// Names of the events whose measurement was started, in order.
+    /// Names of the events whose timer was started, in order.
     std::vector<std::string> Started() const;
 
-    /// Counts as looking, and empties the record.
+    /// Marks all events as looked at and clears the record.
     void Forget();
 
-    /// Fails the test for each event that nobody looked at.
+    /// Fails the test for each event that no test looked at.
     void CheckAllLookedAt();
 
     bool Report(const ReportEvent& event) override;

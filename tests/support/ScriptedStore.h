@@ -10,7 +10,7 @@
 #include "core/ILocalStore.h"
 #include "support/Failing.h"
 
-/// A save as it was asked for; a refused one too. A number is written in decimal.
+/// A save as it was requested, including refused ones. A number is written in decimal.
 struct StoreSave {
     ILocalStore::Owner owner;
     std::string key;
@@ -20,32 +20,32 @@ struct StoreSave {
 bool operator==(const StoreSave& left, const StoreSave& right);
 std::ostream& operator<<(std::ostream& stream, const StoreSave& save);
 
-/// The key-value store in memory. A save that no test looked at (Saves, or reading the value) fails the test.
+/// The store in memory. A save that no test looked at (Saves, or reading the value) fails the test.
 class CScriptedStore : public ILocalStore {
 public:
     const std::vector<StoreSave>& Saves();
 
-    /// What the store holds when the test begins, or what somebody else wrote.
+    /// Sets a value without a save, as if it had been saved earlier.
     void SetAppString(const std::string& key, const std::string& value);
     void SetUserString(uint64_t user, const std::string& key, const std::string& value);
     void SetInt64(const std::string& key, int64_t value);
 
-    /// What is stored; empty if nothing is, or a value of the other type.
+    /// The stored value. Empty without one, and for a value of the other type.
     std::optional<std::string> AppString(const std::string& key);
     std::optional<std::string> UserString(uint64_t user, const std::string& key);
     std::optional<int64_t> Int64(const std::string& key);
 
-    /// The keys of all reads of numbers so far, refused ones too.
+    /// The keys of all reads of numbers, including refused ones.
     const std::vector<std::string>& Int64Reads() const { return m_int64Reads; }
 
-    /// The calls that `which` names give false and do nothing.
+    /// The calls that `which` selects return false and change nothing.
     void RefuseSaves(Failing which);
     void RefuseReads(Failing which);
 
-    /// Counts as looking, and empties the record. The values stay.
+    /// Marks all saves as looked at and clears the record. Values are kept.
     void Forget();
 
-    /// Fails the test for each save that nobody looked at.
+    /// Fails the test for each save that no test looked at.
     void CheckAllLookedAt();
 
     bool ReadString(Owner owner, const std::string& key, std::string& value) override;

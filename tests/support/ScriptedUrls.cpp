@@ -11,7 +11,7 @@ namespace {
 
 constexpr host::CHostLog kLog("Url");
 
-// What the contract promises of the URL itself. How it may be disguised is the real opener's care.
+// The rules that the contract states for the URL itself. The real opener also refuses disguised URLs.
 bool IsAllowed(const QUrl& url) {
     if (url.scheme() == QLatin1String("http")) {
         const bool isThisMachine = url.host() == QLatin1String("127.0.0.1") || url.host() == QLatin1String("localhost");

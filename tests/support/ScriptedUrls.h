@@ -7,7 +7,7 @@
 #include "core/IUrlOpener.h"
 #include "support/Failing.h"
 
-/// A URL as it was asked for. `context` is for comparison only: it may be gone.
+/// A URL as it was requested. `context` may be gone and is for comparison only.
 struct OpenedUrl {
     std::string url;
     int businessType = 0;
@@ -16,22 +16,22 @@ struct OpenedUrl {
     QVariant extra;
 };
 
-/// Opens nothing and keeps what was asked for; true for what the contract allows. A URL that no test looked at
+/// Records URLs and opens none. It returns true for URLs that the contract allows. A URL that no test looked at
 /// (Opened) fails the test, refused or not.
 class CScriptedUrls : public IUrlOpener {
 public:
     const std::vector<OpenedUrl>& Opened();
 
-    /// The calls that `which` names give false and write the line of a refusal; they are kept all the same.
+    /// The calls that `which` selects are refused with a log line, and recorded.
     void RefuseOpens(Failing which) { m_refused = which; }
 
-    /// Runs inside each call from now on, ahead of its answer: a page that is turned to may take others away.
+    /// `act` runs inside each later call, before it returns. An opened page may close others.
     void WhenOpening(std::function<void()> act) { m_fnWhenOpening = std::move(act); }
 
-    /// Counts as looking, and empties the record.
+    /// Marks all URLs as looked at and clears the record.
     void Forget();
 
-    /// Fails the test for each URL that nobody looked at.
+    /// Fails the test for each URL that no test looked at.
     void CheckAllLookedAt();
 
     bool Open(const UrlRequest& request) override;

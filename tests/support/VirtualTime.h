@@ -8,27 +8,27 @@
 
 class CVirtualEventDispatcher;
 
-/// The test's hand on the clock. Main thread, except where said.
+/// Controls the virtual clock. Main thread, unless noted.
 class CVirtualTime : public ITimeAndRandom {
 public:
     static constexpr int64_t kFirstServerTime = 1'700'000'000'000;
 
     CVirtualTime();
 
-    /// Moves the clock and runs all that falls due on the way, each at its own moment.
+    /// Advances the clock and runs all due tasks and timers at their own time.
     void Advance(std::chrono::milliseconds span);
 
-    /// Runs all that is posted and due now, deferred deletes included. The clock stands still.
-    /// What never comes to rest fails the test.
+    /// Runs all that is posted and due, including deferred deletes, without advancing the clock. A loop without end
+    /// fails the test.
     void Settle();
 
-    /// For work of other threads: settles until `condition` holds. False if `bound` of real time passed without.
+    /// Settles until `condition` holds, for work of other threads. Returns false after `bound` of real time.
     bool WaitUntil(const std::function<bool()>& condition, std::chrono::milliseconds bound = std::chrono::seconds(20));
 
-    /// Milliseconds since this object was made. Callable from any thread.
+    /// Milliseconds since construction. Any thread.
     int64_t Now() const;
 
-    /// Milliseconds since 1970; starts at kFirstServerTime and moves with the clock. Callable from any thread.
+    /// Milliseconds since 1970. It starts at kFirstServerTime and advances with the clock. Any thread.
     int64_t ServerTime() const;
     void SetServerTime(int64_t millis);
 

@@ -12,7 +12,7 @@ ILocalStore::Owner Installation() {
     return std::nullopt;
 }
 
-// Nobody logged in is user 0: what arrives then is kept all the same.
+// Without a login it is user 0, so that values saved then are kept too.
 ILocalStore::Owner CurrentUser(const host::PortsLock& ports) {
     return ports->state ? ports->state->UserId() : 0;
 }

@@ -2,7 +2,7 @@
 
 #include "core/IZRChannelProxy.h"
 
-/// Behind IZRChannelProxy, with the same promises. Main thread.
+/// The port behind IZRChannelProxy, with the same guarantees. Main thread.
 class IChannel {
 public:
     virtual ~IChannel() = default;

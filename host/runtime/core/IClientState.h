@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QString>
 #include <json/value.h>
+#include <QString>
 
 #include <cstdint>
 #include <optional>

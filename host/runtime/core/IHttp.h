@@ -2,7 +2,7 @@
 
 #include "core/network/http.h"
 
-/// Behind core::network::http. Main thread; see there for what is promised.
+/// The port behind core::network::http, with the same guarantees. Main thread.
 class IHttp {
 public:
     virtual ~IHttp() = default;

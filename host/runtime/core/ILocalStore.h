@@ -4,10 +4,11 @@
 #include <optional>
 #include <string>
 
-/// Behind core::config_local. Main thread.
+/// The port behind core::config_local. Each operation returns false on failure and leaves `value` unchanged. Main
+/// thread.
 class ILocalStore {
 public:
-    /// Whose value it is: the installation's (no value) or a user's.
+    /// The owner of a value: a user id, or empty for the installation.
     using Owner = std::optional<uint64_t>;
 
     virtual ~ILocalStore() = default;

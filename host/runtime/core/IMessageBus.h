@@ -2,7 +2,7 @@
 
 #include "core/message_dispatch.h"
 
-/// Behind core::__CMessageDispatch; also the host's own way to send a message with a `wParam`.
+/// The port behind core::__CMessageDispatch. The host also uses it to send a message with a `wParam`.
 class IMessageBus {
 public:
     virtual ~IMessageBus() = default;

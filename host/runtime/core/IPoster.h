@@ -4,7 +4,7 @@
 #include <chrono>
 #include <functional>
 
-/// Behind core::post. Callable from any thread; `delay` is never negative.
+/// The port behind core::post. `delay` is not negative. Any thread.
 class IPoster {
 public:
     virtual ~IPoster() = default;

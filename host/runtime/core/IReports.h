@@ -2,7 +2,7 @@
 
 #include "core/report.h"
 
-/// An event as somebody reports it.
+/// An event to be reported.
 struct ReportEvent {
     std::string name;
     int code = 0;
@@ -10,13 +10,13 @@ struct ReportEvent {
     CSBrokerId broker = 0;
 };
 
-/// Behind core::report. Callable from any thread.
+/// The port behind core::report. Any thread.
 class IReports {
 public:
     virtual ~IReports() = default;
     virtual bool Report(const ReportEvent& event) = 0;
     virtual std::shared_ptr<std::string> TimerStart(const std::string& event) = 0;
 
-    /// `event.name` is the text that TimerStart gave.
+    /// `event.name` is the text returned by TimerStart.
     virtual bool TimerEnd(const ReportEvent& event) = 0;
 };

@@ -2,7 +2,7 @@
 
 #include "core/urlhandler.h"
 
-/// A URL as somebody asks for it. `context` is not owned, may be null, and is good for the call alone.
+/// A URL to be opened. `context` is not owned, may be null, and is valid only during the call.
 struct UrlRequest {
     QString url;
     core::urlhandler::BusinessType businessType = core::urlhandler::kBusinessDefault;
@@ -11,7 +11,7 @@ struct UrlRequest {
     core::urlhandler::FallbackMode fallbackMode = core::urlhandler::kFallbackWeb;
 };
 
-/// Behind core::urlhandler. Main thread.
+/// The port behind core::urlhandler. Main thread.
 class IUrlOpener {
 public:
     virtual ~IUrlOpener() = default;

@@ -22,7 +22,7 @@ QEvent::Type WakeEvent() {
 CMainThreadPoster::CMainThreadPoster(Clock clock) : m_fnClock(std::move(clock)) {}
 
 CMainThreadPoster::~CMainThreadPoster() {
-    // What a task holds may post again while it is destroyed: take the tasks out first.
+    // Destroying a task may post again, so the tasks leave the queue first.
     std::map<Due, Task> tasks;
     const std::lock_guard<std::mutex> lock(m_mutex);
     tasks.swap(m_tasks);
@@ -43,7 +43,7 @@ void CMainThreadPoster::Post(QPointer<QObject> context, std::chrono::millisecond
     Wake();
 }
 
-// With the mutex held. The event also has the timer set anew, which only the loop's own thread may do.
+// Requires the mutex. The event also restarts the timer, which only the thread of the event loop may do.
 void CMainThreadPoster::Wake() {
     if (!m_bWakePosted) {
         m_bWakePosted = true;
@@ -63,8 +63,7 @@ bool CMainThreadPoster::event(QEvent* event) {
     return QObject::event(event);
 }
 
-// One task per event, with the next one arranged for before it runs: a task that opens an event loop of
-// its own holds up nobody.
+// One task per event, after the next one is scheduled: a task that opens an event loop delays no other task.
 void CMainThreadPoster::RunOne() {
     std::optional<Task> task;
     {

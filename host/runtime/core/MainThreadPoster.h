@@ -9,10 +9,10 @@
 #include "core/IPoster.h"
 #include "framework/export.h"
 
-/// The poster on the event loop of the thread that made it: one queue by due time, then by order of posting.
+/// The poster on the event loop of its own thread: one queue by due time, then by order of posting.
 class ZRHOST_API CMainThreadPoster : public QObject, public IPoster {
 public:
-    /// Milliseconds of a clock that never jumps. Callable from any thread.
+    /// Milliseconds of a monotonic clock. Any thread.
     using Clock = std::function<int64_t()>;
 
     explicit CMainThreadPoster(Clock clock = SteadyMillis);
@@ -30,7 +30,7 @@ private:
         QPointer<QObject> context;
         std::function<void()> run;
     };
-    using Due = std::pair<int64_t, uint64_t>;  // moment, number of the posting
+    using Due = std::pair<int64_t, uint64_t>;  // due time, number of the post
 
     void Wake();
     void RunOne();

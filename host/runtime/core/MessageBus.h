@@ -8,8 +8,8 @@
 
 class IPoster;
 
-/// The process-wide bus. Made on the main thread; sends of other threads go through the poster, which
-/// must outlive it.
+/// The message bus of the process. Constructed on the main thread. Sends of other threads use the poster, which must
+/// outlive the bus.
 class ZRHOST_API CMessageBus : public IMessageBus {
 public:
     explicit CMessageBus(IPoster& poster);
@@ -20,14 +20,14 @@ public:
               std::shared_ptr<core::CMessageBody> body) override;
     void UnBind(QObject* context) override;
 
-    /// Subscriptions whose context lives, of all messages.
+    /// Number of subscriptions whose context lives.
     int SubscriptionCount() const;
-    /// Those of one message.
+    /// The same for one message.
     int SubscriptionCount(unsigned int messageId) const;
 
 private:
     IPoster& m_poster;
     const void* const m_pThread;
-    QObject m_context;  // of what other threads posted
+    QObject m_context;  // context of sends posted by other threads
     CSubscriberTable<unsigned int, core::MessageCallback> m_subscribers;
 };

@@ -9,9 +9,9 @@
 #include <utility>
 #include <vector>
 
-/// Subscribers by key, each tied to a context object. A callback may bind, unbind and deliver: a subscriber
-/// bound inside a delivery gets the next message, an unbound or dead one gets nothing more, and a callback
-/// lives until its own call returns. Single thread.
+/// Subscribers by key, each tied to a context object. A callback may bind, unbind and deliver. A subscriber bound
+/// inside a delivery gets the next message. An unbound or dead one gets nothing more. A callback lives until its own
+/// call returns. Single thread.
 template <class Key, class Callback>
 class CSubscriberTable {
 public:
@@ -47,7 +47,7 @@ public:
     /// Calls `call(callback)` for each subscriber of `key`, in order of binding. `call` must not throw.
     template <class Call>
     void Deliver(Key key, const Call& call) {
-        // The reference stays valid: keys are never removed, entries only while no delivery runs.
+        // Keys are never removed, and entries only while no delivery runs. The reference therefore stays valid.
         const auto found = m_entries.find(key);
         if (found == m_entries.end()) {
             return;

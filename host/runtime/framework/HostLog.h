@@ -10,8 +10,8 @@
 
 namespace host {
 
-/// The log of one part of the host, named by `area` ("Channel"); its lines carry the module "Host.<area>".
-/// Texts are FMT_STRING literals, so that a wrong field does not compile.
+/// The log of one part of the host. Its lines have the module "Host.<area>". Formats are FMT_STRING literals, which
+/// are checked at compile time. Any thread.
 class ZRHOST_API CHostLog {
 public:
     explicit constexpr CHostLog(const char* area) : m_pArea(area) {}
@@ -32,7 +32,7 @@ private:
     const char* m_pArea;
 };
 
-/// Runs a callback that belongs to somebody else. What it throws is logged under `what` and goes no further.
+/// Runs a callback of other code. An exception is logged under `what` and not rethrown.
 template <class Callback>
 void CallAndLogExceptions(const CHostLog& log, const char* what, const Callback& callback) {
     try {

@@ -5,7 +5,7 @@
 
 #include "framework/log.h"
 
-/// One line of the log, as the writer gave it: nothing is escaped yet.
+/// One log line as it was written, not escaped.
 struct LogRecord {
     std::string file;
     int line = 0;
@@ -24,7 +24,7 @@ struct AssertionRecord {
     std::string expression;
 };
 
-/// Behind FrameWork's log and assertion. Callable from any thread.
+/// The port behind the log and assertions of FrameWork. Any thread.
 class ILog {
 public:
     virtual ~ILog() = default;

@@ -7,7 +7,7 @@
 namespace host {
 
 std::optional<Json::Value> ParseJson(const std::string& text, std::string& error) {
-    // The reader takes a zero byte as the end and would not see what follows.
+    // The reader ignores all bytes after a zero byte.
     if (text.find('\0') != std::string::npos) {
         error = "holds a zero byte";
         return std::nullopt;
@@ -24,7 +24,7 @@ std::optional<Json::Value> ParseJson(const std::string& text, std::string& error
         }
         return value;
     } catch (const std::exception& exception) {
-        // The reader throws past its depth limit.
+        // The reader throws above its depth limit.
         error = exception.what();
         return std::nullopt;
     }

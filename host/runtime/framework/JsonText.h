@@ -9,8 +9,8 @@
 
 namespace host {
 
-/// JSON from bytes that are not to be trusted: strict (no comments, no trailing bytes, no duplicate keys),
-/// nested 64 deep at most. Nothing is thrown; on failure the result is empty and `error` says why.
+/// Parses untrusted JSON: no comments, no trailing bytes, no duplicate keys, at most 64 levels. Never throws. Empty on
+/// failure, with the reason in `error`. Any thread.
 ZRHOST_API std::optional<Json::Value> ParseJson(const std::string& text, std::string& error);
 
 }  // namespace host

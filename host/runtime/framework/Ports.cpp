@@ -8,7 +8,7 @@ namespace {
 
 bool g_bEnded = false;
 
-// Never destroyed: a static destructor or a straggling thread may still call the contract.
+// Never destroyed: a static destructor or a detached thread may still call the contract.
 std::shared_mutex& Guard() {
     static auto* guard = new std::shared_mutex;
     return *guard;

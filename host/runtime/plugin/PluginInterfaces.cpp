@@ -1,4 +1,4 @@
-// The destructors and type information of what both sides of the contract use are in this library only.
+// Destructors and type information of classes used on both sides exist only in this library.
 #include "modules/IMainFrameModuleUtil.h"
 #include "modules/ITradeModuleUtil.h"
 #include "modules/IZRGrowthModuleInterface.h"

@@ -80,7 +80,7 @@ namespace {
 
 QString MapAndLoad(const ModuleEntry& module, const QString& folder) {
     QLibrary library(QDir(folder).absoluteFilePath(module.library));
-    // Once mapped it stays: singletons, timers and bindings of a module live as long as the process.
+    // Never unmapped: singletons, timers and bindings of a module live as long as the process.
     library.setLoadHints(QLibrary::ResolveAllSymbolsHint | QLibrary::PreventUnloadHint);
     if (!library.load()) {
         return Failed(module, library.errorString());
@@ -99,8 +99,8 @@ QString MapAndLoad(const ModuleEntry& module, const QString& folder) {
 
 }  // namespace
 
-// A module is there whole or not at all: the initialisers of a library may have registered factories before
-// its entry failed.
+// A module is registered completely or not at all. Static initialisers may have registered factories before the entry
+// failed.
 QString MapModule(const ModuleEntry& module, const QString& folder) {
     CPluginRegistry& registry = CPluginRegistry::Instance();
     const uint64_t before = registry.Now();

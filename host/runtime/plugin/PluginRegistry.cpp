@@ -42,7 +42,7 @@ void CPluginRegistry::AddFactory(std::shared_ptr<IZRPluginInterfaceFactory> fact
     if (found == m_factories.end()) {
         m_factories.push_back(std::move(added));
     } else if (replace) {
-        std::swap(*found, added);  // the old one goes when the lock is gone
+        std::swap(*found, added);  // destroyed after the lock
     }
 }
 
@@ -79,7 +79,7 @@ uint64_t CPluginRegistry::Now() {
 }
 
 void CPluginRegistry::WithdrawSince(uint64_t moment) {
-    // What is dropped dies when the lock is gone.
+    // Declared before the lock, so that they are destroyed after it.
     std::vector<NamedFactory> factories;
     std::vector<RegisteredModule> modules;
     const std::lock_guard<std::mutex> lock(m_mutex);

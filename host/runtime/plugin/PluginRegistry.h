@@ -9,11 +9,11 @@
 #include "plugin/IZRPluginInterfaceFactory.h"
 #include "plugin/IZRPluginModule.h"
 
-/// Behind IZRPluginCenter: the factories and module objects of the process, in order of registration.
-/// Needs nothing installed, and holds no lock while it calls anybody.
+/// The factories and modules of the process behind IZRPluginCenter, in order of registration. It needs no ports and
+/// holds no lock during calls of other code. Any thread.
 class CPluginRegistry {
 public:
-    /// Made at the first use, which may be a static initialiser; never destroyed.
+    /// Constructed at first use, also by a static initialiser. Never destroyed.
     static CPluginRegistry& Instance();
 
     int AddModule(std::shared_ptr<IZRPluginModule> module);
@@ -22,13 +22,13 @@ public:
 
     std::vector<std::shared_ptr<IZRPluginModule>> Modules();
 
-    /// A moment, for WithdrawSince.
+    /// The count of registrations, for WithdrawSince.
     uint64_t Now();
 
-    /// Drops what was registered after that moment: the leavings of a module that could not be mapped.
+    /// Removes all that was registered after `moment`, for a module that failed to load.
     void WithdrawSince(uint64_t moment);
 
-    /// Drops all factories and module objects, the youngest first, and takes no new ones.
+    /// Removes all factories and modules, the newest first. Later registrations are ignored.
     void Close();
 
 private:

@@ -13,9 +13,9 @@
 namespace host::drawings {
 namespace {
 
-// More than any screen has, in points of the screen along each side, so that a wrong number costs little.
-constexpr double kLargestRatio = 8.0;
-constexpr int kMostPixels = 8192;
+// Larger than any screen in device pixels. A wrong size then costs little.
+constexpr double kMaxRatio = 8.0;
+constexpr int kMaxSidePixels = 8192;
 
 QSet<QString> NamesIn(const QString& folder) {
     QSet<QString> names;
@@ -26,13 +26,13 @@ QSet<QString> NamesIn(const QString& folder) {
     return names;
 }
 
-// Looked up once: each icon asks at each paint, and a look into the resources costs more than the rest of a button.
+// Listed once: each icon looks up its name when it paints, and the resource system is slow.
 bool IsInKit(const QString& name) {
     static const QSet<QString> names = NamesIn(QStringLiteral(":/kit"));
     return names.contains(name);
 }
 
-// Where light themes need another form, it stands beside under the same name.
+// A drawing may have another form for light themes, under the same name.
 bool HasLightForm(const QString& name) {
     static const QSet<QString> names = NamesIn(QStringLiteral(":/kit/light"));
     return zr_ui_theme::Manager::instance()->getTheme() == zr_ui_theme::Manager::kThemeLight && names.contains(name);
@@ -79,8 +79,8 @@ QPixmap Render(const QString& name, const QSize& size, double ratio, const QColo
 }
 
 QPixmap RenderFile(const QString& path, const QSize& size, double ratio, const QColor& color) {
-    const double sharp = std::clamp(ratio, 1.0, kLargestRatio);
-    if (size.isEmpty() || std::max(size.width(), size.height()) * sharp > kMostPixels) {
+    const double sharp = std::clamp(ratio, 1.0, kMaxRatio);
+    if (size.isEmpty() || std::max(size.width(), size.height()) * sharp > kMaxSidePixels) {
         return QPixmap();
     }
     const QString key = QStringLiteral("%1 %2x%3 %4 %5")

@@ -6,16 +6,16 @@
 
 #include "framework/export.h"
 
-/// The host's drawings by their names in ZResource, in the form that suits the theme of the moment. Main thread.
+/// The drawings of the host by their names in ZResource, in the form of the current theme. Main thread.
 namespace host::drawings {
 
 ZRHOST_API bool IsKnown(const QString& name);
 
-/// The drawing's own size in pixels; empty for a name that is not known.
+/// The size of the drawing in pixels. Empty for an unknown name.
 ZRHOST_API QSize SizeOf(const QString& name);
 
-/// As large as `size` in logical pixels allows, proportions kept, in the middle; sharp on a screen of that ratio.
-/// `color` is for what is drawn in one colour. Null for a name that is not known, and for an empty size.
+/// Scaled to fit `size` in logical pixels, centred, for a screen with the device pixel ratio `ratio`. `color` replaces
+/// the colour of a single-coloured drawing. Null for an unknown name and for an empty size.
 ZRHOST_API QPixmap Render(const QString& name, const QSize& size, double ratio, const QColor& color);
 
 /// The same for an SVG file or resource at `path`. Null if it cannot be read.

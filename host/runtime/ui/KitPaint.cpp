@@ -44,7 +44,7 @@ void PaintPlate(QPainter& painter, const QRectF& rect, double radius, const QCol
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(fill.isValid() ? QBrush(fill) : QBrush(Qt::NoBrush));
     painter.setPen(edge.isValid() ? QPen(edge, 1) : QPen(Qt::NoPen));
-    // A line of one pixel is sharp in the middle of the pixel.
+    // A line of one pixel is sharp at the centre of the pixel.
     const double inset = edge.isValid() ? 0.5 : 0.0;
     painter.drawRoundedRect(rect.adjusted(inset, inset, -inset, -inset), radius, radius);
     painter.restore();
@@ -61,7 +61,7 @@ void PaintFocus(QPainter& painter, const QRectF& rect, double radius, const QCol
 }
 
 void PaintDrawing(QPainter& painter, const QString& name, const QRect& rect, const QColor& color) {
-    // Of what is painted on in the end, which is not always the screen.
+    // The ratio of the paint device, which may be another one than the screen.
     const double ratio = qAbs(painter.combinedTransform().m11());
     const QPixmap pixmap = drawings::Render(name, rect.size(), ratio, color);
     if (!pixmap.isNull()) {

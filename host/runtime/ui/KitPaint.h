@@ -10,30 +10,30 @@
 class QAbstractButton;
 class QWidget;
 
-/// What the widgets of the kit paint alike. Main thread.
+/// Painting that the widgets of the kit share. Main thread.
 namespace host::kit {
 
-/// Of the theme of the moment; invalid if the name is not known.
+/// A colour of the current theme. Invalid for an unknown name.
 QColor Color(std::string_view name);
 
-/// Has the widget painted anew when the theme changes.
+/// Repaints the widget when the theme changes.
 void FollowTheme(QWidget* widget);
 
 ZWidgetState::type StateOf(const QAbstractButton& button);
 
-/// The font in another size.
+/// The font with another size and weight.
 QFont Sized(QFont font, int pixels, QFont::Weight weight);
 
-/// A plate with round corners, and its edge where a colour is given for that.
+/// A filled rounded rectangle, with a border if `edge` is valid.
 void PaintPlate(QPainter& painter, const QRectF& rect, double radius, const QColor& fill, const QColor& edge = {});
 
-/// The ring of what has the keyboard's focus, inside of `rect`.
+/// The focus ring inside `rect`.
 void PaintFocus(QPainter& painter, const QRectF& rect, double radius, const QColor& color);
 
-/// A drawing in the middle of `rect`, sharp on the painter's screen. A name that is not known paints nothing.
+/// A drawing centred in `rect`, sharp on the paint device. An unknown name paints nothing.
 void PaintDrawing(QPainter& painter, const QString& name, const QRect& rect, const QColor& color);
 
-/// Whether there is a drawing of that name, or no name at all; otherwise a line in the log says so for `who`.
+/// Returns whether the name is empty or known. Otherwise logs it for `who`.
 bool CheckDrawing(const char* who, const QString& name);
 
 }  // namespace host::kit

@@ -10,7 +10,7 @@ constexpr host::CHostLog kLog("Resource");
 
 }  // namespace
 
-// Never destroyed: what paints may outlive static objects.
+// Never destroyed: painting code may outlive static objects.
 Provider* Provider::instance() {
     static auto* provider = new Provider;
     return provider;

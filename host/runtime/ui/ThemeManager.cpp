@@ -9,13 +9,13 @@ Manager* g_pManager = nullptr;
 }  // namespace
 
 Manager::Manager() {
-    // A queued connection carries the theme by its type's name.
+    // A queued connection finds the type by its name.
     qRegisterMetaType<Theme>();
 }
 
 Manager::~Manager() = default;
 
-// Never destroyed: widgets of any module may listen until the process is gone.
+// Never destroyed: widgets of any module may listen until the process ends.
 Manager* Manager::instance() {
     if (!g_pManager) {
         g_pManager = new Manager;

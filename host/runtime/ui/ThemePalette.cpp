@@ -26,7 +26,7 @@ CThemePalette ReadResource(int number) {
 }  // namespace
 
 const CThemePalette& CThemePalette::Of(zr_ui_theme::Manager::Theme theme) {
-    // Never destroyed: what paints may outlive static objects.
+    // Never destroyed: painting code may outlive static objects.
     static auto* palettes = new std::map<int, CThemePalette>;
     const auto found = palettes->find(theme);
     return found != palettes->end() ? found->second : palettes->emplace(theme, ReadResource(theme)).first->second;

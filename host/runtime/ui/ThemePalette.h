@@ -13,20 +13,20 @@
 
 namespace host {
 
-/// The named colours of one theme. All themes know the same names.
+/// The named colours of one theme. All themes define the same names.
 class ZRHOST_API CThemePalette {
 public:
     /// The palette of resources/themes/<number>.json, read once. Main thread.
     static const CThemePalette& Of(zr_ui_theme::Manager::Theme theme);
 
-    /// From an object of names and colours written "#rrggbb". Empty on failure, and `error` says why.
+    /// Reads an object of names and colours written "#rrggbb". Empty on failure, with the reason in `error`.
     static std::optional<CThemePalette> Read(const std::string& json, std::string& error);
 
-    /// Invalid if the name is not known.
+    /// Invalid for an unknown name.
     QColor Color(std::string_view name) const;
     QStringList Names() const;
 
-    /// `text` with each @name replaced by its colour. Names that are not known stay and are added to `unknown`.
+    /// Returns `text` with each @name replaced by its colour. Unknown names stay and are added to `unknown`.
     QString Fill(const QString& text, QStringList& unknown) const;
 
 private:

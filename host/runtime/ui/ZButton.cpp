@@ -157,7 +157,7 @@ void ZButton::paintEvent(QPaintEvent* /*event*/) {
     painter.setPen(look.text);
     painter.drawText(QRect(left + before, 0, textWidth, height()), kTextFlags, shown);
     if (hasFocus() && d->style == kFilled) {
-        // The plate has the ring's own colour in some themes.
+        // In some themes the button has the same colour as the ring.
         host::kit::PaintFocus(painter, rect().adjusted(2, 2, -2, -2), kRadius - 2, host::kit::Color("onAccent"));
     } else if (hasFocus()) {
         host::kit::PaintFocus(painter, rect(), kRadius, host::kit::Color("focus"));

@@ -9,7 +9,7 @@ namespace {
 constexpr QSize kFirstSize(24, 24);
 constexpr double kRadius = 4.0;
 
-// Over a picture the theme says nothing: white on dark is seen on all of them.
+// The theme does not apply over a picture. White on dark is visible on all pictures.
 constexpr int kDiscAlpha[] = {115, 150, 190, 70};  // by ZWidgetState
 
 QColor PlainColor(ZIconColorStyle::type style) {

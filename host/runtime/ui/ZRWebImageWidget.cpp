@@ -11,7 +11,7 @@
 
 namespace {
 
-// The upper corners alone, or all of them.
+// A path with all corners rounded, or only the upper ones.
 QPainterPath Outline(const QRectF& rect, ZRCornerRadiusType corners, double xRadius, double yRadius) {
     QPainterPath path;
     switch (corners) {
@@ -30,7 +30,7 @@ QPainterPath Outline(const QRectF& rect, ZRCornerRadiusType corners, double xRad
     return path;
 }
 
-// Both in pixels of their own; the picture's middle stays in the middle.
+// Both sizes are in pixels of the image. The centre of the picture stays the centre.
 QTransform ToCover(const QSizeF& picture, const QSizeF& widget) {
     const double scale = qMax(widget.width() / picture.width(), widget.height() / picture.height());
     const QSizeF scaled = picture * scale;
@@ -41,7 +41,7 @@ QTransform ToCover(const QSizeF& picture, const QSizeF& widget) {
 }  // namespace
 
 struct ZRWebImageWidget::Private {
-    std::unique_ptr<QObject> load;  // the guard of the load that is under way
+    std::unique_ptr<QObject> load;  // guard of the running load
     std::shared_ptr<const Picture> picture;
     size_t frame = 0;
     QTimer nextFrame;
@@ -73,7 +73,7 @@ void ZRWebImageWidget::SetUrl(const QString& url, const QString& standIn) {
     if (!d->picture) {
         update();
     }
-    // The old guard may be that of a load which is just being told of: whoever tells looks at it no more.
+    // The old guard may belong to the load that is being reported. The reporter does not use it afterwards.
     d->load = std::make_unique<QObject>();
     const auto done = [this, url](const std::shared_ptr<const Picture>& picture) {
         if (picture) {
@@ -100,7 +100,7 @@ void ZRWebImageWidget::SetRoundedCorner(ZRCornerRadiusType type, double xRadius,
     update();
 }
 
-// What nobody sees is not painted, and does not move on either.
+// A hidden animation is neither painted nor advanced.
 void ZRWebImageWidget::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     if (!d->picture) {

@@ -2,7 +2,7 @@
 
 #define ZR_RESOURCE(name) const ZResource::Name ZResource::name(#name)
 
-// A name that is written once can't differ from what it names.
+// A macro writes each name once, so that constant and value can't differ.
 ZR_RESOURCE(icon_premium_crown_16);
 ZR_RESOURCE(icon_premium_tag_normal);
 ZR_RESOURCE(icon_close_16);

@@ -11,14 +11,14 @@
 
 namespace {
 
-constexpr int kSwitchMillis = 5000;
+constexpr int kSwitchMs = 5000;
 constexpr int kAttempts = 3;
 
 constexpr double kDotRadius = 3.0;
 constexpr int kDotDistance = 14;
 constexpr int kDotsHeight = 20;
 
-/// The dots, over the slides. White with a dark rim: the slides may have any colour.
+/// The dots over the slides: white with a dark rim, visible on slides of any colour.
 class CDots : public QWidget {
 public:
     explicit CDots(QWidget* parent) : QWidget(parent) {
@@ -106,10 +106,10 @@ struct ZSlideshowBase::Private {
 
     void ShowDots() { dots->Show(slides.size(), current, bare.contains(current)); }
 
-    // From the beginning: what is shown anew stands for its whole time.
+    // Restarted, so that a slide that is shown again has its full time.
     void RunClock() {
         if (autoSwitch && slides.size() > 1) {
-            clock.start(kSwitchMillis);
+            clock.start(kSwitchMs);
         } else {
             clock.stop();
         }
@@ -169,7 +169,7 @@ void ZSlideshowBase::setCurrentIndex(int index) {
     Q_EMIT currentChanged(index, old);
 }
 
-// Who hears of the first slide may have the slideshow deleted: the signal comes last.
+// The signal is emitted last: a receiver may delete the slideshow.
 void ZSlideshowBase::AddSlide(QWidget* slide) {
     const int index = d->slides.size();
     slide->setParent(this);

@@ -58,7 +58,7 @@ struct ZText::Private {
         return QFontMetrics(FontFrom(font)).boundingRect(QRect(0, 0, width, kNoLimit), Flags(), text).size();
     }
 
-    // With the bearing that the last letter may have beyond its advance.
+    // Includes the bearing of the last letter, which may exceed its advance.
     QSize WholeSize(const QFont& font) const {
         const QFontMetrics metrics(FontFrom(font));
         return metrics.size(wrap ? 0 : Qt::TextSingleLine, text).expandedTo(QSize(0, metrics.height()));
@@ -119,7 +119,7 @@ QSize ZText::sizeHint() const {
     return d->WholeSize(font());
 }
 
-// Wrapped text needs room for its longest word alone.
+// Wrapped text needs only the width of its longest word.
 QSize ZText::minimumSizeHint() const {
     const QFontMetrics metrics(d->FontFrom(font()));
     if (d->wrap) {

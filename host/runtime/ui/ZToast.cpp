@@ -38,13 +38,13 @@ struct ZToast::Private {
     ToastInfo info;
     QTimer end;
 
-    // In the middle near the upper edge, as wide as the text wants and the parent has.
+    // Centred near the upper edge, as wide as the text, limited by the parent.
     QRect PlaceIn(const QWidget& parent, const QFont& font) const {
         const int widest = qMin(kWidest, parent.width() - 2 * kFromSides) - kMargins.left() - kMargins.right();
         const QSize text = QFontMetrics(font)
                                .boundingRect(QRect(0, 0, qMax(1, widest), QWIDGETSIZE_MAX), kTextFlags, info.text)
                                .size();
-        // A word that is longer than all the room is cut.
+        // A word longer than the available width is elided.
         const QSize size = QRect(QPoint(), text)
                                .marginsAdded(kMargins)
                                .size()

@@ -3,22 +3,22 @@
 #include <chrono>
 #include <cstdint>
 
-/// How long to wait before the next attempt: doubling from `first` to `cap`, each wait drawn from its upper
-/// half, so that clients that lost a server together do not come back together.
+/// The delay before the next attempt. It doubles from `first` to `cap` and is drawn from its upper half, so that
+/// clients do not reconnect together.
 class CBackoff {
 public:
-    using Millis = std::chrono::milliseconds;
+    using Delay = std::chrono::milliseconds;
 
-    CBackoff(Millis first, Millis cap);
+    CBackoff(Delay first, Delay cap);
 
-    /// The next wait; `random` is any 32-bit number.
-    Millis Next(uint32_t random);
+    /// The next delay. `random` is any 32-bit number.
+    Delay Next(uint32_t random);
 
-    /// Begins anew. Called when the other side has shown that it works, not merely that it listens.
+    /// Restarts at `first`. Called after the server has sent a valid frame, not at the connection.
     void Reset();
 
 private:
-    const Millis m_first;
-    const Millis m_cap;
-    Millis m_current;
+    const Delay m_first;
+    const Delay m_cap;
+    Delay m_current;
 };

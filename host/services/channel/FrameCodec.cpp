@@ -37,7 +37,7 @@ std::optional<channel::Frame> DecodeServerFrame(const QByteArray& bytes, std::st
         reason = "no envelope";
         return std::nullopt;
     }
-    // A kind that this client does not know is kept among the unknown fields.
+    // An unknown kind is kept among the unknown fields.
     if (!frame.has_kind()) {
         reason = "an unknown kind";
         return std::nullopt;

@@ -19,7 +19,7 @@ int64_t Now() {
     return CMainThreadPoster::SteadyMillis();
 }
 
-// A socket that was cut without a word carries the code of an orderly end all the same.
+// A socket that was cut has the close code of a normal end too.
 QString ClosedBecause(const QWebSocket& socket) {
     if (socket.closeCode() == QWebSocketProtocol::CloseCodeNormal && socket.closeReason().isEmpty()) {
         return QStringLiteral("the server ended it");
@@ -67,7 +67,7 @@ void CWebSocketChannel::Reconnect(const QString& reason) {
     }
 }
 
-// A socket of its own for each attempt: nothing of a lost connection can reach the next one.
+// Each attempt has its own socket, so that no event of a lost connection reaches the next one.
 void CWebSocketChannel::Connect() {
     DropSocket();
     m_pSocket = new QWebSocket(QString(), QWebSocketProtocol::VersionLatest, this);
@@ -137,7 +137,7 @@ bool CWebSocketChannel::SendFrame(const channel::Frame& frame) {
     }
     const QByteArray bytes = EncodeFrame(frame);
     if (bytes.size() > kMaxFrameBytes) {
-        // The server would end the connection over it, and with it what others have in flight.
+        // The server would close the connection, and all running requests would fail.
         kLog.Error(FMT_STRING("A frame of {} bytes is too large to be sent"), bytes.size());
         return false;
     }
@@ -168,7 +168,7 @@ void CWebSocketChannel::BindCallback(unsigned short commandId, CSCallback callba
 
 void CWebSocketChannel::UnbindCallback(QObject* context) {
     m_pushes.UnBind(context);
-    // What a callback holds may unbind at its end: the dropped ones die when the table is whole again.
+    // Destroying a callback may unbind, so dropped requests are destroyed after the table is consistent.
     std::vector<Request> dropped;
     for (auto it = m_requests.begin(); it != m_requests.end();) {
         if (it->second.context == context) {
@@ -189,7 +189,7 @@ void CWebSocketChannel::Receive(const QByteArray& bytes) {
         return;
     }
     m_backoff.Reset();
-    // From a task, with nothing of the socket below it: a callback may open a loop in which the socket goes.
+    // Posted: a callback may open an event loop in which the socket is destroyed.
     m_poster.Post(this, std::chrono::milliseconds(0),
                   [this, frame = std::make_shared<channel::Frame>(*frame)] { Deliver(*frame); });
 }
@@ -210,7 +210,7 @@ void CWebSocketChannel::Deliver(const channel::Frame& frame) {
 void CWebSocketChannel::OnReply(const channel::Frame& frame) {
     const auto found = m_requests.find(frame.session());
     if (found == m_requests.end()) {
-        // Who let go of a request, or was told of its failure, is not to blame for a reply that was on its way.
+        // A late reply to a request that was dropped or has failed is no error.
         const ZRLogType type = frame.session() <= m_nLastSession ? kZRLogInfo : kZRLogError;
         kLog.Write(type, fmt::format(FMT_STRING("Frame dropped: a reply for session {}, which waits for none"),
                                      frame.session()));
@@ -235,7 +235,7 @@ void CWebSocketChannel::OnPush(const channel::Frame& frame) {
     });
 }
 
-// Later, since the loss may be noticed inside a send.
+// Posted, since the loss may be noticed inside a send.
 void CWebSocketChannel::FailLater(CSProtoError error) {
     if (!m_requests.empty()) {
         m_poster.Post(this, std::chrono::milliseconds(0),
@@ -243,7 +243,7 @@ void CWebSocketChannel::FailLater(CSProtoError error) {
     }
 }
 
-// One at a time out of the table: a callback may send or unbind.
+// Each request leaves the table before its callback runs, which may send or unbind.
 void CWebSocketChannel::FailUpTo(unsigned long lastSession, CSProtoError error) {
     while (!m_requests.empty() && m_requests.begin()->first <= lastSession) {
         Fail(m_requests.begin()->first, error);

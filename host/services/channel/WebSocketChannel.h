@@ -21,12 +21,12 @@ struct ChannelOptions {
     std::chrono::milliseconds firstRetry{500};
     std::chrono::milliseconds lastRetry{30'000};
     std::chrono::milliseconds pingEvery{10'000};
-    /// Without any sign of life for this long the connection counts as lost.
+    /// After this time without a sign of the server the connection counts as lost.
     std::chrono::milliseconds silenceLimit{25'000};
 };
 
-/// The command channel over a WebSocket: connects, and connects again, until closed. Main thread.
-/// Poster and random must outlive it.
+/// The command channel over a WebSocket. It reconnects until it is closed. Poster and random must outlive it. Main
+/// thread.
 class CWebSocketChannel : public QObject, public IChannel {
     Q_OBJECT
 
@@ -34,11 +34,11 @@ public:
     CWebSocketChannel(IPoster& poster, ITimeAndRandom& random, const ChannelOptions& options = {});
     ~CWebSocketChannel() override;
 
-    /// Connects to `url` with the access token, now, and from then on whenever the connection is lost. A second
-    /// call goes over to another server; for the same one it tries at once and keeps the back-off.
+    /// Connects to `url` with the access token, and again whenever the connection is lost. Another server replaces the
+    /// first. The same server is tried at once, with the back-off kept.
     void Open(const QUrl& url, const QByteArray& token);
 
-    /// Ends the connection and the attempts. Requests in flight fail.
+    /// Closes the connection and stops reconnecting. Running requests fail.
     void Close();
 
     /// Drops the connection as if it were lost.
@@ -46,11 +46,11 @@ public:
 
     bool IsConnected() const { return m_bConnected; }
 
-    /// Sends a frame of the host's own (login, logout). False without a connection, and for a frame that is
-    /// too large.
+    /// Sends a frame of the host (login, logout). Returns false without a connection and for a frame above the maximum
+    /// size.
     bool SendFrame(const channel::Frame& frame);
 
-    /// One frame of the server's. Bytes that are none are logged and dropped.
+    /// Handles one frame of the server. Invalid bytes are logged and dropped.
     void Receive(const QByteArray& bytes);
 
     unsigned long SendCommand(const CSProtoData& data, CSCallback callback, QObject* context) override;
@@ -59,9 +59,9 @@ public:
 
 Q_SIGNALS:
     void Connected();
-    /// Also for an attempt that failed; the next one follows after `retryMs`.
+    /// Also emitted for a failed attempt. The next one follows after `retryMs`.
     void Disconnected(const QString& reason, int retryMs);
-    /// A frame that is neither reply nor push.
+    /// A frame that is neither a reply nor a push.
     void HostFrameReceived(const channel::Frame& frame);
 
 private:

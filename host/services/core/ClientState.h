@@ -36,7 +36,9 @@ public:
     std::string DomainUrl(const std::string& key, core::url_data::DomainBizType /*biz*/) const override {
         return m_sources.domains.DomainUrl(key);
     }
-    bool IsAllowed(ZRUniformResourceSlotType type) const override { return m_sources.interruptionSlots.IsAllowed(type); }
+    bool IsAllowed(ZRUniformResourceSlotType type) const override {
+        return m_sources.interruptionSlots.IsAllowed(type);
+    }
 
 private:
     const Sources m_sources;

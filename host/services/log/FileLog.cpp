@@ -31,7 +31,7 @@ CFileLog::CFileLog(const QString& path) {
         m_logger->set_pattern("%Y-%m-%dT%H:%M:%S.%e%z %l %t %v");
         m_logger->flush_on(spdlog::level::info);
     } catch (const spdlog::spdlog_ex& error) {
-        // The view still shows the lines, and this one first.
+        // The log view still shows all lines.
         fmt::print(stderr, "The log file can't be written: {}\n", error.what());
     }
 }

@@ -9,7 +9,7 @@
 
 class QWidget;
 
-/// What the main window says of itself at the moment of the question. Called on the main thread; none is empty.
+/// Queries to the main window. Called on the main thread. None is empty.
 struct MainFrameAnswers {
     std::function<QWidget*()> widget;
     std::function<EnZRTabFrameKey()> tabKey;
@@ -17,24 +17,24 @@ struct MainFrameAnswers {
     std::function<bool()> isCollapsed;
 };
 
-/// Offers the main frame's service for as long as there is a window to answer.
+/// Registers the main frame service while there is a window. Main thread.
 class CMainFrameModuleFactory : public IZRPluginInterfaceFactory {
 public:
     CMainFrameModuleFactory();
     ~CMainFrameModuleFactory() override;
 
-    /// From now on the window answers, until TakeAway. Main thread.
+    /// The window answers until TakeAway.
     void Offer(MainFrameAnswers answers);
 
-    /// The window goes: there is no service any more, and one that somebody holds says null, 0 and false.
+    /// Removes the service. Existing service objects then return null, 0 and false.
     void TakeAway();
 
     std::string GetInterfaceName() override;
 
-    /// Empty without a window, and on any other thread than the main one, to which the service is bound.
+    /// Null without a window and on other threads, since the service is bound to the main thread.
     std::shared_ptr<IZRPluginInterface> CreateInterface() override;
 
 private:
-    // Shared with the services that were given out.
+    // Shared with the service objects.
     const std::shared_ptr<std::optional<MainFrameAnswers>> m_pAnswers;
 };

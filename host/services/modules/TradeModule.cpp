@@ -5,14 +5,14 @@
 
 namespace {
 
-/// The one question that the server answers for the trade module.
+/// The only query that the server answers for the trade module.
 constexpr int kQueryVipEngine = 1007;
 
 class CTradeModule : public ITradeModuleUtil {
 public:
     explicit CTradeModule(CTradeModuleFactory::Answer answer) : m_fnAnswer(std::move(answer)) {}
 
-    // Asked anew each time: who holds the service may hold it across a logout.
+    // Evaluated at each call: other code may keep the service beyond a logout.
     bool QueryTradeStatus(int query) override { return query == kQueryVipEngine && m_fnAnswer().value_or(false); }
 
 private:

@@ -7,20 +7,19 @@
 
 class ITradeModuleUtil;
 
-/// Offers the trade module's service for as long as there is an answer to give: a client whose server says
-/// nothing for it is a client without trading.
+/// Registers the trade service while there is an answer. A client whose server gives no answer has no trading.
 class CTradeModuleFactory : public IZRPluginInterfaceFactory {
 public:
-    /// What the trade module answers at this moment; nothing where there is none. Called on the main thread.
+    /// The current answer of the trade module, or empty. Called on the main thread.
     using Answer = std::function<std::optional<bool>()>;
 
-    /// `answer` is callable for as long as the plug-in centre holds the factory, or somebody the service.
+    /// `answer` must be callable while the plug-in centre holds the factory or other code the service.
     explicit CTradeModuleFactory(Answer answer);
     ~CTradeModuleFactory() override;
 
     std::string GetInterfaceName() override;
 
-    /// Empty without an answer, and on any other thread than the main one, to which the service is bound.
+    /// Null without an answer and on other threads, since the service is bound to the main thread.
     std::shared_ptr<IZRPluginInterface> CreateInterface() override;
 
 private:

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr int kMostSeconds = 30 * 24 * 3600;
+constexpr int kMaxSeconds = 30 * 24 * 3600;
 constexpr char kTag[] = "ETag";
 
 bool IsPlainText(const std::string& text) {
@@ -31,7 +31,7 @@ std::optional<CPictureCache::Keeping> CPictureCache::KeepingOf(const std::string
         if (word.startsWith(QLatin1String("max-age="))) {
             bool isNumber = false;
             const qlonglong seconds = word.mid(int(sizeof("max-age=")) - 1).toLongLong(&isNumber);
-            keeping.seconds = isNumber ? int(std::clamp<qlonglong>(seconds, 0, kMostSeconds)) : 0;
+            keeping.seconds = isNumber ? int(std::clamp<qlonglong>(seconds, 0, kMaxSeconds)) : 0;
         }
     }
     if (asksFirst) {
@@ -45,7 +45,7 @@ std::optional<CPictureCache::Keeping> CPictureCache::KeepingOf(const std::string
 
 CPictureCache::CPictureCache(const QString& folder) {
     m_files.setCacheDirectory(folder);
-    m_files.setMaximumCacheSize(kMostBytes);
+    m_files.setMaximumCacheSize(kMaxBytes);
 }
 
 std::optional<CPictureCache::Entry> CPictureCache::Find(const QUrl& url) {

@@ -5,26 +5,26 @@
 #include <optional>
 #include <string>
 
-/// Pictures on the disk, for as long as their servers said. One thread, which makes and ends it.
+/// Pictures on disk, kept as long as their servers allow. Used, constructed and destroyed on one thread.
 class CPictureCache {
 public:
     struct Entry {
         std::string bytes;
-        std::string tag;  // what the server knows this content by; empty: nothing
+        std::string tag;  // the ETag of the server; empty without one
         bool fresh = false;
     };
 
-    /// How long an answer may be kept, by its headers. Nothing: not at all.
+    /// The time for which an answer may be cached, by its headers. Empty if it may not.
     struct Keeping {
         int seconds = 0;
         std::string tag;
     };
     static std::optional<Keeping> KeepingOf(const std::string& cacheControl, const std::string& tag);
 
-    /// All together on the disk; the oldest go first.
-    static constexpr qint64 kMostBytes = 100 << 20;
+    /// Maximum size of the cache. The oldest pictures are removed first.
+    static constexpr qint64 kMaxBytes = 100 << 20;
 
-    /// A folder that can't be written keeps nothing.
+    /// Nothing is kept if the folder cannot be written.
     explicit CPictureCache(const QString& folder);
 
     std::optional<Entry> Find(const QUrl& url);
@@ -32,7 +32,7 @@ public:
     void Remove(const QUrl& url);
 
 private:
-    /// The toolkit's own looks at the limit ahead of a new file alone, and would keep one more.
+    /// QNetworkDiskCache checks its limit only before it inserts a file and would exceed it by one.
     class CFiles : public QNetworkDiskCache {
     public:
         using QNetworkDiskCache::expire;

@@ -11,7 +11,7 @@ namespace {
 
 constexpr host::CHostLog kLog("Picture");
 constexpr int kMaxLoggedLength = 200;
-constexpr qint64 kMostAskedPixels = 16'000'000;
+constexpr qint64 kMaxRequestedPixels = 16'000'000;
 constexpr int kStatusOk = 200;
 constexpr int kStatusNotModified = 304;
 
@@ -19,10 +19,10 @@ std::string Shown(const QString& url) {
     return host::EscapedLogText(url.left(kMaxLoggedLength));
 }
 
-// A widget without a size still wants to know whether there is a picture.
+// A widget without a size still needs to know whether there is a picture.
 QSize Sensible(QSize size) {
     size = size.expandedTo(QSize(1, 1));
-    while (qint64(size.width()) * size.height() > kMostAskedPixels) {
+    while (qint64(size.width()) * size.height() > kMaxRequestedPixels) {
         size = (size / 2).expandedTo(QSize(1, 1));
     }
     return size;
@@ -41,7 +41,7 @@ CPictureService::CPictureService(const IClientState& state, const QString& cache
 
 CPictureService::CPictureService(const IClientState& state, const QString& cacheFolder, const Options& options)
     : m_state(state), m_cacheFolder(cacheFolder), m_options(options) {
-    // One, and always the same: the cache belongs to it.
+    // One permanent thread, since the cache is bound to it.
     m_worker.setMaxThreadCount(1);
     m_worker.setExpiryTimeout(-1);
 }
@@ -133,7 +133,7 @@ void CPictureService::Fetch(unsigned long id, const Body& kept, const std::strin
     job.exchange->Begin();
 }
 
-// Without a word of what is known already: the server would only say that it still holds.
+// Without the tag, so that the server sends the whole picture.
 void CPictureService::FetchAnew(unsigned long id) {
     Job& job = m_jobs.at(id);
     job.end.fromCache = false;
@@ -143,7 +143,7 @@ void CPictureService::FetchAnew(unsigned long id) {
 
 void CPictureService::OnAnswer(unsigned long id, const std::shared_ptr<HttpRspInfo>& response, const Body& kept) {
     Job& job = m_jobs.at(id);
-    // It is the one that calls.
+    // The exchange is the sender of this signal, so it is deleted later.
     CHttpExchange* exchange = job.exchange.release();
     const auto keeping = CPictureCache::KeepingOf(exchange->Header("cache-control"), exchange->Header("etag"));
     exchange->deleteLater();
@@ -183,7 +183,7 @@ void CPictureService::Decode(unsigned long id, const Body& body, const std::opti
                 cache.Keep(url, *body, *keeping);
             }
         });
-        // It was a picture when it was written: the disk has spoilt it.
+        // The picture was valid when it was saved, so the file is damaged.
         if (fromCache && !picture && !*cancelled) {
             cache.Remove(url);
             return [this, id] { FetchAnew(id); };
@@ -195,7 +195,7 @@ void CPictureService::Decode(unsigned long id, const Body& body, const std::opti
     });
 }
 
-// Nothing of the service is touched after the last call: it may end the service.
+// The callback may destroy the service, so it is the last access.
 void CPictureService::Finish(unsigned long id, const std::shared_ptr<const Picture>& picture) {
     const auto found = m_jobs.find(id);
     if (found == m_jobs.end()) {
@@ -215,7 +215,7 @@ void CPictureService::Finish(unsigned long id, const std::shared_ptr<const Pictu
     }
 }
 
-// What is with the worker stays until it comes back: its bytes are still in memory, and count.
+// A job of the worker stays until it returns: its bytes still count as memory in use.
 void CPictureService::Drop(unsigned long id) {
     const auto found = m_jobs.find(id);
     if (found == m_jobs.end()) {

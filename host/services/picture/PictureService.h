@@ -16,49 +16,49 @@
 
 class IClientState;
 
-/// How the fetch of a picture ended, for who watches.
+/// The result of a load, for recorders.
 struct PictureEnd {
     unsigned long load = 0;
     QString url;
     HttpResult result = kHttpOk;
-    int status = 0;          // the server's; 0 where it gave none, or was not asked
-    bool fromCache = false;  // the bytes are those of the disk
+    int status = 0;          // HTTP status; 0 without an answer
+    bool fromCache = false;  // the bytes are from the disk cache
     size_t bytes = 0;
-    std::string refusal;  // why bytes that are there are no picture; empty if they are
+    std::string refusal;  // why the bytes are no valid picture; empty if they are
     int64_t durationMs = 0;
 };
 
-/// Pictures over HTTP, from where the client speaks to at all: https, and by http this machine in an internal build
-/// and the one server on it that AllowInsecureOrigin names in a release; no redirects to another origin, no proxy and
-/// no cookies. Few at a time, the others wait. They are judged, decoded and scaled on a thread of its own, and kept on
-/// the disk as their servers allow; what was damaged there is fetched anew. Main thread. The environment must outlive
-/// it.
+/// Pictures over HTTP. https is allowed, and http to this machine in internal builds and to the origin of
+/// AllowInsecureOrigin.
+/// There are no redirects to another origin, no proxy and no cookies. A few loads run at a time, the others wait.
+/// Pictures are validated, decoded and scaled on another thread, and cached on disk as their servers allow. Damaged
+/// files are fetched again. The state must outlive the service. Main thread.
 class CPictureService : public QObject, public IPictures {
     Q_OBJECT
 
 public:
     struct Options {
         ImageLimits limits;
-        int timeoutMs = 10'000;  // from the first byte of a fetch to its last
+        int timeoutMs = 10'000;  // for one whole fetch
         int maxFetches = 4;
     };
 
     CPictureService(const IClientState& state, const QString& cacheFolder);
     CPictureService(const IClientState& state, const QString& cacheFolder, const Options& options);
-    /// Ends what is under way without a word; waits for the picture that is just being decoded.
+    /// Cancels all loads without a callback and waits for the running decoder.
     ~CPictureService() override;
 
     void AllowInsecureOrigin(const QUrl& origin) { m_insecureOrigin = origin; }
 
     void Load(const QString& url, const QSize& size, bool moving, QObject* guard, Done done) override;
 
-    /// Loads that have not ended.
+    /// Number of running loads.
     int RunningCount() const { return int(m_jobs.size()); }
 
 Q_SIGNALS:
-    /// A load begins; their numbers begin at 1.
+    /// A load starts. Numbers begin at 1.
     void Asked(unsigned long load, const QString& url);
-    /// It has ended, and whoever asked is told next. Not told of loads whose guard is gone.
+    /// A load has ended. Emitted before its callback, and not for loads whose guard is gone.
     void Ended(const PictureEnd& end);
 
 private:
@@ -78,7 +78,7 @@ private:
         std::shared_ptr<std::atomic<bool>> cancelled = std::make_shared<std::atomic<bool>>(false);
     };
     using Body = std::shared_ptr<const std::string>;
-    /// Runs on the worker, and gives what is to be done with the result on the main thread.
+    /// Runs on the worker. The result runs on the main thread.
     using Task = std::function<std::function<void()>(CPictureCache& cache)>;
 
     void Work(Task task);
@@ -92,7 +92,7 @@ private:
     void Drop(unsigned long id);
 
     const IClientState& m_state;
-    QUrl m_insecureOrigin;  // a release accepts plain HTTP from this origin only
+    QUrl m_insecureOrigin;  // the only origin of http in a release
     const QString m_cacheFolder;
     const Options m_options;
     unsigned long m_nLastId = 0;
@@ -100,6 +100,6 @@ private:
     std::map<unsigned long, Job> m_jobs;
     std::deque<unsigned long> m_waiting;
     int m_nRunning = 0;
-    std::unique_ptr<CPictureCache> m_cache;  // the worker's
-    QThreadPool m_worker;                    // of one thread
+    std::unique_ptr<CPictureCache> m_cache;  // used by the worker only
+    QThreadPool m_worker;                    // one thread
 };

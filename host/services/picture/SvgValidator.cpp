@@ -6,10 +6,10 @@
 
 namespace {
 
-// Drawings, not maps: what takes long to draw is no picture for a banner.
-constexpr size_t kMostBytes = 2 << 20;
-constexpr int kMostElements = 20'000;
-constexpr int kDeepest = 100;
+// Limits for banner pictures, so that rendering is quick.
+constexpr size_t kMaxBytes = 2 << 20;
+constexpr int kMaxElements = 20'000;
+constexpr int kMaxDepth = 100;
 
 bool IsForbidden(const QString& element) {
     static const QSet<QString> names{
@@ -21,7 +21,7 @@ bool IsForbidden(const QString& element) {
     return names.contains(element);
 }
 
-/// Whether all that the text refers to by url(...) is inside. A backslash could spell it another way.
+/// Whether each url(...) in the text refers to the document itself. A backslash could hide a reference.
 bool StaysInside(const QString& style) {
     static const QRegularExpression outside(QStringLiteral("url\\s*\\(\\s*[\"']?\\s*(?!#|\\s|[\"'])"),
                                             QRegularExpression::CaseInsensitiveOption);
@@ -29,12 +29,12 @@ bool StaysInside(const QString& style) {
            !outside.match(style).hasMatch();
 }
 
-/// One walk through a drawing, from its first element to its last.
+/// Reads a drawing from its first element to its last.
 class CWalk {
 public:
     explicit CWalk(const std::string& bytes) : m_reader(QByteArray::fromRawData(bytes.data(), int(bytes.size()))) {}
 
-    /// Empty if all is well.
+    /// Empty if the drawing is valid.
     std::string Reason() {
         while (!m_reader.atEnd() && m_reason.empty()) {
             Take(m_reader.readNext());
@@ -87,7 +87,7 @@ private:
         m_ids.append(attributes.value(QLatin1String("id")).toString());
         if (++m_nElements == 1 && element != QLatin1String("svg")) {
             m_reason = "it is no picture";
-        } else if (m_nElements > kMostElements || m_elements.size() > kDeepest) {
+        } else if (m_nElements > kMaxElements || m_elements.size() > kMaxDepth) {
             m_reason = "it has too many parts";
         } else if (IsForbidden(element)) {
             m_reason = "it holds <" + element.toStdString() + ">";
@@ -124,10 +124,10 @@ private:
     QXmlStreamReader m_reader;
     std::string m_reason;
     int m_nElements = 0;
-    QStringList m_elements;  // from the first down to the one that is open, in lower case
-    QStringList m_ids;       // beside them
+    QStringList m_elements;  // open elements in lower case, outermost first
+    QStringList m_ids;       // the ids of m_elements
     QSet<QString> m_used;
-    QSet<QString> m_usingIds;  // what holds a <use>
+    QSet<QString> m_usingIds;  // ids of elements that contain a <use>
 };
 
 }  // namespace
@@ -139,6 +139,6 @@ bool svg_validator::LooksLikeSvg(const std::string& bytes) {
 }
 
 bool svg_validator::IsHarmless(const std::string& bytes, std::string& reason) {
-    reason = bytes.size() > kMostBytes ? "it is too large for a drawing" : CWalk(bytes).Reason();
+    reason = bytes.size() > kMaxBytes ? "it is too large for a drawing" : CWalk(bytes).Reason();
     return reason.empty();
 }

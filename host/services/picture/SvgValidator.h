@@ -2,14 +2,14 @@
 
 #include <string>
 
-/// Looks at a drawing's text before anybody draws it. Any thread.
+/// Validates the text of an SVG before it is rendered. Any thread.
 namespace svg_validator {
 
-/// Whether it may be a drawing at all.
+/// Returns whether the bytes may be an SVG.
 bool LooksLikeSvg(const std::string& bytes);
 
-/// Whether the drawing is whole, keeps to itself (no entities, no references to anything outside, no code, no
-/// pictures and documents in it) and does not multiply itself. Otherwise `reason` says why not.
+/// Returns whether the drawing is complete and refers to nothing outside. Entities, scripts, embedded pictures and
+/// nested repetition are refused, with the reason.
 bool IsHarmless(const std::string& bytes, std::string& reason);
 
 }  // namespace svg_validator

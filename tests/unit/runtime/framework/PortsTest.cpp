@@ -26,7 +26,7 @@ using namespace ::testing;
 
 namespace {
 
-// Without services, before the first and after the last.
+// Without services, before the first Install and after the last Uninstall.
 TEST(PortsTest, AContractCallWithoutServicesDoesNothingAndGivesItsEmptyValue) {
     QObject context;
     std::string text = "untouched";

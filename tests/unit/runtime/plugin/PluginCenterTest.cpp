@@ -34,7 +34,7 @@ private:
     const std::string m_strName;
 };
 
-/// Notes its callbacks under its name, in a list that all share.
+/// Records its callbacks under its name, in a shared list.
 class CModule : public IZRPluginModule {
 public:
     CModule(std::string name, std::vector<std::string>& calls) : m_strName(std::move(name)), m_calls(calls) {}
@@ -63,11 +63,11 @@ private:
     std::vector<std::string>& m_calls;
 };
 
-// Made by a static initialiser of this program, before main and before any service.
+// Constructed by a static initialiser of this program, before main and before any service.
 const auto kEarlyFactory = std::make_shared<CFactory>("9EarlyName");
 const bool kEarlyRegistered = [] {
     IZRPluginCenter::RegisterInterfaceFactory(kEarlyFactory, false);
-    // there is no log yet, and nothing happens
+    // there is no log yet, so nothing happens
     FrameWork::_WriteLogRaw("", 0, "", kZRLogError, "", QStringLiteral("early"), -128);
     return true;
 }();

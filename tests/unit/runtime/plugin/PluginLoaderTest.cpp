@@ -10,7 +10,7 @@ using namespace ::testing;
 
 namespace {
 
-// Libraries that are modules in one way and not in another; the build makes them beside the tests.
+// Valid and invalid module libraries, built beside the tests.
 const QString kModules = QStringLiteral(ZR_TEST_MODULES);
 
 class PluginLoaderTest : public ScriptedHostTest {
@@ -37,7 +37,7 @@ protected:
 TEST_F(PluginLoaderTest, AModuleIsMappedAndItsEntryCalled) {
     EXPECT_EQ(Map("CGood", "libzr_test_good.so"), "");
 
-    // its initialiser registered this one while the library was being mapped
+    // its static initialiser registered this one while the library was loaded
     EXPECT_TRUE(IZRPluginCenter::_CreateInterface("8GoodName"));
     EXPECT_THAT(log.Lines(), ElementsAre(Info(AllOf(StartsWith("Module CGood mapped from "), EndsWith("good.so")))));
 }
@@ -55,7 +55,7 @@ TEST_F(PluginLoaderTest, ALibraryWithoutTheEntryIsOneClearLine) {
 
     EXPECT_EQ(line, "Module COther is not available: its library has no entry LoadPluginModuleCOther");
     EXPECT_THAT(log.Lines(), ElementsAre(Error(line)));
-    // what its initialiser registered is withdrawn: a module is there whole or not at all
+    // what its static initialiser registered is withdrawn
     EXPECT_FALSE(IZRPluginCenter::_CreateInterface("8GoodName"));
 }
 
@@ -86,7 +86,7 @@ TEST_F(PluginLoaderTest, AModuleThatRegisteredItselfAndThenFailedIsWithdrawn) {
 
     host::CModuleLifecycle::Login();
 
-    // its OnLogin would have thrown, and that been logged
+    // its OnLogin would have thrown, and the exception been logged
     EXPECT_THAT(log.Lines(), SizeIs(1));
 }
 

@@ -11,7 +11,7 @@
 #include "ui/ThemeControl.h"
 #include "ui/ThemePalette.h"
 
-/// A window for the widgets of the kit, in the light theme, which counts the presses that reach it.
+/// A window for kit widgets in the light theme. It counts the presses that reach it.
 class KitTest : public ScriptedHostTest {
 protected:
     class CWindow : public QWidget {
@@ -31,12 +31,11 @@ protected:
         white.setColor(QPalette::Window, Qt::white);
         window.setPalette(white);
         window.resize(400, 300);
-        // A window gives the focus to the first that takes any, as soon as it is active.
+        // An active window gives the focus to the first widget that accepts it.
         holder.setFocusPolicy(Qt::StrongFocus);
     }
 
-    // The pointer is the process's: a button that one case leaves down would still be down in the next, whose own
-    // press is then none.
+    // The pointer is shared by all cases. A button left pressed would swallow the first press of the next case.
     void TearDown() override {
         for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton}) {
             if (QGuiApplication::mouseButtons().testFlag(button)) {
@@ -84,7 +83,7 @@ protected:
         time.Settle();
     }
 
-    /// As the widget looks in its window, in pixels of the screen.
+    /// The widget as it is painted in its window, in device pixels.
     QImage Look(QWidget* widget) {
         const double ratio = widget->devicePixelRatioF();
         const QRect place(widget->mapTo(&window, QPoint()), widget->size());
@@ -94,7 +93,7 @@ protected:
         return part;
     }
 
-    /// How many pixels have exactly that colour.
+    /// Number of pixels with exactly this colour.
     static int Count(const QImage& image, const QColor& color) {
         int count = 0;
         for (int y = 0; y < image.height(); ++y) {
@@ -105,7 +104,7 @@ protected:
         return count;
     }
 
-    /// How many have about that hue and lightness, as the strokes of letters do.
+    /// Number of pixels with about this hue and lightness, as in the strokes of letters.
     static int Near(const QImage& image, const QColor& color) {
         int count = 0;
         for (int y = 0; y < image.height(); ++y) {

@@ -41,7 +41,7 @@ const ZResource::Name* const kNames[] = {
     &ZResource::img_viptabjp_71x16_normal,
 };
 
-/// The size that a name tells, as "..._26x16_..." or "..._16".
+/// The size in a name, as in "..._26x16_..." or "..._16".
 QSize SizeIn(const QString& name) {
     static const QRegularExpression both(QStringLiteral("_(\\d+)x(\\d+)"));
     static const QRegularExpression one(QStringLiteral("_(\\d+)(_|$)"));

@@ -1,4 +1,4 @@
-// On a screen of two pixels to one, where a drawing that was made for the other kind shows as blurred.
+// Tests at a device pixel ratio of 2, where a drawing for ratio 1 is blurred.
 #include <QPainter>
 
 #include "KitTest.h"
@@ -12,10 +12,10 @@ using namespace ::testing;
 
 namespace {
 
-// Ahead of the application, which reads it once.
+// Set before the application, which reads it once.
 const bool g_bTwoToOne = qputenv("QT_SCALE_FACTOR", "2");
 
-// Which the platform believes to be at the screen's corner.
+// The platform places this window at the corner of the screen.
 constexpr QPoint kAwayFromThePointer(100, 100);
 
 class SharpTest : public KitTest {
@@ -25,7 +25,7 @@ protected:
         Show();
     }
 
-    /// What a drawing looks like on the window, made for a screen of that ratio.
+    /// A drawing as it looks on the window, rendered for this ratio.
     static QImage Drawn(const char* name, const char* color, double ratio) {
         QImage image(32, 32, QImage::Format_RGB32);
         image.fill(Qt::white);

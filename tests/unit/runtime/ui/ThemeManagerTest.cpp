@@ -16,7 +16,7 @@ namespace {
 
 class ThemeManagerTest : public ScriptedHostTest {
 protected:
-    /// Everything that is told of the theme, in order, with the theme that getTheme gives at that moment.
+    /// All notifications of the theme in order, each with the theme that getTheme returned then.
     void Listen() {
         QObject::connect(Manager::instance(), &Manager::themeChanged, &context, [this](Manager::Theme theme) {
             told.push_back("signal " + std::to_string(theme) + " at " + std::to_string(Theme()));
@@ -93,7 +93,7 @@ TEST_F(ThemeManagerTest, AListenerMayTakeTheNextTheme) {
 
     host::CThemeControl::Set(Manager::kThemeLight);
 
-    // The news of the theme that was given up comes last, and finds the one that holds.
+    // The notification of the replaced theme comes last, when getTheme returns the current one.
     EXPECT_THAT(told, ElementsAre("signal 1 at 1", "signal 3 at 3", "message at 3", "message at 3"));
 }
 

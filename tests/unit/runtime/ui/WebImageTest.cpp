@@ -13,7 +13,7 @@ namespace {
 
 const QString kUrl = QStringLiteral("https://pictures.test/a.png");
 
-/// Red on the left half, blue on the right one.
+/// Red on the left half, blue on the right.
 std::shared_ptr<const Picture> Halves(const QSize& size) {
     auto picture = std::make_shared<Picture>();
     QImage image(size, QImage::Format_RGB32);
@@ -273,7 +273,7 @@ TEST_F(WebImageTest, PictureBeginsWithItsFirstFrameWhenItFollowsAMovingOne) {
     EXPECT_EQ(Look(&image).pixelColor(60, 20), QColor(Qt::green));
 }
 
-// At most by the step that was due as it went.
+// It advances at most by the step that was due when it was hidden.
 TEST_F(WebImageTest, WhatNobodySeesDoesNotMove) {
     Show();
     image.SetUrl(kUrl, QString());

@@ -17,7 +17,7 @@ protected:
         EXPECT_EQ(factory->GetInterfaceName(), "20IMainFrameModuleUtil");
         IZRPluginCenter::RegisterInterfaceFactory(factory, true);
     }
-    // The plug-in centre keeps the factory beyond the case.
+    // The plug-in centre keeps the factory after the case.
     ~MainFrameModuleTest() override { factory->TakeAway(); }
 
     void Offer() {

@@ -20,7 +20,7 @@ protected:
 
     static std::shared_ptr<ITradeModuleUtil> Ask() { return IZRPluginCenter::CreateInterface<ITradeModuleUtil>(); }
 
-    // Shared, since the plug-in centre keeps the factory beyond the case.
+    // Shared, since the plug-in centre keeps the factory after the case.
     const std::shared_ptr<std::optional<bool>> answer = std::make_shared<std::optional<bool>>();
 };
 
