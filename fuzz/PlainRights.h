@@ -10,7 +10,7 @@
 /// Rights by number, one text each, to compare the module's table with the decoded answer.
 using PlainRights = std::map<int, std::string>;
 
-/// The expected table after an answer with these elements.
+/// The expected contents of an empty table after an answer with these elements.
 PlainRights Told(const google::protobuf::RepeatedPtrField<web_premium_access::UiDataAndAccessData>& elements);
 
 /// The rights of a table.

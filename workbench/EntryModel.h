@@ -48,7 +48,7 @@ protected:
     /// to no log.
     bool IsYounger(uint64_t number);
     void Schedule();
-    /// Must be called after a change of colours or language.
+    /// Repaints all rows and titles after a change of the theme.
     void ShowAnew();
 
     /// Amend changes rows that are already shown; HasAmendments returns true while such changes are pending. Amend runs

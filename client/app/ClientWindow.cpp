@@ -44,7 +44,7 @@ QWidget* CClientWindow::NewDockContent(QWidget* parent) {
     return m_pWorkbench;
 }
 
-// Connects before it reads what is kept, so that nothing is lost. The models drop duplicates by their numbers.
+// Connects before it reads the recorded entries, so that none is lost. The models drop duplicates by their numbers.
 void CClientWindow::ConnectSources() {
     connect(&m_composition.Log(), &ILogSource::Written, m_pWorkbench, &CWorkbench::TakeLine, Qt::QueuedConnection);
     for (const LogEntry& entry : m_composition.Log().Kept()) {

@@ -162,7 +162,7 @@ void CAdBoard::OnClickReported(const ReportTrace& report, qint64 timeMs) {
     (params.Text("action_type") == kActionClose ? slot.closeButton : slot.click) = click;
 }
 
-// The report has no position, so the ad is searched in all slots of its type.
+// The report has no position, so the ad is searched in all requests of its type.
 void CAdBoard::OnPicture(const ReportTrace& report) {
     const ad_bodies::CParams params(report.params);
     const QString ad = params.Text("advertisement_id");

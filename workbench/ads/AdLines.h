@@ -88,7 +88,7 @@ struct Said {
 };
 
 /// Returns the matching line with its values; nothing for any other text. A server's text within a line can resemble
-/// values, so the last match is used.
+/// values, but the line's last values are the module's.
 std::optional<Said> Read(const QString& text);
 
 }  // namespace ad_lines

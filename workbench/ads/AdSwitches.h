@@ -16,7 +16,7 @@ class QPushButton;
 enum class EnFocusAnswer { AsItIs, Always, Never };
 
 /// Overrides the display conditions of the bottom popup. Focus and slot are overridden until the client ends. The
-/// interval is written to the server's scenario and ends with the client's own server. A server of the options keeps it
+/// interval is written to the server's scenario and ends with the client's own server. Any other server keeps it
 /// until a restart or a reset; a later client regards it as the server's own. `server` must outlive it.
 class CAdSwitches : public QWidget {
     Q_OBJECT
@@ -36,7 +36,7 @@ public:
 Q_SIGNALS:
     void TabWanted(int index);
     void FocusWanted(EnFocusAnswer answer);
-    /// Requests that all callers are refused, or are no longer refused, the interruption slot of popups.
+    /// `refused` is true if all requests for the popups' interruption slot must be refused.
     void SlotRefusalWanted(bool refused);
     void OverridesChanged();
 
