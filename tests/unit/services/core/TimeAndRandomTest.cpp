@@ -15,7 +15,7 @@ int64_t LocalMillis() {
 }
 
 TEST(TimeAndRandomTest, TimeIsTheLocalClockUntilTheServerSetsIt) {
-    const CTimeAndRandom timeAndRandom;
+    const CTimeAndRandom clock;
     const int64_t before = LocalMillis();
 
     const int64_t actual = clock.ServerTimeMs();
@@ -24,7 +24,7 @@ TEST(TimeAndRandomTest, TimeIsTheLocalClockUntilTheServerSetsIt) {
 }
 
 TEST(TimeAndRandomTest, TimeRunsOnFromTheServersTime) {
-    CTimeAndRandom timeAndRandom;
+    CTimeAndRandom clock;
     const int64_t before = LocalMillis();
     clock.SetServerTimeMs(1'000'000);
 
@@ -34,7 +34,7 @@ TEST(TimeAndRandomTest, TimeRunsOnFromTheServersTime) {
 }
 
 TEST(TimeAndRandomTest, TimeIgnoresValuesOutOfRange) {
-    CTimeAndRandom timeAndRandom;
+    CTimeAndRandom clock;
     clock.SetServerTimeMs(1'000'000);
     clock.SetServerTimeMs(0);
     clock.SetServerTimeMs(-5);
@@ -44,6 +44,7 @@ TEST(TimeAndRandomTest, TimeIgnoresValuesOutOfRange) {
 }
 
 TEST(TimeAndRandomTest, NumbersUseAllTheirBits) {
+    CTimeAndRandom random;
     uint32_t ones = 0;
     uint32_t zeros = 0xFFFFFFFF;
     for (int i = 0; i < 1000; ++i) {
