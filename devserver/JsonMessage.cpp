@@ -68,10 +68,7 @@ std::string KeyFirst(std::string error, std::string key) {
         key = Joined(key, error.substr(0, colon));
         error.erase(0, colon + 2);
     }
-    if (Remove("missing field ", error)) {
-        key = Joined(key, error);
-        error = "missing";
-    } else if (Remove("invalid value ", error)) {
+    if (Remove("invalid value ", error)) {
         error = TypeError(error.substr(error.rfind(kForType) + std::strlen(kForType)));
     } else if (error == "Cannot find field.") {
         error = "unknown key";
@@ -128,17 +125,20 @@ std::string RuleError(const Message& message, const FieldDescriptor& field, int 
 
 void CheckRules(const Message& message, const std::string& path, Errors& errors) {
     const auto& reflection = *message.GetReflection();
-    std::vector<const FieldDescriptor*> fields;
-    reflection.ListFields(message, &fields);
-    for (const FieldDescriptor* field : fields) {
+    for (int number = 0; number < message.GetDescriptor()->field_count(); ++number) {
+        const FieldDescriptor* field = message.GetDescriptor()->field(number);
         const std::string key = Joined(path, field->json_name());
-        const int count = field->is_repeated() ? reflection.FieldSize(message, field) : 1;
+        const bool isSet = field->is_repeated() || reflection.HasField(message, field);
+        const int count = field->is_repeated() ? reflection.FieldSize(message, field) : int(isSet);
+        if (!isSet && field->options().GetExtension(rule).needed()) {
+            errors.push_back(key + ": missing");
+        }
         for (int i = 0; i < count; ++i) {
             const std::string place = field->is_repeated() ? fmt::format(FMT_STRING("{}[{}]"), key, i) : key;
             if (field->cpp_type() != FieldDescriptor::CPPTYPE_MESSAGE) {
                 const std::string error = RuleError(message, *field, i);
                 if (!error.empty()) {
-                    errors.push_back(place + ": " + error);
+                    errors.push_back(fmt::format(FMT_STRING("{}: {}"), place, error));
                 }
             } else if (field->message_type()->file() == Rule::descriptor()->file()) {
                 CheckRules(field->is_repeated() ? reflection.GetRepeatedMessage(message, field, i)

@@ -229,7 +229,7 @@ INSTANTIATE_TEST_SUITE_P(
                     BadRow{"GotSearch", "GET", "/ad/search", "", 405, "method: must be POST"},
                     BadRow{"PostedPicture", "POST", "/pictures/card-invite.png", "", 405, "method: must be GET"},
                     BadRow{"SearchNoJson", "POST", "/ad/search", "x", 400, "not JSON"},
-                    BadRow{"SearchEmpty", "POST", "/ad/search", "{}", 400, "ad_type: missing"},
+                    BadRow{"SearchEmpty", "POST", "/ad/search", "{}", 400, "ad_type: missing; ad_position: missing"},
                     BadRow{"CheckNoObject", "POST", "/ad/check", "[]", 400, "must be an object"},
                     BadRow{"ExposeTooDeep", "POST", "/ad/expose", std::string(99, '['), 400, "nested more than 64"},
                     BadRow{"ReportNoJson", "POST", "/report/events", "", 400, "not JSON"}),

@@ -62,7 +62,9 @@ TEST_F(ReportSinkTest, KeepsAnEventAsItCameAndAsItCameFirst) {
 
 TEST_F(ReportSinkTest, RefusesABadEventAloneAndSaysWhy) {
     EXPECT_EQ(Take(Event("a") + R"(,{"id":"b"},5,)" + Event("c")),
-              R"({"accepted":["a","c"],"refused":[{"error":"name: missing","id":"b"},{"error":"must be an object"}]})");
+              R"({"accepted":["a","c"],"refused":[{"error":"name: missing; code: missing; params: missing; )"
+              R"(broker: missing; user: missing; device: missing; atMs: missing","id":"b"},)"
+              R"({"error":"must be an object"}]})");
 
     EXPECT_THAT(Ids(), ElementsAre("a", "c"));
 }

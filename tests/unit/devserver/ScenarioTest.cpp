@@ -99,7 +99,7 @@ INSTANTIATE_TEST_SUITE_P(
                "users[0].aiChat.resultCode: must be a whole number from -2147483648 to 2147483647"},
         BadRow{"ResultMessageNumber", WithChat(R"({"resultMessage":1})"),
                "users[0].aiChat.resultMessage: must be a text"},
-        BadRow{"EntriesNoList", WithChat(R"({"entries":{}})"), "users[0].aiChat.entries.scene: missing"},
+        BadRow{"EntriesNoList", WithChat(R"({"entries":5})"), "users[0].aiChat.entries: must be an object"},
         BadRow{"SceneMissing", WithChat(R"({"entries":[{"allOpen":true}]})"),
                "users[0].aiChat.entries[0].scene: missing"},
         BadRow{"ScenePastTheRange", WithChat(R"({"entries":[{"scene":4294967296,"allOpen":true}]})"),
@@ -142,6 +142,14 @@ TEST(ScenarioTest, KeyWithSpecialCharactersIsNamedWhole) {
         ASSERT_EQ(errors.size(), 1u);
         EXPECT_THAT(errors[0], HasSubstr(key));
     }
+}
+
+TEST(ScenarioTest, WrongValueDoesNotChangeTheReason) {
+    Errors errors;
+
+    EXPECT_FALSE(CScenario::FromText(Scenario(R"({"id":"(a): 1 for type TYPE_BOOL","name":"A"})"), errors));
+
+    EXPECT_THAT(errors, ElementsAre("users[0].id: must be a whole number from 0 to 18446744073709551615"));
 }
 
 TEST(ScenarioTest, LongKeysAndValuesAreRefusedLikeAnyOther) {

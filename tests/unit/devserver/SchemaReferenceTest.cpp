@@ -61,8 +61,9 @@ std::string TableOf(const Descriptor& message, const Descriptor& documented) {
                                     comment, comment.empty() ? "" : "\n\n");
     for (int i = 0; i < message.field_count(); ++i) {
         const FieldDescriptor& field = *message.field(i);
-        table += fmt::format(FMT_STRING("|`{}`{}|{}|{}|\n"), field.json_name(), field.is_required() ? "*" : "",
-                             TypeOf(field), CommentOf(*documented.field(i)));
+        table += fmt::format(FMT_STRING("|`{}`{}|{}|{}|\n"), field.json_name(),
+                             field.options().GetExtension(devserver::rule).needed() ? "*" : "", TypeOf(field),
+                             CommentOf(*documented.field(i)));
     }
     return table + "\n";
 }
