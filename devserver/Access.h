@@ -5,13 +5,13 @@
 
 namespace devserver {
 
-/// 32 hex digits from the system's random source.
+/// Returns 32 hex digits from the system's random source.
 std::string RandomToken();
 
-/// Compares in a time that does not tell how much of the token was right.
+/// Compares in a time that does not depend on how many characters are equal.
 bool SameToken(const std::string& given, const std::string& expected);
 
-/// Whether a page of this machine sent the `Origin`: http or https of 127.0.0.1 or localhost, any port.
+/// Returns true for http and https of 127.0.0.1 or localhost, any port.
 bool IsLoopbackOrigin(const QString& origin);
 
 }  // namespace devserver

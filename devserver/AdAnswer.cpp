@@ -1,46 +1,56 @@
 #include "AdAnswer.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace devserver {
 namespace {
 
-std::vector<std::string> ReadTexts(const CJsonNode& list) {
-    std::vector<std::string> texts;
-    for (const CJsonNode& item : list.Items()) {
-        texts.push_back(item.NonEmptyText());
-    }
-    return texts;
+template <class Values, class T>
+bool IsFor(const Values& values, const std::optional<T>& value) {
+    return values.empty() || (value && std::find(values.begin(), values.end(), *value) != values.end());
 }
 
-template <class T>
-bool IsFor(const std::optional<std::vector<T>>& condition, const std::optional<T>& value) {
-    return !condition || (value && std::find(condition->begin(), condition->end(), *value) != condition->end());
+struct Window {
+    int64_t start;
+    int64_t end;
+    int64_t expire;
+};
+
+Window WindowOf(const Campaign& campaign, int64_t now) {
+    return {campaign.has_startins() ? now + campaign.startins() : campaign.start(),
+            campaign.has_endins() ? now + campaign.endins() : campaign.end(),
+            campaign.has_expireins() ? now + campaign.expireins() : campaign.expire()};
 }
 
 bool IsDue(const Campaign& campaign, const Audience& audience, int64_t now) {
-    return campaign.start.At(now) <= now && now <= campaign.end.At(now) && now <= campaign.expire.At(now) &&
-           IsFor(campaign.languages, audience.language) && IsFor(campaign.users, audience.user);
+    const Window window = WindowOf(campaign, now);
+    const auto language = audience.language ? std::make_optional(KeyOf(*audience.language)) : std::nullopt;
+    return window.start <= now && now <= window.end && now <= window.expire && IsFor(campaign.languages(), language) &&
+           IsFor(campaign.users(), audience.user);
 }
 
-Json::Value Ad(const AdSlot& slot, const Campaign& campaign, const AdSurroundings& surroundings) {
+Json::Value Ad(const AdSlot& slot, const Campaign& campaign, const AdContext& context) {
+    const Window window = WindowOf(campaign, context.nowSeconds);
     Json::Value json;
-    json["ad_id"] = campaign.id;
-    WriteMember(json, "name", campaign.name);
-    WriteMember(json, "push_id", campaign.pushId);
-    json["start_time"] = Json::Int64(campaign.start.At(surroundings.nowSeconds));
-    json["end_time"] = Json::Int64(campaign.end.At(surroundings.nowSeconds));
-    json["expire_time"] = Json::Int64(campaign.expire.At(surroundings.nowSeconds));
+    json["ad_id"] = campaign.id();
+    if (campaign.has_name()) {
+        json["name"] = campaign.name();
+    }
+    if (campaign.has_pushid()) {
+        json["push_id"] = campaign.pushid();
+    }
+    json["start_time"] = Json::Int64(window.start);
+    json["end_time"] = Json::Int64(window.end);
+    json["expire_time"] = Json::Int64(window.expire);
     Json::Value material;
-    const bool isUrl = campaign.image.find("://") != std::string::npos;
-    material["img"] = isUrl ? campaign.image : surroundings.pictureFolder + campaign.image;
-    material["schema"] = campaign.schema;
-    if (slot.adType == kAdTypePopup) {
+    const bool isUrl = campaign.image().find("://") != std::string::npos;
+    material["img"] = isUrl ? campaign.image() : context.pictureFolder + campaign.image();
+    material["schema"] = campaign.schema();
+    if (slot.adtype() == kAdTypePopup) {
         Json::Value& popup = json["popup_ad"];
-        popup["popup_type"] = campaign.popupType;
-        popup["show_areas"] = Json::Value(Json::arrayValue);
-        for (const int32_t area : campaign.showAreas) {
+        popup["popup_type"] = campaign.popuptype();
+        popup["show_areas"] = Json::arrayValue;
+        for (const int32_t area : campaign.showareas()) {
             popup["show_areas"].append(area);
         }
         popup["bottom_popup"] = material;
@@ -52,93 +62,81 @@ Json::Value Ad(const AdSlot& slot, const Campaign& campaign, const AdSurrounding
 
 Json::Value Data(const AdSlot& slot) {
     Json::Value json;
-    json["ad_type"] = slot.adType;
-    json["ad_position"] = slot.adPosition;
-    WriteMember(json, "show_duration", slot.showDuration);
-    if (slot.showInterval) {
-        json["show_interval"] = Json::Int64(*slot.showInterval);
+    json["ad_type"] = slot.adtype();
+    json["ad_position"] = slot.adposition();
+    if (slot.has_showduration()) {
+        json["show_duration"] = slot.showduration();
     }
-    WriteMember(json, "show_interval_type", slot.showIntervalType);
-    json["enable_close"] = slot.enableClose;
-    if (slot.bannerPosition) {
+    if (slot.has_showinterval()) {
+        json["show_interval"] = Json::Int64(slot.showinterval());
+    }
+    if (slot.has_showintervaltype()) {
+        json["show_interval_type"] = slot.showintervaltype();
+    }
+    json["enable_close"] = slot.enableclose();
+    if (slot.has_bannerposition()) {
         Json::Value& position = json["banner_position"];
-        position["banner_type"] = slot.bannerPosition->bannerType;
-        WriteMember(position, "carousel_interval", slot.bannerPosition->carouselInterval);
-        position["material_scale"] = slot.bannerPosition->materialScale;
-        position["material_corner"] = slot.bannerPosition->materialCorner;
+        position["banner_type"] = slot.bannerposition().bannertype();
+        if (slot.bannerposition().has_carouselinterval()) {
+            position["carousel_interval"] = slot.bannerposition().carouselinterval();
+        }
+        position["material_scale"] = slot.bannerposition().materialscale();
+        position["material_corner"] = slot.bannerposition().materialcorner();
     }
-    json["ad"] = Json::Value(Json::arrayValue);
+    json["ad"] = Json::arrayValue;
     return json;
 }
 
-// A place without campaigns, for one that the scenario does not have.
+// An ad position that the scenario does not have is answered as one without campaigns.
 AdSlot EmptySlot(const AdQuery& query) {
     AdSlot slot;
-    slot.adType = query.adType;
-    slot.adPosition = query.adPosition;
-    slot.showDuration = 0;
-    slot.showInterval = 0;
-    slot.showIntervalType = 0;
+    slot.set_adtype(query.ad_type());
+    slot.set_adposition(query.ad_position());
+    slot.set_showduration(0);
+    slot.set_showinterval(0);
+    slot.set_showintervaltype(0);
     return slot;
 }
 
-AdSlot FindSlot(const AdQuery& query, const CScenario& scenario) {
-    const auto& slots = scenario.Ads();
+/// Answers with the campaigns that `collect` takes from those of the slot.
+template <class Collect>
+Json::Value Answer(const AdQuery& query, const AdContext& context, Collect collect) {
+    const auto& slots = context.scenario.Ads();
     const auto found = std::find_if(slots.begin(), slots.end(), [&query](const AdSlot& slot) {
-        return slot.adType == query.adType && slot.adPosition == query.adPosition;
+        return slot.adtype() == query.ad_type() && slot.adposition() == query.ad_position();
     });
-    return found == slots.end() ? EmptySlot(query) : *found;
-}
-
-Json::Value Answer(const AdSlot& slot, const std::vector<Campaign>& campaigns, const AdSurroundings& surroundings) {
+    const AdSlot slot = found == slots.end() ? EmptySlot(query) : *found;
     Json::Value json;
     json["code"] = 0;
     json["message"] = "";
     json["data"] = Data(slot);
-    for (const Campaign& campaign : campaigns) {
-        json["data"]["ad"].append(Ad(slot, campaign, surroundings));
-    }
+    const auto add = [&](const Campaign& campaign) { json["data"]["ad"].append(Ad(slot, campaign, context)); };
+    collect(slot.campaigns(), add);
     return json;
 }
 
 }  // namespace
 
-AdQuery ReadAdQuery(const CJsonNode& root) {
-    root.Keys({"ad_type", "ad_position", "request_id"}, {"ad_id"});
-    AdQuery query;
-    query.adType = root.Member("ad_type").Int32();
-    query.adPosition = root.Member("ad_position").Int32();
-    root.Member("request_id").NonEmptyText();
-    query.adIds = ReadTexts(root.Member("ad_id"));
-    return query;
+Json::Value AnswerAdSearch(const AdQuery& query, const Audience& audience, const AdContext& context) {
+    return Answer(query, context, [&](const auto& campaigns, const auto& add) {
+        for (const Campaign& campaign : campaigns) {
+            if (IsDue(campaign, audience, context.nowSeconds)) {
+                add(campaign);
+            }
+        }
+    });
 }
 
-Json::Value AnswerAdSearch(const AdQuery& query, const Audience& audience, const AdSurroundings& surroundings) {
-    const AdSlot slot = FindSlot(query, surroundings.scenario);
-    std::vector<Campaign> due;
-    std::copy_if(slot.campaigns.begin(), slot.campaigns.end(), std::back_inserter(due),
-                 [&](const Campaign& campaign) { return IsDue(campaign, audience, surroundings.nowSeconds); });
-    return Answer(slot, due, surroundings);
-}
-
-Json::Value AnswerAdCheck(const AdQuery& query, const AdSurroundings& surroundings) {
-    const AdSlot slot = FindSlot(query, surroundings.scenario);
-    std::vector<Campaign> named;
-    for (const std::string& id : query.adIds) {
-        std::copy_if(slot.campaigns.begin(), slot.campaigns.end(), std::back_inserter(named),
-                     [&id](const Campaign& campaign) { return campaign.id == id; });
-    }
-    return Answer(slot, named, surroundings);
-}
-
-std::vector<std::string> ReadExposure(const CJsonNode& root) {
-    root.Keys({"ad_type", "ad_position", "expose_id", "expose_duration"}, {"ad_id", "push_id"});
-    root.Member("ad_type").Int32();
-    root.Member("ad_position").Int32();
-    root.Member("expose_id").Text();
-    root.Member("expose_duration").Signed(std::numeric_limits<int64_t>::min(), std::numeric_limits<int64_t>::max());
-    ReadTexts(root.Member("push_id"));
-    return ReadTexts(root.Member("ad_id"));
+Json::Value AnswerAdCheck(const AdQuery& query, const AdContext& context) {
+    return Answer(query, context, [&](const auto& campaigns, const auto& add) {
+        for (const std::string& id : query.ad_id()) {
+            const auto found = std::find_if(campaigns.begin(), campaigns.end(),
+                                            [&id](const Campaign& campaign) { return campaign.id() == id; });
+            if (found != campaigns.end()) {
+                add(*found);
+            }
+        }
+    });
 }
 
 }  // namespace devserver

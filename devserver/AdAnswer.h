@@ -5,43 +5,29 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <vector>
 
+#include "Language.h"
 #include "Scenario.h"
 
 namespace devserver {
 
-/// What a client asks of a place: what is due there, or exactly the ads that it names.
-struct AdQuery {
-    int32_t adType = 0;
-    int32_t adPosition = 0;
-    std::vector<std::string> adIds;
-};
-
-/// Both paths take the same members.
-AdQuery ReadAdQuery(const CJsonNode& root);
-
-/// Who asks, as far as the server knows.
+/// The user and language of a client, where the server knows them.
 struct Audience {
     std::optional<uint64_t> user;
     std::optional<Language> language;
 };
 
-/// How things stand at the moment of an answer.
-struct AdSurroundings {
+struct AdContext {
     const CScenario& scenario;
-    int64_t nowSeconds = 0;     // of the server's clock
+    int64_t nowSeconds = 0;     // server's time
     std::string pictureFolder;  // a URL that ends in a slash
 };
 
-/// The campaigns of the place that are due, in the scenario's order: in their windows, ends included, and for this
-/// audience. One that is for somebody is not for an audience that is unknown.
-Json::Value AnswerAdSearch(const AdQuery& query, const Audience& audience, const AdSurroundings& surroundings);
+/// Returns the due campaigns of the ad position, in the scenario's order: in all three windows, ends included, and for
+/// this audience. A campaign with a condition is not for an unknown audience.
+Json::Value AnswerAdSearch(const AdQuery& query, const Audience& audience, const AdContext& context);
 
-/// The campaigns of the place whose ids are named, in the order of the ids, whenever and for whomever they are.
-Json::Value AnswerAdCheck(const AdQuery& query, const AdSurroundings& surroundings);
-
-/// The ads that were exposed, of a notice that is complete.
-std::vector<std::string> ReadExposure(const CJsonNode& root);
+/// Returns the campaigns of the ad position that the query names, in the query's order, due or not.
+Json::Value AnswerAdCheck(const AdQuery& query, const AdContext& context);
 
 }  // namespace devserver

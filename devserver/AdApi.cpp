@@ -2,15 +2,13 @@
 
 #include <fmt/format.h>
 
-#include <QString>
-
 #include "AdPaths.h"
 #include "ChannelServer.h"
+#include "Digits.h"
 
 namespace devserver {
 namespace {
 
-constexpr unsigned kRequestDepth = 16;
 constexpr const char* kSessionHeader = "x-orvi-client-sessionid";
 
 WebAnswer Json200(const Json::Value& json) {
@@ -19,16 +17,13 @@ WebAnswer Json200(const Json::Value& json) {
     return answer;
 }
 
-// In the form of every answer of this service.
+// In the form of all answers of this service.
 WebAnswer Refused(int status, const Errors& errors) {
     Json::Value json;
     json["code"] = status;
-    for (const std::string& error : errors) {
-        json["message"] = json.isMember("message") ? json["message"].asString() + "; " + error : error;
-    }
-    WebAnswer answer;
+    json["message"] = Joined(errors);
+    WebAnswer answer = Json200(json);
     answer.status = status;
-    answer.body = WriteJson(json);
     return answer;
 }
 
@@ -36,58 +31,70 @@ WebAnswer Refused(int status, const Errors& errors) {
 
 CAdApi::CAdApi(ServerState& state, const CChannelServer& channel) : m_state(state), m_channel(channel) {}
 
-WebAnswer CAdApi::Handle(const WebRequest& request) {
+void CAdApi::AddRoutes(CWebServer& server) {
+    struct Row {
+        const char* method;
+        std::string pattern;
+        Operation operation;
+    };
+    const std::vector<Row> rows{
+        {"POST", kAdSearchPath, &CAdApi::Search},
+        {"POST", kAdCheckPath, &CAdApi::Check},
+        {"POST", kAdExposePath, &CAdApi::Expose},
+        {"POST", kReportPath, &CAdApi::Report},
+        {"GET", std::string(kPicturesPath) + R"(([\s\S]+))", &CAdApi::Show},
+    };
+    const auto add = [this, &server](const char* method, const std::string& pattern, Operation operation) {
+        server.Route(method, pattern,
+                     [this, operation](const WebRequest& request) { return Handle(request, operation); });
+    };
+    for (const Row& row : rows) {
+        add(row.method, row.pattern, row.operation);
+        add(nullptr, row.pattern, &CAdApi::RefuseMethod);
+    }
+    add(nullptr, CWebServer::kAnyPath, &CAdApi::RefusePath);
+}
+
+WebAnswer CAdApi::Handle(const WebRequest& request, Operation operation) {
     const auto fault = m_state.httpFaults.Take(request.path);
-    WebAnswer answer = Answer(request, !fault || !RefusesRequest(*fault));
+    WebAnswer answer = (this->*operation)(request, !fault || !RefusesRequest(*fault));
     if (fault) {
-        answer = Struck(std::move(answer), *fault);
+        answer = ApplyFault(std::move(answer), *fault);
     }
     ReceivedRequest received;
     received.method = request.method;
     received.path = request.path;
     received.headers = request.headers;
     received.body = request.body;
-    received.status = answer.harm.silent ? 0 : answer.status;
+    received.status = answer.fault.silent() ? 0 : answer.status;
     m_state.requests.Add(std::move(received));
     return answer;
 }
 
-WebAnswer CAdApi::Answer(const WebRequest& request, bool hasEffect) {
-    struct Route {
-        const char* path;
-        WebAnswer (CAdApi::*operation)(const WebRequest& request, bool hasEffect);
-    };
-    static const std::vector<Route> routes{{kAdSearchPath, &CAdApi::Search},
-                                           {kAdCheckPath, &CAdApi::Check},
-                                           {kAdExposePath, &CAdApi::Expose},
-                                           {kReportPath, &CAdApi::Report}};
-    if (!IsServedPath(request.path)) {
-        return Refused(404, {"path: " + request.path + " is unknown"});
-    }
-    for (const Route& route : routes) {
-        if (request.path == route.path) {
-            return request.method == "POST" ? (this->*route.operation)(request, hasEffect)
-                                            : Refused(405, {"method: must be POST"});
-        }
-    }
-    return request.method == "GET" || request.method == "HEAD" ? Show(request) : Refused(405, {"method: must be GET"});
+WebAnswer CAdApi::RefuseMethod(const WebRequest& request, bool /*hasEffect*/) {
+    const bool isPicture = !request.matches.empty();
+    return Refused(405, {isPicture ? "method: must be GET" : "method: must be POST"});
+}
+
+WebAnswer CAdApi::RefusePath(const WebRequest& request, bool /*hasEffect*/) {
+    return Refused(404, {"path: " + request.path + " is unknown"});
 }
 
 WebAnswer CAdApi::Search(const WebRequest& request, bool /*hasEffect*/) {
     Errors errors;
-    const auto query = ReadJson(request.body, kRequestDepth, ReadAdQuery, errors);
-    return query ? Json200(AnswerAdSearch(*query, AudienceOf(request), Surroundings())) : Refused(400, errors);
+    const auto query = ReadText<AdQuery>(request.body, errors);
+    return query ? Json200(AnswerAdSearch(*query, AudienceOf(request), Context())) : Refused(400, errors);
 }
 
 WebAnswer CAdApi::Check(const WebRequest& request, bool /*hasEffect*/) {
     Errors errors;
-    const auto query = ReadJson(request.body, kRequestDepth, ReadAdQuery, errors);
-    return query ? Json200(AnswerAdCheck(*query, Surroundings())) : Refused(400, errors);
+    const auto query = ReadText<AdQuery>(request.body, errors);
+    return query ? Json200(AnswerAdCheck(*query, Context())) : Refused(400, errors);
 }
 
 WebAnswer CAdApi::Expose(const WebRequest& request, bool /*hasEffect*/) {
     Errors errors;
-    if (!ReadJson(request.body, kRequestDepth, ReadExposure, errors)) {
+    if (!ReadText<Exposure>(request.body, errors)) {
         return Refused(400, errors);
     }
     Json::Value json;
@@ -103,8 +110,8 @@ WebAnswer CAdApi::Report(const WebRequest& request, bool hasEffect) {
     return answer ? Json200(*answer) : Refused(400, errors);
 }
 
-WebAnswer CAdApi::Show(const WebRequest& request) {
-    const auto picture = m_pictures.Find(request.path.substr(std::string(kPicturesPath).size()));
+WebAnswer CAdApi::Show(const WebRequest& request, bool /*hasEffect*/) {
+    const auto picture = m_pictures.Find(request.matches[0]);
     if (!picture) {
         return Refused(404, {"path: no picture has this name"});
     }
@@ -114,20 +121,19 @@ WebAnswer CAdApi::Show(const WebRequest& request) {
     return answer;
 }
 
-// Of several headers the first counts; one that is no number is of nobody.
+// The first of several headers counts. A header that is no number names no session.
 Audience CAdApi::AudienceOf(const WebRequest& request) const {
     const std::string header = request.Header(kSessionHeader).value_or("");
-    bool isNumber = false;
-    const qulonglong session = QString::fromStdString(header).toULongLong(&isNumber);
-    const auto client = isNumber ? m_channel.FindSession(session) : std::nullopt;
-    // A user whom a new scenario no longer has is as good as logged out.
+    const auto session = ReadNumber(header);
+    const auto client = session ? m_channel.FindSession(*session) : std::nullopt;
+    // A user who is missing from a new scenario counts as logged out.
     if (!client || !m_state.scenario.FindUser(client->user)) {
         return {};
     }
     return {client->user, client->language};
 }
 
-AdSurroundings CAdApi::Surroundings() const {
+AdContext CAdApi::Context() const {
     return {m_state.scenario, m_state.ServerTimeMs() / 1000,
             fmt::format(FMT_STRING("http://127.0.0.1:{}{}"), m_state.httpPort, kPicturesPath)};
 }

@@ -11,24 +11,31 @@ namespace devserver {
 
 class CChannelServer;
 
-/// What clients reach over HTTP: ads, notices of exposures, the sink of reports, and pictures. Each request is
-/// kept for testers to see. Main thread.
+/// HTTP for clients: ads, exposures, the report sink and pictures. Each request is recorded for testers. Main thread.
 class CAdApi {
 public:
-    /// Both must live longer.
+    /// Both must outlive this object.
     CAdApi(ServerState& state, const CChannelServer& channel);
 
-    WebAnswer Handle(const WebRequest& request);
+    /// Adds the routes of all operations, and refusals for all other requests. `server` must not outlive this object.
+    void AddRoutes(CWebServer& server);
 
 private:
-    WebAnswer Answer(const WebRequest& request, bool hasEffect);
+    using Operation = WebAnswer (CAdApi::*)(const WebRequest& request, bool hasEffect);
+
+    /// Records the request and applies the fault of its path.
+    WebAnswer Handle(const WebRequest& request, Operation operation);
+
+    // `hasEffect` is false for a request whose client learns from a fault that it failed.
     WebAnswer Search(const WebRequest& request, bool hasEffect);
     WebAnswer Check(const WebRequest& request, bool hasEffect);
     WebAnswer Expose(const WebRequest& request, bool hasEffect);
     WebAnswer Report(const WebRequest& request, bool hasEffect);
-    WebAnswer Show(const WebRequest& request);
+    WebAnswer Show(const WebRequest& request, bool hasEffect);
+    WebAnswer RefuseMethod(const WebRequest& request, bool hasEffect);
+    WebAnswer RefusePath(const WebRequest& request, bool hasEffect);
     Audience AudienceOf(const WebRequest& request) const;
-    AdSurroundings Surroundings() const;
+    AdContext Context() const;
 
     ServerState& m_state;
     const CChannelServer& m_channel;

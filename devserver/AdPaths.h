@@ -6,6 +6,6 @@ constexpr const char* kAdSearchPath = "/ad/search";
 constexpr const char* kAdCheckPath = "/ad/check";
 constexpr const char* kAdExposePath = "/ad/expose";
 constexpr const char* kReportPath = "/report/events";
-constexpr const char* kPicturesPath = "/pictures/";  // and a picture's name
+constexpr const char* kPicturesPath = "/pictures/";  // followed by a picture's name
 
 }  // namespace devserver

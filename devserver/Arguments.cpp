@@ -1,97 +1,78 @@
 #include "Arguments.h"
 
-#include <QSet>
+#include <QCommandLineParser>
 #include <algorithm>
 
 namespace devserver {
 namespace {
 
-quint16 ReadPort(const QString& name, const QString& value, Errors& errors) {
+const QString kScenario = QStringLiteral("scenario");
+const QString kPort = QStringLiteral("port");
+const QString kControlPort = QStringLiteral("control-port");
+const QString kHttpPort = QStringLiteral("http-port");
+const QString kToken = QStringLiteral("token");
+const QString kChild = QStringLiteral("child");
+const QString kHelp = QStringLiteral("help");
+
+quint16 ReadPort(const QCommandLineParser& parser, const QString& name, Errors& errors) {
     bool isNumber = false;
-    const ushort port = value.toUShort(&isNumber);
+    const ushort port = parser.value(name).toUShort(&isNumber);
     if (!isNumber) {
-        errors.push_back(name.toStdString() + ": must be a whole number from 0 to 65535");
+        errors.push_back("--" + name.toStdString() + ": must be a whole number from 0 to 65535");
     }
     return port;
 }
 
-// The token travels in headers.
-std::string ReadToken(const QString& name, const QString& value, Errors& errors) {
-    const bool visible = std::all_of(value.begin(), value.end(), [](QChar c) { return c > u' ' && c < u'\x7f'; });
-    if (value.isEmpty() || value.size() > 128 || !visible) {
-        errors.push_back(name.toStdString() + ": must be 1 to 128 visible ASCII characters");
+// HTTP headers carry the token.
+std::optional<std::string> ReadToken(const std::string& name, const QString& value, Errors& errors) {
+    const bool isVisible = std::all_of(value.begin(), value.end(), [](QChar c) { return c > u' ' && c < u'\x7f'; });
+    if (value.isEmpty() || value.size() > 128 || !isVisible) {
+        errors.push_back(name + ": must be 1 to 128 visible ASCII characters");
     }
     return value.toStdString();
 }
 
 }  // namespace
 
-const char* const kTokenVariable = "ZR_DEVSERVER_TOKEN";
-
-bool TakeToken(Arguments& arguments, const QString& value, Errors& errors) {
-    if (arguments.token || value.isEmpty()) {
-        return true;
-    }
+std::optional<Arguments> ReadArguments(const QStringList& commandLine, const QString& tokenVariable, Errors& errors) {
     const size_t errorsBefore = errors.size();
-    arguments.token = ReadToken(QString::fromLatin1(kTokenVariable), value, errors);
-    return errors.size() == errorsBefore;
-}
-
-const char* const kUsage =
-    "usage: zrdevserver [--scenario FILE] [--port N] [--control-port N] [--http-port N] [--token T] [--child]\n"
-    "  --scenario FILE   users and configuration, instead of the built-in ones\n"
-    "  --port N          of the command channel; 0, the default, takes any free one\n"
-    "  --control-port N  of the control interface; as above\n"
-    "  --http-port N     of ads, reports and pictures; as above\n"
-    "  --token T         that clients must show; without it the value of ZR_DEVSERVER_TOKEN, or a random one\n"
-    "  --child           end when the standard input ends\n";
-
-std::optional<Arguments> ReadArguments(const QStringList& words, Errors& errors) {
-    const size_t errorsBefore = errors.size();
-    Arguments arguments;
-    QSet<QString> seen;
-    for (int i = 0; i < words.size(); ++i) {
-        const QString& name = words[i];
-        if (seen.contains(name)) {
-            errors.push_back(name.toStdString() + ": given twice");
-        }
-        seen.insert(name);
-        if (name == QLatin1String("--child")) {
-            arguments.child = true;
-            continue;
-        }
-        if (name == QLatin1String("--help")) {
-            arguments.help = true;
-            continue;
-        }
-        const QStringList withValue{QStringLiteral("--scenario"), QStringLiteral("--port"),
-                                    QStringLiteral("--control-port"), QStringLiteral("--http-port"),
-                                    QStringLiteral("--token")};
-        if (!withValue.contains(name)) {
-            errors.push_back(name.toStdString() + ": unknown argument");
-            continue;
-        }
-        if (++i == words.size()) {
-            errors.push_back(name.toStdString() + ": its value is missing");
-            break;
-        }
-        const QString& value = words[i];
-        if (name == QLatin1String("--scenario")) {
-            arguments.scenario = value;
-        } else if (name == QLatin1String("--port")) {
-            arguments.port = ReadPort(name, value, errors);
-        } else if (name == QLatin1String("--control-port")) {
-            arguments.controlPort = ReadPort(name, value, errors);
-        } else if (name == QLatin1String("--http-port")) {
-            arguments.httpPort = ReadPort(name, value, errors);
-        } else {
-            arguments.token = ReadToken(name, value, errors);
-        }
-    }
-    if (errors.size() != errorsBefore) {
+    const QString zero = QStringLiteral("0");
+    QCommandLineParser parser;
+    parser.addOptions({
+        {kScenario, QStringLiteral("Users, ads and configuration, instead of the built-in ones."),
+         QStringLiteral("file")},
+        {kPort, QStringLiteral("Port of the command channel. 0 takes any free port."), QStringLiteral("port"), zero},
+        {kControlPort, QStringLiteral("Port of the control interface."), QStringLiteral("port"), zero},
+        {kHttpPort, QStringLiteral("Port of ads, reports and pictures."), QStringLiteral("port"), zero},
+        {kToken, QStringLiteral("Token of clients. By default ZR_DEVSERVER_TOKEN or a random one."),
+         QStringLiteral("token")},
+        {kChild, QStringLiteral("End when the standard input ends.")},
+        {kHelp, QStringLiteral("Print this and end.")},
+    });
+    if (!parser.parse(commandLine)) {
+        errors.push_back(parser.errorText().toStdString());
         return std::nullopt;
     }
-    return arguments;
+    for (const QString& argument : parser.positionalArguments()) {
+        errors.push_back(argument.toStdString() + ": unknown argument");
+    }
+    Arguments arguments;
+    if (parser.isSet(kHelp)) {
+        arguments.help = parser.helpText();
+    }
+    if (parser.isSet(kScenario)) {
+        arguments.scenario = parser.value(kScenario);
+    }
+    arguments.port = ReadPort(parser, kPort, errors);
+    arguments.controlPort = ReadPort(parser, kControlPort, errors);
+    arguments.httpPort = ReadPort(parser, kHttpPort, errors);
+    if (parser.isSet(kToken)) {
+        arguments.token = ReadToken("--token", parser.value(kToken), errors);
+    } else if (!tokenVariable.isEmpty()) {
+        arguments.token = ReadToken(kTokenVariable, tokenVariable, errors);
+    }
+    arguments.child = parser.isSet(kChild);
+    return errors.size() == errorsBefore ? std::make_optional(arguments) : std::nullopt;
 }
 
 }  // namespace devserver

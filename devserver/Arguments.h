@@ -4,31 +4,25 @@
 #include <optional>
 #include <string>
 
-#include "JsonNode.h"
+#include "JsonMessage.h"
 
 namespace devserver {
 
 struct Arguments {
-    std::optional<QString> scenario;  // a file; the scenario that is built in without it
+    std::optional<QString> scenario;  // file; the built-in scenario without it
     quint16 port = 0;                 // of the channel; 0 for any
     quint16 controlPort = 0;
     quint16 httpPort = 0;
-    std::optional<std::string> token;  // a random one without it
+    std::optional<std::string> token;  // random without it
     bool child = false;
-    bool help = false;
+    std::optional<QString> help;  // text to print instead of a start
 };
 
-/// How to call the program, in lines.
-extern const char* const kUsage;
+/// Environment variable that may hold the token: all users of the machine can read a command line.
+constexpr const char* kTokenVariable = "ZR_DEVSERVER_TOKEN";
 
-/// The command line without the program's name, or nothing and at least one error.
-std::optional<Arguments> ReadArguments(const QStringList& words, Errors& errors);
-
-/// The environment variable that may carry the token instead: a command line is for everybody to read.
-extern const char* const kTokenVariable;
-
-/// Takes the token from the variable's value where the command line has none. False, and an error, on one
-/// that is no token; an empty value is none at all.
-bool TakeToken(Arguments& arguments, const QString& value, Errors& errors);
+/// Reads the command line, program name included. `tokenVariable` is the value of kTokenVariable. It applies if it is
+/// not empty and the command line has no token. Returns nothing, with at least one error, if an argument is invalid.
+std::optional<Arguments> ReadArguments(const QStringList& commandLine, const QString& tokenVariable, Errors& errors);
 
 }  // namespace devserver

@@ -8,6 +8,7 @@
 
 #include "Access.h"
 #include "CommandAnswers.h"
+#include "Digits.h"
 #include "ServerLog.h"
 #include "channel.pb.h"
 
@@ -24,19 +25,18 @@ uint64_t NewSessionId() {
     return id;
 }
 
-// As the fault says, where there is one, and no other than it would be in the rest.
-void Garble(Frame& reply, const Fault& fault) {
-    if (fault.error) {
-        reply.set_error(*fault.error);
-        if (*fault.error != kErrorNone) {
+void ApplyFault(Frame& reply, const ReplyFault& fault) {
+    if (fault.has_error()) {
+        reply.set_error(fault.error());
+        if (fault.error() != kErrorNone) {
             reply.clear_body();
         }
     }
-    if (fault.body) {
-        reply.set_body(*fault.body);
+    if (fault.has_bodyhex()) {
+        reply.set_body(FromHex(fault.bodyhex()).value_or(""));
     }
-    if (fault.replyCommand) {
-        reply.set_command(*fault.replyCommand);
+    if (fault.has_replycommand()) {
+        reply.set_command(fault.replycommand());
     }
 }
 
@@ -59,7 +59,7 @@ CChannelServer::CChannelServer(ServerState& state, std::string token)
 }
 
 CChannelServer::~CChannelServer() {
-    // Their last signals must not come back to an object that is half gone.
+    // Sockets must not signal an object that is partly destroyed.
     for (const auto& [id, connection] : m_connections) {
         connection.socket->disconnect(this);
     }
@@ -104,7 +104,7 @@ void CChannelServer::OnNewConnection() {
 }
 
 void CChannelServer::OnFrame(uint64_t id, const QByteArray& bytes) {
-    // A socket hands out what it has read already, also after it was cut.
+    // A socket delivers what it has read already, even after it was cut.
     if (m_connections.count(id) == 0) {
         return;
     }
@@ -150,18 +150,18 @@ void CChannelServer::OnLogin(uint64_t id, const Frame& frame) {
     answerFrame.set_session(frame.session());
     channel::LoginAnswer& answer = *answerFrame.mutable_login_answer();
     answer.set_user_id(userId);
-    if (!user || user->refuseLogin) {
+    if (!user || user->has_refuselogin()) {
         answer.set_accepted(false);
-        answer.set_reason(user ? *user->refuseLogin : "unknown user");
+        answer.set_reason(user ? user->refuselogin() : "unknown user");
         m_connections[id].user = 0;
         m_connections[id].session = 0;
     } else {
         answer.set_accepted(true);
         answer.set_session_id(NewSessionId());
-        answer.mutable_attributed_market()->Add(user->markets.begin(), user->markets.end());
+        answer.mutable_attributed_market()->Add(user->markets().begin(), user->markets().end());
         answer.set_server_time_ms(m_state.ServerTimeMs());
-        if (user->trade) {
-            answer.set_trade_answer(*user->trade);
+        if (user->has_trade()) {
+            answer.set_trade_answer(user->trade());
         }
         m_connections[id].user = userId;
         m_connections[id].session = answer.session_id();
@@ -171,7 +171,7 @@ void CChannelServer::OnLogin(uint64_t id, const Frame& frame) {
 }
 
 void CChannelServer::OnLanguage(uint64_t id, const Frame& frame) {
-    // A frame that names none leaves the language as it was, be it of an earlier login.
+    // A frame without a language keeps the earlier one, even that of an earlier login.
     if (frame.login().has_language()) {
         m_connections[id].language = LanguageOfNumber(frame.login().language());
     }
@@ -180,7 +180,7 @@ void CChannelServer::OnLanguage(uint64_t id, const Frame& frame) {
 void CChannelServer::OnRequest(uint64_t id, const Frame& frame) {
     const uint64_t userId = m_connections[id].user;
     Record(id, userId, frame);
-    // A user whom a new scenario no longer has is as good as logged out.
+    // A user who is missing from a new scenario counts as logged out.
     const User* user = userId == 0 ? nullptr : m_state.scenario.FindUser(userId);
     CommandAnswer answer{kErrorNotLoggedIn, {}};
     if (user) {
@@ -192,26 +192,25 @@ void CChannelServer::OnRequest(uint64_t id, const Frame& frame) {
     reply.set_command(frame.command());
     reply.set_error(answer.error);
     reply.set_body(answer.body);
-    const Fault fault = m_state.faults.Take(frame.command()).value_or(Fault());
-    Garble(reply, fault);
+    const ReplyFault fault = m_state.faults.Take(frame.command()).value_or(ReplyFault());
+    ApplyFault(reply, fault);
     Log(FMT_STRING("channel: {}: request {} of {}, error {}{}"), id, frame.command(), userId, reply.error(),
-        fault.silent ? ", kept silent" : "");
-    const auto answerIt = [this, id, fault, bytes = fault.frame.value_or(reply.SerializeAsString())] {
-        Carry(id, bytes, fault);
-    };
-    if (fault.delayMs > 0) {
-        QTimer::singleShot(fault.delayMs, Qt::PreciseTimer, this, answerIt);
+        fault.silent() ? ", kept silent" : "");
+    const std::string bytes = fault.has_framehex() ? *FromHex(fault.framehex()) : reply.SerializeAsString();
+    const auto deliver = [this, id, fault, bytes] { Deliver(id, bytes, fault); };
+    if (fault.delayms() > 0) {
+        QTimer::singleShot(int(fault.delayms()), Qt::PreciseTimer, this, deliver);
     } else {
-        answerIt();
+        deliver();
     }
 }
 
-void CChannelServer::Carry(uint64_t id, const std::string& reply, const Fault& fault) {
-    if (fault.drop) {
+void CChannelServer::Deliver(uint64_t id, const std::string& reply, const ReplyFault& fault) {
+    if (fault.drop()) {
         Cut(id);
         return;
     }
-    for (int copy = 0; copy < fault.copies && !fault.silent; ++copy) {
+    for (uint32_t copy = 0; copy < fault.copies() && !fault.silent(); ++copy) {
         SendBytes(id, reply);
     }
 }
@@ -251,7 +250,7 @@ void CChannelServer::SendBytes(uint64_t id, const std::string& bytes) {
 void CChannelServer::Cut(uint64_t id) {
     const auto found = m_connections.find(id);
     if (found != m_connections.end()) {
-        // What this emits takes the connection out of the table.
+        // A signal of the socket removes the connection from the table.
         found->second.socket->abort();
     }
 }

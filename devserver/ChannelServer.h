@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "Language.h"
 #include "ServerState.h"
 
 class QWebSocket;
@@ -18,15 +19,15 @@ class Frame;
 
 namespace devserver {
 
-/// The command channel: takes clients in on loopback, answers their frames from the state, and sends them
-/// what the server sends by itself. A client that breaks the protocol is logged and kept. Main thread.
+/// The command channel on loopback: answers clients from the state, and sends pushes, configuration and clock. A
+/// client that breaks the protocol is logged and stays connected. Main thread.
 class CChannelServer : public QObject {
     Q_OBJECT
 
 public:
     static constexpr qint64 kMaxFrameBytes = 4 * 1024 * 1024;
 
-    /// A client that lets more than this wait is cut: it would cost the server its memory.
+    /// A client with more unread bytes is cut, as it would exhaust the server's memory.
     static constexpr qint64 kMaxUnreadBytes = 32 * 1024 * 1024;
 
     struct Client {
@@ -35,26 +36,26 @@ public:
         Language language = Language::English;
     };
 
-    /// `state` must live longer. A client needs `token` in its handshake's header x-zr-token.
+    /// `state` must outlive this object. Clients send `token` in the header x-zr-token of the handshake.
     CChannelServer(ServerState& state, std::string token);
     ~CChannelServer() override;
 
-    /// 0 takes any free port. False, with the reason in `error`, if the port is not to be had.
+    /// 0 takes any free port. Returns false, with the reason in `error`, if the port cannot be bound.
     bool Listen(quint16 port, std::string& error);
     quint16 Port() const;
 
     std::vector<Client> Clients() const;
 
-    /// The connection on which the session, named by the answer to its login, lasts.
+    /// Returns the connection of a session, whose id is in the answer to its login. Nothing after its logout.
     std::optional<Client> FindSession(uint64_t session) const;
 
-    /// Pushes to each connection on which `user`, or anybody, is logged in. Returns to how many.
+    /// Pushes to each connection of `user`, or of all users logged in. Returns their number.
     int Push(std::optional<uint64_t> user, uint32_t command, const std::string& body);
 
-    /// Cuts the connections of `user`, or all, without a closing handshake. Returns how many.
+    /// Cuts the connections of `user`, or all, without a closing handshake. Returns their number.
     int Drop(std::optional<uint64_t> user);
 
-    /// Tells all connections what the common configuration, or the server's time, now is.
+    /// Sends the common configuration, or the server's time, to all connections.
     void SendConfig();
     void SendClock();
 
@@ -76,7 +77,7 @@ private:
     void Record(uint64_t id, uint64_t user, const channel::Frame& frame);
     void Send(uint64_t id, const channel::Frame& frame);
     void SendBytes(uint64_t id, const std::string& bytes);
-    void Carry(uint64_t id, const std::string& reply, const Fault& fault);
+    void Deliver(uint64_t id, const std::string& reply, const ReplyFault& fault);
     void Cut(uint64_t id);
     void SendToAll(const channel::Frame& frame);
     channel::Frame ConfigFrame() const;

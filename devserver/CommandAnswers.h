@@ -3,11 +3,12 @@
 #include <cstdint>
 #include <string>
 
+#include "Language.h"
 #include "Scenario.h"
 
 namespace devserver {
 
-/// Errors of a reply; 0 is success.
+/// Errors of a reply. 0 is success.
 enum CommandError : int32_t {
     kErrorNone = 0,
     kErrorNotLoggedIn = 1,
@@ -21,17 +22,17 @@ struct CommandAnswer {
     std::string body;  // empty with an error
 };
 
-/// An answer is smaller, give or take what surrounds its elements.
+/// Maximum size of an answer, without what surrounds its elements.
 constexpr size_t kMaxAnswerBytes = 16 * 1024 * 1024;
 
-/// Who sent a request; refers to the scenario.
-struct Asker {
+/// The sender of a request. Refers to the scenario.
+struct RequestContext {
     const CScenario& scenario;
     const User& user;
     Language language;
 };
 
-/// What the scenario has for the user in answer to a command.
-CommandAnswer AnswerCommand(uint32_t command, const Asker& asker, const std::string& body);
+/// Answers a command from the scenario.
+CommandAnswer AnswerCommand(uint32_t command, const RequestContext& context, const std::string& body);
 
 }  // namespace devserver

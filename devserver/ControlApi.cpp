@@ -1,201 +1,165 @@
 #include "ControlApi.h"
 
-#include <fmt/format.h>
-
-#include <QString>
-#include <QStringList>
-#include <limits>
+#include <utility>
 
 #include "ChannelServer.h"
-#include "Hex.h"
-#include "JsonNode.h"
+#include "Digits.h"
 #include "PushRequest.h"
 
 namespace devserver {
 namespace {
 
-constexpr unsigned kRequestDepth = 16;
-// A hundred years: enough for every test, and no sum with the clock overflows.
-constexpr int64_t kMaxOffsetMs = 100LL * 366 * 24 * 3600 * 1000;
+WebAnswer Done(const Json::Value& body = Json::objectValue) {
+    WebAnswer answer;
+    answer.body = WriteJson(body);
+    return answer;
+}
 
-// The decimal number that is the whole of a text, as it stands in paths and queries.
-std::optional<uint64_t> ReadNumber(const std::string& text) {
-    bool isNumber = false;
-    const qulonglong number = QString::fromStdString(text).toULongLong(&isNumber);
-    if (!isNumber || std::to_string(number) != text) {
-        return std::nullopt;
+WebAnswer Refusal(const Errors& errors) {
+    return CWebServer::Refusal(400, Joined(errors));
+}
+
+WebAnswer NoSuchCommand(const std::string& number) {
+    return CWebServer::Refusal(404, "path: no command has the number " + number);
+}
+
+WebAnswer NoSuchPath(const std::string& path) {
+    return CWebServer::Refusal(404, "path: nothing is served on " + path);
+}
+
+/// Answers {key: [entries]} with the entries of a log whose number is above the request's `after`.
+template <class Entries, class Write>
+WebAnswer Newer(const WebRequest& request, const char* key, const Entries& entries, Write write,
+                Json::Value body = Json::objectValue) {
+    const auto after = ReadNumber(request.after.value_or("0"));
+    if (!after) {
+        return CWebServer::Refusal(400, "after: must be a whole number");
     }
-    return number;
-}
-
-std::optional<uint32_t> ReadCommand(const std::string& text) {
-    const auto number = ReadNumber(text);
-    const bool isCommand = number && *number > 0 && *number <= std::numeric_limits<uint32_t>::max();
-    return isCommand ? std::make_optional(uint32_t(*number)) : std::nullopt;
-}
-
-bool ReadTrade(const CJsonNode& root) {
-    return root.Bool();
-}
-
-Json::Value ReadAny(const CJsonNode& root) {
-    return root.Any();
-}
-
-int64_t ReadClockOffset(const CJsonNode& root) {
-    root.Keys({"offsetMs"}, {});
-    return root.Member("offsetMs").Signed(-kMaxOffsetMs, kMaxOffsetMs);
-}
-
-struct DropRequest {
-    std::optional<uint64_t> user;  // everybody without it
-};
-
-DropRequest ReadDropRequest(const CJsonNode& root) {
-    root.Keys({}, {"user"});
-    return {ReadUserId(root)};
-}
-
-std::optional<std::vector<std::string>> Match(const char* pattern, const std::string& path) {
-    const QStringList expected = QString::fromLatin1(pattern).split(QLatin1Char('/'));
-    const QStringList given = QString::fromStdString(path).split(QLatin1Char('/'));
-    if (expected.size() != given.size()) {
-        return std::nullopt;
-    }
-    std::vector<std::string> wildcards;
-    for (int i = 0; i < given.size(); ++i) {
-        if (expected[i] == QLatin1String("*") && !given[i].isEmpty()) {
-            wildcards.push_back(given[i].toStdString());
-        } else if (expected[i] != given[i]) {
-            return std::nullopt;
+    body[key] = Json::arrayValue;
+    for (const auto& entry : entries) {
+        if (entry.number > *after) {
+            Json::Value json = write(entry);
+            json["n"] = Json::UInt64(entry.number);
+            body[key].append(std::move(json));
         }
     }
-    return wildcards;
+    return Done(body);
+}
+
+Json::Value Write(const ReceivedFrame& frame) {
+    Json::Value json;
+    json["connection"] = Json::UInt64(frame.connection);
+    json["user"] = Json::UInt64(frame.user);
+    json["kind"] = frame.kind;
+    json["command"] = frame.command;
+    json["session"] = Json::UInt64(frame.session);
+    json["bodyHex"] = ToHex(frame.body);
+    if (frame.language) {
+        json["language"] = *frame.language;
+    }
+    return json;
+}
+
+Json::Value Write(const ReceivedRequest& request) {
+    Json::Value json;
+    json["method"] = request.method;
+    json["path"] = IsUtf8(request.path) ? request.path : ToHex(request.path);
+    json["headers"] = Json::objectValue;
+    for (const auto& [name, value] : request.headers) {
+        if (IsUtf8(name) && IsUtf8(value)) {
+            Json::Value& header = json["headers"][name];
+            header = header.isNull() ? value : header.asString() + ", " + value;
+        }
+    }
+    if (IsUtf8(request.body)) {
+        json["body"] = request.body;
+    } else {
+        json["bodyHex"] = ToHex(request.body);
+    }
+    json["status"] = request.status;
+    return json;
 }
 
 }  // namespace
 
-ControlAnswer Refusal(int status, const std::string& reason) {
-    ControlAnswer answer;
-    answer.status = status;
-    answer.body["error"] = reason;
-    return answer;
-}
-
-ControlAnswer Refusal(const Errors& errors) {
-    std::string reasons;
-    for (const std::string& error : errors) {
-        reasons += reasons.empty() ? error : "; " + error;
-    }
-    return Refusal(400, reasons);
-}
-
-std::optional<uint64_t> ReadAfter(const ControlRequest& request) {
-    return ReadNumber(request.after.value_or("0"));
-}
-
 CControlApi::CControlApi(ServerState& state, CChannelServer& channel) : m_state(state), m_channel(channel) {}
 
-const std::vector<CControlApi::Route>& CControlApi::Routes() {
-    static const std::vector<Route> routes{
+void CControlApi::AddRoutes(CWebServer& server) {
+    struct Operation {
+        const char* method;
+        const char* pattern;
+        WebAnswer (CControlApi::*operation)(const WebRequest& request);
+    };
+    constexpr const char* kOfUser = "/v1/users/([^/]+)/(aiChat|premium|vip|trade)";
+    const std::vector<Operation> operations{
         {"GET", "/v1/state", &CControlApi::GetState},
         {"GET", "/v1/received", &CControlApi::GetReceived},
         {"GET", "/v1/scenario", &CControlApi::GetScenario},
         {"PUT", "/v1/scenario", &CControlApi::PutScenario},
-        {"PUT", "/v1/users/*/aiChat", &CControlApi::PutAiChat},
-        {"DELETE", "/v1/users/*/aiChat", &CControlApi::DeleteAiChat},
-        {"PUT", "/v1/users/*/premium", &CControlApi::PutPremium},
-        {"DELETE", "/v1/users/*/premium", &CControlApi::DeletePremium},
-        {"PUT", "/v1/users/*/vip", &CControlApi::PutVip},
-        {"DELETE", "/v1/users/*/vip", &CControlApi::DeleteVip},
-        {"PUT", "/v1/users/*/trade", &CControlApi::PutTrade},
-        {"DELETE", "/v1/users/*/trade", &CControlApi::DeleteTrade},
-        {"PUT", "/v1/config/*", &CControlApi::PutConfig},
-        {"DELETE", "/v1/config/*", &CControlApi::DeleteConfig},
+        {"PUT", kOfUser, &CControlApi::PutOfUser},
+        {"DELETE", kOfUser, &CControlApi::DeleteOfUser},
+        {"PUT", "/v1/config/([^/]+)", &CControlApi::PutConfig},
+        {"DELETE", "/v1/config/([^/]+)", &CControlApi::DeleteConfig},
         {"POST", "/v1/push", &CControlApi::PostPush},
         {"PUT", "/v1/clock", &CControlApi::PutClock},
         {"POST", "/v1/drop", &CControlApi::PostDrop},
         {"PUT", "/v1/faults", &CControlApi::PutFaults},
-        {"PUT", "/v1/faults/*", &CControlApi::PutFault},
-        {"DELETE", "/v1/faults/*", &CControlApi::DeleteFault},
+        {"PUT", "/v1/faults/([^/]+)", &CControlApi::PutFault},
+        {"DELETE", "/v1/faults/([^/]+)", &CControlApi::DeleteFault},
         {"PUT", "/v1/ads", &CControlApi::PutAds},
         {"DELETE", "/v1/ads", &CControlApi::DeleteAds},
         {"GET", "/v1/http", &CControlApi::GetHttp},
         {"GET", "/v1/reports", &CControlApi::GetReports},
         {"DELETE", "/v1/reports", &CControlApi::DeleteReports},
         {"PUT", "/v1/httpFaults", &CControlApi::PutHttpFaults},
-        {"PUT", "/v1/httpFaults/*/*", &CControlApi::PutHttpFault},
-        {"DELETE", "/v1/httpFaults/*/*", &CControlApi::DeleteHttpFault},
+        {"PUT", "/v1/httpFaults(/[^/]+/[^/]+)", &CControlApi::PutHttpFault},
+        {"DELETE", "/v1/httpFaults(/[^/]+/[^/]+)", &CControlApi::DeleteHttpFault},
     };
-    return routes;
+    for (const Operation& operation : operations) {
+        server.Route(operation.method, operation.pattern,
+                     [this, call = operation.operation](const WebRequest& request) { return (this->*call)(request); });
+    }
+    for (const Operation& operation : operations) {
+        server.Route(nullptr, operation.pattern, [](const WebRequest& request) {
+            return CWebServer::Refusal(400, "method: " + request.method + " is not possible here");
+        });
+    }
+    server.Route(nullptr, CWebServer::kAnyPath, [](const WebRequest& request) {
+        return CWebServer::Refusal(404, "path: " + request.path + " is unknown");
+    });
 }
 
-ControlAnswer CControlApi::Handle(const ControlRequest& request) {
-    bool isKnownPath = false;
-    for (const Route& route : Routes()) {
-        const auto wildcards = Match(route.pattern, request.path);
-        if (wildcards && request.method == route.method) {
-            return (this->*route.operation)(request, *wildcards);
-        }
-        isKnownPath = isKnownPath || wildcards.has_value();
-    }
-    if (isKnownPath) {
-        return Refusal(400, "method: " + request.method + " is not possible here");
-    }
-    return Refusal(404, "path: " + request.path + " is unknown");
-}
-
-ControlAnswer CControlApi::GetState(const ControlRequest&, const Wildcards&) {
-    ControlAnswer answer;
-    answer.body["channel"] = m_channel.Port();
-    answer.body["http"] = m_state.httpPort;
-    answer.body["users"] = Json::Value(Json::arrayValue);
+WebAnswer CControlApi::GetState(const WebRequest& /*request*/) {
+    Json::Value body;
+    body["channel"] = m_channel.Port();
+    body["http"] = m_state.httpPort;
+    body["users"] = Json::arrayValue;
     for (const User& user : m_state.scenario.Users()) {
-        Json::Value& json = answer.body["users"].append(Json::objectValue);
-        json["id"] = Json::UInt64(user.id);
-        json["name"] = user.name;
+        Json::Value& json = body["users"].append(Json::objectValue);
+        json["id"] = Json::UInt64(user.id());
+        json["name"] = user.name();
     }
-    answer.body["connections"] = Json::Value(Json::arrayValue);
+    body["connections"] = Json::arrayValue;
     for (const CChannelServer::Client& client : m_channel.Clients()) {
-        Json::Value& json = answer.body["connections"].append(Json::objectValue);
+        Json::Value& json = body["connections"].append(Json::objectValue);
         json["id"] = Json::UInt64(client.id);
         json["user"] = Json::UInt64(client.user);
     }
-    answer.body["serverTimeMs"] = Json::Int64(m_state.ServerTimeMs());
-    answer.body["clockOffsetMs"] = Json::Int64(m_state.clockOffsetMs);
-    return answer;
+    body["serverTimeMs"] = Json::Int64(m_state.ServerTimeMs());
+    body["clockOffsetMs"] = Json::Int64(m_state.clockOffsetMs);
+    return Done(body);
 }
 
-ControlAnswer CControlApi::GetReceived(const ControlRequest& request, const Wildcards&) {
-    const auto after = ReadAfter(request);
-    if (!after) {
-        return Refusal(400, "after: must be a whole number");
-    }
-    ControlAnswer answer;
-    answer.body["received"] = Json::Value(Json::arrayValue);
-    for (const ReceivedFrame& frame : m_state.received.Entries()) {
-        if (frame.number > *after) {
-            Json::Value& json = answer.body["received"].append(Json::objectValue);
-            json["n"] = Json::UInt64(frame.number);
-            json["connection"] = Json::UInt64(frame.connection);
-            json["user"] = Json::UInt64(frame.user);
-            json["kind"] = frame.kind;
-            json["command"] = frame.command;
-            json["session"] = Json::UInt64(frame.session);
-            json["bodyHex"] = ToHex(frame.body);
-            WriteMember(json, "language", frame.language);
-        }
-    }
-    return answer;
+WebAnswer CControlApi::GetReceived(const WebRequest& request) {
+    return Newer(request, "received", m_state.received.Entries(),
+                 [](const ReceivedFrame& frame) { return Write(frame); });
 }
 
-ControlAnswer CControlApi::GetScenario(const ControlRequest&, const Wildcards&) {
-    ControlAnswer answer;
-    answer.body = m_state.scenario.ToJson();
-    return answer;
+WebAnswer CControlApi::GetScenario(const WebRequest& /*request*/) {
+    return Done(m_state.scenario.ToJson());
 }
 
-ControlAnswer CControlApi::PutScenario(const ControlRequest& request, const Wildcards&) {
+WebAnswer CControlApi::PutScenario(const WebRequest& request) {
     Errors errors;
     auto scenario = CScenario::FromText(request.body, errors);
     if (!scenario) {
@@ -203,148 +167,187 @@ ControlAnswer CControlApi::PutScenario(const ControlRequest& request, const Wild
     }
     const Json::Value configBefore = m_state.scenario.CommonConfig();
     m_state.scenario = std::move(*scenario);
-    TellConfigIfChanged(configBefore);
-    return {};
+    SendConfigIfChanged(configBefore);
+    return Done();
 }
 
-template <class T>
-ControlAnswer CControlApi::SetOfUser(const std::string& userId, std::optional<T> value, Setter<T> set) {
-    const auto id = ReadNumber(userId);
-    if (!id || !(m_state.scenario.*set)(*id, std::move(value))) {
-        return Refusal(404, "path: no user has the id " + userId);
+WebAnswer CControlApi::SetOfUser(const WebRequest& request, const std::optional<Json::Value>& value) {
+    const auto id = ReadNumber(request.matches[0]);
+    if (!id || !m_state.scenario.FindUser(*id)) {
+        return CWebServer::Refusal(404, "path: no user has the id " + request.matches[0]);
     }
-    return {};
-}
-
-template <class T>
-ControlAnswer CControlApi::PutOfUser(const ControlRequest& request, const std::string& userId,
-                                     T (*read)(const CJsonNode&), Setter<T> set) {
     Errors errors;
-    std::optional<T> value = ReadJson(request.body, kScenarioDepth, read, errors);
-    return value ? SetOfUser(userId, std::move(value), set) : Refusal(errors);
+    return m_state.scenario.SetOfUser(*id, request.matches[1], value, errors) ? Done() : Refusal(errors);
 }
 
-ControlAnswer CControlApi::PutAiChat(const ControlRequest& request, const Wildcards& wildcards) {
-    return PutOfUser(request, wildcards[0], ReadAiChat, &CScenario::SetAiChat);
+WebAnswer CControlApi::PutOfUser(const WebRequest& request) {
+    Errors errors;
+    const auto value = ParseJson(request.body, errors);
+    return value ? SetOfUser(request, value) : Refusal(errors);
 }
 
-ControlAnswer CControlApi::DeleteAiChat(const ControlRequest&, const Wildcards& wildcards) {
-    return SetOfUser<AiChat>(wildcards[0], std::nullopt, &CScenario::SetAiChat);
+WebAnswer CControlApi::DeleteOfUser(const WebRequest& request) {
+    return SetOfUser(request, std::nullopt);
 }
 
-ControlAnswer CControlApi::PutPremium(const ControlRequest& request, const Wildcards& wildcards) {
-    return PutOfUser(request, wildcards[0], ReadPremium, &CScenario::SetPremium);
-}
-
-ControlAnswer CControlApi::DeletePremium(const ControlRequest&, const Wildcards& wildcards) {
-    return SetOfUser<Premium>(wildcards[0], std::nullopt, &CScenario::SetPremium);
-}
-
-ControlAnswer CControlApi::PutVip(const ControlRequest& request, const Wildcards& wildcards) {
-    return PutOfUser(request, wildcards[0], ReadVip, &CScenario::SetVip);
-}
-
-ControlAnswer CControlApi::DeleteVip(const ControlRequest&, const Wildcards& wildcards) {
-    return SetOfUser<Vip>(wildcards[0], std::nullopt, &CScenario::SetVip);
-}
-
-ControlAnswer CControlApi::PutTrade(const ControlRequest& request, const Wildcards& wildcards) {
-    return PutOfUser(request, wildcards[0], ReadTrade, &CScenario::SetTrade);
-}
-
-ControlAnswer CControlApi::DeleteTrade(const ControlRequest&, const Wildcards& wildcards) {
-    return SetOfUser<bool>(wildcards[0], std::nullopt, &CScenario::SetTrade);
-}
-
-void CControlApi::TellConfigIfChanged(const Json::Value& before) {
+void CControlApi::SendConfigIfChanged(const Json::Value& before) {
     if (m_state.scenario.CommonConfig() != before) {
         m_channel.SendConfig();
     }
 }
 
-ControlAnswer CControlApi::PutConfig(const ControlRequest& request, const Wildcards& wildcards) {
+WebAnswer CControlApi::PutConfig(const WebRequest& request) {
     Errors errors;
-    auto value = ReadJson(request.body, kConfigDepth, ReadAny, errors);
+    const auto value = ParseJson(request.body, errors, kConfigDepth);
     if (!value) {
         return Refusal(errors);
     }
     const Json::Value before = m_state.scenario.CommonConfig();
-    m_state.scenario.SetConfig(wildcards[0], std::move(*value));
-    TellConfigIfChanged(before);
-    return {};
+    m_state.scenario.SetConfig(request.matches[0], *value);
+    SendConfigIfChanged(before);
+    return Done();
 }
 
-ControlAnswer CControlApi::DeleteConfig(const ControlRequest&, const Wildcards& wildcards) {
+WebAnswer CControlApi::DeleteConfig(const WebRequest& request) {
     const Json::Value before = m_state.scenario.CommonConfig();
-    m_state.scenario.RemoveConfig(wildcards[0]);
-    TellConfigIfChanged(before);
-    return {};
+    m_state.scenario.RemoveConfig(request.matches[0]);
+    SendConfigIfChanged(before);
+    return Done();
 }
 
-ControlAnswer CControlApi::PostPush(const ControlRequest& request, const Wildcards&) {
+WebAnswer CControlApi::PostPush(const WebRequest& request) {
     Errors errors;
-    const auto push = ReadJson(request.body, kRequestDepth, ReadPushRequest, errors);
+    const auto push = ReadPush(request.body, errors);
     if (!push) {
         return Refusal(errors);
     }
-    ControlAnswer answer;
-    answer.body["sent"] = m_channel.Push(push->user, push->command, push->body);
-    return answer;
+    Json::Value body;
+    body["sent"] = m_channel.Push(push->user, push->command, push->body);
+    return Done(body);
 }
 
-ControlAnswer CControlApi::PutClock(const ControlRequest& request, const Wildcards&) {
+WebAnswer CControlApi::PutClock(const WebRequest& request) {
     Errors errors;
-    const auto offset = ReadJson(request.body, kRequestDepth, ReadClockOffset, errors);
-    if (!offset) {
+    const auto clock = ReadText<ClockRequest>(request.body, errors);
+    if (!clock) {
         return Refusal(errors);
     }
-    m_state.clockOffsetMs = *offset;
+    m_state.clockOffsetMs = clock->offsetms();
     m_channel.SendClock();
-    return {};
+    return Done();
 }
 
-ControlAnswer CControlApi::PostDrop(const ControlRequest& request, const Wildcards&) {
+WebAnswer CControlApi::PostDrop(const WebRequest& request) {
     Errors errors;
-    const auto drop = ReadJson(request.body, kRequestDepth, ReadDropRequest, errors);
+    const auto drop = ReadText<DropRequest>(request.body, errors);
     if (!drop) {
         return Refusal(errors);
     }
-    ControlAnswer answer;
-    answer.body["dropped"] = m_channel.Drop(drop->user);
-    return answer;
+    Json::Value body;
+    body["dropped"] = m_channel.Drop(drop->has_user() ? std::make_optional(drop->user()) : std::nullopt);
+    return Done(body);
 }
 
-ControlAnswer CControlApi::PutFaults(const ControlRequest& request, const Wildcards&) {
+WebAnswer CControlApi::PutFaults(const WebRequest& request) {
     Errors errors;
-    auto faults = FaultsFromText(request.body, errors);
+    auto faults = ReadReplyFaults(request.body, errors);
     if (!faults) {
         return Refusal(errors);
     }
     m_state.faults.Set(std::move(*faults));
-    return {};
+    return Done();
 }
 
-ControlAnswer CControlApi::PutFault(const ControlRequest& request, const Wildcards& wildcards) {
-    const auto command = ReadCommand(wildcards[0]);
+WebAnswer CControlApi::PutFault(const WebRequest& request) {
+    const auto command = ReadCommand(request.matches[0]);
     if (!command) {
-        return Refusal(404, "path: no command has the number " + wildcards[0]);
+        return NoSuchCommand(request.matches[0]);
     }
     Errors errors;
-    auto fault = FaultFromText(request.body, errors);
+    const auto json = ParseJson(request.body, errors);
+    const auto fault = json ? ReadReplyFault(*json, errors) : std::nullopt;
     if (!fault) {
         return Refusal(errors);
     }
-    m_state.faults.Set(*command, std::move(*fault));
-    return {};
+    m_state.faults.Set(*command, *fault);
+    return Done();
 }
 
-ControlAnswer CControlApi::DeleteFault(const ControlRequest&, const Wildcards& wildcards) {
-    const auto command = ReadCommand(wildcards[0]);
+WebAnswer CControlApi::DeleteFault(const WebRequest& request) {
+    const auto command = ReadCommand(request.matches[0]);
     if (!command) {
-        return Refusal(404, "path: no command has the number " + wildcards[0]);
+        return NoSuchCommand(request.matches[0]);
     }
     m_state.faults.Remove(*command);
-    return {};
+    return Done();
+}
+
+WebAnswer CControlApi::PutAds(const WebRequest& request) {
+    Errors errors;
+    const auto ads = ParseJson(request.body, errors);
+    return ads && m_state.scenario.SetAds(*ads, errors) ? Done() : Refusal(errors);
+}
+
+WebAnswer CControlApi::DeleteAds(const WebRequest& /*request*/) {
+    Errors errors;
+    m_state.scenario.SetAds(Json::nullValue, errors);
+    return Done();
+}
+
+WebAnswer CControlApi::GetHttp(const WebRequest& request) {
+    return Newer(request, "http", m_state.requests.Entries(),
+                 [](const ReceivedRequest& received) { return Write(received); });
+}
+
+WebAnswer CControlApi::GetReports(const WebRequest& request) {
+    Json::Value body;
+    body["counted"] = Json::UInt64(m_state.reports.Counted());
+    body["resends"] = Json::UInt64(m_state.reports.Resends());
+    const auto write = [this](const Report& report) {
+        Json::Value json = report.event;
+        json["resends"] = Json::UInt64(m_state.reports.Resends(report.id));
+        return json;
+    };
+    return Newer(request, "reports", m_state.reports.Reports(), write, std::move(body));
+}
+
+WebAnswer CControlApi::DeleteReports(const WebRequest& /*request*/) {
+    m_state.reports.Forget();
+    return Done();
+}
+
+WebAnswer CControlApi::PutHttpFaults(const WebRequest& request) {
+    Errors errors;
+    auto faults = ReadResponseFaults(request.body, errors);
+    if (!faults) {
+        return Refusal(errors);
+    }
+    m_state.httpFaults.Set(std::move(*faults));
+    return Done();
+}
+
+WebAnswer CControlApi::PutHttpFault(const WebRequest& request) {
+    const std::string& path = request.matches[0];
+    if (!IsServedPath(path)) {
+        return NoSuchPath(path);
+    }
+    Errors errors;
+    const auto json = ParseJson(request.body, errors);
+    const auto fault = json ? ReadResponseFault(*json, path, errors) : std::nullopt;
+    if (!fault) {
+        return Refusal(errors);
+    }
+    m_state.httpFaults.Set(path, *fault);
+    return Done();
+}
+
+WebAnswer CControlApi::DeleteHttpFault(const WebRequest& request) {
+    const std::string& path = request.matches[0];
+    if (!IsServedPath(path)) {
+        return NoSuchPath(path);
+    }
+    m_state.httpFaults.Remove(path);
+    return Done();
 }
 
 }  // namespace devserver

@@ -2,7 +2,21 @@
 
 #include <utility>
 
+#include "Access.h"
+
 namespace devserver {
+namespace {
+
+CWebServer::Authorizer TokenAuthorizer(const std::string& token) {
+    return [expected = "Bearer " + token](const WebRequest& request) -> std::optional<WebAnswer> {
+        if (SameToken(request.Header("authorization").value_or(""), expected)) {
+            return std::nullopt;
+        }
+        return CWebServer::Refusal(401, "Authorization: must be Bearer and the token");
+    };
+}
+
+}  // namespace
 
 CDevServer::CDevServer(CScenario scenario, std::string token)
     : m_strToken(std::move(token)),
@@ -10,11 +24,14 @@ CDevServer::CDevServer(CScenario scenario, std::string token)
       m_channel(m_state, m_strToken),
       m_api(m_state, m_channel),
       m_ads(m_state, m_channel),
-      m_control(m_strToken, [this](const ControlRequest& request) { return m_api.Handle(request); }),
-      m_http("http", kMaxHttpBodyBytes, nullptr, [this](const WebRequest& request) { return m_ads.Handle(request); }) {}
+      m_control("control", kMaxControlBodyBytes, TokenAuthorizer(m_strToken)),
+      m_http("http", kMaxHttpBodyBytes, nullptr) {
+    m_api.AddRoutes(m_control);
+    m_ads.AddRoutes(m_http);
+}
 
 bool CDevServer::Listen(const Ports& ports, std::string& error) {
-    // The state's port is told to whoever asks, and so it is there before anybody can.
+    // Clients can query this port, so it is known before they can connect.
     if (!m_http.Listen(ports.http, error)) {
         return false;
     }

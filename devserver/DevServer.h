@@ -5,7 +5,6 @@
 #include "AdApi.h"
 #include "ChannelServer.h"
 #include "ControlApi.h"
-#include "ControlServer.h"
 #include "ServerState.h"
 #include "WebServer.h"
 
@@ -18,22 +17,24 @@ struct Ports {
     quint16 http = 0;
 };
 
-/// The whole server: the state, and the three ways to it. Main thread.
+/// The whole server: its state, the channel, the control interface and HTTP for clients. Main thread.
 class CDevServer {
 public:
-    /// Of a request to the ad server and the report sink. The largest event that a client sends has 25 MiB.
+    /// Limit of a request body of the control API.
+    static constexpr size_t kMaxControlBodyBytes = 8 * 1024 * 1024;
+    /// Limit of a request body of the ad server and the report sink. The largest event of a client has 25 MiB.
     static constexpr size_t kMaxHttpBodyBytes = 32 * 1024 * 1024;
 
     CDevServer(CScenario scenario, std::string token);
 
-    /// False, with the reason in `error`, if one of the ports is not to be had.
+    /// Returns false, with the reason in `error`, if a port cannot be bound.
     bool Listen(const Ports& ports, std::string& error);
 
     quint16 ChannelPort() const { return m_channel.Port(); }
     quint16 ControlPort() const { return m_control.Port(); }
     quint16 HttpPort() const { return m_http.Port(); }
 
-    /// What a client must know: {"channel":PORT,"control":PORT,"http":PORT,"token":"..."}.
+    /// Returns what a client needs: {"channel":PORT,"control":PORT,"http":PORT,"token":"..."}.
     std::string Greeting() const;
 
 private:
@@ -42,7 +43,7 @@ private:
     CChannelServer m_channel;
     CControlApi m_api;
     CAdApi m_ads;
-    CControlServer m_control;
+    CWebServer m_control;
     CWebServer m_http;
 };
 

@@ -1,34 +1,80 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 
-#include "FaultTable.h"
-#include "JsonNode.h"
+#include "JsonMessage.h"
+#include "scenario.pb.h"
 
 namespace devserver {
 
-/// How the reply to a command differs from what it should be. Members combine.
-struct Fault {
-    std::optional<int32_t> error;          // instead of 0; takes the body away, unless `body` gives another
-    std::optional<std::string> body;       // these bytes
-    std::optional<uint32_t> replyCommand;  // the reply names this command
-    std::optional<std::string> frame;      // these bytes instead of the whole envelope
-    int delayMs = 0;
-    int copies = 1;
-    bool silent = false;            // no reply at all
-    bool drop = false;              // the connection is cut instead
-    std::optional<uint64_t> times;  // so many replies are left; for ever without it
+/// Active faults by key. A Fault is a message with an optional field `times`.
+template <class Key, class Fault>
+class CFaultTable {
+public:
+    using Table = std::map<Key, Fault>;
+
+    void Set(Table faults) { m_faults = std::move(faults); }
+    void Set(const Key& key, const Fault& fault) { m_faults[key] = fault; }
+    void Remove(const Key& key) { m_faults.erase(key); }
+
+    /// Returns the fault of `key`, if any, and counts one use.
+    std::optional<Fault> Take(const Key& key) {
+        const auto found = m_faults.find(key);
+        if (found == m_faults.end()) {
+            return std::nullopt;
+        }
+        const Fault fault = found->second;
+        if (fault.has_times()) {
+            found->second.set_times(fault.times() - 1);
+            if (fault.times() == 1) {
+                m_faults.erase(found);
+            }
+        }
+        return fault;
+    }
+
+private:
+    Table m_faults;
 };
 
-using CFaults = CFaultTable<uint32_t, Fault>;  // by command
-using FaultTable = CFaults::Table;
+/// Reads a table from a JSON object. Operation `read` turns a key text, a JSON value and errors into an entry.
+template <class Faults, class ReadEntry>
+std::optional<typename Faults::Table> ReadFaultTable(const std::string& text, Errors& errors, ReadEntry read) {
+    const size_t errorsBefore = errors.size();
+    typename Faults::Table table;
+    const auto json = ParseJson(text, errors);
+    if (json && !json->isObject()) {
+        errors.emplace_back("must be an object");
+    }
+    for (const std::string& key : json && json->isObject() ? json->getMemberNames() : std::vector<std::string>()) {
+        if (const auto entry = read(key, (*json)[key])) {
+            table.insert(*entry);
+        }
+    }
+    return errors.size() == errorsBefore ? std::make_optional(std::move(table)) : std::nullopt;
+}
 
-/// The table of a JSON object with one member per command number, or nothing and at least one error.
-std::optional<FaultTable> FaultsFromText(const std::string& text, Errors& errors);
+using CReplyFaults = CFaultTable<uint32_t, ReplyFault>;  // by command
 
-/// One fault of a JSON object, or nothing and at least one error.
-std::optional<Fault> FaultFromText(const std::string& text, Errors& errors);
+/// Returns the command of a decimal number, or nothing.
+std::optional<uint32_t> ReadCommand(const std::string& text);
+
+/// Reads one fault. `path` leads to it. Returns nothing, with at least one error, if it is invalid.
+std::optional<ReplyFault> ReadReplyFault(const Json::Value& json, Errors& errors, const std::string& path = {});
+
+/// Reads an object with one member per command number.
+std::optional<CReplyFaults::Table> ReadReplyFaults(const std::string& text, Errors& errors);
+
+/// Adds an error if no field but `times` is set.
+template <class Fault>
+void CheckEffect(Fault fault, const std::string& path, Errors& errors) {
+    fault.clear_times();
+    if (fault.ByteSizeLong() == 0) {
+        errors.push_back((path.empty() ? path : path + ": ") + "must hold a field other than times");
+    }
+}
 
 }  // namespace devserver

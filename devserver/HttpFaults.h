@@ -1,43 +1,30 @@
 #pragma once
 
-#include <cstdint>
-#include <map>
 #include <optional>
 #include <string>
 
-#include "FaultTable.h"
-#include "JsonNode.h"
+#include "Faults.h"
 #include "WebServer.h"
 
 namespace devserver {
 
-/// How the answer to a path differs from what it should be. Members combine.
-struct HttpFault {
-    std::optional<int> status;
-    std::optional<std::string> body;      // these bytes
-    std::optional<int32_t> code;          // in the JSON that it would be
-    std::optional<std::string> redirect;  // a Location; the status is 302 unless named
-    bool noData = false;                  // the JSON lacks its data
-    WebHarm harm;
-    std::optional<uint64_t> times;  // so many answers are left; for ever without it
-};
+using CHttpFaults = CFaultTable<std::string, ResponseFault>;  // by path
 
-using CHttpFaults = CFaultTable<std::string, HttpFault>;  // by path
+/// Reads the fault of `path`. `key` leads to it. Returns nothing, with at least one error, if it is invalid.
+std::optional<ResponseFault> ReadResponseFault(const Json::Value& json, const std::string& path, Errors& errors,
+                                               const std::string& key = {});
 
-/// The table of a JSON object with one member per path, or nothing and at least one error.
-std::optional<CHttpFaults::Table> HttpFaultsFromText(const std::string& text, Errors& errors);
+/// Reads an object with one member per path.
+std::optional<CHttpFaults::Table> ReadResponseFaults(const std::string& text, Errors& errors);
 
-/// The fault of one path of a JSON object, or nothing and at least one error.
-std::optional<HttpFault> HttpFaultFromText(const std::string& text, const std::string& path, Errors& errors);
-
-/// Whether the server answers on the path at all, be it with 404 for a picture that it does not have.
+/// Returns true if the server answers on the path. A path of a missing picture is answered with 404.
 bool IsServedPath(const std::string& path);
 
-/// The answer as the fault leaves it.
-WebAnswer Struck(WebAnswer answer, const HttpFault& fault);
+/// Returns the answer with the fault applied. CWebServer applies the part that concerns the transfer.
+WebAnswer ApplyFault(WebAnswer answer, const ResponseFault& fault);
 
-/// Whether a client that gets the answer learns that its request went wrong: then the request has no effect. One
-/// whose answer is lost on the way has.
-bool RefusesRequest(const HttpFault& fault);
+/// Returns true if the client learns from the answer that its request failed. Such a request has no effect. A request
+/// whose answer is lost on the way has its effect.
+bool RefusesRequest(const ResponseFault& fault);
 
 }  // namespace devserver

@@ -1,5 +1,9 @@
 #include "Language.h"
 
+#include <algorithm>
+
+#include "scenario.pb.h"
+
 namespace devserver {
 
 Language LanguageOfNumber(int32_t number) {
@@ -15,6 +19,19 @@ Language LanguageOfNumber(int32_t number) {
         default:
             return Language::English;
     }
+}
+
+std::string KeyOf(Language language) {
+    return std::find_if(kLanguageKeys.begin(), kLanguageKeys.end(),
+                        [language](const LanguageKey& key) { return key.language == language; })
+        ->key;
+}
+
+const RightText& TextIn(const RightTexts& texts, Language language) {
+    const auto* field = RightTexts::descriptor()->FindFieldByNumber(int(language));
+    const auto& reflection = *texts.GetReflection();
+    return reflection.HasField(texts, field) ? static_cast<const RightText&>(reflection.GetMessage(texts, field))
+                                             : texts.en();
 }
 
 }  // namespace devserver

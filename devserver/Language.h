@@ -2,17 +2,15 @@
 
 #include <array>
 #include <cstdint>
-#include <map>
-
-#include "JsonNode.h"
+#include <string>
 
 namespace devserver {
 
-/// The languages that the server has texts in.
-enum class Language { SimplifiedChinese, TraditionalChinese, English, Japanese, French };
+class RightText;
+class RightTexts;
 
-/// The language of a client's number for it; English for every number that is none.
-Language LanguageOfNumber(int32_t number);
+/// Languages of the server's texts, numbered as the fields of RightTexts.
+enum class Language { English = 1, SimplifiedChinese, TraditionalChinese, Japanese, French };
 
 struct LanguageKey {
     Language language;
@@ -27,38 +25,13 @@ constexpr std::array<LanguageKey, 5> kLanguageKeys{{
     {Language::French, "fr"},
 }};
 
-/// Something that may be there in each language.
-template <class T>
-using ByLanguage = std::map<Language, T>;
+/// Returns the language of a client's number for it, English for an unknown number.
+Language LanguageOfNumber(int32_t number);
 
-/// The members that an object per language has, by `read`. Refuses unknown languages, and the lack of
-/// English where it is needed.
-template <class T, class Read>
-ByLanguage<T> ReadByLanguage(const CJsonNode& node, bool needsEnglish, Read read) {
-    if (needsEnglish) {
-        node.Keys({"en"}, {"zh-Hans", "zh-Hant", "ja", "fr"});
-    } else {
-        node.Keys({}, {"en", "zh-Hans", "zh-Hant", "ja", "fr"});
-    }
-    ByLanguage<T> result;
-    for (const LanguageKey& language : kLanguageKeys) {
-        if (const CJsonNode member = node.Member(language.key); member.Present()) {
-            result[language.language] = read(member);
-        }
-    }
-    return result;
-}
+/// Returns the key of a language in scenarios.
+std::string KeyOf(Language language);
 
-template <class T, class Write>
-Json::Value WriteByLanguage(const ByLanguage<T>& values, Write write) {
-    Json::Value json(Json::objectValue);
-    for (const LanguageKey& language : kLanguageKeys) {
-        const auto found = values.find(language.language);
-        if (found != values.end()) {
-            json[language.key] = write(found->second);
-        }
-    }
-    return json;
-}
+/// Returns the texts in the language, or in English if there are none.
+const RightText& TextIn(const RightTexts& texts, Language language);
 
 }  // namespace devserver

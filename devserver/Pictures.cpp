@@ -20,7 +20,7 @@ std::optional<QByteArray> Drawing(const QString& name) {
     return file.readAll();
 }
 
-// White behind the picture where its format knows no transparency.
+// White background for formats without transparency.
 QImage Paint(const QByteArray& drawing, bool isOpaque) {
     QSvgRenderer renderer(drawing);
     QImage image(renderer.defaultSize(), QImage::Format_ARGB32_Premultiplied);

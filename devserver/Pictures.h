@@ -7,15 +7,15 @@
 namespace devserver {
 
 struct Picture {
-    std::string type;  // of its content
+    std::string type;  // MIME type
     std::string bytes;
 };
 
-/// The pictures of the ads: drawings that are built in, NAME.svg as they are, NAME.png and NAME.jpg painted in their
-/// own size, once. Main thread; needs no display and no fonts, as their words are drawn as well.
+/// Pictures of the ads, from built-in drawings: NAME.svg unchanged, NAME.png and NAME.jpg painted once in their own
+/// size. Needs neither a display nor fonts, as the drawings hold their words as outlines. Main thread.
 class CPictures {
 public:
-    /// Nothing for a name that no picture has.
+    /// Returns nothing if no picture has the name.
     std::optional<Picture> Find(const std::string& name);
 
 private:

@@ -6,7 +6,7 @@
 
 namespace devserver {
 
-/// The answer to command 20637: the rights of the user that the request asks for.
-CommandAnswer AnswerPremiumAccess(const Asker& asker, const std::string& body);
+/// Answers command 20637 with the requested rights of the user.
+CommandAnswer AnswerPremiumAccess(const RequestContext& context, const std::string& body);
 
 }  // namespace devserver

@@ -8,27 +8,26 @@
 
 namespace devserver {
 
-/// One frame that a client sent.
+/// One frame of a client.
 struct ReceivedFrame {
     uint64_t number = 0;  // from 1 upwards, without gaps
     uint64_t connection = 0;
-    uint64_t user = 0;  // who is logged in, or wants to be; 0 for nobody
+    uint64_t user = 0;  // logged in or to be logged in; 0 for nobody
     std::string kind;   // LOGIN, LOGOUT, LANGUAGE or REQUEST
     uint32_t command = 0;
     uint64_t session = 0;
     std::string body;
-    std::optional<int32_t> language;  // that the frame names
+    std::optional<int32_t> language;  // of the frame
 };
 
-/// The last entries that came in, bounded in number and in the bytes of their bodies: an Entry has the members
-/// `number` and `body`.
+/// The latest entries, limited in number and in bytes of their bodies. An Entry has the members `number` and `body`.
 template <class Entry>
 class CBoundedLog {
 public:
     static constexpr size_t kMaxEntries = 10'000;
     static constexpr size_t kMaxBytes = 64 * 1024 * 1024;
 
-    /// Numbers the entry and keeps it, at the cost of the oldest.
+    /// Numbers and keeps the entry. Removes the oldest ones above the limits.
     void Add(Entry entry) {
         entry.number = ++m_nAdded;
         m_nBytes += entry.body.size();

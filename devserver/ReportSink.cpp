@@ -1,76 +1,57 @@
 #include "ReportSink.h"
 
-#include <limits>
+#include "scenario.pb.h"
 
 namespace devserver {
 namespace {
 
-// What a client writes into its outbox is not nested deeper, the batch around it counted.
-constexpr unsigned kBatchDepth = 64;
 constexpr size_t kMaxIdBytes = 128;
 
-std::string CheckEvent(const CJsonNode& node) {
-    node.Keys({"id", "name", "code", "params", "broker", "user", "device", "atMs"}, {"durationMs"});
-    const std::string id = node.Member("id").NonEmptyText();
-    if (id.size() > kMaxIdBytes) {
-        node.Member("id").Refuse("must be no longer than 128 bytes");
+// Returns the errors of an event.
+Errors CheckEvent(const Json::Value& event) {
+    Errors errors;
+    Json::Value typed = event;
+    if (event.isObject() && event.isMember("params")) {
+        // Parameters may have any depth, which protobuf would limit.
+        typed["params"] = Json::nullValue;
     }
-    node.Member("name").NonEmptyText();
-    node.Member("code").Int32();
-    node.Member("params").Any();
-    node.Member("broker").Int32();
-    node.Member("user").Unsigned(0, std::numeric_limits<uint64_t>::max());
-    node.Member("device").Text();
-    node.Member("atMs").Signed(0, std::numeric_limits<int64_t>::max());
-    if (const CJsonNode duration = node.Member("durationMs"); duration.Present()) {
-        duration.Signed(std::numeric_limits<int64_t>::min(), std::numeric_limits<int64_t>::max());
+    ReportEvent message;
+    if (ReadMessage(typed, message, errors) && message.id().size() > kMaxIdBytes) {
+        errors.emplace_back("id: must be no longer than 128 bytes");
     }
-    return id;
-}
-
-std::string Joined(const Errors& errors) {
-    std::string text;
-    for (const std::string& error : errors) {
-        text += text.empty() ? error : "; " + error;
-    }
-    return text;
+    return errors;
 }
 
 Json::Value WriteRefusal(const Json::Value& event, const Errors& errors) {
     Json::Value json;
-    if (event.isObject() && event["id"].isString() && IsUtf8(event["id"].asString())) {
+    if (event.isObject() && event["id"].isString()) {
         json["id"] = event["id"];
     }
     json["error"] = Joined(errors);
     return json;
 }
 
-Json::Value ReadBatch(const CJsonNode& root) {
-    root.Keys({"events"}, {});
-    root.Member("events").Items();
-    return Json::Value();
+bool IsBatch(const Json::Value& json) {
+    return json.isObject() && json.size() == 1 && json["events"].isArray();
 }
 
 }  // namespace
 
 std::optional<Json::Value> CReportSink::Take(const std::string& text, Errors& errors) {
-    const auto batch = ParseJson(text, kBatchDepth, errors);
-    if (!batch) {
-        return std::nullopt;
+    const auto batch = ParseJson(text, errors);
+    if (batch && !IsBatch(*batch)) {
+        errors.emplace_back("must be an object with the list events and nothing else");
     }
-    const size_t errorsBefore = errors.size();
-    ReadBatch(CJsonNode(*batch, {}, errors));
-    if (errors.size() != errorsBefore) {
+    if (!batch || !IsBatch(*batch)) {
         return std::nullopt;
     }
     Json::Value answer;
-    answer["accepted"] = Json::Value(Json::arrayValue);
+    answer["accepted"] = Json::arrayValue;
     for (const Json::Value& event : (*batch)["events"]) {
-        Errors ofEvent;
-        const std::string id = CheckEvent(CJsonNode(event, {}, ofEvent));
+        const Errors ofEvent = CheckEvent(event);
         if (ofEvent.empty()) {
-            Count(id, event);
-            answer["accepted"].append(id);
+            Count(event["id"].asString(), event);
+            answer["accepted"].append(event["id"]);
         } else {
             answer["refused"].append(WriteRefusal(event, ofEvent));
         }

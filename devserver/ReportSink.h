@@ -8,43 +8,42 @@
 #include <unordered_map>
 #include <vector>
 
-#include "JsonNode.h"
+#include "JsonMessage.h"
 
 namespace devserver {
 
 struct Report {
     uint64_t number = 0;  // from 1 upwards, without gaps
     std::string id;
-    Json::Value event;  // as it came
-    size_t bytes = 0;   // of its text, roughly
+    Json::Value event;  // as received
+    size_t bytes = 0;   // of its JSON
 };
 
 struct ReportLimits {
     size_t events = 50'000;
-    size_t bytes = 64 * 1024 * 1024;  // of the events together
+    size_t bytes = 64 * 1024 * 1024;  // of all events
     size_t ids = 100'000;
 };
 
-/// The events that clients report, each id counted once however often it comes. Bounded: of old events the oldest
-/// are forgotten first, their ids much later; an id that was forgotten counts again.
+/// Events that clients report. An id counts once, however often it is received. Above the limits the oldest events are
+/// forgotten, their ids much later. A forgotten id counts again.
 class CReportSink {
 public:
     explicit CReportSink(const ReportLimits& limits = {}) : m_limits(limits) {}
 
-    /// Takes the events of a batch, {"events":[...]}. The answer names the ids that are counted now, be it since
-    /// earlier, and of the others what is wrong with them.
-    /// {"accepted":[ids],"refused":[{"id"?,"error"}]}, the second only where there are such.
-    /// Nothing, and at least one error, where the text is no batch at all.
+    /// Takes the events of a batch, {"events":[...]}. Returns {"accepted":[ids],"refused":[{"id"?,"error"}]}: ids that
+    /// are counted now or were before, and invalid events, if any. Returns nothing, with at least one error, if the
+    /// text is no batch.
     std::optional<Json::Value> Take(const std::string& text, Errors& errors);
 
     const std::deque<Report>& Reports() const { return m_reports; }
 
-    /// How often the id came again after it was counted.
+    /// Returns how often the id was received after it was counted.
     uint64_t Resends(const std::string& id) const;
     uint64_t Resends() const { return m_nResends; }
     uint64_t Counted() const { return m_nCounted; }
 
-    /// All of it, numbers and resends included.
+    /// Forgets events, ids, numbers and resends.
     void Forget() { *this = CReportSink(m_limits); }
 
 private:
@@ -52,8 +51,8 @@ private:
 
     ReportLimits m_limits;
     std::deque<Report> m_reports;
-    std::unordered_map<std::string, uint64_t> m_resends;  // by each id that is known
-    std::deque<std::string> m_ids;                        // the same, the oldest first
+    std::unordered_map<std::string, uint64_t> m_resends;  // by known id
+    std::deque<std::string> m_ids;                        // known ids, the oldest first
     uint64_t m_nCounted = 0;
     uint64_t m_nResends = 0;
     size_t m_nBytes = 0;

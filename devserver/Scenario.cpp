@@ -1,192 +1,215 @@
 #include "Scenario.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <set>
+
+#include "Language.h"
 
 namespace devserver {
 namespace {
 
-StockDetail ReadStockDetail(const CJsonNode& node) {
-    node.Keys({"type", "open"}, {"ids"});
-    StockDetail detail;
-    detail.type = node.Member("type").UInt32();
-    detail.open = node.Member("open").Bool();
-    for (const CJsonNode& id : node.Member("ids").Items()) {
-        detail.ids.push_back(id.UInt32());
-    }
-    return detail;
-}
+using google::protobuf::Value;
 
-ChatEntry ReadChatEntry(const CJsonNode& node) {
-    node.Keys({"scene", "allOpen"}, {"stockDetails"});
-    ChatEntry entry;
-    entry.scene = node.Member("scene").UInt32();
-    entry.allOpen = node.Member("allOpen").Bool();
-    for (const CJsonNode& detail : node.Member("stockDetails").Items()) {
-        entry.stockDetails.push_back(ReadStockDetail(detail));
-    }
-    return entry;
-}
+/// Adds the errors of one part of a scenario. `path` leads to it.
+struct Check {
+    std::string path;
+    Errors& errors;
 
-User ReadUser(const CJsonNode& node) {
-    node.Keys({"id", "name"}, {"markets", "refuseLogin", "aiChat", "premium", "vip", "trade"});
-    User user;
-    user.id = node.Member("id").Unsigned(1, std::numeric_limits<uint64_t>::max());
-    user.name = node.Member("name").NonEmptyText();
-    for (const CJsonNode& market : node.Member("markets").Items()) {
-        user.markets.push_back(int32_t(market.Unsigned(0, std::numeric_limits<int32_t>::max())));
-    }
-    user.refuseLogin = node.Member("refuseLogin").Maybe(&CJsonNode::NonEmptyText);
-    if (const CJsonNode aiChat = node.Member("aiChat"); aiChat.Present()) {
-        user.aiChat = ReadAiChat(aiChat);
-    }
-    if (const CJsonNode premium = node.Member("premium"); premium.Present()) {
-        user.premium = ReadPremium(premium);
-    }
-    if (const CJsonNode vip = node.Member("vip"); vip.Present()) {
-        user.vip = ReadVip(vip);
-    }
-    user.trade = node.Member("trade").Maybe(&CJsonNode::Bool);
-    return user;
-}
-
-Json::Value Write(const AiChat& aiChat) {
-    Json::Value json;
-    json["resultCode"] = aiChat.resultCode;
-    json["resultMessage"] = aiChat.resultMessage;
-    json["entries"] = Json::Value(Json::arrayValue);
-    for (const ChatEntry& entry : aiChat.entries) {
-        Json::Value& entryJson = json["entries"].append(Json::objectValue);
-        entryJson["scene"] = entry.scene;
-        entryJson["allOpen"] = entry.allOpen;
-        entryJson["stockDetails"] = Json::Value(Json::arrayValue);
-        for (const StockDetail& detail : entry.stockDetails) {
-            Json::Value& detailJson = entryJson["stockDetails"].append(Json::objectValue);
-            detailJson["type"] = detail.type;
-            detailJson["open"] = detail.open;
-            detailJson["ids"] = Json::Value(Json::arrayValue);
-            for (const uint32_t id : detail.ids) {
-                detailJson["ids"].append(id);
-            }
+    void That(bool isTrue, const std::string& key, const std::string& reason) const {
+        if (!isTrue) {
+            errors.push_back(path + key + (key.empty() && path.empty() ? "" : ": ") + reason);
         }
     }
-    return json;
+};
+
+void CheckCode(const Value& code, const Check& check) {
+    const double number = code.number_value();
+    const bool isInt32 = number == std::floor(number) && number >= std::numeric_limits<int32_t>::min() &&
+                         number <= std::numeric_limits<int32_t>::max();
+    const bool isKnown = code.kind_case() == Value::KIND_NOT_SET || code.kind_case() == Value::kNullValue ||
+                         (code.kind_case() == Value::kNumberValue && isInt32);
+    check.That(isKnown, ".code", "must be null or a whole number from -2147483648 to 2147483647");
 }
 
-Json::Value Write(const User& user) {
-    Json::Value json;
-    json["id"] = Json::UInt64(user.id);
-    json["name"] = user.name;
-    json["markets"] = Json::Value(Json::arrayValue);
-    for (const int32_t market : user.markets) {
-        json["markets"].append(market);
+// A name is a part of a path, where these characters need no escape.
+bool IsImage(const std::string& image) {
+    constexpr const char* kNameCharacters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-_.";
+    return image.find_first_not_of(kNameCharacters) == std::string::npos || image.find("://") != std::string::npos;
+}
+
+void CheckCampaign(const Campaign& campaign, bool isPopup, const Check& check) {
+    const auto eitherOf = [&check](bool has, bool hasRelative, const std::string& key) {
+        check.That(has != hasRelative, "", "must hold either " + key + " or " + key + "InS");
+    };
+    eitherOf(campaign.has_start(), campaign.has_startins(), "start");
+    eitherOf(campaign.has_end(), campaign.has_endins(), "end");
+    eitherOf(campaign.has_expire(), campaign.has_expireins(), "expire");
+    for (int i = 0; i < campaign.languages_size(); ++i) {
+        const bool isKnown = std::any_of(kLanguageKeys.begin(), kLanguageKeys.end(), [&](const LanguageKey& language) {
+            return campaign.languages(i) == language.key;
+        });
+        check.That(isKnown, fmt::format(FMT_STRING(".languages[{}]"), i),
+                   "must be one of en, zh-Hans, zh-Hant, ja, fr");
     }
-    WriteMember(json, "refuseLogin", user.refuseLogin);
-    if (user.aiChat) {
-        json["aiChat"] = Write(*user.aiChat);
+    check.That(IsImage(campaign.image()), ".image",
+               "must be an absolute URL, or a name of ASCII letters, digits, '-', '_' and '.'");
+    check.That(isPopup || !campaign.has_popuptype(), ".popupType", "only a popup has one");
+    check.That(isPopup || campaign.showareas().empty(), ".showAreas", "only a popup has any");
+}
+
+void CheckSlot(const AdSlot& slot, const Check& check) {
+    const bool isPopup = slot.adtype() == kAdTypePopup;
+    check.That(!isPopup || slot.has_showduration(), ".showDuration", "missing");
+    check.That(!isPopup || slot.has_showinterval(), ".showInterval", "missing");
+    check.That(!isPopup || slot.has_showintervaltype(), ".showIntervalType", "missing");
+    std::set<std::string> ids;
+    for (int i = 0; i < slot.campaigns_size(); ++i) {
+        const Check ofCampaign{fmt::format(FMT_STRING("{}.campaigns[{}]"), check.path, i), check.errors};
+        CheckCampaign(slot.campaigns(i), isPopup, ofCampaign);
+        ofCampaign.That(ids.insert(slot.campaigns(i).id()).second, ".id", "another campaign of the slot has this id");
     }
-    if (user.premium) {
-        json["premium"] = WritePremium(*user.premium);
+}
+
+void CheckUser(const User& user, const Check& check) {
+    CheckCode(user.premium().code(), {check.path + "premium", check.errors});
+    CheckCode(user.vip().code(), {check.path + "vip", check.errors});
+}
+
+void CheckAds(const Scenario& scenario, Errors& errors) {
+    std::set<std::pair<int32_t, int32_t>> positions;
+    for (int i = 0; i < scenario.ads_size(); ++i) {
+        const Check check{fmt::format(FMT_STRING("ads[{}]"), i), errors};
+        CheckSlot(scenario.ads(i), check);
+        check.That(positions.insert({scenario.ads(i).adtype(), scenario.ads(i).adposition()}).second, ".adPosition",
+                   "another slot has this type and position");
     }
-    if (user.vip) {
-        json["vip"] = WriteVip(*user.vip);
+}
+
+void CheckScenario(const Scenario& scenario, Errors& errors) {
+    std::set<int32_t> rights;
+    for (int i = 0; i < scenario.rights_size(); ++i) {
+        const Check check{fmt::format(FMT_STRING("rights[{}]"), i), errors};
+        check.That(rights.insert(scenario.rights(i).access()).second, ".access", "another right has this number");
     }
-    WriteMember(json, "trade", user.trade);
-    return json;
+    CheckAds(scenario, errors);
+    std::set<uint64_t> ids;
+    for (int i = 0; i < scenario.users_size(); ++i) {
+        const Check check{fmt::format(FMT_STRING("users[{}]."), i), errors};
+        CheckUser(scenario.users(i), check);
+        check.That(ids.insert(scenario.users(i).id()).second, "id", "another user has this id");
+    }
+}
+
+// The parser takes other types as lists, which would not match the kept JSON.
+void CheckList(const Json::Value& json, const char* key, Errors& errors) {
+    const Json::Value& list = json[key];
+    const bool isList =
+        list.isNull() ||
+        (list.isArray() && std::all_of(list.begin(), list.end(), [](const auto& item) { return item.isObject(); }));
+    Check{"", errors}.That(isList, key, "must be a list of objects");
+}
+
+// Without the values of any JSON type: protobuf limits their depth, and their numbers to doubles.
+Json::Value Typed(const Json::Value& json) {
+    Json::Value typed = json;
+    if (typed["commonConfig"].isObject()) {
+        typed["commonConfig"].clear();
+    }
+    for (Json::Value& right : typed["rights"]) {
+        if (right.isMember("otherInfo") && !right["otherInfo"].isString()) {
+            right["otherInfo"] = WriteJson(right["otherInfo"]);
+        }
+    }
+    return typed;
 }
 
 }  // namespace
 
-AiChat ReadAiChat(const CJsonNode& node) {
-    node.Keys({}, {"resultCode", "resultMessage", "entries"});
-    AiChat aiChat;
-    aiChat.resultCode = node.Member("resultCode").Int32();
-    aiChat.resultMessage = node.Member("resultMessage").Text();
-    for (const CJsonNode& entry : node.Member("entries").Items()) {
-        aiChat.entries.push_back(ReadChatEntry(entry));
-    }
-    return aiChat;
-}
-
-CScenario CScenario::Read(const CJsonNode& root) {
-    root.Keys({"schema", "users", "commonConfig"}, {"rights", "ads"});
-    root.Member("schema").Unsigned(1, 1);
+std::optional<CScenario> CScenario::FromText(const std::string& text, Errors& errors) {
+    const size_t errorsBefore = errors.size();
     CScenario scenario;
-    scenario.m_rights = ReadRightCatalogue(root.Member("rights"));
-    scenario.m_ads = ReadAds(root.Member("ads"));
-    std::set<uint64_t> ids;
-    for (const CJsonNode& node : root.Member("users").Items()) {
-        scenario.m_users.push_back(ReadUser(node));
-        const uint64_t id = scenario.m_users.back().id;
-        if (id != 0 && !ids.insert(id).second) {
-            node.Member("id").Refuse("another user has this id");
+    auto json = ParseJson(text, errors);
+    if (json && json->isObject()) {
+        for (const char* key : {"rights", "ads", "users"}) {
+            CheckList(*json, key, errors);
         }
     }
-    for (const auto& [name, node] : root.Member("commonConfig").Members()) {
-        scenario.m_commonConfig[name] = node.Any();
+    if (errors.size() == errorsBefore) {
+        scenario.m_json = std::move(*json);
+        const Json::Value& whole = scenario.m_json;
+        if (ReadMessage(whole.isObject() ? Typed(whole) : whole, scenario.m_scenario, errors)) {
+            CheckScenario(scenario.m_scenario, errors);
+        }
     }
-    return scenario;
-}
-
-std::optional<CScenario> CScenario::FromText(const std::string& text, Errors& errors) {
-    return ReadJson(text, kScenarioDepth, Read, errors);
-}
-
-Json::Value CScenario::ToJson() const {
-    Json::Value json;
-    json["schema"] = 1;
-    if (!m_rights.empty()) {
-        json["rights"] = WriteRightCatalogue(m_rights);
-    }
-    if (!m_ads.empty()) {
-        json["ads"] = WriteAds(m_ads);
-    }
-    json["users"] = Json::Value(Json::arrayValue);
-    for (const User& user : m_users) {
-        json["users"].append(Write(user));
-    }
-    json["commonConfig"] = m_commonConfig;
-    return json;
+    return errors.size() == errorsBefore ? std::make_optional(std::move(scenario)) : std::nullopt;
 }
 
 const User* CScenario::FindUser(uint64_t id) const {
-    const auto found = std::find_if(m_users.begin(), m_users.end(), [&](const User& user) { return user.id == id; });
-    return found == m_users.end() ? nullptr : &*found;
+    const auto found = std::find_if(Users().begin(), Users().end(), [id](const User& user) { return user.id() == id; });
+    return found == Users().end() ? nullptr : &*found;
 }
 
-template <class T>
-bool CScenario::Set(uint64_t id, std::optional<T> User::*member, std::optional<T> value) {
-    const auto found = std::find_if(m_users.begin(), m_users.end(), [&](const User& user) { return user.id == id; });
-    if (found == m_users.end()) {
+bool CScenario::SetOfUser(uint64_t id, const std::string& key, const std::optional<Json::Value>& value,
+                          Errors& errors) {
+    const int index =
+        int(std::distance(Users().begin(), std::find_if(Users().begin(), Users().end(),
+                                                        [id](const User& user) { return user.id() == id; })));
+    Json::Value& kept = m_json["users"][index];
+    Json::Value changed = kept;
+    if (value) {
+        changed[key] = *value;
+    } else {
+        changed.removeMember(key);
+    }
+    const size_t errorsBefore = errors.size();
+    User user;
+    if (ReadMessage(changed, user, errors)) {
+        CheckUser(user, {"", errors});
+    }
+    if (errors.size() != errorsBefore) {
         return false;
     }
-    (*found).*member = std::move(value);
+    kept = std::move(changed);
+    *m_scenario.mutable_users(index) = std::move(user);
     return true;
 }
 
-bool CScenario::SetAiChat(uint64_t id, std::optional<AiChat> aiChat) {
-    return Set(id, &User::aiChat, std::move(aiChat));
+const RightDisplay* CScenario::FindRight(int32_t access) const {
+    const auto& rights = m_scenario.rights();
+    const auto found = std::find_if(rights.begin(), rights.end(),
+                                    [access](const RightDisplay& right) { return right.access() == access; });
+    return found == rights.end() ? nullptr : &*found;
 }
 
-bool CScenario::SetPremium(uint64_t id, std::optional<Premium> premium) {
-    return Set(id, &User::premium, std::move(premium));
+bool CScenario::SetAds(const Json::Value& ads, Errors& errors) {
+    const size_t errorsBefore = errors.size();
+    Json::Value json;
+    json["schema"] = 1;
+    json["ads"] = ads;
+    json["commonConfig"] = Json::objectValue;
+    Scenario scenario;
+    CheckList(json, "ads", errors);
+    if (errors.size() == errorsBefore && ReadMessage(json, scenario, errors)) {
+        CheckAds(scenario, errors);
+    }
+    if (errors.size() != errorsBefore) {
+        return false;
+    }
+    if (ads.isNull()) {
+        m_json.removeMember("ads");
+    } else {
+        m_json["ads"] = ads;
+    }
+    *m_scenario.mutable_ads() = scenario.ads();
+    return true;
 }
 
-bool CScenario::SetVip(uint64_t id, std::optional<Vip> vip) {
-    return Set(id, &User::vip, std::move(vip));
-}
-
-bool CScenario::SetTrade(uint64_t id, std::optional<bool> trade) {
-    return Set(id, &User::trade, trade);
-}
-
-void CScenario::SetConfig(const std::string& name, Json::Value value) {
-    m_commonConfig[name] = std::move(value);
-}
-
-void CScenario::RemoveConfig(const std::string& name) {
-    m_commonConfig.removeMember(name);
+std::optional<int32_t> AnswerCode(const Value& code) {
+    return code.kind_case() == Value::kNullValue ? std::nullopt : std::make_optional(int32_t(code.number_value()));
 }
 
 }  // namespace devserver

@@ -5,93 +5,55 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <vector>
 
-#include "JsonNode.h"
-#include "ScenarioAds.h"
-#include "ScenarioPremium.h"
-#include "ScenarioVip.h"
+#include "JsonMessage.h"
+#include "scenario.pb.h"
 
 namespace devserver {
 
-struct StockDetail {
-    uint32_t type = 0;
-    bool open = false;
-    std::vector<uint32_t> ids;
-};
+constexpr int32_t kAdTypePopup = 2;
 
-struct ChatEntry {
-    uint32_t scene = 0;
-    bool allOpen = false;
-    std::vector<StockDetail> stockDetails;
-};
+/// A configuration value is two levels below the scenario's root.
+constexpr unsigned kConfigDepth = kMaxJsonDepth - 2;
 
-struct AiChat {
-    int32_t resultCode = 0;
-    std::string resultMessage;
-    std::vector<ChatEntry> entries;
-};
-
-struct User {
-    uint64_t id = 0;
-    std::string name;
-    std::vector<int32_t> markets;            // the leading one first
-    std::optional<std::string> refuseLogin;  // the reason that a login is refused with
-    std::optional<AiChat> aiChat;            // without it an answer has no data
-    std::optional<Premium> premium;          // likewise
-    std::optional<Vip> vip;                  // likewise
-    std::optional<bool> trade;               // what the trade module answers; without it there is none
-};
-
-/// How deep a scenario may nest; a configuration value stands two levels below its root.
-constexpr unsigned kScenarioDepth = 64;
-constexpr unsigned kConfigDepth = kScenarioDepth - 2;
-
-/// What the server knows of its users, of ads and of the common configuration. Always valid: it comes from a text
-/// that passed every check, and each change of it does as well.
+/// Users, ads and common configuration of the server. Always valid: every change passes all checks. The JSON is kept
+/// as it was read, as common configuration may hold numbers that protobuf's JSON types cannot.
 class CScenario {
 public:
-    /// The scenario of a JSON text, or nothing and at least one error.
+    /// Returns nothing, with at least one error, if the text is no valid scenario.
     static std::optional<CScenario> FromText(const std::string& text, Errors& errors);
 
-    Json::Value ToJson() const;
+    const Json::Value& ToJson() const { return m_json; }
 
-    const std::vector<User>& Users() const { return m_users; }
+    const google::protobuf::RepeatedPtrField<User>& Users() const { return m_scenario.users(); }
 
-    /// Null for an id that no user has.
+    /// Null if no user has the id.
     const User* FindUser(uint64_t id) const;
 
-    /// False, and nothing changed, for an id that no user has.
-    bool SetAiChat(uint64_t id, std::optional<AiChat> aiChat);
-    bool SetPremium(uint64_t id, std::optional<Premium> premium);
-    bool SetVip(uint64_t id, std::optional<Vip> vip);
-    bool SetTrade(uint64_t id, std::optional<bool> trade);
+    /// Replaces one member of a user, or removes it with `value` null. Returns false, with an error, and changes
+    /// nothing if the value is invalid. The user must exist.
+    bool SetOfUser(uint64_t id, const std::string& key, const std::optional<Json::Value>& value, Errors& errors);
 
-    /// How rights are shown.
-    const RightCatalogue& Rights() const { return m_rights; }
+    /// Null if the catalogue does not have the right.
+    const RightDisplay* FindRight(int32_t access) const;
 
-    /// The places of ads.
-    const std::vector<AdSlot>& Ads() const { return m_ads; }
-    void SetAds(std::vector<AdSlot> ads) { m_ads = std::move(ads); }
+    const google::protobuf::RepeatedPtrField<AdSlot>& Ads() const { return m_scenario.ads(); }
 
-    /// An object, one member per configuration name.
-    const Json::Value& CommonConfig() const { return m_commonConfig; }
-    void SetConfig(const std::string& name, Json::Value value);
-    void RemoveConfig(const std::string& name);
+    /// Replaces all ads by a JSON list, or removes them with null. Returns false, with an error, and changes nothing if
+    /// it is invalid.
+    bool SetAds(const Json::Value& ads, Errors& errors);
+
+    /// An object with one member per configuration name.
+    const Json::Value& CommonConfig() const { return m_json["commonConfig"]; }
+    void SetConfig(const std::string& name, const Json::Value& value) { m_json["commonConfig"][name] = value; }
+    void RemoveConfig(const std::string& name) { m_json["commonConfig"].removeMember(name); }
 
 private:
-    static CScenario Read(const CJsonNode& root);
-
-    template <class T>
-    bool Set(uint64_t id, std::optional<T> User::*member, std::optional<T> value);
-
-    RightCatalogue m_rights;
-    std::vector<AdSlot> m_ads;
-    std::vector<User> m_users;
-    Json::Value m_commonConfig{Json::objectValue};
+    Json::Value m_json;
+    Scenario m_scenario;
 };
 
-/// The member "aiChat" of a user.
-AiChat ReadAiChat(const CJsonNode& node);
+/// Returns the code of an answer: 0 by default, nothing for null.
+std::optional<int32_t> AnswerCode(const google::protobuf::Value& code);
 
 }  // namespace devserver

@@ -15,7 +15,7 @@ void LogLine(const std::string& text) {
         }
     }
     line += '\n';
-    // In one call: lines of other threads come before or after, not between.
+    // In one call, so that lines of other threads do not mix with it.
     std::fwrite(line.data(), 1, line.size(), stderr);
 }
 

@@ -11,30 +11,30 @@
 
 namespace devserver {
 
-/// One request over HTTP, and how it was answered.
+/// One HTTP request of a client, and the status of its answer.
 struct ReceivedRequest {
     uint64_t number = 0;  // from 1 upwards, without gaps
     std::string method;
     std::string path;
     WebHeaders headers;
     std::string body;
-    int status = 0;  // 0 for none at all
+    int status = 0;  // 0 without an answer
 };
 
-/// All that a client or a tester can change or ask for. Main thread only.
+/// Everything that a client or a tester can change or query. Main thread only.
 struct ServerState {
     explicit ServerState(CScenario initial) : scenario(std::move(initial)) {}
 
     CScenario scenario;
-    CFaults faults;
+    CReplyFaults faults;
     CReceivedLog received;
     CHttpFaults httpFaults;
     CBoundedLog<ReceivedRequest> requests;
     CReportSink reports;
     int64_t clockOffsetMs = 0;
-    quint16 httpPort = 0;  // known once the server listens
+    quint16 httpPort = 0;  // set when the server listens
 
-    /// Milliseconds since 1970 by the local clock, moved by the offset.
+    /// Returns milliseconds since 1970: the local clock plus the offset.
     int64_t ServerTimeMs() const;
 };
 

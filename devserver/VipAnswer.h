@@ -6,7 +6,7 @@
 
 namespace devserver {
 
-/// The answer to command 20831: the VIP status of the user.
-CommandAnswer AnswerVipStatus(const Asker& asker, const std::string& body);
+/// Answers command 20831 with the VIP status of the user.
+CommandAnswer AnswerVipStatus(const RequestContext& context, const std::string& body);
 
 }  // namespace devserver

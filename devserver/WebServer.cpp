@@ -6,23 +6,22 @@
 #include <algorithm>
 
 #include "Access.h"
-#include "Connections.h"
-#include "JsonNode.h"
+#include "ConnectionThreadPool.h"
+#include "JsonMessage.h"
 #include "ServerLog.h"
 
 namespace devserver {
 namespace {
 
-constexpr const char* kAnyPath = R"([\s\S]*)";
 constexpr time_t kClientSeconds = 2;
 constexpr size_t kPieceBytes = 64 * 1024;
-// How many wait in line while all places are taken, or while the thread that takes them in gets no turn. The library
-// has 5 wait; others' first packets are lost, and come again after seconds.
-constexpr int kWaiting = 256;
+// Connections that the system keeps while all threads are taken. The library's constant is 5, and the first packets of
+// further clients would be lost and be sent again after seconds.
+constexpr int kMaxPending = 256;
 // Longer than any client waits.
 constexpr std::chrono::minutes kSilence{10};
 
-// Of several headers of one name each must pass.
+// Each of several headers must pass.
 bool IsFromForeignPage(const httplib::Request& request) {
     for (size_t i = 0; i < request.get_header_value_count("Origin"); ++i) {
         if (!IsLoopbackOrigin(QString::fromStdString(request.get_header_value("Origin", i)))) {
@@ -38,44 +37,44 @@ bool HasBody(const httplib::Request& request) {
 }
 
 WebHeaders HeadersOf(const httplib::Request& request) {
-    // The library's own notes among the client's headers.
-    const std::vector<QString> notes{QStringLiteral("remote_addr"), QStringLiteral("remote_port"),
+    // The library adds these to the client's headers.
+    const std::vector<QString> added{QStringLiteral("remote_addr"), QStringLiteral("remote_port"),
                                      QStringLiteral("local_addr"), QStringLiteral("local_port")};
     WebHeaders headers;
     for (const auto& [name, value] : request.headers) {
         const QString lower = QString::fromStdString(name).toLower();
-        if (std::find(notes.begin(), notes.end(), lower) == notes.end()) {
+        if (std::find(added.begin(), added.end(), lower) == added.end()) {
             headers.emplace_back(lower.toStdString(), value);
         }
     }
     return headers;
 }
 
-// The body from `offset` on, and blanks behind its end.
+// Returns the body from `offset` on, padded with blanks.
 std::string Piece(const std::string& body, size_t offset, size_t length) {
     std::string piece = offset < body.size() ? body.substr(offset, length) : std::string();
     piece.resize(length, ' ');
     return piece;
 }
 
-// Piece by piece and never packed, so that a client gets exactly these bytes.
+// In pieces and never compressed, so that a client gets exactly these bytes.
 void WriteBody(const WebAnswer& answer, httplib::Response& response) {
-    const size_t size = std::max<size_t>(answer.body.size(), answer.harm.paddedTo);
+    const size_t size = std::max<size_t>(answer.body.size(), size_t(answer.fault.hugemib()) * 1024 * 1024);
     if (size == 0) {
         response.set_content(std::string(), answer.type);
         return;
     }
     response.set_content_provider(
         size, answer.type,
-        [size, body = answer.body, harm = answer.harm](size_t offset, size_t length, httplib::DataSink& sink) {
-            const size_t end = std::min<size_t>(size, harm.cutAt.value_or(size));
+        [size, body = answer.body, fault = answer.fault](size_t offset, size_t length, httplib::DataSink& sink) {
+            const size_t end = fault.has_cutbytes() ? std::min(size, size_t(fault.cutbytes())) : size;
             if (offset >= end) {
                 return false;  // ends the connection
             }
             length = std::min({length, end - offset, kPieceBytes});
             std::string piece = Piece(body, offset, length);
             if (offset + length == size) {
-                piece.append(harm.extraBytes, ' ');
+                piece.append(fault.extrabytes(), ' ');
             }
             return sink.write(piece.data(), piece.size());
         });
@@ -106,42 +105,28 @@ WebAnswer CWebServer::Refusal(int status, const std::string& reason) {
     return answer;
 }
 
-CWebServer::CWebServer(std::string name, size_t maxBodyBytes, Gate gate, Handler handler)
+CWebServer::CWebServer(std::string name, size_t maxBodyBytes, Authorizer authorizer)
     : m_strName(std::move(name)),
       m_nMaxBodyBytes(maxBodyBytes),
-      m_fnGate(std::move(gate)),
-      m_fnHandler(std::move(handler)),
+      m_fnAuthorizer(std::move(authorizer)),
       m_pServer(std::make_unique<httplib::Server>()) {
     httplib::Server& server = *m_pServer;
-    // One request per connection: idle ones would hold a thread each, and hold up the end.
+    // One request per connection: an idle one would keep a thread and delay the end.
     server.set_keep_alive_max_count(1);
     server.set_keep_alive_timeout(kClientSeconds);
     server.set_read_timeout(kClientSeconds);
     server.set_write_timeout(kClientSeconds);
     server.set_tcp_nodelay(true);
-    // What is announced too long is read and thrown away, so that the client comes to read the refusal.
+    // A body that is announced as too long is read and dropped, so that the client reads the refusal.
     server.set_payload_max_length(m_nMaxBodyBytes);
-    server.new_task_queue = [] { return new CConnections; };
+    server.new_task_queue = [] { return new CConnectionThreadPool; };
     // The library's own options would let two servers share a port.
     server.set_socket_options([this](socket_t socket) {
         m_nListener = socket;
         const int on = 1;
         setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &on, sizeof(on));
     });
-    const auto serve = [this](const httplib::Request& request, httplib::Response& response) {
-        Serve(request, response, nullptr);
-    };
-    // Read by hand, as the library would take apart what names itself a form, and bounds no chunked body.
-    const auto serveContent = [this](const httplib::Request& request, httplib::Response& response,
-                                     const httplib::ContentReader& content) { Serve(request, response, &content); };
-    server.Get(kAnyPath, serve);
-    server.Options(kAnyPath, serve);
-    server.Post(kAnyPath, serveContent);
-    server.Put(kAnyPath, serveContent);
-    server.Patch(kAnyPath, serveContent);
-    server.Delete(kAnyPath, serveContent);
-    // What the library refuses by itself, a malformed request line or a method of nobody's. What was answered
-    // here has the length of its content by now.
+    // The library itself refuses malformed requests and unknown methods. Answers of this class have a type by now.
     server.set_error_handler([](const httplib::Request&, httplib::Response& response) {
         if (!response.has_header("Content-Type")) {
             Write(Refusal(response.status, "request: not acceptable"), response);
@@ -153,6 +138,38 @@ CWebServer::~CWebServer() {
     Stop();
 }
 
+void CWebServer::Route(const char* method, const std::string& pattern, const Handler& handler) {
+    const auto serve = [this, handler](const httplib::Request& request, httplib::Response& response) {
+        Serve(request, response, nullptr, handler);
+    };
+    // With a content reader, as the library would parse a form, and does not limit a chunked body.
+    const auto serveContent = [this, handler](const httplib::Request& request, httplib::Response& response,
+                                              const httplib::ContentReader& content) {
+        Serve(request, response, &content, handler);
+    };
+    const auto is = [wanted = std::string(method ? method : "")](const char* name) {
+        return wanted.empty() || wanted == name;
+    };
+    if (is("GET")) {
+        m_pServer->Get(pattern, serve);
+    }
+    if (is("OPTIONS")) {
+        m_pServer->Options(pattern, serve);
+    }
+    if (is("POST")) {
+        m_pServer->Post(pattern, serveContent);
+    }
+    if (is("PUT")) {
+        m_pServer->Put(pattern, serveContent);
+    }
+    if (is("PATCH")) {
+        m_pServer->Patch(pattern, serveContent);
+    }
+    if (is("DELETE")) {
+        m_pServer->Delete(pattern, serveContent);
+    }
+}
+
 bool CWebServer::Listen(quint16 port, std::string& error) {
     const std::string host = "127.0.0.1";
     const int bound = port == 0 ? m_pServer->bind_to_any_port(host) : m_pServer->bind_to_port(host, port) ? port : -1;
@@ -161,7 +178,7 @@ bool CWebServer::Listen(quint16 port, std::string& error) {
         return false;
     }
     m_nPort = quint16(bound);
-    listen(m_nListener, kWaiting);
+    listen(m_nListener, kMaxPending);
     m_thread = std::thread([this] {
         m_pServer->listen_after_bind();
         m_bEnded = true;
@@ -186,28 +203,30 @@ void CWebServer::Stop() {
 }
 
 void CWebServer::Serve(const httplib::Request& request, httplib::Response& response,
-                       const httplib::ContentReader* content) {
-    WebAnswer answer = Answer(request, content);
+                       const httplib::ContentReader* content, const Handler& handler) {
+    WebAnswer answer = Answer(request, content, handler);
     Log(FMT_STRING("{}: {} {}: {} {}"), m_strName, request.method, request.path, answer.status,
         answer.status < 400 ? std::string() : answer.body.substr(0, 1000));
-    const auto wait =
-        answer.harm.silent ? std::chrono::milliseconds(kSilence) : std::chrono::milliseconds(answer.harm.delayMs);
+    const std::chrono::milliseconds wait =
+        answer.fault.silent() ? kSilence : std::chrono::milliseconds(answer.fault.delayms());
     if (wait.count() > 0 && !Wait(wait)) {
         answer = Refusal(503, "server: it ends");
     }
     Write(answer, response);
 }
 
-// False if the server ends meanwhile.
+// Returns false if the server ends meanwhile.
 bool CWebServer::Wait(std::chrono::milliseconds time) {
     std::unique_lock<std::mutex> lock(m_mutex);
     return !m_changed.wait_for(lock, time, [this] { return m_bStopping; });
 }
 
-WebAnswer CWebServer::Answer(const httplib::Request& request, const httplib::ContentReader* content) {
+WebAnswer CWebServer::Answer(const httplib::Request& request, const httplib::ContentReader* content,
+                             const Handler& handler) {
     WebRequest wanted;
     wanted.method = request.method;
     wanted.path = request.path;
+    wanted.matches.assign(std::next(request.matches.begin()), request.matches.end());
     wanted.headers = HeadersOf(request);
     if (request.has_param("after")) {
         wanted.after = request.get_param_value("after");
@@ -228,19 +247,19 @@ WebAnswer CWebServer::Answer(const httplib::Request& request, const httplib::Con
     if (IsFromForeignPage(request)) {
         return Refusal(403, "Origin: must be of this machine");
     }
-    const auto refusal = m_fnGate ? m_fnGate(wanted) : std::nullopt;
-    return refusal ? *refusal : OnMainThread(wanted);
+    const auto refusal = m_fnAuthorizer ? m_fnAuthorizer(wanted) : std::nullopt;
+    return refusal ? *refusal : OnMainThread(wanted, handler);
 }
 
-WebAnswer CWebServer::OnMainThread(const WebRequest& request) {
-    // Shared with the main thread, which may come to it after a stop has ended the wait.
+WebAnswer CWebServer::OnMainThread(const WebRequest& request, const Handler& handler) {
+    // Shared with the main thread, which may run the handler after Stop() has ended the wait.
     const auto answer = std::make_shared<std::optional<WebAnswer>>();
     QMetaObject::invokeMethod(
         this,
-        [this, request, answer] {
+        [this, request, handler, answer] {
             WebAnswer result;
             try {
-                result = m_fnHandler(request);
+                result = handler(request);
             } catch (const std::exception& exception) {
                 result = Refusal(500, exception.what());
             }

@@ -12,6 +12,8 @@
 #include <utility>
 #include <vector>
 
+#include "scenario.pb.h"
+
 namespace httplib {
 class ContentReader;
 class Server;
@@ -26,21 +28,13 @@ using WebHeaders = std::vector<std::pair<std::string, std::string>>;
 struct WebRequest {
     std::string method;
     std::string path;
-    std::optional<std::string> after;  // the query parameter of this name
+    std::vector<std::string> matches;  // what the groups of the route's pattern matched
+    std::optional<std::string> after;  // query parameter of this name
     WebHeaders headers;                // names in lower case, in no order
     std::string body;
 
-    /// Of several of the name the first; nothing if there is none. `name` in lower case.
+    /// Returns the first header of the name, which is in lower case. Nothing if there is none.
     std::optional<std::string> Header(const std::string& name) const;
-};
-
-/// How an answer goes out otherwise than it should.
-struct WebHarm {
-    int delayMs = 0;
-    bool silent = false;            // not at all, as long as the server lives and a client can be thought to wait
-    std::optional<uint64_t> cutAt;  // the line ends after so many bytes of the body, announced as it is
-    uint64_t extraBytes = 0;        // behind the body, not announced
-    uint64_t paddedTo = 0;          // with blanks behind the body, to so many bytes
 };
 
 struct WebAnswer {
@@ -48,44 +42,50 @@ struct WebAnswer {
     std::string type = "application/json";
     std::string body;
     WebHeaders headers;
-    WebHarm harm;
+    ResponseFault fault;  // only the fields that concern the transfer apply
 };
 
-/// HTTP on loopback, one request per connection: how much may be asked, that no page of elsewhere does, and the
-/// way to the main thread, where the handler runs. Made, started and stopped on the main thread.
+/// HTTP on loopback, one request per connection, with the HTTP library's router. Limits the size of requests and
+/// refuses pages of other machines. Handlers run on the main thread. Made, started and stopped on the main thread.
 class CWebServer : public QObject {
     Q_OBJECT
 
 public:
     using Handler = std::function<WebAnswer(const WebRequest&)>;
-    /// A refusal, or nothing. Runs on any thread, before the handler.
-    using Gate = std::function<std::optional<WebAnswer>(const WebRequest&)>;
+    /// Returns a refusal, or nothing. Runs on any thread, before the handler.
+    using Authorizer = std::function<std::optional<WebAnswer>(const WebRequest&)>;
 
-    /// `name` stands in log lines and errors. A larger body is answered by 413.
-    CWebServer(std::string name, size_t maxBodyBytes, Gate gate, Handler handler);
+    static constexpr const char* kAnyPath = R"([\s\S]*)";
+
+    /// `name` is for log lines and errors. A body of more than `maxBodyBytes` is answered with status 413.
+    CWebServer(std::string name, size_t maxBodyBytes, Authorizer authorizer);
     ~CWebServer() override;
 
-    /// 0 takes any free port. False, with the reason in `error`, if the port is not to be had.
+    /// Adds a route, before Listen(). `pattern` is a regular expression for the whole path. The first route that
+    /// matches wins. A null `method` matches all methods. GET includes HEAD.
+    void Route(const char* method, const std::string& pattern, const Handler& handler);
+
+    /// 0 takes any free port. Returns false, with the reason in `error`, if the port cannot be bound.
     bool Listen(quint16 port, std::string& error);
     quint16 Port() const { return m_nPort; }
 
-    /// Requests that wait for the main thread, or for the end of a fault, are answered by 503. Takes as long as
-    /// the slowest client that is in the middle of a request may, two seconds.
+    /// Answers requests that wait for the main thread, or for a fault's delay, with 503. Takes up to the two seconds
+    /// that a client has for sending a request.
     void Stop();
 
     /// {"error": reason}
     static WebAnswer Refusal(int status, const std::string& reason);
 
 private:
-    void Serve(const httplib::Request& request, httplib::Response& response, const httplib::ContentReader* content);
-    WebAnswer Answer(const httplib::Request& request, const httplib::ContentReader* content);
-    WebAnswer OnMainThread(const WebRequest& request);
+    void Serve(const httplib::Request& request, httplib::Response& response, const httplib::ContentReader* content,
+               const Handler& handler);
+    WebAnswer Answer(const httplib::Request& request, const httplib::ContentReader* content, const Handler& handler);
+    WebAnswer OnMainThread(const WebRequest& request, const Handler& handler);
     bool Wait(std::chrono::milliseconds time);
 
     const std::string m_strName;
     const size_t m_nMaxBodyBytes;
-    const Gate m_fnGate;
-    const Handler m_fnHandler;
+    const Authorizer m_fnAuthorizer;
     std::unique_ptr<httplib::Server> m_pServer;
     std::thread m_thread;
     std::atomic<bool> m_bEnded{false};

@@ -42,7 +42,7 @@ std::optional<devserver::CScenario> LoadScenario(const QString& path, Errors& er
     return scenario;
 }
 
-// The parent holds the other end, and lets go of it however it ends.
+// The system closes the parent's end of the pipe, however the parent ends.
 void QuitAtEndOfInput(QCoreApplication& app) {
     auto* notifier = new QSocketNotifier(STDIN_FILENO, QSocketNotifier::Read, &app);
     QObject::connect(notifier, &QSocketNotifier::activated, &app, [notifier] {
@@ -60,12 +60,13 @@ void QuitAtEndOfInput(QCoreApplication& app) {
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     Errors errors;
-    auto arguments = devserver::ReadArguments(QCoreApplication::arguments().mid(1), errors);
-    if (!arguments || !devserver::TakeToken(*arguments, qEnvironmentVariable(devserver::kTokenVariable), errors)) {
+    const auto arguments = devserver::ReadArguments(QCoreApplication::arguments(),
+                                                    qEnvironmentVariable(devserver::kTokenVariable), errors);
+    if (!arguments) {
         return Fail(kExitWrongInput, errors);
     }
     if (arguments->help) {
-        std::fputs(devserver::kUsage, stdout);
+        std::fputs(qPrintable(*arguments->help), stdout);
         return 0;
     }
     auto scenario =

@@ -1,10 +1,10 @@
-// Input: texts that testers and clients send to the development server: scenarios, bodies of the control API, HTTP
-// requests and reports.
+// JSON that testers and clients send to the development server: scenarios, control requests, ad requests and reports.
 #include <gtest/gtest.h>
 
 #include <set>
 
 #include "AdAnswer.h"
+#include "CommandAnswers.h"
 #include "Faults.h"
 #include "FuzzTarget.h"
 #include "HttpFaults.h"
@@ -16,16 +16,30 @@ using namespace devserver;
 
 namespace {
 
-// A search returns a subset of the campaigns, and a check finds each campaign by its id.
+// A search finds campaigns of the slot only, and a check finds each campaign.
 void CheckSlot(const AdSlot& slot, const CScenario& scenario) {
-    const AdSurroundings surroundings{scenario, 1'700'000'000, "http://a/"};
-    AdQuery query{slot.adType, slot.adPosition, {}};
-    for (const Campaign& campaign : slot.campaigns) {
-        query.adIds.push_back(campaign.id);
+    const AdContext context{scenario, 1'700'000'000, "http://a/"};
+    AdQuery query;
+    query.set_ad_type(slot.adtype());
+    query.set_ad_position(slot.adposition());
+    for (const Campaign& campaign : slot.campaigns()) {
+        query.add_ad_id(campaign.id());
     }
-    const Json::Value due = AnswerAdSearch(query, {1, Language::French}, surroundings);
-    EXPECT_LE(due["data"]["ad"].size(), slot.campaigns.size());
-    EXPECT_EQ(AnswerAdCheck(query, surroundings)["data"]["ad"].size(), slot.campaigns.size());
+    const Json::Value due = AnswerAdSearch(query, {1, Language::French}, context);
+    EXPECT_LE(int(due["data"]["ad"].size()), slot.campaigns_size());
+    EXPECT_EQ(int(AnswerAdCheck(query, context)["data"]["ad"].size()), slot.campaigns_size());
+}
+
+// Each command is answered, and each member can be set again.
+void CheckUser(const User& user, CScenario scenario) {
+    EXPECT_EQ(scenario.FindUser(user.id())->name(), user.name());
+    for (const uint32_t command : {20637u, 20831u, 20982u}) {
+        EXPECT_EQ(AnswerCommand(command, {scenario, user, Language::French}, "\x08\x01").error, kErrorNone) << command;
+    }
+    Errors errors;
+    const Json::Value aiChat = Json::objectValue;
+    EXPECT_TRUE(scenario.SetOfUser(user.id(), "aiChat", aiChat, errors)) << testing::PrintToString(errors);
+    EXPECT_TRUE(CScenario::FromText(WriteJson(scenario.ToJson()), errors)) << testing::PrintToString(errors);
 }
 
 void CheckScenario(const std::string& text) {
@@ -36,7 +50,7 @@ void CheckScenario(const std::string& text) {
         return;
     }
     for (const User& user : scenario->Users()) {
-        EXPECT_EQ(scenario->FindUser(user.id), &user);
+        CheckUser(user, *scenario);
     }
     for (const AdSlot& slot : scenario->Ads()) {
         CheckSlot(slot, *scenario);
@@ -48,22 +62,22 @@ void CheckScenario(const std::string& text) {
 
 void CheckFaults(const std::string& text) {
     Errors errors;
-    const auto table = FaultsFromText(text, errors);
+    const auto table = ReadReplyFaults(text, errors);
     EXPECT_EQ(table.has_value(), errors.empty());
     if (!table) {
         return;
     }
-    CFaults faults;
+    CReplyFaults faults;
     faults.Set(*table);
     for (const auto& [command, fault] : *table) {
         EXPECT_TRUE(faults.Take(command));
-        EXPECT_EQ(faults.Take(command).has_value(), !fault.times || *fault.times > 1);
+        EXPECT_EQ(faults.Take(command).has_value(), !fault.has_times() || fault.times() > 1);
     }
 }
 
 void CheckHttpFaults(const std::string& text) {
     Errors errors;
-    const auto table = HttpFaultsFromText(text, errors);
+    const auto table = ReadResponseFaults(text, errors);
     EXPECT_EQ(table.has_value(), errors.empty());
     if (!table) {
         return;
@@ -72,7 +86,7 @@ void CheckHttpFaults(const std::string& text) {
         EXPECT_TRUE(IsServedPath(path));
         WebAnswer answer;
         answer.body = R"({"code":0,"data":{}})";
-        const int status = Struck(answer, fault).status;
+        const int status = ApplyFault(answer, fault).status;
         EXPECT_TRUE(status >= 200 && status < 600) << status;
         EXPECT_TRUE(status < 300 || RefusesRequest(fault)) << status;
     }
@@ -90,17 +104,24 @@ void CheckReports(const std::string& text) {
     for (const Json::Value& id : (*first)["accepted"]) {
         ids.insert(id.asString());
     }
-    // A resent batch is accepted and counts nothing twice.
+    // A resent batch is accepted again and not counted.
     EXPECT_EQ(sink.Take(text, errors), first);
     EXPECT_EQ(sink.Counted(), ids.size());
     EXPECT_EQ(sink.Counted() + sink.Resends(), 2 * (*first)["accepted"].size());
 }
 
-template <class T>
-void CheckMember(const std::string& text, T (*read)(const CJsonNode&)) {
+template <class Message>
+void CheckMessage(const std::string& text) {
     Errors errors;
-    const auto member = ReadJson(text, kScenarioDepth, read, errors);
-    EXPECT_EQ(member.has_value(), errors.empty());
+    const auto message = ReadText<Message>(text, errors);
+    EXPECT_EQ(message.has_value(), errors.empty());
+}
+
+void CheckPush(const std::string& text) {
+    Errors errors;
+    const auto push = ReadPush(text, errors);
+    EXPECT_EQ(push.has_value(), errors.empty());
+    EXPECT_TRUE(!push || push->command > 0);
 }
 
 }  // namespace
@@ -109,14 +130,11 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::string text(reinterpret_cast<const char*>(data), size);
     CheckScenario(text);
     CheckFaults(text);
-    CheckMember(text, ReadAiChat);
-    CheckMember(text, ReadPremium);
-    CheckMember(text, ReadVip);
-    CheckMember(text, ReadPushRequest);
+    CheckPush(text);
     CheckHttpFaults(text);
     CheckReports(text);
-    CheckMember(text, ReadAds);
-    CheckMember(text, ReadAdQuery);
-    CheckMember(text, ReadExposure);
+    CheckMessage<ClockRequest>(text);
+    CheckMessage<AdQuery>(text);
+    CheckMessage<Exposure>(text);
     return 0;
 }

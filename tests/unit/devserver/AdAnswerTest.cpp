@@ -12,10 +12,8 @@ using devserver::AnswerAdSearch;
 using devserver::Audience;
 using devserver::CScenario;
 using devserver::Errors;
+using devserver::Exposure;
 using devserver::Language;
-using devserver::ReadAdQuery;
-using devserver::ReadExposure;
-using devserver::ReadJson;
 using devserver::WriteJson;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -24,6 +22,14 @@ constexpr int64_t kNow = 1'700'000'000;
 
 class AdAnswerTest : public testing::Test {
 protected:
+    static AdQuery Query(int32_t type, int32_t position, const std::vector<std::string>& ids = {}) {
+        AdQuery query;
+        query.set_ad_type(type);
+        query.set_ad_position(position);
+        *query.mutable_ad_id() = {ids.begin(), ids.end()};
+        return query;
+    }
+
     static CScenario WithSlots(const std::string& slots) {
         Errors errors;
         auto scenario =
@@ -49,7 +55,7 @@ protected:
     }
 
     static std::vector<std::string> Found(const CScenario& scenario, const Audience& audience = {}) {
-        return Ids(AnswerAdSearch({3, 7, {}}, audience, {scenario, kNow, "http://a/"}));
+        return Ids(AnswerAdSearch(Query(3, 7), audience, {scenario, kNow, "http://a/"}));
     }
 };
 
@@ -59,7 +65,7 @@ TEST_F(AdAnswerTest, PopupHasAllTheFieldsOfTheWire) {
         "startInS":-5,"end":1800000000,"expireInS":60,"image":"card.png","schema":"zrclient://a","popupType":3,
         "showAreas":[508,500]}]})");
 
-    EXPECT_EQ(WriteJson(AnswerAdSearch({2, 42, {}}, {}, {scenario, kNow, "http://a/pictures/"})),
+    EXPECT_EQ(WriteJson(AnswerAdSearch(Query(2, 42), {}, {scenario, kNow, "http://a/pictures/"})),
               R"({"code":0,"data":{"ad":[{"ad_id":"18088","end_time":1800000000,"expire_time":1700000060,)"
               R"("name":"open_account","popup_ad":{"bottom_popup":{"img":"http://a/pictures/card.png",)"
               R"("schema":"zrclient://a"},"popup_type":3,"show_areas":[508,500]},"push_id":"p",)"
@@ -72,7 +78,7 @@ TEST_F(AdAnswerTest, BannerHasAllTheFieldsOfTheWireAndAWholeUrlStaysAsItIs) {
         {"bannerType":2,"carouselInterval":5,"materialScale":"6:1","materialCorner":"8"},"campaigns":[
         {"id":"1","start":1,"endInS":0,"expireInS":0,"image":"https://a.example/b.png","schema":"s"}]})");
 
-    EXPECT_EQ(WriteJson(AnswerAdSearch({3, 7, {}}, {}, {scenario, kNow, "http://a/"})),
+    EXPECT_EQ(WriteJson(AnswerAdSearch(Query(3, 7), {}, {scenario, kNow, "http://a/"})),
               R"({"code":0,"data":{"ad":[{"ad_id":"1","banner_ad":{"img":"https://a.example/b.png","schema":"s"},)"
               R"("end_time":1700000000,"expire_time":1700000000,"start_time":1}],"ad_position":7,"ad_type":3,)"
               R"("banner_position":{"banner_type":2,"carousel_interval":5,"material_corner":"8",)"
@@ -84,8 +90,8 @@ TEST_F(AdAnswerTest, PlaceThatTheScenarioDoesNotHaveIsEmptyAndWhole) {
     const std::string empty = R"({"code":0,"data":{"ad":[],"ad_position":7,"ad_type":2,"enable_close":false,)"
                               R"("show_duration":0,"show_interval":0,"show_interval_type":0},"message":""})";
 
-    EXPECT_EQ(WriteJson(AnswerAdSearch({2, 7, {}}, {}, {scenario, kNow, ""})), empty);
-    EXPECT_EQ(WriteJson(AnswerAdCheck({2, 7, {"a"}}, {scenario, kNow, ""})), empty);
+    EXPECT_EQ(WriteJson(AnswerAdSearch(Query(2, 7), {}, {scenario, kNow, ""})), empty);
+    EXPECT_EQ(WriteJson(AnswerAdCheck(Query(2, 7, {"a"}), {scenario, kNow, ""})), empty);
 }
 
 TEST_F(AdAnswerTest, SearchFindsWhatIsInItsThreeWindowsEndsIncluded) {
@@ -119,7 +125,7 @@ TEST_F(AdAnswerTest, CheckFindsWhatIsNamedInItsOrderWheneverAndForWhomeverItIs) 
                       Campaign("due", R"("startInS":-9,"endInS":9,"expireInS":9)") + "," +
                       Campaign("ann", R"("startInS":-9,"endInS":9,"expireInS":9)", R"("users":[1],)"));
     const auto check = [&](const std::vector<std::string>& ids) {
-        return Ids(AnswerAdCheck({3, 7, ids}, {scenario, kNow, ""}));
+        return Ids(AnswerAdCheck(Query(3, 7, ids), {scenario, kNow, ""}));
     };
 
     EXPECT_THAT(check({"ann", "nowhere", "over"}), ElementsAre("ann", "over"));
@@ -138,7 +144,7 @@ class BadAdQueryTest : public testing::TestWithParam<BadRow> {};
 TEST_P(BadAdQueryTest, IsRefusedByKeyAndReason) {
     Errors errors;
 
-    EXPECT_FALSE(ReadJson(GetParam().text, 16, ReadAdQuery, errors));
+    EXPECT_FALSE(devserver::ReadText<AdQuery>(GetParam().text, errors));
 
     EXPECT_THAT(errors, ElementsAre(GetParam().error));
 }
@@ -147,7 +153,7 @@ INSTANTIATE_TEST_SUITE_P(
     Rows, BadAdQueryTest,
     testing::Values(
         BadRow{"NoType", R"({"ad_position":1,"request_id":"r"})", "ad_type: missing"},
-        BadRow{"PositionText", R"({"ad_type":1,"ad_position":"1","request_id":"r"})",
+        BadRow{"PositionText", R"({"ad_type":1,"ad_position":"x","request_id":"r"})",
                "ad_position: must be a whole number from -2147483648 to 2147483647"},
         BadRow{"RequestIdEmpty", R"({"ad_type":1,"ad_position":1,"request_id":""})", "request_id: must not be empty"},
         BadRow{"IdNumber", R"({"ad_type":1,"ad_position":1,"request_id":"r","ad_id":[18088]})",
@@ -155,15 +161,16 @@ INSTANTIATE_TEST_SUITE_P(
         BadRow{"UnknownKey", R"({"ad_type":1,"ad_position":1,"request_id":"r","ad_ids":[]})", "ad_ids: unknown key"}),
     RowName());
 
-TEST(AdExposureTest, TellsTheAdsThatWereExposed) {
+TEST(AdExposureTest, HasTheAdsThatWereExposed) {
     Errors errors;
 
-    const auto ads = ReadJson(R"({"ad_type":2,"ad_position":42,"ad_id":["a","b"],"expose_id":"","push_id":["p"],
+    const auto exposure =
+        devserver::ReadText<Exposure>(R"({"ad_type":2,"ad_position":42,"ad_id":["a","b"],"expose_id":"","push_id":["p"],
                                   "expose_duration":-9223372036854775808})",
-                              16, ReadExposure, errors);
+                                      errors);
 
-    ASSERT_TRUE(ads) << testing::PrintToString(errors);
-    EXPECT_THAT(*ads, ElementsAre("a", "b"));
+    ASSERT_TRUE(exposure) << testing::PrintToString(errors);
+    EXPECT_THAT(exposure->ad_id(), ElementsAre("a", "b"));
 }
 
 class BadExposureTest : public testing::TestWithParam<BadRow> {};
@@ -171,21 +178,19 @@ class BadExposureTest : public testing::TestWithParam<BadRow> {};
 TEST_P(BadExposureTest, IsRefusedByKeyAndReason) {
     Errors errors;
 
-    EXPECT_FALSE(ReadJson(GetParam().text, 16, ReadExposure, errors));
+    EXPECT_FALSE(devserver::ReadText<Exposure>(GetParam().text, errors));
 
     EXPECT_THAT(errors, ElementsAre(GetParam().error));
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Rows, BadExposureTest,
-    testing::Values(
-        BadRow{"NoDuration", R"({"ad_type":1,"ad_position":1,"expose_id":"e"})", "expose_duration: missing"},
-        BadRow{"IdNumber", R"({"ad_type":1,"ad_position":1,"expose_id":5,"expose_duration":1})",
-               "expose_id: must be a text"},
-        BadRow{"DurationFraction", R"({"ad_type":1,"ad_position":1,"expose_id":"e","expose_duration":0.5})",
-               "expose_duration: must be a whole number from -9223372036854775808 to 9223372036854775807"},
-        BadRow{"PushIdText", R"({"ad_type":1,"ad_position":1,"expose_id":"e","expose_duration":1,"push_id":"p"})",
-               "push_id: must be a list"}),
+    testing::Values(BadRow{"NoDuration", R"({"ad_type":1,"ad_position":1,"expose_id":"e"})",
+                           "expose_duration: missing"},
+                    BadRow{"IdNumber", R"({"ad_type":1,"ad_position":1,"expose_id":5,"expose_duration":1})",
+                           "expose_id: must be a text"},
+                    BadRow{"DurationFraction", R"({"ad_type":1,"ad_position":1,"expose_id":"e","expose_duration":0.5})",
+                           "expose_duration: must be a whole number from -9223372036854775808 to 9223372036854775807"}),
     RowName());
 
 }  // namespace

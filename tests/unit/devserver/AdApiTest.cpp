@@ -206,7 +206,7 @@ TEST_F(AdApiTest, AdsAreReplacedAndTakenAway) {
 
     const HttpAnswer refused = Http("PUT", "/v1/ads", R"([{"adType":3,"adPosition":7,"campaigns":[]}])");
     EXPECT_EQ(refused.status, 400);
-    EXPECT_EQ(refused.Error(), "[0].enableClose: missing");
+    EXPECT_EQ(refused.Error(), "ads[0].enableClose: missing");
     EXPECT_THAT(Found(), ElementsAre("all"));
 
     ASSERT_EQ(Http("DELETE", "/v1/ads").status, 200);
@@ -257,9 +257,9 @@ INSTANTIATE_TEST_SUITE_P(
                     BadRow{"GotSearch", "GET", "/ad/search", "", 405, "method: must be POST"},
                     BadRow{"PostedPicture", "POST", "/pictures/card-invite.png", "", 405, "method: must be GET"},
                     BadRow{"SearchNoJson", "POST", "/ad/search", "x", 400, "not JSON"},
-                    BadRow{"SearchTwice", "POST", "/ad/search", "{}", 400, "ad_type: missing; ad_position: missing"},
+                    BadRow{"SearchEmpty", "POST", "/ad/search", "{}", 400, "ad_type: missing; ad_position: missing"},
                     BadRow{"CheckNoObject", "POST", "/ad/check", "[]", 400, "must be an object"},
-                    BadRow{"ExposeTooDeep", "POST", "/ad/expose", std::string(99, '['), 400, "nested more than 16"},
+                    BadRow{"ExposeTooDeep", "POST", "/ad/expose", std::string(99, '['), 400, "nested more than 64"},
                     BadRow{"ReportNoJson", "POST", "/report/events", "", 400, "not JSON"}),
     RowName());
 

@@ -11,25 +11,25 @@ struct WebReply {
     int status = 0;
     QByteArray type;
     QByteArray location;
-    qint64 announced = -1;  // the length of the body
+    qint64 announced = -1;  // length of the body
     std::string body;
 };
 
-/// The server with its ads, on a clock that stands at no special time, and ways to ask for them.
+/// A server with ads, and requests to its HTTP interface.
 class AdServerTest : public DevServerTest {
 protected:
-    /// Sent, and not waited for. Aborted when it goes.
+    /// Sends a request without waiting. Destroying the reply aborts it.
     std::unique_ptr<QNetworkReply> Start(const char* method, const QString& path, const std::string& body = {},
                                          const Headers& headers = {});
-    /// What came, once all of it has.
+    /// Waits for the reply and returns it.
     static WebReply Finish(QNetworkReply& reply);
 
     WebReply Web(const char* method, const QString& path, const std::string& body = {}, const Headers& headers = {});
 
-    /// The ids that a search at banner position 7 finds for the session of this number.
+    /// Returns the ids that a search at banner position 7 finds for the session.
     std::vector<std::string> Found(const QByteArray& session = {});
 
-    /// Replaces the ads of the server by banners at position 7.
+    /// Replaces the server's ads with banners at position 7.
     void SetBanners(const std::string& campaigns);
 
     static constexpr const char* kSearch = R"({"ad_type":3,"ad_position":7,"request_id":"r"})";

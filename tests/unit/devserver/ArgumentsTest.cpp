@@ -8,16 +8,17 @@ namespace {
 
 using devserver::Arguments;
 using devserver::Errors;
-using devserver::ReadArguments;
-using devserver::TakeToken;
 
-QStringList Words(const char* line) {
-    return QString::fromUtf8(line).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+/// Reads the arguments of a line, as split at its blanks.
+std::optional<Arguments> Read(const char* line, Errors& errors, const QString& tokenVariable = {}) {
+    return devserver::ReadArguments(
+        QStringLiteral("zrdevserver %1").arg(QString::fromUtf8(line)).split(QLatin1Char(' '), Qt::SkipEmptyParts),
+        tokenVariable, errors);
 }
 
 TEST(ArgumentsTest, NothingGivenMeansAnyPortsAndTheBuiltInScenario) {
     Errors errors;
-    const auto arguments = ReadArguments({}, errors);
+    const auto arguments = Read("", errors);
 
     ASSERT_TRUE(arguments);
     EXPECT_FALSE(arguments->scenario);
@@ -30,8 +31,8 @@ TEST(ArgumentsTest, NothingGivenMeansAnyPortsAndTheBuiltInScenario) {
 
 TEST(ArgumentsTest, EachWordIsRead) {
     Errors errors;
-    const auto arguments = ReadArguments(
-        Words("--child --scenario a.json --port 65535 --control-port 7 --http-port 9 --token T0k"), errors);
+    const auto arguments =
+        Read("--child --scenario a.json --port 65535 --control-port 7 --http-port=9 --token T0k", errors);
 
     ASSERT_TRUE(arguments);
     EXPECT_EQ(arguments->scenario, QStringLiteral("a.json"));
@@ -53,7 +54,7 @@ class WrongArgumentTest : public testing::TestWithParam<ArgumentRow> {};
 TEST_P(WrongArgumentTest, IsNamed) {
     Errors errors;
 
-    EXPECT_FALSE(ReadArguments(Words(GetParam().line), errors));
+    EXPECT_FALSE(Read(GetParam().line, errors));
 
     EXPECT_THAT(errors, testing::ElementsAre(GetParam().error));
 }
@@ -61,42 +62,49 @@ TEST_P(WrongArgumentTest, IsNamed) {
 INSTANTIATE_TEST_SUITE_P(
     Rows, WrongArgumentTest,
     testing::Values(
-        ArgumentRow{"Unknown", "--prot --child", "--prot: unknown argument"},
+        ArgumentRow{"Unknown", "--prot --child", "Unknown option 'prot'."},
         ArgumentRow{"PortTooLarge", "--port 65536", "--port: must be a whole number from 0 to 65535"},
         ArgumentRow{"PortNegative", "--port -1", "--port: must be a whole number from 0 to 65535"},
         ArgumentRow{"HttpPortTooHigh", "--http-port 65536", "--http-port: must be a whole number from 0 to 65535"},
         ArgumentRow{"PortNoNumber", "--control-port x", "--control-port: must be a whole number from 0 to 65535"},
-        ArgumentRow{"ValueMissing", "--child --scenario", "--scenario: its value is missing"},
-        ArgumentRow{"Twice", "--port 1 --port 2", "--port: given twice"},
+        ArgumentRow{"ValueMissing", "--child --scenario", "Missing value after '--scenario'."},
+        ArgumentRow{"NoOption", "--child port", "port: unknown argument"},
         ArgumentRow{"TokenNotAscii", "--token \xc3\xa4", "--token: must be 1 to 128 visible ASCII characters"}),
     RowName());
 
 TEST(ArgumentsTest, AllErrorsAreToldAtOnce) {
     Errors errors;
 
-    EXPECT_FALSE(ReadArguments(Words("--port x --control-port y"), errors));
+    EXPECT_FALSE(Read("--port x --control-port y", errors));
 
     EXPECT_EQ(errors.size(), 2u);
 }
 
-TEST(ArgumentsTest, TheTokenMayComeFromTheEnvironmentWhereTheLineHasNone) {
+TEST(ArgumentsTest, TokenComesFromTheEnvironmentWhenTheLineHasNone) {
     Errors errors;
-    Arguments arguments;
 
-    EXPECT_TRUE(TakeToken(arguments, QString(), errors));
-    EXPECT_FALSE(arguments.token);
-    EXPECT_TRUE(TakeToken(arguments, QStringLiteral("T0k"), errors));
-    EXPECT_EQ(arguments.token, "T0k");
-    EXPECT_TRUE(TakeToken(arguments, QStringLiteral("other"), errors));
-    EXPECT_EQ(arguments.token, "T0k");
+    EXPECT_EQ(Read("", errors, QStringLiteral("T0k"))->token, "T0k");
+    EXPECT_EQ(Read("--token other", errors, QStringLiteral("T0k"))->token, "other");
+    EXPECT_EQ(Read("--token other", errors, QStringLiteral("two words"))->token, "other");
 }
 
-TEST(ArgumentsTest, ATokenFromTheEnvironmentThatIsNoneIsRefused) {
+TEST(ArgumentsTest, TokenOfTheEnvironmentIsCheckedAsWell) {
     Errors errors;
-    Arguments arguments;
 
-    EXPECT_FALSE(TakeToken(arguments, QStringLiteral("two words"), errors));
+    EXPECT_FALSE(Read("", errors, QStringLiteral("two words")));
+
     EXPECT_EQ(errors, Errors{"ZR_DEVSERVER_TOKEN: must be 1 to 128 visible ASCII characters"});
+}
+
+TEST(ArgumentsTest, HelpNamesEveryOption) {
+    Errors errors;
+
+    const auto arguments = Read("--help", errors);
+
+    ASSERT_TRUE(arguments && arguments->help);
+    for (const char* option : {"--scenario", "--port", "--control-port", "--http-port", "--token", "--child"}) {
+        EXPECT_THAT(arguments->help->toStdString(), testing::HasSubstr(option));
+    }
 }
 
 }  // namespace

@@ -7,12 +7,12 @@
 
 #include "channel.pb.h"
 
-/// A client of the command channel in a test: what arrives is kept until the test takes it.
+/// A client of the command channel. Frames are kept until the test takes them.
 class ChannelClient {
 public:
     ChannelClient(quint16 port, const std::string& token, const QString& origin = {});
 
-    /// The first frame of the kind that was not taken yet, waited for. Nothing if none comes in time.
+    /// Waits for the first frame of the kind and removes it. Returns nothing on a timeout.
     std::optional<channel::Frame> Take(channel::Frame::Kind kind);
 
     bool Has(channel::Frame::Kind kind) const;

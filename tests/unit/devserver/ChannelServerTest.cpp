@@ -233,7 +233,7 @@ TEST_F(ChannelServerTest, PushesReachTheLoggedInAndTheNamedUserAlone) {
         EXPECT_EQ(second->command(), 20145u);
     }
     ASSERT_TRUE(bob->Take(Frame::PUSH));
-    // Whatever was sent before the answer has arrived with it.
+    // Earlier frames have arrived with the answer.
     ASSERT_TRUE(bob->Request(1, kCmdChatEntry));
     ASSERT_TRUE(nobody->Request(1, kCmdChatEntry));
     EXPECT_FALSE(bob->Has(Frame::PUSH));

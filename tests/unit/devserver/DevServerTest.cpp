@@ -26,7 +26,7 @@ devserver::CScenario TestScenario() {
 
 Json::Value FromJson(const std::string& text) {
     devserver::Errors errors;
-    return devserver::ParseJson(text, devserver::kScenarioDepth, errors).value_or(Json::Value());
+    return devserver::ParseJson(text, errors).value_or(Json::Value());
 }
 
 HttpAnswer HttpTo(quint16 port, const QVector<QPair<QByteArray, QByteArray>>& headers, const char* method,

@@ -20,7 +20,7 @@ struct HttpAnswer {
 };
 
 /// A server on free ports, with the users Ann (1: markets 2 and 5, one open scene), Bob (2: without AI chat)
-/// and Cid (3: refused as "closed account"), and ways to talk to it.
+/// and Cid (3: refused as "closed account"), and clients of it.
 class DevServerTest : public testing::Test {
 protected:
     using Headers = QVector<QPair<QByteArray, QByteArray>>;
@@ -30,7 +30,7 @@ protected:
 
     DevServerTest();
 
-    /// Connected, with its first configuration taken.
+    /// Returns a connected client, whose first configuration is taken.
     std::unique_ptr<ChannelClient> Connected();
     std::unique_ptr<ChannelClient> LoggedIn(uint64_t user);
 
@@ -40,9 +40,9 @@ protected:
     devserver::CDevServer server;
 };
 
-/// A request to any control interface of this machine.
+/// Sends a request to a control interface and waits for the answer.
 HttpAnswer HttpTo(quint16 port, const QVector<QPair<QByteArray, QByteArray>>& headers, const char* method,
                   const char* path, const std::string& body);
 
-/// The text as JSON; null if it is none.
+/// Returns null if the text is no JSON.
 Json::Value FromJson(const std::string& text);

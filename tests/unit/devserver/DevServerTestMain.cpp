@@ -6,7 +6,7 @@
 
 int main(int argc, char** argv) {
     testing::InitGoogleMock(&argc, argv);
-    // Children must not share the descriptors that wake an event loop: each has an application of its own.
+    // Each child has its own application, as they must not share the descriptors that wake an event loop.
     return forked_rounds::RunOrRepeat([&argc, argv] {
         const QCoreApplication application(argc, argv);
         return RUN_ALL_TESTS();

@@ -8,7 +8,7 @@
 #include <cstring>
 
 #include "AdServerTest.h"
-#include "Connections.h"
+#include "ConnectionThreadPool.h"
 #include "RowName.h"
 #include "support/RealTime.h"
 
@@ -141,7 +141,7 @@ TEST_F(HttpFaultsTest, SilentAnswersKeepNobodyElseWaitingNorTheServersEnd) {
     QObject owner;
     std::vector<std::unique_ptr<QNetworkReply>> silent;
     for (int i = 0; i < 40; ++i) {
-        // Of one manager only a few would be under way at once.
+        // One manager sends only a few requests at a time.
         auto* network = new QNetworkAccessManager(&owner);
         QNetworkRequest request(QUrl(QStringLiteral("http://127.0.0.1:%1/ad/expose").arg(server.HttpPort())));
         request.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/json"));
@@ -161,7 +161,7 @@ TEST_F(HttpFaultsTest, WhoComesWhileAllPlacesAreTakenWaitsInLine) {
     constexpr size_t kInLine = 100;
     Strike("/ad/expose", R"({"silent":true})");
     std::vector<std::unique_ptr<QTcpSocket>> sockets;
-    for (size_t i = 0; i < devserver::CConnections::kMost + kInLine; ++i) {
+    for (size_t i = 0; i < devserver::CConnectionThreadPool::kMaxThreads + kInLine; ++i) {
         sockets.push_back(std::make_unique<QTcpSocket>());
         sockets.back()->connectToHost(QStringLiteral("127.0.0.1"), server.HttpPort());
         sockets.back()->write("POST /ad/expose HTTP/1.1\r\nHost: a\r\nContent-Length: " +
@@ -241,7 +241,7 @@ class BadHttpFaultTest : public testing::TestWithParam<BadRow> {};
 TEST_P(BadHttpFaultTest, IsRefusedByKeyAndReason) {
     devserver::Errors errors;
 
-    EXPECT_FALSE(devserver::HttpFaultsFromText(GetParam().text, errors));
+    EXPECT_FALSE(devserver::ReadResponseFaults(GetParam().text, errors));
 
     EXPECT_THAT(errors, ElementsAre(StartsWith(GetParam().error)));
 }
@@ -254,7 +254,7 @@ INSTANTIATE_TEST_SUITE_P(
                "/ad/seek: the key must be a path that the server answers on"},
         BadRow{"NoName", R"({"/pictures/":{"status":500}})", "/pictures/: the key must be"},
         BadRow{"UnknownKey", R"({"/ad/check":{"stat":500,"status":500}})", "/ad/check.stat: unknown key"},
-        BadRow{"NoEffect", R"({"/ad/check":{"times":1}})", "/ad/check: must hold one of status, delayMs, cutBytes"},
+        BadRow{"NoEffect", R"({"/ad/check":{"times":1}})", "/ad/check: must hold a field other than times"},
         BadRow{"StatusTooLow", R"({"/ad/check":{"status":199}})",
                "/ad/check.status: must be a whole number from 200 to 599"},
         BadRow{"DelayTooLong", R"({"/ad/check":{"delayMs":600001}})",

@@ -24,7 +24,7 @@ TEST(LanguageNumberTest, EachOfTheFiveHasItsNumberAndAllOthersAreEnglish) {
     }
 }
 
-/// Ann, who has one right, with its title in three languages.
+/// A server with user Ann, who has one right with a title in three languages.
 class LanguageTest : public DevServerTest {
 protected:
     LanguageTest() {

@@ -67,7 +67,7 @@ TEST(PicturesTest, DrawingIsServedAsItIs) {
     EXPECT_EQ(drawing->bytes, file.readAll().toStdString());
 }
 
-// Painting a text asks for fonts, which end a process without a window system.
+// Painting text loads fonts, which ends a process without a window system.
 TEST(PicturesTest, NoDrawingNeedsFontsOrOtherFiles) {
     CPictures pictures;
     for (const std::string& name : Names()) {

@@ -17,7 +17,7 @@ using testing::ElementsAre;
 
 constexpr uint32_t kCommand = 20637;
 
-// Right 13 is shown in all languages, 15 in English alone, 4 without texts; 99 is not in the catalogue.
+// Right 13 is shown in all languages, 15 in English only, 4 without texts; 99 is not in the catalogue.
 constexpr const char* kCatalogue = R"([
     {"access": 13, "uiType": "D", "otherInfo": {"b": [1, "é"], "a": null},
      "links": {"mainBtn": 11, "detailBtn": 0, "detailSubBtn": -3},
@@ -38,7 +38,7 @@ class PremiumAnswerTest : public testing::Test {
 protected:
     PremiumAnswerTest() { Use(kRights); }
 
-    // Makes the user of the scenario have this premium member, or none.
+    // Sets or removes the premium member of the user.
     void Use(const std::string& premium) {
         const std::string member = premium.empty() ? "" : ",\"premium\":" + premium;
         Errors errors;
@@ -181,7 +181,7 @@ TEST_P(PremiumLanguageTest, TextsAreInTheLanguageOrInEnglish) {
 
     const UiText text = OnlyElement(13, row.language).ui_data().ui_text();
     EXPECT_EQ(text.main_title(), row.title);
-    // A text that the language lacks is absent: only a whole language is replaced.
+    // English replaces a missing language, not a missing text.
     EXPECT_EQ(text.has_main_btn(), row.hasButton);
     EXPECT_EQ(text.has_detail_sub_btn(), row.language == Language::English);
 
@@ -200,7 +200,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, PremiumLanguageTest,
 struct HeadRow {
     const char* name;
     const char* premium;
-    const char* body;  // of the answer, in bytes
+    const char* body;  // bytes of the answer
     size_t size;
 };
 

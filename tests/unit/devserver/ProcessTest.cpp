@@ -92,13 +92,13 @@ TEST_F(ProcessTest, ServerThatIsNoChildOutlivesItsInput) {
 }
 
 TEST_F(ProcessTest, WrongArgumentsAreNamedLineByLine) {
-    Start({QStringLiteral("--port"), QStringLiteral("x"), QStringLiteral("--nonsense")});
+    Start({QStringLiteral("--port"), QStringLiteral("x"), QStringLiteral("nonsense")});
 
     ASSERT_TRUE(HasEnded());
     EXPECT_EQ(process.exitCode(), 2);
     EXPECT_EQ(ErrorText(),
-              "zrdevserver: --port: must be a whole number from 0 to 65535\n"
-              "zrdevserver: --nonsense: unknown argument\n");
+              "zrdevserver: nonsense: unknown argument\n"
+              "zrdevserver: --port: must be a whole number from 0 to 65535\n");
     EXPECT_EQ(process.readAllStandardOutput(), QByteArray());
 }
 
@@ -106,7 +106,7 @@ TEST_F(ProcessTest, WrongScenarioIsNamedByFileKeyAndReason) {
     QTemporaryDir folder;
     QFile file(folder.filePath(QStringLiteral("mine.json")));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(R"({"schema":1,"users":[{"id":0,"name":"A"}],"commonConfig":{},"x":1})");
+    file.write(R"({"schema":1,"users":[{"id":0,"name":""}],"commonConfig":{}})");
     file.close();
 
     Start({QStringLiteral("--scenario"), file.fileName()});
@@ -114,8 +114,8 @@ TEST_F(ProcessTest, WrongScenarioIsNamedByFileKeyAndReason) {
     ASSERT_TRUE(HasEnded());
     EXPECT_EQ(process.exitCode(), 2);
     EXPECT_EQ(ErrorText(),
-              "zrdevserver: mine.json: x: unknown key\n"
-              "zrdevserver: mine.json: users[0].id: must be a whole number from 1 to 18446744073709551615\n");
+              "zrdevserver: mine.json: users[0].id: must be a whole number from 1 to 18446744073709551615\n"
+              "zrdevserver: mine.json: users[0].name: must not be empty\n");
 }
 
 TEST_F(ProcessTest, MissingScenarioFileIsNamed) {

@@ -7,7 +7,7 @@
 
 RawClient::RawClient(quint16 port) {
     QObject::connect(&m_socket, &QTcpSocket::readyRead, &m_socket, [this] { m_received += m_socket.readAll(); });
-    // So that bytes that are written one by one also go out one by one.
+    // Sends bytes that are written one by one also one by one.
     QObject::connect(&m_socket, &QTcpSocket::connected, &m_socket,
                      [this] { m_socket.setSocketOption(QAbstractSocket::LowDelayOption, 1); });
     m_socket.connectToHost(QHostAddress(QHostAddress::LocalHost), port);

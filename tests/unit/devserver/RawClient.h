@@ -2,23 +2,23 @@
 
 #include <QTcpSocket>
 
-/// A client that writes its bytes by hand, for what no well-behaved one would send.
+/// A client that sends arbitrary bytes.
 class RawClient {
 public:
     explicit RawClient(quint16 port);
 
-    /// The request for a WebSocket, with `token`.
+    /// Returns the WebSocket handshake with `token`.
     static QByteArray Handshake(const QByteArray& token);
 
-    /// A whole binary frame of up to 125 bytes, masked as a client's must be.
+    /// Returns a masked binary frame of up to 125 bytes.
     static QByteArray Framed(const QByteArray& message);
 
     void Write(const QByteArray& bytes);
 
-    /// Writes one byte at each turn of a millisecond's timer, and waits until the last is out.
+    /// Writes one byte per millisecond. Returns when the last byte is written.
     bool WriteOneByOne(const QByteArray& bytes);
 
-    /// From now on what arrives stays on the line.
+    /// Leaves all further bytes in the system's buffers.
     void StopReading();
 
     bool WaitUntilConnected();

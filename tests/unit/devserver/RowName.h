@@ -2,7 +2,7 @@
 
 #include <string>
 
-/// Names a case of a table after its row.
+/// Names a parameterized case after its row.
 struct RowName {
     template <class Row>
     std::string operator()(const Row& row) const {

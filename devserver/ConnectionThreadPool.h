@@ -8,16 +8,17 @@
 
 namespace devserver {
 
-/// A thread for each connection, up to a bound: one that is made to wait must keep nobody else waiting.
-class CConnections : public httplib::TaskQueue {
+/// One thread per connection, up to a maximum. A connection that waits does not block the others.
+class CConnectionThreadPool : public httplib::TaskQueue {
 public:
-    static constexpr size_t kMost = 256;
+    static constexpr size_t kMaxThreads = 256;
 
-    ~CConnections() override;
+    ~CConnectionThreadPool() override;
 
+    /// Blocks while the maximum is reached.
     void enqueue(std::function<void()> serve) override;
 
-    /// Returns when the last connection has been served.
+    /// Returns when all connections are served.
     void shutdown() override;
 
 private:

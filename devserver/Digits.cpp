@@ -1,7 +1,9 @@
-#include "Hex.h"
+#include "Digits.h"
 
 #include <QByteArray>
+#include <QString>
 #include <algorithm>
+#include <cctype>
 
 namespace devserver {
 
@@ -10,14 +12,18 @@ std::string ToHex(const std::string& bytes) {
 }
 
 std::optional<std::string> FromHex(const std::string& digits) {
-    // The toolkit's decoder skips what is no digit.
-    const auto isDigit = [](char c) {
-        return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
-    };
+    // QByteArray::fromHex() skips all other characters.
+    const auto isDigit = [](unsigned char c) { return std::isxdigit(c) != 0; };
     if (digits.size() % 2 != 0 || !std::all_of(digits.begin(), digits.end(), isDigit)) {
         return std::nullopt;
     }
     return QByteArray::fromHex(QByteArray::fromStdString(digits)).toStdString();
+}
+
+std::optional<uint64_t> ReadNumber(const std::string& text) {
+    bool isNumber = false;
+    const qulonglong number = QString::fromStdString(text).toULongLong(&isNumber);
+    return isNumber && std::to_string(number) == text ? std::make_optional(uint64_t(number)) : std::nullopt;
 }
 
 }  // namespace devserver

@@ -1,4 +1,4 @@
-// The users that are built in: each shows one state of the rights and of the membership.
+// Each built-in user shows one state of rights and membership.
 #include <gmock/gmock.h>
 
 #include <QFile>
@@ -18,6 +18,11 @@ using testing::Lt;
 
 constexpr size_t kAllRights = 46;
 
+template <class T>
+std::optional<T> Optional(bool has, T value) {
+    return has ? std::make_optional(value) : std::nullopt;
+}
+
 class DefaultScenarioTest : public testing::Test {
 protected:
     DefaultScenarioTest() {
@@ -29,8 +34,8 @@ protected:
     }
 
     const UserRight* Right(uint64_t user, int32_t access) const {
-        for (const UserRight& right : scenario->FindUser(user)->premium->rights) {
-            if (right.access == access) {
+        for (const UserRight& right : scenario->FindUser(user)->premium().rights()) {
+            if (right.access() == access) {
                 return &right;
             }
         }
@@ -39,8 +44,8 @@ protected:
 
     std::set<int32_t> ActivationTypes(uint64_t user) const {
         std::set<int32_t> types;
-        for (const UserRight& right : scenario->FindUser(user)->premium->rights) {
-            types.insert(right.activationType.value_or(0));
+        for (const UserRight& right : scenario->FindUser(user)->premium().rights()) {
+            types.insert(right.activationtype());
         }
         return types;
     }
@@ -70,19 +75,19 @@ TEST_P(DefaultUserTest, IsWhatTheNameSays) {
     const User* user = scenario->FindUser(row.id);
 
     ASSERT_TRUE(user);
-    EXPECT_EQ(user->name, row.fullName);
-    EXPECT_EQ(user->trade, row.trade);
-    ASSERT_TRUE(user->vip && user->premium);
-    const VipBasic basic = user->vip->basic.value_or(VipBasic());
-    EXPECT_EQ(basic.version, row.version);
-    EXPECT_EQ(basic.newState, row.newState);
-    EXPECT_EQ(basic.newSubState, row.newSubState);
-    EXPECT_EQ(basic.autoRenewal, row.autoRenewal);
-    EXPECT_EQ(basic.state, row.state);
-    EXPECT_EQ(basic.level, row.level);
-    EXPECT_EQ(user->premium->head.code, 0);
-    EXPECT_TRUE(user->premium->data);
-    EXPECT_EQ(user->premium->rights.size(), row.rights);
+    EXPECT_EQ(user->name(), row.fullName);
+    EXPECT_EQ(Optional(user->has_trade(), user->trade()), row.trade);
+    ASSERT_TRUE(user->has_vip() && user->has_premium());
+    const VipBasic& basic = user->vip().basic();
+    EXPECT_EQ(Optional(basic.has_version(), basic.version()), row.version);
+    EXPECT_EQ(Optional(basic.has_newstate(), basic.newstate()), row.newState);
+    EXPECT_EQ(Optional(basic.has_newsubstate(), basic.newsubstate()), row.newSubState);
+    EXPECT_EQ(Optional(basic.has_autorenewal(), basic.autorenewal()), row.autoRenewal);
+    EXPECT_EQ(Optional(basic.has_state(), basic.state()), row.state);
+    EXPECT_EQ(Optional(basic.has_level(), basic.level()), row.level);
+    EXPECT_EQ(AnswerCode(user->premium().code()), 0);
+    EXPECT_TRUE(user->premium().data());
+    EXPECT_EQ(size_t(user->premium().rights_size()), row.rights);
 }
 
 constexpr auto kNone = std::nullopt;
@@ -111,13 +116,13 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(DefaultScenarioTest, LimitedUsersHaveTheDaysOfTheirNames) {
     for (const auto& [user, days] : {std::pair(20014, 0), std::pair(20015, 1), std::pair(20016, 5)}) {
-        for (const UserRight& right : scenario->FindUser(uint64_t(user))->premium->rights) {
-            EXPECT_EQ(right.activationType, 1) << user;
-            EXPECT_EQ(right.daysLeft, days) << user;
+        for (const UserRight& right : scenario->FindUser(uint64_t(user))->premium().rights()) {
+            EXPECT_EQ(right.activationtype(), 1) << user;
+            EXPECT_EQ(right.daysleft(), days) << user;
         }
     }
-    EXPECT_EQ(Right(20002, 1000)->activationType, 1);
-    EXPECT_THAT(*Right(20002, 1000)->daysLeft, Gt(0));
+    EXPECT_EQ(Right(20002, 1000)->activationtype(), 1);
+    EXPECT_THAT(Right(20002, 1000)->daysleft(), Gt(0));
 }
 
 TEST_F(DefaultScenarioTest, RightsAreInTheStateOfTheirUser) {
@@ -126,23 +131,24 @@ TEST_F(DefaultScenarioTest, RightsAreInTheStateOfTheirUser) {
     EXPECT_THAT(ActivationTypes(20003), ElementsAre(3));
     EXPECT_THAT(ActivationTypes(20007), ElementsAre(3, 5));
     EXPECT_THAT(ActivationTypes(20010), ElementsAre(3));
-    EXPECT_EQ(Right(20012, 1000)->activationType, 6);
-    EXPECT_EQ(Right(20012, 1000)->hasPermission, false);
-    EXPECT_EQ(Right(20013, 1000)->activationType, 2);
-    EXPECT_EQ(Right(20003, 1000)->activationSource, web_premium_access::VipRule);
+    EXPECT_EQ(Right(20012, 1000)->activationtype(), 6);
+    EXPECT_EQ(Right(20012, 1000)->haspermission(), false);
+    EXPECT_EQ(Right(20013, 1000)->activationtype(), 2);
+    EXPECT_EQ(Right(20003, 1000)->activationsource(), web_premium_access::VipRule);
 }
 
 TEST_F(DefaultScenarioTest, RightsThatCanBeReadySayWhereTheirPopupLeads) {
     std::set<int32_t> ready{1000};
-    for (const UserRight& right : scenario->FindUser(20012)->premium->rights) {
-        if (right.activationType == 6) {
-            ready.insert(right.access);
+    for (const UserRight& right : scenario->FindUser(20012)->premium().rights()) {
+        if (right.activationtype() == 6) {
+            ready.insert(right.access());
         }
     }
 
     EXPECT_THAT(ready.size(), Gt(1u));
+    Errors errors;
     for (const int32_t access : ready) {
-        const Json::Value& info = *scenario->Rights().at(access).otherInfo;
+        const Json::Value info = ParseJson(scenario->FindRight(access)->otherinfo(), errors).value();
         EXPECT_THAT(info["active_premium_popup_info"]["target_url"].asString(),
                     testing::MatchesRegex("https://[a-z]+\\.zrgrowth\\.example/.+"))
             << access;
@@ -150,21 +156,28 @@ TEST_F(DefaultScenarioTest, RightsThatCanBeReadySayWhereTheirPopupLeads) {
 }
 
 TEST_F(DefaultScenarioTest, TheCatalogueShowsEveryRightInEveryLanguage) {
-    ASSERT_EQ(scenario->Rights().size(), kAllRights);
-    for (const auto& [access, display] : scenario->Rights()) {
+    int rights = 0;
+    for (int access = 0; access <= 1000; ++access) {
+        const RightDisplay* display = scenario->FindRight(access);
+        if (!display) {
+            continue;
+        }
+        ++rights;
         EXPECT_TRUE(web_premium_access::PremiumAccess_IsValid(access)) << access;
-        EXPECT_THAT(display.uiType.value_or(""), testing::MatchesRegex("[A-Z]")) << access;
-        EXPECT_TRUE(display.otherInfo && display.otherInfo->isObject()) << access;
-        ASSERT_TRUE(display.links && display.texts) << access;
-        EXPECT_THAT(display.links->mainBtn.value_or(0), Gt(0)) << access;
-        EXPECT_EQ(display.texts->size(), kLanguageKeys.size()) << access;
-        for (const auto& [language, texts] : *display.texts) {
-            for (const auto& text : {texts.mainTitle, texts.mainBtn, texts.detailTitle, texts.detailSubTitle,
-                                     texts.detailBtn, texts.detailSubBtn}) {
-                EXPECT_NE(text.value_or(""), "") << access << " in language " << int(language);
+        EXPECT_THAT(display->uitype(), testing::MatchesRegex("[A-Z]")) << access;
+        EXPECT_THAT(display->otherinfo(), testing::StartsWith("{")) << access;
+        EXPECT_THAT(display->links().mainbtn(), Gt(0)) << access;
+        const RightTexts& texts = display->texts();
+        EXPECT_TRUE(texts.has_zhhans() && texts.has_zhhant() && texts.has_ja() && texts.has_fr()) << access;
+        for (const LanguageKey& language : kLanguageKeys) {
+            const RightText& text = TextIn(texts, language.language);
+            for (const std::string& part : {text.maintitle(), text.mainbtn(), text.detailtitle(), text.detailsubtitle(),
+                                            text.detailbtn(), text.detailsubbtn()}) {
+                EXPECT_NE(part, "") << access << " in " << language.key;
             }
         }
     }
+    EXPECT_EQ(rights, int(kAllRights));
 }
 
 TEST_F(DefaultScenarioTest, AllRightsInOneLanguageMakeAnAnswerOfAboutTwentyThousandBytes) {

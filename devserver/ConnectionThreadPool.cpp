@@ -1,30 +1,30 @@
-#include "Connections.h"
+#include "ConnectionThreadPool.h"
 
 #include <thread>
 #include <utility>
 
 namespace devserver {
 
-CConnections::~CConnections() {
+CConnectionThreadPool::~CConnectionThreadPool() {
     shutdown();
 }
 
-void CConnections::enqueue(std::function<void()> serve) {
+void CConnectionThreadPool::enqueue(std::function<void()> serve) {
     {
         std::unique_lock<std::mutex> lock(m_mutex);
-        m_left.wait(lock, [this] { return m_nRunning < kMost; });
+        m_left.wait(lock, [this] { return m_nRunning < kMaxThreads; });
         ++m_nRunning;
     }
     std::thread([this, serve = std::move(serve)] {
         serve();
-        // Told under the lock: who waits may take this object away as soon as it is released.
+        // Notifies under the lock: a waiting destructor may delete this object as soon as it is released.
         const std::lock_guard<std::mutex> lock(m_mutex);
         --m_nRunning;
         m_left.notify_all();
     }).detach();
 }
 
-void CConnections::shutdown() {
+void CConnectionThreadPool::shutdown() {
     std::unique_lock<std::mutex> lock(m_mutex);
     m_left.wait(lock, [this] { return m_nRunning == 0; });
 }

@@ -1,4 +1,4 @@
-// Clients that break every rule of the line, and a server that serves the others all the same.
+// Clients that break the protocol do not keep the server from serving others.
 #include <gmock/gmock.h>
 
 #include "DevServerTest.h"
@@ -9,7 +9,7 @@ namespace {
 
 using channel::Frame;
 
-class RoughClientTest : public DevServerTest {
+class MalformedClientTest : public DevServerTest {
 protected:
     void TearDown() override { ExpectTheServerServes(); }
 
@@ -26,8 +26,8 @@ protected:
         return WaitInRealTime([&] { return Connections() == count; });
     }
 
-    /// Shaken hands, and the configuration read.
-    std::unique_ptr<RawClient> Shaken() {
+    /// Returns a client after its handshake and the first configuration.
+    std::unique_ptr<RawClient> Connect() {
         auto client = std::make_unique<RawClient>(server.ChannelPort());
         client->Write(RawClient::Handshake(kToken));
         EXPECT_TRUE(client->WaitUntilReceived("ai_chat"));
@@ -47,7 +47,7 @@ protected:
     }
 };
 
-TEST_F(RoughClientTest, GarbageInPlaceOfAHandshakeIsHungUpOn) {
+TEST_F(MalformedClientTest, GarbageInPlaceOfAHandshakeIsHungUpOn) {
     for (const char* garbage : {"\xFF\xFE\xFD\r\n\r\n", "GET / HTTP/1.1\r\n\r\n", "\r\n\r\n"}) {
         RawClient client(server.ChannelPort());
         ASSERT_TRUE(client.WaitUntilConnected());
@@ -59,7 +59,7 @@ TEST_F(RoughClientTest, GarbageInPlaceOfAHandshakeIsHungUpOn) {
     EXPECT_EQ(Connections(), 0u);
 }
 
-TEST_F(RoughClientTest, AHandshakeThatComesByteByByteIsTaken) {
+TEST_F(MalformedClientTest, AHandshakeThatComesByteByByteIsTaken) {
     RawClient client(server.ChannelPort());
     ASSERT_TRUE(client.WaitUntilConnected());
 
@@ -69,18 +69,18 @@ TEST_F(RoughClientTest, AHandshakeThatComesByteByByteIsTaken) {
     EXPECT_EQ(Connections(), 1u);
 }
 
-TEST_F(RoughClientTest, AFrameThatComesByteByByteIsTaken) {
-    const auto client = Shaken();
+TEST_F(MalformedClientTest, AFrameThatComesByteByByteIsTaken) {
+    const auto client = Connect();
 
     EXPECT_TRUE(client->WriteOneByOne(Login(2)));
 
     EXPECT_TRUE(WaitForLogin(2));
 }
 
-TEST_F(RoughClientTest, AFrameThatIsCutAtAnyByteEndsWithItsConnection) {
+TEST_F(MalformedClientTest, AFrameThatIsCutAtAnyByteEndsWithItsConnection) {
     const QByteArray frame = Login(2);
     for (int cut = 0; cut < frame.size(); ++cut) {
-        auto client = Shaken();
+        auto client = Connect();
 
         client->Write(frame.left(cut));
         client.reset();
@@ -90,8 +90,8 @@ TEST_F(RoughClientTest, AFrameThatIsCutAtAnyByteEndsWithItsConnection) {
     EXPECT_TRUE(Http("GET", "/v1/received").body["received"].empty());
 }
 
-TEST_F(RoughClientTest, HalfAFrameKeepsNobodyElseWaiting) {
-    const auto client = Shaken();
+TEST_F(MalformedClientTest, HalfAFrameKeepsNobodyElseWaiting) {
+    const auto client = Connect();
 
     client->Write(Login(2).left(5));
 
@@ -99,9 +99,9 @@ TEST_F(RoughClientTest, HalfAFrameKeepsNobodyElseWaiting) {
     EXPECT_TRUE(client->IsConnected());
 }
 
-TEST_F(RoughClientTest, BytesThatAreNoFrameEndTheConnection) {
+TEST_F(MalformedClientTest, BytesThatAreNoFrameEndTheConnection) {
     for (const QByteArray& garbage : {QByteArray("\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"), QByteArray(200, '\x83')}) {
-        const auto client = Shaken();
+        const auto client = Connect();
 
         client->Write(garbage);
 
@@ -110,15 +110,15 @@ TEST_F(RoughClientTest, BytesThatAreNoFrameEndTheConnection) {
     }
 }
 
-TEST_F(RoughClientTest, AWholeFrameOfGarbageIsDroppedAndTheConnectionKept) {
-    const auto client = Shaken();
+TEST_F(MalformedClientTest, AWholeFrameOfGarbageIsDroppedAndTheConnectionKept) {
+    const auto client = Connect();
 
     client->Write(RawClient::Framed("\xFF\xFF") + RawClient::Framed("") + Login(2));
 
     EXPECT_TRUE(WaitForLogin(2));
 }
 
-TEST_F(RoughClientTest, TwoHundredConnectionsAreServedTogether) {
+TEST_F(MalformedClientTest, TwoHundredConnectionsAreServedTogether) {
     constexpr unsigned kMany = 200;
     std::vector<std::unique_ptr<RawClient>> clients;
     for (unsigned i = 0; i < kMany; ++i) {
@@ -136,7 +136,7 @@ TEST_F(RoughClientTest, TwoHundredConnectionsAreServedTogether) {
     EXPECT_TRUE(WaitForConnections(0));
 }
 
-TEST_F(RoughClientTest, TwoHundredConnectionsThatSayNothingKeepNobodyOut) {
+TEST_F(MalformedClientTest, TwoHundredConnectionsThatSayNothingKeepNobodyOut) {
     std::vector<std::unique_ptr<RawClient>> clients;
     for (int i = 0; i < 200; ++i) {
         clients.push_back(std::make_unique<RawClient>(server.ChannelPort()));
@@ -149,14 +149,14 @@ TEST_F(RoughClientTest, TwoHundredConnectionsThatSayNothingKeepNobodyOut) {
     EXPECT_EQ(Connections(), 0u);
 }
 
-TEST_F(RoughClientTest, AClientThatNeverReadsIsCutWhenTooMuchWaitsForIt) {
-    const auto client = Shaken();
+TEST_F(MalformedClientTest, AClientThatNeverReadsIsCutWhenTooMuchWaitsForIt) {
+    const auto client = Connect();
     client->Write(Login(2));
     ASSERT_TRUE(WaitForLogin(2));
     client->StopReading();
     const std::string push = R"({"user":2,"command":7,"bodyHex":")" + std::string(2 * 1024 * 1024, 'a') + "\"}";
 
-    // A mebibyte each: some rest in the line itself, the others wait in the server.
+    // One mebibyte each: a few are in the system's buffers, the others in the server's.
     int pushes = 0;
     while (Connections() == 1 && pushes < 100) {
         EXPECT_EQ(Http("POST", "/v1/push", push).status, 200);

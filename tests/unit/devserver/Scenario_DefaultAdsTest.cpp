@@ -1,4 +1,4 @@
-// The ads that are built in: each shows one thing that a client must do with them.
+// Each built-in ad shows one behaviour of a client.
 #include <gmock/gmock.h>
 
 #include <QFile>
@@ -32,8 +32,11 @@ protected:
     }
 
     std::vector<std::string> Due(int32_t type, int32_t position, const Audience& audience = {}) const {
+        devserver::AdQuery query;
+        query.set_ad_type(type);
+        query.set_ad_position(position);
         std::vector<std::string> ids;
-        const Json::Value answer = AnswerAdSearch({type, position, {}}, audience, {*scenario, kNow, ""});
+        const Json::Value answer = AnswerAdSearch(query, audience, {*scenario, kNow, ""});
         for (const Json::Value& ad : answer["data"]["ad"]) {
             ids.push_back(ad["ad_id"].asString());
         }
@@ -42,7 +45,7 @@ protected:
 
     const AdSlot& Slot(int32_t position) const {
         for (const AdSlot& slot : scenario->Ads()) {
-            if (slot.adPosition == position) {
+            if (slot.adposition() == position) {
                 return slot;
             }
         }
@@ -56,13 +59,13 @@ TEST_F(DefaultAdsTest, PopupsAreDueInAllTabsAndTheOnesOutOfTheirWindowsAreNot) {
     EXPECT_THAT(Due(2, 42), ElementsAre("18088", "18089"));
     EXPECT_THAT(Due(2, 42, {20007, Language::English}), ElementsAre("18087", "18088", "18089"));
 
-    EXPECT_EQ(Slot(42).campaigns.size(), 6u);
-    EXPECT_TRUE(Slot(42).enableClose);
-    for (const Campaign& campaign : Slot(42).campaigns) {
-        EXPECT_EQ(campaign.popupType, 2) << campaign.id;
+    EXPECT_EQ(Slot(42).campaigns_size(), 6);
+    EXPECT_TRUE(Slot(42).enableclose());
+    for (const Campaign& campaign : Slot(42).campaigns()) {
+        EXPECT_EQ(campaign.popuptype(), 2) << campaign.id();
     }
-    EXPECT_THAT(Slot(42).campaigns.at(1).showAreas, ElementsAre(500, 501, 502, 503, 504, 505, 506, 507));
-    EXPECT_THAT(Slot(42).campaigns.at(2).showAreas, ElementsAre(500, 503));
+    EXPECT_THAT(Slot(42).campaigns(1).showareas(), ElementsAre(500, 501, 502, 503, 504, 505, 506, 507));
+    EXPECT_THAT(Slot(42).campaigns(2).showareas(), ElementsAre(500, 503));
 }
 
 struct LanguageRow {
@@ -89,14 +92,14 @@ TEST_F(DefaultAdsTest, BannersOfTheSecondPlaceAreForUsersAndLanguages) {
     EXPECT_THAT(Due(3, 9), ElementsAre("18142"));
     EXPECT_THAT(Due(3, 9, {20001, Language::English}), ElementsAre("18140", "18142"));
     EXPECT_THAT(Due(3, 9, {10001, Language::French}), ElementsAre("18141", "18142"));
-    EXPECT_EQ(Slot(9).campaigns.size(), 5u);
+    EXPECT_EQ(Slot(9).campaigns_size(), 5);
 }
 
 TEST_F(DefaultAdsTest, OtherPlacesShowWhatAClientMustBear) {
-    EXPECT_EQ(Slot(7).bannerPosition->bannerType, 2);
-    EXPECT_EQ(Slot(8).bannerPosition->bannerType, 1);  // shows the first alone
+    EXPECT_EQ(Slot(7).bannerposition().bannertype(), 2);
+    EXPECT_EQ(Slot(8).bannerposition().bannertype(), 1);  // shows only the first
     EXPECT_THAT(Due(3, 8), ElementsAre("18120", "18121"));
-    EXPECT_EQ(Slot(10).bannerPosition->bannerType, 0);  // of no known type
+    EXPECT_EQ(Slot(10).bannerposition().bannertype(), 0);  // of no known type
     EXPECT_THAT(Due(3, 10), ElementsAre("18160"));
     EXPECT_THAT(Due(3, 11), ElementsAre("18180", "18181"));
     EXPECT_THAT(Due(3, 12), IsEmpty());
@@ -105,8 +108,8 @@ TEST_F(DefaultAdsTest, OtherPlacesShowWhatAClientMustBear) {
 TEST_F(DefaultAdsTest, EveryPictureIsThereButTheOneThatIsMeantToBeMissing) {
     devserver::CPictures pictures;
     for (const AdSlot& slot : scenario->Ads()) {
-        for (const Campaign& campaign : slot.campaigns) {
-            EXPECT_EQ(pictures.Find(campaign.image).has_value(), campaign.id != "18180") << campaign.id;
+        for (const Campaign& campaign : slot.campaigns()) {
+            EXPECT_EQ(pictures.Find(campaign.image()).has_value(), campaign.id() != "18180") << campaign.id();
         }
     }
 }

@@ -1,4 +1,4 @@
-// The members of a user that the control interface sets one by one.
+// Members of a user that the control interface changes one by one.
 #include <gmock/gmock.h>
 
 #include "DevServerTest.h"
@@ -59,11 +59,12 @@ TEST_P(UserMemberTest, IsOfAUserWhoIsThere) {
 INSTANTIATE_TEST_SUITE_P(
     Rows, UserMemberTest,
     testing::Values(MemberRow{"Premium", "premium", R"({"code":3,"rights":[{"access":13,"daysLeft":5}]})",
-                              R"({"rights":[{"access":13,"daysLeft":"5"}]})",
-                              "rights[0].daysLeft: must be a whole number from -2147483648 to 2147483647"},
+                              R"({"rights":[{"access":13,"daysLeft":"x"}]})",
+                              "premium.rights[0].daysLeft: must be a whole number from -2147483648 to 2147483647"},
                     MemberRow{"Vip", "vip", R"({"qualification":true,"basic":{"level":2}})",
-                              R"({"basic":{"level":-2}})", "basic.level: must be a whole number from 0 to 4294967295"},
-                    MemberRow{"Trade", "trade", "false", "0", "must be true or false"}),
+                              R"({"basic":{"level":-2}})",
+                              "vip.basic.level: must be a whole number from 0 to 4294967295"},
+                    MemberRow{"Trade", "trade", "false", "0", "trade: must be true or false"}),
     RowName());
 
 class UserMembersTest : public DevServerTest {};
@@ -122,7 +123,7 @@ TEST_F(UserMembersTest, AConfigurationOfHalfACharacterIsRefused) {
     const HttpAnswer answer = Http("PUT", "/v1/config/a", R"({"b":"\udc00"})");
 
     EXPECT_EQ(answer.status, 400);
-    EXPECT_EQ(answer.Error(), "must hold texts of whole characters alone");
+    EXPECT_EQ(answer.Error(), "not JSON: escapes half a character");
 }
 
 }  // namespace
