@@ -22,7 +22,7 @@
 #include "support/RawHttpServer.h"
 #include "support/RealTime.h"
 #include "support/ScriptedLog.h"
-#include "unit/services/picture/PictureBytes.h"
+#include "unit/host/services/picture/PictureBytes.h"
 
 namespace {
 

@@ -12,7 +12,7 @@
 #include "support/RealTime.h"
 #include "support/ScriptedLog.h"
 #include "support/ScriptedState.h"
-#include "unit/services/picture/PictureBytes.h"
+#include "unit/host/services/picture/PictureBytes.h"
 
 /// The client's pictures, a server that the test plays byte by byte, and the real network between them.
 class RealPictureTest : public ::testing::Test {

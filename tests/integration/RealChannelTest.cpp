@@ -1,21 +1,13 @@
-#include <gmock/gmock.h>
-
-#include "HostSet.h"
-#include "channel/WebSocketChannel.h"
-#include "core/MainThreadPoster.h"
-#include "core/TimeAndRandom.h"
-#include "support/EnvelopeServer.h"
+#include "RealLineTest.h"
 
 using ::testing::ElementsAre;
 using namespace std::chrono_literals;
 
 namespace {
 
-/// What only a channel with a network under it can show.
-class RealChannelTest : public HostContractTest {
+class RealChannelTest : public RealLineTest {
 protected:
-    RealChannelTest() { EXPECT_TRUE(server.Listen()); }
-
+    /// Waits for this client only; others may be connected.
     void Open(CWebSocketChannel& client) {
         client.Open(server.Url(), QByteArray("token"));
         EXPECT_TRUE(WaitUntil([&] { return client.IsConnected(); }));
@@ -37,12 +29,6 @@ protected:
             notes.push_back(error == kCSProtoOk ? data.m_strData : std::to_string(int(error)));
         };
     }
-
-    CEnvelopeServer server;
-    CMainThreadPoster poster;
-    CTimeAndRandom random;
-    QObject context;
-    std::vector<std::string> notes;
 };
 
 }  // namespace

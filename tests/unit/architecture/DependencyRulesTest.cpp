@@ -1,4 +1,4 @@
-// The walls of the house, read off the sources and off what was linked.
+// The dependency rules of docs/architecture.md, checked on includes and on linked libraries.
 #include <gmock/gmock.h>
 
 #include <QDir>
@@ -90,7 +90,7 @@ Matcher<std::string> OfTheCompiler() {
     return AnyOf("libc", "libm", "libstdc++", "libgcc_s", "ld-linux-x86-64", "libasan", "libubsan");
 }
 
-TEST(WallsTest, TheModuleReachesNothingButItsContract) {
+TEST(DependencyRulesTest, TheModuleReachesNothingButItsContract) {
     for (const Include& include : IncludesOf(QStringLiteral("ZRGrowth"))) {
         const std::string& header = include.header;
         const bool allowed = Exists(QStringLiteral("ZRGrowth"), header) ||
@@ -104,7 +104,7 @@ TEST(WallsTest, TheModuleReachesNothingButItsContract) {
     }
 }
 
-TEST(WallsTest, NoIncludeClimbsOutOfItsFolder) {
+TEST(DependencyRulesTest, NoIncludeClimbsOutOfItsFolder) {
     for (const char* folder : {"ZRGrowth", "host", "client", "workbench", "devserver"}) {
         for (const Include& include : IncludesOf(QString::fromLatin1(folder))) {
             EXPECT_EQ(include.header.find(".."), std::string::npos) << include;
@@ -116,7 +116,7 @@ TEST(WallsTest, NoIncludeClimbsOutOfItsFolder) {
     }
 }
 
-TEST(WallsTest, EveryConnectionOfTheModuleIsChecked) {
+TEST(DependencyRulesTest, EveryConnectionOfTheModuleIsChecked) {
     static const QRegularExpression bare(QStringLiteral("(?<!ConnectChecked)\\b(QObject::)?connect\\s*\\("));
     QDirIterator files(kSource + QStringLiteral("/ZRGrowth"), {QStringLiteral("*.h"), QStringLiteral("*.cpp")},
                        QDir::Files, QDirIterator::Subdirectories);
@@ -178,7 +178,7 @@ std::vector<Call> CallsInTheModuleOf(const char* name) {
 
 // The host drops these arguments, so that no port shows them.
 
-TEST(WallsTest, EveryMessageOfTheModuleIsSentWithTrueAsItsLastArgument) {
+TEST(DependencyRulesTest, EveryMessageOfTheModuleIsSentWithTrueAsItsLastArgument) {
     const std::vector<Call> calls = CallsInTheModuleOf("\\.\\s*Send");
     EXPECT_THAT(calls, SizeIs(Ge(5)));
     for (const Call& call : calls) {
@@ -187,7 +187,7 @@ TEST(WallsTest, EveryMessageOfTheModuleIsSentWithTrueAsItsLastArgument) {
     }
 }
 
-TEST(WallsTest, EveryCommandOfTheModuleIsSentWithoutAnExtension) {
+TEST(DependencyRulesTest, EveryCommandOfTheModuleIsSentWithoutAnExtension) {
     const std::vector<Call> calls = CallsInTheModuleOf("::SendCommand");
     EXPECT_THAT(calls, SizeIs(Ge(3)));
     for (const Call& call : calls) {
@@ -196,7 +196,7 @@ TEST(WallsTest, EveryCommandOfTheModuleIsSentWithoutAnExtension) {
     }
 }
 
-TEST(WallsTest, EveryTaskOfTheModuleIsPostedWithoutAName) {
+TEST(DependencyRulesTest, EveryTaskOfTheModuleIsPostedWithoutAName) {
     const std::vector<Call> calls = CallsInTheModuleOf("::ToMain(?:Delay)?");
     EXPECT_THAT(calls, SizeIs(Ge(5)));
     for (const Call& call : calls) {
@@ -205,7 +205,7 @@ TEST(WallsTest, EveryTaskOfTheModuleIsPostedWithoutAName) {
     }
 }
 
-TEST(WallsTest, TheContractIsHeadersThatNeedNothingOfTheHost) {
+TEST(DependencyRulesTest, TheContractIsHeadersThatNeedNothingOfTheHost) {
     QDirIterator files(kSource + QStringLiteral("/host/contract"), QDir::Files, QDirIterator::Subdirectories);
     while (files.hasNext()) {
         EXPECT_TRUE(files.next().endsWith(QStringLiteral(".h"))) << files.filePath().toStdString();
@@ -217,7 +217,7 @@ TEST(WallsTest, TheContractIsHeadersThatNeedNothingOfTheHost) {
     }
 }
 
-TEST(WallsTest, TheContractHoldsNoData) {
+TEST(DependencyRulesTest, TheContractHoldsNoData) {
     static const QRegularExpression data(QStringLiteral("^\\s*(inline |static |extern )+[^(;]*(=|;)"),
                                          QRegularExpression::MultilineOption);
     QDirIterator files(kSource + QStringLiteral("/host/contract"), QDir::Files, QDirIterator::Subdirectories);
@@ -231,7 +231,7 @@ TEST(WallsTest, TheContractHoldsNoData) {
     }
 }
 
-TEST(WallsTest, TheClientReachesTheModuleThroughItsServiceAlone) {
+TEST(DependencyRulesTest, TheClientReachesTheModuleThroughItsServiceAlone) {
     for (const char* folder : {"client", "workbench"}) {
         for (const Include& include : IncludesOf(QString::fromLatin1(folder))) {
             EXPECT_FALSE(Exists(QStringLiteral("ZRGrowth"), include.header)) << include;
@@ -240,7 +240,7 @@ TEST(WallsTest, TheClientReachesTheModuleThroughItsServiceAlone) {
     EXPECT_THAT(NeededBy(ZR_CLIENT), Not(Contains("libZRGrowth")));
 }
 
-TEST(WallsTest, TheServerSharesNoCodeWithClientAndModule) {
+TEST(DependencyRulesTest, TheServerSharesNoCodeWithClientAndModule) {
     for (const Include& include : IncludesOf(QStringLiteral("devserver"))) {
         const std::string& header = include.header;
         EXPECT_TRUE(Exists(QStringLiteral("devserver"), header) ||
@@ -254,7 +254,7 @@ TEST(WallsTest, TheServerSharesNoCodeWithClientAndModule) {
 }
 
 // Shell and workbench cannot reach the services: they do not link them.
-TEST(WallsTest, OnlyTheCompositionAndItsOwnerNameTheServices) {
+TEST(DependencyRulesTest, OnlyTheCompositionAndItsOwnerNameTheServices) {
     const auto isService = [](const std::string& header) {
         return Exists(QStringLiteral("host/services"), header) && !Exists(QStringLiteral("host/runtime"), header);
     };
@@ -269,18 +269,18 @@ TEST(WallsTest, OnlyTheCompositionAndItsOwnerNameTheServices) {
     EXPECT_THAT(named, ElementsAre("channel/Backoff.h"));
 }
 
-TEST(WallsTest, TheModuleNeedsOfTheHostItsLibraryAlone) {
+TEST(DependencyRulesTest, TheModuleNeedsOfTheHostItsLibraryAlone) {
     EXPECT_THAT(NeededBy(ZR_MODULE),
                 AllOf(Contains("libzrhost"), Each(AnyOf("libzrhost", "libQt5Core", "libQt5Gui", "libQt5Widgets",
                                                         "libjsoncpp", "libfmt", "libprotobuf", OfTheCompiler()))));
 }
 
-TEST(WallsTest, TheHostLibraryNeedsNeitherDatabaseNorNetworkNorLog) {
+TEST(DependencyRulesTest, TheHostLibraryNeedsNeitherDatabaseNorNetworkNorLog) {
     EXPECT_THAT(NeededBy(ZR_HOST), Each(AnyOf("libQt5Core", "libQt5Gui", "libQt5Widgets", "libQt5Svg", "libjsoncpp",
                                               "libfmt", "libprotobuf", OfTheCompiler())));
 }
 
-TEST(WallsTest, TheModuleExportsItsFiveSymbolsAndNothingElse) {
+TEST(DependencyRulesTest, TheModuleExportsItsFiveSymbolsAndNothingElse) {
     std::vector<std::string> symbols;
     for (const QString& line : OutputOf(QStringLiteral("nm"), {QStringLiteral("-D"), QStringLiteral("--defined-only"),
                                                                QStringLiteral("-P"), QStringLiteral(ZR_MODULE)})) {
@@ -291,7 +291,7 @@ TEST(WallsTest, TheModuleExportsItsFiveSymbolsAndNothingElse) {
                              "DestroyZRPluginModuleCZRGrowthModule", "LoadPluginModuleCZRGrowthModule"));
 }
 
-TEST(WallsTest, TheModuleIsNeverUnmapped) {
+TEST(DependencyRulesTest, TheModuleIsNeverUnmapped) {
     EXPECT_THAT(OutputOf(QStringLiteral("readelf"), {QStringLiteral("-dW"), QStringLiteral(ZR_MODULE)})
                     .join(QLatin1Char('\n'))
                     .toStdString(),

@@ -1,0 +1,5 @@
+#include "support/TestProcess.h"
+
+int main(int argc, char** argv) {
+    return test_process::RunInRealTime(argc, argv);
+}
