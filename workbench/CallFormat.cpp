@@ -6,7 +6,7 @@
 #include "core/network/http.h"
 #include "framework/JsonText.h"
 #include "workbench/JsonFields.h"
-#include "workbench/SeenFormat.h"
+#include "workbench/TraceFormat.h"
 
 namespace {
 
@@ -48,7 +48,7 @@ bool IsSecret(const QString& header) {
     return std::find(secrets.begin(), secrets.end(), header.toLower()) != secrets.end();
 }
 
-class CHttpFormat : public ISeenFormat {
+class CHttpFormat : public ITraceFormat {
 public:
     int MostRows() const override { return 1'000; }  // each with bodies of up to 128 KiB
     QString Name() const override { return QStringLiteral("Http"); }
@@ -146,7 +146,7 @@ private:
     }
 };
 
-class CReportFormat : public ISeenFormat {
+class CReportFormat : public ITraceFormat {
 public:
     QString Name() const override { return QStringLiteral("Report"); }
     std::vector<QString> Titles() const override {
@@ -198,10 +198,10 @@ public:
 
 }  // namespace
 
-std::unique_ptr<ISeenFormat> NewHttpFormat() {
+std::unique_ptr<ITraceFormat> NewHttpFormat() {
     return std::make_unique<CHttpFormat>();
 }
 
-std::unique_ptr<ISeenFormat> NewReportFormat() {
+std::unique_ptr<ITraceFormat> NewReportFormat() {
     return std::make_unique<CReportFormat>();
 }

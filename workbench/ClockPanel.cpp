@@ -9,7 +9,7 @@
 
 #include "Theme.h"
 #include "core/time_date.h"
-#include "workbench/ServerWords.h"
+#include "workbench/ServerText.h"
 
 namespace {
 
@@ -84,7 +84,7 @@ void CClockPanel::SetOffset(qint64 offsetMs) {
     const QByteArray wish = QByteArrayLiteral("{\"offsetMs\":") + QByteArray::number(offsetMs) + '}';
     m_server.Ask("PUT", QStringLiteral("/v1/clock"), wish, this, [this, offsetMs](const ServerAnswer& answer) {
         if (!answer.error.isEmpty()) {
-            Say(WordsOf(answer), false);
+            Say(ErrorText(answer), false);
             return;
         }
         m_nOffset = offsetMs;

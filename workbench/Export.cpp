@@ -6,9 +6,9 @@
 #include <QJsonObject>
 #include <QSaveFile>
 
-#include "workbench/Aliases.h"
 #include "workbench/LogModel.h"
-#include "workbench/SeenModel.h"
+#include "workbench/Redactor.h"
+#include "workbench/TraceModel.h"
 
 namespace workbench_export {
 namespace {
@@ -17,7 +17,7 @@ QString Iso(qint64 timeMs) {
     return QDateTime::fromMSecsSinceEpoch(timeMs, Qt::UTC).toString(Qt::ISODateWithMs);
 }
 
-QJsonArray FieldsOf(const std::vector<FieldNode>& fields, const CAliases& aliases) {
+QJsonArray FieldsOf(const std::vector<FieldNode>& fields, const CRedactor& aliases) {
     QJsonArray list;
     for (const FieldNode& field : fields) {
         QJsonObject json{{QStringLiteral("name"), aliases.Redacted(field.name)}};
@@ -40,7 +40,7 @@ bool IsPreview(const QString& title) {
     return title == QStringLiteral("Value");
 }
 
-QJsonObject RowOf(const CSeenModel& model, int row, const CAliases& aliases) {
+QJsonObject RowOf(const CTraceModel& model, int row, const CRedactor& aliases) {
     const std::vector<QString> titles = model.Format().Titles();
     QJsonObject cells;
     for (size_t column = 1; column < titles.size(); ++column) {
@@ -54,7 +54,7 @@ QJsonObject RowOf(const CSeenModel& model, int row, const CAliases& aliases) {
             {QStringLiteral("detail"), FieldsOf(model.Format().Detail(model.At(row)), aliases)}};
 }
 
-QJsonObject LineOf(const CLogModel& log, int row, const CAliases& aliases) {
+QJsonObject LineOf(const CLogModel& log, int row, const CRedactor& aliases) {
     return {{QStringLiteral("time"), log.index(row, CLogModel::Time).data().toString()},
             {QStringLiteral("severity"), int(log.At(row).severity)},
             {QStringLiteral("tag"), aliases.Redacted(log.At(row).tag)},
@@ -64,9 +64,9 @@ QJsonObject LineOf(const CLogModel& log, int row, const CAliases& aliases) {
 
 }  // namespace
 
-QByteArray Json(const std::vector<const CSeenModel*>& models, const CLogModel& log, const CAliases& aliases) {
+QByteArray Json(const std::vector<const CTraceModel*>& models, const CLogModel& log, const CRedactor& aliases) {
     QJsonObject all{{QStringLiteral("exported"), Iso(QDateTime::currentMSecsSinceEpoch())}};
-    for (const CSeenModel* model : models) {
+    for (const CTraceModel* model : models) {
         QJsonArray rows;
         for (int row = 0; row < model->rowCount(); ++row) {
             rows.append(RowOf(*model, row, aliases));

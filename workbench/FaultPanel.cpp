@@ -12,7 +12,7 @@
 #include <QVariant>
 
 #include "Theme.h"
-#include "workbench/ServerWords.h"
+#include "workbench/ServerText.h"
 #include "workbench/WireCommands.h"
 
 namespace {
@@ -222,7 +222,7 @@ void CFaultPanel::Send(const Json::Value& faults) {
     m_server.Ask("PUT", QStringLiteral("/v1/faults"), Written(faults).toUtf8(), this,
                  [this, faults](const ServerAnswer& answer) {
                      if (!answer.error.isEmpty()) {
-                         Say(WordsOf(answer), false);
+                         Say(ErrorText(answer), false);
                          return;
                      }
                      m_faults = faults;
@@ -234,7 +234,7 @@ void CFaultPanel::Send(const Json::Value& faults) {
 void CFaultPanel::Drop() {
     m_server.Ask("POST", QStringLiteral("/v1/drop"), "{}", this, [this](const ServerAnswer& answer) {
         if (!answer.error.isEmpty()) {
-            Say(WordsOf(answer), false);
+            Say(ErrorText(answer), false);
             return;
         }
         Say(QStringLiteral("Connections dropped: %1").arg(answer.body["dropped"].asInt()), true);

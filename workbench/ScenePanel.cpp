@@ -10,7 +10,7 @@
 #include <QVariant>
 
 #include "Theme.h"
-#include "workbench/ServerWords.h"
+#include "workbench/ServerText.h"
 
 namespace {
 
@@ -109,7 +109,7 @@ void CScenePanel::Reload() {
                          return;
                      }
                      if (!answer.error.isEmpty()) {
-                         Say(WordsOf(answer), false);
+                         Say(ErrorText(answer), false);
                          return;
                      }
                      for (const Json::Value& known : answer.body["users"]) {
@@ -168,7 +168,7 @@ void CScenePanel::Save() {
     m_server.Ask("PUT", QStringLiteral("/v1/users/%1/aiChat").arg(m_nUser), Written(aiChat), this,
                  [this, aiChat](const ServerAnswer& answer) {
                      if (!answer.error.isEmpty()) {
-                         Say(WordsOf(answer), false);
+                         Say(ErrorText(answer), false);
                          return;
                      }
                      m_aiChat = aiChat;

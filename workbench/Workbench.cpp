@@ -24,12 +24,12 @@
 #include "workbench/Export.h"
 #include "workbench/FaultPanel.h"
 #include "workbench/ScenePanel.h"
-#include "workbench/SeenView.h"
 #include "workbench/TabPages.h"
-#include "workbench/ads/AdBoard.h"
+#include "workbench/TraceView.h"
 #include "workbench/ads/AdSwitches.h"
 #include "workbench/ads/AdTab.h"
-#include "workbench/rights/RefreshBoard.h"
+#include "workbench/ads/AdTracker.h"
+#include "workbench/rights/RefreshTracker.h"
 #include "workbench/rights/RightsTab.h"
 
 namespace {
@@ -108,17 +108,17 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, const CPremiumRights& rights, IC
       m_pMarkets(new QLineEdit(this)),
       m_pMarketsNote(new QLabel(this)),
       m_pTabs(new QTabWidget(this)),
-      m_pBoard(new CRefreshBoard(this)),
-      m_pAds(new CAdBoard(ToServer, this)),
+      m_pTracker(new CRefreshTracker(this)),
+      m_pAds(new CAdTracker(ToServer, this)),
       m_pAdTab(new CAdTab(*m_pAds, server, PagesOf(m_pTabs))),
       m_pTrafficTab(new QWidget(PagesOf(m_pTabs))),
       m_pTrafficTabs(new QTabWidget(m_pTrafficTab)),
-      m_pTraffic(new CSeenView(NewTrafficFormat(m_decoder), PagesOf(m_pTrafficTabs))),
-      m_pHttp(new CSeenView(NewHttpFormat(), PagesOf(m_pTrafficTabs))),
-      m_pReports(new CSeenView(NewReportFormat(), PagesOf(m_pTrafficTabs))),
+      m_pTraffic(new CTraceView(NewTrafficFormat(m_decoder), PagesOf(m_pTrafficTabs))),
+      m_pHttp(new CTraceView(NewHttpFormat(), PagesOf(m_pTrafficTabs))),
+      m_pReports(new CTraceView(NewReportFormat(), PagesOf(m_pTrafficTabs))),
       m_pLog(new CLogView(PagesOf(m_pTabs))),
-      m_pStore(new CSeenView(NewStoreFormat(), PagesOf(m_pTabs))),
-      m_pUrls(new CSeenView(NewUrlFormat(), PagesOf(m_pTabs))),
+      m_pStore(new CTraceView(NewStoreFormat(), PagesOf(m_pTabs))),
+      m_pUrls(new CTraceView(NewUrlFormat(), PagesOf(m_pTabs))),
       m_pScenes(new CScenePanel(server, this)),
       m_pFaults(new CFaultPanel(server, this)),
       m_pClock(new CClockPanel(server, this)),
@@ -136,7 +136,8 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, const CPremiumRights& rights, IC
     const auto setFault = [this](uint32_t command, const auto& fault, IControlClient::Answered answered) {
         m_pFaults->SetFault(command, fault, std::move(answered));
     };
-    addTab(new CRightsTab(rights, *m_pBoard, m_decoder, server, setFault, PagesOf(m_pTabs)), QStringLiteral("Rights"));
+    addTab(new CRightsTab(rights, *m_pTracker, m_decoder, server, setFault, PagesOf(m_pTabs)),
+           QStringLiteral("Rights"));
     addTab(m_pAdTab, QStringLiteral("Ads"));
     SetUpTrafficTab();
     addTab(m_pTrafficTab, QStringLiteral("Traffic"));
@@ -272,13 +273,13 @@ void CWorkbench::Take(const TraceEvent& seen) {
     m_pReports->Model().Add(seen);
     m_pStore->Model().Add(seen);
     m_pUrls->Model().Add(seen);
-    m_pBoard->Take(seen);
+    m_pTracker->Take(seen);
     m_pAds->Take(seen);
 }
 
 void CWorkbench::TakeLine(const LogEntry& entry) {
     Log().Add(entry);
-    m_pBoard->TakeLine(entry);
+    m_pTracker->TakeLine(entry);
     m_pAds->TakeLine(entry);
 }
 

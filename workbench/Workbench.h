@@ -4,21 +4,21 @@
 
 #include "ISessionControl.h"
 #include "tracing/TraceEvent.h"
-#include "workbench/Aliases.h"
 #include "workbench/ControlClient.h"
 #include "workbench/LogView.h"
+#include "workbench/Redactor.h"
 #include "workbench/WireDecoder.h"
 
 class CAIChatEntries;
-class CAdBoard;
+class CAdTracker;
 class CAdSwitches;
 class CAdTab;
 class CClockPanel;
 class CFaultPanel;
 class CPremiumRights;
-class CRefreshBoard;
+class CRefreshTracker;
 class CScenePanel;
-class CSeenView;
+class CTraceView;
 class QComboBox;
 class QGridLayout;
 class QLabel;
@@ -53,7 +53,7 @@ public:
     CAdSwitches& AdSwitches();
 
     /// The values that an export must not contain.
-    CAliases& Aliases() { return m_aliases; }
+    CRedactor& Aliases() { return m_aliases; }
 
     /// Writes the recorded entries to the file. Returns the reason of a failure, or an empty text.
     QString ExportTo(const QString& path) const;
@@ -101,21 +101,21 @@ private:
     QLabel* m_pMarketsNote;
     QTabWidget* m_pTabs;
     CWireDecoder m_decoder;
-    CRefreshBoard* m_pBoard;
-    CAdBoard* m_pAds;
+    CRefreshTracker* m_pTracker;
+    CAdTracker* m_pAds;
     CAdTab* m_pAdTab;
     QWidget* m_pTrafficTab;
     QTabWidget* m_pTrafficTabs;
-    CSeenView* m_pTraffic;
-    CSeenView* m_pHttp;
-    CSeenView* m_pReports;
+    CTraceView* m_pTraffic;
+    CTraceView* m_pHttp;
+    CTraceView* m_pReports;
     CLogView* m_pLog;
-    CSeenView* m_pStore;
-    CSeenView* m_pUrls;
+    CTraceView* m_pStore;
+    CTraceView* m_pUrls;
     CScenePanel* m_pScenes;
     CFaultPanel* m_pFaults;
     CClockPanel* m_pClock;
     QLineEdit* m_pExportPath;
     QLabel* m_pExportNote;
-    CAliases m_aliases;
+    CRedactor m_aliases;
 };

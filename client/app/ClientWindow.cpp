@@ -93,13 +93,13 @@ void CClientWindow::ShowUser() {
 
 // Each login has its own session id. The ids of former sessions are still in the log and in the trace.
 void CClientWindow::UpdateAliases() {
-    CAliases& aliases = m_pWorkbench->Aliases();
+    CRedactor& aliases = m_pWorkbench->Aliases();
     for (const ServerUser& user : m_composition.Users()) {
-        aliases.LearnNumber(QStringLiteral("user"), user.id);
-        aliases.LearnText(QStringLiteral("name"), user.name);
+        aliases.AddSecretNumber(QStringLiteral("user"), user.id);
+        aliases.AddSecretText(QStringLiteral("name"), user.name);
     }
-    aliases.LearnNumber(QStringLiteral("user"), m_composition.UserId());
-    aliases.LearnNumber(QStringLiteral("session"), core::login_status_data::GetSessionId());
-    aliases.LearnText(QStringLiteral("device"), QString::fromStdString(core::environment::GetDeviceId()));
-    aliases.LearnText(QStringLiteral("token"), QString::fromLatin1(m_composition.ServerToken()));
+    aliases.AddSecretNumber(QStringLiteral("user"), m_composition.UserId());
+    aliases.AddSecretNumber(QStringLiteral("session"), core::login_status_data::GetSessionId());
+    aliases.AddSecretText(QStringLiteral("device"), QString::fromStdString(core::environment::GetDeviceId()));
+    aliases.AddSecretText(QStringLiteral("token"), QString::fromLatin1(m_composition.ServerToken()));
 }

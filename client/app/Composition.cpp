@@ -46,7 +46,7 @@ std::function<QString()> Words(const char* source, const QStringList& values = {
 }
 
 // Returns an empty text while the store accepts saves.
-QString WordsOf(EnStoreTrouble trouble) {
+QString ErrorText(EnStoreTrouble trouble) {
     switch (trouble) {
         case EnStoreTrouble::kNone:
             return {};
@@ -346,7 +346,7 @@ void CComposition::EmitStatus() {
     if (!m_fnStatus) {
         return;
     }
-    const QString trouble = WordsOf(m_store.Trouble());
+    const QString trouble = ErrorText(m_store.Trouble());
     if (trouble.isEmpty()) {
         Q_EMIT StatusChanged(m_fnStatus(), m_bStatusGood);
     } else {

@@ -31,7 +31,7 @@ TEST_P(AdBadPictureTest, IsTriedThreeTimesAndToldAndKeepsThePopupAway) {
 
     EXPECT_TRUE(WaitForLine("OnImageLoadFailed, adType = 2"));
     ExpectRefused("refused (picture): picture loaded", (std::string("refused-picture-") + row.name).c_str());
-    EXPECT_EQ(Said(row.reason), 3);
+    EXPECT_EQ(ParsedLine(row.reason), 3);
     EXPECT_EQ(server->HttpTo(row.path).size(), 3u);
     ASSERT_TRUE(WaitInRealTime([this] { return Reported("AdvertisementImageResourceDownloadResult") == 1; }));
     const Json::Value told = server->ReportsOf("AdvertisementImageResourceDownloadResult")[0];

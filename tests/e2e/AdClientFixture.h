@@ -43,14 +43,14 @@ protected:
     }
 
     /// Returns the number of module log lines that contain `words`.
-    int Said(const char* words) const {
+    int ParsedLine(const char* words) const {
         const auto lines = client->Log().Kept();
         return int(std::count_if(lines.begin(), lines.end(), [words](const LogEntry& line) {
             return line.record.text.contains(QString::fromLatin1(words));
         }));
     }
     bool WaitForLine(const char* words, int times = 1) {
-        return WaitInRealTime([=] { return Said(words) == times; });
+        return WaitInRealTime([=] { return ParsedLine(words) == times; });
     }
 
     void Choose(const char* page) { Click(Child<QToolButton>((std::string("NavigationTab_") + page).c_str())); }

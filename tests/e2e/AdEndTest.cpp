@@ -96,7 +96,7 @@ TEST_P(AdBadLinkTest, IsNotOpenedAndToldSoAndThePopupIsGone) {
     ASSERT_TRUE(WaitForLine("Closed ad by ad clicked. adType = 2, adPosition = 42, adId = 701"));
     ASSERT_TRUE(WaitInRealTime([this] { return Reported("ClickAd") == 1; }));
     EXPECT_EQ(server->ReportsOf("ClickAd")[0]["result_status"], 0);
-    EXPECT_EQ(Said("Refused to open a URL, its scheme is not allowed"), 1);
+    EXPECT_EQ(ParsedLine("Refused to open a URL, its scheme is not allowed"), 1);
     EXPECT_EQ(opened, 0);
     ASSERT_TRUE(WaitInRealTime([this] { return Card() == nullptr; }));
     ExpectOneExposure("701", kTypePopup, kBottom);

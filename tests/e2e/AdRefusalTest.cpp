@@ -83,7 +83,7 @@ TEST_F(AdRefusalTest, AnIntervalThatIsNotOver) {
     Push(kPushNew);
 
     EXPECT_TRUE(WaitForLine("CurrentTime donot exceed showInterval."));
-    EXPECT_EQ(Said("showInterval = 3600, adType = 2, adPosition = 42, adId = 701"), 1);
+    EXPECT_EQ(ParsedLine("showInterval = 3600, adType = 2, adPosition = 42, adId = 701"), 1);
     EXPECT_EQ(Overridden(), "Overridden: interval 3600 s instead of 0 s");
     ExpectRefused("refused (moment): interval since the last showing", "refused-interval");
 
@@ -130,7 +130,7 @@ TEST_F(AdRefusalTest, AStartThatHasNotCome) {
     Push(kPushCheck, "703");
 
     EXPECT_TRUE(WaitForLine("CurrentTime < startTime"));
-    EXPECT_EQ(Said("adType = 2, adPosition = 42, remove adId = 703"), 1);
+    EXPECT_EQ(ParsedLine("adType = 2, adPosition = 42, remove adId = 703"), 1);
     ExpectRefused("refused (list): an ad that is due", "refused-start");
     PassAnHour();
     Push(kPushCheck, "703");

@@ -35,7 +35,7 @@ constexpr const char* kScenario = R"({"schema":1,"rights":[
 
 class RightsTest : public ClientTest {
 protected:
-    struct Told {
+    struct Received {
         unsigned int message;
         uint64_t outcome;
         std::vector<int> rights;  // in the table at the notification
@@ -58,7 +58,8 @@ protected:
 
     /// Waits for the login of `user` and for both answers.
     void AwaitLogin(uint64_t user) {
-        ASSERT_TRUE(WaitInRealTime([&] { return client->UserId() == user && ToldOf(80051) > 0 && ToldOf(80052) > 0; }));
+        ASSERT_TRUE(
+            WaitInRealTime([&] { return client->UserId() == user && ReceivedOf(80051) > 0 && ReceivedOf(80052) > 0; }));
     }
 
     void LogIn(uint64_t user) {
@@ -82,8 +83,9 @@ protected:
         return rights;
     }
 
-    int ToldOf(unsigned int message) const {
-        return int(std::count_if(told.begin(), told.end(), [=](const Told& one) { return one.message == message; }));
+    int ReceivedOf(unsigned int message) const {
+        return int(
+            std::count_if(told.begin(), told.end(), [=](const Received& one) { return one.message == message; }));
     }
 
     std::string LastRequest() { return server->Requests(20637).back()["bodyHex"].asString(); }
@@ -99,7 +101,7 @@ protected:
 
     void Press(const char* button) { Child<QPushButton>(button)->click(); }
 
-    std::vector<Told> told;
+    std::vector<Received> told;
     std::vector<std::vector<int>> atUserChange;
 };
 
@@ -143,7 +145,7 @@ TEST_F(RightsTest, TheTableOfTheNextUserHasNothingOfTheFormer) {
 
     // the table is empty first and contains the new user's rights later, never those of the former user
     EXPECT_THAT(atUserChange, Each(IsEmpty()));
-    for (const Told& one : told) {
+    for (const Received& one : told) {
         EXPECT_THAT(one.rights, Each(5)) << one.message;
     }
     EXPECT_THAT(Rights(), ElementsAre(5));
@@ -184,13 +186,13 @@ TEST_F(RightsTest, APushForAListRefreshesJustThese) {
 
     server->Post("/v1/push", R"({"premiumChange":{"delaySeconds":0,"needAll":false,"access":[5]}})");
 
-    ASSERT_TRUE(WaitInRealTime([this] { return ToldOf(80050) == 1; }));
+    ASSERT_TRUE(WaitInRealTime([this] { return ReceivedOf(80050) == 1; }));
     EXPECT_EQ(LastRequest(), "08001005");
     EXPECT_THAT(Rights(), ElementsAre(1, 5, 1000));
     EXPECT_TRUE(Right(5).bHasPermission);
     EXPECT_TRUE(Right(1).bHasPermission);
     EXPECT_EQ(Right(1).nDaysLeft, 30);
-    EXPECT_EQ(ToldOf(80051), 0);
+    EXPECT_EQ(ReceivedOf(80051), 0);
 }
 
 TEST_F(RightsTest, APushOfTheVipStatusRefreshesIt) {
@@ -199,7 +201,7 @@ TEST_F(RightsTest, APushOfTheVipStatusRefreshesIt) {
 
     server->Post("/v1/push", R"({"vipChange":{"windowSeconds":0}})");
 
-    ASSERT_TRUE(WaitInRealTime([this] { return ToldOf(80052) == 1; }));
+    ASSERT_TRUE(WaitInRealTime([this] { return ReceivedOf(80052) == 1; }));
     EXPECT_EQ(Service()->GetVipGrade(), 3);
     EXPECT_EQ(Service()->GetVipEngineStatus(), kVipEngineExpired);
     EXPECT_TRUE(Says("VipEngineStatus", "expired"));
@@ -210,7 +212,7 @@ TEST_F(RightsTest, ALanguageBringsItsTexts) {
 
     client->SetLanguage(7);
 
-    ASSERT_TRUE(WaitInRealTime([this] { return ToldOf(80050) == 1; }));
+    ASSERT_TRUE(WaitInRealTime([this] { return ReceivedOf(80050) == 1; }));
     EXPECT_EQ(Right(1).strMainTitle, QStringLiteral("Premier"));
     EXPECT_EQ(Right(5).strMainTitle, QString::fromUtf8("Cinquième"));
     // the server receives the language before the request
@@ -232,7 +234,7 @@ TEST_F(RightsTest, AServerThatIsGoneAndBackLeavesTheTable) {
     EXPECT_THAT(told, IsEmpty());
     // and the next request is answered
     Service()->GetUiMsgAndPremiumAccessReq(true);
-    EXPECT_TRUE(WaitInRealTime([this] { return ToldOf(80050) == 1; }));
+    EXPECT_TRUE(WaitInRealTime([this] { return ReceivedOf(80050) == 1; }));
 }
 
 struct BadAnswer {

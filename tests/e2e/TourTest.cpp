@@ -15,7 +15,7 @@
 #include "ui/zr_ui_theme.h"
 #include "workbench/LogFilter.h"
 #include "workbench/LogModel.h"
-#include "workbench/rights/RefreshBoard.h"
+#include "workbench/rights/RefreshTracker.h"
 
 using namespace ::testing;
 
@@ -272,7 +272,7 @@ TEST_F(TourTest, RefreshesTheRightsOfAMemberAfterAPush) {
 
     Click(Child<QPushButton>("PushPremium"));
 
-    const auto* board = window->findChild<CRefreshBoard*>();
+    const auto* board = window->findChild<CRefreshTracker*>();
     EXPECT_TRUE(WaitInRealTime([&] { return !board->WaitingPushes().empty(); }));
     Picture("rights-push");
     parts->setCurrentIndex(kRightsRefreshes);

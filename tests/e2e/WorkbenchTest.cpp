@@ -134,7 +134,7 @@ TEST_F(WorkbenchOnServerTest, ASessionThatCameWithAReconnectIsKeptOutOfExportsTo
     Child<QPushButton>("FaultDrop")->click();
     ASSERT_TRUE(WaitInRealTime([&] { return core::login_status_data::GetSessionId() != first; }));
 
-    const CAliases& aliases = Child<CWorkbench>("Workbench")->Aliases();
+    const CRedactor& aliases = Child<CWorkbench>("Workbench")->Aliases();
     EXPECT_EQ(aliases.Redacted(QString::number(first)), QStringLiteral("session-1"));
     EXPECT_EQ(aliases.Redacted(QString::number(core::login_status_data::GetSessionId())), QStringLiteral("session-2"));
 }
@@ -142,7 +142,7 @@ TEST_F(WorkbenchOnServerTest, ASessionThatCameWithAReconnectIsKeptOutOfExportsTo
 TEST_F(WorkbenchOnServerTest, IdsAndNamesOfTheServersUsersAreKeptOutOfExports) {
     StartAndLogIn();
 
-    const CAliases& aliases = Child<CWorkbench>("Workbench")->Aliases();
+    const CRedactor& aliases = Child<CWorkbench>("Workbench")->Aliases();
     EXPECT_EQ(aliases.Redacted(QStringLiteral("Two is 502, Three is 503")),
               QStringLiteral("name-2 is user-2, name-3 is user-3"));
 }

@@ -4,32 +4,32 @@
 
 namespace {
 
-EnAdFate FateOfAll(const AdRequest& request) {
+EnAdResult FateOfAll(const AdRequest& request) {
     switch (request.outcome) {
         case EnAdOutcome::NotDecoded:
-            return EnAdFate::NotDecoded;
+            return EnAdResult::NotDecoded;
         case EnAdOutcome::Refused:
-            return EnAdFate::Refused;
+            return EnAdResult::Refused;
         case EnAdOutcome::Superseded:
-            return EnAdFate::Superseded;
+            return EnAdResult::Superseded;
         case EnAdOutcome::Good:
             break;
         default:
-            return EnAdFate::Unknown;
+            return EnAdResult::Unknown;
     }
     if (request.verdict == EnAdVerdict::ForeignType) {
-        return EnAdFate::ForeignType;
+        return EnAdResult::ForeignType;
     }
     if (request.verdict == EnAdVerdict::ForeignPosition) {
-        return EnAdFate::ForeignPosition;
+        return EnAdResult::ForeignPosition;
     }
     if (request.slot.type != kTypePopup && request.slot.type != kTypeBanner) {
-        return EnAdFate::Unshowable;
+        return EnAdResult::Unshowable;
     }
     if (request.verdict == EnAdVerdict::Unfit) {
-        return EnAdFate::Unfit;
+        return EnAdResult::Unfit;
     }
-    return request.isCleared ? EnAdFate::Cleared : EnAdFate::Kept;
+    return request.isCleared ? EnAdResult::Cleared : EnAdResult::Kept;
 }
 
 bool MayBe(std::optional<qint64> known, qint64 limit) {
@@ -42,9 +42,9 @@ bool IsOf(const AdRequest::Drop& drop, const AdOffer& ad) {
         return false;
     }
     switch (drop.why) {
-        case EnAdFate::TooEarly:
+        case EnAdResult::TooEarly:
             return MayBe(ad.startS, drop.limitS);
-        case EnAdFate::Over:
+        case EnAdResult::Over:
             return MayBe(ad.endS, drop.limitS);
         default:
             return MayBe(ad.expireS, drop.limitS);
@@ -53,7 +53,7 @@ bool IsOf(const AdRequest::Drop& drop, const AdOffer& ad) {
 
 }  // namespace
 
-std::vector<AdFate> AdRequest::Fates() const {
+std::vector<AdFate> AdRequest::Results() const {
     std::vector<AdFate> fates;
     if (offers) {
         for (const AdOffer& offer : *offers) {
@@ -65,7 +65,7 @@ std::vector<AdFate> AdRequest::Fates() const {
         }
     }
     const auto isThere = [](const AdFate& fate) {
-        return fate.fate == EnAdFate::Kept || fate.fate == EnAdFate::Cleared;
+        return fate.fate == EnAdResult::Kept || fate.fate == EnAdResult::Cleared;
     };
     for (const Drop& drop : drops) {
         const auto fate = std::find_if(fates.begin(), fates.end(),
@@ -78,8 +78,8 @@ std::vector<AdFate> AdRequest::Fates() const {
     }
     for (AdFate& fate : fates) {
         const auto reasons = filtered.find(fate.ad.id);
-        if (reasons != filtered.end() && fate.fate == EnAdFate::Kept) {
-            fate.fate = EnAdFate::Filtered;
+        if (reasons != filtered.end() && fate.fate == EnAdResult::Kept) {
+            fate.fate = EnAdResult::Filtered;
             fate.reasons = reasons->second;
         }
         const auto picture = pictures.find(fate.ad.id);

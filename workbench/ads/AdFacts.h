@@ -38,7 +38,7 @@ struct AdOffer {
 };
 
 /// The result for an ad of an answer.
-enum class EnAdFate {
+enum class EnAdResult {
     Unknown,  // not yet reported
     Kept,
     Cleared,   // kept at first, cleared later
@@ -57,7 +57,7 @@ enum class EnAdFate {
 
 struct AdFate {
     AdOffer ad;
-    EnAdFate fate = EnAdFate::Unknown;
+    EnAdResult fate = EnAdResult::Unknown;
     qint64 nowS = 0;        // time of the check of its window
     qint64 limitS = 0;      // the violated limit of its window
     QStringList reasons;    // of the filter
@@ -92,7 +92,7 @@ struct AdRequest {
     /// An ad that was removed from the list.
     struct Drop {
         QString id;
-        EnAdFate why = EnAdFate::Over;
+        EnAdResult why = EnAdResult::Over;
         qint64 nowS = 0;
         qint64 limitS = 0;
     };
@@ -120,7 +120,7 @@ struct AdRequest {
     bool isCleared = false;
 
     /// In the server's order.
-    std::vector<AdFate> Fates() const;
+    std::vector<AdFate> Results() const;
 
     /// Returns true if at least one picture failed and none was loaded.
     bool IsWithoutPicture() const;
@@ -170,5 +170,5 @@ struct AdSlotState {
     std::optional<AdClick> click;
     std::optional<AdClick> closeButton;
     std::optional<AdClosing> closing;
-    AdWhy why;
+    AdDiagnosis why;
 };

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "workbench/ServerWords.h"
+#include "workbench/ServerText.h"
 #include "workbench/ads/AdFacts.h"
 
 namespace {
@@ -26,7 +26,7 @@ void CAdInterval::Set(std::optional<qint64> seconds) {
     }
     Ask("GET", QStringLiteral("/v1/scenario"), QByteArray(), [this, seconds](const ServerAnswer& answer) {
         if (!answer.error.isEmpty()) {
-            Q_EMIT Done(WordsOf(answer));
+            Q_EMIT Done(ErrorText(answer));
             return;
         }
         Json::Value ads = answer.body["ads"];
@@ -60,7 +60,7 @@ void CAdInterval::Put(const Json::Value& ads, qint64 own, std::optional<qint64> 
                 m_nOwn = own;
                 m_override = seconds;
             }
-            Q_EMIT Done(answer.error.isEmpty() ? QString() : WordsOf(answer));
+            Q_EMIT Done(answer.error.isEmpty() ? QString() : ErrorText(answer));
         });
 }
 

@@ -158,7 +158,7 @@ const std::vector<Line>& All() {
     return lines;
 }
 
-std::optional<Said> Read(const QString& text) {
+std::optional<ParsedLine> Read(const QString& text) {
     if (!text.startsWith(QLatin1String("[Ad] "))) {
         return std::nullopt;
     }
@@ -169,7 +169,7 @@ std::optional<Said> Read(const QString& text) {
         }
         const QRegularExpressionMatch match = pattern.expression.match(text);
         if (match.hasMatch()) {
-            Said said{pattern.line, {}};
+            ParsedLine said{pattern.line, {}};
             for (int group = 1; group <= match.lastCapturedIndex(); ++group) {
                 const QString value = match.captured(group);
                 said.values << readable::FromLatin1(value).value_or(value);

@@ -80,7 +80,7 @@ struct Line {
 
 const std::vector<Line>& All();
 
-struct Said {
+struct ParsedLine {
     EnLine line;
     QStringList values;  // unescaped
 
@@ -89,6 +89,6 @@ struct Said {
 
 /// Returns the matching line with its values; nothing for any other text. A server's text within a line can resemble
 /// values, but the line's last values are the module's.
-std::optional<Said> Read(const QString& text);
+std::optional<ParsedLine> Read(const QString& text);
 
 }  // namespace ad_lines

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
-namespace ad_why {
+namespace ad_diagnosis {
 namespace {
 
 using ad_lines::EnLine;
-using ad_lines::Said;
+using ad_lines::ParsedLine;
 
 constexpr qint64 kSameCallMs = 2'000;
 
@@ -74,7 +74,7 @@ const std::vector<Meaning>& Meanings() {
     return meanings;
 }
 
-std::vector<AdStep> Steps(EnAdRoad road) {
+std::vector<AdStep> Steps(EnAdFlow road) {
     using S = EnAdStage;
     using T = EnAdTest;
     std::vector<AdStep> steps;
@@ -83,11 +83,11 @@ std::vector<AdStep> Steps(EnAdRoad road) {
             steps.push_back({stage, test});
         }
     };
-    if (road != EnAdRoad::Waiting) {
+    if (road != EnAdFlow::Waiting) {
         add(S::Request, {T::Limit, T::Task, T::Latest, T::Exchange, T::Json, T::Decode, T::Code});
     }
     add(S::List, {T::List, T::Type, T::Position, T::Ads, T::Window});
-    if (road == EnAdRoad::Banner) {
+    if (road == EnAdFlow::Banner) {
         add(S::List, {T::Layout, T::Caller});
         add(S::Card, {T::List, T::Layout, T::Ads, T::BannerType});
         return steps;
@@ -101,8 +101,8 @@ std::vector<AdStep> Steps(EnAdRoad road) {
 }
 
 /// The first remaining step with this check.
-std::optional<size_t> PlaceOf(EnAdRoad road, const Meaning& meaning, size_t passed) {
-    const std::vector<AdStep>& steps = Road(road);
+std::optional<size_t> PlaceOf(EnAdFlow road, const Meaning& meaning, size_t passed) {
+    const std::vector<AdStep>& steps = Flow(road);
     for (size_t place = passed; place < steps.size(); ++place) {
         if (steps[place].test == meaning.test && steps[place].stage >= meaning.stage) {
             return place;
@@ -111,23 +111,23 @@ std::optional<size_t> PlaceOf(EnAdRoad road, const Meaning& meaning, size_t pass
     return std::nullopt;
 }
 
-void Pass(AdWhy& why, const Meaning& meaning) {
+void Pass(AdDiagnosis& why, const Meaning& meaning) {
     if (const auto place = PlaceOf(why.road, meaning, why.passed)) {
         why.passed = *place + 1;
     }
 }
 
-void Begin(AdWhy& why, const Meaning& meaning, EnAdRoad road) {
+void Begin(AdDiagnosis& why, const Meaning& meaning, EnAdFlow road) {
     why.road = road;
     why.passed = 0;
     why.dropped.clear();
-    if (road != EnAdRoad::Waiting) {
+    if (road != EnAdFlow::Waiting) {
         why.isAsking = false;
         Pass(why, meaning);
     }
 }
 
-void Put(AdWhy& why, AdRefusal refusal) {
+void Put(AdDiagnosis& why, AdRefusal refusal) {
     if (!refusal.leavesRest) {
         why.before.reset();
     } else if (why.last && !why.last->leavesRest) {
@@ -136,18 +136,19 @@ void Put(AdWhy& why, AdRefusal refusal) {
     why.last = std::move(refusal);
 }
 
-bool LeavesRest(const Meaning& meaning, EnAdRoad road, EnAdStage stage, bool hasStanding) {
+bool LeavesRest(const Meaning& meaning, EnAdFlow road, EnAdStage stage, bool hasStanding) {
     if (meaning.test == EnAdTest::Limit || meaning.test == EnAdTest::Latest || meaning.line == EnLine::NoList) {
         return true;
     }
-    return hasStanding && road != EnAdRoad::Waiting && (stage == EnAdStage::Request || stage == EnAdStage::List);
+    return hasStanding && road != EnAdFlow::Waiting && (stage == EnAdStage::Request || stage == EnAdStage::List);
 }
 
-void Refuse(AdWhy& why, const Meaning& meaning, const Said& said, bool isBanner, bool hasStanding, qint64 timeMs) {
+void Refuse(AdDiagnosis& why, const Meaning& meaning, const ParsedLine& said, bool isBanner, bool hasStanding,
+            qint64 timeMs) {
     const bool isRequest = meaning.stage == EnAdStage::Request;
     AdRefusal refusal{said, meaning.test, why.road, {}, {}, timeMs};
     if (isRequest) {
-        refusal.road = isBanner ? EnAdRoad::Banner : EnAdRoad::Answer;
+        refusal.road = isBanner ? EnAdFlow::Banner : EnAdFlow::Answer;
         refusal.place = PlaceOf(refusal.road, meaning, 0);
         // A request that is too early, or a superseded answer, does not end the pending request.
         why.isAsking = why.isAsking && (meaning.test == EnAdTest::Limit || meaning.test == EnAdTest::Latest);
@@ -161,8 +162,8 @@ void Refuse(AdWhy& why, const Meaning& meaning, const Said& said, bool isBanner,
     Put(why, std::move(refusal));
 }
 
-void Show(AdWhy& why, const Said& said, bool isBanner, qint64 timeMs) {
-    why.passed = Road(why.road).size();
+void Show(AdDiagnosis& why, const ParsedLine& said, bool isBanner, qint64 timeMs) {
+    why.passed = Flow(why.road).size();
     why.isLoading = false;
     why.last.reset();
     why.before.reset();
@@ -172,7 +173,7 @@ void Show(AdWhy& why, const Said& said, bool isBanner, qint64 timeMs) {
     why.shownMs = timeMs;
 }
 
-void Clear(AdWhy& why, const Said& said, qint64 timeMs) {
+void Clear(AdDiagnosis& why, const ParsedLine& said, qint64 timeMs) {
     const bool isClosed = why.last && why.last->test == EnAdTest::Closed && timeMs <= why.last->timeMs + kSameCallMs;
     if (!isClosed && why.shownCount == 0) {
         TakeEnd(why, EnAdTest::Cleared, {why.clears, said.values}, timeMs);
@@ -193,37 +194,38 @@ const Meaning* Find(EnLine line) {
     return found == all.end() ? nullptr : &*found;
 }
 
-const std::vector<AdStep>& Road(EnAdRoad road) {
-    static const std::vector<AdStep> answer = Steps(EnAdRoad::Answer);
-    static const std::vector<AdStep> waiting = Steps(EnAdRoad::Waiting);
-    static const std::vector<AdStep> banner = Steps(EnAdRoad::Banner);
+const std::vector<AdStep>& Flow(EnAdFlow road) {
+    static const std::vector<AdStep> answer = Steps(EnAdFlow::Answer);
+    static const std::vector<AdStep> waiting = Steps(EnAdFlow::Waiting);
+    static const std::vector<AdStep> banner = Steps(EnAdFlow::Banner);
     switch (road) {
-        case EnAdRoad::Waiting:
+        case EnAdFlow::Waiting:
             return waiting;
-        case EnAdRoad::Banner:
+        case EnAdFlow::Banner:
             return banner;
-        case EnAdRoad::Answer:
+        case EnAdFlow::Answer:
             break;
     }
     return answer;
 }
 
-bool IsList(const AdWhy& why) {
-    const std::vector<AdStep>& steps = Road(why.road);
+bool IsList(const AdDiagnosis& why) {
+    const std::vector<AdStep>& steps = Flow(why.road);
     return why.passed < steps.size() && steps[why.passed].stage == EnAdStage::List;
 }
 
-void Take(AdWhy& why, const Meaning& meaning, const Said& said, bool isBanner, bool hasStanding, qint64 timeMs) {
+void Take(AdDiagnosis& why, const Meaning& meaning, const ParsedLine& said, bool isBanner, bool hasStanding,
+          qint64 timeMs) {
     // Banners have only one sequence, whatever line begins it.
-    why.road = isBanner ? EnAdRoad::Banner : why.road;
+    why.road = isBanner ? EnAdFlow::Banner : why.road;
     switch (meaning.meaning) {
         case EnMeaning::Asks:
             why.isAsking = true;
             why.clears = EnLine::Cleared;
             return;
         case EnMeaning::Begins: {
-            const EnAdRoad answer = isBanner ? EnAdRoad::Banner : EnAdRoad::Answer;
-            Begin(why, meaning, said.line == EnLine::Try ? EnAdRoad::Waiting : answer);
+            const EnAdFlow answer = isBanner ? EnAdFlow::Banner : EnAdFlow::Answer;
+            Begin(why, meaning, said.line == EnLine::Try ? EnAdFlow::Waiting : answer);
             return;
         }
         case EnMeaning::Passes:
@@ -271,7 +273,7 @@ void Take(AdWhy& why, const Meaning& meaning, const Said& said, bool isBanner, b
     }
 }
 
-void TakeEnd(AdWhy& why, EnAdTest how, const Said& said, qint64 timeMs) {
+void TakeEnd(AdDiagnosis& why, EnAdTest how, const ParsedLine& said, qint64 timeMs) {
     Put(why, {said, how, why.road, {}, {}, timeMs});
 }
 
@@ -286,7 +288,7 @@ std::optional<qint64> FreeFromS(const AdRefusal& refusal) {
         }
         case EnAdTest::Window: {
             std::optional<qint64> first;
-            for (const Said& drop : refusal.dropped) {
+            for (const ParsedLine& drop : refusal.dropped) {
                 const qint64 start = drop.Number(1);
                 if (drop.line == EnLine::TooEarly && start <= kLastSecond) {
                     first = std::min(first.value_or(start), start);
@@ -299,8 +301,8 @@ std::optional<qint64> FreeFromS(const AdRefusal& refusal) {
     }
 }
 
-}  // namespace ad_why
+}  // namespace ad_diagnosis
 
 EnAdStage AdRefusal::Stage() const {
-    return place ? ad_why::Road(road)[*place].stage : EnAdStage::Request;
+    return place ? ad_diagnosis::Flow(road)[*place].stage : EnAdStage::Request;
 }

@@ -55,23 +55,23 @@ struct AdStep {
 };
 
 /// The sequences of checks: an answer for a popup, a waiting popup list, and an answer for a banner.
-enum class EnAdRoad { Answer, Waiting, Banner };
+enum class EnAdFlow { Answer, Waiting, Banner };
 
 /// The reason why a slot's ad is not shown, or no longer shown.
 struct AdRefusal {
-    ad_lines::Said said;  // the line, with the compared values
+    ad_lines::ParsedLine said;  // the line, with the compared values
     EnAdTest test = EnAdTest::Limit;
-    EnAdRoad road = EnAdRoad::Answer;
-    std::optional<size_t> place;          // index in the sequence; nothing if it is not a check
-    std::vector<ad_lines::Said> dropped;  // ads of the list that are not due
+    EnAdFlow road = EnAdFlow::Answer;
+    std::optional<size_t> place;                // index in the sequence; nothing if it is not a check
+    std::vector<ad_lines::ParsedLine> dropped;  // ads of the list that are not due
     qint64 timeMs = 0;
     bool leavesRest = false;  // the previous state is unchanged
 
     EnAdStage Stage() const;
 };
 
-struct AdWhy {
-    EnAdRoad road = EnAdRoad::Answer;  // of the last checked list
+struct AdDiagnosis {
+    EnAdFlow road = EnAdFlow::Answer;  // of the last checked list
     size_t passed = 0;                 // number of steps passed
     bool isAsking = false;             // a request is pending
     bool isLoading = false;            // a card waits for its picture
@@ -81,7 +81,7 @@ struct AdWhy {
     int shownCount = 0;  // cards or banners that were created and not closed
     QString shownAd;     // of a card
     qint64 shownMs = 0;  // start of the display
-    std::vector<ad_lines::Said> dropped;
+    std::vector<ad_lines::ParsedLine> dropped;
     std::vector<qint64> pushesMs;  // due times of requests after a push
     QStringList withdrawn;         // by a push, at `withdrawnMs`
     qint64 withdrawnMs = 0;
@@ -89,7 +89,7 @@ struct AdWhy {
 };
 
 /// The meanings of the module's lines in these sequences.
-namespace ad_why {
+namespace ad_diagnosis {
 
 /// The year 9999. Later times are treated as never.
 constexpr qint64 kLastSecond = 253'402'300'799;
@@ -124,20 +124,20 @@ struct Meaning {
 const Meaning* Find(ad_lines::EnLine line);
 
 /// The steps in the module's order.
-const std::vector<AdStep>& Road(EnAdRoad road);
+const std::vector<AdStep>& Flow(EnAdFlow road);
 
 /// Returns true if the next check belongs to the list and not to the display conditions.
-bool IsList(const AdWhy& why);
+bool IsList(const AdDiagnosis& why);
 
 /// `hasStanding` is true if the slot's controller has a list.
-void Take(AdWhy& why, const Meaning& meaning, const ad_lines::Said& said, bool isBanner, bool hasStanding,
+void Take(AdDiagnosis& why, const Meaning& meaning, const ad_lines::ParsedLine& said, bool isBanner, bool hasStanding,
           qint64 timeMs);
 
 /// Records that the ad or its list was removed without a check.
-void TakeEnd(AdWhy& why, EnAdTest how, const ad_lines::Said& said, qint64 timeMs);
+void TakeEnd(AdDiagnosis& why, EnAdTest how, const ad_lines::ParsedLine& said, qint64 timeMs);
 
 /// Returns the second of server time from which the check passes without any other change; nothing if no time is
 /// enough.
 std::optional<qint64> FreeFromS(const AdRefusal& refusal);
 
-}  // namespace ad_why
+}  // namespace ad_diagnosis

@@ -16,7 +16,7 @@ constexpr int kTabMargin = 8;
 
 }  // namespace
 
-CAdTab::CAdTab(const CAdBoard& board, IControlClient& server, QWidget* parent)
+CAdTab::CAdTab(const CAdTracker& board, IControlClient& server, QWidget* parent)
     : QWidget(parent),
       m_pSplitter(new QSplitter(Qt::Vertical, this)),
       m_pTabs(new QTabWidget(m_pSplitter)),

@@ -4,7 +4,7 @@
 
 #include "workbench/ControlClient.h"
 
-class CAdBoard;
+class CAdTracker;
 class CAdSwitches;
 class QLabel;
 class QSplitter;
@@ -13,7 +13,7 @@ class QTabWidget;
 /// The tab for ads: the states of the slots, and below them pushes and overrides. `board` and `server` must outlive it.
 class CAdTab : public QWidget {
 public:
-    CAdTab(const CAdBoard& board, IControlClient& server, QWidget* parent = nullptr);
+    CAdTab(const CAdTracker& board, IControlClient& server, QWidget* parent = nullptr);
 
     CAdSwitches& Switches() { return *m_pSwitches; }
 

@@ -15,8 +15,8 @@
 #include "AdPanelWindow.h"
 #include "Theme.h"
 #include "core/time_date.h"
-#include "workbench/ads/AdBoard.h"
-#include "workbench/ads/AdWhyWords.h"
+#include "workbench/ads/AdDiagnosisText.h"
+#include "workbench/ads/AdTracker.h"
 
 namespace {
 
@@ -46,7 +46,7 @@ QTreeWidgetItem* AddLine(QTreeWidgetItem* parent, const FieldNode& line, std::op
 
 }  // namespace
 
-CAdView::CAdView(const CAdBoard& board, QWidget* parent)
+CAdView::CAdView(const CAdTracker& board, QWidget* parent)
     : QWidget(parent),
       m_board(board),
       m_pNothing(new QLabel(this)),
@@ -83,7 +83,7 @@ CAdView::CAdView(const CAdBoard& board, QWidget* parent)
     m_batch.setInterval(kBatchMs);
     connect(&m_batch, &QTimer::timeout, this, &CAdView::Show);
     connect(&m_tick, &QTimer::timeout, this, &CAdView::ShowCountdown);
-    connect(&board, &CAdBoard::Changed, this, [this] {
+    connect(&board, &CAdTracker::Changed, this, [this] {
         if (!m_batch.isActive()) {
             m_batch.start();
         }
@@ -167,12 +167,12 @@ void CAdView::ShowRow(int row, const AdSlotState& slot) {
     const AdRequest* answered = m_board.Request(slot.lastAnswered);
     const QString asked =
         request ? QDateTime::fromMSecsSinceEpoch(request->sentMs).toString(QStringLiteral("HH:mm:ss")) : QString();
-    SetCell(row, kColumnSlot, ad_words::Slot(slot.slot));
+    SetCell(row, kColumnSlot, ad_text::Slot(slot.slot));
     SetCell(row, kColumnAsked, asked);
-    SetCell(row, kColumnNext, ad_words::Next(slot, core::time_date::GetSvrTimeMillis()));
-    SetCell(row, kColumnAnswer, ad_words::Outcome(answered ? answered : request));
-    SetCell(row, kColumnKept, ad_words::Kept(answered));
-    SetCell(row, kColumnEvent, ad_words::LastEvent(slot));
+    SetCell(row, kColumnNext, ad_text::Next(slot, core::time_date::GetSvrTimeMillis()));
+    SetCell(row, kColumnAnswer, ad_text::Outcome(answered ? answered : request));
+    SetCell(row, kColumnKept, ad_text::Kept(answered));
+    SetCell(row, kColumnEvent, ad_text::LastEvent(slot));
 }
 
 void CAdView::ShowDetail() {
@@ -183,9 +183,9 @@ void CAdView::ShowDetail() {
     if (!slot) {
         return;
     }
-    std::vector<ad_words::Group> groups = ad_words::Groups(m_board, *slot);
-    groups.insert(groups.begin(), ad_why_words::Why(m_board, *slot, core::time_date::GetSvrTimeMillis()));
-    for (const ad_words::Group& group : groups) {
+    std::vector<ad_text::Group> groups = ad_text::Groups(m_board, *slot);
+    groups.insert(groups.begin(), ad_diagnosis_text::Why(m_board, *slot, core::time_date::GetSvrTimeMillis()));
+    for (const ad_text::Group& group : groups) {
         auto* title = new QTreeWidgetItem(m_pDetail, {group.title});
         title->setFirstColumnSpanned(true);
         for (size_t line = 0; line < group.lines.size(); ++line) {
@@ -208,13 +208,13 @@ const AdSlotState* CAdView::Chosen() const {
 void CAdView::ShowCountdown() {
     const AdSlotState* chosen = Chosen();
     if (chosen && m_pTicking) {
-        const QString time = ad_why_words::Time(m_board, *chosen, core::time_date::GetSvrTimeMillis());
+        const QString time = ad_diagnosis_text::Time(m_board, *chosen, core::time_date::GetSvrTimeMillis());
         m_pTicking->setText(1, time);
         m_pTicking->setToolTip(1, time);
     }
     for (int row = 0; row < int(m_slots.size()); ++row) {
         if (const AdSlotState* slot = m_board.Find(m_slots[size_t(row)])) {
-            SetCell(row, kColumnNext, ad_words::Next(*slot, core::time_date::GetSvrTimeMillis()));
+            SetCell(row, kColumnNext, ad_text::Next(*slot, core::time_date::GetSvrTimeMillis()));
         }
     }
 }

@@ -5,7 +5,7 @@
 
 #include "workbench/ads/AdFacts.h"
 
-class CAdBoard;
+class CAdTracker;
 class QLabel;
 class QTableWidget;
 class QTreeWidget;
@@ -15,7 +15,7 @@ class QTreeWidgetItem;
 /// time. `board` must outlive it.
 class CAdView : public QWidget {
 public:
-    explicit CAdView(const CAdBoard& board, QWidget* parent = nullptr);
+    explicit CAdView(const CAdTracker& board, QWidget* parent = nullptr);
 
 private:
     void SetUpTable();
@@ -27,7 +27,7 @@ private:
     void ShowCountdown();
     void SetCell(int row, int column, const QString& text);
 
-    const CAdBoard& m_board;
+    const CAdTracker& m_board;
     QTimer m_batch;  // limits updates to a few a second
     QTimer m_tick;
     std::vector<AdSlot> m_slots;  // by row

@@ -11,7 +11,7 @@
 
 #include "PremiumNumbers.h"
 #include "Theme.h"
-#include "workbench/ServerWords.h"
+#include "workbench/ServerText.h"
 #include "workbench/WireCommands.h"
 
 namespace {
@@ -179,7 +179,7 @@ void CAnswerPanel::Set() {
     const QString words = QStringLiteral("%1 \u00B7 %2").arg(command).arg(m_pAnswer->currentText());
     m_fnSetFault(command, fault, [self = QPointer<CAnswerPanel>(this), words](const ServerAnswer& answer) {
         if (self) {
-            self->Say(answer.error.isEmpty() ? QStringLiteral("The next answer: %1").arg(words) : WordsOf(answer),
+            self->Say(answer.error.isEmpty() ? QStringLiteral("The next answer: %1").arg(words) : ErrorText(answer),
                       answer.error.isEmpty());
         }
     });

@@ -10,10 +10,10 @@
 #include "PremiumRights.h"
 #include "Theme.h"
 #include "workbench/rights/NumberList.h"
-#include "workbench/rights/RefreshBoard.h"
-#include "workbench/rights/RefreshWords.h"
+#include "workbench/rights/RefreshText.h"
+#include "workbench/rights/RefreshTracker.h"
 
-CAskPanel::CAskPanel(const CRefreshBoard& board, QWidget* parent)
+CAskPanel::CAskPanel(const CRefreshTracker& board, QWidget* parent)
     : QWidget(parent),
       m_board(board),
       m_pRights(new QLineEdit(this)),
@@ -47,7 +47,7 @@ CAskPanel::CAskPanel(const CRefreshBoard& board, QWidget* parent)
     layout->addStretch(1);
     connect(all, &QPushButton::clicked, this, &CAskPanel::AskAll);
     connect(list, &QPushButton::clicked, this, &CAskPanel::AskList);
-    connect(&board, &CRefreshBoard::Changed, this, &CAskPanel::ShowOutcome);
+    connect(&board, &CRefreshTracker::Changed, this, &CAskPanel::ShowOutcome);
     ShowOutcome();
 }
 
@@ -79,11 +79,11 @@ void CAskPanel::ShowOutcome() {
         Say(QStringLiteral("Nobody was asked: the module is not there or has not started"), false);
         return;
     }
-    using EnOutcome = CRefreshBoard::EnOutcome;
-    CRefreshBoard::Refresh refresh = m_board.Find(*m_session).value_or(CRefreshBoard::Refresh());
+    using EnOutcome = CRefreshTracker::EnOutcome;
+    CRefreshTracker::Refresh refresh = m_board.Find(*m_session).value_or(CRefreshTracker::Refresh());
     const bool good = refresh.outcome == EnOutcome::Good || refresh.outcome == EnOutcome::InFlight ||
                       refresh.outcome == EnOutcome::Answered;
-    Say(QStringLiteral("session %1 \u00B7 ").arg(*m_session) + refresh_words::Outcome(refresh), good);
+    Say(QStringLiteral("session %1 \u00B7 ").arg(*m_session) + refresh_text::Outcome(refresh), good);
 }
 
 void CAskPanel::Say(const QString& words, bool good) {

@@ -3,7 +3,7 @@
 #include <QWidget>
 #include <optional>
 
-class CRefreshBoard;
+class CRefreshTracker;
 class QCheckBox;
 class QLabel;
 class QLineEdit;
@@ -11,7 +11,7 @@ class QLineEdit;
 /// Requests rights through the growth module, as another module would, and shows the result. `board` must outlive it.
 class CAskPanel : public QWidget {
 public:
-    explicit CAskPanel(const CRefreshBoard& board, QWidget* parent = nullptr);
+    explicit CAskPanel(const CRefreshTracker& board, QWidget* parent = nullptr);
 
 private:
     void AskAll();
@@ -20,7 +20,7 @@ private:
     void ShowOutcome();
     void Say(const QString& words, bool good);
 
-    const CRefreshBoard& m_board;
+    const CRefreshTracker& m_board;
     std::optional<unsigned long> m_session;
     QLineEdit* m_pRights;
     QCheckBox* m_pServerPush;

@@ -66,11 +66,11 @@ const std::vector<Line>& All() {
     return lines;
 }
 
-std::optional<Said> Read(const QString& text) {
+std::optional<ParsedLine> Read(const QString& text) {
     static const std::vector<Pattern> patterns = Patterns();
     for (const Pattern& pattern : patterns) {
         if (auto values = ValuesOf(text, pattern.parts)) {
-            return Said{pattern.line, std::move(*values)};
+            return ParsedLine{pattern.line, std::move(*values)};
         }
     }
     return std::nullopt;

@@ -34,12 +34,12 @@ struct Line {
 
 const std::vector<Line>& All();
 
-struct Said {
+struct ParsedLine {
     EnLine line;
     QStringList values;
 };
 
 /// Returns the matching line with its values; nothing for any other text.
-std::optional<Said> Read(const QString& text);
+std::optional<ParsedLine> Read(const QString& text);
 
 }  // namespace module_lines

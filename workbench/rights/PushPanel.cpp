@@ -10,7 +10,7 @@
 #include <QVariant>
 
 #include "Theme.h"
-#include "workbench/ServerWords.h"
+#include "workbench/ServerText.h"
 #include "workbench/rights/NumberList.h"
 
 namespace {
@@ -141,7 +141,7 @@ void CPushPanel::Send(const char* member, const Json::Value& push) {
     m_server.Ask("POST", QStringLiteral("/v1/push"), QByteArray::fromStdString(Json::writeString(builder, wish)), this,
                  [this](const ServerAnswer& answer) {
                      if (!answer.error.isEmpty()) {
-                         Say(WordsOf(answer), false);
+                         Say(ErrorText(answer), false);
                          return;
                      }
                      Say(QStringLiteral("Sent to connections: %1").arg(answer.body["sent"].asInt()), true);

@@ -5,22 +5,22 @@
 #include <QLabel>
 #include <QVariant>
 
-#include "workbench/rights/RefreshBoard.h"
-#include "workbench/rights/RefreshWords.h"
+#include "workbench/rights/RefreshText.h"
+#include "workbench/rights/RefreshTracker.h"
 
 namespace {
 
 constexpr int kBatchMs = 100;
 constexpr int kTickMs = 1'000;
 
-QString LastOf(const CRefreshBoard& board, CRefreshBoard::EnSubject subject) {
+QString LastOf(const CRefreshTracker& board, CRefreshTracker::EnSubject subject) {
     const auto last = board.Last(subject);
-    return last ? refresh_words::Refresh(*last) : QStringLiteral("never");
+    return last ? refresh_text::Refresh(*last) : QStringLiteral("never");
 }
 
 }  // namespace
 
-CRefreshView::CRefreshView(const CRefreshBoard& board, QWidget* parent) : QWidget(parent), m_board(board) {
+CRefreshView::CRefreshView(const CRefreshTracker& board, QWidget* parent) : QWidget(parent), m_board(board) {
     setObjectName(QStringLiteral("RefreshView"));
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(0, 0, 0, 0);
@@ -37,7 +37,7 @@ CRefreshView::CRefreshView(const CRefreshBoard& board, QWidget* parent) : QWidge
     m_batch.setInterval(kBatchMs);
     connect(&m_batch, &QTimer::timeout, this, &CRefreshView::Show);
     connect(&m_tick, &QTimer::timeout, this, &CRefreshView::ShowTimer);
-    connect(&board, &CRefreshBoard::Changed, this, [this] {
+    connect(&board, &CRefreshTracker::Changed, this, [this] {
         if (!m_batch.isActive()) {
             m_batch.start();
         }
@@ -62,14 +62,14 @@ QLabel* CRefreshView::AddRow(const char* name, const QString& title) {
 }
 
 void CRefreshView::Show() {
-    m_pPremium->setText(LastOf(m_board, CRefreshBoard::EnSubject::Premium));
-    m_pVip->setText(LastOf(m_board, CRefreshBoard::EnSubject::Vip));
-    m_pInFlight->setText(refresh_words::InFlight(m_board.InFlight()));
-    m_pWaiting->setText(refresh_words::Waiting(m_board.WaitingPushes()));
+    m_pPremium->setText(LastOf(m_board, CRefreshTracker::EnSubject::Premium));
+    m_pVip->setText(LastOf(m_board, CRefreshTracker::EnSubject::Vip));
+    m_pInFlight->setText(refresh_text::InFlight(m_board.InFlight()));
+    m_pWaiting->setText(refresh_text::Waiting(m_board.WaitingPushes()));
     ShowTimer();
 }
 
 void CRefreshView::ShowTimer() {
     const qint64 now = QDateTime::currentMSecsSinceEpoch();
-    m_pHourly->setText(refresh_words::NextHourly(m_board.NextHourly(now), now));
+    m_pHourly->setText(refresh_text::NextHourly(m_board.NextHourly(now), now));
 }

@@ -3,20 +3,20 @@
 #include <QTimer>
 #include <QWidget>
 
-class CRefreshBoard;
+class CRefreshTracker;
 class QLabel;
 
 /// Shows the board of refreshes live. `board` must outlive it.
 class CRefreshView : public QWidget {
 public:
-    explicit CRefreshView(const CRefreshBoard& board, QWidget* parent = nullptr);
+    explicit CRefreshView(const CRefreshTracker& board, QWidget* parent = nullptr);
 
 private:
     QLabel* AddRow(const char* name, const QString& title);
     void Show();
     void ShowTimer();
 
-    const CRefreshBoard& m_board;
+    const CRefreshTracker& m_board;
     QTimer m_batch;  // limits updates to a few a second
     QTimer m_tick;
     QLabel* m_pPremium;

@@ -8,7 +8,7 @@
 
 #include "ElidedLabel.h"
 #include "PremiumRights.h"
-#include "workbench/rights/RightWords.h"
+#include "workbench/rights/RightText.h"
 
 namespace {
 
@@ -77,13 +77,13 @@ void CRightDetail::Show() {
         m_pWhich->SetWhole(QStringLiteral("Choose a right, or type its number"));
         return;
     }
-    QString which = QStringLiteral("%1  %2").arg(m_right).arg(right_words::Name(m_decoder, m_right)).trimmed();
+    QString which = QStringLiteral("%1  %2").arg(m_right).arg(right_text::Name(m_decoder, m_right)).trimmed();
     if (!m_rights.Table().contains(m_right)) {
         which += QStringLiteral(" \u00B7 not in the table: a default record");
     }
     m_pWhich->SetWhole(which);
     const CPremiumUIAccessData record = CPremiumRights::Record(m_right);
-    AddFields(m_pFields->invisibleRootItem(), right_words::Fields(record));
+    AddFields(m_pFields->invisibleRootItem(), right_text::Fields(record));
     m_pFields->expandAll();
-    m_pOtherInfo->setPlainText(right_words::Pretty(record.strOtherInfo));
+    m_pOtherInfo->setPlainText(right_text::Pretty(record.strOtherInfo));
 }

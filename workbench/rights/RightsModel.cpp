@@ -4,7 +4,7 @@
 
 #include "PremiumRights.h"
 #include "Theme.h"
-#include "workbench/rights/RightWords.h"
+#include "workbench/rights/RightText.h"
 
 namespace {
 
@@ -55,15 +55,15 @@ QString CRightsModel::TextAt(EnPremiumAccess right, int column) const {
         case Number:
             return QString::number(right);
         case Name:
-            return right_words::Name(m_decoder, right);
+            return right_text::Name(m_decoder, right);
         case Permission:
-            return right_words::YesNo(record.bHasPermission);
+            return right_text::YesNo(record.bHasPermission);
         case Activation:
-            return right_words::Activation(record.nActivationType, right_words::EnForm::Word);
+            return right_text::Activation(record.nActivationType, right_text::EnForm::Word);
         case DaysLeft:
             return QString::number(record.nDaysLeft);
         case Source:
-            return right_words::Source(record.nActivationSource, right_words::EnForm::Word);
+            return right_text::Source(record.nActivationSource, right_text::EnForm::Word);
         case UiType:
             return record.strUIType;
         case MainTitle:

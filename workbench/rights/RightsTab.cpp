@@ -17,7 +17,7 @@ constexpr int kTabMargin = 8;
 
 }  // namespace
 
-CRightsTab::CRightsTab(const CPremiumRights& rights, const CRefreshBoard& board, const CWireDecoder& decoder,
+CRightsTab::CRightsTab(const CPremiumRights& rights, const CRefreshTracker& board, const CWireDecoder& decoder,
                        IControlClient& server, CAnswerPanel::SetFault setFault, QWidget* parent)
     : QWidget(parent) {
     setObjectName(QStringLiteral("RightsTab"));

@@ -5,7 +5,7 @@
 #include <QVariant>
 
 #include "PremiumRights.h"
-#include "workbench/rights/RightWords.h"
+#include "workbench/rights/RightText.h"
 
 namespace {
 
@@ -16,12 +16,12 @@ struct Figure {
 };
 
 const Figure kFigures[] = {
-    {"VipEngineStatus", "Engine status", [](const VipStatus& vip) { return right_words::Engine(vip.engine); }},
+    {"VipEngineStatus", "Engine status", [](const VipStatus& vip) { return right_text::Engine(vip.engine); }},
     {"VipQualification", "Qualified for VIP",
-     [](const VipStatus& vip) { return right_words::YesNo(vip.qualification); }},
-    {"VipNewState", "Newer system", [](const VipStatus& vip) { return right_words::NewState(vip.newState); }},
-    {"VipNewSystem", "On the newer system", [](const VipStatus& vip) { return right_words::YesNo(vip.isNewSystem); }},
-    {"VipOldState", "Older system", [](const VipStatus& vip) { return right_words::OldState(vip.state); }},
+     [](const VipStatus& vip) { return right_text::YesNo(vip.qualification); }},
+    {"VipNewState", "Newer system", [](const VipStatus& vip) { return right_text::NewState(vip.newState); }},
+    {"VipNewSystem", "On the newer system", [](const VipStatus& vip) { return right_text::YesNo(vip.isNewSystem); }},
+    {"VipOldState", "Older system", [](const VipStatus& vip) { return right_text::OldState(vip.state); }},
     {"VipGrade", "Grade", [](const VipStatus& vip) { return QString::number(vip.grade); }},
 };
 

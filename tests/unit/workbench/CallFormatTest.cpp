@@ -6,10 +6,10 @@
 
 #include "core/network/http.h"
 #include "support/ScriptedHostTest.h"
-#include "workbench/Aliases.h"
 #include "workbench/Export.h"
 #include "workbench/LogModel.h"
-#include "workbench/SeenView.h"
+#include "workbench/Redactor.h"
+#include "workbench/TraceView.h"
 
 using namespace ::testing;
 
@@ -27,7 +27,7 @@ protected:
 
     void See(decltype(TraceEvent::what) what) {
         const TraceEvent seen{++number, 1'000 * int64_t(number), std::move(what)};
-        for (CSeenView* view : {&http_, &reports_}) {
+        for (CTraceView* view : {&http_, &reports_}) {
             view->Model().Add(seen);
         }
     }
@@ -65,7 +65,7 @@ protected:
     void Show() { time.Advance(std::chrono::milliseconds(200)); }
 
     /// The cells of a row, after the time.
-    static std::string Row(const CSeenView& view, int row) {
+    static std::string Row(const CTraceView& view, int row) {
         return view.Model().CellsAt(row).join(QLatin1Char('|')).toStdString();
     }
 
@@ -80,13 +80,13 @@ protected:
         return fields;
     }
 
-    static std::vector<std::string> Detail(const CSeenView& view, int row) {
+    static std::vector<std::string> Detail(const CTraceView& view, int row) {
         return Fields(view.Model().Format().Detail(view.Model().At(row)));
     }
 
-    CSeenView http_{NewHttpFormat()};
-    CSeenView reports_{NewReportFormat()};
-    CAliases aliases;
+    CTraceView http_{NewHttpFormat()};
+    CTraceView reports_{NewReportFormat()};
+    CRedactor aliases;
     uint64_t number = 0;
 };
 
@@ -271,8 +271,8 @@ TEST_F(CallFormatTest, ReportsAndMeasurementsAreToldApart) {
 
 TEST_F(CallFormatTest, AnExportHoldsNoSessionAndNoId) {
     // the session belongs to an earlier start, so no alias exists for it
-    aliases.LearnNumber(QStringLiteral("user"), 10'001);
-    aliases.LearnText(QStringLiteral("device"), QStringLiteral("0123456789abcdef"));
+    aliases.AddSecretNumber(QStringLiteral("user"), 10'001);
+    aliases.AddSecretText(QStringLiteral("device"), QStringLiteral("0123456789abcdef"));
     See(End(Sent(7, R"({"request_id": "0123456789abcdef1700000000"})"), EnKind::Answered, 200,
             "\xff"
             "10001 t\0o\0p\0"));

@@ -5,9 +5,9 @@
 #include <QJsonObject>
 
 #include "support/ScriptedHostTest.h"
-#include "workbench/Aliases.h"
 #include "workbench/LogModel.h"
-#include "workbench/SeenModel.h"
+#include "workbench/Redactor.h"
+#include "workbench/TraceModel.h"
 #include "workbench/WireDecoder.h"
 
 using namespace ::testing;
@@ -24,12 +24,12 @@ const QString kToken = QStringLiteral("s3cret-T0ken");
 class ExportTest : public ScriptedHostTest {
 protected:
     ExportTest() {
-        aliases.LearnNumber(QStringLiteral("user"), kUser);
-        aliases.LearnNumber(QStringLiteral("user"), kOtherUser);
-        aliases.LearnNumber(QStringLiteral("session"), kSession);
-        aliases.LearnText(QStringLiteral("device"), kDevice);
-        aliases.LearnText(QStringLiteral("name"), kName);
-        aliases.LearnText(QStringLiteral("token"), kToken);
+        aliases.AddSecretNumber(QStringLiteral("user"), kUser);
+        aliases.AddSecretNumber(QStringLiteral("user"), kOtherUser);
+        aliases.AddSecretNumber(QStringLiteral("session"), kSession);
+        aliases.AddSecretText(QStringLiteral("device"), kDevice);
+        aliases.AddSecretText(QStringLiteral("name"), kName);
+        aliases.AddSecretText(QStringLiteral("token"), kToken);
     }
 
     template <class What>
@@ -37,7 +37,7 @@ protected:
         TraceEvent seen;
         seen.number = ++number;
         seen.what = what;
-        for (CSeenModel* model : {&traffic, &store_, &urls_}) {
+        for (CTraceModel* model : {&traffic, &store_, &urls_}) {
             model->Add(seen);
         }
     }
@@ -54,11 +54,11 @@ protected:
         return workbench_export::Json({&traffic, &store_, &urls_}, lines, aliases);
     }
 
-    CAliases aliases;
+    CRedactor aliases;
     CWireDecoder decoder;
-    CSeenModel traffic{NewTrafficFormat(decoder)};
-    CSeenModel store_{NewStoreFormat()};
-    CSeenModel urls_{NewUrlFormat()};
+    CTraceModel traffic{NewTrafficFormat(decoder)};
+    CTraceModel store_{NewStoreFormat()};
+    CTraceModel urls_{NewUrlFormat()};
     CLogModel lines;
     uint64_t number = 0;
 };
@@ -198,9 +198,9 @@ TEST_F(ExportTest, NamesAreFoundHoweverATextWritesThem) {
 }
 
 TEST_F(ExportTest, WhatIsLearntAgainKeepsItsAlias) {
-    aliases.LearnNumber(QStringLiteral("user"), kOtherUser);
-    aliases.LearnText(QStringLiteral("name"), kName);
-    aliases.LearnText(QStringLiteral("name"), QStringLiteral("Ben"));
+    aliases.AddSecretNumber(QStringLiteral("user"), kOtherUser);
+    aliases.AddSecretText(QStringLiteral("name"), kName);
+    aliases.AddSecretText(QStringLiteral("name"), QStringLiteral("Ben"));
 
     EXPECT_EQ(aliases.Redacted(QStringLiteral("10001, Zoë Free, Ben")), QStringLiteral("user-2, name-1, name-2"));
 }

@@ -9,10 +9,10 @@
 #include "support/ScriptedLog.h"
 
 /// Applies the parser `read` to the log lines since the last call. Returns each recognised line with its values.
-template <class Said>
-std::vector<std::pair<decltype(Said::line), std::vector<std::string>>> ReadLines(
-    CScriptedLog& log, std::optional<Said> (*read)(const QString& text)) {
-    std::vector<std::pair<decltype(Said::line), std::vector<std::string>>> lines;
+template <class ParsedLine>
+std::vector<std::pair<decltype(ParsedLine::line), std::vector<std::string>>> ReadLines(
+    CScriptedLog& log, std::optional<ParsedLine> (*read)(const QString& text)) {
+    std::vector<std::pair<decltype(ParsedLine::line), std::vector<std::string>>> lines;
     for (const LogLine& line : log.Lines()) {
         if (const auto said = read(QString::fromStdString(line.text))) {
             std::vector<std::string> values;

@@ -31,7 +31,7 @@ protected:
     }
 
     void Press(const char* button) { Click(Child<QPushButton>(button)); }
-    std::string Said(const char* label) { return Child<QLabel>(label)->text().toStdString(); }
+    std::string ParsedLine(const char* label) { return Child<QLabel>(label)->text().toStdString(); }
 
     CFakeControlClient server;
     Panel panel{server};
@@ -98,7 +98,7 @@ TEST_F(ScenePanelTest, SavesWhatWasEditedAndKeepsWhatIsNotShown) {
               R"({"entries":[{"allOpen":true,"scene":2,"stockDetails":[{"open":true,"type":1}]},)"
               R"({"allOpen":true,"scene":5}],"resultCode":3})");
     server.Answer("{}");
-    EXPECT_EQ(Said("SceneMessage"), "Saved; it counts from the next login on");
+    EXPECT_EQ(ParsedLine("SceneMessage"), "Saved; it counts from the next login on");
 }
 
 TEST_F(ScenePanelTest, ARefusalIsSaidInTheServersWords) {
@@ -107,7 +107,7 @@ TEST_F(ScenePanelTest, ARefusalIsSaidInTheServersWords) {
     Press("SceneSave");
     server.Refuse(R"({"error":"entries[2].scene: must be a whole number"})");
 
-    EXPECT_EQ(Said("SceneMessage"), "The server refuses: entries[2].scene: must be a whole number");
+    EXPECT_EQ(ParsedLine("SceneMessage"), "The server refuses: entries[2].scene: must be a whole number");
 }
 
 TEST_F(ScenePanelTest, ASceneThatIsNoNumberIsNotSent) {
@@ -118,7 +118,7 @@ TEST_F(ScenePanelTest, ASceneThatIsNoNumberIsNotSent) {
     Press("SceneSave");
 
     EXPECT_EQ(server.wishes.size(), before);
-    EXPECT_EQ(Said("SceneMessage"), "Row 2: the scene must be a whole number");
+    EXPECT_EQ(ParsedLine("SceneMessage"), "Row 2: the scene must be a whole number");
 }
 
 TEST_F(ScenePanelTest, AnAnswerForTheFormerUserIsDropped) {
@@ -162,12 +162,12 @@ TEST_F(FaultPanelTest, FaultsAddUpUntilTheyAreCleared) {
     Press("FaultSet");
     EXPECT_EQ(server.wishes.back().json, R"({"20982":{"error":7,"times":1},"5":{"bodyHex":"ff00ff"}})");
     server.Answer("{}");
-    EXPECT_THAT(Said("FaultsInForce"), HasSubstr("bodyHex"));
+    EXPECT_THAT(ParsedLine("FaultsInForce"), HasSubstr("bodyHex"));
 
     Press("FaultsClear");
     EXPECT_EQ(server.wishes.back().json, "{}");
     server.Answer("{}");
-    EXPECT_EQ(Said("FaultsInForce"), "No fault is set");
+    EXPECT_EQ(ParsedLine("FaultsInForce"), "No fault is set");
 }
 
 TEST_P(FaultAskedTest, BecomesAMemberOfItsOwn) {
@@ -197,7 +197,7 @@ TEST_P(FaultNotAskedTest, IsSaidWithItsReason) {
     Ask();
 
     EXPECT_THAT(server.wishes, IsEmpty());
-    EXPECT_EQ(Said("FaultMessage"), GetParam().asked);
+    EXPECT_EQ(ParsedLine("FaultMessage"), GetParam().asked);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -224,22 +224,22 @@ TEST_F(FaultPanelTest, ACommandThatIsNoNumberIsNotAsked) {
     Press("FaultSet");
 
     EXPECT_THAT(server.wishes, IsEmpty());
-    EXPECT_EQ(Said("FaultMessage"), "The command must be a number above 0");
+    EXPECT_EQ(ParsedLine("FaultMessage"), "The command must be a number above 0");
 }
 
 TEST_F(FaultPanelTest, AFaultThatTheServerRefusesIsNotInForce) {
     Press("FaultSet");
     server.Refuse(R"({"error":"20982.copies: must be a whole number from 1 to 1000"})");
 
-    EXPECT_EQ(Said("FaultMessage"), "The server refuses: 20982.copies: must be a whole number from 1 to 1000");
-    EXPECT_EQ(Said("FaultsInForce"), "No fault is set");
+    EXPECT_EQ(ParsedLine("FaultMessage"), "The server refuses: 20982.copies: must be a whole number from 1 to 1000");
+    EXPECT_EQ(ParsedLine("FaultsInForce"), "No fault is set");
 }
 
 TEST_F(FaultPanelTest, ANewServerHasNoFaults) {
     Press("FaultSet");
     server.Answer("{}");
     panel.ForgetFaults();
-    EXPECT_EQ(Said("FaultsInForce"), "No fault is set");
+    EXPECT_EQ(ParsedLine("FaultsInForce"), "No fault is set");
 
     Child<QComboBox>("FaultCommand")->setEditText(QStringLiteral("5"));
     Press("FaultSet");
@@ -251,7 +251,7 @@ TEST_F(FaultPanelTest, DroppedConnectionsAreCounted) {
     EXPECT_EQ(server.wishes.back().path, "/v1/drop");
     server.Answer(R"({"dropped":2})");
 
-    EXPECT_EQ(Said("FaultMessage"), "Connections dropped: 2");
+    EXPECT_EQ(ParsedLine("FaultMessage"), "Connections dropped: 2");
 }
 
 TEST_F(ClockPanelTest, StepsAddUpAndResetTakesThemBack) {
@@ -267,9 +267,9 @@ TEST_F(ClockPanelTest, StepsAddUpAndResetTakesThemBack) {
 }
 
 TEST_F(ClockPanelTest, ShowsTheServersTimeAsItRuns) {
-    EXPECT_EQ(Said("ClockTime"), "Server time: 2023-11-14 22:13:20 UTC");
+    EXPECT_EQ(ParsedLine("ClockTime"), "Server time: 2023-11-14 22:13:20 UTC");
     time.Advance(std::chrono::seconds(2));
-    EXPECT_EQ(Said("ClockTime"), "Server time: 2023-11-14 22:13:22 UTC");
+    EXPECT_EQ(ParsedLine("ClockTime"), "Server time: 2023-11-14 22:13:22 UTC");
 }
 
 TEST_F(ClockPanelTest, AnOffsetThatIsTypedIsSet) {
@@ -285,14 +285,14 @@ TEST_F(ClockPanelTest, AnOffsetThatIsNoNumberIsNotAsked) {
     Press("ClockSet");
 
     EXPECT_THAT(server.wishes, IsEmpty());
-    EXPECT_EQ(Said("ClockMessage"), "The value must be a whole number");
+    EXPECT_EQ(ParsedLine("ClockMessage"), "The value must be a whole number");
 }
 
 TEST_F(ClockPanelTest, ARefusedOffsetIsSaidAndNotCounted) {
     Press("ClockPlusHour");
     server.Refuse(R"({"error":"offsetMs: too much"})");
 
-    EXPECT_EQ(Said("ClockMessage"), "The server refuses: offsetMs: too much");
+    EXPECT_EQ(ParsedLine("ClockMessage"), "The server refuses: offsetMs: too much");
     EXPECT_EQ(panel.Offset(), 0);
 }
 

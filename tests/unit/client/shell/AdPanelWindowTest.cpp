@@ -6,7 +6,7 @@
 #include "FakeGrowthService.h"
 #include "support/Click.h"
 #include "support/ScriptedHostTest.h"
-#include "workbench/ads/AdBoard.h"
+#include "workbench/ads/AdTracker.h"
 #include "workbench/ads/AdView.h"
 
 using namespace ::testing;

@@ -12,9 +12,9 @@
 #include "tracing/HttpRecorder.h"
 #include "tracing/ReportsRecorder.h"
 #include "tracing/TraceLog.h"
-#include "workbench/ads/AdBoard.h"
 #include "workbench/ads/AdLines.h"
-#include "workbench/ads/AdWords.h"
+#include "workbench/ads/AdText.h"
+#include "workbench/ads/AdTracker.h"
 
 /// The module's own controller of a slot, with access to its internals.
 class CSlotController : public CZRAdController {
@@ -112,21 +112,21 @@ protected:
     }
 
     const AdRequest* LastAnswer() const { return board.Request(State().lastAnswered); }
-    std::string Outcome() const { return ad_words::Outcome(LastAnswer()).toStdString(); }
+    std::string Outcome() const { return ad_text::Outcome(LastAnswer()).toStdString(); }
 
     /// "id: fate" for each ad.
-    static std::vector<std::string> Fates(const AdRequest* request) {
+    static std::vector<std::string> Results(const AdRequest* request) {
         std::vector<std::string> fates;
-        for (const AdFate& fate : request ? request->Fates() : std::vector<AdFate>()) {
-            fates.push_back((fate.ad.id + QStringLiteral(": ") + ad_words::Fate(fate)).toStdString());
+        for (const AdFate& fate : request ? request->Results() : std::vector<AdFate>()) {
+            fates.push_back((fate.ad.id + QStringLiteral(": ") + ad_text::Fate(fate)).toStdString());
         }
         return fates;
     }
 
-    std::vector<std::string> Fates() const { return Fates(LastAnswer()); }
-    std::string Next() const { return ad_words::Next(State(), time.ServerTime()).toStdString(); }
+    std::vector<std::string> Results() const { return Results(LastAnswer()); }
+    std::string Next() const { return ad_text::Next(State(), time.ServerTime()).toStdString(); }
 
-    CAdBoard board{[](qint64 localMs) { return localMs; }};
+    CAdTracker board{[](qint64 localMs) { return localMs; }};
 
 private:
     CLogTee tee{log, [this](const LogRecord& record) {

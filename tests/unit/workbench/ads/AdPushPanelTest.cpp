@@ -48,7 +48,7 @@ protected:
     }
     void Choose(int push) { Child<QComboBox>("AdPush")->setCurrentIndex(push); }
     void Send() { Click(Child<QPushButton>("AdPushSend")); }
-    std::string Said() { return Child<QLabel>("AdPushMessage")->text().toStdString(); }
+    std::string ParsedLine() { return Child<QLabel>("AdPushMessage")->text().toStdString(); }
     bool IsGood() { return Child<QLabel>("AdPushMessage")->property("good").toBool(); }
 
     CFakeControlClient server;
@@ -111,7 +111,7 @@ TEST_F(AdPushPanelTest, WhatIsNoNumberIsNamedAndNothingSent) {
         Send();
 
         EXPECT_THAT(server.wishes, IsEmpty()) << field;
-        EXPECT_EQ(Said(), "No whole number from 0 to 4294967295: -1") << field;
+        EXPECT_EQ(ParsedLine(), "No whole number from 0 to 4294967295: -1") << field;
         EXPECT_FALSE(IsGood()) << field;
         Child<QLineEdit>(field)->setText(before);
     }
@@ -120,11 +120,11 @@ TEST_F(AdPushPanelTest, WhatIsNoNumberIsNamedAndNothingSent) {
 TEST_F(AdPushPanelTest, TheServersAnswerIsTold) {
     Send();
     server.Answer(R"({"sent":2})");
-    EXPECT_EQ(Said(), "Sent to connections: 2");
+    EXPECT_EQ(ParsedLine(), "Sent to connections: 2");
     EXPECT_TRUE(IsGood());
 
     Send();
     server.Refuse(R"({"error":"push: no"})");
-    EXPECT_THAT(Said(), HasSubstr("push: no"));
+    EXPECT_THAT(ParsedLine(), HasSubstr("push: no"));
     EXPECT_FALSE(IsGood());
 }

@@ -10,7 +10,7 @@ namespace {
 
 const QSize kSize(600, 100);
 
-class AdWhyTest : public AdScreenTest {
+class AdDiagnosisTest : public AdScreenTest {
 public:
     // The rows of the table use these.
     using AdScreenTest::Answer;
@@ -65,11 +65,11 @@ private:
 struct Row {
     const char* name;
     EnLine line;
-    std::function<void(AdWhyTest&)> refuse;
+    std::function<void(AdDiagnosisTest&)> refuse;
     AdSlot slot;
     const char* last;
-    const char* here;
-    const char* needed;
+    const char* actual;
+    const char* expected;
     const char* passed;
     const char* notReached;
 };
@@ -95,7 +95,7 @@ Json::Value With(Json::Value answer, const char* name, int value) {
 }
 
 std::vector<Row> Rows() {
-    using T = AdWhyTest;
+    using T = AdDiagnosisTest;
     return {
         {"Limit", EnLine::Limited,
          [](T& t) {
@@ -210,7 +210,7 @@ std::vector<Row> Rows() {
 }
 
 std::vector<Row> RowsOfTheList() {
-    using T = AdWhyTest;
+    using T = AdDiagnosisTest;
     return {
         {"NoList", EnLine::NoList, [](T& t) { t.slot.TryShowAdPopup(); }, kBottomPopup, "refused (list): a list",
          "missing", "there", "none", kAllParts},
@@ -233,7 +233,7 @@ std::vector<Row> RowsOfTheList() {
 }
 
 std::vector<Row> RowsOfTheCard() {
-    using T = AdWhyTest;
+    using T = AdDiagnosisTest;
     return {
         {"ShowList", EnLine::ShowNoList, [](T& t) { t.slot.ShowAd(nullptr); }, kBottomPopup, "refused (view): a list",
          "missing", "there", "request, list, moment", kWithView},
@@ -261,7 +261,7 @@ std::vector<Row> RowsOfTheCard() {
 }
 
 std::vector<Row> RowsWithThePictureIn() {
-    using T = AdWhyTest;
+    using T = AdDiagnosisTest;
     return {
         {"AdIdAgain", EnLine::PictureOfNone, [](T& t) { t.TakePicture(QString()); }, kBottomPopup,
          "refused (moment, with its picture in): ad id", "missing", "there", "request, list, moment, view, picture",
@@ -319,7 +319,7 @@ std::vector<Row> RowsWithThePictureIn() {
 }
 
 std::vector<Row> RowsOfABanner() {
-    using T = AdWhyTest;
+    using T = AdDiagnosisTest;
     const AdSlot banner{3, 7};
     return {
         {"Layout", EnLine::BannerNoLayout,
@@ -357,11 +357,11 @@ std::vector<Row> AllRows() {
     return all;
 }
 
-class AdWhyRefusalTest : public AdWhyTest, public WithParamInterface<Row> {};
+class AdDiagnosisRefusalTest : public AdDiagnosisTest, public WithParamInterface<Row> {};
 
 }  // namespace
 
-TEST_P(AdWhyRefusalTest, IsToldWithBothSidesAndItsPlaceOnTheWay) {
+TEST_P(AdDiagnosisRefusalTest, IsToldWithBothSidesAndItsPlaceOnTheWay) {
     GetParam().refuse(*this);
 
     const AdSlotState* state = board.Find(GetParam().slot);
@@ -369,20 +369,20 @@ TEST_P(AdWhyRefusalTest, IsToldWithBothSidesAndItsPlaceOnTheWay) {
     EXPECT_EQ(int(state->why.last->said.line), int(GetParam().line));
     std::map<std::string, std::string> told = Told(GetParam().slot);
     EXPECT_THAT(told["Last"], StartsWith(std::string(GetParam().last) + " · "));
-    EXPECT_EQ(told["Found"], GetParam().here);
-    EXPECT_EQ(told["Needed"], GetParam().needed);
+    EXPECT_EQ(told["Found"], GetParam().actual);
+    EXPECT_EQ(told["Needed"], GetParam().expected);
     EXPECT_EQ(told["Passed"], GetParam().passed);
     EXPECT_EQ(told["Not reached"], GetParam().notReached);
 }
 
-INSTANTIATE_TEST_SUITE_P(OfEachRule, AdWhyRefusalTest, ValuesIn(AllRows()), NameOf);
+INSTANTIATE_TEST_SUITE_P(OfEachRule, AdDiagnosisRefusalTest, ValuesIn(AllRows()), NameOf);
 
-TEST(AdWhyTableTest, EachMeaningThatRefusesHasItsRow) {
-    using ad_why::EnMeaning;
+TEST(AdDiagnosisTableTest, EachMeaningThatRefusesHasItsRow) {
+    using ad_diagnosis::EnMeaning;
     const std::vector<Row> rows = AllRows();
     int refusing = 0;
     for (const ad_lines::Line& line : ad_lines::All()) {
-        const ad_why::Meaning* meaning = ad_why::Find(line.line);
+        const ad_diagnosis::Meaning* meaning = ad_diagnosis::Find(line.line);
         if (!meaning || (meaning->meaning != EnMeaning::Refuses && meaning->meaning != EnMeaning::PictureFails)) {
             continue;
         }

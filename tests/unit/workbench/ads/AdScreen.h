@@ -8,8 +8,8 @@
 #include "Ad/Model/ZRAdPopupModel.h"
 #include "AdModule.h"
 #include "LinesRead.h"
-#include "workbench/ads/AdMoment.h"
-#include "workbench/ads/AdWhyWords.h"
+#include "workbench/ads/AdDiagnosisText.h"
+#include "workbench/ads/DisplayConditions.h"
 
 /// The bottom popup's controller, with access to its internals.
 class CPopupSlot : public CZRAdBottomPopupController {
@@ -83,14 +83,14 @@ protected:
         std::map<std::string, std::string> told;
         const AdSlotState* state = board.Find(which);
         if (state) {
-            for (const FieldNode& line : ad_why_words::Why(board, *state, time.ServerTime()).lines) {
+            for (const FieldNode& line : ad_diagnosis_text::Why(board, *state, time.ServerTime()).lines) {
                 told[line.name.toStdString()] = line.value.toStdString();
             }
         }
         return told;
     }
 
-    AdMoment Moment() const { return AdMoment::Of(board, State(), time.ServerTime()); }
+    DisplayConditions Moment() const { return DisplayConditions::Of(board, State(), time.ServerTime()); }
 
     QWidget window;
     CPopupSlot slot;

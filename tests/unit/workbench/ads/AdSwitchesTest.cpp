@@ -11,8 +11,8 @@
 #include "core/message_ids.h"
 #include "support/Click.h"
 #include "support/ScriptedHostTest.h"
-#include "workbench/ads/AdBoard.h"
 #include "workbench/ads/AdTab.h"
+#include "workbench/ads/AdTracker.h"
 
 using namespace ::testing;
 
@@ -42,7 +42,7 @@ protected:
 
     void Choose(const char* combo, int index) { Child<QComboBox>(combo)->setCurrentIndex(index); }
     void Press(const char* button) { Click(Child<QPushButton>(button)); }
-    std::string Said() { return Child<QLabel>("AdSwitchesMessage")->text().toStdString(); }
+    std::string ParsedLine() { return Child<QLabel>("AdSwitchesMessage")->text().toStdString(); }
     bool IsGood() { return Child<QLabel>("AdSwitchesMessage")->property("good").toBool(); }
 
     /// The tab's list of overrides; empty if it is hidden.
@@ -63,7 +63,7 @@ protected:
     }
 
     CFakeControlClient server;
-    CAdBoard board{[](qint64 localMs) { return localMs; }};
+    CAdTracker board{[](qint64 localMs) { return localMs; }};
     CAdTab tab{board, server};
     std::vector<int> tabs;
     std::vector<EnFocusAnswer> focus;
@@ -127,7 +127,7 @@ TEST_F(AdSwitchesTest, TheIntervalIsPutIntoThePopupsSlotAndTheRestOfTheScenarioS
     server.Answer("{}");
     EXPECT_EQ(Overridden(), "Overridden: interval 5 s instead of 3600 s");
     EXPECT_TRUE(Child<QPushButton>("AdIntervalSet")->isEnabled());
-    EXPECT_EQ(Said(), "In force for ads that are asked for from now on");
+    EXPECT_EQ(ParsedLine(), "In force for ads that are asked for from now on");
 }
 
 TEST_F(AdSwitchesTest, AnEmptyIntervalGivesTheServerItsOwnBack) {
@@ -155,18 +155,18 @@ TEST_F(AdSwitchesTest, AnEmptyIntervalThatOverridesNothingAsksNobody) {
 TEST_F(AdSwitchesTest, AnIntervalThatIsNotSetOverridesNothingAndSaysWhy) {
     AskInterval("1h");
     EXPECT_THAT(server.wishes, IsEmpty());
-    EXPECT_EQ(Said(), "No whole number of seconds: 1h");
+    EXPECT_EQ(ParsedLine(), "No whole number of seconds: 1h");
 
     AskInterval("5");
     server.Refuse(R"({"error":"no scenario"})");
-    EXPECT_THAT(Said(), HasSubstr("no scenario"));
+    EXPECT_THAT(ParsedLine(), HasSubstr("no scenario"));
     AskInterval("5");
     server.Answer(R"({"ads":[{"adType":2,"adPosition":41,"showInterval":1}]})");
-    EXPECT_EQ(Said(), "The server's scenario has no bottom popup");
+    EXPECT_EQ(ParsedLine(), "The server's scenario has no bottom popup");
     AskInterval("5");
     server.Answer(kScenario);
     server.Refuse(R"({"error":"no ads"})");
-    EXPECT_THAT(Said(), HasSubstr("no ads"));
+    EXPECT_THAT(ParsedLine(), HasSubstr("no ads"));
 
     EXPECT_FALSE(IsGood());
     EXPECT_EQ(Overridden(), "");
@@ -192,7 +192,7 @@ TEST_F(AdSwitchesTest, WhatTheOldServerAnswersLateIsNotPutIntoTheNewOne) {
     server.Answer(kScenario);
 
     EXPECT_THAT(server.wishes, SizeIs(1));
-    EXPECT_EQ(Said(), "");
+    EXPECT_EQ(ParsedLine(), "");
 }
 
 TEST_F(AdSwitchesTest, WhatTheOldServerTookLateOverridesNothingOfTheNewOne) {
@@ -204,7 +204,7 @@ TEST_F(AdSwitchesTest, WhatTheOldServerTookLateOverridesNothingOfTheNewOne) {
 
     late(ServerAnswer::Read(200, "{}", QString()));
     EXPECT_EQ(Overridden(), "");
-    EXPECT_EQ(Said(), "");
+    EXPECT_EQ(ParsedLine(), "");
     EXPECT_FALSE(Child<QPushButton>("AdIntervalSet")->isEnabled());
 
     server.Answer(QByteArray(kScenario).replace("3600", "60"));
@@ -223,9 +223,9 @@ TEST_F(AdSwitchesTest, TheLastShowsOfThisUsersPopupAreForgottenAndNoOthers) {
 
     EXPECT_THAT(store.Saves(), ElementsAre(StoreSave{std::nullopt, "AdLastShowTimeStampKey_2_42_7_0", "0"},
                                            StoreSave{std::nullopt, "AdLastShowTimeStampKey_2_42_7_9", "0"}));
-    EXPECT_EQ(Said(), "It is forgotten when the popup was last shown to this user");
+    EXPECT_EQ(ParsedLine(), "It is forgotten when the popup was last shown to this user");
     Press("AdLastShownForget");
-    EXPECT_EQ(Said(), "Nothing to forget: no time is stored for this user");
+    EXPECT_EQ(ParsedLine(), "Nothing to forget: no time is stored for this user");
     EXPECT_THAT(store.Saves(), SizeIs(2));
 }
 
@@ -236,6 +236,6 @@ TEST_F(AdSwitchesTest, AStoreThatTakesNothingIsTold) {
     Press("AdLastShownForget");
 
     EXPECT_THAT(store.Saves(), SizeIs(1));
-    EXPECT_EQ(Said(), "The store did not take the change");
+    EXPECT_EQ(ParsedLine(), "The store did not take the change");
     EXPECT_FALSE(IsGood());
 }

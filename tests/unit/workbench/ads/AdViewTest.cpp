@@ -6,8 +6,8 @@
 #include <QTreeWidget>
 
 #include "support/ScriptedHostTest.h"
-#include "workbench/ads/AdBoard.h"
-#include "workbench/ads/AdWhyWords.h"
+#include "workbench/ads/AdDiagnosisText.h"
+#include "workbench/ads/AdTracker.h"
 
 using namespace ::testing;
 
@@ -109,7 +109,7 @@ protected:
         return "not there";
     }
 
-    CAdBoard board{[](qint64 localMs) { return localMs; }};
+    CAdTracker board{[](qint64 localMs) { return localMs; }};
     CAdView view{board};
     QTableWidget* table = view.findChild<QTableWidget*>(QStringLiteral("AdTable"));
     QTreeWidget* detail = view.findChild<QTreeWidget*>(QStringLiteral("AdDetail"));
@@ -169,31 +169,31 @@ TEST_F(AdViewTest, TrafficAndLinesMayComeOneAfterTheOther) {
     Exchange("r1");
     now += 20'000;
     Exchange("r2");
-    const auto tell = [](const CAdBoard& one) {
+    const auto tell = [](const CAdTracker& one) {
         std::vector<std::string> told;
-        std::vector<ad_words::Group> groups = ad_words::Groups(one, *one.Find({2, 42}));
-        groups.push_back(ad_why_words::Why(one, *one.Find({2, 42}), kStart));
-        for (const ad_words::Group& group : groups) {
+        std::vector<ad_text::Group> groups = ad_text::Groups(one, *one.Find({2, 42}));
+        groups.push_back(ad_diagnosis_text::Why(one, *one.Find({2, 42}), kStart));
+        for (const ad_text::Group& group : groups) {
             for (const FieldNode& line : group.lines) {
                 told.push_back((line.name + QLatin1Char('=') + line.value).toStdString());
             }
         }
         return told;
     };
-    const auto feedLines = [this](CAdBoard& one) {
+    const auto feedLines = [this](CAdTracker& one) {
         for (const LogEntry& line : lines) {
             one.TakeLine(line);
         }
     };
-    const auto feedSights = [this](CAdBoard& one) {
+    const auto feedSights = [this](CAdTracker& one) {
         for (const TraceEvent& seen : sights) {
             one.Take(seen);
         }
     };
-    CAdBoard linesFirst([](qint64 localMs) { return localMs; });
+    CAdTracker linesFirst([](qint64 localMs) { return localMs; });
     feedLines(linesFirst);
     feedSights(linesFirst);
-    CAdBoard trafficFirst([](qint64 localMs) { return localMs; });
+    CAdTracker trafficFirst([](qint64 localMs) { return localMs; });
     feedSights(trafficFirst);
     feedLines(trafficFirst);
 

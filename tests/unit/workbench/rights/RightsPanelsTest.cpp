@@ -13,7 +13,7 @@
 #include "workbench/rights/AskPanel.h"
 #include "workbench/rights/NumberList.h"
 #include "workbench/rights/PushPanel.h"
-#include "workbench/rights/RefreshBoard.h"
+#include "workbench/rights/RefreshTracker.h"
 
 using namespace ::testing;
 
@@ -35,7 +35,7 @@ protected:
 
     void Type(const char* field, const char* text) { Child<QLineEdit>(field)->setText(QString::fromUtf8(text)); }
     void Press(const char* button) { Click(Child<QPushButton>(button)); }
-    std::string Said(const char* label) { return Child<QLabel>(label)->text().toStdString(); }
+    std::string ParsedLine(const char* label) { return Child<QLabel>(label)->text().toStdString(); }
 
     QWidget* shown = nullptr;
     CFakeControlClient server;
@@ -58,7 +58,7 @@ protected:
     }
 
     std::shared_ptr<CFakeGrowthService> service = CFakeGrowthService::Offer();
-    CRefreshBoard board;
+    CRefreshTracker board;
     CAskPanel panel{board};
 };
 
@@ -90,9 +90,9 @@ TEST_F(AskPanelTest, AllIsAskedForAndTheOutcomeFollows) {
 
     Press("AskAll");
     EXPECT_THAT(service->asked, ElementsAre("all wait"));
-    EXPECT_EQ(Said("AskOutcome"), "session 12 \u00B7 in flight");
+    EXPECT_EQ(ParsedLine("AskOutcome"), "session 12 \u00B7 in flight");
     Answer(12, 0);
-    EXPECT_EQ(Said("AskOutcome"), "session 12 \u00B7 good");
+    EXPECT_EQ(ParsedLine("AskOutcome"), "session 12 \u00B7 good");
     EXPECT_EQ(Child<QLabel>("AskOutcome")->property("good").toBool(), true);
 
     service->session = 13;
@@ -100,7 +100,7 @@ TEST_F(AskPanelTest, AllIsAskedForAndTheOutcomeFollows) {
     Press("AskAll");
     Answer(13, 2);
     EXPECT_THAT(service->asked, ElementsAre("all wait", "all push"));
-    EXPECT_EQ(Said("AskOutcome"), "session 13 \u00B7 failed");
+    EXPECT_EQ(ParsedLine("AskOutcome"), "session 13 \u00B7 failed");
     EXPECT_EQ(Child<QLabel>("AskOutcome")->property("good").toBool(), false);
 }
 
@@ -119,7 +119,7 @@ TEST_F(AskPanelTest, AWordThatIsNoNumberIsNamedAndNobodyAsked) {
     Press("AskList");
 
     EXPECT_THAT(service->asked, IsEmpty());
-    EXPECT_EQ(Said("AskOutcome"), "No number of a right: five");
+    EXPECT_EQ(ParsedLine("AskOutcome"), "No number of a right: five");
 }
 
 TEST_F(AskPanelTest, WithoutTheModuleItSaysThatNobodyWasAsked) {
@@ -127,7 +127,7 @@ TEST_F(AskPanelTest, WithoutTheModuleItSaysThatNobodyWasAsked) {
 
     Press("AskAll");
 
-    EXPECT_EQ(Said("AskOutcome"), "Nobody was asked: the module is not there or has not started");
+    EXPECT_EQ(ParsedLine("AskOutcome"), "Nobody was asked: the module is not there or has not started");
 }
 
 TEST_F(RightsPanelTest, NumbersArePartedByBlanksAndCommas) {
@@ -149,7 +149,7 @@ TEST_F(PushPanelTest, APushHasTheFieldsThatAreFilled) {
     EXPECT_EQ(server.wishes[0].json,
               R"({"premiumChange":{"access":[5,1000],"delaySeconds":4294967295,"needAll":false}})");
     server.Answer(R"({"sent":2})");
-    EXPECT_EQ(Said("PushMessage"), "Sent to connections: 2");
+    EXPECT_EQ(ParsedLine("PushMessage"), "Sent to connections: 2");
 }
 
 TEST_F(PushPanelTest, EachFieldCanBeLeftOut) {
@@ -169,14 +169,14 @@ TEST_F(PushPanelTest, EachFieldCanBeLeftOut) {
 TEST_F(PushPanelTest, WhatIsNoNumberIsNotSent) {
     Type("PushDelay", "4294967296");
     Press("PushPremium");
-    EXPECT_EQ(Said("PushMessage"), "No whole number from 0 to 4294967295: 4294967296");
+    EXPECT_EQ(ParsedLine("PushMessage"), "No whole number from 0 to 4294967295: 4294967296");
     Type("PushDelay", "0");
     Type("PushRights", "1 x");
     Press("PushPremium");
-    EXPECT_EQ(Said("PushMessage"), "No number of a right: x");
+    EXPECT_EQ(ParsedLine("PushMessage"), "No number of a right: x");
     Type("PushWindow", "-1");
     Press("PushVip");
-    EXPECT_EQ(Said("PushMessage"), "No whole number from 0 to 4294967295: -1");
+    EXPECT_EQ(ParsedLine("PushMessage"), "No whole number from 0 to 4294967295: -1");
 
     EXPECT_THAT(server.wishes, IsEmpty());
 }
@@ -185,7 +185,7 @@ TEST_F(PushPanelTest, ARefusalIsSaid) {
     Press("PushVip");
     server.Refuse(R"({"error":"no such user"})");
 
-    EXPECT_EQ(Said("PushMessage"), "The server refuses: no such user");
+    EXPECT_EQ(ParsedLine("PushMessage"), "The server refuses: no such user");
 }
 
 TEST_F(AnswerPanelTest, EachBadAnswerBecomesAFaultOfItsCommand) {
@@ -222,7 +222,7 @@ TEST_F(AnswerPanelTest, FaultsOfOtherCommandsStayAsTheyAre) {
     EXPECT_EQ(server.wishes.back().path, "/v1/faults/20831");
     EXPECT_EQ(server.wishes.back().json, R"({"error":7})");
     server.Answer("{}");
-    EXPECT_EQ(Said("AnswerMessage"), "The next answer: 20831 \u00B7 Error number");
+    EXPECT_EQ(ParsedLine("AnswerMessage"), "The next answer: 20831 \u00B7 Error number");
     // the panel of all faults shows it too
     EXPECT_EQ(InForce(), R"(Set: {"20831":{"error":7},"20982":{}})");
 
@@ -233,7 +233,7 @@ TEST_F(AnswerPanelTest, FaultsOfOtherCommandsStayAsTheyAre) {
     EXPECT_EQ(server.wishes.back().path, "/v1/faults/20831");
     EXPECT_EQ(server.wishes.back().json, "");
     server.Answer("{}");
-    EXPECT_EQ(Said("AnswerMessage"), "The next answer: 20831 \u00B7 as it should");
+    EXPECT_EQ(ParsedLine("AnswerMessage"), "The next answer: 20831 \u00B7 as it should");
     EXPECT_EQ(InForce(), R"(Set: {"20982":{}})");
     EXPECT_FALSE(Child<QLineEdit>("AnswerValue")->isEnabled());
 }
@@ -242,11 +242,11 @@ TEST_F(AnswerPanelTest, AWrongValueIsNotSent) {
     Choose("AnswerKind", 1);
     Type("AnswerValue", "much");
     Press("AnswerSet");
-    EXPECT_EQ(Said("AnswerMessage"), "The value must be a whole number");
+    EXPECT_EQ(ParsedLine("AnswerMessage"), "The value must be a whole number");
     Choose("AnswerKind", 3);
     Type("AnswerValue", "abc");
     Press("AnswerSet");
-    EXPECT_EQ(Said("AnswerMessage"), "The bytes must be pairs of hex digits");
+    EXPECT_EQ(ParsedLine("AnswerMessage"), "The bytes must be pairs of hex digits");
 
     EXPECT_THAT(server.wishes, IsEmpty());
 }
@@ -256,6 +256,6 @@ TEST_F(AnswerPanelTest, ARefusalIsSaid) {
     Press("AnswerSet");
     server.Refuse(R"({"error":"20637.error: too large"})");
 
-    EXPECT_EQ(Said("AnswerMessage"), "The server refuses: 20637.error: too large");
+    EXPECT_EQ(ParsedLine("AnswerMessage"), "The server refuses: 20637.error: too large");
     EXPECT_EQ(InForce(), "No fault is set");
 }

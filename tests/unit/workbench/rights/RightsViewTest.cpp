@@ -15,7 +15,7 @@
 #include "support/ScriptedHostTest.h"
 #include "workbench/WireDecoder.h"
 #include "workbench/rights/RightDetail.h"
-#include "workbench/rights/RightWords.h"
+#include "workbench/rights/RightText.h"
 #include "workbench/rights/VipPanel.h"
 
 using namespace ::testing;
@@ -69,7 +69,7 @@ protected:
         return items.size() == 1 ? items.first()->text(1).toStdString() : "not there once";
     }
 
-    std::string Said(const char* label) { return Child<QLabel>(label)->text().toStdString(); }
+    std::string ParsedLine(const char* label) { return Child<QLabel>(label)->text().toStdString(); }
 
     void ClickRow(int row) {
         auto* table = Child<QTableView>("RightsTable");
@@ -93,7 +93,7 @@ TEST_F(RightsViewTest, EachRightIsARowInOrderOfNumber) {
     EXPECT_THAT(Rows(),
                 ElementsAre("5|us_cme_future_lv1|no|full|12|VIP rule|D|title 5", "77||yes|full|12|VIP rule|D|title 77",
                             "1000|MyPagePremium|yes|full|12|VIP rule|D|title 1000"));
-    EXPECT_EQ(Said("RightsCount"), "Rights in the table: 3");
+    EXPECT_EQ(ParsedLine("RightsCount"), "Rights in the table: 3");
 }
 
 TEST_F(RightsViewTest, NumbersWithoutAWordStandForThemselves) {
@@ -114,16 +114,16 @@ TEST_F(RightsViewTest, TheTableFollowsAndIsEmptyAfterALogout) {
     rights.Refresh();
 
     EXPECT_THAT(Rows(), IsEmpty());
-    EXPECT_EQ(Said("RightsCount"), "Rights in the table: 0");
+    EXPECT_EQ(ParsedLine("RightsCount"), "Rights in the table: 0");
 }
 
 TEST_F(RightsViewTest, ARightThatIsClickedIsShownWithAllFields) {
     ServerSays({{5, true}, {6, false}});
-    EXPECT_EQ(Said("RightChosen"), "Choose a right, or type its number");
+    EXPECT_EQ(ParsedLine("RightChosen"), "Choose a right, or type its number");
 
     ClickRow(0);
 
-    EXPECT_EQ(Said("RightChosen"), "5  us_cme_future_lv1");
+    EXPECT_EQ(ParsedLine("RightChosen"), "5  us_cme_future_lv1");
     EXPECT_EQ(Field("enAccess"), "5");
     EXPECT_EQ(Field("bHasPermission"), "yes");
     EXPECT_EQ(Field("nActivationType"), "3 \u00B7 full");
@@ -149,7 +149,7 @@ TEST_F(RightsViewTest, ARightIsFoundByItsNumberAndSelected) {
 
     QTest::keyClicks(Child<QLineEdit>("RightNumber"), QStringLiteral("6"));
 
-    EXPECT_EQ(Said("RightChosen"), "6  us_cme_future_lv2");
+    EXPECT_EQ(ParsedLine("RightChosen"), "6  us_cme_future_lv2");
     const QModelIndexList rows = Child<QTableView>("RightsTable")->selectionModel()->selectedRows();
     ASSERT_EQ(rows.size(), 1);
     EXPECT_EQ(rows.first().row(), 1);
@@ -161,7 +161,7 @@ TEST_F(RightsViewTest, ARightThatIsNotInTheTableShowsItsDefaultRecord) {
 
     QTest::keyClicks(Child<QLineEdit>("RightNumber"), QStringLiteral("1000"));
 
-    EXPECT_EQ(Said("RightChosen"), "1000  MyPagePremium \u00B7 not in the table: a default record");
+    EXPECT_EQ(ParsedLine("RightChosen"), "1000  MyPagePremium \u00B7 not in the table: a default record");
     EXPECT_EQ(Field("enAccess"), "0");
     EXPECT_EQ(Field("bHasPermission"), "no");
     EXPECT_EQ(Field("strMainTitle"), "");
@@ -175,11 +175,11 @@ TEST_F(RightsViewTest, TheChoiceStaysWithTheRightWhateverBecomesOfTheTable) {
     QSignalSpy chosen(view, &CRightsView::Chosen);
 
     ServerSays({{1, true}, {3, true}, {6, true}});
-    EXPECT_EQ(Said("RightChosen"), "6  us_cme_future_lv2");
+    EXPECT_EQ(ParsedLine("RightChosen"), "6  us_cme_future_lv2");
     EXPECT_EQ(Field("bHasPermission"), "yes");
     EXPECT_EQ(Child<QTableView>("RightsTable")->selectionModel()->selectedRows().value(0).row(), 2);
     ServerSays({{1, true}});
-    EXPECT_THAT(Said("RightChosen"), EndsWith("not in the table: a default record"));
+    EXPECT_THAT(ParsedLine("RightChosen"), EndsWith("not in the table: a default record"));
     ServerSays({{6, false}});
 
     EXPECT_EQ(Child<QTableView>("RightsTable")->selectionModel()->selectedRows().value(0).row(), 0);
@@ -188,14 +188,14 @@ TEST_F(RightsViewTest, TheChoiceStaysWithTheRightWhateverBecomesOfTheTable) {
 }
 
 TEST_F(RightsViewTest, OtherInfoThatIsNoJsonIsShownAsItIs) {
-    EXPECT_EQ(right_words::Pretty(QStringLiteral("{\"a\":")), QStringLiteral("{\"a\":"));
-    EXPECT_EQ(right_words::Pretty(QString()), QString());
-    EXPECT_EQ(right_words::Pretty(QStringLiteral("{\"名\":\"价\"}")), QStringLiteral("{\n  \"名\" : \"价\"\n}"));
+    EXPECT_EQ(right_text::Pretty(QStringLiteral("{\"a\":")), QStringLiteral("{\"a\":"));
+    EXPECT_EQ(right_text::Pretty(QString()), QString());
+    EXPECT_EQ(right_text::Pretty(QStringLiteral("{\"名\":\"价\"}")), QStringLiteral("{\n  \"名\" : \"价\"\n}"));
 }
 
 TEST_F(RightsViewTest, TheVipStatusIsLiveAndInWords) {
-    EXPECT_EQ(Said("VipEngineStatus"), "-1 \u00B7 undetermined");
-    EXPECT_EQ(Said("VipQualification"), "no");
+    EXPECT_EQ(ParsedLine("VipEngineStatus"), "-1 \u00B7 undetermined");
+    EXPECT_EQ(ParsedLine("VipQualification"), "no");
 
     service->engine = kVipEngineRenewalOff;
     service->qualification = true;
@@ -205,12 +205,12 @@ TEST_F(RightsViewTest, TheVipStatusIsLiveAndInWords) {
     service->grade = 4;
     bus.HostSend(kMsgVipStatusChanged);
 
-    EXPECT_EQ(Said("VipEngineStatus"), "5 \u00B7 member, renewal off");
-    EXPECT_EQ(Said("VipQualification"), "yes");
-    EXPECT_EQ(Said("VipNewState"), "2 \u00B7 expired");
-    EXPECT_EQ(Said("VipNewSystem"), "yes");
-    EXPECT_EQ(Said("VipOldState"), "1 \u00B7 member");
-    EXPECT_EQ(Said("VipGrade"), "4");
+    EXPECT_EQ(ParsedLine("VipEngineStatus"), "5 \u00B7 member, renewal off");
+    EXPECT_EQ(ParsedLine("VipQualification"), "yes");
+    EXPECT_EQ(ParsedLine("VipNewState"), "2 \u00B7 expired");
+    EXPECT_EQ(ParsedLine("VipNewSystem"), "yes");
+    EXPECT_EQ(ParsedLine("VipOldState"), "1 \u00B7 member");
+    EXPECT_EQ(ParsedLine("VipGrade"), "4");
 }
 
 TEST_F(RightsViewTest, EveryEngineStatusHasItsWords) {
@@ -218,16 +218,16 @@ TEST_F(RightsViewTest, EveryEngineStatusHasItsWords) {
                                               {2, "asset protection"},   {3, "expired"},  {4, "no member"},
                                               {5, "member, renewal off"}};
     for (const auto& [status, word] : words) {
-        EXPECT_EQ(right_words::Engine(status).toStdString(), std::to_string(status) + " \u00B7 " + word);
+        EXPECT_EQ(right_text::Engine(status).toStdString(), std::to_string(status) + " \u00B7 " + word);
     }
-    EXPECT_EQ(right_words::Engine(6), QStringLiteral("6"));
-    EXPECT_EQ(right_words::NewState(2), QStringLiteral("2 \u00B7 expired"));
-    EXPECT_EQ(right_words::OldState(2), QStringLiteral("2"));
+    EXPECT_EQ(right_text::Engine(6), QStringLiteral("6"));
+    EXPECT_EQ(right_text::NewState(2), QStringLiteral("2 \u00B7 expired"));
+    EXPECT_EQ(right_text::OldState(2), QStringLiteral("2"));
 }
 
 TEST_F(RightsViewTest, WithoutTheModuleTheViewSaysSo) {
     service.reset();
     rights.Refresh();
 
-    EXPECT_EQ(Said("RightsCount"), "Closed, no module");
+    EXPECT_EQ(ParsedLine("RightsCount"), "Closed, no module");
 }
