@@ -1,8 +1,10 @@
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QEventLoop>
+#include <QFile>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <atomic>
 
 #include "HostSet.h"
 #include "channel/WebSocketChannel.h"
@@ -15,18 +17,24 @@
 #include "core/MessageBus.h"
 #include "core/Random.h"
 #include "core/ServerClock.h"
+#include "core/Slots.h"
 #include "core/UrlOpener.h"
 #include "core/lang.h"
+#include "core/message_ids.h"
 #include "framework/JsonText.h"
 #include "framework/Ports.h"
 #include "http/HttpService.h"
+#include "log/FileLog.h"
+#include "modules/MainFrameModule.h"
 #include "picture/PictureService.h"
+#include "plugin/IZRPluginCenter.h"
+#include "plugin/PluginLoader.h"
 #include "report/ReportService.h"
 #include "store/SqliteStore.h"
 #include "support/EnvelopeServer.h"
 #include "support/RawHttpServer.h"
 #include "support/RealTime.h"
-#include "support/ScriptedLog.h"
+#include "ui/ThemeControl.h"
 #include "unit/host/services/picture/PictureBytes.h"
 
 namespace {
@@ -52,15 +60,14 @@ public:
           m_commonConfig(m_environmentStore),
           m_channel(m_poster, m_random, QuickRetries()),
           m_session(m_channel) {
-        QObject::connect(&m_channel, &CWebSocketChannel::HostFrameReceived, &m_session,
-                         [this](const channel::Frame& frame) { m_session.Receive(frame); });
+        ConnectServices();
         EXPECT_TRUE(m_httpServer.Listen());
         m_domains.Set("api", m_httpServer.Url());
-        m_reports = std::make_unique<CReportService>(
-            m_folder.filePath(QStringLiteral("reports.sqlite")),
-            ReportDeps{m_http, m_domains, m_clock, m_random, m_poster, "device"});
+        m_reports =
+            std::make_unique<CReportService>(m_folder.filePath(QStringLiteral("reports.sqlite")),
+                                             ReportDeps{m_http, m_domains, m_clock, m_random, m_poster, "device"});
         m_httpServer.SetHandler([this](const RawHttpRequest& request) { OnHttp(request); });
-        // What passes is opened: where it goes is the client's affair.
+        // Accepted URLs count as opened.
         m_urls.SetPageHandler([](const QUrl&) { return true; });
         m_urls.SetWebHandler([](const QUrl&) { return true; });
         Install();
@@ -71,7 +78,6 @@ public:
         m_session.Logout();
         m_channel.Close();
         host::Uninstall();
-        m_log.Forget();
     }
 
     bool WaitUntil(const std::function<bool()>& condition) override { return WaitInRealTime(condition); }
@@ -117,27 +123,65 @@ public:
             m_channel.Open(m_server.Url(), QByteArray("token"));
         }
         ASSERT_TRUE(WaitUntil([this] { return m_channel.IsConnected() && m_server.ConnectionCount() == 1; }));
+        if (const uint64_t userId = m_session.UserId()) {
+            AnswerLogin(userId, m_session.AttributedMarkets());
+            ASSERT_TRUE(WaitUntil([this] { return m_nResumed > m_nResumedSeen; }));
+            m_nResumedSeen = m_nResumed;
+        }
     }
 
-    void SetUser(uint64_t userId) override {
-        if (userId == 0) {
-            m_session.Logout();
-            return;
+    void SetUser(uint64_t userId, const std::vector<int>& markets) override {
+        m_session.Logout();
+        if (userId != 0) {
+            m_session.Login(userId, "device", core::lang::kLanguageEnglish);
+            AnswerLogin(userId, markets);
+            ASSERT_TRUE(WaitUntil([&] { return m_session.UserId() == userId; }));
         }
-        m_session.Login(userId, "device", core::lang::kLanguageEnglish);
-        const CEnvelopeServer::Arrival* login = WaitForFrame(channel::Frame::LOGIN);
-        ASSERT_TRUE(login);
-        channel::Frame answer;
-        answer.set_kind(channel::Frame::LOGIN_ANSWER);
-        answer.set_session(login->frame.session());
-        answer.mutable_login_answer()->set_accepted(true);
-        answer.mutable_login_answer()->set_user_id(userId);
-        answer.mutable_login_answer()->set_session_id(1);
-        m_server.Send(login->client, answer);
-        ASSERT_TRUE(WaitUntil([&] { return m_session.UserId() == userId; }));
     }
 
     void BeInternalBuild() override { m_environment = CEnvironment(m_environmentStore, {false, false}); }
+    void SetVelora(bool velora) override { m_environment.SetVelora(velora); }
+
+    void SetLanguage(int languageId) override {
+        m_language.SetLanguage(languageId);
+        m_bus.Send("[Host]", core::kMsgLanguageChanged, 0, nullptr);
+    }
+
+    unsigned int KnownTextId() override { return 277228; }
+
+    void SetServerTime(int64_t ms) override { m_clock.MoveTo(ms); }
+
+    void SetConfig(const std::string& name, const Json::Value& value) override {
+        Json::Value config;
+        config[name] = value;
+        channel::Frame frame;
+        frame.set_kind(channel::Frame::CONFIG);
+        frame.set_body(config.toStyledString());
+        m_server.SendToAll(frame);
+        ASSERT_TRUE(WaitUntil([&] { return m_commonConfig.ConfigByName(name) == value; }));
+    }
+
+    void AllowSlot(ZRUniformResourceSlotType slot, bool allowed) override { m_slots.Allow(slot, allowed); }
+    void SetDomain(const std::string& key, const std::string& url) override { m_domains.Set(key, url + "/"); }
+    void SetTheme(zr_ui_theme::Manager::Theme theme) override { host::ThemeControl::Set(theme); }
+
+    void SetMainFrame(EnZRTabFrameKey tab) override {
+        m_pMainFrame->Offer({[] { return nullptr; }, [tab] { return tab; }, [] { return true; }, [] { return true; }});
+        IZRPluginCenter::RegisterInterfaceFactory(m_pMainFrame, true);
+        m_bus.Send("[Host]", core::kMsgTabFrameChanged, static_cast<unsigned long>(tab), nullptr);
+    }
+
+    void ClearMainFrame() override { m_pMainFrame->TakeAway(); }
+
+    std::vector<std::string> LogLines() override {
+        QFile file(LogPath());
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        std::vector<std::string> lines;
+        for (const QByteArray& line : file.readAll().split('\n')) {
+            lines.push_back(line.toStdString());
+        }
+        return lines;
+    }
 
     std::string HttpServer() override { return m_httpServer.Url(); }
 
@@ -182,6 +226,57 @@ public:
     }
 
 private:
+    /// The server clock, moved to a time that the server may not set, too.
+    class CMovedClock : public CServerClock {
+    public:
+        void MoveTo(int64_t ms) { m_nShift = ms - CServerClock::ServerTimeMillis(); }
+        int64_t ServerTimeMillis() const override { return CServerClock::ServerTimeMillis() + m_nShift; }
+
+    private:
+        std::atomic<int64_t> m_nShift{0};
+    };
+
+    void ConnectServices() {
+        const auto send = [this](unsigned int message) { m_bus.Send("[Host]", message, 0, nullptr); };
+        QObject::connect(&m_channel, &CWebSocketChannel::HostFrameReceived, &m_session,
+                         [this](const channel::Frame& frame) { OnHostFrame(frame); });
+        QObject::connect(&m_session, &CLoginSession::LoggedIn, &m_session, [send] {
+            host::ModuleLifecycle::Login();
+            send(core::kMsgLoginChannelConnected);
+        });
+        QObject::connect(&m_session, &CLoginSession::Resumed, &m_session, [this, send] {
+            ++m_nResumed;
+            send(core::kMsgLoginChannelConnected);
+        });
+        QObject::connect(&m_session, &CLoginSession::LoggedOut, &m_session, [] { host::ModuleLifecycle::Logout(); });
+        QObject::connect(&m_commonConfig, &CCommonConfig::Changed, &m_session,
+                         [send] { send(core::kMsgCommonConfigChanged); });
+    }
+
+    void OnHostFrame(const channel::Frame& frame) {
+        if (frame.kind() == channel::Frame::CONFIG) {
+            m_commonConfig.Receive(frame.body());
+        } else {
+            m_session.Receive(frame);
+        }
+    }
+
+    void AnswerLogin(uint64_t userId, const std::vector<int>& markets) {
+        const CEnvelopeServer::Arrival* login = WaitForFrame(channel::Frame::LOGIN);
+        ASSERT_TRUE(login);
+        channel::Frame answer;
+        answer.set_kind(channel::Frame::LOGIN_ANSWER);
+        answer.set_session(login->frame.session());
+        answer.mutable_login_answer()->set_accepted(true);
+        answer.mutable_login_answer()->set_user_id(userId);
+        answer.mutable_login_answer()->set_session_id(1);
+        for (const int market : markets) {
+            answer.mutable_login_answer()->add_attributed_market(market);
+        }
+        m_server.Send(login->client, answer);
+    }
+
+    QString LogPath() const { return m_folder.filePath(QStringLiteral("client.log")); }
     QString StorePath() const { return m_folder.filePath(QStringLiteral("host.sqlite")); }
 
     std::unique_ptr<CSqliteStore> Store() const {
@@ -205,6 +300,7 @@ private:
         ports.http = &m_http;
         ports.reports = m_reports.get();
         ports.domains = &m_domains;
+        ports.resourceSlots = &m_slots;
         ports.pictures = &m_pictures;
         host::Install(ports);
     }
@@ -248,10 +344,10 @@ private:
 
     QTemporaryDir m_folder;
     CEnvelopeServer m_server;
-    CScriptedLog m_log;
+    CFileLog m_log{LogPath()};
     CMainThreadPoster m_poster;
     CMessageBus m_bus;
-    CServerClock m_clock;
+    CMovedClock m_clock;
     CRandom m_random;
     CSqliteStore m_environmentStore;
     std::unique_ptr<CSqliteStore> m_store;
@@ -266,11 +362,15 @@ private:
     std::vector<unsigned long> m_pictureArrivals;
     size_t m_nPicturesTaken = 0;
     CDomains m_domains;
+    CSlots m_slots;
     std::unique_ptr<CReportService> m_reports;
     CLanguage m_language;
     CCommonConfig m_commonConfig;
     CWebSocketChannel m_channel;
     CLoginSession m_session;
+    const std::shared_ptr<CMainFrameModuleFactory> m_pMainFrame = std::make_shared<CMainFrameModuleFactory>();
+    int m_nResumed = 0;
+    int m_nResumedSeen = 0;
     size_t m_nTaken = 0;
     int m_nClient = 0;
     bool m_bOpen = false;
