@@ -10,6 +10,10 @@
 #include <string>
 #include <vector>
 
+#include "core/uniform_resource_slot.h"
+#include "modules/ZRTabFrameKey.h"
+#include "ui/zr_ui_theme.h"
+
 class IPictures;
 
 /// A request as the server received it.
@@ -52,11 +56,36 @@ public:
     virtual void DropConnection() = 0;
     virtual void Connect() = 0;
 
-    /// 0 is nobody.
-    virtual void SetUser(uint64_t userId) = 0;
+    /// Logs this user in with these markets, or with 0 the current user out. Modules and bus are notified.
+    virtual void SetUser(uint64_t userId, const std::vector<int>& markets = {}) = 0;
 
-    /// Sets begin as a build for release.
+    /// Sets begin as a release build of the main edition.
     virtual void BeInternalBuild() = 0;
+    virtual void SetVelora(bool velora) = 0;
+
+    /// Changes the display language and notifies the bus.
+    virtual void SetLanguage(int languageId) = 0;
+    /// Returns the id of a text that differs in English and French.
+    virtual unsigned int KnownTextId() = 0;
+
+    /// Sets the server's time, in milliseconds since 1970. The clock continues from there.
+    virtual void SetServerTime(int64_t ms) = 0;
+
+    /// Replaces the common configuration, as the server does, and notifies the bus.
+    virtual void SetConfig(const std::string& name, const Json::Value& value) = 0;
+
+    virtual void AllowSlot(ZRUniformResourceSlotType slot, bool allowed) = 0;
+    virtual void SetDomain(const std::string& key, const std::string& url) = 0;
+
+    /// Changes the theme and notifies listeners and the bus.
+    virtual void SetTheme(zr_ui_theme::Manager::Theme theme) = 0;
+
+    /// Creates a main window with this tab and notifies the bus of the tab. `ClearMainFrame` ends it.
+    virtual void SetMainFrame(EnZRTabFrameKey tab) = 0;
+    virtual void ClearMainFrame() = 0;
+
+    /// Returns the log's lines so far, assertions included.
+    virtual std::vector<std::string> LogLines() = 0;
 
     /// Where HTTP requests reach the test, without a slash at the end; internal builds alone may go there.
     virtual std::string HttpServer() = 0;
@@ -91,8 +120,14 @@ class HostContractTest : public ::testing::Test {
 protected:
     bool WaitUntil(const std::function<bool()>& condition) { return m_set->WaitUntil(condition); }
 
-    /// Runs what was posted before the call, in whatever way, and what that posts.
+    /// Runs all tasks that were posted before the call, and the tasks that these post.
     void RunPosted();
+
+    /// Records each such message in `recorded`: its number and what `state` returns at its delivery.
+    void RecordMessage(unsigned int messageId, std::function<std::string()> state);
+
+    std::vector<std::string> recorded;
+    QObject subscriber;
 
     std::unique_ptr<IHostSet> m_set = MakeHostSet();
 };

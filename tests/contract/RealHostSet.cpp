@@ -1,8 +1,10 @@
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QEventLoop>
+#include <QFile>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <atomic>
 
 #include "HostSet.h"
 #include "channel/WebSocketChannel.h"
@@ -12,16 +14,21 @@
 #include "core/TimeAndRandom.h"
 #include "core/UrlOpener.h"
 #include "core/lang.h"
+#include "core/message_ids.h"
 #include "framework/JsonText.h"
 #include "framework/Ports.h"
 #include "http/HttpService.h"
+#include "log/FileLog.h"
+#include "modules/MainFrameModule.h"
 #include "picture/PictureService.h"
+#include "plugin/IZRPluginCenter.h"
+#include "plugin/PluginLoader.h"
 #include "report/ReportService.h"
 #include "store/SqliteStore.h"
 #include "support/EnvelopeServer.h"
 #include "support/RawHttpServer.h"
 #include "support/RealTime.h"
-#include "support/ScriptedLog.h"
+#include "ui/ThemeControl.h"
 #include "unit/host/services/picture/PictureBytes.h"
 
 namespace {
@@ -48,14 +55,13 @@ public:
           m_urls(m_state),
           m_http(m_poster, m_state),
           m_pictures(m_state, m_folder.filePath(QStringLiteral("pictures"))) {
-        QObject::connect(&m_channel, &CWebSocketChannel::HostFrameReceived, &m_session,
-                         [this](const channel::Frame& frame) { m_session.Receive(frame); });
+        ConnectServices();
         EXPECT_TRUE(m_httpServer.Listen());
         m_domains.Set("api", m_httpServer.Url());
         m_reports = std::make_unique<CReportService>(m_folder.filePath(QStringLiteral("reports.sqlite")),
                                                      ReportDeps{m_http, m_state, m_timeAndRandom, m_poster, "device"});
         m_httpServer.SetHandler([this](const RawHttpRequest& request) { OnHttp(request); });
-        // What passes is opened: where it goes is the client's affair.
+        // Accepted URLs count as opened.
         m_urls.SetPageHandler([](const QUrl&) { return true; });
         m_urls.SetWebHandler([](const QUrl&) { return true; });
         Install();
@@ -66,7 +72,6 @@ public:
         m_session.Logout();
         m_channel.Close();
         host::Uninstall();
-        m_log.Forget();
     }
 
     bool WaitUntil(const std::function<bool()>& condition) override { return WaitInRealTime(condition); }
@@ -112,27 +117,65 @@ public:
             m_channel.Open(m_server.Url(), QByteArray("token"));
         }
         ASSERT_TRUE(WaitUntil([this] { return m_channel.IsConnected() && m_server.ConnectionCount() == 1; }));
+        if (const uint64_t userId = m_session.UserId()) {
+            AnswerLogin(userId, m_session.AttributedMarkets());
+            ASSERT_TRUE(WaitUntil([this] { return m_nResumed > m_nResumedSeen; }));
+            m_nResumedSeen = m_nResumed;
+        }
     }
 
-    void SetUser(uint64_t userId) override {
-        if (userId == 0) {
-            m_session.Logout();
-            return;
+    void SetUser(uint64_t userId, const std::vector<int>& markets) override {
+        m_session.Logout();
+        if (userId != 0) {
+            m_session.Login(userId, "device", core::lang::kLanguageEnglish);
+            AnswerLogin(userId, markets);
+            ASSERT_TRUE(WaitUntil([&] { return m_session.UserId() == userId; }));
         }
-        m_session.Login(userId, "device", core::lang::kLanguageEnglish);
-        const CEnvelopeServer::Arrival* login = WaitForFrame(channel::Frame::LOGIN);
-        ASSERT_TRUE(login);
-        channel::Frame answer;
-        answer.set_kind(channel::Frame::LOGIN_ANSWER);
-        answer.set_session(login->frame.session());
-        answer.mutable_login_answer()->set_accepted(true);
-        answer.mutable_login_answer()->set_user_id(userId);
-        answer.mutable_login_answer()->set_session_id(1);
-        m_server.Send(login->client, answer);
-        ASSERT_TRUE(WaitUntil([&] { return m_session.UserId() == userId; }));
     }
 
     void BeInternalBuild() override { m_environment = CEnvironment(m_environmentStore, {false, false}); }
+    void SetVelora(bool velora) override { m_environment.SetVelora(velora); }
+
+    void SetLanguage(int languageId) override {
+        m_language.SetLanguage(languageId);
+        m_bus.Send("[Host]", core::kMsgLanguageChanged, 0, nullptr);
+    }
+
+    unsigned int KnownTextId() override { return 277228; }
+
+    void SetServerTime(int64_t ms) override { m_timeAndRandom.MoveTo(ms); }
+
+    void SetConfig(const std::string& name, const Json::Value& value) override {
+        Json::Value config;
+        config[name] = value;
+        channel::Frame frame;
+        frame.set_kind(channel::Frame::CONFIG);
+        frame.set_body(config.toStyledString());
+        m_server.SendToAll(frame);
+        ASSERT_TRUE(WaitUntil([&] { return m_commonConfig.ConfigByName(name) == value; }));
+    }
+
+    void AllowSlot(ZRUniformResourceSlotType slot, bool allowed) override { m_interruptionSlots.Allow(slot, allowed); }
+    void SetDomain(const std::string& key, const std::string& url) override { m_domains.Set(key, url + "/"); }
+    void SetTheme(zr_ui_theme::Manager::Theme theme) override { host::CThemeControl::Set(theme); }
+
+    void SetMainFrame(EnZRTabFrameKey tab) override {
+        m_pMainFrame->Offer({[] { return nullptr; }, [tab] { return tab; }, [] { return true; }, [] { return true; }});
+        IZRPluginCenter::RegisterInterfaceFactory(m_pMainFrame, true);
+        m_bus.Send("[Host]", core::kMsgTabFrameChanged, static_cast<unsigned long>(tab), nullptr);
+    }
+
+    void ClearMainFrame() override { m_pMainFrame->TakeAway(); }
+
+    std::vector<std::string> LogLines() override {
+        QFile file(LogPath());
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        std::vector<std::string> lines;
+        for (const QByteArray& line : file.readAll().split('\n')) {
+            lines.push_back(line.toStdString());
+        }
+        return lines;
+    }
 
     std::string HttpServer() override { return m_httpServer.Url(); }
 
@@ -177,6 +220,57 @@ public:
     }
 
 private:
+    /// The server clock, moved to a time that the server may not set, too.
+    class CMovedTime : public CTimeAndRandom {
+    public:
+        void MoveTo(int64_t ms) { m_nShift = ms - CTimeAndRandom::ServerTimeMs(); }
+        int64_t ServerTimeMs() const override { return CTimeAndRandom::ServerTimeMs() + m_nShift; }
+
+    private:
+        std::atomic<int64_t> m_nShift{0};
+    };
+
+    void ConnectServices() {
+        const auto send = [this](unsigned int message) { m_bus.Send("[Host]", message, 0, nullptr); };
+        QObject::connect(&m_channel, &CWebSocketChannel::HostFrameReceived, &m_session,
+                         [this](const channel::Frame& frame) { OnHostFrame(frame); });
+        QObject::connect(&m_session, &CLoginSession::LoggedIn, &m_session, [send] {
+            host::CModuleLifecycle::Login();
+            send(core::kMsgLoginChannelConnected);
+        });
+        QObject::connect(&m_session, &CLoginSession::Resumed, &m_session, [this, send] {
+            ++m_nResumed;
+            send(core::kMsgLoginChannelConnected);
+        });
+        QObject::connect(&m_session, &CLoginSession::LoggedOut, &m_session, [] { host::CModuleLifecycle::Logout(); });
+        QObject::connect(&m_commonConfig, &CCommonConfig::Changed, &m_session,
+                         [send] { send(core::kMsgCommonConfigChanged); });
+    }
+
+    void OnHostFrame(const channel::Frame& frame) {
+        if (frame.kind() == channel::Frame::CONFIG) {
+            m_commonConfig.Receive(frame.body());
+        } else {
+            m_session.Receive(frame);
+        }
+    }
+
+    void AnswerLogin(uint64_t userId, const std::vector<int>& markets) {
+        const CEnvelopeServer::Arrival* login = WaitForFrame(channel::Frame::LOGIN);
+        ASSERT_TRUE(login);
+        channel::Frame answer;
+        answer.set_kind(channel::Frame::LOGIN_ANSWER);
+        answer.set_session(login->frame.session());
+        answer.mutable_login_answer()->set_accepted(true);
+        answer.mutable_login_answer()->set_user_id(userId);
+        answer.mutable_login_answer()->set_session_id(1);
+        for (const int market : markets) {
+            answer.mutable_login_answer()->add_attributed_market(market);
+        }
+        m_server.Send(login->client, answer);
+    }
+
+    QString LogPath() const { return m_folder.filePath(QStringLiteral("client.log")); }
     QString StorePath() const { return m_folder.filePath(QStringLiteral("host.sqlite")); }
 
     std::unique_ptr<CSqliteStore> Store() const {
@@ -238,10 +332,10 @@ private:
 
     QTemporaryDir m_folder;
     CEnvelopeServer m_server;
-    CScriptedLog m_log;
+    CFileLog m_log{LogPath()};
     CMainThreadPoster m_poster;
     CMessageBus m_bus;
-    CTimeAndRandom m_timeAndRandom;
+    CMovedTime m_timeAndRandom;
     CSqliteStore m_environmentStore;
     std::unique_ptr<CSqliteStore> m_store;
     CEnvironment m_environment;
@@ -262,6 +356,9 @@ private:
     std::vector<unsigned long> m_pictureArrivals;
     size_t m_nPicturesTaken = 0;
     std::unique_ptr<CReportService> m_reports;
+    const std::shared_ptr<CMainFrameModuleFactory> m_pMainFrame = std::make_shared<CMainFrameModuleFactory>();
+    int m_nResumed = 0;
+    int m_nResumedSeen = 0;
     size_t m_nTaken = 0;
     int m_nClient = 0;
     bool m_bOpen = false;

@@ -1,7 +1,12 @@
+#include <QWidget>
+
 #include "HostSet.h"
+#include "core/message_ids.h"
 #include "framework/JsonText.h"
+#include "plugin/PluginLoader.h"
 #include "support/ScriptedHost.h"
 #include "support/VirtualEventDispatcher.h"
+#include "ui/ThemeControl.h"
 
 namespace {
 
@@ -50,11 +55,66 @@ public:
         m_host.channel.FailOutstanding();
     }
 
-    void Connect() override { m_host.channel.FailSends(Failing::Never()); }
+    void Connect() override {
+        m_host.channel.FailSends(Failing::Never());
+        if (m_host.state.account.UserId() != 0) {
+            m_host.bus.HostSend(core::kMsgLoginChannelConnected);
+        }
+    }
 
-    void SetUser(uint64_t userId) override { m_host.state.account.Set(userId); }
+    void SetUser(uint64_t userId, const std::vector<int>& markets) override {
+        if (m_host.state.account.UserId() != 0) {
+            m_host.state.account.Set(0);
+            host::CModuleLifecycle::Logout();
+        }
+        if (userId != 0) {
+            m_host.state.account.Set(userId, 1, markets);
+            host::CModuleLifecycle::Login();
+            m_host.bus.HostSend(core::kMsgLoginChannelConnected);
+        }
+    }
 
     void BeInternalBuild() override { m_host.state.environment.SetRelease(false); }
+    void SetVelora(bool velora) override { m_host.state.environment.SetVelora(velora); }
+
+    void SetLanguage(int languageId) override {
+        m_host.state.language.Set(languageId);
+        m_host.state.language.SetText(KnownTextId(), QStringLiteral("in language %1").arg(languageId));
+        m_host.bus.HostSend(core::kMsgLanguageChanged);
+    }
+
+    unsigned int KnownTextId() override { return 7; }
+
+    void SetServerTime(int64_t ms) override { m_host.time.SetServerTime(ms); }
+
+    void SetConfig(const std::string& name, const Json::Value& value) override {
+        m_host.state.config.Set(name, value);
+        m_host.bus.HostSend(core::kMsgCommonConfigChanged);
+    }
+
+    void AllowSlot(ZRUniformResourceSlotType slot, bool allowed) override { m_host.state.slots.Allow(slot, allowed); }
+    void SetDomain(const std::string& key, const std::string& url) override { m_host.state.domains.Set(key, url); }
+    void SetTheme(zr_ui_theme::Manager::Theme theme) override { host::CThemeControl::Set(theme); }
+
+    void SetMainFrame(EnZRTabFrameKey tab) override {
+        m_host.mainFrame.SetTabKey(tab);
+        m_host.mainFrame.SetNavigationCollapsed(true);
+        m_host.mainFrame.Offer(&m_window);
+        m_host.bus.HostSend(core::kMsgTabFrameChanged, static_cast<unsigned long>(tab));
+    }
+
+    void ClearMainFrame() override { m_host.mainFrame.TakeAway(); }
+
+    std::vector<std::string> LogLines() override {
+        std::vector<std::string> lines;
+        for (const LogLine& line : m_host.log.Lines()) {
+            lines.push_back(line.text);
+        }
+        for (const AssertionRecord& assertion : m_host.log.Assertions()) {
+            lines.push_back(assertion.module + " " + assertion.expression);
+        }
+        return lines;
+    }
 
     std::string HttpServer() override { return "https://ads.test"; }
 
@@ -114,6 +174,7 @@ public:
 
 private:
     CScriptedHost m_host;
+    QWidget m_window;
     QObject m_context;
     size_t m_nPicturesTaken = 0;
     size_t m_nHttpTaken = 0;

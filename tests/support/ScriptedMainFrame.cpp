@@ -13,9 +13,11 @@ public:
     explicit CMainFrame(std::shared_ptr<const State> state) : m_pState(std::move(state)) {}
 
     QWidget* GetMainFrameWidget() override { return m_pState->window; }
-    EnZRTabFrameKey GetCurrentTabFrameKey() override { return EnZRTabFrameKey(m_pState->tabKey); }
-    bool IsMainFrameFocusIn() override { return m_pState->focused; }
-    bool IsNavigationCollapsed() override { return m_pState->collapsed; }
+    EnZRTabFrameKey GetCurrentTabFrameKey() override {
+        return EnZRTabFrameKey(m_pState->offered ? m_pState->tabKey : 0);
+    }
+    bool IsMainFrameFocusIn() override { return m_pState->offered && m_pState->focused; }
+    bool IsNavigationCollapsed() override { return m_pState->offered && m_pState->collapsed; }
 
 private:
     const std::shared_ptr<const State> m_pState;
