@@ -29,7 +29,7 @@ protected:
     QWidget* Window() const { return view.findChild<QWidget*>(QStringLiteral("AdPanelWindow")); }
 
     std::shared_ptr<CFakeGrowthService> service = CFakeGrowthService::Offer();
-    CAdBoard board{[](qint64 localMs) { return localMs; }};
+    CAdTracker board{[](qint64 localMs) { return localMs; }};
     CAdView view{board};
 };
 
