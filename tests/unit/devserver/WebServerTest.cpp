@@ -25,7 +25,7 @@ protected:
         };
     }
 
-    CWebServer server{"web", nullptr};
+    CWebServer server{"web", 1024, nullptr};
 };
 
 TEST_F(WebServerTest, FirstMatchingRouteAnswersWithItsGroups) {
