@@ -56,7 +56,7 @@ TEST_F(PictureCacheTest, WhatIsRemovedIsNotFound) {
 }
 
 TEST_F(PictureCacheTest, HoldsAHundredMebibytesAndThenTheOldestGo) {
-    EXPECT_EQ(CPictureCache::kMostBytes, 100 * 1024 * 1024);
+    EXPECT_EQ(CPictureCache::kMaxBytes, 100 * 1024 * 1024);
     const std::string large(21 << 20, 'x');
     const auto urlOf = [](int number) { return QUrl(QStringLiteral("https://pictures.test/%1").arg(number)); };
 
@@ -73,7 +73,7 @@ TEST_F(PictureCacheTest, HoldsAHundredMebibytesAndThenTheOldestGo) {
         files.next();
         bytes += files.fileInfo().size();
     }
-    EXPECT_LE(bytes, CPictureCache::kMostBytes);
+    EXPECT_LE(bytes, CPictureCache::kMaxBytes);
     EXPECT_GE(bytes, 60 << 20);
     EXPECT_FALSE(cache->Find(urlOf(0)));
     EXPECT_TRUE(cache->Find(urlOf(7)));

@@ -94,12 +94,12 @@ class CPopupOnStage {
 public:
     explicit CPopupOnStage(const PopupTimes& times)
         : m_times(times), m_rules(CVirtualTime::kFirstServerTime / 1000, times) {
-        m_host.account.Set(501);
+        m_host.state.account.Set(501);
         m_window.resize(1000, 700);
         m_host.mainFrame.Offer(&m_window);
         m_host.mainFrame.SetFocusIn(true);
         m_host.mainFrame.SetTabKey(kGoodTab);
-        m_host.slots.Allow(kSlotAdPopup, true);
+        m_host.state.slots.Allow(kSlotAdPopup, true);
         m_manager.Init();
         m_host.bus.HostSend(10650);
         m_controller = m_manager.findChild<CZRAdBottomPopupController*>();
