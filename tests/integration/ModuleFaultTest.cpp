@@ -4,6 +4,7 @@
 #include "AIChat/Controller/ZRAIChatManager.h"
 #include "RealLineTest.h"
 #include "chat.pb.h"
+#include "core/IClientState.h"
 #include "core/MessageBus.h"
 #include "support/RawWebSocketServer.h"
 #include "support/RealTime.h"

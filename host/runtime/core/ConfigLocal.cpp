@@ -4,8 +4,7 @@
 #include "core/ILocalStore.h"
 #include "framework/Ports.h"
 
-namespace core {
-namespace config_local {
+namespace core::config_local {
 namespace {
 
 ILocalStore::Owner Installation() {
@@ -54,5 +53,4 @@ bool UserCfgSaveString(const std::string& key, const std::string& value) {
     return ports->store && ports->store->SaveString(CurrentUser(ports), key, value);
 }
 
-}  // namespace config_local
-}  // namespace core
+}  // namespace core::config_local

@@ -2,8 +2,7 @@
 
 #include <google/protobuf/message_lite.h>
 
-namespace core {
-namespace pb_helper {
+namespace core::pb_helper {
 
 bool PBDataToBuf(const google::protobuf::MessageLite* message, std::string& out) {
     return message && message->SerializeToString(&out);
@@ -13,5 +12,4 @@ bool PBBufToData(const std::string& in, google::protobuf::MessageLite* message) 
     return message && message->ParseFromString(in);
 }
 
-}  // namespace pb_helper
-}  // namespace core
+}  // namespace core::pb_helper

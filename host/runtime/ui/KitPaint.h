@@ -16,6 +16,12 @@ namespace host::kit {
 /// A colour of the current theme. Invalid for an unknown name.
 QColor Color(std::string_view name);
 
+/// The colour that a table names for an enumerator. A value without a row has the colour of the last row.
+template <size_t N>
+QColor ColorIn(const std::string_view (&names)[N], int value) {
+    return Color(names[size_t(value) < N ? size_t(value) : N - 1]);
+}
+
 /// Repaints the widget when the theme changes.
 void FollowTheme(QWidget* widget);
 

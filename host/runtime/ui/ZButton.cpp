@@ -12,56 +12,25 @@ constexpr int kRoomAboveText = 6;
 constexpr double kRadius = 6.0;
 constexpr int kTextFlags = Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine | Qt::TextShowMnemonic;
 
+/// Names of colours in the palette. An empty name paints nothing.
 struct Look {
-    QColor fill;  // invalid: none
-    QColor edge;
-    QColor text;
+    std::string_view fill;
+    std::string_view edge;
+    std::string_view text;
 };
 
-Look FilledLook(ZWidgetState::type state) {
-    using host::kit::Color;
-    switch (state) {
-        case ZWidgetState::normal:
-            return {Color("accentFill"), Color("accentBorder"), Color("onAccent")};
-        case ZWidgetState::hover:
-            return {Color("accentHover"), Color("accentBorder"), Color("onAccent")};
-        case ZWidgetState::pressed:
-            return {Color("accentPressed"), Color("accentBorder"), Color("onAccent")};
-        case ZWidgetState::disabled:
-            return {Color("buttonOff"), Color("line"), Color("disabled")};
-    }
-    return {};
-}
-
-Look PlainLook(ZWidgetState::type state) {
-    using host::kit::Color;
-    switch (state) {
-        case ZWidgetState::normal:
-            return {Color("button"), Color("border"), Color("text")};
-        case ZWidgetState::hover:
-            return {Color("buttonHover"), Color("borderHover"), Color("text")};
-        case ZWidgetState::pressed:
-            return {Color("buttonPressed"), Color("border"), Color("text")};
-        case ZWidgetState::disabled:
-            return {Color("buttonOff"), Color("line"), Color("disabled")};
-    }
-    return {};
-}
-
-Look TextLook(ZWidgetState::type state) {
-    using host::kit::Color;
-    switch (state) {
-        case ZWidgetState::normal:
-            return {QColor(), QColor(), Color("accent")};
-        case ZWidgetState::hover:
-            return {Color("buttonHover"), QColor(), Color("accent")};
-        case ZWidgetState::pressed:
-            return {Color("buttonPressed"), QColor(), Color("accent")};
-        case ZWidgetState::disabled:
-            return {QColor(), QColor(), Color("disabled")};
-    }
-    return {};
-}
+// By ZrStyle and ZWidgetState.
+constexpr Look kLooks[][4] = {
+    {{"button", "border", "text"},
+     {"buttonHover", "borderHover", "text"},
+     {"buttonPressed", "border", "text"},
+     {"buttonOff", "line", "disabled"}},
+    {{"accentFill", "accentBorder", "onAccent"},
+     {"accentHover", "accentBorder", "onAccent"},
+     {"accentPressed", "accentBorder", "onAccent"},
+     {"buttonOff", "line", "disabled"}},
+    {{"", "", "accent"}, {"buttonHover", "", "accent"}, {"buttonPressed", "", "accent"}, {"", "", "disabled"}},
+};
 
 }  // namespace
 
@@ -73,18 +42,6 @@ struct ZButton::Private {
     int padding = 14;
 
     QSize IconArea() const { return iconName.isEmpty() ? QSize(0, 0) : iconSize; }
-
-    Look LookIn(ZWidgetState::type state) const {
-        switch (style) {
-            case kPlain:
-                return PlainLook(state);
-            case kFilled:
-                return FilledLook(state);
-            case kText:
-                return TextLook(state);
-        }
-        return PlainLook(state);
-    }
 };
 
 ZButton::ZButton(QWidget* parent) : QAbstractButton(parent), d(std::make_unique<Private>()) {
@@ -141,8 +98,10 @@ QSize ZButton::minimumSizeHint() const {
 
 void ZButton::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    const Look look = d->LookIn(host::kit::StateOf(*this));
-    host::kit::PaintPlate(painter, rect(), kRadius, look.fill, look.edge);
+    using host::kit::Color;
+    const Look& look = kLooks[d->style][host::kit::StateOf(*this)];
+    const QColor textColor = Color(look.text);
+    host::kit::PaintPlate(painter, rect(), kRadius, Color(look.fill), Color(look.edge));
 
     const QSize icon = d->IconArea();
     const int before = icon.isEmpty() ? 0 : icon.width() + (text().isEmpty() ? 0 : d->spacing);
@@ -152,15 +111,15 @@ void ZButton::paintEvent(QPaintEvent* /*event*/) {
     const int left = (width() - before - textWidth) / 2;
     if (!icon.isEmpty()) {
         host::kit::PaintDrawing(painter, d->iconName, QRect(QPoint(left, (height() - icon.height()) / 2), icon),
-                                look.text);
+                                textColor);
     }
-    painter.setPen(look.text);
+    painter.setPen(textColor);
     painter.drawText(QRect(left + before, 0, textWidth, height()), kTextFlags, shown);
     if (hasFocus() && d->style == kFilled) {
         // In some themes the button has the same colour as the ring.
-        host::kit::PaintFocus(painter, rect().adjusted(2, 2, -2, -2), kRadius - 2, host::kit::Color("onAccent"));
+        host::kit::PaintFocus(painter, rect().adjusted(2, 2, -2, -2), kRadius - 2, Color("onAccent"));
     } else if (hasFocus()) {
-        host::kit::PaintFocus(painter, rect(), kRadius, host::kit::Color("focus"));
+        host::kit::PaintFocus(painter, rect(), kRadius, Color("focus"));
     }
 }
 

@@ -12,31 +12,18 @@ constexpr double kRadius = 4.0;
 // The theme does not apply over a picture. White on dark is visible on all pictures.
 constexpr int kDiscAlpha[] = {115, 150, 190, 70};  // by ZWidgetState
 
-QColor PlainColor(ZIconColorStyle::type style) {
-    using host::kit::Color;
-    switch (style) {
-        case ZIconColorStyle::normal:
-            return Color("muted");
-        case ZIconColorStyle::heading:
-            return Color("heading");
-        case ZIconColorStyle::accent:
-            return Color("accent");
-        case ZIconColorStyle::onAccent:
-            return Color("onAccent");
-        case ZIconColorStyle::warning:
-            return Color("warning");
-        case ZIconColorStyle::onPicture:
-            return Qt::white;
-    }
-    return Color("muted");
-}
+// By ZIconColorStyle. An icon over a picture is white.
+constexpr std::string_view kColors[] = {"muted", "heading", "accent", "onAccent", "warning"};
 
 QColor ColorOf(ZIconColorStyle::type style, ZWidgetState::type state) {
     if (state == ZWidgetState::disabled) {
         return style == ZIconColorStyle::onPicture ? QColor(255, 255, 255, 110) : host::kit::Color("disabled");
     }
     const bool livens = style == ZIconColorStyle::normal && state != ZWidgetState::normal;
-    return livens ? host::kit::Color("heading") : PlainColor(style);
+    if (style == ZIconColorStyle::onPicture) {
+        return Qt::white;
+    }
+    return livens ? host::kit::Color("heading") : host::kit::ColorIn(kColors, style);
 }
 
 }  // namespace

@@ -12,6 +12,9 @@ constexpr QMargins kFirstMargins(8, 3, 8, 3);
 constexpr double kRadius = 4.0;
 constexpr int kTintAlpha = 40;
 
+// By ZrStyle. The number 4 is not used.
+constexpr std::string_view kColors[] = {"warning", "down", "up", "accent", "muted", "muted"};
+
 }  // namespace
 
 struct ZLabel::Private {
@@ -19,22 +22,6 @@ struct ZLabel::Private {
     ZrStyle style = kNeutral;
     ZrBgStyle bgStyle = kBgNone;
     QMargins margins = kFirstMargins;
-
-    QColor Color() const {
-        switch (style) {
-            case kWarning:
-                return host::kit::Color("warning");
-            case kFailure:
-                return host::kit::Color("down");
-            case kSuccess:
-                return host::kit::Color("up");
-            case kAccent:
-                return host::kit::Color("accent");
-            case kNeutral:
-                return host::kit::Color("muted");
-        }
-        return host::kit::Color("muted");
-    }
 };
 
 ZLabel::ZLabel(QWidget* parent) : QWidget(parent), d(std::make_unique<Private>()) {
@@ -87,7 +74,7 @@ QSize ZLabel::minimumSizeHint() const {
 
 void ZLabel::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    QColor color = isEnabled() ? d->Color() : host::kit::Color("disabled");
+    QColor color = isEnabled() ? host::kit::ColorIn(kColors, d->style) : host::kit::Color("disabled");
     painter.setFont(host::kit::Sized(font(), kPixels, QFont::Normal));
     if (d->bgStyle == kBgTinted) {
         QColor tint = color;

@@ -52,21 +52,10 @@ private:
 };
 
 QSize RatioOf(ZSlideshowBase::WidthHeightRatio ratio) {
-    switch (ratio) {
-        case ZSlideshowBase::kRatio1To1:
-            return {1, 1};
-        case ZSlideshowBase::kRatio2To1:
-            return {2, 1};
-        case ZSlideshowBase::kRatio3To1:
-            return {3, 1};
-        case ZSlideshowBase::kRatio4To1:
-            return {4, 1};
-        case ZSlideshowBase::kRatio16To9:
-            return {16, 9};
-        case ZSlideshowBase::kRatioFree:
-            return {};
+    if (ratio == ZSlideshowBase::kRatioFree) {
+        return {};
     }
-    return {};
+    return ratio == ZSlideshowBase::kRatio16To9 ? QSize(16, 9) : QSize(ratio, 1);
 }
 
 }  // namespace

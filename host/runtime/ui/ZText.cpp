@@ -7,9 +7,9 @@
 
 namespace {
 
-constexpr int kBodyPixels = 13;
-constexpr int kTitlePixels = 16;
-constexpr int kSmallPixels = 11;
+// By ZrStyle.
+constexpr int kPixels[] = {13, 16, 11, 13};
+constexpr std::string_view kColors[] = {"text", "heading", "muted", "accent"};
 constexpr int kNoLimit = QWIDGETSIZE_MAX;
 
 }  // namespace
@@ -25,33 +25,7 @@ struct ZText::Private {
     }
 
     QFont FontFrom(const QFont& font) const {
-        switch (style) {
-            case kBody:
-            case kAccent:
-                return host::kit::Sized(font, kBodyPixels, QFont::Normal);
-            case kTitle:
-                return host::kit::Sized(font, kTitlePixels, QFont::DemiBold);
-            case kSmall:
-                return host::kit::Sized(font, kSmallPixels, QFont::Normal);
-        }
-        return font;
-    }
-
-    QColor Color(bool enabled) const {
-        if (!enabled) {
-            return host::kit::Color("disabled");
-        }
-        switch (style) {
-            case kBody:
-                return host::kit::Color("text");
-            case kTitle:
-                return host::kit::Color("heading");
-            case kSmall:
-                return host::kit::Color("muted");
-            case kAccent:
-                return host::kit::Color("accent");
-        }
-        return host::kit::Color("text");
+        return host::kit::Sized(font, kPixels[style], style == kTitle ? QFont::DemiBold : QFont::Normal);
     }
 
     QSize SizeAt(const QFont& font, int width) const {
@@ -139,7 +113,7 @@ int ZText::heightForWidth(int width) const {
 void ZText::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setFont(d->FontFrom(font()));
-    painter.setPen(d->Color(isEnabled()));
+    painter.setPen(isEnabled() ? host::kit::ColorIn(kColors, d->style) : host::kit::Color("disabled"));
     const QString shown =
         isDotted() ? painter.fontMetrics().elidedText(d->text, Qt::ElideRight, width(), Qt::TextSingleLine) : d->text;
     painter.drawText(rect(), d->Flags() | Qt::AlignLeft, shown);

@@ -18,19 +18,8 @@ constexpr double kDotRadius = 4.0;
 constexpr double kRadius = 8.0;
 constexpr int kTextFlags = Qt::AlignLeft | Qt::AlignVCenter | Qt::TextWordWrap;
 
-QColor ColorOf(ZToast::ZrStyle style) {
-    switch (style) {
-        case ZToast::kSuccess:
-            return host::kit::Color("up");
-        case ZToast::kInfo:
-            return host::kit::Color("accent");
-        case ZToast::kWarning:
-            return host::kit::Color("warning");
-        case ZToast::kFailure:
-            return host::kit::Color("down");
-    }
-    return host::kit::Color("accent");
-}
+// By ZrStyle.
+constexpr std::string_view kColors[] = {"up", "accent", "warning", "down"};
 
 }  // namespace
 
@@ -97,7 +86,7 @@ void ZToast::paintEvent(QPaintEvent* /*event*/) {
     host::kit::PaintPlate(painter, rect(), kRadius, host::kit::Color("popup"), host::kit::Color("border"));
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(ColorOf(d->info.style));
+    painter.setBrush(host::kit::ColorIn(kColors, d->info.style));
     painter.drawEllipse(QPointF(kDotMiddle) + QPointF(0, height() / 2.0), kDotRadius, kDotRadius);
     painter.setPen(host::kit::Color("text"));
     painter.drawText(rect().marginsRemoved(kMargins), kTextFlags, d->info.text);
