@@ -105,10 +105,10 @@ int main(int argc, char** argv) {
     const QTemporaryDir folder(QStringLiteral(ZR_BENCH_FOLDER "/bench-XXXXXX"));
     CMainThreadPoster poster;
     CTimeAndRandom timeAndRandom;
-    const IClientState state;
+    const IClientState client;
     CNoHttp http;
     CReportService reports(folder.filePath(QStringLiteral("reports.sqlite")),
-                           {http, state, timeAndRandom, poster, "5f0d5a3c9b1e4c7d8a6b2f3e4d5c6b7a"}, Roomy());
+                           {http, client, timeAndRandom, poster, "5f0d5a3c9b1e4c7d8a6b2f3e4d5c6b7a"}, Roomy());
     CTraceLog traceLog;
     CReportsRecorder recorder(reports, traceLog);
     CBareInsert bare(folder.filePath(QStringLiteral("bare.sqlite")).toStdString());
