@@ -112,7 +112,7 @@ bool CPopupRules::MayShow() const {
     return !m_list.empty() && m_bGoodTab && isIntervalOver;
 }
 
-// A view from before goes without a word about its exposure, which its ad's id still stands for.
+// An earlier view disappears without an end of its exposure, which is still stored under its ad's id.
 void CPopupRules::Show() {
     DropView();
     m_view = m_list;
@@ -143,7 +143,7 @@ void CPopupRules::Close(bool isLogout) {
     }
 }
 
-// What is on screen and what waits are looked at apart, at once; new ads are asked for later.
+// The shown ad and the waiting list are checked separately and at once; new ads are requested later.
 void CPopupRules::Offline(const std::string& ad) {
     m_requestAt.push_back(m_nNow + m_times.offlineDelay);
     if (ad.empty()) {
@@ -159,7 +159,7 @@ void CPopupRules::Offline(const std::string& ad) {
     }
 }
 
-// The first change only says where the user is.
+// The first change only sets the current tab.
 void CPopupRules::ChangeTab() {
     m_bGoodTab = !m_bGoodTab;
     if (!m_bTabKnown) {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-/// What can happen to the bottom popup.
+/// The events that can happen to the bottom popup.
 enum class PopupEvent {
     kAnswer,
     kOffline,  // of the ad on screen, or else of the last that came
@@ -29,7 +29,7 @@ struct PopupTimes {
     int64_t offlineDelay = 0;
 };
 
-/// What of the popup can be seen at a moment.
+/// The visible state of the popup.
 struct PopupSight {
     std::string list;      // the ad of the stored list; empty without one
     bool view = false;     // one is there, shown or not
@@ -44,8 +44,8 @@ struct PopupSight {
 bool operator==(const PopupSight& left, const PopupSight& right);
 std::ostream& operator<<(std::ostream& stream, const PopupSight& sight);
 
-/// The rules of the bottom popup as one who knows them would write them down, without a look at the code: what each
-/// event leads to, in a client that has its first request on the way, with the tab at hand one where ads may show.
+/// The rules of the bottom popup, written from the specification of each event and not from the code. The first request
+/// is pending, and the current tab may show ads.
 class CPopupRules {
 public:
     static constexpr int64_t kRequestLimit = 10;

@@ -1,6 +1,6 @@
-// The bottom popup under everything that can happen to it, in every order of up to five different events and up to
-// four of any, for ads that stand and keep away for different times: after each event it stands as the rules say, and
-// no exposure ends twice or without a beginning.
+// The bottom popup under all sequences of up to five different events and of up to four events, for several display
+// times and intervals. After each event the popup has the state of the rules. No exposure ends twice or without a
+// beginning.
 #include <QTimer>
 #include <algorithm>
 #include <map>
@@ -89,7 +89,7 @@ void PrintTo(const TimesRow& row, std::ostream* stream) {
     *stream << row.name;
 }
 
-/// A popup on a set of services of its own, and what the rules say of it.
+/// A popup on a scripted host of its own, with the rules for its expected state.
 class CPopupOnStage {
 public:
     explicit CPopupOnStage(const PopupTimes& times)
@@ -105,7 +105,7 @@ public:
         m_controller = m_manager.findChild<CZRAdBottomPopupController*>();
     }
 
-    // Which pictures are asked for and what is logged is not what is looked at here.
+    // Picture requests and log lines are not checked here.
     ~CPopupOnStage() {
         m_host.pictures.Forget();
         m_host.log.Forget();
@@ -338,7 +338,7 @@ Story Without(Story events, PopupEvent event) {
     return events;
 }
 
-/// The stories as the rules alone tell them.
+/// The sequences on the rules alone.
 class PopupStoriesTest : public TestWithParam<TimesRow> {
 protected:
     void Tell(const Stories& stories) {
