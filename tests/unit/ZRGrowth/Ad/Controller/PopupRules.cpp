@@ -2,23 +2,23 @@
 
 #include <algorithm>
 
-bool operator==(const PopupSight& left, const PopupSight& right) {
+bool operator==(const PopupState& left, const PopupState& right) {
     return left.list == right.list && left.view == right.view && left.loading == right.loading &&
            left.shown == right.shown && left.closesIn == right.closesIn && left.lastShow == right.lastShow &&
            left.open == right.open && left.requests == right.requests;
 }
 
-std::ostream& operator<<(std::ostream& stream, const PopupSight& sight) {
-    stream << "list " << (sight.list.empty() ? "none" : sight.list) << (sight.view ? ", view" : ", no view")
-           << (sight.loading ? " loading" : "") << (sight.shown ? " shown" : "");
-    if (sight.closesIn) {
-        stream << ", closes in " << *sight.closesIn << " ms";
+std::ostream& operator<<(std::ostream& stream, const PopupState& state) {
+    stream << "list " << (state.list.empty() ? "none" : state.list) << (state.view ? ", view" : ", no view")
+           << (state.loading ? " loading" : "") << (state.shown ? " shown" : "");
+    if (state.closesIn) {
+        stream << ", closes in " << *state.closesIn << " ms";
     }
-    stream << ", last show " << sight.lastShow << ", open";
-    for (const std::string& ad : sight.open) {
+    stream << ", last show " << state.lastShow << ", open";
+    for (const std::string& ad : state.open) {
         stream << " " << ad;
     }
-    return stream << ", requests " << sight.requests;
+    return stream << ", requests " << state.requests;
 }
 
 // The login's channel is there, and its request has left.
@@ -61,23 +61,23 @@ void CPopupRules::Happen(PopupEvent event) {
     }
 }
 
-PopupSight CPopupRules::Sight() const {
-    PopupSight sight;
-    sight.list = m_list;
-    sight.view = !m_view.empty();
-    sight.loading = sight.view && !m_bShown;
-    sight.shown = m_bShown;
+PopupState CPopupRules::State() const {
+    PopupState state;
+    state.list = m_list;
+    state.view = !m_view.empty();
+    state.loading = state.view && !m_bShown;
+    state.shown = m_bShown;
     if (m_closeAt) {
-        sight.closesIn = (*m_closeAt - m_nNow) * 1000;
+        state.closesIn = (*m_closeAt - m_nNow) * 1000;
     }
-    sight.lastShow = m_nLastShow;
+    state.lastShow = m_nLastShow;
     for (const auto& [ad, open] : m_open) {
         if (open) {
-            sight.open.push_back(ad);
+            state.open.push_back(ad);
         }
     }
-    sight.requests = m_nRequests;
-    return sight;
+    state.requests = m_nRequests;
+    return state;
 }
 
 std::string CPopupRules::OfflineWaitingAd() const {

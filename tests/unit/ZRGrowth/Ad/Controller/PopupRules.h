@@ -30,7 +30,7 @@ struct PopupTimes {
 };
 
 /// The visible state of the popup.
-struct PopupSight {
+struct PopupState {
     std::string list;      // the ad of the stored list; empty without one
     bool view = false;     // one is there, shown or not
     bool loading = false;  // its picture is awaited
@@ -41,8 +41,8 @@ struct PopupSight {
     int requests = 0;                 // that have left so far
 };
 
-bool operator==(const PopupSight& left, const PopupSight& right);
-std::ostream& operator<<(std::ostream& stream, const PopupSight& sight);
+bool operator==(const PopupState& left, const PopupState& right);
+std::ostream& operator<<(std::ostream& stream, const PopupState& state);
 
 /// The rules of the bottom popup, written from the specification of each event and not from the code. The first request
 /// is pending, and the current tab may show ads.
@@ -55,7 +55,7 @@ public:
     CPopupRules(int64_t now, const PopupTimes& times);
 
     void Happen(PopupEvent event);
-    PopupSight Sight() const;
+    PopupState State() const;
 
     /// The ad that each of the two pushes takes offline; empty without one.
     std::string OfflineAd() const { return m_onScreen.empty() ? LastAd() : m_onScreen; }
