@@ -24,7 +24,8 @@ std::string NoDisplay() {
 
 }  // namespace
 
-PlainRights Told(const google::protobuf::RepeatedPtrField<web_premium_access::UiDataAndAccessData>& elements) {
+PlainRights ExpectedRights(
+    const google::protobuf::RepeatedPtrField<web_premium_access::UiDataAndAccessData>& elements) {
     PlainRights rights;
     for (const auto& element : elements) {
         const auto& display = element.ui_data();
@@ -50,7 +51,7 @@ PlainRights Told(const google::protobuf::RepeatedPtrField<web_premium_access::Ui
     return rights;
 }
 
-PlainRights Held(const QMap<EnPremiumAccess, CPremiumUIAccessData>& table) {
+PlainRights ActualRights(const QMap<EnPremiumAccess, CPremiumUIAccessData>& table) {
     PlainRights rights;
     for (auto right = table.begin(); right != table.end(); ++right) {
         const CPremiumUIAccessData& record = right.value();

@@ -11,7 +11,7 @@
 using PlainRights = std::map<int, std::string>;
 
 /// The expected contents of an empty table after an answer with these elements.
-PlainRights Told(const google::protobuf::RepeatedPtrField<web_premium_access::UiDataAndAccessData>& elements);
+PlainRights ExpectedRights(const google::protobuf::RepeatedPtrField<web_premium_access::UiDataAndAccessData>& elements);
 
 /// The rights of a table.
-PlainRights Held(const QMap<EnPremiumAccess, CPremiumUIAccessData>& table);
+PlainRights ActualRights(const QMap<EnPremiumAccess, CPremiumUIAccessData>& table);

@@ -29,7 +29,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::string bytes(reinterpret_cast<const char*>(data), size);
     web_premium_access::GetUiMsgAndPremiumAccessRsp answer;
     const bool good = answer.ParseFromString(bytes) && answer.has_code() && answer.code() == 0;
-    const PlainRights told = good ? Told(answer.data().ui_data_and_access_data()) : PlainRights();
+    const PlainRights expected = good ? ExpectedRights(answer.data().ui_data_and_access_data()) : PlainRights();
     CScriptedHost host;
     host.state.account.Set(12345);
     CZRPremiumManager& manager = Manager();
@@ -40,7 +40,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         const unsigned long session = handler.GetUiMsgAndPremiumAccessReq(serverPush);
         host.channel.Reply(session, kCmdPremiumAccess, bytes);
 
-        EXPECT_EQ(Held(manager.GetUIAccessData()), told);
+        EXPECT_EQ(ActualRights(manager.GetUIAccessData()), expected);
         if (good && serverPush) {
             EXPECT_THAT(host.bus.Sent(), ElementsAre(::Message(kMsgPremiumDataChanged)));
         } else {

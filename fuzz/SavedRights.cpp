@@ -13,7 +13,7 @@ namespace {
 constexpr uint64_t kUser = 12345;
 constexpr const char* kKey = "Growth_PremiumData";
 
-PlainRights HeldWithoutSources(const CZRPremiumAccessModel& model) {
+PlainRights ActualWithoutSources(const CZRPremiumAccessModel& model) {
     auto table = model.GetUIAccessData();
     for (CPremiumUIAccessData& record : table) {
         record.nActivationSource = 0;
@@ -25,7 +25,7 @@ PlainRights HeldWithoutSources(const CZRPremiumAccessModel& model) {
             static_cast<CPremiumAccessData&>(record) = {};
         }
     }
-    return Held(table);
+    return ActualRights(table);
 }
 
 }  // namespace
@@ -40,13 +40,14 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
 
     CZRPremiumAccessModel model;
     model.InitPremiumData();
-    EXPECT_EQ(Held(model.GetUIAccessData()), good ? Told(saved.ui_data_and_access_data()) : PlainRights());
+    EXPECT_EQ(ActualRights(model.GetUIAccessData()),
+              good ? ExpectedRights(saved.ui_data_and_access_data()) : PlainRights());
 
     // Saving and loading keeps everything except the sources.
     model.SavePremiumData();
     CZRPremiumAccessModel again;
     again.InitPremiumData();
-    EXPECT_EQ(Held(again.GetUIAccessData()), HeldWithoutSources(model));
+    EXPECT_EQ(ActualRights(again.GetUIAccessData()), ActualWithoutSources(model));
 
     host.store.Forget();
     return 0;

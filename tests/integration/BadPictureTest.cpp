@@ -1,5 +1,5 @@
-// Pictures that are none, from servers that mean no good: each fails once, later, says why in the log, and harms
-// nobody else.
+// Invalid pictures from malicious servers: each fails once, asynchronously, with a reason in the log, and affects no
+// other.
 #include "RealPictureTest.h"
 
 using namespace ::testing;

@@ -1,4 +1,4 @@
-// What a server may do wrong, and what the client's channel makes of it.
+// Faults of a server, and the reaction of the client's channel.
 #include <QTcpServer>
 
 #include "RealLineTest.h"
@@ -14,7 +14,7 @@ class ChannelFaultTest : public RealLineTest {
 protected:
     ChannelFaultTest() { NoteLosses(client); }
 
-    /// A push that the client gets: what was sent before it was taken, and the connection stands.
+    /// Expects that the client receives a push: earlier frames were processed, and the connection is open.
     void ExpectTheConnectionStands() {
         client.BindCallback(
             1, [this](auto, auto, auto, auto) { notes.emplace_back("pushed"); }, &context);
@@ -204,7 +204,7 @@ TEST_F(ChannelFaultTest, AServerThatAcceptsAndSaysNothingIsGivenUp) {
 }
 
 TEST_F(ChannelFaultTest, AConnectionThatWentSilentIsGivenUp) {
-    // a server that shook hands once and never again says a word, not even a pong
+    // a server that accepts the connection and never sends anything, not even a pong
     CRawWebSocketServer mute;
     mute.AnswerPings(false);
     ASSERT_TRUE(mute.Listen());

@@ -1,4 +1,4 @@
-// A server that breaks its word, the client's real channel, and the module behind it: what the module knew stands.
+// Faults of a server, with the client's real channel and the module: the module keeps its state.
 #include <functional>
 
 #include "AIChat/Controller/ZRAIChatManager.h"
@@ -127,7 +127,7 @@ protected:
                            [&words](const LogLine& line) { return line.text.find(words) != std::string::npos; });
     }
 
-    /// The module heard of the failure as it says in its log.
+    /// Returns whether the module's log reports the failure.
     bool HeardOf(CSProtoError error) {
         return Logged("receive cmd error, error = " + std::to_string(int(error)) + ", cmd = 20982");
     }

@@ -26,7 +26,7 @@ TEST_F(PictureServiceTest, APictureComesLaterOnceAndInItsSize) {
     EXPECT_EQ(request.method, "GET");
     EXPECT_EQ(request.target, "/a.txt");
     EXPECT_EQ(request.Header("cookie"), "");
-    // The name and the type that it is given say nothing.
+    // Name and content type have no effect.
     Answer(request.connection, Png(), "Content-Type: text/plain\r\nSet-Cookie: a=b\r\n");
 
     ASSERT_TRUE(WaitFor(result));
@@ -239,7 +239,7 @@ TEST_F(PictureServiceTest, WhatIsNoPictureIsNotKept) {
     EXPECT_TRUE(Exchange(Png(), "Cache-Control: max-age=60\r\n"));
 }
 
-/// What a watcher sees of the fetches.
+/// The fetches as an observer sees them.
 class ObservedPicturesTest : public RealPictureTest {
 protected:
     ObservedPicturesTest() { Watch(); }

@@ -9,8 +9,8 @@
 
 class QWebSocket;
 
-/// A server of the command channel that says what the test says and nothing else. Lives on the test's own
-/// event loop. A client is known by its number: 0 is the first that ever connected.
+/// A server of the command channel that sends only the test's frames. Lives on the test's own event loop. A client is
+/// known by its number: 0 is the first that ever connected.
 class CEnvelopeServer : public QObject {
 public:
     struct Arrival {
@@ -29,7 +29,7 @@ public:
 
     QUrl Url() const;
 
-    /// Connections that stand.
+    /// Number of open connections.
     int ConnectionCount() const;
 
     /// All frames so far, in order of arrival. Bytes that are no frame fail the test.

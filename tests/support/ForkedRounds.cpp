@@ -40,7 +40,7 @@ size_t Said(const char* variable, size_t otherwise) {
     return said ? std::strtoul(said, nullptr, 10) : otherwise;
 }
 
-/// Every so many-th of them. The children are told of none: each has its one test.
+/// Returns the tests of this shard. The children do not see the shard: each has its one test.
 std::vector<std::string> OfThisShard(const std::vector<std::string>& tests) {
     const size_t shards = Said("GTEST_TOTAL_SHARDS", 1);
     std::vector<std::string> chosen;

@@ -26,7 +26,7 @@ public:
     /// Handshakes that were done so far.
     int HandshakeCount() const { return m_nHandshakes; }
 
-    /// What the binary frames of the last connection held, in order.
+    /// Returns the payloads of the binary frames of the last connection, in order.
     const std::vector<QByteArray>& Messages() const { return m_messages; }
 
     /// A whole binary frame of up to 65535 bytes as it goes over the line.

@@ -3,8 +3,8 @@
 #include <QObject>
 #include <chrono>
 
-/// The longest stretch that the event loop of the calling thread kept the thread busy, in CPU time of the thread:
-/// waiting and what other processes take do not count. What the test itself does between two turns does.
+/// Measures the longest turn of the calling thread's event loop, in CPU time of the thread: waiting and other processes
+/// do not count. Work of the test between two turns counts.
 class CSliceMeter : public QObject {
 public:
     /// Begins to measure; a thread has an event loop by then.
@@ -13,8 +13,8 @@ public:
     std::chrono::nanoseconds Longest() const { return m_longest; }
     int Count() const { return m_nSlices; }
 
-    /// Fails the test if a slice was longer than 10 ms, and if there was none. Under a sanitizer, which slows
-    /// everything, the length is recorded as the test's property and no more.
+    /// Fails the test if a slice was longer than 10 ms, and if there was none. With a sanitizer, which slows
+    /// everything, the length is only recorded as the test's property.
     void Check() const;
 
 private:

@@ -26,7 +26,7 @@
 #ifdef ZR_LEAK_CHECK
 #include <sanitizer/lsan_interface.h>
 
-// What the toolkit's platform plug-in and the font library keep for the length of the process.
+// Memory that the toolkit's platform plug-in and the font library keep for the length of the process.
 extern "C" __attribute__((visibility("default"))) const char* __lsan_default_suppressions() {
     return "leak:libqoffscreen.so\nleak:libfontconfig.so\n";
 }

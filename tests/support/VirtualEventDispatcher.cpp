@@ -132,7 +132,7 @@ CVirtualEventDispatcher::Fired CVirtualEventDispatcher::FireDue() {
     return fired;
 }
 
-// The event may end the timer, and another may get its id: only the registration tells them apart.
+// The event may end the timer, and another may get its id. Only the registration distinguishes them.
 void CVirtualEventDispatcher::Fire(std::map<int, Timer>::iterator timer) {
     const int id = timer->first;
     const uint64_t registration = timer->second.registration;
@@ -149,7 +149,7 @@ bool CVirtualEventDispatcher::hasPendingEvents() {
     return HasWork() || QWindowSystemInterface::windowSystemEventsQueued() > 0;
 }
 
-// What waits for a socket waits for real time, and no test of virtual time could say when.
+// A socket notifier waits for real time, which no test in virtual time can predict.
 void CVirtualEventDispatcher::registerSocketNotifier(QSocketNotifier* notifier) {
     qFatal("A socket (%lld) was opened in a test of virtual time", static_cast<long long>(notifier->socket()));
 }

@@ -9,9 +9,9 @@
 #include <mutex>
 #include <optional>
 
-/// An event loop whose clock stands still until somebody moves it: every timer of the thread obeys.
-/// Installed before the application object is made. A loop that waits (QEventLoop::exec, QDialog::exec) and
-/// has nothing to do moves the clock itself, to the next timer; without timers it waits to be woken.
+/// An event loop whose clock moves only when it is moved: every timer of the thread obeys. Installed before the
+/// application object is made. A loop that waits (QEventLoop::exec, QDialog::exec) and has nothing to do moves the
+/// clock itself, to the next timer; without timers it waits to be woken.
 class CVirtualEventDispatcher : public QAbstractEventDispatcher {
 public:
     CVirtualEventDispatcher();

@@ -3,7 +3,7 @@
 #include <initializer_list>
 #include <string>
 
-/// A message as it stands on the wire.
+/// Returns the bytes of a message on the wire.
 inline std::string Bytes(std::initializer_list<int> values) {
     std::string bytes;
     for (const int value : values) {

@@ -62,7 +62,7 @@ std::string SavedRights(const User& user) {
     return saved.SerializeAsString();
 }
 
-/// What the module should have done by now, as one who knows its rules would write it down.
+/// The expected effects of the module so far, by its rules.
 class CModel {
 public:
     explicit CModel(const Trouble& trouble) : m_trouble(trouble) {}

@@ -23,7 +23,7 @@ std::ostream& operator<<(std::ostream& stream, const Include& include) {
     return stream << include.file << " includes " << include.header;
 }
 
-/// What the sources below `folder` include.
+/// Returns the includes of all sources below `folder`.
 std::vector<Include> IncludesOf(const QString& folder) {
     static const QRegularExpression pattern(QStringLiteral("^\\s*#\\s*include\\s*[<\"]([^>\"]+)[>\"]"),
                                             QRegularExpression::MultilineOption);
@@ -57,7 +57,7 @@ bool BeginsWithOneOf(const std::string& header, std::initializer_list<const char
                        [&header](const char* beginning) { return header.rfind(beginning, 0) == 0; });
 }
 
-/// What a program of the toolchain prints, line by line.
+/// Returns the output of a program of the toolchain, line by line.
 QStringList OutputOf(const QString& program, const QStringList& arguments) {
     // A pipe and no QProcess: in virtual time no socket is ever ready.
     const QByteArray command = (program + QLatin1Char(' ') + arguments.join(QLatin1Char(' '))).toUtf8();

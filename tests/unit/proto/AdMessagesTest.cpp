@@ -1,4 +1,4 @@
-// The three pushes of ads as they stand on the wire.
+// The wire format of the three ad pushes.
 #include <gmock/gmock.h>
 #include <google/protobuf/descriptor.h>
 #include <google/protobuf/message.h>

@@ -265,7 +265,7 @@ struct Field {
     bool repeatedNumber = false;  // reads the packed form as well
 };
 
-/// Of the lite runtime, in which alone the unknown fields are a text.
+/// The layout of a message of the lite runtime, the only one that keeps unknown fields as a text.
 struct MessageShape {
     const char* name;
     const google::protobuf::MessageLite* empty;

@@ -1,4 +1,4 @@
-// The numbers of the rights and of what is said of them, as the server and the client name them.
+// The numbers of rights and of their states are the same in server and client.
 #include <gmock/gmock.h>
 
 #include <map>

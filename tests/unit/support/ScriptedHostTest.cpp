@@ -17,7 +17,7 @@ using ::testing::TestPartResultArray;
 
 namespace {
 
-/// What fails a test that does this and looks at nothing, or only at what it names.
+/// Returns the failures of a test that does this and checks nothing, or only the named effects.
 std::vector<std::string> FailuresOf(const std::function<void(CScriptedHost&)>& body) {
     TestPartResultArray results;
     {

@@ -21,7 +21,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// Writes down when each of its timers fires, and does what the test says.
+/// Records when each of its timers fires, and runs the test's reaction.
 class CTimerWitness : public QObject {
 public:
     explicit CTimerWitness(CVirtualTime& time) : m_time(time) {}

@@ -10,8 +10,8 @@
 #include "Ad/Tools/ZRAdApiClient.h"
 #include "support/ScriptedHostTest.h"
 
-/// A client of the ad server with the test at the other end of its requests and of its signals. The device is
-/// "dev", the server's clock stands at 1,700,000,000 seconds, and the first three random numbers are 11, 22, 33.
+/// A client of the ad server. The test answers its requests and receives its signals. The device is "dev", the server's
+/// clock shows 1,700,000,000 seconds, and the first three random numbers are 11, 22, 33.
 class AdApiClientTest : public ScriptedHostTest {
 protected:
     AdApiClientTest() : client(std::make_unique<CZRAdApiClient>(nullptr)) {

@@ -84,7 +84,7 @@ protected:
         return data;
     }
 
-    /// Of the requests so far, without the server.
+    /// Returns the paths of the requests so far, without the server.
     std::vector<std::string> Paths() {
         std::vector<std::string> paths;
         for (const StartedRequest& started : http.Started()) {

@@ -55,7 +55,7 @@ protected:
         mainFrame.SetTabKey(20001);
     }
 
-    /// What stands under "data" for the bottom popup: these ads, 15 seconds each, without an interval.
+    /// Returns the member "data" for the bottom popup: these ads, 15 seconds each, without an interval.
     static Json::Value DataOf(const std::vector<std::string>& ids) {
         Json::Value data = PopupData();
         data["show_interval"] = 0;

@@ -30,7 +30,7 @@ inline Json::Value BannerAd(const std::string& id = "18089") {
     return ad;
 }
 
-/// What stands under "data" for the bottom popup, without ads.
+/// Returns the member "data" for the bottom popup, without ads.
 inline Json::Value PopupData() {
     return JsonOf(R"({"ad_type": 2, "ad_position": 42, "show_duration": 15, "show_interval": 3600,
         "show_interval_type": 1, "enable_close": true, "ad": []})");

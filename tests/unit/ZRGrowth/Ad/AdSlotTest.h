@@ -63,7 +63,7 @@ public:
     std::function<void()> onShow = [] {};
 };
 
-/// The bottom popup's slot. The device is "dev", the server's clock stands at second 200 of the samples' window,
+/// The position of the bottom popup. The device is "dev", the server's clock shows second 200 of the samples' window,
 /// and the first random numbers are 11, 22, 33, 44.
 class AdSlotTest : public ScriptedHostTest {
 protected:
@@ -83,7 +83,7 @@ protected:
         return list;
     }
 
-    /// What stands under "data" for the bottom popup with these ads.
+    /// Returns the member "data" for the bottom popup with these ads.
     static Json::Value PopupsData(const std::vector<std::string>& ids) {
         Json::Value data = PopupData();
         for (const std::string& id : ids) {

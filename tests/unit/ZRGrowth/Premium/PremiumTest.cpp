@@ -166,7 +166,7 @@ std::vector<int> Rights(const PremiumTable& table) {
 PremiumTest::PremiumTest() {
     account.Set(kUser);
     manager->Init();
-    // Of several, in a process that runs more than one case, the last is the one in use.
+    // If a process runs several cases, the last handler is the current one.
     handler = manager->findChildren<CZRPremiumDataHandler*>().last();
     log.Forget();
 }

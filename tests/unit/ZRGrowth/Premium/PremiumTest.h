@@ -43,10 +43,10 @@ void Write(int right, int version, PremiumElement& element);
 /// A good answer that holds such a record for each of the rights; without rights it has no data.
 PremiumAnswer Answer(const std::vector<int>& rights, int version = 1);
 
-/// What a good answer of these rights leaves in an empty table.
+/// Returns the table after a valid answer with these rights.
 PremiumTable Table(const std::vector<int>& rights, int version = 1);
 
-/// What the model saves for such a table.
+/// Returns the bytes that the model saves for such a table.
 std::string SavedBytes(const PremiumTable& table);
 
 std::vector<int> Rights(const PremiumTable& table);

@@ -1,4 +1,4 @@
-// What other modules of the client see of the rights through the module's one service.
+// The rights as other modules read them through the module's service.
 #include "Premium/PremiumTest.h"
 #include "WireBytes.h"
 #include "ZRGrowthModule.h"

@@ -11,7 +11,7 @@
 #include "support/ScriptedHostTest.h"
 #include "vip_base_service.pb.h"
 
-/// A trade module that answers as it is told and keeps what it was asked.
+/// A trade module that gives the answer of the test and records the queries.
 class CFakeTradeModule : public ITradeModuleUtil {
 public:
     bool QueryTradeStatus(int query) override {

@@ -1,4 +1,4 @@
-// What the server answers and what the client is told: asking, the answer, the question, the override.
+// Requests, answers, the query of an entry, and the override.
 #include <limits>
 
 #include "AIChatManagerTest.h"

@@ -2,23 +2,23 @@
 
 #include <algorithm>
 
-bool operator==(const PopupSight& left, const PopupSight& right) {
+bool operator==(const PopupState& left, const PopupState& right) {
     return left.list == right.list && left.view == right.view && left.loading == right.loading &&
            left.shown == right.shown && left.closesIn == right.closesIn && left.lastShow == right.lastShow &&
            left.open == right.open && left.requests == right.requests;
 }
 
-std::ostream& operator<<(std::ostream& stream, const PopupSight& sight) {
-    stream << "list " << (sight.list.empty() ? "none" : sight.list) << (sight.view ? ", view" : ", no view")
-           << (sight.loading ? " loading" : "") << (sight.shown ? " shown" : "");
-    if (sight.closesIn) {
-        stream << ", closes in " << *sight.closesIn << " ms";
+std::ostream& operator<<(std::ostream& stream, const PopupState& state) {
+    stream << "list " << (state.list.empty() ? "none" : state.list) << (state.view ? ", view" : ", no view")
+           << (state.loading ? " loading" : "") << (state.shown ? " shown" : "");
+    if (state.closesIn) {
+        stream << ", closes in " << *state.closesIn << " ms";
     }
-    stream << ", last show " << sight.lastShow << ", open";
-    for (const std::string& ad : sight.open) {
+    stream << ", last show " << state.lastShow << ", open";
+    for (const std::string& ad : state.open) {
         stream << " " << ad;
     }
-    return stream << ", requests " << sight.requests;
+    return stream << ", requests " << state.requests;
 }
 
 // The login's channel is there, and its request has left.
@@ -61,23 +61,23 @@ void CPopupRules::Happen(PopupEvent event) {
     }
 }
 
-PopupSight CPopupRules::Sight() const {
-    PopupSight sight;
-    sight.list = m_list;
-    sight.view = !m_view.empty();
-    sight.loading = sight.view && !m_bShown;
-    sight.shown = m_bShown;
+PopupState CPopupRules::State() const {
+    PopupState state;
+    state.list = m_list;
+    state.view = !m_view.empty();
+    state.loading = state.view && !m_bShown;
+    state.shown = m_bShown;
     if (m_closeAt) {
-        sight.closesIn = (*m_closeAt - m_nNow) * 1000;
+        state.closesIn = (*m_closeAt - m_nNow) * 1000;
     }
-    sight.lastShow = m_nLastShow;
+    state.lastShow = m_nLastShow;
     for (const auto& [ad, open] : m_open) {
         if (open) {
-            sight.open.push_back(ad);
+            state.open.push_back(ad);
         }
     }
-    sight.requests = m_nRequests;
-    return sight;
+    state.requests = m_nRequests;
+    return state;
 }
 
 std::string CPopupRules::OfflineWaitingAd() const {
@@ -112,7 +112,7 @@ bool CPopupRules::MayShow() const {
     return !m_list.empty() && m_bGoodTab && isIntervalOver;
 }
 
-// A view from before goes without a word about its exposure, which its ad's id still stands for.
+// An earlier view disappears without an end of its exposure, which is still stored under its ad's id.
 void CPopupRules::Show() {
     DropView();
     m_view = m_list;
@@ -143,7 +143,7 @@ void CPopupRules::Close(bool isLogout) {
     }
 }
 
-// What is on screen and what waits are looked at apart, at once; new ads are asked for later.
+// The shown ad and the waiting list are checked separately and at once; new ads are requested later.
 void CPopupRules::Offline(const std::string& ad) {
     m_requestAt.push_back(m_nNow + m_times.offlineDelay);
     if (ad.empty()) {
@@ -159,7 +159,7 @@ void CPopupRules::Offline(const std::string& ad) {
     }
 }
 
-// The first change only says where the user is.
+// The first change only sets the current tab.
 void CPopupRules::ChangeTab() {
     m_bGoodTab = !m_bGoodTab;
     if (!m_bTabKnown) {

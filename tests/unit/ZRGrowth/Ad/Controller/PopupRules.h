@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-/// What can happen to the bottom popup.
+/// The events that can happen to the bottom popup.
 enum class PopupEvent {
     kAnswer,
     kOffline,  // of the ad on screen, or else of the last that came
@@ -29,8 +29,8 @@ struct PopupTimes {
     int64_t offlineDelay = 0;
 };
 
-/// What of the popup can be seen at a moment.
-struct PopupSight {
+/// The visible state of the popup.
+struct PopupState {
     std::string list;      // the ad of the stored list; empty without one
     bool view = false;     // one is there, shown or not
     bool loading = false;  // its picture is awaited
@@ -41,11 +41,11 @@ struct PopupSight {
     int requests = 0;                 // that have left so far
 };
 
-bool operator==(const PopupSight& left, const PopupSight& right);
-std::ostream& operator<<(std::ostream& stream, const PopupSight& sight);
+bool operator==(const PopupState& left, const PopupState& right);
+std::ostream& operator<<(std::ostream& stream, const PopupState& state);
 
-/// The rules of the bottom popup as one who knows them would write them down, without a look at the code: what each
-/// event leads to, in a client that has its first request on the way, with the tab at hand one where ads may show.
+/// The rules of the bottom popup, written from the specification of each event and not from the code. The first request
+/// is pending, and the current tab may show ads.
 class CPopupRules {
 public:
     static constexpr int64_t kRequestLimit = 10;
@@ -55,7 +55,7 @@ public:
     CPopupRules(int64_t now, const PopupTimes& times);
 
     void Happen(PopupEvent event);
-    PopupSight Sight() const;
+    PopupState State() const;
 
     /// The ad that each of the two pushes takes offline; empty without one.
     std::string OfflineAd() const { return m_onScreen.empty() ? LastAd() : m_onScreen; }

@@ -325,7 +325,7 @@ TEST_F(AdBannerControllerTest, ARefusedRequestCallsNobodyAlsoInAnInternalBuild) 
     EXPECT_THAT(banners, IsEmpty());
 }
 
-// Who is called
+// Receivers of the calls
 
 TEST_F(AdBannerControllerTest, OnlyTheLatestCallerGetsABanner) {
     int first = 0;

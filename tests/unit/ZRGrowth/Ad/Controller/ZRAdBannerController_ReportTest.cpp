@@ -1,4 +1,4 @@
-// What the server hears of a banner's pictures, exposures, clicks and end.
+// Reports to the server about a banner's pictures, exposures, clicks and end.
 #include "Ad/AdBannerTest.h"
 
 using namespace ::testing;

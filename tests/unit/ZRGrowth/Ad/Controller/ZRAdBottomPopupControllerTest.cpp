@@ -40,7 +40,7 @@ TEST_F(AdBottomPopupTest, ARequestNamesThePositionTheTypeAndTheAdsWanted) {
     EXPECT_THAT(http.Started().back().request.m_strBody, Not(HasSubstr("ad_id\"")));
 }
 
-// What keeps a card from being made, in the order of the questions
+// Conditions that prevent a card, in the order of the checks
 
 TEST_F(AdBottomPopupTest, NoAdMakesNoCard) {
     mainFrame.TakeAway();

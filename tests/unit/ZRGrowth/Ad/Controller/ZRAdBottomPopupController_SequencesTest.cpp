@@ -1,6 +1,6 @@
-// The bottom popup under everything that can happen to it, in every order of up to five different events and up to
-// four of any, for ads that stand and keep away for different times: after each event it stands as the rules say, and
-// no exposure ends twice or without a beginning.
+// The bottom popup under all sequences of up to five different events and of up to four events, for several display
+// times and intervals. After each event the popup has the state of the rules. No exposure ends twice or without a
+// beginning.
 #include <QTimer>
 #include <algorithm>
 #include <map>
@@ -22,30 +22,31 @@ namespace {
 constexpr int64_t kGoodTab = 20001;
 constexpr int64_t kOtherTab = 20002;
 
-using Story = std::vector<PopupEvent>;
+using EventSequence = std::vector<PopupEvent>;
 
-const Story kUsualEvents{PopupEvent::kAnswer, PopupEvent::kOffline, PopupEvent::kNewAd, PopupEvent::kTab,
-                         PopupEvent::kLogout, PopupEvent::kPicture, PopupEvent::kTime};
-const Story kAllEvents{PopupEvent::kAnswer,   PopupEvent::kOffline,  PopupEvent::kNewAd, PopupEvent::kTab,
-                       PopupEvent::kLogout,   PopupEvent::kPicture,  PopupEvent::kTime,  PopupEvent::kOfflineWaiting,
-                       PopupEvent::kLanguage, PopupEvent::kNoPicture};
+const EventSequence kUsualEvents{PopupEvent::kAnswer, PopupEvent::kOffline, PopupEvent::kNewAd, PopupEvent::kTab,
+                                 PopupEvent::kLogout, PopupEvent::kPicture, PopupEvent::kTime};
+const EventSequence kAllEvents{PopupEvent::kAnswer,   PopupEvent::kOffline,        PopupEvent::kNewAd,
+                               PopupEvent::kTab,      PopupEvent::kLogout,         PopupEvent::kPicture,
+                               PopupEvent::kTime,     PopupEvent::kOfflineWaiting, PopupEvent::kLanguage,
+                               PopupEvent::kNoPicture};
 
-/// All stories that begin so and go on with one to `most` of these events.
-struct Stories {
-    Story first;
-    Story events;
+/// All sequences that begin with `first` and continue with one to `most` of these events.
+struct SequenceSet {
+    EventSequence first;
+    EventSequence events;
     bool repeat = true;
     int most = 0;
 };
 
-const Stories kOfDifferentEvents{{}, kUsualEvents, false, 5};
-const Stories kOfAnyEvents{{}, kUsualEvents, true, 4};
-// With what is seldom: a withdrawal of an ad that waits, another language, a picture that does not come.
-const Stories kAfterAnAnswer{{PopupEvent::kAnswer}, kAllEvents, true, 3};
-// The shown ad and the one that an answer is about to bring are two.
-const Stories kWithANewAdOnItsWay{
+const SequenceSet kOfDifferentEvents{{}, kUsualEvents, false, 5};
+const SequenceSet kOfAnyEvents{{}, kUsualEvents, true, 4};
+// With rare events: withdrawal of a waiting ad, another language, a missing picture.
+const SequenceSet kAfterAnAnswer{{PopupEvent::kAnswer}, kAllEvents, true, 3};
+// The shown ad differs from the ad of the next answer.
+const SequenceSet kWithANewAdOnItsWay{
     {PopupEvent::kAnswer, PopupEvent::kPicture, PopupEvent::kTime, PopupEvent::kNewAd}, kAllEvents, true, 3};
-const Stories kWithTwoAds{
+const SequenceSet kWithTwoAds{
     {PopupEvent::kAnswer, PopupEvent::kPicture, PopupEvent::kTime, PopupEvent::kNewAd, PopupEvent::kAnswer},
     kAllEvents,
     true,
@@ -60,7 +61,7 @@ std::string NameOf(PopupEvent event) {
 struct TimesRow {
     const char* name;
     PopupTimes times;
-    std::vector<std::string> reached;  // what the stories come by, sorted
+    std::vector<std::string> reached;  // the states that the sequences reach, sorted
 };
 
 // With a step of eleven seconds: one step leaves the ad on screen and within the interval; one closes it and lets the
@@ -89,10 +90,10 @@ void PrintTo(const TimesRow& row, std::ostream* stream) {
     *stream << row.name;
 }
 
-/// A popup on a set of services of its own, and what the rules say of it.
-class CPopupOnStage {
+/// A popup on a scripted host of its own, with the rules for its expected state.
+class CPopupFixture {
 public:
-    explicit CPopupOnStage(const PopupTimes& times)
+    explicit CPopupFixture(const PopupTimes& times)
         : m_times(times), m_rules(CVirtualTime::kFirstServerTime / 1000, times) {
         m_host.state.account.Set(501);
         m_window.resize(1000, 700);
@@ -105,13 +106,13 @@ public:
         m_controller = m_manager.findChild<CZRAdBottomPopupController*>();
     }
 
-    // Which pictures are asked for and what is logged is not what is looked at here.
-    ~CPopupOnStage() {
+    // Picture requests and log lines are not checked here.
+    ~CPopupFixture() {
         m_host.pictures.Forget();
         m_host.log.Forget();
     }
-    CPopupOnStage(const CPopupOnStage&) = delete;
-    CPopupOnStage& operator=(const CPopupOnStage&) = delete;
+    CPopupFixture(const CPopupFixture&) = delete;
+    CPopupFixture& operator=(const CPopupFixture&) = delete;
 
     void Do(PopupEvent event) {
         switch (event) {
@@ -161,26 +162,26 @@ public:
         m_rules.Happen(event);
     }
 
-    PopupSight Expected() const { return m_rules.Sight(); }
+    PopupState Expected() const { return m_rules.State(); }
 
-    PopupSight Sight() {
-        PopupSight sight;
+    PopupState State() {
+        PopupState state;
         if (CZRAdModelList* list = m_controller->GetAdModelList()) {
-            sight.list = list->GetAdList()->first()->GetAdId().toStdString();
+            state.list = list->GetAdList()->first()->GetAdId().toStdString();
         }
         const auto views = m_window.findChildren<CZRAdBottomPopupView*>();
         EXPECT_LE(views.size(), 1);
-        sight.view = !views.isEmpty();
-        sight.shown = sight.view && !views.first()->isHidden();
+        state.view = !views.isEmpty();
+        state.shown = state.view && !views.first()->isHidden();
         EXPECT_LE(m_host.pictures.OutstandingCount(), 1);
-        sight.loading = m_host.pictures.OutstandingCount() > 0;
-        sight.closesIn = ClosesIn();
-        sight.lastShow = m_host.store.Int64("AdLastShowTimeStampKey_2_42_501_1").value_or(0);
-        sight.open = OpenExposures();
+        state.loading = m_host.pictures.OutstandingCount() > 0;
+        state.closesIn = ClosesIn();
+        state.lastShow = m_host.store.Int64("AdLastShowTimeStampKey_2_42_501_1").value_or(0);
+        state.open = OpenExposures();
         for (const StartedRequest& started : m_host.http.Started()) {
-            sight.requests += started.request.m_strUrl == "https://ads.test/ad/search" ? 1 : 0;
+            state.requests += started.request.m_strUrl == "https://ads.test/ad/search" ? 1 : 0;
         }
-        return sight;
+        return state;
     }
 
 private:
@@ -259,48 +260,48 @@ private:
 
 class PopupSequencesTest : public TestWithParam<std::tuple<TimesRow, PopupEvent>> {
 protected:
-    /// Those that go on with this case's event; their number, of those that end as they should.
-    int Run(const Stories& stories) {
-        Story story = stories.first;
-        story.push_back(std::get<PopupEvent>(GetParam()));
-        GoOn(story, stories, stories.most - 1);
+    /// Runs the sequences that continue with the event of this case. Returns their number.
+    int Run(const SequenceSet& set) {
+        EventSequence sequence = set.first;
+        sequence.push_back(std::get<PopupEvent>(GetParam()));
+        GoOn(sequence, set, set.most - 1);
         return m_nSeen;
     }
 
 private:
-    void GoOn(const Story& story, const Stories& stories, int most) {
+    void GoOn(const EventSequence& sequence, const SequenceSet& set, int most) {
         if (most == 0) {
-            Play(story, stories.first.size());
+            Play(sequence, set.first.size());
             return;
         }
-        for (const PopupEvent event : stories.events) {
+        for (const PopupEvent event : set.events) {
             const bool isAgain =
-                std::find(story.begin() + int(stories.first.size()), story.end(), event) != story.end();
-            if ((stories.repeat || !isAgain) && !HasFailure()) {
-                Story longer = story;
+                std::find(sequence.begin() + int(set.first.size()), sequence.end(), event) != sequence.end();
+            if ((set.repeat || !isAgain) && !HasFailure()) {
+                EventSequence longer = sequence;
                 longer.push_back(event);
-                GoOn(longer, stories, most - 1);
+                GoOn(longer, set, most - 1);
             }
         }
     }
 
-    /// From the beginning. Looked at from where it leaves the story before it: up to there it is the same.
-    void Play(const Story& story, size_t told) {
-        const auto leaves = std::mismatch(story.begin(), story.end(), m_before.begin(), m_before.end()).first;
-        CPopupOnStage popup(std::get<TimesRow>(GetParam()).times);
+    /// Runs the sequence from its beginning. Checks from the first difference to the sequence before.
+    void Play(const EventSequence& sequence, size_t firstSize) {
+        const auto leaves = std::mismatch(sequence.begin(), sequence.end(), m_before.begin(), m_before.end()).first;
+        CPopupFixture popup(std::get<TimesRow>(GetParam()).times);
         std::string events;
-        for (auto event = story.begin(); event != story.end(); ++event) {
+        for (auto event = sequence.begin(); event != sequence.end(); ++event) {
             events += NameOf(*event) + ", ";
             popup.Do(*event);
             if (event >= leaves) {
-                EXPECT_EQ(popup.Sight(), popup.Expected()) << events;
-                m_nSeen += event - story.begin() >= int(told) ? 1 : 0;
+                EXPECT_EQ(popup.State(), popup.Expected()) << events;
+                m_nSeen += event - sequence.begin() >= int(firstSize) ? 1 : 0;
             }
         }
-        m_before = story;
+        m_before = sequence;
     }
 
-    Story m_before;
+    EventSequence m_before;
     int m_nSeen = 0;
 };
 
@@ -333,34 +334,34 @@ TEST_P(PopupRareSequencesTest, OfUpToThreeEventsWithAnotherAdThanTheShownOneLeav
 
 INSTANTIATE_TEST_SUITE_P(FirstEvents, PopupRareSequencesTest, Combine(ValuesIn(kTimes), ValuesIn(kAllEvents)), RowName);
 
-Story Without(Story events, PopupEvent event) {
+EventSequence Without(EventSequence events, PopupEvent event) {
     events.erase(std::remove(events.begin(), events.end(), event), events.end());
     return events;
 }
 
-/// The stories as the rules alone tell them.
-class PopupStoriesTest : public TestWithParam<TimesRow> {
+/// The sequences on the rules alone.
+class PopupRulesTest : public TestWithParam<TimesRow> {
 protected:
-    void Tell(const Stories& stories) {
+    void RunAll(const SequenceSet& set) {
         CPopupRules rules(CVirtualTime::kFirstServerTime / 1000, GetParam().times);
-        for (const PopupEvent event : stories.first) {
+        for (const PopupEvent event : set.first) {
             rules.Happen(event);
         }
-        GoOn(rules, stories.events, stories.repeat, stories.most);
+        GoOn(rules, set.events, set.repeat, set.most);
     }
 
-    void GoOn(const CPopupRules& before, const Story& events, bool repeat, int most) {
+    void GoOn(const CPopupRules& before, const EventSequence& events, bool repeat, int most) {
         for (const PopupEvent event : events) {
             CPopupRules rules = before;
             rules.Happen(event);
-            Look(event, before.Sight(), rules.Sight());
+            Look(event, before.State(), rules.State());
             if (most > 1) {
                 GoOn(rules, repeat ? events : Without(events, event), repeat, most - 1);
             }
         }
     }
 
-    void Look(PopupEvent event, const PopupSight& before, const PopupSight& after) {
+    void Look(PopupEvent event, const PopupState& before, const PopupState& after) {
         const bool isOfTwoAds = before.shown && !before.list.empty() && before.open != std::vector{before.list};
         Note(event == PopupEvent::kTime && before.shown && !after.shown, "the time closes");
         Note(event == PopupEvent::kTime && after.requests > before.requests, "a withdrawal refills");
@@ -379,16 +380,16 @@ protected:
     std::set<std::string> reached;
 };
 
-TEST_P(PopupStoriesTest, ComeByAllThatTheirTimesAreChosenFor) {
-    for (const Stories& stories :
+TEST_P(PopupRulesTest, ComeByAllThatTheirTimesAreChosenFor) {
+    for (const SequenceSet& set :
          {kOfDifferentEvents, kOfAnyEvents, kAfterAnAnswer, kWithANewAdOnItsWay, kWithTwoAds}) {
-        Tell(stories);
+        RunAll(set);
     }
 
     EXPECT_THAT(reached, ElementsAreArray(GetParam().reached));
 }
 
-INSTANTIATE_TEST_SUITE_P(Times, PopupStoriesTest, ValuesIn(kTimes),
+INSTANTIATE_TEST_SUITE_P(Times, PopupRulesTest, ValuesIn(kTimes),
                          [](const TestParamInfo<TimesRow>& row) { return std::string(row.param.name); });
 
 }  // namespace

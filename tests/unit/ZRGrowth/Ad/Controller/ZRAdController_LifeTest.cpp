@@ -32,7 +32,7 @@ protected:
     }
 };
 
-/// A slot that ends itself inside of what it is told.
+/// A position that ends itself inside a callback.
 class CEndingSlot : public CAdSlot {
 public:
     CEndingSlot() : CAdSlot(ZRAdTypePopup, kAdPositionBottomPopup) {}

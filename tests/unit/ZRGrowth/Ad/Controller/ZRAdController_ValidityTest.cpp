@@ -1,4 +1,4 @@
-// Which list is for a slot, and which of its ads are due; the small readers beside it.
+// Validity of a list for a position, due ads, and the small readers.
 #include <QPointer>
 #include <limits>
 

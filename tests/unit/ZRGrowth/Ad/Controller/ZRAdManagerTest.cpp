@@ -366,7 +366,7 @@ TEST_F(AdManagerTest, ATabsKeyHas64Bits) {
     EXPECT_THAT(log.Lines().front(), Info("[Ad] Tab changed, oldTab = 4294967297, newTab = 1"));
 }
 
-// What other modules ask for
+// Requests of other modules
 
 TEST_F(AdManagerTest, AChangedLayoutMovesTheCard) {
     StartAndShow();

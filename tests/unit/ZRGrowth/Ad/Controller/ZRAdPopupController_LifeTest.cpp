@@ -242,7 +242,7 @@ TEST_F(AdPopupLifeTest, ACardThatItsOwnSignalsDeleteIsReportedAsAnyOther) {
 
 class AdPopupManagerLifeTest : public AdManagerTest {
 protected:
-    /// What the user and the web may still do to a card which nobody listens to.
+    /// Does everything that the user and the web can still do to a card without listeners.
     void UseUp(CZRAdBottomPopupView* card) {
         if (pictures.OutstandingCount() > 0) {
             LetPictureIn();

@@ -1,4 +1,4 @@
-// What a good answer becomes: values, order, defaults, and who owns what.
+// Decoding of valid answers: values, order, defaults, and ownership.
 #include <gmock/gmock.h>
 
 #include <QPointer>

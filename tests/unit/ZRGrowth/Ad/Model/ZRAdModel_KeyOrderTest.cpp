@@ -1,4 +1,4 @@
-// Of several bad keys the first in each model's order is named, and no other.
+// If several keys are invalid, the log names only the first in the model's order.
 #include <gmock/gmock.h>
 
 #include "Ad/AdSamples.h"
@@ -10,7 +10,7 @@ using namespace ::testing;
 
 namespace {
 
-/// A key, and the line of its being bad. A key stands behind the one that holds it.
+/// A key, and the log line when it is invalid. A key follows its parent.
 struct Step {
     std::vector<const char*> path;  // "0" is the first element of an array
     Matcher<LogLine> line;

@@ -1,4 +1,4 @@
-// What an answer is refused with: each key in turn missing, of another type, null and empty.
+// Refusals of an answer: each key in turn missing, of another type, null and empty.
 #include <gmock/gmock.h>
 
 #include "Ad/AdSamples.h"
@@ -10,7 +10,7 @@ using namespace ::testing;
 
 namespace {
 
-/// What a key must be.
+/// The required type of a key.
 enum class Rule { Int, Int64, Bool, Text, Object, Array };
 
 struct Row {
@@ -190,7 +190,7 @@ Json::Value& Holder(Json::Value& answer, const std::vector<const char*>& path) {
     return *holder;
 }
 
-/// Where the class that the words begin with stands.
+/// Returns the source of the class whose name begins the text.
 std::string SourceOf(const std::string& words) {
     if (words.find("Popup") != std::string::npos) {
         return "ZRGrowth/Ad/Model/ZRAdPopupModel";

@@ -1,4 +1,4 @@
-// What becomes of the answers to requests for ads.
+// Answers to requests for ads.
 #include <QCoreApplication>
 #include <QEvent>
 #include <QPointer>

@@ -1,4 +1,4 @@
-// What becomes of the answers to exposures.
+// Answers to exposures.
 #include "Ad/AdApiClientTest.h"
 
 using namespace ::testing;

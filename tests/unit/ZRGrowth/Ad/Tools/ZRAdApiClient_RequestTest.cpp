@@ -1,4 +1,4 @@
-// What the ad server is asked for, and what it is told.
+// Requests and notifications to the ad server.
 #include <limits>
 
 #include "Ad/AdApiClientTest.h"
@@ -183,7 +183,7 @@ TEST_F(AdRequestTest, AnExposureThatCouldNotBeStartedIsLoggedAndNobodyIsTold) {
     EXPECT_THAT(http.Started(), SizeIs(1));
 }
 
-// What others see of the class
+// The interface of the class
 
 TEST_F(AdRequestTest, TheSignalsStandInTheirOrder) {
     EXPECT_THAT(MethodsOf(CZRAdApiClient::staticMetaObject),

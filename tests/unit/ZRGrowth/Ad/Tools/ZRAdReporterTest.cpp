@@ -1,4 +1,4 @@
-// What is reported of an ad, and the exposures that are open.
+// Reports about an ad, and its open exposures.
 #include "Ad/Tools/ZRAdReporter.h"
 
 #include <gmock/gmock.h>

@@ -180,7 +180,7 @@ TEST(AdReporterOrderTest, AStartTakesTheTimeThenMakesTheIdThenStartsTheTimerAndR
 
     reporter.ReportExposeAdStart(kRequest, kAd);
 
-    // Of what an id is made of the order is open.
+    // The order of the queries for an id's parts is open.
     ASSERT_THAT(host.asked, SizeIs(7));
     EXPECT_EQ(host.asked[0], "clock");
     EXPECT_THAT(std::vector<std::string>(host.asked.begin() + 1, host.asked.begin() + 3),

@@ -15,7 +15,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// The kit says what these mean; other clients of it know them by these numbers.
+// The kit defines the meaning. Other clients of it use these numbers.
 static_assert(ZSlideshowBase::kRatioFree == 8);
 static_assert(ZSlideshow::kMoving == 2);
 
@@ -426,7 +426,7 @@ TEST_F(AdBannerViewTest, ADyingSlideshowIsHeardNoMore) {
     const ZSlideshow* slideshow = Slideshow();
     const QObject* listener = view;
     std::vector<bool> heard;
-    // The slideshow still stands when the view's own part is gone.
+    // The slideshow still exists after the view's own part is destroyed.
     QObject::connect(view, &QObject::destroyed, slideshow, [&] {
         heard.push_back(QObject::disconnect(slideshow, &ZSlideshowBase::currentChanged, listener, nullptr));
         heard.push_back(QObject::disconnect(slideshow, &ZSlideshow::webImageLoadSucess, listener, nullptr));

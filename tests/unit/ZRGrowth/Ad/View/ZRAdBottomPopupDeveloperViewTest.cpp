@@ -37,7 +37,7 @@ protected:
     std::string CacheData() { return Find<ZText>("CacheDataText")->text().toStdString(); }
     void Press(const char* button) { Click(Find<ZButton>(button)); }
 
-    /// What stands at a place of a layout: "text", "[button]", "a row" or "a stretch".
+    /// Returns the item of a layout at this index: "text", "[button]", "a row" or "a stretch".
     static std::string WordsAt(QLayout* layout, int index) {
         QLayoutItem* item = layout->itemAt(index);
         if (item->layout()) {

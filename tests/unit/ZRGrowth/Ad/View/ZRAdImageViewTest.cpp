@@ -14,7 +14,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// The kit says which corners these are; other clients of it know them by this number.
+// The kit defines the corners. Other clients of it use this number.
 static_assert(kCornersAll == 2);
 
 const QString kUrl = QStringLiteral("https://pictures.test/card.png");

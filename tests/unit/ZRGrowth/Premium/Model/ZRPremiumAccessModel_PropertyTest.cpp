@@ -1,4 +1,4 @@
-// Whatever the server answers, in whatever sequence, the table is what a plain reading of the rules gives.
+// For any sequence of answers the table equals the result of a plain implementation of the rules.
 #include <map>
 #include <optional>
 #include <random>
@@ -195,7 +195,7 @@ void Apply(const Element& element, PremiumTable& table) {
     table[Right(*element.right)] = record;
 }
 
-/// What a restart would have of the table, were it restored.
+/// Returns the table as a restart would restore it.
 PremiumTable Restored(const PremiumTable& table) {
     PremiumTable restored;
     for (auto it = table.begin(); it != table.end(); ++it) {
@@ -257,7 +257,7 @@ TEST_F(PremiumPropertyTest, RandomSequencesOfAnswersLeaveTheTableThatTheRulesGiv
         stored += size_t(expected.size());
         Forget();
     }
-    // or the sequences would have said nothing
+    // otherwise the sequences would check nothing
     EXPECT_GT(stored, size_t(kSequences));
 }
 

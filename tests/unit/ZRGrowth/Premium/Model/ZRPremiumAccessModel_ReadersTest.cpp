@@ -42,7 +42,7 @@ public:
 
     const PremiumTable& At(int version) const { return m_records[version]; }
 
-    // The links and the days of Record() tell the version that the other fields have to be of.
+    // Links and days of Record() identify the version that the other fields must have.
     bool IsWhole(int right, const CPremiumUIData& display) const {
         return IsOneOf(display.nMainBtnUrlID, 1) &&
                display == static_cast<const CPremiumUIData&>(Of(right, display.nMainBtnUrlID));

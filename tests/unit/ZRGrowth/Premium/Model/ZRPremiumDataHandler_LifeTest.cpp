@@ -16,7 +16,7 @@ const std::string kAllRights = Bytes({0x08, 0x01});
 
 using PremiumHandlerLifeTest = PremiumTest;
 
-/// The list, with how the timer stands when the subscriptions change.
+/// The call list with the timer's state at each change of the subscriptions.
 class CTimerCallList : public CCallList {
 public:
     void BindCallback(unsigned short commandId, CSCallback callback, QObject* context) override {

@@ -69,7 +69,7 @@ const std::map<Step, ServersAnswer> kAnswers = {
 const std::map<Step, Step> kAnswerOf = {
     {kFirstLogin, kFirstAnswer}, {kSecondLogin, kSecondAnswer}, {kDelayEnds, kPushedAnswer}};
 
-/// What should have happened by now, as one who knows the rules would write it down.
+/// The expected effects so far, by the rules.
 struct Expected {
     uint64_t user = 0;
     unsigned long lastSession = 0;

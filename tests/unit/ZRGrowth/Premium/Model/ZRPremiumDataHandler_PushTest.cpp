@@ -1,4 +1,4 @@
-// A push says that rights changed: the handler asks again, after the delay that the push names.
+// A push reports changed rights: the handler sends a request after the delay that the push names.
 #include "Premium/PremiumTest.h"
 #include "WireBytes.h"
 
@@ -74,7 +74,7 @@ INSTANTIATE_TEST_SUITE_P(
                    "Premium Change Push Received But No Delay Field, Ignored"}),
     [](const auto& row) { return row.param.name; });
 
-// What is asked for
+// The request
 
 TEST_F(PremiumPushTest, APushForAllRightsAsksForAllAndIgnoresItsList) {
     Push(0, true, {13, 14});

@@ -1,4 +1,4 @@
-// What a reply makes of the table, whom it tells, and in which order.
+// The effects of a reply on the table, its notifications, and their order.
 #include <functional>
 #include <limits>
 #include <optional>
@@ -14,7 +14,7 @@ namespace {
 constexpr const char* kSuccess = "[Premium] Parse Response Success, Premium Data Updated And Saved";
 constexpr const char* kSaveRefused = "[Premium] Latest News Filter Save Failed.";
 
-/// What a receiver of the two messages finds at the moment when it is told.
+/// The state that a receiver of the two messages finds at their delivery.
 struct Found {
     PremiumTable table;
     size_t saves = 0;

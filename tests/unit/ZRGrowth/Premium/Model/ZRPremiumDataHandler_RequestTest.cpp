@@ -1,4 +1,4 @@
-// What goes to the server when rights are asked for, and what is written down of it.
+// The request for rights, and its log lines.
 #include "Premium/PremiumTest.h"
 #include "WireBytes.h"
 

@@ -1,4 +1,4 @@
-// The order in which the VIP handler logs, asks and tells.
+// The order of log lines, requests and notifications of the VIP handler.
 #include <QMetaMethod>
 #include <memory>
 

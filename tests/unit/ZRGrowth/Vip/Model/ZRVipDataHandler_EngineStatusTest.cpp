@@ -1,4 +1,4 @@
-// The number that says what a user is to the VIP service.
+// The number of a user's status in the VIP service.
 #include "Vip/Model/ZRVipDataHandler.h"
 #include "Vip/VipStatusTest.h"
 
