@@ -101,7 +101,7 @@ void CCheckpointer::TakeCheckpoint(CSqliteConnection& connection) {
     StoreCheckpoint taken;
     taken.logBytes = outcome.logPages * (m_nPageBytes + kFrameHeaderBytes);
     if (taken.logBytes > m_options.restartBytes) {
-        // Under steady writing a passive checkpoint never copies the whole log, which would grow without limit. The
+        // During steady writing a passive checkpoint never copies the whole log, which would grow without limit. The
         // second one copies what was written during the first, so the restart blocks the writer only shortly.
         Checkpoint(connection, "PASSIVE");
         const std::unique_lock<std::mutex> lock = LockForWrite();

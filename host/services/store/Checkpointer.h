@@ -31,7 +31,7 @@ struct CheckpointOptions {
     std::function<void(const StoreCheckpoint&)> fnTaken;
 };
 
-/// Copies the write-ahead log of a SQLite file into the database, on its own thread and connection, so that the
+/// Copies the write-ahead log of a SQLite file into the database. It uses its own thread and connection, so that the
 /// writer never waits for the disk. The writer's connection must have automatic checkpoints disabled.
 class CCheckpointer {
 public:

@@ -198,7 +198,7 @@ TEST_F(AdRequestTest, TheSignalsStandInTheirOrder) {
                             "QString adIdListStr)"));
 }
 
-/// Which domain is asked for, and when a request is started.
+/// Records the queried domain and the start of a request.
 class CCalls : public IClientState, public IHttp, public ILog {
 public:
     std::string DomainUrl(const std::string& key, core::url_data::DomainBizType biz) const override {
