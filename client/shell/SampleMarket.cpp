@@ -20,6 +20,7 @@ namespace {
 constexpr host::CHostLog kLog("Sample");
 
 // The texts of the resource. lupdate finds them here, since it reads no JSON.
+// NOLINTBEGIN(bugprone-suspicious-missing-comma)
 [[maybe_unused]] constexpr const char* kTexts[] = {
     QT_TRANSLATE_NOOP("Pages", "Order intake turns the corner"),
     QT_TRANSLATE_NOOP("Pages",
@@ -46,6 +47,7 @@ constexpr host::CHostLog kLog("Sample");
     QT_TRANSLATE_NOOP("Pages", "Consumer goods"),
     QT_TRANSLATE_NOOP("Pages", "Materials"),
 };
+// NOLINTEND(bugprone-suspicious-missing-comma)
 
 // The library throws on a member of another type. The code below does not check types; one handler catches all.
 QString Text(const Json::Value& value, const char* key) {
