@@ -44,7 +44,7 @@ struct PopupState {
 bool operator==(const PopupState& left, const PopupState& right);
 std::ostream& operator<<(std::ostream& stream, const PopupState& state);
 
-/// The rules of the bottom popup, written from the specification of each event and not from the code. The first request
+/// The rules of the bottom popup, derived independently of the code, event by event. The first request
 /// is pending, and the current tab may show ads.
 class CPopupRules {
 public:
