@@ -11,7 +11,10 @@ target_compile_definitions(zr_options INTERFACE
     QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_DEPRECATED_WARNINGS)
 
 # These options apply to everything that is linked together, generated code included.
+set(ZR_NO_UNDEFINED -Wl,--no-undefined)
 if(ZR_SANITIZE)
+    # The sanitizer's runtime is linked by the program only.
+    set(ZR_NO_UNDEFINED)
     add_compile_options(-O0 -g1 -fsanitize=${ZR_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${ZR_SANITIZE})
 endif()
