@@ -53,7 +53,8 @@ std::optional<Arguments> ReadArguments(const QStringList& commandLine, const QSt
         errors.push_back(parser.errorText().toStdString());
         return std::nullopt;
     }
-    for (const QString& argument : parser.positionalArguments()) {
+    const QStringList positional = parser.positionalArguments();
+    for (const QString& argument : positional) {
         errors.push_back(argument.toStdString() + ": unknown argument");
     }
     Arguments arguments;

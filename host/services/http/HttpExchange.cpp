@@ -121,7 +121,8 @@ bool CHttpExchange::Configure(Transfer& transfer) {
         transfer.Set(CURLOPT_CAINFO_BLOB, &certificates);
     }
 
-    for (const QByteArray& line : http_request::HeaderLines(m_message)) {
+    const auto lines = http_request::HeaderLines(m_message);
+    for (const QByteArray& line : lines) {
         transfer.headers = curl_slist_append(transfer.headers, line.constData());
     }
     transfer.Set(CURLOPT_HTTPHEADER, transfer.headers);
