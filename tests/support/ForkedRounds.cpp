@@ -56,6 +56,8 @@ std::vector<std::string> OfThisShard(const std::vector<std::string>& tests) {
     dup2(fileno(printed), STDOUT_FILENO);
     dup2(fileno(printed), STDERR_FILENO);
     alarm(kMostSeconds);
+    // A death test starts the program again, which must run that test alone and no rounds.
+    unsetenv("ZR_ROUNDS");
     ::testing::GTEST_FLAG(filter) = test;
     const int result = runTests();
     std::cout.flush();
