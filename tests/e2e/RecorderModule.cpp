@@ -1,4 +1,4 @@
-// A second module beside the real one. It records the host's calls and the state at each call.
+// A second module in addition to the real one. It records the host's calls and the state at each call.
 #include <QObject>
 #include <cstdlib>
 #include <fstream>

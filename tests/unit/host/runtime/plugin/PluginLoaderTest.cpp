@@ -10,7 +10,7 @@ using namespace ::testing;
 
 namespace {
 
-// Valid and invalid module libraries, built beside the tests.
+// Valid and invalid module libraries, built with the tests.
 const QString kModules = QStringLiteral(ZR_TEST_MODULES);
 
 class PluginLoaderTest : public ScriptedHostTest {
