@@ -36,6 +36,12 @@ std::string CScriptedDomains::DomainUrl(const std::string& key, core::url_data::
     return found == m_urls.end() ? std::string() : found->second;
 }
 
+std::string CScriptedLinks::LinkUrl(unsigned long linkId) const {
+    m_asked.push_back(linkId);
+    const auto found = m_urls.find(linkId);
+    return found == m_urls.end() ? std::string() : found->second;
+}
+
 void CScriptedSlots::Allow(ZRUniformResourceSlotType type, bool allowed) {
     if (allowed) {
         m_forbidden.erase(type);

@@ -86,6 +86,21 @@ private:
     std::map<std::string, std::string> m_urls{{"api", "https://ads.test"}};
 };
 
+/// The link table. An id that was not set is unknown.
+class CScriptedLinks : public IClientState {
+public:
+    void Set(unsigned long linkId, const std::string& url) { m_urls[linkId] = url; }
+
+    /// The ids of all queries, in order.
+    const std::vector<unsigned long>& Asked() const { return m_asked; }
+
+    std::string LinkUrl(unsigned long linkId) const override;
+
+private:
+    std::map<unsigned long, std::string> m_urls;
+    mutable std::vector<unsigned long> m_asked;
+};
+
 /// Random numbers: first the values that the test set, then the same sequence in every run. Any thread.
 class CScriptedRandom : public ITimeAndRandom {
 public:
@@ -123,6 +138,7 @@ public:
     CScriptedLanguage language;
     CScriptedConfig config;
     CScriptedDomains domains;
+    CScriptedLinks links;
     CScriptedSlots slots;
 
     uint64_t UserId() const override { return account.UserId(); }
@@ -137,6 +153,7 @@ public:
     std::string DomainUrl(const std::string& key, core::url_data::DomainBizType biz) const override {
         return domains.DomainUrl(key, biz);
     }
+    std::string LinkUrl(unsigned long linkId) const override { return links.LinkUrl(linkId); }
     bool IsAllowed(ZRUniformResourceSlotType type) const override { return slots.IsAllowed(type); }
 };
 

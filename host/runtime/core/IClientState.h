@@ -45,6 +45,9 @@ public:
         return {};
     }
 
+    /// URL of core::url_linkid. Empty for an unknown id.
+    virtual std::string LinkUrl(unsigned long /*linkId*/) const { return {}; }
+
     /// Answer of core::uniform_resource_slot: whether the user may be shown this kind of interruption.
     virtual bool IsAllowed(ZRUniformResourceSlotType /*type*/) const { return false; }
 };

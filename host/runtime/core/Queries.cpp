@@ -7,6 +7,7 @@
 #include "core/login_status_data.h"
 #include "core/random.h"
 #include "core/time_date.h"
+#include "core/url_linkid.h"
 #include "framework/Ports.h"
 
 namespace {
@@ -62,6 +63,10 @@ QString core::langx::tr(unsigned int textId, const std::string& fallback) {
 
 std::string core::url_data::GetDomainUrl(const std::string& key, DomainBizType biz) {
     return State(host::PortsLock()).DomainUrl(key, biz);
+}
+
+std::string core::url_linkid::GetLinkUrlWithTargetLinkId(unsigned long linkId, CSBrokerId /*broker*/) {
+    return State(host::PortsLock()).LinkUrl(linkId);
 }
 
 bool core::uniform_resource_slot::IsAllowedToShowUniformResourceSlot(ZRUniformResourceSlotType type) {

@@ -1,10 +1,15 @@
 // Destructors and type information of classes used on both sides exist only in this library.
+#include "modules/IGrowthVipBaseWidget.h"
 #include "modules/IMainFrameModuleUtil.h"
 #include "modules/ITradeModuleUtil.h"
 #include "modules/IZRGrowthModuleInterface.h"
 #include "plugin/IZRPluginInterface.h"
 #include "plugin/IZRPluginInterfaceFactory.h"
 #include "plugin/IZRPluginModule.h"
+
+IGrowthVipBaseWidget::IGrowthVipBaseWidget(QWidget* parent) : QWidget(parent) {}
+
+IGrowthVipBaseWidget::~IGrowthVipBaseWidget() = default;
 
 IMainFrameModuleUtil::~IMainFrameModuleUtil() = default;
 

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <functional>
+#include <utility>
+
+template <class Signature>
+class CSafeFunction;
+
+/// A function that is tied to a guard object. It is copyable, and a default-constructed one is empty.
+/// Thread: the guard's thread.
+template <class Result, class... Args>
+class CSafeFunction<Result(Args...)> {
+public:
+    CSafeFunction() = default;
+    CSafeFunction(QObject* guard, std::function<Result(Args...)> function)
+        : m_pGuard(guard), m_fnTarget(std::move(function)) {}
+
+    /// Returns whether the guard is alive and the function is set.
+    explicit operator bool() const { return m_pGuard && m_fnTarget; }
+
+    /// Calls the function.
+    /// Failure: a default-constructed result, without a call, if the guard is gone or the function is not set.
+    Result operator()(Args... args) const {
+        if (!*this) {
+            return Result();
+        }
+        return m_fnTarget(std::forward<Args>(args)...);
+    }
+
+private:
+    QPointer<QObject> m_pGuard;
+    std::function<Result(Args...)> m_fnTarget;
+};

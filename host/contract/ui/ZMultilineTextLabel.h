@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QMargins>
+#include <QTextOption>
+#include <QWidget>
+#include <memory>
+
+#include "framework/export.h"
+
+/// A plain or rich text, wrapped to the width. Rich text loads nothing, and its links are not active.
+/// Size, weight and colour come from the style-sheet rule of the object name, if there is one.
+/// Thread: main thread.
+class ZRHOST_API ZMultilineTextLabel : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit ZMultilineTextLabel(QWidget* parent = nullptr);
+    ~ZMultilineTextLabel() override;
+
+    /// Sets the text and how it is read. With Qt::AutoText a text with markup is rich text.
+    void setTextWithFormat(const QString& text, Qt::TextFormat format);
+    /// Sets how the current text is read. The default is Qt::AutoText.
+    void setTextFormat(Qt::TextFormat format);
+    /// Returns the text as it was set.
+    QString text() const;
+    /// Returns the format as it was set.
+    Qt::TextFormat textFormat() const;
+    /// Sets the alignment of the lines. The default is left and vertically centred.
+    void setAlignment(Qt::Alignment alignment);
+    /// Sets the distance of two lines in pixels. The default is that of the font.
+    void setLineHeight(int pixels);
+    /// Sets the distance between the text and each edge, in pixels. The default is 0.
+    void setMargins(const QMargins& margins);
+    /// Sets whether a text that does not fit the height ends in dots; otherwise it is cut between two lines. The
+    /// default is false.
+    void setElidable(bool elidable);
+    /// Sets where lines are wrapped. The default is QTextOption::WordWrap.
+    void setWrapMode(QTextOption::WrapMode mode);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+    bool hasHeightForWidth() const override;
+    int heightForWidth(int width) const override;
+
+protected:
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    struct Private;
+    const std::unique_ptr<Private> d;
+};

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QFont>
+
+#include "framework/export.h"
+
+namespace zr_ui_font {
+
+/// Returns `font` with the size of that token and all else unchanged. Sizes grow with the number, from 0.
+/// Thread: main thread.
+/// Failure: a number without a token leaves the size unchanged.
+ZRHOST_API QFont WithToken(QFont font, int token);
+
+}  // namespace zr_ui_font
