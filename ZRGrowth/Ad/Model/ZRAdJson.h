@@ -4,18 +4,18 @@
 
 #include <QString>
 
-/// Safe steps into JSON from a server: the library throws where a value is of another type than asked for.
+/// Access to JSON from a server without exceptions: the library throws if a value has another type.
 namespace ad_json {
 
-/// Whether a value has members.
+/// Returns whether the value is an object.
 inline bool IsObject(const Json::Value& value) {
     return value.type() == Json::objectValue;
 }
 
-/// The member of an object; null where there is none.
+/// Returns the member of an object; null if there is none.
 const Json::Value& Member(const Json::Value& object, const char* key);
 
-/// A text, read as UTF-8; empty for what is no text.
+/// Returns a text, read as UTF-8; empty for any other type.
 QString Text(const Json::Value& value);
 
 }  // namespace ad_json
