@@ -18,6 +18,7 @@ public:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void actionEvent(QActionEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     struct Private;
