@@ -1,5 +1,7 @@
 #include "ActivationAnswer.h"
 
+#include <google/protobuf/util/json_util.h>
+
 #include <set>
 
 #include "premium_svr.pb.h"
@@ -10,6 +12,13 @@ namespace {
 namespace wire = web_premium_access;
 
 constexpr uint32_t kPremiumChangePush = 20837;
+
+Json::Value ToJson(const Premium& premium) {
+    std::string text;
+    google::protobuf::util::MessageToJsonString(premium, &text);
+    Errors errors;
+    return ParseJson(text, errors).value_or(Json::objectValue);
+}
 
 // Nothing for an unknown operation.
 std::optional<int32_t> ActivationType(int32_t operation) {
@@ -23,21 +32,20 @@ std::optional<int32_t> ActivationType(int32_t operation) {
     }
 }
 
-CommandEffect Activated(const RequestContext& context, const std::set<int32_t>& rights, int32_t type) {
-    CommandEffect effect;
-    effect.premium = context.scenario.JsonOfUser(context.user.id())["premium"];
-    // The list has the order of the schema's.
-    for (int i = 0; i < context.user.premium().rights_size(); ++i) {
-        if (rights.count(context.user.premium().rights(i).access()) == 0) {
+CommandEffect Activated(const User& user, const std::set<int32_t>& rights, int32_t type) {
+    Premium premium = user.premium();
+    for (UserRight& right : *premium.mutable_rights()) {
+        if (rights.count(right.access()) == 0) {
             continue;
         }
-        Json::Value& right = effect.premium["rights"][i];
-        right["hasPermission"] = true;
-        right["activationType"] = type;
+        right.set_haspermission(true);
+        right.set_activationtype(type);
         if (type == wire::LIMITED_TIME_ACTIVATION) {
-            right["daysLeft"] = context.user.activation().daysleft();
+            right.set_daysleft(user.activation().daysleft());
         }
     }
+    CommandEffect effect;
+    effect.premium = ToJson(premium);
     wire::PremiumChangePush push;
     push.set_delay_seconds(0);
     push.set_need_all_access(false);
@@ -81,7 +89,7 @@ CommandAnswer AnswerActivation(const RequestContext& context, const std::string&
     CommandAnswer result{kErrorNone, answer.SerializeAsString()};
     result.silent = activation.silent();
     if (code == wire::SUCCESS && !ready.empty()) {
-        result.effect = Activated(context, ready, *type);
+        result.effect = Activated(context.user, ready, *type);
     }
     return result;
 }

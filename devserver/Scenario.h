@@ -30,9 +30,6 @@ public:
     /// Null if no user has the id.
     const User* FindUser(uint64_t id) const;
 
-    /// The user's entry of ToJson(). The user must exist.
-    const Json::Value& JsonOfUser(uint64_t id) const { return m_json["users"][IndexOf(id)]; }
-
     /// Replaces one member of a user, or removes it with `value` null. Returns false, with an error, and changes
     /// nothing if the value is invalid. The user must exist.
     bool SetOfUser(uint64_t id, const std::string& key, const std::optional<Json::Value>& value, Errors& errors);
