@@ -4,8 +4,11 @@
 #include "Ad/Controller/ZRAdManager.h"
 #include "Premium/ZRPremiumManager.h"
 #include "Vip/Controller/ZRVipManager.h"
+#include "Vip/View/ZRVipMenuEntryAction.h"
+#include "Vip/View/ZRVipTitleBarEntryWidget.h"
 #include "plugin/IZRPluginCenter.h"
 #include "plugin/TplZRPluginInterfaceFactoryUnique.h"
+#include "ui/ZMenu.h"
 
 namespace {
 
@@ -70,6 +73,14 @@ void CZRGrowthModuleUtil::SetUIAccessData(EnPremiumAccess access, const CPremium
     CZRPremiumManager::Singleton()->SetUIAccessData(access, data);
 }
 
+ZAction* CZRGrowthModuleUtil::GetVipMenuEntryAction(ZMenu* menu) {
+    return new CZRVipMenuEntryAction(menu);
+}
+
+QWidget* CZRGrowthModuleUtil::GetVipTitleBarEntryWidget(QWidget* parent, const CSafeFunction<void()>& fnChanged) {
+    return new CZRVipTitleBarEntryWidget(parent, fnChanged);
+}
+
 bool CZRGrowthModuleUtil::HasVipQualification() {
     return CZRVipManager::Singleton()->HasVipQualification();
 }
@@ -92,6 +103,70 @@ int CZRGrowthModuleUtil::GetVipEngineStatus() {
 
 int CZRGrowthModuleUtil::GetNewVipState() {
     return CZRVipManager::Singleton()->GetNewVipState();
+}
+
+bool CZRGrowthModuleUtil::IsVipIconEnabled(EnPremiumAccess access) {
+    return CZRVipManager::Singleton()->IsVipIconEnabled(access);
+}
+
+IGrowthVipBaseWidget* CZRGrowthModuleUtil::GetVipIcon(EnPremiumAccess access, QWidget* parent) {
+    return CZRVipManager::Singleton()->GetVipIcon(access, parent);
+}
+
+QString CZRGrowthModuleUtil::GetVipIconImageName() {
+    return CZRVipManager::Singleton()->GetVipIconImageName();
+}
+
+QSize CZRGrowthModuleUtil::GetVipIconImageSize() {
+    return CZRVipManager::Singleton()->GetVipIconImageSize();
+}
+
+bool CZRGrowthModuleUtil::IsVipTagEnabled(EnPremiumAccess access) {
+    return CZRVipManager::Singleton()->IsVipTagEnabled(access);
+}
+
+IGrowthVipBaseWidget* CZRGrowthModuleUtil::GetVipTag(EnPremiumAccess access, ZRVipTagType tagType,
+                                                     const QString& pageId, QWidget* parent) {
+    return CZRVipManager::Singleton()->GetVipTag(access, tagType, pageId, parent);
+}
+
+QString CZRGrowthModuleUtil::GetVipTagImageName(ZRVipTagType tagType) {
+    return CZRVipManager::Singleton()->GetVipTagImageName(tagType);
+}
+
+QSize CZRGrowthModuleUtil::GetVipTagImageSize(ZRVipTagType tagType) {
+    return CZRVipManager::Singleton()->GetVipTagImageSize(tagType);
+}
+
+bool CZRGrowthModuleUtil::IsVipBannerEnabled(EnPremiumAccess access, ZRVipUIDataType dataType) {
+    return CZRVipManager::Singleton()->IsVipBannerEnabled(access, dataType);
+}
+
+IGrowthVipBaseWidget* CZRGrowthModuleUtil::GetVipBanner(EnPremiumAccess access, ZRVipUIDataType dataType,
+                                                        const QString& pageId, QWidget* parent) {
+    return CZRVipManager::Singleton()->GetVipBanner(access, dataType, pageId, parent);
+}
+
+bool CZRGrowthModuleUtil::IsVipMaskEnabled(ZRVipMaskType maskType, EnPremiumAccess access, ZRVipUIDataType dataType) {
+    return CZRVipManager::Singleton()->IsVipMaskEnabled(maskType, access, dataType);
+}
+
+IGrowthVipBaseWidget* CZRGrowthModuleUtil::GetVipMask(ZRVipMaskType maskType, EnPremiumAccess access,
+                                                      ZRVipUIDataType dataType, const QString& pageId, QWidget* parent,
+                                                      zrstdui::image_blur::WidgetPainterBufferSource bufferSource,
+                                                      double blurRadiusTheme3, double blurRadiusOther,
+                                                      bool popupStyle) {
+    return CZRVipManager::Singleton()->GetVipMask(maskType, access, dataType, pageId, parent, bufferSource,
+                                                  blurRadiusTheme3, blurRadiusOther, popupStyle);
+}
+
+void CZRGrowthModuleUtil::HandleVipWidgetClicked(EnPremiumAccess access, ZRVipUIDataType dataType,
+                                                 QPointer<QWidget> activeVipPopupParent) {
+    CZRVipManager::Singleton()->HandleVipWidgetClicked(access, dataType, activeVipPopupParent);
+}
+
+void CZRGrowthModuleUtil::OpenVipWebPage(const QString& url) {
+    CZRVipManager::Singleton()->OpenVipWebPage(url);
 }
 
 bool CZRGrowthModuleUtil::IsAIChatEnable(ZRAIChatEntryScene scene) {

@@ -23,12 +23,36 @@ public:
     QMap<EnPremiumAccess, CPremiumUIAccessData> GetUIAccessData() const override;
     void SetUIAccessData(EnPremiumAccess access, const CPremiumUIAccessData& data) override;
 
+    ZAction* GetVipMenuEntryAction(ZMenu* menu) override;
+    QWidget* GetVipTitleBarEntryWidget(QWidget* parent, const CSafeFunction<void()>& fnChanged) override;
+
     bool HasVipQualification() override;
     int GetVipGrade() override;
     int GetVipState() override;
     bool IsNewVipSystem() override;
     int GetVipEngineStatus() override;
     int GetNewVipState() override;
+
+    bool IsVipIconEnabled(EnPremiumAccess access) override;
+    IGrowthVipBaseWidget* GetVipIcon(EnPremiumAccess access, QWidget* parent) override;
+    QString GetVipIconImageName() override;
+    QSize GetVipIconImageSize() override;
+    bool IsVipTagEnabled(EnPremiumAccess access) override;
+    IGrowthVipBaseWidget* GetVipTag(EnPremiumAccess access, ZRVipTagType tagType, const QString& pageId,
+                                    QWidget* parent) override;
+    QString GetVipTagImageName(ZRVipTagType tagType) override;
+    QSize GetVipTagImageSize(ZRVipTagType tagType) override;
+    bool IsVipBannerEnabled(EnPremiumAccess access, ZRVipUIDataType dataType) override;
+    IGrowthVipBaseWidget* GetVipBanner(EnPremiumAccess access, ZRVipUIDataType dataType, const QString& pageId,
+                                       QWidget* parent) override;
+    bool IsVipMaskEnabled(ZRVipMaskType maskType, EnPremiumAccess access, ZRVipUIDataType dataType) override;
+    IGrowthVipBaseWidget* GetVipMask(ZRVipMaskType maskType, EnPremiumAccess access, ZRVipUIDataType dataType,
+                                     const QString& pageId, QWidget* parent,
+                                     zrstdui::image_blur::WidgetPainterBufferSource bufferSource,
+                                     double blurRadiusTheme3, double blurRadiusOther, bool popupStyle) override;
+    void HandleVipWidgetClicked(EnPremiumAccess access, ZRVipUIDataType dataType,
+                                QPointer<QWidget> activeVipPopupParent) override;
+    void OpenVipWebPage(const QString& url) override;
 
     bool IsAIChatEnable(ZRAIChatEntryScene scene) override;
     void SetAIChatDevelopEnableType(unsigned int type) override;

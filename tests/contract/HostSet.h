@@ -74,6 +74,9 @@ public:
     /// Replaces the common configuration, as the server does, and notifies the bus.
     virtual void SetConfig(const std::string& name, const Json::Value& value) = 0;
 
+    /// Replaces the link table, as the server does, by one with this link alone.
+    virtual void SetLink(unsigned long linkId, const std::string& url) = 0;
+
     virtual void AllowSlot(ZRUniformResourceSlotType slot, bool allowed) = 0;
     virtual void SetDomain(const std::string& key, const std::string& url) = 0;
 

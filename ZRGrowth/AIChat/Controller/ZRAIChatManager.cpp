@@ -1,11 +1,8 @@
 #include "AIChat/Controller/ZRAIChatManager.h"
 
-#include <json/reader.h>
-
-#include <sstream>
-
 #include "AIChat/Controller/ZRAIChatIds.h"
 #include "GrowthBizLogUtil.h"
+#include "GrowthJson.h"
 #include "ZRGrowthSingleton.h"
 #include "chat.pb.h"
 #include "core/config_local.h"
@@ -17,17 +14,6 @@ namespace {
 
 constexpr auto kLogModuleType = CGrowthBizLogUtil::AIChat;
 constexpr const char* kAIChatEnableCacheDataKey = "ZRBaseAIChatEnableCacheDataKey";
-
-// The library's parser throws on text that is nested too deep.
-bool ParseJson(const std::string& text, Json::Value& value, std::string& error) {
-    try {
-        std::istringstream stream(text);
-        return Json::parseFromStream(Json::CharReaderBuilder(), stream, &value, &error);
-    } catch (const std::exception& exception) {
-        error = exception.what();
-        return false;
-    }
-}
 
 }  // namespace
 
@@ -134,7 +120,7 @@ void CZRAIChatManager::ReadAIChatEnableCacheData() {
     std::string error;
     if (!core::config_local::AppCfgReadString(GenerateAIChatEnableCacheDataKey().toStdString(), cached)) {
         LogInfo("Read cache failed");
-    } else if (!ParseJson(cached, m_jsonEnabledScenes, error)) {
+    } else if (!growth_json::Parse(cached, m_jsonEnabledScenes, error)) {
         LogInfo("Parse cache failed, error = {}", error);
     }
     // Intended: the cache is written and checked but never used. Scenes come only from the server.

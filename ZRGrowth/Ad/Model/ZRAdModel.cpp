@@ -1,11 +1,11 @@
 #include "Ad/Model/ZRAdModel.h"
 
 #include "Ad/Model/ZRAdBannerModel.h"
-#include "Ad/Model/ZRAdJson.h"
 #include "Ad/Model/ZRAdPopupModel.h"
 #include "GrowthBizLogUtil.h"
+#include "GrowthJson.h"
 
-using namespace ad_json;
+using namespace growth_json;
 
 namespace {
 

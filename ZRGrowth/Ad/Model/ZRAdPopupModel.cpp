@@ -1,9 +1,9 @@
 #include "Ad/Model/ZRAdPopupModel.h"
 
-#include "Ad/Model/ZRAdJson.h"
 #include "GrowthBizLogUtil.h"
+#include "GrowthJson.h"
 
-using namespace ad_json;
+using namespace growth_json;
 
 namespace {
 

@@ -5,10 +5,10 @@
 #include <QPointer>
 #include <optional>
 
-#include "Ad/Model/ZRAdJson.h"
 #include "Ad/Tools/ZRAdReportJson.h"
 #include "Ad/Tools/ZRAdTools.h"
 #include "GrowthBizLogUtil.h"
+#include "GrowthJson.h"
 #include "core/login_status_data.h"
 #include "core/post.h"
 #include "core/time_date.h"
@@ -50,7 +50,7 @@ std::optional<int> CodeOf(const Json::Value& answer) {
     if (!answer.isObject()) {
         return answer.isNull() ? std::optional<int>(0) : std::nullopt;
     }
-    const Json::Value& code = ad_json::Member(answer, "code");
+    const Json::Value& code = growth_json::Member(answer, "code");
     return code.isConvertibleTo(Json::intValue) ? std::optional<int>(code.asInt()) : std::nullopt;
 }
 

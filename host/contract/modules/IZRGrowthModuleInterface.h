@@ -2,17 +2,23 @@
 
 #include <QList>
 #include <QMap>
+#include <QPointer>
 #include <QSize>
 #include <QString>
 #include <QVector>
+#include <QWidget>
 #include <functional>
 
+#include "framework/CSafeFunction.h"
 #include "framework/export.h"
+#include "modules/IGrowthVipBaseWidget.h"
 #include "modules/ZRGrowthTypes.h"
 #include "modules/ZRPremiumRecords.h"
 #include "plugin/IZRPluginInterface.h"
+#include "ui/image_blur.h"
 
-class QWidget;
+class ZAction;
+class ZMenu;
 
 /// The service of the growth module, under the interface name "24IZRGrowthModuleInterface". The order of the operations
 /// is part of the binary interface.
@@ -62,6 +68,16 @@ public:
     /// Replaces the whole record of a right until the server's next answer. It sends no message and saves nothing.
     virtual void SetUIAccessData(EnPremiumAccess access, const CPremiumUIAccessData& data) = 0;
 
+    /// Returns a new menu entry that leads to the membership centre. It follows the VIP status; create it again after a
+    /// change of language or edition.
+    /// Ownership: `menu` owns the entry. The caller adds it to the menu.
+    virtual ZAction* GetVipMenuEntryAction(ZMenu* menu) = 0;
+
+    /// Returns a new entry for the title bar, which is visible to members only. It follows the VIP status and calls
+    /// `fnChanged` after each change; create it again after a change of language or edition.
+    /// Ownership: `parent` owns the entry. Without a parent a member's entry opens as a window.
+    virtual QWidget* GetVipTitleBarEntryWidget(QWidget* parent, const CSafeFunction<void()>& fnChanged) = 0;
+
     /// Return the user's VIP status as the server last reported it. Bus message 80052 announces a change.
     /// Failure: false and 0 after a logout until the next answer.
     virtual bool HasVipQualification() = 0;
@@ -74,6 +90,44 @@ public:
     virtual int GetVipEngineStatus() = 0;
     /// The state in the newer VIP system: 0 no member, 1 member, 2 expired.
     virtual int GetNewVipState() = 0;
+
+    /// Return whether a VIP widget may be shown for a right. Ask before creating one, and again after bus messages
+    /// 80050, 80051 and 80052: a widget does not hide itself. Return a new widget, or the name and size in pixels of
+    /// its image, which is a name of ZResource and may be empty. `pageId` names the caller's page in reports.
+    /// Ownership: `parent` owns the widget.
+    virtual bool IsVipIconEnabled(EnPremiumAccess access) = 0;
+    virtual IGrowthVipBaseWidget* GetVipIcon(EnPremiumAccess access, QWidget* parent) = 0;
+    virtual QString GetVipIconImageName() = 0;
+    virtual QSize GetVipIconImageSize() = 0;
+    virtual bool IsVipTagEnabled(EnPremiumAccess access) = 0;
+    virtual IGrowthVipBaseWidget* GetVipTag(EnPremiumAccess access, ZRVipTagType tagType, const QString& pageId,
+                                            QWidget* parent) = 0;
+    virtual QString GetVipTagImageName(ZRVipTagType tagType) = 0;
+    virtual QSize GetVipTagImageSize(ZRVipTagType tagType) = 0;
+    virtual bool IsVipBannerEnabled(EnPremiumAccess access, ZRVipUIDataType dataType) = 0;
+    virtual IGrowthVipBaseWidget* GetVipBanner(EnPremiumAccess access, ZRVipUIDataType dataType, const QString& pageId,
+                                               QWidget* parent) = 0;
+    virtual bool IsVipMaskEnabled(ZRVipMaskType maskType, EnPremiumAccess access, ZRVipUIDataType dataType) = 0;
+
+    /// Returns a new mask, which blurs what is behind it: the painting of `bufferSource`. The radii are in pixels, for
+    /// theme 3 and for the other themes. `popupStyle` selects the colour over the blur.
+    /// A mask stops neither keyboard nor screen reader: the caller disables what it covers.
+    /// Ownership: `parent` owns the mask.
+    /// Failure: null for a mask type without a name.
+    virtual IGrowthVipBaseWidget* GetVipMask(ZRVipMaskType maskType, EnPremiumAccess access, ZRVipUIDataType dataType,
+                                             const QString& pageId, QWidget* parent,
+                                             zrstdui::image_blur::WidgetPainterBufferSource bufferSource,
+                                             double blurRadiusTheme3, double blurRadiusOther, bool popupStyle) = 0;
+
+    /// Activates a right that is ready, otherwise opens the page of the text set's link. An activation shows its result
+    /// over `activeVipPopupParent`.
+    /// Failure: a text set without a link opens nothing and is logged.
+    virtual void HandleVipWidgetClicked(EnPremiumAccess access, ZRVipUIDataType dataType,
+                                        QPointer<QWidget> activeVipPopupParent) = 0;
+
+    /// Opens a page of the membership, in a web window of 390 by 848 pixels.
+    /// Failure: an empty URL opens nothing and is logged.
+    virtual void OpenVipWebPage(const QString& url) = 0;
 
     /// Returns whether the AI chat entry of that scene is open to the user. Bus message 20300 announces a change.
     /// Failure: false after a login until the server answered.

@@ -1,6 +1,7 @@
 #include "ui/KitPaint.h"
 
 #include <QAbstractButton>
+#include <QTextDocument>
 
 #include "framework/HostLog.h"
 #include "ui/Drawings.h"
@@ -11,11 +12,19 @@ namespace {
 
 constexpr CHostLog kLog("Kit");
 constexpr double kFocusWidth = 1.5;
+constexpr int kLongTip = 80;
+
+// By ZIconColorStyle. An icon over a picture is white.
+constexpr std::string_view kIconColors[] = {"muted", "heading", "accent", "onAccent", "warning"};
 
 }  // namespace
 
 QColor Color(std::string_view name) {
     return CThemePalette::Of(zr_ui_theme::Manager::instance()->getTheme()).Color(name);
+}
+
+QColor IconColor(ZIconColorStyle::type style) {
+    return style == ZIconColorStyle::onPicture ? QColor(Qt::white) : ColorIn(kIconColors, style);
 }
 
 void FollowTheme(QWidget* widget) {
@@ -60,13 +69,36 @@ void PaintFocus(QPainter& painter, const QRectF& rect, double radius, const QCol
     painter.restore();
 }
 
-void PaintDrawing(QPainter& painter, const QString& name, const QRect& rect, const QColor& color) {
+void PaintDrawing(QPainter& painter, const QString& name, const QRectF& rect, const QColor& color) {
     // The ratio of the paint device, which may be another one than the screen.
     const double ratio = qAbs(painter.combinedTransform().m11());
-    const QPixmap pixmap = drawings::Render(name, rect.size(), ratio, color);
+    const QPixmap pixmap = drawings::Render(name, rect.size().toSize(), ratio, color);
     if (!pixmap.isNull()) {
-        painter.drawPixmap(rect, pixmap);
+        painter.drawPixmap(rect, pixmap, QRectF(pixmap.rect()));
     }
+}
+
+void OfferWhole(QWidget& widget, QString& tip, bool cut, const QString& text) {
+    if (widget.toolTip() != tip) {
+        return;
+    }
+    tip = cut ? TipText(text) : QString();
+    if (widget.toolTip() != tip) {
+        widget.setToolTip(tip);
+    }
+}
+
+QString TipText(const QString& text) {
+    // Only rich text is wrapped.
+    if (text.size() < kLongTip && !Qt::mightBeRichText(text)) {
+        return text;
+    }
+    return QStringLiteral("<p>%1</p>").arg(text.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>")));
+}
+
+QSize DotsSize(const QFont& font) {
+    const QFontMetrics metrics(font);
+    return {metrics.horizontalAdvance(QChar(0x2026)), metrics.height()};
 }
 
 bool CheckDrawing(const char* who, const QString& name) {

@@ -22,6 +22,8 @@ QColor ColorIn(const std::string_view (&names)[N], int value) {
     return Color(names[size_t(value) < N ? size_t(value) : N - 1]);
 }
 
+QColor IconColor(ZIconColorStyle::type style);
+
 /// Repaints the widget when the theme changes.
 void FollowTheme(QWidget* widget);
 
@@ -36,8 +38,21 @@ void PaintPlate(QPainter& painter, const QRectF& rect, double radius, const QCol
 /// The focus ring inside `rect`.
 void PaintFocus(QPainter& painter, const QRectF& rect, double radius, const QColor& color);
 
+/// No text of the kit asks for more pixels.
+constexpr int kMaxHintWidth = 240;
+
+/// The size of a text that consists of dots.
+QSize DotsSize(const QFont& font);
+
+/// The tool tip that shows `text` as it is, never as markup.
+QString TipText(const QString& text);
+
+/// Sets the whole text as the tool tip of a widget that shows only a part. `tip` is the tool tip set before; the
+/// caller's own tool tip stays.
+void OfferWhole(QWidget& widget, QString& tip, bool cut, const QString& text);
+
 /// A drawing centred in `rect`, sharp on the paint device. An unknown name paints nothing.
-void PaintDrawing(QPainter& painter, const QString& name, const QRect& rect, const QColor& color);
+void PaintDrawing(QPainter& painter, const QString& name, const QRectF& rect, const QColor& color);
 
 /// Returns whether the name is empty or known. Otherwise logs it for `who`.
 bool CheckDrawing(const char* who, const QString& name);

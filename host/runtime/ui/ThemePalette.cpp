@@ -23,6 +23,16 @@ CThemePalette ReadResource(int number) {
     return CThemePalette();
 }
 
+// A style sheet does not know the form #aarrggbb.
+QString Written(const QColor& color) {
+    return color.alpha() == 255 ? color.name()
+                                : QStringLiteral("rgba(%1, %2, %3, %4)")
+                                      .arg(color.red())
+                                      .arg(color.green())
+                                      .arg(color.blue())
+                                      .arg(color.alpha());
+}
+
 }  // namespace
 
 const CThemePalette& CThemePalette::Of(zr_ui_theme::Manager::Theme theme) {
@@ -33,7 +43,7 @@ const CThemePalette& CThemePalette::Of(zr_ui_theme::Manager::Theme theme) {
 }
 
 std::optional<CThemePalette> CThemePalette::Read(const std::string& json, std::string& error) {
-    static const QRegularExpression form(QStringLiteral("^#[0-9a-f]{6}$"));
+    static const QRegularExpression form(QStringLiteral("^#(?:[0-9a-f]{2})?[0-9a-f]{6}$"));
     const auto colors = ParseJson(json, error);
     if (!colors) {
         return std::nullopt;
@@ -46,7 +56,7 @@ std::optional<CThemePalette> CThemePalette::Read(const std::string& json, std::s
     for (const std::string& name : colors->getMemberNames()) {
         const Json::Value& value = (*colors)[name];
         if (!value.isString() || !form.match(QString::fromStdString(value.asString())).hasMatch()) {
-            error = name + ": must be a colour as #rrggbb";
+            error = name + ": must be a colour as #rrggbb or #aarrggbb";
             return std::nullopt;
         }
         palette.m_colors.emplace(name, QColor(QString::fromStdString(value.asString())));
@@ -68,7 +78,7 @@ QStringList CThemePalette::Names() const {
 }
 
 QString CThemePalette::Fill(const QString& text, QStringList& unknown) const {
-    static const QRegularExpression mark(QStringLiteral("@([A-Za-z]+)"));
+    static const QRegularExpression mark(QStringLiteral("@([A-Za-z0-9_]+)"));
     QString filled;
     int done = 0;
     auto marks = mark.globalMatch(text);
@@ -76,7 +86,7 @@ QString CThemePalette::Fill(const QString& text, QStringList& unknown) const {
         const auto found = marks.next();
         const QColor color = Color(found.captured(1).toStdString());
         filled += text.midRef(done, found.capturedStart() - done);
-        filled += color.isValid() ? color.name() : found.captured();
+        filled += color.isValid() ? Written(color) : found.captured();
         done = found.capturedEnd();
         if (!color.isValid()) {
             unknown << found.captured(1);

@@ -19,14 +19,16 @@ public:
     /// The palette of resources/themes/<number>.json, read once. Main thread.
     static const CThemePalette& Of(zr_ui_theme::Manager::Theme theme);
 
-    /// Reads an object of names and colours written "#rrggbb". Empty on failure, with the reason in `error`.
+    /// Reads an object of names and colours written "#rrggbb" or "#aarrggbb". Empty on failure, with the reason in
+    /// `error`.
     static std::optional<CThemePalette> Read(const std::string& json, std::string& error);
 
     /// Invalid for an unknown name.
     QColor Color(std::string_view name) const;
     QStringList Names() const;
 
-    /// Returns `text` with each @name replaced by its colour. Unknown names stay and are added to `unknown`.
+    /// Returns `text` with each @name replaced by its colour. A mark consists of letters, digits and underscores.
+    /// Unknown names stay and are added to `unknown`.
     QString Fill(const QString& text, QStringList& unknown) const;
 
 private:

@@ -12,18 +12,12 @@ constexpr double kRadius = 4.0;
 // The theme does not apply over a picture. White on dark is visible on all pictures.
 constexpr int kDiscAlpha[] = {115, 150, 190, 70};  // by ZWidgetState
 
-// By ZIconColorStyle. An icon over a picture is white.
-constexpr std::string_view kColors[] = {"muted", "heading", "accent", "onAccent", "warning"};
-
 QColor ColorOf(ZIconColorStyle::type style, ZWidgetState::type state) {
     if (state == ZWidgetState::disabled) {
         return style == ZIconColorStyle::onPicture ? QColor(255, 255, 255, 110) : host::kit::Color("disabled");
     }
     const bool livens = style == ZIconColorStyle::normal && state != ZWidgetState::normal;
-    if (style == ZIconColorStyle::onPicture) {
-        return Qt::white;
-    }
-    return livens ? host::kit::Color("heading") : host::kit::ColorIn(kColors, style);
+    return livens ? host::kit::Color("heading") : host::kit::IconColor(style);
 }
 
 }  // namespace

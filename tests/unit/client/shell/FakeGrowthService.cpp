@@ -8,6 +8,7 @@
 #include "core/message_dispatch.h"
 #include "plugin/IZRPluginCenter.h"
 #include "plugin/IZRPluginInterfaceFactory.h"
+#include "ui/ZMenu.h"
 
 namespace {
 
@@ -64,6 +65,46 @@ unsigned long CFakeGrowthService::GetUiMsgAndPremiumAccessReq(const QVector<EnPr
                                                               bool /*serverPush*/) {
     ADD_FAILURE() << "the client asks by numbers";
     return 0;
+}
+
+ZAction* CFakeGrowthService::GetVipMenuEntryAction(ZMenu* menu) {
+    ++menuEntries;
+    auto* action = new ZAction(menu);
+    action->setText(QStringLiteral("Membership"));
+    return action;
+}
+
+QWidget* CFakeGrowthService::GetVipTitleBarEntryWidget(QWidget* parent, const CSafeFunction<void()>& /*fnChanged*/) {
+    ++titleEntries;
+    return new QWidget(parent);
+}
+
+IGrowthVipBaseWidget* CFakeGrowthService::GetVipIcon(EnPremiumAccess access, QWidget* parent) {
+    return new CFakeVipWidget(access, ZRVipUIDataMain, parent);
+}
+
+IGrowthVipBaseWidget* CFakeGrowthService::GetVipTag(EnPremiumAccess access, ZRVipTagType /*tagType*/,
+                                                    const QString& /*pageId*/, QWidget* parent) {
+    return new CFakeVipWidget(access, ZRVipUIDataMain, parent);
+}
+
+IGrowthVipBaseWidget* CFakeGrowthService::GetVipBanner(EnPremiumAccess access, ZRVipUIDataType dataType,
+                                                       const QString& /*pageId*/, QWidget* parent) {
+    return new CFakeVipWidget(access, dataType, parent);
+}
+
+IGrowthVipBaseWidget* CFakeGrowthService::GetVipMask(ZRVipMaskType /*maskType*/, EnPremiumAccess access,
+                                                     ZRVipUIDataType dataType, const QString& /*pageId*/,
+                                                     QWidget* parent,
+                                                     zrstdui::image_blur::WidgetPainterBufferSource /*bufferSource*/,
+                                                     double /*blurRadiusTheme3*/, double /*blurRadiusOther*/,
+                                                     bool /*popupStyle*/) {
+    return new CFakeVipWidget(access, dataType, parent);
+}
+
+void CFakeGrowthService::HandleVipWidgetClicked(EnPremiumAccess /*access*/, ZRVipUIDataType /*dataType*/,
+                                                QPointer<QWidget> /*activeVipPopupParent*/) {
+    ++vipClicks;
 }
 
 CPremiumUIAccessData RecordOf(EnPremiumAccess right, bool hasPermission, const char* mainTitle) {

@@ -6,6 +6,24 @@
 #include <vector>
 
 #include "modules/IZRGrowthModuleInterface.h"
+#include "ui/ZAction.h"
+
+/// A VIP widget that records its updates.
+class CFakeVipWidget : public IGrowthVipBaseWidget {
+public:
+    CFakeVipWidget(EnPremiumAccess access, ZRVipUIDataType dataType, QWidget* parent)
+        : IGrowthVipBaseWidget(parent), right(access), texts(dataType) {}
+
+    void UpdateUIData(EnPremiumAccess access, ZRVipUIDataType dataType) override {
+        right = access;
+        texts = dataType;
+        ++updates;
+    }
+
+    EnPremiumAccess right;
+    ZRVipUIDataType texts;
+    int updates = 0;
+};
 
 /// A growth module service for the client. The test sets the open scenes, the user's rights and the VIP status.
 class CFakeGrowthService : public IZRGrowthModuleInterface {
@@ -32,6 +50,34 @@ public:
     bool IsNewVipSystem() override { return isNewSystem; }
     int GetVipEngineStatus() override { return engine; }
     int GetNewVipState() override { return newState; }
+
+    ZAction* GetVipMenuEntryAction(ZMenu* menu) override;
+    QWidget* GetVipTitleBarEntryWidget(QWidget* parent, const CSafeFunction<void()>& fnChanged) override;
+    bool IsVipIconEnabled(EnPremiumAccess access) override { return icons.count(access) != 0; }
+    IGrowthVipBaseWidget* GetVipIcon(EnPremiumAccess access, QWidget* parent) override;
+    QString GetVipIconImageName() override { return {}; }
+    QSize GetVipIconImageSize() override { return {}; }
+    bool IsVipTagEnabled(EnPremiumAccess access) override { return tags.count(access) != 0; }
+    IGrowthVipBaseWidget* GetVipTag(EnPremiumAccess access, ZRVipTagType tagType, const QString& pageId,
+                                    QWidget* parent) override;
+    QString GetVipTagImageName(ZRVipTagType /*tagType*/) override { return {}; }
+    QSize GetVipTagImageSize(ZRVipTagType /*tagType*/) override { return {}; }
+    bool IsVipBannerEnabled(EnPremiumAccess access, ZRVipUIDataType /*dataType*/) override {
+        return vipBanners.count(access) != 0;
+    }
+    IGrowthVipBaseWidget* GetVipBanner(EnPremiumAccess access, ZRVipUIDataType dataType, const QString& pageId,
+                                       QWidget* parent) override;
+    bool IsVipMaskEnabled(ZRVipMaskType /*maskType*/, EnPremiumAccess access, ZRVipUIDataType /*dataType*/) override {
+        return masks.count(access) != 0;
+    }
+    IGrowthVipBaseWidget* GetVipMask(ZRVipMaskType maskType, EnPremiumAccess access, ZRVipUIDataType dataType,
+                                     const QString& pageId, QWidget* parent,
+                                     zrstdui::image_blur::WidgetPainterBufferSource bufferSource,
+                                     double blurRadiusTheme3, double blurRadiusOther, bool popupStyle) override;
+    void HandleVipWidgetClicked(EnPremiumAccess access, ZRVipUIDataType dataType,
+                                QPointer<QWidget> activeVipPopupParent) override;
+    void OpenVipWebPage(const QString& url) override { openedPages.push_back(url); }
+
     bool IsAIChatEnable(ZRAIChatEntryScene scene) override;
     void SetAIChatDevelopEnableType(unsigned int type) override;
 
@@ -56,6 +102,13 @@ public:
     bool isNewSystem = false;
     int engine = kVipEngineUndetermined;
     int newState = 0;
+
+    // The rights that the rules enable.
+    std::set<int> icons, tags, vipBanners, masks;
+    std::vector<QString> openedPages;
+    int menuEntries = 0;   // created so far
+    int titleEntries = 0;  // created so far
+    int vipClicks = 0;
 };
 
 /// A record with a different value in each field.

@@ -45,6 +45,27 @@ TEST_F(ThemePaletteTest, FillsWholeNamesAndTellsThoseItLacks) {
     EXPECT_EQ(unknown, QStringList(QStringLiteral("lin")));
 }
 
+TEST_F(ThemePaletteTest, ColourKeepsItsAlphaWhenItIsWrittenWithEightDigits) {
+    std::string error;
+    const auto palette = CThemePalette::Read(R"({"ck_gray/100": "#80102030"})", error);
+
+    ASSERT_TRUE(palette) << error;
+    EXPECT_EQ(palette->Color("ck_gray/100"), QColor(0x10, 0x20, 0x30, 0x80));
+}
+
+TEST_F(ThemePaletteTest, MarkIsOfLettersDigitsAndUnderscores) {
+    std::string error;
+    const auto palette =
+        CThemePalette::Read(R"({"ck": "#000000", "ck_red400": "#aa0000", "ct_bg_hover": "#14ffffff"})", error);
+    ASSERT_TRUE(palette) << error;
+    QStringList unknown;
+
+    const QString filled = palette->Fill(QStringLiteral("a: @ck_red400; b: @ct_bg_hover; c: @ck-x; d: @ck_9"), unknown);
+
+    EXPECT_EQ(filled, QStringLiteral("a: #aa0000; b: rgba(255, 255, 255, 20); c: #000000-x; d: @ck_9"));
+    EXPECT_EQ(unknown, QStringList(QStringLiteral("ck_9")));
+}
+
 TEST_F(ThemePaletteTest, EachThemeHasAPaletteOfItsOwnWithTheSameNames) {
     const CThemePalette& light = CThemePalette::Of(zr_ui_theme::Manager::kThemeLight);
     EXPECT_GT(light.Names().size(), 20);
@@ -75,6 +96,8 @@ INSTANTIATE_TEST_SUITE_P(
            BadPalette{"Number", R"({"text": 1})", "text: must be a colour as #rrggbb"},
            BadPalette{"ColourByWord", R"({"text": "red"})", "text: must be a colour as #rrggbb"},
            BadPalette{"Short", R"({"text": "#fff"})", "text: must be a colour as #rrggbb"},
+           BadPalette{"SevenDigits", R"({"text": "#1234567"})", "text: must be a colour as #rrggbb or #aarrggbb"},
+           BadPalette{"NineDigits", R"({"text": "#123456789"})", "text: must be a colour as #rrggbb or #aarrggbb"},
            BadPalette{"WithMoreBehind", R"({"text": "#ffffff; x"})", "text: must be a colour as #rrggbb"},
            BadPalette{"Twice", R"({"text": "#ffffff", "text": "#000000"})", "uplicate"}),
     BadPaletteName);
