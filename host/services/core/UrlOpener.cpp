@@ -69,9 +69,11 @@ Verdict CUrlOpener::Validate(const QString& text, bool internal) {
 bool CUrlOpener::Open(const UrlRequest& request) {
     Verdict verdict = Validate(request.url, !m_state.IsReleaseAppVersion());
     if (verdict.target != EnTarget::kRefused) {
-        const Handler& handler = verdict.target == EnTarget::kPage ? m_fnPage : m_fnWeb;
         bool opened = false;
-        host::CallAndLogExceptions(kLog, "Opening a URL", [&] { opened = handler && handler(verdict.url); });
+        host::CallAndLogExceptions(kLog, "Opening a URL", [&] {
+            opened = verdict.target == EnTarget::kPage ? m_fnPage && m_fnPage(verdict.url)
+                                                       : m_fnWeb && m_fnWeb(verdict.url, request.extra);
+        });
         if (!opened) {
             verdict = Refuse("nothing in the client opens it");
         }

@@ -24,6 +24,8 @@ public:
 
     /// Opens an allowed URL. Returns false if it can't be opened.
     using Handler = std::function<bool(const QUrl& url)>;
+    /// `extra` is the request's, such as the wished window.
+    using WebHandler = std::function<bool(const QUrl& url, const QVariant& extra)>;
 
     static constexpr int kMaxLength = 8192;
 
@@ -31,7 +33,7 @@ public:
 
     /// Without a handler the URLs of its kind are refused.
     void SetPageHandler(Handler handler) { m_fnPage = std::move(handler); }
-    void SetWebHandler(Handler handler) { m_fnWeb = std::move(handler); }
+    void SetWebHandler(WebHandler handler) { m_fnWeb = std::move(handler); }
 
     bool Open(const UrlRequest& request) override;
 
@@ -45,5 +47,5 @@ Q_SIGNALS:
 private:
     const IClientState& m_state;
     Handler m_fnPage;
-    Handler m_fnWeb;
+    WebHandler m_fnWeb;
 };
