@@ -6,7 +6,6 @@
 #include <QGraphicsBlurEffect>
 #include <QPaintEvent>
 #include <QPainter>
-#include <thread>
 
 #include "BenchTable.h"
 #include "ui/ZBackgroundBlurWidget.h"
@@ -126,8 +125,6 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     int applicationArgc = 1;
     const QApplication application(applicationArgc, argv);
-    // A client has threads, and in a process with threads reference counts are atomic.
-    std::thread([] {}).join();
 
     CScene plain;
     plain.show();

@@ -2,6 +2,6 @@
 
 #include <cstdint>
 
-/// The numbers by which AI chat is known outside of the module.
+/// Commands and messages of AI chat.
 constexpr uint32_t kCmdAIChatEnableStatus = 20982;
 constexpr unsigned int kMsgAIChatEnableChanged = 20300;

@@ -8,9 +8,9 @@
 #include "core/IZRChannelProxy.h"
 #include "modules/ZRGrowthTypes.h"
 
-/// The root of AI chat: which entry scenes the server has opened to the user.
-/// One per process, made and started at its first use and never deleted. Main thread only; after a first use on
-/// another thread the start runs later, on the main thread.
+/// The manager of AI chat: the entry scenes that the server has opened to the user.
+/// One per process, created and started at its first use and never deleted. Main thread. After a first use on another
+/// thread the start runs later, on the main thread.
 class CZRAIChatManager : public QObject {
     Q_OBJECT
 
@@ -25,7 +25,7 @@ public:
     void OnLogin();
     void OnLogout();
 
-    /// Asks the server, once; the answer comes to the callback. Nothing is tried again.
+    /// Sends one request to the server. The callback receives the answer. There is no retry.
     void RequestAIChatEnableStatus();
 
     bool IsAIChatEnable(ZRAIChatEntryScene scene);
@@ -33,10 +33,10 @@ public:
     /// 0 no override, 1 every scene open, any other value every scene closed. Lasts until the process ends.
     void SetAIChatDevelopEnableType(unsigned int type);
 
-    /// The key of the present user's list in the store of the installation.
+    /// Returns the store key of the current user's list. The value belongs to the installation.
     QString GenerateAIChatEnableCacheDataKey();
 
-    /// Checks that the cached list can be read. The list in memory is empty afterwards, always.
+    /// Checks that the cached list can be read. It always clears the list in memory.
     void ReadAIChatEnableCacheData();
 
 protected Q_SLOTS:
