@@ -47,7 +47,7 @@ constexpr int kMaxTextRow = 16;
 
 /// Returns whether a single line of `text` needs more room than the widget has.
 bool IsLineCut(const QWidget& widget, const QString& text) {
-    return widget.sizeHint().width() > widget.width() || widget.fontMetrics().horizontalAdvance(text) > widget.width();
+    return widget.fontMetrics().horizontalAdvance(text) > widget.width();
 }
 
 /// Returns whether `text`, wrapped anywhere, needs more rows than the widget has.
