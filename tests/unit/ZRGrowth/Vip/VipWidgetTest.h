@@ -174,6 +174,8 @@ protected:
         std::vector<std::string> items;
         for (int i = 0; i < layout.count(); ++i) {
             QLayoutItem* item = layout.itemAt(i);
+            const auto* box = qobject_cast<const QBoxLayout*>(&layout);
+            EXPECT_EQ(box ? box->stretch(i) : 0, 0) << i;
             if (const QWidget* widget = item->widget()) {
                 const std::string alignment =
                     item->alignment() ? " at " + std::to_string(int(item->alignment())) : std::string();

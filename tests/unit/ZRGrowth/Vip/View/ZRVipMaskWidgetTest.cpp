@@ -49,7 +49,6 @@ protected:
     VipMaskWidgetTest() {
         back.resize(500, 300);
         other.resize(500, 300);
-        other.hide();
     }
 
     CZRVipLockedMaskWidget* AddLocked(int type = ZRVipMaskLocked, EnPremiumAccess access = kMarketRight,
@@ -110,7 +109,7 @@ protected:
     const QRect kPlace{20, 20, 400, 160};
     const QRect kStrip{20, 20, 400, 20};
     CStripes back{Qt::red, &window};
-    CStripes other{Qt::blue, &window};
+    CStripes other{Qt::blue, &window};  // covers the first, so that the window looks like this one
     WidgetPainterBufferSource source{&back};
     double radiusTheme3 = 0;
     double radiusOther = 30;
