@@ -13,6 +13,38 @@ namespace {
 
 namespace wire = web_premium_access;
 
+// A client of the older VIP system puts the days of a limited right behind its title.
+bool IsFollowedByDays(const UserRight& right, const RequestContext& context) {
+    return right.state() && right.activationtype() == wire::LIMITED_TIME_ACTIVATION && right.daysleft() >= 0 &&
+           context.user.vip().basic().version() == 0;
+}
+
+const char* TitleEnd(Language language) {
+    switch (language) {
+        case Language::English:
+            return ": ";
+        case Language::French:
+            return " : ";
+        case Language::SimplifiedChinese:
+        case Language::TraditionalChinese:
+        case Language::Japanese:
+            break;
+    }
+    return "：";
+}
+
+void EndTitles(wire::UiText& text, const std::string& end) {
+    if (!text.main_title().empty()) {
+        *text.mutable_main_title() += end;
+    }
+    if (!text.detail_title().empty()) {
+        *text.mutable_detail_title() += end;
+    }
+    if (!text.detail_sub_title().empty()) {
+        *text.mutable_detail_sub_title() += end;
+    }
+}
+
 // The schemas share their field numbers, apart from fields that the wire does not have.
 void Fill(wire::UiDataAndAccessData& element, const UserRight& right, const RequestContext& context) {
     element.set_access(right.access());
@@ -27,6 +59,9 @@ void Fill(wire::UiDataAndAccessData& element, const UserRight& right, const Requ
         if (display->has_texts()) {
             const RightText& text = TextIn(display->texts(), context.language);
             element.mutable_ui_data()->mutable_ui_text()->ParseFromString(text.SerializeAsString());
+            if (IsFollowedByDays(right, context)) {
+                EndTitles(*element.mutable_ui_data()->mutable_ui_text(), TitleEnd(context.language));
+            }
         }
     }
     if (right.state()) {

@@ -167,6 +167,42 @@ TEST_F(PremiumAnswerTest, ATextAsOtherInfoGoesOutAsItStandsAndAbsentLinksStayAbs
     EXPECT_FALSE(ui.jump_url_msg().has_detail_sub_btn_url());
 }
 
+struct TitleRow {
+    const char* name;
+    const char* state;
+    int vipVersion;
+    Language language;
+    const char* title;
+    const char* detailTitle;
+};
+
+class PremiumTitleTest : public PremiumAnswerTest, public testing::WithParamInterface<TitleRow> {};
+
+TEST_P(PremiumTitleTest, TitleEndsForTheDaysThatAnOlderClientAppends) {
+    const TitleRow& row = GetParam();
+    Use(R"({"rights":[{"access":13,)" + std::string(row.state) + R"(}]},"vip":{"basic":{"version":)" +
+        std::to_string(row.vipVersion) + "}}");
+
+    const UiText text = OnlyElement(13, row.language).ui_data().ui_text();
+
+    EXPECT_EQ(text.main_title(), row.title);
+    EXPECT_EQ(text.detail_title(), row.detailTitle);
+    EXPECT_EQ(text.has_detail_sub_title(), row.language == Language::English);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, PremiumTitleTest,
+    testing::Values(
+        TitleRow{"limited", R"("activationType":1,"daysLeft":0)", 0, Language::English, "title: ", "detail: "},
+        TitleRow{"French", R"("activationType":1,"daysLeft":5)", 0, Language::French, "fr : ", ""},
+        TitleRow{"Japanese", R"("activationType":1,"daysLeft":5)", 0, Language::Japanese, "日：", ""},
+        TitleRow{"withoutDays", R"("activationType":1,"daysLeft":-1)", 0, Language::English, "title", "detail"},
+        TitleRow{"otherType", R"("activationType":2,"daysLeft":5)", 0, Language::English, "title", "detail"},
+        TitleRow{"newerSystem", R"("activationType":1,"daysLeft":5)", 1, Language::English, "title", "detail"},
+        TitleRow{"noState", R"("state":false,"activationType":1,"daysLeft":5)", 0, Language::English, "title",
+                 "detail"}),
+    RowName());
+
 struct LanguageRow {
     const char* name;
     Language language;

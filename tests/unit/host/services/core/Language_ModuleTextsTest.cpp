@@ -85,10 +85,10 @@ TEST_F(ModuleTextsTest, EachPackHoldsTheTextsOfTheModuleAlone) {
 }
 
 TEST_F(ModuleTextsTest, OneDayIsSingularWhereTheLanguageHasOne) {
-    EXPECT_EQ(Text(core::lang::kLanguageEnglish, 277229), QStringLiteral("day"));
-    EXPECT_EQ(Text(core::lang::kLanguageEnglish, 277228), QStringLiteral("days"));
-    EXPECT_EQ(Text(core::lang::kLanguageFrench, 277229), QStringLiteral("jour"));
-    EXPECT_EQ(Text(core::lang::kLanguageFrench, 277228), QStringLiteral("jours"));
+    EXPECT_EQ(Text(core::lang::kLanguageEnglish, 277229), QStringLiteral(" day"));
+    EXPECT_EQ(Text(core::lang::kLanguageEnglish, 277228), QStringLiteral(" days"));
+    EXPECT_EQ(Text(core::lang::kLanguageFrench, 277229), QStringLiteral(" jour"));
+    EXPECT_EQ(Text(core::lang::kLanguageFrench, 277228), QStringLiteral(" jours"));
     for (const unsigned int unit : {277229u, 277228u}) {
         EXPECT_EQ(Text(core::lang::kLanguageSimplifiedChinese, unit), QStringLiteral("天"));
         EXPECT_EQ(Text(core::lang::kLanguageTraditionalChinese, unit), QStringLiteral("天"));
