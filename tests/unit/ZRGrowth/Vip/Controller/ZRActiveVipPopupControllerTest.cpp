@@ -669,6 +669,38 @@ TEST_F(ActiveVipPopupTest, EndedPopupIsNotEndedAgain) {
     EXPECT_THAT(ToastsOver(*window), IsEmpty());
 }
 
+TEST_F(ActiveVipPopupTest, RemovedPopupIsNotShownAgainByALatePicture) {
+    const QPointer<CZRAdMiddlePopupView> popup = ShownPopup();
+    controller->OnClosed();
+
+    controller->OnImageLoadSucceeded(QString::fromStdString(kPicture), 1, 1);
+
+    EXPECT_TRUE(!popup || !popup->isVisible());
+    time.Settle();
+    EXPECT_THAT(PopupsOver(*window), IsEmpty());
+    log.Forget();
+}
+
+TEST_F(ActiveVipPopupTest, ResultIsOverTheGivenWidgetWhenThatIsNoWindow) {
+    QWidget page(window.get());
+    page.setGeometry(50, 60, 500, 600);
+    page.show();
+    controller->RequestActiveVip(kRight, kTarget, &page);
+    const unsigned long first = channel.LastSession();
+    controller->RequestActiveVip(kRight, kTarget, &page);
+    const unsigned long second = channel.LastSession();
+
+    Answer(first);
+    pictures.Succeed(pictures.LastLoad());
+    Answer(second, "\x08\x05");
+
+    ASSERT_THAT(PopupsOver(page), SizeIs(1));
+    EXPECT_EQ(PopupsOver(page).front()->parentWidget(), &page);
+    EXPECT_EQ(PopupsOver(page).front()->geometry(), page.rect());
+    EXPECT_THAT(page.findChildren<ZToast*>(QString(), Qt::FindDirectChildrenOnly), SizeIs(1));
+    log.Forget();
+}
+
 TEST_F(ActiveVipPopupTest, ToastDisappearsByItself) {
     Answer(Request(), "\x08\x05");
     EXPECT_THAT(ToastsOver(*window), SizeIs(1));
