@@ -28,11 +28,18 @@ protected:
         ASSERT_TRUE(WaitInRealTime([this] { return Slot("OrderBookMask")->isVisible(); }));
     }
 
-    void Answer(const std::string& json) {
-        server->Put("/v1/users/" + std::to_string(kReady) + "/activation", json);
+    void Answer(const std::string& json) { server->Put("/v1/users/" + std::to_string(kReady) + "/activation", json); }
+
+    // The bottom popup may lie over the mask.
+    void CloseCard() {
+        if (IsCardSeen()) {
+            Click(Child<QWidget>("CZRAdBottomPopupViewCloseButton"));
+            ASSERT_TRUE(WaitInRealTime([this] { return !IsCardSeen(); }));
+        }
     }
 
     void Activate() {
+        CloseCard();
         const size_t before = server->Requests(20981).size();
         Click(Slot("OrderBookMask")->findChild<ZButton*>());
         ASSERT_TRUE(WaitInRealTime([&] { return server->Requests(20981).size() == before + 1; }));
@@ -113,12 +120,12 @@ TEST_P(VipRefusalTest, LeavesTheMaskAndShowsAToast) {
     EXPECT_FALSE(IsPopupSeen());
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Answers, VipRefusalTest,
-    Values(Refusal{"refused", R"({"code":7,"message":"no"})", "active failed, code = 7, message = no"},
-           Refusal{"repeated", R"({"code":1001,"message":"again"})", "active failed, code = 1001"},
-           Refusal{"error", R"({"error":5})", "receive cmd error, error = 5"}),
-    [](const auto& row) { return row.param.name; });
+INSTANTIATE_TEST_SUITE_P(Answers, VipRefusalTest,
+                         Values(Refusal{"refused", R"({"code":7,"message":"no"})",
+                                        "active failed, code = 7, message = no"},
+                                Refusal{"repeated", R"({"code":1001,"message":"again"})", "active failed, code = 1001"},
+                                Refusal{"error", R"({"error":5})", "receive cmd error, error = 5"}),
+                         [](const auto& row) { return row.param.name; });
 
 TEST_F(VipActivationTest, ReportsHaveTheirExactKeys) {
     OpenBook();
@@ -133,11 +140,12 @@ TEST_F(VipActivationTest, ReportsHaveTheirExactKeys) {
     ASSERT_TRUE(WaitInRealTime([this] { return IsPopupSeen(); }));
     Click(Child<QWidget>("CZRAdMiddlePopupViewCloseButton"));
     ASSERT_TRUE(WaitInRealTime([this] { return Popup() == nullptr; }));
+    CloseCard();
     Click(Slot("OrderBookBanner")->findChild<ZButton*>());
     ASSERT_TRUE(WaitInRealTime([this] { return Reported(kMarketClick) == 2; }));
     const Json::Value banner = server->ReportsOf(kMarketClick)[1];
-    EXPECT_THAT(KeysOf(banner), ElementsAre("button_position", "day_number", "engine_status", "page_status",
-                                            "permission_type"));
+    EXPECT_THAT(KeysOf(banner),
+                ElementsAre("button_position", "day_number", "engine_status", "page_status", "permission_type"));
     EXPECT_EQ(banner["page_status"], 1);
 }
 
@@ -161,10 +169,15 @@ TEST_F(VipActivationTest, ClickOnATagReportsAndIconsAndEntriesReportNothing) {
     Choose("account");
     QWidget* tag = nullptr;
     ASSERT_TRUE(WaitInRealTime([&] {
-        tag = OfClass("CZRVipTagWidget");
-        return tag && tag->isVisible();
+        const auto widgets = window->findChildren<QWidget*>();
+        const auto found = std::find_if(widgets.begin(), widgets.end(), [](const QWidget* widget) {
+            return widget->inherits("CZRVipTagWidget") && widget->isVisible();
+        });
+        tag = found == widgets.end() ? nullptr : *found;
+        return tag != nullptr;
     }));
 
+    CloseCard();
     Click(tag);
 
     ASSERT_TRUE(WaitInRealTime([this] { return Reported("ClickMemberIcon") == 1; }));
