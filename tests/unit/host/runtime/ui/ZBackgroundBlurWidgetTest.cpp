@@ -42,6 +42,20 @@ private:
     QColor m_right;
 };
 
+/// A widget that counts its paint events.
+class CCounting : public QWidget {
+public:
+    using QWidget::QWidget;
+    int paints = 0;
+    QColor color = Qt::black;
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override {
+        ++paints;
+        QPainter(this).fillRect(rect(), color);
+    }
+};
+
 /// A mask that paints a plate of its own and counts presses.
 class CMask : public QWidget {
 public:
@@ -174,10 +188,40 @@ TEST_F(BackgroundBlurTest, FollowsScrollingBehindIt) {
     time.Settle();
     ASSERT_EQ(At(100, 30), QColor(Qt::black));
 
-    EXPECT_GE(Blurs(mask->blur, [&] { area.horizontalScrollBar()->setValue(950); }), 1);
+    EXPECT_EQ(Blurs(mask->blur, [&] { area.horizontalScrollBar()->setValue(950); }), 1);
 
     EXPECT_EQ(At(5, 30), QColor(Qt::black));
     EXPECT_EQ(At(100, 30), QColor(Qt::white));
+}
+
+TEST_F(BackgroundBlurTest, BlurTakesTheSourceOnceForAChangeOfAPart) {
+    auto* child = new CCounting(card);
+    child->setGeometry(0, 0, 20, 100);
+    CMask* mask = Mask();
+    mask->raise();
+    time.Settle();
+    child->paints = 0;
+
+    EXPECT_EQ(Blurs(mask->blur, [&] { child->update(); }), 0);
+    EXPECT_EQ(child->paints, 2);  // on the screen and for the comparison
+
+    child->color = Qt::green;
+    EXPECT_EQ(Blurs(mask->blur, [&] { child->update(); }), 1);
+    EXPECT_EQ(child->paints, 5);  // once more for all of the blur on the screen
+}
+
+TEST_F(BackgroundBlurTest, BlurNoticesAChangeThatWaitsWhileItShowsAnother) {
+    auto* child = new CCounting(card);
+    child->setGeometry(0, 0, 20, 100);
+    CMask* mask = Mask();
+    mask->raise();
+    time.Settle();
+    child->color = Qt::green;
+    child->repaint();
+
+    EXPECT_EQ(Blurs(mask->blur, [&] { card->SetColors(Qt::black, Qt::blue); }), 1);
+
+    EXPECT_EQ(At(195, 50), QColor(Qt::blue));
 }
 
 TEST_F(BackgroundBlurTest, FollowsItsPlaceOverAFixedSource) {
