@@ -6,6 +6,7 @@
 #include <QScrollBar>
 #include <cmath>
 #include <limits>
+#include <memory>
 
 #include "KitTest.h"
 
@@ -370,6 +371,21 @@ TEST_F(BackgroundBlurTest, ShowsTheBlendColourAloneAfterItsSourceIsGone) {
 
     EXPECT_EQ(At(5, 50), Color("accent"));
     EXPECT_EQ(Blurs(mask->blur, [&] { card->SetColors(Qt::red, Qt::green); }), 0);
+}
+
+TEST_F(BackgroundBlurTest, BlurEndsOnTheScreenWhenItsSourceInAnotherWindowIsGone) {
+    auto other = std::make_unique<CHalves>(nullptr, Qt::blue, Qt::blue);
+    other->show();
+    CMask* mask = Mask();
+    mask->blur->setPainterBufferSource(WidgetPainterBufferSource(other.get()));
+    time.Settle();
+    const auto* screen = static_cast<QImage*>(window.backingStore()->paintDevice());
+    ASSERT_EQ(screen->pixelColor(100, 50), QColor(Qt::blue));
+
+    other.reset();
+    time.Settle();
+
+    EXPECT_EQ(screen->pixelColor(100, 50).blue(), 127);  // the card under the plate of the mask
 }
 
 TEST_F(BackgroundBlurTest, FollowsItsMaskToAnotherCard) {
