@@ -15,13 +15,10 @@ namespace {
 constexpr QSize kSize(1280, 720);
 constexpr double kRadius = 20.0;
 
-/// A card with text, edges and colours. It has two pictures, which it can exchange.
+/// A card with text, edges and colours, not flagged opaque, as in a page. It has two pictures, which it can exchange.
 class CCard : public QWidget {
 public:
-    explicit CCard(QWidget* parent) : QWidget(parent), m_pictures{Picture(3), Picture(5)} {
-        resize(kSize);
-        setAttribute(Qt::WA_OpaquePaintEvent);
-    }
+    explicit CCard(QWidget* parent) : QWidget(parent), m_pictures{Picture(3), Picture(5)} { resize(kSize); }
 
     void Exchange() { m_nShown = 1 - m_nShown; }
 

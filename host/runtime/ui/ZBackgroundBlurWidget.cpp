@@ -1,6 +1,7 @@
 #include "ui/ZBackgroundBlurWidget.h"
 
 #include <QBackingStore>
+#include <QCoreApplication>
 #include <QEvent>
 #include <QMouseEvent>
 #include <QPaintEngine>
@@ -392,8 +393,8 @@ struct ZBackgroundBlurWidget::Private {
                 owner->update();
             }
         } else if (setting.IsSmall()) {
-            if (BlurIfChanged()) {
-                owner->update();
+            if (BlurIfChanged() || isShowDue) {
+                Show(owner->rect());
             }
         } else if (isAtWork) {
             return;  // EndJob looks again
@@ -413,7 +414,17 @@ struct ZBackgroundBlurWidget::Private {
         const int rows = std::max(1, int(double(kBandPixels) / (all.width() * setting.ratio * setting.ratio)));
         const QRect band(all.topLeft(), QSize(all.width(), std::min(rows, all.height())));
         unshown -= QRegion(band);
-        owner->repaint(band);
+        Show(band);
+    }
+
+    /// Paints the widget for a new picture. The source is painted with it, since the widget is translucent, but has not
+    /// changed. Changes that wait for their paint are painted before, so that they are noticed.
+    void Show(const QRect& area) {
+        isShowDue = false;
+        QCoreApplication::sendPostedEvents(owner->window(), QEvent::UpdateRequest);
+        isShowing = true;
+        owner->repaint(area);
+        isShowing = false;
     }
 
     void StartJob() {
@@ -475,6 +486,8 @@ struct ZBackgroundBlurWidget::Private {
     bool hasPicture = false;
 
     bool isLookPosted = false;
+    bool isShowDue = false;
+    bool isShowing = false;
     bool isAtWork = false;
     QImage spare;
     QRegion unshown;
@@ -515,7 +528,7 @@ quint64 ZBackgroundBlurWidget::blurCount() const {
 bool ZBackgroundBlurWidget::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
         case QEvent::Paint:
-            if (g_nGrabs == 0 && watched != parentWidget() && isVisible()) {
+            if (g_nGrabs == 0 && !d->isShowing && watched != parentWidget() && isVisible()) {
                 d->Suspect(static_cast<QWidget*>(watched), static_cast<QPaintEvent*>(event)->region());
             }
             break;
@@ -568,7 +581,8 @@ void ZBackgroundBlurWidget::paintEvent(QPaintEvent* event) {
             // A part of the widget was asked for, or another device than the screen.
             if (isNew && (!(visibleRegion() - event->region()).isEmpty() || !backingStore() ||
                           painter.paintEngine()->paintDevice() != backingStore()->paintDevice())) {
-                update();
+                d->isShowDue = true;
+                d->PostLook();
             }
             isWhole = true;
         } else {

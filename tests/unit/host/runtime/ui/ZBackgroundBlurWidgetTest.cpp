@@ -6,6 +6,7 @@
 #include <QScrollBar>
 #include <cmath>
 #include <limits>
+#include <memory>
 
 #include "KitTest.h"
 
@@ -40,6 +41,20 @@ protected:
 private:
     QColor m_left;
     QColor m_right;
+};
+
+/// A widget that counts its paint events.
+class CCounting : public QWidget {
+public:
+    using QWidget::QWidget;
+    int paints = 0;
+    QColor color = Qt::black;
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override {
+        ++paints;
+        QPainter(this).fillRect(rect(), color);
+    }
 };
 
 /// A mask that paints a plate of its own and counts presses.
@@ -174,10 +189,40 @@ TEST_F(BackgroundBlurTest, FollowsScrollingBehindIt) {
     time.Settle();
     ASSERT_EQ(At(100, 30), QColor(Qt::black));
 
-    EXPECT_GE(Blurs(mask->blur, [&] { area.horizontalScrollBar()->setValue(950); }), 1);
+    EXPECT_EQ(Blurs(mask->blur, [&] { area.horizontalScrollBar()->setValue(950); }), 1);
 
     EXPECT_EQ(At(5, 30), QColor(Qt::black));
     EXPECT_EQ(At(100, 30), QColor(Qt::white));
+}
+
+TEST_F(BackgroundBlurTest, BlurTakesTheSourceOnceForAChangeOfAPart) {
+    auto* child = new CCounting(card);
+    child->setGeometry(0, 0, 20, 100);
+    CMask* mask = Mask();
+    mask->raise();
+    time.Settle();
+    child->paints = 0;
+
+    EXPECT_EQ(Blurs(mask->blur, [&] { child->update(); }), 0);
+    EXPECT_EQ(child->paints, 2);  // on the screen and for the comparison
+
+    child->color = Qt::green;
+    EXPECT_EQ(Blurs(mask->blur, [&] { child->update(); }), 1);
+    EXPECT_EQ(child->paints, 5);  // once more for all of the blur on the screen
+}
+
+TEST_F(BackgroundBlurTest, BlurNoticesAChangeThatWaitsWhileItShowsAnother) {
+    auto* child = new CCounting(card);
+    child->setGeometry(0, 0, 20, 100);
+    CMask* mask = Mask();
+    mask->raise();
+    time.Settle();
+    child->color = Qt::green;
+    child->repaint();
+
+    EXPECT_EQ(Blurs(mask->blur, [&] { card->SetColors(Qt::black, Qt::blue); }), 1);
+
+    EXPECT_EQ(At(195, 50), QColor(Qt::blue));
 }
 
 TEST_F(BackgroundBlurTest, FollowsItsPlaceOverAFixedSource) {
@@ -326,6 +371,21 @@ TEST_F(BackgroundBlurTest, ShowsTheBlendColourAloneAfterItsSourceIsGone) {
 
     EXPECT_EQ(At(5, 50), Color("accent"));
     EXPECT_EQ(Blurs(mask->blur, [&] { card->SetColors(Qt::red, Qt::green); }), 0);
+}
+
+TEST_F(BackgroundBlurTest, BlurEndsOnTheScreenWhenItsSourceInAnotherWindowIsGone) {
+    auto other = std::make_unique<CHalves>(nullptr, Qt::blue, Qt::blue);
+    other->show();
+    CMask* mask = Mask();
+    mask->blur->setPainterBufferSource(WidgetPainterBufferSource(other.get()));
+    time.Settle();
+    const auto* screen = static_cast<QImage*>(window.backingStore()->paintDevice());
+    ASSERT_EQ(screen->pixelColor(100, 50), QColor(Qt::blue));
+
+    other.reset();
+    time.Settle();
+
+    EXPECT_EQ(screen->pixelColor(100, 50).blue(), 127);  // the card under the plate of the mask
 }
 
 TEST_F(BackgroundBlurTest, FollowsItsMaskToAnotherCard) {
