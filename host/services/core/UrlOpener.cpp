@@ -68,7 +68,8 @@ Verdict CUrlOpener::Validate(const QString& text, bool internal) {
 
 bool CUrlOpener::Open(const UrlRequest& request) {
     Verdict verdict = Validate(request.url, !m_state.IsReleaseAppVersion());
-    if (verdict.target != EnTarget::kRefused) {
+    const bool hooked = verdict.target == EnTarget::kPage && m_hooks.Handle(request);
+    if (verdict.target != EnTarget::kRefused && !hooked) {
         const Handler& handler = verdict.target == EnTarget::kPage ? m_fnPage : m_fnWeb;
         bool opened = false;
         host::CallAndLogExceptions(kLog, "Opening a URL", [&] { opened = handler && handler(verdict.url); });
@@ -82,4 +83,9 @@ bool CUrlOpener::Open(const UrlRequest& request) {
     }
     Q_EMIT Dispatched(request, verdict.reason);
     return verdict.reason.isEmpty();
+}
+
+void CUrlOpener::AddHook(const QString& schemeUrl, core::scheme::PreCallback callback, void* owner,
+                         core::scheme::RouteMatchRule rule) {
+    m_hooks.Add(schemeUrl, std::move(callback), owner, rule);
 }

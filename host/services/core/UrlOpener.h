@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "core/IUrlOpener.h"
+#include "core/SchemeHooks.h"
 
 class IClientState;
 
@@ -34,6 +35,8 @@ public:
     void SetWebHandler(Handler handler) { m_fnWeb = std::move(handler); }
 
     bool Open(const UrlRequest& request) override;
+    void AddHook(const QString& schemeUrl, core::scheme::PreCallback callback, void* owner,
+                 core::scheme::RouteMatchRule rule) override;
 
     /// Checks the text of a URL. `internal` builds may open http on loopback.
     static Verdict Validate(const QString& text, bool internal);
@@ -44,6 +47,7 @@ Q_SIGNALS:
 
 private:
     const IClientState& m_state;
+    host::CSchemeHooks m_hooks;
     Handler m_fnPage;
     Handler m_fnWeb;
 };
