@@ -31,5 +31,6 @@ protected:
     CScriptedDomains& domains = m_host.state.domains;
     CScriptedPictures& pictures = m_host.pictures;
     CScriptedSlots& slots = m_host.state.slots;
+    CScriptedWeb& web = m_host.web;
     CScriptedMainFrame& mainFrame = m_host.mainFrame;
 };
