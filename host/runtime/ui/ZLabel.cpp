@@ -4,6 +4,7 @@
 #include <QPainter>
 
 #include "ui/KitPaint.h"
+#include "ui/zr_ui_theme.h"
 
 namespace {
 
@@ -22,12 +23,22 @@ struct ZLabel::Private {
     ZrStyle style = kNeutral;
     ZrBgStyle bgStyle = kBgNone;
     QMargins margins = kFirstMargins;
+
+    void FillPlate(QWidget* label) const {
+        if (bgStyle == kBgPlate) {
+            QPalette palette = label->palette();
+            palette.setColor(QPalette::Window, host::kit::Color("surface"));
+            label->setPalette(palette);
+        }
+    }
 };
 
 ZLabel::ZLabel(QWidget* parent) : QWidget(parent), d(std::make_unique<Private>()) {
     setFocusPolicy(Qt::NoFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     host::kit::FollowTheme(this);
+    connect(zr_ui_theme::Manager::instance(), &zr_ui_theme::Manager::themeChanged, this,
+            [this] { d->FillPlate(this); });
 }
 
 ZLabel::ZLabel(const QString& text, QWidget* parent) : ZLabel(parent) {
@@ -54,6 +65,9 @@ void ZLabel::setZrStyle(ZrStyle style) {
 
 void ZLabel::setZrBgStyle(ZrBgStyle style) {
     d->bgStyle = style;
+    // Filled ahead of the paint event, so that it does not cover what an event filter paints.
+    setAutoFillBackground(style == kBgPlate);
+    d->FillPlate(this);
     update();
 }
 
@@ -61,6 +75,10 @@ void ZLabel::setCustomMargin(const QMargins& margins) {
     d->margins = margins;
     updateGeometry();
     update();
+}
+
+void ZLabel::setCustomMargin(int margin) {
+    setCustomMargin(QMargins(margin, 0, margin, 0));
 }
 
 QSize ZLabel::sizeHint() const {
