@@ -4,6 +4,7 @@
 #include <QPainter>
 
 #include "ui/KitPaint.h"
+#include "ui/SheetRule.h"
 #include "ui/zr_ui_theme.h"
 
 namespace {
@@ -31,6 +32,22 @@ struct ZLabel::Private {
             label->setPalette(palette);
         }
     }
+
+    QString tip;
+
+    QString ShownIn(const QWidget& widget) const {
+        const QFontMetrics metrics(host::kit::FontOf(widget, kPixels, QFont::Normal));
+        const int room = qMax(0, widget.width() - margins.left() - margins.right());
+        return metrics.size(Qt::TextSingleLine, text).width() > room
+                   ? metrics.elidedText(text, Qt::ElideRight, room, Qt::TextSingleLine)
+                   : text;
+    }
+
+    void Refresh(QWidget& widget) {
+        host::kit::OfferWhole(widget, tip, ShownIn(widget) != text, text);
+        widget.updateGeometry();
+        widget.update();
+    }
 };
 
 ZLabel::ZLabel(QWidget* parent) : QWidget(parent), d(std::make_unique<Private>()) {
@@ -50,8 +67,7 @@ ZLabel::~ZLabel() = default;
 void ZLabel::setText(const QString& text) {
     d->text = text;
     setAccessibleName(text);
-    updateGeometry();
-    update();
+    d->Refresh(*this);
 }
 
 QString ZLabel::text() const {
@@ -73,8 +89,7 @@ void ZLabel::setZrBgStyle(ZrBgStyle style) {
 
 void ZLabel::setCustomMargin(const QMargins& margins) {
     d->margins = margins;
-    updateGeometry();
-    update();
+    d->Refresh(*this);
 }
 
 void ZLabel::setCustomMargin(int margin) {
@@ -82,8 +97,10 @@ void ZLabel::setCustomMargin(int margin) {
 }
 
 QSize ZLabel::sizeHint() const {
-    const QFontMetrics metrics(host::kit::Sized(font(), kPixels, QFont::Normal));
-    return QRect(QPoint(), metrics.size(Qt::TextSingleLine, d->text)).marginsAdded(d->margins).size();
+    ensurePolished();
+    const QFontMetrics metrics(host::kit::FontOf(*this, kPixels, QFont::Normal));
+    const QSize whole = QRect(QPoint(), metrics.size(Qt::TextSingleLine, d->text)).marginsAdded(d->margins).size();
+    return whole.boundedTo(QSize(host::kit::kMaxHintWidth, whole.height()));
 }
 
 QSize ZLabel::minimumSizeHint() const {
@@ -92,21 +109,27 @@ QSize ZLabel::minimumSizeHint() const {
 
 void ZLabel::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    QColor color = isEnabled() ? host::kit::ColorIn(kColors, d->style) : host::kit::Color("disabled");
-    painter.setFont(host::kit::Sized(font(), kPixels, QFont::Normal));
+    const QColor color = host::kit::TextColorOf(*this, host::kit::ColorIn(kColors, d->style));
+    painter.setFont(host::kit::FontOf(*this, kPixels, QFont::Normal));
     if (d->bgStyle == kBgTinted) {
         QColor tint = color;
         tint.setAlpha(kTintAlpha);
         host::kit::PaintPlate(painter, rect(), kRadius, tint);
     }
     painter.setPen(color);
-    painter.drawText(rect().marginsRemoved(d->margins), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, d->text);
+    painter.drawText(rect().marginsRemoved(d->margins), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                     d->ShownIn(*this));
+}
+
+void ZLabel::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    d->Refresh(*this);
 }
 
 void ZLabel::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::FontChange) {
-        updateGeometry();
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+        d->Refresh(*this);
     }
     update();
 }
