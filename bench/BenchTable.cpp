@@ -7,6 +7,7 @@
 #include <cstring>
 #include <map>
 #include <sstream>
+#include <thread>
 
 namespace bench {
 namespace {
@@ -61,7 +62,7 @@ std::string FigureText(double figure, EnUnit unit) {
     return unit == EnUnit::kBytes ? fmt::format("{:.0f} B", figure) : TimeText(figure);
 }
 
-/// Takes `flag` out of the arguments that are left for the benchmark library.
+/// Removes `flag` from the arguments, which the benchmark library parses next.
 bool Take(std::vector<char*>& arguments, const char* flag) {
     const auto found = std::find_if(arguments.begin(), arguments.end(),
                                     [flag](const char* argument) { return std::strcmp(argument, flag) == 0; });
@@ -83,6 +84,8 @@ bool Row::IsMissed() const {
 }
 
 int RunComparisons(int argc, char** argv, const std::vector<Comparison>& comparisons) {
+    // A client has threads, and in a process with threads reference counts are atomic.
+    std::thread([] {}).join();
     std::vector<char*> arguments(argv, argv + argc);
     const Options options = TakeOptions(arguments);
     // Options of the caller come later and take precedence.

@@ -7,11 +7,11 @@
 /// run. Only their ratio has a goal.
 namespace bench {
 
-/// Two benchmarks of one executable, by the names they are registered under.
+/// Two benchmarks of one executable, by their registered names.
 struct Comparison {
     std::string what;
     std::string peer;
-    double goal;  // the largest good ratio; 0: for information only
+    double goal;  // the maximum ratio; 0: for information only
 };
 
 enum class EnUnit { kNanos, kBytes };
@@ -28,31 +28,31 @@ struct Row {
     bool IsMissed() const;
 };
 
-/// Body of an executable's main: runs its benchmarks, their repetitions shuffled among each other, and prints a
-/// row per comparison. Benchmarks with manual or real time are compared by that, all others by the CPU time of
-/// their thread. `--quick` runs each once and judges nothing, `--rows` prints for ReadRows; the library's own
-/// arguments are understood too. Gives the exit code: 1 when a goal is missed or a benchmark did not run.
+/// Runs the benchmarks of an executable in shuffled repetitions and prints a row for each comparison. Returns the exit
+/// code: 1 if a goal is missed or a benchmark did not run. Benchmarks with manual or real time are compared by that
+/// time, all others by the CPU time of their thread. `--quick` runs each once and checks no goal. `--rows` prints for
+/// ReadRows. All other arguments are the library's.
 int RunComparisons(int argc, char** argv, const std::vector<Comparison>& comparisons);
 
 /// The options of every benchmark program.
 struct Options {
-    bool quick = false;   // each measurement once, nothing judged
-    bool asRows = false;  // for ReadRows and not for people
+    bool quick = false;   // each measurement once, no goal checked
+    bool asRows = false;  // the format of ReadRows
 };
 
-/// Reads the options, for an executable that measures in a way of its own, and takes them out of the arguments.
+/// Reads the options and removes them from the arguments. For executables that do not use RunComparisons.
 Options TakeOptions(std::vector<char*>& arguments);
 
-/// Prints the rows of such an executable and gives its exit code: 1 when a goal is missed.
+/// Prints the rows. Returns the exit code: 1 if a goal is missed.
 int PrintRows(const std::vector<Row>& rows, const Options& options);
 
-/// As people read them; without `judged` no verdicts.
+/// Returns the rows as a table for people. With `judged` it states which goals are met.
 std::string TableText(const std::vector<Row>& rows, bool judged);
 
-/// As `--rows` prints them, a line each.
+/// Returns the rows as `--rows` prints them, one line for each.
 std::string RowsText(const std::vector<Row>& rows);
 
-/// The reverse of RowsText. Lines that are no rows are passed over.
+/// The reverse of RowsText. Other lines are skipped.
 std::vector<Row> ReadRows(const std::string& text);
 
 }  // namespace bench

@@ -1,10 +1,9 @@
 #include "AdApi.h"
 
-#include <fmt/format.h>
-
 #include "AdPaths.h"
 #include "ChannelServer.h"
 #include "Digits.h"
+#include "Links.h"
 
 namespace devserver {
 namespace {
@@ -43,6 +42,7 @@ void CAdApi::AddRoutes(CWebServer& server) {
         {"POST", kAdExposePath, &CAdApi::Expose},
         {"POST", kReportPath, &CAdApi::Report},
         {"GET", std::string(kPicturesPath) + R"(([\s\S]+))", &CAdApi::Show},
+        {"GET", std::string(kLinkPath) + R"(([\s\S]+))", &CAdApi::ShowLink},
     };
     const auto add = [this, &server](const char* method, const std::string& pattern, Operation operation) {
         server.Route(method, pattern,
@@ -72,8 +72,8 @@ WebAnswer CAdApi::Handle(const WebRequest& request, Operation operation) {
 }
 
 WebAnswer CAdApi::RefuseMethod(const WebRequest& request, bool /*hasEffect*/) {
-    const bool isPicture = !request.matches.empty();
-    return Refused(405, {isPicture ? "method: must be GET" : "method: must be POST"});
+    const bool isShown = !request.matches.empty();
+    return Refused(405, {isShown ? "method: must be GET" : "method: must be POST"});
 }
 
 WebAnswer CAdApi::RefusePath(const WebRequest& request, bool /*hasEffect*/) {
@@ -121,6 +121,18 @@ WebAnswer CAdApi::Show(const WebRequest& request, bool /*hasEffect*/) {
     return answer;
 }
 
+WebAnswer CAdApi::ShowLink(const WebRequest& request, bool /*hasEffect*/) {
+    const auto id = ReadNumber(request.matches[0]);
+    const auto page = id ? LinkPage(m_state.scenario, *id) : std::nullopt;
+    if (!page) {
+        return Refused(404, {"path: no link has this id"});
+    }
+    WebAnswer answer;
+    answer.type = "text/html; charset=utf-8";
+    answer.body = *page;
+    return answer;
+}
+
 // The first of several headers counts. A header that is no number names no session.
 Audience CAdApi::AudienceOf(const WebRequest& request) const {
     const std::string header = request.Header(kSessionHeader).value_or("");
@@ -134,8 +146,7 @@ Audience CAdApi::AudienceOf(const WebRequest& request) const {
 }
 
 AdContext CAdApi::Context() const {
-    return {m_state.scenario, m_state.ServerTimeMs() / 1000,
-            fmt::format(FMT_STRING("http://127.0.0.1:{}{}"), m_state.httpPort, kPicturesPath)};
+    return {m_state.scenario, m_state.ServerTimeMs() / 1000, m_state.Origin() + kPicturesPath};
 }
 
 }  // namespace devserver

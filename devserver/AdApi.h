@@ -11,7 +11,8 @@ namespace devserver {
 
 class CChannelServer;
 
-/// HTTP for clients: ads, exposures, the report sink and pictures. Each request is recorded for testers. Main thread.
+/// HTTP for clients: ads, exposures, the report sink, pictures and the pages of links. Each request is recorded for
+/// testers. Main thread.
 class CAdApi {
 public:
     /// Both must outlive this object.
@@ -32,6 +33,7 @@ private:
     WebAnswer Expose(const WebRequest& request, bool hasEffect);
     WebAnswer Report(const WebRequest& request, bool hasEffect);
     WebAnswer Show(const WebRequest& request, bool hasEffect);
+    WebAnswer ShowLink(const WebRequest& request, bool hasEffect);
     WebAnswer RefuseMethod(const WebRequest& request, bool hasEffect);
     WebAnswer RefusePath(const WebRequest& request, bool hasEffect);
     Audience AudienceOf(const WebRequest& request) const;

@@ -9,6 +9,7 @@
 #include "Access.h"
 #include "CommandAnswers.h"
 #include "Digits.h"
+#include "Links.h"
 #include "ServerLog.h"
 #include "channel.pb.h"
 
@@ -38,6 +39,12 @@ void ApplyFault(Frame& reply, const ReplyFault& fault) {
     if (fault.has_replycommand()) {
         reply.set_command(fault.replycommand());
     }
+}
+
+// A client that gets something else does not take the command as done.
+bool KeepsReply(const ReplyFault& fault) {
+    return fault.error() == kErrorNone && !fault.has_bodyhex() && !fault.has_replycommand() && !fault.has_framehex() &&
+           !fault.silent() && !fault.drop();
 }
 
 }  // namespace
@@ -100,6 +107,7 @@ void CChannelServer::OnNewConnection() {
         });
         Log(FMT_STRING("channel: {}: connected"), id);
         Send(id, ConfigFrame());
+        Send(id, LinksFrame());
     }
 }
 
@@ -135,6 +143,7 @@ void CChannelServer::OnFrame(uint64_t id, const QByteArray& bytes) {
         case Frame::PUSH:
         case Frame::CONFIG:
         case Frame::CLOCK:
+        case Frame::LINKS:
             break;
     }
     Log(FMT_STRING("channel: {}: dropped a frame of kind {}, which only the server sends"), id, int(frame.kind()));
@@ -184,7 +193,8 @@ void CChannelServer::OnRequest(uint64_t id, const Frame& frame) {
     const User* user = userId == 0 ? nullptr : m_state.scenario.FindUser(userId);
     CommandAnswer answer{kErrorNotLoggedIn, {}};
     if (user) {
-        answer = AnswerCommand(frame.command(), {m_state.scenario, *user, m_connections[id].language}, frame.body());
+        answer = AnswerCommand(frame.command(), {m_state.scenario, *user, m_connections[id].language, m_state.Origin()},
+                               frame.body());
     }
     Frame reply;
     reply.set_kind(Frame::REPLY);
@@ -192,12 +202,25 @@ void CChannelServer::OnRequest(uint64_t id, const Frame& frame) {
     reply.set_command(frame.command());
     reply.set_error(answer.error);
     reply.set_body(answer.body);
-    const ReplyFault fault = m_state.faults.Take(frame.command()).value_or(ReplyFault());
+    ReplyFault fault = m_state.faults.Take(frame.command()).value_or(ReplyFault());
+    fault.set_silent(fault.silent() || answer.silent);
     ApplyFault(reply, fault);
     Log(FMT_STRING("channel: {}: request {} of {}, error {}{}"), id, frame.command(), userId, reply.error(),
         fault.silent() ? ", kept silent" : "");
     const std::string bytes = fault.has_framehex() ? *FromHex(fault.framehex()) : reply.SerializeAsString();
-    const auto deliver = [this, id, fault, bytes] { Deliver(id, bytes, fault); };
+    if (!KeepsReply(fault)) {
+        answer.effect.reset();
+    }
+    if (answer.effect) {
+        Errors errors;
+        m_state.scenario.SetOfUser(userId, "premium", answer.effect->premium, errors);
+    }
+    const auto deliver = [this, id, userId, fault, bytes, effect = answer.effect] {
+        Deliver(id, bytes, fault);
+        if (effect) {
+            Push(userId, effect->pushCommand, effect->pushBody);
+        }
+    };
     if (fault.delayms() > 0) {
         QTimer::singleShot(int(fault.delayms()), Qt::PreciseTimer, this, deliver);
     } else {
@@ -307,12 +330,23 @@ int CChannelServer::Drop(std::optional<uint64_t> user) {
 Frame CChannelServer::ConfigFrame() const {
     Frame frame;
     frame.set_kind(Frame::CONFIG);
-    frame.set_body(WriteJson(m_state.scenario.CommonConfig()));
+    frame.set_body(WithOrigin(WriteJson(m_state.scenario.CommonConfig()), m_state.Origin()));
+    return frame;
+}
+
+Frame CChannelServer::LinksFrame() const {
+    Frame frame;
+    frame.set_kind(Frame::LINKS);
+    frame.set_body(WriteJson(LinkTable(m_state.scenario, m_state.Origin())));
     return frame;
 }
 
 void CChannelServer::SendConfig() {
     SendToAll(ConfigFrame());
+}
+
+void CChannelServer::SendLinks() {
+    SendToAll(LinksFrame());
 }
 
 void CChannelServer::SendClock() {

@@ -55,8 +55,9 @@ public:
     /// Cuts the connections of `user`, or all, without a closing handshake. Returns their number.
     int Drop(std::optional<uint64_t> user);
 
-    /// Sends the common configuration, or the server's time, to all connections.
+    /// Sends the common configuration, the link table, or the server's time, to all connections.
     void SendConfig();
+    void SendLinks();
     void SendClock();
 
 private Q_SLOTS:
@@ -81,6 +82,7 @@ private:
     void Cut(uint64_t id);
     void SendToAll(const channel::Frame& frame);
     channel::Frame ConfigFrame() const;
+    channel::Frame LinksFrame() const;
 
     ServerState& m_state;
     const std::string m_strToken;

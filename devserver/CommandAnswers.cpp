@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "ActivationAnswer.h"
 #include "PremiumAnswer.h"
 #include "VipAnswer.h"
 #include "chat.pb.h"
@@ -41,6 +42,7 @@ const std::map<uint32_t, Answer>& Answers() {
     static const std::map<uint32_t, Answer> answers{
         {20637, AnswerPremiumAccess},
         {20831, AnswerVipStatus},
+        {20981, AnswerActivation},
         {20982, AnswerChatEntry},
     };
     return answers;

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <json/value.h>
+
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "Language.h"
@@ -17,9 +20,18 @@ enum CommandError : int32_t {
     kErrorTooLarge = 4,
 };
 
+/// A change of the sender, made if the reply is sent as it is.
+struct CommandEffect {
+    Json::Value premium;       // the user's new member
+    uint32_t pushCommand = 0;  // to all connections of the user, behind the reply
+    std::string pushBody;
+};
+
 struct CommandAnswer {
     int32_t error = kErrorNone;
     std::string body;  // empty with an error
+    bool silent = false;
+    std::optional<CommandEffect> effect = {};
 };
 
 /// Maximum size of an answer, without what surrounds its elements.
@@ -30,6 +42,7 @@ struct RequestContext {
     const CScenario& scenario;
     const User& user;
     Language language;
+    std::string origin = {};  // of the HTTP port
 };
 
 /// Answers a command from the scenario.

@@ -90,7 +90,7 @@ void CControlApi::AddRoutes(CWebServer& server) {
         const char* pattern;
         WebAnswer (CControlApi::*operation)(const WebRequest& request);
     };
-    constexpr const char* kOfUser = "/v1/users/([^/]+)/(aiChat|premium|vip|trade)";
+    constexpr const char* kOfUser = "/v1/users/([^/]+)/(aiChat|premium|vip|activation|trade)";
     const std::vector<Operation> operations{
         {"GET", "/v1/state", &CControlApi::GetState},
         {"GET", "/v1/received", &CControlApi::GetReceived},
@@ -168,6 +168,7 @@ WebAnswer CControlApi::PutScenario(const WebRequest& request) {
     const Json::Value configBefore = m_state.scenario.CommonConfig();
     m_state.scenario = std::move(*scenario);
     SendConfigIfChanged(configBefore);
+    m_channel.SendLinks();
     return Done();
 }
 

@@ -13,11 +13,21 @@ namespace {
 constexpr int kJpegQuality = 90;
 
 std::optional<QByteArray> Drawing(const QString& name) {
-    QFile file(QStringLiteral(":/devserver/pictures/%1.svg").arg(name));
+    QStringList parts = name.split(QLatin1Char('_'));
+    QFile file(QStringLiteral(":/devserver/pictures/%1.svg").arg(parts.takeFirst()));
     if (!file.open(QIODevice::ReadOnly)) {
         return std::nullopt;
     }
-    return file.readAll();
+    QByteArray drawing = file.readAll();
+    for (const QString& part : parts) {
+        const QByteArray shown = "<g id=\"" + part.toUtf8() + '"';
+        const QByteArray hidden = shown + " display=\"none\"";
+        if (!drawing.contains(hidden)) {
+            return std::nullopt;
+        }
+        drawing.replace(hidden, shown);
+    }
+    return drawing;
 }
 
 // White background for formats without transparency.

@@ -11,8 +11,9 @@ struct Picture {
     std::string bytes;
 };
 
-/// Pictures of the ads, from built-in drawings: NAME.svg unchanged, NAME.png and NAME.jpg painted once in their own
-/// size. Needs neither a display nor fonts, as the drawings hold their words as outlines. Main thread.
+/// Pictures from built-in drawings: NAME.svg unchanged, NAME.png and NAME.jpg painted once in their own size. A NAME
+/// can be DRAWING_PART_PART: the drawing with these of its hidden parts, each a `<g id="PART" display="none">`. Needs
+/// neither a display nor fonts, as the drawings hold their words as outlines. Main thread.
 class CPictures {
 public:
     /// Returns nothing if no picture has the name.

@@ -5,6 +5,7 @@
 #include <map>
 #include <vector>
 
+#include "Links.h"
 #include "premium_svr.pb.h"
 
 namespace devserver {
@@ -19,6 +20,9 @@ void Fill(wire::UiDataAndAccessData& element, const UserRight& right, const Requ
     if (right.display() && display) {
         RightDisplay ui = *display;
         ui.clear_texts();
+        if (ui.has_otherinfo()) {
+            ui.set_otherinfo(WithOrigin(ui.otherinfo(), context.origin));
+        }
         element.mutable_ui_data()->ParseFromString(ui.SerializeAsString());
         if (display->has_texts()) {
             const RightText& text = TextIn(display->texts(), context.language);

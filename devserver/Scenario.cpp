@@ -77,6 +77,7 @@ void CheckSlot(const AdSlot& slot, const Check& check) {
 void CheckUser(const User& user, const Check& check) {
     CheckCode(user.premium().code(), {check.path + "premium", check.errors});
     CheckCode(user.vip().code(), {check.path + "vip", check.errors});
+    CheckCode(user.activation().code(), {check.path + "activation", check.errors});
 }
 
 void CheckAds(const Scenario& scenario, Errors& errors) {
@@ -94,6 +95,11 @@ void CheckScenario(const Scenario& scenario, Errors& errors) {
     for (int i = 0; i < scenario.rights_size(); ++i) {
         const Check check{fmt::format(FMT_STRING("rights[{}]"), i), errors};
         check.That(rights.insert(scenario.rights(i).access()).second, ".access", "another right has this number");
+    }
+    std::set<int32_t> links;
+    for (int i = 0; i < scenario.links_size(); ++i) {
+        const Check check{fmt::format(FMT_STRING("links[{}]"), i), errors};
+        check.That(links.insert(scenario.links(i).id()).second, ".id", "another link has this id");
     }
     CheckAds(scenario, errors);
     std::set<uint64_t> ids;
@@ -134,7 +140,7 @@ std::optional<CScenario> CScenario::FromText(const std::string& text, Errors& er
     CScenario scenario;
     auto json = ParseJson(text, errors);
     if (json && json->isObject()) {
-        for (const char* key : {"rights", "ads", "users"}) {
+        for (const char* key : {"rights", "links", "ads", "users"}) {
             CheckList(*json, key, errors);
         }
     }
@@ -148,16 +154,20 @@ std::optional<CScenario> CScenario::FromText(const std::string& text, Errors& er
     return errors.size() == errorsBefore ? std::make_optional(std::move(scenario)) : std::nullopt;
 }
 
+int CScenario::IndexOf(uint64_t userId) const {
+    const auto found =
+        std::find_if(Users().begin(), Users().end(), [userId](const User& user) { return user.id() == userId; });
+    return int(std::distance(Users().begin(), found));
+}
+
 const User* CScenario::FindUser(uint64_t id) const {
-    const auto found = std::find_if(Users().begin(), Users().end(), [id](const User& user) { return user.id() == id; });
-    return found == Users().end() ? nullptr : &*found;
+    const int index = IndexOf(id);
+    return index == Users().size() ? nullptr : &Users()[index];
 }
 
 bool CScenario::SetOfUser(uint64_t id, const std::string& key, const std::optional<Json::Value>& value,
                           Errors& errors) {
-    const int index =
-        int(std::distance(Users().begin(), std::find_if(Users().begin(), Users().end(),
-                                                        [id](const User& user) { return user.id() == id; })));
+    const int index = IndexOf(id);
     Json::Value& kept = m_json["users"][index];
     Json::Value changed = kept;
     if (value) {

@@ -34,6 +34,9 @@ public:
     /// nothing if the value is invalid. The user must exist.
     bool SetOfUser(uint64_t id, const std::string& key, const std::optional<Json::Value>& value, Errors& errors);
 
+    const google::protobuf::RepeatedPtrField<RightDisplay>& Rights() const { return m_scenario.rights(); }
+    const google::protobuf::RepeatedPtrField<Link>& Links() const { return m_scenario.links(); }
+
     /// Null if the catalogue does not have the right.
     const RightDisplay* FindRight(int32_t access) const;
 
@@ -49,6 +52,8 @@ public:
     void RemoveConfig(const std::string& name) { m_json["commonConfig"].removeMember(name); }
 
 private:
+    int IndexOf(uint64_t userId) const;
+
     Json::Value m_json;
     Scenario m_scenario;
 };

@@ -36,6 +36,9 @@ struct ServerState {
 
     /// Returns milliseconds since 1970: the local clock plus the offset.
     int64_t ServerTimeMs() const;
+
+    /// Returns the origin of the HTTP port, without a slash at its end.
+    std::string Origin() const;
 };
 
 }  // namespace devserver

@@ -6,8 +6,8 @@
 
 #include "FuzzTarget.h"
 #include "channel/WebSocketChannel.h"
-#include "core/CommonConfig.h"
 #include "core/LoginSession.h"
+#include "core/ServerDocument.h"
 #include "core/TimeAndRandom.h"
 #include "support/ScriptedHost.h"
 
@@ -39,7 +39,10 @@ void CheckDecoding(const QByteArray& bytes) {
 /// The client's end of the channel, without a network.
 struct Client {
     explicit Client(CScriptedHost& host)
-        : channel(host.poster.Unrecorded(), host.timeAndRandom), session(channel), config(host.store) {
+        : channel(host.poster.Unrecorded(), host.timeAndRandom),
+          session(channel),
+          config(host.store),
+          links(host.store) {
         QObject::connect(&channel, &CWebSocketChannel::HostFrameReceived, &context,
                          [this](const channel::Frame& frame) { OnHostFrame(frame); });
     }
@@ -52,6 +55,9 @@ struct Client {
                 return;
             case channel::Frame::CONFIG:
                 config.Receive(frame.body());
+                return;
+            case channel::Frame::LINKS:
+                links.Receive(frame.body());
                 return;
             case channel::Frame::CLOCK:
                 timeAndRandom.SetServerTimeMs(frame.server_time_ms());
@@ -66,6 +72,7 @@ struct Client {
     CWebSocketChannel channel;
     CLoginSession session;
     CCommonConfig config;
+    CLinkTable links;
     CTimeAndRandom timeAndRandom;
     QObject context;
 };

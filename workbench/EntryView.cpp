@@ -1,14 +1,13 @@
 #include "workbench/EntryView.h"
 
 #include <QHBoxLayout>
-#include <QHeaderView>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSplitter>
-#include <QTableView>
 #include <QVariant>
+
+#include "workbench/PanelWidgets.h"
 
 namespace {
 
@@ -90,18 +89,7 @@ QComboBox* CEntryView::NewChoice(const char* part, const std::function<void(cons
 
 void CEntryView::SetUpTable(const std::vector<int>& widths) {
     m_pTable->setModel(m_pFilter);
-    m_pTable->setProperty("dense", true);
-    m_pTable->setShowGrid(false);
-    m_pTable->setWordWrap(false);
-    m_pTable->setFrameShape(QFrame::NoFrame);
-    m_pTable->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_pTable->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_pTable->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
-    m_pTable->verticalHeader()->hide();
-    m_pTable->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    m_pTable->verticalHeader()->setDefaultSectionSize(kRowHeight);
-    m_pTable->horizontalHeader()->setHighlightSections(false);
-    m_pTable->horizontalHeader()->setStretchLastSection(true);
+    panel::SetUpRows(*m_pTable, kRowHeight);
     for (size_t column = 0; column < widths.size(); ++column) {
         m_pTable->setColumnWidth(int(column), widths[column]);
     }

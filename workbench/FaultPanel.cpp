@@ -1,10 +1,6 @@
 #include "workbench/FaultPanel.h"
 
-#include <json/writer.h>
-
 #include <QComboBox>
-#include <QGridLayout>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRegularExpression>
@@ -12,6 +8,8 @@
 #include <QVariant>
 
 #include "Theme.h"
+#include "framework/JsonText.h"
+#include "workbench/PanelWidgets.h"
 #include "workbench/ServerText.h"
 #include "workbench/WireCommands.h"
 
@@ -41,23 +39,7 @@ constexpr FaultChoice kFaultChoices[] = {
 };
 
 QString Written(const Json::Value& value) {
-    Json::StreamWriterBuilder builder;
-    builder["indentation"] = "";
-    return QString::fromStdString(Json::writeString(builder, value));
-}
-
-template <class Widget>
-Widget* New(const char* name, QWidget* parent) {
-    auto* widget = new Widget(parent);
-    widget->setObjectName(QString::fromLatin1(name));
-    return widget;
-}
-
-QLabel* NewTitle(const QString& text, QWidget* parent) {
-    auto* label = new QLabel(parent);
-    label->setProperty("role", QStringLiteral("muted"));
-    label->setText(text);
-    return label;
+    return QString::fromStdString(host::OneLine(value));
 }
 
 }  // namespace
@@ -65,17 +47,13 @@ QLabel* NewTitle(const QString& text, QWidget* parent) {
 CFaultPanel::CFaultPanel(IControlClient& server, QWidget* parent)
     : QWidget(parent),
       m_server(server),
-      m_pCommand(New<QComboBox>("FaultCommand", this)),
-      m_pFault(New<QComboBox>("FaultKind", this)),
-      m_pValue(New<QLineEdit>("FaultValue", this)),
-      m_pTimes(New<QSpinBox>("FaultTimes", this)),
-      m_pInForce(New<QLabel>("FaultsInForce", this)),
-      m_pMessage(New<QLabel>("FaultMessage", this)) {
-    setObjectName(QStringLiteral("FaultPanel"));
-    auto* grid = new QGridLayout(this);
-    grid->setContentsMargins(0, 0, 0, 0);
-    grid->setHorizontalSpacing(8);
-    grid->setVerticalSpacing(8);
+      m_pCommand(panel::New<QComboBox>("FaultCommand", this)),
+      m_pFault(panel::New<QComboBox>("FaultKind", this)),
+      m_pValue(panel::New<QLineEdit>("FaultValue", this)),
+      m_pTimes(panel::New<QSpinBox>("FaultTimes", this)),
+      m_pInForce(panel::New<QLabel>("FaultsInForce", this)),
+      m_pMessage(panel::New<QLabel>("FaultMessage", this)) {
+    auto* grid = panel::NewGrid("FaultPanel", this, 8);
     grid->setColumnStretch(1, 1);
     AddRows(grid);
     ShowTexts();
@@ -101,7 +79,7 @@ void CFaultPanel::AddRows(QGridLayout* grid) {
     m_pMessage->setWordWrap(true);
     int row = 0;
     const auto add = [&](const QString& title, QWidget* widget) {
-        grid->addWidget(NewTitle(title, this), row, 0);
+        grid->addWidget(panel::NewTitle(title, this), row, 0);
         grid->addWidget(widget, row++, 1);
     };
     add(QStringLiteral("Command"), m_pCommand);
@@ -121,9 +99,9 @@ void CFaultPanel::AddRows(QGridLayout* grid) {
 }
 
 void CFaultPanel::AddButtons(QGridLayout* grid, int row) {
-    auto* set = New<QPushButton>("FaultSet", this);
-    auto* clear = New<QPushButton>("FaultsClear", this);
-    auto* drop = New<QPushButton>("FaultDrop", this);
+    auto* set = panel::New<QPushButton>("FaultSet", this);
+    auto* clear = panel::New<QPushButton>("FaultsClear", this);
+    auto* drop = panel::New<QPushButton>("FaultDrop", this);
     set->setText(QStringLiteral("Set"));
     clear->setText(QStringLiteral("Clear all"));
     drop->setText(QStringLiteral("Drop connections"));

@@ -1,7 +1,5 @@
 #include "workbench/ScenePanel.h"
 
-#include <json/writer.h>
-
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -10,6 +8,7 @@
 #include <QVariant>
 
 #include "Theme.h"
+#include "framework/JsonText.h"
 #include "workbench/ServerText.h"
 
 namespace {
@@ -18,12 +17,6 @@ constexpr int kRowHeight = 26;
 constexpr int kRowsInSight = 2;  // minimum; the window must fit a small screen
 
 enum EnColumn { kColumnScene, kColumnAllOpen, kColumnCount };
-
-QByteArray Written(const Json::Value& value) {
-    Json::StreamWriterBuilder builder;
-    builder["indentation"] = "";
-    return QByteArray::fromStdString(Json::writeString(builder, value));
-}
 
 }  // namespace
 
@@ -165,8 +158,8 @@ void CScenePanel::Save() {
         entry["allOpen"] = m_pTable->item(row, kColumnAllOpen)->checkState() == Qt::Checked;
         aiChat["entries"].append(entry);
     }
-    m_server.Ask("PUT", QStringLiteral("/v1/users/%1/aiChat").arg(m_nUser), Written(aiChat), this,
-                 [this, aiChat](const ServerAnswer& answer) {
+    m_server.Ask("PUT", QStringLiteral("/v1/users/%1/aiChat").arg(m_nUser),
+                 QByteArray::fromStdString(host::OneLine(aiChat)), this, [this, aiChat](const ServerAnswer& answer) {
                      if (!answer.error.isEmpty()) {
                          Say(ErrorText(answer), false);
                          return;

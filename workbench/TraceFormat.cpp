@@ -153,9 +153,14 @@ public:
 
     std::vector<FieldNode> Detail(const TraceEvent& seen) const override {
         const auto& url = std::get<UrlTrace>(seen.what);
-        return {Node(QStringLiteral("URL"), url.url), Node(QStringLiteral("Reason"), url.refusal),
-                Node(QStringLiteral("BusinessType"), QString::number(url.businessType)),
-                Node(QStringLiteral("FallbackMode"), QString::number(url.fallbackMode))};
+        std::vector<FieldNode> nodes{Node(QStringLiteral("URL"), url.url), Node(QStringLiteral("Reason"), url.refusal),
+                                     Node(QStringLiteral("BusinessType"), QString::number(url.businessType)),
+                                     Node(QStringLiteral("FallbackMode"), QString::number(url.fallbackMode))};
+        if (url.windowSize.isValid()) {
+            nodes.push_back(Node(QStringLiteral("WindowSize"),
+                                 QStringLiteral("%1 x %2").arg(url.windowSize.width()).arg(url.windowSize.height())));
+        }
+        return nodes;
     }
 };
 

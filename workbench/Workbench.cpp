@@ -23,6 +23,7 @@
 #include "workbench/EntryTable.h"
 #include "workbench/Export.h"
 #include "workbench/FaultPanel.h"
+#include "workbench/PanelWidgets.h"
 #include "workbench/ScenePanel.h"
 #include "workbench/TabPages.h"
 #include "workbench/TraceView.h"
@@ -78,13 +79,6 @@ QComboBox* NewCombo(const char* name, QWidget* parent) {
     combo->setObjectName(QString::fromLatin1(name));
     combo->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     return combo;
-}
-
-QLabel* NewTitle(const QString& text, const char* role, QWidget* parent) {
-    auto* label = new QLabel(parent);
-    label->setProperty("role", QString::fromLatin1(role));
-    label->setText(text);
-    return label;
 }
 
 /// Uses the current difference of the clocks.
@@ -174,9 +168,9 @@ QWidget* CWorkbench::NewSessionTab() {
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(10);
     layout->addLayout(grid);
-    layout->addWidget(NewTitle(QStringLiteral("AI chat entries per scene"), "section", tab));
+    layout->addWidget(panel::NewTitle(QStringLiteral("AI chat entries per scene"), tab, "section"));
     layout->addWidget(new CEntryTable(m_entries, tab));
-    layout->addWidget(NewTitle(QStringLiteral("What the server answers to this user"), "section", tab));
+    layout->addWidget(panel::NewTitle(QStringLiteral("What the server answers to this user"), tab, "section"));
     layout->addWidget(m_pScenes, 1);
     connect(m_pUser, qOverload<int>(&QComboBox::currentIndexChanged), this,
             [this] { m_pScenes->ShowUser(m_pUser->currentData().toULongLong()); });
@@ -206,10 +200,10 @@ QWidget* CWorkbench::NewServerTab() {
     auto* layout = new QVBoxLayout(tab);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(10);
-    layout->addWidget(NewTitle(QStringLiteral("Faults"), "section", tab));
+    layout->addWidget(panel::NewTitle(QStringLiteral("Faults"), tab, "section"));
     layout->addWidget(m_pFaults);
     layout->addSpacing(10);
-    layout->addWidget(NewTitle(QStringLiteral("Server clock"), "section", tab));
+    layout->addWidget(panel::NewTitle(QStringLiteral("Server clock"), tab, "section"));
     layout->addWidget(m_pClock);
     layout->addStretch(1);
     return tab;
@@ -292,7 +286,7 @@ void CWorkbench::AddUserRow(QGridLayout* grid) {
     m_pLogout->setObjectName(QStringLiteral("WorkbenchLogout"));
     m_pLogin->setText(QStringLiteral("Log in"));
     m_pLogout->setText(QStringLiteral("Log out"));
-    grid->addWidget(NewTitle(QStringLiteral("User"), "muted", this), 0, 0);
+    grid->addWidget(panel::NewTitle(QStringLiteral("User"), this), 0, 0);
     grid->addWidget(m_pUser, 0, 1);
     grid->addWidget(m_pLogin, 0, 2);
     grid->addWidget(m_pLogout, 0, 3);
@@ -307,7 +301,7 @@ void CWorkbench::AddLanguageRow(QGridLayout* grid) {
     for (const LanguageChoice& language : kLanguages) {
         m_pLanguage->addItem(QString::fromUtf8(language.name), language.id);
     }
-    grid->addWidget(NewTitle(QStringLiteral("Language"), "muted", this), 2, 0);
+    grid->addWidget(panel::NewTitle(QStringLiteral("Language"), this), 2, 0);
     grid->addWidget(m_pLanguage, 2, 1, 1, 3);
     connect(m_pLanguage, qOverload<int>(&QComboBox::currentIndexChanged), this,
             [this] { Q_EMIT LanguageWanted(m_pLanguage->currentData().toInt()); });
@@ -317,7 +311,7 @@ void CWorkbench::AddThemeRow(QGridLayout* grid) {
     for (const ThemeChoice& choice : kThemes) {
         m_pTheme->addItem(QString(), int(choice.theme));
     }
-    grid->addWidget(NewTitle(QStringLiteral("Theme"), "muted", this), 3, 0);
+    grid->addWidget(panel::NewTitle(QStringLiteral("Theme"), this), 3, 0);
     grid->addWidget(m_pTheme, 3, 1, 1, 3);
     connect(m_pTheme, qOverload<int>(&QComboBox::currentIndexChanged), this,
             [this] { Q_EMIT ThemeWanted(m_pTheme->currentData().toInt()); });
@@ -327,7 +321,7 @@ void CWorkbench::AddOverrideRow(QGridLayout* grid) {
     for (const OverrideChoice& choice : kOverrides) {
         m_pOverride->addItem(QString(), int(choice.value));
     }
-    grid->addWidget(NewTitle(QStringLiteral("Override"), "muted", this), 4, 0);
+    grid->addWidget(panel::NewTitle(QStringLiteral("Override"), this), 4, 0);
     grid->addWidget(m_pOverride, 4, 1, 1, 3);
     connect(m_pOverride, qOverload<int>(&QComboBox::currentIndexChanged), this,
             [this] { m_entries.SetOverride(EnEntryOverride(m_pOverride->currentData().toInt())); });
@@ -336,7 +330,7 @@ void CWorkbench::AddOverrideRow(QGridLayout* grid) {
 void CWorkbench::AddEditionRow(QGridLayout* grid) {
     m_pEdition->addItem(QString(), false);
     m_pEdition->addItem(QString(), true);
-    grid->addWidget(NewTitle(QStringLiteral("Edition"), "muted", this), 5, 0);
+    grid->addWidget(panel::NewTitle(QStringLiteral("Edition"), this), 5, 0);
     grid->addWidget(m_pEdition, 5, 1, 1, 3);
     connect(m_pEdition, qOverload<int>(&QComboBox::currentIndexChanged), this,
             [this] { Q_EMIT EditionWanted(m_pEdition->currentData().toBool()); });
@@ -351,7 +345,7 @@ void CWorkbench::AddMarketsRow(QGridLayout* grid) {
     auto* apply = new QPushButton(this);
     apply->setObjectName(QStringLiteral("WorkbenchMarketsApply"));
     apply->setText(QStringLiteral("Apply"));
-    grid->addWidget(NewTitle(QStringLiteral("Markets"), "muted", this), 6, 0);
+    grid->addWidget(panel::NewTitle(QStringLiteral("Markets"), this), 6, 0);
     grid->addWidget(m_pMarkets, 6, 1);
     grid->addWidget(apply, 6, 2, 1, 2);
     grid->addWidget(m_pMarketsNote, 7, 1, 1, 3);

@@ -4,7 +4,6 @@
 
 #include <QCoreApplication>
 #include <array>
-#include <thread>
 
 #include "BenchTable.h"
 #include "Floor.h"
@@ -66,8 +65,6 @@ void Emit(benchmark::State& state, const Body& body) {
 int main(int argc, char** argv) {
     int applicationArgc = 1;
     const QCoreApplication application(applicationArgc, argv);
-    // A client has threads, and in a process with threads reference counts are atomic.
-    std::thread([] {}).join();
 
     CMainThreadPoster poster;
     CMessageBus bus(poster);

@@ -15,7 +15,7 @@ public:
     virtual void On(unsigned int messageId, unsigned long wParam, std::shared_ptr<core::CMessageBody> body) = 0;
 };
 
-/// All that a subscriber does with a message here, on each of the ways. Inline, or only some would pay a call.
+/// The work of each subscriber. Inline, so that no variant has an additional call.
 inline void Note(unsigned int messageId, unsigned long wParam, const std::shared_ptr<core::CMessageBody>& body) {
     benchmark::DoNotOptimize(messageId);
     benchmark::DoNotOptimize(wParam);

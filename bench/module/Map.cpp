@@ -1,5 +1,5 @@
-// Maps the libraries that the arguments name, and prints how many nanoseconds the last one took and how many
-// libraries it brought. A process of its own, since a library is mapped once.
+// Loads the libraries of the arguments. Prints the time of the last one in nanoseconds and the number of libraries that
+// it loaded. This is a program because a process maps a library once.
 #include <dlfcn.h>
 #include <link.h>
 
@@ -29,7 +29,7 @@ int main(int argc, char** argv) {
     for (int i = 1; i < argc; ++i) {
         const int before = MappedLibraries();
         const int64_t began = bench::MonotonicNanos();
-        // As the plug-in loader maps: with all symbols resolved.
+        // All symbols are resolved, as in the plug-in loader.
         const void* library = dlopen(argv[i], RTLD_NOW | RTLD_LOCAL);
         nanos = bench::MonotonicNanos() - began;
         brought = MappedLibraries() - before;

@@ -1,5 +1,5 @@
-// Mapping the module beside mapping an empty one with the same libraries, each time in a process of its own:
-// what the module's own relocations and initialisers cost.
+// The cost of the module's relocations and initialisers: the time to load it, relative to an empty module with the same
+// libraries. Each load is in a new process.
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
@@ -10,7 +10,7 @@
 namespace {
 
 constexpr char kModule[] = "libZRGrowth.so";
-// Linked with what the real one needs, see LinkEmptyModule.cmake.
+// It links the libraries of the real module, see LinkEmptyModule.cmake.
 constexpr char kEmptyModule[] = "libbench_empty_module.so";
 constexpr char kHost[] = "libzrhost.so";
 
@@ -53,7 +53,7 @@ int main(int argc, char** argv) {
     const std::string module = LibraryPath(kModule);
     const std::string empty = LibraryPath(kEmptyModule);
     const std::string host = LibraryPath(kHost);
-    // The first mapping of each also warms the file cache.
+    // The first load of each also warms the file cache.
     if (MapInChild({module}).libraries != MapInChild({empty}).libraries) {
         fputs("The empty module does not bring the libraries that the module brings.\n", stderr);
         return 1;

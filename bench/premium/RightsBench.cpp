@@ -6,7 +6,6 @@
 #include <QReadLocker>
 #include <QReadWriteLock>
 #include <QTemporaryDir>
-#include <thread>
 
 #include "BenchTable.h"
 #include "Premium/Model/ZRPremiumDataHandler.h"
@@ -82,10 +81,8 @@ constexpr const char* kParse = "Parse of an answer with all rights";
 int main(int argc, char** argv) {
     int applicationArgc = 1;
     const QCoreApplication application(applicationArgc, argv);
-    // A client has threads, and in a process with threads reference counts are atomic.
-    std::thread([] {}).join();
 
-    // On the disk of the build tree, where a client's store would be.
+    // On the disk of the build tree: a file system in memory would hide the cost of the disk.
     const QTemporaryDir folder(QStringLiteral(ZR_BENCH_FOLDER "/bench-XXXXXX"));
     CMainThreadPoster poster;
     CMessageBus bus(poster);

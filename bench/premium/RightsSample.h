@@ -2,5 +2,5 @@
 
 #include <string>
 
-/// The server's answer with all the rights that there are, each with texts of usual length: about 20 KB.
+/// Returns a server's answer with all rights and texts of usual length, about 20 KB.
 std::string AnswerWithAllRights();

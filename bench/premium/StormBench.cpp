@@ -1,5 +1,5 @@
-// Ten thousand pushes within a second, each of which has all rights asked for at once, over a real connection: the
-// longest stretch that the main thread is kept from the user, beside what a user does not notice.
+// The longest slice of the main thread during ten thousand pushes in a second over a real connection. Each push causes
+// a request for all rights. The reference is a delay that a user does not notice.
 #include <fmt/format.h>
 
 #include <QCoreApplication>
@@ -34,7 +34,7 @@ public:
     uint64_t UserId() const override { return 12345; }
 };
 
-/// A server on a thread of its own.
+/// A server on its own thread.
 class CServerThread {
 public:
     explicit CServerThread(const std::string& answer) : m_pServer(new CStormServer(answer)) {
@@ -64,7 +64,7 @@ private:
     QUrl m_url;
 };
 
-/// The longest slice in nanoseconds; 0 when not every push came to a refresh in time.
+/// Returns the longest slice in nanoseconds; 0 if a push did not cause a refresh in time.
 double LongestSlice(int pushes) {
     const QTemporaryDir folder(QStringLiteral(ZR_BENCH_FOLDER "/bench-XXXXXX"));
     CFileLog log(folder.filePath(QStringLiteral("storm.log")));

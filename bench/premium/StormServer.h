@@ -17,10 +17,10 @@ public:
     explicit CStormServer(std::string answer);
     ~CStormServer() override;
 
-    /// On the thread of the server, before any client comes. Empty where no port is to be had.
+    /// Returns the URL; empty if it could not listen. Call it on the server's thread, before a client connects.
     QUrl Listen();
 
-    /// Pushes `count` times within a second, in bursts of a hundredth. There is no notification of the end.
+    /// Pushes `count` times within a second, in bursts of 10 ms. The end is not reported.
     void PushWithinASecond(int count);
 
     /// Requests that were answered. Callable from any thread.

@@ -6,7 +6,6 @@
 #include <QTemporaryDir>
 #include <cstdio>
 #include <cstdlib>
-#include <thread>
 
 #include "BenchTable.h"
 #include "core/IClientState.h"
@@ -19,7 +18,7 @@
 
 namespace {
 
-/// Sends nothing: the server is unknown.
+/// Sends nothing, because the server is unknown.
 class CNoHttp : public IHttp {
 public:
     unsigned long Start(const HttpReqInfo&, core::network::http::Callback, QObject*, HttpWorkPool,
@@ -82,7 +81,7 @@ ReportEvent Exposure() {
     return {"ExposeAd", 1, params, 0};
 }
 
-// Without bounds, since dropping events is not measured.
+// Without limits, since dropping events is not measured.
 ReportOptions Roomy() {
     ReportOptions options;
     options.outbox.maxEvents = int64_t(1) << 40;
@@ -99,8 +98,6 @@ constexpr const char* kObserved = "Report, seen by the workbench";
 int main(int argc, char** argv) {
     int applicationArgc = 1;
     const QCoreApplication application(applicationArgc, argv);
-    // A client has threads, and in a process with threads reference counts are atomic.
-    std::thread([] {}).join();
 
     const QTemporaryDir folder(QStringLiteral(ZR_BENCH_FOLDER "/bench-XXXXXX"));
     CMainThreadPoster poster;

@@ -1,4 +1,4 @@
-// The client as its main function runs it, until the first frame is painted.
+// Runs the client as its main function does, until the first frame is painted.
 #include <QApplication>
 
 #include "Client.h"

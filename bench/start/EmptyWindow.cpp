@@ -1,4 +1,4 @@
-// The minimum of a program with a window.
+// The minimum of a program with a window: the reference for the start of the client.
 #include <QApplication>
 #include <QMainWindow>
 

@@ -1,4 +1,4 @@
-// From exec to the first painted frame of the client's window, beside an empty window.
+// The time from exec to the first painted frame of the client's window. The reference is an empty window.
 #include <benchmark/benchmark.h>
 #include <unistd.h>
 
@@ -24,7 +24,7 @@ void Start(benchmark::State& state, const std::string& program, const std::vecto
     }
 }
 
-/// The client's store and logs for the length of the run.
+/// A folder for the client's store and logs, removed at the end.
 class CDataFolder {
 public:
     CDataFolder() {
@@ -51,7 +51,7 @@ private:
 int main(int argc, char** argv) {
     const CDataFolder data;
     const std::vector<std::string> arguments = {"--data-dir", data.Path()};
-    // The first start of each fills the file cache, and the client's makes its store.
+    // The first start of each fills the file cache, and the client's creates its store.
     bench::RunChild("bench_empty_window", {});
     bench::RunChild("bench_client_window", arguments);
     benchmark::RegisterBenchmark("Client from exec to first paint", Start, "bench_client_window", arguments)

@@ -12,6 +12,7 @@
 #include "modules/TradeModule.h"
 #include "plugin/IZRPluginCenter.h"
 #include "plugin/PluginLoader.h"
+#include "webview/ZRWebWindowInfo.h"
 
 namespace {
 
@@ -30,6 +31,10 @@ void Drain() {
 
 QUrl Loopback(const char* scheme, quint16 port) {
     return QUrl(QStringLiteral("%1://127.0.0.1:%2").arg(QString::fromLatin1(scheme)).arg(port));
+}
+
+QSize WindowSize(const QVariant& extra) {
+    return extra.value<core::webview::ZRWebWindowInfo>().size;
 }
 
 // The status is kept as source text and values, because the language can change while it is shown.
@@ -78,10 +83,11 @@ CComposition::CComposition(const COptions& options, CFileLog& log)
       m_language(options.language),
       m_translation(options.language),
       m_commonConfig(m_storeRecorder),
+      m_linkTable(m_storeRecorder),
       m_channel(m_poster, m_timeAndRandom),
       m_channelRecorder(m_channel, m_traceLog),
       m_session(m_channel),
-      m_state({m_session, m_environment, m_language, m_commonConfig, m_domains, m_interruptionSlots}),
+      m_state({m_session, m_environment, m_language, m_commonConfig, m_linkTable, m_domains, m_interruptionSlots}),
       m_urls(m_state),
       m_http(m_poster, m_state),
       m_httpRecorder(m_http, m_traceLog),
@@ -116,9 +122,10 @@ void CComposition::InstallPorts() {
 }
 
 void CComposition::ConnectServices() {
-    m_urls.SetWebHandler([this](const QUrl& url) { return OpenWeb(url); });
+    m_urls.SetWebHandler([this](const QUrl& url, const QVariant& extra) { return OpenWeb(url, extra); });
     connect(&m_urls, &CUrlOpener::Dispatched, this, [this](const UrlRequest& request, const QString& reason) {
-        m_traceLog.Record(UrlTrace{request.url, reason, request.businessType, request.fallbackMode});
+        m_traceLog.Record(
+            UrlTrace{request.url, reason, request.businessType, request.fallbackMode, WindowSize(request.extra)});
     });
 
     connect(&m_store, &CSqliteStore::TroubleChanged, this, &CComposition::EmitStatus);
@@ -257,6 +264,9 @@ void CComposition::OnHostFrame(const channel::Frame& frame) {
     if (frame.kind() == channel::Frame::CONFIG) {
         m_commonConfig.Receive(frame.body());
     }
+    if (frame.kind() == channel::Frame::LINKS) {
+        m_linkTable.Receive(frame.body());
+    }
     if (frame.kind() == channel::Frame::LOGIN_ANSWER) {
         m_timeAndRandom.SetServerTimeMs(frame.login_answer().server_time_ms());
         m_session.Receive(frame);
@@ -326,12 +336,12 @@ void CComposition::OverrideMarkets(std::vector<int> markets) {
     m_session.OverrideMarkets(std::move(markets));
 }
 
-bool CComposition::OpenWeb(const QUrl& url) {
+bool CComposition::OpenWeb(const QUrl& url, const QVariant& extra) {
     const bool hasDesktop = m_options.openWeb && !qEnvironmentVariableIsEmpty("XDG_CURRENT_DESKTOP");
     if (hasDesktop && !QDesktopServices::openUrl(url)) {
         return false;
     }
-    Q_EMIT WebOpened(url);
+    Q_EMIT WebOpened(url, WindowSize(extra));
     return true;
 }
 

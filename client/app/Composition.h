@@ -89,7 +89,7 @@ private:
     void OnServerState(const ServerState& state);
     void OnHostFrame(const channel::Frame& frame);
     void OnLoggedIn();
-    bool OpenWeb(const QUrl& url);
+    bool OpenWeb(const QUrl& url, const QVariant& extra);
     void ShowStatus(std::function<QString()> text, bool good);
 
     const COptions m_options;
@@ -106,6 +106,7 @@ private:
     CLanguage m_language;
     CTranslation m_translation;
     CCommonConfig m_commonConfig;
+    CLinkTable m_linkTable;
     CWebSocketChannel m_channel;
     CChannelRecorder m_channelRecorder;
     CLoginSession m_session;

@@ -5,6 +5,7 @@
 #include <QNetworkRequest>
 #include <QPointer>
 
+#include "ServerProcess.h"
 #include "framework/HostLog.h"
 #include "framework/JsonText.h"
 
@@ -13,14 +14,6 @@ namespace {
 constexpr host::CHostLog kLog("Control");
 constexpr int kRetryMs = 2'000;
 constexpr int kAnswerLimitMs = 10'000;
-
-bool ReadPort(const Json::Value& value, quint16& port) {
-    if (!value.isUInt() || value.asUInt() == 0 || value.asUInt() > 0xFFFF) {
-        return false;
-    }
-    port = quint16(value.asUInt());
-    return true;
-}
 
 }  // namespace
 

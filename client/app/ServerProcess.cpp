@@ -12,6 +12,8 @@ constexpr int kEndLimitMs = 3'000;
 constexpr int kGreetingLimitMs = 10'000;
 constexpr int kSteadyMs = 10'000;
 
+}  // namespace
+
 bool ReadPort(const Json::Value& value, quint16& port) {
     if (!value.isUInt() || value.asUInt() == 0 || value.asUInt() > 0xFFFF) {
         return false;
@@ -19,8 +21,6 @@ bool ReadPort(const Json::Value& value, quint16& port) {
     port = quint16(value.asUInt());
     return true;
 }
-
-}  // namespace
 
 CServerProcess::CServerProcess(QString binary, QString scenario)
     : m_strBinary(std::move(binary)),

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <json/value.h>
+
 #include <QByteArray>
 #include <QElapsedTimer>
 #include <QObject>
@@ -14,6 +16,9 @@ struct ServerEndpoint {
     quint16 controlPort = 0;
     QByteArray token;
 };
+
+/// Reads a port of the server's answers. Returns false, and leaves `port` as it is, if the value is no port.
+bool ReadPort(const Json::Value& value, quint16& port);
 
 /// The client's own server, a child process that ends with the client. A crashed server is restarted with the same
 /// ports and token, so that the channel can reconnect. Main thread.

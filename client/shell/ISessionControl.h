@@ -47,6 +47,6 @@ Q_SIGNALS:
     void SessionRenewed();
     void LanguageChanged();
     void EditionChanged();
-    /// A web page was requested. It was opened if the client has a desktop.
-    void WebOpened(const QUrl& url);
+    /// A web page was requested. It was opened if the client has a desktop. `windowSize` is invalid without a wish.
+    void WebOpened(const QUrl& url, const QSize& windowSize);
 };

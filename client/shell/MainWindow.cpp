@@ -181,8 +181,12 @@ void CMainWindow::ConnectSession() {
     connect(&m_session, &ISessionControl::EditionChanged, this, &CMainWindow::ShowEdition);
     connect(&m_session, &ISessionControl::EditionChanged, &m_rights, &CPremiumRights::Refresh);
     connect(&m_session, &ISessionControl::SessionRenewed, &m_rights, &CPremiumRights::Refresh);
-    connect(&m_session, &ISessionControl::WebOpened, this,
-            [this](const QUrl& url) { m_pStatusLine->ShowNote(tr("Opened: %1").arg(url.toDisplayString())); });
+    connect(&m_session, &ISessionControl::WebOpened, this, [this](const QUrl& url, const QSize& windowSize) {
+        const QString size = windowSize.isValid()
+                                 ? QStringLiteral(" (%1 \u00D7 %2)").arg(windowSize.width()).arg(windowSize.height())
+                                 : QString();
+        m_pStatusLine->ShowNote(tr("Opened: %1").arg(url.toDisplayString() + size));
+    });
     connect(m_pTitleBar, &CTitleBar::LoginWanted, &m_session, &ISessionControl::Login);
     connect(m_pTitleBar, &CTitleBar::LogoutWanted, &m_session, &ISessionControl::Logout);
     connect(m_pTitleBar->WorkbenchButton(), &QToolButton::toggled, m_pDock, &QWidget::setVisible);

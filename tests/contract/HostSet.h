@@ -30,7 +30,7 @@ struct HttpArrival {
     std::string body;
 };
 
-/// An event as it was reported, and as the server is to get it.
+/// A reported event as the server receives it.
 struct EventArrival {
     std::string name;
     int code = 0;
@@ -39,27 +39,27 @@ struct EventArrival {
     bool timed = false;
 };
 
-/// A set of services, joined to the contract while it lives, with the ends that the contract does not show.
+/// A set of services that is installed during its lifetime, and the other ends of their connections.
 class IHostSet {
 public:
     virtual ~IHostSet() = default;
 
-    /// Runs the event loop until `condition` holds; delays pass as the set's clock has it. False after a bound.
+    /// Runs the event loop until `condition` holds, in real or virtual time. Returns false after a timeout.
     virtual bool WaitUntil(const std::function<bool()>& condition) = 0;
 
-    /// The next request, in order of arrival; empty if none comes.
+    /// Returns the next request in order of arrival; empty after a timeout.
     virtual std::optional<ServerRequest> WaitForRequest() = 0;
     virtual void Reply(unsigned long session, uint32_t cmd, const std::string& body, int error = 0) = 0;
     virtual void Push(uint32_t cmd, const std::string& body) = 0;
 
-    /// Cuts the connection; what is sent until Connect finds none.
+    /// Cuts the connection. Commands fail until Connect.
     virtual void DropConnection() = 0;
     virtual void Connect() = 0;
 
-    /// Logs this user in with these markets, or with 0 the current user out. Modules and bus are notified.
+    /// Logs in this user with these markets. 0 logs out the current user. Modules and bus are notified.
     virtual void SetUser(uint64_t userId, const std::vector<int>& markets = {}) = 0;
 
-    /// Sets begin as a release build of the main edition.
+    /// A new set is a release build of the main edition.
     virtual void BeInternalBuild() = 0;
     virtual void SetVelora(bool velora) = 0;
 
@@ -74,6 +74,9 @@ public:
     /// Replaces the common configuration, as the server does, and notifies the bus.
     virtual void SetConfig(const std::string& name, const Json::Value& value) = 0;
 
+    /// Replaces the link table, as the server does, by one with this link alone.
+    virtual void SetLink(unsigned long linkId, const std::string& url) = 0;
+
     virtual void AllowSlot(ZRUniformResourceSlotType slot, bool allowed) = 0;
     virtual void SetDomain(const std::string& key, const std::string& url) = 0;
 
@@ -87,35 +90,35 @@ public:
     /// Returns the log's lines so far, assertions included.
     virtual std::vector<std::string> LogLines() = 0;
 
-    /// Where HTTP requests reach the test, without a slash at the end; internal builds alone may go there.
+    /// Returns the URL of the HTTP server, without a trailing slash. Release builds refuse it, since it is not https.
     virtual std::string HttpServer() = 0;
 
-    /// The next request over HTTP, in order of arrival; empty if none comes.
+    /// Returns the next HTTP request in order of arrival; empty after a timeout.
     virtual std::optional<HttpArrival> WaitForHttp() = 0;
     virtual void AnswerHttp(unsigned long number, int status, const std::string& body) = 0;
 
-    /// Ends the connection in the midst of the answer.
+    /// Cuts the connection within the answer.
     virtual void CutHttp(unsigned long number) = 0;
 
-    /// Modules have them by the widgets that show them.
+    /// Modules load pictures only through widgets.
     virtual IPictures& Pictures() = 0;
 
-    /// The next picture that is asked for below HttpServer()/picture, in order of arrival; empty if none comes.
+    /// Returns the next requested picture below HttpServer()/picture, in order of arrival; empty after a timeout.
     virtual std::optional<unsigned long> WaitForPicture() = 0;
-    /// A moving picture of two frames, or the words that there is none.
+    /// Answers with an animation of two frames, or with status 404.
     virtual void AnswerPicture(unsigned long number, bool found) = 0;
 
-    /// All events so far, in order of reporting, once there are `count`; fewer if no more come.
+    /// Waits for `count` events and returns all so far, in order of reporting; fewer after a timeout.
     virtual std::vector<EventArrival> WaitForEvents(size_t count) = 0;
 
-    /// As a new start of the client finds it, where the set keeps values beyond the process.
+    /// Reopens the store as a restarted client does. No effect on a set that keeps values in memory.
     virtual void ReopenStore() = 0;
 };
 
-/// The set that this executable is about.
+/// Creates the set of this executable.
 std::unique_ptr<IHostSet> MakeHostSet();
 
-/// The cases are the same on all sets: they look at the contract alone.
+/// The fixture of cases that use only the contract and run on all sets.
 class HostContractTest : public ::testing::Test {
 protected:
     bool WaitUntil(const std::function<bool()>& condition) { return m_set->WaitUntil(condition); }

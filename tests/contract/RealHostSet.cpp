@@ -49,9 +49,10 @@ public:
           m_environment(m_environmentStore, {true, false}),
           m_language(core::lang::kLanguageEnglish),
           m_commonConfig(m_environmentStore),
+          m_linkTable(m_environmentStore),
           m_channel(m_poster, m_timeAndRandom, QuickRetries()),
           m_session(m_channel),
-          m_state({m_session, m_environment, m_language, m_commonConfig, m_domains, m_interruptionSlots}),
+          m_state({m_session, m_environment, m_language, m_commonConfig, m_linkTable, m_domains, m_interruptionSlots}),
           m_urls(m_state),
           m_http(m_poster, m_state),
           m_pictures(m_state, m_folder.filePath(QStringLiteral("pictures"))) {
@@ -63,7 +64,7 @@ public:
         m_httpServer.SetHandler([this](const RawHttpRequest& request) { OnHttp(request); });
         // Accepted URLs count as opened.
         m_urls.SetPageHandler([](const QUrl&) { return true; });
-        m_urls.SetWebHandler([](const QUrl&) { return true; });
+        m_urls.SetWebHandler([](const QUrl&, const QVariant&) { return true; });
         Install();
         Connect();
     }
@@ -146,13 +147,13 @@ public:
     void SetServerTime(int64_t ms) override { m_timeAndRandom.MoveTo(ms); }
 
     void SetConfig(const std::string& name, const Json::Value& value) override {
-        Json::Value config;
-        config[name] = value;
-        channel::Frame frame;
-        frame.set_kind(channel::Frame::CONFIG);
-        frame.set_body(config.toStyledString());
-        m_server.SendToAll(frame);
-        ASSERT_TRUE(WaitUntil([&] { return m_commonConfig.ConfigByName(name) == value; }));
+        SendDocument(channel::Frame::CONFIG, name, value);
+        ASSERT_TRUE(WaitUntil([&] { return m_commonConfig.Member(name) == value; }));
+    }
+
+    void SetLink(unsigned long linkId, const std::string& url) override {
+        SendDocument(channel::Frame::LINKS, std::to_string(linkId), url);
+        ASSERT_TRUE(WaitUntil([&] { return m_linkTable.Url(linkId) == url; }));
     }
 
     void AllowSlot(ZRUniformResourceSlotType slot, bool allowed) override { m_interruptionSlots.Allow(slot, allowed); }
@@ -250,9 +251,20 @@ private:
     void OnHostFrame(const channel::Frame& frame) {
         if (frame.kind() == channel::Frame::CONFIG) {
             m_commonConfig.Receive(frame.body());
+        } else if (frame.kind() == channel::Frame::LINKS) {
+            m_linkTable.Receive(frame.body());
         } else {
             m_session.Receive(frame);
         }
+    }
+
+    void SendDocument(channel::Frame::Kind kind, const std::string& name, const Json::Value& value) {
+        Json::Value document;
+        document[name] = value;
+        channel::Frame frame;
+        frame.set_kind(kind);
+        frame.set_body(document.toStyledString());
+        m_server.SendToAll(frame);
     }
 
     void AnswerLogin(uint64_t userId, const std::vector<int>& markets) {
@@ -341,6 +353,7 @@ private:
     CEnvironment m_environment;
     CLanguage m_language;
     CCommonConfig m_commonConfig;
+    CLinkTable m_linkTable;
     CDomains m_domains;
     CInterruptionSlots m_interruptionSlots;
     CWebSocketChannel m_channel;

@@ -92,6 +92,11 @@ public:
         m_host.bus.HostSend(core::kMsgCommonConfigChanged);
     }
 
+    void SetLink(unsigned long linkId, const std::string& url) override {
+        m_host.state.links = CScriptedLinks();
+        m_host.state.links.Set(linkId, url);
+    }
+
     void AllowSlot(ZRUniformResourceSlotType slot, bool allowed) override { m_host.state.slots.Allow(slot, allowed); }
     void SetDomain(const std::string& key, const std::string& url) override { m_host.state.domains.Set(key, url); }
     void SetTheme(zr_ui_theme::Manager::Theme theme) override { host::CThemeControl::Set(theme); }

@@ -1,4 +1,4 @@
-// Queries of the client's state: environment, language, configuration, interruption slots, domains.
+// Queries of the client's state: environment, language, configuration, interruption slots, domains, links.
 #include <gmock/gmock.h>
 
 #include "HostSet.h"
@@ -9,11 +9,13 @@
 #include "core/message_ids.h"
 #include "core/uniform_resource_slot.h"
 #include "core/url_data.h"
+#include "core/url_linkid.h"
 
 using namespace ::testing;
 using core::config_common::GetJsonConfigByName;
 using core::lang::GetLanguageID;
 using core::uniform_resource_slot::IsAllowedToShowUniformResourceSlot;
+using core::url_linkid::GetLinkUrlWithTargetLinkId;
 
 namespace {
 
@@ -22,6 +24,7 @@ using LanguageContractTest = HostContractTest;
 using ConfigContractTest = HostContractTest;
 using SlotContractTest = HostContractTest;
 using DomainContractTest = HostContractTest;
+using LinkContractTest = HostContractTest;
 
 std::string Domain(const std::string& key) {
     return core::url_data::GetDomainUrl(key, core::url_data::kDomainBizDefault);
@@ -154,4 +157,31 @@ TEST_F(DomainContractTest, UrlIsTheLastOneWithoutASlashAtItsEnd) {
     m_set->SetDomain("api", "https://b.example:8080/base");
 
     EXPECT_EQ(Domain("api"), "https://b.example:8080/base");
+}
+
+TEST_F(LinkContractTest, UrlIsEmptyForAnUnknownLink) {
+    EXPECT_EQ(GetLinkUrlWithTargetLinkId(202011732, 0), "");
+
+    m_set->SetLink(202011732, "https://a.example/");
+
+    EXPECT_EQ(GetLinkUrlWithTargetLinkId(202011733, 0), "");
+    EXPECT_EQ(GetLinkUrlWithTargetLinkId(0, 0), "");
+    // a negative id that a caller did not refuse
+    EXPECT_EQ(GetLinkUrlWithTargetLinkId(static_cast<unsigned long>(-1), 0), "");
+}
+
+TEST_F(LinkContractTest, UrlIsTheLastOneOfTheServer) {
+    m_set->SetLink(202011732, "https://a.example/");
+    m_set->SetLink(202011732, "https://b.example/page?x=1&y=\xC3\xA9");
+
+    EXPECT_EQ(GetLinkUrlWithTargetLinkId(202011732, 0), "https://b.example/page?x=1&y=\xC3\xA9");
+    EXPECT_EQ(GetLinkUrlWithTargetLinkId(202011732, 5), "https://b.example/page?x=1&y=\xC3\xA9");
+}
+
+TEST_F(LinkContractTest, LinkOfAReplacedTableIsUnknown) {
+    m_set->SetLink(1, "https://a.example/");
+    m_set->SetLink(2, "https://b.example/");
+
+    EXPECT_EQ(GetLinkUrlWithTargetLinkId(1, 0), "");
+    EXPECT_EQ(GetLinkUrlWithTargetLinkId(2, 0), "https://b.example/");
 }

@@ -16,8 +16,7 @@ namespace {
 class AdTest : public ClientTest {
 protected:
     AdTest() {
-        options.manifest =
-            WriteFile("modules.json", R"({"modules":[{"name":"CAdDriver","library":")" ZR_AD_DRIVER R"("}]})");
+        options.manifest = WriteManifest({{"CAdDriver", build::kAdDriver}});
         options.scenario = WriteFile("scenario.json", R"({"schema":1,
             "users":[{"id":501,"name":"One"}],
             "ads":[{"adType":2,"adPosition":42,"showDuration":15,"showInterval":3600,"showIntervalType":1,

@@ -8,7 +8,9 @@
 #include <QTemporaryDir>
 #include <memory>
 #include <set>
+#include <vector>
 
+#include "BuildPaths.h"
 #include "Client.h"
 #include "ControlApiDriver.h"
 #include "core/message_dispatch.h"
@@ -21,9 +23,8 @@ class ClientTest : public ::testing::Test {
 protected:
     ClientTest() {
         options.dataDir = folder.filePath(QStringLiteral("data"));
-        options.serverBinary = QStringLiteral(ZR_DEVSERVER);
-        options.manifest =
-            WriteFile("modules.json", R"({"modules":[{"name":"CZRGrowthModule","library":")" ZR_MODULE R"("}]})");
+        options.serverBinary = QString::fromUtf8(build::kDevServer);
+        options.manifest = WriteManifest({{"CZRGrowthModule", build::kModule}});
         options.scenario = WriteFile("scenario.json", R"({"schema":1,"users":[
             {"id":501,"name":"One","markets":[3,1],"aiChat":{"entries":[
                 {"scene":1,"allOpen":true},{"scene":4,"allOpen":true},{"scene":5,"allOpen":false}]}},
@@ -39,6 +40,21 @@ protected:
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(content);
         return file.fileName();
+    }
+
+    struct ModuleEntry {
+        const char* name;
+        QByteArray library;
+    };
+
+    /// Returns the path of a manifest with these modules, in this order.
+    QString WriteManifest(const std::vector<ModuleEntry>& modules) {
+        QByteArray entries;
+        for (const ModuleEntry& entry : modules) {
+            entries += QByteArray(entries.isEmpty() ? "" : ",") + R"({"name":")" + entry.name + R"(","library":")" +
+                       entry.library + R"("})";
+        }
+        return WriteFile("modules.json", R"({"modules":[)" + entries + "]}");
     }
 
     /// Creates the client and its window. Shows and starts nothing.

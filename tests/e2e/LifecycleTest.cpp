@@ -11,8 +11,7 @@ namespace {
 class LifecycleTest : public ClientTest {
 protected:
     LifecycleTest() {
-        options.manifest = WriteFile("modules.json", R"({"modules":[{"name":"CRecorder","library":")" ZR_RECORDER
-                                                     R"("},{"name":"CZRGrowthModule","library":")" ZR_MODULE R"("}]})");
+        options.manifest = WriteManifest({{"CRecorder", build::kRecorder}, {"CZRGrowthModule", build::kModule}});
         record = folder.filePath(QStringLiteral("record")).toStdString();
         qputenv("ZR_RECORDER_FILE", QByteArray::fromStdString(record));
     }
@@ -91,13 +90,8 @@ struct FailingEntry {
 class FailingEntryTest : public LifecycleTest, public WithParamInterface<FailingEntry> {};
 
 TEST_P(FailingEntryTest, IsSaidInTheWindowAndTheClientGoesOnWithTheOthers) {
-    const QString manifest = QStringLiteral(R"({"modules":[{"name":"%1","library":"%2"},%3]})");
-    options.manifest =
-        WriteFile("modules.json", manifest
-                                      .arg(QString::fromLatin1(GetParam().module),
-                                           QStringLiteral(ZR_TEST_MODULES "/") + QString::fromLatin1(GetParam().name),
-                                           QStringLiteral(R"({"name":"CZRGrowthModule","library":")" ZR_MODULE R"("})"))
-                                      .toUtf8());
+    options.manifest = WriteManifest({{GetParam().module, QByteArray(build::kTestModules) + '/' + GetParam().name},
+                                      {"CZRGrowthModule", build::kModule}});
 
     StartAndLogIn();
 

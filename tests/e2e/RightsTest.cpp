@@ -8,8 +8,12 @@
 
 #include "ClientFixture.h"
 #include "StatusLine.h"
+#include "core/IZRChannelProxy.h"
+#include "core/url_linkid.h"
+#include "core/urlhandler.h"
 #include "modules/IZRGrowthModuleInterface.h"
 #include "plugin/IZRPluginCenter.h"
+#include "webview/ZRWebWindowInfo.h"
 
 using namespace ::testing;
 
@@ -30,7 +34,9 @@ constexpr const char* kScenario = R"({"schema":1,"rights":[
             "autoRenewal":1}}},
     {"id":502,"name":"Two Refused","trade":false,"premium":{"rights":[{"access":5,"hasPermission":true}]}},
     {"id":503,"name":"Three Trading","trade":true},
-    {"id":504,"name":"Four Plain"}],
+    {"id":504,"name":"Four Plain"},
+    {"id":505,"name":"Five Ready","premium":{"rights":[{"access":1,"activationType":6},{"access":5,"activationType":6}]},
+     "activation":{"daysLeft":4}}],
   "commonConfig":{}})";
 
 class RightsTest : public ClientTest {
@@ -138,6 +144,54 @@ TEST_F(RightsTest, TheServiceHoldsTheScenariosRights) {
     Child<QComboBox>("WorkbenchEdition")->setCurrentIndex(1);
     EXPECT_TRUE(Service()->IsNewVipSystem());
     EXPECT_TRUE(Says("VipNewSystem", "yes"));
+}
+
+TEST_F(RightsTest, ActivatedRightIsLimitedInTheModuleAfterThePush) {
+    LogIn(505);
+    ASSERT_EQ(Right(1).nActivationType, 6);
+    told.clear();
+    // operation 2 (ready to limited) of right 1
+    const CSProtoData data{20981, "\x08\x02\x10\x01"};
+    std::vector<std::string> replies;
+    const auto activate = [&] {
+        IZRChannelProxy::SendCommand(
+            kCSChannelMain, data, nullptr,
+            [&](unsigned long, CSProtoError, const CSProtoData& reply, const CSResponseExt*) {
+                replies.push_back(reply.m_strData);
+            },
+            &watcher);
+    };
+
+    activate();
+
+    ASSERT_TRUE(WaitInRealTime([&] { return Right(1).nActivationType == 1; }));
+    EXPECT_THAT(replies, ElementsAre(std::string("\x08\x00", 2)));
+    EXPECT_EQ(Right(1).nDaysLeft, 4);
+    EXPECT_TRUE(Right(1).bHasPermission);
+    EXPECT_EQ(Right(5).nActivationType, 6);
+    EXPECT_EQ(ReceivedOf(80050), 1);
+
+    activate();
+
+    ASSERT_TRUE(WaitInRealTime([&] { return replies.size() == 2; }));
+    EXPECT_EQ(replies[1], "\x08\xe9\x07");  // 1001
+}
+
+TEST_F(RightsTest, LinkOfARightOpensWithTheWishedWindow) {
+    std::vector<std::pair<QUrl, QSize>> opened;
+    QObject::connect(client, &CComposition::WebOpened, &watcher,
+                     [&](const QUrl& url, const QSize& size) { opened.emplace_back(url, size); });
+    ASSERT_TRUE(WaitInRealTime([] { return !core::url_linkid::GetLinkUrlWithTargetLinkId(12, 0).empty(); }));
+    const QString url = QString::fromStdString(core::url_linkid::GetLinkUrlWithTargetLinkId(12, 0));
+    EXPECT_THAT(url.toStdString(), MatchesRegex("http://127.0.0.1:[0-9]+/link/12"));
+    EXPECT_EQ(core::url_linkid::GetLinkUrlWithTargetLinkId(14, 0), "");
+    core::webview::ZRWebWindowInfo info;
+    info.size = QSize(390, 848);
+
+    EXPECT_TRUE(core::urlhandler::DispatchUrl(url, core::urlhandler::kBusinessDefault, nullptr,
+                                              QVariant::fromValue(info), core::urlhandler::kFallbackWeb));
+
+    EXPECT_THAT(opened, ElementsAre(Pair(QUrl(url), QSize(390, 848))));
 }
 
 TEST_F(RightsTest, TheTableOfTheNextUserHasNothingOfTheFormer) {

@@ -20,7 +20,7 @@ protected:
 
     /// Starts another client process on the same folder, with its own server.
     void StartOther() {
-        other.start(QStringLiteral(ZR_CLIENT),
+        other.start(QString::fromUtf8(build::kClient),
                     {QStringLiteral("--data-dir"), options.dataDir, QStringLiteral("--scenario"), options.scenario,
                      QStringLiteral("--modules"), options.manifest, QStringLiteral("--server-binary"),
                      options.serverBinary, QStringLiteral("--no-web")});

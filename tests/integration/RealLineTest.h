@@ -16,7 +16,7 @@
 #include "support/RealTime.h"
 #include "support/ScriptedLog.h"
 
-/// A client's channel, a server that the test plays, and the real network between them.
+/// The client's channel and a server played by the test, over a real connection.
 class RealLineTest : public ::testing::Test {
 protected:
     RealLineTest() {

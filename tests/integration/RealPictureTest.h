@@ -14,7 +14,7 @@
 #include "support/ScriptedState.h"
 #include "unit/host/services/picture/PictureBytes.h"
 
-/// The client's pictures, a server that the test plays byte by byte, and the real network between them.
+/// The picture service and a server whose bytes the test writes, over a real connection.
 class RealPictureTest : public ::testing::Test {
 protected:
     RealPictureTest() {
@@ -60,7 +60,7 @@ protected:
         server.Answer(line, status, QByteArray::fromStdString(bytes), headers);
     }
 
-    /// Loads and answers; whether there was a picture.
+    /// Loads a picture and answers. Returns whether it was decoded.
     bool Exchange(const std::string& bytes, const QByteArray& headers = {}, int status = 200) {
         Result result;
         Load(Url("/a"), result, &guard);

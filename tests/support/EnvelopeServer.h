@@ -9,8 +9,8 @@
 
 class QWebSocket;
 
-/// A server of the command channel that sends only the test's frames. Lives on the test's own event loop. A client is
-/// known by its number: 0 is the first that ever connected.
+/// A server of the command channel that sends only the test's frames. It runs on the event loop of the test. Clients
+/// are numbered from 0 in order of connection.
 class CEnvelopeServer : public QObject {
 public:
     struct Arrival {
@@ -21,7 +21,7 @@ public:
     CEnvelopeServer();
     ~CEnvelopeServer() override;
 
-    /// Listens on the loopback address; after a Close on the same port again. False if the port is taken.
+    /// Listens on the loopback address, after Close() on the same port again. Returns false if the port is taken.
     bool Listen();
 
     /// Stops listening and cuts all connections.
@@ -35,7 +35,7 @@ public:
     /// All frames so far, in order of arrival. Bytes that are no frame fail the test.
     const std::vector<Arrival>& Frames() const { return m_arrivals; }
 
-    /// To a client that is gone nothing is sent.
+    /// Does nothing if the client has disconnected.
     void Send(int client, const channel::Frame& frame);
     void SendBytes(int client, const QByteArray& bytes);
     void SendText(int client, const QString& text);

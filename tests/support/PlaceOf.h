@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstring>
 
-/// The place of a virtual operation in its class's table, as this platform's calls find it.
+/// Returns the index of a virtual operation in the table of its class. Specific to the ABI of this platform.
 template <class Member>
 std::ptrdiff_t PlaceOf(Member member) {
     std::ptrdiff_t offset = 0;

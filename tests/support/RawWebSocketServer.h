@@ -7,15 +7,14 @@
 
 class QTcpSocket;
 
-/// A WebSocket server that writes its bytes by hand, for what no well-behaved one would do: half a frame, bytes
-/// one by one, silence. Lives on the test's own event loop. It talks to the client that connected last, and
-/// answers pings, but no closing frame.
+/// A WebSocket server whose bytes the test writes: half a frame, single bytes, silence. It runs on the event loop of
+/// the test and serves the client that connected last. It answers pings but no closing frame.
 class CRawWebSocketServer : public QObject {
 public:
     CRawWebSocketServer();
     ~CRawWebSocketServer() override;
 
-    /// Listens on the loopback address; after a Close on the same port again. False if the port is taken.
+    /// Listens on the loopback address, after Close() on the same port again. Returns false if the port is taken.
     bool Listen();
 
     /// Stops listening and cuts the connection.
@@ -23,21 +22,21 @@ public:
 
     QUrl Url() const;
 
-    /// Handshakes that were done so far.
+    /// Returns the number of completed handshakes.
     int HandshakeCount() const { return m_nHandshakes; }
 
     /// Returns the payloads of the binary frames of the last connection, in order.
     const std::vector<QByteArray>& Messages() const { return m_messages; }
 
-    /// A whole binary frame of up to 65535 bytes as it goes over the line.
+    /// Returns the bytes of a complete binary frame with a payload of at most 65535 bytes.
     static QByteArray Framed(const QByteArray& message);
 
     void AnswerPings(bool answers) { m_bAnswersPings = answers; }
 
-    /// Writes these very bytes; nothing once the client is gone.
+    /// Writes exactly these bytes. Does nothing if the client has disconnected.
     void Write(const QByteArray& bytes);
 
-    /// Ends the connection after what was written, without a closing frame.
+    /// Closes the connection after the bytes written so far, without a closing frame.
     void HangUp();
 
 private:

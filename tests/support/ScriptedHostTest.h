@@ -29,6 +29,7 @@ protected:
     CScriptedHttp& http = m_host.http;
     CScriptedReports& reports = m_host.reports;
     CScriptedDomains& domains = m_host.state.domains;
+    CScriptedLinks& links = m_host.state.links;
     CScriptedPictures& pictures = m_host.pictures;
     CScriptedSlots& slots = m_host.state.slots;
     CScriptedWeb& web = m_host.web;

@@ -1,9 +1,8 @@
 #include "workbench/ads/AdInterval.h"
 
-#include <json/writer.h>
-
 #include <algorithm>
 
+#include "framework/JsonText.h"
 #include "workbench/ServerText.h"
 #include "workbench/ads/AdFacts.h"
 
@@ -52,9 +51,7 @@ void CAdInterval::Ask(const char* verb, const QString& path, const QByteArray& j
 }
 
 void CAdInterval::Put(const Json::Value& ads, qint64 own, std::optional<qint64> seconds) {
-    Json::StreamWriterBuilder builder;
-    builder["indentation"] = "";
-    Ask("PUT", QStringLiteral("/v1/ads"), QByteArray::fromStdString(Json::writeString(builder, ads)),
+    Ask("PUT", QStringLiteral("/v1/ads"), QByteArray::fromStdString(host::OneLine(ads)),
         [this, own, seconds](const ServerAnswer& answer) {
             if (answer.error.isEmpty()) {
                 m_nOwn = own;

@@ -1,16 +1,14 @@
 #include "workbench/ads/AdPushPanel.h"
 
-#include <json/writer.h>
-
 #include <QComboBox>
-#include <QGridLayout>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QVariant>
 
 #include "Theme.h"
+#include "framework/JsonText.h"
+#include "workbench/PanelWidgets.h"
 #include "workbench/ServerText.h"
 #include "workbench/ads/AdFacts.h"
 
@@ -30,43 +28,25 @@ constexpr AdPush kPushes[] = {
     {"adNew", "New ads, 20171", nullptr, "Ad ids"},
 };
 
-template <class Widget>
-Widget* New(const char* name, QWidget* parent) {
-    auto* widget = new Widget(parent);
-    widget->setObjectName(QString::fromLatin1(name));
-    return widget;
-}
-
-QLabel* NewTitle(const QString& text, QWidget* parent) {
-    auto* label = new QLabel(parent);
-    label->setProperty("role", QStringLiteral("muted"));
-    label->setText(text);
-    return label;
-}
-
 }  // namespace
 
 CAdPushPanel::CAdPushPanel(IControlClient& server, QWidget* parent)
     : QWidget(parent),
       m_server(server),
-      m_pPush(New<QComboBox>("AdPush", this)),
-      m_pType(New<QLineEdit>("AdPushType", this)),
-      m_pPosition(New<QLineEdit>("AdPushPosition", this)),
-      m_pDelay(New<QLineEdit>("AdPushDelay", this)),
-      m_pIdsTitle(New<QLabel>("AdPushIdsTitle", this)),
-      m_pIds(New<QLineEdit>("AdPushIds", this)),
-      m_pMessage(New<QLabel>("AdPushMessage", this)) {
-    setObjectName(QStringLiteral("AdPushPanel"));
-    auto* grid = new QGridLayout(this);
-    grid->setContentsMargins(0, 0, 0, 0);
-    grid->setHorizontalSpacing(8);
-    grid->setVerticalSpacing(6);
+      m_pPush(panel::New<QComboBox>("AdPush", this)),
+      m_pType(panel::New<QLineEdit>("AdPushType", this)),
+      m_pPosition(panel::New<QLineEdit>("AdPushPosition", this)),
+      m_pDelay(panel::New<QLineEdit>("AdPushDelay", this)),
+      m_pIdsTitle(panel::New<QLabel>("AdPushIdsTitle", this)),
+      m_pIds(panel::New<QLineEdit>("AdPushIds", this)),
+      m_pMessage(panel::New<QLabel>("AdPushMessage", this)) {
+    auto* grid = panel::NewGrid("AdPushPanel", this);
     AddRows(grid);
     ShowTexts();
 }
 
 void CAdPushPanel::AddRows(QGridLayout* grid) {
-    auto* send = New<QPushButton>("AdPushSend", this);
+    auto* send = panel::New<QPushButton>("AdPushSend", this);
     send->setText(QStringLiteral("Send"));
     for (size_t push = 0; push < std::size(kPushes); ++push) {
         m_pPush->addItem(QString());
@@ -77,13 +57,13 @@ void CAdPushPanel::AddRows(QGridLayout* grid) {
     m_pIdsTitle->setProperty("role", QStringLiteral("muted"));
     m_pMessage->setTextFormat(Qt::PlainText);
     m_pMessage->setWordWrap(true);
-    grid->addWidget(NewTitle(QStringLiteral("Push"), this), 0, 0);
+    grid->addWidget(panel::NewTitle(QStringLiteral("Push"), this), 0, 0);
     grid->addWidget(m_pPush, 0, 1, 1, 5);
-    grid->addWidget(NewTitle(QStringLiteral("Type"), this), 1, 0);
+    grid->addWidget(panel::NewTitle(QStringLiteral("Type"), this), 1, 0);
     grid->addWidget(m_pType, 1, 1);
-    grid->addWidget(NewTitle(QStringLiteral("Position"), this), 1, 2);
+    grid->addWidget(panel::NewTitle(QStringLiteral("Position"), this), 1, 2);
     grid->addWidget(m_pPosition, 1, 3);
-    grid->addWidget(NewTitle(QStringLiteral("Delay, s"), this), 1, 4);
+    grid->addWidget(panel::NewTitle(QStringLiteral("Delay, s"), this), 1, 4);
     grid->addWidget(m_pDelay, 1, 5);
     grid->addWidget(m_pIdsTitle, 2, 0);
     grid->addWidget(m_pIds, 2, 1, 1, 4);
@@ -146,9 +126,7 @@ void CAdPushPanel::Send() {
     }
     Json::Value wish(Json::objectValue);
     wish[form.member] = push;
-    Json::StreamWriterBuilder builder;
-    builder["indentation"] = "";
-    m_server.Ask("POST", QStringLiteral("/v1/push"), QByteArray::fromStdString(Json::writeString(builder, wish)), this,
+    m_server.Ask("POST", QStringLiteral("/v1/push"), QByteArray::fromStdString(host::OneLine(wish)), this,
                  [this](const ServerAnswer& answer) {
                      if (!answer.error.isEmpty()) {
                          Say(ErrorText(answer), false);

@@ -1,8 +1,6 @@
 #include "workbench/ads/AdSwitches.h"
 
 #include <QComboBox>
-#include <QGridLayout>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
@@ -12,6 +10,7 @@
 #include "Theme.h"
 #include "core/config_local.h"
 #include "core/login_status_data.h"
+#include "workbench/PanelWidgets.h"
 #include "workbench/ads/AdFacts.h"
 #include "workbench/ads/AdInterval.h"
 
@@ -32,20 +31,6 @@ constexpr FocusChoice kFocusChoices[] = {
 
 enum EnSlotChoice { kSlotAsItIs, kSlotRefused };
 
-template <class Widget>
-Widget* New(const char* name, QWidget* parent) {
-    auto* widget = new Widget(parent);
-    widget->setObjectName(QString::fromLatin1(name));
-    return widget;
-}
-
-QLabel* NewTitle(const QString& text, QWidget* parent) {
-    auto* label = new QLabel(parent);
-    label->setProperty("role", QStringLiteral("muted"));
-    label->setText(text);
-    return label;
-}
-
 /// The module's store key for the last display of the popup to the logged-in user.
 std::string LastShownKey(int intervalType) {
     return QStringLiteral("AdLastShowTimeStampKey_%1_%2_%3_%4")
@@ -61,17 +46,13 @@ std::string LastShownKey(int intervalType) {
 CAdSwitches::CAdSwitches(IControlClient& server, QWidget* parent)
     : QWidget(parent),
       m_pInterval(new CAdInterval(server, this)),
-      m_pTab(New<QComboBox>("AdTab", this)),
-      m_pFocus(New<QComboBox>("AdFocus", this)),
-      m_pSlot(New<QComboBox>("AdSlotPermission", this)),
-      m_pSeconds(New<QLineEdit>("AdInterval", this)),
-      m_pSetInterval(New<QPushButton>("AdIntervalSet", this)),
-      m_pMessage(New<QLabel>("AdSwitchesMessage", this)) {
-    setObjectName(QStringLiteral("AdSwitches"));
-    auto* grid = new QGridLayout(this);
-    grid->setContentsMargins(0, 0, 0, 0);
-    grid->setHorizontalSpacing(8);
-    grid->setVerticalSpacing(6);
+      m_pTab(panel::New<QComboBox>("AdTab", this)),
+      m_pFocus(panel::New<QComboBox>("AdFocus", this)),
+      m_pSlot(panel::New<QComboBox>("AdSlotPermission", this)),
+      m_pSeconds(panel::New<QLineEdit>("AdInterval", this)),
+      m_pSetInterval(panel::New<QPushButton>("AdIntervalSet", this)),
+      m_pMessage(panel::New<QLabel>("AdSwitchesMessage", this)) {
+    auto* grid = panel::NewGrid("AdSwitches", this);
     AddRows(grid);
     ShowTexts();
     connect(m_pTab, qOverload<int>(&QComboBox::currentIndexChanged), this, &CAdSwitches::TabWanted);
@@ -103,20 +84,20 @@ void CAdSwitches::AddRows(QGridLayout* grid) {
     for (int choice = kSlotAsItIs; choice <= kSlotRefused; ++choice) {
         m_pSlot->addItem(QString());
     }
-    auto* forget = New<QPushButton>("AdLastShownForget", this);
+    auto* forget = panel::New<QPushButton>("AdLastShownForget", this);
     forget->setText(QStringLiteral("Forget"));
     connect(forget, &QPushButton::clicked, this, &CAdSwitches::ForgetLastShown);
     m_pMessage->setTextFormat(Qt::PlainText);
     m_pMessage->setWordWrap(true);
-    grid->addWidget(NewTitle(QStringLiteral("Tab"), this), 0, 0);
+    grid->addWidget(panel::NewTitle(QStringLiteral("Tab"), this), 0, 0);
     grid->addWidget(m_pTab, 0, 1);
-    grid->addWidget(NewTitle(QStringLiteral("Focus"), this), 0, 2);
+    grid->addWidget(panel::NewTitle(QStringLiteral("Focus"), this), 0, 2);
     grid->addWidget(m_pFocus, 0, 3);
-    grid->addWidget(NewTitle(QStringLiteral("Slot 2"), this), 1, 0);
+    grid->addWidget(panel::NewTitle(QStringLiteral("Slot 2"), this), 1, 0);
     grid->addWidget(m_pSlot, 1, 1);
-    grid->addWidget(NewTitle(QStringLiteral("Interval, s"), this), 1, 2);
+    grid->addWidget(panel::NewTitle(QStringLiteral("Interval, s"), this), 1, 2);
     grid->addWidget(NewIntervalRow(), 1, 3);
-    grid->addWidget(NewTitle(QStringLiteral("Last shown"), this), 2, 0);
+    grid->addWidget(panel::NewTitle(QStringLiteral("Last shown"), this), 2, 0);
     grid->addWidget(forget, 2, 1);
     grid->addWidget(m_pMessage, 3, 0, 1, 4);
     grid->setColumnStretch(1, 1);

@@ -1,8 +1,6 @@
 #include "workbench/rights/AnswerPanel.h"
 
 #include <QComboBox>
-#include <QGridLayout>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
@@ -11,6 +9,7 @@
 
 #include "PremiumNumbers.h"
 #include "Theme.h"
+#include "workbench/PanelWidgets.h"
 #include "workbench/ServerText.h"
 #include "workbench/WireCommands.h"
 
@@ -49,28 +48,17 @@ std::string AnswerWithCode(int code) {
     return bytes.toHex().toStdString();
 }
 
-template <class Widget>
-Widget* New(const char* name, QWidget* parent) {
-    auto* widget = new Widget(parent);
-    widget->setObjectName(QString::fromLatin1(name));
-    return widget;
-}
-
 }  // namespace
 
 CAnswerPanel::CAnswerPanel(SetFault setFault, QWidget* parent)
     : QWidget(parent),
       m_fnSetFault(std::move(setFault)),
-      m_pCommand(New<QComboBox>("AnswerCommand", this)),
-      m_pAnswer(New<QComboBox>("AnswerKind", this)),
-      m_pValue(New<QLineEdit>("AnswerValue", this)),
-      m_pTimes(New<QComboBox>("AnswerTimes", this)),
-      m_pMessage(New<QLabel>("AnswerMessage", this)) {
-    setObjectName(QStringLiteral("AnswerPanel"));
-    auto* grid = new QGridLayout(this);
-    grid->setContentsMargins(0, 0, 0, 0);
-    grid->setHorizontalSpacing(8);
-    grid->setVerticalSpacing(8);
+      m_pCommand(panel::New<QComboBox>("AnswerCommand", this)),
+      m_pAnswer(panel::New<QComboBox>("AnswerKind", this)),
+      m_pValue(panel::New<QLineEdit>("AnswerValue", this)),
+      m_pTimes(panel::New<QComboBox>("AnswerTimes", this)),
+      m_pMessage(panel::New<QLabel>("AnswerMessage", this)) {
+    auto* grid = panel::NewGrid("AnswerPanel", this, 8);
     AddRows(grid);
     ShowTexts();
 }
@@ -86,7 +74,7 @@ void CAnswerPanel::AddRows(QGridLayout* grid) {
     m_pTimes->addItem(QString());
     m_pMessage->setTextFormat(Qt::PlainText);
     m_pMessage->setWordWrap(true);
-    auto* set = New<QPushButton>("AnswerSet", this);
+    auto* set = panel::New<QPushButton>("AnswerSet", this);
     set->setText(QStringLiteral("Set"));
     int row = 0;
     const auto add = [&](const QString& title, QWidget* widget) {

@@ -1,15 +1,13 @@
 #include "workbench/rights/PushPanel.h"
 
-#include <json/writer.h>
-
 #include <QComboBox>
-#include <QGridLayout>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVariant>
 
 #include "Theme.h"
+#include "framework/JsonText.h"
+#include "workbench/PanelWidgets.h"
 #include "workbench/ServerText.h"
 #include "workbench/rights/NumberList.h"
 
@@ -17,42 +15,24 @@ namespace {
 
 enum EnNeedAll { kLeftOutOfPush, kNeedAllYes, kNeedAllNo };
 
-template <class Widget>
-Widget* New(const char* name, QWidget* parent) {
-    auto* widget = new Widget(parent);
-    widget->setObjectName(QString::fromLatin1(name));
-    return widget;
-}
-
-QLabel* NewTitle(const QString& text, const char* role, QWidget* parent) {
-    auto* label = new QLabel(parent);
-    label->setProperty("role", QString::fromLatin1(role));
-    label->setText(text);
-    return label;
-}
-
 }  // namespace
 
 CPushPanel::CPushPanel(IControlClient& server, QWidget* parent)
     : QWidget(parent),
       m_server(server),
-      m_pDelay(New<QLineEdit>("PushDelay", this)),
-      m_pNeedAll(New<QComboBox>("PushNeedAll", this)),
-      m_pRights(New<QLineEdit>("PushRights", this)),
-      m_pWindow(New<QLineEdit>("PushWindow", this)),
-      m_pMessage(New<QLabel>("PushMessage", this)) {
-    setObjectName(QStringLiteral("PushPanel"));
-    auto* grid = new QGridLayout(this);
-    grid->setContentsMargins(0, 0, 0, 0);
-    grid->setHorizontalSpacing(8);
-    grid->setVerticalSpacing(6);
+      m_pDelay(panel::New<QLineEdit>("PushDelay", this)),
+      m_pNeedAll(panel::New<QComboBox>("PushNeedAll", this)),
+      m_pRights(panel::New<QLineEdit>("PushRights", this)),
+      m_pWindow(panel::New<QLineEdit>("PushWindow", this)),
+      m_pMessage(panel::New<QLabel>("PushMessage", this)) {
+    auto* grid = panel::NewGrid("PushPanel", this);
     AddRows(grid);
     ShowTexts();
 }
 
 void CPushPanel::AddRows(QGridLayout* grid) {
-    auto* sendPremium = New<QPushButton>("PushPremium", this);
-    auto* sendVip = New<QPushButton>("PushVip", this);
+    auto* sendPremium = panel::New<QPushButton>("PushPremium", this);
+    auto* sendVip = panel::New<QPushButton>("PushVip", this);
     sendPremium->setText(QStringLiteral("Send"));
     sendVip->setText(QStringLiteral("Send"));
     for (int choice = kLeftOutOfPush; choice <= kNeedAllNo; ++choice) {
@@ -63,16 +43,16 @@ void CPushPanel::AddRows(QGridLayout* grid) {
     m_pWindow->setText(QStringLiteral("5"));
     m_pMessage->setTextFormat(Qt::PlainText);
     m_pMessage->setWordWrap(true);
-    grid->addWidget(NewTitle(QStringLiteral("Change of rights, 20837"), "strong", this), 0, 0, 1, 5);
-    grid->addWidget(NewTitle(QStringLiteral("Delay, s"), "muted", this), 1, 0);
+    grid->addWidget(panel::NewTitle(QStringLiteral("Change of rights, 20837"), this, "strong"), 0, 0, 1, 5);
+    grid->addWidget(panel::NewTitle(QStringLiteral("Delay, s"), this), 1, 0);
     grid->addWidget(m_pDelay, 1, 1);
-    grid->addWidget(NewTitle(QStringLiteral("All rights"), "muted", this), 1, 2);
+    grid->addWidget(panel::NewTitle(QStringLiteral("All rights"), this), 1, 2);
     grid->addWidget(m_pNeedAll, 1, 3, 1, 2);
-    grid->addWidget(NewTitle(QStringLiteral("Rights"), "muted", this), 2, 0);
+    grid->addWidget(panel::NewTitle(QStringLiteral("Rights"), this), 2, 0);
     grid->addWidget(m_pRights, 2, 1, 1, 3);
     grid->addWidget(sendPremium, 2, 4);
-    grid->addWidget(NewTitle(QStringLiteral("Change of VIP status, 20832"), "strong", this), 3, 0, 1, 5);
-    grid->addWidget(NewTitle(QStringLiteral("Window, s"), "muted", this), 4, 0);
+    grid->addWidget(panel::NewTitle(QStringLiteral("Change of VIP status, 20832"), this, "strong"), 3, 0, 1, 5);
+    grid->addWidget(panel::NewTitle(QStringLiteral("Window, s"), this), 4, 0);
     grid->addWidget(m_pWindow, 4, 1, 1, 3);
     grid->addWidget(sendVip, 4, 4);
     grid->addWidget(m_pMessage, 5, 0, 1, 5);
@@ -136,9 +116,7 @@ void CPushPanel::SendVip() {
 void CPushPanel::Send(const char* member, const Json::Value& push) {
     Json::Value wish(Json::objectValue);
     wish[member] = push;
-    Json::StreamWriterBuilder builder;
-    builder["indentation"] = "";
-    m_server.Ask("POST", QStringLiteral("/v1/push"), QByteArray::fromStdString(Json::writeString(builder, wish)), this,
+    m_server.Ask("POST", QStringLiteral("/v1/push"), QByteArray::fromStdString(host::OneLine(wish)), this,
                  [this](const ServerAnswer& answer) {
                      if (!answer.error.isEmpty()) {
                          Say(ErrorText(answer), false);

@@ -1,13 +1,11 @@
 #include "workbench/rights/RightsView.h"
 
 #include <QHBoxLayout>
-#include <QHeaderView>
-#include <QLabel>
 #include <QLineEdit>
-#include <QTableView>
 #include <QVariant>
 
 #include "PremiumRights.h"
+#include "workbench/PanelWidgets.h"
 
 namespace {
 
@@ -58,20 +56,9 @@ QWidget* CRightsView::NewHead() {
 void CRightsView::SetUpTable() {
     m_pTable->setObjectName(QStringLiteral("RightsTable"));
     m_pTable->setModel(&m_model);
-    m_pTable->setProperty("dense", true);
-    m_pTable->setShowGrid(false);
-    m_pTable->setWordWrap(false);
-    m_pTable->setFrameShape(QFrame::NoFrame);
-    m_pTable->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_pTable->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_pTable->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    panel::SetUpRows(*m_pTable, kRowHeight);
     m_pTable->setMinimumHeight(kRowHeight * (kRowsInSight + 1));
-    m_pTable->verticalHeader()->hide();
-    m_pTable->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    m_pTable->verticalHeader()->setDefaultSectionSize(kRowHeight);
-    m_pTable->horizontalHeader()->setHighlightSections(false);
     m_pTable->horizontalHeader()->setMinimumSectionSize(24);
-    m_pTable->horizontalHeader()->setStretchLastSection(true);
     for (int column = 0; column < CRightsModel::ColumnCount; ++column) {
         m_pTable->setColumnWidth(column, kColumnWidths[column]);
     }

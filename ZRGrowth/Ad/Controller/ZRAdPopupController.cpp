@@ -27,8 +27,14 @@ CZRAdPopupModel* FirstPopup(CZRAdModelList& list) {
     return ads && !ads->isEmpty() ? qobject_cast<CZRAdPopupModel*>(ads->first()) : nullptr;
 }
 
-bool HasAreas(CZRAdPopupModel& popup) {
-    return popup.GetShowAreas() && !popup.GetShowAreas()->isEmpty();
+// Logs a missing list.
+bool HasAreas(CZRAdPopupModel& popup, int adType, int adPosition) {
+    if (popup.GetShowAreas() && !popup.GetShowAreas()->isEmpty()) {
+        return true;
+    }
+    LogInfo("ShowAreas is null, adType = {}, adPosition = {}, adId = {}", adType, adPosition,
+            popup.GetAdId().toStdString());
+    return false;
 }
 
 }  // namespace
@@ -56,9 +62,7 @@ bool CZRAdPopupController::CheckAdIsValid(CZRAdModelList* list) {
         LogInfo("AdId is null, adType = {}, adPosition = {}", int(m_adType), m_adPosition);
         return false;
     }
-    if (!HasAreas(*popup)) {
-        LogInfo("ShowAreas is null, adType = {}, adPosition = {}, adId = {}", int(m_adType), m_adPosition,
-                adId.toStdString());
+    if (!HasAreas(*popup, int(m_adType), m_adPosition)) {
         return false;
     }
     LogInfo("Ad popup data is OK, adType = {}, adPosition = {}, adId = {}", int(m_adType), m_adPosition,
@@ -77,12 +81,10 @@ bool CZRAdPopupController::CheckCanShowAd(CZRAdModelList* list) {
         LogInfo("AdPopupModel is null, adType = {}, adPosition = {}", int(m_adType), m_adPosition);
         return false;
     }
-    const QString adId = popup->GetAdId();
-    if (!HasAreas(*popup)) {
-        LogInfo("ShowAreas is null, adType = {}, adPosition = {}, adId = {}", int(m_adType), m_adPosition,
-                adId.toStdString());
+    if (!HasAreas(*popup, int(m_adType), m_adPosition)) {
         return false;
     }
+    const QString adId = popup->GetAdId();
     return IsCurrentTabAmong(*popup->GetShowAreas(), adId) && IsIntervalOver(*list, adId) && IsSlotFree(adId) &&
            IsMainFrameFocused(adId);
 }

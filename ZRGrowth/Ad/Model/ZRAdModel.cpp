@@ -110,7 +110,7 @@ bool CZRAdModelList::Decode(Json::Value const& value) {
         return false;
     }
     m_adPosition = adPosition.asInt();
-    // A popup needs its three rules; elsewhere they are read where they are good.
+    // A popup needs its three rules. Other kinds skip a rule of the wrong type.
     const bool isPopup = m_adType == ZRAdTypePopup;
     const Json::Value& showDuration = Member(value, "show_duration");
     if (showDuration.isInt()) {
@@ -148,9 +148,10 @@ bool CZRAdModelList::Decode(Json::Value const& value) {
         m_bannerPosition = position;
     }
     const Json::Value& ads = Member(value, "ad");
-    if (!ads.isArray()) {
-        return true;
-    }
+    return !ads.isArray() || DecodeAds(ads);
+}
+
+bool CZRAdModelList::DecodeAds(Json::Value const& ads) {
     m_adList = std::make_unique<QList<CZRAdModel*>>();
     for (const Json::Value& item : ads) {
         if (!IsObject(item)) {

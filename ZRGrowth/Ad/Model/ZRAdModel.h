@@ -80,6 +80,8 @@ public:
     QList<CZRAdModel*>* GetAdList() { return m_adList.get(); }             // may be null
 
 private:
+    bool DecodeAds(Json::Value const& ads);
+
     ZRAdType m_adType{};
     int m_adPosition = 0;
     int m_showDuration = 0;

@@ -168,7 +168,11 @@ void CZRVipBannerWidget::ShowTitle(const QString& title) {
 }
 
 void CZRVipBannerWidget::OnActionButtonClicked() {
+    const QPointer<CZRVipBannerWidget> alive(this);
     ReportClick();
+    if (!alive) {
+        return;
+    }
     Q_EMIT ActionButtonClicked(m_enAccess, m_enDataType, QPointer<QWidget>(window()));
 }
 

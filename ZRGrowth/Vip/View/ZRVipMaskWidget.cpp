@@ -53,9 +53,6 @@ zr_ui_res::TResource<QColor> BlendColor(bool popupStyle) {
 }
 
 void RefreshBlur(ZBackgroundBlurWidget* blur, double radiusTheme3, double radiusOther, bool popupStyle) {
-    if (!blur) {
-        return;
-    }
     const bool isTheme3 = zr_ui_theme::Manager::instance()->getTheme() == zr_ui_theme::Manager::kThemeBlack;
     blur->setBlurRadius(isTheme3 ? radiusTheme3 : radiusOther);
     blur->setBlendColor(BlendColor(popupStyle));
@@ -183,7 +180,11 @@ void CZRVipLockedMaskWidget::RefreshUI() {
 }
 
 void CZRVipLockedMaskWidget::OnActionButtonClicked() {
+    const QPointer<CZRVipLockedMaskWidget> alive(this);
     ReportClick();
+    if (!alive) {
+        return;
+    }
     Q_EMIT ActionButtonClicked(m_enAccess, m_enDataType, QPointer<QWidget>(window()));
 }
 
@@ -279,12 +280,13 @@ void CZRVipExclusiveMaskWidget::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton) {
         return;
     }
+    const int linkId = m_nBtnUrlID;  // the report may end with the deletion of this
     ReportClick();
-    if (m_nBtnUrlID <= 0) {
+    if (linkId <= 0) {
         return;
     }
     using namespace core::urlhandler;
-    DispatchUrl(vip_view::LinkUrl(static_cast<unsigned long>(m_nBtnUrlID)), kBusinessDefault, nullptr,
+    DispatchUrl(vip_view::LinkUrl(static_cast<unsigned long>(linkId)), kBusinessDefault, nullptr,
                 QVariant::fromValue(core::webview::ZRWebWindowInfo()), kFallbackWeb);
 }
 

@@ -54,7 +54,9 @@ void CZRVipTitleBarEntryWidget::RefreshState() {
 void CZRVipTitleBarEntryWidget::OnStateChanged(unsigned int /*messageId*/, unsigned long /*param*/,
                                                std::shared_ptr<core::CMessageBody> /*body*/) {
     RefreshState();
-    if (m_fnChanged) {
-        m_fnChanged();
+    // A copy, because the function may delete this.
+    const CSafeFunction<void()> changed = m_fnChanged;
+    if (changed) {
+        changed();
     }
 }

@@ -10,7 +10,7 @@
 
 class QWidget;
 
-/// What several VIP widgets share. Main thread.
+/// Operations that several VIP widgets share. Main thread.
 namespace vip_view {
 
 /// Returns the image in the current theme, scaled into `size`, aspect ratio kept, with as many pixels as the widget's

@@ -30,13 +30,13 @@ constexpr char kAnswer[] = R"({"code": 0, "message": "ok", "data": {"ad_type": 3
 constexpr int kSwitches = 1000;
 constexpr int kAds = 3;
 
-/// In bytes, of all threads.
+/// Returns the bytes in use, of all threads.
 double LiveHeap() {
     const struct mallinfo2 heap = mallinfo2();
     return double(heap.uordblks + heap.hblkhd);
 }
 
-/// A banner at work in its page.
+/// A running banner in its page.
 class CRunningBanner {
 public:
     explicit CRunningBanner(CNullHost& host) : m_host(host), m_slot(nullptr, 7) {
@@ -57,7 +57,7 @@ public:
 
     bool IsThere() const { return m_pShow && m_pShow->count() == kAds; }
 
-    /// By the banner's own timer; false if they did not come.
+    /// Waits for switches by the banner's own timer. Returns false if they do not happen.
     bool Switch(int times) {
         const int wanted = m_nSwitches + times;
         for (int i = 0; i < times; ++i) {
@@ -74,7 +74,7 @@ private:
     int m_nSwitches = 0;
 };
 
-/// 0 when the banner stopped.
+/// Returns the maximum over one turn; 0 if the banner stopped.
 double MostInOneRound(CRunningBanner& banner) {
     double most = 0;
     for (int i = 0; i < kAds; ++i) {
@@ -99,7 +99,7 @@ int main(int argc, char** argv) {
     CNullHost host(kAnswer);
     CRunningBanner banner(host);
     const int times = options.quick ? 2 * kAds : kSwitches;
-    // Caches fill on the way.
+    // The first switches fill caches.
     if (!banner.IsThere() || !banner.Switch(times)) {
         fmt::print(stderr, "There is no banner that goes on\n");
         return 1;

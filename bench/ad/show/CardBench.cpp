@@ -7,7 +7,6 @@
 #include <QApplication>
 #include <ctime>
 #include <memory>
-#include <thread>
 
 #include "Ad/Controller/ZRAdBottomPopupController.h"
 #include "Ad/View/ZRAdBottomPopupView.h"
@@ -99,8 +98,6 @@ int main(int argc, char** argv) {
     QCoreApplication::setEventDispatcher(new CVirtualEventDispatcher);  // the application takes it over
     int applicationArgc = 1;
     const QApplication application(applicationArgc, argv);
-    // A client has threads, and in a process with threads reference counts are atomic.
-    std::thread([] {}).join();
 
     CNullHost host{std::string()};
     QWidget window;

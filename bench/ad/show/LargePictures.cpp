@@ -13,7 +13,7 @@ constexpr QSize kChange(1000, 750);
 constexpr int kChanges = 5;
 constexpr int kShapes = 15'000;
 
-/// Below `limit`; not by a distribution, which is another one with each library.
+/// Returns a number below `limit`. Distributions differ between standard libraries, so none is used.
 int Below(std::mt19937& random, int limit) {
     return int(random() % uint32_t(limit));
 }
@@ -23,14 +23,14 @@ void AddLittle16(QByteArray& bytes, int number) {
     bytes.append(char(number >> 8));
 }
 
-/// Pixels of 128 colours, not packed: codes stay at eight bits where the table is emptied before it is half full.
+/// Adds uncompressed pixels of 128 colours. Clearing the table before it is half full keeps codes at eight bits.
 void AddGifPixels(QByteArray& bytes, int count, std::mt19937& random) {
     constexpr int kLiterals = 125;
     constexpr int kLongestBlock = 255;
     QByteArray codes;
     for (int i = 0; i < count; ++i) {
         if (i % kLiterals == 0) {
-            codes.append(char(128));  // empties the table
+            codes.append(char(128));  // clears the table
         }
         codes.append(char(random() % 128));
     }

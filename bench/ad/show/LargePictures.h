@@ -2,14 +2,14 @@
 
 #include <QByteArray>
 
-/// Pictures of 4,000 by 3,000 pixels, each as demanding as what the judge lets pass may be: with noise in them, so
-/// that there is something to send and to decode. The same at each call.
+/// Pictures of 4,000 by 3,000 pixels near the limits of the image validator. They contain noise, so that their size and
+/// decoding time are large. Each call returns the same bytes.
 namespace large_pictures {
 
-/// By an encoder of the toolkit's: "jpeg", "png".
+/// Encoded by the toolkit; `format` is "jpeg" or "png".
 QByteArray Encoded(const char* format);
 
-/// Moves: a whole frame, and some that change a part of it.
+/// An animation: a whole frame, and frames that change a part of it.
 QByteArray Gif();
 
 /// A drawing of many thousand shapes.

@@ -14,7 +14,7 @@
 #include "ui/IPictures.h"
 
 /// A host whose services accept every call, answer as servers do and record nothing. A benchmark on it measures the
-/// module and the kit only. Connected to the contract while it lives, in virtual time.
+/// module and the kit only. It is installed during its lifetime and uses virtual time.
 class CNullHost {
 public:
     /// `search` is the answer of the ad server. Each exposure is accepted.
@@ -29,7 +29,7 @@ private:
     struct CLog : ILog {
         void Write(const LogRecord& record) override { written += size_t(record.text.size()); }
         void AssertionFailed(const AssertionRecord& record) override;
-        size_t written = 0;  // so that the text is looked at
+        size_t written = 0;  // so that the text is read
     };
     struct CReports : IReports {
         bool Report(const ReportEvent& event) override { return !event.name.empty(); }

@@ -1,5 +1,5 @@
-// A picture of 4,000 by 3,000 pixels on its way from a server into a widget, by the client's own service: the longest
-// stretch that the main thread is kept from the user, beside what a user does not notice.
+// The longest slice of the main thread while the picture service loads a picture of 4,000 by 3,000 pixels into a
+// widget. The reference is a delay that a user does not notice.
 #include <fmt/format.h>
 
 #include <QApplication>
@@ -32,7 +32,7 @@ struct Format {
     QByteArray bytes;
 };
 
-/// The longest slice in nanoseconds; 0 when there was no picture.
+/// Returns the longest slice in nanoseconds; 0 if no picture was received.
 double LongestSlice(CPictureService& pictures, const QString& url) {
     ZRWebImageWidget widget;
     widget.resize(720, 540);
@@ -42,7 +42,7 @@ double LongestSlice(CPictureService& pictures, const QString& url) {
     QObject::connect(&widget, &ZRWebImageWidget::ImageLoadStatusSignal, &widget,
                      [&](const QString&, ZRImageLoadStatus status) {
                          good = status == kImageLoadSucceeded;
-                         // Behind the paint of what is in.
+                         // After the picture is painted.
                          QTimer::singleShot(50, &widget, [] { QCoreApplication::quit(); });
                      });
     QTimer::singleShot(kLimitMs, &widget, [] { QCoreApplication::quit(); });

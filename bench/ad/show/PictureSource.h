@@ -7,21 +7,21 @@
 
 class CRawHttpServer;
 
-/// A server of one picture, on a thread of its own, so that nobody else is charged for it.
+/// A server of one picture. Its own thread keeps its time out of the measurement.
 class CPictureSource {
 public:
-    /// `picture` is what every path leads to. Listens from now on.
+    /// Listens and answers every path with `picture`.
     explicit CPictureSource(const QByteArray& picture);
     ~CPictureSource();
     CPictureSource(const CPictureSource&) = delete;
     CPictureSource& operator=(const CPictureSource&) = delete;
 
-    /// Without a slash at its end; empty where no port is to be had.
+    /// Returns the URL without a trailing slash; empty if it could not listen.
     const QString& Url() const { return m_url; }
 
 private:
     QThread m_thread;
-    QObject m_agent;  // lives on the thread, and so does what it makes
+    QObject m_agent;  // on the thread, as all that it creates
     std::unique_ptr<CRawHttpServer> m_server;
     QString m_url;
 };

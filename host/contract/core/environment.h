@@ -16,9 +16,11 @@ namespace environment {
 ZRHOST_API bool IsReleaseAppVersion();
 
 /// Returns whether the client is of the Velora edition.
+/// Failure: false without a host.
 ZRHOST_API bool IsVelora();
 
 /// Returns the id of this installation, a text without blanks. It is created once and kept in the store.
+/// Failure: empty without a host.
 ZRHOST_API std::string GetDeviceId();
 
 }  // namespace environment

@@ -6,8 +6,10 @@ namespace core {
 
 /// The display language. The value changes before bus message 20100 announces it.
 /// Thread: main thread.
+/// Failure: English without a host.
 namespace lang {
 
+/// The server uses the same numbers.
 enum LanguageId : int {
     kLanguageSimplifiedChinese = 0,
     kLanguageTraditionalChinese = 1,

@@ -8,6 +8,7 @@ namespace core {
 
 /// The logged-in user. Both values change before OnLogin and OnLogout of the modules are called.
 /// Thread: main thread.
+/// Failure: 0 without a host.
 namespace login_status_data {
 
 /// Returns the user's id, or 0 if nobody is logged in.

@@ -11,8 +11,10 @@ enum ZRUniformResourceSlotType : int {
 namespace core {
 namespace uniform_resource_slot {
 
-/// Returns whether an interruption of that type is allowed now. The call only queries; it reserves nothing.
+/// Returns whether an interruption of that type is allowed now. The call only queries; it reserves nothing. The answer
+/// may differ at the next call, so ask directly before the interruption is shown.
 /// Thread: main thread.
+/// Failure: false without a host.
 ZRHOST_API bool IsAllowedToShowUniformResourceSlot(ZRUniformResourceSlotType type);
 
 }  // namespace uniform_resource_slot

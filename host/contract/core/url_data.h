@@ -13,8 +13,9 @@ enum DomainBizType : int {
 };
 
 /// Returns the base address of the servers under `key`, without a trailing slash. "api" is the ad server.
+/// The address may change when the client finds another server, so ask before each request.
 /// Thread: main thread.
-/// Failure: empty for an unknown key.
+/// Failure: empty for an unknown key, and before a server was found.
 ZRHOST_API std::string GetDomainUrl(const std::string& key, DomainBizType biz);
 
 }  // namespace url_data

@@ -9,11 +9,14 @@ template <class Signature>
 class CSafeFunction;
 
 /// A function that is tied to a guard object. It is copyable, and a default-constructed one is empty.
-/// Thread: the guard's thread.
+/// Thread: the guard's thread. The check and the call are not atomic.
+/// Ownership: the guard is not owned. What the function captures lives as long as the last copy, also after the
+/// guard's end.
 template <class Result, class... Args>
 class CSafeFunction<Result(Args...)> {
 public:
     CSafeFunction() = default;
+    /// A null guard makes an empty function.
     CSafeFunction(QObject* guard, std::function<Result(Args...)> function)
         : m_pGuard(guard), m_fnTarget(std::move(function)) {}
 

@@ -12,6 +12,7 @@ struct CPremiumUIData {
     QString strUIType;
     /// Further data as JSON text, from the server and not validated.
     QString strOtherInfo;
+    /// Title, button text and link of each of the three text sets, see ZRVipUIDataType.
     QString strMainTitle;
     QString strMainBtn;
     QString strDetailTitle;

@@ -21,5 +21,6 @@ public:
 
     /// Returns the service. The factory decides whether all callers share one object.
     /// Ownership: shared with the caller.
+    /// Failure: empty if the service cannot be created; callers must check.
     virtual std::shared_ptr<IZRPluginInterface> CreateInterface() = 0;
 };

@@ -13,12 +13,14 @@
 /// namespace: its type name is the name under which other modules find the service.
 /// Thread: any.
 /// Ownership: the factory and all callers share the object.
+/// Failure: an exception of Impl's constructor is passed on, which the centre logs; the next call tries again.
 template <class Impl, class Interface>
 class TplZRPluginInterfaceFactoryUnique final : public IZRPluginInterfaceFactory {
     static_assert(std::is_base_of<Interface, Impl>::value, "Impl implements Interface");
     static_assert(std::is_base_of<IZRPluginInterface, Interface>::value, "Interface is a plug-in interface");
 
 public:
+    /// Returns the name that RegisterInterfaceFactory and CreateInterface of the centre use.
     std::string GetInterfaceName() override { return typeid(Interface).name(); }
 
     std::shared_ptr<IZRPluginInterface> CreateInterface() override {

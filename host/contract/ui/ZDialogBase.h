@@ -24,6 +24,12 @@ public:
     /// Sets whether the window may appear over a window in full-screen mode. It has no effect on this platform.
     void setEnableShowFullScreenAuxiliary(bool enabled);
 
+    /// Sets the opacity, 0 to 1, exactly: the toolkit's own operation rounds small values to 0. It also applies to a
+    /// native window that is created later.
+    void setWindowOpacity(double opacity);
+    /// Returns the opacity as it was set.
+    double exactWindowOpacity() const;
+
     void setVisible(bool visible) override;
     void setWindowTitleText(const QString& title);
 

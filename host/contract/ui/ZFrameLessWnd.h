@@ -29,14 +29,12 @@ public:
     void updateLayout();
 
 protected:
-    bool event(QEvent* event) override;
     void changeEvent(QEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
-    void closeEvent(QCloseEvent* event) override;
 
 private:
     struct Private;

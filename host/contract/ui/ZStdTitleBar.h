@@ -17,9 +17,11 @@ public:
     explicit ZTitleBarBase(QWidget* parent = nullptr);
     ~ZTitleBarBase() override;
 
+    /// Offers derived classes the events of the buttons on which they install it. The default takes none.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
-    /// Returns whether a press on that child moves the window. The default returns true for all but buttons.
+    /// Returns whether a press on that child moves the window. The default returns true for all but buttons. `widget`
+    /// may be the bar itself.
     virtual bool isDraggable(QWidget* widget);
     /// Builds the bar. ZFrameLessWnd::setTitleBar calls it once.
     virtual void initUi();
@@ -38,6 +40,11 @@ protected:
 
     /// Null before initUi.
     ZIconButton* closeButton() const;
+
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
 
 private:
     struct Private;

@@ -17,6 +17,8 @@ public:
         kTitle = 1,
         kSmall = 2,
         kAccent = 3,
+        /// The title of a window.
+        kWindowTitle = 18,
     };
 
     explicit ZText(QWidget* parent = nullptr);
@@ -45,6 +47,7 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:

@@ -11,7 +11,7 @@ namespace webview {
 /// The requested appearance of a web window, passed as `extra` of core::urlhandler::DispatchUrl. With default values
 /// the host chooses. A host that opens links in the system's browser ignores it.
 struct ZRWebWindowInfo {
-    /// Null: the main window.
+    /// Null: the main window. Not owned; a parent that is destroyed before the window opens counts as null.
     QPointer<QWidget> parent;
     /// Pixels; invalid: the host's.
     QSize size;

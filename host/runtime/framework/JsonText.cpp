@@ -1,6 +1,7 @@
 #include "framework/JsonText.h"
 
 #include <json/reader.h>
+#include <json/writer.h>
 
 #include <memory>
 
@@ -28,6 +29,17 @@ std::optional<Json::Value> ParseJson(const std::string& text, std::string& error
         error = exception.what();
         return std::nullopt;
     }
+}
+
+std::string OneLine(const Json::Value& value) {
+    static const Json::StreamWriterBuilder builder = [] {
+        Json::StreamWriterBuilder line;
+        line["indentation"] = "";
+        line["commentStyle"] = "None";
+        line["emitUTF8"] = true;
+        return line;
+    }();
+    return Json::writeString(builder, value);
 }
 
 }  // namespace host

@@ -13,4 +13,7 @@ namespace host {
 /// failure, with the reason in `error`. Any thread.
 ZRHOST_API std::optional<Json::Value> ParseJson(const std::string& text, std::string& error);
 
+/// Returns the value as one line of JSON in UTF-8. The bytes of strings are copied without a check. Any thread.
+ZRHOST_API std::string OneLine(const Json::Value& value);
+
 }  // namespace host

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMetaType>
+#include <QSize>
 #include <QString>
 #include <cstdint>
 #include <map>
@@ -47,6 +48,7 @@ struct UrlTrace {
     QString refusal;  // empty if the URL was opened
     int businessType = 0;
     int fallbackMode = 0;
+    QSize windowSize = {};  // invalid without a wish
 };
 
 /// An HTTP request or its result. Loads of pictures have their own numbers and no bodies.

@@ -8,6 +8,7 @@
 #include <QSvgRenderer>
 #include <algorithm>
 
+#include "core/lang.h"
 #include "ui/zr_ui_theme.h"
 
 namespace host::drawings {
@@ -32,15 +33,20 @@ bool IsInKit(const QString& name) {
     return names.contains(name);
 }
 
-// A drawing may have another form for light themes, under the same name.
+// Another form under the same name, for light themes and for languages other than Chinese.
 bool HasLightForm(const QString& name) {
     static const QSet<QString> names = NamesIn(QStringLiteral(":/kit/light"));
-    return zr_ui_theme::Manager::instance()->getTheme() == zr_ui_theme::Manager::kThemeLight && names.contains(name);
+    return names.contains(name) && zr_ui_theme::Manager::instance()->getTheme() == zr_ui_theme::Manager::kThemeLight;
+}
+
+bool HasLatinForm(const QString& name) {
+    static const QSet<QString> names = NamesIn(QStringLiteral(":/kit/latin"));
+    return names.contains(name) && !core::lang::IsChinese();
 }
 
 QString PathOf(const QString& name) {
-    return HasLightForm(name) ? QStringLiteral(":/kit/light/%1.svg").arg(name)
-                              : QStringLiteral(":/kit/%1.svg").arg(name);
+    const char* folder = HasLightForm(name) ? "light/" : HasLatinForm(name) ? "latin/" : "";
+    return QStringLiteral(":/kit/%1%2.svg").arg(QLatin1String(folder), name);
 }
 
 QByteArray Load(const QString& path) {

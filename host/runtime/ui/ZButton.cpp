@@ -4,6 +4,7 @@
 #include <QPainter>
 
 #include "ui/KitPaint.h"
+#include "ui/SheetRule.h"
 
 namespace {
 
@@ -40,6 +41,7 @@ struct ZButton::Private {
     ZrStyle style = kPlain;
     int spacing = 6;
     int padding = 14;
+    QString tip;
 
     QSize IconArea() const { return iconName.isEmpty() ? QSize(0, 0) : iconSize; }
 };
@@ -85,10 +87,11 @@ void ZButton::setLeftRightPadding(int padding) {
 }
 
 QSize ZButton::sizeHint() const {
+    ensurePolished();
     const QSize icon = d->IconArea();
     const QSize text = fontMetrics().size(Qt::TextSingleLine | Qt::TextShowMnemonic, this->text());
     const int between = icon.isEmpty() || this->text().isEmpty() ? 0 : d->spacing;
-    return {2 * d->padding + icon.width() + between + text.width(),
+    return {qMin(host::kit::kMaxHintWidth, 2 * d->padding + icon.width() + between + text.width()),
             qMax(kHeight, qMax(icon.height(), text.height()) + 2 * kRoomAboveText)};
 }
 
@@ -99,14 +102,21 @@ QSize ZButton::minimumSizeHint() const {
 void ZButton::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     using host::kit::Color;
-    const Look& look = kLooks[d->style][host::kit::StateOf(*this)];
-    const QColor textColor = Color(look.text);
-    host::kit::PaintPlate(painter, rect(), kRadius, Color(look.fill), Color(look.edge));
+    const Look& look = kLooks[d->style < int(std::size(kLooks)) ? d->style : kPlain][host::kit::StateOf(*this)];
+    const host::kit::SheetRule rule = host::kit::RuleOf(*this);
+    const QColor textColor = host::kit::TextColorOf(*this, Color(look.text));
+    if (!rule.background) {
+        host::kit::PaintPlate(painter, rect(), kRadius, Color(look.fill), rule.border ? QColor() : Color(look.edge));
+    }
+    if (rule.background || rule.border) {
+        host::kit::PaintRule(painter, *this);
+    }
 
     const QSize icon = d->IconArea();
     const int before = icon.isEmpty() ? 0 : icon.width() + (text().isEmpty() ? 0 : d->spacing);
     const int room = qMax(0, width() - 2 * d->padding - before);
     const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, room, Qt::TextShowMnemonic);
+    host::kit::OfferWhole(*this, d->tip, shown != text(), text());
     const int textWidth = fontMetrics().size(Qt::TextSingleLine | Qt::TextShowMnemonic, shown).width();
     const int left = (width() - before - textWidth) / 2;
     if (!icon.isEmpty()) {
@@ -115,9 +125,9 @@ void ZButton::paintEvent(QPaintEvent* /*event*/) {
     }
     painter.setPen(textColor);
     painter.drawText(QRect(left + before, 0, textWidth, height()), kTextFlags, shown);
-    if (hasFocus() && d->style == kFilled) {
+    if (hasFocus() && (d->style == kFilled || rule.background)) {
         // In some themes the button has the same colour as the ring.
-        host::kit::PaintFocus(painter, rect().adjusted(2, 2, -2, -2), kRadius - 2, Color("onAccent"));
+        host::kit::PaintFocus(painter, rect().adjusted(2, 2, -2, -2), kRadius - 2, textColor);
     } else if (hasFocus()) {
         host::kit::PaintFocus(painter, rect(), kRadius, Color("focus"));
     }

@@ -11,8 +11,9 @@
 namespace {
 
 constexpr QSize kPaintedRow(230, 40);
-constexpr int kMaxFontPixels = 64;
-constexpr int kNarrowestPercent = 1;
+constexpr int kMaxFontSteps = 640;
+constexpr double kStepPoints = 0.1;
+constexpr double kNarrowPercent = 1;
 
 }  // namespace
 
@@ -70,15 +71,18 @@ struct ZMenu::Private {
 
     // With a style sheet no style is asked for the size of a row, but the row grows with the font of its entry.
     void FitPainted(ZAction& action, QFont font) const {
-        if (menu.actionGeometry(&action).height() == kPaintedRow.height()) {
+        const int height = menu.actionGeometry(&action).height();
+        if (height == kPaintedRow.height() || height == kPaintedRow.height() + 1) {
             return;
         }
-        font.setStretch(kNarrowestPercent);  // the painted text does not widen the menu
+        // The painted text does not widen the menu.
+        font.setLetterSpacing(QFont::PercentageSpacing, kNarrowPercent);
+        // Whole sizes skip some heights.
         int least = 1;
-        int most = kMaxFontPixels;
+        int most = kMaxFontSteps;
         while (least < most) {
             const int middle = (least + most) / 2;
-            font.setPixelSize(middle);
+            font.setPointSizeF(middle * kStepPoints);
             action.setFont(font);
             if (menu.actionGeometry(&action).height() < kPaintedRow.height()) {
                 least = middle + 1;
@@ -86,7 +90,7 @@ struct ZMenu::Private {
                 most = middle;
             }
         }
-        font.setPixelSize(least);
+        font.setPointSizeF(least * kStepPoints);
         action.setFont(font);
     }
 

@@ -5,6 +5,7 @@
 #include <QStyle>
 
 #include "ui/KitPaint.h"
+#include "ui/SheetRule.h"
 #include "ui/TextLines.h"
 
 namespace {
@@ -24,7 +25,7 @@ struct ZMultilineText::Private {
 
     host::kit::CTextLines::Shape ShapeFor(const QWidget& widget) const {
         host::kit::CTextLines::Shape shape;
-        shape.font = host::kit::Sized(widget.font(), kPixels, QFont::Normal);
+        shape.font = host::kit::FontOf(widget, kPixels, QFont::Normal);
         shape.alignment = QStyle::visualAlignment(widget.layoutDirection(), alignment);
         shape.lineHeight = lineHeight;
         shape.elide = true;
@@ -108,7 +109,7 @@ void ZMultilineText::paintEvent(QPaintEvent* /*event*/) {
         d->Lay(*this);
     }
     QPainter painter(this);
-    d->lines.Paint(painter, rect(), host::kit::Color(isEnabled() ? "text" : "disabled"));
+    d->lines.Paint(painter, rect(), host::kit::TextColorOf(*this, host::kit::Color("text")));
 }
 
 void ZMultilineText::resizeEvent(QResizeEvent* event) {

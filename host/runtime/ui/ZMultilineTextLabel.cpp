@@ -5,6 +5,7 @@
 #include <QStyle>
 
 #include "ui/KitPaint.h"
+#include "ui/SheetRule.h"
 #include "ui/TextLines.h"
 
 namespace {
@@ -26,7 +27,7 @@ struct ZMultilineTextLabel::Private {
 
     host::kit::CTextLines::Shape ShapeFor(const QWidget& widget) const {
         host::kit::CTextLines::Shape shape;
-        shape.font = host::kit::Sized(widget.font(), kPixels, QFont::Normal);
+        shape.font = host::kit::FontOf(widget, kPixels, QFont::Normal);
         shape.alignment = QStyle::visualAlignment(widget.layoutDirection(), alignment);
         shape.wrap = wrap;
         shape.lineHeight = lineHeight;
@@ -126,7 +127,7 @@ int ZMultilineTextLabel::heightForWidth(int width) const {
 
 void ZMultilineTextLabel::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    d->lines.Paint(painter, rect().marginsRemoved(d->margins), host::kit::Color(isEnabled() ? "text" : "disabled"));
+    d->lines.Paint(painter, rect().marginsRemoved(d->margins), host::kit::TextColorOf(*this, host::kit::Color("text")));
 }
 
 void ZMultilineTextLabel::resizeEvent(QResizeEvent* event) {

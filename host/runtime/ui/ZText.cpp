@@ -4,12 +4,32 @@
 #include <QPainter>
 
 #include "ui/KitPaint.h"
+#include "ui/SheetRule.h"
 
 namespace {
 
-// By ZrStyle.
-constexpr int kPixels[] = {13, 16, 11, 13};
-constexpr std::string_view kColors[] = {"text", "heading", "muted", "accent"};
+struct Look {
+    int pixels;
+    QFont::Weight weight;
+    std::string_view color;
+};
+
+Look LookOf(ZText::ZrStyle style) {
+    switch (style) {
+        case ZText::kTitle:
+            return {16, QFont::DemiBold, "heading"};
+        case ZText::kSmall:
+            return {11, QFont::Normal, "muted"};
+        case ZText::kAccent:
+            return {13, QFont::Normal, "accent"};
+        case ZText::kWindowTitle:
+            return {14, QFont::DemiBold, "heading"};
+        case ZText::kBody:
+            break;
+    }
+    return {13, QFont::Normal, "text"};
+}
+
 constexpr int kNoLimit = QWIDGETSIZE_MAX;
 
 }  // namespace
@@ -19,23 +39,45 @@ struct ZText::Private {
     ZrStyle style = kBody;
     bool dottable = false;
     bool wrap = false;
+    QString tip;
 
     int Flags() const {
         return wrap ? int(Qt::TextWordWrap) | int(Qt::AlignTop) : int(Qt::TextSingleLine) | int(Qt::AlignVCenter);
     }
 
-    QFont FontFrom(const QFont& font) const {
-        return host::kit::Sized(font, kPixels[style], style == kTitle ? QFont::DemiBold : QFont::Normal);
+    QFont FontFor(const QWidget& widget) const {
+        const Look look = LookOf(style);
+        return host::kit::FontOf(widget, look.pixels, look.weight);
+    }
+
+    // A word that is wider than the text is broken.
+    int FlagsAt(const QFontMetrics& metrics, int width) const {
+        const bool hasWideWord = wrap && metrics.boundingRect(QRect(0, 0, 0, kNoLimit), Flags(), text).width() > width;
+        return hasWideWord ? Flags() | int(Qt::TextWrapAnywhere) : Flags();
     }
 
     QSize SizeAt(const QFont& font, int width) const {
-        return QFontMetrics(FontFrom(font)).boundingRect(QRect(0, 0, width, kNoLimit), Flags(), text).size();
+        const QFontMetrics metrics(font);
+        return metrics.boundingRect(QRect(0, 0, width, kNoLimit), FlagsAt(metrics, width), text).size();
     }
 
     // Includes the bearing of the last letter, which may exceed its advance.
     QSize WholeSize(const QFont& font) const {
-        const QFontMetrics metrics(FontFrom(font));
+        const QFontMetrics metrics(font);
         return metrics.size(wrap ? 0 : Qt::TextSingleLine, text).expandedTo(QSize(0, metrics.height()));
+    }
+
+    void OfferWhole(QWidget& widget) {
+        const QFont font = FontFor(widget);
+        const bool cut =
+            wrap ? SizeAt(font, widget.width()).height() > widget.height() : WholeSize(font).width() > widget.width();
+        host::kit::OfferWhole(widget, tip, cut, text);
+    }
+
+    void Refresh(QWidget& widget) {
+        OfferWhole(widget);
+        widget.updateGeometry();
+        widget.update();
     }
 };
 
@@ -56,8 +98,7 @@ void ZText::setText(const QString& text) {
     }
     d->text = text;
     setAccessibleName(text);
-    updateGeometry();
-    update();
+    d->Refresh(*this);
 }
 
 QString ZText::text() const {
@@ -66,18 +107,19 @@ QString ZText::text() const {
 
 void ZText::setZrStyle(ZrStyle style) {
     d->style = style;
-    updateGeometry();
-    update();
+    d->Refresh(*this);
 }
 
 void ZText::setDottable(bool dottable) {
     d->dottable = dottable;
-    updateGeometry();
-    update();
+    d->Refresh(*this);
 }
 
+// A line that asks for less than its text needs always ends in dots.
 bool ZText::isDotted() const {
-    return d->dottable && !d->wrap && d->WholeSize(font()).width() > width();
+    ensurePolished();
+    const int whole = d->wrap ? 0 : d->WholeSize(d->FontFor(*this)).width();
+    return (d->dottable || whole > host::kit::kMaxHintWidth) && whole > width();
 }
 
 void ZText::setWordWrap(bool wrap) {
@@ -85,21 +127,27 @@ void ZText::setWordWrap(bool wrap) {
     QSizePolicy policy = sizePolicy();
     policy.setHeightForWidth(wrap);
     setSizePolicy(policy);
-    updateGeometry();
-    update();
+    d->Refresh(*this);
 }
 
 QSize ZText::sizeHint() const {
-    return d->WholeSize(font());
+    ensurePolished();
+    const QFont font = d->FontFor(*this);
+    const QSize whole = d->WholeSize(font);
+    if (whole.width() <= host::kit::kMaxHintWidth) {
+        return whole;
+    }
+    return {host::kit::kMaxHintWidth, d->wrap ? d->SizeAt(font, host::kit::kMaxHintWidth).height() : whole.height()};
 }
 
 // Wrapped text needs only the width of its longest word.
 QSize ZText::minimumSizeHint() const {
-    const QFontMetrics metrics(d->FontFrom(font()));
     if (d->wrap) {
-        return {d->SizeAt(font(), 0).width(), metrics.height()};
+        const QFont font = d->FontFor(*this);
+        const int word = QFontMetrics(font).boundingRect(QRect(0, 0, 0, kNoLimit), d->Flags(), d->text).width();
+        return {qMin(word, host::kit::kMaxHintWidth), QFontMetrics(font).height()};
     }
-    return d->dottable ? QSize(metrics.horizontalAdvance(QChar(0x2026)), metrics.height()) : sizeHint();
+    return d->dottable ? host::kit::DotsSize(d->FontFor(*this)) : sizeHint();
 }
 
 bool ZText::hasHeightForWidth() const {
@@ -107,22 +155,27 @@ bool ZText::hasHeightForWidth() const {
 }
 
 int ZText::heightForWidth(int width) const {
-    return d->wrap ? d->SizeAt(font(), width).height() : -1;
+    return d->wrap ? d->SizeAt(d->FontFor(*this), width).height() : -1;
 }
 
 void ZText::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    painter.setFont(d->FontFrom(font()));
-    painter.setPen(isEnabled() ? host::kit::ColorIn(kColors, d->style) : host::kit::Color("disabled"));
+    painter.setFont(d->FontFor(*this));
+    painter.setPen(host::kit::TextColorOf(*this, host::kit::Color(LookOf(d->style).color)));
     const QString shown =
         isDotted() ? painter.fontMetrics().elidedText(d->text, Qt::ElideRight, width(), Qt::TextSingleLine) : d->text;
-    painter.drawText(rect(), d->Flags() | Qt::AlignLeft, shown);
+    painter.drawText(rect(), d->FlagsAt(painter.fontMetrics(), width()) | Qt::AlignLeft, shown);
+}
+
+void ZText::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    d->OfferWhole(*this);
 }
 
 void ZText::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::FontChange) {
-        updateGeometry();
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+        d->Refresh(*this);
     }
     update();
 }

@@ -16,6 +16,9 @@ bool IsComplete(const channel::Frame& frame, std::string& reason) {
         case channel::Frame::CONFIG:
             reason = "a configuration without a body";
             return frame.has_body();
+        case channel::Frame::LINKS:
+            reason = "a link table without a body";
+            return frame.has_body();
         case channel::Frame::CLOCK:
             reason = "a clock without a time";
             return frame.has_server_time_ms();

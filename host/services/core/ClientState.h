@@ -1,12 +1,12 @@
 #pragma once
 
-#include "core/CommonConfig.h"
 #include "core/Domains.h"
 #include "core/Environment.h"
 #include "core/IClientState.h"
 #include "core/InterruptionSlots.h"
 #include "core/Language.h"
 #include "core/LoginSession.h"
+#include "core/ServerDocument.h"
 
 /// Answers the contract's queries from the services that own the state. They must outlive it. Main thread.
 class CClientState : public IClientState {
@@ -16,6 +16,7 @@ public:
         const CEnvironment& environment;
         const CLanguage& language;
         const CCommonConfig& commonConfig;
+        const CLinkTable& linkTable;
         const CDomains& domains;
         const CInterruptionSlots& interruptionSlots;
     };
@@ -30,12 +31,11 @@ public:
     std::string DeviceId() const override { return m_sources.environment.DeviceId(); }
     int LanguageId() const override { return m_sources.language.LanguageId(); }
     std::optional<QString> Text(unsigned int textId) const override { return m_sources.language.Text(textId); }
-    Json::Value ConfigByName(const std::string& name) const override {
-        return m_sources.commonConfig.ConfigByName(name);
-    }
+    Json::Value ConfigByName(const std::string& name) const override { return m_sources.commonConfig.Member(name); }
     std::string DomainUrl(const std::string& key, core::url_data::DomainBizType /*biz*/) const override {
         return m_sources.domains.DomainUrl(key);
     }
+    std::string LinkUrl(unsigned long linkId) const override { return m_sources.linkTable.Url(linkId); }
     bool IsAllowed(ZRUniformResourceSlotType type) const override {
         return m_sources.interruptionSlots.IsAllowed(type);
     }

@@ -15,9 +15,11 @@ bool CUrlOpener::Open(const UrlRequest& request) {
     Verdict verdict = host::CheckUrl(request.url, !m_state.IsReleaseAppVersion());
     const bool hooked = verdict.target == EnTarget::kPage && m_hooks.Handle(request);
     if (verdict.target != EnTarget::kRefused && !hooked) {
-        const Handler& handler = verdict.target == EnTarget::kPage ? m_fnPage : m_fnWeb;
         bool opened = false;
-        host::CallAndLogExceptions(kLog, "Opening a URL", [&] { opened = handler && handler(verdict.url); });
+        host::CallAndLogExceptions(kLog, "Opening a URL", [&] {
+            opened = verdict.target == EnTarget::kPage ? m_fnPage && m_fnPage(verdict.url)
+                                                       : m_fnWeb && m_fnWeb(verdict.url, request.extra);
+        });
         if (!opened) {
             verdict = {EnTarget::kRefused, QUrl(), QStringLiteral("nothing in the client opens it")};
         }

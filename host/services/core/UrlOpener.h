@@ -21,12 +21,14 @@ public:
 
     /// Opens an allowed URL. Returns false if it can't be opened.
     using Handler = std::function<bool(const QUrl& url)>;
+    /// `extra` is the request's, such as the wished window.
+    using WebHandler = std::function<bool(const QUrl& url, const QVariant& extra)>;
 
     explicit CUrlOpener(const IClientState& state) : m_state(state) {}
 
     /// Without a handler the URLs of its kind are refused.
     void SetPageHandler(Handler handler) { m_fnPage = std::move(handler); }
-    void SetWebHandler(Handler handler) { m_fnWeb = std::move(handler); }
+    void SetWebHandler(WebHandler handler) { m_fnWeb = std::move(handler); }
 
     bool Open(const UrlRequest& request) override;
     void AddHook(const QString& schemeUrl, core::scheme::PreCallback callback, void* owner,
@@ -40,5 +42,5 @@ private:
     const IClientState& m_state;
     host::CSchemeHooks m_hooks;
     Handler m_fnPage;
-    Handler m_fnWeb;
+    WebHandler m_fnWeb;
 };

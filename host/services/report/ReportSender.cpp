@@ -16,14 +16,14 @@ namespace {
 
 constexpr host::CHostLog kLog("Report");
 
-// The slowest line that a large event is given time for.
+// The timeout grows with the size of a batch, by this minimum throughput.
 constexpr size_t kLeastBytesPerSecond = 256 << 10;
 
 constexpr char kPath[] = "/report/events";
 constexpr char kBegin[] = "{\"events\":[";
 constexpr char kEnd[] = "]}";
 
-/// Whether it is the batch itself that the server has something against, so that it would have again.
+/// Returns whether the server rejects the content of the batch, so that a retry would fail too.
 bool IsRefusal(const HttpRspInfo& response) {
     constexpr int statuses[] = {400, 413, 422};
     return response.m_nResult == kHttpOk &&
@@ -166,7 +166,7 @@ void CReportSender::OnAnswer(const HttpRspInfo& response) {
     m_retryTimer.start(0);
 }
 
-// Halving ends soon and needs no wait; a server that refuses each single event has to be spared.
+// Halving needs no delay, since it ends soon. A server that rejects each single event gets the back-off.
 void CReportSender::OnRefusal(const std::string& reason) {
     if (m_batch.size() > 1) {
         m_nMaxEvents = m_batch.size() / 2;
@@ -179,7 +179,7 @@ void CReportSender::OnRefusal(const std::string& reason) {
     Fail(reason);
 }
 
-// A line for each spell without the server, not for each attempt.
+// Logs the first of consecutive failures only.
 void CReportSender::Fail(const std::string& reason) {
     m_batch.clear();
     const auto wait = m_backoff.Next(m_random.RandomNumber());

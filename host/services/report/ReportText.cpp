@@ -1,19 +1,19 @@
 #include "report/ReportText.h"
 
-#include <json/writer.h>
-
 #include <QTextCodec>
 #include <algorithm>
 #include <cmath>
 
+#include "framework/JsonText.h"
+
 namespace {
 
-// Below what readers of ours follow, the event around it counted.
+// The limit of host::ParseJson, less the levels of the event and the batch.
 constexpr int kMaxDepth = 60;
 
 constexpr int kUtf8Mib = 106;
 
-/// The text with U+FFFD in place of what is not UTF-8; nothing where all of it is.
+/// Returns the text with U+FFFD in place of invalid UTF-8; nothing if the text is valid.
 std::optional<std::string> Repaired(const std::string& text) {
     if (std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; })) {
         return std::nullopt;
@@ -40,7 +40,7 @@ bool IsRepresentable(const Json::Value& value, int depth = 0) {
         return true;
     }
     for (auto element = value.begin(); element != value.end(); ++element) {
-        // Two keys that are no text would become one key, and no reader takes that.
+        // Two invalid keys could become equal, and readers refuse duplicate keys.
         if ((value.isObject() && Repaired(element.name())) || !IsRepresentable(*element, depth + 1)) {
             return false;
         }
@@ -57,14 +57,6 @@ void RepairStrings(Json::Value& value) {
     } else if (value.isArray() || value.isObject()) {
         std::for_each(value.begin(), value.end(), RepairStrings);
     }
-}
-
-Json::StreamWriterBuilder OneLineOfUtf8() {
-    Json::StreamWriterBuilder builder;
-    builder["indentation"] = "";
-    builder["commentStyle"] = "None";
-    builder["emitUTF8"] = true;
-    return builder;
 }
 
 }  // namespace
@@ -86,6 +78,5 @@ std::optional<std::string> ReportText(const ReportedEventData& event) {
         json["durationMs"] = Json::Int64(*event.durationMs);
     }
     RepairStrings(json);
-    static const Json::StreamWriterBuilder builder = OneLineOfUtf8();
-    return Json::writeString(builder, json);
+    return host::OneLine(json);
 }

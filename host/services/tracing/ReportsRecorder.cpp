@@ -1,9 +1,8 @@
 #include "tracing/ReportsRecorder.h"
 
-#include <json/writer.h>
-
 #include <algorithm>
 
+#include "framework/JsonText.h"
 #include "report/RunningTimers.h"
 #include "tracing/TraceLog.h"
 
@@ -12,19 +11,12 @@ namespace {
 // Limit for timers that are never ended.
 constexpr size_t kMaxRunning = 1'000;
 
-std::string OneLine(const Json::Value& value) {
-    Json::StreamWriterBuilder writer;
-    writer["indentation"] = "";
-    writer["emitUTF8"] = true;
-    return Json::writeString(writer, value);
-}
-
 ReportTrace TraceOf(const ReportEvent& event) {
     ReportTrace trace;
     trace.event = event.name;
     trace.code = event.code;
     trace.broker = event.broker;
-    trace.params = OneLine(event.params);
+    trace.params = host::OneLine(event.params);
     return trace;
 }
 

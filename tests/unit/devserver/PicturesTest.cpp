@@ -41,7 +41,9 @@ size_t Colours(const QImage& image) {
 TEST(PicturesTest, EachIsPaintedInTheSizeOfItsKindInBothFormats) {
     CPictures pictures;
     for (const std::string& name : Names()) {
-        const QSize size = name.rfind("card-", 0) == 0 ? QSize(720, 240) : QSize(1920, 320);
+        const QSize size = name == "activation"          ? QSize(360, 424)
+                           : name.rfind("card-", 0) == 0 ? QSize(720, 240)
+                                                         : QSize(1920, 320);
         const auto png = pictures.Find(name + ".png");
         const auto jpeg = pictures.Find(name + ".jpg");
         ASSERT_TRUE(png && jpeg) << name;
@@ -85,11 +87,45 @@ TEST(PicturesTest, PaintedTwiceIsTheSame) {
     EXPECT_EQ(CPictures().Find("card-invite.png")->bytes, first);
 }
 
+TEST(PicturesTest, ActivationDiffersForEachMarketAndLanguage) {
+    CPictures pictures;
+    std::set<std::string> seen{pictures.Find("activation.png")->bytes};
+
+    for (const std::string market : {"SG", "AU", "JP", "CA", "MY", "US"}) {
+        for (const std::string language : {"zh-Hans", "zh-Hant", "ja", "fr", "en"}) {
+            const auto picture = pictures.Find("activation_" + market + "_" + language + ".png");
+            ASSERT_TRUE(picture) << market << language;
+            EXPECT_EQ(Decoded(*picture, "PNG").size(), QSize(360, 424));
+            EXPECT_TRUE(seen.insert(picture->bytes).second) << market << language;
+        }
+    }
+}
+
+// The shown parts are where the words stand, and nowhere else.
+TEST(PicturesTest, MarketAndLanguageAreBothDrawn) {
+    CPictures pictures;
+    const QImage plain = Decoded(*pictures.Find("activation.png"), "PNG");
+    const auto differs = [&](const char* name, const QRect& area) {
+        return Decoded(*pictures.Find(name), "PNG").copy(area) != plain.copy(area);
+    };
+    const QRect market(0, 190, 360, 90);
+    const QRect language(0, 290, 360, 100);
+
+    EXPECT_TRUE(differs("activation_SG.png", market));
+    EXPECT_FALSE(differs("activation_SG.png", language));
+    EXPECT_TRUE(differs("activation_ja.png", language));
+    EXPECT_FALSE(differs("activation_ja.png", market));
+    EXPECT_TRUE(differs("activation_SG_ja.png", market));
+    EXPECT_TRUE(differs("activation_SG_ja.png", language));
+}
+
 TEST(PicturesTest, OtherNamesAreNoPictures) {
     CPictures pictures;
-    for (const char* name : {"", ".png", "nowhere.png", "night-session", "night-session.gif", "night-session.PNG",
-                             "../scenarios/default.json", "../pictures/night-session.png", "a/night-session.svg",
-                             "night-session.svg.png", "night-session.png.svg"}) {
+    for (const char* name :
+         {"", ".png", "nowhere.png", "night-session", "night-session.gif", "night-session.PNG",
+          "../scenarios/default.json", "../pictures/night-session.png", "a/night-session.svg", "night-session.svg.png",
+          "night-session.png.svg", "activation_XX.png", "activation_SG_SG.png", "activation_.png", "activation_SG_.png",
+          "activation_ground.png", "_SG.png"}) {
         EXPECT_FALSE(pictures.Find(name)) << name;
     }
 }

@@ -21,7 +21,7 @@ protected:
         }
     }
 
-    void Start(const QStringList& arguments) { process.start(QStringLiteral(ZRDEVSERVER_PROGRAM), arguments); }
+    void Start(const QStringList& arguments) { process.start(QStringLiteral(ZR_DEVSERVER), arguments); }
 
     Json::Value Greeting() {
         EXPECT_TRUE(WaitInRealTime([this] { return process.canReadLine(); }));
@@ -59,7 +59,7 @@ TEST_F(ProcessTest, FirstLineTellsPortsAndTokenByWhichTheServerIsReached) {
 
 TEST_F(ProcessTest, EachServerHasATokenOfItsOwn) {
     QProcess other;
-    other.start(QStringLiteral(ZRDEVSERVER_PROGRAM), {QStringLiteral("--child")});
+    other.start(QStringLiteral(ZR_DEVSERVER), {QStringLiteral("--child")});
     Start({QStringLiteral("--child")});
     ASSERT_TRUE(WaitInRealTime([&] { return other.canReadLine(); }));
 

@@ -2,9 +2,11 @@
 #include <gmock/gmock.h>
 
 #include <QFile>
+#include <map>
 #include <set>
 
 #include "CommandAnswers.h"
+#include "Pictures.h"
 #include "RowName.h"
 #include "premium_svr.pb.h"
 
@@ -111,7 +113,8 @@ INSTANTIATE_TEST_SUITE_P(
                     UserRow{"Limited1", 20015, "Vera Limited1", 0, kNone, kNone, kNone, 0, 0, kNone, 6},
                     UserRow{"Limited5", 20016, "Walt Limited5", 0, kNone, kNone, kNone, 0, 0, false, 6},
                     UserRow{"EmptyRights", 20017, "Xena EmptyRights", kNone, kNone, kNone, kNone, kNone, kNone, kNone,
-                            0}),
+                            0},
+                    UserRow{"EveryType", 20018, "Yuri EveryType", 0, kNone, kNone, kNone, 0, 0, true, 6}),
     RowName());
 
 TEST_F(DefaultScenarioTest, LimitedUsersHaveTheDaysOfTheirNames) {
@@ -129,12 +132,53 @@ TEST_F(DefaultScenarioTest, RightsAreInTheStateOfTheirUser) {
     EXPECT_THAT(ActivationTypes(20001), ElementsAre(3, 5));
     EXPECT_THAT(ActivationTypes(20002), ElementsAre(1));
     EXPECT_THAT(ActivationTypes(20003), ElementsAre(3));
-    EXPECT_THAT(ActivationTypes(20007), ElementsAre(3, 5));
+    EXPECT_THAT(ActivationTypes(20007), ElementsAre(2, 3));
     EXPECT_THAT(ActivationTypes(20010), ElementsAre(3));
     EXPECT_EQ(Right(20012, 1000)->activationtype(), 6);
     EXPECT_EQ(Right(20012, 1000)->haspermission(), false);
     EXPECT_EQ(Right(20013, 1000)->activationtype(), 2);
     EXPECT_EQ(Right(20003, 1000)->activationsource(), web_premium_access::VipRule);
+}
+
+TEST_F(DefaultScenarioTest, OneUserHasEachActivationTypeOfALockingLayout) {
+    EXPECT_THAT(ActivationTypes(20018), ElementsAre(1, 2, 3, 4, 5, 6));
+    for (const UserRight& right : scenario->FindUser(20018)->premium().rights()) {
+        EXPECT_EQ(right.activationsource(), web_premium_access::VipRule);
+        EXPECT_EQ(scenario->FindRight(right.access())->uitype(), "D");
+    }
+    EXPECT_THAT(scenario->FindUser(20018)->activation().code().number_value(), Gt(1001));
+}
+
+// Rights and membership alone, as no page shows the rest.
+TEST_F(DefaultScenarioTest, UsersCanBeToldApart) {
+    std::map<std::string, std::string> seen;
+    for (const User& user : scenario->Users()) {
+        if (user.id() < 20000) {
+            continue;
+        }
+        std::string looks = std::to_string(user.vip().basic().state()) + std::to_string(user.vip().basic().level());
+        for (const UserRight& right : user.premium().rights()) {
+            looks += "|" + std::to_string(right.access()) + ":" + std::to_string(right.activationtype()) + "," +
+                     std::to_string(right.daysleft());
+        }
+        const auto [other, isNew] = seen.emplace(looks, user.name());
+        EXPECT_TRUE(isNew) << user.name() << " looks like " << other->second;
+    }
+    EXPECT_EQ(seen.size(), 18u);
+}
+
+TEST_F(DefaultScenarioTest, PopupPicturesAreThereForEachMarketAndLanguage) {
+    CPictures pictures;
+    const Json::Value& markets = scenario->CommonConfig()["premium_active_popup_image"]["image_info"];
+    EXPECT_THAT(markets.getMemberNames(), ElementsAre("AU", "CA", "JP", "MY", "SG", "US"));
+    for (const std::string& market : markets.getMemberNames()) {
+        EXPECT_THAT(markets[market].getMemberNames(), ElementsAre("en", "fr", "ja", "zh-Hans", "zh-Hant"));
+        for (const std::string& language : markets[market].getMemberNames()) {
+            const std::string name = "activation_" + market + "_" + language + ".png";
+            EXPECT_EQ(markets[market][language], "{server}/pictures/" + name);
+            EXPECT_TRUE(pictures.Find(name)) << name;
+        }
+    }
 }
 
 TEST_F(DefaultScenarioTest, RightsThatCanBeReadySayWhereTheirPopupLeads) {
@@ -149,8 +193,8 @@ TEST_F(DefaultScenarioTest, RightsThatCanBeReadySayWhereTheirPopupLeads) {
     Errors errors;
     for (const int32_t access : ready) {
         const Json::Value info = ParseJson(scenario->FindRight(access)->otherinfo(), errors).value();
-        EXPECT_THAT(info["active_premium_popup_info"]["target_url"].asString(),
-                    testing::MatchesRegex("https://[a-z]+\\.zrgrowth\\.example/.+"))
+        EXPECT_EQ(info["active_premium_popup_info"]["target_url"].asString(),
+                  "{server}/link/" + std::to_string(scenario->FindRight(access)->links().detailsubbtn()))
             << access;
     }
 }

@@ -21,13 +21,17 @@ enum HttpWorkPool : int {
 /// A request. Redirects are followed only within the same origin.
 struct HttpReqInfo {
     HttpMethod m_enMethod = kHttpGet;
+    /// An https URL. Plain http is allowed to loopback addresses only, in internal builds.
     std::string m_strUrl;
     /// The body of a POST, sent as JSON.
     std::string m_strBody;
+    /// Headers by name. Several values are joined by commas. Headers of the transport, for example Host,
+    /// Content-Length and Cookie, are refused.
     std::map<std::string, std::vector<std::string>> m_mapHeader;
     /// Query items, percent-encoded and appended to the URL.
     std::map<std::string, std::vector<std::string>> m_mapQuery;
-    /// The time limit of the whole exchange.
+    /// The time limit of the whole exchange, redirects included. 0 and negative values mean 10, the maximum is 24
+    /// hours.
     int m_nTimeoutSeconds = 10;
 };
 
@@ -35,10 +39,14 @@ struct HttpReqInfo {
 enum HttpResult : int {
     /// An answer was received, with any status.
     kHttpOk = 0,
+    /// The URL, the method or a header is not allowed. Nothing was sent.
     kHttpBadRequest = 1,
+    /// The name is unknown, or no connection was made, a refused certificate included.
     kHttpNoConnection = 2,
     kHttpTimedOut = 3,
+    /// The body or the headers are larger than the limits.
     kHttpTooLarge = 4,
+    /// The connection ended before the answer was complete. The server may have handled the request.
     kHttpCut = 5,
     /// A redirect to another origin, which was not followed.
     kHttpRedirected = 6,

@@ -38,4 +38,13 @@ TEST(JsonTextTest, AnyJsonValueIsTaken) {
     EXPECT_TRUE(host::ParseJson(std::string(60, '[') + std::string(60, ']'), error));
 }
 
+TEST(JsonTextTest, OneLineHasNeitherBlanksNorEscapedLetters) {
+    Json::Value value;
+    value["list"].append(1);
+    value["list"].append(2);
+    value["text"] = "\u96EA \u00E9";
+
+    EXPECT_EQ(host::OneLine(value), "{\"list\":[1,2],\"text\":\"\u96EA \u00E9\"}");
+}
+
 }  // namespace

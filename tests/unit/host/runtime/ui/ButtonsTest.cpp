@@ -259,6 +259,22 @@ TEST_F(ZButtonTest, EndsInDotsWhereThereIsNoRoom) {
     EXPECT_NE(whole.copy(0, 0, 50, whole.height()), cut);
 }
 
+TEST_F(ZButtonTest, AsksForAtMost240PixelsAndHasItsWholeTextAsToolTipBeyond) {
+    button.setText(QString(10000, QLatin1Char('w')));
+    EXPECT_EQ(button.sizeHint().width(), 240);
+    EXPECT_EQ(button.minimumSizeHint().width(), 240);
+    Show();
+    Look(&button);
+    EXPECT_EQ(button.toolTip(), QStringLiteral("<p>%1</p>").arg(button.text()));
+
+    button.setText(QStringLiteral("<b>Open</b> & close"));
+    Look(&button);
+    EXPECT_EQ(button.toolTip(), QString());
+    button.resize(60, button.height());
+    Look(&button);
+    EXPECT_EQ(button.toolTip(), QStringLiteral("<p>&lt;b&gt;Open&lt;/b&gt; &amp; close</p>"));
+}
+
 TEST_F(ZButtonTest, IsClickedThroughTheWindowAndTakesTheFocusByTabAlone) {
     Show();
     QSignalSpy clicked(&button, &ZButton::clicked);

@@ -71,6 +71,42 @@ TEST_F(ZTextTest, ATextThatMayEndInDotsGivesWay) {
     EXPECT_LT(text.minimumSizeHint().width(), 20);
 }
 
+TEST_F(ZTextTest, LineAsksForAtMost240PixelsAndEndsInDotsBeyond) {
+    text.setText(QString(10000, QLatin1Char('w')));
+    EXPECT_EQ(text.sizeHint().width(), 240);
+    EXPECT_EQ(text.minimumSizeHint().width(), 240);
+    Show();
+    EXPECT_TRUE(text.isDotted());
+    EXPECT_EQ(text.toolTip(), QStringLiteral("<p>%1</p>").arg(text.text()));
+
+    text.setText(QStringLiteral("A line of words"));
+    EXPECT_FALSE(text.isDotted());
+    EXPECT_EQ(text.toolTip(), QString());
+}
+
+TEST_F(ZTextTest, WrappedTextAsksForAtMost240PixelsAndBreaksAWiderWord) {
+    text.setWordWrap(true);
+    text.setText(QString(100, QLatin1Char('w')));
+    EXPECT_EQ(text.sizeHint().width(), 240);
+    EXPECT_EQ(text.minimumSizeHint().width(), 240);
+    EXPECT_EQ(text.sizeHint().height(), text.heightForWidth(240));
+    const int high = text.heightForWidth(240);
+    text.setText(QStringLiteral("w"));
+    EXPECT_GE(high, 3 * text.heightForWidth(240));
+    EXPECT_LT(text.minimumSizeHint().width(), 20);
+}
+
+TEST_F(ZTextTest, CutTextIsWholeInItsToolTip) {
+    Show();
+    EXPECT_EQ(text.toolTip(), QString());
+    text.resize(30, text.height());
+    EXPECT_EQ(text.toolTip(), text.text());
+    text.setWordWrap(true);
+    EXPECT_EQ(text.toolTip(), text.text());
+    text.resize(400, text.height());
+    EXPECT_EQ(text.toolTip(), QString());
+}
+
 TEST_F(ZTextTest, WrappedTextIsAsHighAsItsWidthMakesIt) {
     const int line = text.sizeHint().height();
     EXPECT_FALSE(text.hasHeightForWidth());
@@ -150,6 +186,19 @@ TEST_F(ZLabelTest, IsAsLargeAsItsTextAndItsMargins) {
     label.setText(QStringLiteral("Offline since noon"));
     EXPECT_GT(label.sizeHint().width(), bare.width() + 12);
     EXPECT_EQ(label.text(), QStringLiteral("Offline since noon"));
+}
+
+TEST_F(ZLabelTest, LineAsksForAtMost240PixelsAndEndsInDots) {
+    label.setText(QString(10000, QLatin1Char('w')));
+    EXPECT_EQ(label.sizeHint().width(), 240);
+    label.resize(label.sizeHint());
+    Show();
+    EXPECT_FALSE(label.toolTip().isEmpty());
+    EXPECT_EQ(Near(Look(&label).copy(232, 0, 8, label.height()), Color("muted")), 0);
+
+    label.setText(QStringLiteral("Offline"));
+    EXPECT_LT(label.sizeHint().width(), 100);
+    EXPECT_EQ(label.toolTip(), QString());
 }
 
 TEST_F(ZLabelTest, LeavesPressesToTheParent) {

@@ -46,6 +46,7 @@ INSTANTIATE_TEST_SUITE_P(
            Refused{"BarePush", EncodeFrame(Frame(channel::Frame::PUSH)), "a push without a command"},
            Refused{"PushBeyondSixteenBits", PushOf(65536), "a push without a command"},
            Refused{"BareConfig", EncodeFrame(Frame(channel::Frame::CONFIG)), "a configuration without a body"},
+           Refused{"BareLinks", EncodeFrame(Frame(channel::Frame::LINKS)), "a link table without a body"},
            Refused{"BareClock", EncodeFrame(Frame(channel::Frame::CLOCK)), "a clock without a time"},
            Refused{"BareLoginAnswer", EncodeFrame(Frame(channel::Frame::LOGIN_ANSWER)),
                    "a login answer without session or content"}),

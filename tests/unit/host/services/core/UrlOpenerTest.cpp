@@ -1,6 +1,7 @@
 #include "core/UrlOpener.h"
 
 #include "support/ScriptedHostTest.h"
+#include "webview/ZRWebWindowInfo.h"
 
 using namespace ::testing;
 using EnTarget = CUrlOpener::EnTarget;
@@ -90,7 +91,7 @@ TEST_F(UrlOpenerTest, HandsEachKindToItsHandler) {
         pages.push_back(url.toString().toStdString());
         return true;
     });
-    opener.SetWebHandler([&](const QUrl& url) {
+    opener.SetWebHandler([&](const QUrl& url, const QVariant&) {
         web.push_back(url.toString().toStdString());
         return true;
     });
@@ -100,6 +101,28 @@ TEST_F(UrlOpenerTest, HandsEachKindToItsHandler) {
 
     EXPECT_THAT(pages, ElementsAre("zrclient://page/news"));
     EXPECT_THAT(web, ElementsAre("https://a.example/"));
+}
+
+TEST_F(UrlOpenerTest, WebHandlerGetsTheWishedWindow) {
+    std::vector<QVariant> extras;
+    opener.SetWebHandler([&](const QUrl&, const QVariant& extra) {
+        extras.push_back(extra);
+        return true;
+    });
+    core::webview::ZRWebWindowInfo window;
+    window.size = QSize(390, 848);
+    window.minimumSize = QSize(300, 400);
+    UrlRequest request;
+    request.url = QStringLiteral("https://a.example/");
+    request.extra = QVariant::fromValue(window);
+
+    EXPECT_TRUE(opener.Open(request));
+    EXPECT_TRUE(Open("https://a.example/"));
+
+    ASSERT_THAT(extras, SizeIs(2));
+    EXPECT_EQ(extras[0].value<core::webview::ZRWebWindowInfo>().size, QSize(390, 848));
+    EXPECT_EQ(extras[0].value<core::webview::ZRWebWindowInfo>().minimumSize, QSize(300, 400));
+    EXPECT_FALSE(extras[1].isValid());
 }
 
 TEST_F(UrlOpenerTest, ARefusalIsLoggedOnceAndTold) {

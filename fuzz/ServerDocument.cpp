@@ -1,9 +1,10 @@
-// Input: the common configuration from the server. The same text also tests the host's JSON parser.
+// Input: a document of the server, as the common configuration or the link table. The same text also tests the host's
+// JSON parser.
 #include <gmock/gmock.h>
 #include <json/writer.h>
 
 #include "FuzzTarget.h"
-#include "core/CommonConfig.h"
+#include "core/ServerDocument.h"
 #include "framework/JsonText.h"
 #include "support/ScriptedHost.h"
 
@@ -26,9 +27,9 @@ void CheckParsing(const std::string& text) {
     EXPECT_TRUE(again && *again == *value) << written << error;
 }
 
-void ExpectHolds(const CCommonConfig& config, const Configs& configs) {
+void ExpectHolds(const CServerDocument& config, const Configs& configs) {
     for (const auto& [name, value] : configs) {
-        EXPECT_EQ(config.ConfigByName(name), value) << name;
+        EXPECT_EQ(config.Member(name), value) << name;
     }
 }
 
@@ -41,14 +42,14 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const Configs before = {{"ai_chat", "as it was"}};
     Configs configs = before;
     std::string error;
-    const bool taken = CCommonConfig::Decode(text, configs, error);
+    const bool taken = CServerDocument::Decode(text, configs, error);
     EXPECT_TRUE(taken || (configs == before && !error.empty()));
 
     CScriptedHost host;
     CCommonConfig config(host.store);
     config.Receive(R"({"ai_chat":"as it was"})");
     int changes = 0;
-    QObject::connect(&config, &CCommonConfig::Changed, &config, [&changes] { ++changes; });
+    QObject::connect(&config, &CServerDocument::Changed, &config, [&changes] { ++changes; });
     config.Receive(text);
     config.Receive(text);
 

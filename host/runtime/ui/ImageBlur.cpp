@@ -1,0 +1,278 @@
+#include "ui/ImageBlur.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace host {
+namespace {
+
+constexpr int kLargestCell = 16;
+// With fewer cells in a sigma, the cells of a blurred edge are visible.
+constexpr double kCellsInSigma = 1.5;
+constexpr double kWindowInSigmas = 3.0;
+
+using Pixel = CImageBlur::Pixel;
+using FourPixels = quint32 __attribute__((vector_size(16)));
+using EightNumbers = quint16 __attribute__((vector_size(16)));
+using Bytes = quint8 __attribute__((vector_size(16)));
+using TwoCells = quint64 __attribute__((vector_size(16)));
+
+constexpr EightNumbers kFirstTwo{1, 1, 1, 1, 3, 3, 3, 3};
+constexpr EightNumbers kHalf{0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80};
+
+int CellFor(double sigma) {
+    int cell = kLargestCell;
+    while (cell > 1 && sigma < cell * kCellsInSigma) {
+        cell /= 2;
+    }
+    return cell;
+}
+
+// Averaging over cells and interpolating between them blurs too, which is subtracted here.
+double SigmaInCells(double sigma, int cell) {
+    const double averaged = (cell * cell - 1) / 12.0;
+    const double interpolated = cell > 1 ? cell * cell / 6.0 : 0.0;
+    return std::sqrt(std::max(sigma * sigma - averaged - interpolated, 0.01)) / cell;
+}
+
+std::vector<float> Weights(double sigma) {
+    const int reach = std::max(1, int(std::ceil(kWindowInSigmas * sigma)));
+    std::vector<float> weights;
+    double sum = 0;
+    for (int i = -reach; i <= reach; ++i) {
+        const double height = std::exp(-i * i / (2 * sigma * sigma));
+        weights.push_back(float(height));
+        sum += height;
+    }
+    for (float& weight : weights) {
+        weight = float(weight / sum);
+    }
+    return weights;
+}
+
+Pixel Sum(const Pixel* first, size_t distance, const std::vector<float>& weights) {
+    Pixel sum{};
+    for (const float weight : weights) {
+        sum += *first * weight;
+        first += distance;
+    }
+    return sum;
+}
+
+/// The sum over a row of four pixels, of blue and red or of green and alpha.
+quint32 Across(const FourPixels& sums) {
+    return sums[0] + sums[1] + sums[2] + sums[3];
+}
+
+Pixel Average(quint32 even, quint32 odd, float part) {
+    return Pixel{float(even & 0xffff), float(odd & 0xffff), float(even >> 16), float(odd >> 16)} * part;
+}
+
+/// Adds up a cell row by row. Each sum of two colours has 16 bits for each, which a cell of 16 by 16 just fits.
+Pixel PartialCell(const uchar* from, int bytesPerLine, int columns, int rows) {
+    quint32 even = 0;
+    quint32 odd = 0;
+    for (int y = 0; y < rows; ++y, from += bytesPerLine) {
+        const auto* line = reinterpret_cast<const quint32*>(from);
+        for (int x = 0; x < columns; ++x) {
+            even += line[x] & 0x00ff00ff;
+            odd += (line[x] >> 8) & 0x00ff00ff;
+        }
+    }
+    return Average(even, odd, 1.0F / float(columns * rows));
+}
+
+template <int kCell>
+Pixel WholeCell(const uchar* from, int bytesPerLine) {
+    FourPixels even{};
+    FourPixels odd{};
+    for (int y = 0; y < kCell; ++y, from += bytesPerLine) {
+        for (int x = 0; x < kCell; x += 4) {
+            FourPixels pixels;
+            std::memcpy(&pixels, from + x * 4, sizeof pixels);
+            even += pixels & 0x00ff00ff;
+            odd += (pixels >> 8) & 0x00ff00ff;
+        }
+    }
+    return Average(Across(even), Across(odd), 1.0F / float(kCell * kCell));
+}
+
+Pixel AverageOf(const uchar* from, int bytesPerLine, int cell, int columns, int rows) {
+    if (columns == cell && rows == cell) {
+        switch (cell) {
+            case 4:
+                return WholeCell<4>(from, bytesPerLine);
+            case 8:
+                return WholeCell<8>(from, bytesPerLine);
+            case 16:
+                return WholeCell<16>(from, bytesPerLine);
+            default:
+                break;
+        }
+    }
+    return PartialCell(from, bytesPerLine, columns, rows);
+}
+
+EightNumbers Eight(const quint64* cells) {
+    EightNumbers numbers;
+    std::memcpy(&numbers, cells, sizeof numbers);
+    return numbers;
+}
+
+EightNumbers Twice(quint64 cell) {
+    return EightNumbers(TwoCells{cell, cell});
+}
+
+Bytes HighBytes(const EightNumbers& first, const EightNumbers& second) {
+    return __builtin_shufflevector(Bytes(first), Bytes(second), 1, 3, 5, 7, 9, 11, 13, 15, 17, 19, 21, 23, 25, 27, 29,
+                                   31);
+}
+
+}  // namespace
+
+CImageBlur::CImageBlur(const QSize& size, double sigma) : m_size(size), m_nCell(CellFor(sigma)) {
+    m_reducedSize = QSize((size.width() + m_nCell - 1) / m_nCell, (size.height() + m_nCell - 1) / m_nCell);
+    m_weights = Weights(SigmaInCells(sigma, m_nCell));
+    m_taken.resize(size_t(m_reducedSize.width()) * size_t(m_reducedSize.height()));
+    m_blurred = m_taken;
+}
+
+bool CImageBlur::Take(const QImage& part, const QPoint& at) {
+    const int bytesPerLine = part.bytesPerLine();
+    bool differs = false;
+    for (int top = 0; top < part.height(); top += m_nCell) {
+        const int rows = std::min(m_nCell, part.height() - top);
+        const uchar* from = part.constScanLine(top);
+        Pixel* to =
+            &m_taken[size_t((at.y() + top) / m_nCell) * size_t(m_reducedSize.width()) + size_t(at.x() / m_nCell)];
+        for (int left = 0; left < part.width(); left += m_nCell, from += m_nCell * 4, ++to) {
+            const Pixel pixel = AverageOf(from, bytesPerLine, m_nCell, std::min(m_nCell, part.width() - left), rows);
+            differs = differs || std::memcmp(&pixel, to, sizeof pixel) != 0;
+            *to = pixel;
+        }
+    }
+    return differs;
+}
+
+// Beyond the edges the image goes on with the colours of its edge.
+void CImageBlur::Blur() {
+    const auto width = size_t(m_reducedSize.width());
+    const auto height = size_t(m_reducedSize.height());
+    const size_t reach = m_weights.size() / 2;
+    m_padded.resize(width + 2 * reach);
+    for (size_t y = 0; y < height; ++y) {
+        Pixel* line = m_padded.data() + reach;
+        if (y >= reach && y + reach < height) {
+            for (size_t x = 0; x < width; ++x) {
+                line[x] = Sum(&m_taken[(y - reach) * width + x], width, m_weights);
+            }
+        } else {
+            std::fill_n(line, width, Pixel{});
+            for (size_t tap = 0; tap < m_weights.size(); ++tap) {
+                const size_t row = std::min(std::max(y + tap, reach) - reach, height - 1);
+                for (size_t x = 0; x < width; ++x) {
+                    line[x] += m_taken[row * width + x] * m_weights[tap];
+                }
+            }
+        }
+        std::fill_n(m_padded.data(), reach, line[0]);
+        std::fill_n(line + width, reach, line[width - 1]);
+        for (size_t x = 0; x < width; ++x) {
+            m_blurred[y * width + x] = Sum(&m_padded[x], 1, m_weights);
+        }
+    }
+}
+
+void CImageBlur::Write(QImage& result, QImage::Format format, const QColor& tint) {
+    if (result.size() != m_size || result.format() != format) {
+        result = QImage(m_size, format);
+    }
+    // A number of a cell has 16 bits less those that the steps between two cells add.
+    const int steps = m_nCell == 1 ? 1 : 2 * m_nCell;
+    const auto unit = float(0x100 / steps);
+    Pixel add{};
+    float rest = unit;
+    if (tint.isValid()) {
+        const auto alpha = float(tint.alphaF());
+        add = Pixel{float(tint.blue()), float(tint.green()), float(tint.red()), 255.0F} * (alpha * unit);
+        rest = unit * (1.0F - alpha);
+    }
+    m_cells.resize(m_blurred.size() + 1);  // the last pair of a row may begin with its last cell
+    for (size_t i = 0; i < m_blurred.size(); ++i) {
+        const Pixel pixel = m_blurred[i] * rest + add + 0.5F;
+        m_cells[i] = quint64(pixel[0]) | quint64(pixel[1]) << 16 | quint64(pixel[2]) << 32 | quint64(pixel[3]) << 48;
+    }
+    switch (m_nCell) {
+        case 2:
+            Enlarge<2>(result);
+            break;
+        case 4:
+            Enlarge<4>(result);
+            break;
+        case 8:
+            Enlarge<8>(result);
+            break;
+        case 16:
+            Enlarge<16>(result);
+            break;
+        default:
+            WriteUnreduced(result);
+            break;
+    }
+}
+
+// Interpolates in steps of half a pixel, the distance of a pixel's centre from its edge: first down, which keeps the
+// range of a cell's numbers, and then across.
+template <int kCell>
+void CImageBlur::Enlarge(QImage& result) {
+    constexpr int kSteps = 2 * kCell;
+    const int width = m_reducedSize.width();
+    const int pairs = (width + 1) / 2;
+    m_row.resize(size_t(pairs * 2 + 2));
+    m_line.resize(size_t((width + 1) * kCell + 4));
+    quint64* row = m_row.data() + 1;
+    uchar* to = result.bits();
+    for (int y = 0; y < m_size.height(); ++y, to += result.bytesPerLine()) {
+        const int above = (y + kCell / 2) / kCell - 1;
+        const int step = 2 * ((y + kCell / 2) % kCell) + 1;
+        const quint64* upper = &m_cells[size_t(std::max(above, 0)) * size_t(width)];
+        const quint64* lower = &m_cells[size_t(std::min(above + 1, m_reducedSize.height() - 1)) * size_t(width)];
+        const auto upperWeight = quint16(kSteps - step);
+        const auto lowerWeight = quint16(step);
+        for (int i = 0; i < pairs; ++i) {
+            const EightNumbers sum = Eight(upper + 2 * i) * upperWeight + Eight(lower + 2 * i) * lowerWeight;
+            const EightNumbers mean = (sum + quint16(kCell)) / quint16(kSteps);
+            std::memcpy(row + 2 * i, &mean, sizeof mean);
+        }
+        row[-1] = row[0];
+        row[width] = row[width - 1];
+        auto* pixels = m_line.data();
+        for (int x = 0; x <= width; ++x, pixels += kCell) {
+            const EightNumbers left = Twice(row[x - 1]);
+            const EightNumbers difference = Twice(row[x]) - left;  // below 0 it wraps, which the sum undoes
+            EightNumbers sum = left * quint16(kSteps) + difference * kFirstTwo + kHalf;
+            for (int i = 0; i < kCell; i += 4) {
+                const EightNumbers next = sum + difference * quint16(4);
+                const Bytes bytes = HighBytes(sum, next);
+                std::memcpy(pixels + i, &bytes, sizeof bytes);
+                sum = next + difference * quint16(4);
+            }
+        }
+        std::memcpy(to, m_line.data() + kCell / 2, size_t(m_size.width()) * sizeof(quint32));
+    }
+}
+
+void CImageBlur::WriteUnreduced(QImage& result) const {
+    const quint64* from = m_cells.data();
+    for (int y = 0; y < m_size.height(); ++y) {
+        auto* line = reinterpret_cast<quint32*>(result.scanLine(y));
+        for (int x = 0; x < m_size.width(); ++x, ++from) {
+            const EightNumbers numbers = Twice(*from) + kHalf;
+            const Bytes bytes = HighBytes(numbers, numbers);
+            std::memcpy(line + x, &bytes, sizeof line[x]);
+        }
+    }
+}
+
+}  // namespace host
