@@ -23,6 +23,7 @@ CWebHost::CWebHost() {
 }
 
 void CWebHost::FirstFramePainted() {
+    m_bEnded = false;
     m_afterFirstFrame.start(kAfterFirstFrameMs);
 }
 

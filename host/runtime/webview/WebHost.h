@@ -29,7 +29,7 @@ public:
     /// Changes with the user. A view of an older generation is not used any more.
     int Generation() const { return m_nGeneration; }
 
-    /// Closes all pages. None opens before Begin.
+    /// Closes all pages. None opens before the next first frame.
     void End();
     bool HasEnded() const { return m_bEnded; }
 

@@ -359,10 +359,12 @@ void CWebShell::ContextMenuWanted(const QPoint& place, int possible, std::functi
             add(text, flag);
         }
     }
-    if (!m_pMenu->isEmpty()) {
-        add(EnWebText::kSelectAll, 0);
-        m_pMenu->popup(place);
+    if (m_pMenu->isEmpty()) {
+        delete m_pMenu;
+        return;
     }
+    add(EnWebText::kSelectAll, 0);
+    m_pMenu->popup(place);
 }
 
 void CWebShell::CloseContextMenu() {

@@ -1,5 +1,6 @@
 #include "webview/ZRWebDialog.h"
 
+#include <QUrl>
 #include <QVBoxLayout>
 
 #include "core/urlhandler.h"
@@ -79,6 +80,8 @@ void ZRWebDialog::Open() {
 }
 
 void ZRWebDialog::LoadUrl(const QString& url) {
+    // The host of the address, which a page cannot choose.
+    setWindowTitle(QUrl(url).host());
     d->shell->LoadUrl(url);
 }
 

@@ -199,8 +199,6 @@ TEST_F(WebShellTest, EngineIsLoadedAtOnceWhenTheWidgetIsVisible) {
     host::web::CWebHost::Instance().End();
     host::web::CWebHost::Instance().FirstFramePainted();
     ZRWebWidget other;
-    // The end of the host lasts until it begins anew.
-    host::web::CWebHost::Instance().Begin();
     other.show();
     other.LoadUrl(QStringLiteral("https://ours.test/"));
     EXPECT_EQ(web.MadeCount(), 1);

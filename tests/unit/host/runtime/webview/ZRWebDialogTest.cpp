@@ -47,7 +47,7 @@ TEST_F(ZRWebDialogTest, PopupIsDispatchedWithItsSizeOrLoadedHere) {
     ASSERT_THAT(urls.Opened(), SizeIs(1));
     const auto info = urls.Opened()[0].extra.value<ZRWebWindowInfo>();
     EXPECT_EQ(info.size, QSize(500, 400));
-    EXPECT_EQ(info.parent, dialog);
+    EXPECT_EQ(info.parent.data(), dialog.data());
 
     dialog->SetUrlDispatchSwitch(false);
     web.View().OpenPopup("https://other.test/2", QSize());
