@@ -91,11 +91,6 @@ Q_SIGNALS:
     /// dropped. `size` is what the page asked for and may be invalid.
     void BeforePopup(QString const& url, bool* handled, QSize size);
 
-protected:
-    void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
-
 private:
     struct Private;
     const std::unique_ptr<Private> d;

@@ -6,6 +6,7 @@
 
 #include "core/IUrlOpener.h"
 #include "core/SchemeHooks.h"
+#include "core/UrlCheck.h"
 
 class IClientState;
 
@@ -15,20 +16,13 @@ class CUrlOpener : public QObject, public IUrlOpener {
     Q_OBJECT
 
 public:
-    enum class EnTarget { kRefused, kPage, kWeb };
-
-    struct Verdict {
-        EnTarget target = EnTarget::kRefused;
-        QUrl url;
-        QString reason;  // why it was refused
-    };
+    using EnTarget = host::EnUrlTarget;
+    using Verdict = host::UrlVerdict;
 
     /// Opens an allowed URL. Returns false if it can't be opened.
     using Handler = std::function<bool(const QUrl& url)>;
     /// `extra` is the request's, such as the wished window.
     using WebHandler = std::function<bool(const QUrl& url, const QVariant& extra)>;
-
-    static constexpr int kMaxLength = 8192;
 
     explicit CUrlOpener(const IClientState& state) : m_state(state) {}
 
@@ -39,9 +33,6 @@ public:
     bool Open(const UrlRequest& request) override;
     void AddHook(const QString& schemeUrl, core::scheme::PreCallback callback, void* owner,
                  core::scheme::RouteMatchRule rule) override;
-
-    /// Checks the text of a URL. `internal` builds may open http on loopback.
-    static Verdict Validate(const QString& text, bool internal);
 
 Q_SIGNALS:
     /// Emitted after each call of Open. `reason` is empty if the URL was opened.

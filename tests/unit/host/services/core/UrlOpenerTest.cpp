@@ -37,8 +37,8 @@ protected:
 
 TEST_P(UrlVerdictTest, IsJudgedByItsWholeText) {
     const QString url = QString::fromUtf8(GetParam().url);
-    EXPECT_EQ(CUrlOpener::Validate(url, true).target, GetParam().internal);
-    EXPECT_EQ(CUrlOpener::Validate(url, false).target, GetParam().release);
+    EXPECT_EQ(host::CheckUrl(url, true).target, GetParam().internal);
+    EXPECT_EQ(host::CheckUrl(url, false).target, GetParam().release);
 }
 
 constexpr EnTarget kNo = EnTarget::kRefused;
@@ -73,14 +73,14 @@ QString LongUrl(int length) {
 }
 
 TEST(UrlLengthTest, IsAtMostEightKibibytes) {
-    EXPECT_EQ(CUrlOpener::Validate(LongUrl(8192), false).target, EnTarget::kWeb);
-    EXPECT_EQ(CUrlOpener::Validate(LongUrl(8193), false).target, kNo);
-    EXPECT_EQ(CUrlOpener::Validate(LongUrl(8193), false).reason, QStringLiteral("it is too long"));
+    EXPECT_EQ(host::CheckUrl(LongUrl(8192), false).target, EnTarget::kWeb);
+    EXPECT_EQ(host::CheckUrl(LongUrl(8193), false).target, kNo);
+    EXPECT_EQ(host::CheckUrl(LongUrl(8193), false).reason, QStringLiteral("it is too long"));
 }
 
 TEST(UrlSurrogateTest, OneAloneIsRefused) {
     for (const ushort half : {0xD83D, 0xDE00}) {
-        EXPECT_EQ(CUrlOpener::Validate(QStringLiteral("https://a.example/") + QChar(half), false).target, kNo);
+        EXPECT_EQ(host::CheckUrl(QStringLiteral("https://a.example/") + QChar(half), false).target, kNo);
     }
 }
 
