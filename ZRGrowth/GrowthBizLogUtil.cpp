@@ -12,7 +12,7 @@ std::string CGrowthBizLogUtil::GetModuleName(ModuleType type) {
 void CGrowthBizLogUtil::WriteLog(const char* source, int line, const char* function, ZRLogType severity,
                                  ModuleType type, const std::string& message) {
     const std::string name = GetModuleName(type);
-    // Byte by byte on purpose, not as UTF-8: bodies are logged raw, and every byte must come through.
+    // Not read as UTF-8, which is intended: bodies are logged raw, and each byte must be kept.
     const QString text = QLatin1Char('[') % QLatin1String(name.data(), int(name.size())) % QLatin1String("] ") %
                          QLatin1String(message.data(), int(message.size()));
     FrameWork::_WriteLogRaw(source, line, function, severity, kGrowthModuleTag, text, -128);

@@ -12,7 +12,7 @@ class CGrowthBizLogUtil : public QObject {
     Q_OBJECT
 
 public:
-    /// The subsystem that writes a line. The name of a value is the tag of its lines.
+    /// The subsystem that writes a line. Its name is the tag of the line.
     enum ModuleType : int {
         AIChat = 0,
         Ad = 1,
@@ -23,7 +23,7 @@ public:
 
     CGrowthBizLogUtil() = delete;
 
-    /// The name of the value; an empty text for a value that is none.
+    /// Returns the name of the value; empty for an unknown value.
     static std::string GetModuleName(ModuleType type);
 
     /// Writes one line. `source` is the root-relative path of the source without its ending.

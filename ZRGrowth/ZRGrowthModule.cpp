@@ -13,7 +13,7 @@ std::string CZRGrowthModule::GetSymbolName() {
     return "zelkor.zrgrowth.main";
 }
 
-// The four orders differ on purpose. VIP and AI chat start at their first use, so neither is started here.
+// It is intended that the four orders differ. VIP and AI chat start at their first use, so they are not started here.
 void CZRGrowthModule::OnInit() {
     CZRPremiumManager::Singleton()->Init();
     CZRAdManager::Singleton()->Init();
@@ -33,7 +33,7 @@ void CZRGrowthModule::OnLogin() {
     CZRAIChatManager::Singleton()->OnLogin();
 }
 
-// The AI chat page closes first: it is a window of its own and must not outlive the login.
+// The AI chat page closes first: it is a separate window and must not outlive the login.
 void CZRGrowthModule::OnLogout() {
     CZRAIChatManager::Singleton()->OnLogout();
     CZRPremiumManager::Singleton()->OnLogout();

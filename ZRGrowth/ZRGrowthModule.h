@@ -2,7 +2,7 @@
 
 #include "plugin/IZRPluginModule.h"
 
-/// The module as the plug-in centre sees it: forwards each callback to the managers of the subsystems.
+/// The module object: forwards each callback of the plug-in centre to the managers of the subsystems.
 class CZRGrowthModule : public IZRPluginModule {
 public:
     CZRGrowthModule();

@@ -18,7 +18,7 @@ bool RegisterFactory() {
     return true;
 }
 
-// Runs when the library is mapped, ahead of any callback of the module.
+// Runs when the library is loaded, before any callback of the module.
 [[maybe_unused]] const bool kFactoryRegistered = RegisterFactory();
 
 }  // namespace

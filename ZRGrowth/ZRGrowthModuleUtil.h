@@ -2,8 +2,8 @@
 
 #include "modules/IZRGrowthModuleInterface.h"
 
-/// The service. It has no logic of its own: each operation goes to the manager of its subsystem, which
-/// comes into being if this is its first use.
+/// The service. It has no logic: each operation forwards to the manager of its subsystem. The first use creates the
+/// manager.
 class CZRGrowthModuleUtil : public IZRGrowthModuleInterface {
 public:
     CZRGrowthModuleUtil();

@@ -20,8 +20,8 @@ Manager* NewManager() {
     return manager;
 }
 
-/// The same for a manager that starts at its first use. Init() runs on the main thread alone: within the first use
-/// there. A first use on another thread posts it and does not wait; until it has run the manager gives its defaults.
+/// The same for a manager that starts at its first use. Init() always runs on the main thread: there inside the first
+/// use. A first use on another thread posts it and does not wait; the manager returns its defaults until then.
 template <class Manager>
 class CStartedManager {
 public:
@@ -33,7 +33,7 @@ public:
     }
 
     Manager* Get() {
-        // A use on the main thread may come before the posted start: a login then must not be lost.
+        // A use on the main thread may precede the posted start, and its login must not be lost.
         if (IsOnMainThread() && !m_bStarted) {
             m_bStarted = true;
             m_pManager->Init();

@@ -88,7 +88,7 @@ qint64 ToServer(qint64 localMs) {
 
 }  // namespace
 
-CWorkbench::CWorkbench(CAIChatEntries& entries, const CPremiumRights& rights, IControlClient& server, QWidget* parent)
+CWorkbench::CWorkbench(CAIChatEntries& entries, CPremiumRights& rights, IControlClient& server, QWidget* parent)
     : QWidget(parent),
       m_entries(entries),
       m_pUser(NewCombo("WorkbenchUser", this)),

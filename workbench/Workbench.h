@@ -33,8 +33,7 @@ class CWorkbench : public QWidget {
     Q_OBJECT
 
 public:
-    CWorkbench(CAIChatEntries& entries, const CPremiumRights& rights, IControlClient& server,
-               QWidget* parent = nullptr);
+    CWorkbench(CAIChatEntries& entries, CPremiumRights& rights, IControlClient& server, QWidget* parent = nullptr);
 
     /// `current` is 0 if no user is logged in. The selection is kept if possible.
     void ShowUsers(const std::vector<ServerUser>& users, quint64 current);

@@ -19,7 +19,7 @@ void CZRPremiumManager::Init() {
     m_pModel = std::make_unique<CZRPremiumAccessModel>();
 }
 
-// On purpose: handler and table live on with the process.
+// It is intended that handler and table live as long as the process.
 void CZRPremiumManager::UnInit() {}
 
 void CZRPremiumManager::OnLogin() {
@@ -28,7 +28,7 @@ void CZRPremiumManager::OnLogin() {
     }
 }
 
-// The handler is not notified, on purpose: its timer and its requests continue.
+// It is intended that the handler is not notified: its timer and requests continue.
 void CZRPremiumManager::OnLogout() {
     if (m_pModel) {
         m_pModel->ClearPremiumData();

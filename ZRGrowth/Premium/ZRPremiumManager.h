@@ -10,9 +10,9 @@
 class CZRPremiumAccessModel;
 class CZRPremiumDataHandler;
 
-/// The root of the premium subsystem: the user's rights. Started by Init(); until then its operations do
-/// nothing and give empty values. One per process, made at its first use and never deleted.
-/// Main thread, save the getters, which may be called from any thread once Init() has run.
+/// The manager of the user's premium rights. Started by Init(); before that its operations do nothing and return empty
+/// values. One per process, created at its first use and never deleted.
+/// Main thread, except the getters, which any thread may call after Init().
 class CZRPremiumManager : public QObject {
     Q_OBJECT
 
@@ -27,7 +27,7 @@ public:
     void OnLogin();
     void OnLogout();
 
-    /// Asks the server for all rights, or for a list, and gives the session of the request; 0 before Init().
+    /// Requests all rights or a list from the server. Returns the session of the request; 0 before Init().
     unsigned long GetUiMsgAndPremiumAccessReq(bool serverPush);
     unsigned long GetUiMsgAndPremiumAccessReq(const QVector<int>& accessList, bool serverPush);
     unsigned long GetUiMsgAndPremiumAccessReq(const QVector<EnPremiumAccess>& accessList, bool serverPush);

@@ -6,7 +6,6 @@
 #include <QGraphicsBlurEffect>
 #include <QPaintEvent>
 #include <QPainter>
-#include <thread>
 
 #include "BenchTable.h"
 #include "ui/ZBackgroundBlurWidget.h"
@@ -19,7 +18,10 @@ constexpr double kRadius = 20.0;
 /// A card with text, edges and colours. It has two pictures, which it can exchange.
 class CCard : public QWidget {
 public:
-    explicit CCard(QWidget* parent) : QWidget(parent), m_pictures{Picture(3), Picture(5)} { resize(kSize); }
+    explicit CCard(QWidget* parent) : QWidget(parent), m_pictures{Picture(3), Picture(5)} {
+        resize(kSize);
+        setAttribute(Qt::WA_OpaquePaintEvent);
+    }
 
     void Exchange() { m_nShown = 1 - m_nShown; }
 
@@ -123,8 +125,6 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     int applicationArgc = 1;
     const QApplication application(applicationArgc, argv);
-    // A client has threads, and in a process with threads reference counts are atomic.
-    std::thread([] {}).join();
 
     CScene plain;
     plain.show();

@@ -1,10 +1,9 @@
 #include "AIChatEntries.h"
 
 #include "EntryScenes.h"
+#include "GrowthService.h"
 #include "core/login_status_data.h"
 #include "core/message_dispatch.h"
-#include "modules/IZRGrowthModuleInterface.h"
-#include "plugin/IZRPluginCenter.h"
 
 CAIChatEntries::CAIChatEntries(QObject* parent) : QObject(parent) {
     core::__CMessageDispatch("[Client]")
@@ -24,11 +23,11 @@ bool CAIChatEntries::IsOpen(EnEntryState state) {
 }
 
 bool CAIChatEntries::HasModule() const {
-    return IZRPluginCenter::CreateInterface<IZRGrowthModuleInterface>() != nullptr;
+    return GrowthService() != nullptr;
 }
 
 void CAIChatEntries::SetOverride(EnEntryOverride entryOverride) {
-    const auto service = IZRPluginCenter::CreateInterface<IZRGrowthModuleInterface>();
+    const auto service = GrowthService();
     if (!service) {
         Refresh();
         return;
@@ -38,7 +37,7 @@ void CAIChatEntries::SetOverride(EnEntryOverride entryOverride) {
 }
 
 void CAIChatEntries::Refresh() {
-    const auto service = IZRPluginCenter::CreateInterface<IZRGrowthModuleInterface>();
+    const auto service = GrowthService();
     for (const EntryPage& page : kEntryPages) {
         m_states[page.scene] = Ask(service.get(), page.scene);
     }

@@ -1,30 +1,21 @@
 #include "Ads.h"
 
-#include "modules/IZRGrowthModuleInterface.h"
-#include "plugin/IZRPluginCenter.h"
-
-namespace {
-
-std::shared_ptr<IZRGrowthModuleInterface> Service() {
-    return IZRPluginCenter::CreateInterface<IZRGrowthModuleInterface>();
-}
-
-}  // namespace
+#include "GrowthService.h"
 
 void CAds::AskBanner(int position, const QSize& size, std::function<void(QWidget*)> shown) {
-    if (const auto service = Service()) {
+    if (const auto service = GrowthService()) {
         service->GetAdBannerAsync(position, size, std::move(shown), 0, false, {});
     }
 }
 
 void CAds::PlacePopup() {
-    if (const auto service = Service()) {
+    if (const auto service = GrowthService()) {
         service->UpdateAdBottomPopupCoordinates();
     }
 }
 
 QWidget* CAds::NewPopupPanel() {
-    const auto service = Service();
+    const auto service = GrowthService();
     return service ? service->GetAdBottomPopupDeveloperView() : nullptr;
 }
 

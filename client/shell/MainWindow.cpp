@@ -117,9 +117,9 @@ CPage* CMainWindow::NewPage(int index) {
         case kTabMarket:
             return new CMarketPage(page, m_entries, m_market, m_ads, m_pPages);
         case kTabQuotes:
-            return new CQuotesPage(page, m_entries, m_market, m_pPages);
+            return new CQuotesPage(page, m_entries, m_market, m_rights, m_pPages);
         case kTabResearch:
-            return new CResearchPage(page, m_entries, m_market, m_pPages);
+            return new CResearchPage(page, m_entries, m_market, m_rights, m_pPages);
         case kTabNews:
             return new CNewsPage(page, m_entries, m_market, m_pPages);
         case kTabAlerts:
@@ -129,7 +129,7 @@ CPage* CMainWindow::NewPage(int index) {
         case kTabAccount:
             break;
     }
-    return new CAccountPage(page, m_entries, m_market, m_pPages);
+    return new CAccountPage(page, m_entries, m_market, m_session, m_rights, m_pPages);
 }
 
 CPage* CMainWindow::PageAt(int index) {
@@ -166,6 +166,7 @@ void CMainWindow::ConnectSession() {
         m_pBanner->ShowModuleFailures(m_session.ModuleFailures());
         m_entries.Refresh();
         m_rights.Refresh();
+        m_pTitleBar->RenewVipEntries();
     });
     connect(&m_session, &ISessionControl::UsersChanged, this, &CMainWindow::ShowUsers);
     connect(&m_session, &ISessionControl::UserChanged, this, [this] {
@@ -173,6 +174,7 @@ void CMainWindow::ConnectSession() {
         m_entries.Refresh();
         m_rights.Refresh();
         m_ads.Refresh();
+        m_pTitleBar->RenewVipEntries();
     });
     connect(&m_session, &ISessionControl::LanguageChanged, this, [this] {
         theme::SetLanguage(m_session.LanguageId());
@@ -204,6 +206,7 @@ void CMainWindow::ShowEdition() {
     const bool velora = core::environment::IsVelora();
     setWindowTitle(velora ? QStringLiteral("Velora") : QStringLiteral("Kestrel"));
     m_pTitleBar->ShowEdition();
+    m_pTitleBar->RenewVipEntries();
 }
 
 void CMainWindow::resizeEvent(QResizeEvent* event) {

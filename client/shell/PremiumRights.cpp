@@ -1,20 +1,13 @@
 #include "PremiumRights.h"
 
+#include "GrowthService.h"
 #include "PremiumNumbers.h"
 #include "core/message_dispatch.h"
-#include "modules/IZRGrowthModuleInterface.h"
-#include "plugin/IZRPluginCenter.h"
-
-namespace {
-
-std::shared_ptr<IZRGrowthModuleInterface> Service() {
-    return IZRPluginCenter::CreateInterface<IZRGrowthModuleInterface>();
-}
-
-}  // namespace
+#include "core/message_ids.h"
 
 CPremiumRights::CPremiumRights(QObject* parent) : QObject(parent) {
-    for (const unsigned int message : {kMsgPremiumDataChanged, kMsgPremiumRequestAnswered, kMsgVipStatusChanged}) {
+    for (const unsigned int message : {kMsgPremiumDataChanged, kMsgPremiumRequestAnswered, kMsgVipStatusChanged,
+                                       unsigned(core::kMsgLanguageChanged)}) {
         core::__CMessageDispatch("[Client]")
             .Bind(
                 message, [this](unsigned int, unsigned long, const std::shared_ptr<core::CMessageBody>&) { Refresh(); },
@@ -24,28 +17,28 @@ CPremiumRights::CPremiumRights(QObject* parent) : QObject(parent) {
 }
 
 CPremiumUIAccessData CPremiumRights::Record(EnPremiumAccess access) {
-    const auto service = Service();
+    const auto service = GrowthService();
     return service ? service->GetUIAccessData(access) : CPremiumUIAccessData();
 }
 
 bool CPremiumRights::HasModule() {
-    return Service() != nullptr;
+    return GrowthService() != nullptr;
 }
 
 unsigned long CPremiumRights::AskAll(bool serverPush) {
-    const auto service = Service();
+    const auto service = GrowthService();
     return service ? service->GetUiMsgAndPremiumAccessReq(serverPush) : 0;
 }
 
 unsigned long CPremiumRights::AskList(const QVector<int>& rights, bool serverPush) {
-    const auto service = Service();
+    const auto service = GrowthService();
     return service ? service->GetUiMsgAndPremiumAccessReq(rights, serverPush) : 0;
 }
 
 void CPremiumRights::Refresh() {
     m_table.clear();
     m_vip = VipStatus();
-    if (const auto service = Service()) {
+    if (const auto service = GrowthService()) {
         m_table = service->GetUIAccessData();
         m_vip.qualification = service->HasVipQualification();
         m_vip.grade = service->GetVipGrade();

@@ -42,6 +42,7 @@ public:
     void Refresh();
 
 Q_SIGNALS:
+    /// The values, or the language of their texts, can have changed.
     void Changed();
 
 private:

@@ -71,6 +71,9 @@ SampleMarket::Quote ReadQuote(const Json::Value& value) {
     quote.low = value["low"].asDouble();
     quote.turnover = value["turnover"].asDouble();
     quote.marketCap = value["marketCap"].asDouble();
+    quote.shortVolume = value["shortVolume"].asInt64();
+    quote.daysToCover = value["daysToCover"].asDouble();
+    quote.borrowFee = value["borrowFee"].asDouble();
     for (const Json::Value& price : value["today"]) {
         quote.today.push_back(price.asDouble());
     }
@@ -193,6 +196,10 @@ QString Percent(double value, double base) {
 
 QString Whole(double value) {
     return QLocale(QLocale::English).toString(value, 'f', 0);
+}
+
+QString Placeholder() {
+    return QStringLiteral("\u2013\u2013\u2013\u2013");
 }
 
 QString Short(double value) {

@@ -31,6 +31,9 @@ struct SampleMarket {
         double low = 0;
         double turnover = 0;
         double marketCap = 0;
+        qint64 shortVolume = 0;
+        double daysToCover = 0;
+        double borrowFee = 0;  // percent a year
         QVector<double> today;
         std::vector<BookLevel> book;
     };
@@ -108,5 +111,7 @@ QString Percent(double value, double base);
 QString Whole(double value);
 /// Large numbers are written in millions or billions.
 QString Short(double value);
+/// The text in place of a figure behind a mask.
+QString Placeholder();
 
 }  // namespace figures

@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QToolButton>
 
+#include "GrowthService.h"
 #include "Icons.h"
 #include "Theme.h"
 #include "Translation.h"
@@ -12,12 +13,14 @@
 
 namespace {
 
+constexpr int kVipEntryPlace = 2;  // behind the product's name
 constexpr icons::Colors kButtonColors{theme::kMuted, theme::kAccent, theme::kFaint};
 
 }  // namespace
 
 CTitleBar::CTitleBar(QWidget* parent)
     : QFrame(parent),
+      m_pLayout(new QHBoxLayout(this)),
       m_pProduct(new QLabel(this)),
       m_pWorkbench(new QToolButton(this)),
       m_pUser(new QToolButton(this)),
@@ -36,14 +39,13 @@ CTitleBar::CTitleBar(QWidget* parent)
     m_pUser->setMenu(m_pMenu);
     connect(m_pMenu, &CUserMenu::LoginWanted, this, &CTitleBar::LoginWanted);
     connect(m_pMenu, &CUserMenu::LogoutWanted, this, &CTitleBar::LogoutWanted);
-    auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(16, 0, 10, 0);
-    layout->setSpacing(10);
-    layout->addWidget(mark);
-    layout->addWidget(m_pProduct);
-    layout->addStretch(1);
-    layout->addWidget(m_pWorkbench);
-    layout->addWidget(m_pUser);
+    m_pLayout->setContentsMargins(16, 0, 10, 0);
+    m_pLayout->setSpacing(10);
+    m_pLayout->addWidget(mark);
+    m_pLayout->addWidget(m_pProduct);
+    m_pLayout->addStretch(1);
+    m_pLayout->addWidget(m_pWorkbench);
+    m_pLayout->addWidget(m_pUser);
     theme::OnThemeChange(this, [this, mark] {
         mark->setPixmap(icons::Pixmap("brand", theme::kAccent, 22));
         m_pWorkbench->setIcon(icons::Make("workbench", kButtonColors));
@@ -64,6 +66,21 @@ void CTitleBar::ShowUsers(const std::vector<ServerUser>& users, quint64 current)
     m_nCurrent = current;
     m_pMenu->ShowUsers(users, current);
     ShowTexts();
+}
+
+void CTitleBar::RenewVipEntries() {
+    m_pMenu->RenewVipEntry();
+    delete m_pVipEntry;
+    const auto service = GrowthService();
+    // The size of the entry changes with the status.
+    const CSafeFunction<void()> changed(this, [this] { m_pLayout->invalidate(); });
+    m_pVipEntry = service ? service->GetVipTitleBarEntryWidget(this, changed) : nullptr;
+    if (m_pVipEntry) {
+        m_pVipEntry->setObjectName(QStringLiteral("TitleBarVip"));
+        m_pVipEntry->setToolTip(tr("Member"));
+        m_pVipEntry->setAccessibleName(tr("Member"));
+        m_pLayout->insertWidget(kVipEntryPlace, m_pVipEntry, 0, Qt::AlignVCenter);
+    }
 }
 
 void CTitleBar::ShowTexts() {

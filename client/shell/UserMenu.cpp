@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QWidgetAction>
 
+#include "GrowthService.h"
 #include "Links.h"
 #include "Translation.h"
 
@@ -15,7 +16,7 @@ constexpr const char* kHelpAddress = "https://help.zrgrowth.example/";
 
 }  // namespace
 
-CUserMenu::CUserMenu(QWidget* parent) : QMenu(parent), m_pFind(new QLineEdit(this)) {
+CUserMenu::CUserMenu(QWidget* parent) : ZMenu(parent), m_pFind(new QLineEdit(this)) {
     setObjectName(QStringLiteral("UserMenu"));
     m_pFindAction = NewFind();
     addAction(m_pFindAction);
@@ -64,6 +65,16 @@ void CUserMenu::ShowUsers(const std::vector<ServerUser>& users, quint64 current)
     Narrow();
 }
 
+void CUserMenu::RenewVipEntry() {
+    delete m_pVipEntry;
+    const auto service = GrowthService();
+    m_pVipEntry = service ? service->GetVipMenuEntryAction(this) : nullptr;
+    if (m_pVipEntry) {
+        m_pVipEntry->setObjectName(QStringLiteral("UserMenuVip"));
+        insertAction(m_pLogout, m_pVipEntry);
+    }
+}
+
 void CUserMenu::Narrow() {
     const QString wanted = m_pFind->text().trimmed();
     QAction* first = nullptr;
@@ -90,6 +101,6 @@ void CUserMenu::keyPressEvent(QKeyEvent* event) {
     if (IsForFind(*event)) {
         QCoreApplication::sendEvent(m_pFind, event);
     } else {
-        QMenu::keyPressEvent(event);
+        ZMenu::keyPressEvent(event);
     }
 }

@@ -1,15 +1,17 @@
 #pragma once
 
-#include <QMenu>
+#include <QPointer>
 
 #include "ISessionControl.h"
+#include "ui/ZAction.h"
+#include "ui/ZMenu.h"
 
 class QLineEdit;
 class QWidgetAction;
 
-/// The menu of users, logout and help. Typed text filters the users by name and number. Enter logs in the first of
-/// them.
-class CUserMenu : public QMenu {
+/// The menu of users, membership, logout and help. Typed text filters the users by name and number. Enter logs in the
+/// first of them.
+class CUserMenu : public ZMenu {
     Q_OBJECT
 
 public:
@@ -17,6 +19,9 @@ public:
 
     /// `current` is 0 if no user is logged in.
     void ShowUsers(const std::vector<ServerUser>& users, quint64 current);
+
+    /// Creates the entry of the VIP membership again, because it keeps the language and edition of its creation.
+    void RenewVipEntry();
 
 Q_SIGNALS:
     void LoginWanted(quint64 userId);
@@ -35,4 +40,5 @@ private:
     QAction* m_pUsersEnd;
     QAction* m_pLogout;
     QList<QAction*> m_users;
+    QPointer<ZAction> m_pVipEntry;
 };

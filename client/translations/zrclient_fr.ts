@@ -110,6 +110,93 @@
     </message>
 </context>
 <context>
+    <name>CMembershipCard</name>
+    <message>
+        <source>Edition</source>
+        <translation>Édition</translation>
+    </message>
+    <message>
+        <source>VIP system</source>
+        <translation>Système VIP</translation>
+    </message>
+    <message>
+        <source>Membership</source>
+        <translation>Abonnement</translation>
+    </message>
+    <message>
+        <source>Plan</source>
+        <translation>Formule</translation>
+    </message>
+    <message>
+        <source>Trial</source>
+        <translation>Essai</translation>
+    </message>
+    <message>
+        <source>Renewed or free of charge</source>
+        <translation>Reconduit ou offert</translation>
+    </message>
+    <message>
+        <source>Asset protection</source>
+        <translation>Protection par les avoirs</translation>
+    </message>
+    <message>
+        <source>Expired</source>
+        <translation>Expiré</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Aucune</translation>
+    </message>
+    <message>
+        <source>Not renewed</source>
+        <translation>Non reconduit</translation>
+    </message>
+    <message>
+        <source>Not known</source>
+        <translation>Inconnue</translation>
+    </message>
+    <message>
+        <source>%1, days left: %2</source>
+        <translation>%1, jours restants : %2</translation>
+    </message>
+    <message>
+        <source>No member</source>
+        <translation>Non membre</translation>
+    </message>
+    <message>
+        <source>Member</source>
+        <translation>Membre</translation>
+    </message>
+    <message>
+        <source>Member of grade %1</source>
+        <translation>Membre de niveau %1</translation>
+    </message>
+    <message>
+        <source>Membership centre</source>
+        <translation>Espace membre</translation>
+    </message>
+    <message>
+        <source>Nobody is logged in</source>
+        <translation>Personne n&apos;est connecté</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1 : %2</translation>
+    </message>
+    <message>
+        <source>Newer</source>
+        <translation>Nouveau</translation>
+    </message>
+    <message>
+        <source>Older</source>
+        <translation>Ancien</translation>
+    </message>
+    <message>
+        <source>Right %1</source>
+        <translation>Droit %1</translation>
+    </message>
+</context>
+<context>
     <name>CNavigation</name>
     <message>
         <source>Expand the navigation</source>
@@ -141,6 +228,10 @@
         <source>Show or hide the workbench</source>
         <translation>Afficher ou masquer l&apos;atelier</translation>
     </message>
+    <message>
+        <source>Member</source>
+        <translation>Membre</translation>
+    </message>
 </context>
 <context>
     <name>CUserMenu</name>
@@ -155,6 +246,45 @@
     <message>
         <source>Help</source>
         <translation>Aide</translation>
+    </message>
+</context>
+<context>
+    <name>CVipGallery</name>
+    <message>
+        <source>Main texts</source>
+        <translation>Textes principaux</translation>
+    </message>
+    <message>
+        <source>Detail texts</source>
+        <translation>Textes de détail</translation>
+    </message>
+    <message>
+        <source>Detail sub texts</source>
+        <translation>Textes secondaires</translation>
+    </message>
+    <message>
+        <source>The user has no record</source>
+        <translation>L&apos;utilisateur n&apos;a pas de fiche</translation>
+    </message>
+    <message>
+        <source>Activation type</source>
+        <translation>Type d&apos;activation</translation>
+    </message>
+    <message>
+        <source>Days left</source>
+        <translation>Jours restants</translation>
+    </message>
+    <message>
+        <source>Layout letter</source>
+        <translation>Lettre de mise en page</translation>
+    </message>
+    <message>
+        <source>VIP gallery</source>
+        <translation>Galerie VIP</translation>
+    </message>
+    <message>
+        <source>As the server sent it</source>
+        <translation>Tel que le serveur l&apos;a envoyé</translation>
     </message>
 </context>
 <context>
@@ -510,6 +640,57 @@
     <message>
         <source>Your means, and the day&apos;s orders</source>
         <translation>Vos moyens et les ordres du jour</translation>
+    </message>
+    <message>
+        <source>Analyst consensus</source>
+        <translation>Consensus des analystes</translation>
+    </message>
+    <message>
+        <source>Short selling</source>
+        <translation>Ventes à découvert</translation>
+    </message>
+    <message>
+        <source>Sold short</source>
+        <translation>Vendu à découvert</translation>
+    </message>
+    <message>
+        <source>Days to cover</source>
+        <translation>Jours de rachat</translation>
+    </message>
+    <message>
+        <source>Borrow fee %</source>
+        <translation>Frais d&apos;emprunt %</translation>
+    </message>
+</context>
+<context>
+    <name>RightStates</name>
+    <message>
+        <source>No state</source>
+        <translation>Sans état</translation>
+    </message>
+    <message>
+        <source>Limited time</source>
+        <translation>Durée limitée</translation>
+    </message>
+    <message>
+        <source>Frozen</source>
+        <translation>Gelé</translation>
+    </message>
+    <message>
+        <source>Active</source>
+        <translation>Actif</translation>
+    </message>
+    <message>
+        <source>Empty</source>
+        <translation>Vide</translation>
+    </message>
+    <message>
+        <source>Not activated</source>
+        <translation>Non activé</translation>
+    </message>
+    <message>
+        <source>Ready</source>
+        <translation>Prêt</translation>
     </message>
 </context>
 </TS>

@@ -110,6 +110,93 @@
     </message>
 </context>
 <context>
+    <name>CMembershipCard</name>
+    <message>
+        <source>Edition</source>
+        <translation>エディション</translation>
+    </message>
+    <message>
+        <source>VIP system</source>
+        <translation>VIP制度</translation>
+    </message>
+    <message>
+        <source>Membership</source>
+        <translation>会員</translation>
+    </message>
+    <message>
+        <source>Plan</source>
+        <translation>プラン</translation>
+    </message>
+    <message>
+        <source>Trial</source>
+        <translation>お試し</translation>
+    </message>
+    <message>
+        <source>Renewed or free of charge</source>
+        <translation>自動更新または無料</translation>
+    </message>
+    <message>
+        <source>Asset protection</source>
+        <translation>資産保護</translation>
+    </message>
+    <message>
+        <source>Expired</source>
+        <translation>期限切れ</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>なし</translation>
+    </message>
+    <message>
+        <source>Not renewed</source>
+        <translation>更新なし</translation>
+    </message>
+    <message>
+        <source>Not known</source>
+        <translation>不明</translation>
+    </message>
+    <message>
+        <source>%1, days left: %2</source>
+        <translation>%1、残り日数%2</translation>
+    </message>
+    <message>
+        <source>No member</source>
+        <translation>非会員</translation>
+    </message>
+    <message>
+        <source>Member</source>
+        <translation>会員</translation>
+    </message>
+    <message>
+        <source>Member of grade %1</source>
+        <translation>グレード%1会員</translation>
+    </message>
+    <message>
+        <source>Membership centre</source>
+        <translation>会員センター</translation>
+    </message>
+    <message>
+        <source>Nobody is logged in</source>
+        <translation>ログインしていません</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1：%2</translation>
+    </message>
+    <message>
+        <source>Newer</source>
+        <translation>新</translation>
+    </message>
+    <message>
+        <source>Older</source>
+        <translation>旧</translation>
+    </message>
+    <message>
+        <source>Right %1</source>
+        <translation>権限%1</translation>
+    </message>
+</context>
+<context>
     <name>CNavigation</name>
     <message>
         <source>Expand the navigation</source>
@@ -141,6 +228,10 @@
         <source>Show or hide the workbench</source>
         <translation>ワークベンチの表示を切り替える</translation>
     </message>
+    <message>
+        <source>Member</source>
+        <translation>会員</translation>
+    </message>
 </context>
 <context>
     <name>CUserMenu</name>
@@ -155,6 +246,45 @@
     <message>
         <source>Help</source>
         <translation>ヘルプ</translation>
+    </message>
+</context>
+<context>
+    <name>CVipGallery</name>
+    <message>
+        <source>Main texts</source>
+        <translation>メインの文言</translation>
+    </message>
+    <message>
+        <source>Detail texts</source>
+        <translation>詳細の文言</translation>
+    </message>
+    <message>
+        <source>Detail sub texts</source>
+        <translation>詳細サブの文言</translation>
+    </message>
+    <message>
+        <source>The user has no record</source>
+        <translation>このユーザーのデータなし</translation>
+    </message>
+    <message>
+        <source>Activation type</source>
+        <translation>有効化の種別</translation>
+    </message>
+    <message>
+        <source>Days left</source>
+        <translation>残り日数</translation>
+    </message>
+    <message>
+        <source>Layout letter</source>
+        <translation>レイアウト文字</translation>
+    </message>
+    <message>
+        <source>VIP gallery</source>
+        <translation>VIPギャラリー</translation>
+    </message>
+    <message>
+        <source>As the server sent it</source>
+        <translation>サーバーの値のまま</translation>
     </message>
 </context>
 <context>
@@ -510,6 +640,57 @@
     <message>
         <source>Your means, and the day&apos;s orders</source>
         <translation>資金と本日の注文</translation>
+    </message>
+    <message>
+        <source>Analyst consensus</source>
+        <translation>アナリスト予想</translation>
+    </message>
+    <message>
+        <source>Short selling</source>
+        <translation>空売り</translation>
+    </message>
+    <message>
+        <source>Sold short</source>
+        <translation>空売り残高</translation>
+    </message>
+    <message>
+        <source>Days to cover</source>
+        <translation>買い戻し日数</translation>
+    </message>
+    <message>
+        <source>Borrow fee %</source>
+        <translation>貸株料 %</translation>
+    </message>
+</context>
+<context>
+    <name>RightStates</name>
+    <message>
+        <source>No state</source>
+        <translation>状態なし</translation>
+    </message>
+    <message>
+        <source>Limited time</source>
+        <translation>期間限定</translation>
+    </message>
+    <message>
+        <source>Frozen</source>
+        <translation>凍結</translation>
+    </message>
+    <message>
+        <source>Active</source>
+        <translation>有効</translation>
+    </message>
+    <message>
+        <source>Empty</source>
+        <translation>空</translation>
+    </message>
+    <message>
+        <source>Not activated</source>
+        <translation>未有効化</translation>
+    </message>
+    <message>
+        <source>Ready</source>
+        <translation>有効化可能</translation>
     </message>
 </context>
 </TS>

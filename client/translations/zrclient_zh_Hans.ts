@@ -110,6 +110,93 @@
     </message>
 </context>
 <context>
+    <name>CMembershipCard</name>
+    <message>
+        <source>Edition</source>
+        <translation>版本</translation>
+    </message>
+    <message>
+        <source>VIP system</source>
+        <translation>VIP 体系</translation>
+    </message>
+    <message>
+        <source>Membership</source>
+        <translation>会员</translation>
+    </message>
+    <message>
+        <source>Plan</source>
+        <translation>方案</translation>
+    </message>
+    <message>
+        <source>Trial</source>
+        <translation>试用</translation>
+    </message>
+    <message>
+        <source>Renewed or free of charge</source>
+        <translation>自动续费或免费</translation>
+    </message>
+    <message>
+        <source>Asset protection</source>
+        <translation>资产保护</translation>
+    </message>
+    <message>
+        <source>Expired</source>
+        <translation>已过期</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>无</translation>
+    </message>
+    <message>
+        <source>Not renewed</source>
+        <translation>未续费</translation>
+    </message>
+    <message>
+        <source>Not known</source>
+        <translation>未知</translation>
+    </message>
+    <message>
+        <source>%1, days left: %2</source>
+        <translation>%1，剩余天数 %2</translation>
+    </message>
+    <message>
+        <source>No member</source>
+        <translation>非会员</translation>
+    </message>
+    <message>
+        <source>Member</source>
+        <translation>会员</translation>
+    </message>
+    <message>
+        <source>Member of grade %1</source>
+        <translation>%1 级会员</translation>
+    </message>
+    <message>
+        <source>Membership centre</source>
+        <translation>会员中心</translation>
+    </message>
+    <message>
+        <source>Nobody is logged in</source>
+        <translation>未登录</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1：%2</translation>
+    </message>
+    <message>
+        <source>Newer</source>
+        <translation>新</translation>
+    </message>
+    <message>
+        <source>Older</source>
+        <translation>旧</translation>
+    </message>
+    <message>
+        <source>Right %1</source>
+        <translation>权限 %1</translation>
+    </message>
+</context>
+<context>
     <name>CNavigation</name>
     <message>
         <source>Expand the navigation</source>
@@ -141,6 +228,10 @@
         <source>Show or hide the workbench</source>
         <translation>显示或隐藏工作台</translation>
     </message>
+    <message>
+        <source>Member</source>
+        <translation>会员</translation>
+    </message>
 </context>
 <context>
     <name>CUserMenu</name>
@@ -155,6 +246,45 @@
     <message>
         <source>Help</source>
         <translation>帮助</translation>
+    </message>
+</context>
+<context>
+    <name>CVipGallery</name>
+    <message>
+        <source>Main texts</source>
+        <translation>主文案</translation>
+    </message>
+    <message>
+        <source>Detail texts</source>
+        <translation>详情文案</translation>
+    </message>
+    <message>
+        <source>Detail sub texts</source>
+        <translation>详情副文案</translation>
+    </message>
+    <message>
+        <source>The user has no record</source>
+        <translation>该用户没有记录</translation>
+    </message>
+    <message>
+        <source>Activation type</source>
+        <translation>激活类型</translation>
+    </message>
+    <message>
+        <source>Days left</source>
+        <translation>剩余天数</translation>
+    </message>
+    <message>
+        <source>Layout letter</source>
+        <translation>布局字母</translation>
+    </message>
+    <message>
+        <source>VIP gallery</source>
+        <translation>VIP 展示</translation>
+    </message>
+    <message>
+        <source>As the server sent it</source>
+        <translation>按服务器数据</translation>
     </message>
 </context>
 <context>
@@ -510,6 +640,57 @@
     <message>
         <source>Your means, and the day&apos;s orders</source>
         <translation>可用资金与今日订单</translation>
+    </message>
+    <message>
+        <source>Analyst consensus</source>
+        <translation>分析师共识</translation>
+    </message>
+    <message>
+        <source>Short selling</source>
+        <translation>卖空</translation>
+    </message>
+    <message>
+        <source>Sold short</source>
+        <translation>卖空量</translation>
+    </message>
+    <message>
+        <source>Days to cover</source>
+        <translation>回补天数</translation>
+    </message>
+    <message>
+        <source>Borrow fee %</source>
+        <translation>借券费率 %</translation>
+    </message>
+</context>
+<context>
+    <name>RightStates</name>
+    <message>
+        <source>No state</source>
+        <translation>无状态</translation>
+    </message>
+    <message>
+        <source>Limited time</source>
+        <translation>限时</translation>
+    </message>
+    <message>
+        <source>Frozen</source>
+        <translation>已冻结</translation>
+    </message>
+    <message>
+        <source>Active</source>
+        <translation>有效</translation>
+    </message>
+    <message>
+        <source>Empty</source>
+        <translation>空</translation>
+    </message>
+    <message>
+        <source>Not activated</source>
+        <translation>未激活</translation>
+    </message>
+    <message>
+        <source>Ready</source>
+        <translation>可激活</translation>
     </message>
 </context>
 </TS>

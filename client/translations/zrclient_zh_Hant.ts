@@ -110,6 +110,93 @@
     </message>
 </context>
 <context>
+    <name>CMembershipCard</name>
+    <message>
+        <source>Edition</source>
+        <translation>版本</translation>
+    </message>
+    <message>
+        <source>VIP system</source>
+        <translation>VIP 體系</translation>
+    </message>
+    <message>
+        <source>Membership</source>
+        <translation>會員</translation>
+    </message>
+    <message>
+        <source>Plan</source>
+        <translation>方案</translation>
+    </message>
+    <message>
+        <source>Trial</source>
+        <translation>試用</translation>
+    </message>
+    <message>
+        <source>Renewed or free of charge</source>
+        <translation>自動續費或免費</translation>
+    </message>
+    <message>
+        <source>Asset protection</source>
+        <translation>資產保護</translation>
+    </message>
+    <message>
+        <source>Expired</source>
+        <translation>已過期</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>無</translation>
+    </message>
+    <message>
+        <source>Not renewed</source>
+        <translation>未續費</translation>
+    </message>
+    <message>
+        <source>Not known</source>
+        <translation>未知</translation>
+    </message>
+    <message>
+        <source>%1, days left: %2</source>
+        <translation>%1，剩餘天數 %2</translation>
+    </message>
+    <message>
+        <source>No member</source>
+        <translation>非會員</translation>
+    </message>
+    <message>
+        <source>Member</source>
+        <translation>會員</translation>
+    </message>
+    <message>
+        <source>Member of grade %1</source>
+        <translation>%1 級會員</translation>
+    </message>
+    <message>
+        <source>Membership centre</source>
+        <translation>會員中心</translation>
+    </message>
+    <message>
+        <source>Nobody is logged in</source>
+        <translation>未登入</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1：%2</translation>
+    </message>
+    <message>
+        <source>Newer</source>
+        <translation>新</translation>
+    </message>
+    <message>
+        <source>Older</source>
+        <translation>舊</translation>
+    </message>
+    <message>
+        <source>Right %1</source>
+        <translation>權限 %1</translation>
+    </message>
+</context>
+<context>
     <name>CNavigation</name>
     <message>
         <source>Expand the navigation</source>
@@ -141,6 +228,10 @@
         <source>Show or hide the workbench</source>
         <translation>顯示或隱藏工作台</translation>
     </message>
+    <message>
+        <source>Member</source>
+        <translation>會員</translation>
+    </message>
 </context>
 <context>
     <name>CUserMenu</name>
@@ -155,6 +246,45 @@
     <message>
         <source>Help</source>
         <translation>說明</translation>
+    </message>
+</context>
+<context>
+    <name>CVipGallery</name>
+    <message>
+        <source>Main texts</source>
+        <translation>主文案</translation>
+    </message>
+    <message>
+        <source>Detail texts</source>
+        <translation>詳情文案</translation>
+    </message>
+    <message>
+        <source>Detail sub texts</source>
+        <translation>詳情副文案</translation>
+    </message>
+    <message>
+        <source>The user has no record</source>
+        <translation>該使用者沒有記錄</translation>
+    </message>
+    <message>
+        <source>Activation type</source>
+        <translation>啟用類型</translation>
+    </message>
+    <message>
+        <source>Days left</source>
+        <translation>剩餘天數</translation>
+    </message>
+    <message>
+        <source>Layout letter</source>
+        <translation>版面字母</translation>
+    </message>
+    <message>
+        <source>VIP gallery</source>
+        <translation>VIP 展示</translation>
+    </message>
+    <message>
+        <source>As the server sent it</source>
+        <translation>按伺服器資料</translation>
     </message>
 </context>
 <context>
@@ -510,6 +640,57 @@
     <message>
         <source>Your means, and the day&apos;s orders</source>
         <translation>可用資金與今日訂單</translation>
+    </message>
+    <message>
+        <source>Analyst consensus</source>
+        <translation>分析師共識</translation>
+    </message>
+    <message>
+        <source>Short selling</source>
+        <translation>賣空</translation>
+    </message>
+    <message>
+        <source>Sold short</source>
+        <translation>賣空量</translation>
+    </message>
+    <message>
+        <source>Days to cover</source>
+        <translation>回補天數</translation>
+    </message>
+    <message>
+        <source>Borrow fee %</source>
+        <translation>借券費率 %</translation>
+    </message>
+</context>
+<context>
+    <name>RightStates</name>
+    <message>
+        <source>No state</source>
+        <translation>無狀態</translation>
+    </message>
+    <message>
+        <source>Limited time</source>
+        <translation>限時</translation>
+    </message>
+    <message>
+        <source>Frozen</source>
+        <translation>已凍結</translation>
+    </message>
+    <message>
+        <source>Active</source>
+        <translation>有效</translation>
+    </message>
+    <message>
+        <source>Empty</source>
+        <translation>空</translation>
+    </message>
+    <message>
+        <source>Not activated</source>
+        <translation>未啟用</translation>
+    </message>
+    <message>
+        <source>Ready</source>
+        <translation>可啟用</translation>
     </message>
 </context>
 </TS>

@@ -62,6 +62,9 @@ std::vector<std::string> OfThisShard(const std::vector<std::string>& tests) {
     const int result = runTests();
     std::cout.flush();
     std::fflush(nullptr);
+#ifdef ZR_COVERAGE
+    std::exit(result);  // writes the counters
+#endif
     _exit(result);
 }
 

@@ -1,8 +1,10 @@
 #include "workbench/rights/RightsTab.h"
 
+#include <QPushButton>
 #include <QSplitter>
 #include <QVBoxLayout>
 
+#include "VipGallery.h"
 #include "workbench/TabPages.h"
 #include "workbench/rights/AskPanel.h"
 #include "workbench/rights/PushPanel.h"
@@ -17,7 +19,7 @@ constexpr int kTabMargin = 8;
 
 }  // namespace
 
-CRightsTab::CRightsTab(const CPremiumRights& rights, const CRefreshTracker& board, const CWireDecoder& decoder,
+CRightsTab::CRightsTab(CPremiumRights& rights, const CRefreshTracker& board, const CWireDecoder& decoder,
                        IControlClient& server, CAnswerPanel::SetFault setFault, QWidget* parent)
     : QWidget(parent) {
     setObjectName(QStringLiteral("RightsTab"));
@@ -51,6 +53,13 @@ CRightsTab::CRightsTab(const CPremiumRights& rights, const CRefreshTracker& boar
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(10);
-    layout->addWidget(new CVipPanel(rights, this));
+    auto* gallery = new QPushButton(this);
+    gallery->setObjectName(QStringLiteral("VipGalleryOpen"));
+    gallery->setText(QStringLiteral("VIP gallery"));
+    connect(gallery, &QPushButton::clicked, this, [this, &rights] { CVipGallery::Open(window(), rights); });
+    auto* head = new QHBoxLayout;
+    head->addWidget(new CVipPanel(rights, this), 1);
+    head->addWidget(gallery, 0, Qt::AlignTop);
+    layout->addLayout(head);
     layout->addWidget(splitter, 1);
 }

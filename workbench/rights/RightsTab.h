@@ -12,6 +12,6 @@ class CWireDecoder;
 /// must outlive it.
 class CRightsTab : public QWidget {
 public:
-    CRightsTab(const CPremiumRights& rights, const CRefreshTracker& board, const CWireDecoder& decoder,
+    CRightsTab(CPremiumRights& rights, const CRefreshTracker& board, const CWireDecoder& decoder,
                IControlClient& server, CAnswerPanel::SetFault setFault, QWidget* parent = nullptr);
 };

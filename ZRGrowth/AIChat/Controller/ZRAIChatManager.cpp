@@ -117,11 +117,11 @@ void CZRAIChatManager::OnRequestAIChatEnableStatusCallback(qulonglong /*nReqKey*
     LogInfo("RequestAIChatEnableStatus callback, stRspData.m_strData = {}", stRspData.m_strData);
     chat::GetChatEntryRsp response;
     if (!response.ParseFromString(stRspData.m_strData)) {
-        // The number in this text is not the command's, and stays as it is: logs are searched for it.
+        // The number in this text is not the command's. It is intended, since logs are searched for it.
         LogInfo("RequestAIChatEnableStatus callback, receive cmd 20832, data parse failed");
         return;
     }
-    // A result code is not looked at: an answer that parses is taken as it is.
+    // The result code is ignored: each answer that can be parsed is used.
     m_jsonEnabledScenes = Json::Value(Json::arrayValue);
     for (const chat::ChatEntry& entry : response.data().entry_list()) {
         LogInfo("RequestAIChatEnableStatus success, scene = {}, is_all_open = {}", entry.scene(), entry.is_all_open());
@@ -147,7 +147,7 @@ bool CZRAIChatManager::IsAIChatEnable(ZRAIChatEntryScene scene) {
     }
     bool enable = false;
     for (const Json::Value& element : m_jsonEnabledScenes) {
-        // A scene beyond the signed range is no int to the library, and so never matches.
+        // For the library a scene beyond the signed range is no int, so it never matches.
         if (element.isInt() && element.asInt() == scene) {
             enable = true;
             break;
@@ -176,7 +176,7 @@ void CZRAIChatManager::ReadAIChatEnableCacheData() {
     } else if (!growth_json::Parse(cached, m_jsonEnabledScenes, error)) {
         LogInfo("Parse cache failed, error = {}", error);
     }
-    // On purpose: the cache is written and checked, never served. Scenes come from the server alone.
+    // Intended: the cache is written and checked but never used. Scenes come only from the server.
     m_jsonEnabledScenes = emptyList;
 }
 

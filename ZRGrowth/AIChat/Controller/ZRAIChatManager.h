@@ -37,7 +37,7 @@ public:
     void OnLogin();
     void OnLogout();
 
-    /// Asks the server, once; the answer comes to the callback. Nothing is tried again.
+    /// Sends one request to the server. The callback receives the answer. There is no retry.
     void RequestAIChatEnableStatus();
 
     bool IsAIChatEnable(ZRAIChatEntryScene scene);
@@ -45,7 +45,7 @@ public:
     /// 0 no override, 1 every scene open, any other value every scene closed. Lasts until the process ends.
     void SetAIChatDevelopEnableType(unsigned int type);
 
-    /// The key of the present user's list in the store of the installation.
+    /// Returns the store key of the current user's list. The value belongs to the installation.
     QString GenerateAIChatEnableCacheDataKey();
 
     /// Opens the page for a scene. The page is loaded again only if necessary. With `showPage` false an existing window

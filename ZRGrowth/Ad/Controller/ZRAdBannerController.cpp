@@ -12,7 +12,7 @@ constexpr auto kLogModuleType = CGrowthBizLogUtil::Ad;
 constexpr int kBannerTypeUnknown = 0;
 constexpr int kBannerTypeSingleImage = 1;
 
-// Ads that are no banners are left out of all three lists, so that they stay one list.
+// Ads that are no banners are skipped in all three lists, so that the indexes match.
 void AddAds(CZRAdBannerView& view, const QList<CZRAdModel*>& ads, bool single) {
     for (CZRAdModel* ad : ads) {
         auto* banner = qobject_cast<CZRAdBannerModel*>(ad);
@@ -81,7 +81,7 @@ void CZRAdBannerController::ShowAd(CZRAdModelList* list) {
         Complete(NewBanner(*list));
         return;
     }
-    // In an internal build the caller learns that there is no banner; in a release the callback does not run.
+    // An internal build reports that there is no banner; in a release the callback does not run.
     if (!core::environment::IsReleaseAppVersion()) {
         Complete(nullptr);
     }
@@ -93,7 +93,7 @@ void CZRAdBannerController::Complete(QWidget* banner) {
     if (complete) {
         complete(banner);
     } else {
-        // Nobody asked, so nobody would ever delete it.
+        // Without a caller nothing would delete it.
         delete banner;
     }
 }
@@ -126,7 +126,7 @@ void CZRAdBannerController::OnExposeAdEnd(QString adId) {
     ReportExposeAdEnd(adId, QString());
 }
 
-// One close type for all banners, whatever the reason: the widget's end is all that is known here.
+// All banners have one close type, because only the end of the widget is known here.
 void CZRAdBannerController::OnCloseAd(QString adId) {
     CloseAd(ZRAdCloseTypeLogin, adId, QString());
 }

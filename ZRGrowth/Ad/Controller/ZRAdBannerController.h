@@ -7,8 +7,8 @@
 
 class QWidget;
 
-/// The slot of banners at one position. It asks for the ads and makes a widget of the answer, which belongs to who
-/// asked; it keeps no hold on it.
+/// Controls the banners at one position. It requests the ads and creates a widget from the answer. The caller owns the
+/// widget.
 class CZRAdBannerController : public CZRAdController {
     Q_OBJECT
 
@@ -16,10 +16,10 @@ public:
     CZRAdBannerController(QObject* parent, int adPosition);
     ~CZRAdBannerController() override;
 
-    /// `callback` replaces that of an earlier caller, and gets the widget later: null in internal builds where
-    /// there is nothing to show, and no call at all where the request or its answer is refused. `adIds` with
-    /// `useCheck` are exactly the ads wanted. Sizes in pixels.
-    /// The widget keeps its ads and reports until its deletion, also after a logout or another language or user.
+    /// `callback` replaces that of an earlier caller and receives the widget later. Without an ad it receives null in
+    /// internal builds. It does not run if the request or its answer is refused. With `useCheck` only the ads in
+    /// `adIds` are requested. Sizes are in pixels.
+    /// The widget keeps its ads and reports until its deletion, also after a logout or a change of user or language.
     void GetAdBannerAsync(QSize size, std::function<void(QWidget*)> callback, int topNonClickableAreaHeight,
                           bool useCheck, QList<QString> adIds);
 

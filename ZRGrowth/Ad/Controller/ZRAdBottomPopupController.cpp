@@ -11,7 +11,7 @@ namespace {
 
 constexpr auto kLogModuleType = CGrowthBizLogUtil::Ad;
 
-// The two forms of a slot by that name are apart by their arguments.
+// Two overloads have this name, so the arguments select one.
 constexpr auto kOnImageLoadSucceeded =
     qOverload<QString, qlonglong, int, QString, QString>(&CZRAdPopupController::OnImageLoadSucceeded);
 
@@ -72,13 +72,13 @@ void CZRAdBottomPopupController::AddAdPopupView(CZRAdPopupModel* model, bool ena
                               &CZRAdPopupController::OnAdClicked, Qt::UniqueConnection);
     FrameWork::ConnectChecked(kGrowthModuleTag, view, &CZRAdBottomPopupView::CloseButtonClicked, this,
                               &CZRAdPopupController::OnCloseButtonClicked, Qt::UniqueConnection);
-    // Ready with its target before the picture, which may be in at once.
+    // The target is set before the picture, which may be loaded inside the call.
     view->setVisible(false);
     view->SetSchema(model->GetBottomPopup()->GetSchema());
     view->SetImageUrl(model->GetBottomPopup()->GetImage());
 }
 
-// A card on its way out has nothing to report any more.
+// A card that is being closed reports nothing more.
 void CZRAdBottomPopupController::DeleteAdPopupView() {
     if (auto* view = qobject_cast<CZRAdBottomPopupView*>(m_adPopupView)) {
         disconnect(view, &CZRAdBottomPopupView::LoadImageSucceeded, this, kOnImageLoadSucceeded);

@@ -2,7 +2,7 @@
 
 #include "Ad/Controller/ZRAdPopupController.h"
 
-/// The slot of the bottom popup, at its fixed position.
+/// Controls the bottom popup at its fixed ad position.
 class CZRAdBottomPopupController : public CZRAdPopupController {
     Q_OBJECT
 
@@ -12,7 +12,7 @@ public:
 
     void RequestAdBottomPopup(ZRAdApiType apiType, const QList<QString>& adIds);
 
-    /// The main window's layout has changed.
+    /// Call it after a change of the main window's layout.
     void UpdateAdBottomPopupCoordinates();
 
 protected:

@@ -28,7 +28,7 @@ CZRAdController::CZRAdController(QObject* parent)
       m_adReporter(new CZRAdReporter(this)),
       m_adQualityMonitoringReporter(new CZRAdQualityMonitoringReporter(this)) {
     m_adApiClient = new CZRAdApiClient(this);
-    // A unique connection does not register what its signals carry, and would lose them.
+    // A unique connection does not register the types of the parameters, and queued signals would be lost.
     qRegisterMetaType<CZRAdModelList*>("CZRAdModelList*");
     qRegisterMetaType<QList<QString>>("QList<QString>");
     FrameWork::ConnectChecked(kGrowthModuleTag, m_adApiClient, &CZRAdApiClient::RequestAdSucceeded, this,
@@ -48,7 +48,7 @@ CZRAdController::~CZRAdController() {
 
 void CZRAdController::RequestAd(ZRAdApiType apiType, int adPosition, QList<QString> const& adIdList) {
     const qint64 now = core::time_date::GetSvrTimeStamp();
-    // A clock that went back refuses as well. A refused request does not prolong the interval.
+    // A clock that was set back refuses too. A refused request does not prolong the interval.
     if (now - m_lastRequestTimeStamp < kRequestInterval) {
         LogInfo(
             "Request ad limited. currentTimeStamp = {}, lastRequestTimeStamp = {}, requestInterval = {}, adType = {}, "
@@ -123,7 +123,7 @@ void CZRAdController::CloseAd(ZRAdCloseType closeType, QString const& adId, QStr
             break;
     }
     ReportExposeAdEnd(adId, pushId);
-    // The two ids may be the members that this empties: they are not to be used behind it.
+    // The two ids may be references to members that this call clears. Do not use them after it.
     ClearAd();
 }
 
@@ -152,7 +152,7 @@ void CZRAdController::OnRequestAdSucceeded(CZRAdModelList* list, long long time)
     if (!list) {
         return;
     }
-    // First the report: every answer counts, whatever becomes of it.
+    // The report is first, because it counts every answer.
     ReportSendAdRequest(list->GetAdPosition(), GetAllAdIdFromDataModel(list), (unsigned long)(time));
     if (!CheckAdIsValid(list)) {
         delete list;
@@ -160,7 +160,7 @@ void CZRAdController::OnRequestAdSucceeded(CZRAdModelList* list, long long time)
     }
     delete m_adModelList;
     m_adModelList = list;
-    // Where it may not be shown now the list waits for another occasion.
+    // A list that cannot be shown now waits for the next trigger.
     if (CheckCanShowAd(list)) {
         ShowAd(list);
     }
@@ -216,7 +216,7 @@ bool CZRAdController::CheckAdIsValid(CZRAdModelList* list) {
     return true;
 }
 
-// The server counts whole seconds: the moment itself is in time, on both sides.
+// The server counts whole seconds, so both limits are inside the window.
 bool CZRAdController::IsDue(CZRAdModel& ad, qint64 now) const {
     if (now < ad.GetStartTime()) {
         LogError(
@@ -274,7 +274,7 @@ void CZRAdController::ReportExposeAdEnd(QString const& adId, QString const& push
     QString exposeId;
     long long duration = 0;
     if (m_adReporter) {
-        // Read ahead of the end, which forgets them.
+        // Read before the end of the exposure, which clears them.
         exposeId = m_adReporter->GetExposeId(adId);
         duration = m_adReporter->GetAdExposeDuration(adId);
         m_adReporter->ReportExposeAdEnd(GetAdRequestId(), adId);

@@ -23,38 +23,39 @@ public:
 
     int GetAdPosition() const { return m_adPosition; }
 
-    /// A search, or a check of these ads; refused and reported within ten seconds of the last one that left.
+    /// Requests a search, or a check of these ads. Within ten seconds of the last sent request it is refused and
+    /// reported.
     virtual void RequestAd(ZRAdApiType apiType, int adPosition, QList<QString> const& adIdList);
 
-    /// Forgets the current list and what is on screen.
+    /// Clears the current list and the displayed ad.
     virtual void ClearAd();
 
     virtual void ShowAd(CZRAdModelList* list);
 
-    /// Reports the end of the exposure, and clears. Does nothing without an ad id.
+    /// Reports the end of the exposure and clears the ad. Does nothing without an ad id.
     virtual void CloseAd(ZRAdCloseType closeType, QString const& adId, QString const& pushId);
 
-    /// These ads are no longer to be shown.
+    /// Removes these ads, which the server took offline.
     virtual void OfflineAd(QList<QString>& adIds);
 
     virtual CZRAdModelList* GetAdModelList();  // may be null; stays the controller's
 
-    /// Takes the list in place of the current one, which is destroyed.
+    /// Takes ownership of the list and destroys the current one.
     virtual void SetAdModelList(CZRAdModelList* list);
 
     static ZRAdShowAreaType ConvertTabFrameKeyToShowAreaType(EnZRTabFrameKey key);
 
 protected:
-    /// Takes the list. `time` is the exchange's length in milliseconds.
+    /// Takes ownership of the list. `time` is the duration of the exchange in milliseconds.
     virtual void OnRequestAdSucceeded(CZRAdModelList* list, long long time);
     virtual void OnRequestAdFailed(QString const& resultCode, QString const& errorContent, long long time);
     virtual void OnExposeAdSuccess(QList<QString> const& adIds);
     virtual void OnExposeAdFailed(QString const& resultCode, QString const& errorContent, QList<QString> const& adIds);
 
-    /// Whether the list is for this slot and has ads that are due; takes out those that are not.
+    /// Returns whether the list is for this position and has current ads. It removes ads outside their time window.
     virtual bool CheckAdIsValid(CZRAdModelList* list);
 
-    /// Whether the slot may show an ad at this moment.
+    /// Returns whether the display conditions are met now.
     virtual bool CheckCanShowAd(CZRAdModelList* list);
 
     virtual void ReportSendAdRequest(int adPosition, QList<QString> const& adIds, unsigned long time);
@@ -76,7 +77,7 @@ protected:
     /// Returns the store key of the last show time, by user, position and interval type.
     QString GetAdLastShowTimeStampKey(int adPosition, int showIntervalType);
 
-    /// The client's id of its latest request.
+    /// Returns the id of the latest request.
     QString GetAdRequestId();
 
     ZRAdType m_adType{};

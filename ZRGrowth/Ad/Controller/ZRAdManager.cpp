@@ -87,7 +87,7 @@ void CZRAdManager::Init() {
     }
 }
 
-// The slots stay, and what is posted still runs.
+// The controllers stay, and posted tasks still run.
 void CZRAdManager::UnInit() {
     core::__CMessageDispatch(GROWTH_HERE).UnBind(this);
     IZRChannelProxy::UnbindCallback(this);
@@ -111,7 +111,7 @@ void CZRAdManager::OnLoginChannelConnect(uint32_t /*uMsg*/, qulonglong /*wParam*
     }
 }
 
-// Ads are made for a language.
+// Ads depend on the language.
 void CZRAdManager::OnLanguageChanged(uint32_t /*uMsg*/, qulonglong /*wParam*/,
                                      std::shared_ptr<core::CMessageBody> /*pMsg*/) {
     LogInfo("Language changed");
@@ -144,7 +144,7 @@ void CZRAdManager::OnTabFrameChanged(uint32_t /*uMsg*/, qulonglong wParam,
     }
 }
 
-// There is no spreading of its own: the server spreads its clients by the delay. The product wraps around in 32 bits.
+// No random delay is added: the server spreads its clients by the delay. The product wraps around in 32 bits.
 void CZRAdManager::RequestAfterPush(uint32_t adType, uint32_t adPosition, uint32_t delay, ZRAdApiType apiType,
                                     const QList<QString>& adIds) {
     const auto request = [this, adType, adPosition, apiType, adIds] {
@@ -159,7 +159,7 @@ void CZRAdManager::RequestAfterPush(uint32_t adType, uint32_t adPosition, uint32
 void CZRAdManager::OnAdStatusChangedPushCallback(qulonglong /*nReqKey*/, CSProtoError enError, CSProtoData stRspData,
                                                  const CSResponseExt* /*pRspExt*/) {
     if (enError != kCSProtoOk || stRspData.m_nCmd != kCmdAdStatusChangedPush) {
-        // The words name the other push, on purpose: logs are searched for them.
+        // The text names the other push. It is intended, since logs are searched for it.
         LogError("AdCheckPush callback, receive cmd error, error = {}, cmd = {}", int(enError), stRspData.m_nCmd);
         return;
     }
@@ -172,7 +172,7 @@ void CZRAdManager::OnAdStatusChangedPushCallback(qulonglong /*nReqKey*/, CSProto
     LogInfo(
         "AdStatusChangedPush callback,receive cmd 20145, adType = {}, adPosition = {}, offlineAdId = {}, delay = {}",
         push.ad_type(), push.ad_position(), Joined(offline), push.delay());
-    // At once, whatever slot the push names: only the refill waits.
+    // At once, for every ad position of the push. Only the new request waits.
     if (m_adBottomPopupController) {
         m_adBottomPopupController->OfflineAd(offline);
     }
@@ -195,7 +195,7 @@ void CZRAdManager::OnAdPushCallback(qulonglong /*nReqKey*/, CSProtoError enError
     RequestAfterPush(push.ad_type(), push.ad_position(), push.delay(), ZRAdApiTypeSearch, {});
 }
 
-// A release build never binds this push, and still does nothing should it come.
+// A release build does not bind this push and would ignore it.
 void CZRAdManager::OnAdCheckPushCallback(qulonglong /*nReqKey*/, CSProtoError enError, CSProtoData stRspData,
                                          const CSResponseExt* /*pRspExt*/) {
     if (core::environment::IsReleaseAppVersion()) {
@@ -233,7 +233,7 @@ void CZRAdManager::GetAdBannerAsync(int adPosition, QSize size, std::function<vo
 
 QWidget* CZRAdManager::GetAdBottomPopupDeveloperView() {
     auto* view = new CZRAdBottomPopupDeveloperView(nullptr);
-    // The panel is the caller's, and may be there for longer than what it shows.
+    // The caller owns the panel, which may outlive the displayed objects.
     const QPointer<CZRAdManager> alive(this);
     view->SetGetModelCallback([alive] {
         return alive && alive->m_adBottomPopupController ? alive->m_adBottomPopupController->GetAdModelList() : nullptr;
@@ -242,7 +242,7 @@ QWidget* CZRAdManager::GetAdBottomPopupDeveloperView() {
         if (alive && alive->m_adBottomPopupController) {
             alive->m_adBottomPopupController->SetAdModelList(list);
         } else {
-            // The panel gives it away, and before the start nobody else would delete it.
+            // The panel transfers ownership, and before the start nothing else would delete the list.
             delete list;
         }
     });

@@ -14,9 +14,9 @@
 class CZRAdBannerController;
 class CZRAdBottomPopupController;
 
-/// The root of the ad subsystem: the bottom popup's slot and one slot for each banner position, driven by the host's
-/// events and the server's pushes. Started by Init().
-/// One per process, made at its first use and never deleted. Main thread, save GetAdBannerAsync.
+/// The manager of ads: a controller for the bottom popup and one for each banner position. Events of the host and
+/// pushes of the server drive them. Started by Init().
+/// One per process, created at its first use and never deleted. Main thread, except GetAdBannerAsync.
 class CZRAdManager : public QObject {
     Q_OBJECT
 
@@ -29,15 +29,15 @@ public:
     void Init();
     void UnInit();
 
-    /// Nothing: ads are asked for when the login's channel connects.
+    /// Does nothing: ads are requested when the login channel is connected.
     void OnLogin();
     void OnLogout();
 
-    /// A banner, later, through `callback`; see CZRAdBannerController. Callable from any thread.
+    /// Creates a banner and passes it to `callback` later; see CZRAdBannerController. Any thread.
     void GetAdBannerAsync(int adPosition, QSize size, std::function<void(QWidget*)> callback,
                           int topNonClickableAreaHeight, bool useCheck, QList<QString> adIds);
 
-    /// A new panel without a parent, which the caller owns.
+    /// Returns a new panel without a parent. The caller owns it.
     QWidget* GetAdBottomPopupDeveloperView();
 
     void UpdateAdBottomPopupCoordinates();
@@ -54,7 +54,7 @@ public Q_SLOTS:
                                const CSResponseExt* pRspExt);
 
 private:
-    /// Makes the request of a push after `delay` seconds. Only the position of the bottom popup reacts.
+    /// Sends the request for a push after `delay` seconds. Only the position of the bottom popup reacts.
     void RequestAfterPush(uint32_t adType, uint32_t adPosition, uint32_t delay, ZRAdApiType apiType,
                           const QList<QString>& adIds);
 

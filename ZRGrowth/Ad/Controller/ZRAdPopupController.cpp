@@ -106,8 +106,8 @@ bool CZRAdPopupController::IsCurrentTabAmong(const QList<ZRAdShowAreaType>& area
     return true;
 }
 
-// The whole interval must be over: the second at which it ends is still within. The time between is counted without a
-// sign, as what is stored may lie anywhere.
+// The interval includes the second in which it ends. The difference has no sign, because the stored time may also be
+// in the future.
 bool CZRAdPopupController::IsIntervalOver(CZRAdModelList& list, const QString& adId) {
     const qint64 now = core::time_date::GetSvrTimeStamp();
     const qint64 interval = list.GetShowInterval();
@@ -124,7 +124,7 @@ bool CZRAdPopupController::IsIntervalOver(CZRAdModelList& list, const QString& a
     return true;
 }
 
-// The one refusal that the server hears of.
+// Only this refusal is reported to the server.
 bool CZRAdPopupController::IsSlotFree(const QString& adId) {
     if (core::uniform_resource_slot::IsAllowedToShowUniformResourceSlot(kSlotAdPopup)) {
         return true;
@@ -182,7 +182,7 @@ void CZRAdPopupController::OnImageLoadSucceeded(QString imageUrl, qlonglong time
         LogInfo("OnImageLoadSucceeded, adId is null, adType = {}, adPosition = {}", int(m_adType), m_adPosition);
         return;
     }
-    // Loading takes time, and the moment may have passed.
+    // The display conditions may have changed during loading.
     if (!CheckCanShowAd(m_adModelList)) {
         DeleteAdPopupView();
         return;
@@ -220,14 +220,14 @@ void CZRAdPopupController::OnImageLoadSucceeded(QString imageUrl, qlonglong time
 void CZRAdPopupController::StartCloseTimer(int seconds) {
     DeleteAdPopupCloseTimer();
     m_pCloseTimer = new QTimer(this);
-    // A duration beyond what a timer counts is as long as it counts.
+    // The maximum of a timer limits the duration.
     m_pCloseTimer->start(int(std::min<qint64>(seconds * kMillisPerSecond, std::numeric_limits<int>::max())));
     m_pCloseTimer->setSingleShot(true);
     FrameWork::ConnectChecked(kGrowthModuleTag, m_pCloseTimer, &QTimer::timeout, this,
                               [this] { CloseAd(ZRAdCloseTypeTimeout); });
 }
 
-// The moment of showing counts, and not that of the close. A write that fails only lets the ad come again.
+// The interval starts when the ad is shown, not when it is closed. After a failed save the ad is shown again earlier.
 void CZRAdPopupController::SaveLastShowTime(const QString& adId) {
     const qint64 now = core::time_date::GetSvrTimeStamp();
     const std::string key = GetAdLastShowTimeStampKey(m_adPosition, m_adModelList->GetShowIntervalType()).toStdString();
@@ -266,8 +266,8 @@ void CZRAdPopupController::OnImageLoadFailed(QString const& imageUrl, QString co
 void CZRAdPopupController::DeleteAdPopupView() {
     DeleteAdPopupCloseTimer();
     if (m_adPopupView) {
-        // Later: the view may be the one that calls. It is hidden first, so that the focus of a button on it passes on;
-        // that is posted too, as a page that gets the focus may act at once.
+        // Deleted later, because the view may be the caller. It is hidden first, so that the focus of its button moves.
+        // That is posted too, because a page may act when it gets the focus.
         QMetaObject::invokeMethod(m_adPopupView, &QWidget::hide, Qt::QueuedConnection);
         m_adPopupView->deleteLater();
         m_adPopupView = nullptr;
@@ -286,9 +286,9 @@ void CZRAdPopupController::DeleteAdPopupCloseTimer() {
     }
 }
 
-// The ad on screen and the list that waits may be different ads, and each goes for itself. Closing an ad clears the
-// list as well, so one that is to stay is held out of its way. No ad has an empty id, so an empty id on screen,
-// where nothing is, is never meant.
+// The displayed ad and the waiting list may be different ads and are removed separately. Closing an ad also clears the
+// list, so a list that stays is set aside meanwhile. An empty id means that no ad is displayed, and no ad has an empty
+// id.
 void CZRAdPopupController::OfflineAd(QList<QString>& adIds) {
     const bool listGoes = m_adModelList && adIds.contains(GetFirstAdIdFromDataModel(m_adModelList));
     if (!m_adId.isEmpty() && adIds.contains(m_adId)) {

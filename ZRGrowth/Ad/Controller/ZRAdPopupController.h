@@ -22,7 +22,7 @@ public:
     void TryShowAdPopup();
 
     using CZRAdController::CloseAd;
-    /// Closes what is on screen or on its way there. Without a view only a logout does anything.
+    /// Closes the displayed or loading ad. Without a view only a logout has an effect.
     void CloseAd(ZRAdCloseType closeType);
 
     void DeleteAdPopupCloseTimer();
@@ -43,10 +43,10 @@ protected:
     bool CheckAdIsValid(CZRAdModelList* list) override;
     bool CheckCanShowAd(CZRAdModelList* list) override;
 
-    /// Makes the view of an ad, hidden, in place of the present one. Nothing here.
+    /// Creates the hidden view of an ad and replaces the current one. This class creates none.
     virtual void AddAdPopupView(CZRAdPopupModel* model, bool enableClose, int showDuration, const QString& adId,
                                 const QString& pushId);
-    /// Takes the view away, and the timer that would close it.
+    /// Deletes the view and its close timer.
     virtual void DeleteAdPopupView();
 
     QPointer<QWidget> m_adPopupView;  // on the screen, or being loaded

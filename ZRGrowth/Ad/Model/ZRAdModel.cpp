@@ -11,7 +11,7 @@ namespace {
 
 constexpr auto kLogModuleType = CGrowthBizLogUtil::Ad;
 
-/// One ad of the list's type, complete or null.
+/// Returns a decoded ad; null if it is incomplete.
 template <class Ad>
 CZRAdModel* NewDecoded(const Json::Value& value, QObject* list) {
     auto* ad = new Ad(list);
@@ -197,7 +197,7 @@ bool CZRAdResponseModel::Decode(Json::Value const& value) {
     }
     m_data = new CZRAdModelList(nullptr);
     if (!m_data->Decode(data)) {
-        // Nobody takes it: it goes with the answer.
+        // No receiver takes ownership, so the answer owns it.
         m_data->setParent(this);
         return false;
     }

@@ -25,7 +25,7 @@ CZRAdQualityMonitoringReporter::CZRAdQualityMonitoringReporter(QObject* parent) 
 
 CZRAdQualityMonitoringReporter::~CZRAdQualityMonitoringReporter() = default;
 
-// No ads, no key: unlike the exposure's report, on purpose.
+// Without ads the key is missing. It is intended, unlike in the report of an exposure.
 void CZRAdQualityMonitoringReporter::ReportAdPullDataResult(ZRAdType adType, QString const& resultCode,
                                                             QString const& errorContent, long long requestTime,
                                                             QList<QString> const& adIds) {

@@ -9,16 +9,16 @@
 /// Builds the JSON of reports and requests of ads.
 namespace ad_report {
 
-/// An array, also of no texts.
+/// Returns an array, also for an empty list.
 Json::Value Texts(QList<QString> const& texts);
 
-/// A number as the decimal text that the reports carry.
+/// Returns the number as a decimal text, the form in reports.
 Json::Value NumberText(int number);
 
-/// Joined with ",", for a log line.
+/// Returns the texts joined by commas, for a log line.
 std::string Joined(QList<QString> const& texts);
 
-/// The word of a log line for whether the host took a report.
+/// Returns the word for the result of a report in a log line.
 const char* Outcome(bool taken);
 
 }  // namespace ad_report

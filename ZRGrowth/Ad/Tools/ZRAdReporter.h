@@ -9,8 +9,8 @@
 
 #include "Ad/Model/ZRAdTypes.h"
 
-/// Reports what happened to the ads of one slot, and keeps their open exposures. Main thread. A report that the
-/// host refuses is not tried again.
+/// Reports requests, exposures and clicks of one ad position, and keeps its open exposures. Main thread. A report that
+/// the host refuses is not retried.
 class CZRAdReporter : public QObject {
     Q_OBJECT
 
@@ -21,10 +21,10 @@ public:
     void ReportSendAdRequest(QString const& requestId, int adPosition, QList<QString> const& adIds);
     void ReportAdDisplayFilter(QString const& requestId, QList<QString> const& adIds, QList<QString> const& filters);
 
-    /// Opens an exposure; one of the same ad that is open is forgotten.
+    /// Starts an exposure, which replaces an open one of the same ad.
     void ReportExposeAdStart(QString const& requestId, QString const& adId);
 
-    /// Reports the exposure with its length, and forgets it.
+    /// Reports the exposure with its duration and removes it.
     void ReportExposeAdEnd(QString const& requestId, QString const& adId);
 
     /// A click without an open exposure is not reported.

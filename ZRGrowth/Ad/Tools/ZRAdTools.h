@@ -3,7 +3,7 @@
 #include <QObject>
 #include <QString>
 
-/// The ids that tie the reports of an ad together.
+/// Ids that connect the reports of an ad.
 class CZRAdTools : public QObject {
     Q_OBJECT
 

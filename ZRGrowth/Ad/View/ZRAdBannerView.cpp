@@ -35,7 +35,7 @@ CZRAdBannerView::CZRAdBannerView(QWidget* parent, const QSize& size)
     m_createTime = core::time_date::GetSvrTimeMillis();
 }
 
-// No end of the exposure goes out here: who closes the ad sees to the open one.
+// The end of the exposure is not reported here, but by the code that closes the ad.
 CZRAdBannerView::~CZRAdBannerView() {
     if (HasAd(m_currentIndex)) {
         Q_EMIT CloseAd(m_adIds[m_currentIndex]);
@@ -77,7 +77,7 @@ void CZRAdBannerView::OnImageLoadFailed(QString imageUrl, int index, uint failed
     }
 }
 
-// Any change counts, also one that nobody sees.
+// Every change counts, also in a hidden banner.
 void CZRAdBannerView::OnCurrentIndexChanged(int newIndex, int oldIndex) {
     const QPointer<CZRAdBannerView> alive(this);
     m_currentIndex = newIndex;
@@ -100,7 +100,7 @@ void CZRAdBannerView::Click() {
     }
     const QString schema = m_schemas[m_currentIndex];
     const QString adId = m_adIds[m_currentIndex];
-    // The tag is another view's, on purpose: the readers of the log look for both under it.
+    // The tag is that of another view. It is intended, since logs are searched for it.
     if (schema.isEmpty()) {
         LogInfo("[CZRAdImageView] Open schema failed, schema is empty, adId = {}", adId.toStdString());
         return;
@@ -122,7 +122,7 @@ void CZRAdBannerView::mousePressEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton && !IsInTopStrip(*event)) {
         Click();
     }
-    // The view's owner may delete it at a click, and it is gone then with its part in the event.
+    // The owner may delete the view at a click.
     if (alive) {
         QWidget::mousePressEvent(event);
     }

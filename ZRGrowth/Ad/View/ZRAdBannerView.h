@@ -8,8 +8,8 @@
 class QMouseEvent;
 class ZSlideshow;
 
-/// The ads of a banner's position, one after the other. Ids, pictures and targets belong together by their order.
-/// Its owner is who asked for the banner; its end is its deletion. Main thread.
+/// Shows the ads of a banner position in turn. Ids, pictures and targets have the same order. The caller who requested
+/// the banner owns it and deletes it. Main thread.
 class CZRAdBannerView : public QWidget {
     Q_OBJECT
 
@@ -17,7 +17,7 @@ public:
     CZRAdBannerView(QWidget* parent, const QSize& size);
     ~CZRAdBannerView() override;
 
-    /// A strip at the top, in pixels, where a click does nothing.
+    /// Sets the height of a strip at the top that ignores clicks, in pixels.
     void SetTopNonClickableAreaHeight(int height) { m_topNonClickableAreaHeight = height; }
 
     void AddImageUrl(QString url);
@@ -25,13 +25,13 @@ public:
     void AddAdId(QString adId);
 
 Q_SIGNALS:
-    /// `time` is in milliseconds since the view was made, for every picture.
+    /// `time` is in milliseconds since the creation of the view, for every picture.
     void LoadImageSucceeded(QString imageUrl, qlonglong time, uint count, QString adId);
     void LoadImageFailed(QString imageUrl, QString resultContent, qlonglong time, uint count, QString adId);
     void ExposeAdStart(QString adId);
     void ExposeAdEnd(QString adId);
     void ClickAd(bool jumpResult, QString adId);
-    /// From the destructor.
+    /// Emitted by the destructor.
     void CloseAd(QString adId);
 
 public Q_SLOTS:

@@ -7,13 +7,13 @@
 class CZRAdModelList;
 class ZText;
 
-/// A panel for the client's developer tools: when the bottom popup was last shown, which ads wait, and a sample to
-/// try without a server. Both texts are read at construction, then only by UpdateTexts() and the buttons. Main thread.
+/// A panel for the client's developer tools: last display of the bottom popup, waiting ads, and a sample that needs no
+/// server. Both texts are read at construction, then only by UpdateTexts() and the buttons. Main thread.
 class CZRAdBottomPopupDeveloperView : public QWidget {
     Q_OBJECT
 
 public:
-    /// A parent that is no widget is passed over.
+    /// A parent that is no widget is ignored.
     explicit CZRAdBottomPopupDeveloperView(QObject* parent);
     ~CZRAdBottomPopupDeveloperView() override;
 

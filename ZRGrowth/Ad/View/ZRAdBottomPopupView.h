@@ -4,8 +4,8 @@
 
 constexpr QSize kAdBottomPopupSize(360, 120);
 
-/// The card at the main window's lower left: an ad's picture, and a button to close it where that is allowed.
-/// It does not follow the window by itself. Main thread.
+/// The card at the lower left of the main window: an ad's picture, and a close button if the ad allows it. It does not
+/// follow the window by itself. Main thread.
 class CZRAdBottomPopupView : public CZRAdImageView {
     Q_OBJECT
 
@@ -26,7 +26,7 @@ public Q_SLOTS:
     void OnAdClicked(bool jumpResult);
     void OnCloseButtonClicked();
 
-    /// To the place for the window's present size and navigation.
+    /// Moves the card to its place for the current size and navigation of the window.
     void UpdateCoordinates();
 
 private:

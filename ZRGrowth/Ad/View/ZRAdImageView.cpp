@@ -33,12 +33,12 @@ void CZRAdImageView::SetRoundedCorner(double radius) {
     }
 }
 
-// The load status stays: a view that has loaded once can be clicked while another picture is on its way.
+// The load status stays, so that the view can be clicked while another picture is loading.
 void CZRAdImageView::SetImageUrl(const QString& url) {
     LogInfo("Set image url, imageUrl = {}", url.toStdString());
     m_loadStart = core::time_date::GetSvrTimeMillis();
     m_loadCount = 0;
-    // A picture may be in inside the call, and who hears of it may delete this view.
+    // The picture may be loaded inside the call, and a receiver of the signal may delete this view.
     const QPointer<CZRAdImageView> alive(this);
     if (m_pImageWidget) {
         m_pImageWidget->SetUrl(url, QString());
@@ -53,7 +53,7 @@ void CZRAdImageView::SetSchema(const QString& schema) {
     m_schema = schema;
 }
 
-// Every notice counts, also one of progress: the third ends the attempts, whatever the first two were.
+// Every notification counts, also one of progress. The third one ends the attempts.
 void CZRAdImageView::OnImageLoadStatus(const QString& imageUrl, ZRImageLoadStatus status) {
     ++m_loadCount;
     if (status == kImageLoadSucceeded) {

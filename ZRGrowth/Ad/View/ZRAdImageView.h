@@ -8,8 +8,8 @@
 
 class QMouseEvent;
 
-/// The clickable picture of a popup: loads a picture with up to three attempts, and opens an ad's target when a
-/// picture that has loaded is clicked. Main thread.
+/// The clickable picture of a popup. It makes up to three attempts to load the picture. A click on a loaded picture
+/// opens the target of the ad. Main thread.
 class CZRAdImageView : public QWidget {
     Q_OBJECT
 
@@ -19,7 +19,7 @@ public:
 
     virtual void SetImageUrl(const QString& url);
 
-    /// Where a click leads; empty: nowhere.
+    /// Sets the target of a click; empty for none.
     virtual void SetSchema(const QString& schema);
 
     /// In pixels.
@@ -30,7 +30,7 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void AdClicked(bool jumpResult);
-    /// `time` is in milliseconds since SetImageUrl; `count` is how many notices the picture has given since then.
+    /// `time` is in milliseconds since SetImageUrl; `count` is the number of notifications since then.
     void ImageLoadSucceeded(QString imageUrl, qlonglong time, int count);
     void ImageLoadFailed(QString imageUrl, QString resultContent, qlonglong time, int count);
 

@@ -62,7 +62,7 @@ void CZRAdMiddlePopupView::InitUI() {
 }
 
 void CZRAdMiddlePopupView::SetImageUrl(const QString& url) {
-    // A picture may be in inside the call, and who hears of it may delete this view.
+    // The picture may be loaded inside the call, and a receiver of the signal may delete this view.
     const QPointer<CZRAdImageView> image(m_pImageView);
     image->SetImageUrl(url);
     if (image) {

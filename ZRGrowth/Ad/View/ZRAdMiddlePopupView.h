@@ -5,7 +5,7 @@
 
 class CZRAdImageView;
 
-/// A picture in the middle of its parent, over a mask that covers all of it, with a button to close below.
+/// A picture in the centre of its parent, above a mask that covers the parent, with a close button below.
 /// Main thread.
 class CZRAdMiddlePopupView : public QWidget {
     Q_OBJECT

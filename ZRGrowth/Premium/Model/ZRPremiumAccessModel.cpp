@@ -60,7 +60,7 @@ void CZRPremiumAccessModel::SavePremiumData() {
     for (auto right = m_mapData.constBegin(); right != m_mapData.constEnd(); ++right) {
         premium_wire::WriteRecord(right.key(), right.value(), *saved.add_ui_data_and_access_data());
     }
-    // The two texts speak of something else, and stay so: logs are searched for them.
+    // The two texts name another operation. It is intended, since logs are searched for them.
     std::string bytes;
     if (!core::pb_helper::PBDataToBuf(&saved, bytes)) {
         LogError("Latest News Filter Parse To String Failed.");

@@ -16,25 +16,25 @@ public:
     CZRPremiumAccessModel(const CZRPremiumAccessModel&) = delete;
     CZRPremiumAccessModel& operator=(const CZRPremiumAccessModel&) = delete;
 
-    /// A default record, or half of one, for a right that is not in the table.
+    /// Return a default record, or half of one, for a right that is not in the table.
     CPremiumUIData GetUIData(EnPremiumAccess access) const;
     CPremiumAccessData GetAccessData(EnPremiumAccess access) const;
     CPremiumUIAccessData GetUIAccessData(EnPremiumAccess access) const;
 
-    /// The whole table, which shares its data with the copy until one of them changes.
+    /// Returns the whole table. The copy is shared until one of them changes.
     QMap<EnPremiumAccess, CPremiumUIAccessData> GetUIAccessData() const;
 
-    /// Replaces the whole record of the right: nothing is merged.
+    /// Replaces the whole record of the right.
     void SetUIAccessData(EnPremiumAccess access, const CPremiumUIAccessData& data);
 
     /// Clears the table. The saved copy stays, since it belongs to the user.
     void ClearPremiumData();
 
-    /// Saves the table for the logged-in user; a failure is logged and changes nothing in memory.
+    /// Saves the table for the logged-in user. A failure is logged and does not change the table.
     void SavePremiumData();
 
-    /// Applies what is saved for the logged-in user; without any, the table stays as it is. On purpose nobody
-    /// calls it: rights that the server has not confirmed in this session are not to be shown.
+    /// Loads the saved table of the logged-in user. Without one the table is unchanged. It is intended that nothing
+    /// calls it: rights that the server did not confirm in this session must not be shown.
     void InitPremiumData();
 
 private:

@@ -130,7 +130,7 @@ void CZRPremiumDataHandler::OnMessageDispath(unsigned int messageId, unsigned lo
 // The reply's command is not checked: the session identifies the request.
 void CZRPremiumDataHandler::ParsePremiumRsp(unsigned long session, CSProtoError error, const CSProtoData& data,
                                             const CSResponseExt* /*ext*/) {
-    // On purpose the entry stays for good: the flag serves each further reply of the session.
+    // It is intended that the entry is never removed: each further reply of the session uses the flag.
     const auto found = m_mapServerPush.constFind(session);
     if (found == m_mapServerPush.constEnd()) {
         LogError("Unknown Request Session, Already Removed Or Never Sent, Session = {}", session);

@@ -14,8 +14,8 @@ namespace web_premium_access {
 class GetUiMsgAndPremiumAccessReq;
 }  // namespace web_premium_access
 
-/// Keeps the table of rights in step with the server: asks at login, each hour, when the display language
-/// changes, after a push and on request. Works from its construction on, and on through logouts. Main thread.
+/// Updates the table of rights from the server: at login, each hour, after a change of the display language, after a
+/// push and on request. It works from its construction on, also after logouts. Main thread.
 class CZRPremiumDataHandler : public QObject {
     Q_OBJECT
 
@@ -28,8 +28,8 @@ public:
     void OnLogin();
     void OnLogout();
 
-    /// Asks for all rights or for a list, and gives the session of the request. With `serverPush` nobody waits
-    /// for the answer, and a good one goes out as message 80050; without, as 80051.
+    /// Requests all rights or a list. Returns the session of the request. A valid answer is announced by message 80050
+    /// with `serverPush` and by 80051 without it.
     unsigned long GetUiMsgAndPremiumAccessReq(bool serverPush);
     unsigned long GetUiMsgAndPremiumAccessReq(const QVector<int>& accessList, bool serverPush);
     unsigned long GetUiMsgAndPremiumAccessReq(const QVector<EnPremiumAccess>& accessList, bool serverPush);

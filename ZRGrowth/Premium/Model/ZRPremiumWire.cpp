@@ -91,7 +91,7 @@ void WriteDisplay(const CPremiumUIData& display, web_premium_access::UiData& wir
     links.set_detail_sub_btn_url(display.nDetailSubBtnUrlID);
 }
 
-// The source of an activation is not saved, on purpose: only the server reports it.
+// It is intended that the source of an activation is not saved: only the server reports it.
 void WriteState(const CPremiumAccessData& state, web_premium_access::AccessData& wire) {
     wire.set_access(state.enAccess);
     wire.set_has_permission(state.bHasPermission);

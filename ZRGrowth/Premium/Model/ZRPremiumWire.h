@@ -8,15 +8,15 @@ namespace web_premium_access {
 class UiDataAndAccessData;
 }  // namespace web_premium_access
 
-/// Rights as the server writes them, from and to the client's records.
+/// Converts rights between the wire format and the client's records.
 namespace premium_wire {
 
-/// The record of one right. Empty for an element that does not name its right, or one of whose halves names
-/// none or another: both halves of such an element are dropped. Fields that are absent keep their defaults.
+/// Returns the record of one right. Absent fields have their defaults. It is empty if the element has no right, or if
+/// one of its halves has none or another one.
 std::optional<CPremiumUIAccessData> ReadRecord(const web_premium_access::UiDataAndAccessData& element);
 
-/// The saved form of a record under the right `access`: the halves that name a right, and of the state all but
-/// its source.
+/// Returns the saved form of the record of the right `access`: the halves that have a right, without the source of the
+/// activation.
 void WriteRecord(EnPremiumAccess access, const CPremiumUIAccessData& record,
                  web_premium_access::UiDataAndAccessData& element);
 

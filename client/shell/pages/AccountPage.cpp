@@ -4,6 +4,7 @@
 #include <QVBoxLayout>
 
 #include "SampleMarket.h"
+#include "pages/MembershipCard.h"
 #include "pages/SampleTable.h"
 
 namespace {
@@ -28,11 +29,12 @@ StateLook LookOf(SampleMarket::EnOrderState state) {
 }  // namespace
 
 CAccountPage::CAccountPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market,
-                           QWidget* parent)
+                           const ISessionControl& session, const CPremiumRights& rights, QWidget* parent)
     : CPage(page, entries, parent) {
     AddFigures({{QT_TRANSLATE_NOOP("Pages", "Buying power"), figures::Price(market.buyingPower)},
                 {QT_TRANSLATE_NOOP("Pages", "Margin used"), figures::Price(market.marginUsed)},
                 {QT_TRANSLATE_NOOP("Pages", "Cash"), figures::Price(market.cash)}});
+    Body()->addWidget(new CMembershipCard(session, rights, this));
     auto* table = new CSampleTable("OrdersTable",
                                    {{QT_TRANSLATE_NOOP("Pages", "Time"), false},
                                     {QT_TRANSLATE_NOOP("Pages", "Symbol"), false},

@@ -2,10 +2,12 @@
 
 #include "pages/Page.h"
 
+class CPremiumRights;
+class ISessionControl;
 struct SampleMarket;
 
 class CAccountPage : public CPage {
 public:
     CAccountPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market,
-                 QWidget* parent = nullptr);
+                 const ISessionControl& session, const CPremiumRights& rights, QWidget* parent = nullptr);
 };

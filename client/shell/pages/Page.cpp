@@ -67,6 +67,17 @@ QLabel* CPage::NewTranslatedLabel(const char* role, const QByteArray& source, QW
     return label;
 }
 
+QHBoxLayout* CPage::NewHeading(QLabel* heading, const std::vector<QWidget*>& marks) {
+    auto* layout = new QHBoxLayout;
+    layout->setSpacing(8);
+    layout->addWidget(heading);
+    for (QWidget* mark : marks) {
+        layout->addWidget(mark, 0, Qt::AlignVCenter);
+    }
+    layout->addStretch(1);
+    return layout;
+}
+
 void CPage::SetColor(QLabel* label, theme::ColorName color) {
     theme::OnThemeChange(
         label, [label, color] { label->setStyleSheet(QStringLiteral("color: %1;").arg(QColor(color).name())); });

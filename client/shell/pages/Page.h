@@ -9,6 +9,7 @@
 class CAIChatEntries;
 class CAIChatEntryButton;
 class QFrame;
+class QHBoxLayout;
 class QLabel;
 class QVBoxLayout;
 
@@ -19,6 +20,16 @@ public:
 
     /// Null for a page without an entry.
     CAIChatEntryButton* Entry() const { return m_pEntry; }
+
+    /// Creates an empty card with a layout.
+    static QFrame* NewCard(QWidget* parent);
+    /// Creates a label. The style sheet selects it by `role`.
+    static QLabel* NewLabel(const char* role, const QString& text, QWidget* parent);
+    /// The same with a text that follows the display language.
+    static QLabel* NewTranslatedLabel(const char* role, const QByteArray& source, QWidget* parent);
+    static void SetColor(QLabel* label, theme::ColorName color);
+    /// Lays out a heading with the marks of a right beside it.
+    static QHBoxLayout* NewHeading(QLabel* heading, const std::vector<QWidget*>& marks);
 
 protected:
     QVBoxLayout* Body() const { return m_pBody; }
@@ -31,13 +42,6 @@ protected:
 
     /// Adds a row of cards, each with a figure, at the end of the body.
     void AddFigures(const std::vector<Figure>& figures);
-    /// Creates an empty card with a layout.
-    static QFrame* NewCard(QWidget* parent);
-    /// Creates a label. The style sheet selects it by `role`.
-    static QLabel* NewLabel(const char* role, const QString& text, QWidget* parent);
-    /// The same with a text that follows the display language.
-    static QLabel* NewTranslatedLabel(const char* role, const QByteArray& source, QWidget* parent);
-    static void SetColor(QLabel* label, theme::ColorName color);
 
 private:
     CAIChatEntryButton* m_pEntry;

@@ -18,7 +18,7 @@ constexpr int kEdge = 8;
 CPriceChart::CPriceChart(QVector<double> prices, double previousClose, QWidget* parent)
     : QWidget(parent), m_prices(std::move(prices)), m_previousClose(previousClose) {
     setObjectName(QStringLiteral("PriceChart"));
-    setMinimumHeight(150);
+    setMinimumHeight(120);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     theme::OnThemeChange(this, [this] { update(); });
 }

@@ -4,11 +4,14 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "Links.h"
 #include "SampleMarket.h"
 #include "Theme.h"
 #include "Translation.h"
+#include "VipSlot.h"
+#include "pages/FigureGrid.h"
 
 namespace {
 
@@ -29,11 +32,65 @@ RatingLook LookOf(SampleMarket::EnRating rating) {
     return {QT_TRANSLATE_NOOP("Pages", "Hold"), theme::kWarning};
 }
 
+using EnRating = SampleMarket::EnRating;
+
+constexpr const char* kPageId = "research";
+constexpr int kMaskHeight = 64;
+
+struct Analysis {
+    EnVipKind mask;
+    EnPremiumAccess right;
+    const char* title;
+    const char* name;
+};
+
+QString Count(const SampleMarket& market, EnRating rating) {
+    return QString::number(std::count_if(market.notes.begin(), market.notes.end(),
+                                         [rating](const SampleMarket::Note& note) { return note.rating == rating; }));
+}
+
+// The figures of a right behind its mask.
+QWidget* NewAnalysis(const Analysis& analysis, std::vector<CFigureGrid::Figure> figures, const CPremiumRights& rights,
+                     QWidget* page) {
+    const auto newSlot = [&](EnVipKind kind, QWidget* parent, QWidget* covered = nullptr) {
+        return new CVipSlot({kind, analysis.right, ZRVipUIDataMain, kPageId}, rights, parent, covered);
+    };
+    QFrame* card = CPage::NewCard(page);
+    auto* layout = qobject_cast<QVBoxLayout*>(card->layout());
+    layout->addLayout(CPage::NewHeading(CPage::NewTranslatedLabel("section", analysis.title, card),
+                                        {newSlot(EnVipKind::Icon, card), newSlot(EnVipKind::TagGrade, card)}));
+    auto* grid = new CFigureGrid(analysis.name, std::move(figures), card);
+    grid->setMinimumHeight(kMaskHeight);
+    layout->addWidget(grid);
+    CVipSlot* mask = newSlot(analysis.mask, card, grid);
+    mask->setObjectName(QString::fromLatin1(analysis.name) + QStringLiteral("Mask"));
+    mask->OnFilledChange([grid](bool masked) { grid->Conceal(masked); });
+    return card;
+}
+
 }  // namespace
 
 CResearchPage::CResearchPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market,
-                             QWidget* parent)
+                             const CPremiumRights& rights, QWidget* parent)
     : CPage(page, entries, parent) {
+    const SampleMarket::Quote& quote = market.quote;
+    auto* cards = new QHBoxLayout;
+    cards->setSpacing(12);
+    cards->addWidget(NewAnalysis({EnVipKind::MaskExclusive, EnPremiumAccess_AnalystRatings,
+                                  QT_TRANSLATE_NOOP("Pages", "Analyst consensus"), "AnalystConsensus"},
+                                 {{QT_TRANSLATE_NOOP("Pages", "Buy"), Count(market, EnRating::Buy)},
+                                  {QT_TRANSLATE_NOOP("Pages", "Hold"), Count(market, EnRating::Hold)},
+                                  {QT_TRANSLATE_NOOP("Pages", "Reduce"), Count(market, EnRating::Reduce)}},
+                                 rights, this),
+                     1);
+    cards->addWidget(NewAnalysis({EnVipKind::MaskCompact, EnPremiumAccess_short_selling_analysis,
+                                  QT_TRANSLATE_NOOP("Pages", "Short selling"), "ShortSelling"},
+                                 {{QT_TRANSLATE_NOOP("Pages", "Sold short"), figures::Short(double(quote.shortVolume))},
+                                  {QT_TRANSLATE_NOOP("Pages", "Days to cover"), figures::Price(quote.daysToCover)},
+                                  {QT_TRANSLATE_NOOP("Pages", "Borrow fee %"), figures::Price(quote.borrowFee)}},
+                                 rights, this),
+                     1);
+    Body()->addLayout(cards);
     for (const SampleMarket::Note& note : market.notes) {
         QFrame* card = NewCard(this);
         auto* layout = qobject_cast<QVBoxLayout*>(card->layout());

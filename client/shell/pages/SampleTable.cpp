@@ -1,7 +1,9 @@
 #include "pages/SampleTable.h"
-#include "Translation.h"
 
 #include <QHeaderView>
+
+#include "SampleMarket.h"
+#include "Translation.h"
 
 namespace {
 
@@ -45,8 +47,7 @@ void CSampleTable::AddRow(const std::vector<Cell>& cells) {
     m_cells.push_back(cells);
     for (int column = 0; column < columnCount(); ++column) {
         const Cell& cell = cells[size_t(column)];
-        auto* item =
-            new QTableWidgetItem(cell.source.isEmpty() ? cell.text : translation::PageText(cell.source.constData()));
+        auto* item = new QTableWidgetItem(TextOf(cell));
         item->setForeground(QColor(cell.color));
         item->setTextAlignment((m_columns[size_t(column)].figures ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
         setItem(row, column, item);
@@ -61,13 +62,22 @@ void CSampleTable::ShowColors() {
     }
 }
 
+QString CSampleTable::TextOf(const Cell& cell) const {
+    if (m_bConcealed) {
+        return figures::Placeholder();
+    }
+    return cell.source.isEmpty() ? cell.text : translation::PageText(cell.source.constData());
+}
+
+void CSampleTable::Conceal(bool concealed) {
+    m_bConcealed = concealed;
+    ShowTexts();
+}
+
 void CSampleTable::ShowTexts() {
     for (int row = 0; row < rowCount(); ++row) {
         for (int column = 0; column < columnCount(); ++column) {
-            const QByteArray& source = m_cells[size_t(row)][size_t(column)].source;
-            if (!source.isEmpty()) {
-                item(row, column)->setText(translation::PageText(source.constData()));
-            }
+            item(row, column)->setText(TextOf(m_cells[size_t(row)][size_t(column)]));
         }
     }
 }

@@ -23,6 +23,9 @@ public:
 
     void AddRow(const std::vector<Cell>& cells);
 
+    /// Shows placeholders in place of the cells, for a table behind a mask.
+    void Conceal(bool concealed);
+
     /// All columns get the same width.
     void StretchAll();
     /// Makes the table as high as its rows, without a scroll bar.
@@ -30,8 +33,10 @@ public:
 
 private:
     void ShowColors();
+    QString TextOf(const Cell& cell) const;
     void ShowTexts();
 
     const std::vector<Column> m_columns;
     std::vector<std::vector<Cell>> m_cells;  // by row
+    bool m_bConcealed = false;
 };

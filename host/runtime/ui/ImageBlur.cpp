@@ -21,6 +21,23 @@ using TwoCells = quint64 __attribute__((vector_size(16)));
 constexpr EightNumbers kFirstTwo{1, 1, 1, 1, 3, 3, 3, 3};
 constexpr EightNumbers kHalf{0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80};
 
+// The toolkit leaves the upper halves of AVX registers in use. Until they are cleared, each SSE instruction waits for
+// the one before, which makes these loops four times slower.
+#if defined(__x86_64__)
+__attribute__((target("avx"))) void ClearUpperHalves() {
+    __builtin_ia32_vzeroupper();
+}
+
+void ReadyRegisters() {
+    static const bool isNeeded = __builtin_cpu_supports("avx") != 0;
+    if (isNeeded) {
+        ClearUpperHalves();
+    }
+}
+#else
+void ReadyRegisters() {}
+#endif
+
 int CellFor(double sigma) {
     int cell = kLargestCell;
     while (cell > 1 && sigma < cell * kCellsInSigma) {
@@ -139,6 +156,7 @@ CImageBlur::CImageBlur(const QSize& size, double sigma) : m_size(size), m_nCell(
 }
 
 bool CImageBlur::Take(const QImage& part, const QPoint& at) {
+    ReadyRegisters();
     const int bytesPerLine = part.bytesPerLine();
     bool differs = false;
     for (int top = 0; top < part.height(); top += m_nCell) {
@@ -157,6 +175,7 @@ bool CImageBlur::Take(const QImage& part, const QPoint& at) {
 
 // Beyond the edges the image goes on with the colours of its edge.
 void CImageBlur::Blur() {
+    ReadyRegisters();
     const auto width = size_t(m_reducedSize.width());
     const auto height = size_t(m_reducedSize.height());
     const size_t reach = m_weights.size() / 2;
@@ -185,6 +204,7 @@ void CImageBlur::Blur() {
 }
 
 void CImageBlur::Write(QImage& result, QImage::Format format, const QColor& tint) {
+    ReadyRegisters();
     if (result.size() != m_size || result.format() != format) {
         result = QImage(m_size, format);
     }

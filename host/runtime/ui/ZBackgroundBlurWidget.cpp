@@ -148,6 +148,7 @@ struct SJob {
     QImage result;
     QImage::Format format = QImage::Format_RGB32;
     QColor tint;
+    double sigma = 0.0;
     bool isNew = false;
 };
 
@@ -320,7 +321,7 @@ struct ZBackgroundBlurWidget::Private {
             const int right = below(all.right()) + unit;
             const auto rows =
                 int(std::min<qint64>(owner->height(), qint64(double(pixels) / (double(right - left) * ratio * ratio))));
-            const int bottom = std::min(below(all.bottom()) + unit, top + std::max(unit, below(rows)));
+            const int bottom = std::min(below(all.bottom()) + unit, top + std::max(unit, below(rows + unit - 1)));
             area = QRect(QPoint(left, top), QPoint(right - 1, bottom - 1)) & owner->rect();
         }
         suspects -= QRegion(area);
@@ -363,6 +364,15 @@ struct ZBackgroundBlurWidget::Private {
 
     // Large images: a band in each turn of the event loop, then on another thread.
 
+    /// A large image stays until the new one is there.
+    void Refresh() {
+        if (hasPicture && radius > 0 && !setting.IsSmall()) {
+            PostLook();
+        } else {
+            owner->update();
+        }
+    }
+
     void PostLook() {
         if (!isLookPosted) {
             isLookPosted = true;
@@ -385,10 +395,12 @@ struct ZBackgroundBlurWidget::Private {
             if (BlurIfChanged()) {
                 owner->update();
             }
+        } else if (isAtWork) {
+            return;  // EndJob looks again
         } else if (!suspects.isEmpty()) {
             TakeBand(kBandPixels);
             PostLook();
-        } else if (!isAtWork && (hasChanged || !hasPicture || pictureTint != blend.value())) {
+        } else if ((hasChanged || !hasPicture || pictureTint != blend.value())) {
             StartJob();
         } else if (!unshown.isEmpty()) {
             ShowBand();
@@ -407,14 +419,17 @@ struct ZBackgroundBlurWidget::Private {
     void StartJob() {
         isAtWork = true;
         auto job = std::make_shared<SJob>();
-        job->blur = blur;
+        job->blur = std::move(blur);
         job->result = std::move(spare);
         job->format = setting.format;
         job->tint = blend.value();
         job->isNew = hasChanged;
+        job->sigma = setting.sigma;
         hasChanged = false;
         QThreadPool::globalInstance()->start([this, job, to = receiver] {
-            job->blur.Blur();
+            if (job->isNew) {
+                job->blur.Blur();
+            }
             job->blur.Write(job->result, job->format, job->tint);
             const std::lock_guard<std::mutex> lock(to->mutex);
             if (to->widget) {
@@ -427,7 +442,8 @@ struct ZBackgroundBlurWidget::Private {
     void EndJob(SJob& job) {
         isAtWork = false;
         blurs += job.isNew ? 1 : 0;
-        if (setting.source && job.blur.Size() == setting.Pixels()) {
+        if (setting.source && job.blur.Size() == setting.Pixels() && qFuzzyCompare(job.sigma, setting.sigma)) {
+            blur = std::move(job.blur);
             spare = std::move(picture);
             picture = std::move(job.result);
             pictureTint = job.tint;
@@ -474,12 +490,12 @@ ZBackgroundBlurWidget::~ZBackgroundBlurWidget() = default;
 
 void ZBackgroundBlurWidget::setBlendColor(zr_ui_res::TResource<QColor> color) {
     d->blend = std::move(color);
-    update();
+    d->Refresh();
 }
 
 void ZBackgroundBlurWidget::setBlurRadius(double radius) {
     d->radius = radius;
-    update();
+    d->Refresh();
 }
 
 void ZBackgroundBlurWidget::setBlurQuality(int /*quality*/) {}

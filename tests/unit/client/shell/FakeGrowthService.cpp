@@ -74,32 +74,38 @@ ZAction* CFakeGrowthService::GetVipMenuEntryAction(ZMenu* menu) {
     return action;
 }
 
-QWidget* CFakeGrowthService::GetVipTitleBarEntryWidget(QWidget* parent, const CSafeFunction<void()>& /*fnChanged*/) {
+QWidget* CFakeGrowthService::GetVipTitleBarEntryWidget(QWidget* parent, const CSafeFunction<void()>& fnChanged) {
     ++titleEntries;
+    titleChanged = fnChanged;
     return new QWidget(parent);
 }
 
 IGrowthVipBaseWidget* CFakeGrowthService::GetVipIcon(EnPremiumAccess access, QWidget* parent) {
-    return new CFakeVipWidget(access, ZRVipUIDataMain, parent);
+    return Created(new CFakeVipWidget(access, ZRVipUIDataMain, parent), {});
 }
 
-IGrowthVipBaseWidget* CFakeGrowthService::GetVipTag(EnPremiumAccess access, ZRVipTagType /*tagType*/,
-                                                    const QString& /*pageId*/, QWidget* parent) {
-    return new CFakeVipWidget(access, ZRVipUIDataMain, parent);
+IGrowthVipBaseWidget* CFakeGrowthService::GetVipTag(EnPremiumAccess access, ZRVipTagType tagType, const QString& pageId,
+                                                    QWidget* parent) {
+    return Created(new CFakeVipWidget(access, ZRVipUIDataMain, parent), {{}, tagType, pageId});
 }
 
 IGrowthVipBaseWidget* CFakeGrowthService::GetVipBanner(EnPremiumAccess access, ZRVipUIDataType dataType,
-                                                       const QString& /*pageId*/, QWidget* parent) {
-    return new CFakeVipWidget(access, dataType, parent);
+                                                       const QString& pageId, QWidget* parent) {
+    return Created(new CFakeVipWidget(access, dataType, parent), {{}, 0, pageId});
 }
 
-IGrowthVipBaseWidget* CFakeGrowthService::GetVipMask(ZRVipMaskType /*maskType*/, EnPremiumAccess access,
-                                                     ZRVipUIDataType dataType, const QString& /*pageId*/,
-                                                     QWidget* parent,
-                                                     zrstdui::image_blur::WidgetPainterBufferSource /*bufferSource*/,
+IGrowthVipBaseWidget* CFakeGrowthService::GetVipMask(ZRVipMaskType maskType, EnPremiumAccess access,
+                                                     ZRVipUIDataType dataType, const QString& pageId, QWidget* parent,
+                                                     zrstdui::image_blur::WidgetPainterBufferSource bufferSource,
                                                      double /*blurRadiusTheme3*/, double /*blurRadiusOther*/,
                                                      bool /*popupStyle*/) {
-    return new CFakeVipWidget(access, dataType, parent);
+    return Created(new CFakeVipWidget(access, dataType, parent), {{}, maskType, pageId, bufferSource.widget()});
+}
+
+CFakeVipWidget* CFakeGrowthService::Created(CFakeVipWidget* widget, VipCreated how) {
+    how.widget = widget;
+    vipCreated.push_back(how);
+    return widget;
 }
 
 void CFakeGrowthService::HandleVipWidgetClicked(EnPremiumAccess /*access*/, ZRVipUIDataType /*dataType*/,

@@ -105,10 +105,21 @@ public:
 
     // The rights that the rules enable.
     std::set<int> icons, tags, vipBanners, masks;
+    struct VipCreated {
+        QPointer<QWidget> widget;
+        int type = 0;  // of a tag or mask
+        QString pageId;
+        QWidget* source = nullptr;  // of a mask's blur
+    };
+    std::vector<VipCreated> vipCreated;
+    CSafeFunction<void()> titleChanged;
     std::vector<QString> openedPages;
     int menuEntries = 0;   // created so far
     int titleEntries = 0;  // created so far
     int vipClicks = 0;
+
+private:
+    CFakeVipWidget* Created(CFakeVipWidget* widget, VipCreated how);
 };
 
 /// A record with a different value in each field.

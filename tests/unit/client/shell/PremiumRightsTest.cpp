@@ -51,7 +51,7 @@ TEST_P(PremiumMessageTest, BringsTableAndStatusAnew) {
     EXPECT_EQ(rights.Vip().engine, kVipEngineExpired);
 }
 
-INSTANTIATE_TEST_SUITE_P(Messages, PremiumMessageTest, Values(80050u, 80051u, 80052u),
+INSTANTIATE_TEST_SUITE_P(Messages, PremiumMessageTest, Values(80050u, 80051u, 80052u, 20100u),
                          [](const auto& row) { return std::to_string(row.param); });
 
 TEST_F(PremiumRightsTest, ALogoutThatTheModuleTellsNobodyIsSeenAtTheNextRefresh) {

@@ -13,6 +13,8 @@
 #include "support/ScriptedHostTest.h"
 #include "ui/ThemeControl.h"
 #include "ui/ThemePalette.h"
+#include "ui/ZResource.h"
+#include "ui/zr_ui_res.h"
 #include "workbench/LogModel.h"
 
 using namespace ::testing;
@@ -23,6 +25,7 @@ using zr_ui_theme::Manager;
 namespace {
 
 constexpr double kLeastContrast = 4.5;
+constexpr double kLeastMarkContrast = 3.0;
 
 /// The background colours of each text colour in the client.
 const std::map<std::string, std::vector<const char*>> kGrounds = {
@@ -39,6 +42,10 @@ const std::map<std::string, std::vector<const char*>> kGrounds = {
     {"up", {"window", "surface", "field", "stripe"}},
     {"down", {"window", "surface", "field", "stripe"}},
     {"onAccent", {"accentFill", "accentHover", "accentPressed"}},
+    {"vipText", {"vipBg"}},
+    {"vipOnFill", {"vipFill", "vipFillHover", "vipFillPressed"}},
+    {"ck_champagne300", {"ck_gray750"}},
+    {"ck_gray950", {"ck_gray100"}},
 };
 
 /// Colours that painting code uses.
@@ -72,6 +79,44 @@ double Contrast(const QColor& one, const QColor& other) {
     const double first = Luminance(one);
     const double second = Luminance(other);
     return (std::max(first, second) + 0.05) / (std::min(first, second) + 0.05);
+}
+
+/// The colour that is seen when `top` is laid over `ground`.
+QColor Over(const QColor& top, const QColor& ground) {
+    const double alpha = top.alphaF();
+    return QColor::fromRgbF(top.redF() * alpha + ground.redF() * (1 - alpha),
+                            top.greenF() * alpha + ground.greenF() * (1 - alpha),
+                            top.blueF() * alpha + ground.blueF() * (1 - alpha));
+}
+
+/// The drawing at a ratio of 2, where lines are not blended with their surroundings.
+QImage Drawing(const char* name) {
+    std::shared_ptr<const QPixmap> pixmap;
+    zr_ui_res::Provider::instance()->get(pixmap, QString::fromLatin1(name), 2.0);
+    return pixmap ? pixmap->toImage().convertToFormat(QImage::Format_ARGB32) : QImage();
+}
+
+/// The least contrast between the colour and the pixels of a picture without holes, with `cover` laid over the picture.
+double LeastContrast(const QColor& color, const QImage& picture, const QColor& cover) {
+    double least = 21;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            EXPECT_EQ(picture.pixelColor(x, y).alpha(), 255);
+            least = std::min(least, Contrast(color, Over(cover, picture.pixelColor(x, y))));
+        }
+    }
+    return least;
+}
+
+/// Number of pixels of the mark that are visible on the ground.
+int VisiblePixels(const QImage& mark, const QColor& ground) {
+    int count = 0;
+    for (int y = 0; y < mark.height(); ++y) {
+        for (int x = 0; x < mark.width(); ++x) {
+            count += Contrast(Over(mark.pixelColor(x, y), ground), ground) >= kLeastMarkContrast;
+        }
+    }
+    return count;
 }
 
 QString Template() {
@@ -196,6 +241,46 @@ TEST_P(EachThemeTest, WhatIsPaintedByHandFindsItsColours) {
         EXPECT_TRUE(QColor(name).isValid()) << name.name;
         EXPECT_EQ(QColor(name), palette.Color(name.name)) << name.name;
     }
+}
+
+TEST_P(EachThemeTest, TextOnABannerPictureStandsOutFromEachPixelAlsoUnderThePointer) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"ck_orange850", ZResource::img_bg_engine_banner_230x32_normal},
+        {"ct_text_white", ZResource::img_bg_noengine_banner_230x32_normal}};
+    for (const auto& [text, picture] : rows) {
+        const QImage image = Drawing(picture);
+        ASSERT_FALSE(image.isNull());
+        EXPECT_GE(LeastContrast(palette.Color(text), image, Qt::transparent), kLeastContrast) << text;
+        EXPECT_GE(LeastContrast(palette.Color(text), image, palette.Color("ct_bg_hover")), kLeastContrast) << text;
+    }
+}
+
+TEST_P(EachThemeTest, TextOnAMaskStandsOutWhateverLiesBehind) {
+    for (const char* blend : {"style_skin_premium/foreground", "style_skin_premium/popwnd_foreground"}) {
+        EXPECT_LT(palette.Color(blend).alpha(), 255) << blend;
+        for (const QColor& behind : {QColor(Qt::white), QColor(Qt::black)}) {
+            const QColor ground = Over(palette.Color(blend), behind);
+            for (const char* text : {"text", "vipText"}) {
+                EXPECT_GE(Contrast(palette.Color(text), ground), kLeastContrast) << text << " on " << blend;
+            }
+            for (const char* mark : {"img_engine_m_56x16_normal", "img_vip_16_normal"}) {
+                EXPECT_GE(VisiblePixels(Drawing(mark), ground), 100) << mark << " on " << blend;
+            }
+        }
+    }
+}
+
+TEST_P(EachThemeTest, MarksOfABannerStandOutFromIt) {
+    const QColor ground = palette.Color("vipBg");
+    EXPECT_GE(Contrast(palette.Color("vipLine"), ground), kLeastMarkContrast);
+    for (const char* mark : {"img_engine_nbg_54x16_normal", "img_vip_16_normal"}) {
+        EXPECT_GE(VisiblePixels(Drawing(mark), ground), 100) << mark;
+    }
+}
+
+TEST_P(EachThemeTest, ColourUnderThePointerLetsTheBannerThrough) {
+    EXPECT_GT(palette.Color("ct_bg_hover").alpha(), 0);
+    EXPECT_LT(palette.Color("ct_bg_hover").alpha(), 64);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, EachThemeTest, ValuesIn(CThemeControl::kThemes), ThemeName);

@@ -120,10 +120,50 @@ TEST(ImageBlur, IsCloseToAGaussianOnTextEdgesAndPhotographs) {
         for (const double radius : {5.0, 10.0, 20.0, 40.0}) {
             const double sigma = radius * kSigmaOfRadius;
             const double farthest = CGaussian(image, sigma).Farthest(Blurred(image, sigma), kEdge);
-            printf("%s %g: %.2f\n", name, radius, farthest);
             EXPECT_LE(farthest, 10) << name << " " << radius;
         }
     }
+}
+
+TEST(ImageBlur, KeepsAPlainColourToTheEdges) {
+    for (const double sigma : {0.1, 1.0, 3.0, 6.0, 12.3, 30.0, 100.0}) {
+        const QImage image = Plain(QSize(61, 37), QColor(255, 128, 1));
+        EXPECT_EQ(Blurred(image, sigma), image) << sigma;
+    }
+}
+
+TEST(ImageBlur, LaysTheTintOverTheBlur) {
+    const QImage tinted = Blurred(Plain(QSize(61, 37), QColor(200, 100, 0)), 12.3, QColor(0, 0, 255, 51));
+    EXPECT_EQ(tinted, Plain(QSize(61, 37), QColor(160, 80, 51)));
+    EXPECT_EQ(Blurred(Text(), 12.3, Qt::red), Plain(Text().size(), Qt::red));
+}
+
+TEST(ImageBlur, ReportsADifferenceOfOnePixel) {
+    QImage image = Plain(QSize(61, 37), Qt::gray);
+    CImageBlur blur(image.size(), 12.3);
+    EXPECT_TRUE(blur.Take(image, QPoint()));
+    EXPECT_FALSE(blur.Take(image, QPoint()));
+    for (const QPoint& point : {QPoint(0, 0), QPoint(30, 20), QPoint(60, 36)}) {
+        image.setPixel(point, qRgb(160, 160, 165));
+        EXPECT_TRUE(blur.Take(image, QPoint()));
+        EXPECT_FALSE(blur.Take(image, QPoint()));
+    }
+}
+
+TEST(ImageBlur, TakesAPartAtItsPlace) {
+    const QImage image = Text();
+    CImageBlur blur(image.size(), 12.3);
+    const int middle = 10 * blur.Cell();
+    for (const int x : {0, middle}) {
+        for (const int y : {0, middle}) {
+            const QRect part = QRect(x, y, x == 0 ? middle : 1000, y == 0 ? middle : 1000) & image.rect();
+            blur.Take(image.copy(part), part.topLeft());
+        }
+    }
+    blur.Blur();
+    QImage result;
+    blur.Write(result, image.format(), QColor());
+    EXPECT_EQ(result, Blurred(image, 12.3));
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include "KitTest.h"
 #include "ui/Drawings.h"
+#include "ui/ZBackgroundBlurWidget.h"
 #include "ui/ZButton.h"
 #include "ui/ZIconButton.h"
 #include "ui/ZRWebImageWidget.h"
@@ -86,6 +87,25 @@ TEST_F(SharpTest, APictureIsAskedForInTheScreensPixelsAndPaintedOneToOne) {
     pictures.Succeed(1, picture);
 
     EXPECT_EQ(Look(&image), lines);
+}
+
+TEST_F(SharpTest, ABlurEndsAtTheLastPixelOfTheScreen) {
+    QWidget card(&window);
+    card.setGeometry(QRect(kAwayFromThePointer, QSize(51, 51)));
+    QWidget mask(&card);
+    mask.setGeometry(5, 5, 41, 41);
+    ZBackgroundBlurWidget blur(&mask);
+    blur.resize(41, 41);
+    blur.setBlendColor(zr_ui_res::TResource<QColor>(QStringLiteral("accent")));
+    card.show();
+    time.Settle();
+
+    const QImage look = Look(&card);
+
+    EXPECT_EQ(blur.blurCount(), 1);
+    EXPECT_EQ(Count(look, Color("accent")), 82 * 82);
+    EXPECT_EQ(look.pixelColor(10, 10), Color("accent"));
+    EXPECT_EQ(look.pixelColor(91, 91), Color("accent"));
 }
 
 }  // namespace

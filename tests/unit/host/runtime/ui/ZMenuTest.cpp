@@ -117,7 +117,7 @@ TEST_F(ZMenuTest, RowFollowsALaterStyleSheet) {
     menu.addAction(&plain);
     menu.ensurePolished();
 
-    qApp->setStyleSheet(S("QMenu::item { padding: 12px 22px 11px 26px; }"));
+    qApp->setStyleSheet(S("QMenu::item { padding: 9px 22px 8px 26px; }"));
 
     EXPECT_EQ(menu.actionGeometry(&banner).height(), 40);
     EXPECT_GE(menu.actionGeometry(&banner).width(), 230);

@@ -3,6 +3,7 @@
 #include <QRegularExpression>
 
 #include "KitTest.h"
+#include "core/lang.h"
 #include "ui/Drawings.h"
 #include "ui/ZResource.h"
 #include "ui/zr_ui_res.h"
@@ -121,6 +122,19 @@ TEST_F(ResourceTest, WhereALightThemeNeedsAnotherFormItHasOne) {
 
         EXPECT_NE(light, dark) << name;
         EXPECT_EQ(ImageOf(QString::fromLatin1(name)), dark) << name;
+    }
+}
+
+TEST_F(ResourceTest, MembershipIconHasAWideFormForLanguagesOtherThanChinese) {
+    const std::pair<int, QSize> rows[] = {{core::lang::kLanguageSimplifiedChinese, {42, 16}},
+                                          {core::lang::kLanguageTraditionalChinese, {42, 16}},
+                                          {core::lang::kLanguageEnglish, {70, 16}},
+                                          {core::lang::kLanguageJapanese, {70, 16}}};
+    for (const auto& [id, size] : rows) {
+        language.Set(id);
+        EXPECT_EQ(host::drawings::SizeOf(ZResource::icon_viptab_normal), size) << id;
+        EXPECT_EQ(ImageOf(ZResource::icon_viptab_normal).size(), size) << id;
+        EXPECT_EQ(ImageOf(ZResource::icon_engine_16).size(), QSize(16, 16)) << id;
     }
 }
 
