@@ -86,13 +86,13 @@ TEST(UrlSurrogateTest, OneAloneIsRefused) {
 
 TEST_F(UrlOpenerTest, HandsEachKindToItsHandler) {
     std::vector<std::string> pages;
-    std::vector<std::string> web;
+    std::vector<std::string> webPages;
     opener.SetPageHandler([&](const QUrl& url) {
         pages.push_back(url.toString().toStdString());
         return true;
     });
     opener.SetWebHandler([&](const QUrl& url, const QVariant&) {
-        web.push_back(url.toString().toStdString());
+        webPages.push_back(url.toString().toStdString());
         return true;
     });
 
@@ -100,7 +100,7 @@ TEST_F(UrlOpenerTest, HandsEachKindToItsHandler) {
     EXPECT_TRUE(Open("https://a.example/"));
 
     EXPECT_THAT(pages, ElementsAre("zrclient://page/news"));
-    EXPECT_THAT(web, ElementsAre("https://a.example/"));
+    EXPECT_THAT(webPages, ElementsAre("https://a.example/"));
 }
 
 TEST_F(UrlOpenerTest, WebHandlerGetsTheWishedWindow) {
