@@ -21,8 +21,8 @@ public:
     void ShowUsers(const std::vector<ServerUser>& users, quint64 current);
     /// Shows the product's name of the current edition.
     void ShowEdition();
-    /// Creates the VIP entries of title bar and user menu again, because they keep the language and edition of their
-    /// creation, and a logout does not change them.
+    /// Creates the VIP entries of title bar and user menu again. They keep the language and edition of their creation,
+    /// and a logout does not change them.
     void RenewVipEntries();
     QToolButton* WorkbenchButton() const { return m_pWorkbench; }
 

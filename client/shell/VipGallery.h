@@ -12,7 +12,7 @@ class QGridLayout;
 class QScrollArea;
 class QVBoxLayout;
 
-/// A window with each VIP widget of all rights in all text sets, as the growth module creates it for the current user,
+/// A window with each VIP widget of all rights in all text sets. The growth module creates them for the current user,
 /// theme, language and edition. Switches replace activation type, days left and layout letter of all rights until the
 /// window is closed. The first rows are in its first frame, and the others are created afterwards in slices. The main
 /// window owns it.

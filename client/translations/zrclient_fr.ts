@@ -156,8 +156,8 @@
         <translation>Inconnue</translation>
     </message>
     <message>
-        <source>%1, days left: %2</source>
-        <translation>%1, jours restants : %2</translation>
+        <source>Days left: %1</source>
+        <translation>Jours restants : %1</translation>
     </message>
     <message>
         <source>No member</source>

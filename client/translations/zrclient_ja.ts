@@ -156,8 +156,8 @@
         <translation>不明</translation>
     </message>
     <message>
-        <source>%1, days left: %2</source>
-        <translation>%1、残り日数%2</translation>
+        <source>Days left: %1</source>
+        <translation>残り日数%1</translation>
     </message>
     <message>
         <source>No member</source>

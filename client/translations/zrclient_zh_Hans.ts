@@ -156,8 +156,8 @@
         <translation>未知</translation>
     </message>
     <message>
-        <source>%1, days left: %2</source>
-        <translation>%1，剩余天数 %2</translation>
+        <source>Days left: %1</source>
+        <translation>剩余天数 %1</translation>
     </message>
     <message>
         <source>No member</source>

@@ -8,9 +8,9 @@
 #include <future>
 #include <iostream>
 
-#include "AdClientFixture.h"
 #include "FirstPaintWatcher.h"
 #include "PremiumRights.h"
+#include "VipClientFixture.h"
 #include "VipGallery.h"
 #include "ui/ZButton.h"
 #include "ui/ZMultilineText.h"
@@ -47,7 +47,7 @@ constexpr int kMaxTextRow = 16;
 
 /// Returns whether a single line of `text` needs more room than the widget has.
 bool IsLineCut(const QWidget& widget, const QString& text) {
-    return widget.sizeHint().width() > widget.width() || widget.fontMetrics().horizontalAdvance(text) > widget.width();
+    return widget.fontMetrics().horizontalAdvance(text) > widget.width();
 }
 
 /// Returns whether `text`, wrapped anywhere, needs more rows than the widget has.
@@ -57,24 +57,9 @@ bool IsBlockCut(const QWidget& widget, const QString& text, int maxRows) {
     return height / metrics.lineSpacing() > std::min(maxRows, widget.height() / kMaxTextRow);
 }
 
-class GalleryTest : public AdClientTest {
+class GalleryTest : public VipClientTest {
 protected:
-    GalleryTest() { options.scenario.clear(); }
     ~GalleryTest() override { End(); }
-
-    void LogIn(quint64 user) {
-        if (client->UserId() == user) {
-            return;
-        }
-        int answers = 0;
-        QObject context;
-        for (const unsigned int message : {80051u, 80052u}) {
-            core::__CMessageDispatch("[Test]").Bind(
-                message, [&answers](unsigned int, auto, auto) { ++answers; }, &context);
-        }
-        client->Login(user);
-        ASSERT_TRUE(WaitInRealTime([&] { return client->UserId() == user && answers >= 2; }));
-    }
 
     void SetLanguage(int language) {
         if (client->LanguageId() == language) {
@@ -91,8 +76,6 @@ protected:
     CVipGallery* Gallery() const { return window->findChild<CVipGallery*>(); }
 
     void OpenGallery() {
-        Start();
-        ASSERT_TRUE(WaitInRealTime([this] { return client->UserId() != 0; }));
         LogIn(kStatuses[0].user);
         Open("WorkbenchTabs", "RightsTab");
         Click(Child<QPushButton>("VipGalleryOpen"));
@@ -103,7 +86,7 @@ protected:
         Gallery()->findChild<QComboBox*>(QString::fromLatin1(box))->setCurrentIndex(place);
     }
 
-    void Show(const Status& status, const Named& language, const Named& theme) {
+    void ShowLook(const Status& status, const Named& language, const Named& theme) {
         LogIn(status.user);
         client->SetVelora(status.velora);
         SetLanguage(language.number);
@@ -186,7 +169,7 @@ TEST_F(GalleryTest, ShowsEachLookWithoutALostText) {
                 if (folderName.isEmpty() && turn != size_t(&status - kStatuses) * 4 % 15) {
                     continue;
                 }
-                Show(status, language, theme);
+                ShowLook(status, language, theme);
                 const QImage picture = Gallery()->Content()->grab().toImage();
                 const std::string name = std::string(status.name) + "-" + language.name + "-" + theme.name;
                 EXPECT_THAT(LostTexts(), IsEmpty()) << name;
@@ -200,8 +183,6 @@ TEST_F(GalleryTest, ShowsEachLookWithoutALostText) {
 
 TEST_F(GalleryTest, AppearsAndIsCompleteWithinItsTime) {
     const qint64 before = [this] {
-        Start();
-        EXPECT_TRUE(WaitInRealTime([this] { return client->UserId() != 0; }));
         LogIn(kStatuses[0].user);
         Open("WorkbenchTabs", "RightsTab");
         EXPECT_TRUE(WaitInRealTime([this] { return IsWorkbenchSettled(); }));
@@ -211,7 +192,7 @@ TEST_F(GalleryTest, AppearsAndIsCompleteWithinItsTime) {
 
     Click(Child<QPushButton>("VipGalleryOpen"));
     ASSERT_NE(Gallery(), nullptr);
-    const CFirstPaintWatcher watcher(*Gallery(), [&appeared] { appeared = ThreadMs(); });
+    const CFirstPaintWatcher painted(*Gallery(), [&appeared] { appeared = ThreadMs(); });
     ASSERT_TRUE(WaitInRealTime([&] { return appeared != 0 && Gallery()->IsComplete(); }));
     const qint64 completed = ThreadMs();
 

@@ -6,8 +6,8 @@
 #include <QTest>
 #include <QWindow>
 
-#include "AdClientFixture.h"
 #include "PremiumRights.h"
+#include "VipClientFixture.h"
 #include "VipSlot.h"
 #include "ui/ZButton.h"
 
@@ -18,25 +18,9 @@ namespace {
 constexpr quint64 kNoMember = 20001, kMember = 20003, kReady = 20012;
 constexpr int kChinese = 0, kEnglish = 2;
 
-class VipTest : public AdClientTest {
+class VipTest : public VipClientTest {
 protected:
-    VipTest() { options.scenario.clear(); }
     ~VipTest() override { End(); }
-
-    void LogIn(quint64 user) {
-        if (!client) {
-            Start();
-            ASSERT_TRUE(WaitInRealTime([this] { return client->UserId() != 0; }));
-        }
-        int answers = 0;
-        QObject context;
-        for (const unsigned int message : {80051u, 80052u}) {
-            core::__CMessageDispatch("[Test]").Bind(
-                message, [&answers](unsigned int, auto, auto) { ++answers; }, &context);
-        }
-        client->Login(user);
-        ASSERT_TRUE(WaitInRealTime([&] { return client->UserId() == user && answers >= 2; }));
-    }
 
     CVipSlot* Slot(const char* name) const { return Child<CVipSlot>(name); }
     QTableWidget* Book() const { return Child<QTableWidget>("OrderBookTable"); }

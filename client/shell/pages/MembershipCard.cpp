@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include "ElidedLabel.h"
 #include "GrowthService.h"
 #include "ISessionControl.h"
 #include "Links.h"
@@ -59,10 +60,15 @@ int TypeOf(const CPremiumUIAccessData& record) {
 }
 
 QString StateOf(const CPremiumUIAccessData& record) {
-    const QString state = right_states::Name(record.nActivationType);
     return record.nActivationType == right_states::kLimitedTime
-               ? CMembershipCard::tr("%1, days left: %2").arg(state).arg(record.nDaysLeft)
-               : state;
+               ? CMembershipCard::tr("Days left: %1").arg(record.nDaysLeft)
+               : right_states::Name(record.nActivationType);
+}
+
+CElidedLabel* NewElided(const char* role, QWidget* parent) {
+    auto* label = new CElidedLabel(parent);
+    label->setProperty("role", QString::fromLatin1(role));
+    return label;
 }
 
 bool IsMember(const VipStatus& vip) {
@@ -79,7 +85,7 @@ QString MembershipOf(const VipStatus& vip) {
 }  // namespace
 
 CMembershipCard::CMembershipCard(const ISessionControl& session, const CPremiumRights& rights, QWidget* parent)
-    : QFrame(parent), m_session(session), m_rights(rights), m_pName(CPage::NewLabel("section", QString(), this)) {
+    : QFrame(parent), m_session(session), m_rights(rights), m_pName(NewElided("section", this)) {
     setObjectName(QStringLiteral("MembershipCard"));
     setProperty("role", QStringLiteral("card"));
     m_pName->setObjectName(QStringLiteral("MembershipName"));
@@ -110,8 +116,7 @@ QWidget* CMembershipCard::NewHead() {
     translation::OnLanguageChange(centre, [centre] { centre->setText(tr("Membership centre")); });
     auto* layout = new QHBoxLayout(head);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_pName);
-    layout->addStretch(1);
+    layout->addWidget(m_pName, 1);
     layout->addWidget(centre);
     return head;
 }
@@ -138,7 +143,7 @@ QGridLayout* CMembershipCard::NewRights() {
     grid->setVerticalSpacing(6);
     for (const EnPremiumAccess right : kShownRights) {
         const int place = int(m_titles.size());
-        m_titles.push_back(CPage::NewLabel("body", QString(), this));
+        m_titles.push_back(NewElided("body", this));
         m_states.push_back(CPage::NewLabel("muted", QString(), this));
         const auto newMark = [&](EnVipKind kind) {
             return new CVipSlot({kind, right, ZRVipUIDataMain, kPageId}, m_rights, this);
@@ -174,7 +179,7 @@ void CMembershipCard::ShowStatus() {
             parts << tr("%1: %2").arg(right_states::Name(type)).arg(counts[type]);
         }
     }
-    m_pName->setText(parts.isEmpty() ? name : name + QStringLiteral("    ") + parts.join(QStringLiteral("    ")));
+    m_pName->SetWhole(parts.isEmpty() ? name : name + QStringLiteral("    ") + parts.join(QStringLiteral("    ")));
     const VipStatus& vip = m_rights.Vip();
     const QString values[] = {
         core::environment::IsVelora() ? QStringLiteral("Velora") : QStringLiteral("Kestrel"),
@@ -191,7 +196,7 @@ void CMembershipCard::ShowRights() {
     for (size_t place = 0; place < m_titles.size(); ++place) {
         const CPremiumUIAccessData record = m_rights.Table().value(kShownRights[place]);
         const QString number = tr("Right %1").arg(kShownRights[place]);
-        m_titles[place]->setText(record.strMainTitle.isEmpty() ? number : record.strMainTitle);
+        m_titles[place]->SetWhole(record.strMainTitle.isEmpty() ? number : record.strMainTitle);
         m_states[place]->setText(StateOf(record));
     }
 }

@@ -3,6 +3,7 @@
 #include <QFrame>
 #include <vector>
 
+class CElidedLabel;
 class CPremiumRights;
 class ISessionControl;
 class QGridLayout;
@@ -27,8 +28,8 @@ private:
 
     const ISessionControl& m_session;
     const CPremiumRights& m_rights;
-    QLabel* m_pName;
+    CElidedLabel* m_pName;
     std::vector<QLabel*> m_status;
-    std::vector<QLabel*> m_titles;  // of the rights
+    std::vector<CElidedLabel*> m_titles;  // of the rights
     std::vector<QLabel*> m_states;
 };

@@ -91,6 +91,8 @@ void CQuotesPage::AddBook(const SampleMarket::Quote& quote, const CPremiumRights
     }
     book->StretchAll();
     book->FitRows();
+    // Created before the banner, so that at a change the mask comes first and the banner is not shown meanwhile.
+    auto* mask = new CVipSlot({EnVipKind::MaskLocked, kBookRight, ZRVipUIDataMain, kPageId}, rights, card, book);
     auto* banner = new CVipSlot({EnVipKind::Banner, kBookRight, ZRVipUIDataMain, kPageId}, rights, card);
     banner->setObjectName(QStringLiteral("OrderBookBanner"));
     layout->addLayout(
@@ -99,7 +101,6 @@ void CQuotesPage::AddBook(const SampleMarket::Quote& quote, const CPremiumRights
                     new CVipSlot({EnVipKind::TagName, kBookRight, ZRVipUIDataMain, kPageId}, rights, card)}));
     layout->addWidget(banner);
     layout->addWidget(book);
-    auto* mask = new CVipSlot({EnVipKind::MaskLocked, kBookRight, ZRVipUIDataMain, kPageId}, rights, card, book);
     mask->setObjectName(QStringLiteral("OrderBookMask"));
     mask->OnFilledChange([book, banner](bool masked) {
         book->Conceal(masked);

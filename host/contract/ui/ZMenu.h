@@ -5,8 +5,8 @@
 
 #include "framework/export.h"
 
-/// A menu whose entries may be a ZAction that paints itself. Such an entry is 40 pixels high, or 41 with an odd padding
-/// in the style sheet, and at least 230 pixels wide. Other entries have their usual size.
+/// A menu whose entries may be a ZAction that paints itself. Such an entry is 40 pixels high and at least 230 pixels
+/// wide; with some paddings in a style sheet it is 41 pixels high. Other entries have their usual size.
 /// Thread: main thread.
 class ZRHOST_API ZMenu : public QMenu {
     Q_OBJECT

@@ -41,6 +41,9 @@ void PaintFocus(QPainter& painter, const QRectF& rect, double radius, const QCol
 /// No text of the kit asks for more pixels.
 constexpr int kMaxHintWidth = 240;
 
+/// The width that a wrapped text prefers at most. It can be laid out in far less.
+constexpr int kMaxWrappedWidth = 960;
+
 /// The size of a text that consists of dots.
 QSize DotsSize(const QFont& font);
 

@@ -88,7 +88,7 @@ void ZMultilineText::setRedoLayoutInPaintEvent(bool redo) {
 
 QSize ZMultilineText::sizeHint() const {
     ensurePolished();
-    return d->lines.SizeAt(d->ShapeFor(*this), host::kit::kMaxHintWidth);
+    return d->lines.SizeAt(d->ShapeFor(*this), host::kit::kMaxWrappedWidth);
 }
 
 QSize ZMultilineText::minimumSizeHint() const {

@@ -106,7 +106,7 @@ void ZMultilineTextLabel::setWrapMode(QTextOption::WrapMode mode) {
 
 QSize ZMultilineTextLabel::sizeHint() const {
     ensurePolished();
-    const int room = host::kit::kMaxHintWidth - d->margins.left() - d->margins.right();
+    const int room = host::kit::kMaxWrappedWidth - d->margins.left() - d->margins.right();
     return d->WithMargins(d->lines.SizeAt(d->ShapeFor(*this), room));
 }
 

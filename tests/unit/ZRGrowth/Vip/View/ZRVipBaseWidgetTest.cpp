@@ -234,6 +234,19 @@ TEST_F(VipBaseWidgetTest, HideReportsAgainWhenNoShowCameBetween) {
     EXPECT_THAT(reports.Started(), SizeIs(1));
 }
 
+TEST_F(VipBaseWidgetTest, ExposureEndsWhenTheWindowIsMinimised) {
+    SetRecord(kMarketRight, RecordOf(2));
+    CProbe* widget = Add(kMarketRight);
+    Show();
+
+    QHideEvent hide;
+    QSpontaneKeyEvent::setSpontaneous(&hide);
+    ASSERT_TRUE(hide.spontaneous());
+    QCoreApplication::sendEvent(widget, &hide);
+
+    EXPECT_THAT(reports.Names(), Contains("ViewPremiumMarketEntrance"));
+}
+
 TEST_F(VipBaseWidgetTest, ExposureContinuesWhenTheTypeIsUnknownAtTheHide) {
     SetRecord(kMarketRight, RecordOf(0));
     CProbe* widget = Add(kMarketRight);

@@ -72,12 +72,13 @@ TEST_F(MembershipCardTest, ShowsWhoIsLoggedInAndTheRightsByState) {
     AddRight(EnPremiumAccess_us_otc_order_book, 5);
     AddRight(EnPremiumAccess_us_arcabook, 5);
     rights.Refresh();
+    time.Settle();
 
     EXPECT_THAT(Texts(), HasSubstr("Ben  502"));
     EXPECT_THAT(Texts(), HasSubstr("Limited time: 1"));
     EXPECT_THAT(Texts(), HasSubstr("Not activated: 2"));
     EXPECT_THAT(Texts(), HasSubstr("Some right"));
-    EXPECT_THAT(Texts(), HasSubstr("Limited time, days left: 12"));
+    EXPECT_THAT(Texts(), HasSubstr("Days left: 12"));
 }
 
 TEST_F(MembershipCardTest, ShowsAMemberOfTheOlderSystemWithTheGrade) {
