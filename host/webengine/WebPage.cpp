@@ -1,5 +1,6 @@
 #include "WebPage.h"
 
+#include <QCoreApplication>
 #include <QTimer>
 #include <QWebEngineCertificateError>
 #include <QWebEngineProfile>
@@ -53,8 +54,11 @@ QStringList CWebPage::chooseFiles(FileSelectionMode /*mode*/, const QStringList&
 
 void CWebPage::javaScriptAlert(const QUrl& /*origin*/, const QString& /*text*/) {}
 
-bool CWebPage::javaScriptConfirm(const QUrl& /*origin*/, const QString& /*text*/) {
-    return m_bLeaving;
+// The engine's own question before a page is left comes here as well.
+bool CWebPage::javaScriptConfirm(const QUrl& /*origin*/, const QString& text) {
+    static const QString leave = QCoreApplication::translate(
+        "QWebEnginePage", "Are you sure you want to leave this page? Changes that you made may not be saved.");
+    return m_bLeaving && text == leave;
 }
 
 bool CWebPage::javaScriptPrompt(const QUrl& /*origin*/, const QString& /*text*/, const QString& /*standard*/,

@@ -100,7 +100,6 @@ void CWebView::Load(const WebLoad& load) {
 void CWebView::OnLoadStarted() {
     m_bStarted = true;
     if (!m_bBlank) {
-        m_pPage->SetLeaving(false);
         m_owner.LoadStarted();
     }
 }
@@ -115,6 +114,7 @@ void CWebView::OnLoadFinished(bool success) {
         QTimer::singleShot(0, m_pPage, [this] { m_pPage->load(m_next); });
         return;
     }
+    m_pPage->SetLeaving(false);
     m_owner.LoadFinished(success, success ? 200 : 0);
 }
 

@@ -96,7 +96,9 @@ void CWebShell::Start(const Load& load) {
     }
     m_load = load;
     m_shown = load;
-    m_bCrashed = false;
+    if (m_bCrashed) {
+        CloseView();  // a bridge does not come back with the process
+    }
     m_bIntact = false;
     m_freeze.stop();
     m_bridge.BeginLoad(false);

@@ -44,6 +44,8 @@ protected:
         CWebHost::Instance().Begin();
         widget = std::make_unique<ZRWebWidget>();
         widget->resize(480, 400);
+        widget->show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(widget.get()));
         widget->EnableJSBridge(true);
         widget->SetPopupEnabled(true);
         widget->SetSameUrlPolicy(core::webview::kSameUrlReloads);
@@ -101,11 +103,6 @@ protected:
         return WaitInRealTime([this, count] { return ends.size() >= count; });
     }
 
-    void Show() {
-        widget->show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(widget.get()));
-    }
-
     std::string Cover() const {
         const auto* overlay = widget->findChild<QWidget*>(QStringLiteral("WebOverlay"));
         return overlay->isHidden() ? ""
@@ -126,6 +123,7 @@ protected:
 };
 
 TEST_F(WebEngineTest, EngineIsMappedForTheFirstPageAndNotBefore) {
+    widget->hide();
     Page("/", "");
     EXPECT_TRUE(engine.IsAvailable());
     EXPECT_FALSE(IsMapped(QStringLiteral("libzrhost_webengine")));
@@ -225,7 +223,6 @@ TEST_F(WebEngineTest, EachOfManyQuickLoadsEndsOnceAndTheLastWins) {
 }
 
 TEST_F(WebEngineTest, LoadThatFailsEndsAsFailed) {
-    Show();
     Load("/none");
     ASSERT_TRUE(Ended(1));
     server.Close();
@@ -282,7 +279,6 @@ TEST_F(WebEngineTest, PopupIsOfferedWithAddressAndSizeAfterAClick) {
     Page("/",
          "window.open('/early'); document.onclick = () => window.open('/popup', '', 'width=350,height=250');"
          "zrclient.call('report', {text: 'ready'})");
-    Show();
     Load("/");
     ASSERT_TRUE(Ended(1));
     ASSERT_TRUE(WaitInRealTime([this] { return !reports.empty(); }));
@@ -307,7 +303,6 @@ TEST_F(WebEngineTest, PageCannotRefuseToBeLeft) {
          "window.onbeforeunload = (event) => { event.preventDefault(); return event.returnValue = 'stay'; };"
          "zrclient.call('report', {text: 'ready'})");
     Page("/2", "");
-    Show();
     Load("/");
     ASSERT_TRUE(WaitInRealTime([this] { return !reports.empty(); }));
     QTest::mouseClick(widget->window()->windowHandle(), Qt::LeftButton, {}, QPoint(200, 200));
@@ -325,7 +320,6 @@ TEST_F(WebEngineTest, PermissionsAreDenied) {
 
 TEST_F(WebEngineTest, KilledVisiblePageComesBack) {
     Page("/", "zrclient.call('report', {text: 'loaded'})");
-    Show();
     Load("/");
     ASSERT_TRUE(WaitInRealTime([this] { return reports.size() == 1; }));
     for (const pid_t process : PageProcesses()) {
@@ -336,6 +330,7 @@ TEST_F(WebEngineTest, KilledVisiblePageComesBack) {
 }
 
 TEST_F(WebEngineTest, KilledHiddenPageComesBackWhenItIsShown) {
+    widget->hide();
     Page("/", "zrclient.call('report', {text: 'loaded'})");
     Load("/");
     ASSERT_TRUE(WaitInRealTime([this] { return reports.size() == 1; }));
@@ -348,11 +343,12 @@ TEST_F(WebEngineTest, KilledHiddenPageComesBackWhenItIsShown) {
                            [](const LogLine& line) { return line.text.find("The process of a page ended") == 0; });
     }));
     EXPECT_THAT(reports, SizeIs(1));
-    Show();
+    widget->show();
     EXPECT_TRUE(WaitInRealTime([this] { return reports.size() == 2; }));
 }
 
 TEST_F(WebEngineTest, HiddenPageRunsNothingAfterASecondAndGoesOnWhenItIsShown) {
+    widget->hide();
     Page("/", "let n = 0; setInterval(() => zrclient.notify('report', {text: String(++n)}), 20)");
     Load("/");
     ASSERT_TRUE(Ended(1));
@@ -362,7 +358,7 @@ TEST_F(WebEngineTest, HiddenPageRunsNothingAfterASecondAndGoesOnWhenItIsShown) {
         before = reports.size();
         return !WaitInRealTime([&] { return reports.size() > before; }, std::chrono::milliseconds(2500));
     }));
-    Show();
+    widget->show();
     EXPECT_TRUE(WaitInRealTime([&] { return reports.size() > before; }));
 }
 
@@ -404,7 +400,6 @@ TEST_F(WebEngineTest, RootWithTheSandboxGetsTheMessageAndTheProcessLives) {
     }
     qunsetenv("QTWEBENGINE_CHROMIUM_FLAGS");
     qunsetenv("QTWEBENGINE_DISABLE_SANDBOX");
-    Show();
     Load("/");
     ASSERT_TRUE(Ended(1));
     EXPECT_EQ(Cover(), "Web pages cannot be displayed here. You can open this page in your browser.");
@@ -415,7 +410,6 @@ TEST_F(WebEngineTest, RootWithTheSandboxGetsTheMessageAndTheProcessLives) {
 
 TEST_F(WebEngineTest, MissingHelperProgramGetsTheMessageAndTheProcessLives) {
     qputenv("QTWEBENGINEPROCESS_PATH", "/nowhere/QtWebEngineProcess");
-    Show();
     Load("/");
     ASSERT_TRUE(Ended(1));
     EXPECT_EQ(Cover(), "Web pages cannot be displayed here. You can open this page in your browser.");

@@ -413,6 +413,8 @@ TEST_F(WebShellTest, KilledPageComesBackThreeTimesInFiveMinutesAndThenSaysSo) {
         EXPECT_EQ(Cover(), "");
     }
     EXPECT_THAT(web.Loads(), AllOf(SizeIs(4), Each("https://ours.test/a")));
+    EXPECT_EQ(web.MadeCount(), 4);
+    EXPECT_THAT(web.Views(), SizeIs(1));
 
     Page().Kill();
     time.Settle();
