@@ -19,7 +19,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     for (const QString& word : info.pathWords) {
         EXPECT_FALSE(word.isEmpty());
         EXPECT_FALSE(word.contains(QLatin1Char('/')));
-        // What percent-encoding leaves is ASCII, and decoding never makes it longer.
+        // A percent-encoded word is ASCII, and decoding never makes it longer.
         EXPECT_LE(core::url::Decode(word.toStdString()).size(), word.toStdString().size());
         for (const QChar character : word) {
             EXPECT_TRUE(character.unicode() > 0x20 && character.unicode() < 0x7f) << word.toStdString();

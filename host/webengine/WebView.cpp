@@ -1,7 +1,6 @@
 #include "WebView.h"
 
 #include <QContextMenuEvent>
-#include <QTimer>
 #include <QVBoxLayout>
 #include <QWebChannel>
 #include <QWebEngineContextMenuData>
@@ -16,6 +15,7 @@
 namespace {
 
 const QUrl kBlank(QStringLiteral("about:blank"));
+constexpr int kStopLimitMs = 200;
 
 class CView : public QWebEngineView {
 public:
@@ -74,6 +74,8 @@ CWebView::CWebView(IWebViewOwner& owner, std::shared_ptr<QWebEngineProfile> prof
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_pView);
+    m_stopLimit.setSingleShot(true);
+    connect(&m_stopLimit, &QTimer::timeout, this, &CWebView::Begin);
     connect(m_pPage, &QWebEnginePage::loadStarted, this, &CWebView::OnLoadStarted);
     connect(m_pPage, &QWebEnginePage::loadFinished, this, &CWebView::OnLoadFinished);
     connect(m_pPage, &QWebEnginePage::renderProcessTerminated, this, [this] { m_owner.RenderProcessGone(); });
@@ -85,41 +87,59 @@ CWebView::~CWebView() {
     delete m_pView;
 }
 
-// The engine does not load an address that differs from the displayed one behind "#" only.
+// The engine reports one start and one end for a load and another that interrupts it. The older one therefore ends
+// first.
 void CWebView::Load(const WebLoad& load) {
     bridge_scripts::Install(m_pPage->scripts(), load.bridgeOrigins);
     m_pPage->setWebChannel(load.bridgeOrigins.isEmpty() ? nullptr : m_pChannel, QWebEngineScript::ApplicationWorld);
     m_pPage->SetLeaving(true);
-    m_bStarted = false;
-    const QUrl shown = m_pPage->url();
-    m_bBlank = load.url != shown && load.url.matches(shown, QUrl::RemoveFragment);
     m_next = load.url;
-    m_pPage->load(m_bBlank ? kBlank : load.url);
+    if (m_bRunning) {
+        m_bStopping = true;
+        m_stopLimit.start(kStopLimitMs);
+        m_pPage->triggerAction(QWebEnginePage::Stop);
+    } else {
+        Begin();
+    }
+}
+
+// The engine does not load an address that differs from the displayed one behind "#" only.
+void CWebView::Begin() {
+    m_stopLimit.stop();
+    m_bStopping = false;
+    m_bStarted = false;
+    m_bRunning = true;
+    const QUrl shown = m_pPage->url();
+    m_bBlank = m_next != shown && m_next.matches(shown, QUrl::RemoveFragment);
+    m_pPage->load(m_bBlank ? kBlank : m_next);
 }
 
 void CWebView::OnLoadStarted() {
     m_bStarted = true;
-    if (!m_bBlank) {
+    m_bRunning = true;
+    if (!m_bBlank && !m_bStopping) {
         m_owner.LoadStarted();
     }
 }
 
 void CWebView::OnLoadFinished(bool success) {
-    if (!m_bStarted) {
-        return;  // of an older load
-    }
-    m_bStarted = false;
-    if (m_bBlank) {
-        m_bBlank = false;
-        QTimer::singleShot(0, m_pPage, [this] { m_pPage->load(m_next); });
+    if (m_bStopping || (m_bStarted && m_bBlank)) {
+        m_stopLimit.start(0);
         return;
     }
+    if (!m_bStarted) {
+        return;  // of a load that did not stop in time
+    }
+    m_bStarted = false;
+    m_bRunning = false;
     m_pPage->SetLeaving(false);
     m_owner.LoadFinished(success, success ? 200 : 0);
 }
 
 void CWebView::Stop() {
+    m_stopLimit.stop();
     m_bBlank = false;
+    m_bStopping = false;
     m_pPage->triggerAction(QWebEnginePage::Stop);
 }
 

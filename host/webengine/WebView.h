@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QTimer>
 #include <memory>
 
 #include "WebPage.h"
@@ -39,6 +40,7 @@ public:
     QUrl CommittedUrl() const override;
 
 private:
+    void Begin();
     void OnLoadStarted();
     void OnLoadFinished(bool success);
 
@@ -48,7 +50,10 @@ private:
     CWebPage* const m_pPage;
     CBridgePort* const m_pPort;
     QWebChannel* const m_pChannel;
-    QUrl m_next;  // loaded when the empty document is displayed
+    QUrl m_next;  // loaded when the older load has stopped and the empty document is displayed
+    QTimer m_stopLimit;
     bool m_bBlank = false;
-    bool m_bStarted = false;
+    bool m_bStopping = false;
+    bool m_bRunning = false;  // until the engine reports an end
+    bool m_bStarted = false;  // the engine reported a start
 };

@@ -7,7 +7,7 @@
 
 namespace host::web {
 
-/// What all web widgets of the process share: when the engine may be loaded, for which user pages are loaded, and how
+/// The state that all web widgets share: when the engine may be loaded, for which user pages are loaded, and how
 /// many windows are open. Main thread.
 class ZRHOST_API CWebHost : public QObject {
     Q_OBJECT

@@ -21,7 +21,7 @@ class ZRHOST_API CWebShell : public QWidget, private IWebViewOwner {
     Q_OBJECT
 
 public:
-    /// What a link in the main frame does.
+    /// The effect of a link in the main frame.
     enum class EnLinks {
         /// Stays in the page's own origin if that has the bridge; otherwise as kDispatched.
         kOwnOrigin,

@@ -5,7 +5,7 @@
 
 #include "webview/IWebEngine.h"
 
-/// What the engine needs in order not to end the process.
+/// The conditions without which the engine would end the process.
 struct WebEngineNeeds {
     QString library;
     QString helper;    // the engine's own program

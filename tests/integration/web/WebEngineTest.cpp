@@ -8,6 +8,7 @@
 
 #include "core/MainThreadPoster.h"
 #include "framework/Ports.h"
+#include "support/Click.h"
 #include "support/EngineProcesses.h"
 #include "support/RawHttpServer.h"
 #include "support/RealTime.h"
@@ -222,7 +223,7 @@ TEST_F(WebEngineTest, EachOfManyQuickLoadsEndsOnceAndTheLastWins) {
     EXPECT_EQ(std::count(ends.begin(), ends.end(), "good /last"), 5);
 }
 
-TEST_F(WebEngineTest, LoadThatFailsEndsAsFailed) {
+TEST_F(WebEngineTest, LoadThatFailsEndsAsFailedAndTheButtonTriesAgain) {
     Load("/none");
     ASSERT_TRUE(Ended(1));
     server.Close();
@@ -230,6 +231,13 @@ TEST_F(WebEngineTest, LoadThatFailsEndsAsFailed) {
     ASSERT_TRUE(Ended(2));
     EXPECT_THAT(ends, ElementsAre("failed /none", "failed /"));
     EXPECT_EQ(Cover(), "This page could not be loaded.");
+
+    Page("/", "");
+    ASSERT_TRUE(server.Listen());
+    Click(widget->findChild<QAbstractButton*>(QStringLiteral("WebOverlayButton")));
+    ASSERT_TRUE(Ended(3));
+    EXPECT_EQ(ends[2], "good /");
+    EXPECT_EQ(Cover(), "");
 }
 
 TEST_F(WebEngineTest, RedirectToARefusedAddressEndsAsFailedOnce) {
@@ -325,7 +333,7 @@ TEST_F(WebEngineTest, KilledVisiblePageComesBack) {
     for (const pid_t process : PageProcesses()) {
         kill(process, SIGKILL);
     }
-    ASSERT_TRUE(WaitInRealTime([this] { return reports.size() == 2; }));
+    ASSERT_TRUE(WaitInRealTime([this] { return reports.size() == 2 && !widget->IsLoading(); }));
     EXPECT_EQ(Cover(), "");
 }
 
