@@ -295,6 +295,16 @@ TEST_F(WebShellTest, LinkToAnotherOriginOrToTheClientIsDispatched) {
     EXPECT_THAT(ends, SizeIs(1));
 }
 
+TEST_F(WebShellTest, LinkToAnotherAllowListedOriginIsDispatched) {
+    Json::Value bridge;
+    bridge["origins"].append("https://ours.test");
+    bridge["origins"].append("https://second.test");
+    config.Set("web_bridge", bridge);
+    LoadWell("https://ours.test/");
+    EXPECT_FALSE(Page().Navigate("https://second.test/"));
+    EXPECT_THAT(Dispatched(), ElementsAre("https://second.test/"));
+}
+
 TEST_F(WebShellTest, LinkOfAForeignPageIsDispatchedEvenToItself) {
     LoadWell("https://other.test/");
     EXPECT_FALSE(Page().Navigate("https://other.test/next"));
