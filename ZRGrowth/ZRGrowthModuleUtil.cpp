@@ -173,6 +173,28 @@ bool CZRGrowthModuleUtil::IsAIChatEnable(ZRAIChatEntryScene scene) {
     return CZRAIChatManager::Singleton()->IsAIChatEnable(scene);
 }
 
+void CZRGrowthModuleUtil::OpenAIChatPage(ZRAIChatPageScene pageScene, const QMap<QString, QString>& params,
+                                         bool needChangeSessionId, bool showPage) {
+    CZRAIChatManager::Singleton()->OpenAIChatPage(pageScene, params, needChangeSessionId, showPage, false, QString());
+}
+
+bool CZRGrowthModuleUtil::InvokeAIChatWebJSAPI(const QString& name, const Json::Value& params) {
+    return CZRAIChatManager::Singleton()->InvokeWebJSAPI(name, params);
+}
+
+bool CZRGrowthModuleUtil::RegisterAIChatNativeJSAPI(
+    const QString& name, std::function<std::shared_ptr<Json::Value>(const Json::Value&, int)> handler) {
+    return CZRAIChatManager::Singleton()->RegisterNativeJSAPI(name, std::move(handler));
+}
+
+void CZRGrowthModuleUtil::RespondToNativeJSAPI(const QString& name, const Json::Value& value) {
+    CZRAIChatManager::Singleton()->RespondToNativeJSAPI(name, value);
+}
+
+void CZRGrowthModuleUtil::UnregisterAIChatNativeJSAPI(const QString& name) {
+    CZRAIChatManager::Singleton()->UnregisterNativeJSAPI(name);
+}
+
 void CZRGrowthModuleUtil::SetAIChatDevelopEnableType(unsigned int type) {
     CZRAIChatManager::Singleton()->SetAIChatDevelopEnableType(type);
 }

@@ -55,5 +55,12 @@ public:
     void OpenVipWebPage(const QString& url) override;
 
     bool IsAIChatEnable(ZRAIChatEntryScene scene) override;
+    void OpenAIChatPage(ZRAIChatPageScene pageScene, const QMap<QString, QString>& params, bool needChangeSessionId,
+                        bool showPage) override;
+    bool InvokeAIChatWebJSAPI(const QString& name, const Json::Value& params) override;
+    bool RegisterAIChatNativeJSAPI(
+        const QString& name, std::function<std::shared_ptr<Json::Value>(const Json::Value&, int)> handler) override;
+    void RespondToNativeJSAPI(const QString& name, const Json::Value& value) override;
+    void UnregisterAIChatNativeJSAPI(const QString& name) override;
     void SetAIChatDevelopEnableType(unsigned int type) override;
 };

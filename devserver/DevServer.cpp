@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "Access.h"
+#include "ChatApi.h"
 
 namespace devserver {
 namespace {
@@ -27,6 +28,7 @@ CDevServer::CDevServer(CScenario scenario, std::string token)
       m_control("control", kMaxControlBodyBytes, TokenAuthorizer(m_strToken)),
       m_http("http", kMaxHttpBodyBytes, nullptr) {
     m_api.AddRoutes(m_control);
+    CChatApi::AddRoutes(m_http);
     m_ads.AddRoutes(m_http);
 }
 

@@ -80,12 +80,11 @@ void WriteBody(const WebAnswer& answer, httplib::Response& response) {
         });
 }
 
-void Write(const WebAnswer& answer, httplib::Response& response) {
+void WriteHead(const WebAnswer& answer, httplib::Response& response) {
     response.status = answer.status;
     for (const auto& [name, value] : answer.headers) {
         response.set_header(name, value);
     }
-    WriteBody(answer, response);
 }
 
 }  // namespace
@@ -129,7 +128,9 @@ CWebServer::CWebServer(std::string name, size_t maxBodyBytes, Authorizer authori
     // The library itself refuses malformed requests and unknown methods. Answers of this class have a type by now.
     server.set_error_handler([](const httplib::Request&, httplib::Response& response) {
         if (!response.has_header("Content-Type")) {
-            Write(Refusal(response.status, "request: not acceptable"), response);
+            const WebAnswer refusal = Refusal(response.status, "request: not acceptable");
+            WriteHead(refusal, response);
+            WriteBody(refusal, response);
         }
     });
 }
@@ -213,6 +214,24 @@ void CWebServer::Serve(const httplib::Request& request, httplib::Response& respo
         answer = Refusal(503, "server: it ends");
     }
     Write(answer, response);
+}
+
+void CWebServer::Write(const WebAnswer& answer, httplib::Response& response) {
+    WriteHead(answer, response);
+    if (answer.pieces.empty()) {
+        WriteBody(answer, response);
+        return;
+    }
+    response.set_chunked_content_provider(answer.type,
+                                          [this, pieces = answer.pieces, delay = answer.pieceDelay, next = size_t(0)](
+                                              size_t /*offset*/, httplib::DataSink& sink) mutable {
+                                              if (next == pieces.size()) {
+                                                  sink.done();
+                                                  return true;
+                                              }
+                                              const std::string& piece = pieces[next++];
+                                              return Wait(delay) && sink.write(piece.data(), piece.size());
+                                          });
 }
 
 // Returns false if the server ends meanwhile.

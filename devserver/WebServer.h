@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <atomic>
+#include <chrono>
 #include <condition_variable>
 #include <functional>
 #include <memory>
@@ -42,6 +43,9 @@ struct WebAnswer {
     std::string type = "application/json";
     std::string body;
     WebHeaders headers;
+    // Sent one by one in place of the body, unless empty.
+    std::vector<std::string> pieces;
+    std::chrono::milliseconds pieceDelay{0};
     ResponseFault fault;  // only the fields that concern the transfer apply
 };
 
@@ -81,6 +85,7 @@ private:
                const Handler& handler);
     WebAnswer Answer(const httplib::Request& request, const httplib::ContentReader* content, const Handler& handler);
     WebAnswer OnMainThread(const WebRequest& request, const Handler& handler);
+    void Write(const WebAnswer& answer, httplib::Response& response);
     bool Wait(std::chrono::milliseconds time);
 
     const std::string m_strName;

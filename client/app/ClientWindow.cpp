@@ -1,5 +1,8 @@
 #include "ClientWindow.h"
 
+#include <QCloseEvent>
+#include <QCoreApplication>
+
 #include "Composition.h"
 #include "Navigation.h"
 #include "core/attr_market.h"
@@ -19,6 +22,12 @@ CClientWindow::CClientWindow(CComposition& composition) : CMainWindow(compositio
 CClientWindow::~CClientWindow() {
     m_composition.ClearMainFrame();
     m_composition.SetPageHandler(nullptr);
+}
+
+// A window of a web page may stay open, so that the last window is another one.
+void CClientWindow::closeEvent(QCloseEvent* event) {
+    CMainWindow::closeEvent(event);
+    QCoreApplication::quit();
 }
 
 bool CClientWindow::HasFocus() const {

@@ -17,6 +17,7 @@ public:
 protected:
     QWidget* NewDockContent(QWidget* parent) override;
     void OnTabChanged(int index) override;
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     bool HasFocus() const;

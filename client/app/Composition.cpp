@@ -12,6 +12,8 @@
 #include "modules/TradeModule.h"
 #include "plugin/IZRPluginCenter.h"
 #include "plugin/PluginLoader.h"
+#include "webview/WebHost.h"
+#include "webview/ZRWebDialog.h"
 #include "webview/ZRWebWindowInfo.h"
 
 namespace {
@@ -92,6 +94,7 @@ CComposition::CComposition(const COptions& options, CFileLog& log)
       m_http(m_poster, m_state),
       m_httpRecorder(m_http, m_traceLog),
       m_pictures(m_state, options.DataFile("pictures")),
+      m_web(options.webEngine),
       m_reports(options.DataFile("reports.sqlite"),
                 {m_http, m_state, m_timeAndRandom, m_poster, m_environment.DeviceId()}),
       m_reportsRecorder(m_reports, m_traceLog),
@@ -118,6 +121,7 @@ void CComposition::InstallPorts() {
     ports.http = &m_httpRecorder;
     ports.reports = &m_reportsRecorder;
     ports.pictures = &m_pictures;
+    ports.web = &m_web;
     host::Install(ports);
 }
 
@@ -164,6 +168,7 @@ void CComposition::ConnectSession() {
     connect(&m_session, &CLoginSession::LoggedOut, this, [this] {
         m_reports.SetUser(0);
         host::CModuleLifecycle::Logout();
+        host::web::CWebHost::Instance().CheckUser();
         Q_EMIT UserChanged();
     });
     connect(&m_session, &CLoginSession::Refused, this, [this](qulonglong userId, const QString& reason) {
@@ -178,6 +183,7 @@ CComposition::~CComposition() {
 }
 
 void CComposition::Start() {
+    host::web::CWebHost::Instance().FirstFramePainted();
     RegisterHostModules();
     MapModules();
     host::CModuleLifecycle::Init();
@@ -224,6 +230,7 @@ void CComposition::End() {
     Drain();
     host::CModuleLifecycle::UnInit();
     Drain();
+    host::web::CWebHost::Instance().End();
     host::CModuleLifecycle::Close();
     m_channel.Close();
     m_server.Stop();
@@ -276,6 +283,7 @@ void CComposition::OnHostFrame(const channel::Frame& frame) {
 // Modules are notified of the login first and of the connected channel second.
 void CComposition::OnLoggedIn() {
     m_reports.SetUser(m_session.UserId());
+    host::web::CWebHost::Instance().CheckUser();
     host::CModuleLifecycle::Login();
     m_busRecorder.Send("[Client]", core::kMsgLoginChannelConnected, 0, nullptr);
     ShowStatus(Words(QT_TR_NOOP("Connected")), true);
@@ -337,6 +345,13 @@ void CComposition::OverrideMarkets(std::vector<int> markets) {
 }
 
 bool CComposition::OpenWeb(const QUrl& url, const QVariant& extra) {
+    if (m_web.IsAvailable()) {
+        auto* dialog = new core::webview::ZRWebDialog(extra.value<core::webview::ZRWebWindowInfo>());
+        dialog->LoadUrl(url.toString(QUrl::FullyEncoded));
+        dialog->Open();
+        Q_EMIT WebOpened(url, WindowSize(extra));
+        return true;
+    }
     const bool hasDesktop = m_options.openWeb && !qEnvironmentVariableIsEmpty("XDG_CURRENT_DESKTOP");
     if (hasDesktop && !QDesktopServices::openUrl(url)) {
         return false;

@@ -29,6 +29,7 @@
 #include "tracing/StoreRecorder.h"
 #include "tracing/TraceLog.h"
 #include "ui/ThemeChoice.h"
+#include "webview/WebEngineLoader.h"
 
 /// The composition root: creates the services, installs them as ports, and runs the modules' life cycle. The only
 /// class that names concrete services. Main thread.
@@ -118,6 +119,7 @@ private:
     CHttpRecorder m_httpRecorder;
     CPictureService m_pictures;
     CPicturesRecorder m_picturesRecorder{m_pictures, m_traceLog};
+    CWebEngineLoader m_web;
     CReportService m_reports;
     CReportsRecorder m_reportsRecorder;
     const std::shared_ptr<CMainFrameModuleFactory> m_pMainFrame = std::make_shared<CMainFrameModuleFactory>();

@@ -54,6 +54,7 @@ COptions COptions::Parse(const QStringList& arguments) {
     add("server-binary", "The server to start.", "file", binaries.absoluteFilePath(QStringLiteral("zrdevserver")));
     parser.addOption({QStringLiteral("release"), QStringLiteral("Behave as a release build.")});
     parser.addOption({QStringLiteral("no-web"), QStringLiteral("Never open a web page on the desktop.")});
+    parser.addOption({QStringLiteral("no-web-engine"), QStringLiteral("Display no web page in the client.")});
     parser.process(arguments);
 
     COptions options;
@@ -68,6 +69,7 @@ COptions COptions::Parse(const QStringList& arguments) {
     options.theme = int(NumberOrExit(parser, QStringLiteral("theme"), kLastTheme));
     options.velora = parser.value(QStringLiteral("edition")) == QLatin1String("velora");
     options.release = parser.isSet(QStringLiteral("release"));
+    options.webEngine = !parser.isSet(QStringLiteral("no-web-engine"));
     options.openWeb = !parser.isSet(QStringLiteral("no-web"));
     return options;
 }

@@ -17,7 +17,8 @@ struct COptions {
     int theme = 0;  // 0: the saved theme
     bool release = false;
     bool velora = false;
-    bool openWeb = false;  // open web pages on the desktop, if there is one
+    bool webEngine = false;  // display web pages in windows of the client
+    bool openWeb = false;    // open web pages on the desktop, if there is one
 
     /// The path of a file in the data directory, which is created if it is missing.
     QString DataFile(const char* name) const;

@@ -3,6 +3,8 @@
 #include "Client.h"
 
 int main(int argc, char* argv[]) {
+    // The web engine, which is mapped later, shares its contexts with the windows.
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zrclient"));
     CClient client(COptions::Parse(QApplication::arguments()));

@@ -23,7 +23,7 @@ protected:
         other.start(QString::fromUtf8(build::kClient),
                     {QStringLiteral("--data-dir"), options.dataDir, QStringLiteral("--scenario"), options.scenario,
                      QStringLiteral("--modules"), options.manifest, QStringLiteral("--server-binary"),
-                     options.serverBinary, QStringLiteral("--no-web")});
+                     options.serverBinary, QStringLiteral("--no-web"), QStringLiteral("--no-web-engine")});
         ASSERT_TRUE(WaitInRealTime([this] { return StoredValue(kCache) == kCached; }))
             << other.readAllStandardError().toStdString();
     }

@@ -4,9 +4,11 @@
 #include <QEvent>
 
 #include "framework/Ports.h"
+#include "webview/WebHost.h"
 
 CScriptedHost::CScriptedHost() : poster(time), bus(poster.Unrecorded()), channel(poster.Unrecorded()) {
     host::Install(Ports());
+    host::web::CWebHost::Instance().Begin();
 }
 
 host::Ports CScriptedHost::Ports() {
@@ -22,12 +24,14 @@ host::Ports CScriptedHost::Ports() {
     ports.http = &http;
     ports.reports = &reports;
     ports.pictures = &pictures;
+    ports.web = &web;
     return ports;
 }
 
 CScriptedHost::~CScriptedHost() {
     // Deferred deletes and their effects still belong to the test.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    host::web::CWebHost::Instance().End();
     host::Uninstall();
     channel.CheckAllLookedAt();
     store.CheckAllLookedAt();
@@ -36,4 +40,5 @@ CScriptedHost::~CScriptedHost() {
     http.CheckAllLookedAt();
     reports.CheckAllLookedAt();
     pictures.CheckAllLookedAt();
+    web.CheckAllLookedAt();
 }

@@ -11,6 +11,7 @@
 #include "support/ScriptedState.h"
 #include "support/ScriptedStore.h"
 #include "support/ScriptedUrls.h"
+#include "support/ScriptedWeb.h"
 #include "support/VirtualTime.h"
 
 namespace host {
@@ -41,5 +42,6 @@ public:
     CScriptedHttp http;
     CScriptedReports reports;
     CScriptedPictures pictures;
+    CScriptedWeb web;
     CScriptedMainFrame mainFrame;
 };

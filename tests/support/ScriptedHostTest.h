@@ -32,5 +32,6 @@ protected:
     CScriptedLinks& links = m_host.state.links;
     CScriptedPictures& pictures = m_host.pictures;
     CScriptedSlots& slots = m_host.state.slots;
+    CScriptedWeb& web = m_host.web;
     CScriptedMainFrame& mainFrame = m_host.mainFrame;
 };

@@ -46,9 +46,13 @@ bool CScriptedUrls::Open(const UrlRequest& request) {
     if (m_fnWhenOpening) {
         m_fnWhenOpening();
     }
-    const bool opened = !m_refused.Next() && IsAllowed(QUrl(request.url, QUrl::StrictMode));
-    if (!opened) {
+    const QUrl url(request.url, QUrl::StrictMode);
+    const bool allowed = !m_refused.Next() && IsAllowed(url);
+    if (allowed && url.scheme() == QLatin1String("zrclient")) {
+        m_hooks.Handle(request);
+    }
+    if (!allowed) {
         kLog.Error(FMT_STRING("Refused to open a URL: {}"), request.url.toStdString());
     }
-    return opened;
+    return allowed;
 }

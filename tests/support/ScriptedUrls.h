@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core/IUrlOpener.h"
+#include "core/SchemeHooks.h"
 #include "support/Failing.h"
 
 /// A URL as it was requested. `context` may be gone and is for comparison only.
@@ -35,8 +36,13 @@ public:
     void CheckAllLookedAt();
 
     bool Open(const UrlRequest& request) override;
+    void AddHook(const QString& schemeUrl, core::scheme::PreCallback callback, void* owner,
+                 core::scheme::RouteMatchRule rule) override {
+        m_hooks.Add(schemeUrl, std::move(callback), owner, rule);
+    }
 
 private:
+    host::CSchemeHooks m_hooks;
     std::vector<OpenedUrl> m_opened;
     size_t m_nLookedAt = 0;
     Failing m_refused = Failing::Never();

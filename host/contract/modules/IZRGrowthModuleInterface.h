@@ -1,5 +1,7 @@
 #pragma once
 
+#include <json/value.h>
+
 #include <QList>
 #include <QMap>
 #include <QPointer>
@@ -8,6 +10,7 @@
 #include <QVector>
 #include <QWidget>
 #include <functional>
+#include <memory>
 
 #include "framework/CSafeFunction.h"
 #include "framework/export.h"
@@ -132,6 +135,31 @@ public:
     /// Returns whether the AI chat entry of that scene is open to the user. Bus message 20300 announces a change.
     /// Failure: false after a login until the server answered.
     virtual bool IsAIChatEnable(ZRAIChatEntryScene scene) = 0;
+
+    /// Opens the window of the AI chat for a page. The page is loaded again only if scene, parameters or user changed,
+    /// or if the user had closed the window. `params` become part of its address, unescaped; pairs without a key or
+    /// value are left out. `needChangeSessionId` asks the page for a new session. With `showPage` false an existing
+    /// window stays as it is, and nothing happens without one. Bus messages: 20302 with p1 the previous and p2 the new
+    /// scene, 20301 when the user closes the window. Thread: any; the window opens later.
+    virtual void OpenAIChatPage(ZRAIChatPageScene pageScene, const QMap<QString, QString>& params,
+                                bool needChangeSessionId, bool showPage) = 0;
+
+    /// Sends an event to the page of the chat.
+    /// Returns whether the page can receive it.
+    virtual bool InvokeAIChatWebJSAPI(const QString& name, const Json::Value& params) = 0;
+
+    /// Offers a handler to the page, from the next window on. The handler gets the object that the page passes and the
+    /// number of the call, and returns the answer, or null for an answer that comes later by RespondToNativeJSAPI.
+    /// Returns whether it was registered.
+    /// Failure: false for an empty name or handler, a name of the window's own handlers, and a known name.
+    virtual bool RegisterAIChatNativeJSAPI(
+        const QString& name, std::function<std::shared_ptr<Json::Value>(const Json::Value&, int)> handler) = 0;
+
+    /// Answers the oldest open call of that name. Nothing happens without a window or an open call.
+    virtual void RespondToNativeJSAPI(const QString& name, const Json::Value& value) = 0;
+
+    /// Removes a handler, for the next window. Unknown names are ignored.
+    virtual void UnregisterAIChatNativeJSAPI(const QString& name) = 0;
 
     /// Overrides the server's answer for all scenes until the process ends: 0 removes the override, 1 opens, any other
     /// value closes. It sends bus message 20300.

@@ -92,3 +92,12 @@ constexpr ZRVipEngineStatus kVipEngineRenewalOff = 5;  // paid with auto renewal
 
 /// An entry to the AI chat. The entries and the server agree on the numbers; the growth module only compares them.
 enum ZRAIChatEntryScene : int {};
+
+/// The page that the AI chat opens for. The number reaches the page; the names below are those that reports know.
+enum ZRAIChatPageScene : int {
+    ZRAIChatPageWatchlist = 1,
+    ZRAIChatPageNews = 4,
+    ZRAIChatPagePortfolio = 5,
+    ZRAIChatPageQuotes = 12,
+    ZRAIChatPageResearch = 42,
+};

@@ -12,6 +12,12 @@ class ZRHOST_API ZIconButton : public QAbstractButton {
     Q_OBJECT
 
 public:
+    /// Sizes with a number.
+    enum ZrSize : int {
+        /// 16 by 16 pixels.
+        kSmall = 1,
+    };
+
     explicit ZIconButton(QWidget* parent = nullptr);
     ~ZIconButton() override;
 
@@ -24,6 +30,7 @@ public:
 
     /// Sets a fixed size in pixels.
     void setIconButtonSize(const QSize& size);
+    void setIconButtonSize(ZrSize size);
     /// Sets the role that selects the icon's colour. The default is `normal`.
     void setIconColorStyle(ZIconColorStyle::type style);
     /// Sets whether the background changes under the pointer and while the button is pressed. The default is true.

@@ -25,6 +25,8 @@ public:
         kBgNone = 0,
         /// A light tint of the text's colour.
         kBgTinted = 1,
+        /// A plate in the colour of the window, which is below what an event filter paints ahead of the label.
+        kBgPlate = 2,
     };
 
     /// Creates a label with style kNeutral and no background.
@@ -42,6 +44,8 @@ public:
     void setZrBgStyle(ZrBgStyle style);
     /// Sets the distance between the text and each edge, in pixels.
     void setCustomMargin(const QMargins& margins);
+    /// Sets the distance between the text and the left and right edge, in pixels; none above and below.
+    void setCustomMargin(int margin);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;

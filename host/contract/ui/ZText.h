@@ -17,6 +17,8 @@ public:
         kTitle = 1,
         kSmall = 2,
         kAccent = 3,
+        /// The title of a window.
+        kWindowTitle = 18,
     };
 
     explicit ZText(QWidget* parent = nullptr);

@@ -5,6 +5,7 @@
 #include "core/IReports.h"
 #include "core/IUrlOpener.h"
 #include "core/post.h"
+#include "core/scheme.h"
 #include "framework/Ports.h"
 
 unsigned long core::network::http::StartRequest(const HttpReqInfo& request, Callback callback, QObject* guard,
@@ -47,4 +48,12 @@ bool core::urlhandler::DispatchUrl(const QString& url, BusinessType businessType
                                    FallbackMode fallbackMode) {
     const host::PortsLock ports;
     return ports->urls && ports->urls->Open({url, businessType, context, std::move(extra), fallbackMode});
+}
+
+void core::scheme::RegisterPreCallback(const QString& schemeUrl, PreCallback callback, void* owner,
+                                       RouteMatchRule rule) {
+    const host::PortsLock ports;
+    if (ports->urls && callback && owner && !schemeUrl.isEmpty()) {
+        ports->urls->AddHook(schemeUrl, std::move(callback), owner, rule);
+    }
 }

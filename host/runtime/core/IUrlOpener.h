@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/scheme.h"
 #include "core/urlhandler.h"
 
 /// A URL to be opened. `context` is not owned, may be null, and is valid only during the call.
@@ -16,4 +17,8 @@ class IUrlOpener {
 public:
     virtual ~IUrlOpener() = default;
     virtual bool Open(const UrlRequest& request) = 0;
+
+    /// Adds a hook of core::scheme, which Open asks ahead of the client's pages. The arguments are valid.
+    virtual void AddHook(const QString& schemeUrl, core::scheme::PreCallback callback, void* owner,
+                         core::scheme::RouteMatchRule rule) = 0;
 };

@@ -13,6 +13,7 @@ class IPoster;
 class IReports;
 class ITimeAndRandom;
 class IUrlOpener;
+class IWebEngine;
 
 namespace host {
 
@@ -29,6 +30,7 @@ struct Ports {
     IHttp* http = nullptr;
     IReports* reports = nullptr;
     IPictures* pictures = nullptr;
+    IWebEngine* web = nullptr;
 };
 
 /// Connects the services to the contract. The calling thread becomes the main thread. The caller keeps ownership and

@@ -52,6 +52,14 @@ void ZIconButton::setIconButtonSize(const QSize& size) {
     setFixedSize(size);
 }
 
+void ZIconButton::setIconButtonSize(ZrSize size) {
+    switch (size) {
+        case kSmall:
+            setIconButtonSize(QSize(16, 16));
+            return;
+    }
+}
+
 void ZIconButton::setIconColorStyle(ZIconColorStyle::type style) {
     d->style = style;
     update();

@@ -5,6 +5,7 @@
 
 #include "ui/KitPaint.h"
 #include "ui/SheetRule.h"
+#include "ui/zr_ui_theme.h"
 
 namespace {
 
@@ -23,6 +24,15 @@ struct ZLabel::Private {
     ZrStyle style = kNeutral;
     ZrBgStyle bgStyle = kBgNone;
     QMargins margins = kFirstMargins;
+
+    void FillPlate(QWidget* label) const {
+        if (bgStyle == kBgPlate) {
+            QPalette palette = label->palette();
+            palette.setColor(QPalette::Window, host::kit::Color("surface"));
+            label->setPalette(palette);
+        }
+    }
+
     QString tip;
 
     QString ShownIn(const QWidget& widget) const {
@@ -44,6 +54,8 @@ ZLabel::ZLabel(QWidget* parent) : QWidget(parent), d(std::make_unique<Private>()
     setFocusPolicy(Qt::NoFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     host::kit::FollowTheme(this);
+    connect(zr_ui_theme::Manager::instance(), &zr_ui_theme::Manager::themeChanged, this,
+            [this] { d->FillPlate(this); });
 }
 
 ZLabel::ZLabel(const QString& text, QWidget* parent) : ZLabel(parent) {
@@ -69,12 +81,19 @@ void ZLabel::setZrStyle(ZrStyle style) {
 
 void ZLabel::setZrBgStyle(ZrBgStyle style) {
     d->bgStyle = style;
+    // Filled ahead of the paint event, so that it does not cover what an event filter paints.
+    setAutoFillBackground(style == kBgPlate);
+    d->FillPlate(this);
     update();
 }
 
 void ZLabel::setCustomMargin(const QMargins& margins) {
     d->margins = margins;
     d->Refresh(*this);
+}
+
+void ZLabel::setCustomMargin(int margin) {
+    setCustomMargin(QMargins(margin, 0, margin, 0));
 }
 
 QSize ZLabel::sizeHint() const {

@@ -8,9 +8,28 @@
 
 namespace {
 
-// By ZrStyle.
-constexpr int kPixels[] = {13, 16, 11, 13};
-constexpr std::string_view kColors[] = {"text", "heading", "muted", "accent"};
+struct Look {
+    int pixels;
+    QFont::Weight weight;
+    std::string_view color;
+};
+
+Look LookOf(ZText::ZrStyle style) {
+    switch (style) {
+        case ZText::kTitle:
+            return {16, QFont::DemiBold, "heading"};
+        case ZText::kSmall:
+            return {11, QFont::Normal, "muted"};
+        case ZText::kAccent:
+            return {13, QFont::Normal, "accent"};
+        case ZText::kWindowTitle:
+            return {14, QFont::DemiBold, "heading"};
+        case ZText::kBody:
+            break;
+    }
+    return {13, QFont::Normal, "text"};
+}
+
 constexpr int kNoLimit = QWIDGETSIZE_MAX;
 
 }  // namespace
@@ -27,7 +46,8 @@ struct ZText::Private {
     }
 
     QFont FontFor(const QWidget& widget) const {
-        return host::kit::FontOf(widget, kPixels[style], style == kTitle ? QFont::DemiBold : QFont::Normal);
+        const Look look = LookOf(style);
+        return host::kit::FontOf(widget, look.pixels, look.weight);
     }
 
     // A word that is wider than the text is broken.
@@ -141,7 +161,7 @@ int ZText::heightForWidth(int width) const {
 void ZText::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setFont(d->FontFor(*this));
-    painter.setPen(host::kit::TextColorOf(*this, host::kit::ColorIn(kColors, d->style)));
+    painter.setPen(host::kit::TextColorOf(*this, host::kit::Color(LookOf(d->style).color)));
     const QString shown =
         isDotted() ? painter.fontMetrics().elidedText(d->text, Qt::ElideRight, width(), Qt::TextSingleLine) : d->text;
     painter.drawText(rect(), d->FlagsAt(painter.fontMetrics(), width()) | Qt::AlignLeft, shown);

@@ -5,6 +5,8 @@
 #include <functional>
 
 #include "core/IUrlOpener.h"
+#include "core/SchemeHooks.h"
+#include "core/UrlCheck.h"
 
 class IClientState;
 
@@ -14,20 +16,13 @@ class CUrlOpener : public QObject, public IUrlOpener {
     Q_OBJECT
 
 public:
-    enum class EnTarget { kRefused, kPage, kWeb };
-
-    struct Verdict {
-        EnTarget target = EnTarget::kRefused;
-        QUrl url;
-        QString reason;  // why it was refused
-    };
+    using EnTarget = host::EnUrlTarget;
+    using Verdict = host::UrlVerdict;
 
     /// Opens an allowed URL. Returns false if it can't be opened.
     using Handler = std::function<bool(const QUrl& url)>;
     /// `extra` is the request's, such as the wished window.
     using WebHandler = std::function<bool(const QUrl& url, const QVariant& extra)>;
-
-    static constexpr int kMaxLength = 8192;
 
     explicit CUrlOpener(const IClientState& state) : m_state(state) {}
 
@@ -36,9 +31,8 @@ public:
     void SetWebHandler(WebHandler handler) { m_fnWeb = std::move(handler); }
 
     bool Open(const UrlRequest& request) override;
-
-    /// Checks the text of a URL. `internal` builds may open http on loopback.
-    static Verdict Validate(const QString& text, bool internal);
+    void AddHook(const QString& schemeUrl, core::scheme::PreCallback callback, void* owner,
+                 core::scheme::RouteMatchRule rule) override;
 
 Q_SIGNALS:
     /// Emitted after each call of Open. `reason` is empty if the URL was opened.
@@ -46,6 +40,7 @@ Q_SIGNALS:
 
 private:
     const IClientState& m_state;
+    host::CSchemeHooks m_hooks;
     Handler m_fnPage;
     WebHandler m_fnWeb;
 };

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "core/UrlOpener.h"
+#include "core/UrlCheck.h"
 
 namespace {
 
@@ -83,8 +83,8 @@ std::optional<HttpMessage> http_request::Make(const HttpReqInfo& request, bool i
     }
     const QString text = QString::fromStdString(request.m_strUrl);
     const bool allowed = !insecureOrigin.isEmpty() && SameOrigin(insecureOrigin, QUrl(text, QUrl::StrictMode));
-    const auto verdict = CUrlOpener::Validate(text, internal || allowed);
-    if (verdict.target != CUrlOpener::EnTarget::kWeb) {
+    const auto verdict = host::CheckUrl(text, internal || allowed);
+    if (verdict.target != host::EnUrlTarget::kWeb) {
         reason = verdict.reason.isEmpty() ? "it is not the address of a server" : verdict.reason.toStdString();
         return std::nullopt;
     }

@@ -280,15 +280,29 @@ TEST(DependencyRulesTest, TheHostLibraryNeedsNeitherDatabaseNorNetworkNorLog) {
                                               "libfmt", "libprotobuf", OfTheCompiler())));
 }
 
-TEST(DependencyRulesTest, TheModuleExportsItsFiveSymbolsAndNothingElse) {
+std::vector<std::string> SymbolsOf(const char* library) {
     std::vector<std::string> symbols;
     for (const QString& line : OutputOf(QStringLiteral("nm"), {QStringLiteral("-D"), QStringLiteral("--defined-only"),
-                                                               QStringLiteral("-P"), QStringLiteral(ZR_MODULE)})) {
+                                                               QStringLiteral("-P"), QString::fromLatin1(library)})) {
         symbols.push_back(line.section(QLatin1Char(' '), 0, 0).toStdString());
     }
-    EXPECT_THAT(symbols, UnorderedElementsAre(
-                             "CreateZRPluginModule", "DestroyZRPluginModule", "CreateZRPluginModuleCZRGrowthModule",
+    return symbols;
+}
+
+TEST(DependencyRulesTest, TheModuleExportsItsFiveSymbolsAndNothingElse) {
+    EXPECT_THAT(
+        SymbolsOf(ZR_MODULE),
+        UnorderedElementsAre("CreateZRPluginModule", "DestroyZRPluginModule", "CreateZRPluginModuleCZRGrowthModule",
                              "DestroyZRPluginModuleCZRGrowthModule", "LoadPluginModuleCZRGrowthModule"));
+}
+
+TEST(DependencyRulesTest, TheWebEngineExportsOneSymbolAndNothingNeedsIt) {
+    EXPECT_THAT(SymbolsOf(ZR_WEBENGINE), ElementsAre("ZRCreateWebEngine"));
+    const auto isEngine = AnyOf(HasSubstr("webengine"), HasSubstr("WebEngine"), HasSubstr("WebChannel"));
+    for (const char* library : {ZR_MODULE, ZR_HOST, ZR_CLIENT}) {
+        EXPECT_THAT(NeededBy(library), Each(Not(isEngine))) << library;
+    }
+    EXPECT_THAT(NeededBy(ZR_WEBENGINE), Contains("libQt5WebEngineWidgets"));
 }
 
 TEST(DependencyRulesTest, TheModuleIsNeverUnmapped) {

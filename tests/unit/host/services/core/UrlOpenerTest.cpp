@@ -37,8 +37,8 @@ protected:
 
 TEST_P(UrlVerdictTest, IsJudgedByItsWholeText) {
     const QString url = QString::fromUtf8(GetParam().url);
-    EXPECT_EQ(CUrlOpener::Validate(url, true).target, GetParam().internal);
-    EXPECT_EQ(CUrlOpener::Validate(url, false).target, GetParam().release);
+    EXPECT_EQ(host::CheckUrl(url, true).target, GetParam().internal);
+    EXPECT_EQ(host::CheckUrl(url, false).target, GetParam().release);
 }
 
 constexpr EnTarget kNo = EnTarget::kRefused;
@@ -73,26 +73,26 @@ QString LongUrl(int length) {
 }
 
 TEST(UrlLengthTest, IsAtMostEightKibibytes) {
-    EXPECT_EQ(CUrlOpener::Validate(LongUrl(8192), false).target, EnTarget::kWeb);
-    EXPECT_EQ(CUrlOpener::Validate(LongUrl(8193), false).target, kNo);
-    EXPECT_EQ(CUrlOpener::Validate(LongUrl(8193), false).reason, QStringLiteral("it is too long"));
+    EXPECT_EQ(host::CheckUrl(LongUrl(8192), false).target, EnTarget::kWeb);
+    EXPECT_EQ(host::CheckUrl(LongUrl(8193), false).target, kNo);
+    EXPECT_EQ(host::CheckUrl(LongUrl(8193), false).reason, QStringLiteral("it is too long"));
 }
 
 TEST(UrlSurrogateTest, OneAloneIsRefused) {
     for (const ushort half : {0xD83D, 0xDE00}) {
-        EXPECT_EQ(CUrlOpener::Validate(QStringLiteral("https://a.example/") + QChar(half), false).target, kNo);
+        EXPECT_EQ(host::CheckUrl(QStringLiteral("https://a.example/") + QChar(half), false).target, kNo);
     }
 }
 
 TEST_F(UrlOpenerTest, HandsEachKindToItsHandler) {
     std::vector<std::string> pages;
-    std::vector<std::string> web;
+    std::vector<std::string> webPages;
     opener.SetPageHandler([&](const QUrl& url) {
         pages.push_back(url.toString().toStdString());
         return true;
     });
     opener.SetWebHandler([&](const QUrl& url, const QVariant&) {
-        web.push_back(url.toString().toStdString());
+        webPages.push_back(url.toString().toStdString());
         return true;
     });
 
@@ -100,7 +100,7 @@ TEST_F(UrlOpenerTest, HandsEachKindToItsHandler) {
     EXPECT_TRUE(Open("https://a.example/"));
 
     EXPECT_THAT(pages, ElementsAre("zrclient://page/news"));
-    EXPECT_THAT(web, ElementsAre("https://a.example/"));
+    EXPECT_THAT(webPages, ElementsAre("https://a.example/"));
 }
 
 TEST_F(UrlOpenerTest, WebHandlerGetsTheWishedWindow) {

@@ -1,0 +1,124 @@
+#include "webview/WebHost.h"
+
+#include "WebTest.h"
+#include "framework/Ports.h"
+#include "webview/ZRWebDialog.h"
+
+using namespace ::testing;
+using namespace std::chrono_literals;
+using core::webview::ZRWebDialog;
+using core::webview::ZRWebWidget;
+using host::web::CWebHost;
+
+namespace {
+
+class WebHostTest : public WebTest {
+protected:
+    CWebHost& webHost = CWebHost::Instance();
+};
+
+TEST_F(WebHostTest, EngineIsLoadedASecondAfterTheFirstFrame) {
+    webHost.End();
+    widget.LoadUrl(QStringLiteral("https://ours.test/"));
+    time.Advance(1h);
+    webHost.FirstFramePainted();
+    time.Advance(999ms);
+    EXPECT_EQ(web.MadeCount(), 0);
+    time.Advance(1ms);
+    time.Settle();
+    EXPECT_EQ(web.MadeCount(), 1);
+    EXPECT_THAT(web.Loads(), ElementsAre("https://ours.test/"));
+}
+
+TEST_F(WebHostTest, NothingIsLoadedWhenNoPageIsWanted) {
+    webHost.FirstFramePainted();
+    time.Advance(1h);
+    EXPECT_EQ(web.MadeCount(), 0);
+}
+
+TEST_F(WebHostTest, DataOfTheFormerUserIsForgottenBeforeTheNextLoad) {
+    LoadWell("https://ours.test/1");
+    const int forgotten = web.ForgetCount();
+    account.Set(502);
+    Load("https://ours.test/2");
+    EXPECT_EQ(web.ForgetCount(), forgotten + 1);
+    EXPECT_EQ(web.MadeCount(), 2);
+    EXPECT_THAT(web.Views(), SizeIs(1));
+    EXPECT_THAT(web.Loads(), ElementsAre("https://ours.test/1", "https://ours.test/2"));
+    web.View().Succeed();
+    time.Settle();
+    EXPECT_THAT(ends, ElementsAre("good 200 https://ours.test/1", "good 200 https://ours.test/2"));
+}
+
+TEST_F(WebHostTest, SameUserKeepsData) {
+    account.Set(501);
+    LoadWell("https://ours.test/1");
+    const int forgotten = web.ForgetCount();
+    webHost.CheckUser();
+    LoadWell("https://ours.test/2");
+    EXPECT_EQ(web.ForgetCount(), forgotten);
+    EXPECT_EQ(web.MadeCount(), 1);
+}
+
+TEST_F(WebHostTest, PagesOfTheFormerUserAreClosedLater) {
+    LoadWell();
+    account.Set(502);
+    webHost.CheckUser();
+    EXPECT_THAT(web.Views(), SizeIs(1));
+    time.Settle();
+    EXPECT_THAT(web.Views(), IsEmpty());
+    EXPECT_FALSE(widget.IsLoading());
+}
+
+TEST_F(WebHostTest, WindowsOfTheFormerUserAreClosedAndThatOfTheNewOneStays) {
+    const QPointer<ZRWebDialog> former = new ZRWebDialog({});
+    former->Open();
+    account.Set(502);
+    const QPointer<ZRWebDialog> next = new ZRWebDialog({});
+    next->Open();
+    time.Settle();
+    EXPECT_TRUE(former.isNull());
+    ASSERT_FALSE(next.isNull());
+    delete next;
+}
+
+TEST_F(WebHostTest, HandlerOfAPageMayLoadForAnotherUser) {
+    widget.EnableJSBridge(true);
+    widget.RegisterJSAPIV2(
+        QStringLiteral("switch"),
+        [this](const Json::Value&, int) {
+            account.Set(502);
+            widget.LoadUrl(QStringLiteral("https://ours.test/2"));
+            return std::make_shared<Json::Value>(1);
+        },
+        nullptr);
+    LoadWell();
+    web.View().Call("switch");
+    EXPECT_EQ(web.MadeCount(), 1);
+    time.Settle();
+    EXPECT_EQ(web.MadeCount(), 2);
+    EXPECT_THAT(web.Loads(), ElementsAre("https://ours.test/", "https://ours.test/2"));
+}
+
+TEST_F(WebHostTest, EndClosesAllPagesAndNoneOpensAfterwards) {
+    ZRWebWidget other;
+    LoadWell();
+    other.LoadUrl(QStringLiteral("https://ours.test/2"));
+    time.Settle();
+    EXPECT_THAT(web.Views(), SizeIs(2));
+    webHost.End();
+    EXPECT_THAT(web.Views(), IsEmpty());
+    other.show();
+    other.LoadUrl(QStringLiteral("https://ours.test/3"));
+    time.Settle();
+    EXPECT_THAT(web.Views(), IsEmpty());
+}
+
+TEST_F(WebHostTest, WidgetWithoutServicesEndsItsLoadAsFailed) {
+    widget.show();
+    host::Uninstall();
+    Load("https://ours.test/");
+    EXPECT_THAT(ends, ElementsAre("failed 0 https://ours.test/"));
+}
+
+}  // namespace
