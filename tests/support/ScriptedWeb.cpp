@@ -66,19 +66,19 @@ void CScriptedWebView::Fail(int httpCode) {
     m_owner.LoadFinished(false, httpCode);
 }
 
-bool CScriptedWebView::Navigate(const QString& url, EnWebNavigation type, bool mainFrame) {
-    return m_owner.AcceptNavigation(QUrl(url), type, mainFrame);
+bool CScriptedWebView::Navigate(const char* url, EnWebNavigation type, bool mainFrame) {
+    return m_owner.AcceptNavigation(QUrl(QString::fromUtf8(url)), type, mainFrame);
 }
 
 void CScriptedWebView::Kill() {
     m_owner.RenderProcessGone();
 }
 
-bool CScriptedWebView::OpenPopup(const QString& url, const QSize& size) {
+bool CScriptedWebView::OpenPopup(const char* url, const QSize& size) {
     if (!m_owner.AcceptPopup()) {
         return false;
     }
-    m_owner.PopupAddressed(QUrl(url), size);
+    m_owner.PopupAddressed(QUrl(QString::fromUtf8(url)), size);
     return true;
 }
 

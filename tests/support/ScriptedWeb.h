@@ -25,10 +25,10 @@ public:
     /// The page loads another document itself.
     void StartOfPage() { m_owner.LoadStarted(); }
     /// Returns whether the page may go there.
-    bool Navigate(const QString& url, EnWebNavigation type = EnWebNavigation::kLink, bool mainFrame = true);
+    bool Navigate(const char* url, EnWebNavigation type = EnWebNavigation::kLink, bool mainFrame = true);
     void Kill();
     /// The page asks for a window and then names its address. Returns whether it may ask.
-    bool OpenPopup(const QString& url, const QSize& size = QSize());
+    bool OpenPopup(const char* url, const QSize& size = QSize());
     void WantMenu(int possible);
 
     /// The page calls a handler. Returns the number of the call.
