@@ -72,6 +72,8 @@ ColorName::operator QColor() const {
 }
 
 void Install() {
+    // Without it a menu's icons have half the pixels of the screen.
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     OnThemeChange(qApp, ShowTheme);
 }

@@ -217,7 +217,8 @@ inline std::vector<HardText> HardTexts() {
         {"OneWord", QString(10'000, QLatin1Char('W'))},
         {"Words", QStringLiteral("word ").repeated(2'000)},
         {"Lines", QStringLiteral("line\n").repeated(2'000)},
-        {"Markup", QStringLiteral("<table width=5000><tr><td><img src=\"file:///x.png\" width=4000>").repeated(150)},
+        {"Markup",
+         QStringLiteral("<table width=5000><tr><td>words <img src=\"file:///x.png\" width=4000>").repeated(150)},
         {"RightToLeft", QStringLiteral("\u0645\u0631\u062d\u0628\u0627 ").repeated(1'666)},
         {"Emoji", QString::fromUtf8("\xF0\x9F\x98\x80").repeated(5'000)},
     };

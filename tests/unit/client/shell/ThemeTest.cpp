@@ -293,6 +293,31 @@ TEST_F(ThemeTest, NoTextColourEscapesTheContrastTable) {
     }
 }
 
+TEST_F(ThemeTest, SheetHasARuleForEachNameOfTheMembershipWidgets) {
+    const QString sheet = Template();
+    for (const char* name : {"CZRVipBg", "CZRVipBannerEngineDivider", "CZRVipTextNormal", "CZRVipActionButton",
+                             "CZRVipMaskBg", "CZRVipMaskText", "CZRVipTextBold"}) {
+        EXPECT_TRUE(sheet.contains(QRegularExpression(QStringLiteral("#%1 \\{").arg(QLatin1String(name))))) << name;
+    }
+}
+
+TEST_F(ThemeTest, BackgroundOfAMaskLetsThePageThrough) {
+    QWidget page;
+    page.setStyleSheet(theme::StyleSheet());
+    page.resize(100, 100);
+    QPalette red;
+    red.setColor(QPalette::Window, Qt::red);
+    page.setPalette(red);
+    QWidget mask(&page);
+    mask.setObjectName(QStringLiteral("CZRVipMaskBg"));
+    mask.setAttribute(Qt::WA_StyledBackground);
+    mask.resize(100, 100);
+
+    const QImage picture = PictureOf(page);
+
+    EXPECT_EQ(picture.pixelColor(50, 50), QColor(Qt::red));
+}
+
 TEST_F(ThemeTest, ContrastIsMeasuredAsThePublishedFormulaSays) {
     EXPECT_NEAR(Contrast(Qt::black, Qt::white), 21.0, 0.001);
     EXPECT_NEAR(Contrast(QColor(0x77, 0x77, 0x77), Qt::white), 4.48, 0.005);

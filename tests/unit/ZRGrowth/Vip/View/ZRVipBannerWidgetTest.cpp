@@ -512,6 +512,38 @@ TEST_F(VipBannerWidgetTest, BannerDoesNotFollowTheStatus) {
     EXPECT_EQ(MarkOf(*banner)->maximumWidth(), 16);
 }
 
+class VipBannerWidgetHardTextTest : public VipBannerWidgetTest, public WithParamInterface<HardText> {};
+
+TEST_P(VipBannerWidgetHardTextTest, PageIsNoWiderAndAllPartsAreWithinTheBanner) {
+    for (const int type : {1, 2}) {
+        CPremiumUIAccessData record = RecordOf(type, 5);
+        record.strMainTitle = GetParam().text;
+        record.strMainBtn = GetParam().text;
+        SetRecord(kMarketRight, record);
+        QWidget page;
+        auto* layout = new QVBoxLayout(&page);
+        auto* banner = new CZRVipBannerWidget(kMarketRight, ZRVipUIDataMain, QString(), &page);
+        layout->addWidget(banner);
+        layout->addStretch();
+        page.resize(440, 200);
+        page.show();
+        time.Settle();
+
+        EXPECT_EQ(page.width(), 440);
+        EXPECT_LE(page.minimumSizeHint().width(), 440);
+        for (const QWidget* part : banner->findChildren<QWidget*>()) {
+            EXPECT_TRUE(part->isHidden() || banner->rect().contains(part->geometry()))
+                << part->metaObject()->className();
+        }
+        EXPECT_LE(TextOf(*banner)->height(), 32);
+        EXPECT_GT(TextOf(*banner)->width(), 20);
+        EXPECT_FALSE(page.grab().isNull());
+    }
+    reports.Forget();
+}
+
+INSTANTIATE_TEST_SUITE_P(All, VipBannerWidgetHardTextTest, ValuesIn(HardTexts()), HardTextName);
+
 struct EnabledCase {
     const char* uiType;
     int type;

@@ -832,6 +832,51 @@ TEST_F(VipMaskWidgetTest, MasksDoNotFollowTheRights) {
     EXPECT_EQ(MarkOf(*exclusive)->maximumWidth(), 56);
 }
 
+class VipMaskWidgetHardTextTest : public VipMaskWidgetTest, public WithParamInterface<HardText> {
+protected:
+    void Check(QWidget* mask) {
+        QWidget page;
+        auto* layout = new QVBoxLayout(&page);
+        layout->addWidget(mask);
+        page.resize(300, 160);
+        page.show();
+        time.Settle();
+
+        EXPECT_EQ(page.width(), 300);
+        EXPECT_LE(page.minimumSizeHint().width(), 300);
+        EXPECT_LE(page.minimumSizeHint().height(), 160);
+        for (const QWidget* part : BlurOf(*mask)->findChildren<QWidget*>()) {
+            EXPECT_TRUE(BlurOf(*mask)->rect().contains(part->geometry())) << part->metaObject()->className();
+            EXPECT_GE(part->width(), 16);
+        }
+        EXPECT_FALSE(page.grab().isNull());
+        page.hide();
+        mask->setParent(&window);
+        reports.Forget();
+    }
+
+    void Prepare() {
+        CPremiumUIAccessData record = RecordOf(2);
+        record.strMainTitle = GetParam().text;
+        record.strMainBtn = GetParam().text;
+        SetRecord(kMarketRight, record);
+    }
+};
+
+TEST_P(VipMaskWidgetHardTextTest, PageIsNoWiderAndAllPartsAreWithinTheLockedMask) {
+    Prepare();
+    CZRVipLockedMaskWidget* mask = AddLocked();
+    Check(mask);
+    EXPECT_EQ(TextOf(*mask)->height(), 32);
+}
+
+TEST_P(VipMaskWidgetHardTextTest, PageIsNoWiderAndAllPartsAreWithinTheExclusiveMask) {
+    Prepare();
+    Check(AddExclusive());
+}
+
+INSTANTIATE_TEST_SUITE_P(All, VipMaskWidgetHardTextTest, ValuesIn(HardTexts()), HardTextName);
+
 struct EnabledCase {
     const char* uiType;
     int type;

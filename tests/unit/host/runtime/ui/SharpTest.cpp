@@ -3,11 +3,13 @@
 
 #include "KitTest.h"
 #include "ui/Drawings.h"
+#include "ui/ZAction.h"
 #include "ui/ZBackgroundBlurWidget.h"
 #include "ui/ZButton.h"
 #include "ui/ZIconButton.h"
 #include "ui/ZRWebImageWidget.h"
 #include "ui/ZResource.h"
+#include "ui/ZSvgWidget.h"
 
 using namespace ::testing;
 
@@ -68,6 +70,31 @@ TEST_F(SharpTest, AnIconOnAButtonTooAndItsSizeCountsInTheButtonsOwnPixels) {
 
     EXPECT_EQ(button.sizeHint().width(), 16);
     EXPECT_EQ(Look(&button).copy(0, 14, 32, 32), Drawn(ZResource::icon_vip_16_normal, "accent", 2.0));
+}
+
+TEST_F(SharpTest, IconOfAMenuEntryHasThePixelsOfTheScreen) {
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    ZAction action;
+    action.setSvgIcon(ZResource::icon_vip_16_normal, ZIconColorStyle::normal);
+
+    const QPixmap icon = action.icon().pixmap(window.windowHandle(), QSize(16, 16));
+
+    EXPECT_EQ(icon.devicePixelRatio(), 2.0);
+    EXPECT_EQ(icon.toImage().convertToFormat(QImage::Format_ARGB32),
+              host::drawings::Render(ZResource::icon_vip_16_normal, QSize(16, 16), 2.0, Color("muted"))
+                  .toImage()
+                  .convertToFormat(QImage::Format_ARGB32));
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, false);
+}
+
+TEST_F(SharpTest, DrawingOfAWidgetHasThePixelsOfTheScreen) {
+    ZSvgWidget widget(&window);
+    widget.setSvgIconName(ZResource::icon_vip_16_normal);
+    widget.setGeometry(100, 100, 16, 16);
+    widget.show();
+    time.Settle();
+
+    EXPECT_EQ(Look(&widget), Drawn(ZResource::icon_vip_16_normal, "text", 2.0));
 }
 
 TEST_F(SharpTest, APictureIsAskedForInTheScreensPixelsAndPaintedOneToOne) {

@@ -92,12 +92,12 @@ TEST_F(ServerDocumentTest, ARefusedSaveIsLoggedAndTheValuesCount) {
 
 TEST_F(ServerDocumentTest, LinkTableIsKeptApartFromTheConfiguration) {
     common.Receive(R"({"7":"https://config.example/"})");
-    CLinkTable links(store);
-    EXPECT_EQ(links.Url(7), "");
+    CLinkTable table(store);
+    EXPECT_EQ(table.Url(7), "");
 
-    links.Receive(R"({"7":"https://a.example/7"})");
+    table.Receive(R"({"7":"https://a.example/7"})");
 
-    EXPECT_EQ(links.Url(7), "https://a.example/7");
+    EXPECT_EQ(table.Url(7), "https://a.example/7");
     EXPECT_EQ(CLinkTable(store).Url(7), "https://a.example/7");
     EXPECT_EQ(CCommonConfig(store).Member("7"), Json::Value("https://config.example/"));
     EXPECT_THAT(store.Saves(), SizeIs(2));
@@ -105,22 +105,22 @@ TEST_F(ServerDocumentTest, LinkTableIsKeptApartFromTheConfiguration) {
 }
 
 TEST_F(ServerDocumentTest, LinkWhoseUrlIsNoTextIsUnknown) {
-    CLinkTable links(store);
+    CLinkTable table(store);
 
-    links.Receive(
+    table.Receive(
         R"({"1":1,"2":null,"3":["https://a.example/"],"4":{},"5":"","18446744073709551615":"https://a.example/"})");
 
     for (const unsigned long id : {0, 1, 2, 3, 4, 5, 6}) {
-        EXPECT_EQ(links.Url(id), "") << id;
+        EXPECT_EQ(table.Url(id), "") << id;
     }
-    EXPECT_EQ(links.Url(std::numeric_limits<unsigned long>::max()), "https://a.example/");
+    EXPECT_EQ(table.Url(std::numeric_limits<unsigned long>::max()), "https://a.example/");
     store.Forget();
 }
 
 TEST_F(ServerDocumentTest, RefusedLinkTableIsNamedInTheLog) {
-    CLinkTable links(store);
+    CLinkTable table(store);
 
-    links.Receive("[]");
+    table.Receive("[]");
 
     EXPECT_THAT(log.Lines(), ElementsAre(Error("The link table is refused: must be an object")));
 }
