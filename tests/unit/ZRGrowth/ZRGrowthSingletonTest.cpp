@@ -107,7 +107,7 @@ TEST_F(GrowthStartTest, ManagerStartsOnceWhenTheMainThreadUsesItBeforeThePostedS
     time.Settle();
 
     EXPECT_THAT(noting.sent, ElementsAre(20831));
-    EXPECT_EQ(CZRVipManager::Singleton()->children().size(), 1);
+    EXPECT_EQ(CZRVipManager::Singleton()->children().size(), 2);  // one model, one popup
     EXPECT_THAT(noting.threads, ElementsAre(QThread::currentThread()));
 }
 
