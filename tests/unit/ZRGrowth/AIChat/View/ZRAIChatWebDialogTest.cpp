@@ -18,6 +18,7 @@
 #include "ui/ZIconButton.h"
 #include "ui/ZLabel.h"
 #include "ui/ZText.h"
+#include "ui/ZToast.h"
 #include "webview/ZRWebDialog.h"
 #include "webview/ZRWebWidget.h"
 
@@ -198,7 +199,47 @@ TEST_F(AIChatWebDialogTest, MinimisedWindowIsRestoredWhenShownAgain) {
     EXPECT_TRUE(dialog->isActiveWindow());
 }
 
+TEST_F(AIChatWebDialogTest, VisibleWindowIsActivatedWhenShownAgain) {
+    Show();
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    time.Settle();
+    ASSERT_FALSE(dialog->isActiveWindow());
+
+    Show();
+
+    EXPECT_TRUE(dialog->isActiveWindow());
+}
+
 // The page
+
+TEST_F(AIChatWebDialogTest, LoadingIsIndicatedOnlyForTheFirstLoad) {
+    const auto* overlay = dialog->findChild<QWidget*>(QStringLiteral("WebOverlay"));
+    ASSERT_TRUE(overlay);
+    Show();
+    dialog->LoadUrl(QString::fromUtf8(kUrl));
+    time.Settle();
+    EXPECT_FALSE(overlay->isHidden());
+    web.View().Succeed();
+    time.Settle();
+    EXPECT_TRUE(overlay->isHidden());
+
+    dialog->LoadUrl(QString::fromUtf8(kUrl));
+    time.Settle();
+    EXPECT_TRUE(overlay->isHidden());
+    log.Forget();
+}
+
+TEST_F(AIChatWebDialogTest, LostConnectionIsShownInAToast) {
+    Show();
+    dialog->LoadUrl(QString::fromUtf8(kUrl));
+    time.Settle();
+    web.View().Fail();
+    EXPECT_TRUE(dialog->findChild<ZToast*>());
+    time.Settle();
+    log.Forget();
+}
 
 TEST_F(AIChatWebDialogTest, LoadEndIsLoggedTwiceWhetherItIsGoodOrNot) {
     dialog->LoadUrl(QString::fromUtf8(kUrl));
@@ -481,6 +522,19 @@ TEST_F(AIChatWebDialogTest, PageIsAskedForANewSessionWhenTheTitleBarSaysSo) {
 }
 
 // Popups
+
+TEST_F(AIChatWebDialogTest, PopupIsTakenBeforeTheRequestReturns) {
+    auto* widget = dialog->findChild<core::webview::ZRWebWidget*>();
+    bool handled = false;
+
+    Q_EMIT widget->BeforePopup(QStringLiteral("https://other.test/"), &handled, QSize());
+
+    EXPECT_TRUE(handled);
+    EXPECT_THAT(Popups(), IsEmpty());
+    time.Settle();
+    EXPECT_THAT(Popups(), SizeIs(1));
+    web.Forget();
+}
 
 TEST_F(AIChatWebDialogTest, PopupIsOpenedLaterWithItsSizeOverTheWindow) {
     Load();

@@ -16,6 +16,7 @@
 #include "ui/ZButton.h"
 #include "ui/ZIconButton.h"
 #include "ui/ZLabel.h"
+#include "ui/ZResource.h"
 #include "ui/ZText.h"
 
 using namespace ::testing;
@@ -220,6 +221,53 @@ TEST_F(AIChatTitleBarTest, TipsAreShownUntilAReportWithoutThem) {
 
     Report(3, "Slow");
     EXPECT_EQ(Status()->toolTip(), QString());
+}
+
+TEST_F(AIChatTitleBarTest, StatusLiesOnAPlateInTheColourOfTheWindowFourPixelsFromItsText) {
+    Build();
+    Report(2, "x");
+
+    EXPECT_EQ(Look().pixelColor(0, 0), Color("surface"));
+    ZLabel other(Status()->text());
+    other.setCustomMargin(4);
+    EXPECT_EQ(Status()->sizeHint(), other.sizeHint());
+}
+
+TEST_F(AIChatTitleBarTest, TitleHasTheStyleOfAWindowTitle) {
+    Build();
+    ZText other(Title()->text());
+    other.setZrStyle(ZText::kWindowTitle);
+
+    const auto look = [](ZText& text) {
+        text.resize(text.sizeHint());
+        return text.grab().toImage();
+    };
+    other.setParent(&window);
+    EXPECT_EQ(look(*Title()), look(other));
+    other.setZrStyle(ZText::kBody);
+    EXPECT_NE(look(*Title()), look(other));
+}
+
+TEST_F(AIChatTitleBarTest, PinHasItsTwoIconsWithinItsMarginsAndNoBackground) {
+    Build();
+    ZIconButton other(&window);
+    other.setIconButtonSize(ZIconButton::kSmall);
+    other.setSvgIconName(ZResource::btn_flyouts_pin_12);
+    other.setCheckedSvgIconName(ZResource::icon_pushpin_f_12);
+    other.setIconColorStyle(ZIconColorStyle::heading);
+    other.setIconMargins(2);
+    other.setHoverBackground(false);
+    other.setCheckable(true);
+    Pin()->clearFocus();
+    for (const bool checked : {false, true}) {
+        for (const bool pressed : {false, true}) {
+            for (ZIconButton* button : {Pin(), &other}) {
+                button->setChecked(checked);
+                button->setDown(pressed);
+            }
+            EXPECT_EQ(Pin()->grab().toImage(), other.grab().toImage()) << checked << pressed;
+        }
+    }
 }
 
 TEST_F(AIChatTitleBarTest, PinIsReportedWhenItIsClicked) {
