@@ -12,7 +12,7 @@ namespace devserver {
 namespace {
 
 constexpr std::chrono::milliseconds kPieceDelay{40};
-constexpr size_t kMaxQuestion = 2000;
+constexpr int kMaxQuestion = 2000;
 // A page loads nothing from elsewhere, and nothing inline runs.
 constexpr const char* kPolicy = "default-src 'self'; base-uri 'none'; frame-ancestors 'none'";
 
@@ -73,15 +73,15 @@ WebAnswer AnswerQuestion(const WebRequest& request) {
     if (!json || !json->isObject() || !(*json)["question"].isString()) {
         return CWebServer::Refusal(400, "question: must be a text");
     }
-    const std::string question = (*json)["question"].asString();
-    if (question.empty() || question.size() > kMaxQuestion * 4) {
+    const QString question = QString::fromStdString((*json)["question"].asString());
+    if (question.isEmpty() || question.size() > kMaxQuestion) {
         return CWebServer::Refusal(400, "question: must have 1 to 2000 characters");
     }
     const Json::Value& language = (*json)["language"];
     QString text;
     // A number without a name is English.
     for (const char* sentence : Sentences(LanguageOfNumber(language.isInt() ? language.asInt() : -1))) {
-        text += QString::fromUtf8(sentence).replace(QStringLiteral("{}"), QString::fromStdString(question));
+        text += QString::fromUtf8(sentence).replace(QStringLiteral("{}"), question);
     }
     WebAnswer answer;
     answer.type = "text/plain; charset=utf-8";

@@ -213,6 +213,8 @@ void CWebServer::Serve(const httplib::Request& request, httplib::Response& respo
     if (wait.count() > 0 && !Wait(wait)) {
         answer = Refusal(503, "server: it ends");
     }
+    // The library would hold pieces back to compress them. Its object is not constant.
+    const_cast<httplib::Request&>(request).headers.erase("Accept-Encoding");
     Write(answer, response);
 }
 

@@ -48,6 +48,9 @@ core::scheme::SchemeInfo CSchemeHooks::Parts(const QString& url) {
     core::scheme::SchemeInfo info;
     info.text = url;
     const QUrl parsed(url, QUrl::StrictMode);
+    if (!parsed.isValid()) {
+        return info;
+    }
     if (!parsed.host().isEmpty()) {
         info.pathWords << parsed.host(QUrl::FullyEncoded);
     }

@@ -79,7 +79,8 @@ void PaintDrawing(QPainter& painter, const QString& name, const QRectF& rect, co
 }
 
 void OfferWhole(QWidget& widget, QString& tip, bool cut, const QString& text) {
-    if (widget.toolTip() != tip) {
+    // A tooltip of somebody else stays until it is removed.
+    if (!widget.toolTip().isEmpty() && widget.toolTip() != tip) {
         return;
     }
     tip = cut ? TipText(text) : QString();

@@ -1,16 +1,15 @@
 #include <QWidget>
 
 #include "ui/IZToolTipManager.h"
+#include "ui/KitPaint.h"
 
 namespace {
 
 class CToolTipManager : public IZToolTipManager {
 public:
-    // Qt reads a text that begins like markup as rich text, unless it is escaped inside of some.
     void RegisterToolTips(QWidget* widget, const ToolTipInfo& info) override {
         if (widget) {
-            widget->setToolTip(info.text.isEmpty() ? QString()
-                                                   : QStringLiteral("<qt>%1</qt>").arg(info.text.toHtmlEscaped()));
+            widget->setToolTip(host::kit::TipText(info.text));
         }
     }
 

@@ -69,6 +69,8 @@ void ZFrameLessWnd::setContentWidget(QWidget* content) {
     delete d->content;
     d->content = content;
     if (content) {
+        // Otherwise it inherits the cursor of an edge over which the pointer came.
+        content->setCursor(Qt::ArrowCursor);
         d->layout->addWidget(content, 1);
     }
 }
@@ -80,6 +82,7 @@ void ZFrameLessWnd::setTitleBar(ZTitleBarBase* titleBar) {
     delete d->titleBar;
     d->titleBar = titleBar;
     if (titleBar) {
+        titleBar->setCursor(Qt::ArrowCursor);
         d->layout->insertWidget(0, titleBar);
         titleBar->initUi();
     }

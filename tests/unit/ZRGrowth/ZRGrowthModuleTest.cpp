@@ -11,6 +11,8 @@
 #include "Premium/Model/ZRPremiumAccessModel.h"
 #include "Premium/ZRPremiumManager.h"
 #include "Vip/Controller/ZRVipManager.h"
+#include "Vip/View/ZRVipMenuEntryAction.h"
+#include "Vip/View/ZRVipTitleBarEntryWidget.h"
 #include "ZRGrowthModuleUtil.h"
 #include "plugin/IZRPluginCenter.h"
 #include "plugin/IZRPluginInterfaceFactory.h"
@@ -33,6 +35,10 @@ std::vector<std::string>& Registrations() {
 QWidget* SomeWidget() {
     static int nothing = 0;
     return reinterpret_cast<QWidget*>(&nothing);
+}
+
+IGrowthVipBaseWidget* SomeVipWidget() {
+    return reinterpret_cast<IGrowthVipBaseWidget*>(SomeWidget());
 }
 
 class GrowthModuleTest : public Test {
@@ -146,6 +152,56 @@ TEST_F(GrowthServiceTest, TheVipStatusComesFromTheVipManager) {
     EXPECT_EQ(service.GetNewVipState(), 21);
 
     EXPECT_THAT(Calls(), ElementsAre("Vip made", "Vip.HasVipQualification", "Vip.IsNewVipSystem"));
+}
+
+TEST_F(GrowthServiceTest, VipWidgetsComeFromTheVipManagerWithTheirArguments) {
+    const auto access = EnPremiumAccess_IFIS;
+    const auto data = ZRVipUIDataDetail;
+    const QString page = QStringLiteral("page");
+    QWidget* parent = SomeWidget();
+
+    EXPECT_TRUE(service.IsVipIconEnabled(access));
+    EXPECT_EQ(service.GetVipIcon(access, parent), SomeVipWidget());
+    EXPECT_EQ(service.GetVipIconImageName(), QStringLiteral("icon"));
+    EXPECT_EQ(service.GetVipIconImageSize(), QSize(1, 2));
+    EXPECT_TRUE(service.IsVipTagEnabled(access));
+    EXPECT_EQ(service.GetVipTag(access, ZRVipTagName, page, parent), SomeVipWidget());
+    EXPECT_EQ(service.GetVipTagImageName(ZRVipTagName), QStringLiteral("tag 1"));
+    EXPECT_EQ(service.GetVipTagImageSize(ZRVipTagName), QSize(3, 1));
+    EXPECT_TRUE(service.IsVipBannerEnabled(access, data));
+    EXPECT_EQ(service.GetVipBanner(access, data, page, parent), SomeVipWidget());
+    EXPECT_TRUE(service.IsVipMaskEnabled(ZRVipMaskExclusive, access, data));
+    EXPECT_EQ(service.GetVipMask(ZRVipMaskExclusive, access, data, page, parent, {}, 1.5, 2.5, true), SomeVipWidget());
+    service.HandleVipWidgetClicked(access, data, nullptr);
+    service.OpenVipWebPage(page);
+
+    const std::vector<std::string> expected = {"Vip made",
+                                               "Vip.IconEnabled 106",
+                                               "Vip.Icon 106 true",
+                                               "Vip.TagEnabled 106",
+                                               "Vip.Tag 106 1 page true",
+                                               "Vip.BannerEnabled 106 2",
+                                               "Vip.Banner 106 2 page true",
+                                               "Vip.MaskEnabled 2 106 2",
+                                               "Vip.Mask 2 106 2 page true 1.5 2.5 true",
+                                               "Vip.Clicked 106 2",
+                                               "Vip.Page page"};
+    EXPECT_EQ(Calls(), expected);
+}
+
+TEST_F(GrowthServiceTest, AIChatGoesToItsManagerAndIsNeverAPreloadWhenItComesFromOutside) {
+    const QString name = QStringLiteral("name");
+    service.OpenAIChatPage(ZRAIChatPageNews, {{QStringLiteral("a"), QStringLiteral("b")}}, true, false);
+    service.OpenAIChatPage(ZRAIChatPageQuotes, {}, false, true);
+    EXPECT_TRUE(service.InvokeAIChatWebJSAPI(name, Json::Value(1)));
+    EXPECT_TRUE(service.RegisterAIChatNativeJSAPI(
+        name, [](const Json::Value&, int) { return std::make_shared<Json::Value>(2); }));
+    service.RespondToNativeJSAPI(name, Json::Value(3));
+    service.UnregisterAIChatNativeJSAPI(name);
+
+    EXPECT_THAT(Calls(), ElementsAre("AIChat made", "AIChat.Open 4 a=b true false false ''",
+                                     "AIChat.Open 12  false true false ''", "AIChat.Invoke name 1",
+                                     "AIChat.Register name 2", "AIChat.Respond name 3", "AIChat.Unregister name"));
 }
 
 TEST_F(GrowthServiceTest, TheServiceHoldsNoState) {
@@ -295,6 +351,74 @@ int CZRVipManager::GetNewVipState() const {
     return 21;
 }
 
+bool CZRVipManager::IsVipIconEnabled(EnPremiumAccess access) {
+    Calls().push_back(fmt::format("Vip.IconEnabled {}", int(access)));
+    return true;
+}
+IGrowthVipBaseWidget* CZRVipManager::GetVipIcon(EnPremiumAccess access, QWidget* parent) {
+    Calls().push_back(fmt::format("Vip.Icon {} {}", int(access), parent == SomeWidget()));
+    return SomeVipWidget();
+}
+QString CZRVipManager::GetVipIconImageName() {
+    return QStringLiteral("icon");
+}
+QSize CZRVipManager::GetVipIconImageSize() {
+    return {1, 2};
+}
+bool CZRVipManager::IsVipTagEnabled(EnPremiumAccess access) {
+    Calls().push_back(fmt::format("Vip.TagEnabled {}", int(access)));
+    return true;
+}
+IGrowthVipBaseWidget* CZRVipManager::GetVipTag(EnPremiumAccess access, ZRVipTagType type, const QString& page,
+                                               QWidget* parent) {
+    Calls().push_back(
+        fmt::format("Vip.Tag {} {} {} {}", int(access), int(type), page.toStdString(), parent == SomeWidget()));
+    return SomeVipWidget();
+}
+QString CZRVipManager::GetVipTagImageName(ZRVipTagType type) {
+    return QStringLiteral("tag %1").arg(int(type));
+}
+QSize CZRVipManager::GetVipTagImageSize(ZRVipTagType type) {
+    return {3, int(type)};
+}
+bool CZRVipManager::IsVipBannerEnabled(EnPremiumAccess access, ZRVipUIDataType data) {
+    Calls().push_back(fmt::format("Vip.BannerEnabled {} {}", int(access), int(data)));
+    return true;
+}
+IGrowthVipBaseWidget* CZRVipManager::GetVipBanner(EnPremiumAccess access, ZRVipUIDataType data, const QString& page,
+                                                  QWidget* parent) {
+    Calls().push_back(
+        fmt::format("Vip.Banner {} {} {} {}", int(access), int(data), page.toStdString(), parent == SomeWidget()));
+    return SomeVipWidget();
+}
+bool CZRVipManager::IsVipMaskEnabled(ZRVipMaskType mask, EnPremiumAccess access, ZRVipUIDataType data) {
+    Calls().push_back(fmt::format("Vip.MaskEnabled {} {} {}", int(mask), int(access), int(data)));
+    return true;
+}
+IGrowthVipBaseWidget* CZRVipManager::GetVipMask(ZRVipMaskType mask, EnPremiumAccess access, ZRVipUIDataType data,
+                                                const QString& page, QWidget* parent,
+                                                const zrstdui::image_blur::WidgetPainterBufferSource&, double theme3,
+                                                double other, bool popup) {
+    Calls().push_back(fmt::format("Vip.Mask {} {} {} {} {} {} {} {}", int(mask), int(access), int(data),
+                                  page.toStdString(), parent == SomeWidget(), theme3, other, popup));
+    return SomeVipWidget();
+}
+void CZRVipManager::HandleVipWidgetClicked(EnPremiumAccess access, ZRVipUIDataType data, QPointer<QWidget>) {
+    Calls().push_back(fmt::format("Vip.Clicked {} {}", int(access), int(data)));
+}
+void CZRVipManager::OpenVipWebPage(const QString& url) {
+    Calls().push_back("Vip.Page " + url.toStdString());
+}
+
+CZRVipMenuEntryAction::CZRVipMenuEntryAction(ZMenu*) {}
+CZRVipMenuEntryAction::~CZRVipMenuEntryAction() = default;
+bool CZRVipMenuEntryAction::paint(QPainter*, const QStyleOptionMenuItem&, const ZMenu*) const {
+    return false;
+}
+void CZRVipMenuEntryAction::OnEntryClicked() {}
+CZRVipTitleBarEntryWidget::CZRVipTitleBarEntryWidget(QWidget* parent, const CSafeFunction<void()>&) : QWidget(parent) {}
+CZRVipTitleBarEntryWidget::~CZRVipTitleBarEntryWidget() = default;
+
 CZRAIChatManager::CZRAIChatManager() {
     Calls().emplace_back("AIChat made");
 }
@@ -318,3 +442,34 @@ bool CZRAIChatManager::IsAIChatEnable(ZRAIChatEntryScene) {
     return false;
 }
 void CZRAIChatManager::SetAIChatDevelopEnableType(unsigned int) {}
+void CZRAIChatManager::OpenAIChatPage(ZRAIChatPageScene scene, const QMap<QString, QString>& params, bool change,
+                                      bool show, bool preload, const QString& url) {
+    std::string pairs;
+    for (auto pair = params.begin(); pair != params.end(); ++pair) {
+        pairs += pair.key().toStdString() + '=' + pair.value().toStdString();
+    }
+    Calls().push_back(
+        fmt::format("AIChat.Open {} {} {} {} {} '{}'", int(scene), pairs, change, show, preload, url.toStdString()));
+}
+bool CZRAIChatManager::InvokeWebJSAPI(const QString& name, const Json::Value& params) {
+    Calls().push_back(fmt::format("AIChat.Invoke {} {}", name.toStdString(), params.asString()));
+    return true;
+}
+void CZRAIChatManager::RespondToNativeJSAPI(const QString& name, const Json::Value& value) {
+    Calls().push_back(fmt::format("AIChat.Respond {} {}", name.toStdString(), value.asString()));
+}
+bool CZRAIChatManager::RegisterNativeJSAPI(const QString& name, JSAPIHandler handler) {
+    Calls().push_back(fmt::format("AIChat.Register {} {}", name.toStdString(), handler(Json::Value(), 0)->asString()));
+    return true;
+}
+void CZRAIChatManager::UnregisterNativeJSAPI(const QString& name) {
+    Calls().push_back("AIChat.Unregister " + name.toStdString());
+}
+void CZRAIChatManager::OnLanguageChanged(uint32_t, qulonglong, std::shared_ptr<core::CMessageBody>) {}
+void CZRAIChatManager::OnThemeChanged(uint32_t, qulonglong, std::shared_ptr<core::CMessageBody>) {}
+void CZRAIChatManager::OnCommonConfigChanged(uint32_t, qulonglong, std::shared_ptr<core::CMessageBody>) {}
+bool CZRAIChatManager::OnHandleScheme(QObject*, const core::scheme::SchemeInfo&, QVariant) {
+    return false;
+}
+void CZRAIChatManager::OnWebDialogHiddenButNotClosed() {}
+void CZRAIChatManager::OnLoadEnd() {}

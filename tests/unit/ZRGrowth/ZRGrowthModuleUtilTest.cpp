@@ -93,7 +93,8 @@ TEST_F(GrowthModuleUtilTest, AIChatOperationsGoToTheManagerWhichComesIntoBeing) 
     CZRGrowthModuleUtil service;
 
     EXPECT_FALSE(service.IsAIChatEnable(ZRAIChatEntryScene(3)));
-    EXPECT_THAT(log.Lines(), ElementsAre(Info("[AIChat] Read cache failed"),
+    EXPECT_THAT(log.Lines(), ElementsAre(Info(HasSubstr("chat url from")), Info(HasSubstr("preload url from")),
+                                         Info("[AIChat] Read cache failed"),
                                          Info("[AIChat] Is AI chat enable, entryScene = 3, enable = false")));
 
     service.SetAIChatDevelopEnableType(1);

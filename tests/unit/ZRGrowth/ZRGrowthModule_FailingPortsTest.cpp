@@ -287,6 +287,8 @@ TEST_P(FailingPortsTest, LeavesWhatTheServerSaidAndSavesWhatItCan) {
     LogOut(kSecond);
     module.OnUnInit();
 
+    const std::string preloaded = "https://chat.zrgrowth.example/preload?needChangeSessionId=1&scene=1";
+    EXPECT_THAT(web.Loads(), ElementsAre(preloaded, preloaded));
     EXPECT_EQ(channel.OutstandingCount(), 0);
     EXPECT_THAT(log.Assertions(), IsEmpty());
     EXPECT_EQ(LinesWith("Read cache failed"), model.refusedReads);

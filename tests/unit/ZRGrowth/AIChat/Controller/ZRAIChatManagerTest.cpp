@@ -20,7 +20,7 @@ TEST_F(AIChatManagerTest, RequestIsAnEmptyMessageUnderCommand20982OwnedByTheMana
 }
 
 TEST_F(AIChatManagerTest, AFailedRequestIsNotTriedAgain) {
-    manager.OnLogin();
+    manager.RequestAIChatEnableStatus();
     channel.Fail(channel.LastSession(), kCSProtoTimedOut);
 
     time.Advance(std::chrono::hours(25));

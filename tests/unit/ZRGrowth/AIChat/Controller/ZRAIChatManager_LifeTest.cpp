@@ -89,12 +89,18 @@ TEST_F(AIChatManagerTest, TheResetByAReadIsNotTold) {
 
 // The lifecycle
 
+const Matcher<LogLine> kPageLine = Info("[AIChat] Get AI chat url from local, url = https://chat.zrgrowth.example/");
+const Matcher<LogLine> kPreloadLine =
+    Info("[AIChat] Get AI chat preload url from local, url = https://chat.zrgrowth.example/preload");
+const Matcher<LogLine> kLoginLine = Info("[AIChat] OnLogin, preload AI chat web page");
+const Matcher<LogLine> kReadLine = Info("[AIChat] Read cache failed");
+
 TEST_F(AIChatManagerTest, InitReadsTheCacheAndAsksNobody) {
     account.Set(0);
 
     manager.Init();
 
-    EXPECT_THAT(log.Lines(), ElementsAre(Info("[AIChat] Read cache failed")));
+    EXPECT_THAT(log.Lines(), ElementsAre(kPageLine, kPreloadLine, kReadLine));
     EXPECT_THAT(channel.Sent(), IsEmpty());
     EXPECT_THAT(bus.Sent(), IsEmpty());
 }
@@ -105,7 +111,7 @@ TEST_F(AIChatManagerTest, LoginReadsTheCacheOfTheUserWhoIsLoggedInAndTellsNobody
 
     manager.OnLogin();
 
-    EXPECT_THAT(log.Lines(), ElementsAre(Info(StartsWith("[AIChat] Parse cache failed, error = "))));
+    EXPECT_THAT(log.Lines(), ElementsAre(kLoginLine, Info(StartsWith("[AIChat] Parse cache failed, error = "))));
     EXPECT_THAT(bus.Sent(), IsEmpty());
     channel.Forget();
 }
@@ -138,8 +144,8 @@ TEST_F(AIChatManagerTest, LoginReadsBeforeItAsks) {
 
     manager.OnLogin();
 
-    EXPECT_THAT(log.Lines(), ElementsAre(Info("[AIChat] Read cache failed")));
-    EXPECT_EQ(noting.linesAtSend, 1u);
+    EXPECT_THAT(log.Lines(), ElementsAre(kLoginLine, kReadLine));
+    EXPECT_EQ(noting.linesAtSend, 2u);
 }
 
 TEST_F(AIChatManagerTest, UnInitEndsTheManagersSubscriptions) {
@@ -219,13 +225,13 @@ TEST_F(AIChatManagerTest, TheFirstUseMakesAndStartsTheOneManager) {
     CZRAIChatManager* first = CZRAIChatManager::Singleton();
 
     EXPECT_EQ(CZRAIChatManager::Singleton(), first);
-    EXPECT_THAT(log.Lines(), ElementsAre(Info("[AIChat] Read cache failed")));
+    EXPECT_THAT(log.Lines(), ElementsAre(kPageLine, kPreloadLine, kReadLine));
 }
 
 TEST_F(AIChatManagerTest, ALoginThatIsTheFirstUseReadsTheCacheTwice) {
     CZRAIChatManager::Singleton()->OnLogin();
 
-    EXPECT_THAT(log.Lines(), ElementsAre(Info("[AIChat] Read cache failed"), Info("[AIChat] Read cache failed")));
+    EXPECT_THAT(log.Lines(), ElementsAre(kPageLine, kPreloadLine, kReadLine, kLoginLine, kReadLine));
     channel.Forget();
 }
 
@@ -234,7 +240,7 @@ TEST_F(AIChatManagerTest, TheModulesEndIsAFirstUseToo) {
 
     module.OnUnInit();
 
-    EXPECT_THAT(log.Lines(), ElementsAre(Info("[AIChat] Read cache failed")));
+    EXPECT_THAT(log.Lines(), ElementsAre(kPageLine, kPreloadLine, kReadLine));
 }
 
 }  // namespace
