@@ -79,6 +79,18 @@ public:
     void OpenVipWebPage(const QString& url) override { openedPages.push_back(url); }
 
     bool IsAIChatEnable(ZRAIChatEntryScene scene) override;
+    void OpenAIChatPage(ZRAIChatPageScene pageScene, const QMap<QString, QString>& /*params*/,
+                        bool /*needChangeSessionId*/, bool /*showPage*/) override {
+        openedChats.push_back(int(pageScene));
+    }
+    bool InvokeAIChatWebJSAPI(const QString& /*name*/, const Json::Value& /*params*/) override { return false; }
+    bool RegisterAIChatNativeJSAPI(
+        const QString& /*name*/,
+        std::function<std::shared_ptr<Json::Value>(const Json::Value&, int)> /*handler*/) override {
+        return false;
+    }
+    void RespondToNativeJSAPI(const QString& /*name*/, const Json::Value& /*value*/) override {}
+    void UnregisterAIChatNativeJSAPI(const QString& /*name*/) override {}
     void SetAIChatDevelopEnableType(unsigned int type) override;
 
     std::set<int> open;
@@ -114,8 +126,9 @@ public:
     std::vector<VipCreated> vipCreated;
     CSafeFunction<void()> titleChanged;
     std::vector<QString> openedPages;
-    int menuEntries = 0;   // created so far
-    int titleEntries = 0;  // created so far
+    std::vector<int> openedChats;  // page scenes
+    int menuEntries = 0;           // created so far
+    int titleEntries = 0;          // created so far
     int vipClicks = 0;
 
 private:
