@@ -184,7 +184,7 @@ bool CZRGrowthModuleUtil::InvokeAIChatWebJSAPI(const QString& name, const Json::
 
 bool CZRGrowthModuleUtil::RegisterAIChatNativeJSAPI(
     const QString& name, std::function<std::shared_ptr<Json::Value>(const Json::Value&, int)> handler) {
-    return CZRAIChatManager::Singleton()->RegisterNativeJSAPI(name, std::move(handler));
+    return CZRAIChatManager::Singleton()->RegisterNativeJSAPI(name, handler);
 }
 
 void CZRGrowthModuleUtil::RespondToNativeJSAPI(const QString& name, const Json::Value& value) {

@@ -57,7 +57,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     }
     EXPECT_EQ(sent == 1, !target.empty());
     EXPECT_FALSE(failed && sent == 1);
-    // The two parsers differ in what they accept. What both accept has one target.
+    // The two parsers differ in what they accept. A text that both accept has one target.
     if (const auto strict = TargetOf(record.strOtherInfo); strict && !failed) {
         EXPECT_EQ(sent == 1, !strict->isEmpty());
     }

@@ -30,11 +30,20 @@ protected:
 
     void Answer(const std::string& json) { server->Put("/v1/users/" + std::to_string(kReady) + "/activation", json); }
 
+    /// Returns a visible widget of the class. A widget of a former user may still wait for its deletion.
+    QWidget* Seen(const char* name) const {
+        const auto widgets = window->findChildren<QWidget*>();
+        const auto found = std::find_if(widgets.begin(), widgets.end(), [name](const QWidget* widget) {
+            return widget->inherits(name) && widget->isVisible();
+        });
+        return found == widgets.end() ? nullptr : *found;
+    }
+
     // The bottom popup may lie over the mask.
     void CloseCard() {
-        if (IsCardSeen()) {
-            Click(Child<QWidget>("CZRAdBottomPopupViewCloseButton"));
-            ASSERT_TRUE(WaitInRealTime([this] { return !IsCardSeen(); }));
+        if (auto* card = Seen("CZRAdBottomPopupView")) {
+            Click(card->findChild<QWidget*>(QStringLiteral("CZRAdBottomPopupViewCloseButton")));
+            ASSERT_TRUE(WaitInRealTime([this] { return !Seen("CZRAdBottomPopupView"); }));
         }
     }
 
@@ -169,11 +178,7 @@ TEST_F(VipActivationTest, ClickOnATagReportsAndIconsAndEntriesReportNothing) {
     Choose("account");
     QWidget* tag = nullptr;
     ASSERT_TRUE(WaitInRealTime([&] {
-        const auto widgets = window->findChildren<QWidget*>();
-        const auto found = std::find_if(widgets.begin(), widgets.end(), [](const QWidget* widget) {
-            return widget->inherits("CZRVipTagWidget") && widget->isVisible();
-        });
-        tag = found == widgets.end() ? nullptr : *found;
+        tag = Seen("CZRVipTagWidget");
         return tag != nullptr;
     }));
 

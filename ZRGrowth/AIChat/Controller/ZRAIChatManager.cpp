@@ -324,7 +324,7 @@ void CZRAIChatManager::OnWebDialogHiddenButNotClosed() {
     core::__CMessageDispatch(GROWTH_HERE).Send(kMsgAIChatHiddenButNotClosed, nullptr, true);
 }
 
-// Not close(), which the window refuses. What is known of the last load stays.
+// Not close(), which the window refuses. The state of the last load stays.
 void CZRAIChatManager::CloseAIChatPage() {
     if (!m_pWebDialog) {
         return;
@@ -389,7 +389,7 @@ void CZRAIChatManager::RespondToNativeJSAPI(const QString& name, const Json::Val
     }
 }
 
-bool CZRAIChatManager::RegisterNativeJSAPI(const QString& name, JSAPIHandler handler) {
+bool CZRAIChatManager::RegisterNativeJSAPI(const QString& name, const JSAPIHandler& handler) {
     if (name.isEmpty() || !handler) {
         LogInfo("Register AI chat JSAPI failed, handlerName = {}", name.toStdString());
         return false;
@@ -404,7 +404,7 @@ bool CZRAIChatManager::RegisterNativeJSAPI(const QString& name, JSAPIHandler han
         LogInfo("Register AI chat JSAPI duplicated, handlerName = {}", name.toStdString());
         return false;
     }
-    m_mapExtendJSAPI.insert(name, std::move(handler));
+    m_mapExtendJSAPI.insert(name, handler);
     LogInfo("Register AI chat extend JSAPI success, handlerName = {}", name.toStdString());
     return true;
 }

@@ -62,7 +62,7 @@ public:
     void RespondToNativeJSAPI(const QString& name, const Json::Value& value);
 
     /// Offers a handler to the page, from the next window on. Returns false for an empty, reserved or known name.
-    bool RegisterNativeJSAPI(const QString& name, JSAPIHandler handler);
+    bool RegisterNativeJSAPI(const QString& name, const JSAPIHandler& handler);
     /// Removes a handler, for the next window.
     void UnregisterNativeJSAPI(const QString& name);
 
@@ -106,7 +106,7 @@ private:
     unsigned int m_nDevelopEnableType = 0;
 
     QPointer<CZRAIChatWebDialog> m_pWebDialog;
-    // Of the last load.
+    // The last load.
     ZRAIChatPageScene m_enPageScene = ZRAIChatPageWatchlist;
     QString m_strCustomParameters;
     uint64_t m_nLastLoadUserId = 0;

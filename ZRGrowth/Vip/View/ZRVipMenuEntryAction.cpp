@@ -109,9 +109,9 @@ bool CZRVipMenuEntryAction::paint(QPainter* painter, const QStyleOptionMenuItem&
     ZCustomColorSvg icon;
     icon.setFile(ZResource::icon_engine_16);
     icon.setColor(mainColor);
-    icon.renderer()->render(
-        ZWidgetState::normal, painter,
-        QRectF(banner.left() + kIconLeft, banner.top() + (kBannerHeight - kIconSize) / 2, kIconSize, kIconSize));
+    const int iconTop = banner.top() + (kBannerHeight - kIconSize) / 2;
+    icon.renderer()->render(ZWidgetState::normal, painter,
+                            QRectF(banner.left() + kIconLeft, iconTop, kIconSize, kIconSize));
 
     const QRect pill = PaintPill(painter, banner);
     const QFont font = WithTokenAndWeight(painter->font(), kTextFontToken, kTextWeight);

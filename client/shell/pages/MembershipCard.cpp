@@ -3,6 +3,7 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QVariant>
 
 #include "ElidedLabel.h"
 #include "GrowthService.h"

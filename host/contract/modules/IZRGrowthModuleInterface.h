@@ -149,7 +149,7 @@ public:
     virtual bool InvokeAIChatWebJSAPI(const QString& name, const Json::Value& params) = 0;
 
     /// Offers a handler to the page, from the next window on. The handler gets the object that the page passes and the
-    /// number of the call, and returns the answer, or null for an answer that comes later by RespondToNativeJSAPI.
+    /// number of the call. It returns the answer, or null for an answer that comes later by RespondToNativeJSAPI.
     /// Returns whether it was registered.
     /// Failure: false for an empty name or handler, a name of the window's own handlers, and a known name.
     virtual bool RegisterAIChatNativeJSAPI(

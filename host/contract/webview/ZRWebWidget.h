@@ -80,7 +80,7 @@ public:
     void SetLoadingStatusVisible(bool visible);
     /// Sets whether the first load that is under way while the widget is visible shows it. The default is false.
     void ShowLoadingOnFirstLoadUrl(bool show);
-    /// Sets whether a toast tells of a lost connection while the widget is visible. The default is false.
+    /// Sets whether a toast reports a lost connection while the widget is visible. The default is false.
     void SetNetworkDisconnectedToastVisible(bool visible);
 
 Q_SIGNALS:

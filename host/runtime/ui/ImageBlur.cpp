@@ -166,6 +166,8 @@ bool CImageBlur::Take(const QImage& part, const QPoint& at) {
             &m_taken[size_t((at.y() + top) / m_nCell) * size_t(m_reducedSize.width()) + size_t(at.x() / m_nCell)];
         for (int left = 0; left < part.width(); left += m_nCell, from += m_nCell * 4, ++to) {
             const Pixel pixel = AverageOf(from, bytesPerLine, m_nCell, std::min(m_nCell, part.width() - left), rows);
+            // Equal pixels give equal bits.
+            // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison)
             differs = differs || std::memcmp(&pixel, to, sizeof pixel) != 0;
             *to = pixel;
         }
@@ -210,7 +212,8 @@ void CImageBlur::Write(QImage& result, QImage::Format format, const QColor& tint
     }
     // A number of a cell has 16 bits less those that the steps between two cells add.
     const int steps = m_nCell == 1 ? 1 : 2 * m_nCell;
-    const auto unit = float(0x100 / steps);
+    const int unitOfStep = 0x100 / steps;
+    const auto unit = float(unitOfStep);
     Pixel add{};
     float rest = unit;
     if (tint.isValid()) {
@@ -249,8 +252,8 @@ void CImageBlur::Enlarge(QImage& result) {
     constexpr int kSteps = 2 * kCell;
     const int width = m_reducedSize.width();
     const int pairs = (width + 1) / 2;
-    m_row.resize(size_t(pairs * 2 + 2));
-    m_line.resize(size_t((width + 1) * kCell + 4));
+    m_row.resize(size_t(pairs) * 2 + 2);
+    m_line.resize((size_t(width) + 1) * kCell + 4);
     quint64* row = m_row.data() + 1;
     uchar* to = result.bits();
     for (int y = 0; y < m_size.height(); ++y, to += result.bytesPerLine()) {

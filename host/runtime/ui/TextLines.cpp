@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <QTextBlock>
 #include <QTextDocument>
+#include <QtMath>
 
 namespace host::kit {
 namespace {

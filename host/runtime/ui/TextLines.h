@@ -6,7 +6,7 @@ class QPainter;
 
 namespace host::kit {
 
-/// A text in lines of one height. Of rich text it keeps weight, slant, lines at letters, and colour. Main thread.
+/// A text in lines of one height. Rich text keeps weight, slant, lines at letters, and colour. Main thread.
 class CTextLines {
 public:
     struct Shape {

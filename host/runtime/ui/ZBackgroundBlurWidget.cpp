@@ -28,7 +28,7 @@ constexpr qint64 kBandPixels = 500'000;
 constexpr int kQuarters = 4;
 
 // While a source is painted, no blur widget paints itself, also no other that is inside the source: two of them
-// would show each other without end. What the source paints then is no news.
+// would show each other without end. The source's paint events are no news then.
 int g_nGrabs = 0;
 
 struct SGrab {

@@ -76,7 +76,7 @@ public:
     /// Returns null if pages cannot be displayed here.
     virtual IWebView* NewView(IWebViewOwner& owner, QWidget* parent) = 0;
 
-    /// Views made afterwards share no cookies and no storage with older ones. What pages stored is deleted with the
-    /// last older view.
+    /// Views made afterwards share no cookies and no storage with older ones. The data that pages stored is
+    /// deleted with the last older view.
     virtual void ForgetData() = 0;
 };

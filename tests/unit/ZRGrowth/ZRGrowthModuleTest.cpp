@@ -458,7 +458,7 @@ bool CZRAIChatManager::InvokeWebJSAPI(const QString& name, const Json::Value& pa
 void CZRAIChatManager::RespondToNativeJSAPI(const QString& name, const Json::Value& value) {
     Calls().push_back(fmt::format("AIChat.Respond {} {}", name.toStdString(), value.asString()));
 }
-bool CZRAIChatManager::RegisterNativeJSAPI(const QString& name, JSAPIHandler handler) {
+bool CZRAIChatManager::RegisterNativeJSAPI(const QString& name, const JSAPIHandler& handler) {
     Calls().push_back(fmt::format("AIChat.Register {} {}", name.toStdString(), handler(Json::Value(), 0)->asString()));
     return true;
 }

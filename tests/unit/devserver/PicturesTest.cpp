@@ -101,7 +101,7 @@ TEST(PicturesTest, ActivationDiffersForEachMarketAndLanguage) {
     }
 }
 
-// The shown parts are where the words stand, and nowhere else.
+// The shown parts are where the words are, and nowhere else.
 TEST(PicturesTest, MarketAndLanguageAreBothDrawn) {
     CPictures pictures;
     const QImage plain = Decoded(*pictures.Find("activation.png"), "PNG");

@@ -65,6 +65,9 @@ constexpr const char* kByModule[] = {
     "ct_bg_hover",
     "style_skin_premium/foreground",
     "style_skin_premium/popwnd_foreground",
+    "ck_red400",
+    "ck_orange500",
+    "ck_grayblue500",
 };
 
 double Linear(double channel) {

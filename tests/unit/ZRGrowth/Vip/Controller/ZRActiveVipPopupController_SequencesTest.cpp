@@ -1,5 +1,5 @@
 // The activation popup under all sequences of up to five events. After each event windows, popup, toasts, opened pages
-// and error lines are as the rules say.
+// and error lines follow the rules.
 #include <algorithm>
 #include <deque>
 #include <optional>

@@ -234,19 +234,6 @@ TEST_F(VipBaseWidgetTest, HideReportsAgainWhenNoShowCameBetween) {
     EXPECT_THAT(reports.Started(), SizeIs(1));
 }
 
-TEST_F(VipBaseWidgetTest, ExposureEndsWhenTheWindowIsMinimised) {
-    SetRecord(kMarketRight, RecordOf(2));
-    CProbe* widget = Add(kMarketRight);
-    Show();
-
-    QHideEvent hide;
-    QSpontaneKeyEvent::setSpontaneous(&hide);
-    qApp->notify(widget, &hide);  // to send the event would reset the flag
-    ASSERT_TRUE(hide.spontaneous());
-
-    EXPECT_THAT(reports.Names(), Contains("ViewPremiumMarketEntrance"));
-}
-
 TEST_F(VipBaseWidgetTest, ExposureContinuesWhenTheTypeIsUnknownAtTheHide) {
     SetRecord(kMarketRight, RecordOf(0));
     CProbe* widget = Add(kMarketRight);
