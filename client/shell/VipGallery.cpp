@@ -204,7 +204,8 @@ QGridLayout* CVipGallery::NewSwitches() {
         m_pDays->addItem(QString::number(days), days);
     }
     m_pLetter = NewSwitch("GalleryLetter", grid, QT_TR_NOOP("Layout letter"));
-    for (const QChar letter : QString::fromLatin1(kLetters)) {
+    const QString letters = QString::fromLatin1(kLetters);
+    for (const QChar letter : letters) {
         m_pLetter->addItem(letter, QString(letter));
     }
     grid->setColumnStretch(grid->columnCount(), 1);

@@ -56,7 +56,8 @@ core::scheme::SchemeInfo CSchemeHooks::Parts(const QString& url) {
     }
     info.pathWords << parsed.path(QUrl::FullyEncoded).split(QLatin1Char('/'), Qt::SkipEmptyParts);
     const QUrlQuery query(parsed);
-    for (const auto& [key, value] : query.queryItems(QUrl::FullyEncoded)) {
+    const auto pairs = query.queryItems(QUrl::FullyEncoded);
+    for (const auto& [key, value] : pairs) {
         info.keys[key] = value;
     }
     return info;

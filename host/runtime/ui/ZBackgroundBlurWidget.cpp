@@ -537,7 +537,8 @@ bool ZBackgroundBlurWidget::eventFilter(QObject* watched, QEvent* event) {
             d->PostLook();
             break;
         case QEvent::ChildAdded: {
-            auto* child = qobject_cast<QWidget*>(static_cast<QChildEvent*>(event)->child());
+            QObject* added = static_cast<QChildEvent*>(event)->child();
+            auto* child = added->isWidgetType() ? static_cast<QWidget*>(added) : nullptr;
             const QWidget* source = d->Source();
             if (child && child != parentWidget() && !child->isWindow() && source && source->isAncestorOf(child)) {
                 d->Watch(child);
