@@ -5,6 +5,11 @@
 #include "FuzzTarget.h"
 #include "support/VirtualEventDispatcher.h"
 
+// The toolkit's fonts are never freed.
+extern "C" __attribute__((visibility("default"))) const char* __lsan_default_suppressions() {
+    return "leak:libfontconfig\nleak:libqoffscreen\n";
+}
+
 int LLVMFuzzerInitialize(int* argc, char*** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QCoreApplication::setEventDispatcher(new CVirtualEventDispatcher);  // the application takes ownership

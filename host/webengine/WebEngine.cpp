@@ -26,10 +26,11 @@ private:
         auto profile = std::make_shared<QWebEngineProfile>();
         profile->setHttpCacheType(QWebEngineProfile::MemoryHttpCache);
         profile->setPersistentCookiesPolicy(QWebEngineProfile::NoPersistentCookies);
-        QObject::connect(profile.get(), &QWebEngineProfile::downloadRequested, [](QWebEngineDownloadItem* item) {
-            kLog.Info(FMT_STRING("Refused a download"));
-            item->cancel();
-        });
+        QObject::connect(profile.get(), &QWebEngineProfile::downloadRequested, profile.get(),
+                         [](QWebEngineDownloadItem* item) {
+                             kLog.Info(FMT_STRING("Refused a download"));
+                             item->cancel();
+                         });
         return profile;
     }
 

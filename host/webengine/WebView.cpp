@@ -14,7 +14,7 @@
 
 namespace {
 
-const QUrl kBlank(QStringLiteral("about:blank"));
+constexpr const char* kBlank = "about:blank";
 constexpr int kStopLimitMs = 200;
 
 class CView : public QWebEngineView {
@@ -111,7 +111,7 @@ void CWebView::Begin() {
     m_bRunning = true;
     const QUrl shown = m_pPage->url();
     m_bBlank = m_next != shown && m_next.matches(shown, QUrl::RemoveFragment);
-    m_pPage->load(m_bBlank ? kBlank : m_next);
+    m_pPage->load(m_bBlank ? QUrl(QString::fromLatin1(kBlank)) : m_next);
 }
 
 void CWebView::OnLoadStarted() {
