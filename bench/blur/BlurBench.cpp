@@ -1,5 +1,5 @@
-// A blurred picture on the screen beside the toolkit's effect of the same sigma: from the picture behind to painted
-// pixels, and painted again without a change.
+// Compares the blur widget with the toolkit's effect of the same sigma, from the picture behind to painted pixels. The
+// second row paints again without a change.
 #include <benchmark/benchmark.h>
 
 #include <QApplication>

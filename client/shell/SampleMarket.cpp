@@ -198,7 +198,7 @@ QString Whole(double value) {
     return QLocale(QLocale::English).toString(value, 'f', 0);
 }
 
-QString Placeholder() {
+QString Concealed() {
     return QStringLiteral("\u2013\u2013\u2013\u2013");
 }
 

@@ -112,6 +112,6 @@ QString Whole(double value);
 /// Large numbers are written in millions or billions.
 QString Short(double value);
 /// The text in place of a figure behind a mask.
-QString Placeholder();
+QString Concealed();
 
 }  // namespace figures

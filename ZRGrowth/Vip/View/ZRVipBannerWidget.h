@@ -9,7 +9,7 @@ class QLabel;
 class ZButton;
 class ZMultilineTextLabel;
 
-/// A strip over or beside a feature: the mark of the membership, a text, the days left, and a button.
+/// Shows the membership icon, a text, the days left and a button for a right.
 /// Main thread.
 class CZRVipBannerWidget : public CZRVipBaseWidget {
     Q_OBJECT

@@ -4,7 +4,7 @@
 
 class QLabel;
 
-/// The mark of the membership beside a right. It reports nothing. Main thread.
+/// Shows the membership icon of a right. It reports nothing. Main thread.
 class CZRVipIconWidget : public CZRVipBaseWidget {
     Q_OBJECT
 

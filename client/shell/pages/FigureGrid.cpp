@@ -33,6 +33,6 @@ CFigureGrid::CFigureGrid(const char* name, std::vector<Figure> figures, QWidget*
 
 void CFigureGrid::Conceal(bool concealed) {
     for (size_t place = 0; place < m_values.size(); ++place) {
-        m_values[place]->setText(concealed ? figures::Placeholder() : m_figures[place].value);
+        m_values[place]->setText(concealed ? figures::Concealed() : m_figures[place].value);
     }
 }

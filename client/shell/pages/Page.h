@@ -28,7 +28,7 @@ public:
     /// The same with a text that follows the display language.
     static QLabel* NewTranslatedLabel(const char* role, const QByteArray& source, QWidget* parent);
     static void SetColor(QLabel* label, theme::ColorName color);
-    /// Lays out a heading with the marks of a right beside it.
+    /// Lays out a heading, followed by the icon and tag of a right.
     static QHBoxLayout* NewHeading(QLabel* heading, const std::vector<QWidget*>& marks);
 
 protected:

@@ -64,7 +64,7 @@ void CSampleTable::ShowColors() {
 
 QString CSampleTable::TextOf(const Cell& cell) const {
     if (m_bConcealed) {
-        return figures::Placeholder();
+        return figures::Concealed();
     }
     return cell.source.isEmpty() ? cell.text : translation::PageText(cell.source.constData());
 }

@@ -20,7 +20,7 @@ constexpr int kMaxLoggedLength = 200;
 constexpr int kFreezeMs = 1000;
 constexpr int kMaxRestarts = 3;
 constexpr int kRestartsMs = 5 * 60 * 1000;
-// The engine's stand-in for a popup without an address lives that long.
+// The engine closes a popup that has no address after this time.
 constexpr int kStandInMs = 1000;
 
 std::string Logged(const QString& text) {

@@ -403,16 +403,17 @@ TEST_F(WebEngineTest, EndOfTheHostEndsThePages) {
 }
 
 TEST_F(WebEngineTest, RootWithTheSandboxGetsTheMessageAndTheProcessLives) {
-    if (geteuid() != 0) {
-        GTEST_SKIP() << "for root only";
-    }
     qunsetenv("QTWEBENGINE_CHROMIUM_FLAGS");
     qunsetenv("QTWEBENGINE_DISABLE_SANDBOX");
+    const bool isRoot = geteuid() == 0;
     Load("/");
     ASSERT_TRUE(Ended(1));
+    EXPECT_EQ(engine.IsAvailable(), !isRoot);
+    EXPECT_EQ(IsMapped(QStringLiteral("libzrhost_webengine")), !isRoot);
+    if (!isRoot) {
+        return;
+    }
     EXPECT_EQ(Cover(), "Web pages cannot be displayed here. You can open this page in your browser.");
-    EXPECT_FALSE(IsMapped(QStringLiteral("libzrhost_webengine")));
-    EXPECT_FALSE(engine.IsAvailable());
     EXPECT_THAT(log.Lines(), Contains(Error("Web pages are not displayed, its sandbox does not run as root")));
 }
 

@@ -69,7 +69,7 @@ TEST_F(QuotesPageTest, OrderBookHasNoFiguresBehindItsMask) {
     EXPECT_FALSE(Book()->isEnabled());
     for (int row = 0; row < Book()->rowCount(); ++row) {
         for (int column = 0; column < Book()->columnCount(); ++column) {
-            EXPECT_EQ(Book()->item(row, column)->text(), figures::Placeholder());
+            EXPECT_EQ(Book()->item(row, column)->text(), figures::Concealed());
         }
     }
     EXPECT_THAT(Spoken(), Not(ContainsRegex("[0-9]")));

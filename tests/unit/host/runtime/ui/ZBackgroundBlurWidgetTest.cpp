@@ -119,7 +119,7 @@ TEST_F(BackgroundBlurTest, PaintsNeitherTheMaskNorWhatIsOnIt) {
     text->show();
     time.Settle();
 
-    // No red gets beside the text.
+    // No red spreads into the area next to the text.
     EXPECT_EQ(At(65, 50).red(), At(65, 50).green());
     EXPECT_EQ(At(30, 50), QColor(Qt::red));
     EXPECT_EQ(Blurs(mask->blur, [&] { text->update(); }), 0);
