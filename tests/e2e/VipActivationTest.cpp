@@ -39,16 +39,7 @@ protected:
         return found == widgets.end() ? nullptr : *found;
     }
 
-    // The bottom popup may lie over the mask.
-    void CloseCard() {
-        if (auto* card = Seen("CZRAdBottomPopupView")) {
-            Click(card->findChild<QWidget*>(QStringLiteral("CZRAdBottomPopupViewCloseButton")));
-            ASSERT_TRUE(WaitInRealTime([this] { return !Seen("CZRAdBottomPopupView"); }));
-        }
-    }
-
     void Activate() {
-        CloseCard();
         const size_t before = server->Requests(20981).size();
         Click(Slot("OrderBookMask")->findChild<ZButton*>());
         ASSERT_TRUE(WaitInRealTime([&] { return server->Requests(20981).size() == before + 1; }));
@@ -149,7 +140,6 @@ TEST_F(VipActivationTest, ReportsHaveTheirExactKeys) {
     ASSERT_TRUE(WaitInRealTime([this] { return IsPopupSeen(); }));
     Click(Child<QWidget>("CZRAdMiddlePopupViewCloseButton"));
     ASSERT_TRUE(WaitInRealTime([this] { return Popup() == nullptr; }));
-    CloseCard();
     Click(Slot("OrderBookBanner")->findChild<ZButton*>());
     ASSERT_TRUE(WaitInRealTime([this] { return Reported(kMarketClick) == 2; }));
     const Json::Value banner = server->ReportsOf(kMarketClick)[1];
@@ -182,7 +172,6 @@ TEST_F(VipActivationTest, ClickOnATagReportsAndIconsAndEntriesReportNothing) {
         return tag != nullptr;
     }));
 
-    CloseCard();
     Click(tag);
 
     ASSERT_TRUE(WaitInRealTime([this] { return Reported("ClickMemberIcon") == 1; }));

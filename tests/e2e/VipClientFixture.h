@@ -9,7 +9,8 @@ protected:
 
     ~VipClientTest() override { End(); }
 
-    /// Starts the client at the first call. Returns when the server's answers for `user` are there.
+    /// Starts the client at the first call. Returns when the server's answers for `user` are there. Users who log in
+    /// here get no ads.
     void LogIn(quint64 user) {
         if (!client) {
             Make();
@@ -17,6 +18,8 @@ protected:
             Bind(80052, [this](unsigned int, auto, auto) { ++vipAnswers; });
             Show();
             ASSERT_TRUE(WaitInRealTime([this] { return AreAnswersThere(); }));
+            // No bottom popup may cover what a case clicks on.
+            server->Put("/v1/ads", "[]");
         }
         if (client->UserId() != user) {
             premiumAnswers = vipAnswers = 0;
