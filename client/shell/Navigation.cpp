@@ -75,6 +75,10 @@ void CNavigation::ShowTexts() {
     }
 }
 
+void CNavigation::Show(int index) {
+    m_tabs[size_t(index)]->setChecked(true);
+}
+
 void CNavigation::Choose(int index) {
     m_tabs[size_t(index)]->click();
 }
