@@ -1,4 +1,4 @@
-// What the client keeps for its next start, and the room that its window takes.
+// The client keeps its choices and its place for the next start, and its window fits into the screen.
 #include <QDockWidget>
 #include <QScreen>
 #include <QScrollArea>
