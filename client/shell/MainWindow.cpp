@@ -32,6 +32,7 @@
 namespace {
 
 constexpr QSize kFirstSize(1440, 900);
+constexpr int kPageWidth = 860;  // with the navigation
 constexpr int kWorkbenchWidth = 580;
 constexpr int kWorkbenchLeastWidth = 400;
 
@@ -73,7 +74,6 @@ CMainWindow::CMainWindow(ISessionControl& session)
     setCentralWidget(NewContent());
     setStatusBar(m_pStatusLine);
     addDockWidget(Qt::RightDockWidgetArea, m_pDock);
-    resizeDocks({m_pDock}, {kWorkbenchWidth}, Qt::Horizontal);
     // The note describes a click on the entries' former state.
     connect(&m_entries, &CAIChatEntries::Changed, m_pStatusLine, [this] { m_pStatusLine->ShowNote(QString()); });
     translation::OnLanguageChange(this, [this] {
@@ -90,6 +90,9 @@ CMainWindow::~CMainWindow() {
 
 void CMainWindow::RestoreState() {
     const window_state::State state = window_state::Restore(*this, kFirstSize);
+    if (state.page.isEmpty()) {
+        resizeDocks({m_pDock}, {qBound(kWorkbenchLeastWidth, width() - kPageWidth, kWorkbenchWidth)}, Qt::Horizontal);
+    }
     const int tab = TabOf(state.page);
     m_nTab = tab < 0 ? 0 : tab;
     m_pNavigation->Show(m_nTab);
