@@ -11,6 +11,7 @@
 #include "webview/WebOverlay.h"
 #include "webview/WebTexts.h"
 #include "webview/ZRWebWidget.h"
+#include "webview/ZRWebWindowInfo.h"
 
 namespace host::web {
 namespace {
@@ -33,6 +34,13 @@ QString TextOf(const QUrl& url) {
 
 void Dispatch(const QString& url) {
     core::urlhandler::DispatchUrl(url, core::urlhandler::kBusinessDefault, nullptr, QVariant(),
+                                  core::urlhandler::kFallbackWeb);
+}
+
+void OpenInBrowser(const QString& url) {
+    core::webview::ZRWebWindowInfo info;
+    info.inBrowser = true;
+    core::urlhandler::DispatchUrl(url, core::urlhandler::kBusinessDefault, nullptr, QVariant::fromValue(info),
                                   core::urlhandler::kFallbackWeb);
 }
 
@@ -137,10 +145,8 @@ void CWebShell::CreateView() {
     }
     m_nGeneration = host.Generation();
     if (!m_pView) {
-        const QString text = m_load->text;
         Finish(false, 0);
-        m_pOverlay->ShowMessage(Text(EnWebText::kNoEngine), Text(EnWebText::kOpenInBrowser),
-                                [text] { Dispatch(text); });
+        ShowMessage(EnWebText::kNoEngine, false);
         return;
     }
     m_pView->setGeometry(rect());
@@ -224,7 +230,7 @@ void CWebShell::LoadFinished(bool success, int httpCode) {
 }
 
 void CWebShell::Fail() {
-    m_pOverlay->ShowMessage(Text(EnWebText::kLoadFailed), Text(EnWebText::kRetry), [this] { Start(Load(m_shown)); });
+    ShowMessage(EnWebText::kLoadFailed, true);
     if (m_bToast && isVisible()) {
         auto* toast = new ZToast(this);
         ZToast::ToastInfo info;
@@ -232,6 +238,14 @@ void CWebShell::Fail() {
         info.text = Text(EnWebText::kNoConnection);
         toast->showToast(info);
     }
+}
+
+void CWebShell::ShowMessage(EnWebText text, bool retry) {
+    std::function<void()> again;
+    if (retry) {
+        again = [this] { Start(Load(m_shown)); };
+    }
+    m_pOverlay->ShowMessage(Text(text), std::move(again), [url = m_shown.text] { OpenInBrowser(url); });
 }
 
 void CWebShell::Finish(bool success, int httpCode) {
@@ -310,7 +324,7 @@ void CWebShell::Recover() {
         QTimer::singleShot(kRestartsMs, this, [this] { --m_nRestarts; });
         Start(Load(m_shown));
     } else {
-        m_pOverlay->ShowMessage(Text(EnWebText::kPageEnded), Text(EnWebText::kRetry), [this] { Start(Load(m_shown)); });
+        ShowMessage(EnWebText::kPageEnded, true);
     }
 }
 
