@@ -62,6 +62,9 @@ void CWebOverlay::ShowMessage(const QString& text, std::function<void()> retry, 
 void CWebOverlay::Clear() {
     m_fnRetry = nullptr;
     m_fnBrowser = nullptr;
+    if (isAncestorOf(window()->focusWidget())) {
+        parentWidget()->setFocus();
+    }
     hide();
 }
 
@@ -77,6 +80,10 @@ void CWebOverlay::Show(const QString& text) {
     setGeometry(parentWidget()->rect());
     show();
     raise();
+    // The keyboard would reach the covered page otherwise.
+    if (HasMessage() && parentWidget()->isAncestorOf(window()->focusWidget())) {
+        (m_fnRetry ? m_pRetry : m_pBrowser)->setFocus();
+    }
 }
 
 void CWebOverlay::paintEvent(QPaintEvent* /*event*/) {

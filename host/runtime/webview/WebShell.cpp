@@ -55,6 +55,7 @@ CWebShell::CWebShell(QWidget* parent)
                        m_pView->Send(message);
                    }
                }) {
+    setFocusPolicy(Qt::StrongFocus);
     m_freeze.setSingleShot(true);
     connect(&m_freeze, &QTimer::timeout, this, [this] {
         m_bFrozen = true;
@@ -71,7 +72,7 @@ CWebShell::CWebShell(QWidget* parent)
 }
 
 CWebShell::~CWebShell() {
-    CloseView();
+    DropView();
 }
 
 void CWebShell::LoadUrl(const QString& text) {
@@ -152,6 +153,10 @@ void CWebShell::CreateView() {
     m_pView->setGeometry(rect());
     m_pView->show();
     m_pOverlay->raise();
+    setFocusProxy(m_pView);
+    if (window()->focusWidget() == this) {
+        m_pView->setFocus();
+    }
     Submit();
 }
 
@@ -163,6 +168,14 @@ void CWebShell::Submit() {
 }
 
 void CWebShell::CloseView() {
+    const bool focused = isAncestorOf(window()->focusWidget());
+    DropView();
+    if (focused) {
+        setFocus();  // the next view takes it over
+    }
+}
+
+void CWebShell::DropView() {
     m_freeze.stop();
     m_bFrozen = false;
     m_bCrashed = false;
@@ -416,6 +429,10 @@ void CWebShell::ArmFreeze() {
 
 void CWebShell::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
+    // Before the window is active: its first button would get the focus otherwise.
+    if (!window()->focusWidget()) {
+        setFocus();
+    }
     m_freeze.stop();
     if (m_bFrozen) {
         m_bFrozen = false;

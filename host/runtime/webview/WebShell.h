@@ -80,6 +80,7 @@ private:
     void CreateView();
     void Submit();
     void CloseView();
+    void DropView();
     void OnUserChanged();
     void Finish(bool success, int httpCode);
     void Fail();

@@ -1,6 +1,9 @@
 #include "webview/WebShell.h"
 
+#include <QLineEdit>
 #include <QMenu>
+#include <QPushButton>
+#include <QTest>
 
 #include "WebTest.h"
 #include "ui/ZToast.h"
@@ -382,6 +385,41 @@ TEST_F(WebShellTest, PopupIsRefusedWhileTenWindowsAreOpen) {
     EXPECT_TRUE(Page().OpenPopup("https://other.test/"));
     host::web::CWebHost::Instance().CountWindow(-9);
     log.Forget();
+}
+
+// Focus
+
+TEST_F(WebShellTest, PageHasTheFocusWhenItsWindowOpensAndKeepsItInTheNextView) {
+    QPushButton button(&widget);
+    Show();
+    LoadWell("https://ours.test/a");
+    EXPECT_EQ(widget.window()->focusWidget(), &Page());
+
+    Page().Kill();
+    time.Settle();
+    EXPECT_EQ(web.MadeCount(), 2);
+    EXPECT_EQ(widget.window()->focusWidget(), &Page());
+    EXPECT_THAT(log.Lines(), Contains(Error("The process of a page ended: https://ours.test/a")));
+}
+
+TEST_F(WebShellTest, PageTakesTheFocusFromNoOtherWidget) {
+    QLineEdit field(&widget);
+    field.setFocus();
+    Show();
+    LoadWell();
+    EXPECT_EQ(widget.window()->focusWidget(), &field);
+}
+
+TEST_F(WebShellTest, MessageHasTheFocusOfThePageThatItCovers) {
+    Show();
+    Load("https://ours.test/a");
+    Page().Fail();
+    EXPECT_EQ(widget.window()->focusWidget(), Retry());
+
+    QTest::keyClick(Retry(), Qt::Key_Space);
+    time.Settle();
+    EXPECT_THAT(web.Loads(), SizeIs(2));
+    EXPECT_EQ(widget.window()->focusWidget(), &Page());
 }
 
 // Failures
