@@ -359,18 +359,19 @@ void CComposition::OverrideMarkets(std::vector<int> markets) {
 }
 
 bool CComposition::OpenWeb(const QUrl& url, const QVariant& extra) {
-    if (m_web.IsAvailable()) {
-        auto* dialog = new core::webview::ZRWebDialog(extra.value<core::webview::ZRWebWindowInfo>());
+    const auto info = extra.value<core::webview::ZRWebWindowInfo>();
+    if (m_web.IsAvailable() && !info.inBrowser) {
+        auto* dialog = new core::webview::ZRWebDialog(info);
         dialog->LoadUrl(url.toString(QUrl::FullyEncoded));
         dialog->Open();
-        Q_EMIT WebOpened(url, WindowSize(extra));
+        Q_EMIT WebOpened(url, info.size);
         return true;
     }
     const bool hasDesktop = m_options.openWeb && !qEnvironmentVariableIsEmpty("XDG_CURRENT_DESKTOP");
     if (hasDesktop && !QDesktopServices::openUrl(url)) {
         return false;
     }
-    Q_EMIT WebOpened(url, WindowSize(extra));
+    Q_EMIT WebOpened(url, info.size);
     return true;
 }
 
