@@ -18,10 +18,12 @@ if(ZR_SANITIZE)
     add_compile_options(-O0 -g1 -fsanitize=${ZR_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${ZR_SANITIZE})
 endif()
-if(ZR_FUZZ)
-    add_compile_options(-O2 -fsanitize=fuzzer-no-link)
-endif()
+# The options of the module's sources for coverage. Everything else is compiled as in the preset dev, so that the compiler
+# cache has it. gcov needs the real paths.
+add_library(zr_counted INTERFACE)
 if(ZR_COVERAGE)
-    add_compile_options(-O0 -g --coverage)
+    target_compile_options(zr_counted INTERFACE
+        --coverage -fprofile-prefix-map=${CMAKE_SOURCE_DIR}/=${CMAKE_SOURCE_DIR}/
+        -fprofile-prefix-map=${source_from_build}/=${source_from_build}/)
     add_link_options(--coverage)
 endif()

@@ -213,8 +213,7 @@ TEST_F(ModuleFaultTest, GarbageBetweenFramesIsDroppedAndTheLineKept) {
 
 TEST_F(ModuleFaultTest, BytesThatAreNoWebSocketFrameEndTheConnectionAndTheClientIsBack) {
     const char* const garbages[] = {"\xFF\xFF\xFF\xFF\xFF\xFF", "HTTP/1.1 500 Oh\r\n\r\n",
-                                    "\x82\xFF\x7F"
-                                    "aaaaaaaaaaaaaaaa"};
+                                    "\x82\xFF\177aaaaaaaaaaaaaaaa"};
     for (const char* garbage : garbages) {
         SCOPED_TRACE(PrintToString(garbage));
         Ask();

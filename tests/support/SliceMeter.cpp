@@ -6,10 +6,10 @@
 #include <algorithm>
 #include <ctime>
 
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 #define ZR_SLOWED_DOWN 1
 #elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
 #define ZR_SLOWED_DOWN 1
 #endif
 #endif

@@ -12,6 +12,7 @@ namespace core {
 /// The parameters of a bus message: two unsigned 64-bit numbers. The message id defines their meaning.
 class CMessageBody {
 public:
+    /// Set and return the two numbers. Both are 0 at first.
     void set_p1(uint64_t value) { m_nP1 = value; }
     void set_p2(uint64_t value) { m_nP2 = value; }
     uint64_t p1() const { return m_nP1; }

@@ -5,6 +5,7 @@
 #include <functional>
 #include <utility>
 
+/// Only function types have a definition, see below.
 template <class Signature>
 class CSafeFunction;
 
@@ -15,6 +16,7 @@ class CSafeFunction;
 template <class Result, class... Args>
 class CSafeFunction<Result(Args...)> {
 public:
+    /// An empty function.
     CSafeFunction() = default;
     /// A null guard makes an empty function.
     CSafeFunction(QObject* guard, std::function<Result(Args...)> function)
@@ -23,7 +25,7 @@ public:
     /// Returns whether the guard is alive and the function is set.
     explicit operator bool() const { return m_pGuard && m_fnTarget; }
 
-    /// Calls the function.
+    /// Calls the function and returns its result.
     /// Failure: a default-constructed result, without a call, if the guard is gone or the function is not set.
     Result operator()(Args... args) const {
         if (!*this) {

@@ -26,9 +26,11 @@ struct CPremiumUIData {
 
 /// The state half of a right: the user's permission and activation.
 struct CPremiumAccessData {
+    /// Days until the right ends.
     int nDaysLeft = 0;
     /// 0: the server sent no state half.
     EnPremiumAccess enAccess{};
+    /// Whether the user may use the feature.
     bool bHasPermission = false;
     /// 1 limited time, 2 frozen, 3 full, 4 empty, 5 not activated, 6 ready; 0 unknown.
     int nActivationType = 0;

@@ -19,10 +19,11 @@ public:
     virtual ~IZToolTipManager();
 
     /// Returns the manager.
-    /// Failure: never null.
+    /// Failure: never null, also after the end of the host.
     static IZToolTipManager* instance();
 
-    /// Sets the tooltip of a widget, in place of an earlier one.
+    /// Sets the tooltip of a widget, in place of an earlier one. An empty text shows none.
+    /// Failure: a null widget is ignored.
     virtual void RegisterToolTips(QWidget* widget, const ToolTipInfo& info) = 0;
     /// Removes the tooltip. A widget without one stays as it is.
     virtual void UnRegisterToolTips(QWidget* widget) = 0;

@@ -16,6 +16,8 @@ class ZRHOST_API ZAction : public QAction {
     Q_OBJECT
 
 public:
+    /// Creates an action without text and icon.
+    /// Ownership: the parent deletes it. Without a parent the caller does.
     explicit ZAction(QObject* parent = nullptr);
     ~ZAction() override;
 

@@ -15,6 +15,8 @@ class ZRHOST_API ZBackgroundBlurWidget : public QWidget {
     Q_OBJECT
 
 public:
+    /// Creates a blur of the parent's content.
+    /// Ownership: the parent deletes it. Without a parent the caller does.
     explicit ZBackgroundBlurWidget(QWidget* parent = nullptr);
     ~ZBackgroundBlurWidget() override;
 
@@ -32,6 +34,7 @@ public:
     /// source unchanged.
     quint64 blurCount() const;
 
+    /// Watches the source, to notice what changes.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 protected:
@@ -40,6 +43,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
+    /// Leave the event to the parent.
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
 

@@ -13,6 +13,7 @@ class ZRHOST_API ZButton : public QAbstractButton {
 public:
     /// The appearance.
     enum ZrStyle : int {
+        /// A filled background with a border.
         kPlain = 0,
         /// The primary action.
         kFilled = 1,
@@ -22,25 +23,34 @@ public:
 
     /// The rule for the width.
     enum ZrWidthType : int {
+        /// As wide as icon, text and padding need, at most 240 pixels.
         kWidthOfText = 0,
+        /// As wide as the layout allows.
         kWidthOfLayout = 1,
     };
 
+    /// Creates a button without text.
+    /// Ownership: the parent deletes it. Without a parent the caller does.
     explicit ZButton(QWidget* parent = nullptr);
+    /// Creates a button with a text. An ampersand marks the mnemonic.
     explicit ZButton(const QString& text, QWidget* parent = nullptr);
     ~ZButton() override;
 
     /// Sets the icon, a name of ZResource; empty for none. `size` is in pixels.
     /// Failure: an unknown name paints nothing and is logged.
     void setIcon(const QString& name, const QSize& size);
-    /// The default style is kPlain, the default width kWidthOfText.
+    /// Sets the appearance. The default is kPlain.
     void setZrStyle(ZrStyle style);
+    /// Sets the rule for the width. The default is kWidthOfText.
     void setWidthType(ZrWidthType type);
-    /// Distances in pixels.
+    /// Sets the distance between icon and text in pixels. The default is 6.
     void setIconTextSpacing(int spacing);
+    /// Sets the distance between content and the left and right edge in pixels. The default is 14.
     void setLeftRightPadding(int padding);
 
+    /// Returns the size for icon and text; the height is at least 30 pixels.
     QSize sizeHint() const override;
+    /// Returns the same size.
     QSize minimumSizeHint() const override;
 
 protected:

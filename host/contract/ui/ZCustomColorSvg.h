@@ -25,6 +25,7 @@ public:
 /// Thread: main thread.
 class ZRHOST_API ZCustomColorSvg {
 public:
+    /// Without a drawing, which paints nothing.
     ZCustomColorSvg();
     ~ZCustomColorSvg();
 

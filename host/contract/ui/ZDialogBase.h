@@ -13,11 +13,14 @@ class ZRHOST_API ZDialogBase : public QWidget {
     Q_OBJECT
 
 public:
+    /// Creates a hidden window. It is a window also with a parent.
+    /// Ownership: the parent deletes it. Without a parent the caller does.
     explicit ZDialogBase(QWidget* parent = nullptr);
     ~ZDialogBase() override;
 
     /// Sets whether the window stays above others. It changes neither visibility, place nor opacity.
     void setTopMost(bool topMost);
+    /// Returns whether the window stays above others.
     bool isTopMost() const;
     /// The same; callers of an older form use it.
     void setKeepTop(bool keepTop);
@@ -30,7 +33,9 @@ public:
     /// Returns the opacity as it was set.
     double exactWindowOpacity() const;
 
+    /// Shows or hides the window, with the exact opacity from the first frame on.
     void setVisible(bool visible) override;
+    /// Sets the title of the window.
     void setWindowTitleText(const QString& title);
 
     /// Shows the window where it is.
@@ -39,6 +44,7 @@ public:
     void showCenter(QWidget* over, QSize size);
 
 protected:
+    /// Closes the window on Escape.
     void keyPressEvent(QKeyEvent* event) override;
 
 private:

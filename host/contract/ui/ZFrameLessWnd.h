@@ -14,6 +14,8 @@ class ZRHOST_API ZFrameLessWnd : public ZDialogBase {
     Q_OBJECT
 
 public:
+    /// Creates a hidden window without title bar and content.
+    /// Ownership: the parent deletes it. Without a parent the caller does.
     explicit ZFrameLessWnd(QWidget* parent = nullptr);
     ~ZFrameLessWnd() override;
 
@@ -23,14 +25,20 @@ public:
     /// Sets the title bar and calls its initUi.
     /// Ownership: it becomes a child; an earlier one is deleted.
     void setTitleBar(ZTitleBarBase* titleBar);
+    /// Shows or hides the button that maximises.
+    /// Failure: without a title bar nothing happens.
     void showMaxBtn(bool visible);
+    /// Shows or hides the button that minimises.
+    /// Failure: without a title bar nothing happens.
     void showMinBtn(bool visible);
     /// Lays out title bar and content again.
     void updateLayout();
 
 protected:
+    /// Removes the margin of the edges while the window is maximised.
     void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    /// Start, continue and end resizing at an edge. The platform resizes where it can.
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;

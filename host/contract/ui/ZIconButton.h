@@ -18,6 +18,8 @@ public:
         kSmall = 1,
     };
 
+    /// Creates a button without an icon.
+    /// Ownership: the parent deletes it. Without a parent the caller does.
     explicit ZIconButton(QWidget* parent = nullptr);
     ~ZIconButton() override;
 

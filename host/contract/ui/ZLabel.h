@@ -22,6 +22,7 @@ public:
     };
 
     enum ZrBgStyle : int {
+        /// No background.
         kBgNone = 0,
         /// A light tint of the text's colour.
         kBgTinted = 1,
@@ -29,8 +30,10 @@ public:
         kBgPlate = 2,
     };
 
-    /// Creates a label with style kNeutral and no background.
+    /// Creates an empty label with style kNeutral and no background.
+    /// Ownership: the parent deletes it. Without a parent the caller does.
     explicit ZLabel(QWidget* parent = nullptr);
+    /// Creates a label with a text.
     explicit ZLabel(const QString& text, QWidget* parent = nullptr);
     ~ZLabel() override;
 
@@ -47,7 +50,10 @@ public:
     /// Sets the distance between the text and the left and right edge, in pixels; none above and below.
     void setCustomMargin(int margin);
 
+    /// Returns the size of text and margins, at most 240 pixels wide. A text that is cut ends in dots, and the tool tip
+    /// shows all of it.
     QSize sizeHint() const override;
+    /// Returns the same size.
     QSize minimumSizeHint() const override;
 
 protected:

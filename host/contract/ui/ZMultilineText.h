@@ -12,6 +12,8 @@ class ZRHOST_API ZMultilineText : public QWidget {
     Q_OBJECT
 
 public:
+    /// Creates an empty text.
+    /// Ownership: the parent deletes it. Without a parent the caller does.
     explicit ZMultilineText(QWidget* parent = nullptr);
     ~ZMultilineText() override;
 
@@ -29,9 +31,13 @@ public:
     /// the properties above cause a new layout.
     void setRedoLayoutInPaintEvent(bool redo);
 
+    /// Returns the size of the whole text, wrapped at 960 pixels at the latest.
     QSize sizeHint() const override;
+    /// Returns the size of the dots, one line high.
     QSize minimumSizeHint() const override;
+    /// Returns true.
     bool hasHeightForWidth() const override;
+    /// Returns the height of the text in pixels, wrapped to that width.
     int heightForWidth(int width) const override;
 
 protected:

@@ -14,6 +14,8 @@ class ZRHOST_API ZMultilineTextLabel : public QWidget {
     Q_OBJECT
 
 public:
+    /// Creates an empty text.
+    /// Ownership: the parent deletes it. Without a parent the caller does.
     explicit ZMultilineTextLabel(QWidget* parent = nullptr);
     ~ZMultilineTextLabel() override;
 
@@ -39,7 +41,9 @@ public:
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+    /// Returns true.
     bool hasHeightForWidth() const override;
+    /// Returns the height of text and margins in pixels, wrapped to that width.
     int heightForWidth(int width) const override;
 
 protected:

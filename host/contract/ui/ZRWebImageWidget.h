@@ -7,13 +7,16 @@
 
 /// The result of a load.
 enum ZRImageLoadStatus : int {
+    /// No image: a refused or empty URL, no answer, or bytes that are no valid image.
     kImageLoadFailed = 2,
+    /// The image is displayed.
     kImageLoadSucceeded = 4,
 };
 
 /// The rounded corners.
 enum ZRCornerRadiusType : int {
     kCornersNone = 0,
+    /// The two upper corners.
     kCornersTop = 1,
     kCornersAll = 2,
 };
@@ -25,6 +28,8 @@ class ZRHOST_API ZRWebImageWidget : public QWidget {
     Q_OBJECT
 
 public:
+    /// Creates an empty widget.
+    /// Ownership: the parent deletes it. Without a parent the caller does.
     explicit ZRWebImageWidget(QWidget* parent = nullptr);
     ~ZRWebImageWidget() override;
 
@@ -46,6 +51,7 @@ Q_SIGNALS:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    /// Leave the event to the parent.
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
 

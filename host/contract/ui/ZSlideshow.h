@@ -59,6 +59,7 @@ protected:
     void SetBare(int index, bool bare);
 
     void resizeEvent(QResizeEvent* event) override;
+    /// Leaves the event to the parent.
     void mousePressEvent(QMouseEvent* event) override;
 
 private:
@@ -73,10 +74,13 @@ class ZRHOST_API ZSlideshow : public ZSlideshowBase {
 public:
     /// The treatment of animated images.
     enum ImageMode : int {
+        /// The first frame only.
         kStill = 0,
         kMoving = 2,
     };
 
+    /// Creates a slideshow without slides.
+    /// Ownership: the parent deletes it. Without a parent the caller does.
     ZSlideshow(QWidget* parent, WidthHeightRatio ratio);
     ~ZSlideshow() override;
 

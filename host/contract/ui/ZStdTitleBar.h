@@ -14,6 +14,8 @@ class ZRHOST_API ZTitleBarBase : public QWidget {
     Q_OBJECT
 
 public:
+    /// Creates an empty bar of 36 pixels; initUi adds the buttons.
+    /// Ownership: the parent deletes it. Without a parent the caller does.
     explicit ZTitleBarBase(QWidget* parent = nullptr);
     ~ZTitleBarBase() override;
 
@@ -26,10 +28,15 @@ public:
     /// Builds the bar. ZFrameLessWnd::setTitleBar calls it once.
     virtual void initUi();
 
+    /// Shows or hides the button that maximises. It is hidden at first.
+    /// Failure: before initUi nothing happens.
     void showMaxBtn(bool visible);
+    /// Shows or hides the button that minimises. It is hidden at first.
+    /// Failure: before initUi nothing happens.
     void showMinBtn(bool visible);
     /// Shows in the button whether the window is maximised.
     void syncTitleBarButtonStatus();
+    /// Hides the tool tip that is visible, of any widget.
     void hideToolTip();
     /// Moves the window while the left button is down.
     void onLeftBtnDown();
@@ -38,12 +45,16 @@ protected:
     /// Returns the content left of the buttons; null for none. The bar becomes its parent.
     virtual QWidget* createCustomWidget();
 
-    /// Null before initUi.
+    /// Returns the button that closes the window.
+    /// Ownership: it belongs to the bar.
+    /// Failure: null before initUi.
     ZIconButton* closeButton() const;
 
+    /// Move the window while the left button is down on a part that is draggable.
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    /// Maximises or restores the window, if the button for it is visible.
     void mouseDoubleClickEvent(QMouseEvent* event) override;
 
 private:
@@ -56,6 +67,7 @@ class ZRHOST_API ZStdTitleBar : public ZTitleBarBase {
     Q_OBJECT
 
 public:
+    /// Creates a bar without content left of the buttons.
     explicit ZStdTitleBar(QWidget* parent = nullptr);
     ~ZStdTitleBar() override;
 };

@@ -11,16 +11,18 @@ class ZRHOST_API ZSvgWidget : public QWidget {
     Q_OBJECT
 
 public:
+    /// Creates a widget without a drawing.
+    /// Ownership: the parent deletes it. Without a parent the caller does.
     explicit ZSvgWidget(QWidget* parent = nullptr);
     ~ZSvgWidget() override;
 
     /// Sets the drawing, a name of ZResource; empty for none.
     /// Failure: an unknown name paints nothing and is logged.
     void setSvgIconName(const QString& name);
-    /// Returns the name of the drawing.
+    /// Returns the name of the drawing; empty for none, and after an unknown name.
     QString svgIconName() const;
 
-    /// Returns the drawing's own size.
+    /// Returns the drawing's own size in pixels; 0 by 0 for none.
     QSize sizeHint() const override;
 
 protected:

@@ -5,7 +5,8 @@
 
 #include "framework/export.h"
 
-/// A text in the theme's colours, on one line or wrapped. The text is always plain text.
+/// A text in the theme's colours, on one line or wrapped. The text is always plain text. A style-sheet rule of the
+/// widget overrides colour and font. If the text is cut, the tool tip shows all of it, unless another one was set.
 /// Thread: main thread.
 class ZRHOST_API ZText : public QWidget {
     Q_OBJECT
@@ -13,15 +14,22 @@ class ZRHOST_API ZText : public QWidget {
 public:
     /// The role that selects size and colour in the theme.
     enum ZrStyle : int {
+        /// 13 pixels, text colour.
         kBody = 0,
+        /// 16 pixels, semi-bold, colour of headings.
         kTitle = 1,
+        /// 11 pixels, muted colour.
         kSmall = 2,
+        /// 13 pixels, accent colour.
         kAccent = 3,
-        /// The title of a window.
+        /// The title of a window: 14 pixels, semi-bold, colour of headings.
         kWindowTitle = 18,
     };
 
+    /// Creates an empty text.
+    /// Ownership: the parent deletes it. Without a parent the caller does.
     explicit ZText(QWidget* parent = nullptr);
+    /// Creates a text with the default role.
     explicit ZText(const QString& text, QWidget* parent = nullptr);
     ~ZText() override;
 
@@ -40,9 +48,13 @@ public:
     /// Sets whether the text is wrapped at word boundaries. The default is false.
     void setWordWrap(bool wrap);
 
+    /// Returns the size of the whole text, at most 240 pixels wide.
     QSize sizeHint() const override;
+    /// Returns the size of the dots for a text that may end in dots, and of the widest word for a wrapped one.
     QSize minimumSizeHint() const override;
+    /// Returns whether the text is wrapped.
     bool hasHeightForWidth() const override;
+    /// Returns the height of the wrapped text at that width in pixels, or -1 if it is not wrapped.
     int heightForWidth(int width) const override;
 
 protected:

@@ -35,9 +35,11 @@ public:
     explicit ZToast(QWidget* parent);
     ~ZToast() override;
 
-    /// Displays a message. A second call replaces the message and restarts the time.
+    /// Displays a message near the upper edge of the parent, as wide as the text and the parent allow.
+    /// A second call replaces the message and restarts the time.
     void showToast(const ToastInfo& info);
 
+    /// Follows the size of the parent.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 protected:

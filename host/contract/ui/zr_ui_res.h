@@ -39,13 +39,15 @@ class TResource {
     static_assert(std::is_same<T, QColor>::value || std::is_same<T, QPixmap>::value, "a colour or a drawing");
 
 public:
+    /// Without a name.
     TResource() = default;
+    /// Keeps the name only; nothing is loaded before `value`.
     explicit TResource(const QString& name) : m_name(name) {}
 
     /// Returns the name; empty for a default-constructed resource.
     const QString& name() const { return m_name; }
 
-    /// Returns the value in the current theme.
+    /// Returns the value in the current theme. The ratio of device pixels applies to images only.
     /// Failure: a default-constructed value for an empty or unknown name.
     T value(double devicePixelRatio = 1.0) const {
         std::shared_ptr<const T> found;

@@ -19,7 +19,9 @@ class ZRHOST_API Manager : public QObject {
 public:
     /// The numbers are part of the contract: the server and reports use them.
     enum Theme : int {
+        /// Dark text on a light background.
         kThemeLight = 1,
+        /// The default.
         kThemeDarkBlue = 2,
         kThemeBlack = 3,
     };

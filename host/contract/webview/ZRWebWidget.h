@@ -49,7 +49,9 @@ public:
     /// Loads a page. Each call ends in one LoadEnd, later; a newer call ends an older one as failed.
     /// Failure: a refused address is logged and ends in LoadEnd(false, 0, url).
     void LoadUrl(const QString& url);
+    /// Ends a running load as failed.
     void StopLoad();
+    /// Returns whether a load is running.
     bool IsLoading() const;
 
     /// Runs a script in the page, without a result. Nothing happens before the first load.
@@ -74,6 +76,7 @@ public:
     void SetSameUrlPolicy(int policy);
     /// Sets the entries of the context menu, a combination of ContextMenuFlag; 0, the default, for none.
     void SetContextMenuFlags(int flags);
+    /// Closes an open context menu.
     void CloseContextMenu();
 
     /// Sets whether each load shows an indication while the widget is visible. The default is true.

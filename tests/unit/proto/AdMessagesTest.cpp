@@ -107,7 +107,7 @@ template <class Push>
 class AdPushReadTest : public Test {};
 
 using Pushes = Types<StatusPush, CheckPush, NewPush>;
-TYPED_TEST_SUITE(AdPushReadTest, Pushes);
+TYPED_TEST_SUITE(AdPushReadTest, Pushes, );
 
 TYPED_TEST(AdPushReadTest, WhatIsAbsentReadsAsZero) {
     TypeParam push;

@@ -849,8 +849,8 @@ std::vector<NoPictureRow> NoPictureRows() {
                                                           {"EmptyArray", "[]"}};
     for (const auto& [name, value] : values) {
         static std::deque<std::string> names;
-        const auto add = [&](const char* level, const std::string& text, const char* reason) {
-            names.push_back(std::string(level) + name);
+        const auto add = [&, valueName = name](const char* level, const std::string& text, const char* reason) {
+            names.push_back(std::string(level) + valueName);
             rows.push_back({names.back().c_str(), text, {6}, 2, reason});
         };
         const std::string text = value;

@@ -52,7 +52,7 @@ private:
     }
 
     static int Read(sqlite3_file* file, void* to, int count, sqlite3_int64 from) {
-        return s_left > 0 && --s_left == 0 ? SQLITE_IOERR_READ : s_fnRead(file, to, count, from);
+        return s_left > 0 && --s_left == 0 ? SQLITE_IOERR_READ : s_fnRead.load()(file, to, count, from);
     }
 
     static inline std::atomic<int> s_left{0};
