@@ -5,9 +5,6 @@
 
 #include "modules/ZRGrowthTypes.h"
 
-/// Bus message of the growth module: entries can have been opened or closed.
-constexpr unsigned int kMsgAIChatEntriesChanged = 20300;
-
 /// Scene of a page without an entry to the AI chat.
 constexpr ZRAIChatEntryScene kNoEntryScene{};
 
@@ -21,14 +18,14 @@ struct EntryPage {
 
 /// The pages with an entry, in the order of the navigation.
 constexpr std::array<EntryPage, 5> kEntryPages{{
-    {ZRAIChatEntryScene(1), "watchlist", QT_TRANSLATE_NOOP("Pages", "Watchlist"),
+    {ZRAIChatEntryWatchlist, "watchlist", QT_TRANSLATE_NOOP("Pages", "Watchlist"),
      QT_TRANSLATE_NOOP("Pages", "The instruments you follow")},
-    {ZRAIChatEntryScene(2), "quotes", QT_TRANSLATE_NOOP("Pages", "Quotes"),
+    {ZRAIChatEntryQuotes, "quotes", QT_TRANSLATE_NOOP("Pages", "Quotes"),
      QT_TRANSLATE_NOOP("Pages", "Price, order book and key figures")},
-    {ZRAIChatEntryScene(3), "research", QT_TRANSLATE_NOOP("Pages", "Research"),
+    {ZRAIChatEntryResearch, "research", QT_TRANSLATE_NOOP("Pages", "Research"),
      QT_TRANSLATE_NOOP("Pages", "What our analysts think")},
-    {ZRAIChatEntryScene(4), "news", QT_TRANSLATE_NOOP("Pages", "News"),
+    {ZRAIChatEntryNews, "news", QT_TRANSLATE_NOOP("Pages", "News"),
      QT_TRANSLATE_NOOP("Pages", "What moves the markets today")},
-    {ZRAIChatEntryScene(5), "portfolio", QT_TRANSLATE_NOOP("Pages", "Portfolio"),
+    {ZRAIChatEntryPortfolio, "portfolio", QT_TRANSLATE_NOOP("Pages", "Portfolio"),
      QT_TRANSLATE_NOOP("Pages", "What you hold, and how it does")},
 }};

@@ -80,6 +80,12 @@ enum ZRVipGrade : int {
     ZRVipGrade3 = 3,
 };
 
+/// The user's state in each edition of the VIP system. The server may send other numbers.
+constexpr int kVipStateMember = 1;
+constexpr int kNewVipStateNone = 0;
+constexpr int kNewVipStateMember = 1;
+constexpr int kNewVipStateExpired = 2;
+
 /// The VIP state of a user as one number, which reports contain.
 using ZRVipEngineStatus = int;
 constexpr ZRVipEngineStatus kVipEngineUndetermined = -1;
@@ -91,7 +97,13 @@ constexpr ZRVipEngineStatus kVipEngineNonMember = 4;
 constexpr ZRVipEngineStatus kVipEngineRenewalOff = 5;  // paid with auto renewal off
 
 /// An entry to the AI chat. The entries and the server agree on the numbers; the growth module only compares them.
-enum ZRAIChatEntryScene : int {};
+enum ZRAIChatEntryScene : int {
+    ZRAIChatEntryWatchlist = 1,
+    ZRAIChatEntryQuotes = 2,
+    ZRAIChatEntryResearch = 3,
+    ZRAIChatEntryNews = 4,
+    ZRAIChatEntryPortfolio = 5,
+};
 
 /// The page that the AI chat opens for. The number reaches the page; the names below are those that reports know.
 enum ZRAIChatPageScene : int {
@@ -100,4 +112,12 @@ enum ZRAIChatPageScene : int {
     ZRAIChatPagePortfolio = 5,
     ZRAIChatPageQuotes = 12,
     ZRAIChatPageResearch = 42,
+};
+
+/// A position of ads. The callers and the server agree on the numbers; the growth module only passes them on, except
+/// that of the bottom popup.
+enum ZRAdPosition : int {
+    ZRAdPositionMarketBanner = 7,
+    ZRAdPositionAlertsBanner = 9,
+    ZRAdPositionBottomPopup = 42,
 };
