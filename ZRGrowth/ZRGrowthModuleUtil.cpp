@@ -2,6 +2,8 @@
 
 #include "AIChat/Controller/ZRAIChatManager.h"
 #include "Ad/Controller/ZRAdManager.h"
+#include "Premium/View/ZRPremiumMenuEntryAction.h"
+#include "Premium/View/ZRPremiumTimeActivationStateWidget.h"
 #include "Premium/ZRPremiumManager.h"
 #include "Vip/Controller/ZRVipManager.h"
 #include "Vip/View/ZRVipMenuEntryAction.h"
@@ -71,6 +73,18 @@ QMap<EnPremiumAccess, CPremiumUIAccessData> CZRGrowthModuleUtil::GetUIAccessData
 
 void CZRGrowthModuleUtil::SetUIAccessData(EnPremiumAccess access, const CPremiumUIAccessData& data) {
     CZRPremiumManager::Singleton()->SetUIAccessData(access, data);
+}
+
+IGrowthPremiumWidget* CZRGrowthModuleUtil::GetPremiumTimeActivationStateWidget(const QString& mainTitle,
+                                                                               const QString& mainBtn,
+                                                                               const QString& uiType,
+                                                                               const QString& detailTitle, int daysLeft,
+                                                                               QWidget* parent) {
+    return new CZRPremiumTimeActivationStateWidget(mainTitle, mainBtn, uiType, detailTitle, daysLeft, parent);
+}
+
+ZAction* CZRGrowthModuleUtil::GetPremiumMenuEntryAction(ZMenu* menu) {
+    return new CZRPremiumMenuEntryAction(menu);
 }
 
 ZAction* CZRGrowthModuleUtil::GetVipMenuEntryAction(ZMenu* menu) {

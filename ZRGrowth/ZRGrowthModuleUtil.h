@@ -23,6 +23,10 @@ public:
     QMap<EnPremiumAccess, CPremiumUIAccessData> GetUIAccessData() const override;
     void SetUIAccessData(EnPremiumAccess access, const CPremiumUIAccessData& data) override;
 
+    IGrowthPremiumWidget* GetPremiumTimeActivationStateWidget(const QString& mainTitle, const QString& mainBtn,
+                                                              const QString& uiType, const QString& detailTitle,
+                                                              int daysLeft, QWidget* parent) override;
+    ZAction* GetPremiumMenuEntryAction(ZMenu* menu) override;
     ZAction* GetVipMenuEntryAction(ZMenu* menu) override;
     QWidget* GetVipTitleBarEntryWidget(QWidget* parent, const CSafeFunction<void()>& fnChanged) override;
 

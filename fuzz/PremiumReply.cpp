@@ -6,6 +6,7 @@
 #include "Premium/Model/ZRPremiumDataHandler.h"
 #include "Premium/ZRPremiumIds.h"
 #include "Premium/ZRPremiumManager.h"
+#include "modules/ZRGrowthMessages.h"
 #include "support/ScriptedHost.h"
 
 using namespace ::testing;

@@ -5,6 +5,7 @@
 #include "EntryScenes.h"
 #include "PremiumNumbers.h"
 #include "core/message_ids.h"
+#include "modules/ZRGrowthMessages.h"
 
 namespace wire {
 
@@ -42,7 +43,7 @@ QString MessageName(unsigned int messageId) {
             return QStringLiteral("LanguageChanged");
         case core::kMsgThemeChanged:
             return QStringLiteral("ThemeChanged");
-        case kMsgAIChatEntriesChanged:
+        case kMsgAIChatEnableChanged:
             return QStringLiteral("AIChatEntriesChanged");
         case kMsgPremiumDataChanged:
             return QStringLiteral("PremiumDataChanged");

@@ -6,16 +6,12 @@
 constexpr uint32_t kCmdVipStatus = 20831;
 constexpr uint32_t kCmdVipStatusPush = 20832;
 constexpr uint32_t kCmdActivePermission = 20981;
-constexpr unsigned int kMsgVipStatusChanged = 80052;
 
 /// The query to the trade module about a user who is no member.
 constexpr int kTradeQueryVipEngine = 1007;
 
 /// The link to the membership centre.
 constexpr unsigned long kLinkMembershipCentre = 202011732;
-
-/// The state of a member, in both VIP systems.
-constexpr int kVipStateMember = 1;
 
 /// Report codes of the VIP events.
 constexpr int kReportCodeMarket = 4;

@@ -13,7 +13,7 @@
 #include "workbench/ads/AdSwitches.h"
 
 CClientWindow::CClientWindow(CComposition& composition) : CMainWindow(composition), m_composition(composition) {
-    composition.SetMainFrame({[this] { return this; }, [this] { return kTabPages[size_t(Tab())].Key(); },
+    composition.SetMainFrame({[this] { return this; }, [this] { return kTabPages[size_t(Tab())].tab; },
                               [this] { return HasFocus(); }, [this] { return Navigation().IsCollapsed(); }});
     composition.SetPageHandler([this](const QUrl& url) { return OpenPage(url); });
     connect(&composition, &CComposition::ModulesReady, this, &CClientWindow::NotifyTab);
@@ -43,7 +43,7 @@ void CClientWindow::OnTabChanged(int index) {
 }
 
 void CClientWindow::NotifyTab() {
-    m_composition.NotifyTabChanged(kTabPages[size_t(Tab())].Key());
+    m_composition.NotifyTabChanged(kTabPages[size_t(Tab())].tab);
 }
 
 QWidget* CClientWindow::NewDockContent(QWidget* parent) {

@@ -4,11 +4,12 @@
 #include "GrowthService.h"
 #include "core/login_status_data.h"
 #include "core/message_dispatch.h"
+#include "modules/ZRGrowthMessages.h"
 
 CAIChatEntries::CAIChatEntries(QObject* parent) : QObject(parent) {
     core::__CMessageDispatch("[Client]")
         .Bind(
-            kMsgAIChatEntriesChanged,
+            kMsgAIChatEnableChanged,
             [this](unsigned int, unsigned long, const std::shared_ptr<core::CMessageBody>&) { Refresh(); }, this);
     Refresh();
 }

@@ -5,10 +5,7 @@
 
 #include "modules/ZRGrowthTypes.h"
 
-/// Bus message of the growth module: entries can have been opened or closed.
-constexpr unsigned int kMsgAIChatEntriesChanged = 20300;
-
-/// Scenes of a page without an entry to the AI chat.
+/// Scene of a page without an entry to the AI chat.
 constexpr ZRAIChatEntryScene kNoEntryScene{};
 constexpr ZRAIChatPageScene kNoChat{};
 
@@ -23,14 +20,14 @@ struct EntryPage {
 
 /// The pages with an entry, in the order of the navigation.
 constexpr std::array<EntryPage, 5> kEntryPages{{
-    {ZRAIChatEntryScene(1), ZRAIChatPageWatchlist, "watchlist", QT_TRANSLATE_NOOP("Pages", "Watchlist"),
+    {ZRAIChatEntryWatchlist, ZRAIChatPageWatchlist, "watchlist", QT_TRANSLATE_NOOP("Pages", "Watchlist"),
      QT_TRANSLATE_NOOP("Pages", "The instruments you follow")},
-    {ZRAIChatEntryScene(2), ZRAIChatPageQuotes, "quotes", QT_TRANSLATE_NOOP("Pages", "Quotes"),
+    {ZRAIChatEntryQuotes, ZRAIChatPageQuotes, "quotes", QT_TRANSLATE_NOOP("Pages", "Quotes"),
      QT_TRANSLATE_NOOP("Pages", "Price, order book and key figures")},
-    {ZRAIChatEntryScene(3), ZRAIChatPageResearch, "research", QT_TRANSLATE_NOOP("Pages", "Research"),
+    {ZRAIChatEntryResearch, ZRAIChatPageResearch, "research", QT_TRANSLATE_NOOP("Pages", "Research"),
      QT_TRANSLATE_NOOP("Pages", "What our analysts think")},
-    {ZRAIChatEntryScene(4), ZRAIChatPageNews, "news", QT_TRANSLATE_NOOP("Pages", "News"),
+    {ZRAIChatEntryNews, ZRAIChatPageNews, "news", QT_TRANSLATE_NOOP("Pages", "News"),
      QT_TRANSLATE_NOOP("Pages", "What moves the markets today")},
-    {ZRAIChatEntryScene(5), ZRAIChatPagePortfolio, "portfolio", QT_TRANSLATE_NOOP("Pages", "Portfolio"),
+    {ZRAIChatEntryPortfolio, ZRAIChatPagePortfolio, "portfolio", QT_TRANSLATE_NOOP("Pages", "Portfolio"),
      QT_TRANSLATE_NOOP("Pages", "What you hold, and how it does")},
 }};

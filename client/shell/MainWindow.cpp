@@ -150,21 +150,21 @@ void CMainWindow::ShowPage(int index) {
 CPage* CMainWindow::NewPage(int index) {
     const auto& [tab, page] = kTabPages[size_t(index)];
     switch (tab) {
-        case kTabWatchlist:
+        case EnZRTabFrameWatchlist:
             return new CWatchlistPage(page, m_entries, m_market, m_pPages);
-        case kTabMarket:
+        case EnZRTabFrameMarket:
             return new CMarketPage(page, m_entries, m_market, m_ads, m_pPages);
-        case kTabQuotes:
+        case EnZRTabFrameQuotes:
             return new CQuotesPage(page, m_entries, m_market, m_rights, m_pPages);
-        case kTabResearch:
+        case EnZRTabFrameResearch:
             return new CResearchPage(page, m_entries, m_market, m_rights, m_pPages);
-        case kTabNews:
-            return new CNewsPage(page, m_entries, m_market, m_pPages);
-        case kTabAlerts:
+        case EnZRTabFrameNews:
+            return new CNewsPage(page, m_entries, m_market, m_rights, m_pPages);
+        case EnZRTabFrameAlerts:
             return new CAlertsPage(page, m_entries, m_market, m_ads, m_pPages);
-        case kTabPortfolio:
+        case EnZRTabFramePortfolio:
             return new CPortfolioPage(page, m_entries, m_market, m_pPages);
-        case kTabAccount:
+        case EnZRTabFrameAccount:
             break;
     }
     return new CAccountPage(page, m_entries, m_market, m_session, m_rights, m_pPages);

@@ -1,9 +1,9 @@
 #include "PremiumRights.h"
 
 #include "GrowthService.h"
-#include "PremiumNumbers.h"
 #include "core/message_dispatch.h"
 #include "core/message_ids.h"
+#include "modules/ZRGrowthMessages.h"
 
 CPremiumRights::CPremiumRights(QObject* parent) : QObject(parent) {
     for (const unsigned int message : {kMsgPremiumDataChanged, kMsgPremiumRequestAnswered, kMsgVipStatusChanged,

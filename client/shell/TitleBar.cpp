@@ -69,7 +69,7 @@ void CTitleBar::ShowUsers(const std::vector<ServerUser>& users, quint64 current)
 }
 
 void CTitleBar::RenewVipEntries() {
-    m_pMenu->RenewVipEntry();
+    m_pMenu->RenewEntries();
     delete m_pVipEntry;
     const auto service = GrowthService();
     // The size of the entry changes with the status.

@@ -71,9 +71,16 @@ void CUserMenu::ShowUsers(const std::vector<ServerUser>& users, quint64 current)
     Narrow();
 }
 
-void CUserMenu::RenewVipEntry() {
-    delete m_pVipEntry;
+void CUserMenu::RenewEntries() {
     const auto service = GrowthService();
+    if (!service) {
+        delete m_pPremiumEntry;
+    } else if (!m_pPremiumEntry) {
+        m_pPremiumEntry = service->GetPremiumMenuEntryAction(this);
+        m_pPremiumEntry->setObjectName(QStringLiteral("UserMenuPremium"));
+        insertAction(m_pLogout, m_pPremiumEntry);
+    }
+    delete m_pVipEntry;
     m_pVipEntry = service ? service->GetVipMenuEntryAction(this) : nullptr;
     if (m_pVipEntry) {
         m_pVipEntry->setObjectName(QStringLiteral("UserMenuVip"));

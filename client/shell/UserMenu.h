@@ -20,8 +20,9 @@ public:
     /// `current` is 0 if no user is logged in.
     void ShowUsers(const std::vector<ServerUser>& users, quint64 current);
 
-    /// Creates the entry of the VIP membership again, because it keeps the language and edition of its creation.
-    void RenewVipEntry();
+    /// Creates the module's entries. The one of the VIP membership is created again each time, because it keeps the
+    /// language and edition of its creation.
+    void RenewEntries();
 
 Q_SIGNALS:
     void LoginWanted(quint64 userId);
@@ -40,5 +41,6 @@ private:
     QAction* m_pUsersEnd;
     QAction* m_pLogout;
     QList<QAction*> m_users;
+    QPointer<ZAction> m_pPremiumEntry;
     QPointer<ZAction> m_pVipEntry;
 };

@@ -29,6 +29,9 @@ public:
     /// When the next timer is due; empty without one.
     std::optional<int64_t> NextDue() const;
 
+    /// The number of timers that run.
+    int TimerCount() const { return int(m_timers.size()); }
+
     /// Whether something was posted since the last round, or a timer is due.
     bool HasWork() const;
 

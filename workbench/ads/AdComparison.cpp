@@ -14,7 +14,7 @@ using ad_text::ServerTime;
 
 const QString kAtLeastOne = QStringLiteral("\u2265 1");
 
-QString TitleOf(EnTab tab) {
+QString TitleOf(EnZRTabFrameKey tab) {
     const auto found =
         std::find_if(kTabPages.begin(), kTabPages.end(), [tab](const TabPage& page) { return page.tab == tab; });
     return found == kTabPages.end() ? QString() : QString::fromUtf8(found->page.title);

@@ -7,16 +7,16 @@
 /// The ad server's area of a main window's tab.
 struct AdTab {
     int area;
-    EnTab tab;
+    EnZRTabFrameKey tab;
 };
 
 constexpr std::array<AdTab, 8> kAdTabs{{
-    {500, kTabWatchlist},
-    {501, kTabQuotes},
-    {502, kTabResearch},
-    {503, kTabAccount},
-    {504, kTabNews},
-    {505, kTabMarket},
-    {506, kTabAlerts},
-    {507, kTabPortfolio},
+    {500, EnZRTabFrameWatchlist},
+    {501, EnZRTabFrameQuotes},
+    {502, EnZRTabFrameResearch},
+    {503, EnZRTabFrameAccount},
+    {504, EnZRTabFrameNews},
+    {505, EnZRTabFrameMarket},
+    {506, EnZRTabFrameAlerts},
+    {507, EnZRTabFramePortfolio},
 }};

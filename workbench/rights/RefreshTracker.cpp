@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "PremiumNumbers.h"
+#include "modules/ZRGrowthMessages.h"
 #include "workbench/rights/ModuleLines.h"
 
 namespace {

@@ -4,9 +4,6 @@
 
 /// The numbers and names by which AI chat is known outside of the module.
 constexpr uint32_t kCmdAIChatEnableStatus = 20982;
-constexpr unsigned int kMsgAIChatEnableChanged = 20300;
-constexpr unsigned int kMsgAIChatHiddenButNotClosed = 20301;
-constexpr unsigned int kMsgAIChatPageSceneChanged = 20302;  // p1 the previous scene, p2 the new one
 
 /// Handlers of the chat window itself, which other modules can't register.
 constexpr const char* kAIChatJSAPISetNewSessionEnable = "SetNewSessionEnable";

@@ -16,6 +16,7 @@
 #include "core/url.h"
 #include "framework/assertion.h"
 #include "framework/defensive.h"
+#include "modules/ZRGrowthMessages.h"
 
 namespace {
 

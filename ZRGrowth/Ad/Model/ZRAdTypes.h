@@ -1,5 +1,7 @@
 #pragma once
 
+#include "modules/ZRGrowthTypes.h"
+
 /// The vocabularies of ads. The numbers are those of the server; it may send others.
 
 enum ZRAdType : int {
@@ -34,5 +36,4 @@ enum ZRAdActionType : int {
 /// A place in the main window where a popup may appear; 0 is none.
 enum ZRAdShowAreaType : int {};
 
-/// The position of the bottom popup.
-constexpr int kAdPositionBottomPopup = 42;
+constexpr int kAdPositionBottomPopup = ZRAdPositionBottomPopup;

@@ -10,6 +10,7 @@
 #include "core/pb_helper.h"
 #include "core/post.h"
 #include "framework/defensive.h"
+#include "modules/ZRGrowthMessages.h"
 #include "premium_svr.pb.h"
 
 namespace {

@@ -10,6 +10,7 @@
 #include "core/random.h"
 #include "framework/assertion.h"
 #include "modules/ITradeModuleUtil.h"
+#include "modules/ZRGrowthMessages.h"
 #include "plugin/IZRPluginCenter.h"
 #include "vip_base_service.pb.h"
 

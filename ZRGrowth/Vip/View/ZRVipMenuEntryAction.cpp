@@ -10,6 +10,7 @@
 #include "Vip/ZRVipIds.h"
 #include "core/langx.h"
 #include "framework/defensive.h"
+#include "modules/ZRGrowthMessages.h"
 #include "ui/ZCustomColorSvg.h"
 #include "ui/ZMenu.h"
 #include "ui/ZResource.h"

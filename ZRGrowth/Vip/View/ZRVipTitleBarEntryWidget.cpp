@@ -6,6 +6,7 @@
 #include "Vip/Controller/ZRVipManager.h"
 #include "Vip/View/ZRVipViewTools.h"
 #include "core/lang.h"
+#include "modules/ZRGrowthMessages.h"
 #include "ui/ZResource.h"
 #include "ui/ZSvgWidget.h"
 

@@ -9,6 +9,7 @@
 
 #include "Vip/ZRVipIds.h"
 #include "core/message_dispatch.h"
+#include "modules/ZRGrowthMessages.h"
 #include "modules/ZRGrowthTypes.h"
 
 class QWidget;

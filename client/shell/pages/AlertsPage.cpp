@@ -6,16 +6,10 @@
 #include "SampleMarket.h"
 #include "pages/SampleTable.h"
 
-namespace {
-
-constexpr int kAdPosition = 9;
-
-}  // namespace
-
 CAlertsPage::CAlertsPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market,
                          const CAds& ads, QWidget* parent)
     : CPage(page, entries, parent) {
-    Body()->addWidget(new CAdBannerSlot(kAdPosition, ads, this));
+    Body()->addWidget(new CAdBannerSlot(ZRAdPositionAlertsBanner, ads, this));
     auto* table = new CSampleTable("AlertsTable",
                                    {{QT_TRANSLATE_NOOP("Pages", "Symbol"), false},
                                     {QT_TRANSLATE_NOOP("Pages", "Name"), false},

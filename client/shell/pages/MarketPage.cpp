@@ -8,16 +8,10 @@
 #include "SampleMarket.h"
 #include "pages/SampleTable.h"
 
-namespace {
-
-constexpr int kAdPosition = 7;
-
-}  // namespace
-
 CMarketPage::CMarketPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market,
                          const CAds& ads, QWidget* parent)
     : CPage(page, entries, parent) {
-    Body()->addWidget(new CAdBannerSlot(kAdPosition, ads, this));
+    Body()->addWidget(new CAdBannerSlot(ZRAdPositionMarketBanner, ads, this));
     auto* table = new CSampleTable("SectorsTable",
                                    {{QT_TRANSLATE_NOOP("Pages", "Sector"), false},
                                     {QT_TRANSLATE_NOOP("Pages", "Last"), true},

@@ -6,10 +6,13 @@
 #include <QVBoxLayout>
 
 #include "Links.h"
+#include "PremiumStripSlot.h"
 #include "SampleMarket.h"
 
-CNewsPage::CNewsPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market, QWidget* parent)
+CNewsPage::CNewsPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market,
+                     const CPremiumRights& rights, QWidget* parent)
     : CPage(page, entries, parent) {
+    Body()->addWidget(new CPremiumStripSlot(EnPremiumAccess_AIStockExplain, rights, this));
     for (const SampleMarket::Headline& headline : market.headlines) {
         QFrame* card = NewCard(this);
         auto* layout = qobject_cast<QVBoxLayout*>(card->layout());

@@ -2,10 +2,11 @@
 
 #include "pages/Page.h"
 
+class CPremiumRights;
 struct SampleMarket;
 
 class CNewsPage : public CPage {
 public:
     CNewsPage(const EntryPage& page, const CAIChatEntries& entries, const SampleMarket& market,
-              QWidget* parent = nullptr);
+              const CPremiumRights& rights, QWidget* parent = nullptr);
 };

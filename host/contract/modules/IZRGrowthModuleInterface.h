@@ -14,7 +14,9 @@
 
 #include "framework/CSafeFunction.h"
 #include "framework/export.h"
+#include "modules/IGrowthPremiumWidget.h"
 #include "modules/IGrowthVipBaseWidget.h"
+#include "modules/ZRGrowthMessages.h"
 #include "modules/ZRGrowthTypes.h"
 #include "modules/ZRPremiumRecords.h"
 #include "plugin/IZRPluginInterface.h"
@@ -25,12 +27,12 @@ class ZMenu;
 
 /// The service of the growth module, under the interface name "24IZRGrowthModuleInterface". The order of the operations
 /// is part of the binary interface.
-/// Thread: main thread, except for the getters of rights and GetAdBannerAsync.
+/// Thread: main thread, except for the getters of rights, GetAdBannerAsync and OpenAIChatPage.
 class ZRHOST_API IZRGrowthModuleInterface : public IZRPluginInterface {
 public:
     ~IZRGrowthModuleInterface() override;
 
-    /// Requests a banner for an ad position. The callback receives the widget, later. `size` and
+    /// Requests a banner for a ZRAdPosition. The callback receives the widget, later. `size` and
     /// `topNonClickableAreaHeight` are in pixels; a click in the strip at the top, of that height, has no effect.
     /// With `useCheck` the banner displays exactly the ads in `adIds`, otherwise those that are due.
     /// Thread: callable from any thread. The callback runs on the main thread.
@@ -70,6 +72,18 @@ public:
 
     /// Replaces the whole record of a right until the server's next answer. It sends no message and saves nothing.
     virtual void SetUIAccessData(EnPremiumAccess access, const CPremiumUIAccessData& data) = 0;
+
+    /// Returns a new strip for a right of limited time. It shows these texts, see IGrowthPremiumWidget::UpdateUiData;
+    /// the caller takes them from the right's record and updates them after bus messages 80050 and 80051.
+    /// Ownership: `parent` owns the strip.
+    virtual IGrowthPremiumWidget* GetPremiumTimeActivationStateWidget(const QString& mainTitle, const QString& mainBtn,
+                                                                      const QString& uiType, const QString& detailTitle,
+                                                                      int daysLeft, QWidget* parent) = 0;
+
+    /// Returns a new menu entry that leads to the member page of right 1000. It follows bus messages 80050 and 80051,
+    /// and is hidden while the right has no state, link or button text.
+    /// Ownership: `menu` owns the entry. The caller adds it to the menu.
+    virtual ZAction* GetPremiumMenuEntryAction(ZMenu* menu) = 0;
 
     /// Returns a new menu entry that leads to the membership centre. It follows the VIP status; create it again after a
     /// change of language or edition.

@@ -94,6 +94,12 @@ enum ZRVipGrade : int {
     ZRVipGrade3 = 3,
 };
 
+/// The user's state in each edition of the VIP system. The server may send other numbers.
+constexpr int kVipStateMember = 1;
+constexpr int kNewVipStateNone = 0;
+constexpr int kNewVipStateMember = 1;
+constexpr int kNewVipStateExpired = 2;
+
 /// The VIP state of a user as one number, which reports contain.
 using ZRVipEngineStatus = int;
 /// The data of the user has not arrived, or fits none of the values below.
@@ -106,7 +112,13 @@ constexpr ZRVipEngineStatus kVipEngineNonMember = 4;
 constexpr ZRVipEngineStatus kVipEngineRenewalOff = 5;  // paid with auto renewal off
 
 /// An entry to the AI chat. The entries and the server agree on the numbers; the growth module only compares them.
-enum ZRAIChatEntryScene : int {};
+enum ZRAIChatEntryScene : int {
+    ZRAIChatEntryWatchlist = 1,
+    ZRAIChatEntryQuotes = 2,
+    ZRAIChatEntryResearch = 3,
+    ZRAIChatEntryNews = 4,
+    ZRAIChatEntryPortfolio = 5,
+};
 
 /// The page that the AI chat opens for. The number reaches the page; the names below are those that reports know.
 enum ZRAIChatPageScene : int {
@@ -115,4 +127,12 @@ enum ZRAIChatPageScene : int {
     ZRAIChatPagePortfolio = 5,
     ZRAIChatPageQuotes = 12,
     ZRAIChatPageResearch = 42,
+};
+
+/// A position of ads. The callers and the server agree on the numbers; the growth module only passes them on, except
+/// that of the bottom popup.
+enum ZRAdPosition : int {
+    ZRAdPositionMarketBanner = 7,
+    ZRAdPositionAlertsBanner = 9,
+    ZRAdPositionBottomPopup = 42,
 };

@@ -4,6 +4,25 @@
 
 #include "modules/ZRGrowthTypes.h"
 
+/// The activation of a right. The server may send other numbers.
+enum ZRPremiumActivationType : int {
+    ZRPremiumActivationUnknown = 0,
+    ZRPremiumActivationLimitedTime = 1,
+    ZRPremiumActivationFrozen = 2,
+    ZRPremiumActivationFull = 3,
+    ZRPremiumActivationEmpty = 4,
+    ZRPremiumActivationNotActivated = 5,
+    ZRPremiumActivationReady = 6,
+};
+
+/// The reason of an activation. The server may send other numbers.
+enum ZRPremiumActivationSource : int {
+    ZRPremiumSourceUnknown = 0,
+    ZRPremiumSourcePremium = 1,
+    ZRPremiumSourceVip = 2,
+    ZRPremiumSourcePrivateCustomer = 3,
+};
+
 /// The display half of a right: the server's texts in the display language, and link ids (0: no link).
 struct CPremiumUIData {
     /// 0: the server sent no display half.
@@ -32,9 +51,9 @@ struct CPremiumAccessData {
     EnPremiumAccess enAccess{};
     /// Whether the user may use the feature.
     bool bHasPermission = false;
-    /// 1 limited time, 2 frozen, 3 full, 4 empty, 5 not activated, 6 ready; 0 unknown.
+    /// A ZRPremiumActivationType.
     int nActivationType = 0;
-    /// 1 a premium rule, 2 the VIP rule, 3 private customer; 0 unknown.
+    /// A ZRPremiumActivationSource.
     int nActivationSource = 0;
 };
 

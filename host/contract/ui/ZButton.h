@@ -19,6 +19,8 @@ public:
         kFilled = 1,
         /// Without a background.
         kText = 2,
+        /// The action of a strip for a premium right, 24 pixels high.
+        kStrip = 7,
     };
 
     /// The rule for the width.

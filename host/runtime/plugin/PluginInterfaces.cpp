@@ -1,4 +1,5 @@
 // Destructors and type information of classes used on both sides exist only in this library.
+#include "modules/IGrowthPremiumWidget.h"
 #include "modules/IGrowthVipBaseWidget.h"
 #include "modules/IMainFrameModuleUtil.h"
 #include "modules/ITradeModuleUtil.h"
@@ -6,6 +7,10 @@
 #include "plugin/IZRPluginInterface.h"
 #include "plugin/IZRPluginInterfaceFactory.h"
 #include "plugin/IZRPluginModule.h"
+
+IGrowthPremiumWidget::IGrowthPremiumWidget(QWidget* parent) : QWidget(parent) {}
+
+IGrowthPremiumWidget::~IGrowthPremiumWidget() = default;
 
 IGrowthVipBaseWidget::IGrowthVipBaseWidget(QWidget* parent) : QWidget(parent) {}
 

@@ -9,6 +9,7 @@
 namespace {
 
 constexpr int kHeight = 30;
+constexpr int kStripHeight = 24;
 constexpr int kRoomAboveText = 6;
 constexpr double kRadius = 6.0;
 constexpr int kTextFlags = Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine | Qt::TextShowMnemonic;
@@ -32,6 +33,19 @@ constexpr Look kLooks[][4] = {
      {"buttonOff", "line", "disabled"}},
     {{"", "", "accent"}, {"buttonHover", "", "accent"}, {"buttonPressed", "", "accent"}, {"", "", "disabled"}},
 };
+constexpr Look kStripLooks[4] = {
+    {"vipFill", "", "vipOnFill"},
+    {"vipFillHover", "", "vipOnFill"},
+    {"vipFillPressed", "", "vipOnFill"},
+    {"buttonOff", "", "disabled"},
+};
+
+const Look* LooksOf(ZButton::ZrStyle style) {
+    if (style == ZButton::kStrip) {
+        return kStripLooks;
+    }
+    return kLooks[style >= 0 && style < int(std::size(kLooks)) ? style : ZButton::kPlain];
+}
 
 }  // namespace
 
@@ -67,6 +81,7 @@ void ZButton::setIcon(const QString& name, const QSize& size) {
 
 void ZButton::setZrStyle(ZrStyle style) {
     d->style = style;
+    updateGeometry();
     update();
 }
 
@@ -91,8 +106,11 @@ QSize ZButton::sizeHint() const {
     const QSize icon = d->IconArea();
     const QSize text = fontMetrics().size(Qt::TextSingleLine | Qt::TextShowMnemonic, this->text());
     const int between = icon.isEmpty() || this->text().isEmpty() ? 0 : d->spacing;
-    return {qMin(host::kit::kMaxHintWidth, 2 * d->padding + icon.width() + between + text.width()),
-            qMax(kHeight, qMax(icon.height(), text.height()) + 2 * kRoomAboveText)};
+    const int width = qMin(host::kit::kMaxHintWidth, 2 * d->padding + icon.width() + between + text.width());
+    if (d->style == kStrip) {
+        return {width, kStripHeight};
+    }
+    return {width, qMax(kHeight, qMax(icon.height(), text.height()) + 2 * kRoomAboveText)};
 }
 
 QSize ZButton::minimumSizeHint() const {
@@ -102,7 +120,7 @@ QSize ZButton::minimumSizeHint() const {
 void ZButton::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     using host::kit::Color;
-    const Look& look = kLooks[d->style < int(std::size(kLooks)) ? d->style : kPlain][host::kit::StateOf(*this)];
+    const Look& look = LooksOf(d->style)[host::kit::StateOf(*this)];
     const host::kit::SheetRule rule = host::kit::RuleOf(*this);
     const QColor textColor = host::kit::TextColorOf(*this, Color(look.text));
     if (!rule.background) {
@@ -125,7 +143,7 @@ void ZButton::paintEvent(QPaintEvent* /*event*/) {
     }
     painter.setPen(textColor);
     painter.drawText(QRect(left + before, 0, textWidth, height()), kTextFlags, shown);
-    if (hasFocus() && (d->style == kFilled || rule.background)) {
+    if (hasFocus() && (d->style == kFilled || d->style == kStrip || rule.background)) {
         // In some themes the button has the same colour as the ring.
         host::kit::PaintFocus(painter, rect().adjusted(2, 2, -2, -2), kRadius - 2, textColor);
     } else if (hasFocus()) {

@@ -9,6 +9,8 @@
 #include "Ad/Controller/ZRAdManager.h"
 #include "GrowthBizLogUtil.h"
 #include "Premium/Model/ZRPremiumAccessModel.h"
+#include "Premium/View/ZRPremiumMenuEntryAction.h"
+#include "Premium/View/ZRPremiumTimeActivationStateWidget.h"
 #include "Premium/ZRPremiumManager.h"
 #include "Vip/Controller/ZRVipManager.h"
 #include "Vip/View/ZRVipMenuEntryAction.h"
@@ -141,6 +143,13 @@ TEST_F(GrowthServiceTest, ARecordThatIsSetGoesToThePremiumManager) {
     service.SetUIAccessData(EnPremiumAccess_IFIS, record);
 
     EXPECT_THAT(Calls(), ElementsAre("Premium.Set 106 4"));
+}
+
+TEST_F(GrowthServiceTest, EntryOfTheMemberPageIsMadeForTheMenu) {
+    const std::unique_ptr<ZAction> entry(service.GetPremiumMenuEntryAction(nullptr));
+
+    EXPECT_TRUE(qobject_cast<CZRPremiumMenuEntryAction*>(entry.get()));
+    EXPECT_THAT(Calls(), ElementsAre("Premium entry"));
 }
 
 TEST_F(GrowthServiceTest, TheVipStatusComesFromTheVipManager) {
@@ -410,6 +419,34 @@ void CZRVipManager::OpenVipWebPage(const QString& url) {
     Calls().push_back("Vip.Page " + url.toStdString());
 }
 
+CZRPremiumTimeActivationStateWidget::CZRPremiumTimeActivationStateWidget(const QString& mainTitle,
+                                                                         const QString& mainBtn, const QString& uiType,
+                                                                         const QString& detailTitle, int daysLeft,
+                                                                         QWidget* parent)
+    : IGrowthPremiumWidget(parent) {
+    Calls().push_back(fmt::format("Strip {} {} {} {} {}", mainTitle.toStdString(), mainBtn.toStdString(),
+                                  uiType.toStdString(), detailTitle.toStdString(), daysLeft));
+}
+CZRPremiumTimeActivationStateWidget::~CZRPremiumTimeActivationStateWidget() = default;
+void CZRPremiumTimeActivationStateWidget::SetCallback(std::function<void(bool)>, QObject*) {}
+void CZRPremiumTimeActivationStateWidget::SetShowCallback(std::function<void(bool)>, QObject*) {}
+void CZRPremiumTimeActivationStateWidget::UpdateUiData(const QString&, const QString&, const QString&, const QString&,
+                                                       int) {}
+QSize CZRPremiumTimeActivationStateWidget::sizeHint() const {
+    return {};
+}
+QSize CZRPremiumTimeActivationStateWidget::minimumSizeHint() const {
+    return {};
+}
+void CZRPremiumTimeActivationStateWidget::resizeEvent(QResizeEvent*) {}
+void CZRPremiumTimeActivationStateWidget::showEvent(QShowEvent*) {}
+void CZRPremiumTimeActivationStateWidget::hideEvent(QHideEvent*) {}
+void CZRPremiumTimeActivationStateWidget::OnMainButtonClicked(bool) {}
+CZRPremiumMenuEntryAction::CZRPremiumMenuEntryAction(ZMenu* menu) {
+    Calls().emplace_back(menu ? "Premium entry of a menu" : "Premium entry");
+}
+CZRPremiumMenuEntryAction::~CZRPremiumMenuEntryAction() = default;
+void CZRPremiumMenuEntryAction::OnEntryClicked() {}
 CZRVipMenuEntryAction::CZRVipMenuEntryAction(ZMenu*) {}
 CZRVipMenuEntryAction::~CZRVipMenuEntryAction() = default;
 bool CZRVipMenuEntryAction::paint(QPainter*, const QStyleOptionMenuItem&, const ZMenu*) const {

@@ -5,6 +5,8 @@
 #include <atomic>
 #include <thread>
 
+#include "Premium/View/ZRPremiumMenuEntryAction.h"
+#include "Premium/View/ZRPremiumTimeActivationStateWidget.h"
 #include "Premium/ZRPremiumManager.h"
 #include "Vip/Controller/ZRVipManager.h"
 #include "Vip/View/ZRVipBannerWidget.h"
@@ -16,7 +18,10 @@
 #include "plugin/IZRPluginCenter.h"
 #include "plugin/TplZRPluginInterfaceFactoryUnique.h"
 #include "support/ScriptedHostTest.h"
+#include "ui/ZButton.h"
 #include "ui/ZMenu.h"
+#include "ui/ZSvgWidget.h"
+#include "ui/ZText.h"
 #include "vip_base_service.pb.h"
 
 using namespace ::testing;
@@ -208,6 +213,35 @@ TEST_F(GrowthModuleUtilVipTest, EntriesBelongToTheirParent) {
     QWidget* entry = service.GetVipTitleBarEntryWidget(&window, CSafeFunction<void()>());
     EXPECT_TRUE(qobject_cast<CZRVipTitleBarEntryWidget*>(entry));
     EXPECT_EQ(entry->parentWidget(), &window);
+}
+
+TEST_F(GrowthModuleUtilVipTest, StripHasItsTextsAndANewOneIsMadeForEachCall) {
+    const auto make = [this] {
+        return service.GetPremiumTimeActivationStateWidget(QStringLiteral("title"), QStringLiteral("button"),
+                                                           QStringLiteral("A"), QStringLiteral("detail"), 31, &window);
+    };
+    IGrowthPremiumWidget* strip = make();
+
+    EXPECT_TRUE(qobject_cast<CZRPremiumTimeActivationStateWidget*>(strip));
+    EXPECT_EQ(strip->parentWidget(), &window);
+    std::vector<std::string> texts;
+    for (const ZText* text : strip->findChildren<ZText*>()) {
+        texts.push_back(text->text().toStdString());
+    }
+    EXPECT_THAT(texts, IsSupersetOf({"title", "31"}));
+    EXPECT_EQ(strip->findChild<ZButton*>()->text().toStdString(), "button");
+    EXPECT_TRUE(strip->findChild<ZSvgWidget*>()->isHidden());
+    EXPECT_NE(make(), strip);
+}
+
+TEST_F(GrowthModuleUtilVipTest, EntryOfTheMemberPageBelongsToItsMenuAndIsNotAdded) {
+    ZMenu menu(&window);
+    ZAction* entry = service.GetPremiumMenuEntryAction(&menu);
+
+    EXPECT_TRUE(qobject_cast<CZRPremiumMenuEntryAction*>(entry));
+    EXPECT_EQ(entry->parent(), &menu);
+    EXPECT_THAT(menu.actions(), IsEmpty());
+    EXPECT_NE(service.GetPremiumMenuEntryAction(&menu), entry);
 }
 
 TEST_F(GrowthModuleUtilVipTest, ClickAndPageGoToTheManager) {

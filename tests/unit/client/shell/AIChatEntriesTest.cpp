@@ -11,6 +11,7 @@
 #include "FakeGrowthService.h"
 #include "Translation.h"
 #include "core/lang.h"
+#include "modules/ZRGrowthMessages.h"
 #include "support/Click.h"
 #include "support/ScriptedHostTest.h"
 #include "workbench/EntryTable.h"
@@ -43,7 +44,7 @@ protected:
 
     void ServerOpens(std::set<int> scenes) {
         service->open = std::move(scenes);
-        bus.HostSend(kMsgAIChatEntriesChanged);
+        bus.HostSend(kMsgAIChatEnableChanged);
     }
 
     void LogIn(uint64_t userId) {

@@ -65,6 +65,24 @@ unsigned long CFakeGrowthService::GetUiMsgAndPremiumAccessReq(const QVector<EnPr
     return 0;
 }
 
+IGrowthPremiumWidget* CFakeGrowthService::GetPremiumTimeActivationStateWidget(const QString& mainTitle,
+                                                                              const QString& mainBtn,
+                                                                              const QString& uiType,
+                                                                              const QString& detailTitle, int daysLeft,
+                                                                              QWidget* parent) {
+    auto* strip = new CFakePremiumStrip(parent);
+    strip->UpdateUiData(mainTitle, mainBtn, uiType, detailTitle, daysLeft);
+    strips.emplace_back(strip);
+    return strip;
+}
+
+ZAction* CFakeGrowthService::GetPremiumMenuEntryAction(ZMenu* menu) {
+    ++premiumEntries;
+    auto* action = new ZAction(menu);
+    action->setText(QStringLiteral("Member page"));
+    return action;
+}
+
 ZAction* CFakeGrowthService::GetVipMenuEntryAction(ZMenu* menu) {
     ++menuEntries;
     auto* action = new ZAction(menu);
@@ -139,5 +157,5 @@ bool CFakeGrowthService::IsAIChatEnable(ZRAIChatEntryScene scene) {
 
 void CFakeGrowthService::SetAIChatDevelopEnableType(unsigned int type) {
     overrideType = type;
-    core::__CMessageDispatch("[Test]").Send(kMsgAIChatEntriesChanged, nullptr, true);
+    core::__CMessageDispatch("[Test]").Send(kMsgAIChatEnableChanged, nullptr, true);
 }

@@ -28,6 +28,26 @@ public:
     int updates = 0;
 };
 
+/// A premium strip that records its values and its function.
+class CFakePremiumStrip : public IGrowthPremiumWidget {
+public:
+    using IGrowthPremiumWidget::IGrowthPremiumWidget;
+
+    void SetCallback(std::function<void(bool)> callback, QObject* context) override { clicked = {context, callback}; }
+    void SetShowCallback(std::function<void(bool)> /*callback*/, QObject* /*context*/) override {}
+    void UpdateUiData(const QString& mainTitle, const QString& mainBtn, const QString& uiType,
+                      const QString& detailTitle, int daysLeft) override {
+        shown = QStringList{mainTitle, mainBtn, uiType, detailTitle, QString::number(daysLeft)}
+                    .join(QLatin1Char('|'))
+                    .toStdString();
+        ++updates;
+    }
+
+    CSafeFunction<void(bool)> clicked;
+    std::string shown;  // "title|button|type|detail|days"
+    int updates = 0;
+};
+
 /// A growth module service for the client. The test sets the open scenes, the user's rights and the VIP status.
 class CFakeGrowthService : public IZRGrowthModuleInterface {
 public:
@@ -54,6 +74,10 @@ public:
     int GetVipEngineStatus() override { return engine; }
     int GetNewVipState() override { return newState; }
 
+    IGrowthPremiumWidget* GetPremiumTimeActivationStateWidget(const QString& mainTitle, const QString& mainBtn,
+                                                              const QString& uiType, const QString& detailTitle,
+                                                              int daysLeft, QWidget* parent) override;
+    ZAction* GetPremiumMenuEntryAction(ZMenu* menu) override;
     ZAction* GetVipMenuEntryAction(ZMenu* menu) override;
     QWidget* GetVipTitleBarEntryWidget(QWidget* parent, const CSafeFunction<void()>& fnChanged) override;
     bool IsVipIconEnabled(EnPremiumAccess access) override { return icons.count(access) != 0; }
@@ -132,13 +156,15 @@ public:
         QWidget* source = nullptr;  // of a mask's blur
     };
     std::vector<VipCreated> vipCreated;
+    std::vector<QPointer<CFakePremiumStrip>> strips;
     CSafeFunction<void()> titleChanged;
     std::vector<QString> openedPages;
     std::vector<int> openedChats;  // page scenes
     std::vector<std::pair<std::string, Json::Value>> chatEvents;
     std::map<std::string, ChatHandler> chatHandlers;
-    int menuEntries = 0;   // created so far
-    int titleEntries = 0;  // created so far
+    int premiumEntries = 0;        // created so far
+    int menuEntries = 0;           // created so far
+    int titleEntries = 0;          // created so far
     int vipClicks = 0;
 
 private:

@@ -32,7 +32,7 @@ protected:
 TEST_F(NavigationTest, EachKeyThatAdsKnowHasItsTab) {
     std::map<int64_t, std::string> names;
     for (const TabPage& tab : kTabPages) {
-        names[tab.Key()] = tab.page.name;
+        names[tab.tab] = tab.page.name;
     }
 
     EXPECT_THAT(names, ElementsAre(Pair(20001, "watchlist"), Pair(20002, "quotes"), Pair(20003, "research"),

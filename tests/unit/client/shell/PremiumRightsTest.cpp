@@ -4,6 +4,7 @@
 
 #include "FakeGrowthService.h"
 #include "PremiumNumbers.h"
+#include "modules/ZRGrowthMessages.h"
 #include "support/ScriptedHostTest.h"
 
 using namespace ::testing;

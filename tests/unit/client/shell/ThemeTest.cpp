@@ -14,6 +14,7 @@
 #include "ui/ThemeControl.h"
 #include "ui/ThemePalette.h"
 #include "ui/ZResource.h"
+#include "ui/ZText.h"
 #include "ui/zr_ui_res.h"
 #include "workbench/LogModel.h"
 
@@ -342,8 +343,32 @@ TEST_F(ThemeTest, NoTextColourEscapesTheContrastTable) {
 TEST_F(ThemeTest, SheetHasARuleForEachNameOfTheMembershipWidgets) {
     const QString sheet = Template();
     for (const char* name : {"CZRVipBg", "CZRVipBannerEngineDivider", "CZRVipTextNormal", "CZRVipActionButton",
-                             "CZRVipMaskBg", "CZRVipMaskText", "CZRVipTextBold"}) {
+                             "CZRVipMaskBg", "CZRVipMaskText", "CZRVipTextBold", "PremiumBackground"}) {
         EXPECT_TRUE(sheet.contains(QRegularExpression(QStringLiteral("#%1 \\{").arg(QLatin1String(name))))) << name;
+    }
+}
+
+TEST_F(ThemeTest, TextsOfTheStripAreSmallerAtEachLevel) {
+    for (const auto number : CThemeControl::kThemes) {
+        CThemeControl::Set(number);
+        QWidget window;
+        window.setStyleSheet(theme::StyleSheet());
+        ZText text(QStringLiteral("Days left of the right"), &window);
+        text.setDottable(true);
+        text.resize(110, 16);
+        QList<QImage> looks;
+        for (const int level : {12, 11, 10, 8}) {
+            for (const char* name : {"Premium%1", "PremiumBold%1"}) {
+                text.setObjectName(QString::fromLatin1(name).arg(level));
+                text.style()->polish(&text);
+                EXPECT_EQ(text.font().pixelSize(), level);
+                EXPECT_EQ(text.font().bold(), QLatin1String(name) == QLatin1String("PremiumBold%1"));
+                const QImage look = PictureOf(text);
+                EXPECT_FALSE(looks.contains(look)) << level << name;
+                looks << look;
+                EXPECT_TRUE(level == 11 || level == 10 || text.isDotted() == (level == 12)) << level << name;
+            }
+        }
     }
 }
 

@@ -1,5 +1,7 @@
 #include "TitleBar.h"
 
+#include <QMenu>
+
 #include "FakeGrowthService.h"
 #include "support/ScriptedHostTest.h"
 
@@ -11,6 +13,8 @@ class TitleBarTest : public ScriptedHostTest {
 protected:
     QWidget* Entry() const { return bar.findChild<QWidget*>(QStringLiteral("TitleBarVip")); }
     QAction* MenuEntry() const { return bar.findChild<QAction*>(QStringLiteral("UserMenuVip")); }
+
+    QAction* PremiumEntry() const { return bar.findChild<QAction*>(QStringLiteral("UserMenuPremium")); }
 
     std::shared_ptr<CFakeGrowthService> service = CFakeGrowthService::Offer();
     CTitleBar bar;
@@ -46,6 +50,22 @@ TEST_F(TitleBarTest, VipEntriesGoWithTheModule) {
 
     EXPECT_EQ(Entry(), nullptr);
     EXPECT_EQ(MenuEntry(), nullptr);
+    EXPECT_EQ(PremiumEntry(), nullptr);
+}
+
+TEST_F(TitleBarTest, EntryOfTheMemberPageIsCreatedOnceAndPrecedesTheVipEntry) {
+    bar.RenewVipEntries();
+    const QPointer<QAction> entry = PremiumEntry();
+    ASSERT_NE(entry, nullptr);
+
+    bar.RenewVipEntries();
+    time.Settle();
+
+    EXPECT_EQ(PremiumEntry(), entry);
+    EXPECT_EQ(service->premiumEntries, 1);
+    const QList<QAction*> actions = bar.findChild<QMenu*>()->actions();
+    EXPECT_EQ(actions.count(entry), 1);
+    EXPECT_EQ(actions.indexOf(entry) + 1, actions.indexOf(MenuEntry()));
 }
 
 TEST_F(TitleBarTest, VipEntryHasANameForScreenReaders) {

@@ -12,6 +12,7 @@
 #include "FakeGrowthService.h"
 #include "PremiumNumbers.h"
 #include "PremiumRights.h"
+#include "modules/ZRGrowthMessages.h"
 #include "support/ScriptedHostTest.h"
 #include "workbench/WireDecoder.h"
 #include "workbench/rights/RightDetail.h"

@@ -215,7 +215,10 @@ TEST_F(ZButtonTest, HasThePlateOfItsStyleInEachState) {
     };
     const Row rows[] = {{ZButton::kPlain, "button", "buttonHover", "buttonPressed", "buttonOff"},
                         {ZButton::kFilled, "accentFill", "accentHover", "accentPressed", "buttonOff"},
-                        {ZButton::kText, nullptr, "buttonHover", "buttonPressed", nullptr}};
+                        {ZButton::kText, nullptr, "buttonHover", "buttonPressed", nullptr},
+                        {ZButton::ZrStyle(7), "vipFill", "vipFillHover", "vipFillPressed", "buttonOff"},
+                        {ZButton::ZrStyle(6), "button", "buttonHover", "buttonPressed", "buttonOff"},
+                        {ZButton::ZrStyle(-1), "button", "buttonHover", "buttonPressed", "buttonOff"}};
     Show();
     const auto plate = [this] { return Look(&button).pixelColor(6, 6); };
     const auto wanted = [](const char* name) { return name ? Color(name) : QColor(Qt::white); };
@@ -248,6 +251,14 @@ TEST_F(ZButtonTest, IsAsWideAsTextIconSpacingAndPadding) {
     EXPECT_EQ(button.sizeHint().width(), 20 + 16);
     button.setIcon(QString(), QSize(16, 16));
     EXPECT_EQ(button.sizeHint().width(), 20);
+}
+
+TEST_F(ZButtonTest, AsksForLessHeightWhenItIsOfTheStrip) {
+    EXPECT_GE(button.sizeHint().height(), 30);
+    button.setZrStyle(ZButton::kStrip);
+    EXPECT_EQ(int(ZButton::kStrip), 7);
+    EXPECT_EQ(button.sizeHint().height(), 24);
+    EXPECT_EQ(button.minimumSizeHint(), button.sizeHint());
 }
 
 TEST_F(ZButtonTest, ShowsItsIconBeforeItsText) {
