@@ -1,5 +1,5 @@
-// A banner of a membership from its constructor to painted pixels. The reference is the same widgets of the kit, made
-// and painted by hand.
+// A banner of a membership and the strip of a right, each from its constructor to painted pixels. The reference is the
+// same widgets of the kit, made and painted by hand.
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
@@ -7,10 +7,12 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPixmap>
+#include <algorithm>
 #include <ctime>
 
 #include "BenchTable.h"
 #include "NullHost.h"
+#include "Premium/View/ZRPremiumTimeActivationStateWidget.h"
 #include "Premium/ZRPremiumManager.h"
 #include "Vip/View/ZRVipBannerWidget.h"
 #include "premium_svr.pb.h"
@@ -18,6 +20,8 @@
 #include "ui/ZButton.h"
 #include "ui/ZMultilineTextLabel.h"
 #include "ui/ZResource.h"
+#include "ui/ZSvgWidget.h"
+#include "ui/ZText.h"
 #include "ui/zr_ui_res.h"
 
 namespace {
@@ -28,7 +32,10 @@ constexpr char kTitle[] = "Real-time quotes of all markets are part of the membe
 constexpr char kAction[] = "Open it now";
 
 constexpr const char* kBanner = "Banner made, filled and painted";
-constexpr const char* kBare = "Its widgets of the kit, bare";
+constexpr const char* kBare = "The banner's widgets of the kit, bare";
+
+constexpr const char* kStrip = "Strip made, filled and painted";
+constexpr const char* kBareStrip = "The strip's widgets of the kit, bare";
 
 double ThreadSeconds() {
     timespec time{};
@@ -70,7 +77,35 @@ QWidget* MakeBare(QWidget* page, const QPixmap& mark) {
     return strip;
 }
 
-template <class Make>
+QWidget* MakeStrip(QWidget* page) {
+    return new CZRPremiumTimeActivationStateWidget(QString::fromLatin1(kTitle), QString::fromLatin1(kAction),
+                                                   QStringLiteral("D"), QString(), 12, page);
+}
+
+QWidget* MakeBareStrip(QWidget* page) {
+    auto* strip = new QWidget(page);
+    auto* layout = new QHBoxLayout(strip);
+    layout->setContentsMargins(8, 4, 4, 4);
+    auto* tag = new ZSvgWidget(strip);
+    tag->setSvgIconName(ZResource::icon_premium_tag_normal);
+    tag->setFixedSize(54, 16);
+    layout->addWidget(tag);
+    for (const char* words : {kTitle, "12", " days"}) {
+        auto* text = new ZText(QString::fromLatin1(words), strip);
+        text->setFixedHeight(16);
+        layout->addWidget(text);
+    }
+    auto* hidden = new ZText(strip);
+    hidden->hide();
+    layout->addStretch();
+    auto* button = new ZButton(strip);
+    button->setZrStyle(ZButton::kStrip);
+    button->setText(QString::fromLatin1(kAction));
+    layout->addWidget(button);
+    return strip;
+}
+
+template <class Text, class Make>
 void MadeAndPainted(benchmark::State& state, CNullHost& host, Make make) {
     QWidget page;
     page.resize(500, 300);
@@ -85,9 +120,11 @@ void MadeAndPainted(benchmark::State& state, CNullHost& host, Make make) {
         strip->render(&target);
         state.SetIterationTime(ThreadSeconds() - begin);
 
-        const auto* text = strip->findChild<ZMultilineTextLabel*>();
+        const QList<Text*> texts = strip->findChildren<Text*>();
+        const bool hasText =
+            std::any_of(texts.begin(), texts.end(), [](const Text* text) { return text->isVisible(); });
         const auto* button = strip->findChild<ZButton*>();
-        if (!text || !text->isVisible() || !button || !button->isVisible()) {
+        if (!hasText || !button || !button->isVisible()) {
             state.SkipWithError("A text or a button is missing");
         }
         delete strip;
@@ -116,10 +153,16 @@ int main(int argc, char** argv) {
         zr_ui_res::TResource<QPixmap>(QString(ZResource::img_vip_16_normal)).value(1.0).scaled(QSize(16, 16));
 
     benchmark::RegisterBenchmark(kBanner, [&](benchmark::State& state) {
-        MadeAndPainted(state, host, MakeBanner);
+        MadeAndPainted<ZMultilineTextLabel>(state, host, MakeBanner);
     })->UseManualTime();
     benchmark::RegisterBenchmark(kBare, [&](benchmark::State& state) {
-        MadeAndPainted(state, host, [&](QWidget* page) { return MakeBare(page, mark); });
+        MadeAndPainted<ZMultilineTextLabel>(state, host, [&](QWidget* page) { return MakeBare(page, mark); });
     })->UseManualTime();
-    return bench::RunComparisons(argc, argv, {{kBanner, kBare, 3}});
+    benchmark::RegisterBenchmark(kStrip, [&](benchmark::State& state) {
+        MadeAndPainted<ZText>(state, host, MakeStrip);
+    })->UseManualTime();
+    benchmark::RegisterBenchmark(kBareStrip, [&](benchmark::State& state) {
+        MadeAndPainted<ZText>(state, host, MakeBareStrip);
+    })->UseManualTime();
+    return bench::RunComparisons(argc, argv, {{kBanner, kBare, 3}, {kStrip, kBareStrip, 3}});
 }
