@@ -8,6 +8,7 @@
 #include <QPainter>
 
 #include "BenchTable.h"
+#include "Offscreen.h"
 #include "ui/ZBackgroundBlurWidget.h"
 
 namespace {
@@ -119,9 +120,7 @@ constexpr const char* kPlain = "The card alone";
 }  // namespace
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    int applicationArgc = 1;
-    const QApplication application(applicationArgc, argv);
+    const bench::COffscreen application(argv);
 
     CScene plain;
     plain.show();

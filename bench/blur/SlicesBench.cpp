@@ -4,6 +4,7 @@
 #include <QPainter>
 
 #include "BenchTable.h"
+#include "Offscreen.h"
 #include "support/SliceMeter.h"
 #include "ui/ZBackgroundBlurWidget.h"
 
@@ -14,13 +15,10 @@ constexpr double kSliceLimitNanos = 10e6;
 constexpr int kChanges = 20;
 constexpr int kQuickChanges = 2;
 
-/// Quotes of which one changes.
+/// Quotes of which one changes, not flagged opaque, as in a page.
 class CCard : public QWidget {
 public:
-    explicit CCard(QWidget* parent) : QWidget(parent) {
-        resize(kSize);
-        setAttribute(Qt::WA_OpaquePaintEvent);
-    }
+    explicit CCard(QWidget* parent) : QWidget(parent) { resize(kSize); }
 
     void Change() {
         ++m_nChanges;
@@ -72,9 +70,7 @@ double LongestSlice(int changes) {
 int main(int argc, char** argv) {
     std::vector<char*> arguments(argv, argv + argc);
     const bench::Options options = bench::TakeOptions(arguments);
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    int applicationArgc = 1;
-    const QApplication application(applicationArgc, argv);
+    const bench::COffscreen application(argv);
     const double longest = LongestSlice(options.quick ? kQuickChanges : kChanges);
     return bench::PrintRows(
         {{"Longest slice of a blur of 3840 x 2160", longest, "What nobody notices", kSliceLimitNanos, 1}}, options);

@@ -12,6 +12,7 @@
 
 #include "BenchTable.h"
 #include "NullHost.h"
+#include "Offscreen.h"
 #include "Premium/View/ZRPremiumTimeActivationStateWidget.h"
 #include "Premium/ZRPremiumManager.h"
 #include "Vip/View/ZRVipBannerWidget.h"
@@ -135,10 +136,7 @@ void MadeAndPainted(benchmark::State& state, CNullHost& host, Make make) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QCoreApplication::setEventDispatcher(new CVirtualEventDispatcher);  // the application takes it over
-    int applicationArgc = 1;
-    const QApplication application(applicationArgc, argv);
+    const bench::COffscreen application(argv, new CVirtualEventDispatcher);
 
     CNullHost host{std::string()};
     CZRPremiumManager::Singleton()->Init();

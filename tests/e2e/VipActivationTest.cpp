@@ -1,4 +1,5 @@
 // A ready right from the click to what the server and the user see, and the reports of VIP widgets at the server.
+#include <QApplication>
 #include <QMouseEvent>
 #include <QTest>
 #include <QToolButton>
@@ -8,6 +9,7 @@
 #include "VipSlot.h"
 #include "ui/ZButton.h"
 #include "ui/ZToast.h"
+#include "webview/ZRWebDialog.h"
 
 using namespace ::testing;
 
@@ -184,4 +186,26 @@ TEST_F(VipActivationTest, ClickOnATagReportsAndIconsAndEntriesReportNothing) {
                                 "ViewPremiumFunctionEntrance", ContainsRegex("Ad")))
             << count;
     }
+}
+
+TEST_F(VipActivationTest, ClickOnATagOpensTheServersPageOfTheMembershipCentre) {
+    using core::webview::ZRWebDialog;
+    options.webEngine = true;
+    LogIn(kMemberOfGrade2);
+    Choose("account");
+    ASSERT_TRUE(WaitInRealTime([this] { return Seen("CZRVipTagWidget") != nullptr; }));
+    std::vector<std::string> opened;
+    QObject::connect(client, &CComposition::WebOpened, &watcher,
+                     [&opened](const QUrl& url) { opened.push_back(url.path().toStdString()); });
+
+    Click(Seen("CZRVipTagWidget"));
+
+    EXPECT_THAT(opened, ElementsAre("/link/202011732"));
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto dialog = std::find_if(windows.begin(), windows.end(), [](const QWidget* top) {
+        return qobject_cast<const ZRWebDialog*>(top) != nullptr;
+    });
+    ASSERT_NE(dialog, windows.end());
+    EXPECT_EQ((*dialog)->size(), QSize(390, 848));
+    EXPECT_TRUE(WaitInRealTime([this] { return !server->HttpTo("/link/202011732").empty(); }));
 }

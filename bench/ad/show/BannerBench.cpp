@@ -10,6 +10,7 @@
 #include "Ad/Controller/ZRAdBannerController.h"
 #include "BenchTable.h"
 #include "NullHost.h"
+#include "Offscreen.h"
 #include "support/VirtualEventDispatcher.h"
 #include "ui/ZSlideshow.h"
 
@@ -91,10 +92,7 @@ double MostInOneRound(CRunningBanner& banner) {
 int main(int argc, char** argv) {
     std::vector<char*> arguments(argv, argv + argc);
     const bench::Options options = bench::TakeOptions(arguments);
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QCoreApplication::setEventDispatcher(new CVirtualEventDispatcher);  // the application takes it over
-    int applicationArgc = 1;
-    const QApplication application(applicationArgc, argv);
+    const bench::COffscreen application(argv, new CVirtualEventDispatcher);
 
     CNullHost host(kAnswer);
     CRunningBanner banner(host);

@@ -12,6 +12,7 @@
 #include "Ad/View/ZRAdBottomPopupView.h"
 #include "BenchTable.h"
 #include "NullHost.h"
+#include "Offscreen.h"
 #include "support/ScriptedMainFrame.h"
 #include "support/VirtualEventDispatcher.h"
 #include "ui/ZIconButton.h"
@@ -94,10 +95,7 @@ void Bare(benchmark::State& state, CNullHost& host, QWidget& window) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QCoreApplication::setEventDispatcher(new CVirtualEventDispatcher);  // the application takes it over
-    int applicationArgc = 1;
-    const QApplication application(applicationArgc, argv);
+    const bench::COffscreen application(argv, new CVirtualEventDispatcher);
 
     CNullHost host{std::string()};
     QWidget window;

@@ -9,6 +9,7 @@
 
 #include "BenchTable.h"
 #include "LargePictures.h"
+#include "Offscreen.h"
 #include "PictureSource.h"
 #include "core/IClientState.h"
 #include "framework/Ports.h"
@@ -57,9 +58,7 @@ double LongestSlice(CPictureService& pictures, const QString& url) {
 int main(int argc, char** argv) {
     std::vector<char*> arguments(argv, argv + argc);
     const bench::Options options = bench::TakeOptions(arguments);
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    int applicationArgc = 1;
-    const QApplication application(applicationArgc, argv);
+    const bench::COffscreen application(argv);
     QApplication::setQuitOnLastWindowClosed(false);
 
     const QTemporaryDir folder;

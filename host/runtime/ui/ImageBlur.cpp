@@ -8,6 +8,7 @@ namespace host {
 namespace {
 
 constexpr int kLargestCell = 16;
+constexpr int kSmallestWholeCell = 4;
 // With fewer cells in a sigma, the cells of a blurred edge are visible.
 constexpr double kCellsInSigma = 1.5;
 constexpr double kWindowInSigmas = 3.0;
@@ -77,15 +78,6 @@ Pixel Sum(const Pixel* first, size_t distance, const std::vector<float>& weights
     return sum;
 }
 
-/// The sum over a row of four pixels, of blue and red or of green and alpha.
-quint32 Across(const FourPixels& sums) {
-    return sums[0] + sums[1] + sums[2] + sums[3];
-}
-
-Pixel Average(quint32 even, quint32 odd, float part) {
-    return Pixel{float(even & 0xffff), float(odd & 0xffff), float(even >> 16), float(odd >> 16)} * part;
-}
-
 /// Adds up a cell row by row. Each sum of two colours has 16 bits for each, which a cell of 16 by 16 just fits.
 Pixel PartialCell(const uchar* from, int bytesPerLine, int columns, int rows) {
     quint32 even = 0;
@@ -97,38 +89,52 @@ Pixel PartialCell(const uchar* from, int bytesPerLine, int columns, int rows) {
             odd += (line[x] >> 8) & 0x00ff00ff;
         }
     }
-    return Average(even, odd, 1.0F / float(columns * rows));
+    return Pixel{float(even & 0xffff), float(odd & 0xffff), float(even >> 16), float(odd >> 16)} *
+           (1.0F / float(columns * rows));
+}
+
+/// Adds up the sums of blue and red, and of green and alpha, of four columns of pixels.
+Pixel SumOf(const EightNumbers& even, const EightNumbers& odd) {
+    const auto evens = FourPixels(even);
+    const auto odds = FourPixels(odd);
+    const FourPixels halves =
+        __builtin_shufflevector(evens, odds, 0, 4, 1, 5) + __builtin_shufflevector(evens, odds, 2, 6, 3, 7);
+    const FourPixels sums = halves + __builtin_shufflevector(halves, halves, 2, 3, 0, 1);
+    const FourPixels low = sums & 0xffff;
+    const FourPixels high = sums >> 16;
+    return __builtin_convertvector(__builtin_shufflevector(low, high, 0, 1, 4, 5), Pixel);
 }
 
 template <int kCell>
-Pixel WholeCell(const uchar* from, int bytesPerLine) {
-    FourPixels even{};
-    FourPixels odd{};
-    for (int y = 0; y < kCell; ++y, from += bytesPerLine) {
-        for (int x = 0; x < kCell; x += 4) {
-            FourPixels pixels;
-            std::memcpy(&pixels, from + x * 4, sizeof pixels);
-            even += pixels & 0x00ff00ff;
-            odd += (pixels >> 8) & 0x00ff00ff;
+void ReduceCells(const uchar* from, int bytesPerLine, int count, Pixel* to) {
+    for (; count > 0; --count, from += kCell * 4, ++to) {
+        EightNumbers even{};
+        EightNumbers odd{};
+        const uchar* line = from;
+        for (int y = 0; y < kCell; ++y, line += bytesPerLine) {
+            for (int x = 0; x < kCell; x += 4) {
+                EightNumbers numbers;
+                std::memcpy(&numbers, line + x * 4, sizeof numbers);
+                even += numbers & 0xff;
+                odd += numbers >> 8;
+            }
         }
+        *to = SumOf(even, odd) * (1.0F / float(kCell * kCell));
     }
-    return Average(Across(even), Across(odd), 1.0F / float(kCell * kCell));
 }
 
-Pixel AverageOf(const uchar* from, int bytesPerLine, int cell, int columns, int rows) {
-    if (columns == cell && rows == cell) {
-        switch (cell) {
-            case 4:
-                return WholeCell<4>(from, bytesPerLine);
-            case 8:
-                return WholeCell<8>(from, bytesPerLine);
-            case 16:
-                return WholeCell<16>(from, bytesPerLine);
-            default:
-                break;
-        }
+void ReduceCells(const uchar* from, int bytesPerLine, int cell, int count, Pixel* to) {
+    switch (cell) {
+        case 4:
+            ReduceCells<4>(from, bytesPerLine, count, to);
+            break;
+        case 8:
+            ReduceCells<8>(from, bytesPerLine, count, to);
+            break;
+        default:
+            ReduceCells<16>(from, bytesPerLine, count, to);
+            break;
     }
-    return PartialCell(from, bytesPerLine, columns, rows);
 }
 
 EightNumbers Eight(const quint64* cells) {
@@ -157,22 +163,51 @@ CImageBlur::CImageBlur(const QSize& size, double sigma) : m_size(size), m_nCell(
 
 bool CImageBlur::Take(const QImage& part, const QPoint& at) {
     ReadyRegisters();
-    const int bytesPerLine = part.bytesPerLine();
     bool differs = false;
     for (int top = 0; top < part.height(); top += m_nCell) {
-        const int rows = std::min(m_nCell, part.height() - top);
-        const uchar* from = part.constScanLine(top);
-        Pixel* to =
-            &m_taken[size_t((at.y() + top) / m_nCell) * size_t(m_reducedSize.width()) + size_t(at.x() / m_nCell)];
-        for (int left = 0; left < part.width(); left += m_nCell, from += m_nCell * 4, ++to) {
-            const Pixel pixel = AverageOf(from, bytesPerLine, m_nCell, std::min(m_nCell, part.width() - left), rows);
-            // Equal pixels give equal bits.
-            // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison)
-            differs = differs || std::memcmp(&pixel, to, sizeof pixel) != 0;
-            *to = pixel;
+        Reduce(part, top);
+        Pixel* taken = TakenAt(at + QPoint(0, top));
+        if (!IsReduced(taken)) {
+            differs = true;
+            std::copy(m_reducedRow.begin(), m_reducedRow.end(), taken);
         }
     }
     return differs;
+}
+
+bool CImageBlur::Holds(const QImage& whole) {
+    ReadyRegisters();
+    for (int top = 0; top < whole.height(); top += m_nCell) {
+        Reduce(whole, top);
+        if (!IsReduced(TakenAt(QPoint(0, top)))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// Reduces the row of cells that begins at `top`.
+void CImageBlur::Reduce(const QImage& part, int top) {
+    const int bytesPerLine = part.bytesPerLine();
+    const int rows = std::min(m_nCell, part.height() - top);
+    const uchar* from = part.constScanLine(top);
+    const int whole = rows == m_nCell && m_nCell >= kSmallestWholeCell ? part.width() / m_nCell : 0;
+    m_reducedRow.resize(size_t((part.width() + m_nCell - 1) / m_nCell));
+    ReduceCells(from, bytesPerLine, m_nCell, whole, m_reducedRow.data());
+    for (size_t i = size_t(whole); i < m_reducedRow.size(); ++i) {
+        const int left = int(i) * m_nCell;
+        m_reducedRow[i] = PartialCell(from + left * 4, bytesPerLine, std::min(m_nCell, part.width() - left), rows);
+    }
+}
+
+// Equal pixels give equal bits.
+bool CImageBlur::IsReduced(const Pixel* taken) const {
+    // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison)
+    return std::memcmp(m_reducedRow.data(), taken, m_reducedRow.size() * sizeof(Pixel)) == 0;
+}
+
+CImageBlur::Pixel* CImageBlur::TakenAt(const QPoint& at) {
+    return &m_taken[size_t(at.y() / m_nCell) * size_t(m_reducedSize.width()) + size_t(at.x() / m_nCell)];
 }
 
 // Beyond the edges the image goes on with the colours of its edge.

@@ -27,6 +27,9 @@ public:
     /// a cell or of the image. Returns whether it differs from what was there.
     bool Take(const QImage& part, const QPoint& at);
 
+    /// Returns whether the image, in a format of 32 bits, is what was taken.
+    bool Holds(const QImage& whole);
+
     /// Blurs what was taken.
     void Blur();
 
@@ -34,6 +37,9 @@ public:
     void Write(QImage& result, QImage::Format format, const QColor& tint);
 
 private:
+    void Reduce(const QImage& part, int top);
+    bool IsReduced(const Pixel* taken) const;
+    Pixel* TakenAt(const QPoint& at);
     template <int kCell>
     void Enlarge(QImage& result);
     void WriteUnreduced(QImage& result) const;
@@ -45,6 +51,7 @@ private:
     std::vector<Pixel> m_taken;
     std::vector<Pixel> m_blurred;
     // Buffers that are kept between calls.
+    std::vector<Pixel> m_reducedRow;
     std::vector<Pixel> m_padded;
     std::vector<quint64> m_cells;  // four numbers of 16 bits each
     std::vector<quint64> m_row;

@@ -175,7 +175,7 @@ struct ZBackgroundBlurWidget::Private {
                    format == other.format;
         }
         bool HasBlurOf(const SSetting& other) const {
-            return size == other.size && qFuzzyCompare(ratio, other.ratio) && qFuzzyCompare(sigma, other.sigma);
+            return Pixels() == other.Pixels() && qFuzzyCompare(sigma, other.sigma);
         }
         QSize Pixels() const { return QSizeF(QSizeF(size) * ratio).toSize().expandedTo(QSize(1, 1)); }
         bool IsSmall() const { return qint64(Pixels().width()) * Pixels().height() <= kSmallPixels; }
@@ -306,6 +306,69 @@ struct ZBackgroundBlurWidget::Private {
             suspects = owner->rect();
         }
         return true;
+    }
+
+    /// Compares what is painted behind the widget so far with what was taken. If it is the same, the source's paint
+    /// events were no news, and the source need not be painted a second time.
+    void CompareWithScreen(QPainter& painter, const QRegion& painted) {
+        const QPaintDevice* device = painter.paintEngine()->paintDevice();
+        if (suspects.isEmpty() || !(QRegion(owner->rect()) - painted).isEmpty() || !IsScreen(device) ||
+            device->devType() != QInternal::Image || !IsSourceOnScreen()) {
+            return;
+        }
+        const auto* screen = static_cast<const QImage*>(device);
+        const QRect area(painter.deviceTransform().map(QPoint()), setting.Pixels());
+        if (screen->depth() == 32 && screen->rect().contains(area) &&
+            blur.Holds(QImage(screen->constScanLine(area.top()) + area.left() * 4, area.width(), area.height(),
+                              screen->bytesPerLine(), screen->format()))) {
+            suspects = QRegion();
+        }
+    }
+
+    bool IsScreen(const QPaintDevice* device) const {
+        return owner->backingStore() && owner->backingStore()->paintDevice() == device;
+    }
+
+    /// Returns whether nothing is painted between the source and the widget. The source contains the mask, or is the
+    /// sibling below it.
+    bool IsSourceOnScreen() const {
+        for (QWidget* widget = Mask(); IsClear(widget); widget = widget->parentWidget()) {
+            if (VisibleSibling(widget, -1) == setting.source) {
+                return true;
+            }
+            if (widget->isWindow() || VisibleSibling(widget, 1)) {
+                return false;
+            }
+            if (widget->parentWidget() == setting.source) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    /// Returns whether the widget has no background, by one of its pixels.
+    bool IsClear(QWidget* widget) const {
+        QImage pixel(1, 1, QImage::Format_ARGB32_Premultiplied);
+        pixel.fill(Qt::transparent);
+        const QPoint place = owner->mapTo(widget, owner->rect().center());
+        const SGrab grab;
+        widget->render(&pixel, QPoint(), QRect(place, QSize(1, 1)), QWidget::RenderFlags());
+        return pixel.pixel(0, 0) == 0;
+    }
+
+    /// Returns the next sibling above (1) or below (-1) that is not hidden; null if there is none.
+    static const QWidget* VisibleSibling(QWidget* widget, int step) {
+        if (widget->isWindow()) {
+            return nullptr;
+        }
+        const QObjectList& siblings = widget->parentWidget()->children();
+        for (int i = siblings.indexOf(widget) + step; i >= 0 && i < siblings.size(); i += step) {
+            const auto* sibling = qobject_cast<const QWidget*>(siblings[i]);
+            if (sibling && !sibling->isWindow() && !sibling->isHidden()) {
+                return sibling;
+            }
+        }
+        return nullptr;
     }
 
     /// Paints the next rows of the source that are suspect and compares them.
@@ -577,11 +640,12 @@ void ZBackgroundBlurWidget::paintEvent(QPaintEvent* event) {
     bool isWhole = d->hasPicture;
     if (isBlurring && isVisible()) {
         if (d->setting.IsSmall()) {
+            d->CompareWithScreen(painter, event->region());
             const bool isNew = d->BlurIfChanged();
             d->Tint(blend);
             // A part of the widget was asked for, or another device than the screen.
-            if (isNew && (!(visibleRegion() - event->region()).isEmpty() || !backingStore() ||
-                          painter.paintEngine()->paintDevice() != backingStore()->paintDevice())) {
+            if (isNew && (!(visibleRegion() - event->region()).isEmpty() ||
+                          !d->IsScreen(painter.paintEngine()->paintDevice()))) {
                 d->isShowDue = true;
                 d->PostLook();
             }

@@ -150,6 +150,22 @@ TEST(ImageBlur, ReportsADifferenceOfOnePixel) {
     }
 }
 
+TEST(ImageBlur, HoldsTheImageThatWasTakenAndNoOther) {
+    for (const double sigma : {1.0, 4.0, 12.3, 40.0}) {
+        QImage image = Photograph();
+        CImageBlur blur(image.size(), sigma);
+        EXPECT_FALSE(blur.Holds(image)) << sigma;
+        blur.Take(image, QPoint());
+        EXPECT_TRUE(blur.Holds(image)) << sigma;
+        for (const QPoint& place : {QPoint(0, 0), QPoint(319, 0), QPoint(5, 199), QPoint(319, 199)}) {
+            QImage other = image.copy();
+            other.setPixel(place, ~other.pixel(place));
+            EXPECT_FALSE(blur.Holds(other)) << sigma << " " << place.x();
+        }
+        EXPECT_TRUE(blur.Holds(image)) << sigma;
+    }
+}
+
 TEST(ImageBlur, TakesAPartAtItsPlace) {
     const QImage image = Text();
     CImageBlur blur(image.size(), 12.3);

@@ -137,6 +137,73 @@ TEST_F(BackgroundBlurTest, ARepaintWithoutChangeDoesNotBlur) {
     EXPECT_EQ(Look(&window), before);
 }
 
+TEST_F(BackgroundBlurTest, RepaintWithoutChangePaintsTheSourceOnce) {
+    auto* counting = new CCounting(card);
+    counting->setGeometry(kAll);
+    auto* mask = new QWidget(card);
+    mask->setGeometry(kAll);
+    auto* blur = new ZBackgroundBlurWidget(mask);
+    blur->setGeometry(kAll);
+    Show();
+    counting->paints = 0;
+
+    EXPECT_EQ(Blurs(blur, [&] { blur->update(); }), 0);
+    EXPECT_EQ(counting->paints, 1);
+
+    // The change is seen, taken and shown.
+    counting->color = Qt::blue;
+    counting->paints = 0;
+    EXPECT_EQ(Blurs(blur, [&] { counting->update(); }), 1);
+    EXPECT_EQ(counting->paints, 2);
+    EXPECT_EQ(At(100, 50), QColor(Qt::blue));
+}
+
+TEST_F(BackgroundBlurTest, RepaintWithoutChangePaintsAGivenSourceBelowTheMaskOnce) {
+    auto* counting = new CCounting(card);
+    counting->setGeometry(kAll);
+    auto* mask = new QWidget(card);
+    mask->setGeometry(kAll);
+    auto* blur = new ZBackgroundBlurWidget(mask);
+    blur->setGeometry(kAll);
+    blur->setPainterBufferSource(WidgetPainterBufferSource(counting));
+    Show();
+    counting->paints = 0;
+
+    EXPECT_EQ(Blurs(blur, [&] { blur->update(); }), 0);
+
+    EXPECT_EQ(counting->paints, 1);
+}
+
+TEST_F(BackgroundBlurTest, FollowsAChangeBehindAMaskWithABackgroundOfTheSameColour) {
+    card->SetColors(Qt::white, Qt::white);
+    auto* mask = new CHalves(card, Qt::white, Qt::white);
+    auto* blur = new ZBackgroundBlurWidget(mask);
+    blur->setGeometry(kAll);
+    Show();
+
+    EXPECT_EQ(Blurs(blur, [&] { card->SetColors(Qt::black, Qt::black); }), 1);
+
+    EXPECT_EQ(At(100, 50), QColor(Qt::black));
+}
+
+TEST_F(BackgroundBlurTest, FollowsAGivenSourceUnderAWidgetOfTheSameColour) {
+    card->SetColors(Qt::white, Qt::white);
+    auto* source = new CHalves(card, Qt::white, Qt::white);
+    new CHalves(card, Qt::white, Qt::white);  // between the source and the mask
+    auto* mask = new QWidget(card);
+    mask->setGeometry(kAll);
+    auto* blur = new ZBackgroundBlurWidget(mask);
+    blur->setGeometry(kAll);
+    blur->setPainterBufferSource(WidgetPainterBufferSource(source));
+    Show();
+
+    source->SetColors(Qt::black, Qt::black);
+    time.Settle();
+    blur->repaint();
+
+    EXPECT_EQ(At(100, 50).red(), 0);
+}
+
 TEST_F(BackgroundBlurTest, FollowsAChangeBehindItWithOneBlur) {
     CMask* mask = Mask();
 
@@ -236,6 +303,19 @@ TEST_F(BackgroundBlurTest, FollowsItsPlaceOverAFixedSource) {
     EXPECT_EQ(Blurs(mask->blur, [&] { holderOfMask->move(140, 0); }), 1);
 
     EXPECT_EQ(At(190, 50), QColor(Qt::white));
+}
+
+TEST_F(BackgroundBlurTest, BlurIsTranslucentWhenItsWindowBecomesTranslucent) {
+    card->setGeometry(0, 0, 100, 100);
+    CMask* mask = Mask(&window);
+    const auto alpha = [&] { return window.grab().toImage().pixelColor(195, 50).alpha(); };
+    EXPECT_EQ(alpha(), 255);
+
+    window.setAttribute(Qt::WA_TranslucentBackground);
+    mask->blur->update();
+    time.Settle();
+
+    EXPECT_EQ(alpha(), 0);
 }
 
 TEST_F(BackgroundBlurTest, FollowsItsSize) {
