@@ -77,6 +77,10 @@ std::optional<std::string> LinkPage(const CScenario& scenario, int64_t id) {
     const LinkEntry& entry = found->second;
     const std::string title =
         Escaped(entry.link.has_title() || entry.uses.empty() ? entry.link.title() : entry.uses.front().button);
+    std::string text;
+    for (const QString& line : QString::fromStdString(entry.link.text()).split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+        text += fmt::format(FMT_STRING("<p>{}</p>\n"), Escaped(line.toStdString()));
+    }
     std::string uses;
     for (const Use& use : entry.uses) {
         uses += fmt::format(FMT_STRING("<li>{}: {} (right {})</li>\n"), Escaped(use.right->texts().en().maintitle()),
@@ -86,8 +90,8 @@ std::optional<std::string> LinkPage(const CScenario& scenario, int64_t id) {
                                   "<meta name=\"viewport\" content=\"width=device-width\">\n"
                                   "<title>{0} {1}</title>\n"
                                   "<style>body {{ font: 16px sans-serif; margin: 24px; }}</style>\n</head>\n<body>\n"
-                                  "<h1>{1}</h1>\n<p>Link {0}</p>\n<ul>\n{2}</ul>\n</body>\n</html>\n"),
-                       id, title, uses);
+                                  "<h1>{1}</h1>\n{3}<p>Link {0}</p>\n<ul>\n{2}</ul>\n</body>\n</html>\n"),
+                       id, title, uses, text);
 }
 
 }  // namespace devserver

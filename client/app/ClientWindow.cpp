@@ -17,6 +17,7 @@ CClientWindow::CClientWindow(CComposition& composition) : CMainWindow(compositio
                               [this] { return HasFocus(); }, [this] { return Navigation().IsCollapsed(); }});
     composition.SetPageHandler([this](const QUrl& url) { return OpenPage(url); });
     connect(&composition, &CComposition::ModulesReady, this, &CClientWindow::NotifyTab);
+    connect(&composition, &CComposition::ModulesReady, &m_chatAppearance, &CAIChatAppearance::Offer);
 }
 
 CClientWindow::~CClientWindow() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "AIChatAppearance.h"
 #include "MainWindow.h"
 
 class CComposition;
@@ -29,6 +30,7 @@ private:
     void NotifyTab();
 
     CComposition& m_composition;
+    CAIChatAppearance m_chatAppearance;
     CWorkbench* m_pWorkbench = nullptr;
     EnFocusAnswer m_focusAnswer{};  // the real state until the workbench overrides it
 };

@@ -6,6 +6,7 @@
 #include <QDir>
 
 #include "Translation.h"
+#include "core/lang.h"
 #include "core/message_ids.h"
 #include "framework/HostLog.h"
 #include "framework/Ports.h"
@@ -33,6 +34,16 @@ void Drain() {
 
 QUrl Loopback(const char* scheme, quint16 port) {
     return QUrl(QStringLiteral("%1://127.0.0.1:%2").arg(QString::fromLatin1(scheme)).arg(port));
+}
+
+constexpr const char* kLanguageKey = "Client_Language";
+
+int FirstLanguage(ILocalStore& store, int wanted) {
+    int64_t saved = core::lang::kLanguageEnglish;
+    if (wanted < 0) {
+        store.ReadInt64(kLanguageKey, saved);
+    }
+    return wanted < 0 ? int(saved) : wanted;
 }
 
 QSize WindowSize(const QVariant& extra) {
@@ -82,8 +93,8 @@ CComposition::CComposition(const COptions& options, CFileLog& log)
       m_storeRecorder(m_store, m_traceLog),
       m_theme(m_storeRecorder),
       m_environment(m_storeRecorder, {options.release, options.velora}),
-      m_language(options.language),
-      m_translation(options.language),
+      m_language(FirstLanguage(m_storeRecorder, options.language)),
+      m_translation(m_language.LanguageId()),
       m_commonConfig(m_storeRecorder),
       m_linkTable(m_storeRecorder),
       m_channel(m_poster, m_timeAndRandom),
@@ -302,6 +313,9 @@ void CComposition::Logout() {
 
 void CComposition::SetLanguage(int languageId) {
     m_language.SetLanguage(languageId);
+    if (!m_storeRecorder.SaveInt64(kLanguageKey, languageId)) {
+        kLog.Error(FMT_STRING("The language {} could not be saved"), languageId);
+    }
     m_translation.SetLanguage(languageId);
     m_session.SetLanguage(languageId);
     m_busRecorder.Send("[Client]", core::kMsgLanguageChanged, 0, nullptr);
@@ -345,18 +359,19 @@ void CComposition::OverrideMarkets(std::vector<int> markets) {
 }
 
 bool CComposition::OpenWeb(const QUrl& url, const QVariant& extra) {
-    if (m_web.IsAvailable()) {
-        auto* dialog = new core::webview::ZRWebDialog(extra.value<core::webview::ZRWebWindowInfo>());
+    const auto info = extra.value<core::webview::ZRWebWindowInfo>();
+    if (m_web.IsAvailable() && !info.inBrowser) {
+        auto* dialog = new core::webview::ZRWebDialog(info);
         dialog->LoadUrl(url.toString(QUrl::FullyEncoded));
         dialog->Open();
-        Q_EMIT WebOpened(url, WindowSize(extra));
+        Q_EMIT WebOpened(url, info.size);
         return true;
     }
     const bool hasDesktop = m_options.openWeb && !qEnvironmentVariableIsEmpty("XDG_CURRENT_DESKTOP");
     if (hasDesktop && !QDesktopServices::openUrl(url)) {
         return false;
     }
-    Q_EMIT WebOpened(url, WindowSize(extra));
+    Q_EMIT WebOpened(url, info.size);
     return true;
 }
 

@@ -46,7 +46,7 @@ COptions COptions::Parse(const QStringList& arguments) {
     add("server", "Control address of a running server, as http://127.0.0.1:<port>.", "address", QString());
     add("token", "Token of that server.", "token", QString());
     add("user", "Log this user in; without it the first of the server's.", "id", QStringLiteral("0"));
-    add("language", "0 zh-Hans, 1 zh-Hant, 5 ja, 7 fr, any other en.", "id", QStringLiteral("2"));
+    add("language", "0 zh-Hans, 1 zh-Hant, 5 ja, 7 fr, any other en; without it the one chosen last.", "id", QString());
     add("theme", "1 light, 2 dark blue, 3 black; without it the one chosen last.", "number", QStringLiteral("0"));
     add("edition", "kestrel or velora.", "name", QStringLiteral("kestrel"));
     add("modules", "Manifest of the modules to map.", "file",
@@ -65,7 +65,9 @@ COptions COptions::Parse(const QStringList& arguments) {
     options.manifest = parser.value(QStringLiteral("modules"));
     options.serverBinary = parser.value(QStringLiteral("server-binary"));
     options.user = NumberOrExit(parser, QStringLiteral("user"));
-    options.language = int(NumberOrExit(parser, QStringLiteral("language")));
+    if (parser.isSet(QStringLiteral("language"))) {
+        options.language = int(NumberOrExit(parser, QStringLiteral("language"), std::numeric_limits<int>::max()));
+    }
     options.theme = int(NumberOrExit(parser, QStringLiteral("theme"), kLastTheme));
     options.velora = parser.value(QStringLiteral("edition")) == QLatin1String("velora");
     options.release = parser.isSet(QStringLiteral("release"));

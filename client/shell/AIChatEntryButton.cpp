@@ -1,6 +1,7 @@
 #include "AIChatEntryButton.h"
 
 #include "AIChatEntries.h"
+#include "GrowthService.h"
 #include "Icons.h"
 #include "Theme.h"
 #include "Translation.h"
@@ -38,6 +39,8 @@ CAIChatEntryButton::CAIChatEntryButton(const EntryPage& page, const CAIChatEntri
     });
     translation::OnLanguageChange(this, [this] {
         setText(tr("AI chat"));
+        // Each page has such a button.
+        setAccessibleName(text() + QStringLiteral(", ") + translation::PageText(m_page.title));
         ShowState();
     });
     connect(&entries, &CAIChatEntries::Changed, this, &CAIChatEntryButton::ShowState);
@@ -51,6 +54,11 @@ void CAIChatEntryButton::ShowState() {
 }
 
 void CAIChatEntryButton::OnClicked() {
+    const auto service = GrowthService();
+    if (!service) {
+        return;
+    }
+    service->OpenAIChatPage(m_page.chat, {}, false, true);
     const bool forced = m_entries.State(m_page.scene) == EnEntryState::ForcedOpen;
     const QString words = forced ? tr("AI chat, %1 (scene %2): forced open by the developer override")
                                  : tr("AI chat, %1 (scene %2): opened by the server to this user");

@@ -7,7 +7,7 @@
 
 class CAIChatEntries;
 
-/// The button for a page's entry to the AI chat. It is enabled while the entry is open; otherwise its tool tip has the
+/// The button that opens the AI chat for a page. It is enabled while the entry is open; otherwise its tool tip has the
 /// reason. `entries` must outlive it.
 class CAIChatEntryButton : public QPushButton {
     Q_OBJECT

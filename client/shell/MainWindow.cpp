@@ -2,6 +2,7 @@
 
 #include <QDockWidget>
 #include <QHBoxLayout>
+#include <QScrollArea>
 #include <QStackedWidget>
 #include <QTimer>
 #include <QToolButton>
@@ -17,6 +18,7 @@
 #include "Theme.h"
 #include "TitleBar.h"
 #include "Translation.h"
+#include "WindowState.h"
 #include "core/environment.h"
 #include "pages/AccountPage.h"
 #include "pages/AlertsPage.h"
@@ -29,9 +31,28 @@
 
 namespace {
 
-constexpr QSize kWindowSize(1440, 900);
+constexpr QSize kFirstSize(1440, 900);
+constexpr int kPageWidth = 860;  // with the navigation
 constexpr int kWorkbenchWidth = 580;
 constexpr int kWorkbenchLeastWidth = 400;
+
+// Returns -1 if no page has this name.
+int TabOf(const QString& name) {
+    const auto tab = std::find_if(kTabPages.begin(), kTabPages.end(),
+                                  [&name](const TabPage& row) { return name == QLatin1String(row.page.name); });
+    return tab == kTabPages.end() ? -1 : int(tab - kTabPages.begin());
+}
+
+// Content that is higher or wider than its place scrolls. Keyboard focus scrolls its control into view.
+QScrollArea* NewArea(const char* name, QWidget* content, QWidget* parent) {
+    auto* area = new QScrollArea(parent);
+    area->setObjectName(QString::fromLatin1(name));
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidget(content);
+    return area;
+}
 
 }  // namespace
 
@@ -51,11 +72,8 @@ CMainWindow::CMainWindow(ISessionControl& session)
     theme::OnThemeChange(this, [this] { setWindowIcon(QIcon(icons::Pixmap("brand", theme::kAccent, 64))); });
     setMenuWidget(m_pTitleBar);
     setCentralWidget(NewContent());
-    m_pPages->setCurrentWidget(PageAt(m_nTab));
     setStatusBar(m_pStatusLine);
     addDockWidget(Qt::RightDockWidgetArea, m_pDock);
-    resizeDocks({m_pDock}, {kWorkbenchWidth}, Qt::Horizontal);
-    resize(kWindowSize);
     // The note describes a click on the entries' former state.
     connect(&m_entries, &CAIChatEntries::Changed, m_pStatusLine, [this] { m_pStatusLine->ShowNote(QString()); });
     translation::OnLanguageChange(this, [this] {
@@ -63,9 +81,29 @@ CMainWindow::CMainWindow(ISessionControl& session)
         m_pStatusLine->ShowNote(QString());
     });
     ConnectSession();
+    RestoreState();
 }
 
-CMainWindow::~CMainWindow() = default;
+CMainWindow::~CMainWindow() {
+    window_state::Save(*this, {QString::fromLatin1(kTabPages[size_t(m_nTab)].page.name), m_pNavigation->IsCollapsed()});
+}
+
+void CMainWindow::RestoreState() {
+    const window_state::State state = window_state::Restore(*this, kFirstSize);
+    if (state.page.isEmpty()) {
+        resizeDocks({m_pDock}, {qBound(kWorkbenchLeastWidth, width() - kPageWidth, kWorkbenchWidth)}, Qt::Horizontal);
+    }
+    const int tab = TabOf(state.page);
+    m_nTab = tab < 0 ? 0 : tab;
+    m_pNavigation->Show(m_nTab);
+    m_pNavigation->SetCollapsed(state.collapsed);
+    m_pTitleBar->WorkbenchButton()->setChecked(!m_pDock->isHidden());
+    ShowCurrentPage();
+}
+
+void CMainWindow::ShowCurrentPage() {
+    m_pPages->setCurrentWidget(PageAt(m_nTab)->parentWidget()->parentWidget());
+}
 
 QWidget* CMainWindow::NewContent() {
     auto* content = new QWidget(this);
@@ -105,7 +143,7 @@ void CMainWindow::ShowPage(int index) {
         return;
     }
     m_nTab = index;
-    m_pPages->setCurrentWidget(PageAt(index));
+    ShowCurrentPage();
     OnTabChanged(index);
 }
 
@@ -136,7 +174,7 @@ CPage* CMainWindow::PageAt(int index) {
     CPage*& page = m_pages[size_t(index)];
     if (!page) {
         page = NewPage(index);
-        m_pPages->addWidget(page);
+        m_pPages->addWidget(NewArea("PageArea", page, m_pPages));
         if (page->Entry()) {
             connect(page->Entry(), &CAIChatEntryButton::Entered, m_pStatusLine, &CStatusLine::ShowNote);
         }
@@ -148,7 +186,7 @@ void CMainWindow::CreateNextLazyPart() {
     const auto missing = std::find(m_pages.begin(), m_pages.end(), nullptr);
     if (!m_pDockContent) {
         m_pDockContent = NewDockContent(m_pDock->widget());
-        m_pDock->widget()->layout()->addWidget(m_pDockContent);
+        m_pDock->widget()->layout()->addWidget(NewArea("WorkbenchArea", m_pDockContent, m_pDock));
     } else if (missing != m_pages.end()) {
         PageAt(int(missing - m_pages.begin()));
     } else {
@@ -218,13 +256,11 @@ bool CMainWindow::OpenPage(const QUrl& url) {
     if (url.host() != QLatin1String("page")) {
         return false;
     }
-    for (size_t index = 0; index < kTabPages.size(); ++index) {
-        if (url.path() == QLatin1Char('/') + QString::fromLatin1(kTabPages[index].page.name)) {
-            // Runs later, because a click handler that is still running can belong to the current page.
-            QMetaObject::invokeMethod(
-                this, [this, index] { m_pNavigation->Choose(int(index)); }, Qt::QueuedConnection);
-            return true;
-        }
+    const int tab = TabOf(url.path().mid(1));
+    if (tab >= 0) {
+        // Runs later, because a click handler that is still running can belong to the current page.
+        QMetaObject::invokeMethod(
+            this, [this, tab] { m_pNavigation->Choose(tab); }, Qt::QueuedConnection);
     }
-    return false;
+    return tab >= 0;
 }

@@ -56,7 +56,9 @@ protected:
 private:
     QWidget* NewContent();
     QDockWidget* NewDock();
+    void RestoreState();
     void ShowPage(int index);
+    void ShowCurrentPage();
     /// Returns the page and creates it on first use.
     CPage* PageAt(int index);
     CPage* NewPage(int index);

@@ -67,12 +67,17 @@ void CNavigation::ShowIcons() {
 
 void CNavigation::ShowTexts() {
     m_pToggle->setToolTip(m_bCollapsed ? tr("Expand the navigation") : tr("Collapse the navigation"));
+    m_pToggle->setAccessibleName(m_pToggle->toolTip());
     for (size_t index = 0; index < m_tabs.size(); ++index) {
         const QString title = translation::PageText(kTabPages[index].page.title);
         // Blanks separate the text from the icon, because a tool button has no spacing between them.
         m_tabs[index]->setText(QStringLiteral("  ") + title);
         m_tabs[index]->setToolTip(m_bCollapsed ? title : QString());
     }
+}
+
+void CNavigation::Show(int index) {
+    m_tabs[size_t(index)]->setChecked(true);
 }
 
 void CNavigation::Choose(int index) {

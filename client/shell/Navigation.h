@@ -16,6 +16,8 @@ public:
     bool IsCollapsed() const { return m_bCollapsed; }
     void SetCollapsed(bool collapsed);
 
+    /// Marks the tab as the current one and emits nothing.
+    void Show(int index);
     /// Does the same as a click on the tab.
     void Choose(int index);
 

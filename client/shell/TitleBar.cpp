@@ -92,5 +92,7 @@ void CTitleBar::ShowTexts() {
     }
     m_pUser->setText(name);
     m_pUser->setToolTip(tr("Switch the user"));
+    m_pUser->setAccessibleDescription(m_pUser->toolTip());
     m_pWorkbench->setToolTip(tr("Show or hide the workbench"));
+    m_pWorkbench->setAccessibleName(m_pWorkbench->toolTip());
 }

@@ -9,10 +9,15 @@
 #include "GrowthService.h"
 #include "Links.h"
 #include "Translation.h"
+#include "core/url_linkid.h"
 
 namespace {
 
-constexpr const char* kHelpAddress = "https://help.zrgrowth.example/";
+constexpr unsigned long kHelpLink = 202019001;
+
+QString HelpAddress() {
+    return QString::fromStdString(core::url_linkid::GetLinkUrlWithTargetLinkId(kHelpLink, 0));
+}
 
 }  // namespace
 
@@ -26,9 +31,10 @@ CUserMenu::CUserMenu(QWidget* parent) : ZMenu(parent), m_pFind(new QLineEdit(thi
     QAction* help = addAction(QString());
     help->setObjectName(QStringLiteral("UserMenuHelp"));
     connect(m_pLogout, &QAction::triggered, this, &CUserMenu::LogoutWanted);
-    connect(help, &QAction::triggered, this, [] { links::Open(QString::fromLatin1(kHelpAddress)); });
+    connect(help, &QAction::triggered, this, [] { links::Open(HelpAddress()); });
     connect(m_pFind, &QLineEdit::textChanged, this, &CUserMenu::Narrow);
     connect(this, &QMenu::aboutToShow, m_pFind, &QLineEdit::clear);
+    connect(this, &QMenu::aboutToShow, help, [help] { help->setEnabled(!HelpAddress().isEmpty()); });
     translation::OnLanguageChange(this, [this, help] {
         m_pFind->setPlaceholderText(tr("Find a user"));
         m_pLogout->setText(tr("Log out"));

@@ -3,6 +3,7 @@
 #include <QEvent>
 #include <QVBoxLayout>
 
+#include "AccessibleReach.h"
 #include "GrowthService.h"
 #include "PremiumRights.h"
 
@@ -107,6 +108,7 @@ void CVipSlot::Take(IGrowthVipBaseWidget* widget) {
     }
     if (m_pCovered) {
         m_pCovered->setEnabled(!widget);
+        SetOutOfReach(m_pCovered, widget);
         Follow();
     }
     setVisible(widget != nullptr);

@@ -27,7 +27,7 @@ class CVipSlot : public QWidget {
 
 public:
     /// A mask's slot lies over `covered`, a child of `parent` with the mask's minimum height. While the mask is shown,
-    /// `covered` is disabled; its owner must take the figures out of it.
+    /// `covered` is disabled and out of reach for screen readers; its owner must take the figures out of it.
     CVipSlot(const VipPlace& place, const CPremiumRights& rights, QWidget* parent, QWidget* covered = nullptr);
 
     bool IsFilled() const { return !m_pWidget.isNull(); }

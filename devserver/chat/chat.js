@@ -20,18 +20,23 @@ const element = (id) => document.getElementById(id);
 let language = 2;
 let history = [];
 let running = null;  // the AbortController of the present answer
+let reported = '';
 
 const texts = () => TEXTS[language] || TEXTS[2];
 
-// Calls that the client answers only where it has an answer: the window's own handlers never do.
+// The window's own handlers never answer.
 function tell(name, data) {
   if (bridge) {
-    bridge.call(name, {params: {data: data}}).catch(() => {});
+    bridge.notify(name, {params: {data: data}});
   }
 }
 
 function reportStatus(status, desc = '', tips = '') {
-  tell('updateAIChatNetworkStatus', {status: status, desc: desc, tips: tips});
+  const data = {status: status, desc: desc, tips: tips};
+  if (reported !== JSON.stringify(data)) {
+    reported = JSON.stringify(data);
+    tell('updateAIChatNetworkStatus', data);
+  }
 }
 
 function applyTexts() {
@@ -189,6 +194,7 @@ function start() {
   });
   document.addEventListener('keydown', (event) => {
     if (event.key === 'Escape') {
+      event.preventDefault();  // the window would close too
       if (running) {
         stop();
       } else {

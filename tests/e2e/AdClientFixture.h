@@ -135,9 +135,21 @@ protected:
         const QByteArray folderOfPictures = qgetenv("ZR_PICTURES");
         if (!folderOfPictures.isEmpty()) {
             EXPECT_TRUE(WaitInRealTime([this] { return IsWorkbenchSettled(); }));
-            const QString file =
-                QString::fromLocal8Bit(folderOfPictures) + QLatin1Char('/') + QString::fromLatin1(name);
-            EXPECT_TRUE((of ? of : window)->grab().save(file + QStringLiteral(".png")));
+            written << QString::fromLocal8Bit(folderOfPictures) + QLatin1Char('/') + QString::fromLatin1(name);
+            EXPECT_TRUE((of ? of : window)->grab().save(written.last() + QStringLiteral(".png")));
         }
     }
+
+    /// Writes a line for each picture beside it: the case, and whether it failed.
+    void TearDown() override {
+        const auto& info = *testing::UnitTest::GetInstance()->current_test_info();
+        for (const QString& picture : written) {
+            QFile line(picture + QStringLiteral(".txt"));
+            EXPECT_TRUE(line.open(QIODevice::WriteOnly));
+            line.write(QByteArray(info.name()) + (HasFailure() ? " failed" : "") + '\n');
+        }
+    }
+
+private:
+    QStringList written;
 };

@@ -179,6 +179,7 @@ TEST_F(GalleryTest, ShowsEachLookWithoutALostText) {
             }
         }
     }
+    Picture("gallery", Gallery());
 }
 
 TEST_F(GalleryTest, AppearsAndIsCompleteWithinItsTime) {

@@ -9,17 +9,18 @@ protected:
 
     ~VipClientTest() override { End(); }
 
-    /// Starts the client at the first call. Returns when the server's answers for `user` are there. Users who log in
-    /// here get no ads.
+    /// Starts the client at the first call. Returns when the server's answers for `user` are there. The server has no
+    /// ads.
     void LogIn(quint64 user) {
         if (!client) {
+            options.user = user;
             Make();
+            // No bottom popup may cover what a case clicks on.
+            QObject::connect(client, &CComposition::ServerReady, &watcher, [this] { server->Put("/v1/ads", "[]"); });
             Bind(80051, [this](unsigned int, auto, auto) { ++premiumAnswers; });
             Bind(80052, [this](unsigned int, auto, auto) { ++vipAnswers; });
             Show();
             ASSERT_TRUE(WaitInRealTime([this] { return AreAnswersThere(); }));
-            // No bottom popup may cover what a case clicks on.
-            server->Put("/v1/ads", "[]");
         }
         if (client->UserId() != user) {
             premiumAnswers = vipAnswers = 0;

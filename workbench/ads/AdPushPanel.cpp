@@ -6,10 +6,7 @@
 #include <QRegularExpression>
 #include <QVariant>
 
-#include "Theme.h"
-#include "framework/JsonText.h"
 #include "workbench/PanelWidgets.h"
-#include "workbench/ServerText.h"
 #include "workbench/ads/AdFacts.h"
 
 namespace {
@@ -31,15 +28,13 @@ constexpr AdPush kPushes[] = {
 }  // namespace
 
 CAdPushPanel::CAdPushPanel(IControlClient& server, QWidget* parent)
-    : QWidget(parent),
-      m_server(server),
+    : CPushForm(server, "AdPushMessage", parent),
       m_pPush(panel::New<QComboBox>("AdPush", this)),
       m_pType(panel::New<QLineEdit>("AdPushType", this)),
       m_pPosition(panel::New<QLineEdit>("AdPushPosition", this)),
       m_pDelay(panel::New<QLineEdit>("AdPushDelay", this)),
       m_pIdsTitle(panel::New<QLabel>("AdPushIdsTitle", this)),
-      m_pIds(panel::New<QLineEdit>("AdPushIds", this)),
-      m_pMessage(panel::New<QLabel>("AdPushMessage", this)) {
+      m_pIds(panel::New<QLineEdit>("AdPushIds", this)) {
     auto* grid = panel::NewGrid("AdPushPanel", this);
     AddRows(grid);
     ShowTexts();
@@ -55,8 +50,6 @@ void CAdPushPanel::AddRows(QGridLayout* grid) {
     m_pPosition->setText(QString::number(kBottomPopup.position));
     m_pDelay->setText(QStringLiteral("0"));
     m_pIdsTitle->setProperty("role", QStringLiteral("muted"));
-    m_pMessage->setTextFormat(Qt::PlainText);
-    m_pMessage->setWordWrap(true);
     grid->addWidget(panel::NewTitle(QStringLiteral("Push"), this), 0, 0);
     grid->addWidget(m_pPush, 0, 1, 1, 5);
     grid->addWidget(panel::NewTitle(QStringLiteral("Type"), this), 1, 0);
@@ -68,7 +61,7 @@ void CAdPushPanel::AddRows(QGridLayout* grid) {
     grid->addWidget(m_pIdsTitle, 2, 0);
     grid->addWidget(m_pIds, 2, 1, 1, 4);
     grid->addWidget(send, 2, 5);
-    grid->addWidget(m_pMessage, 3, 0, 1, 6);
+    grid->addWidget(Message(), 3, 0, 1, 6);
     for (const int column : {1, 3, 5}) {
         grid->setColumnStretch(column, 1);
     }
@@ -96,20 +89,6 @@ void CAdPushPanel::ShowIds() {
     m_pIds->setPlaceholderText(push.ids ? QStringLiteral("left out") : QString());
 }
 
-// Returns false and shows a message if the text is not a number. An empty field adds nothing.
-bool CAdPushPanel::AddNumber(Json::Value& push, const char* member, const QLineEdit& field) {
-    const QString text = field.text().trimmed();
-    if (text.isEmpty()) {
-        return true;
-    }
-    bool isNumber = false;
-    push[member] = Json::UInt(text.toUInt(&isNumber));
-    if (!isNumber) {
-        Say(QStringLiteral("No whole number from 0 to 4294967295: %1").arg(text), false);
-    }
-    return isNumber;
-}
-
 void CAdPushPanel::Send() {
     const AdPush& form = kPushes[m_pPush->currentIndex()];
     Json::Value push(Json::objectValue);
@@ -124,20 +103,5 @@ void CAdPushPanel::Send() {
             push[form.ids].append(id.toStdString());
         }
     }
-    Json::Value wish(Json::objectValue);
-    wish[form.member] = push;
-    m_server.Ask("POST", QStringLiteral("/v1/push"), QByteArray::fromStdString(host::OneLine(wish)), this,
-                 [this](const ServerAnswer& answer) {
-                     if (!answer.error.isEmpty()) {
-                         Say(ErrorText(answer), false);
-                         return;
-                     }
-                     Say(QStringLiteral("Sent to connections: %1").arg(answer.body["sent"].asInt()), true);
-                 });
-}
-
-void CAdPushPanel::Say(const QString& words, bool good) {
-    m_pMessage->setText(words);
-    m_pMessage->setProperty("good", good);
-    theme::Repolish(m_pMessage);
+    CPushForm::Send(form.member, push);
 }

@@ -5,10 +5,7 @@
 #include <QPushButton>
 #include <QVariant>
 
-#include "Theme.h"
-#include "framework/JsonText.h"
 #include "workbench/PanelWidgets.h"
-#include "workbench/ServerText.h"
 #include "workbench/rights/NumberList.h"
 
 namespace {
@@ -18,13 +15,11 @@ enum EnNeedAll { kLeftOutOfPush, kNeedAllYes, kNeedAllNo };
 }  // namespace
 
 CPushPanel::CPushPanel(IControlClient& server, QWidget* parent)
-    : QWidget(parent),
-      m_server(server),
+    : CPushForm(server, "PushMessage", parent),
       m_pDelay(panel::New<QLineEdit>("PushDelay", this)),
       m_pNeedAll(panel::New<QComboBox>("PushNeedAll", this)),
       m_pRights(panel::New<QLineEdit>("PushRights", this)),
-      m_pWindow(panel::New<QLineEdit>("PushWindow", this)),
-      m_pMessage(panel::New<QLabel>("PushMessage", this)) {
+      m_pWindow(panel::New<QLineEdit>("PushWindow", this)) {
     auto* grid = panel::NewGrid("PushPanel", this);
     AddRows(grid);
     ShowTexts();
@@ -41,8 +36,6 @@ void CPushPanel::AddRows(QGridLayout* grid) {
     m_pDelay->setText(QStringLiteral("5"));
     m_pNeedAll->setCurrentIndex(kNeedAllYes);
     m_pWindow->setText(QStringLiteral("5"));
-    m_pMessage->setTextFormat(Qt::PlainText);
-    m_pMessage->setWordWrap(true);
     grid->addWidget(panel::NewTitle(QStringLiteral("Change of rights, 20837"), this, "strong"), 0, 0, 1, 5);
     grid->addWidget(panel::NewTitle(QStringLiteral("Delay, s"), this), 1, 0);
     grid->addWidget(m_pDelay, 1, 1);
@@ -55,7 +48,7 @@ void CPushPanel::AddRows(QGridLayout* grid) {
     grid->addWidget(panel::NewTitle(QStringLiteral("Window, s"), this), 4, 0);
     grid->addWidget(m_pWindow, 4, 1, 1, 3);
     grid->addWidget(sendVip, 4, 4);
-    grid->addWidget(m_pMessage, 5, 0, 1, 5);
+    grid->addWidget(Message(), 5, 0, 1, 5);
     grid->setColumnStretch(1, 1);
     grid->setColumnStretch(3, 1);
     grid->setRowStretch(6, 1);
@@ -71,20 +64,6 @@ void CPushPanel::ShowTexts() {
     for (QLineEdit* field : {m_pDelay, m_pRights, m_pWindow}) {
         field->setPlaceholderText(QStringLiteral("left out"));
     }
-}
-
-// Returns false and shows a message if the text is not a number. An empty field adds nothing.
-bool CPushPanel::AddNumber(Json::Value& push, const char* member, const QLineEdit& field) {
-    const QString text = field.text().trimmed();
-    if (text.isEmpty()) {
-        return true;
-    }
-    bool isNumber = false;
-    push[member] = Json::UInt(text.toUInt(&isNumber));
-    if (!isNumber) {
-        Say(QStringLiteral("No whole number from 0 to 4294967295: %1").arg(text), false);
-    }
-    return isNumber;
 }
 
 void CPushPanel::SendPremium() {
@@ -111,23 +90,4 @@ void CPushPanel::SendVip() {
     if (AddNumber(push, "windowSeconds", *m_pWindow)) {
         Send("vipChange", push);
     }
-}
-
-void CPushPanel::Send(const char* member, const Json::Value& push) {
-    Json::Value wish(Json::objectValue);
-    wish[member] = push;
-    m_server.Ask("POST", QStringLiteral("/v1/push"), QByteArray::fromStdString(host::OneLine(wish)), this,
-                 [this](const ServerAnswer& answer) {
-                     if (!answer.error.isEmpty()) {
-                         Say(ErrorText(answer), false);
-                         return;
-                     }
-                     Say(QStringLiteral("Sent to connections: %1").arg(answer.body["sent"].asInt()), true);
-                 });
-}
-
-void CPushPanel::Say(const QString& words, bool good) {
-    m_pMessage->setText(words);
-    m_pMessage->setProperty("good", good);
-    theme::Repolish(m_pMessage);
 }

@@ -73,6 +73,7 @@ QWidget* CZRAIChatWebTitleBar::createCustomWidget() {
     m_pPinButton->setIconMargins(kPinMargin);
     m_pPinButton->setHoverBackground(false);
     m_pPinButton->setCheckable(true);
+    m_pPinButton->setAccessibleName(core::langx::tr(900016, "Keep on top"));
     FrameWork::ConnectChecked(kGrowthModuleTag, m_pPinButton, &ZIconButton::clicked, this,
                               &CZRAIChatWebTitleBar::OnPinBtnClicked);
     buttons->addWidget(m_pPinButton);

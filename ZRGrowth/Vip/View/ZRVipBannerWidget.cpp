@@ -25,17 +25,7 @@ constexpr unsigned int kTextDays = 277228;
 constexpr unsigned int kTextDay = 277229;
 constexpr const char* kDaysFallback = "日";
 
-bool HasBanner(int activationType) {
-    switch (activationType) {
-        case web_premium_access::LIMITED_TIME_ACTIVATION:
-        case web_premium_access::FROZEN_ACTIVATION:
-        case web_premium_access::NOT_ACTIVATION:
-        case web_premium_access::READY_ACTIVATION:
-            return true;
-        default:
-            return false;
-    }
-}
+constexpr vip_view::SOfferRule kRule{/*servesLimitedTime=*/true, /*needsTitle=*/true, /*namesDataType=*/false};
 
 }  // namespace
 
@@ -49,24 +39,11 @@ CZRVipBannerWidget::CZRVipBannerWidget(EnPremiumAccess access, ZRVipUIDataType d
 CZRVipBannerWidget::~CZRVipBannerWidget() = default;
 
 bool CZRVipBannerWidget::IsVipBannerEnabled(EnPremiumAccess access, ZRVipUIDataType dataType) {
-    const CPremiumUIAccessData record = CZRPremiumManager::Singleton()->GetUIAccessData(access);
-    if (record.strUIType != QLatin1String("D")) {
-        LogInfo("Vip Banner Disabled, UI Type Mismatch, Premium Access = {}, UI Type = {}", int(access),
-                record.strUIType.toStdString());
-        return false;
+    const std::string refusal = vip_view::RefusalOf(kRule, access, dataType);
+    if (!refusal.empty()) {
+        LogInfo("Vip Banner Disabled, {}", refusal);
     }
-    if (!HasBanner(record.nActivationType)) {
-        LogInfo("Vip Banner Disabled, Activation Type Mismatch, Premium Access = {}, Activation Type = {}", int(access),
-                record.nActivationType);
-        return false;
-    }
-    const CZRVipTexts texts = SelectVipTexts(record, dataType).value_or(CZRVipTexts());
-    if (texts.strTitle.isEmpty() || texts.strBtn.isEmpty()) {
-        LogInfo("Vip Banner Disabled, Empty Premium Data, Premium Access = {}, Data Type = {}", int(access),
-                int(dataType));
-        return false;
-    }
-    return true;
+    return refusal.empty();
 }
 
 void CZRVipBannerWidget::InitUI() {

@@ -36,26 +36,20 @@ constexpr QSize kButtonSize(150, 28);
 constexpr QSize kButtonIconSize(16, 16);
 
 // In contrast to a banner, a mask never covers a right that is active for a limited time.
-bool HasMask(int activationType) {
-    switch (activationType) {
-        case web_premium_access::FROZEN_ACTIVATION:
-        case web_premium_access::NOT_ACTIVATION:
-        case web_premium_access::READY_ACTIVATION:
-            return true;
-        default:
-            return false;
-    }
-}
+// The locked one's is the same for the compact layout, which shows no title and needs one nevertheless.
+constexpr vip_view::SOfferRule kLockedRule{/*servesLimitedTime=*/false, /*needsTitle=*/true, /*namesDataType=*/true};
+constexpr vip_view::SOfferRule kExclusiveRule{/*servesLimitedTime=*/false, /*needsTitle=*/false,
+                                              /*namesDataType=*/true};
 
 zr_ui_res::TResource<QColor> BlendColor(bool popupStyle) {
     return zr_ui_res::TResource<QColor>(popupStyle ? QStringLiteral("style_skin_premium/popwnd_foreground")
                                                    : QStringLiteral("style_skin_premium/foreground"));
 }
 
-void RefreshBlur(ZBackgroundBlurWidget* blur, double radiusTheme3, double radiusOther, bool popupStyle) {
+void RefreshBlur(ZBackgroundBlurWidget* blur, const SVipMaskBlur& look) {
     const bool isTheme3 = zr_ui_theme::Manager::instance()->getTheme() == zr_ui_theme::Manager::kThemeBlack;
-    blur->setBlurRadius(isTheme3 ? radiusTheme3 : radiusOther);
-    blur->setBlendColor(BlendColor(popupStyle));
+    blur->setBlurRadius(isTheme3 ? look.radiusTheme3 : look.radiusOther);
+    blur->setBlendColor(BlendColor(look.popupStyle));
 }
 
 // Prepares the mask and returns the layout on its blur, which begins with a stretch.
@@ -84,45 +78,27 @@ CZRVipLockedMaskWidget::CZRVipLockedMaskWidget(ZRVipMaskType maskType, EnPremium
                                                QString pageId, QWidget* parent, WidgetPainterBufferSource bufferSource,
                                                double blurRadiusTheme3, double blurRadiusOther, bool popupStyle)
     : CZRVipBaseWidget(access, std::move(pageId), parent),
-      m_dBlurRadiusTheme3(blurRadiusTheme3),
-      m_dBlurRadiusOther(blurRadiusOther),
-      m_bPopupStyle(popupStyle),
+      m_blur{blurRadiusTheme3, blurRadiusOther, popupStyle},
       m_enDataType(dataType) {
-    InitUI(maskType, bufferSource, popupStyle);
+    InitUI(maskType, bufferSource);
     CZRVipLockedMaskWidget::UpdateUIData(access, dataType);
 }
 
 CZRVipLockedMaskWidget::~CZRVipLockedMaskWidget() = default;
 
-// The rule is the same for the compact layout, which shows no title and needs one nevertheless.
 bool CZRVipLockedMaskWidget::IsVipMaskEnabled(EnPremiumAccess access, ZRVipUIDataType dataType) {
-    const CPremiumUIAccessData record = CZRPremiumManager::Singleton()->GetUIAccessData(access);
-    if (record.strUIType != QLatin1String("D")) {
-        LogInfo("Vip Locked Mask Disabled, UI Type Mismatch, Premium Access = {}, UI Type = {}", int(access),
-                record.strUIType.toStdString());
-        return false;
+    const std::string refusal = vip_view::RefusalOf(kLockedRule, access, dataType);
+    if (!refusal.empty()) {
+        LogInfo("Vip Locked Mask Disabled, {}", refusal);
     }
-    if (!HasMask(record.nActivationType)) {
-        LogInfo(
-            "Vip Locked Mask Disabled, Activation Type Mismatch, Premium Access = {}, Activation Type = {}, "
-            "Data Type = {}",
-            int(access), record.nActivationType, int(dataType));
-        return false;
-    }
-    const CZRVipTexts texts = SelectVipTexts(record, dataType).value_or(CZRVipTexts());
-    if (texts.strTitle.isEmpty() || texts.strBtn.isEmpty()) {
-        LogInfo("Vip Locked Mask Disabled, Empty Premium Data, Premium Access = {}, Data Type = {}", int(access),
-                int(dataType));
-        return false;
-    }
-    return true;
+    return refusal.empty();
 }
 
-void CZRVipLockedMaskWidget::InitUI(ZRVipMaskType maskType, const WidgetPainterBufferSource& bufferSource,
-                                    bool popupStyle) {
+void CZRVipLockedMaskWidget::InitUI(ZRVipMaskType maskType, const WidgetPainterBufferSource& bufferSource) {
     const bool hasText = maskType == ZRVipMaskLocked;
     m_pBlurWidget = new ZBackgroundBlurWidget(this);
-    auto* layout = InitMask(this, m_pBlurWidget, hasText ? kMinHeightWithText : kMinHeight, bufferSource, popupStyle);
+    auto* layout =
+        InitMask(this, m_pBlurWidget, hasText ? kMinHeightWithText : kMinHeight, bufferSource, m_blur.popupStyle);
     if (hasText) {
         m_pMaskText = new ZMultilineText(m_pBlurWidget);
         m_pMaskText->setObjectName(QStringLiteral("CZRVipMaskText"));
@@ -152,7 +128,7 @@ void CZRVipLockedMaskWidget::UpdateUIData(EnPremiumAccess access, ZRVipUIDataTyp
 }
 
 void CZRVipLockedMaskWidget::RefreshUI() {
-    RefreshBlur(m_pBlurWidget, m_dBlurRadiusTheme3, m_dBlurRadiusOther, m_bPopupStyle);
+    RefreshBlur(m_pBlurWidget, m_blur);
     if (CZRVipManager::Singleton()->IsNewVipSystem()) {
         m_pActionButton->setIcon(QString(), kButtonIconSize);
     } else {
@@ -199,42 +175,25 @@ CZRVipExclusiveMaskWidget::CZRVipExclusiveMaskWidget(EnPremiumAccess access, ZRV
                                                      QWidget* parent, WidgetPainterBufferSource bufferSource,
                                                      double blurRadiusTheme3, double blurRadiusOther, bool popupStyle)
     : CZRVipBaseWidget(access, std::move(pageId), parent),
-      m_dBlurRadiusTheme3(blurRadiusTheme3),
-      m_dBlurRadiusOther(blurRadiusOther),
-      m_bPopupStyle(popupStyle),
+      m_blur{blurRadiusTheme3, blurRadiusOther, popupStyle},
       m_enDataType(dataType) {
-    InitUI(bufferSource, popupStyle);
+    InitUI(bufferSource);
     CZRVipExclusiveMaskWidget::UpdateUIData(access, dataType);
 }
 
 CZRVipExclusiveMaskWidget::~CZRVipExclusiveMaskWidget() = default;
 
 bool CZRVipExclusiveMaskWidget::IsVipMaskEnabled(EnPremiumAccess access, ZRVipUIDataType dataType) {
-    const CPremiumUIAccessData record = CZRPremiumManager::Singleton()->GetUIAccessData(access);
-    if (record.strUIType != QLatin1String("D")) {
-        LogInfo("Vip Exclusive Mask Disabled, UI Type Mismatch, Premium Access = {}, UI Type = {}", int(access),
-                record.strUIType.toStdString());
-        return false;
+    const std::string refusal = vip_view::RefusalOf(kExclusiveRule, access, dataType);
+    if (!refusal.empty()) {
+        LogInfo("Vip Exclusive Mask Disabled, {}", refusal);
     }
-    if (!HasMask(record.nActivationType)) {
-        LogInfo(
-            "Vip Exclusive Mask Disabled, Activation Type Mismatch, Premium Access = {}, Activation Type = {}, "
-            "Data Type = {}",
-            int(access), record.nActivationType, int(dataType));
-        return false;
-    }
-    // Unlike the locked mask it has no title.
-    if (SelectVipTexts(record, dataType).value_or(CZRVipTexts()).strBtn.isEmpty()) {
-        LogInfo("Vip Exclusive Mask Disabled, Empty Premium Data, Premium Access = {}, Data Type = {}", int(access),
-                int(dataType));
-        return false;
-    }
-    return true;
+    return refusal.empty();
 }
 
-void CZRVipExclusiveMaskWidget::InitUI(const WidgetPainterBufferSource& bufferSource, bool popupStyle) {
+void CZRVipExclusiveMaskWidget::InitUI(const WidgetPainterBufferSource& bufferSource) {
     m_pBlurWidget = new ZBackgroundBlurWidget(this);
-    auto* layout = InitMask(this, m_pBlurWidget, kMinHeight, bufferSource, popupStyle);
+    auto* layout = InitMask(this, m_pBlurWidget, kMinHeight, bufferSource, m_blur.popupStyle);
     m_pMarkLabel = new QLabel(m_pBlurWidget);
     m_pMarkLabel->setScaledContents(true);
     layout->addWidget(m_pMarkLabel, 0, Qt::AlignCenter);
@@ -253,7 +212,7 @@ void CZRVipExclusiveMaskWidget::UpdateUIData(EnPremiumAccess access, ZRVipUIData
 }
 
 void CZRVipExclusiveMaskWidget::RefreshUI() {
-    RefreshBlur(m_pBlurWidget, m_dBlurRadiusTheme3, m_dBlurRadiusOther, m_bPopupStyle);
+    RefreshBlur(m_pBlurWidget, m_blur);
     const bool isNew = CZRVipManager::Singleton()->IsNewVipSystem();
     const QSize markSize(isNew ? 56 : 16, 16);
     const QString mark = isNew ? ZResource::img_engine_m_56x16_normal : ZResource::img_vip_16_normal;

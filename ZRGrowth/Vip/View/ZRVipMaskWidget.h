@@ -12,6 +12,13 @@ class ZButton;
 class ZMultilineText;
 class ZText;
 
+/// The look of a mask's blur.
+struct SVipMaskBlur {
+    double radiusTheme3;
+    double radiusOther;  // of the other themes
+    bool popupStyle;
+};
+
 /// A mask over content that the user may not see yet: a blur with a text and an action button. Main thread.
 class CZRVipLockedMaskWidget : public CZRVipBaseWidget {
     Q_OBJECT
@@ -37,15 +44,12 @@ protected:
     void RefreshUI() override;
 
 private:
-    void InitUI(ZRVipMaskType maskType, const zrstdui::image_blur::WidgetPainterBufferSource& bufferSource,
-                bool popupStyle);
+    void InitUI(ZRVipMaskType maskType, const zrstdui::image_blur::WidgetPainterBufferSource& bufferSource);
 
     ZBackgroundBlurWidget* m_pBlurWidget = nullptr;
     ZMultilineText* m_pMaskText = nullptr;  // null in the compact layout
     ZButton* m_pActionButton = nullptr;
-    double m_dBlurRadiusTheme3;
-    double m_dBlurRadiusOther;
-    bool m_bPopupStyle;
+    const SVipMaskBlur m_blur;
     int m_nPageStatus = 0;
     ZRVipUIDataType m_enDataType;
 };
@@ -71,14 +75,12 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
 
 private:
-    void InitUI(const zrstdui::image_blur::WidgetPainterBufferSource& bufferSource, bool popupStyle);
+    void InitUI(const zrstdui::image_blur::WidgetPainterBufferSource& bufferSource);
 
     ZBackgroundBlurWidget* m_pBlurWidget = nullptr;
     QLabel* m_pMarkLabel = nullptr;
     ZText* m_pMaskText = nullptr;
-    double m_dBlurRadiusTheme3;
-    double m_dBlurRadiusOther;
-    bool m_bPopupStyle;
+    const SVipMaskBlur m_blur;
     int m_nPageStatus = 0;
     int m_nBtnUrlID = 0;
     ZRVipUIDataType m_enDataType;

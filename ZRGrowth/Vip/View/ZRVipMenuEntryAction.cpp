@@ -50,13 +50,7 @@ QFont WithTokenAndWeight(const QFont& font, int token, int weight) {
 CZRVipMenuEntryAction::CZRVipMenuEntryAction(ZMenu* menu) : ZAction(menu), m_pMenu(menu) {
     FrameWork::ConnectChecked(kGrowthModuleTag, this, &QAction::triggered, this,
                               &CZRVipMenuEntryAction::OnEntryClicked);
-    core::__CMessageDispatch(GROWTH_HERE)
-        .Bind(
-            kMsgVipStatusChanged,
-            [this](unsigned int id, unsigned long param, std::shared_ptr<core::CMessageBody> body) {
-                OnStateChanged(id, param, std::move(body));
-            },
-            this);
+    vip_view::BindStatus(GROWTH_HERE, this);
     RefreshState();
 }
 

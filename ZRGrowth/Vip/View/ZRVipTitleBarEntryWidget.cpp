@@ -4,7 +4,7 @@
 
 #include "GrowthBizLogUtil.h"
 #include "Vip/Controller/ZRVipManager.h"
-#include "Vip/ZRVipIds.h"
+#include "Vip/View/ZRVipViewTools.h"
 #include "core/lang.h"
 #include "ui/ZResource.h"
 #include "ui/ZSvgWidget.h"
@@ -21,13 +21,7 @@ CZRVipTitleBarEntryWidget::CZRVipTitleBarEntryWidget(QWidget* parent, const CSaf
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_pSvgWidget);
-    core::__CMessageDispatch(GROWTH_HERE)
-        .Bind(
-            kMsgVipStatusChanged,
-            [this](unsigned int id, unsigned long param, std::shared_ptr<core::CMessageBody> body) {
-                OnStateChanged(id, param, std::move(body));
-            },
-            this);
+    vip_view::BindStatus(GROWTH_HERE, this);
     RefreshState();
 }
 

@@ -31,12 +31,18 @@ public:
     /// Makes the table as high as its rows, without a scroll bar.
     void FitRows();
 
+    QSize minimumSizeHint() const override;
+
+protected:
+    bool viewportEvent(QEvent* event) override;
+
 private:
     void ShowColors();
     QString TextOf(const Cell& cell) const;
     void ShowTexts();
 
     const std::vector<Column> m_columns;
+    const int m_nWide;
     std::vector<std::vector<Cell>> m_cells;  // by row
     bool m_bConcealed = false;
 };

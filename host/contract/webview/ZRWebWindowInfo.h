@@ -17,6 +17,8 @@ struct ZRWebWindowInfo {
     QSize size;
     /// Pixels; invalid: the host's.
     QSize minimumSize;
+    /// Opens the page in the system's browser and not in a window of the client.
+    bool inBrowser = false;
 };
 
 }  // namespace webview

@@ -3,6 +3,7 @@
 #include <QPainter>
 
 #include "ui/KitPaint.h"
+#include "ui/ZResource.h"
 
 namespace {
 
@@ -40,6 +41,9 @@ ZIconButton::~ZIconButton() = default;
 
 void ZIconButton::setSvgIconName(const QString& name) {
     d->name = host::kit::CheckDrawing("ZIconButton", name) ? name : QString();
+    if (name == QString(ZResource::icon_close_16) && accessibleName().isEmpty()) {
+        setAccessibleName(tr("Close"));
+    }
     update();
 }
 

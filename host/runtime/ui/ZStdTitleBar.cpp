@@ -6,6 +6,7 @@
 #include <QWindow>
 #include <optional>
 
+#include "core/langx.h"
 #include "ui/ZIconButton.h"
 #include "ui/ZResource.h"
 
@@ -53,9 +54,9 @@ void ZTitleBarBase::initUi() {
         bar->addWidget(button);
         return button;
     };
-    d->minimise = add("icon_window_minimise_12", tr("Minimise"));
-    d->maximise = add("icon_window_maximise_12", tr("Maximise"));
-    d->close = add(ZResource::icon_close_16, tr("Close"));
+    d->minimise = add("icon_window_minimise_12", core::langx::tr(900012, "Minimise"));
+    d->maximise = add("icon_window_maximise_12", core::langx::tr(900013, "Maximise"));
+    d->close = add(ZResource::icon_close_16, core::langx::tr(900015, "Close"));
     d->minimise->hide();
     d->maximise->hide();
     connect(d->minimise, &ZIconButton::clicked, this, [this] { window()->showMinimized(); });
@@ -90,7 +91,7 @@ void ZTitleBarBase::syncTitleBarButtonStatus() {
         return;
     }
     const bool maximised = window()->isMaximized();
-    const QString name = maximised ? tr("Restore") : tr("Maximise");
+    const QString name = maximised ? core::langx::tr(900014, "Restore") : core::langx::tr(900013, "Maximise");
     d->maximise->setSvgIconName(maximised ? QStringLiteral("icon_window_restore_12")
                                           : QStringLiteral("icon_window_maximise_12"));
     d->maximise->setAccessibleName(name);

@@ -11,6 +11,7 @@
 #include "webview/WebOverlay.h"
 #include "webview/WebTexts.h"
 #include "webview/ZRWebWidget.h"
+#include "webview/ZRWebWindowInfo.h"
 
 namespace host::web {
 namespace {
@@ -36,6 +37,13 @@ void Dispatch(const QString& url) {
                                   core::urlhandler::kFallbackWeb);
 }
 
+void OpenInBrowser(const QString& url) {
+    core::webview::ZRWebWindowInfo info;
+    info.inBrowser = true;
+    core::urlhandler::DispatchUrl(url, core::urlhandler::kBusinessDefault, nullptr, QVariant::fromValue(info),
+                                  core::urlhandler::kFallbackWeb);
+}
+
 }  // namespace
 
 CWebShell::CWebShell(QWidget* parent)
@@ -47,6 +55,7 @@ CWebShell::CWebShell(QWidget* parent)
                        m_pView->Send(message);
                    }
                }) {
+    setFocusPolicy(Qt::StrongFocus);
     m_freeze.setSingleShot(true);
     connect(&m_freeze, &QTimer::timeout, this, [this] {
         m_bFrozen = true;
@@ -63,7 +72,7 @@ CWebShell::CWebShell(QWidget* parent)
 }
 
 CWebShell::~CWebShell() {
-    CloseView();
+    DropView();
 }
 
 void CWebShell::LoadUrl(const QString& text) {
@@ -137,15 +146,17 @@ void CWebShell::CreateView() {
     }
     m_nGeneration = host.Generation();
     if (!m_pView) {
-        const QString text = m_load->text;
         Finish(false, 0);
-        m_pOverlay->ShowMessage(Text(EnWebText::kNoEngine), Text(EnWebText::kOpenInBrowser),
-                                [text] { Dispatch(text); });
+        ShowMessage(EnWebText::kNoEngine, false);
         return;
     }
     m_pView->setGeometry(rect());
     m_pView->show();
     m_pOverlay->raise();
+    setFocusProxy(m_pView);
+    if (window()->focusWidget() == this) {
+        m_pView->setFocus();
+    }
     Submit();
 }
 
@@ -157,6 +168,14 @@ void CWebShell::Submit() {
 }
 
 void CWebShell::CloseView() {
+    const bool focused = isAncestorOf(window()->focusWidget());
+    DropView();
+    if (focused) {
+        setFocus();  // the next view takes it over
+    }
+}
+
+void CWebShell::DropView() {
     m_freeze.stop();
     m_bFrozen = false;
     m_bCrashed = false;
@@ -224,7 +243,7 @@ void CWebShell::LoadFinished(bool success, int httpCode) {
 }
 
 void CWebShell::Fail() {
-    m_pOverlay->ShowMessage(Text(EnWebText::kLoadFailed), Text(EnWebText::kRetry), [this] { Start(Load(m_shown)); });
+    ShowMessage(EnWebText::kLoadFailed, true);
     if (m_bToast && isVisible()) {
         auto* toast = new ZToast(this);
         ZToast::ToastInfo info;
@@ -232,6 +251,14 @@ void CWebShell::Fail() {
         info.text = Text(EnWebText::kNoConnection);
         toast->showToast(info);
     }
+}
+
+void CWebShell::ShowMessage(EnWebText text, bool retry) {
+    std::function<void()> again;
+    if (retry) {
+        again = [this] { Start(Load(m_shown)); };
+    }
+    m_pOverlay->ShowMessage(Text(text), std::move(again), [url = m_shown.text] { OpenInBrowser(url); });
 }
 
 void CWebShell::Finish(bool success, int httpCode) {
@@ -310,7 +337,7 @@ void CWebShell::Recover() {
         QTimer::singleShot(kRestartsMs, this, [this] { --m_nRestarts; });
         Start(Load(m_shown));
     } else {
-        m_pOverlay->ShowMessage(Text(EnWebText::kPageEnded), Text(EnWebText::kRetry), [this] { Start(Load(m_shown)); });
+        ShowMessage(EnWebText::kPageEnded, true);
     }
 }
 
@@ -402,6 +429,10 @@ void CWebShell::ArmFreeze() {
 
 void CWebShell::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
+    // Before the window is active: its first button would get the focus otherwise.
+    if (!window()->focusWidget()) {
+        setFocus();
+    }
     m_freeze.stop();
     if (m_bFrozen) {
         m_bFrozen = false;

@@ -14,6 +14,7 @@ class QMenu;
 namespace host::web {
 
 class CWebOverlay;
+enum class EnWebText : unsigned int;
 
 /// The body of ZRWebWidget and ZRWebDialog: a page with the rules for its addresses, loads, links, popups and failures.
 /// The view behind it is created for the first load. Main thread.
@@ -79,9 +80,11 @@ private:
     void CreateView();
     void Submit();
     void CloseView();
+    void DropView();
     void OnUserChanged();
     void Finish(bool success, int httpCode);
     void Fail();
+    void ShowMessage(EnWebText text, bool retry);
     void EndLater(bool success, int httpCode, const QString& text);
     void Recover();
     void ArmFreeze();

@@ -17,6 +17,7 @@ ZRWebWidget::ZRWebWidget(QWidget* parent) : QWidget(parent), d(new Private{new C
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(d->shell);
+    setFocusProxy(d->shell);
     connect(d->shell, &CWebShell::LoadEnd, this, &ZRWebWidget::LoadEnd);
     connect(d->shell, &CWebShell::BeforePopup, this, &ZRWebWidget::BeforePopup);
 }

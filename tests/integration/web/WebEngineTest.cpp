@@ -234,7 +234,7 @@ TEST_F(WebEngineTest, LoadThatFailsEndsAsFailedAndTheButtonTriesAgain) {
 
     Page("/", "");
     ASSERT_TRUE(server.Listen());
-    Click(widget->findChild<QAbstractButton*>(QStringLiteral("WebOverlayButton")));
+    Click(widget->findChild<QAbstractButton*>(QStringLiteral("WebOverlayRetry")));
     ASSERT_TRUE(Ended(3));
     EXPECT_EQ(ends[2], "good /");
     EXPECT_EQ(Cover(), "");

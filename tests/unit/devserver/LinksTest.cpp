@@ -26,7 +26,7 @@ constexpr const char* kScenario = R"({"schema":1,"users":[],"commonConfig":{"a":
          "texts":{"en":{"mainTitle":"Four <b>","mainBtn":"Get","detailBtn":"More & \"more\""}}},
         {"access":5,"otherInfo":{"target":"{server}/link/12"},"links":{"mainBtn":11,"detailBtn":-1,"detailSubBtn":14},
          "texts":{"en":{"mainTitle":"Five","mainBtn":"Buy","detailSubBtn":"Éclair"}}}],
-    "links":[{"id":11,"title":"The <centre>"},{"id":13,"url":"https://a.example/{server}/{server}"},
+    "links":[{"id":11,"title":"The <centre>","text":"One & two\n\nThree"},{"id":13,"url":"https://a.example/{server}/{server}"},
              {"id":14,"url":""}]})";
 
 CScenario Read(const std::string& text) {
@@ -44,6 +44,10 @@ TEST(LinksTest, TableHasTheLinksOfTheListAndOfTheRights) {
 
 TEST(LinksTest, TableWithoutLinksIsAnEmptyObject) {
     EXPECT_EQ(LinkTable(Read(R"({"schema":1,"commonConfig":{}})"), kOrigin), Json::Value(Json::objectValue));
+}
+
+TEST(LinksTest, PageHasAParagraphForEachLineOfTheText) {
+    EXPECT_THAT(*LinkPage(Read(kScenario), 11), HasSubstr("</h1>\n<p>One &amp; two</p>\n<p>Three</p>\n<p>Link 11</p>"));
 }
 
 TEST(LinksTest, PageNamesTheLinkAndTheRightsThatUseIt) {
@@ -91,8 +95,12 @@ TEST(LinksTest, EveryLinkOfTheBuiltInScenarioHasAPageOfItsOwn) {
         }
     }
 
+    const auto help = LinkPage(scenario, 202019001);
+    ASSERT_TRUE(help);
+    EXPECT_THAT(*help, AllOf(HasSubstr("<h1>Help</h1>"), HasSubstr("<p>The navigation")));
+    pages.insert(*help);
     EXPECT_EQ(pages.size(), table.size());
-    EXPECT_EQ(pages.size(), size_t(2 * scenario.Rights().size() + 1));
+    EXPECT_EQ(pages.size(), size_t(2 * scenario.Rights().size() + 2));
     EXPECT_THAT(*LinkPage(scenario, 202011732), HasSubstr("<h1>Membership centre</h1>"));
 }
 

@@ -1,7 +1,10 @@
 #include "AIChatEntries.h"
 
+#include <QAccessible>
+#include <QApplication>
 #include <QLayout>
 #include <QSignalSpy>
+#include <QTest>
 #include <QVBoxLayout>
 
 #include "AIChatEntryButton.h"
@@ -157,6 +160,43 @@ TEST_F(AIChatEntriesTest, AClickSaysWhichEntryItIsAndWhoOpenedIt) {
               QStringLiteral("AI chat, Research (scene 3): forced open by the developer override"));
 }
 
+TEST_F(AIChatEntriesTest, EntryOpensTheChatForItsPage) {
+    LogIn(10001);
+    ServerOpens({1, 2, 3, 4, 5});
+
+    for (CAIChatEntryButton* button : buttons) {
+        Click(button);
+    }
+
+    EXPECT_THAT(service->openedChats, ElementsAre(ZRAIChatPageWatchlist, ZRAIChatPageQuotes, ZRAIChatPageResearch,
+                                                  ZRAIChatPageNews, ZRAIChatPagePortfolio));
+}
+
+TEST_F(AIChatEntriesTest, EntryOpensByTheKeyboardAndHasANameForScreenReaders) {
+    LogIn(10001);
+    ServerOpens({1, 4});
+    window.activateWindow();
+    buttons[0]->setFocus();
+
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);  // over the closed ones
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+
+    EXPECT_THAT(service->openedChats, ElementsAre(ZRAIChatPageNews));
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(buttons[3])->text(QAccessible::Name),
+              QStringLiteral("AI chat, News"));
+}
+
+TEST_F(AIChatEntriesTest, EntryOpensNothingWhenTheModuleIsGoneSinceTheLastMessage) {
+    LogIn(10001);
+    ServerOpens({1});
+    QSignalSpy entered(buttons[0], &CAIChatEntryButton::Entered);
+    service.reset();
+
+    Click(buttons[0]);
+
+    EXPECT_EQ(entered.count(), 0);
+}
+
 TEST_F(AIChatEntriesTest, TheTableShowsEachSceneAsItStands) {
     CEntryTable table(entries);
     LogIn(10001);
@@ -177,5 +217,6 @@ TEST_F(AIChatEntriesTest, AnEntryFollowsTheLanguage) {
     bus.HostSend(20100);
 
     EXPECT_EQ(buttons[0]->text(), QStringLiteral("Chat IA"));
+    EXPECT_EQ(buttons[3]->accessibleName(), QStringLiteral("Chat IA, Actualit\u00E9s"));
     EXPECT_EQ(buttons[0]->toolTip(), QStringLiteral("Désactivé : connectez-vous pour utiliser le chat IA (scène 1)"));
 }

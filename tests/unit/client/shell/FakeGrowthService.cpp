@@ -1,7 +1,5 @@
 #include "FakeGrowthService.h"
 
-#include <gtest/gtest.h>
-
 #include <QWidget>
 
 #include "EntryScenes.h"

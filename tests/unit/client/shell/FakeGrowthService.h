@@ -1,5 +1,8 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <map>
 #include <memory>
 #include <set>
 #include <string>
@@ -79,15 +82,20 @@ public:
     void OpenVipWebPage(const QString& url) override { openedPages.push_back(url); }
 
     bool IsAIChatEnable(ZRAIChatEntryScene scene) override;
-    void OpenAIChatPage(ZRAIChatPageScene pageScene, const QMap<QString, QString>& /*params*/,
-                        bool /*needChangeSessionId*/, bool /*showPage*/) override {
+    void OpenAIChatPage(ZRAIChatPageScene pageScene, const QMap<QString, QString>& params, bool needChangeSessionId,
+                        bool showPage) override {
+        EXPECT_TRUE(params.isEmpty());
+        EXPECT_FALSE(needChangeSessionId);
+        EXPECT_TRUE(showPage);
         openedChats.push_back(int(pageScene));
     }
-    bool InvokeAIChatWebJSAPI(const QString& /*name*/, const Json::Value& /*params*/) override { return false; }
-    bool RegisterAIChatNativeJSAPI(
-        const QString& /*name*/,
-        std::function<std::shared_ptr<Json::Value>(const Json::Value&, int)> /*handler*/) override {
-        return false;
+    bool InvokeAIChatWebJSAPI(const QString& name, const Json::Value& params) override {
+        chatEvents.emplace_back(name.toStdString(), params);
+        return true;
+    }
+    using ChatHandler = std::function<std::shared_ptr<Json::Value>(const Json::Value&, int)>;
+    bool RegisterAIChatNativeJSAPI(const QString& name, ChatHandler handler) override {
+        return chatHandlers.emplace(name.toStdString(), std::move(handler)).second;
     }
     void RespondToNativeJSAPI(const QString& /*name*/, const Json::Value& /*value*/) override {}
     void UnregisterAIChatNativeJSAPI(const QString& /*name*/) override {}
@@ -127,8 +135,10 @@ public:
     CSafeFunction<void()> titleChanged;
     std::vector<QString> openedPages;
     std::vector<int> openedChats;  // page scenes
-    int menuEntries = 0;           // created so far
-    int titleEntries = 0;          // created so far
+    std::vector<std::pair<std::string, Json::Value>> chatEvents;
+    std::map<std::string, ChatHandler> chatHandlers;
+    int menuEntries = 0;   // created so far
+    int titleEntries = 0;  // created so far
     int vipClicks = 0;
 
 private:

@@ -122,6 +122,49 @@ int VisiblePixels(const QImage& mark, const QColor& ground) {
     return count;
 }
 
+/// The colours of an attribute of a drawing: one, or those of a gradient.
+std::vector<QColor> ColorsOf(const QString& drawing, const QString& fill) {
+    static const QRegularExpression stop(QStringLiteral("stop-color=\"(#\\w{6})\""));
+    if (!fill.startsWith(QLatin1String("url"))) {
+        return {QColor(fill)};
+    }
+    const int begin = drawing.indexOf(QStringLiteral("id=\"%1\"").arg(fill.mid(5, fill.size() - 6)));
+    const QString gradient = drawing.mid(begin, drawing.indexOf(QStringLiteral("</linearGradient>"), begin) - begin);
+    std::vector<QColor> colors;
+    auto stops = stop.globalMatch(gradient);
+    while (stops.hasNext()) {
+        colors.emplace_back(stops.next().captured(1));
+    }
+    return colors;
+}
+
+/// The least contrast of each path of a drawing to its plate. Letters are the paths that are moved.
+struct TagContrast {
+    double letters = 21;
+    double marks = 21;
+};
+
+TagContrast TagContrastOf(const QString& name) {
+    QFile file(QStringLiteral(":/kit/%1.svg").arg(name));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
+    const QString drawing = QString::fromUtf8(file.readAll());
+    static const QRegularExpression plate(QStringLiteral("<rect[^>]* fill=\"([^\"]+)\""));
+    static const QRegularExpression path(QStringLiteral("<path (transform=\"[^\"]*\" )?fill=\"([^\"]+)\""));
+    const std::vector<QColor> grounds = ColorsOf(drawing, plate.match(drawing).captured(1));
+    TagContrast least;
+    auto paths = path.globalMatch(drawing);
+    while (paths.hasNext()) {
+        const auto found = paths.next();
+        for (const QColor& color : ColorsOf(drawing, found.captured(2))) {
+            for (const QColor& ground : grounds) {
+                double& kind = found.captured(1).isEmpty() ? least.marks : least.letters;
+                kind = std::min(kind, Contrast(color, ground));
+            }
+        }
+    }
+    return least;
+}
+
 QString Template() {
     QFile file(QStringLiteral(":/themes/client.qss"));
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
@@ -319,6 +362,18 @@ TEST_F(ThemeTest, BackgroundOfAMaskLetsThePageThrough) {
     const QImage picture = PictureOf(page);
 
     EXPECT_EQ(picture.pixelColor(50, 50), QColor(Qt::red));
+}
+
+TEST_F(ThemeTest, LettersAndMarksOfATagStandOutFromItsPlate) {
+    for (const QString name : {ZResource::img_viptab1_26x16_normal, ZResource::img_viptab2_26x16_normal,
+                               ZResource::img_viptab3_26x16_normal, ZResource::img_viptabcn_45x16_normal,
+                               ZResource::img_viptabhk_45x16_normal, ZResource::img_viptaben_76x16_normal,
+                               ZResource::img_viptabjp_71x16_normal, ZResource::img_engine_m_56x16_normal}) {
+        const TagContrast contrast = TagContrastOf(name);
+        EXPECT_GE(contrast.letters, kLeastContrast) << name.toStdString();
+        EXPECT_GE(contrast.marks, kLeastMarkContrast) << name.toStdString();
+        EXPECT_LT(std::max(contrast.letters, contrast.marks), 21) << name.toStdString();  // both were found
+    }
 }
 
 TEST_F(ThemeTest, ContrastIsMeasuredAsThePublishedFormulaSays) {

@@ -110,3 +110,20 @@ TEST_F(UserMenuTest, ShowsWhoIsLoggedInAndLogsOut) {
     EXPECT_FALSE(logout->isEnabled());
     EXPECT_EQ(menu.findChild<QAction*>(QStringLiteral("UserMenuLogin10002"))->isChecked(), false);
 }
+
+TEST_F(UserMenuTest, HelpOpensItsPage) {
+    links.Set(202019001, "https://help.example/start");
+    menu.close();
+    menu.popup(QPoint(10, 10));
+    auto* help = menu.findChild<QAction*>(QStringLiteral("UserMenuHelp"));
+    ASSERT_TRUE(help->isEnabled());
+
+    QTest::mouseClick(&menu, Qt::LeftButton, Qt::NoModifier, menu.actionGeometry(help).center());
+
+    ASSERT_THAT(urls.Opened(), SizeIs(1));
+    EXPECT_EQ(urls.Opened()[0].url, "https://help.example/start");
+}
+
+TEST_F(UserMenuTest, HelpIsDisabledWhileItsLinkIsUnknown) {
+    EXPECT_FALSE(menu.findChild<QAction*>(QStringLiteral("UserMenuHelp"))->isEnabled());
+}

@@ -1,5 +1,7 @@
 #include "VipSlot.h"
 
+#include <QAccessible>
+#include <QLabel>
 #include <QPushButton>
 
 #include "FakeGrowthService.h"
@@ -36,6 +38,22 @@ protected:
     void Notify(unsigned int message = 80050) {
         bus.HostSend(message);
         time.Settle();
+    }
+
+    /// The names that a screen reader finds in the card, also of invisible elements.
+    std::multiset<std::string> Spoken() {
+        std::multiset<std::string> names;
+        std::function<void(QAccessibleInterface*)> walk = [&](QAccessibleInterface* element) {
+            for (int child = 0; child < element->childCount(); ++child) {
+                const std::string name = element->child(child)->text(QAccessible::Name).toStdString();
+                if (!name.empty()) {
+                    names.insert(name);
+                }
+                walk(element->child(child));
+            }
+        };
+        walk(QAccessible::queryAccessibleInterface(&card));
+        return names;
     }
 
     QWidget* Widget() const { return service->vipCreated.empty() ? nullptr : service->vipCreated.back().widget.data(); }
@@ -184,6 +202,29 @@ TEST_F(VipSlotTest, MaskKeepsTheKeyboardFromWhatItCovers) {
     Allow(false);
     Notify();
     EXPECT_TRUE(covered.isEnabled());
+}
+
+TEST_F(VipSlotTest, ScreenReaderFindsNothingOfWhatAMaskCovers) {
+    covered.setText(QStringLiteral("Buy"));
+    (new QLabel(QStringLiteral("Price"), &covered))->show();
+    const auto slot = NewSlot(EnVipKind::MaskLocked, &covered);
+    const auto unmasked = Spoken();
+    ASSERT_THAT(unmasked, IsSupersetOf({"Buy", "Price"}));
+
+    Allow(true);
+    Notify();
+    EXPECT_THAT(Spoken(), Not(AnyOf(Contains("Buy"), Contains("Price"))));
+    QAccessibleInterface* element = QAccessible::queryAccessibleInterface(&covered);
+    EXPECT_TRUE(element->state().invisible);
+    EXPECT_EQ(element->interface_cast(QAccessible::ActionInterface), nullptr);
+    EXPECT_EQ(element->childAt(60, 60), nullptr);
+    Notify();
+    EXPECT_THAT(Spoken(), Not(Contains("Price")));
+
+    Allow(false);
+    Notify();
+    EXPECT_EQ(Spoken(), unmasked);
+    EXPECT_FALSE(QAccessible::queryAccessibleInterface(&covered)->state().invisible);
 }
 
 TEST_F(VipSlotTest, OwnerIsNotifiedOfEachChangeOnce) {

@@ -101,6 +101,7 @@ TEST_F(AIChatTitleBarTest, BarHasPinTitleAndAHiddenStatusWhenItIsNew) {
     EXPECT_EQ(Pin()->size(), QSize(16, 16));
     EXPECT_EQ(Pin()->mapTo(bar, QPoint()).x(), 12);
     EXPECT_FALSE(Pin()->isChecked());
+    EXPECT_EQ(Pin()->accessibleName(), QStringLiteral("Keep on top"));
     const QLayout* row = Title()->parentWidget()->layout();
     ASSERT_EQ(row->count(), 7);
     EXPECT_EQ(row->spacing(), 0);

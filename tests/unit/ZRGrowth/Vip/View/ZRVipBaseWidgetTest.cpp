@@ -1,5 +1,6 @@
 #include "Vip/View/ZRVipBaseWidget.h"
 
+#include <QTest>
 #include <type_traits>
 
 #include "Vip/VipWidgetTest.h"
@@ -219,6 +220,23 @@ TEST_F(VipBaseWidgetTest, HideReportsNothingWhenNoTimerCouldStart) {
     reports.GiveNoTimers();
 
     EXPECT_THAT(ReportsOf(kMarketRight), IsEmpty());
+}
+
+TEST_F(VipBaseWidgetTest, ExposureEndsWhenTheWindowSystemHidesTheWindow) {
+    SetRecord(kMarketRight, RecordOf(2));
+    CProbe* widget = Add(kMarketRight);
+    Show();
+
+    // As after minimising.
+    QHideEvent hide;
+    QSpontaneKeyEvent::setSpontaneous(&hide);
+    qApp->notify(widget, &hide);
+    EXPECT_THAT(reports.Names(), ElementsAre("ViewPremiumMarketEntrance"));
+
+    QShowEvent show;
+    QSpontaneKeyEvent::setSpontaneous(&show);
+    qApp->notify(widget, &show);
+    EXPECT_THAT(reports.Started(), SizeIs(2));
 }
 
 TEST_F(VipBaseWidgetTest, HideReportsAgainWhenNoShowCameBetween) {

@@ -35,6 +35,19 @@ TEST_F(ZIconButtonTest, ShowsItsIconInTheColourOfItsStyle) {
     }
 }
 
+TEST_F(ZIconButtonTest, NamesACloseButtonForScreenReadersUnlessItHasAName) {
+    ZIconButton close, named, other;
+    named.setAccessibleName(QStringLiteral("Dismiss"));
+
+    close.setSvgIconName(ZResource::icon_close_16);
+    named.setSvgIconName(ZResource::icon_close_16);
+    other.setSvgIconName(ZResource::icon_premium_crown_16);
+
+    EXPECT_EQ(close.accessibleName(), QStringLiteral("Close"));
+    EXPECT_EQ(named.accessibleName(), QStringLiteral("Dismiss"));
+    EXPECT_EQ(other.accessibleName(), QString());
+}
+
 TEST_F(ZIconButtonTest, KeepsItsMargins) {
     Show();
     EXPECT_EQ(Count(Look(&button).copy(0, 0, 24, 4), Qt::white), 24 * 4);

@@ -1,10 +1,14 @@
 #include "webview/WebShell.h"
 
+#include <QLineEdit>
 #include <QMenu>
+#include <QPushButton>
+#include <QTest>
 
 #include "WebTest.h"
 #include "ui/ZToast.h"
 #include "webview/WebHost.h"
+#include "webview/ZRWebWindowInfo.h"
 
 using namespace ::testing;
 using namespace std::chrono_literals;
@@ -28,16 +32,19 @@ protected:
         return texts;
     }
 
-    /// Returns the URLs that were dispatched since the last call.
-    std::vector<std::string> Dispatched() {
+    /// Returns the URLs that were dispatched since the last call, all for the system's browser or none.
+    std::vector<std::string> Dispatched(bool inBrowser = false) {
         time.Settle();
         std::vector<std::string> opened;
         for (const OpenedUrl& url : urls.Opened()) {
+            EXPECT_EQ(url.extra.value<core::webview::ZRWebWindowInfo>().inBrowser, inBrowser) << url.url;
             opened.push_back(url.url);
         }
         urls.Forget();
         return opened;
     }
+
+    std::vector<std::string> InBrowser() { return Dispatched(true); }
 };
 
 // Loads
@@ -216,11 +223,10 @@ TEST_F(WebShellTest, WidgetWithoutAnEngineOffersTheBrowserOfTheSystem) {
     Load("https://ours.test/a");
     EXPECT_THAT(ends, ElementsAre("failed 0 https://ours.test/a"));
     EXPECT_EQ(Cover(), "Web pages cannot be displayed here. You can open this page in your browser.");
-    EXPECT_EQ(Button()->text().toStdString(), "Open in browser");
-    EXPECT_EQ(Button()->accessibleName().toStdString(), "Open in browser");
+    EXPECT_THAT(Buttons(), ElementsAre("Open in browser"));
 
-    Click(Button());
-    EXPECT_THAT(Dispatched(), ElementsAre("https://ours.test/a"));
+    Click(Browser());
+    EXPECT_THAT(InBrowser(), ElementsAre("https://ours.test/a"));
 }
 
 TEST_F(WebShellTest, EngineThatIsFoundLaterIsUsed) {
@@ -381,6 +387,41 @@ TEST_F(WebShellTest, PopupIsRefusedWhileTenWindowsAreOpen) {
     log.Forget();
 }
 
+// Focus
+
+TEST_F(WebShellTest, PageHasTheFocusWhenItsWindowOpensAndKeepsItInTheNextView) {
+    QPushButton button(&widget);
+    Show();
+    LoadWell("https://ours.test/a");
+    EXPECT_EQ(widget.window()->focusWidget(), &Page());
+
+    Page().Kill();
+    time.Settle();
+    EXPECT_EQ(web.MadeCount(), 2);
+    EXPECT_EQ(widget.window()->focusWidget(), &Page());
+    EXPECT_THAT(log.Lines(), Contains(Error("The process of a page ended: https://ours.test/a")));
+}
+
+TEST_F(WebShellTest, PageTakesTheFocusFromNoOtherWidget) {
+    QLineEdit field(&widget);
+    field.setFocus();
+    Show();
+    LoadWell();
+    EXPECT_EQ(widget.window()->focusWidget(), &field);
+}
+
+TEST_F(WebShellTest, MessageHasTheFocusOfThePageThatItCovers) {
+    Show();
+    Load("https://ours.test/a");
+    Page().Fail();
+    EXPECT_EQ(widget.window()->focusWidget(), Retry());
+
+    QTest::keyClick(Retry(), Qt::Key_Space);
+    time.Settle();
+    EXPECT_THAT(web.Loads(), SizeIs(2));
+    EXPECT_EQ(widget.window()->focusWidget(), &Page());
+}
+
 // Failures
 
 TEST_F(WebShellTest, FailedPageSaysSoWithAButtonThatTriesAgain) {
@@ -388,9 +429,11 @@ TEST_F(WebShellTest, FailedPageSaysSoWithAButtonThatTriesAgain) {
     Load("https://ours.test/a");
     Page().Fail();
     EXPECT_EQ(Cover(), "This page could not be loaded.");
-    EXPECT_EQ(Button()->text().toStdString(), "Try again");
+    EXPECT_THAT(Buttons(), ElementsAre("Try again", "Open in browser"));
 
-    Click(Button());
+    Click(Browser());
+    EXPECT_THAT(InBrowser(), ElementsAre("https://ours.test/a"));
+    Click(Retry());
     EXPECT_THAT(web.Loads(), ElementsAre("https://ours.test/a", "https://ours.test/a"));
     Page().Succeed();
     time.Settle();
@@ -430,7 +473,10 @@ TEST_F(WebShellTest, KilledPageComesBackThreeTimesInFiveMinutesAndThenSaysSo) {
     time.Settle();
     EXPECT_THAT(web.Loads(), SizeIs(4));
     EXPECT_EQ(Cover(), "This page ended unexpectedly.");
-    Click(Button());
+    EXPECT_THAT(Buttons(), ElementsAre("Try again", "Open in browser"));
+    Click(Browser());
+    EXPECT_THAT(InBrowser(), ElementsAre("https://ours.test/a"));
+    Click(Retry());
     EXPECT_THAT(web.Loads(), SizeIs(5));
     Page().Succeed();
     time.Settle();

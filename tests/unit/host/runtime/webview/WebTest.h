@@ -50,7 +50,20 @@ protected:
                                    : overlay->findChild<ZText*>(QStringLiteral("WebOverlayText"))->text().toStdString();
     }
 
-    QAbstractButton* Button() const { return widget.findChild<QAbstractButton*>(QStringLiteral("WebOverlayButton")); }
+    QAbstractButton* Retry() const { return widget.findChild<QAbstractButton*>(QStringLiteral("WebOverlayRetry")); }
+    QAbstractButton* Browser() const { return widget.findChild<QAbstractButton*>(QStringLiteral("WebOverlayBrowser")); }
+
+    /// The visible buttons of the cover, for the eye and for a screen reader.
+    std::vector<std::string> Buttons() const {
+        std::vector<std::string> texts;
+        for (const QAbstractButton* button : {Retry(), Browser()}) {
+            if (button->isVisible()) {
+                EXPECT_EQ(button->accessibleName(), button->text());
+                texts.push_back(button->text().toStdString());
+            }
+        }
+        return texts;
+    }
 
     core::webview::ZRWebWidget widget;
     Ends ends;

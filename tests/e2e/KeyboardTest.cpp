@@ -1,0 +1,137 @@
+// Keyboard and screen reader: each enabled control of each page can be reached, seen, used and named. Tags, exclusive
+// masks and ad pictures take the mouse alone and accept no focus.
+#include <QAbstractItemView>
+#include <QAccessible>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QMenu>
+#include <QTest>
+#include <QTimer>
+#include <QWindow>
+
+#include "VipClientFixture.h"
+
+using namespace ::testing;
+
+namespace {
+
+constexpr size_t kMinStops = 5;  // two toggles, the user menu, the navigation, and one of the page
+
+class KeyboardTest : public VipClientTest {
+protected:
+    ~KeyboardTest() override { End(); }
+
+    void Begin(quint64 user) {
+        LogIn(user);
+        if (Child<QWidget>("WorkbenchDock")->isVisible()) {
+            Click(Child<QToolButton>("WorkbenchToggle"));
+        }
+        ASSERT_TRUE(WaitInRealTime([this] { return window->isActiveWindow(); }));
+    }
+
+    static std::string NameOf(const QWidget* widget) {
+        return std::string(widget->metaObject()->className()) + " \"" + widget->objectName().toStdString() + '"';
+    }
+
+    // Arrow keys move within the navigation, which has one stop.
+    static bool HasItsOwnStop(const QWidget* widget) {
+        return !widget->objectName().startsWith(QLatin1String("NavigationTab_"));
+    }
+
+    std::set<QWidget*> Controls() const {
+        std::set<QWidget*> controls;
+        for (auto* widget : window->findChildren<QWidget*>()) {
+            const bool isControl = qobject_cast<QAbstractButton*>(widget) || qobject_cast<QComboBox*>(widget) ||
+                                   qobject_cast<QLineEdit*>(widget) || qobject_cast<QAbstractItemView*>(widget) ||
+                                   widget->focusPolicy() != Qt::NoFocus;
+            const bool isHeader = widget->inherits("QHeaderView") || widget->inherits("QTableCornerButton");
+            if (isControl && !isHeader && widget->isVisible() && widget->isEnabled() && widget->window() == window &&
+                HasItsOwnStop(widget)) {
+                controls.insert(widget);
+            }
+        }
+        return controls;
+    }
+
+    void Press(Qt::Key key) { QTest::keyClick(window->windowHandle(), key); }
+
+    /// Returns what the focus comes to with Tab, until it comes to the first one again.
+    std::vector<QWidget*> Stops() {
+        std::vector<QWidget*> stops;
+        for (int count = 0; count < 200; ++count) {
+            Press(Qt::Key_Tab);
+            QWidget* focus = QApplication::focusWidget();
+            if (!focus || std::find(stops.begin(), stops.end(), focus) != stops.end()) {
+                break;
+            }
+            stops.push_back(focus);
+        }
+        return stops;
+    }
+
+    static void CheckNamed(QWidget* widget) {
+        QAccessibleInterface* reader = QAccessible::queryAccessibleInterface(widget);
+        ASSERT_NE(reader, nullptr) << NameOf(widget);
+        EXPECT_FALSE(reader->text(QAccessible::Name).trimmed().isEmpty()) << NameOf(widget);
+        EXPECT_NE(reader->role(), QAccessible::NoRole) << NameOf(widget);
+        EXPECT_NE(reader->role(), QAccessible::Client) << NameOf(widget);
+    }
+
+    static QImage Look(QWidget* widget) { return widget->grab().toImage(); }
+
+    void CheckUsable(QWidget* widget) {
+        auto* button = qobject_cast<QAbstractButton*>(widget);
+        if (!button) {
+            return;
+        }
+        bool pressed = false;
+        const auto connection = QObject::connect(button, &QAbstractButton::pressed, [&] { pressed = true; });
+        QTimer::singleShot(0, button, [] {
+            if (auto* popup = QApplication::activePopupWidget()) {
+                popup->close();
+            }
+        });
+        QTest::keyPress(window->windowHandle(), Qt::Key_Space);
+        QObject::disconnect(connection);
+        EXPECT_TRUE(pressed) << NameOf(widget);
+        // The control stays as it is: a release without the press clicks nothing.
+        button->setDown(false);
+        QTest::keyRelease(window->windowHandle(), Qt::Key_Space);
+    }
+
+    void CheckPage(const char* page) {
+        Choose(page);
+        ASSERT_TRUE(WaitInRealTime([&] { return Child<QWidget>((std::string("Page_") + page).c_str())->isVisible(); }));
+        const std::vector<QWidget*> stops = Stops();
+        EXPECT_GE(stops.size(), kMinStops);
+        for (QWidget* control : Controls()) {
+            EXPECT_TRUE(std::find(stops.begin(), stops.end(), control) != stops.end()) << NameOf(control);
+        }
+        for (QWidget* stop : stops) {
+            SCOPED_TRACE(NameOf(stop));
+            EXPECT_TRUE(stop->isVisible());
+            CheckNamed(stop);
+            stop->setFocus(Qt::TabFocusReason);
+            const QImage focused = Look(stop);
+            CheckUsable(stop);
+            stop->clearFocus();
+            EXPECT_FALSE(Look(stop) == focused) << "the focus is not visible";
+        }
+    }
+};
+
+class KeyboardPagesTest : public KeyboardTest, public WithParamInterface<quint64> {};
+
+TEST_P(KeyboardPagesTest, EachControlIsReachedSeenUsedAndNamed) {
+    Begin(GetParam());
+
+    for (const TabPage& page : kTabPages) {
+        SCOPED_TRACE(page.page.name);
+        CheckPage(page.page.name);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Users, KeyboardPagesTest, Values(20001, 20003, 20009, 20012),
+                         [](const auto& user) { return "user" + std::to_string(user.param); });
+
+}  // namespace
