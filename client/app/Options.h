@@ -13,8 +13,8 @@ struct COptions {
     QString manifest;      // modules to map
     QString serverBinary;  // the server to start
     quint64 user = 0;      // logged in at start; 0: the first user of the server
-    int language = -1;  // -1: the saved language, or English
-    int theme = 0;  // 0: the saved theme
+    int language = -1;     // -1: the saved language, or English
+    int theme = 0;         // 0: the saved theme
     bool release = false;
     bool velora = false;
     bool webEngine = false;  // display web pages in windows of the client

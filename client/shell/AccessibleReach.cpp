@@ -40,7 +40,7 @@ void SetOutOfReach(QWidget* widget, bool outOfReach) {
     }
     QAccessible::installFactory(NewUnreachable);  // has no effect from the second time on
     widget->setProperty(kProperty, outOfReach);
-    // The element is made anew for the next question.
+    // The next question creates a new element.
     QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(QAccessible::queryAccessibleInterface(widget)));
     QAccessibleEvent event(widget, outOfReach ? QAccessible::ObjectHide : QAccessible::ObjectShow);
     QAccessible::updateAccessibility(&event);

@@ -103,7 +103,7 @@ TEST_F(LanguageTest, IsKeptForALoginThatComesLaterAndNamesNone) {
     EXPECT_EQ(TitleFor(*client), "french");
 }
 
-TEST_F(LanguageTest, OfALoginWinsOverTheOneBeforeEvenIfTheLoginIsRefused) {
+TEST_F(LanguageTest, LanguageOfALoginReplacesTheEarlierOneEvenWhenTheLoginIsRefused) {
     const auto client = Connected();
     client->Send(LanguageFrame(7));
 

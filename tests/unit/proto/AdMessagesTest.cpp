@@ -109,7 +109,7 @@ class AdPushReadTest : public Test {};
 using Pushes = Types<StatusPush, CheckPush, NewPush>;
 TYPED_TEST_SUITE(AdPushReadTest, Pushes, );
 
-TYPED_TEST(AdPushReadTest, WhatIsAbsentReadsAsZero) {
+TYPED_TEST(AdPushReadTest, AbsentFieldReadsAsZero) {
     TypeParam push;
     ASSERT_TRUE(push.ParseFromString(std::string()));
 

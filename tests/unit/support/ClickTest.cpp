@@ -54,7 +54,7 @@ TEST_F(ClickTest, ADisabledButtonIsNot) {
     EXPECT_NONFATAL_FAILURE(Click(button), "is disabled");
 }
 
-TEST_F(ClickTest, ACoveredButtonIsNotAndTheCoverIsNamed) {
+TEST_F(ClickTest, CoveredButtonIsNotClickedAndTheCoverIsNamed) {
     auto* cover = new QLabel(&window);
     cover->setObjectName(QStringLiteral("cover"));
     cover->setGeometry(window.rect());

@@ -104,7 +104,7 @@ TEST_F(AdPushPanelTest, IdsAreAskedForByTheNameTheyHaveInThePush) {
     EXPECT_FALSE(Child<QLineEdit>("AdPushIds")->isEnabled());
 }
 
-TEST_F(AdPushPanelTest, WhatIsNoNumberIsNamedAndNothingSent) {
+TEST_F(AdPushPanelTest, TextThatIsNoNumberIsNamedAndNothingIsSent) {
     for (const char* field : {"AdPushType", "AdPushPosition", "AdPushDelay"}) {
         const QString before = Child<QLineEdit>(field)->text();
         Type(field, "-1");

@@ -166,7 +166,7 @@ TEST_F(PushPanelTest, EachFieldCanBeLeftOut) {
     EXPECT_EQ(server.wishes.back().json, R"({"vipChange":{}})");
 }
 
-TEST_F(PushPanelTest, WhatIsNoNumberIsNotSent) {
+TEST_F(PushPanelTest, TextThatIsNoNumberIsNotSent) {
     Type("PushDelay", "4294967296");
     Press("PushPremium");
     EXPECT_EQ(ParsedLine("PushMessage"), "No whole number from 0 to 4294967295: 4294967296");

@@ -63,7 +63,7 @@ protected:
     }
 };
 
-TEST_F(AdKeyOrderTest, OfAnAnswer) {
+TEST_F(AdKeyOrderTest, AnswerReadsItsKeysInOrder) {
     Json::Value good = PopupAnswer();
     good["data"]["ad_type"] = 2.5;  // the list of a good answer would be this test's to delete
 
@@ -82,7 +82,7 @@ TEST_F(AdKeyOrderTest, OfAnAnswer) {
                                          Error("[Ad] CZRAdModelList decode failed, ad_type is unvalid")));
 }
 
-TEST_F(AdKeyOrderTest, OfAListOfPopups) {
+TEST_F(AdKeyOrderTest, ListOfPopupsReadsItsKeysInOrder) {
     Json::Value good = PopupAnswer()["data"];
     good["banner_position"] = BannerData()["banner_position"];
 
@@ -99,7 +99,7 @@ TEST_F(AdKeyOrderTest, OfAListOfPopups) {
          {{"ad", "0", "ad_id"}, Info("[Ad] CZRAdModel decode failed, ad_id is unvalid")}});
 }
 
-TEST_F(AdKeyOrderTest, OfAListOfBanners) {
+TEST_F(AdKeyOrderTest, ListOfBannersReadsItsKeysInOrder) {
     ExpectOrder<CZRAdModelList>(
         BannerAnswer()["data"],
         {{{"ad_type"}, Error("[Ad] CZRAdModelList decode failed, ad_type is unvalid")},
@@ -110,7 +110,7 @@ TEST_F(AdKeyOrderTest, OfAListOfBanners) {
          {{"ad", "0", "ad_id"}, Info("[Ad] CZRAdModel decode failed, ad_id is unvalid")}});
 }
 
-TEST_F(AdKeyOrderTest, OfABannersPosition) {
+TEST_F(AdKeyOrderTest, BannerPositionReadsItsKeysInOrder) {
     ExpectOrder<CZRAdBannerPosition>(
         BannerData()["banner_position"],
         {{{"banner_type"}, Info("[Ad] CZRAdBannerPosition decode failed, banner_type is unvalid")},
@@ -118,11 +118,11 @@ TEST_F(AdKeyOrderTest, OfABannersPosition) {
          {{"material_corner"}, Info("[Ad] CZRAdBannerPosition decode failed, material_corner is unvalid")}});
 }
 
-TEST_F(AdKeyOrderTest, OfAnAd) {
+TEST_F(AdKeyOrderTest, AdReadsItsKeysInOrder) {
     ExpectOrder<CZRAdModel>(PopupAd(), OfAnAd({}));
 }
 
-TEST_F(AdKeyOrderTest, OfABanner) {
+TEST_F(AdKeyOrderTest, BannerReadsItsKeysInOrder) {
     ExpectOrder<CZRAdBannerModel>(
         BannerAd(),
         OfAnAd({{{"banner_ad"}, Error("[Ad] CZRAdBannerModel decode failed, banner_ad is unvalid")},
@@ -130,7 +130,7 @@ TEST_F(AdKeyOrderTest, OfABanner) {
                 {{"banner_ad", "schema"}, Error("[Ad] CZRAdBannerModel decode failed, schema is unvalid")}}));
 }
 
-TEST_F(AdKeyOrderTest, OfAPopup) {
+TEST_F(AdKeyOrderTest, PopupReadsItsKeysInOrder) {
     ExpectOrder<CZRAdPopupModel>(
         PopupAd(),
         OfAnAd({{{"popup_ad"}, Error("[Ad] CZRAdPopupModel decode failed, popup_ad is unvalid")},

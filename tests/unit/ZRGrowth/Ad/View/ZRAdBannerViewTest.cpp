@@ -416,7 +416,7 @@ TEST_F(AdBannerViewTest, ItsEndClosesTheAdThatIsSeenAndEndsNoExposure) {
     EXPECT_THAT(told, ElementsAre("close b"));
 }
 
-TEST_F(AdBannerViewTest, TheEndOfABannerThatShowedNothingSaysNothing) {
+TEST_F(AdBannerViewTest, BannerThatShowedNothingReportsNothingAtItsEnd) {
     delete view;
     EXPECT_THAT(told, IsEmpty());
 }

@@ -129,7 +129,7 @@ TEST_F(ZMultilineTextTest, LinesAreAligned) {
     EXPECT_GT(InkRows(Look(&text))[0].first, 80);
 }
 
-TEST_F(ZMultilineTextTest, IsAlwaysPlain) {
+TEST_F(ZMultilineTextTest, TextIsAlwaysPlain) {
     text.setText(S("<b>H</b>"));
     EXPECT_EQ(text.text(), S("<b>H</b>"));
     const int width = text.sizeHint().width();

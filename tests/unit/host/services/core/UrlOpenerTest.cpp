@@ -78,7 +78,7 @@ TEST(UrlLengthTest, IsAtMostEightKibibytes) {
     EXPECT_EQ(host::CheckUrl(LongUrl(8193), false).reason, QStringLiteral("it is too long"));
 }
 
-TEST(UrlSurrogateTest, OneAloneIsRefused) {
+TEST(UrlSurrogateTest, LoneSurrogateIsRefused) {
     for (const ushort half : {0xD83D, 0xDE00}) {
         EXPECT_EQ(host::CheckUrl(QStringLiteral("https://a.example/") + QChar(half), false).target, kNo);
     }
@@ -148,7 +148,7 @@ TEST_F(UrlOpenerTest, ARefusalLogsTheFirstTwoHundredCharacters) {
     EXPECT_THAT(log.Lines(), SizeIs(2));
 }
 
-TEST_F(UrlOpenerTest, WhatNoHandlerOpensIsRefused) {
+TEST_F(UrlOpenerTest, UrlThatNoHandlerOpensIsRefused) {
     EXPECT_FALSE(Open("https://a.example/"));
     opener.SetPageHandler([](const QUrl&) { return false; });
     EXPECT_FALSE(Open("zrclient://page/nowhere"));
