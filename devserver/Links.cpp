@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <QString>
+#include <QStringList>
 #include <map>
 #include <vector>
 
@@ -78,7 +79,8 @@ std::optional<std::string> LinkPage(const CScenario& scenario, int64_t id) {
     const std::string title =
         Escaped(entry.link.has_title() || entry.uses.empty() ? entry.link.title() : entry.uses.front().button);
     std::string text;
-    for (const QString& line : QString::fromStdString(entry.link.text()).split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+    const QStringList lines = QString::fromStdString(entry.link.text()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    for (const QString& line : lines) {
         text += fmt::format(FMT_STRING("<p>{}</p>\n"), Escaped(line.toStdString()));
     }
     std::string uses;

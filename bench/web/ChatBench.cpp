@@ -1,5 +1,6 @@
-// The time from the call that opens the AI chat to the page's first call over the bridge, in the client with its
-// server, and the processor time of a dismissed page. Each measurement is a new process.
+// Measures the time from the call that opens the AI chat to its first call over the bridge, with a real server, and the
+// processor time of a dismissed page.
+// Each measurement is a new process.
 #include <fmt/format.h>
 
 #include <algorithm>

@@ -64,7 +64,8 @@ public:
     }
 
     static core::webview::ZRWebWidget* Web() {
-        for (QWidget* top : QApplication::topLevelWidgets()) {
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        for (const QWidget* top : windows) {
             if (top->inherits("CZRAIChatWebDialog")) {
                 return top->findChild<core::webview::ZRWebWidget*>();
             }

@@ -1,6 +1,7 @@
 #include "AccessibleReach.h"
 
 #include <QAccessibleWidget>
+#include <QWidget>
 
 namespace {
 

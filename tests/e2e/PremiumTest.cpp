@@ -1,4 +1,4 @@
-// The strip of a right of limited time and the entry of the member page, from the server's scenario to what the user
+// The strip of a right of limited time and the entry of the member page. The server's scenario decides what the user
 // sees and clicks.
 #include <QMenu>
 #include <QTest>

@@ -16,7 +16,8 @@ inline bool IsMapped(const QString& library) {
 /// The processes of the engine's pages below this one. The engine's first processes fork them.
 inline std::set<pid_t> PageProcesses() {
     std::map<pid_t, pid_t> parents;  // of all processes of the engine
-    for (const QString& name : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+    const QStringList names = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    for (const QString& name : names) {
         QFile stat(QStringLiteral("/proc/%1/stat").arg(name));
         QFile line(QStringLiteral("/proc/%1/cmdline").arg(name));
         if (name.toInt() > 0 && stat.open(QIODevice::ReadOnly) && line.open(QIODevice::ReadOnly) &&

@@ -162,9 +162,9 @@ public:
     std::vector<int> openedChats;  // page scenes
     std::vector<std::pair<std::string, Json::Value>> chatEvents;
     std::map<std::string, ChatHandler> chatHandlers;
-    int premiumEntries = 0;        // created so far
-    int menuEntries = 0;           // created so far
-    int titleEntries = 0;          // created so far
+    int premiumEntries = 0;  // created so far
+    int menuEntries = 0;     // created so far
+    int titleEntries = 0;    // created so far
     int vipClicks = 0;
 
 private:
