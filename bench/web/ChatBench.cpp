@@ -1,6 +1,5 @@
-// Measures the time from the call that opens the AI chat to its first call over the bridge, with a real server, and the
-// processor time of a dismissed page.
-// Each measurement is a new process.
+// Measures the time from the call that opens the AI chat to its first call over the bridge. Measures the processor time
+// of a dismissed page. Each measurement is a new process with a real server.
 #include <fmt/format.h>
 
 #include <algorithm>
