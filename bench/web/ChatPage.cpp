@@ -1,8 +1,6 @@
-// Runs the client and opens the AI chat. The arguments are a data folder and a preparation. Prints the nanoseconds from
-// the call that opens the chat to the first call of the page over the bridge:
-//   cold       before the engine is mapped
-//   preloaded  after the preload of the login
-//   dismissed  after the user dismissed the page
+// Runs the client and opens the AI chat. Prints the nanoseconds from the call that opens the chat to the first call of
+// the page over the bridge. The arguments are a data folder and a preparation. "cold" is before the engine is mapped,
+// "preloaded" after the preload of the login, "dismissed" after the user dismissed the page.
 // With "busy" and milliseconds it prints the processor time of the processes of pages in that time. The page is
 // dismissed then, and its timer computes.
 #include <unistd.h>
