@@ -51,6 +51,9 @@ QScrollArea* NewArea(const char* name, QWidget* content, QWidget* parent) {
     area->setFrameShape(QFrame::NoFrame);
     area->setFocusPolicy(Qt::NoFocus);
     area->setWidget(content);
+    // What the area is in shows through.
+    content->setAutoFillBackground(false);
+    area->viewport()->setAutoFillBackground(false);
     return area;
 }
 
@@ -99,6 +102,8 @@ void CMainWindow::RestoreState() {
     m_pNavigation->SetCollapsed(state.collapsed);
     m_pTitleBar->WorkbenchButton()->setChecked(!m_pDock->isHidden());
     ShowCurrentPage();
+    // Otherwise the first button has the focus at the start, and shows it.
+    centralWidget()->setFocus();
 }
 
 void CMainWindow::ShowCurrentPage() {

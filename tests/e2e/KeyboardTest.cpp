@@ -112,6 +112,7 @@ protected:
             EXPECT_TRUE(stop->isVisible());
             CheckNamed(stop);
             stop->setFocus(Qt::TabFocusReason);
+            ASSERT_TRUE(WaitInRealTime([&] { return stop->hasFocus(); }));
             const QImage focused = Look(stop);
             CheckUsable(stop);
             stop->clearFocus();

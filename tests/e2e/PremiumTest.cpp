@@ -54,6 +54,10 @@ TEST_F(PremiumTest, StripFollowsTheRight) {
 
     SetRight(kOneDay, R"("activationType":1,"daysLeft":3)");
     EXPECT_TRUE(WaitInRealTime([this] { return Shown() == "Moves explained:|3|days"; })) << Shown();
+    for (const int theme : {1, 2, 3}) {
+        client->SetTheme(theme);
+        Picture(("strip-" + std::to_string(theme)).c_str());
+    }
 
     SetRight(kOneDay, R"("activationType":3)");
     EXPECT_TRUE(WaitInRealTime([this] { return !Slot()->isVisible(); }));
@@ -73,6 +77,7 @@ TEST_F(PremiumTest, EntryOfTheMemberPageReportsViewAndClick) {
     QMenu* menu = Child<QMenu>("UserMenu");
     menu->popup(window->mapToGlobal(QPoint(20, 60)));
     ASSERT_TRUE(WaitInRealTime([&] { return menu->isVisible(); }));
+    Picture("user-menu", menu);
     QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(Entry()).center());
 
     EXPECT_TRUE(WaitInRealTime([this] { return Reported("ClickPremiumFunctionEntrance") == 1; }));
