@@ -129,6 +129,13 @@ protected:
         return ads;
     }
 
+    /// Lays out everything now. A layout request of a child leads to one of its parent.
+    static void SettleLayout() {
+        for (int round = 0; round < 8; ++round) {
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        }
+    }
+
     /// Writes a picture of the window, or of `of`, if ZR_PICTURES names a folder. Waits first until the workbench shows
     /// all recorded entries.
     void Picture(const char* name, QWidget* of = nullptr) {

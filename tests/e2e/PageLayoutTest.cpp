@@ -86,14 +86,6 @@ protected:
         return qobject_cast<const QAbstractScrollArea*>(area) != nullptr;
     }
 
-    // A layout request of a child leads to one of its parent.
-    void Settle() {
-        for (int round = 0; round < 8; ++round) {
-            QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
-        }
-        window->grab();
-    }
-
     void CheckTable(const QTableWidget& table) {
         const QHeaderView& header = *table.horizontalHeader();
         for (int column = 0; column < header.count(); ++column) {
@@ -131,7 +123,8 @@ protected:
             Choose(row.page.name);
             QWidget* page = Child<QWidget>((std::string("Page_") + row.page.name).c_str());
             ASSERT_TRUE(WaitInRealTime([&] { return page->isVisible(); }));
-            Settle();
+            SettleLayout();
+            window->grab();
             Check(*page);
         }
         Check(*Child<QWidget>("TitleBar"));
