@@ -51,7 +51,7 @@ QScrollArea* NewArea(const char* name, QWidget* content, QWidget* parent) {
     area->setFrameShape(QFrame::NoFrame);
     area->setFocusPolicy(Qt::NoFocus);
     area->setWidget(content);
-    // What the area is in shows through.
+    // The background behind the area shows through.
     content->setAutoFillBackground(false);
     area->viewport()->setAutoFillBackground(false);
     return area;
