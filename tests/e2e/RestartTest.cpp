@@ -31,6 +31,7 @@ TEST_F(RestartTest, LanguageThemePageNavigationAndPlaceAreKept) {
     client->SetLanguage(7);
     client->SetTheme(3);
     Choose("research");
+    ASSERT_TRUE(WaitInRealTime([this] { return Child<QWidget>("Page_research")->isVisible(); }));
     Child<CNavigation>("Navigation")->SetCollapsed(true);
     Click(Child<QToolButton>("WorkbenchToggle"));
     const QRect place(60, 70, 1010, 640);
