@@ -47,7 +47,8 @@ void Click(QWidget* widget) {
         ADD_FAILURE() << "There is no widget to click";
         return;
     }
-    // A pending layout would move the widget between press and release. A request of a child leads to one of its parent.
+    // A pending layout would move the widget between press and release. A request of a child leads to one of its
+    // parent.
     for (int round = 0; round < 8; ++round) {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
     }
