@@ -2,6 +2,7 @@
 #include <QMetaMethod>
 
 #include "AIChatManagerTest.h"
+#include "GrowthJson.h"
 #include "ZRGrowthModule.h"
 #include "core/IChannel.h"
 #include "core/message_dispatch.h"
@@ -47,6 +48,10 @@ TEST_F(AIChatManagerTest, ACacheThatIsNoJsonIsLoggedWithTheParsersTextAndLeavesT
     ASSERT_THAT(log.Lines(), SizeIs(1));
     EXPECT_EQ(log.Lines()[0].severity, kZRLogInfo);
     EXPECT_THAT(log.Lines()[0].text, StartsWith("[AIChat] Parse cache failed, error = * Line 1, Column"));
+    Json::Value value;
+    std::string error;
+    ASSERT_FALSE(growth_json::Parse("[ 3, ", value, error));
+    EXPECT_EQ(log.Lines()[0].text, "[AIChat] Parse cache failed, error = " + error);
     EXPECT_FALSE(manager.IsAIChatEnable(Scene(3)));
 }
 

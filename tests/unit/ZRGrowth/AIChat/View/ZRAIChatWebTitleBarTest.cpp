@@ -271,6 +271,18 @@ TEST_F(AIChatTitleBarTest, PinHasItsTwoIconsWithinItsMarginsAndNoBackground) {
     }
 }
 
+TEST_F(AIChatTitleBarTest, PinIsInTheMiddleOfItsRowTwelvePixelsFromTheEdge) {
+    Build();
+    const QRect place(Pin()->mapTo(bar, QPoint()), Pin()->size());
+
+    EXPECT_EQ(place.x(), 12);
+    EXPECT_EQ(place.y() + place.height() / 2, bar->height() / 2);
+    const QLayout* row = Pin()->parentWidget()->layout()->itemAt(1)->layout();
+    ASSERT_NE(row, nullptr);
+    EXPECT_TRUE(row->contentsMargins().isNull());
+    EXPECT_EQ(row->spacing(), 0);
+}
+
 TEST_F(AIChatTitleBarTest, PinIsReportedWhenItIsClicked) {
     Build();
     QSignalSpy pinned(bar, &CZRAIChatWebTitleBar::PinBtnClicked);
