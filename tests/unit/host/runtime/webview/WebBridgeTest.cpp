@@ -283,6 +283,17 @@ TEST_F(WebBridgeTest, WidgetMayEndInsideAHandler) {
     EXPECT_THAT(web.Views(), IsEmpty());
 }
 
+TEST_F(WebBridgeTest, PageOfTheFormerUserIsRefusedWhileTheNextLoadWaits) {
+    LoadWell();
+    account.Set(502);
+    widget.LoadUrl(QStringLiteral("https://ours.test/2"));
+    ASSERT_THAT(web.Views(), SizeIs(1));
+    Page().Call("later");
+    EXPECT_THAT(calls, IsEmpty());
+    EXPECT_THAT(log.Lines(), Contains(Error("Refused a message of a page without the bridge: https://ours.test/")));
+    time.Settle();
+}
+
 TEST_F(WebBridgeTest, BridgeIsClosedUnlessItIsOpened) {
     widget.EnableJSBridge(false);
     LoadWell();

@@ -424,6 +424,11 @@ TEST_F(WebShellTest, MessageHasTheFocusOfThePageThatItCovers) {
 
 // Failures
 
+TEST_F(WebShellTest, NothingCoversTheWidgetBeforeItsFirstLoad) {
+    Show();
+    EXPECT_TRUE(widget.findChild<QWidget*>(QStringLiteral("WebOverlay"))->isHidden());
+}
+
 TEST_F(WebShellTest, FailedPageSaysSoWithAButtonThatTriesAgain) {
     Show();
     Load("https://ours.test/a");

@@ -23,6 +23,14 @@ protected:
     QPointer<ZRWebDialog> dialog = new ZRWebDialog({});
 };
 
+TEST_F(ZRWebDialogTest, PageFillsTheWindow) {
+    dialog->Open();
+    time.Settle();
+    const auto children = dialog->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    ASSERT_THAT(children, SizeIs(1));
+    EXPECT_EQ(children[0]->geometry(), dialog->rect());
+}
+
 TEST_F(ZRWebDialogTest, LinkIsDispatchedByDefaultAndLoadedWhenThatIsOff) {
     LoadInDialog("https://ours.test/");
     EXPECT_FALSE(web.View().Navigate("https://ours.test/next"));
