@@ -147,7 +147,7 @@ protected:
         }
     }
 
-    /// Writes a line for each picture beside it: the case, and whether it failed.
+    /// Writes a text file beside each picture, with the name and the result of the case.
     void TearDown() override {
         const auto& info = *testing::UnitTest::GetInstance()->current_test_info();
         for (const QString& picture : written) {

@@ -1,4 +1,4 @@
-// A module beside the growth module. It has nothing but the contract's headers and calls each operation of the service.
+// A module beside the growth module. It includes only the contract's headers and calls each operation of the service.
 #include <functional>
 
 #include "modules/IZRGrowthModuleInterface.h"
