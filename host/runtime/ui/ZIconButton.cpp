@@ -2,6 +2,7 @@
 
 #include <QPainter>
 
+#include "core/langx.h"
 #include "ui/KitPaint.h"
 #include "ui/ZResource.h"
 
@@ -42,7 +43,7 @@ ZIconButton::~ZIconButton() = default;
 void ZIconButton::setSvgIconName(const QString& name) {
     d->name = host::kit::CheckDrawing("ZIconButton", name) ? name : QString();
     if (name == QString(ZResource::icon_close_16) && accessibleName().isEmpty()) {
-        setAccessibleName(tr("Close"));
+        setAccessibleName(core::langx::tr(900015, "Close"));
     }
     update();
 }

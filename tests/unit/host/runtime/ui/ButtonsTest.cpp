@@ -36,16 +36,19 @@ TEST_F(ZIconButtonTest, ShowsItsIconInTheColourOfItsStyle) {
 }
 
 TEST_F(ZIconButtonTest, NamesACloseButtonForScreenReadersUnlessItHasAName) {
-    ZIconButton close, named, other;
+    ZIconButton close, named, other, french;
     named.setAccessibleName(QStringLiteral("Dismiss"));
 
     close.setSvgIconName(ZResource::icon_close_16);
     named.setSvgIconName(ZResource::icon_close_16);
     other.setSvgIconName(ZResource::icon_premium_crown_16);
+    language.SetText(900015, QStringLiteral("Fermer"));
+    french.setSvgIconName(ZResource::icon_close_16);
 
     EXPECT_EQ(close.accessibleName(), QStringLiteral("Close"));
     EXPECT_EQ(named.accessibleName(), QStringLiteral("Dismiss"));
     EXPECT_EQ(other.accessibleName(), QString());
+    EXPECT_EQ(french.accessibleName(), QStringLiteral("Fermer"));
 }
 
 TEST_F(ZIconButtonTest, KeepsItsMargins) {
