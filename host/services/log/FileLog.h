@@ -9,7 +9,7 @@ namespace spdlog {
 class logger;
 }
 
-/// Writes the log to three rotating files of 5 MiB. Of a text over 16 KiB the beginning is kept. Callable from any
+/// Writes the log to three rotating files of 5 MiB. A text over 16 KiB is cut. Callable from any
 /// thread.
 class CFileLog : public ILogSource, public ILog {
 public:
