@@ -290,6 +290,10 @@
 <context>
     <name>Pages</name>
     <message>
+        <source>About this right</source>
+        <translation>À propos de ce droit</translation>
+    </message>
+    <message>
         <source>Watchlist</source>
         <translation>Favoris</translation>
     </message>

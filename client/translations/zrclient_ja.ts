@@ -290,6 +290,10 @@
 <context>
     <name>Pages</name>
     <message>
+        <source>About this right</source>
+        <translation>この権利について</translation>
+    </message>
+    <message>
         <source>Watchlist</source>
         <translation>ウォッチリスト</translation>
     </message>

@@ -290,6 +290,10 @@
 <context>
     <name>Pages</name>
     <message>
+        <source>About this right</source>
+        <translation>了解此權益</translation>
+    </message>
+    <message>
         <source>Watchlist</source>
         <translation>自選</translation>
     </message>

@@ -5,8 +5,10 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <QToolButton>
 #include <QWindow>
 
 #include "VipClientFixture.h"
@@ -134,5 +136,78 @@ TEST_P(KeyboardPagesTest, EachControlIsReachedSeenUsedAndNamed) {
 
 INSTANTIATE_TEST_SUITE_P(Users, KeyboardPagesTest, Values(20001, 20003, 20009, 20012),
                          [](const auto& user) { return "user" + std::to_string(user.param); });
+
+// Tags, exclusive masks and ad pictures take the mouse alone. The first two have their target within reach elsewhere.
+class MouseOnlyTest : public KeyboardTest {
+protected:
+    ~MouseOnlyTest() override { End(); }
+
+    void Begin(quint64 user) {
+        KeyboardTest::Begin(user);
+        QObject::connect(client, &CComposition::WebOpened, &watcher,
+                         [this](const QUrl& url) { opened.push_back(url.path().toStdString()); });
+        Choose("research");
+    }
+
+    QWidget* VisibleOf(const char* name) const {
+        for (auto* widget : window->findChildren<QWidget*>()) {
+            if (widget->inherits(name) && widget->isVisible()) {
+                return widget;
+            }
+        }
+        return nullptr;
+    }
+
+    std::vector<std::string> opened;
+};
+
+TEST_F(MouseOnlyTest, MenuReachesTheTargetOfATag) {
+    Begin(20009);
+    QWidget* tag = VisibleOf("CZRVipTagWidget");
+    ASSERT_NE(tag, nullptr);
+    EXPECT_EQ(tag->focusPolicy(), Qt::NoFocus);
+
+    Click(tag);
+    auto* menu = Child<QMenu>("UserMenu");
+    // The menu has an event loop of its own.
+    QTimer::singleShot(0, menu, [&] {
+        for (int step = 0; step < 60 && menu->activeAction() != Child<QAction>("UserMenuVip"); ++step) {
+            QTest::keyClick(menu, Qt::Key_Up);
+        }
+        QTest::keyClick(menu, menu->activeAction() == Child<QAction>("UserMenuVip") ? Qt::Key_Return : Qt::Key_Escape);
+    });
+    Child<QToolButton>("UserMenuButton")->setFocus();
+    Press(Qt::Key_Space);
+    WaitInRealTime([&] { return opened.size() == 2; });
+
+    ASSERT_EQ(opened.size(), 2U);
+    EXPECT_EQ(opened[1], opened[0]);
+}
+
+TEST_F(MouseOnlyTest, LinkOfTheCardReachesTheTargetOfAnExclusiveMask) {
+    Begin(20001);
+    QWidget* mask = VisibleOf("CZRVipExclusiveMaskWidget");
+    ASSERT_NE(mask, nullptr);
+    EXPECT_EQ(mask->focusPolicy(), Qt::NoFocus);
+    auto* about = Child<QPushButton>("AnalystConsensusAbout");
+
+    Click(mask);
+    about->setFocus();
+    Press(Qt::Key_Space);
+
+    ASSERT_EQ(opened.size(), 2U);
+    EXPECT_THAT(opened[0], StartsWith("/link/"));
+    EXPECT_EQ(opened[1], opened[0]);
+}
+
+TEST_F(MouseOnlyTest, LinkIsThereOnlyWithAnExclusiveMask) {
+    Begin(20001);
+    EXPECT_TRUE(Child<QPushButton>("AnalystConsensusAbout")->isVisible());
+    EXPECT_FALSE(Child<QPushButton>("ShortSellingAbout")->isVisible());
+
+    LogIn(20003);
+
+    EXPECT_TRUE(WaitInRealTime([this] { return !Child<QPushButton>("AnalystConsensusAbout")->isVisible(); }));
+}
 
 }  // namespace
