@@ -139,8 +139,8 @@ void CComposition::InstallPorts() {
 void CComposition::ConnectServices() {
     m_urls.SetWebHandler([this](const QUrl& url, const QVariant& extra) { return OpenWeb(url, extra); });
     connect(&m_urls, &CUrlOpener::Dispatched, this, [this](const UrlRequest& request, const QString& reason) {
-        m_traceLog.Record(
-            UrlTrace{request.url, reason, request.businessType, request.fallbackMode, WindowSize(request.extra)});
+        m_traceLog.Record(UrlTrace{request.url.left(int(kTracedBytes)), reason, request.businessType,
+                                   request.fallbackMode, WindowSize(request.extra)});
     });
 
     connect(&m_store, &CSqliteStore::TroubleChanged, this, &CComposition::EmitStatus);

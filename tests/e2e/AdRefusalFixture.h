@@ -43,7 +43,7 @@ inline QByteArray RefusalScenario() {
           "schema":"https://ads.example/801"},
          {"id":"802","startInS":-100,"endInS":100000,"expireInS":200000,"image":"night-session.png",
           "schema":"https://ads.example/802"},
-         {"id":"803","startInS":-100,"endInS":100000,"expireInS":200000,"image":"research-weekly.svg",
+         {"id":"803","startInS":-100,"endInS":100000,"expireInS":200000,"image":"research-weekly.png",
           "schema":"https://ads.example/803"}]}],
     "commonConfig":{}})";
 }

@@ -23,6 +23,9 @@ struct ChannelOptions {
     std::chrono::milliseconds pingEvery{10'000};
     /// After this time without a sign of the server the connection counts as lost.
     std::chrono::milliseconds silenceLimit{25'000};
+    /// Limit of the body of a push or a reply, and of replies to single commands.
+    size_t maxBodyBytes = 64 << 10;
+    std::map<uint32_t, size_t> maxReplyBytes{{20637, 256 << 10}, {20981, 16 << 10}, {20982, 16 << 10}};
 };
 
 /// The command channel over a WebSocket. It reconnects until it is closed. Poster and random must outlive it. Main
@@ -80,6 +83,8 @@ private:
     void OnPingTime();
     void OnReply(const channel::Frame& frame);
     void OnPush(const channel::Frame& frame);
+    void LimitHandshake();
+    bool IsTooLarge(const channel::Frame& frame);
     void Fail(unsigned long session, CSProtoError error);
     void FailUpTo(unsigned long lastSession, CSProtoError error);
     void FailLater(CSProtoError error);
