@@ -78,6 +78,8 @@ QString ErrorText(EnStoreTrouble trouble) {
             return CComposition::tr("Settings are not saved: another client uses this folder");
         case EnStoreTrouble::kNewerFile:
             return CComposition::tr("Settings are not saved: a newer version wrote their file");
+        case EnStoreTrouble::kLocked:
+            return CComposition::tr("Settings are saved later: another program locks their file");
     }
     return {};
 }
