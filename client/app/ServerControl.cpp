@@ -31,6 +31,12 @@ void CServerControl::Open(const QUrl& address, const QByteArray& token) {
     Refresh();
 }
 
+void CServerControl::Close() {
+    m_retryTimer.stop();
+    m_address.clear();
+    m_token.clear();
+}
+
 QNetworkRequest CServerControl::RequestTo(const QString& path) const {
     QUrl url = m_address;
     url.setPath(path);
@@ -66,9 +72,15 @@ void CServerControl::Ask(const char* method, const QString& path, const QByteArr
 }
 
 void CServerControl::Refresh() {
+    if (m_address.isEmpty()) {
+        return;
+    }
     QNetworkReply* reply = Network().get(RequestTo(QStringLiteral("/v1/state")));
-    connect(reply, &QNetworkReply::finished, this, [this, reply] {
+    connect(reply, &QNetworkReply::finished, this, [this, reply, token = m_token] {
         reply->deleteLater();
+        if (token != m_token) {
+            return;  // the answer of a former server
+        }
         ServerState state;
         if (reply->error() == QNetworkReply::NoError && ReadState(reply->readAll(), state)) {
             Q_EMIT StateReceived(state);

@@ -30,7 +30,10 @@ public:
     /// Uses the server at `address` from now on and requests its state.
     void Open(const QUrl& address, const QByteArray& token);
 
-    /// Requests the state. After a failure it retries until the server answers.
+    /// Forgets the server and its token. Nothing is sent until the next Open.
+    void Close();
+
+    /// Requests the state. After a failure it retries until the server answers. Does nothing while closed.
     void Refresh();
 
     void Ask(const char* method, const QString& path, const QByteArray& json, QObject* context,
