@@ -29,8 +29,7 @@
 #include "workbench/TraceView.h"
 #include "workbench/ads/AdSwitches.h"
 #include "workbench/ads/AdTab.h"
-#include "workbench/ads/AdTracker.h"
-#include "workbench/rights/RefreshTracker.h"
+#include "workbench/diagnosis/WhyPage.h"
 #include "workbench/rights/RightsTab.h"
 
 namespace {
@@ -102,9 +101,9 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, CPremiumRights& rights, IControl
       m_pMarkets(new QLineEdit(this)),
       m_pMarketsNote(new QLabel(this)),
       m_pTabs(new QTabWidget(this)),
-      m_pTracker(new CRefreshTracker(this)),
-      m_pAds(new CAdTracker(ToServer, this)),
-      m_pAdTab(new CAdTab(*m_pAds, server, PagesOf(m_pTabs))),
+      m_pTracker(new CTracker(ToServer, this)),
+      m_pWhy(new CWhyPage(*m_pTracker, rights, entries, m_decoder, server, PagesOf(m_pTabs))),
+      m_pAdTab(new CAdTab(server, PagesOf(m_pTabs))),
       m_pTrafficTab(new QWidget(PagesOf(m_pTabs))),
       m_pTrafficTabs(new QTabWidget(m_pTrafficTab)),
       m_pTraffic(new CTraceView(NewTrafficFormat(m_decoder), PagesOf(m_pTrafficTabs))),
@@ -127,11 +126,11 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, CPremiumRights& rights, IControl
         m_pTabs->setTabText(index, title);
     };
     addTab(NewSessionTab(), QStringLiteral("Session"));
+    addTab(m_pWhy, QStringLiteral("Why"));
     const auto setFault = [this](uint32_t command, const auto& fault, IControlClient::Answered answered) {
         m_pFaults->SetFault(command, fault, std::move(answered));
     };
-    addTab(new CRightsTab(rights, *m_pTracker, m_decoder, server, setFault, PagesOf(m_pTabs)),
-           QStringLiteral("Rights"));
+    addTab(new CRightsTab(rights, *m_pTracker, server, setFault, PagesOf(m_pTabs)), QStringLiteral("Rights"));
     addTab(m_pAdTab, QStringLiteral("Ads"));
     SetUpTrafficTab();
     addTab(m_pTrafficTab, QStringLiteral("Traffic"));
@@ -268,13 +267,11 @@ void CWorkbench::Take(const TraceEvent& seen) {
     m_pStore->Model().Add(seen);
     m_pUrls->Model().Add(seen);
     m_pTracker->Take(seen);
-    m_pAds->Take(seen);
 }
 
 void CWorkbench::TakeLine(const LogEntry& entry) {
     Log().Add(entry);
     m_pTracker->TakeLine(entry);
-    m_pAds->TakeLine(entry);
 }
 
 void CWorkbench::AddUserRow(QGridLayout* grid) {
@@ -394,6 +391,7 @@ void CWorkbench::ShowEditionTexts() {
 void CWorkbench::ForgetServer() {
     m_pFaults->ForgetFaults();
     m_pClock->ForgetOffset();
+    m_pWhy->ForgetServer();
     m_pScenes->Reload();
     AdSwitches().ForgetServer();
 }
@@ -404,6 +402,7 @@ CAdSwitches& CWorkbench::AdSwitches() {
 
 void CWorkbench::ShowUsers(const std::vector<ServerUser>& users, quint64 current) {
     m_users = users;
+    m_pWhy->ShowUsers(users);
     // A login outside the workbench selects that user. A refreshed list keeps the selection.
     const QVariant chosen = current != 0 && current != m_nCurrent ? QVariant(current) : m_pUser->currentData();
     m_nCurrent = current;

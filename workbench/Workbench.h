@@ -10,15 +10,15 @@
 #include "workbench/WireDecoder.h"
 
 class CAIChatEntries;
-class CAdTracker;
 class CAdSwitches;
 class CAdTab;
 class CClockPanel;
 class CFaultPanel;
 class CPremiumRights;
-class CRefreshTracker;
 class CScenePanel;
 class CTraceView;
+class CTracker;
+class CWhyPage;
 class QComboBox;
 class QGridLayout;
 class QLabel;
@@ -100,8 +100,8 @@ private:
     QLabel* m_pMarketsNote;
     QTabWidget* m_pTabs;
     CWireDecoder m_decoder;
-    CRefreshTracker* m_pTracker;
-    CAdTracker* m_pAds;
+    CTracker* m_pTracker;
+    CWhyPage* m_pWhy;
     CAdTab* m_pAdTab;
     QWidget* m_pTrafficTab;
     QTabWidget* m_pTrafficTabs;

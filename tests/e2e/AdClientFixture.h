@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <QLabel>
 #include <QScreen>
 #include <QTabWidget>
 #include <QToolButton>
@@ -73,7 +74,8 @@ protected:
     void Open(const char* tabs, const char* page) { Child<QTabWidget>(tabs)->setCurrentWidget(Child<QWidget>(page)); }
 
     bool WorkbenchSays(const QString& words) {
-        return !Child<QTreeWidget>("AdDetail")->findItems(words, Qt::MatchContains | Qt::MatchRecursive, 1).isEmpty();
+        return Child<QLabel>("WhySentence")->text().contains(words, Qt::CaseInsensitive) ||
+               !Child<QTreeWidget>("WhyDetail")->findItems(words, Qt::MatchContains | Qt::MatchRecursive, 1).isEmpty();
     }
     bool WorkbenchSays(const char* words) { return WorkbenchSays(QString::fromLatin1(words)); }
 

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QFile>
 #include <QTemporaryDir>
 #include <memory>
@@ -101,6 +102,30 @@ protected:
     /// Calls `callback` for each bus message with the id `message`.
     void Bind(unsigned int message, core::MessageCallback callback) {
         core::__CMessageDispatch("[Test]").Bind(message, std::move(callback), &watcher);
+    }
+
+    /// Returns the state of a subject on the workbench's page of explanations; empty if it is not listed.
+    std::string WhyState(const char* subject) const {
+        const QAbstractItemModel* model = window->findChild<QAbstractItemView*>(QStringLiteral("WhyTable"))->model();
+        for (int row = 0; row < model->rowCount(); ++row) {
+            if (model->index(row, 0).data().toString() == QLatin1String(subject)) {
+                return model->index(row, 2).data().toString().toStdString();
+            }
+        }
+        return std::string();
+    }
+    bool WaitForWhy(const char* subject, const std::string& state) {
+        return WaitInRealTime([=] { return WhyState(subject).find(state) != std::string::npos; });
+    }
+
+    /// Returns the number of listed rights.
+    int ListedRights() const {
+        const QAbstractItemModel* model = window->findChild<QAbstractItemView*>(QStringLiteral("WhyTable"))->model();
+        int rights = 0;
+        for (int row = 0; row < model->rowCount(); ++row) {
+            rights += model->index(row, 0).data().toString().startsWith(QLatin1String("Right ")) ? 1 : 0;
+        }
+        return rights;
     }
 
     /// Returns the scenes whose entries are enabled, on all pages.

@@ -206,7 +206,7 @@ TEST_F(RightsTest, TheTableOfTheNextUserHasNothingOfTheFormer) {
     EXPECT_TRUE(Right(5).bHasPermission);
     EXPECT_FALSE(Service()->HasVipQualification());
     EXPECT_EQ(Service()->GetVipGrade(), 0);
-    EXPECT_EQ(Child<QTableView>("RightsTable")->model()->rowCount(), 1);
+    EXPECT_TRUE(WaitInRealTime([this] { return ListedRights() == 1; }));
 }
 
 TEST_F(RightsTest, ALogoutEmptiesTableAndPageWithoutAMessage) {
@@ -216,7 +216,7 @@ TEST_F(RightsTest, ALogoutEmptiesTableAndPageWithoutAMessage) {
 
     EXPECT_THAT(told, IsEmpty());
     EXPECT_THAT(Rights(), IsEmpty());
-    EXPECT_EQ(Child<QTableView>("RightsTable")->model()->rowCount(), 0);
+    EXPECT_TRUE(WaitInRealTime([this] { return ListedRights() == 0; }));
     EXPECT_TRUE(Says("VipQualification", "no"));
     EXPECT_TRUE(Says("VipGrade", "0"));
 }
@@ -311,7 +311,7 @@ TEST_P(BadAnswerTest, LeavesTheTableAsItWasAndIsTold) {
     EXPECT_EQ(told[0].outcome, 2u);
     EXPECT_THAT(Rights(), ElementsAre(1, 5, 1000));
     EXPECT_TRUE(Right(1).bHasPermission);
-    EXPECT_TRUE(WaitInRealTime([this] { return Says("RefreshPremium", GetParam().outcome); }));
+    EXPECT_TRUE(WaitForWhy("Rights", GetParam().outcome));
 }
 
 INSTANTIATE_TEST_SUITE_P(Answers, BadAnswerTest,
@@ -331,7 +331,7 @@ TEST_P(BadVipAnswerTest, LeavesTheStatusAsItWasAndIsNotTold) {
 
     server->Post("/v1/push", R"({"vipChange":{}})");
 
-    ASSERT_TRUE(WaitInRealTime([this] { return Says("RefreshVip", GetParam().outcome); }));
+    ASSERT_TRUE(WaitForWhy("VIP status", GetParam().outcome));
     EXPECT_THAT(told, IsEmpty());
     EXPECT_EQ(Service()->GetVipGrade(), 2);
     EXPECT_TRUE(Service()->HasVipQualification());
@@ -366,11 +366,11 @@ TEST_F(RightsTest, TheWorkbenchAsksBreaksAndPushes) {
     Child<QLineEdit>("PushRights")->setText(QStringLiteral("1"));
     Child<QComboBox>("PushNeedAll")->setCurrentIndex(0);
     Press("PushPremium");
-    ASSERT_TRUE(WaitInRealTime([this] { return Says("RefreshPremium", "push \u00B7 good"); }));
+    ASSERT_TRUE(WaitForWhy("Rights", "push \u00B7 good"));
     EXPECT_EQ(LastRequest(), "08001001");
     Child<QLineEdit>("PushWindow")->setText(QString());
     Press("PushVip");
-    EXPECT_TRUE(WaitInRealTime([this] { return Says("RefreshVip", "push \u00B7 good"); }));
+    EXPECT_TRUE(WaitForWhy("VIP status", "push \u00B7 good"));
 }
 
 }  // namespace

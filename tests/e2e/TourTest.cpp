@@ -15,14 +15,14 @@
 #include "ui/zr_ui_theme.h"
 #include "workbench/LogFilter.h"
 #include "workbench/LogModel.h"
-#include "workbench/rights/RefreshTracker.h"
+#include "workbench/diagnosis/Tracker.h"
 
 using namespace ::testing;
 
 namespace {
 
 constexpr int kChinese = 0;
-constexpr int kRightsRefreshes = 1, kRightsAsk = 2, kRightsPushes = 3, kRightsAnswers = 4;
+constexpr int kRightsAsk = 0, kRightsPushes = 1, kRightsAnswers = 2;
 
 TEST_F(TourTest, ConnectsAndShowsTheEntriesOfTheFirstUser) {
     StartTour();
@@ -100,8 +100,8 @@ TEST_P(TourThemeTest, ShowsWindowAndRightsInTheTheme) {
     EXPECT_TRUE(WaitInRealTime([this] { return HasThemeColor(); }));
     Picture((std::string("theme-") + GetParam().name).c_str());
     LogIn(kMember, {1, 2, 3, 4, 5});
-    OpenTab(kTabRights);
-    EXPECT_TRUE(WaitInRealTime([this] { return Child<QTableView>("RightsTable")->model()->rowCount() > 0; }));
+    OpenTab(kTabWhy);
+    EXPECT_TRUE(WaitInRealTime([this] { return ListedRights() > 0; }));
     Picture((std::string("rights-theme-") + GetParam().name).c_str());
 }
 
@@ -183,7 +183,7 @@ TEST_F(TourTest, ShowsTheStateOfAnAdAndTheReasonOfARefusal) {
         ASSERT_TRUE(WaitInRealTime([this] { return !Child<QLabel>("AdPushMessage")->text().isEmpty(); }));
     }
 
-    EXPECT_TRUE(WaitInRealTime([this] { return WorkbenchSays("refused (request): pause between requests"); }));
+    EXPECT_TRUE(WaitInRealTime([this] { return WorkbenchSays("pause between requests"); }));
     Picture("ads-refused");
 }
 
@@ -256,9 +256,11 @@ TEST_F(TourTest, LogsInAMemberFromTheUserMenu) {
 
     EXPECT_TRUE(WaitInRealTime([this] { return client->UserId() == kMember; }));
     OpenTab(kTabRights);
-    EXPECT_TRUE(WaitInRealTime([this] { return Child<QTableView>("RightsTable")->model()->rowCount() > 0; }));
     EXPECT_TRUE(WaitForText("VipNewState", "member"));
-    Child<QTableView>("RightsTable")->selectRow(0);
+    OpenTab(kTabWhy);
+    EXPECT_TRUE(WaitInRealTime([this] { return ListedRights() > 0; }));
+    Child<QLineEdit>("WhySearch")->setText(QStringLiteral("right held"));
+    Child<QTableView>("WhyTable")->selectRow(0);
     Picture("rights");
 }
 
@@ -272,13 +274,14 @@ TEST_F(TourTest, RefreshesTheRightsOfAMemberAfterAPush) {
 
     Click(Child<QPushButton>("PushPremium"));
 
-    const auto* board = window->findChild<CRefreshTracker*>();
-    EXPECT_TRUE(WaitInRealTime([&] { return !board->WaitingPushes().empty(); }));
+    const auto* tracker = window->findChild<CTracker*>();
+    EXPECT_TRUE(WaitInRealTime([&] { return !tracker->Rights().pushes.empty(); }));
     Picture("rights-push");
-    parts->setCurrentIndex(kRightsRefreshes);
+    OpenTab(kTabWhy);
     Picture("rights-waiting");
-    EXPECT_TRUE(WaitForText("RefreshPremium", "push \u00B7 good"));
+    EXPECT_TRUE(WaitForWhy("Rights", "push \u00B7 good"));
     Picture("rights-refreshed");
+    OpenTab(kTabRights);
     parts->setCurrentIndex(kRightsAsk);
     Picture("rights-ask");
     parts->setCurrentIndex(kRightsAnswers);

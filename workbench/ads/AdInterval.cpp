@@ -4,7 +4,7 @@
 
 #include "framework/JsonText.h"
 #include "workbench/ServerText.h"
-#include "workbench/ads/AdFacts.h"
+#include "workbench/diagnosis/AdRequest.h"
 
 namespace {
 

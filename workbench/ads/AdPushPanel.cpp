@@ -7,7 +7,7 @@
 #include <QVariant>
 
 #include "workbench/PanelWidgets.h"
-#include "workbench/ads/AdFacts.h"
+#include "workbench/diagnosis/AdRequest.h"
 
 namespace {
 

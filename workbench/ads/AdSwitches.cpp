@@ -11,8 +11,8 @@
 #include "core/config_local.h"
 #include "core/login_status_data.h"
 #include "workbench/PanelWidgets.h"
-#include "workbench/ads/AdFacts.h"
 #include "workbench/ads/AdInterval.h"
+#include "workbench/diagnosis/AdRequest.h"
 
 namespace {
 

@@ -1,14 +1,12 @@
 #include "workbench/ads/AdTab.h"
 
 #include <QLabel>
-#include <QSplitter>
 #include <QVBoxLayout>
 #include <QVariant>
 
 #include "workbench/TabPages.h"
 #include "workbench/ads/AdPushPanel.h"
 #include "workbench/ads/AdSwitches.h"
-#include "workbench/ads/AdView.h"
 
 namespace {
 
@@ -16,10 +14,9 @@ constexpr int kTabMargin = 8;
 
 }  // namespace
 
-CAdTab::CAdTab(const CAdTracker& board, IControlClient& server, QWidget* parent)
+CAdTab::CAdTab(IControlClient& server, QWidget* parent)
     : QWidget(parent),
-      m_pSplitter(new QSplitter(Qt::Vertical, this)),
-      m_pTabs(new QTabWidget(m_pSplitter)),
+      m_pTabs(new QTabWidget(this)),
       m_pSwitches(new CAdSwitches(server, PagesOf(m_pTabs))),
       m_pOverridden(new QLabel(this)) {
     setObjectName(QStringLiteral("AdTabPage"));
@@ -36,18 +33,11 @@ CAdTab::CAdTab(const CAdTracker& board, IControlClient& server, QWidget* parent)
     };
     addTab(m_pSwitches, QStringLiteral("Switches"));
     addTab(new CAdPushPanel(server, PagesOf(m_pTabs)), QStringLiteral("Pushes"));
-    m_pSplitter->setObjectName(QStringLiteral("AdTabSplitter"));
-    m_pSplitter->setHandleWidth(8);
-    m_pSplitter->setChildrenCollapsible(false);
-    m_pSplitter->addWidget(new CAdView(board, m_pSplitter));
-    m_pSplitter->addWidget(m_pTabs);
-    m_pSplitter->setStretchFactor(0, 1);
-    m_pSplitter->setStretchFactor(1, 0);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(6);
     layout->addWidget(m_pOverridden);
-    layout->addWidget(m_pSplitter, 1);
+    layout->addWidget(m_pTabs, 1);
     connect(m_pSwitches, &CAdSwitches::OverridesChanged, this, &CAdTab::ShowOverridden);
     ShowOverridden();
 }

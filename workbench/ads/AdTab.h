@@ -4,23 +4,20 @@
 
 #include "workbench/ControlClient.h"
 
-class CAdTracker;
 class CAdSwitches;
 class QLabel;
-class QSplitter;
 class QTabWidget;
 
-/// The tab for ads: the states of the slots, and below them pushes and overrides. `board` and `server` must outlive it.
+/// The tab for ads: pushes and overrides. `server` must outlive it.
 class CAdTab : public QWidget {
 public:
-    CAdTab(const CAdTracker& board, IControlClient& server, QWidget* parent = nullptr);
+    explicit CAdTab(IControlClient& server, QWidget* parent = nullptr);
 
     CAdSwitches& Switches() { return *m_pSwitches; }
 
 private:
     void ShowOverridden();
 
-    QSplitter* m_pSplitter;
     QTabWidget* m_pTabs;
     CAdSwitches* m_pSwitches;
     QLabel* m_pOverridden;

@@ -9,13 +9,12 @@
 
 #include "PremiumRights.h"
 #include "Theme.h"
+#include "workbench/diagnosis/Explanation.h"
 #include "workbench/rights/NumberList.h"
-#include "workbench/rights/RefreshText.h"
-#include "workbench/rights/RefreshTracker.h"
 
-CAskPanel::CAskPanel(const CRefreshTracker& board, QWidget* parent)
+CAskPanel::CAskPanel(const CTracker& tracker, QWidget* parent)
     : QWidget(parent),
-      m_board(board),
+      m_tracker(tracker),
       m_pRights(new QLineEdit(this)),
       m_pServerPush(new QCheckBox(QStringLiteral("serverPush"), this)),
       m_pOutcome(new QLabel(this)) {
@@ -47,7 +46,7 @@ CAskPanel::CAskPanel(const CRefreshTracker& board, QWidget* parent)
     layout->addStretch(1);
     connect(all, &QPushButton::clicked, this, &CAskPanel::AskAll);
     connect(list, &QPushButton::clicked, this, &CAskPanel::AskList);
-    connect(&board, &CRefreshTracker::Changed, this, &CAskPanel::ShowOutcome);
+    connect(&tracker, &CTracker::Changed, this, &CAskPanel::ShowOutcome);
     ShowOutcome();
 }
 
@@ -79,11 +78,10 @@ void CAskPanel::ShowOutcome() {
         Say(QStringLiteral("Nobody was asked: the module is not there or has not started"), false);
         return;
     }
-    using EnOutcome = CRefreshTracker::EnOutcome;
-    CRefreshTracker::Refresh refresh = m_board.Find(*m_session).value_or(CRefreshTracker::Refresh());
-    const bool good = refresh.outcome == EnOutcome::Good || refresh.outcome == EnOutcome::InFlight ||
-                      refresh.outcome == EnOutcome::Answered;
-    Say(QStringLiteral("session %1 \u00B7 ").arg(*m_session) + refresh_text::Outcome(refresh), good);
+    const RefreshState::Request* request = m_tracker.Rights().Find(*m_session);
+    Say(QStringLiteral("session %1 \u00B7 ").arg(*m_session) +
+            (request ? explanation::OutcomeOf(*request) : QStringLiteral("in flight")),
+        !request || !request->red);
 }
 
 void CAskPanel::Say(const QString& words, bool good) {

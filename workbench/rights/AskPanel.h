@@ -3,15 +3,15 @@
 #include <QWidget>
 #include <optional>
 
-class CRefreshTracker;
+class CTracker;
 class QCheckBox;
 class QLabel;
 class QLineEdit;
 
-/// Requests rights through the growth module, as another module would, and shows the result. `board` must outlive it.
+/// Requests rights through the growth module, as another module would, and shows the result. `tracker` must outlive it.
 class CAskPanel : public QWidget {
 public:
-    explicit CAskPanel(const CRefreshTracker& board, QWidget* parent = nullptr);
+    explicit CAskPanel(const CTracker& tracker, QWidget* parent = nullptr);
 
 private:
     void AskAll();
@@ -20,7 +20,7 @@ private:
     void ShowOutcome();
     void Say(const QString& words, bool good);
 
-    const CRefreshTracker& m_board;
+    const CTracker& m_tracker;
     std::optional<unsigned long> m_session;
     QLineEdit* m_pRights;
     QCheckBox* m_pServerPush;

@@ -5,13 +5,11 @@
 #include "workbench/rights/AnswerPanel.h"
 
 class CPremiumRights;
-class CRefreshTracker;
-class CWireDecoder;
+class CTracker;
 
-/// The workbench's page for rights and VIP status: their values, their refreshes, and controls for both. All arguments
-/// must outlive it.
+/// The workbench's page with the VIP status and the controls for rights. All arguments must outlive it.
 class CRightsTab : public QWidget {
 public:
-    CRightsTab(CPremiumRights& rights, const CRefreshTracker& board, const CWireDecoder& decoder,
-               IControlClient& server, CAnswerPanel::SetFault setFault, QWidget* parent = nullptr);
+    CRightsTab(CPremiumRights& rights, const CTracker& tracker, IControlClient& server, CAnswerPanel::SetFault setFault,
+               QWidget* parent = nullptr);
 };

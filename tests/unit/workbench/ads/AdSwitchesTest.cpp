@@ -12,7 +12,6 @@
 #include "support/Click.h"
 #include "support/ScriptedHostTest.h"
 #include "workbench/ads/AdTab.h"
-#include "workbench/ads/AdTracker.h"
 
 using namespace ::testing;
 
@@ -63,8 +62,7 @@ protected:
     }
 
     CFakeControlClient server;
-    CAdTracker board{[](qint64 localMs) { return localMs; }};
-    CAdTab tab{board, server};
+    CAdTab tab{server};
     std::vector<int> tabs;
     std::vector<EnFocusAnswer> focus;
     std::vector<bool> refusals;

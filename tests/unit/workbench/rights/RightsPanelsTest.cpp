@@ -9,11 +9,11 @@
 #include "support/Click.h"
 #include "support/ScriptedHostTest.h"
 #include "workbench/FaultPanel.h"
+#include "workbench/diagnosis/Tracker.h"
 #include "workbench/rights/AnswerPanel.h"
 #include "workbench/rights/AskPanel.h"
 #include "workbench/rights/NumberList.h"
 #include "workbench/rights/PushPanel.h"
-#include "workbench/rights/RefreshTracker.h"
 
 using namespace ::testing;
 
@@ -45,21 +45,20 @@ class AskPanelTest : public RightsPanelTest {
 protected:
     AskPanelTest() { Show(panel); }
 
-    void Answer(unsigned long session, uint64_t p2) {
+    void Answer(unsigned long session, const char* outcome) {
         TraceEvent seen;
         seen.what = CommandTrace{CommandTrace::EnKind::Replied, 20637, session, 0, 1, "", 20637};
-        board.Take(seen);
-        MessageTrace message;
-        message.id = 80051;
-        message.p1 = session;
-        message.p2 = p2;
-        seen.what = message;
-        board.Take(seen);
+        tracker.Take(seen);
+        LogEntry line;
+        line.time = QDateTime::fromMSecsSinceEpoch(0);
+        line.record.module = "ZRGrowth";
+        line.record.text = QString::fromUtf8(outcome);
+        tracker.TakeLine(line);
     }
 
     std::shared_ptr<CFakeGrowthService> service = CFakeGrowthService::Offer();
-    CRefreshTracker board;
-    CAskPanel panel{board};
+    CTracker tracker{[](qint64 localMs) { return localMs; }};
+    CAskPanel panel{tracker};
 };
 
 class PushPanelTest : public RightsPanelTest {
@@ -91,16 +90,16 @@ TEST_F(AskPanelTest, AllIsAskedForAndTheOutcomeFollows) {
     Press("AskAll");
     EXPECT_THAT(service->asked, ElementsAre("all wait"));
     EXPECT_EQ(ParsedLine("AskOutcome"), "session 12 \u00B7 in flight");
-    Answer(12, 0);
+    Answer(12, "[Premium] Parse Response Success, Premium Data Updated And Saved");
     EXPECT_EQ(ParsedLine("AskOutcome"), "session 12 \u00B7 good");
     EXPECT_EQ(Child<QLabel>("AskOutcome")->property("good").toBool(), true);
 
     service->session = 13;
     Child<QCheckBox>("AskServerPush")->setChecked(true);
     Press("AskAll");
-    Answer(13, 2);
+    Answer(13, "[Premium] Server Returned Error Code = 5");
     EXPECT_THAT(service->asked, ElementsAre("all wait", "all push"));
-    EXPECT_EQ(ParsedLine("AskOutcome"), "session 13 \u00B7 failed");
+    EXPECT_EQ(ParsedLine("AskOutcome"), "session 13 \u00B7 code 5");
     EXPECT_EQ(Child<QLabel>("AskOutcome")->property("good").toBool(), false);
 }
 
