@@ -11,13 +11,11 @@
 
 class CAIChatEntries;
 class CAdTracker;
-class CAdSwitches;
 class CAdTab;
-class CClockPanel;
-class CFaultPanel;
+class CPopupOverrides;
 class CPremiumRights;
 class CRefreshTracker;
-class CScenePanel;
+class CServerPage;
 class CTraceView;
 class QComboBox;
 class QGridLayout;
@@ -49,7 +47,7 @@ public:
     void TakeLine(const LogEntry& entry);
 
     /// The overrides of the bottom popup's display conditions.
-    CAdSwitches& AdSwitches();
+    CPopupOverrides& PopupOverrides();
 
     /// The values that an export must not contain.
     CRedactor& Aliases() { return m_aliases; }
@@ -76,7 +74,6 @@ private:
     void AddMarketsRow(QGridLayout* grid);
     QWidget* NewSessionTab();
     void SetUpTrafficTab();
-    QWidget* NewServerTab();
     QWidget* NewExportRow();
     void AskMarkets();
     void Export();
@@ -111,9 +108,7 @@ private:
     CLogView* m_pLog;
     CTraceView* m_pStore;
     CTraceView* m_pUrls;
-    CScenePanel* m_pScenes;
-    CFaultPanel* m_pFaults;
-    CClockPanel* m_pClock;
+    CServerPage* m_pServerPage;
     QLineEdit* m_pExportPath;
     QLabel* m_pExportNote;
     CRedactor m_aliases;

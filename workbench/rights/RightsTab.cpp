@@ -6,8 +6,6 @@
 
 #include "VipGallery.h"
 #include "workbench/TabPages.h"
-#include "workbench/rights/AskPanel.h"
-#include "workbench/rights/PushPanel.h"
 #include "workbench/rights/RefreshView.h"
 #include "workbench/rights/RightDetail.h"
 #include "workbench/rights/RightsView.h"
@@ -20,7 +18,7 @@ constexpr int kTabMargin = 8;
 }  // namespace
 
 CRightsTab::CRightsTab(CPremiumRights& rights, const CRefreshTracker& board, const CWireDecoder& decoder,
-                       IControlClient& server, CAnswerPanel::SetFault setFault, QWidget* parent)
+                       QWidget* parent)
     : QWidget(parent) {
     setObjectName(QStringLiteral("RightsTab"));
     auto* splitter = new QSplitter(Qt::Vertical, this);
@@ -40,9 +38,6 @@ CRightsTab::CRightsTab(CPremiumRights& rights, const CRefreshTracker& board, con
     });
     addTab(detail, QStringLiteral("Right"));
     addTab(new CRefreshView(board, PagesOf(tabs)), QStringLiteral("Refreshes"));
-    addTab(new CAskPanel(board, PagesOf(tabs)), QStringLiteral("Ask"));
-    addTab(new CPushPanel(server, PagesOf(tabs)), QStringLiteral("Pushes"));
-    addTab(new CAnswerPanel(std::move(setFault), PagesOf(tabs)), QStringLiteral("Answers"));
     splitter->setObjectName(QStringLiteral("RightsTabSplitter"));
     splitter->setHandleWidth(8);
     splitter->setChildrenCollapsible(false);
