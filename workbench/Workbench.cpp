@@ -19,18 +19,14 @@
 #include "core/lang.h"
 #include "core/time_date.h"
 #include "ui/zr_ui_theme.h"
-#include "workbench/ClockPanel.h"
 #include "workbench/EntryTable.h"
 #include "workbench/Export.h"
-#include "workbench/FaultPanel.h"
 #include "workbench/PanelWidgets.h"
-#include "workbench/ScenePanel.h"
 #include "workbench/TabPages.h"
 #include "workbench/TraceView.h"
-#include "workbench/ads/AdSwitches.h"
-#include "workbench/ads/AdTab.h"
 #include "workbench/diagnosis/WhyPage.h"
 #include "workbench/rights/RightsTab.h"
+#include "workbench/server/ServerPage.h"
 
 namespace {
 
@@ -103,7 +99,6 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, CPremiumRights& rights, IControl
       m_pTabs(new QTabWidget(this)),
       m_pTracker(new CTracker(ToServer, this)),
       m_pWhy(new CWhyPage(*m_pTracker, rights, entries, m_decoder, server, PagesOf(m_pTabs))),
-      m_pAdTab(new CAdTab(server, PagesOf(m_pTabs))),
       m_pTrafficTab(new QWidget(PagesOf(m_pTabs))),
       m_pTrafficTabs(new QTabWidget(m_pTrafficTab)),
       m_pTraffic(new CTraceView(NewTrafficFormat(m_decoder), PagesOf(m_pTrafficTabs))),
@@ -112,9 +107,7 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, CPremiumRights& rights, IControl
       m_pLog(new CLogView(PagesOf(m_pTabs))),
       m_pStore(new CTraceView(NewStoreFormat(), PagesOf(m_pTabs))),
       m_pUrls(new CTraceView(NewUrlFormat(), PagesOf(m_pTabs))),
-      m_pScenes(new CScenePanel(server, this)),
-      m_pFaults(new CFaultPanel(server, this)),
-      m_pClock(new CClockPanel(server, this)),
+      m_pServerPage(new CServerPage(server, PagesOf(m_pTabs))),
       m_pExportPath(new QLineEdit(this)),
       m_pExportNote(new QLabel(this)) {
     setObjectName(QStringLiteral("Workbench"));
@@ -127,17 +120,13 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, CPremiumRights& rights, IControl
     };
     addTab(NewSessionTab(), QStringLiteral("Session"));
     addTab(m_pWhy, QStringLiteral("Why"));
-    const auto setFault = [this](uint32_t command, const auto& fault, IControlClient::Answered answered) {
-        m_pFaults->SetFault(command, fault, std::move(answered));
-    };
-    addTab(new CRightsTab(rights, *m_pTracker, server, setFault, PagesOf(m_pTabs)), QStringLiteral("Rights"));
-    addTab(m_pAdTab, QStringLiteral("Ads"));
+    addTab(new CRightsTab(rights, PagesOf(m_pTabs)), QStringLiteral("Rights"));
     SetUpTrafficTab();
     addTab(m_pTrafficTab, QStringLiteral("Traffic"));
     addTab(m_pLog, QStringLiteral("Log"));
     addTab(m_pStore, QStringLiteral("Store"));
     addTab(m_pUrls, QStringLiteral("URLs"));
-    addTab(NewServerTab(), QStringLiteral("Server"));
+    addTab(m_pServerPage, QStringLiteral("Server"));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(10);
@@ -169,10 +158,7 @@ QWidget* CWorkbench::NewSessionTab() {
     layout->addLayout(grid);
     layout->addWidget(panel::NewTitle(QStringLiteral("AI chat entries per scene"), tab, "section"));
     layout->addWidget(new CEntryTable(m_entries, tab));
-    layout->addWidget(panel::NewTitle(QStringLiteral("What the server answers to this user"), tab, "section"));
-    layout->addWidget(m_pScenes, 1);
-    connect(m_pUser, qOverload<int>(&QComboBox::currentIndexChanged), this,
-            [this] { m_pScenes->ShowUser(m_pUser->currentData().toULongLong()); });
+    layout->addStretch(1);
     return tab;
 }
 
@@ -191,21 +177,6 @@ void CWorkbench::SetUpTrafficTab() {
     auto* layout = new QVBoxLayout(m_pTrafficTab);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_pTrafficTabs);
-}
-
-QWidget* CWorkbench::NewServerTab() {
-    auto* tab = new QWidget(PagesOf(m_pTabs));
-    tab->setObjectName(QStringLiteral("ServerTab"));
-    auto* layout = new QVBoxLayout(tab);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(10);
-    layout->addWidget(panel::NewTitle(QStringLiteral("Faults"), tab, "section"));
-    layout->addWidget(m_pFaults);
-    layout->addSpacing(10);
-    layout->addWidget(panel::NewTitle(QStringLiteral("Server clock"), tab, "section"));
-    layout->addWidget(m_pClock);
-    layout->addStretch(1);
-    return tab;
 }
 
 QWidget* CWorkbench::NewExportRow() {
@@ -389,15 +360,12 @@ void CWorkbench::ShowEditionTexts() {
 }
 
 void CWorkbench::ForgetServer() {
-    m_pFaults->ForgetFaults();
-    m_pClock->ForgetOffset();
+    m_pServerPage->ForgetServer();
     m_pWhy->ForgetServer();
-    m_pScenes->Reload();
-    AdSwitches().ForgetServer();
 }
 
-CAdSwitches& CWorkbench::AdSwitches() {
-    return m_pAdTab->Switches();
+CPopupOverrides& CWorkbench::PopupOverrides() {
+    return m_pServerPage->Overrides();
 }
 
 void CWorkbench::ShowUsers(const std::vector<ServerUser>& users, quint64 current) {
@@ -407,15 +375,12 @@ void CWorkbench::ShowUsers(const std::vector<ServerUser>& users, quint64 current
     const QVariant chosen = current != 0 && current != m_nCurrent ? QVariant(current) : m_pUser->currentData();
     m_nCurrent = current;
     const QSignalBlocker blocker(m_pUser);
-    const quint64 sceneUser = m_pUser->currentData().toULongLong();
     m_pUser->clear();
     for (const ServerUser& user : users) {
         m_pUser->addItem(QStringLiteral("%1  %2").arg(user.name).arg(user.id), user.id);
     }
     m_pUser->setCurrentIndex(std::max(0, m_pUser->findData(chosen)));
-    if (m_pUser->currentData().toULongLong() != sceneUser) {
-        m_pScenes->ShowUser(m_pUser->currentData().toULongLong());
-    }
+    m_pServerPage->ShowUsers(users, current);
     ShowUserTexts();
 }
 

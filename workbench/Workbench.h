@@ -10,12 +10,9 @@
 #include "workbench/WireDecoder.h"
 
 class CAIChatEntries;
-class CAdSwitches;
-class CAdTab;
-class CClockPanel;
-class CFaultPanel;
+class CPopupOverrides;
 class CPremiumRights;
-class CScenePanel;
+class CServerPage;
 class CTraceView;
 class CTracker;
 class CWhyPage;
@@ -49,7 +46,7 @@ public:
     void TakeLine(const LogEntry& entry);
 
     /// The overrides of the bottom popup's display conditions.
-    CAdSwitches& AdSwitches();
+    CPopupOverrides& PopupOverrides();
 
     /// The values that an export must not contain.
     CRedactor& Aliases() { return m_aliases; }
@@ -76,7 +73,6 @@ private:
     void AddMarketsRow(QGridLayout* grid);
     QWidget* NewSessionTab();
     void SetUpTrafficTab();
-    QWidget* NewServerTab();
     QWidget* NewExportRow();
     void AskMarkets();
     void Export();
@@ -102,7 +98,6 @@ private:
     CWireDecoder m_decoder;
     CTracker* m_pTracker;
     CWhyPage* m_pWhy;
-    CAdTab* m_pAdTab;
     QWidget* m_pTrafficTab;
     QTabWidget* m_pTrafficTabs;
     CTraceView* m_pTraffic;
@@ -111,9 +106,7 @@ private:
     CLogView* m_pLog;
     CTraceView* m_pStore;
     CTraceView* m_pUrls;
-    CScenePanel* m_pScenes;
-    CFaultPanel* m_pFaults;
-    CClockPanel* m_pClock;
+    CServerPage* m_pServerPage;
     QLineEdit* m_pExportPath;
     QLabel* m_pExportNote;
     CRedactor m_aliases;

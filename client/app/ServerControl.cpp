@@ -66,9 +66,15 @@ void CServerControl::Ask(const char* method, const QString& path, const QByteArr
                 reply->deleteLater();
                 if (context) {
                     const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-                    answered(ServerAnswer::Read(status, reply->readAll(), reply->errorString()));
+                    const auto answer = ServerAnswer::Read(status, reply->readAll(), reply->errorString());
+                    host::CallAndLogExceptions(kLog, "A reader of the server's answer", [&] { answered(answer); });
                 }
             });
+}
+
+QString CServerControl::Curl(const ControlRequest& request) const {
+    const QString url = QString::fromLatin1(RequestTo(request.path).url().toEncoded());
+    return CurlLine(request, url, QString::fromLatin1(m_token));
 }
 
 void CServerControl::Refresh() {

@@ -34,10 +34,12 @@ public:
     void Close();
 
     /// Requests the state. After a failure it retries until the server answers. Does nothing while closed.
-    void Refresh();
+    void Refresh() override;
 
     void Ask(const char* method, const QString& path, const QByteArray& json, QObject* context,
              Answered answered) override;
+
+    QString Curl(const ControlRequest& request) const override;
 
     /// Reads the answer to a state request. Returns false and leaves `state` unchanged if it is malformed.
     static bool ReadState(const QByteArray& json, ServerState& state);

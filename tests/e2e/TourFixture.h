@@ -28,7 +28,7 @@ protected:
     }
 
     /// The workbench's tabs, in their order.
-    enum EnTab { kTabSession, kTabWhy, kTabRights, kTabAds, kTabTraffic, kTabLog, kTabStore, kTabUrls, kTabServer };
+    enum EnTab { kTabSession, kTabWhy, kTabRights, kTabTraffic, kTabLog, kTabStore, kTabUrls, kTabServer };
 
     void OpenTab(EnTab tab) { Child<QTabWidget>("WorkbenchTabs")->setCurrentIndex(tab); }
 
