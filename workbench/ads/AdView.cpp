@@ -15,6 +15,7 @@
 #include "AdPanelWindow.h"
 #include "Theme.h"
 #include "core/time_date.h"
+#include "ui/KitPaint.h"
 #include "workbench/ads/AdDiagnosisText.h"
 #include "workbench/ads/AdTracker.h"
 
@@ -33,8 +34,8 @@ constexpr const char* kTitles[kColumnCount] = {"Slot", "Asked", "Next", "Last an
 
 QTreeWidgetItem* AddLine(QTreeWidgetItem* parent, const FieldNode& line, std::optional<bool> good) {
     auto* item = new QTreeWidgetItem(parent, {line.name, line.value});
-    item->setToolTip(0, line.name);
-    item->setToolTip(1, line.value);
+    item->setToolTip(0, host::kit::TipText(line.name));
+    item->setToolTip(1, host::kit::TipText(line.value));
     if (good) {
         item->setForeground(1, QColor(*good ? theme::kUp : theme::kDown));
     }
@@ -140,7 +141,7 @@ void CAdView::SetCell(int row, int column, const QString& text) {
         m_pTable->setItem(row, column, item);
     }
     item->setText(text);
-    item->setToolTip(text);
+    item->setToolTip(host::kit::TipText(text));
 }
 
 void CAdView::Show() {
@@ -210,7 +211,7 @@ void CAdView::ShowCountdown() {
     if (chosen && m_pTicking) {
         const QString time = ad_diagnosis_text::Time(m_board, *chosen, core::time_date::GetSvrTimeMillis());
         m_pTicking->setText(1, time);
-        m_pTicking->setToolTip(1, time);
+        m_pTicking->setToolTip(1, host::kit::TipText(time));
     }
     for (int row = 0; row < int(m_slots.size()); ++row) {
         if (const AdSlotState* slot = m_board.Find(m_slots[size_t(row)])) {

@@ -8,6 +8,7 @@
 
 #include "ElidedLabel.h"
 #include "PremiumRights.h"
+#include "ui/KitPaint.h"
 #include "workbench/rights/RightText.h"
 
 namespace {
@@ -18,7 +19,7 @@ constexpr int kLeastHeight = 120;
 void AddFields(QTreeWidgetItem* parent, const std::vector<FieldNode>& fields) {
     for (const FieldNode& field : fields) {
         auto* item = new QTreeWidgetItem(parent, {field.name, field.value});
-        item->setToolTip(1, field.value);
+        item->setToolTip(1, host::kit::TipText(field.value));
         item->setFirstColumnSpanned(!field.children.empty());
         AddFields(item, field.children);
     }

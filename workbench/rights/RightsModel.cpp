@@ -4,6 +4,7 @@
 
 #include "PremiumRights.h"
 #include "Theme.h"
+#include "ui/KitPaint.h"
 #include "workbench/rights/RightText.h"
 
 namespace {
@@ -79,8 +80,11 @@ QVariant CRightsModel::data(const QModelIndex& index, int role) const {
         return QVariant();
     }
     const EnPremiumAccess right = m_rights[index.row()];
-    if (role == Qt::DisplayRole || role == Qt::ToolTipRole) {
+    if (role == Qt::DisplayRole) {
         return TextAt(right, index.column());
+    }
+    if (role == Qt::ToolTipRole) {
+        return host::kit::TipText(TextAt(right, index.column()));
     }
     if (role == Qt::ForegroundRole) {
         const bool has = m_table.value(right).bHasPermission;
