@@ -9,6 +9,7 @@
 #include "core/environment.h"
 #include "core/login_status_data.h"
 #include "core/uniform_resource_slot.h"
+#include "workbench/UserPage.h"
 #include "workbench/Workbench.h"
 #include "workbench/server/PopupOverrides.h"
 
@@ -69,17 +70,18 @@ void CClientWindow::ConnectSources() {
 void CClientWindow::ConnectSession() {
     connect(&m_composition, &CComposition::SessionRenewed, this, &CClientWindow::UpdateAliases);
     connect(&m_composition, &CComposition::ServerReady, m_pWorkbench, &CWorkbench::ForgetServer);
-    connect(m_pWorkbench, &CWorkbench::EditionWanted, &m_composition, &CComposition::SetVelora);
-    connect(m_pWorkbench, &CWorkbench::MarketsWanted, &m_composition, &CComposition::OverrideMarkets);
-    connect(m_pWorkbench, &CWorkbench::LoginWanted, &m_composition, &CComposition::Login);
-    connect(m_pWorkbench, &CWorkbench::LogoutWanted, &m_composition, &CComposition::Logout);
-    connect(m_pWorkbench, &CWorkbench::LanguageWanted, &m_composition, &CComposition::SetLanguage);
-    connect(m_pWorkbench, &CWorkbench::ThemeWanted, &m_composition, &CComposition::SetTheme);
+    CUserPage& page = m_pWorkbench->User();
+    connect(&page, &CUserPage::EditionWanted, &m_composition, &CComposition::SetVelora);
+    connect(&page, &CUserPage::MarketsWanted, &m_composition, &CComposition::OverrideMarkets);
+    connect(&page, &CUserPage::LoginWanted, &m_composition, &CComposition::Login);
+    connect(&page, &CUserPage::LogoutWanted, &m_composition, &CComposition::Logout);
+    connect(&page, &CUserPage::LanguageWanted, &m_composition, &CComposition::SetLanguage);
+    connect(&page, &CUserPage::ThemeWanted, &m_composition, &CComposition::SetTheme);
     connect(&m_composition, &CComposition::UsersChanged, m_pWorkbench, [this] { ShowUser(); });
     connect(&m_composition, &CComposition::UserChanged, m_pWorkbench, [this] { ShowUser(); });
-    const auto showLanguage = [this] { m_pWorkbench->ShowLanguage(m_composition.LanguageId()); };
+    const auto showLanguage = [this] { m_pWorkbench->User().ShowLanguage(m_composition.LanguageId()); };
     connect(&m_composition, &CComposition::LanguageChanged, m_pWorkbench, showLanguage);
-    const auto showEdition = [this] { m_pWorkbench->ShowEdition(core::environment::IsVelora()); };
+    const auto showEdition = [this] { m_pWorkbench->User().ShowEdition(core::environment::IsVelora()); };
     connect(&m_composition, &CComposition::EditionChanged, m_pWorkbench, showEdition);
     showLanguage();
     showEdition();
@@ -97,7 +99,7 @@ void CClientWindow::ConnectPopupOverrides() {
 
 void CClientWindow::ShowUser() {
     m_pWorkbench->ShowUsers(m_composition.Users(), m_composition.UserId());
-    m_pWorkbench->ShowMarkets(core::attr_market::GetCurrentUserAttrMarket());
+    m_pWorkbench->User().ShowMarkets(core::attr_market::GetCurrentUserAttrMarket());
     UpdateAliases();
 }
 

@@ -145,6 +145,8 @@ void CComposition::ConnectServices() {
                                    request.fallbackMode, WindowSize(request.extra)});
     });
 
+    connect(&host::web::CWebHost::Instance(), &host::web::CWebHost::Traced, this,
+            [this](const WebTrace& trace) { m_traceLog.Record(trace); });
     connect(&m_store, &CSqliteStore::TroubleChanged, this, &CComposition::EmitStatus);
     connect(&m_channel, &CWebSocketChannel::HostFrameReceived, this, &CComposition::OnHostFrame);
     connect(&m_channel, &CWebSocketChannel::Connected, this, [this] {

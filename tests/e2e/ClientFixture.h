@@ -22,7 +22,7 @@
 #include "ControlApiDriver.h"
 #include "core/message_dispatch.h"
 #include "support/RealTime.h"
-#include "workbench/EntryModel.h"
+#include "workbench/EventModel.h"
 
 /// A client with its window, the module mapped from the build, and its own server. Each case is its own process,
 /// because the module's managers are never destroyed before the process ends.
@@ -204,7 +204,7 @@ protected:
 
     /// Returns true if the workbench shows all entries that it received.
     bool IsWorkbenchSettled() const {
-        const auto models = window->findChildren<CEntryModel*>();
+        const auto models = window->findChildren<CEventModel*>();
         return !models.isEmpty() &&
                std::all_of(models.begin(), models.end(), [](const auto* model) { return model->IsSettled(); });
     }
