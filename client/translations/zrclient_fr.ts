@@ -74,6 +74,10 @@
         <translation>Réglages non enregistrés : une version plus récente a écrit le fichier</translation>
     </message>
     <message>
+        <source>Settings are saved later: another program locks their file</source>
+        <translation>Réglages enregistrés plus tard : un autre programme verrouille le fichier</translation>
+    </message>
+    <message>
         <source>Starting the server</source>
         <translation>Démarrage du serveur</translation>
     </message>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <QLabel>
 #include <QScreen>
 #include <QTabWidget>
 #include <QToolButton>
@@ -70,10 +71,19 @@ protected:
         return WaitInRealTime([=] { return Banner(position) != nullptr; });
     }
 
-    void Open(const char* tabs, const char* page) { Child<QTabWidget>(tabs)->setCurrentWidget(Child<QWidget>(page)); }
+    /// Opens the tab that holds the page.
+    void Open(const char* tabs, const char* page) {
+        auto* all = Child<QTabWidget>(tabs);
+        for (int tab = 0; tab < all->count(); ++tab) {
+            if (all->widget(tab) == Child<QWidget>(page) || all->widget(tab)->isAncestorOf(Child<QWidget>(page))) {
+                all->setCurrentIndex(tab);
+            }
+        }
+    }
 
     bool WorkbenchSays(const QString& words) {
-        return !Child<QTreeWidget>("AdDetail")->findItems(words, Qt::MatchContains | Qt::MatchRecursive, 1).isEmpty();
+        return Child<QLabel>("WhySentence")->text().contains(words, Qt::CaseInsensitive) ||
+               !Child<QTreeWidget>("WhyDetail")->findItems(words, Qt::MatchContains | Qt::MatchRecursive, 1).isEmpty();
     }
     bool WorkbenchSays(const char* words) { return WorkbenchSays(QString::fromLatin1(words)); }
 

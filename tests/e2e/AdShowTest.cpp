@@ -210,8 +210,7 @@ TEST_F(AdShowTest, ABannerIsItsUsersAndEndsWithHisLogout) {
 
 TEST_F(AdShowTest, TheDeveloperPanelOpensFromTheWorkbench) {
     ASSERT_NO_FATAL_FAILURE(StartAndSeePopup());
-    auto* tabsOfWorkbench = Child<QTabWidget>("WorkbenchTabs");
-    tabsOfWorkbench->setCurrentIndex(2);
+    Open("WorkbenchTabs", "WhyPage");
     Click(Child<QWidget>("AdPanelOpen"));
     auto* panel = Child<QWidget>("CZRAdBottomPopupDeveloperView");
     ASSERT_NE(panel, nullptr);
@@ -222,9 +221,7 @@ TEST_F(AdShowTest, TheDeveloperPanelOpensFromTheWorkbench) {
     EXPECT_THAT(Child<ZText>("CacheDataText")->text().toStdString(), HasSubstr("ad_id: 701"));
     EXPECT_THAT(Child<ZText>("LastShowText")->text().toStdString(), HasSubstr("ShowIntervalType:1"));
     // the workbench lists the slot as well
-    const auto* table = Child<QTableWidget>("AdTable");
-    EXPECT_TRUE(WaitInRealTime(
-        [&] { return table->rowCount() == 1 && table->item(0, 0)->text().contains(QStringLiteral("42")); }));
+    EXPECT_TRUE(WaitForWhy("Popup 42", "shown"));
     QCoreApplication::sendPostedEvents();
     Picture("panel", panel->window());
     Picture("workbench-ads");

@@ -5,7 +5,7 @@
 #include <QVariant>
 
 #include "PremiumRights.h"
-#include "workbench/rights/RightText.h"
+#include "workbench/diagnosis/RightText.h"
 
 namespace {
 

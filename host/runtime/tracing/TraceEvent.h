@@ -90,10 +90,20 @@ struct ReportTrace {
     bool taken = false;
 };
 
+/// A page of the web engine, or a message of its bridge.
+struct WebTrace {
+    enum class EnKind { Page, Call, Answer, Refused, Event };
+    EnKind kind = EnKind::Page;
+    QString name;      // of the call or event; of a page its address
+    std::string text;  // values as JSON, or the reason of a refusal; up to HttpTrace::kBodyKept bytes
+    int call = 0;      // 0: no answer is wanted
+    bool isBad = false;
+};
+
 /// One recorded call of a port.
 struct TraceEvent {
     uint64_t number = 0;  // from 1, in order
     int64_t timeMs = 0;   // local clock, milliseconds since 1970
-    std::variant<CommandTrace, MessageTrace, StoreTrace, UrlTrace, HttpTrace, ReportTrace> what;
+    std::variant<CommandTrace, MessageTrace, StoreTrace, UrlTrace, HttpTrace, ReportTrace, WebTrace> what;
 };
 Q_DECLARE_METATYPE(TraceEvent)

@@ -10,6 +10,7 @@
 #include "core/IPoster.h"
 #include "core/ITimeAndRandom.h"
 #include "core/MainThreadPoster.h"
+#include "core/TimeAndRandom.h"
 #include "framework/HostLog.h"
 
 namespace {
@@ -19,9 +20,18 @@ constexpr host::CHostLog kLog("Channel");
 // The library stores the headers of the handshake without a limit.
 constexpr int kHandshakeBufferBytes = 16 << 10;
 constexpr int kMaxHandshakeReads = 100;
+// Rounding alone makes the difference of two clocks vary.
+constexpr int64_t kShortestSuspendMs = 100;
 
 int64_t Now() {
     return CMainThreadPoster::SteadyMillis();
+}
+
+ChannelOptions Complete(ChannelOptions options) {
+    if (!options.suspendedMillis) {
+        options.suspendedMillis = CTimeAndRandom::SuspendedMillis;
+    }
+    return options;
 }
 
 // A socket that was cut has the close code of a normal end too.
@@ -35,7 +45,10 @@ QString ClosedBecause(const QWebSocket& socket) {
 }  // namespace
 
 CWebSocketChannel::CWebSocketChannel(IPoster& poster, ITimeAndRandom& random, const ChannelOptions& options)
-    : m_poster(poster), m_random(random), m_options(options), m_backoff(options.firstRetry, options.lastRetry) {
+    : m_poster(poster),
+      m_random(random),
+      m_options(Complete(options)),
+      m_backoff(options.firstRetry, options.lastRetry) {
     m_retryTimer.setSingleShot(true);
     m_connectTimer.setSingleShot(true);
     m_deadlineTimer.setSingleShot(true);
@@ -127,6 +140,7 @@ void CWebSocketChannel::OnConnected() {
     m_bConnected = true;
     m_pSocket->setReadBufferSize(0);
     m_nLastSign = Now();
+    m_nSuspended = m_options.suspendedMillis();
     m_pingTimer.start();
     kLog.Info(FMT_STRING("Connected to {}"), m_url.toString().toStdString());
     Q_EMIT Connected();
@@ -145,6 +159,10 @@ void CWebSocketChannel::OnLost(const QString& reason) {
 void CWebSocketChannel::OnPingTime() {
     if (Now() - m_nLastSign > m_options.silenceLimit.count()) {
         OnLost(QStringLiteral("the server has gone silent"));
+        return;
+    }
+    if (m_options.suspendedMillis() - m_nSuspended >= kShortestSuspendMs) {
+        OnLost(QStringLiteral("the machine was suspended"));
         return;
     }
     m_pSocket->ping();

@@ -4,6 +4,7 @@
 #include <spdlog/sinks/rotating_file_sink.h>
 #include <spdlog/spdlog.h>
 
+#include <QFile>
 #include <algorithm>
 
 #include "framework/LogText.h"
@@ -46,7 +47,8 @@ CFileLog::CFileLog(const QString& path) {
         return;
     }
     try {
-        auto sink = std::make_shared<spdlog::sinks::rotating_file_sink_mt>(path.toStdString(), kFileBytes, kFiles);
+        auto sink = std::make_shared<spdlog::sinks::rotating_file_sink_mt>(QFile::encodeName(path).toStdString(),
+                                                                           kFileBytes, kFiles);
         m_logger = std::make_shared<spdlog::logger>("client", std::move(sink));
         m_logger->set_pattern("%Y-%m-%dT%H:%M:%S.%e%z %l %t %v");
         m_logger->flush_on(spdlog::level::info);

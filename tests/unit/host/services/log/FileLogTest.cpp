@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QTemporaryDir>
+#include <QTextCodec>
 #include <thread>
 
 using namespace ::testing;
@@ -43,6 +44,18 @@ TEST_F(FileLogTest, ALineNamesTimeSeverityModulePlaceAndText) {
                 ElementsAre(MatchesRegex(stamp + "info [0-9]+ \\[ZRGrowth\\] Some/Source:12 Function \\[Ad\\] hello\n"),
                             MatchesRegex(stamp + "error [0-9]+ \\[ZRGrowth\\] Some/Source:12 Function b\n"),
                             MatchesRegex(stamp + "critical [0-9]+ \\[ZRGrowth\\] Some/Source:12 Function c\n")));
+}
+
+TEST_F(FileLogTest, FileHasTheNameThatTheToolkitGivesItInAnyLocale) {
+    QTextCodec* before = QTextCodec::codecForLocale();
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1"));
+    const QString path = folder.filePath(QStringLiteral("\u00E4.log"));
+
+    CFileLog(path).Write(Record(kZRLogInfo, QStringLiteral("a")));
+
+    EXPECT_TRUE(QFile::exists(path));
+    EXPECT_GT(QFile(path).size(), 0);
+    QTextCodec::setCodecForLocale(before);
 }
 
 TEST_F(FileLogTest, OneWriteIsOneLineWhateverItsBytes) {
