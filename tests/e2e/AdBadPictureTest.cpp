@@ -1,5 +1,7 @@
 // Malformed pictures from the real server: a popup is not shown, a banner shows one empty slide.
 #include "AdRefusalFixture.h"
+#include "support/Cost.h"
+#include "unit/host/services/picture/PictureBytes.h"
 
 using namespace ::testing;
 
@@ -8,6 +10,11 @@ namespace {
 /// The header of a picture of 60000 by 60000 pixels, with the minimum that makes it complete.
 constexpr char kBomb[] = R"({"bodyHex":"89504e470d0a1a0a0000000d494844520000ea600000ea60080600000080d27542)"
                          R"(0000000949444154789c630000000100015eff7df90000000049454e44ae426082"})";
+
+/// Drawing it would take the toolkit minutes.
+constexpr char kDrawing[] =
+    R"({"body":"<svg xmlns='http://www.w3.org/2000/svg' xmlns:xlink='http://www.w3.org/1999/xlink'><g id='#b'>)"
+    R"(<use xlink:href=' #a'/><use xlink:href=' #a'/></g><g xml:id='a'><use xlink:href='#b'/></g></svg>"})";
 
 struct BadPicture {
     const char* name;
@@ -51,8 +58,29 @@ INSTANTIATE_TEST_SUITE_P(
            BadPicture{"Cut", "707", "/pictures/card-invite.png", R"({"cutBytes":1000})", "No picture, result"},
            BadPicture{"NoPicture", "707", "/pictures/card-invite.png", R"({"body":"a page, and no picture"})",
                       "No picture, it is no picture"},
+           BadPicture{"Drawing", "707", "/pictures/card-invite.png", kDrawing, "No picture, it is an SVG"},
            BadPicture{"Bomb", "707", "/pictures/card-invite.png", kBomb, "No picture, it has too many pixels"}),
     [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(AdRefusalTest, PackedTextsOfAPictureTakeNoMemory) {
+    ASSERT_NO_FATAL_FAILURE(StartAndSeeNothing());
+    const std::string text = picture_bytes::PackedText(7'900'000);
+    std::string texts;
+    for (int i = 0; i < 60; ++i) {
+        texts += text;
+    }
+    const QByteArray png = QByteArray::fromStdString(picture_bytes::WithChunks(picture_bytes::Png(), texts));
+    server->Put("/v1/httpFaults",
+                R"({"/pictures/card-invite.png":{"bodyHex":")" + png.toHex().toStdString() + R"("}})");
+    PassAMinute();
+    const CCost cost;
+
+    Push(kPushCheck, "707");
+    Override("AdTab", kMarket);
+
+    EXPECT_TRUE(WaitInRealTime([this] { return IsCardSeen(); }));
+    cost.CheckMemory(150 << 20);
+}
 
 TEST_F(AdRefusalTest, ABannerWithOneBadPictureGoesOnWithTheOthers) {
     ASSERT_NO_FATAL_FAILURE(StartAndSeeNothing());

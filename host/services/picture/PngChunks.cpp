@@ -53,8 +53,8 @@ std::string png_chunks::Essential(const std::string& bytes) {
 
 png_chunks::PixelKind png_chunks::PixelKindOf(const std::string& essential) {
     PixelKind kind;
-    kind.depth = essential[kDepthAt];
-    kind.colorType = essential[kDepthAt + 1];
+    kind.depth = static_cast<unsigned char>(essential[kDepthAt]);
+    kind.colorType = static_cast<unsigned char>(essential[kDepthAt + 1]);
     size_t at = kSignatureBytes;
     while (!kind.hasKey && at + kFrameBytes <= essential.size()) {
         kind.hasKey = std::string_view(essential).substr(at + 4, 4) == kKey;
