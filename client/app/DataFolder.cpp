@@ -29,7 +29,8 @@ void PrepareDataFolder(const QString& path) {
     folder.mkpath(QStringLiteral("."));
     MakePrivate(folder.absolutePath());
     const QStringList own{QStringLiteral("client.*"), QStringLiteral("reports.*")};
-    for (const QFileInfo& file : folder.entryInfoList(own, QDir::Files)) {
+    const QFileInfoList files = folder.entryInfoList(own, QDir::Files);
+    for (const QFileInfo& file : files) {
         MakePrivate(file.filePath());
     }
 }

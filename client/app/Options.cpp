@@ -24,14 +24,17 @@ quint64 NumberOrExit(QCommandLineParser& parser, const QString& option,
     return number;
 }
 
-// The server gets the token in plain text.
+// The server gets the token in plain text. Its other ports are on 127.0.0.1.
 QUrl ServerOrExit(const QString& text) {
-    const QUrl server(text, QUrl::StrictMode);
-    const bool loopback = server.scheme() == QLatin1String("http") && server.port() > 0 &&
-                          server.authority() == QStringLiteral("127.0.0.1:%1").arg(server.port());
-    if (!text.isEmpty() && !loopback) {
+    QUrl server(text, QUrl::StrictMode);
+    const bool local = server.host() == QLatin1String("127.0.0.1") || server.host() == QLatin1String("localhost");
+    const bool bare = server.scheme() == QLatin1String("http") && server.userInfo().isEmpty() && server.port() > 0;
+    if (!text.isEmpty() && !(local && bare)) {
         fputs("--server wants an address of this machine, as http://127.0.0.1:<port>\n", stderr);
         exit(2);
+    }
+    if (local) {
+        server.setHost(QStringLiteral("127.0.0.1"));
     }
     return server;
 }

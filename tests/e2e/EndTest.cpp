@@ -21,6 +21,13 @@ protected:
         EXPECT_THAT(LogText(), HasSubstr("User 501 logged out"));
     }
 
+    void PreloadHangs() {
+        environment.insert(QStringLiteral("LD_PRELOAD"), QString::fromUtf8(build::kHangs));
+        // The sanitizer wants to be the first library.
+        const QString asan = environment.value(QStringLiteral("ASAN_OPTIONS"));
+        environment.insert(QStringLiteral("ASAN_OPTIONS"), asan + QStringLiteral(":verify_asan_link_order=0"));
+    }
+
     QElapsedTimer clock;
 };
 
@@ -75,7 +82,7 @@ TEST_F(EndTest, NameLookupThatHangsDoesNotDelayTheEnd) {
            "image":"https://hangs.example/a.png","popupType":2,"showAreas":[500],"schema":"https://ads.example/1"}]}],
         "commonConfig":{}})");
     const QString lookups = folder.filePath(QStringLiteral("lookups"));
-    environment.insert(QStringLiteral("LD_PRELOAD"), QString::fromUtf8(build::kHangs));
+    PreloadHangs();
     environment.insert(QStringLiteral("ZR_LOOKUP_FILE"), lookups);
     StartProgram();
     ASSERT_TRUE(WaitInRealTime([&] { return QFile::exists(lookups); }));
@@ -88,7 +95,7 @@ TEST_F(EndTest, NameLookupThatHangsDoesNotDelayTheEnd) {
 
 TEST_F(EndTest, DiskThatHangsDoesNotDelayTheEnd) {
     const QString disk = folder.filePath(QStringLiteral("disk"));
-    environment.insert(QStringLiteral("LD_PRELOAD"), QString::fromUtf8(build::kHangs));
+    PreloadHangs();
     environment.insert(QStringLiteral("ZR_DISK_FILE"), disk);
     StartProgram();
     ASSERT_TRUE(WaitForLogText("User 501 logged in"));

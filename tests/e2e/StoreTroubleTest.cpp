@@ -1,4 +1,5 @@
 // The store's file exists, but this client cannot write it.
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QProcess>
 
@@ -6,6 +7,7 @@
 #include "StatusLine.h"
 #include "core/config_local.h"
 #include "core/lang.h"
+#include "core/report.h"
 #include "store/StoreSchema.h"
 
 using namespace ::testing;
@@ -91,6 +93,33 @@ TEST_F(StoreTroubleTest, TheSecondClientSavesOnceTheFirstHasEnded) {
     EXPECT_TRUE(window->StatusLine().IsGood());
     EXPECT_EQ(StoredValue("After_The_First"), "mine");
     EXPECT_EQ(StoredValue(kCache), kCached);
+}
+
+TEST_F(StoreTroubleTest, LockOfAnotherProgramNeitherFreezesTheWindowNorLosesASaveOrAReport) {
+    StartAndLogIn();
+    ASSERT_TRUE(WaitInRealTime([this] { return AreReportsAcknowledged(); }));
+    std::vector<std::unique_ptr<SQLite::Database>> locks;
+    for (const char* name : {"/client.sqlite", "/reports.sqlite"}) {
+        locks.push_back(
+            std::make_unique<SQLite::Database>(options.dataDir.toStdString() + name, SQLite::OPEN_READWRITE, 5'000));
+        locks.back()->exec("BEGIN IMMEDIATE");
+    }
+    QElapsedTimer waited;
+
+    waited.start();
+    EXPECT_FALSE(core::config_local::AppCfgSaveString("Locked", "mine"));
+    EXPECT_LE(waited.elapsed(), 50);
+    waited.start();
+    for (int n = 0; n < 5; ++n) {
+        EXPECT_FALSE(core::report::Report("Locked", n, Json::Value(), 0));
+    }
+    EXPECT_LE(waited.elapsed(), 50);
+    EXPECT_EQ(StatusText(), "Settings are saved later: another program locks their file \u00B7 Connected");
+
+    locks.clear();
+    EXPECT_TRUE(WaitInRealTime([this] { return StatusText() == "Connected"; }));
+    EXPECT_EQ(StoredValue("Locked"), "mine");
+    EXPECT_TRUE(WaitInRealTime([this] { return server->ReportCounts()["Locked"] == 5; }));
 }
 
 TEST_F(StoreTroubleTest, AFileOfANewerVersionIsReadAndLeftAsItIs) {

@@ -70,7 +70,8 @@ void ThinOut(const QString& path) {
         return name.endsWith(QLatin1String("-wal")) || name.endsWith(QLatin1String("-shm"));
     };
     copies.erase(std::remove_if(copies.begin(), copies.end(), isPart), copies.end());
-    for (const QString& copy : copies.mid(kMaxCopies)) {
+    const QStringList surplus = copies.mid(kMaxCopies);
+    for (const QString& copy : surplus) {
         for (const char* suffix : {"", "-wal", "-shm"}) {
             QFile::remove(file.dir().filePath(copy + QLatin1String(suffix)));
         }

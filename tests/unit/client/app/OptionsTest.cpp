@@ -20,4 +20,14 @@ TEST(OptionsTest, TokenComesFromTheEnvironment) {
     qunsetenv("ZR_DEVSERVER_TOKEN");
 }
 
+TEST(OptionsTest, ServerByNameIsTheLoopbackAddress) {
+    const COptions options = Parse({QStringLiteral("--server"), QStringLiteral("http://localhost:9956")});
+
+    EXPECT_EQ(options.server, QUrl(QStringLiteral("http://127.0.0.1:9956")));
+}
+
+TEST(OptionsTest, ClientStartsItsOwnServerWithoutTheOption) {
+    EXPECT_TRUE(Parse({}).server.isEmpty());
+}
+
 }  // namespace
