@@ -206,6 +206,7 @@ QLayout* CUserPage::NewControls() {
     add("Markets", NewMarketsRow(), m_pMarkets);
     form->addRow(QString(), m_pMarketsNote);
     const auto selected = qOverload<int>(&QComboBox::currentIndexChanged);
+    connect(m_pUser, selected, this, [this] { Q_EMIT UserSelected(m_pUser->currentData().toULongLong()); });
     connect(m_pLanguage, selected, this, [this] { Q_EMIT LanguageWanted(m_pLanguage->currentData().toInt()); });
     connect(m_pTheme, selected, this, [this] { Q_EMIT ThemeWanted(m_pTheme->currentData().toInt()); });
     connect(m_pEdition, selected, this, [this] { Q_EMIT EditionWanted(m_pEdition->currentData().toBool()); });
@@ -449,6 +450,7 @@ void CUserPage::ShowUsers(const std::vector<ServerUser>& users, quint64 current)
     m_users = users;
     // A login outside the workbench selects that user. A refreshed list keeps the selection.
     const QVariant chosen = current != 0 && current != m_nCurrent ? QVariant(current) : m_pUser->currentData();
+    const QVariant selected = m_pUser->currentData();
     m_nCurrent = current;
     const QSignalBlocker blocker(m_pUser);
     m_pUser->clear();
@@ -459,4 +461,7 @@ void CUserPage::ShowUsers(const std::vector<ServerUser>& users, quint64 current)
     m_pLogin->setEnabled(!users.empty());
     m_pLogout->setEnabled(current != 0);
     Refresh();
+    if (m_pUser->currentData() != selected) {
+        Q_EMIT UserSelected(m_pUser->currentData().toULongLong());
+    }
 }

@@ -48,6 +48,8 @@ public Q_SLOTS:
     void Refresh();
 
 Q_SIGNALS:
+    /// The user whose login the button offers.
+    void UserSelected(quint64 userId);
     void LoginWanted(quint64 userId);
     void LogoutWanted();
     void LanguageWanted(int languageId);

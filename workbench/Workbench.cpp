@@ -153,9 +153,7 @@ void CWorkbench::AddServerTab() {
     layout->addWidget(NewTitle(QStringLiteral("Server clock"), tab));
     layout->addWidget(m_pClock);
     AddScrollTab(m_pTabs, tab, QStringLiteral("Server"));
-    auto* user = m_pUser->findChild<QComboBox*>(QStringLiteral("WorkbenchUser"));
-    connect(user, qOverload<int>(&QComboBox::currentIndexChanged), this,
-            [this, user] { m_pScenes->ShowUser(user->currentData().toULongLong()); });
+    connect(m_pUser, &CUserPage::UserSelected, m_pScenes, &CScenePanel::ShowUser);
 }
 
 void CWorkbench::AddTrafficTab() {
