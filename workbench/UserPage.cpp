@@ -31,6 +31,7 @@ namespace {
 
 constexpr int kUsersInSight = 16;
 constexpr int kFileHeight = 240;
+constexpr int kScrollBarRoom = 8;
 
 using Choices = std::vector<std::pair<QVariant, const char*>>;
 
@@ -163,7 +164,7 @@ CUserPage::CUserPage(CAIChatEntries& entries, CPremiumRights& rights, const CWir
       m_pFile(new QPlainTextEdit(this)) {
     setObjectName(QStringLiteral("UserPage"));
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setContentsMargins(0, 0, kScrollBarRoom, 0);
     layout->setSpacing(10);
     layout->addLayout(NewControls());
     layout->addLayout(NewFacts());
@@ -382,17 +383,17 @@ void CUserPage::TakeLine(const LogEntry& entry) {
             m_strCause = QString::fromLatin1(line.cause);
             return;
         }
-        QString result = QString::fromLatin1(line.result);
+        const QString result = QString::fromLatin1(line.result);
         if (result.endsWith(QLatin1String("requested"))) {
-            result += QStringLiteral(", because of ") +
-                      (m_strCause.isEmpty() ? QStringLiteral("a caller") : std::exchange(m_strCause, QString()));
+            m_strReason = m_strCause.isEmpty() ? QStringLiteral("a caller") : std::exchange(m_strCause, QString());
         }
         const qint64 timeMs = entry.time.toMSecsSinceEpoch();
         m_strRefresh =
-            QStringLiteral("%1 %2: %3")
-                .arg(time_text::Local(timeMs), time_text::Zone(),
-                     result.contains(QLatin1String("%1")) ? result.arg(entry.record.text.mid(start.size(), 80))
-                                                          : result);
+            QStringLiteral("%1 %2: %3, because of %4")
+                .arg(
+                    time_text::Local(timeMs), time_text::Zone(),
+                    result.contains(QLatin1String("%1")) ? result.arg(entry.record.text.mid(start.size(), 80)) : result,
+                    m_strReason);
         Refresh();
         return;
     }

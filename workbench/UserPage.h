@@ -84,6 +84,7 @@ private:
     std::map<QString, QLabel*> m_facts;  // by key
     QJsonObject m_file;                  // of the shown export; empty: live
     QString m_strCause;                  // of the next request
+    QString m_strReason = QStringLiteral("an unknown request");  // of the last request
     QString m_strRefresh;
     quint64 m_nCurrent = 0;
     bool m_bVelora = false;

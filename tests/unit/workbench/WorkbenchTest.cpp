@@ -233,7 +233,7 @@ TEST_F(WorkbenchTest, TheLastRefreshHasItsReason) {
     Log("[Premium] Send Request For All Premium Access, Session = 5, Server Push = true");
     EXPECT_TRUE(Fact("lastRefresh").endsWith(QStringLiteral(": rights requested, because of push 20837")));
     Log("[Premium] Server Returned Error Code = 7");
-    EXPECT_TRUE(Fact("lastRefresh").endsWith(QStringLiteral(": rights not received: error = 7")));
+    EXPECT_TRUE(Fact("lastRefresh").endsWith(QStringLiteral(": rights not received: error = 7, because of push 20837")));
     Log("[Premium] Send Request For Custom Premium Access, Count = 1");
     EXPECT_TRUE(Fact("lastRefresh").endsWith(QStringLiteral("because of a caller")));
 }
