@@ -20,6 +20,7 @@
 #include "GrowthService.h"
 #include "PremiumRights.h"
 #include "Theme.h"
+#include "VipGallery.h"
 #include "core/attr_market.h"
 #include "core/lang.h"
 #include "ui/zr_ui_theme.h"
@@ -162,7 +163,7 @@ CUserPage::CUserPage(CAIChatEntries& entries, CPremiumRights& rights, const CWir
       m_pMarkets(new QLineEdit(this)),
       m_pMarketsNote(new QLabel(this)),
       m_pFile(new QPlainTextEdit(this)) {
-    setObjectName(QStringLiteral("UserPage"));
+    setObjectName(QStringLiteral("SessionPage"));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, kScrollBarRoom, 0);
     layout->setSpacing(10);
@@ -207,7 +208,6 @@ QLayout* CUserPage::NewControls() {
     add("Markets", NewMarketsRow(), m_pMarkets);
     form->addRow(QString(), m_pMarketsNote);
     const auto selected = qOverload<int>(&QComboBox::currentIndexChanged);
-    connect(m_pUser, selected, this, [this] { Q_EMIT UserSelected(m_pUser->currentData().toULongLong()); });
     connect(m_pLanguage, selected, this, [this] { Q_EMIT LanguageWanted(m_pLanguage->currentData().toInt()); });
     connect(m_pTheme, selected, this, [this] { Q_EMIT ThemeWanted(m_pTheme->currentData().toInt()); });
     connect(m_pEdition, selected, this, [this] { Q_EMIT EditionWanted(m_pEdition->currentData().toBool()); });
@@ -254,7 +254,11 @@ QLayout* CUserPage::NewFacts() {
     copy->setObjectName(QStringLiteral("UserCopy"));
     copy->setAccessibleName(QStringLiteral("Copy the user's facts"));
     connect(copy, &QPushButton::clicked, this, &CUserPage::Copy);
+    auto* gallery = new QPushButton(QStringLiteral("VIP gallery"), this);
+    gallery->setObjectName(QStringLiteral("VipGalleryOpen"));
+    connect(gallery, &QPushButton::clicked, this, [this] { CVipGallery::Open(window(), m_rights); });
     title->addWidget(NewTitle("This user, now", this), 1);
+    title->addWidget(gallery);
     title->addWidget(copy);
     auto* form = new QFormLayout;
     form->addRow(title);
@@ -348,13 +352,16 @@ QString CUserPage::NewVip() const {
     if (!CPremiumRights::HasModule()) {
         return QStringLiteral("no: the module is missing");
     }
+    const QString state = vip.newState == 0   ? QStringLiteral("no member")
+                          : vip.newState == 1 ? QStringLiteral("member")
+                          : vip.newState == 2 ? QStringLiteral("expired")
+                                              : QStringLiteral("state %1").arg(vip.newState);
     if (!vip.isNewSystem) {
         return m_bVelora ? QStringLiteral("no: the server does not count the user in it")
-                         : QStringLiteral("no: edition Kestrel");
+                         : QStringLiteral("no: edition Kestrel; the server reports %1").arg(state);
     }
-    return vip.newState == 1   ? QStringLiteral("yes: member, report value %1").arg(vip.engine)
-           : vip.newState == 2 ? QStringLiteral("no: expired")
-                               : QStringLiteral("no: state %1, not 1").arg(vip.newState);
+    return vip.newState == 1 ? QStringLiteral("yes: member, report value %1").arg(vip.engine)
+                             : QStringLiteral("no: %1").arg(state);
 }
 
 void CUserPage::SetOverrides(std::function<QStringList()> overrides) {
@@ -451,7 +458,6 @@ void CUserPage::ShowUsers(const std::vector<ServerUser>& users, quint64 current)
     m_users = users;
     // A login outside the workbench selects that user. A refreshed list keeps the selection.
     const QVariant chosen = current != 0 && current != m_nCurrent ? QVariant(current) : m_pUser->currentData();
-    const QVariant selected = m_pUser->currentData();
     m_nCurrent = current;
     const QSignalBlocker blocker(m_pUser);
     m_pUser->clear();
@@ -462,7 +468,4 @@ void CUserPage::ShowUsers(const std::vector<ServerUser>& users, quint64 current)
     m_pLogin->setEnabled(!users.empty());
     m_pLogout->setEnabled(current != 0);
     Refresh();
-    if (m_pUser->currentData() != selected) {
-        Q_EMIT UserSelected(m_pUser->currentData().toULongLong());
-    }
 }

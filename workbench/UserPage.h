@@ -48,8 +48,6 @@ public Q_SLOTS:
     void Refresh();
 
 Q_SIGNALS:
-    /// The user whose login the button offers.
-    void UserSelected(quint64 userId);
     void LoginWanted(quint64 userId);
     void LogoutWanted();
     void LanguageWanted(int languageId);
@@ -81,9 +79,9 @@ private:
     const CWireDecoder& m_decoder;
     std::vector<ServerUser> m_users;
     std::function<QStringList()> m_fnOverrides;
-    std::map<QString, QLabel*> m_facts;  // by key
-    QJsonObject m_file;                  // of the shown export; empty: live
-    QString m_strCause;                  // of the next request
+    std::map<QString, QLabel*> m_facts;                          // by key
+    QJsonObject m_file;                                          // of the shown export; empty: live
+    QString m_strCause;                                          // of the next request
     QString m_strReason = QStringLiteral("an unknown request");  // of the last request
     QString m_strRefresh;
     quint64 m_nCurrent = 0;

@@ -17,21 +17,18 @@
 #include "core/config_local.h"
 #include "core/time_date.h"
 #include "webview/WebHost.h"
-#include "workbench/ClockPanel.h"
-#include "workbench/FaultPanel.h"
-#include "workbench/ScenePanel.h"
 #include "workbench/TabPages.h"
 #include "workbench/TimeText.h"
 #include "workbench/UserPage.h"
-#include "workbench/ads/AdSwitches.h"
-#include "workbench/ads/AdTab.h"
-#include "workbench/ads/AdTracker.h"
-#include "workbench/rights/RefreshTracker.h"
-#include "workbench/rights/RightsTab.h"
+#include "workbench/diagnosis/LogTable.h"
+#include "workbench/diagnosis/Tracker.h"
+#include "workbench/diagnosis/WhyPage.h"
+#include "workbench/server/PopupOverrides.h"
+#include "workbench/server/ServerPage.h"
 
 namespace {
 
-constexpr int kUserTab = 2;  // current at the first start
+constexpr int kUserTab = 1;  // current at the first start
 constexpr int kTabMargin = 10;
 constexpr int kMaxStateMs = 2'000;
 constexpr const char* kViewKey = "Client_Workbench";
@@ -40,13 +37,6 @@ const QString kExportName = QStringLiteral("zrclient-workbench.json");
 /// The parts of an export's state that the server knows.
 constexpr std::pair<const char*, const char*> kServerState[] = {
     {"scenario", "/v1/scenario"}, {"faults", "/v1/faults"}, {"httpFaults", "/v1/httpFaults"}};
-
-/// Error lines that the module writes although nothing failed.
-bool IsExpectedError(const QString& text) {
-    static constexpr const char* kStarts[] = {"[Ad] Expose ad start"};
-    return std::any_of(std::begin(kStarts), std::end(kStarts),
-                       [&text](const char* start) { return text.startsWith(QLatin1String(start)); });
-}
 
 /// Uses the current difference of the clocks.
 qint64 ToServer(qint64 localMs) {
@@ -67,12 +57,6 @@ QPushButton* NewButton(const char* name, const QString& text, QWidget* parent) {
     return button;
 }
 
-QLabel* NewTitle(const QString& text, QWidget* parent) {
-    auto* title = new QLabel(text, parent);
-    title->setProperty("role", QStringLiteral("section"));
-    return title;
-}
-
 }  // namespace
 
 CWorkbench::CWorkbench(CAIChatEntries& entries, CPremiumRights& rights, IControlClient& server, QWidget* parent)
@@ -81,21 +65,19 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, CPremiumRights& rights, IControl
       m_pTabs(NewTabs("WorkbenchTabs", this)),
       m_pTrafficTabs(NewTabs("TrafficTabs", PagesOf(m_pTabs))),
       m_pUser(new CUserPage(entries, rights, m_decoder, PagesOf(m_pTabs))),
-      m_pTracker(new CRefreshTracker(this)),
-      m_pAds(new CAdTracker(ToServer, this)),
-      m_pScenes(new CScenePanel(server, this)),
-      m_pFaults(new CFaultPanel(server, this)),
-      m_pClock(new CClockPanel(server, this)),
+      m_pTracker(new CTracker(ToServer, this)),
+      m_pWhy(new CWhyPage(*m_pTracker, rights, entries, m_decoder, server, PagesOf(m_pTabs))),
+      m_pServerPage(new CServerPage(server, PagesOf(m_pTabs))),
       m_pPath(new QLineEdit(this)),
       m_pNote(new QLabel(this)),
       m_pBannerText(new QLabel(this)),
       m_pBanner(NewFileBanner()) {
     setObjectName(QStringLiteral("Workbench"));
-    AddWhyTabs(rights);
+    m_pTabs->addTab(m_pWhy, QStringLiteral("Why"));
     AddScrollTab(m_pTabs, m_pUser, QStringLiteral("User"));
-    AddServerTab();
+    m_pTabs->addTab(m_pServerPage, QStringLiteral("Server"));
     AddTrafficTab();
-    m_pLog = NewView(m_pTabs, NewLogFormat(IsExpectedError), "Log");
+    m_pLog = NewView(m_pTabs, NewLogFormat(log_table::IsExpectedError), "Log");
     NewView(m_pTabs, NewStoreFormat(), "Store");
     NewView(m_pTabs, NewUrlFormat(), "URLs");
     auto* layout = new QVBoxLayout(this);
@@ -109,8 +91,8 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, CPremiumRights& rights, IControl
             tabs->widget(tab)->setContentsMargins(0, kTabMargin, 0, 0);
         }
     }
-    m_pUser->SetOverrides([this] { return AdSwitches().Overridden(); });
-    connect(&AdSwitches(), &CAdSwitches::OverridesChanged, m_pUser, &CUserPage::Refresh);
+    m_pUser->SetOverrides([this] { return PopupOverrides().Overridden(); });
+    connect(&PopupOverrides(), &CPopupOverrides::OverridesChanged, m_pUser, &CUserPage::Refresh);
     AddShortcuts();
     m_pTabs->setCurrentIndex(kUserTab);
     RestoreView();
@@ -128,32 +110,6 @@ CEventView* CWorkbench::NewView(QTabWidget* tabs, std::unique_ptr<IEventFormat> 
     tabs->addTab(view, QString::fromLatin1(title));
     m_views.push_back(view);
     return view;
-}
-
-void CWorkbench::AddWhyTabs(CPremiumRights& rights) {
-    const auto setFault = [this](uint32_t command, const auto& fault, IControlClient::Answered answered) {
-        m_pFaults->SetFault(command, fault, std::move(answered));
-    };
-    m_pAdTab = new CAdTab(*m_pAds, m_server, PagesOf(m_pTabs));
-    m_pTabs->addTab(m_pAdTab, QStringLiteral("Ads"));
-    m_pTabs->addTab(new CRightsTab(rights, *m_pTracker, m_decoder, m_server, setFault, PagesOf(m_pTabs)),
-                    QStringLiteral("Rights"));
-}
-
-void CWorkbench::AddServerTab() {
-    auto* tab = new QWidget(PagesOf(m_pTabs));
-    tab->setObjectName(QStringLiteral("ServerTab"));
-    auto* layout = new QVBoxLayout(tab);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(10);
-    layout->addWidget(NewTitle(QStringLiteral("What the server answers to this user"), tab));
-    layout->addWidget(m_pScenes, 1);
-    layout->addWidget(NewTitle(QStringLiteral("Faults"), tab));
-    layout->addWidget(m_pFaults);
-    layout->addWidget(NewTitle(QStringLiteral("Server clock"), tab));
-    layout->addWidget(m_pClock);
-    AddScrollTab(m_pTabs, tab, QStringLiteral("Server"));
-    connect(m_pUser, &CUserPage::UserSelected, m_pScenes, &CScenePanel::ShowUser);
 }
 
 void CWorkbench::AddTrafficTab() {
@@ -210,7 +166,9 @@ void CWorkbench::AddShortcuts() {
     }
     add(QKeySequence::Find, [this] {
         for (auto* field : m_pTabs->currentWidget()->findChildren<QLineEdit*>()) {
-            if (field->isVisible() && field->objectName().contains(QLatin1String("Filter"))) {
+            const bool isFilter = field->objectName().contains(QLatin1String("Filter")) ||
+                                  field->objectName().contains(QLatin1String("Search"));
+            if (isFilter && field->isVisible()) {
                 field->setFocus(Qt::ShortcutFocusReason);
                 field->selectAll();
                 return;
@@ -294,6 +252,7 @@ void CWorkbench::Export() {
     m_recording = {};
     m_recording.timeMs = QDateTime::currentMSecsSinceEpoch();
     m_recording.state = m_pUser->State();
+    m_recording.state[QStringLiteral("diagnosis")] = m_pWhy->State();
     for (const CEventView* view : m_views) {
         m_recording.lists.push_back(workbench_export::ListOf(view->Model()));
     }
@@ -404,7 +363,6 @@ void CWorkbench::Take(const TraceEvent& seen) {
         view->Model().Add(seen);
     }
     m_pTracker->Take(seen);
-    m_pAds->Take(seen);
 }
 
 void CWorkbench::TakeLine(const LogEntry& entry) {
@@ -413,18 +371,21 @@ void CWorkbench::TakeLine(const LogEntry& entry) {
     }
     m_pUser->TakeLine(entry);
     m_pTracker->TakeLine(entry);
-    m_pAds->TakeLine(entry);
+}
+
+void CWorkbench::ShowUsers(const std::vector<ServerUser>& users, quint64 current) {
+    m_pUser->ShowUsers(users, current);
+    m_pWhy->ShowUsers(users);
+    m_pServerPage->ShowUsers(users, current);
 }
 
 void CWorkbench::ForgetServer() {
-    m_pFaults->ForgetFaults();
-    m_pClock->ForgetOffset();
-    m_pScenes->Reload();
-    AdSwitches().ForgetServer();
+    m_pServerPage->ForgetServer();
+    m_pWhy->ForgetServer();
 }
 
-CAdSwitches& CWorkbench::AdSwitches() {
-    return m_pAdTab->Switches();
+CPopupOverrides& CWorkbench::PopupOverrides() {
+    return m_pServerPage->Overrides();
 }
 
 void CWorkbench::SaveView() const {

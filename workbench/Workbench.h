@@ -12,15 +12,12 @@
 #include "workbench/WireDecoder.h"
 
 class CAIChatEntries;
-class CAdTracker;
-class CAdSwitches;
-class CAdTab;
-class CClockPanel;
-class CFaultPanel;
+class CPopupOverrides;
 class CPremiumRights;
-class CRefreshTracker;
-class CScenePanel;
+class CServerPage;
+class CTracker;
 class CUserPage;
+class CWhyPage;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -38,8 +35,11 @@ public:
     /// Controls the session.
     CUserPage& User() { return *m_pUser; }
 
+    /// `current` is 0 if no user is logged in.
+    void ShowUsers(const std::vector<ServerUser>& users, quint64 current);
+
     /// The overrides of the bottom popup's display conditions.
-    CAdSwitches& AdSwitches();
+    CPopupOverrides& PopupOverrides();
 
     /// Must be called for a new or restarted server, which has none of the settings made here.
     void ForgetServer();
@@ -60,8 +60,6 @@ Q_SIGNALS:
 
 private:
     CEventView* NewView(QTabWidget* tabs, std::unique_ptr<IEventFormat> format, const char* title);
-    void AddWhyTabs(CPremiumRights& rights);
-    void AddServerTab();
     void AddTrafficTab();
     void AddShortcuts();
     void AddWebState(CEventView* view);
@@ -88,12 +86,9 @@ private:
     CUserPage* m_pUser;
     std::vector<CEventView*> m_views;
     CEventView* m_pLog = nullptr;
-    CRefreshTracker* m_pTracker;
-    CAdTracker* m_pAds;
-    CAdTab* m_pAdTab = nullptr;
-    CScenePanel* m_pScenes;
-    CFaultPanel* m_pFaults;
-    CClockPanel* m_pClock;
+    CTracker* m_pTracker;
+    CWhyPage* m_pWhy;
+    CServerPage* m_pServerPage;
     QLineEdit* m_pPath;
     QLabel* m_pNote;
     QLabel* m_pBannerText;

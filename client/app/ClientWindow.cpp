@@ -11,7 +11,7 @@
 #include "core/uniform_resource_slot.h"
 #include "workbench/UserPage.h"
 #include "workbench/Workbench.h"
-#include "workbench/ads/AdSwitches.h"
+#include "workbench/server/PopupOverrides.h"
 
 CClientWindow::CClientWindow(CComposition& composition) : CMainWindow(composition), m_composition(composition) {
     composition.SetMainFrame({[this] { return this; }, [this] { return kTabPages[size_t(Tab())].tab; },
@@ -38,7 +38,7 @@ bool CClientWindow::HasFocus() const {
 
 void CClientWindow::OnTabChanged(int index) {
     if (m_pWorkbench) {
-        m_pWorkbench->AdSwitches().ShowTab(index);
+        m_pWorkbench->PopupOverrides().ShowTab(index);
     }
     NotifyTab();
 }
@@ -51,7 +51,7 @@ QWidget* CClientWindow::NewDockContent(QWidget* parent) {
     m_pWorkbench = new CWorkbench(Entries(), Rights(), m_composition.Control(), parent);
     ConnectSources();
     ConnectSession();
-    ConnectAdSwitches();
+    ConnectPopupOverrides();
     return m_pWorkbench;
 }
 
@@ -88,17 +88,17 @@ void CClientWindow::ConnectSession() {
     ShowUser();
 }
 
-void CClientWindow::ConnectAdSwitches() {
-    CAdSwitches& switches = m_pWorkbench->AdSwitches();
-    switches.ShowTab(Tab());
-    connect(&switches, &CAdSwitches::TabWanted, &Navigation(), &CNavigation::Choose);
-    connect(&switches, &CAdSwitches::FocusWanted, this, [this](EnFocusAnswer answer) { m_focusAnswer = answer; });
-    connect(&switches, &CAdSwitches::SlotRefusalWanted, this,
+void CClientWindow::ConnectPopupOverrides() {
+    CPopupOverrides& overrides = m_pWorkbench->PopupOverrides();
+    overrides.ShowTab(Tab());
+    connect(&overrides, &CPopupOverrides::TabWanted, &Navigation(), &CNavigation::Choose);
+    connect(&overrides, &CPopupOverrides::FocusWanted, this, [this](EnFocusAnswer answer) { m_focusAnswer = answer; });
+    connect(&overrides, &CPopupOverrides::SlotRefusalWanted, this,
             [this](bool refused) { m_composition.AllowSlot(kSlotAdPopup, !refused); });
 }
 
 void CClientWindow::ShowUser() {
-    m_pWorkbench->User().ShowUsers(m_composition.Users(), m_composition.UserId());
+    m_pWorkbench->ShowUsers(m_composition.Users(), m_composition.UserId());
     m_pWorkbench->User().ShowMarkets(core::attr_market::GetCurrentUserAttrMarket());
     UpdateAliases();
 }

@@ -27,10 +27,10 @@ TEST_P(AdBadPictureTest, IsTriedThreeTimesAndToldAndKeepsThePopupAway) {
     }
     PassAMinute();
 
-    Push(kPushCheck, row.ad);
+    PushCheck(row.ad);
 
     EXPECT_TRUE(WaitForLine("OnImageLoadFailed, adType = 2"));
-    ExpectRefused("refused (picture): picture loaded", (std::string("refused-picture-") + row.name).c_str());
+    ExpectRefused("picture loaded", (std::string("refused-picture-") + row.name).c_str());
     EXPECT_EQ(ParsedLine(row.reason), 3);
     EXPECT_EQ(server->HttpTo(row.path).size(), 3u);
     ASSERT_TRUE(WaitInRealTime([this] { return Reported("AdvertisementImageResourceDownloadResult") == 1; }));
@@ -40,7 +40,7 @@ TEST_P(AdBadPictureTest, IsTriedThreeTimesAndToldAndKeepsThePopupAway) {
     EXPECT_EQ(told["action_times"], 3);
     EXPECT_EQ(Reported("StartExposeAd"), 0);
     PassAMinute();
-    Push(kPushNew);
+    PushNew();
     Override("AdTab", kMarket);
     ExpectShown((std::string("shown-after-picture-") + row.name).c_str());
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <QLabel>
 #include <QScreen>
 #include <QTabWidget>
 #include <QToolButton>
@@ -81,7 +82,8 @@ protected:
     }
 
     bool WorkbenchSays(const QString& words) {
-        return !Child<QTreeWidget>("AdDetail")->findItems(words, Qt::MatchContains | Qt::MatchRecursive, 1).isEmpty();
+        return Child<QLabel>("WhySentence")->text().contains(words, Qt::CaseInsensitive) ||
+               !Child<QTreeWidget>("WhyDetail")->findItems(words, Qt::MatchContains | Qt::MatchRecursive, 1).isEmpty();
     }
     bool WorkbenchSays(const char* words) { return WorkbenchSays(QString::fromLatin1(words)); }
 

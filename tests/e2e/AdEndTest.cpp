@@ -28,7 +28,7 @@ protected:
         Make();
         QObject::connect(client, &CComposition::WebOpened, &watcher, [this] { ++opened; });
         Show();
-        Open("WorkbenchTabs", "AdTabPage");
+        Open("WorkbenchTabs", "WhyPage");
         ASSERT_TRUE(WaitForLine("Show ad popup success. adType = 2, adPosition = 42, adId = 701"));
     }
 
@@ -59,7 +59,7 @@ TEST_P(AdPopupEndTest, IsToldWithItsExposure) {
     EXPECT_EQ(told["push_id"][0], "p-701");
     EXPECT_GT(told["expose_duration"].asInt64(), 0);
     EXPECT_EQ(Reported("ClickAd"), 0);
-    const QString closed = QStringLiteral("closed by %1").arg(QString::fromLatin1(row.why));
+    const QString closed = QStringLiteral("Closed ad by %1").arg(QString::fromLatin1(row.why));
     EXPECT_TRUE(WaitInRealTime([&] { return WorkbenchSays(closed); })) << closed.toStdString();
     Picture((std::string("ended-") + row.name).c_str());
 }

@@ -27,7 +27,7 @@ protected:
     void ExpectShownByTheNextSearch(const std::string& name) {
         server->Put("/v1/httpFaults", "{}");
         PassAMinute();
-        Push(kPushNew);
+        PushNew();
         ASSERT_TRUE(WaitInRealTime([this] { return server->HttpTo("/ad/search").size() >= 2; }));
         Override("AdTab", kMarket);
         ExpectShown(("shown-after-" + name).c_str());
@@ -42,7 +42,7 @@ TEST_P(AdServerRefusalTest, IsSaidAndEndsWithTheNextSearch) {
     }
     PassAMinute();
 
-    Push(kPushCheck, row.ads);
+    PushCheck(row.ads);
 
     EXPECT_TRUE(WaitForLine(row.line));
     ExpectRefused(row.why, (std::string("refused-") + row.name).c_str());
@@ -52,32 +52,31 @@ TEST_P(AdServerRefusalTest, IsSaidAndEndsWithTheNextSearch) {
 
 INSTANTIATE_TEST_SUITE_P(
     Answers, AdServerRefusalTest,
-    Values(Refusal{"EndOver", "704", "", "adType = 2, adPosition = 42, remove adId = 704",
-                   "refused (list): an ad that is due", "dropped: ended"},
-           Refusal{"Expired", "705", "", "adType = 2, adPosition = 42, remove adId = 705",
-                   "refused (list): an ad that is due", "dropped: expired"},
-           Refusal{"EmptyList", "799", "", "Ad list is empty, adType = 2, adPosition = 42", "refused (list): ads in it",
-                   "dropped: no ads"},
-           Refusal{"AreasNone", "706", "", "ShowAreas is null, adType = 2, adPosition = 42, adId = 706",
-                   "refused (list): areas", "dropped: it lacks something"},
-           Refusal{"AreasMissing", "708", kWithoutAreas, "show_areas is unvalid", "refused (request): decoded",
+    Values(Refusal{"EndOver", "704", "", "adType = 2, adPosition = 42, remove adId = 704", "an ad that is due",
+                   "not kept: ended"},
+           Refusal{"Expired", "705", "", "adType = 2, adPosition = 42, remove adId = 705", "an ad that is due",
+                   "not kept: expired"},
+           Refusal{"EmptyList", "799", "", "Ad list is empty, adType = 2, adPosition = 42", "ads in it", "ads in it"},
+           Refusal{"AreasNone", "706", "", "ShowAreas is null, adType = 2, adPosition = 42, adId = 706", "areas",
+                   "not kept: areas"},
+           Refusal{"AreasMissing", "708", kWithoutAreas, "show_areas is unvalid", "decoded",
                    "unfit: CZRAdPopupModel: show_areas"},
-           Refusal{"OtherCode", "707", R"({"code":7})", "Request ad failed, path = /ad/check, code = 7",
-                   "refused (request): code 0", "code 7"},
+           Refusal{"OtherCode", "707", R"({"code":7})", "Request ad failed, path = /ad/check, code = 7", "code 0",
+                   "code 7"},
            Refusal{"Exchange", "707", R"({"cutBytes":20})",
-                   "Request ad failed, path = /ad/check, result = ", "refused (request): exchange", "failed, result"}),
+                   "Request ad failed, path = /ad/check, result = ", "exchange", "result"}),
     [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(AdRefusalTest, ARequestWithinTenSecondsOfTheLast) {
     ASSERT_NO_FATAL_FAILURE(StartAndSeeNothing());
     PassAMinute();
-    Push(kPushNew);
+    PushNew();
     ASSERT_TRUE(WaitInRealTime([this] { return server->HttpTo("/ad/search").size() == 2; }));
 
-    Push(kPushNew);
+    PushNew();
 
     EXPECT_TRUE(WaitForLine("Request ad limited."));
-    ExpectRefused("refused (request): pause between requests", "refused-RequestLimit");
+    ExpectRefused("pause between requests", "refused-RequestLimit");
     const auto isLimit = [](const Json::Value& result) { return result["result_code"] == "1001"; };
     EXPECT_TRUE(WaitInRealTime([&] {
         const auto results = server->ReportsOf("SingleAdvertisementPullDataResult");
@@ -85,7 +84,7 @@ TEST_F(AdRefusalTest, ARequestWithinTenSecondsOfTheLast) {
     }));
     EXPECT_EQ(server->HttpTo("/ad/search").size(), 2u);
     PassAMinute();
-    Push(kPushNew);
+    PushNew();
     ASSERT_TRUE(WaitInRealTime([this] { return server->HttpTo("/ad/search").size() == 3; }));
     Override("AdTab", kMarket);
     ExpectShown("shown-after-RequestLimit");

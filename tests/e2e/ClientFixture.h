@@ -4,7 +4,14 @@
 #include <gmock/gmock.h>
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QComboBox>
 #include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTableWidget>
 #include <QTemporaryDir>
 #include <memory>
 #include <set>
@@ -101,6 +108,59 @@ protected:
     /// Calls `callback` for each bus message with the id `message`.
     void Bind(unsigned int message, core::MessageCallback callback) {
         core::__CMessageDispatch("[Test]").Bind(message, std::move(callback), &watcher);
+    }
+
+    /// Returns the state of a subject on the workbench's page of explanations; empty if it is not listed.
+    std::string WhyState(const char* subject) const {
+        const QAbstractItemModel* model = window->findChild<QAbstractItemView*>(QStringLiteral("WhyTable"))->model();
+        for (int row = 0; row < model->rowCount(); ++row) {
+            if (model->index(row, 0).data().toString() == QLatin1String(subject)) {
+                return model->index(row, 2).data().toString().toStdString();
+            }
+        }
+        return std::string();
+    }
+    bool WaitForWhy(const char* subject, const std::string& state) {
+        return WaitInRealTime([=] { return WhyState(subject).find(state) != std::string::npos; });
+    }
+
+    /// Returns the number of listed rights.
+    int ListedRights() const {
+        const QAbstractItemModel* model = window->findChild<QAbstractItemView*>(QStringLiteral("WhyTable"))->model();
+        int rights = 0;
+        for (int row = 0; row < model->rowCount(); ++row) {
+            rights += model->index(row, 0).data().toString().startsWith(QLatin1String("Right ")) ? 1 : 0;
+        }
+        return rights;
+    }
+
+    /// Opens a tab of the workbench's page for the server, and a form on it.
+    void OpenServer(const char* page, const char* forms = nullptr, const char* row = nullptr) {
+        Child<QTabWidget>("WorkbenchTabs")->setCurrentWidget(Child<QWidget>("ServerTab"));
+        Child<QTabWidget>("ServerTabs")->setCurrentWidget(Child<QWidget>(page));
+        if (forms) {
+            auto* choice = Child<QComboBox>(forms);
+            choice->setCurrentIndex(choice->findData(QString::fromLatin1(row)));
+        }
+    }
+
+    /// Opens the form and waits until it shows the server's value of this field.
+    void OpenLoaded(const char* page, const char* forms, const char* row, const char* field) {
+        OpenServer(page, forms, row);
+        ASSERT_TRUE(WaitInRealTime([=] { return Child<QWidget>(field)->isEnabled(); }));
+    }
+
+    /// Sets a fault of command 20982 with one field, and waits until the server returns it.
+    void SetFault(const char* field, const char* value) {
+        OpenServer("FaultPageScroll", "FaultFormsChoice", "ReplyFault");
+        Child<QLineEdit>("ReplyFault.error")->clear();
+        if (auto* combo = Child<QComboBox>(field)) {
+            combo->setEditText(QString::fromLatin1(value));
+        } else {
+            Child<QLineEdit>(field)->setText(QString::fromLatin1(value));
+        }
+        Child<QPushButton>("ReplyFaultSend")->click();
+        ASSERT_TRUE(WaitInRealTime([this] { return Child<QTableWidget>("FaultTable")->rowCount() == 1; }));
     }
 
     /// Returns the scenes whose entries are enabled, on all pages.

@@ -206,7 +206,7 @@ TEST_F(RightsTest, TheTableOfTheNextUserHasNothingOfTheFormer) {
     EXPECT_TRUE(Right(5).bHasPermission);
     EXPECT_FALSE(Service()->HasVipQualification());
     EXPECT_EQ(Service()->GetVipGrade(), 0);
-    EXPECT_EQ(Child<QTableView>("RightsTable")->model()->rowCount(), 1);
+    EXPECT_TRUE(WaitInRealTime([this] { return ListedRights() == 1; }));
 }
 
 TEST_F(RightsTest, ALogoutEmptiesTableAndPageWithoutAMessage) {
@@ -216,7 +216,7 @@ TEST_F(RightsTest, ALogoutEmptiesTableAndPageWithoutAMessage) {
 
     EXPECT_THAT(told, IsEmpty());
     EXPECT_THAT(Rights(), IsEmpty());
-    EXPECT_EQ(Child<QTableView>("RightsTable")->model()->rowCount(), 0);
+    EXPECT_TRUE(WaitInRealTime([this] { return ListedRights() == 0; }));
     EXPECT_TRUE(Says("VipQualification", "no"));
     EXPECT_TRUE(Says("VipGrade", "0"));
 }
@@ -311,7 +311,7 @@ TEST_P(BadAnswerTest, LeavesTheTableAsItWasAndIsTold) {
     EXPECT_EQ(told[0].outcome, 2u);
     EXPECT_THAT(Rights(), ElementsAre(1, 5, 1000));
     EXPECT_TRUE(Right(1).bHasPermission);
-    EXPECT_TRUE(WaitInRealTime([this] { return Says("RefreshPremium", GetParam().outcome); }));
+    EXPECT_TRUE(WaitForWhy("Rights", GetParam().outcome));
 }
 
 INSTANTIATE_TEST_SUITE_P(Answers, BadAnswerTest,
@@ -331,7 +331,7 @@ TEST_P(BadVipAnswerTest, LeavesTheStatusAsItWasAndIsNotTold) {
 
     server->Post("/v1/push", R"({"vipChange":{}})");
 
-    ASSERT_TRUE(WaitInRealTime([this] { return Says("RefreshVip", GetParam().outcome); }));
+    ASSERT_TRUE(WaitForWhy("VIP status", GetParam().outcome));
     EXPECT_THAT(told, IsEmpty());
     EXPECT_EQ(Service()->GetVipGrade(), 2);
     EXPECT_TRUE(Service()->HasVipQualification());
@@ -348,29 +348,31 @@ TEST_F(RightsTest, TheWorkbenchAsksBreaksAndPushes) {
     // a list, through the service
     Child<QLineEdit>("AskRights")->setText(QStringLiteral("5 1"));
     Press("AskList");
-    ASSERT_TRUE(WaitInRealTime([this] { return Says("AskOutcome", "good"); }));
+    ASSERT_TRUE(WaitInRealTime([this] { return Says("RefreshPremium", "good"); }));
     EXPECT_EQ(LastRequest(), "080010051001");
 
     // the next answer has its own code, once
-    Child<QComboBox>("AnswerKind")->setCurrentIndex(5);
-    Press("AnswerSet");
-    ASSERT_TRUE(WaitInRealTime([this] { return Says("AnswerMessage", "20637"); }));
+    Child<QComboBox>("ReplyFault.command")->setEditText(QStringLiteral("20637"));
+    Child<QLineEdit>("ReplyFault.error")->clear();
+    Child<QComboBox>("ReplyFault.bodyHex")->setEditText(QStringLiteral("0805  code 5"));
+    Press("ReplyFaultSend");
+    ASSERT_TRUE(WaitInRealTime([this] { return Says("ReplyFaultOutcome", "Done"); }));
     Press("AskAll");
-    ASSERT_TRUE(WaitInRealTime([this] { return Says("AskOutcome", "code 5"); }));
+    ASSERT_TRUE(WaitInRealTime([this] { return Says("RefreshPremium", "code 5"); }));
     Press("AskAll");
-    ASSERT_TRUE(WaitInRealTime([this] { return Says("AskOutcome", "good"); }));
+    ASSERT_TRUE(WaitInRealTime([this] { return Says("RefreshPremium", "good"); }));
     EXPECT_EQ(LastRequest(), "0801");
 
     // and both pushes
-    Child<QLineEdit>("PushDelay")->setText(QStringLiteral("0"));
-    Child<QLineEdit>("PushRights")->setText(QStringLiteral("1"));
-    Child<QComboBox>("PushNeedAll")->setCurrentIndex(0);
-    Press("PushPremium");
-    ASSERT_TRUE(WaitInRealTime([this] { return Says("RefreshPremium", "push \u00B7 good"); }));
+    Child<QLineEdit>("PushRights.premiumChange.delaySeconds")->setText(QStringLiteral("0"));
+    Child<QLineEdit>("PushRights.premiumChange.access")->setText(QStringLiteral("1"));
+    Child<QComboBox>("PushRights.premiumChange.needAll")->setCurrentIndex(0);
+    Press("PushRightsSend");
+    ASSERT_TRUE(WaitForWhy("Rights", "push \u00B7 good"));
     EXPECT_EQ(LastRequest(), "08001001");
-    Child<QLineEdit>("PushWindow")->setText(QString());
-    Press("PushVip");
-    EXPECT_TRUE(WaitInRealTime([this] { return Says("RefreshVip", "push \u00B7 good"); }));
+    Child<QLineEdit>("PushVip.vipChange.windowSeconds")->setText(QString());
+    Press("PushVipSend");
+    EXPECT_TRUE(WaitForWhy("VIP status", "push \u00B7 good"));
 }
 
 }  // namespace

@@ -13,14 +13,13 @@
 #include "Theme.h"
 #include "core/message_ids.h"
 #include "ui/zr_ui_theme.h"
-#include "workbench/rights/RefreshTracker.h"
+#include "workbench/diagnosis/Tracker.h"
 
 using namespace ::testing;
 
 namespace {
 
 constexpr int kChinese = 0;
-constexpr int kRightsRefreshes = 1, kRightsAsk = 2, kRightsPushes = 3, kRightsAnswers = 4;
 
 TEST_F(TourTest, ConnectsAndShowsTheEntriesOfTheFirstUser) {
     StartTour();
@@ -98,8 +97,8 @@ TEST_P(TourThemeTest, ShowsWindowAndRightsInTheTheme) {
     EXPECT_TRUE(WaitInRealTime([this] { return HasThemeColor(); }));
     Picture((std::string("theme-") + GetParam().name).c_str());
     LogIn(kMember, {1, 2, 3, 4, 5});
-    OpenTab(kTabRights);
-    EXPECT_TRUE(WaitInRealTime([this] { return Child<QTableView>("RightsTable")->model()->rowCount() > 0; }));
+    OpenTab(kTabWhy);
+    EXPECT_TRUE(WaitInRealTime([this] { return ListedRights() > 0; }));
     Picture((std::string("rights-theme-") + GetParam().name).c_str());
 }
 
@@ -169,25 +168,26 @@ TEST_F(TourTest, ShowsBannersOnTwoPages) {
 TEST_F(TourTest, ShowsTheStateOfAnAdAndTheReasonOfARefusal) {
     StartTour();
     ASSERT_TRUE(WaitInRealTime([this] { return IsCardSeen(); }));
-    OpenTab(kTabAds);
+    OpenTab(kTabWhy);
     Picture("ads-workbench");
 
-    Open("AdTabs", "AdPushPanel");
-    Child<QComboBox>("AdPush")->setCurrentIndex(2);
+    OpenServer("PushPageScroll", "PushesChoice", "PushAdNew");
     // The second of two pushes requests ads too early.
     for (int push = 0; push < 2; ++push) {
-        Child<QLabel>("AdPushMessage")->clear();
-        Click(Child<QPushButton>("AdPushSend"));
-        ASSERT_TRUE(WaitInRealTime([this] { return !Child<QLabel>("AdPushMessage")->text().isEmpty(); }));
+        Child<QLabel>("PushAdNewOutcome")->clear();
+        Click(Child<QPushButton>("PushAdNewSend"));
+        ASSERT_TRUE(WaitInRealTime([this] { return !Child<QLabel>("PushAdNewOutcome")->text().isEmpty(); }));
     }
+    Picture("ads-push");
+    OpenTab(kTabWhy);
 
-    EXPECT_TRUE(WaitInRealTime([this] { return WorkbenchSays("refused (request): pause between requests"); }));
+    EXPECT_TRUE(WaitInRealTime([this] { return WorkbenchSays("pause between requests"); }));
     Picture("ads-refused");
 }
 
 TEST_F(TourTest, OpensThePanelOfThePopupInItsOwnWindow) {
     StartTour();
-    OpenTab(kTabAds);
+    OpenTab(kTabWhy);
 
     Click(Child<QPushButton>("AdPanelOpen"));
     auto* panel = Child<QWidget>("AdPanelWindow");
@@ -217,19 +217,14 @@ TEST_F(TourTest, ListsTheTrafficOfALoginAndDecodesTheReply) {
 
 TEST_F(TourTest, EditsTheScenesOfAUserOnTheServer) {
     StartTour();
-    OpenTab(kTabServer);
-    auto* scenes = Child<QTableWidget>("SceneTable");
-    ASSERT_TRUE(WaitInRealTime([&] { return scenes->rowCount() > 0; }));
-    const int closed = scenes->item(0, 0)->text().toInt();
+    OpenLoaded("UserPageScroll", "UserRequestsChoice", "UserAIChat", "UserAIChat.entries");
 
-    scenes->item(0, 1)->setCheckState(Qt::Unchecked);
-    Child<QLabel>("SceneMessage")->clear();
-    Click(Child<QPushButton>("SceneSave"));
-    ASSERT_TRUE(WaitInRealTime([this] { return !Child<QLabel>("SceneMessage")->text().isEmpty(); }));
+    Child<QPlainTextEdit>("UserAIChat.entries")->setPlainText(QStringLiteral(R"([{"scene":3,"allOpen":true}])"));
+    Picture("scenes-unsaved");
+    Click(Child<QPushButton>("UserAIChatSend"));
+    ASSERT_TRUE(WaitForText("UserAIChatOutcome", "Saved"));
 
-    std::set<int> expected{1, 2, 3, 4, 5};
-    expected.erase(closed);
-    LogIn(kAllOpen, expected);
+    LogIn(kAllOpen, {3});
     Picture("scenes-edited");
 }
 
@@ -252,57 +247,48 @@ TEST_F(TourTest, LogsInAMemberFromTheUserMenu) {
     press(Qt::Key_Return, QStringLiteral("\r"));
 
     EXPECT_TRUE(WaitInRealTime([this] { return client->UserId() == kMember; }));
-    OpenTab(kTabRights);
-    EXPECT_TRUE(WaitInRealTime([this] { return Child<QTableView>("RightsTable")->model()->rowCount() > 0; }));
-    EXPECT_TRUE(WaitForText("VipNewState", "member"));
-    Child<QTableView>("RightsTable")->selectRow(0);
+    EXPECT_TRUE(WaitForText("UserFact_vipNewerSystem", "the server reports member"));
+    OpenTab(kTabWhy);
+    EXPECT_TRUE(WaitInRealTime([this] { return ListedRights() > 0; }));
+    Child<QLineEdit>("WhySearch")->setText(QStringLiteral("right held"));
+    Child<QTableView>("WhyTable")->selectRow(0);
     Picture("rights");
 }
 
 TEST_F(TourTest, RefreshesTheRightsOfAMemberAfterAPush) {
     StartTour();
     LogIn(kMember, {1, 2, 3, 4, 5});
-    OpenTab(kTabRights);
-    auto* parts = Child<QTabWidget>("RightsTabs");
-    parts->setCurrentIndex(kRightsPushes);
-    Child<QLineEdit>("PushDelay")->setText(QStringLiteral("1"));
+    OpenServer("PushPageScroll", "PushesChoice", "PushRights");
+    Child<QLineEdit>("PushRights.premiumChange.delaySeconds")->setText(QStringLiteral("1"));
 
-    Click(Child<QPushButton>("PushPremium"));
+    Click(Child<QPushButton>("PushRightsSend"));
 
-    const auto* board = window->findChild<CRefreshTracker*>();
-    EXPECT_TRUE(WaitInRealTime([&] { return !board->WaitingPushes().empty(); }));
+    const auto* tracker = window->findChild<CTracker*>();
+    EXPECT_TRUE(WaitInRealTime([&] { return !tracker->Rights().pushes.empty(); }));
     Picture("rights-push");
-    parts->setCurrentIndex(kRightsRefreshes);
+    OpenTab(kTabWhy);
     Picture("rights-waiting");
-    EXPECT_TRUE(WaitForText("RefreshPremium", "push \u00B7 good"));
+    EXPECT_TRUE(WaitForWhy("Rights", "push \u00B7 good"));
     Picture("rights-refreshed");
-    parts->setCurrentIndex(kRightsAsk);
-    Picture("rights-ask");
-    parts->setCurrentIndex(kRightsAnswers);
-    Picture("rights-answers");
 }
 
 TEST_F(TourTest, FailsARequestByAFaultAndMovesTheServersClock) {
     StartTour();
-    OpenTab(kTabServer);
-    Child<QComboBox>("FaultKind")->setCurrentIndex(0);
-    Child<QLineEdit>("FaultValue")->setText(QStringLiteral("7"));
-    Click(Child<QPushButton>("FaultSet"));
-    EXPECT_TRUE(WaitForText("FaultsInForce", "20982"));
-    Click(Child<QPushButton>("ClockPlusHour"));
-    const auto offset = [this] { return Child<QLineEdit>("ClockOffset")->text().toStdString(); };
-    EXPECT_TRUE(WaitInRealTime([&] { return offset() == "3600000"; }));
+    ASSERT_NO_FATAL_FAILURE(SetFault("ReplyFault.error", "7"));
     Picture("faults");
+    OpenServer("ClockPageScroll");
+    Click(Child<QPushButton>("ClockPlusHour"));
+    EXPECT_TRUE(WaitForText("ClockOutcome", "The clock is set"));
+    EXPECT_EQ(Child<QLineEdit>("Clock.offsetMs")->text(), QStringLiteral("3600000"));
+    Picture("clock");
 
     client->Login(kAllOpen);
 
     OpenTab(kTabTraffic);
     SelectRow("TrafficTable", 1, "Failed", 5, "7");
-    OpenTab(kTabServer);
-    Click(Child<QPushButton>("FaultsClear"));
-    Click(Child<QPushButton>("ClockReset"));
-    EXPECT_TRUE(WaitInRealTime(
-        [&] { return offset() == "0" && !Child<QLabel>("FaultsInForce")->text().contains(QStringLiteral("20982")); }));
+    // The fault was for one reply.
+    OpenServer("FaultPageScroll");
+    EXPECT_TRUE(WaitForText("FaultsOutcome", "No fault is set"));
 }
 
 TEST_F(TourTest, OpensALinkOfTheNewsAndListsIt) {

@@ -1,33 +1,35 @@
 #pragma once
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
-#include <string>
-#include <utility>
-#include <vector>
+#include <set>
 
 #include "support/ScriptedLog.h"
+#include "workbench/diagnosis/LogTable.h"
 
-/// Applies the parser `read` to the log lines since the last call. Returns each recognised line with its values.
-template <class ParsedLine>
-std::vector<std::pair<decltype(ParsedLine::line), std::vector<std::string>>> ReadLines(
-    CScriptedLog& log, std::optional<ParsedLine> (*read)(const QString& text)) {
-    std::vector<std::pair<decltype(ParsedLine::line), std::vector<std::string>>> lines;
-    for (const LogLine& line : log.Lines()) {
-        if (const auto said = read(QString::fromStdString(line.text))) {
-            std::vector<std::string> values;
-            for (const QString& value : said->values) {
-                values.push_back(value.toStdString());
-            }
-            lines.emplace_back(said->line, values);
+/// The rows of the table that match the log lines since the last call. Checks that each row with its values is exactly
+/// the line.
+inline std::set<const log_table::Row*> RowsRead(CScriptedLog& log) {
+    std::set<const log_table::Row*> rows;
+    for (const LogLine& written : log.Lines()) {
+        const QString text = QString::fromStdString(written.text);
+        const auto line = log_table::Read(text);
+        if (!line) {
+            continue;
         }
+        QString rebuilt;
+        int done = 0;
+        static const QRegularExpression mark(QStringLiteral("\\{[nw]?\\}"));
+        const QString pattern = QString::fromUtf8(line->row->text);
+        auto marks = mark.globalMatch(pattern);
+        for (int index = 0; marks.hasNext(); ++index) {
+            const auto match = marks.next();
+            rebuilt += pattern.mid(done, match.capturedStart() - done) + line->values.value(index);
+            done = match.capturedEnd();
+        }
+        EXPECT_EQ((rebuilt + pattern.mid(done)).toStdString(), written.text);
+        rows.insert(line->row);
     }
     log.Forget();
-    return lines;
-}
-
-/// Matches a parsed line.
-template <class EnLine>
-auto ReadAs(EnLine line, std::vector<std::string> values = {}) {
-    return ::testing::Pair(line, ::testing::ElementsAreArray(std::move(values)));
+    return rows;
 }

@@ -1,13 +1,9 @@
 #include "AdPanelWindow.h"
 
 #include <QLabel>
-#include <QPushButton>
 
 #include "FakeGrowthService.h"
-#include "support/Click.h"
 #include "support/ScriptedHostTest.h"
-#include "workbench/ads/AdTracker.h"
-#include "workbench/ads/AdView.h"
 
 using namespace ::testing;
 
@@ -16,21 +12,20 @@ namespace {
 class AdPanelWindowTest : public ScriptedHostTest {
 protected:
     AdPanelWindowTest() {
-        view.resize(560, 600);
-        view.show();
+        window.resize(560, 600);
+        window.show();
         time.Settle();
     }
 
     void Open() {
-        Click(view.findChild<QPushButton*>(QStringLiteral("AdPanelOpen")));
+        CAdPanelWindow::Open(&window);
         time.Settle();
     }
 
-    QWidget* Window() const { return view.findChild<QWidget*>(QStringLiteral("AdPanelWindow")); }
+    QWidget* Window() const { return window.findChild<QWidget*>(QStringLiteral("AdPanelWindow")); }
 
     std::shared_ptr<CFakeGrowthService> service = CFakeGrowthService::Offer();
-    CAdTracker board{[](qint64 localMs) { return localMs; }};
-    CAdView view{board};
+    QWidget window;
 };
 
 }  // namespace

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QJsonObject>
+#include <QString>
+#include <optional>
+#include <vector>
+
+#include "modules/ZRPremiumRecords.h"
+#include "workbench/diagnosis/Tracker.h"
+
+class CAIChatEntries;
+class CPremiumRights;
+
+/// A step of the strip. At most one step of a strip is stopped.
+struct StripStep {
+    enum class EnState { Done, Waiting, Stopped, Open };
+    QString name;
+    EnState state = EnState::Open;
+};
+
+struct Detail {
+    QString name;
+    QString value = {};
+    std::optional<bool> good = {};
+    std::vector<Detail> children = {};
+};
+
+/// The answer to "why is it not shown?" for one subject.
+struct Explanation {
+    std::vector<StripStep> strip;
+    QString state;     // in a few words
+    QString sentence;  // the reason, and what to do or to wait for
+    std::vector<Detail> details;
+    QString counts;  // of an ad's last list
+    QString image;   // URL of an ad's picture
+
+    /// With fixed English keys.
+    QJsonObject ToJson() const;
+    QString ToText() const;
+};
+
+/// Computes explanations from the tracker's states and the module's answers.
+namespace explanation {
+
+Explanation OfAd(const CTracker& tracker, const AdSlot& slot, qint64 localNowMs);
+
+/// The second of server time from which a refusal passes without any other change; nothing if no time is enough.
+std::optional<qint64> FreeFromS(const AdState& ad, const Refusal& refusal);
+
+/// The refreshes of all rights.
+Explanation OfRefresh(const CTracker& tracker, qint64 localNowMs);
+Explanation OfVip(const CTracker& tracker, const CPremiumRights& rights, qint64 localNowMs);
+Explanation OfRight(const CTracker& tracker, const CPremiumRights& rights, EnPremiumAccess right, qint64 localNowMs);
+
+/// The entry of a scene to the AI chat.
+Explanation OfScene(const CTracker& tracker, const CAIChatEntries& entries, ZRAIChatEntryScene scene,
+                    qint64 localNowMs);
+Explanation OfOpen(const ChatOpen& open);
+
+/// "login · good", or the reason of a failure.
+QString OutcomeOf(const RefreshState::Request& request);
+
+}  // namespace explanation

@@ -1,0 +1,110 @@
+#pragma once
+
+#include <QStringList>
+#include <optional>
+#include <vector>
+
+/// The growth module's log lines that the workbench reads. Their texts and meanings are in this unit only.
+namespace log_table {
+
+/// The kind of subject that a line is about.
+enum class EnKind { Ad, Rights, Vip, Widget, Activation, Chat, ChatOpen, Session };
+
+/// The effect of a line on its subject.
+enum class EnEvent {
+    Note,  // belongs to the subject's history only
+    Asked,
+    Answered,
+    Retried,  // a waiting list is checked again
+    Passed,
+    Dropped,  // one ad of a list
+    Refused,
+    PictureFailed,
+    Loading,
+    Shown,
+    Gone,
+    Closed,
+    Cleared,
+    LoggedOut,
+    OtherLanguage,
+    Pushed,
+    Withdrawn,
+    PushRefused,
+    Undecodable,  // the reason for a following line
+    TimerReady,
+    TimerStopped,
+    ForLogin,  // the reason for the next request
+    ForHour,
+    ForLanguage,
+    Good,  // an answer was taken
+    SceneAnswered,
+    Cleaned,  // the chat window had only preloaded its page
+    Created,
+    Loaded,
+    LoadEnded,
+};
+
+/// The time from which the check passes without any other change.
+enum class EnFree {
+    Never,
+    Sum,       // value 1 plus value 2
+    AfterSum,  // one second later: the last second still refuses
+    Window,    // the first start of the dropped ads
+};
+
+/// The steps of an ad. The other kinds have fewer, see StepNames.
+enum EnStep { kStepAsked, kStepAnswered, kStepKept, kStepConditions, kStepPicture, kStepShown };
+
+/// One line. In `text`, {n} is a number, {w} a word and {} any text. In the other texts, {0} is the line's first value,
+/// {0:t} a time, {0:s} a duration, {0:a} an area of the main window and {0:k} an ad type.
+struct Row {
+    const char* text;
+    EnKind kind;
+    EnEvent event;
+    int at = -1;             // index of the subject's value: ad type, right, scene or session
+    int position = -1;       // index of an ad's position
+    int step = -1;           // that a refusal stops
+    const char* check = "";  // name of the check
+    const char* actual = "";
+    const char* expected = "";
+    const char* say = "";  // the refusal in plain words
+    EnFree free = EnFree::Never;
+    bool isNormal = false;  // written with severity 8 although nothing is wrong
+};
+
+const std::vector<Row>& All();
+
+/// Names of the steps of a kind, in order.
+const std::vector<const char*>& StepNames(EnKind kind);
+
+struct ParsedLine {
+    const Row* row = nullptr;
+    QStringList values;  // unescaped
+    QString text;        // of the whole line
+
+    qint64 Number(int index) const { return values.value(index).toLongLong(); }
+};
+
+/// Returns the matching line with its values; nothing for any other text. A server's text within a line can resemble
+/// values, but the line's last values are the module's.
+std::optional<ParsedLine> Read(const QString& text);
+
+/// Returns true for a line that the module writes with severity 8 although nothing is wrong.
+bool IsExpectedError(const QString& text);
+
+/// Fills in the values of a row's text. Times are on the server's clock; `nowMs` decides whether they need a date.
+QString Filled(const char* text, const ParsedLine& line, qint64 nowMs);
+
+/// A time in the local zone, with the date if the day differs from that of `nowMs`.
+QString Clock(qint64 timeMs, qint64 nowMs);
+
+/// A duration in its two largest units.
+QString Duration(qint64 seconds);
+
+/// The tab of an area of the main window.
+QString Area(qint64 area);
+
+/// "Popup" or "Banner", or the number of any other type.
+QString AdKind(qint64 type);
+
+}  // namespace log_table

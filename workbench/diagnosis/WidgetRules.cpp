@@ -1,0 +1,92 @@
+#include "workbench/diagnosis/WidgetRules.h"
+
+#include <algorithm>
+
+#include "workbench/diagnosis/RightText.h"
+
+namespace widget_rules {
+namespace {
+
+struct TextSet {
+    const char* name;
+    QString CPremiumUIData::*title;
+    QString CPremiumUIData::*button;
+};
+
+constexpr TextSet kTextSets[] = {
+    {"main texts", &CPremiumUIData::strMainTitle, &CPremiumUIData::strMainBtn},
+    {"detail texts", &CPremiumUIData::strDetailTitle, &CPremiumUIData::strDetailBtn},
+    {"second detail texts", &CPremiumUIData::strDetailSubTitle, &CPremiumUIData::strDetailSubBtn},
+};
+
+struct Offer {
+    const char* kind;
+    bool servesLimitedTime;
+    bool needsTitle;
+};
+
+constexpr Offer kOffers[] = {{"Banner", true, true}, {"Locked mask", false, true}, {"Exclusive mask", false, false}};
+
+Rule SourceRule(const CPremiumUIAccessData& record) {
+    return {QStringLiteral("activation source"), right_text::Source(record.nActivationSource),
+            right_text::Source(ZRPremiumSourceVip), record.nActivationSource == ZRPremiumSourceVip};
+}
+
+Rule OfferTypeRule(const CPremiumUIAccessData& record, bool servesLimitedTime) {
+    const int type = record.nActivationType;
+    const bool passes = type == ZRPremiumActivationFrozen || type == ZRPremiumActivationNotActivated ||
+                        type == ZRPremiumActivationReady ||
+                        (servesLimitedTime && type == ZRPremiumActivationLimitedTime);
+    return {QStringLiteral("activation type"), right_text::Activation(type),
+            servesLimitedTime ? QStringLiteral("limited time, frozen, not activated or ready")
+                              : QStringLiteral("frozen, not activated or ready"),
+            passes};
+}
+
+Rule TextRule(const CPremiumUIAccessData& record, const TextSet& set, bool needsTitle) {
+    QStringList missing;
+    if (needsTitle && (record.*set.title).isEmpty()) {
+        missing << QStringLiteral("no title");
+    }
+    if ((record.*set.button).isEmpty()) {
+        missing << QStringLiteral("no button text");
+    }
+    return {QStringLiteral("texts"),
+            missing.isEmpty() ? QStringLiteral("complete") : missing.join(QStringLiteral(", ")),
+            needsTitle ? QStringLiteral("title and button text") : QStringLiteral("button text"), missing.isEmpty()};
+}
+
+}  // namespace
+
+const Rule* Widget::Refusing() const {
+    const auto rule = std::find_if(rules.begin(), rules.end(), [](const Rule& one) { return !one.passes; });
+    return rule == rules.end() ? nullptr : &*rule;
+}
+
+std::vector<Widget> Of(const CPremiumUIAccessData& record, bool isNewSystem) {
+    const int type = record.nActivationType;
+    std::vector<Widget> widgets{
+        {QStringLiteral("Icon"),
+         QString(),
+         {{QStringLiteral("newer system"), right_text::YesNo(isNewSystem), right_text::YesNo(false), !isNewSystem},
+          SourceRule(record),
+          {QStringLiteral("activation type"), right_text::Activation(type), QStringLiteral("any but 0"), type != 0}}},
+        {QStringLiteral("Tag"),
+         QString(),
+         {SourceRule(record),
+          {QStringLiteral("activation type"), right_text::Activation(type),
+           right_text::Activation(ZRPremiumActivationFull), type == ZRPremiumActivationFull}}}};
+    for (const Offer& offer : kOffers) {
+        for (const TextSet& set : kTextSets) {
+            widgets.push_back({QString::fromUtf8(offer.kind),
+                               QString::fromUtf8(set.name),
+                               {{QStringLiteral("UI type"), record.strUIType, QStringLiteral("D"),
+                                 record.strUIType == QLatin1String("D")},
+                                OfferTypeRule(record, offer.servesLimitedTime),
+                                TextRule(record, set, offer.needsTitle)}});
+        }
+    }
+    return widgets;
+}
+
+}  // namespace widget_rules
