@@ -210,8 +210,7 @@ TEST_F(AdShowTest, ABannerIsItsUsersAndEndsWithHisLogout) {
 
 TEST_F(AdShowTest, TheDeveloperPanelOpensFromTheWorkbench) {
     ASSERT_NO_FATAL_FAILURE(StartAndSeePopup());
-    auto* tabsOfWorkbench = Child<QTabWidget>("WorkbenchTabs");
-    tabsOfWorkbench->setCurrentWidget(Child<QWidget>("WhyPage"));
+    Open("WorkbenchTabs", "WhyPage");
     Click(Child<QWidget>("AdPanelOpen"));
     auto* panel = Child<QWidget>("CZRAdBottomPopupDeveloperView");
     ASSERT_NE(panel, nullptr);
