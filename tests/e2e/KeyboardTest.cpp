@@ -159,7 +159,7 @@ protected:
     void CheckRound() {
         Workbench()->findChild<QWidget*>(QStringLiteral("ExportPath"))->setFocus();
         const std::vector<QWidget*> stops = Stops();
-        for (QWidget* control : Controls()) {
+        for (QWidget* control : Controls(*window)) {
             if (Workbench()->isAncestorOf(control)) {
                 EXPECT_TRUE(std::find(stops.begin(), stops.end(), control) != stops.end()) << NameOf(control);
             }
