@@ -147,7 +147,7 @@ TEST_P(KeyboardPagesTest, EachControlIsReachedSeenUsedAndNamed) {
 class KeyboardWorkbenchTest : public KeyboardTest {
 protected:
     void BeginSmall() {
-        StartAndLogIn();
+        LogIn(20001);
         window->resize(1280, 720);
         ASSERT_TRUE(WaitInRealTime([this] { return window->isActiveWindow() && window->height() == 720; }));
         ASSERT_TRUE(WaitInRealTime([this] { return IsWorkbenchSettled(); }));
