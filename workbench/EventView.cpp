@@ -16,6 +16,7 @@ namespace {
 
 constexpr int kMinDetailHeight = 76;
 constexpr int kMinTableHeight = 90;
+constexpr int kFittedRows = 30;
 
 void AddLines(QString& text, const std::vector<FieldNode>& fields, int depth) {
     for (const FieldNode& field : fields) {
@@ -149,7 +150,7 @@ void CEventView::showEvent(QShowEvent* event) {
 void CEventView::FitColumns() {
     if (!m_bFitted) {
         tables::FitColumns(*m_pTable);
-        m_bFitted = m_filter.rowCount() > 0;
+        m_bFitted = m_filter.rowCount() >= kFittedRows;
     }
 }
 

@@ -17,8 +17,9 @@ inline void AddScrollTab(QTabWidget* tabs, QWidget* page, const QString& title) 
     area->setWidgetResizable(true);
     area->setFrameShape(QFrame::NoFrame);
     area->setFocusPolicy(Qt::NoFocus);
-    page->setAutoFillBackground(false);
     area->setWidget(page);
+    // The background behind the area shows through.
+    page->setAutoFillBackground(false);
     area->viewport()->setAutoFillBackground(false);
     tabs->addTab(area, title);
 }

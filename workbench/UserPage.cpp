@@ -20,6 +20,7 @@
 #include "GrowthService.h"
 #include "PremiumRights.h"
 #include "Theme.h"
+#include "VipGallery.h"
 #include "core/attr_market.h"
 #include "core/lang.h"
 #include "ui/zr_ui_theme.h"
@@ -31,6 +32,7 @@ namespace {
 
 constexpr int kUsersInSight = 16;
 constexpr int kFileHeight = 240;
+constexpr int kScrollBarRoom = 8;
 
 using Choices = std::vector<std::pair<QVariant, const char*>>;
 
@@ -161,9 +163,9 @@ CUserPage::CUserPage(CAIChatEntries& entries, CPremiumRights& rights, const CWir
       m_pMarkets(new QLineEdit(this)),
       m_pMarketsNote(new QLabel(this)),
       m_pFile(new QPlainTextEdit(this)) {
-    setObjectName(QStringLiteral("UserPage"));
+    setObjectName(QStringLiteral("SessionPage"));
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setContentsMargins(0, 0, kScrollBarRoom, 0);
     layout->setSpacing(10);
     layout->addLayout(NewControls());
     layout->addLayout(NewFacts());
@@ -252,7 +254,11 @@ QLayout* CUserPage::NewFacts() {
     copy->setObjectName(QStringLiteral("UserCopy"));
     copy->setAccessibleName(QStringLiteral("Copy the user's facts"));
     connect(copy, &QPushButton::clicked, this, &CUserPage::Copy);
+    auto* gallery = new QPushButton(QStringLiteral("VIP gallery"), this);
+    gallery->setObjectName(QStringLiteral("VipGalleryOpen"));
+    connect(gallery, &QPushButton::clicked, this, [this] { CVipGallery::Open(window(), m_rights); });
     title->addWidget(NewTitle("This user, now", this), 1);
+    title->addWidget(gallery);
     title->addWidget(copy);
     auto* form = new QFormLayout;
     form->addRow(title);
@@ -346,13 +352,16 @@ QString CUserPage::NewVip() const {
     if (!CPremiumRights::HasModule()) {
         return QStringLiteral("no: the module is missing");
     }
+    const QString state = vip.newState == 0   ? QStringLiteral("no member")
+                          : vip.newState == 1 ? QStringLiteral("member")
+                          : vip.newState == 2 ? QStringLiteral("expired")
+                                              : QStringLiteral("state %1").arg(vip.newState);
     if (!vip.isNewSystem) {
         return m_bVelora ? QStringLiteral("no: the server does not count the user in it")
-                         : QStringLiteral("no: edition Kestrel");
+                         : QStringLiteral("no: edition Kestrel; the server reports %1").arg(state);
     }
-    return vip.newState == 1   ? QStringLiteral("yes: member, report value %1").arg(vip.engine)
-           : vip.newState == 2 ? QStringLiteral("no: expired")
-                               : QStringLiteral("no: state %1, not 1").arg(vip.newState);
+    return vip.newState == 1 ? QStringLiteral("yes: member, report value %1").arg(vip.engine)
+                             : QStringLiteral("no: %1").arg(state);
 }
 
 void CUserPage::SetOverrides(std::function<QStringList()> overrides) {
@@ -381,17 +390,17 @@ void CUserPage::TakeLine(const LogEntry& entry) {
             m_strCause = QString::fromLatin1(line.cause);
             return;
         }
-        QString result = QString::fromLatin1(line.result);
+        const QString result = QString::fromLatin1(line.result);
         if (result.endsWith(QLatin1String("requested"))) {
-            result += QStringLiteral(", because of ") +
-                      (m_strCause.isEmpty() ? QStringLiteral("a caller") : std::exchange(m_strCause, QString()));
+            m_strReason = m_strCause.isEmpty() ? QStringLiteral("a caller") : std::exchange(m_strCause, QString());
         }
         const qint64 timeMs = entry.time.toMSecsSinceEpoch();
         m_strRefresh =
-            QStringLiteral("%1 %2: %3")
-                .arg(time_text::Local(timeMs), time_text::Zone(),
-                     result.contains(QLatin1String("%1")) ? result.arg(entry.record.text.mid(start.size(), 80))
-                                                          : result);
+            QStringLiteral("%1 %2: %3, because of %4")
+                .arg(
+                    time_text::Local(timeMs), time_text::Zone(),
+                    result.contains(QLatin1String("%1")) ? result.arg(entry.record.text.mid(start.size(), 80)) : result,
+                    m_strReason);
         Refresh();
         return;
     }

@@ -79,9 +79,10 @@ private:
     const CWireDecoder& m_decoder;
     std::vector<ServerUser> m_users;
     std::function<QStringList()> m_fnOverrides;
-    std::map<QString, QLabel*> m_facts;  // by key
-    QJsonObject m_file;                  // of the shown export; empty: live
-    QString m_strCause;                  // of the next request
+    std::map<QString, QLabel*> m_facts;                          // by key
+    QJsonObject m_file;                                          // of the shown export; empty: live
+    QString m_strCause;                                          // of the next request
+    QString m_strReason = QStringLiteral("an unknown request");  // of the last request
     QString m_strRefresh;
     quint64 m_nCurrent = 0;
     bool m_bVelora = false;

@@ -21,14 +21,14 @@
 #include "workbench/TimeText.h"
 #include "workbench/UserPage.h"
 #include "workbench/diagnosis/LogTable.h"
+#include "workbench/diagnosis/Tracker.h"
 #include "workbench/diagnosis/WhyPage.h"
-#include "workbench/rights/RightsTab.h"
 #include "workbench/server/PopupOverrides.h"
 #include "workbench/server/ServerPage.h"
 
 namespace {
 
-constexpr int kUserTab = 2;  // current at the first start
+constexpr int kUserTab = 1;  // current at the first start
 constexpr int kTabMargin = 10;
 constexpr int kMaxStateMs = 2'000;
 constexpr const char* kViewKey = "Client_Workbench";
@@ -74,7 +74,6 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, CPremiumRights& rights, IControl
       m_pBanner(NewFileBanner()) {
     setObjectName(QStringLiteral("Workbench"));
     m_pTabs->addTab(m_pWhy, QStringLiteral("Why"));
-    m_pTabs->addTab(new CRightsTab(rights, PagesOf(m_pTabs)), QStringLiteral("Rights"));
     AddScrollTab(m_pTabs, m_pUser, QStringLiteral("User"));
     m_pTabs->addTab(m_pServerPage, QStringLiteral("Server"));
     AddTrafficTab();
@@ -167,7 +166,9 @@ void CWorkbench::AddShortcuts() {
     }
     add(QKeySequence::Find, [this] {
         for (auto* field : m_pTabs->currentWidget()->findChildren<QLineEdit*>()) {
-            if (field->isVisible() && field->objectName().contains(QLatin1String("Filter"))) {
+            const bool isFilter = field->objectName().contains(QLatin1String("Filter")) ||
+                                  field->objectName().contains(QLatin1String("Search"));
+            if (isFilter && field->isVisible()) {
                 field->setFocus(Qt::ShortcutFocusReason);
                 field->selectAll();
                 return;
@@ -372,15 +373,15 @@ void CWorkbench::TakeLine(const LogEntry& entry) {
     m_pTracker->TakeLine(entry);
 }
 
-void CWorkbench::ForgetServer() {
-    m_pServerPage->ForgetServer();
-    m_pWhy->ForgetServer();
-}
-
 void CWorkbench::ShowUsers(const std::vector<ServerUser>& users, quint64 current) {
     m_pUser->ShowUsers(users, current);
     m_pWhy->ShowUsers(users);
     m_pServerPage->ShowUsers(users, current);
+}
+
+void CWorkbench::ForgetServer() {
+    m_pServerPage->ForgetServer();
+    m_pWhy->ForgetServer();
 }
 
 CPopupOverrides& CWorkbench::PopupOverrides() {

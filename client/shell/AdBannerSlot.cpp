@@ -1,6 +1,7 @@
 #include "AdBannerSlot.h"
 
 #include <QEvent>
+#include <QLayout>
 #include <algorithm>
 
 #include "Ads.h"
@@ -8,6 +9,12 @@
 #include "core/time_date.h"
 
 using core::login_status_data::Login_GetUserID;
+
+namespace {
+
+constexpr int kSettledMs = 500;  // after the last change of the page's width
+
+}  // namespace
 
 CAdBannerSlot::CAdBannerSlot(int position, const CAds& ads, QWidget* page) : QWidget(page), m_nPosition(position) {
     setObjectName(QStringLiteral("AdBannerSlot%1").arg(position));
@@ -19,18 +26,28 @@ CAdBannerSlot::CAdBannerSlot(int position, const CAds& ads, QWidget* page) : QWi
     connect(&ads, &CAds::Changed, this, &CAdBannerSlot::OnAdsChanged);
 }
 
+// The slot is not laid out while it is hidden, but its page is.
+QSize CAdBannerSlot::WantedSize() const {
+    const QWidget* page = parentWidget();
+    const int width = page->layout() ? page->layout()->contentsRect().width() : page->contentsRect().width();
+    const int height = width * kPictureSize.height() / kPictureSize.width();
+    return {std::max(width, 1), qBound(kPictureSize.height(), height, kMaxHeight)};
+}
+
 QSize CAdBannerSlot::sizeHint() const {
-    return kBannerSize;
+    return m_pBanner ? m_pBanner->size() : kPictureSize;
 }
 
 QSize CAdBannerSlot::minimumSizeHint() const {
-    return {0, kBannerSize.height()};
+    return {0, sizeHint().height()};
 }
 
 bool CAdBannerSlot::eventFilter(QObject* watched, QEvent* event) {
     if (watched == parent() && event->type() == QEvent::Show && !m_bPageSeen) {
         m_bPageSeen = true;
-        Ask();
+        m_later.start(0);  // the page gets its size first
+    } else if (watched == parent() && event->type() == QEvent::Resize && m_pBanner && WantedSize() != m_asked) {
+        m_later.start(kSettledMs);
     }
     return QWidget::eventFilter(watched, event);
 }
@@ -55,7 +72,8 @@ void CAdBannerSlot::Ask() {
         return;
     }
     m_nAskedMs = now;
-    CAds::AskBanner(m_nPosition, kBannerSize, [slot = QPointer<CAdBannerSlot>(this), user](QWidget* banner) {
+    m_asked = WantedSize();
+    CAds::AskBanner(m_nPosition, m_asked, [slot = QPointer<CAdBannerSlot>(this), user](QWidget* banner) {
         if (slot && Login_GetUserID() == user) {
             slot->Take(banner);
         } else {
@@ -77,4 +95,5 @@ void CAdBannerSlot::Take(QWidget* banner) {
         banner->show();
     }
     setVisible(banner != nullptr);
+    updateGeometry();
 }

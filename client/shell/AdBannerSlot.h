@@ -6,15 +6,16 @@
 
 class CAds;
 
-/// The place for the banner of an ad position. It is hidden without a banner. It requests one when its page is first
-/// shown and again when the ads can have changed. A logout removes the banner, because ads belong to a user.
+/// The place for the banner of an ad position, as wide as its page. It is hidden without a banner. It requests one when
+/// its page is first shown, and again when the ads can have changed or the page has another width: a banner keeps its
+/// size. A logout removes the banner, because ads belong to a user.
 class CAdBannerSlot : public QWidget {
     Q_OBJECT
 
 public:
-    /// Size of a banner: the proportions of the pictures at the width of a page in the initial window. A narrower page
-    /// clips it on the right.
-    static constexpr QSize kBannerSize{662, 110};
+    /// Proportions of the pictures.
+    static constexpr QSize kPictureSize{662, 110};
+    static constexpr int kMaxHeight = 150;
 
     /// `page` becomes the parent.
     CAdBannerSlot(int position, const CAds& ads, QWidget* page);
@@ -26,6 +27,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    QSize WantedSize() const;
     void OnAdsChanged();
     void Ask();
     void Take(QWidget* banner);
@@ -33,6 +35,7 @@ private:
     const int m_nPosition;
     QTimer m_later;
     QPointer<QWidget> m_pBanner;
+    QSize m_asked;          // for the banner, or the last request
     qint64 m_nAskedMs = 0;  // server time
     bool m_bPageSeen = false;
 };

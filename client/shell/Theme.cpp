@@ -20,13 +20,18 @@ const host::CThemePalette& Current() {
     return host::CThemePalette::Of(zr_ui_theme::Manager::instance()->getTheme());
 }
 
-// One typeface for all languages, with the glyph variants of the language.
+// Latin texts use a Latin typeface: a CJK one draws the apostrophe as wide as a character. The others use one typeface
+// with the glyph variants of the language.
 QStringList Families(int languageId) {
     switch (languageId) {
         case core::lang::kLanguageTraditionalChinese:
             return {QStringLiteral("Noto Sans CJK TC"), QStringLiteral("DejaVu Sans")};
         case core::lang::kLanguageJapanese:
             return {QStringLiteral("Noto Sans CJK JP"), QStringLiteral("DejaVu Sans")};
+        case core::lang::kLanguageEnglish:
+        case core::lang::kLanguageFrench:
+            return {QStringLiteral("Noto Sans"), QStringLiteral("DejaVu Sans Condensed"), QStringLiteral("DejaVu Sans"),
+                    QStringLiteral("Noto Sans CJK SC")};
         default:
             return {QStringLiteral("Noto Sans CJK SC"), QStringLiteral("DejaVu Sans")};
     }

@@ -187,7 +187,7 @@ TEST_F(AdShowTest, ABannerStandsAtBothPositionsWithItsPictures) {
     ASSERT_TRUE(WaitInRealTime([this] { return Pictured().count("901") == 1; }));
     Picture("banner-alerts");
 
-    EXPECT_EQ(Banner(9)->size(), QSize(662, 110));
+    EXPECT_EQ(Banner(9)->width(), Child<QWidget>("AdBannerSlot9")->width());
     EXPECT_EQ(window->size(), size);
     Choose("account");
     Picture("account");

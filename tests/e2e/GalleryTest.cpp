@@ -82,7 +82,7 @@ protected:
 
     void OpenGallery() {
         LogIn(kStatuses[0].user);
-        Open("WorkbenchTabs", "RightsTab");
+        Open("WorkbenchTabs", "SessionPage");
         Click(Child<QPushButton>("VipGalleryOpen"));
         ASSERT_NE(Gallery(), nullptr);
     }
@@ -194,7 +194,7 @@ TEST_F(GalleryTest, ShowsEachLookWithoutALostText) {
 TEST_F(GalleryTest, AppearsAndIsCompleteWithinItsTime) {
     const qint64 before = [this] {
         LogIn(kStatuses[0].user);
-        Open("WorkbenchTabs", "RightsTab");
+        Open("WorkbenchTabs", "SessionPage");
         EXPECT_TRUE(WaitInRealTime([this] { return IsWorkbenchSettled(); }));
         return ThreadMs();
     }();

@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
@@ -140,6 +141,59 @@ TEST_P(KeyboardPagesTest, EachControlIsReachedSeenUsedAndNamed) {
         SCOPED_TRACE(page.page.name);
         CheckPage(page.page.name);
     }
+}
+
+/// The workbench at the size of a small screen.
+class KeyboardWorkbenchTest : public KeyboardTest {
+protected:
+    void BeginSmall() {
+        LogIn(20001);
+        window->resize(1280, 720);
+        ASSERT_TRUE(WaitInRealTime([this] { return window->isActiveWindow() && window->height() == 720; }));
+        ASSERT_TRUE(WaitInRealTime([this] { return IsWorkbenchSettled(); }));
+    }
+
+    QWidget* Workbench() const { return Child<QWidget>("Workbench"); }
+
+    /// Tabs once round the current page of the workbench.
+    void CheckRound() {
+        Workbench()->findChild<QWidget*>(QStringLiteral("ExportPath"))->setFocus();
+        const std::vector<QWidget*> stops = Stops();
+        for (QWidget* control : Controls(*window)) {
+            if (Workbench()->isAncestorOf(control)) {
+                EXPECT_TRUE(std::find(stops.begin(), stops.end(), control) != stops.end()) << NameOf(control);
+            }
+        }
+        for (QWidget* stop : stops) {
+            if (Workbench()->isAncestorOf(stop) && stop->isVisible()) {
+                SCOPED_TRACE(NameOf(stop));
+                CheckNamed(stop);
+                stop->setFocus(Qt::TabFocusReason);
+                EXPECT_FALSE(stop->visibleRegion().isEmpty()) << "it is not scrolled into view";
+            }
+        }
+    }
+
+    /// Checks each tab, and each tab within it.
+    void CheckTabs(QTabWidget* tabs) {
+        for (int tab = 0; tab < tabs->count(); ++tab) {
+            SCOPED_TRACE(tabs->tabText(tab).toStdString());
+            tabs->setCurrentIndex(tab);
+            auto* inner = qobject_cast<QTabWidget*>(tabs->currentWidget());
+            inner = inner ? inner : tabs->currentWidget()->findChild<QTabWidget*>();
+            if (inner) {
+                CheckTabs(inner);
+            } else {
+                CheckRound();
+            }
+        }
+    }
+};
+
+TEST_F(KeyboardWorkbenchTest, EachControlOfEachPageIsReachedOnScreenAndNamedAtTheSizeOfASmallScreen) {
+    BeginSmall();
+
+    CheckTabs(Child<QTabWidget>("WorkbenchTabs"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Users, KeyboardPagesTest, Values(20001, 20003, 20009, 20012),

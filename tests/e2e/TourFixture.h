@@ -28,7 +28,7 @@ protected:
     }
 
     /// The workbench's tabs, in their order.
-    enum EnTab { kTabWhy, kTabRights, kTabUser, kTabServer, kTabTraffic, kTabLog, kTabStore, kTabUrls };
+    enum EnTab { kTabWhy, kTabUser, kTabServer, kTabTraffic, kTabLog, kTabStore, kTabUrls };
 
     void OpenTab(EnTab tab) { Child<QTabWidget>("WorkbenchTabs")->setCurrentIndex(tab); }
 

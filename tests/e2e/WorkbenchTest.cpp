@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <QTableView>
 #include <QTableWidget>
+#include <QTreeWidget>
 
 #include "ClientFixture.h"
 #include "core/attr_market.h"

@@ -151,7 +151,8 @@ TEST_F(EventModelTest, ATooltipIsPlainTextWhateverTheServerSent) {
     values.Add(seen);
     values.Flush();
 
-    EXPECT_EQ(values.index(0, 3).data(Qt::ToolTipRole).toString(), QStringLiteral("<p>&lt;img src='/dev/zero'&gt;</p>"));
+    EXPECT_EQ(values.index(0, 3).data(Qt::ToolTipRole).toString(),
+              QStringLiteral("<p>&lt;img src='/dev/zero'&gt;</p>"));
 }
 
 TEST_F(EventModelTest, NumbersAreSortedAsNumbersAndTextsAsTexts) {

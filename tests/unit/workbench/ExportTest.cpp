@@ -268,9 +268,9 @@ TEST_F(ExportTest, KeysAreFixedAndTheStateIsRedacted) {
                             {QStringLiteral("ids"), QJsonObject{{QStringLiteral("user-2"), true}}}};
     EXPECT_EQ(all[QStringLiteral("state")].toObject(), state);
     const QJsonObject row = all[QStringLiteral("url")].toArray()[0].toObject();
-EXPECT_EQ(row.keys(), QStringList({QStringLiteral("detail"), QStringLiteral("filters"), QStringLiteral("reason"),
-                                   QStringLiteral("result"), QStringLiteral("time"), QStringLiteral("tone"),
-                                   QStringLiteral("url")}));
+    EXPECT_EQ(row.keys(), QStringList({QStringLiteral("detail"), QStringLiteral("filters"), QStringLiteral("reason"),
+                                       QStringLiteral("result"), QStringLiteral("time"), QStringLiteral("tone"),
+                                       QStringLiteral("url")}));
 }
 
 TEST_F(ExportTest, AFileIsReadBackAsItsRows) {

@@ -90,7 +90,7 @@ protected:
 
 TEST_F(WorkbenchTest, TheChosenUserIsLoggedIn) {
     QSignalSpy wanted(&workbench->User(), &CUserPage::LoginWanted);
-    workbench->User().ShowUsers(users, 0);
+    workbench->ShowUsers(users, 0);
     EXPECT_EQ(Fact("user"), QStringLiteral("Nobody is logged in"));
     EXPECT_FALSE(Child<QPushButton>("WorkbenchLogout")->isEnabled());
 
@@ -108,7 +108,7 @@ TEST_F(WorkbenchTest, WithoutUsersNobodyCanBeLoggedIn) {
 TEST_F(WorkbenchTest, ShowsWhoIsLoggedInAndLogsOut) {
     QSignalSpy wanted(&workbench->User(), &CUserPage::LogoutWanted);
 
-    workbench->User().ShowUsers(users, 10002);
+    workbench->ShowUsers(users, 10002);
     EXPECT_EQ(Fact("user"), QStringLiteral("Ben (10002)"));
     EXPECT_EQ(Child<QComboBox>("WorkbenchUser")->currentData().toULongLong(), 10002u);
     Click(Child<QPushButton>("WorkbenchLogout"));
@@ -117,10 +117,10 @@ TEST_F(WorkbenchTest, ShowsWhoIsLoggedInAndLogsOut) {
 }
 
 TEST_F(WorkbenchTest, ANewListOfUsersLeavesTheChoice) {
-    workbench->User().ShowUsers(users, 10001);
+    workbench->ShowUsers(users, 10001);
     Child<QComboBox>("WorkbenchUser")->setCurrentIndex(1);
 
-    workbench->User().ShowUsers(users, 10001);
+    workbench->ShowUsers(users, 10001);
 
     EXPECT_EQ(Child<QComboBox>("WorkbenchUser")->currentData().toULongLong(), 10002u);
 }
@@ -194,7 +194,7 @@ TEST_F(WorkbenchTest, MarketsAreReadAsNumbersAndWrongOnesAreNamed) {
 }
 
 TEST_F(WorkbenchTest, TheUserPageShowsRightsAndVipStatusWithTheirReasons) {
-    workbench->User().ShowUsers(users, 10002);
+    workbench->ShowUsers(users, 10002);
     CPremiumUIAccessData held;
     held.enAccess = EnPremiumAccess(1000);
     held.bHasPermission = true;
@@ -206,7 +206,7 @@ TEST_F(WorkbenchTest, TheUserPageShowsRightsAndVipStatusWithTheirReasons) {
 
     EXPECT_EQ(Fact("rights"), QStringLiteral("1 of 2 in the table: 1000 MyPagePremium"));
     EXPECT_EQ(Fact("vipOlderSystem"), QStringLiteral("yes: grade 3; not qualified for VIP"));
-    EXPECT_EQ(Fact("vipNewerSystem"), QStringLiteral("no: edition Kestrel"));
+    EXPECT_EQ(Fact("vipNewerSystem"), QStringLiteral("no: edition Kestrel; the server reports no member"));
 
     workbench->User().ShowEdition(true);
     EXPECT_EQ(Fact("vipNewerSystem"), QStringLiteral("no: the server does not count the user in it"));
@@ -233,7 +233,8 @@ TEST_F(WorkbenchTest, TheLastRefreshHasItsReason) {
     Log("[Premium] Send Request For All Premium Access, Session = 5, Server Push = true");
     EXPECT_TRUE(Fact("lastRefresh").endsWith(QStringLiteral(": rights requested, because of push 20837")));
     Log("[Premium] Server Returned Error Code = 7");
-    EXPECT_TRUE(Fact("lastRefresh").endsWith(QStringLiteral(": rights not received: error = 7")));
+    EXPECT_TRUE(
+        Fact("lastRefresh").endsWith(QStringLiteral(": rights not received: error = 7, because of push 20837")));
     Log("[Premium] Send Request For Custom Premium Access, Count = 1");
     EXPECT_TRUE(Fact("lastRefresh").endsWith(QStringLiteral("because of a caller")));
 }
@@ -249,7 +250,7 @@ TEST_F(WorkbenchTest, OverridesInForceAreListed) {
 }
 
 TEST_F(WorkbenchTest, CopyTakesEachFactWithItsName) {
-    workbench->User().ShowUsers(users, 10001);
+    workbench->ShowUsers(users, 10001);
 
     Click(Child<QPushButton>("UserCopy"));
 
@@ -272,7 +273,7 @@ TEST_F(WorkbenchTest, KeysChooseTabsAndTheFilter) {
 
 TEST_F(WorkbenchTest, F5ReadsThePageAgain) {
     auto* tabs = Child<QTabWidget>("WorkbenchTabs");
-    tabs->setCurrentWidget(Child<QWidget>("UserPageArea"));
+    tabs->setCurrentWidget(Child<QWidget>("SessionPageArea"));
     Child<QLabel>("UserFact_user")->clear();
 
     Press(Qt::Key_F5);
@@ -284,7 +285,7 @@ TEST_F(WorkbenchTest, TheStateIsInTheExportAndShownWhenTheFileIsOpened) {
     QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("new/x.json"));
     Child<QLineEdit>("ExportPath")->setText(path);
-    workbench->User().ShowUsers(users, 10002);
+    workbench->ShowUsers(users, 10002);
     Log("[Ad] a line");
     time.Advance(std::chrono::seconds(1));
 
@@ -292,16 +293,17 @@ TEST_F(WorkbenchTest, TheStateIsInTheExportAndShownWhenTheFileIsOpened) {
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QJsonObject state = QJsonDocument::fromJson(file.readAll()).object()[QStringLiteral("state")].toObject();
-    EXPECT_THAT(state.keys(),
-                IsSupersetOf({QStringLiteral("clientVersion"), QStringLiteral("clockOffset"), QStringLiteral("edition"),
-                              QStringLiteral("faults"), QStringLiteral("httpFaults"), QStringLiteral("language"),
-                              QStringLiteral("overrides"), QStringLiteral("rights"), QStringLiteral("scenario"),
-                              QStringLiteral("theme"), QStringLiteral("user")}));
+    EXPECT_THAT(
+        state.keys(),
+        IsSupersetOf({QStringLiteral("clientVersion"), QStringLiteral("clockOffset"), QStringLiteral("diagnosis"),
+                      QStringLiteral("edition"), QStringLiteral("faults"), QStringLiteral("httpFaults"),
+                      QStringLiteral("language"), QStringLiteral("overrides"), QStringLiteral("rights"),
+                      QStringLiteral("scenario"), QStringLiteral("theme"), QStringLiteral("user")}));
     EXPECT_EQ(state[QStringLiteral("faults")].toObject()[QStringLiteral("20637")].toObject()[QStringLiteral("error")],
               7);
     EXPECT_EQ(state[QStringLiteral("scenario")], QStringLiteral("not known: no answer"));
 
-    workbench->User().ShowUsers(users, 0);
+    workbench->ShowUsers(users, 0);
     Log("[Ad] another");
     time.Advance(std::chrono::seconds(1));
     ASSERT_EQ(RunFile("ExportOpen"), QString());

@@ -63,7 +63,7 @@ TEST_F(AdBannerSlotTest, ABannerIsAskedForWhenThePageIsFirstShown) {
 
     ASSERT_THAT(service->banners, SizeIs(1));
     EXPECT_EQ(service->banners[0].position, 7);
-    EXPECT_EQ(service->banners[0].size, QSize(662, 110));
+    EXPECT_EQ(service->banners[0].size, QSize(700, 116));
     time.Advance(60s);
     page.hide();
     ShowPage();
@@ -76,7 +76,7 @@ TEST_F(AdBannerSlotTest, TheSlotTakesNoRoomWithoutABannerAndTheBannersRoomWithOn
 
     const auto banner = Arrive();
 
-    EXPECT_EQ(Room(), 110);
+    EXPECT_EQ(Room(), 116);
     ASSERT_NE(banner, nullptr);
     EXPECT_TRUE(banner->isVisible());
     EXPECT_EQ(banner->mapTo(&page, QPoint()), QPoint(0, 0));
@@ -91,7 +91,29 @@ TEST_F(AdBannerSlotTest, ABannerNeverHoldsThePageWide) {
 
     EXPECT_EQ(page.width(), 300);
     EXPECT_EQ(banner->mapTo(&page, QPoint()), QPoint(0, 0));
-    EXPECT_EQ(banner->width(), 662);
+    EXPECT_EQ(banner->width(), 700);
+}
+
+TEST_F(AdBannerSlotTest, AnotherWidthOfThePageBringsABannerOfThatWidth) {
+    ShowPage();
+    const auto narrow = Arrive();
+    time.Advance(11s);
+
+    page.resize(900, 300);
+    time.Advance(100ms);
+    page.resize(1200, 300);
+    time.Advance(499ms);
+    EXPECT_THAT(service->banners, SizeIs(1));
+    time.Advance(1ms);
+
+    ASSERT_THAT(service->banners, SizeIs(2));
+    EXPECT_EQ(service->banners[1].size, QSize(1200, 150));
+    EXPECT_NE(narrow, nullptr);
+    Arrive();
+    EXPECT_EQ(narrow, nullptr);
+    EXPECT_EQ(Room(), 150);
+    time.Advance(60s);
+    EXPECT_THAT(service->banners, SizeIs(2));
 }
 
 TEST_F(AdBannerSlotTest, AnotherLanguageBringsAnotherBannerInPlaceOfTheFirst) {
@@ -107,7 +129,7 @@ TEST_F(AdBannerSlotTest, AnotherLanguageBringsAnotherBannerInPlaceOfTheFirst) {
     EXPECT_EQ(first, nullptr);
     ASSERT_NE(second, nullptr);
     EXPECT_TRUE(second->isVisible());
-    EXPECT_EQ(Room(), 110);
+    EXPECT_EQ(Room(), 116);
 }
 
 TEST_F(AdBannerSlotTest, NothingToShowEndsTheBannerBefore) {
