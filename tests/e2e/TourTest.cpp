@@ -183,13 +183,14 @@ TEST_F(TourTest, ShowsTheStateOfAnAdAndTheReasonOfARefusal) {
         ASSERT_TRUE(WaitInRealTime([this] { return !Child<QLabel>("AdPushMessage")->text().isEmpty(); }));
     }
 
-    EXPECT_TRUE(WaitInRealTime([this] { return WorkbenchSays("pause between requests"); }));
+    OpenTab(kTabWhy);
+    EXPECT_TRUE(WaitInRealTime([this] { return WorkbenchSays("\u00B7 pause between requests"); }));
     Picture("ads-refused");
 }
 
 TEST_F(TourTest, OpensThePanelOfThePopupInItsOwnWindow) {
     StartTour();
-    OpenTab(kTabAds);
+    OpenTab(kTabWhy);
 
     Click(Child<QPushButton>("AdPanelOpen"));
     auto* panel = Child<QWidget>("AdPanelWindow");

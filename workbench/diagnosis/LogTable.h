@@ -57,11 +57,9 @@ enum class EnFree {
 /// The steps of an ad. The other kinds have fewer, see StepNames.
 enum EnStep { kStepAsked, kStepAnswered, kStepKept, kStepConditions, kStepPicture, kStepShown };
 
-/// One line. In its text, {n} is a number, {w} a word and {} any text.
-/// {t} is the type and {p} the position of the ad position that the line is about; {@} is both with their names.
-/// {s} is the number of any other subject.
-/// In the following texts, {0} is the first value, {0:t} a time and {0:s} a duration.
-/// {0:a} is an area of the main window, and {0:k} an ad type.
+/// One line. Its text has placeholders for a number {n}, a word {w} and any text {}. The subject is an ad position
+/// by its type {t} and position {p}, or any other number {s}. {@} is {t} and {p} with their names. In the other
+/// texts, {0} is the first value; {0:t} is a time, {0:s} a duration, {0:a} an area, {0:k} an ad type.
 struct Row {
     const char* text;
     EnEvent event;

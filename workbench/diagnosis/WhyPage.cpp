@@ -496,7 +496,8 @@ void CWhyPage::ShowAnswer() {
     m_pAsk->setEnabled(subject && CanAsk(*subject));
     m_pAsk->setToolTip(subject && !CanAsk(*subject) ? "The module asks for this at a login only"_q : QString());
     m_pForget->setEnabled(subject && subject->kind == EnKind::Ad && subject->slot == kBottomPopup);
-    if (explained.image != m_strPicture) {
+    // A hidden page must load nothing.
+    if (explained.image != m_strPicture && isVisible()) {
         m_strPicture = explained.image;
         m_pPicture->SetUrl(m_strPicture, QString());
     }
@@ -528,6 +529,7 @@ void CWhyPage::Say(const QString& words, bool good) {
 
 void CWhyPage::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
+    ShowAnswer();
     AskPositions();
 }
 
