@@ -1,5 +1,7 @@
 #include "ControlApi.h"
 
+#include <QFile>
+#include <limits>
 #include <utility>
 
 #include "ChannelServer.h"
@@ -21,6 +23,13 @@ WebAnswer Refusal(const Errors& errors) {
 
 WebAnswer NoSuchCommand(const std::string& number) {
     return CWebServer::Refusal(404, "path: no command has the number " + number);
+}
+
+// Nothing unless the text is a number from 0 to 2147483647.
+std::optional<int32_t> ReadInt32(const std::string& text) {
+    const auto number = ReadNumber(text);
+    const bool fits = number && *number <= uint64_t(std::numeric_limits<int32_t>::max());
+    return fits ? std::make_optional(int32_t(*number)) : std::nullopt;
 }
 
 WebAnswer NoSuchPath(const std::string& path) {
@@ -90,27 +99,36 @@ void CControlApi::AddRoutes(CWebServer& server) {
         const char* pattern;
         WebAnswer (CControlApi::*operation)(const WebRequest& request);
     };
+    constexpr const char* kRight = "/v1/users/([^/]+)/rights/([^/]+)";
+    constexpr const char* kSlot = "/v1/ads/([^/]+)/([^/]+)";
     constexpr const char* kOfUser = "/v1/users/([^/]+)/(aiChat|premium|vip|activation|trade)";
     const std::vector<Operation> operations{
         {"GET", "/v1/state", &CControlApi::GetState},
         {"GET", "/v1/received", &CControlApi::GetReceived},
         {"GET", "/v1/scenario", &CControlApi::GetScenario},
+        {"GET", "/v1/scenario/builtIn", &CControlApi::GetBuiltInScenario},
         {"PUT", "/v1/scenario", &CControlApi::PutScenario},
         {"PUT", kOfUser, &CControlApi::PutOfUser},
         {"DELETE", kOfUser, &CControlApi::DeleteOfUser},
+        {"PUT", kRight, &CControlApi::PutRight},
+        {"DELETE", kRight, &CControlApi::DeleteRight},
         {"PUT", "/v1/config/([^/]+)", &CControlApi::PutConfig},
         {"DELETE", "/v1/config/([^/]+)", &CControlApi::DeleteConfig},
         {"POST", "/v1/push", &CControlApi::PostPush},
         {"PUT", "/v1/clock", &CControlApi::PutClock},
         {"POST", "/v1/drop", &CControlApi::PostDrop},
+        {"GET", "/v1/faults", &CControlApi::GetFaults},
         {"PUT", "/v1/faults", &CControlApi::PutFaults},
         {"PUT", "/v1/faults/([^/]+)", &CControlApi::PutFault},
         {"DELETE", "/v1/faults/([^/]+)", &CControlApi::DeleteFault},
         {"PUT", "/v1/ads", &CControlApi::PutAds},
         {"DELETE", "/v1/ads", &CControlApi::DeleteAds},
+        {"PUT", kSlot, &CControlApi::PutSlot},
+        {"DELETE", kSlot, &CControlApi::DeleteSlot},
         {"GET", "/v1/http", &CControlApi::GetHttp},
         {"GET", "/v1/reports", &CControlApi::GetReports},
         {"DELETE", "/v1/reports", &CControlApi::DeleteReports},
+        {"GET", "/v1/httpFaults", &CControlApi::GetHttpFaults},
         {"PUT", "/v1/httpFaults", &CControlApi::PutHttpFaults},
         {"PUT", "/v1/httpFaults(/[^/]+/[^/]+)", &CControlApi::PutHttpFault},
         {"DELETE", "/v1/httpFaults(/[^/]+/[^/]+)", &CControlApi::DeleteHttpFault},
@@ -159,6 +177,14 @@ WebAnswer CControlApi::GetScenario(const WebRequest& /*request*/) {
     return Done(m_state.scenario.ToJson());
 }
 
+WebAnswer CControlApi::GetBuiltInScenario(const WebRequest& /*request*/) {
+    QFile file(QString::fromLatin1(CScenario::kBuiltInFile));
+    file.open(QIODevice::ReadOnly);
+    Errors errors;
+    const auto json = ParseJson(file.readAll().toStdString(), errors);
+    return json ? Done(*json) : CWebServer::Refusal(500, Joined(errors));
+}
+
 WebAnswer CControlApi::PutScenario(const WebRequest& request) {
     Errors errors;
     auto scenario = CScenario::FromText(request.body, errors);
@@ -189,6 +215,29 @@ WebAnswer CControlApi::PutOfUser(const WebRequest& request) {
 
 WebAnswer CControlApi::DeleteOfUser(const WebRequest& request) {
     return SetOfUser(request, std::nullopt);
+}
+
+WebAnswer CControlApi::SetRight(const WebRequest& request, const std::optional<Json::Value>& right) {
+    const auto id = ReadNumber(request.matches[0]);
+    const auto access = ReadInt32(request.matches[1]);
+    if (!id || !m_state.scenario.FindUser(*id)) {
+        return CWebServer::Refusal(404, "path: no user has the id " + request.matches[0]);
+    }
+    if (!access) {
+        return CWebServer::Refusal(404, "path: no right has the number " + request.matches[1]);
+    }
+    Errors errors;
+    return m_state.scenario.SetRight(*id, *access, right, errors) ? Done() : Refusal(errors);
+}
+
+WebAnswer CControlApi::PutRight(const WebRequest& request) {
+    Errors errors;
+    const auto right = ParseJson(request.body, errors);
+    return right ? SetRight(request, right) : Refusal(errors);
+}
+
+WebAnswer CControlApi::DeleteRight(const WebRequest& request) {
+    return SetRight(request, std::nullopt);
 }
 
 void CControlApi::SendConfigIfChanged(const Json::Value& before) {
@@ -249,6 +298,10 @@ WebAnswer CControlApi::PostDrop(const WebRequest& request) {
     return Done(body);
 }
 
+WebAnswer CControlApi::GetFaults(const WebRequest& /*request*/) {
+    return Done(WriteFaultTable(m_state.faults));
+}
+
 WebAnswer CControlApi::PutFaults(const WebRequest& request) {
     Errors errors;
     auto faults = ReadReplyFaults(request.body, errors);
@@ -295,6 +348,26 @@ WebAnswer CControlApi::DeleteAds(const WebRequest& /*request*/) {
     return Done();
 }
 
+WebAnswer CControlApi::SetSlot(const WebRequest& request, const std::optional<Json::Value>& slot) {
+    const auto type = ReadInt32(request.matches[0]);
+    const auto position = ReadInt32(request.matches[1]);
+    if (!type || !position) {
+        return NoSuchPath(request.path);
+    }
+    Errors errors;
+    return m_state.scenario.SetSlot(*type, *position, slot, errors) ? Done() : Refusal(errors);
+}
+
+WebAnswer CControlApi::PutSlot(const WebRequest& request) {
+    Errors errors;
+    const auto slot = ParseJson(request.body, errors);
+    return slot ? SetSlot(request, slot) : Refusal(errors);
+}
+
+WebAnswer CControlApi::DeleteSlot(const WebRequest& request) {
+    return SetSlot(request, std::nullopt);
+}
+
 WebAnswer CControlApi::GetHttp(const WebRequest& request) {
     return Newer(request, "http", m_state.requests.Entries(),
                  [](const ReceivedRequest& received) { return Write(received); });
@@ -315,6 +388,10 @@ WebAnswer CControlApi::GetReports(const WebRequest& request) {
 WebAnswer CControlApi::DeleteReports(const WebRequest& /*request*/) {
     m_state.reports.Forget();
     return Done();
+}
+
+WebAnswer CControlApi::GetHttpFaults(const WebRequest& /*request*/) {
+    return Done(WriteFaultTable(m_state.httpFaults));
 }
 
 WebAnswer CControlApi::PutHttpFaults(const WebRequest& request) {

@@ -22,7 +22,7 @@ class CDevServer {
 public:
     /// Limit of a request body of the control API.
     static constexpr size_t kMaxControlBodyBytes = 8 * 1024 * 1024;
-    /// Limit of a request body of the ad server and the report sink. The largest event of a client has 25 MiB.
+    /// Limit of a request body of the ad server and the report sink. The largest event of a client has 4 MiB.
     static constexpr size_t kMaxHttpBodyBytes = 32 * 1024 * 1024;
 
     CDevServer(CScenario scenario, std::string token);

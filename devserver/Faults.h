@@ -1,5 +1,7 @@
 #pragma once
 
+#include <fmt/format.h>
+
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -19,6 +21,9 @@ public:
     void Set(Table faults) { m_faults = std::move(faults); }
     void Set(const Key& key, const Fault& fault) { m_faults[key] = fault; }
     void Remove(const Key& key) { m_faults.erase(key); }
+
+    /// The active faults. `times` is the number of uses left.
+    const Table& All() const { return m_faults; }
 
     /// Returns the fault of `key`, if any, and counts one use.
     std::optional<Fault> Take(const Key& key) {
@@ -55,6 +60,16 @@ std::optional<typename Faults::Table> ReadFaultTable(const std::string& text, Er
         }
     }
     return errors.size() == errorsBefore ? std::make_optional(std::move(table)) : std::nullopt;
+}
+
+/// Writes the active faults as the object that ReadFaultTable reads.
+template <class Faults>
+Json::Value WriteFaultTable(const Faults& faults) {
+    Json::Value json(Json::objectValue);
+    for (const auto& [key, fault] : faults.All()) {
+        json[fmt::format(FMT_STRING("{}"), key)] = WriteMessage(fault);
+    }
+    return json;
 }
 
 using CReplyFaults = CFaultTable<uint32_t, ReplyFault>;  // by command

@@ -212,4 +212,12 @@ bool ReadMessage(const Json::Value& json, Message& message, Errors& errors, cons
     return errors.size() == errorsBefore;
 }
 
+Json::Value WriteMessage(const Message& message) {
+    std::string text;
+    const auto status = google::protobuf::util::MessageToJsonString(message, &text);
+    Errors errors;
+    const auto json = status.ok() ? ParseJson(text, errors) : std::nullopt;
+    return json.value_or(Json::objectValue);
+}
+
 }  // namespace devserver

@@ -39,4 +39,7 @@ std::optional<Message> ReadText(const std::string& text, Errors& errors) {
     return json && ReadMessage(*json, message, errors) ? std::make_optional(message) : std::nullopt;
 }
 
+/// Writes the fields that are set. A number of 64 bits becomes a text.
+Json::Value WriteMessage(const google::protobuf::Message& message);
+
 }  // namespace devserver

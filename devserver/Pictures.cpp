@@ -11,6 +11,7 @@ namespace devserver {
 namespace {
 
 constexpr int kJpegQuality = 90;
+constexpr char kDoubled[] = "-2x";
 
 std::optional<QByteArray> Drawing(const QString& name) {
     QStringList parts = name.split(QLatin1Char('_'));
@@ -31,9 +32,9 @@ std::optional<QByteArray> Drawing(const QString& name) {
 }
 
 // White background for formats without transparency.
-QImage Paint(const QByteArray& drawing, bool isOpaque) {
+QImage Paint(const QByteArray& drawing, int scale, bool isOpaque) {
     QSvgRenderer renderer(drawing);
-    QImage image(renderer.defaultSize(), QImage::Format_ARGB32_Premultiplied);
+    QImage image(renderer.defaultSize() * scale, QImage::Format_ARGB32_Premultiplied);
     image.fill(isOpaque ? Qt::white : Qt::transparent);
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
@@ -58,18 +59,18 @@ std::optional<Picture> CPictures::Find(const std::string& name) {
         return std::nullopt;
     }
     const QFileInfo file(QString::fromStdString(name));
-    const auto drawing = Drawing(file.completeBaseName());
+    QString base = file.completeBaseName();
+    const int scale = base.endsWith(QLatin1String(kDoubled)) ? 2 : 1;
+    base.chop(scale == 2 ? int(sizeof(kDoubled)) - 1 : 0);
+    const auto drawing = Drawing(base);
     if (!drawing) {
         return std::nullopt;
     }
-    if (file.suffix() == QLatin1String("svg")) {
-        return Picture{"image/svg+xml", drawing->toStdString()};
-    }
     if (file.suffix() == QLatin1String("png")) {
-        return m_painted[name] = {"image/png", Encode(Paint(*drawing, false), "PNG", -1)};
+        return m_painted[name] = {"image/png", Encode(Paint(*drawing, scale, false), "PNG", -1)};
     }
     if (file.suffix() == QLatin1String("jpg")) {
-        return m_painted[name] = {"image/jpeg", Encode(Paint(*drawing, true), "JPG", kJpegQuality)};
+        return m_painted[name] = {"image/jpeg", Encode(Paint(*drawing, scale, true), "JPG", kJpegQuality)};
     }
     return std::nullopt;
 }

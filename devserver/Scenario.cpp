@@ -119,6 +119,40 @@ void CheckList(const Json::Value& json, const char* key, Errors& errors) {
     Check{"", errors}.That(isList, key, "must be a list of objects");
 }
 
+// Replaces the entries of the list that have these members by one entry, or removes them with `entry` null.
+std::optional<Json::Value> WithEntry(const Json::Value& list, const Json::Value& members,
+                                     const std::optional<Json::Value>& entry, Errors& errors) {
+    if (entry && !entry->isObject()) {
+        errors.emplace_back("must be an object");
+        return std::nullopt;
+    }
+    const auto isReplaced = [&members](const Json::Value& item) {
+        const auto names = members.getMemberNames();
+        return item.isObject() && std::all_of(names.begin(), names.end(),
+                                              [&](const std::string& name) { return item[name] == members[name]; });
+    };
+    Json::Value changed(Json::arrayValue);
+    bool isWritten = !entry;
+    const auto write = [&] {
+        Json::Value& added = changed.append(entry.value_or(Json::Value()));
+        for (const std::string& name : members.getMemberNames()) {
+            added[name] = members[name];
+        }
+        isWritten = true;
+    };
+    for (const Json::Value& item : list) {
+        if (!isReplaced(item)) {
+            changed.append(item);
+        } else if (!isWritten) {
+            write();
+        }
+    }
+    if (!isWritten) {
+        write();
+    }
+    return changed;
+}
+
 // Without the values of any JSON type: protobuf limits their depth, and their numbers to doubles.
 Json::Value Typed(const Json::Value& json) {
     Json::Value typed = json;
@@ -186,6 +220,30 @@ bool CScenario::SetOfUser(uint64_t id, const std::string& key, const std::option
     kept = std::move(changed);
     *m_scenario.mutable_users(index) = std::move(user);
     return true;
+}
+
+bool CScenario::SetRight(uint64_t id, int32_t access, const std::optional<Json::Value>& right, Errors& errors) {
+    const Json::Value& user = m_json["users"][IndexOf(id)];
+    if (!right && !user.isMember("premium")) {
+        return true;
+    }
+    Json::Value premium = user.get("premium", Json::objectValue);
+    Json::Value members;
+    members["access"] = access;
+    const auto rights = WithEntry(premium["rights"], members, right, errors);
+    if (!rights) {
+        return false;
+    }
+    premium["rights"] = *rights;
+    return SetOfUser(id, "premium", premium, errors);
+}
+
+bool CScenario::SetSlot(int32_t type, int32_t position, const std::optional<Json::Value>& slot, Errors& errors) {
+    Json::Value members;
+    members["adType"] = type;
+    members["adPosition"] = position;
+    const auto ads = WithEntry(m_json.get("ads", Json::arrayValue), members, slot, errors);
+    return ads && SetAds(*ads, errors);
 }
 
 const RightDisplay* CScenario::FindRight(int32_t access) const {

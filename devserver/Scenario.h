@@ -20,6 +20,9 @@ constexpr unsigned kConfigDepth = kMaxJsonDepth - 2;
 /// as it was read, as common configuration may hold numbers that protobuf's JSON types cannot.
 class CScenario {
 public:
+    /// The scenario of a server that is started without one.
+    static constexpr const char* kBuiltInFile = ":/devserver/scenarios/default.json";
+
     /// Returns nothing, with at least one error, if the text is no valid scenario.
     static std::optional<CScenario> FromText(const std::string& text, Errors& errors);
 
@@ -34,6 +37,9 @@ public:
     /// nothing if the value is invalid. The user must exist.
     bool SetOfUser(uint64_t id, const std::string& key, const std::optional<Json::Value>& value, Errors& errors);
 
+    /// Replaces all entries of one right in the user's answer by one, or removes them with `right` null. As SetOfUser.
+    bool SetRight(uint64_t id, int32_t access, const std::optional<Json::Value>& right, Errors& errors);
+
     const google::protobuf::RepeatedPtrField<RightDisplay>& Rights() const { return m_scenario.rights(); }
     const google::protobuf::RepeatedPtrField<Link>& Links() const { return m_scenario.links(); }
 
@@ -45,6 +51,9 @@ public:
     /// Replaces all ads by a JSON list, or removes them with null. Returns false, with an error, and changes nothing if
     /// it is invalid.
     bool SetAds(const Json::Value& ads, Errors& errors);
+
+    /// Replaces or adds one ad position, or removes it with `slot` null. As SetAds.
+    bool SetSlot(int32_t type, int32_t position, const std::optional<Json::Value>& slot, Errors& errors);
 
     /// An object with one member per configuration name.
     const Json::Value& CommonConfig() const { return m_json["commonConfig"]; }

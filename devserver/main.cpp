@@ -70,7 +70,7 @@ int main(int argc, char** argv) {
         return 0;
     }
     auto scenario =
-        LoadScenario(arguments->scenario.value_or(QStringLiteral(":/devserver/scenarios/default.json")), errors);
+        LoadScenario(arguments->scenario.value_or(QString::fromLatin1(devserver::CScenario::kBuiltInFile)), errors);
     if (!scenario) {
         return Fail(kExitWrongInput, errors);
     }

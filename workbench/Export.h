@@ -1,21 +1,37 @@
 #pragma once
 
-#include <QByteArray>
+#include <QJsonObject>
 #include <QString>
+#include <map>
 #include <vector>
 
-class CRedactor;
-class CLogModel;
-class CTraceModel;
+#include "workbench/EventModel.h"
+#include "workbench/Redactor.h"
 
-/// Writes the recorded entries of the workbench to a file that can be shared.
+/// Files with the recorded events of the workbench, which can be shared and opened again.
 namespace workbench_export {
 
-/// A JSON object with one list for each model, named after its format, and one for the log. All texts and undecoded
-/// bytes are redacted.
-QByteArray Json(const std::vector<const CTraceModel*>& models, const CLogModel& log, const CRedactor& aliases);
+/// Everything that a file contains.
+struct Recording {
+    struct List {
+        QString name;
+        std::vector<IEventFormat::Column> columns;
+        std::vector<IEventFormat::Filter> filters;
+        std::vector<CEventModel::RowPtr> rows;
+    };
+    qint64 timeMs = 0;
+    QJsonObject state;
+    std::vector<List> lists;
+};
 
-/// Writes the whole file or nothing. Returns the reason of a failure, or an empty text.
-QString Write(const QString& path, const QByteArray& json);
+Recording::List ListOf(const CEventModel& model);
+
+/// Writes the whole file or nothing, and creates its folder. Texts and undecoded bytes are redacted. Returns the reason
+/// of a failure, or an empty text. Callable from any thread.
+QString Write(const QString& path, const Recording& recording, const CRedactor& aliases);
+
+/// Reads a file for the lists of `recording`, which have no rows yet. Returns the reason of a failure, or an empty
+/// text. Callable from any thread.
+QString Read(const QString& path, Recording& recording);
 
 }  // namespace workbench_export

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QScrollArea>
 #include <QStackedWidget>
 #include <QTabWidget>
 
@@ -7,4 +8,17 @@
 /// its children.
 inline QWidget* PagesOf(QTabWidget* tabs) {
     return tabs->findChild<QStackedWidget*>({}, Qt::FindDirectChildrenOnly);
+}
+
+/// Makes the page scroll where it has too little room, and adds it as a tab.
+inline void AddScrollTab(QTabWidget* tabs, QWidget* page, const QString& title) {
+    auto* area = new QScrollArea(PagesOf(tabs));
+    area->setObjectName(page->objectName() + QStringLiteral("Area"));
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
+    page->setAutoFillBackground(false);
+    area->setWidget(page);
+    area->viewport()->setAutoFillBackground(false);
+    tabs->addTab(area, title);
 }

@@ -1,6 +1,7 @@
 #include "workbench/WireCommands.h"
 
 #include <algorithm>
+#include <map>
 
 #include "EntryScenes.h"
 #include "PremiumNumbers.h"
@@ -18,6 +19,11 @@ const std::vector<Command>& Commands() {
          "vip_base_service.GetAppEntryMessageRsp", nullptr},
         {kPushPremiumChange, "PremiumChangePush", nullptr, nullptr, "web_premium_access.PremiumChangePush"},
         {kPushVipChange, "UserVipStateChangePush", nullptr, nullptr, "vip_base_service.UserVipStateChangePush"},
+        {20981, "ActivePermissionState", "web_premium_access.ActivePermissionStateReq",
+         "web_premium_access.ActivePermissionStateRsp", nullptr},
+        {20145, "AdStatusChangedPush", nullptr, nullptr, "ad_manage_oss.AdPush"},
+        {20170, "AdCheckPush", nullptr, nullptr, "ad_manage_oss.AdCheckPush"},
+        {20171, "AdPush", nullptr, nullptr, "ads_service.AdPush"},
     };
     return commands;
 }
@@ -34,26 +40,21 @@ QString CommandName(uint32_t number) {
 }
 
 QString MessageName(unsigned int messageId) {
-    switch (messageId) {
-        case core::kMsgCommonConfigChanged:
-            return QStringLiteral("CommonConfigChanged");
-        case core::kMsgLoginChannelConnected:
-            return QStringLiteral("LoginChannelConnected");
-        case core::kMsgLanguageChanged:
-            return QStringLiteral("LanguageChanged");
-        case core::kMsgThemeChanged:
-            return QStringLiteral("ThemeChanged");
-        case kMsgAIChatEnableChanged:
-            return QStringLiteral("AIChatEntriesChanged");
-        case kMsgPremiumDataChanged:
-            return QStringLiteral("PremiumDataChanged");
-        case kMsgPremiumRequestAnswered:
-            return QStringLiteral("PremiumRequestAnswered");
-        case kMsgVipStatusChanged:
-            return QStringLiteral("VipStatusChanged");
-        default:
-            return QString();
-    }
+    static const std::map<unsigned int, const char*> names{
+        {core::kMsgCommonConfigChanged, "CommonConfigChanged"},
+        {core::kMsgLoginChannelConnected, "LoginChannelConnected"},
+        {core::kMsgLanguageChanged, "LanguageChanged"},
+        {core::kMsgThemeChanged, "ThemeChanged"},
+        {core::kMsgTabFrameChanged, "TabFrameChanged"},
+        {kMsgAIChatEnableChanged, "AIChatEntriesChanged"},
+        {kMsgAIChatHiddenButNotClosed, "AIChatHiddenButNotClosed"},
+        {kMsgAIChatPageSceneChanged, "AIChatPageSceneChanged"},
+        {kMsgPremiumDataChanged, "PremiumDataChanged"},
+        {kMsgPremiumRequestAnswered, "PremiumRequestAnswered"},
+        {kMsgVipStatusChanged, "VipStatusChanged"},
+    };
+    const auto name = names.find(messageId);
+    return name == names.end() ? QString() : QString::fromLatin1(name->second);
 }
 
 }  // namespace wire

@@ -1,458 +1,419 @@
 #include "workbench/Workbench.h"
 
-#include <QComboBox>
+#include <signal.h>
+
 #include <QDateTime>
 #include <QDir>
 #include <QFileDialog>
-#include <QGridLayout>
+#include <QJsonDocument>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QRegularExpression>
-#include <QSignalBlocker>
+#include <QShortcut>
 #include <QStandardPaths>
 #include <QVBoxLayout>
-#include <QVariant>
 
-#include "AIChatEntries.h"
 #include "Theme.h"
-#include "core/lang.h"
+#include "core/config_local.h"
 #include "core/time_date.h"
-#include "ui/zr_ui_theme.h"
-#include "workbench/ClockPanel.h"
-#include "workbench/EntryTable.h"
-#include "workbench/Export.h"
-#include "workbench/FaultPanel.h"
-#include "workbench/PanelWidgets.h"
-#include "workbench/ScenePanel.h"
+#include "webview/WebHost.h"
 #include "workbench/TabPages.h"
-#include "workbench/TraceView.h"
-#include "workbench/ads/AdSwitches.h"
-#include "workbench/ads/AdTab.h"
+#include "workbench/TimeText.h"
+#include "workbench/UserPage.h"
+#include "workbench/diagnosis/LogTable.h"
 #include "workbench/diagnosis/WhyPage.h"
 #include "workbench/rights/RightsTab.h"
+#include "workbench/server/PopupOverrides.h"
+#include "workbench/server/ServerPage.h"
 
 namespace {
 
+constexpr int kUserTab = 2;  // current at the first start
 constexpr int kTabMargin = 10;
-constexpr int kUsersInSight = 16;
+constexpr int kMaxStateMs = 2'000;
+constexpr const char* kViewKey = "Client_Workbench";
 const QString kExportName = QStringLiteral("zrclient-workbench.json");
 
-struct LanguageChoice {
-    int id;
-    const char* name;
-};
-
-constexpr LanguageChoice kLanguages[] = {
-    {core::lang::kLanguageEnglish, "English"},
-    {core::lang::kLanguageSimplifiedChinese, "简体中文"},
-    {core::lang::kLanguageTraditionalChinese, "繁體中文"},
-    {core::lang::kLanguageJapanese, "日本語"},
-    {core::lang::kLanguageFrench, "Français"},
-};
-
-struct ThemeChoice {
-    zr_ui_theme::Manager::Theme theme;
-    const char* name;
-};
-
-constexpr ThemeChoice kThemes[] = {
-    {zr_ui_theme::Manager::kThemeLight, "Light"},
-    {zr_ui_theme::Manager::kThemeDarkBlue, "Dark blue"},
-    {zr_ui_theme::Manager::kThemeBlack, "Black"},
-};
-
-struct OverrideChoice {
-    EnEntryOverride value;
-    const char* name;
-};
-
-constexpr OverrideChoice kOverrides[] = {
-    {EnEntryOverride::None, "No override"},
-    {EnEntryOverride::Open, "Force open"},
-    {EnEntryOverride::Closed, "Force closed"},
-};
-
-QComboBox* NewCombo(const char* name, QWidget* parent) {
-    auto* combo = new QComboBox(parent);
-    combo->setObjectName(QString::fromLatin1(name));
-    combo->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    return combo;
-}
+/// The parts of an export's state that the server knows.
+constexpr std::pair<const char*, const char*> kServerState[] = {
+    {"scenario", "/v1/scenario"}, {"faults", "/v1/faults"}, {"httpFaults", "/v1/httpFaults"}};
 
 /// Uses the current difference of the clocks.
 qint64 ToServer(qint64 localMs) {
     return localMs + core::time_date::GetSvrTimeMillis() - QDateTime::currentMSecsSinceEpoch();
 }
 
+QTabWidget* NewTabs(const char* name, QWidget* parent) {
+    auto* tabs = new QTabWidget(parent);
+    tabs->setObjectName(QString::fromLatin1(name));
+    tabs->setDocumentMode(true);
+    tabs->setUsesScrollButtons(true);
+    return tabs;
+}
+
+QPushButton* NewButton(const char* name, const QString& text, QWidget* parent) {
+    auto* button = new QPushButton(text, parent);
+    button->setObjectName(QString::fromLatin1(name));
+    return button;
+}
+
 }  // namespace
 
 CWorkbench::CWorkbench(CAIChatEntries& entries, CPremiumRights& rights, IControlClient& server, QWidget* parent)
     : QWidget(parent),
-      m_entries(entries),
-      m_pUser(NewCombo("WorkbenchUser", this)),
-      m_pWho(new QLabel(this)),
-      m_pLogin(new QPushButton(this)),
-      m_pLogout(new QPushButton(this)),
-      m_pLanguage(NewCombo("WorkbenchLanguage", this)),
-      m_pTheme(NewCombo("WorkbenchTheme", this)),
-      m_pOverride(NewCombo("WorkbenchOverride", this)),
-      m_pEdition(NewCombo("WorkbenchEdition", this)),
-      m_pMarkets(new QLineEdit(this)),
-      m_pMarketsNote(new QLabel(this)),
-      m_pTabs(new QTabWidget(this)),
+      m_server(server),
+      m_pTabs(NewTabs("WorkbenchTabs", this)),
+      m_pTrafficTabs(NewTabs("TrafficTabs", PagesOf(m_pTabs))),
+      m_pUser(new CUserPage(entries, rights, m_decoder, PagesOf(m_pTabs))),
       m_pTracker(new CTracker(ToServer, this)),
       m_pWhy(new CWhyPage(*m_pTracker, rights, entries, m_decoder, server, PagesOf(m_pTabs))),
-      m_pAdTab(new CAdTab(server, PagesOf(m_pTabs))),
-      m_pTrafficTab(new QWidget(PagesOf(m_pTabs))),
-      m_pTrafficTabs(new QTabWidget(m_pTrafficTab)),
-      m_pTraffic(new CTraceView(NewTrafficFormat(m_decoder), PagesOf(m_pTrafficTabs))),
-      m_pHttp(new CTraceView(NewHttpFormat(), PagesOf(m_pTrafficTabs))),
-      m_pReports(new CTraceView(NewReportFormat(), PagesOf(m_pTrafficTabs))),
-      m_pLog(new CLogView(PagesOf(m_pTabs))),
-      m_pStore(new CTraceView(NewStoreFormat(), PagesOf(m_pTabs))),
-      m_pUrls(new CTraceView(NewUrlFormat(), PagesOf(m_pTabs))),
-      m_pScenes(new CScenePanel(server, this)),
-      m_pFaults(new CFaultPanel(server, this)),
-      m_pClock(new CClockPanel(server, this)),
-      m_pExportPath(new QLineEdit(this)),
-      m_pExportNote(new QLabel(this)) {
+      m_pServerPage(new CServerPage(server, PagesOf(m_pTabs))),
+      m_pPath(new QLineEdit(this)),
+      m_pNote(new QLabel(this)),
+      m_pBannerText(new QLabel(this)),
+      m_pBanner(NewFileBanner()) {
     setObjectName(QStringLiteral("Workbench"));
-    m_pTabs->setObjectName(QStringLiteral("WorkbenchTabs"));
-    m_pTabs->setDocumentMode(true);
-    const auto addTab = [this](QWidget* tab, const QString& title) {
-        const int index = m_pTabs->addTab(tab, QString());
-        tab->setContentsMargins(0, kTabMargin, 0, 0);
-        m_pTabs->setTabText(index, title);
-    };
-    addTab(NewSessionTab(), QStringLiteral("Session"));
-    addTab(m_pWhy, QStringLiteral("Why"));
-    const auto setFault = [this](uint32_t command, const auto& fault, IControlClient::Answered answered) {
-        m_pFaults->SetFault(command, fault, std::move(answered));
-    };
-    addTab(new CRightsTab(rights, *m_pTracker, server, setFault, PagesOf(m_pTabs)), QStringLiteral("Rights"));
-    addTab(m_pAdTab, QStringLiteral("Ads"));
-    SetUpTrafficTab();
-    addTab(m_pTrafficTab, QStringLiteral("Traffic"));
-    addTab(m_pLog, QStringLiteral("Log"));
-    addTab(m_pStore, QStringLiteral("Store"));
-    addTab(m_pUrls, QStringLiteral("URLs"));
-    addTab(NewServerTab(), QStringLiteral("Server"));
+    m_pTabs->addTab(m_pWhy, QStringLiteral("Why"));
+    m_pTabs->addTab(new CRightsTab(rights, PagesOf(m_pTabs)), QStringLiteral("Rights"));
+    AddScrollTab(m_pTabs, m_pUser, QStringLiteral("User"));
+    m_pTabs->addTab(m_pServerPage, QStringLiteral("Server"));
+    AddTrafficTab();
+    m_pLog = NewView(m_pTabs, NewLogFormat(log_table::IsExpectedError), "Log");
+    NewView(m_pTabs, NewStoreFormat(), "Store");
+    NewView(m_pTabs, NewUrlFormat(), "URLs");
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(10);
+    layout->addWidget(m_pBanner);
     layout->addWidget(m_pTabs, 1);
     layout->addWidget(NewExportRow());
-    connect(&entries, &CAIChatEntries::Changed, this, &CWorkbench::ShowOverride);
-    ShowUserTexts();
-    ShowTheme();
-    ShowOverride();
-    ShowEditionTexts();
-    theme::OnThemeChange(this, [this] { ShowTheme(); });
+    for (QTabWidget* tabs : {m_pTabs, m_pTrafficTabs}) {
+        for (int tab = 0; tab < tabs->count(); ++tab) {
+            tabs->widget(tab)->setContentsMargins(0, kTabMargin, 0, 0);
+        }
+    }
+    m_pUser->SetOverrides([this] { return PopupOverrides().Overridden(); });
+    connect(&PopupOverrides(), &CPopupOverrides::OverridesChanged, m_pUser, &CUserPage::Refresh);
+    AddShortcuts();
+    m_pTabs->setCurrentIndex(kUserTab);
+    RestoreView();
 }
 
-QWidget* CWorkbench::NewSessionTab() {
-    auto* tab = new QWidget(PagesOf(m_pTabs));
-    tab->setObjectName(QStringLiteral("SessionTab"));
-    auto* grid = new QGridLayout;
-    grid->setHorizontalSpacing(8);
-    grid->setVerticalSpacing(8);
-    AddUserRow(grid);
-    AddLanguageRow(grid);
-    AddThemeRow(grid);
-    AddOverrideRow(grid);
-    AddEditionRow(grid);
-    AddMarketsRow(grid);
-    auto* layout = new QVBoxLayout(tab);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(10);
-    layout->addLayout(grid);
-    layout->addWidget(panel::NewTitle(QStringLiteral("AI chat entries per scene"), tab, "section"));
-    layout->addWidget(new CEntryTable(m_entries, tab));
-    layout->addWidget(panel::NewTitle(QStringLiteral("What the server answers to this user"), tab, "section"));
-    layout->addWidget(m_pScenes, 1);
-    connect(m_pUser, qOverload<int>(&QComboBox::currentIndexChanged), this,
-            [this] { m_pScenes->ShowUser(m_pUser->currentData().toULongLong()); });
-    return tab;
+CWorkbench::~CWorkbench() {
+    SaveView();
+    if (m_fileTask.joinable()) {
+        m_fileTask.join();
+    }
 }
 
-void CWorkbench::SetUpTrafficTab() {
-    m_pTrafficTabs->setObjectName(QStringLiteral("TrafficTabs"));
-    m_pTrafficTabs->setDocumentMode(true);
-    const auto addTab = [this](QWidget* tab, const QString& title) {
-        const int index = m_pTrafficTabs->addTab(tab, QString());
-        tab->setContentsMargins(0, kTabMargin, 0, 0);
-        m_pTrafficTabs->setTabText(index, title);
+CEventView* CWorkbench::NewView(QTabWidget* tabs, std::unique_ptr<IEventFormat> format, const char* title) {
+    auto* view = new CEventView(std::move(format), PagesOf(tabs));
+    tabs->addTab(view, QString::fromLatin1(title));
+    m_views.push_back(view);
+    return view;
+}
+
+void CWorkbench::AddTrafficTab() {
+    NewView(m_pTrafficTabs, NewTrafficFormat(m_decoder), "Channel and bus");
+    NewView(m_pTrafficTabs, NewHttpFormat(), "HTTP");
+    NewView(m_pTrafficTabs, NewReportFormat(), "Reports");
+    NewView(m_pTrafficTabs, NewActivationFormat(m_decoder), "Activation");
+    AddWebState(NewView(m_pTrafficTabs, NewWebFormat(), "Web"));
+    m_pTabs->addTab(m_pTrafficTabs, QStringLiteral("Traffic"));
+}
+
+void CWorkbench::AddWebState(CEventView* view) {
+    auto* state = new QLabel(view);
+    state->setObjectName(QStringLiteral("WebState"));
+    state->setProperty("role", QStringLiteral("muted"));
+    state->setWordWrap(true);
+    auto* end = NewButton("WebEndProcess", QStringLiteral("End the page's process"), view);
+    auto* row = new QHBoxLayout;
+    row->addWidget(state, 1);
+    row->addWidget(end);
+    static_cast<QVBoxLayout*>(view->layout())->insertLayout(0, row);
+    const auto show = [state, end] {
+        const auto& web = host::web::CWebHost::Instance();
+        QStringList processes;
+        for (const qint64 process : web.PageProcesses()) {
+            processes << QString::number(process);
+        }
+        state->setText(web.ViewCount() == 0
+                           ? QStringLiteral("The web engine displays no page")
+                           : QStringLiteral("Pages: %1, windows: %2, processes: %3")
+                                 .arg(web.ViewCount())
+                                 .arg(web.WindowCount())
+                                 .arg(processes.isEmpty() ? QStringLiteral("none") : processes.join(QLatin1Char(' '))));
+        end->setEnabled(!processes.isEmpty());
     };
-    addTab(m_pTraffic, QStringLiteral("Channel and bus"));
-    addTab(m_pHttp, QStringLiteral("HTTP"));
-    addTab(m_pReports, QStringLiteral("Reports"));
-    m_pTrafficTab->setObjectName(QStringLiteral("TrafficTab"));
-    auto* layout = new QVBoxLayout(m_pTrafficTab);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_pTrafficTabs);
+    // Each change of a page is traced.
+    connect(&view->Model(), &CEventModel::Changed, state, show);
+    connect(end, &QPushButton::clicked, state, [show] {
+        for (const qint64 process : host::web::CWebHost::Instance().PageProcesses()) {
+            kill(pid_t(process), SIGKILL);
+        }
+        show();
+    });
+    show();
 }
 
-QWidget* CWorkbench::NewServerTab() {
-    auto* tab = new QWidget(PagesOf(m_pTabs));
-    tab->setObjectName(QStringLiteral("ServerTab"));
-    auto* layout = new QVBoxLayout(tab);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(10);
-    layout->addWidget(panel::NewTitle(QStringLiteral("Faults"), tab, "section"));
-    layout->addWidget(m_pFaults);
-    layout->addSpacing(10);
-    layout->addWidget(panel::NewTitle(QStringLiteral("Server clock"), tab, "section"));
-    layout->addWidget(m_pClock);
-    layout->addStretch(1);
-    return tab;
+// They work while the focus is in the window of the workbench.
+void CWorkbench::AddShortcuts() {
+    const auto add = [this](const QKeySequence& keys, const std::function<void()>& run) {
+        connect(new QShortcut(keys, this), &QShortcut::activated, this, run);
+    };
+    for (int tab = 0; tab < m_pTabs->count() && tab < 9; ++tab) {
+        add(QKeySequence(Qt::CTRL + Qt::Key_1 + tab), [this, tab] { m_pTabs->setCurrentIndex(tab); });
+    }
+    add(QKeySequence::Find, [this] {
+        for (auto* field : m_pTabs->currentWidget()->findChildren<QLineEdit*>()) {
+            if (field->isVisible() && field->objectName().contains(QLatin1String("Filter"))) {
+                field->setFocus(Qt::ShortcutFocusReason);
+                field->selectAll();
+                return;
+            }
+        }
+    });
+    // The page offers an operation for it, or has nothing to read again.
+    add(QKeySequence(Qt::Key_F5), [this] {
+        QWidget* page = CurrentPage();
+        if (page->metaObject()->indexOfMethod("Refresh()") >= 0) {
+            QMetaObject::invokeMethod(page, "Refresh");
+        }
+    });
+}
+
+QWidget* CWorkbench::CurrentPage() const {
+    auto* area = qobject_cast<QScrollArea*>(m_pTabs->currentWidget());
+    return area ? area->widget() : m_pTabs->currentWidget();
 }
 
 QWidget* CWorkbench::NewExportRow() {
     auto* row = new QWidget(this);
     row->setObjectName(QStringLiteral("ExportRow"));
-    m_pExportPath->setObjectName(QStringLiteral("ExportPath"));
-    m_pExportPath->setText(
-        QDir(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)).filePath(kExportName));
-    m_pExportNote->setObjectName(QStringLiteral("ExportNote"));
-    m_pExportNote->setTextFormat(Qt::PlainText);
-    m_pExportNote->setProperty("role", QStringLiteral("muted"));
-    m_pExportNote->hide();
-    auto* choose = new QPushButton(QStringLiteral("…"), row);
-    choose->setObjectName(QStringLiteral("ExportChoose"));
-    auto* save = new QPushButton(row);
-    save->setObjectName(QStringLiteral("ExportSave"));
-    save->setText(QStringLiteral("Export"));
-    m_pExportPath->setPlaceholderText(QStringLiteral("File for all that is seen here"));
-    m_pExportPath->setToolTip(QStringLiteral("File for all that is seen here"));
+    m_pPath->setObjectName(QStringLiteral("ExportPath"));
+    m_pPath->setText(QDir(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)).filePath(kExportName));
+    m_pPath->setPlaceholderText(QStringLiteral("File for all that is seen here"));
+    m_pPath->setAccessibleName(m_pPath->placeholderText());
+    m_pNote->setObjectName(QStringLiteral("ExportNote"));
+    m_pNote->setTextFormat(Qt::PlainText);
+    m_pNote->setWordWrap(true);
+    m_pNote->hide();
+    auto* choose = NewButton("ExportChoose", QStringLiteral("…"), row);
+    choose->setAccessibleName(QStringLiteral("Choose the file"));
     choose->setToolTip(QStringLiteral("Choose the file"));
+    m_pExport = NewButton("ExportSave", QStringLiteral("Export"), row);
+    m_pOpen = NewButton("ExportOpen", QStringLiteral("Open export"), row);
     auto* line = new QHBoxLayout;
-    line->addWidget(m_pExportPath, 1);
+    line->addWidget(m_pPath, 1);
     line->addWidget(choose);
-    line->addWidget(save);
+    line->addWidget(m_pExport);
+    line->addWidget(m_pOpen);
     auto* layout = new QVBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(4);
     layout->addLayout(line);
-    layout->addWidget(m_pExportNote);
-    connect(save, &QPushButton::clicked, this, &CWorkbench::Export);
+    layout->addWidget(m_pNote);
+    connect(m_pExport, &QPushButton::clicked, this, &CWorkbench::Export);
+    connect(m_pOpen, &QPushButton::clicked, this, &CWorkbench::Open);
     connect(choose, &QPushButton::clicked, this, [this] {
-        const QString path =
-            QFileDialog::getSaveFileName(this, QStringLiteral("Choose the file"), m_pExportPath->text());
-        if (!path.isEmpty()) {
-            m_pExportPath->setText(path);
+        QFileDialog dialog(this, QStringLiteral("Choose the file"), m_pPath->text());
+        dialog.setOption(QFileDialog::DontConfirmOverwrite);
+        if (dialog.exec() == QDialog::Accepted) {
+            m_pPath->setText(dialog.selectedFiles().value(0));
         }
     });
     return row;
 }
 
-QString CWorkbench::ExportTo(const QString& path) const {
-    return workbench_export::Write(
-        path, workbench_export::Json({&m_pTraffic->Model(), &m_pHttp->Model(), &m_pReports->Model(), &m_pStore->Model(),
-                                      &m_pUrls->Model()},
-                                     m_pLog->Model(), m_aliases));
+QWidget* CWorkbench::NewFileBanner() {
+    auto* banner = new QWidget(this);
+    banner->setObjectName(QStringLiteral("FileBanner"));
+    m_pBannerText->setObjectName(QStringLiteral("FileBannerText"));
+    m_pBannerText->setProperty("role", QStringLiteral("overridden"));
+    m_pBannerText->setTextFormat(Qt::PlainText);
+    m_pBannerText->setWordWrap(true);
+    auto* back = NewButton("FileBack", QStringLiteral("Back to live"), banner);
+    auto* row = new QHBoxLayout(banner);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(m_pBannerText, 1);
+    row->addWidget(back);
+    connect(back, &QPushButton::clicked, this, &CWorkbench::ShowLive);
+    banner->hide();
+    return banner;
+}
+
+QString CWorkbench::ChosenFile() const {
+    return m_pPath->text().trimmed();
 }
 
 void CWorkbench::Export() {
-    const QString failure = ExportTo(m_pExportPath->text().trimmed());
-    m_pExportNote->setText(failure.isEmpty() ? QStringLiteral("Exported, without ids, names and tokens")
-                                             : QStringLiteral("Can't be written: %1").arg(failure));
-    m_pExportNote->show();
+    m_recording = {};
+    m_recording.timeMs = QDateTime::currentMSecsSinceEpoch();
+    m_recording.state = m_pUser->State();
+    m_recording.state[QStringLiteral("diagnosis")] = m_pWhy->State();
+    for (const CEventView* view : m_views) {
+        m_recording.lists.push_back(workbench_export::ListOf(view->Model()));
+    }
+    m_pExport->setEnabled(false);
+    m_pOpen->setEnabled(false);
+    AskState();
+}
+
+// A server that does not answer delays the export by two seconds only.
+void CWorkbench::AskState() {
+    m_nAnswers = int(std::size(kServerState));
+    auto* context = new QObject(this);
+    const auto write = [this, context] {
+        context->deleteLater();
+        m_nAnswers = -1;
+        WriteRecording();
+    };
+    QTimer::singleShot(kMaxStateMs, context, [this, write] {
+        if (m_nAnswers > 0) {
+            write();
+        }
+    });
+    for (const auto& [key, path] : kServerState) {
+        m_server.Ask(
+            "GET", QString::fromLatin1(path), QByteArray(), context, [this, key = key, write](const auto& got) {
+                if (m_nAnswers <= 0) {
+                    return;
+                }
+                const QByteArray json = QByteArray::fromStdString(got.body.toStyledString());
+                m_recording.state[QLatin1String(key)] = got.error.isEmpty()
+                                                            ? QJsonValue(QJsonDocument::fromJson(json).object())
+                                                            : QJsonValue(QStringLiteral("not known: ") + got.error);
+                if (--m_nAnswers == 0) {
+                    write();
+                }
+            });
+    }
+}
+
+void CWorkbench::WriteRecording() {
+    RunFileTask([path = ChosenFile(), recording = std::exchange(m_recording, {}),
+                 aliases = m_aliases] { return workbench_export::Write(path, recording, aliases); },
+                [this] { ShowNote(QStringLiteral("Exported, without ids, names and tokens"), true); });
+}
+
+void CWorkbench::Open() {
+    auto recording = std::make_shared<workbench_export::Recording>();
+    for (const CEventView* view : m_views) {
+        recording->lists.push_back(workbench_export::ListOf(view->Model()));
+        recording->lists.back().rows.clear();
+    }
+    RunFileTask([path = ChosenFile(), recording] { return workbench_export::Read(path, *recording); },
+                [this, recording] { ShowFile(*recording); });
+}
+
+void CWorkbench::RunFileTask(std::function<QString()> task, std::function<void()> done) {
+    if (m_fileTask.joinable()) {
+        m_fileTask.join();
+    }
+    m_pExport->setEnabled(false);
+    m_pOpen->setEnabled(false);
+    m_fileTask = std::thread([this, task = std::move(task), done = std::move(done)] {
+        const QString failure = task();
+        QMetaObject::invokeMethod(
+            this,
+            [this, failure, done] {
+                m_pExport->setEnabled(true);
+                m_pOpen->setEnabled(true);
+                if (failure.isEmpty()) {
+                    done();
+                } else {
+                    ShowNote(failure, false);
+                }
+                Q_EMIT FileDone(failure);
+            },
+            Qt::QueuedConnection);
+    });
+}
+
+void CWorkbench::ShowNote(const QString& text, bool good) {
+    m_pNote->setText(text);
+    m_pNote->setProperty("good", good);
+    theme::Repolish(m_pNote);
+    m_pNote->show();
+}
+
+void CWorkbench::ShowFile(const workbench_export::Recording& recording) {
+    for (size_t view = 0; view < m_views.size(); ++view) {
+        m_views[view]->ShowFile(recording.lists[view].rows);
+    }
+    m_pNote->hide();
+    m_pUser->ShowFile(recording.state);
+    m_pBannerText->setText(QStringLiteral("Shows the file %1 of %2 %3 in User, Traffic, Log, Store and URLs")
+                               .arg(ChosenFile(), time_text::Local(recording.timeMs), time_text::Zone()));
+    m_pBanner->show();
+}
+
+void CWorkbench::ShowLive() {
+    for (CEventView* view : m_views) {
+        view->ShowLive();
+    }
+    m_pUser->ShowLive();
+    m_pBanner->hide();
 }
 
 void CWorkbench::Take(const TraceEvent& seen) {
-    m_pTraffic->Model().Add(seen);
-    m_pHttp->Model().Add(seen);
-    m_pReports->Model().Add(seen);
-    m_pStore->Model().Add(seen);
-    m_pUrls->Model().Add(seen);
+    for (CEventView* view : m_views) {
+        view->Model().Add(seen);
+    }
     m_pTracker->Take(seen);
 }
 
 void CWorkbench::TakeLine(const LogEntry& entry) {
-    Log().Add(entry);
+    for (CEventView* view : m_views) {
+        view->Model().Add(entry);
+    }
+    m_pUser->TakeLine(entry);
     m_pTracker->TakeLine(entry);
 }
 
-void CWorkbench::AddUserRow(QGridLayout* grid) {
-    m_pWho->setObjectName(QStringLiteral("WorkbenchWho"));
-    m_pUser->setMaxVisibleItems(kUsersInSight);
-    m_pWho->setTextFormat(Qt::PlainText);
-    m_pWho->setProperty("role", QStringLiteral("muted"));
-    m_pLogin->setObjectName(QStringLiteral("WorkbenchLogin"));
-    m_pLogout->setObjectName(QStringLiteral("WorkbenchLogout"));
-    m_pLogin->setText(QStringLiteral("Log in"));
-    m_pLogout->setText(QStringLiteral("Log out"));
-    grid->addWidget(panel::NewTitle(QStringLiteral("User"), this), 0, 0);
-    grid->addWidget(m_pUser, 0, 1);
-    grid->addWidget(m_pLogin, 0, 2);
-    grid->addWidget(m_pLogout, 0, 3);
-    grid->addWidget(m_pWho, 1, 1, 1, 3);
-    grid->setColumnStretch(1, 1);
-    connect(m_pLogin, &QPushButton::clicked, this,
-            [this] { Q_EMIT LoginWanted(m_pUser->currentData().toULongLong()); });
-    connect(m_pLogout, &QPushButton::clicked, this, &CWorkbench::LogoutWanted);
-}
-
-void CWorkbench::AddLanguageRow(QGridLayout* grid) {
-    for (const LanguageChoice& language : kLanguages) {
-        m_pLanguage->addItem(QString::fromUtf8(language.name), language.id);
-    }
-    grid->addWidget(panel::NewTitle(QStringLiteral("Language"), this), 2, 0);
-    grid->addWidget(m_pLanguage, 2, 1, 1, 3);
-    connect(m_pLanguage, qOverload<int>(&QComboBox::currentIndexChanged), this,
-            [this] { Q_EMIT LanguageWanted(m_pLanguage->currentData().toInt()); });
-}
-
-void CWorkbench::AddThemeRow(QGridLayout* grid) {
-    for (const ThemeChoice& choice : kThemes) {
-        m_pTheme->addItem(QString(), int(choice.theme));
-    }
-    grid->addWidget(panel::NewTitle(QStringLiteral("Theme"), this), 3, 0);
-    grid->addWidget(m_pTheme, 3, 1, 1, 3);
-    connect(m_pTheme, qOverload<int>(&QComboBox::currentIndexChanged), this,
-            [this] { Q_EMIT ThemeWanted(m_pTheme->currentData().toInt()); });
-}
-
-void CWorkbench::AddOverrideRow(QGridLayout* grid) {
-    for (const OverrideChoice& choice : kOverrides) {
-        m_pOverride->addItem(QString(), int(choice.value));
-    }
-    grid->addWidget(panel::NewTitle(QStringLiteral("Override"), this), 4, 0);
-    grid->addWidget(m_pOverride, 4, 1, 1, 3);
-    connect(m_pOverride, qOverload<int>(&QComboBox::currentIndexChanged), this,
-            [this] { m_entries.SetOverride(EnEntryOverride(m_pOverride->currentData().toInt())); });
-}
-
-void CWorkbench::AddEditionRow(QGridLayout* grid) {
-    m_pEdition->addItem(QString(), false);
-    m_pEdition->addItem(QString(), true);
-    grid->addWidget(panel::NewTitle(QStringLiteral("Edition"), this), 5, 0);
-    grid->addWidget(m_pEdition, 5, 1, 1, 3);
-    connect(m_pEdition, qOverload<int>(&QComboBox::currentIndexChanged), this,
-            [this] { Q_EMIT EditionWanted(m_pEdition->currentData().toBool()); });
-}
-
-void CWorkbench::AddMarketsRow(QGridLayout* grid) {
-    m_pMarkets->setObjectName(QStringLiteral("WorkbenchMarkets"));
-    m_pMarketsNote->setObjectName(QStringLiteral("WorkbenchMarketsNote"));
-    m_pMarketsNote->setTextFormat(Qt::PlainText);
-    m_pMarketsNote->setProperty("role", QStringLiteral("muted"));
-    m_pMarkets->setPlaceholderText(QStringLiteral("Numbers, the leading one first, as 1 2 5"));
-    auto* apply = new QPushButton(this);
-    apply->setObjectName(QStringLiteral("WorkbenchMarketsApply"));
-    apply->setText(QStringLiteral("Apply"));
-    grid->addWidget(panel::NewTitle(QStringLiteral("Markets"), this), 6, 0);
-    grid->addWidget(m_pMarkets, 6, 1);
-    grid->addWidget(apply, 6, 2, 1, 2);
-    grid->addWidget(m_pMarketsNote, 7, 1, 1, 3);
-    m_pMarketsNote->hide();
-    connect(apply, &QPushButton::clicked, this, &CWorkbench::AskMarkets);
-    connect(m_pMarkets, &QLineEdit::returnPressed, this, &CWorkbench::AskMarkets);
-}
-
-void CWorkbench::AskMarkets() {
-    static const QRegularExpression separators(QStringLiteral("[\\s,;]+"));
-    std::vector<int> markets;
-    const QStringList words = m_pMarkets->text().split(separators, Qt::SkipEmptyParts);
-    for (const QString& word : words) {
-        bool isNumber = false;
-        markets.push_back(word.toInt(&isNumber));
-        if (!isNumber || markets.back() < 0) {
-            m_pMarketsNote->setText(QStringLiteral("No market numbers: %1").arg(word));
-            m_pMarketsNote->show();
-            return;
-        }
-    }
-    Q_EMIT MarketsWanted(markets);
-    m_pMarketsNote->setText(QStringLiteral("In force until the next login"));
-    m_pMarketsNote->show();
-}
-
-void CWorkbench::ShowMarkets(const std::vector<int>& markets) {
-    QStringList words;
-    for (const int market : markets) {
-        words << QString::number(market);
-    }
-    m_pMarkets->setText(words.join(QLatin1Char(' ')));
-    m_pMarketsNote->hide();
-}
-
-void CWorkbench::ShowEdition(bool velora) {
-    const QSignalBlocker blocker(m_pEdition);
-    m_pEdition->setCurrentIndex(velora ? 1 : 0);
-}
-
-void CWorkbench::ShowEditionTexts() {
-    m_pEdition->setItemText(0, QStringLiteral("Kestrel"));
-    m_pEdition->setItemText(1, QStringLiteral("Velora"));
-}
-
 void CWorkbench::ForgetServer() {
-    m_pFaults->ForgetFaults();
-    m_pClock->ForgetOffset();
+    m_pServerPage->ForgetServer();
     m_pWhy->ForgetServer();
-    m_pScenes->Reload();
-    AdSwitches().ForgetServer();
-}
-
-CAdSwitches& CWorkbench::AdSwitches() {
-    return m_pAdTab->Switches();
 }
 
 void CWorkbench::ShowUsers(const std::vector<ServerUser>& users, quint64 current) {
-    m_users = users;
+    m_pUser->ShowUsers(users, current);
     m_pWhy->ShowUsers(users);
-    // A login outside the workbench selects that user. A refreshed list keeps the selection.
-    const QVariant chosen = current != 0 && current != m_nCurrent ? QVariant(current) : m_pUser->currentData();
-    m_nCurrent = current;
-    const QSignalBlocker blocker(m_pUser);
-    const quint64 sceneUser = m_pUser->currentData().toULongLong();
-    m_pUser->clear();
-    for (const ServerUser& user : users) {
-        m_pUser->addItem(QStringLiteral("%1  %2").arg(user.name).arg(user.id), user.id);
-    }
-    m_pUser->setCurrentIndex(std::max(0, m_pUser->findData(chosen)));
-    if (m_pUser->currentData().toULongLong() != sceneUser) {
-        m_pScenes->ShowUser(m_pUser->currentData().toULongLong());
-    }
-    ShowUserTexts();
+    m_pServerPage->ShowUsers(users, current);
 }
 
-void CWorkbench::ShowUserTexts() {
-    m_pLogin->setEnabled(!m_users.empty());
-    m_pLogout->setEnabled(m_nCurrent != 0);
-    if (m_nCurrent == 0) {
-        m_pWho->setText(QStringLiteral("Nobody is logged in"));
+CPopupOverrides& CWorkbench::PopupOverrides() {
+    return m_pServerPage->Overrides();
+}
+
+void CWorkbench::SaveView() const {
+    QJsonObject filters;
+    for (const CEventView* view : m_views) {
+        filters[view->Model().Format().Name()] = view->Filters();
+    }
+    const QJsonObject saved{{QStringLiteral("tab"), m_pTabs->tabText(m_pTabs->currentIndex())},
+                            {QStringLiteral("traffic"), m_pTrafficTabs->tabText(m_pTrafficTabs->currentIndex())},
+                            {QStringLiteral("filters"), filters}};
+    core::config_local::AppCfgSaveString(kViewKey, QJsonDocument(saved).toJson(QJsonDocument::Compact).toStdString());
+}
+
+void CWorkbench::RestoreView() {
+    std::string text;
+    if (!core::config_local::AppCfgReadString(kViewKey, text)) {
         return;
     }
-    QString name = QString::number(m_nCurrent);
-    for (const ServerUser& user : m_users) {
-        if (user.id == m_nCurrent) {
-            name = user.name;
+    const QJsonObject saved = QJsonDocument::fromJson(QByteArray::fromStdString(text)).object();
+    const std::pair<QTabWidget*, const char*> rows[] = {{m_pTabs, "tab"}, {m_pTrafficTabs, "traffic"}};
+    for (const auto& [tabs, key] : rows) {
+        for (int tab = 0; tab < tabs->count(); ++tab) {
+            if (tabs->tabText(tab) == saved[QLatin1String(key)].toString()) {
+                tabs->setCurrentIndex(tab);
+            }
         }
     }
-    m_pWho->setText(QStringLiteral("Logged in: %1 (%2)").arg(name, QString::number(m_nCurrent)));
-}
-
-void CWorkbench::ShowLanguage(int languageId) {
-    const QSignalBlocker blocker(m_pLanguage);
-    m_pLanguage->setCurrentIndex(std::max(0, m_pLanguage->findData(languageId)));  // any other number is English
-}
-
-void CWorkbench::ShowTheme() {
-    const QSignalBlocker blocker(m_pTheme);
-    for (int index = 0; index < m_pTheme->count(); ++index) {
-        m_pTheme->setItemText(index, QString::fromUtf8(kThemes[index].name));
+    const QJsonObject filters = saved[QStringLiteral("filters")].toObject();
+    for (CEventView* view : m_views) {
+        view->SetFilters(filters[view->Model().Format().Name()].toObject());
     }
-    m_pTheme->setCurrentIndex(m_pTheme->findData(int(zr_ui_theme::Manager::instance()->getTheme())));
-}
-
-void CWorkbench::ShowOverride() {
-    const QSignalBlocker blocker(m_pOverride);
-    for (int index = 0; index < m_pOverride->count(); ++index) {
-        m_pOverride->setItemText(index, QString::fromUtf8(kOverrides[index].name));
-    }
-    m_pOverride->setCurrentIndex(m_pOverride->findData(int(m_entries.Override())));
-    m_pOverride->setEnabled(m_entries.HasModule());
 }

@@ -1,45 +1,46 @@
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
+#include <thread>
 
 #include "ISessionControl.h"
-#include "tracing/TraceEvent.h"
 #include "workbench/ControlClient.h"
-#include "workbench/LogView.h"
+#include "workbench/EventView.h"
+#include "workbench/Export.h"
 #include "workbench/Redactor.h"
 #include "workbench/WireDecoder.h"
 
 class CAIChatEntries;
-class CAdSwitches;
-class CAdTab;
-class CClockPanel;
-class CFaultPanel;
+class CPopupOverrides;
 class CPremiumRights;
-class CScenePanel;
-class CTraceView;
+class CServerPage;
 class CTracker;
+class CUserPage;
 class CWhyPage;
-class QComboBox;
-class QGridLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
 class QTabWidget;
 
-/// The developer panel of the modules. It controls the session, the server's answers, its faults and its clock. It
-/// shows the AI chat entries, rights, ad slots, recorded traffic and the log. `entries`, `rights` and `server` must
-/// outlive it.
+/// The developer panel of the modules. It controls the session, the server's answers, its faults and its clock, and
+/// shows what the modules do and why. `entries`, `rights` and `server` must outlive it.
 class CWorkbench : public QWidget {
     Q_OBJECT
 
 public:
     CWorkbench(CAIChatEntries& entries, CPremiumRights& rights, IControlClient& server, QWidget* parent = nullptr);
+    ~CWorkbench() override;
 
-    /// `current` is 0 if no user is logged in. The selection is kept if possible.
+    /// Controls the session.
+    CUserPage& User() { return *m_pUser; }
+
+    /// `current` is 0 if no user is logged in.
     void ShowUsers(const std::vector<ServerUser>& users, quint64 current);
-    void ShowLanguage(int languageId);
-    void ShowEdition(bool velora);
-    void ShowMarkets(const std::vector<int>& markets);
+
+    /// The overrides of the bottom popup's display conditions.
+    CPopupOverrides& PopupOverrides();
+
     /// Must be called for a new or restarted server, which has none of the settings made here.
     void ForgetServer();
 
@@ -48,73 +49,53 @@ public:
     /// Adds a line of the log.
     void TakeLine(const LogEntry& entry);
 
-    /// The overrides of the bottom popup's display conditions.
-    CAdSwitches& AdSwitches();
-
     /// The values that an export must not contain.
     CRedactor& Aliases() { return m_aliases; }
 
-    /// Writes the recorded entries to the file. Returns the reason of a failure, or an empty text.
-    QString ExportTo(const QString& path) const;
-
-    CLogModel& Log() { return m_pLog->Model(); }
+    CEventModel& Log() { return m_pLog->Model(); }
 
 Q_SIGNALS:
-    void LoginWanted(quint64 userId);
-    void LogoutWanted();
-    void LanguageWanted(int languageId);
-    void ThemeWanted(int number);
-    void EditionWanted(bool velora);
-    void MarketsWanted(const std::vector<int>& markets);
+    /// An export or the opening of a file ended. `failure` is empty on success.
+    void FileDone(const QString& failure);
 
 private:
-    void AddUserRow(QGridLayout* grid);
-    void AddLanguageRow(QGridLayout* grid);
-    void AddThemeRow(QGridLayout* grid);
-    void AddOverrideRow(QGridLayout* grid);
-    void AddEditionRow(QGridLayout* grid);
-    void AddMarketsRow(QGridLayout* grid);
-    QWidget* NewSessionTab();
-    void SetUpTrafficTab();
-    QWidget* NewServerTab();
+    CEventView* NewView(QTabWidget* tabs, std::unique_ptr<IEventFormat> format, const char* title);
+    void AddTrafficTab();
+    void AddShortcuts();
+    void AddWebState(CEventView* view);
     QWidget* NewExportRow();
-    void AskMarkets();
+    QWidget* NewFileBanner();
+    QString ChosenFile() const;
+    QWidget* CurrentPage() const;
     void Export();
-    void ShowEditionTexts();
-    void ShowUserTexts();
-    void ShowTheme();
-    void ShowOverride();
+    void AskState();
+    void WriteRecording();
+    void Open();
+    void ShowFile(const workbench_export::Recording& recording);
+    void ShowLive();
+    void RunFileTask(std::function<QString()> task, std::function<void()> done);
+    void ShowNote(const QString& text, bool good);
+    void SaveView() const;
+    void RestoreView();
 
-    CAIChatEntries& m_entries;
-    std::vector<ServerUser> m_users;
-    quint64 m_nCurrent = 0;
-    QComboBox* m_pUser;
-    QLabel* m_pWho;
-    QPushButton* m_pLogin;
-    QPushButton* m_pLogout;
-    QComboBox* m_pLanguage;
-    QComboBox* m_pTheme;
-    QComboBox* m_pOverride;
-    QComboBox* m_pEdition;
-    QLineEdit* m_pMarkets;
-    QLabel* m_pMarketsNote;
-    QTabWidget* m_pTabs;
+    IControlClient& m_server;
     CWireDecoder m_decoder;
+    CRedactor m_aliases;
+    QTabWidget* m_pTabs;
+    QTabWidget* m_pTrafficTabs;
+    CUserPage* m_pUser;
+    std::vector<CEventView*> m_views;
+    CEventView* m_pLog = nullptr;
     CTracker* m_pTracker;
     CWhyPage* m_pWhy;
-    CAdTab* m_pAdTab;
-    QWidget* m_pTrafficTab;
-    QTabWidget* m_pTrafficTabs;
-    CTraceView* m_pTraffic;
-    CTraceView* m_pHttp;
-    CTraceView* m_pReports;
-    CLogView* m_pLog;
-    CTraceView* m_pStore;
-    CTraceView* m_pUrls;
-    CScenePanel* m_pScenes;
-    CFaultPanel* m_pFaults;
-    CClockPanel* m_pClock;
-    QLineEdit* m_pExportPath;
-    QLabel* m_pExportNote;
-    CRedactor m_aliases;
+    CServerPage* m_pServerPage;
+    QLineEdit* m_pPath;
+    QLabel* m_pNote;
+    QLabel* m_pBannerText;
+    QWidget* m_pBanner;
+    QPushButton* m_pExport = nullptr;
+    QPushButton* m_pOpen = nullptr;
+    workbench_export::Recording m_recording;  // that is being written
+    int m_nAnswers = 0;                       // of the server, that the recording waits for
+    std::thread m_fileTask;
 };

@@ -89,8 +89,8 @@ int main(int argc, char** argv) {
     const int result =
         bench::RunComparisons(argc, argv,
                               {
-                                  {"Bus: send to 10, without a body", "10 virtual calls, without a body", 2},
-                                  {"Bus: send to 10, with a body", "10 virtual calls, with a body", 2},
+                                  {"Bus: send to 10, without a body", "10 virtual calls, without a body", 1.7},
+                                  {"Bus: send to 10, with a body", "10 virtual calls, with a body", 1.2},
                                   {"Bus: send to 10, without a body", "Direct signal to 10, without a body", 1},
                                   {"Bus: send to 10, with a body", "Direct signal to 10, with a body", 1},
                               });

@@ -105,9 +105,9 @@ int main(int argc, char** argv) {
     const int result =
         bench::RunComparisons(argc, argv,
                               {
-                                  {"Answer with all rights into the table", kParse, 2.3},
-                                  {"The same with messages and save", kParse, 4},
-                                  {"Read of a right through the service", "Lock and copy of a record", 1.5},
+                                  {"Answer with all rights into the table", kParse, 1.6},
+                                  {"The same with messages and save", kParse, 3.2},
+                                  {"Read of a right through the service", "Lock and copy of a record", 1.1},
                               });
     host::Uninstall();
     return result;

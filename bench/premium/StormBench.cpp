@@ -27,7 +27,7 @@ constexpr int kPushes = 10'000;
 constexpr int kQuickPushes = 100;
 constexpr int kLimitMs = 120'000;
 constexpr unsigned int kDataChanged = 80050;
-constexpr double kSliceLimitNanos = 10e6;
+constexpr double kSliceLimitNanos = 5e6;
 
 class COneUser : public IClientState {
 public:

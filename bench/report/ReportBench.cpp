@@ -132,5 +132,5 @@ int main(int argc, char** argv) {
             benchmark::DoNotOptimize(recorder.Report(event));
         }
     });
-    return bench::RunComparisons(argc, argv, {{kReport, kBare, 1.5}, {kObserved, kBare, 0}});
+    return bench::RunComparisons(argc, argv, {{kReport, kBare, 1.3}, {kObserved, kBare, 0}});
 }

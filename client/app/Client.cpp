@@ -1,14 +1,24 @@
 #include "Client.h"
 
+#include "DataFolder.h"
 #include "Theme.h"
 #include "framework/Ports.h"
 
-CClient::CClient(const COptions& options) : m_log(options.DataFile("client.log")) {
+namespace {
+
+COptions Prepared(const COptions& options) {
+    PrepareDataFolder(options.dataDir);
+    return options;
+}
+
+}  // namespace
+
+CClient::CClient(const COptions& options) : m_options(Prepared(options)), m_log(m_options.DataFile("client.log")) {
     // The log is installed before the services exist, because the store logs while it opens.
     host::Ports ports;
     ports.log = &m_log;
     host::Install(ports);
-    m_pComposition = std::make_unique<CComposition>(options, m_log);
+    m_pComposition = std::make_unique<CComposition>(m_options, m_log);
     theme::Install();
     theme::SetLanguage(m_pComposition->LanguageId());
     m_pWindow = std::make_unique<CClientWindow>(*m_pComposition);

@@ -6,6 +6,7 @@
 #include "Composition.h"
 #include "Options.h"
 #include "log/FileLog.h"
+#include "log/LibraryMessages.h"
 
 /// The running client: log, services and window. One per process; main thread. The destructor destroys the window
 /// before it ends the services, so that no widget calls a module afterwards.
@@ -21,7 +22,9 @@ public:
     CClientWindow& Window() { return *m_pWindow; }
 
 private:
+    const COptions m_options;
     CFileLog m_log;
+    CLibraryMessages m_libraryMessages;
     std::unique_ptr<CComposition> m_pComposition;
     std::unique_ptr<CClientWindow> m_pWindow;
 };

@@ -9,8 +9,9 @@
 #include "core/environment.h"
 #include "core/login_status_data.h"
 #include "core/uniform_resource_slot.h"
+#include "workbench/UserPage.h"
 #include "workbench/Workbench.h"
-#include "workbench/ads/AdSwitches.h"
+#include "workbench/server/PopupOverrides.h"
 
 CClientWindow::CClientWindow(CComposition& composition) : CMainWindow(composition), m_composition(composition) {
     composition.SetMainFrame({[this] { return this; }, [this] { return kTabPages[size_t(Tab())].tab; },
@@ -37,7 +38,7 @@ bool CClientWindow::HasFocus() const {
 
 void CClientWindow::OnTabChanged(int index) {
     if (m_pWorkbench) {
-        m_pWorkbench->AdSwitches().ShowTab(index);
+        m_pWorkbench->PopupOverrides().ShowTab(index);
     }
     NotifyTab();
 }
@@ -50,7 +51,7 @@ QWidget* CClientWindow::NewDockContent(QWidget* parent) {
     m_pWorkbench = new CWorkbench(Entries(), Rights(), m_composition.Control(), parent);
     ConnectSources();
     ConnectSession();
-    ConnectAdSwitches();
+    ConnectPopupOverrides();
     return m_pWorkbench;
 }
 
@@ -69,35 +70,36 @@ void CClientWindow::ConnectSources() {
 void CClientWindow::ConnectSession() {
     connect(&m_composition, &CComposition::SessionRenewed, this, &CClientWindow::UpdateAliases);
     connect(&m_composition, &CComposition::ServerReady, m_pWorkbench, &CWorkbench::ForgetServer);
-    connect(m_pWorkbench, &CWorkbench::EditionWanted, &m_composition, &CComposition::SetVelora);
-    connect(m_pWorkbench, &CWorkbench::MarketsWanted, &m_composition, &CComposition::OverrideMarkets);
-    connect(m_pWorkbench, &CWorkbench::LoginWanted, &m_composition, &CComposition::Login);
-    connect(m_pWorkbench, &CWorkbench::LogoutWanted, &m_composition, &CComposition::Logout);
-    connect(m_pWorkbench, &CWorkbench::LanguageWanted, &m_composition, &CComposition::SetLanguage);
-    connect(m_pWorkbench, &CWorkbench::ThemeWanted, &m_composition, &CComposition::SetTheme);
+    CUserPage& page = m_pWorkbench->User();
+    connect(&page, &CUserPage::EditionWanted, &m_composition, &CComposition::SetVelora);
+    connect(&page, &CUserPage::MarketsWanted, &m_composition, &CComposition::OverrideMarkets);
+    connect(&page, &CUserPage::LoginWanted, &m_composition, &CComposition::Login);
+    connect(&page, &CUserPage::LogoutWanted, &m_composition, &CComposition::Logout);
+    connect(&page, &CUserPage::LanguageWanted, &m_composition, &CComposition::SetLanguage);
+    connect(&page, &CUserPage::ThemeWanted, &m_composition, &CComposition::SetTheme);
     connect(&m_composition, &CComposition::UsersChanged, m_pWorkbench, [this] { ShowUser(); });
     connect(&m_composition, &CComposition::UserChanged, m_pWorkbench, [this] { ShowUser(); });
-    const auto showLanguage = [this] { m_pWorkbench->ShowLanguage(m_composition.LanguageId()); };
+    const auto showLanguage = [this] { m_pWorkbench->User().ShowLanguage(m_composition.LanguageId()); };
     connect(&m_composition, &CComposition::LanguageChanged, m_pWorkbench, showLanguage);
-    const auto showEdition = [this] { m_pWorkbench->ShowEdition(core::environment::IsVelora()); };
+    const auto showEdition = [this] { m_pWorkbench->User().ShowEdition(core::environment::IsVelora()); };
     connect(&m_composition, &CComposition::EditionChanged, m_pWorkbench, showEdition);
     showLanguage();
     showEdition();
     ShowUser();
 }
 
-void CClientWindow::ConnectAdSwitches() {
-    CAdSwitches& switches = m_pWorkbench->AdSwitches();
-    switches.ShowTab(Tab());
-    connect(&switches, &CAdSwitches::TabWanted, &Navigation(), &CNavigation::Choose);
-    connect(&switches, &CAdSwitches::FocusWanted, this, [this](EnFocusAnswer answer) { m_focusAnswer = answer; });
-    connect(&switches, &CAdSwitches::SlotRefusalWanted, this,
+void CClientWindow::ConnectPopupOverrides() {
+    CPopupOverrides& overrides = m_pWorkbench->PopupOverrides();
+    overrides.ShowTab(Tab());
+    connect(&overrides, &CPopupOverrides::TabWanted, &Navigation(), &CNavigation::Choose);
+    connect(&overrides, &CPopupOverrides::FocusWanted, this, [this](EnFocusAnswer answer) { m_focusAnswer = answer; });
+    connect(&overrides, &CPopupOverrides::SlotRefusalWanted, this,
             [this](bool refused) { m_composition.AllowSlot(kSlotAdPopup, !refused); });
 }
 
 void CClientWindow::ShowUser() {
     m_pWorkbench->ShowUsers(m_composition.Users(), m_composition.UserId());
-    m_pWorkbench->ShowMarkets(core::attr_market::GetCurrentUserAttrMarket());
+    m_pWorkbench->User().ShowMarkets(core::attr_market::GetCurrentUserAttrMarket());
     UpdateAliases();
 }
 

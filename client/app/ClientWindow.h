@@ -24,7 +24,7 @@ private:
     bool HasFocus() const;
     void ConnectSources();
     void ConnectSession();
-    void ConnectAdSwitches();
+    void ConnectPopupOverrides();
     void ShowUser();
     void UpdateAliases();
     void NotifyTab();

@@ -78,6 +78,8 @@ QString ErrorText(EnStoreTrouble trouble) {
             return CComposition::tr("Settings are not saved: another client uses this folder");
         case EnStoreTrouble::kNewerFile:
             return CComposition::tr("Settings are not saved: a newer version wrote their file");
+        case EnStoreTrouble::kLocked:
+            return CComposition::tr("Settings are saved later: another program locks their file");
     }
     return {};
 }
@@ -139,10 +141,12 @@ void CComposition::InstallPorts() {
 void CComposition::ConnectServices() {
     m_urls.SetWebHandler([this](const QUrl& url, const QVariant& extra) { return OpenWeb(url, extra); });
     connect(&m_urls, &CUrlOpener::Dispatched, this, [this](const UrlRequest& request, const QString& reason) {
-        m_traceLog.Record(
-            UrlTrace{request.url, reason, request.businessType, request.fallbackMode, WindowSize(request.extra)});
+        m_traceLog.Record(UrlTrace{request.url.left(int(kTracedBytes)), reason, request.businessType,
+                                   request.fallbackMode, WindowSize(request.extra)});
     });
 
+    connect(&host::web::CWebHost::Instance(), &host::web::CWebHost::Traced, this,
+            [this](const WebTrace& trace) { m_traceLog.Record(trace); });
     connect(&m_store, &CSqliteStore::TroubleChanged, this, &CComposition::EmitStatus);
     connect(&m_channel, &CWebSocketChannel::HostFrameReceived, this, &CComposition::OnHostFrame);
     connect(&m_channel, &CWebSocketChannel::Connected, this, [this] {
@@ -162,6 +166,7 @@ void CComposition::ConnectServices() {
             [this] { m_busRecorder.Send("[Client]", core::kMsgCommonConfigChanged, 0, nullptr); });
     connect(&m_server, &CServerProcess::Ready, this, &CComposition::OnServerReady);
     connect(&m_server, &CServerProcess::Lost, this, [this](const QString& reason) {
+        OnServerLost();
         ShowStatus(Words(QT_TR_NOOP("The server does not run (%1), starting it again"), {reason}), false);
     });
     connect(&m_control, &CServerControl::StateReceived, this, &CComposition::OnServerState);
@@ -203,7 +208,7 @@ void CComposition::Start() {
     if (m_options.server.isEmpty()) {
         m_server.Start();
     } else {
-        m_token = m_options.token.toLatin1();
+        m_token = m_options.token;
         m_control.Open(m_options.server, m_token);
     }
 }
@@ -257,14 +262,25 @@ void CComposition::OnServerReady(const ServerEndpoint& endpoint) {
     Q_EMIT ServerReady(endpoint);
 }
 
+// Another program can take the ports, so nothing is sent there any more.
+void CComposition::OnServerLost() {
+    m_channel.Close();
+    m_control.Close();
+    m_token.clear();
+    UseHttpServer(QUrl());
+}
+
+void CComposition::UseHttpServer(const QUrl& server) {
+    m_http.AllowInsecureOrigin(server);
+    m_pictures.AllowInsecureOrigin(server);
+    m_domains.Set("api", server.toString().toStdString());
+}
+
 void CComposition::OnServerState(const ServerState& state) {
     if (m_bEnded) {
         return;
     }
-    const QUrl server = state.httpPort == 0 ? QUrl() : Loopback("http", state.httpPort);
-    m_http.AllowInsecureOrigin(server);
-    m_pictures.AllowInsecureOrigin(server);
-    m_domains.Set("api", server.toString().toStdString());
+    UseHttpServer(state.httpPort == 0 ? QUrl() : Loopback("http", state.httpPort));
     m_users = state.users;
     Q_EMIT UsersChanged();
     if (!m_channel.IsConnected()) {

@@ -87,7 +87,9 @@ private:
     void ConnectServices();
     void ConnectSession();
     void OnServerReady(const ServerEndpoint& endpoint);
+    void OnServerLost();
     void OnServerState(const ServerState& state);
+    void UseHttpServer(const QUrl& server);
     void OnHostFrame(const channel::Frame& frame);
     void OnLoggedIn();
     bool OpenWeb(const QUrl& url, const QVariant& extra);

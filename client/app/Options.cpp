@@ -24,12 +24,22 @@ quint64 NumberOrExit(QCommandLineParser& parser, const QString& option,
     return number;
 }
 
+// The server gets the token in plain text.
+QUrl ServerOrExit(const QString& text) {
+    const QUrl server(text, QUrl::StrictMode);
+    const bool loopback = server.scheme() == QLatin1String("http") && server.port() > 0 &&
+                          server.authority() == QStringLiteral("127.0.0.1:%1").arg(server.port());
+    if (!text.isEmpty() && !loopback) {
+        fputs("--server wants an address of this machine, as http://127.0.0.1:<port>\n", stderr);
+        exit(2);
+    }
+    return server;
+}
+
 }  // namespace
 
 QString COptions::DataFile(const char* name) const {
-    const QDir folder(dataDir);
-    folder.mkpath(QStringLiteral("."));
-    return folder.absoluteFilePath(QString::fromLatin1(name));
+    return QDir(dataDir).absoluteFilePath(QString::fromLatin1(name));
 }
 
 COptions COptions::Parse(const QStringList& arguments) {
@@ -43,8 +53,8 @@ COptions COptions::Parse(const QStringList& arguments) {
     add("data-dir", "Folder of the store and the logs.", "folder",
         QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
     add("scenario", "Scenario file of the server that is started.", "file", QString());
-    add("server", "Control address of a running server, as http://127.0.0.1:<port>.", "address", QString());
-    add("token", "Token of that server.", "token", QString());
+    add("server", "Control address of a running server, as http://127.0.0.1:<port>. ZR_DEVSERVER_TOKEN is its token.",
+        "address", QString());
     add("user", "Log this user in; without it the first of the server's.", "id", QStringLiteral("0"));
     add("language", "0 zh-Hans, 1 zh-Hant, 5 ja, 7 fr, any other en; without it the one chosen last.", "id", QString());
     add("theme", "1 light, 2 dark blue, 3 black; without it the one chosen last.", "number", QStringLiteral("0"));
@@ -60,8 +70,9 @@ COptions COptions::Parse(const QStringList& arguments) {
     COptions options;
     options.dataDir = parser.value(QStringLiteral("data-dir"));
     options.scenario = parser.value(QStringLiteral("scenario"));
-    options.server = QUrl(parser.value(QStringLiteral("server")));
-    options.token = parser.value(QStringLiteral("token"));
+    options.server = ServerOrExit(parser.value(QStringLiteral("server")));
+    // Not from the command line, which every local user can read.
+    options.token = qgetenv("ZR_DEVSERVER_TOKEN");
     options.manifest = parser.value(QStringLiteral("modules"));
     options.serverBinary = parser.value(QStringLiteral("server-binary"));
     options.user = NumberOrExit(parser, QStringLiteral("user"));

@@ -31,6 +31,12 @@ void CServerControl::Open(const QUrl& address, const QByteArray& token) {
     Refresh();
 }
 
+void CServerControl::Close() {
+    m_retryTimer.stop();
+    m_address.clear();
+    m_token.clear();
+}
+
 QNetworkRequest CServerControl::RequestTo(const QString& path) const {
     QUrl url = m_address;
     url.setPath(path);
@@ -60,15 +66,27 @@ void CServerControl::Ask(const char* method, const QString& path, const QByteArr
                 reply->deleteLater();
                 if (context) {
                     const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-                    answered(ServerAnswer::Read(status, reply->readAll(), reply->errorString()));
+                    const auto answer = ServerAnswer::Read(status, reply->readAll(), reply->errorString());
+                    host::CallAndLogExceptions(kLog, "A reader of the server's answer", [&] { answered(answer); });
                 }
             });
 }
 
+QString CServerControl::Curl(const ControlRequest& request) const {
+    const QString url = QString::fromLatin1(RequestTo(request.path).url().toEncoded());
+    return CurlLine(request, url, QString::fromLatin1(m_token));
+}
+
 void CServerControl::Refresh() {
+    if (m_address.isEmpty()) {
+        return;
+    }
     QNetworkReply* reply = Network().get(RequestTo(QStringLiteral("/v1/state")));
-    connect(reply, &QNetworkReply::finished, this, [this, reply] {
+    connect(reply, &QNetworkReply::finished, this, [this, reply, token = m_token] {
         reply->deleteLater();
+        if (token != m_token) {
+            return;  // the answer of a former server
+        }
         ServerState state;
         if (reply->error() == QNetworkReply::NoError && ReadState(reply->readAll(), state)) {
             Q_EMIT StateReceived(state);

@@ -30,11 +30,16 @@ public:
     /// Uses the server at `address` from now on and requests its state.
     void Open(const QUrl& address, const QByteArray& token);
 
-    /// Requests the state. After a failure it retries until the server answers.
-    void Refresh();
+    /// Forgets the server and its token. Nothing is sent until the next Open.
+    void Close();
+
+    /// Requests the state. After a failure it retries until the server answers. Does nothing while closed.
+    void Refresh() override;
 
     void Ask(const char* method, const QString& path, const QByteArray& json, QObject* context,
              Answered answered) override;
+
+    QString Curl(const ControlRequest& request) const override;
 
     /// Reads the answer to a state request. Returns false and leaves `state` unchanged if it is malformed.
     static bool ReadState(const QByteArray& json, ServerState& state);

@@ -1,5 +1,7 @@
 #include "ServerProcess.h"
 
+#include <unistd.h>
+
 #include <QRandomGenerator>
 
 #include "framework/HostLog.h"
@@ -8,7 +10,7 @@
 namespace {
 
 constexpr host::CHostLog kLog("Server");
-constexpr int kEndLimitMs = 3'000;
+constexpr int kEndLimitMs = 500;
 constexpr int kGreetingLimitMs = 10'000;
 constexpr int kSteadyMs = 10'000;
 
@@ -20,6 +22,10 @@ bool ReadPort(const Json::Value& value, quint16& port) {
     }
     port = quint16(value.asUInt());
     return true;
+}
+
+void CServerProcess::CChild::setupChildProcess() {
+    setpgid(0, 0);
 }
 
 CServerProcess::CServerProcess(QString binary, QString scenario)
@@ -68,14 +74,10 @@ void CServerProcess::Start() {
     if (!m_strScenario.isEmpty()) {
         arguments << QStringLiteral("--scenario") << m_strScenario;
     }
-    if (m_endpoint.channelPort != 0) {
-        arguments << QStringLiteral("--port") << QString::number(m_endpoint.channelPort)
-                  << QStringLiteral("--control-port") << QString::number(m_endpoint.controlPort);
-        // The token is not passed on the command line, which every local user can read.
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("ZR_DEVSERVER_TOKEN"), QString::fromLatin1(m_endpoint.token));
-        m_process.setProcessEnvironment(environment);
-    }
+    // Without a token the server makes one of its own at each start.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove(QStringLiteral("ZR_DEVSERVER_TOKEN"));
+    m_process.setProcessEnvironment(environment);
     m_lastErrors.clear();
     m_greetingTimer.start();
     m_running.start();
@@ -115,14 +117,14 @@ bool CServerProcess::ReadEndpoint(const QByteArray& line, ServerEndpoint& endpoi
 
 void CServerProcess::OnOutput() {
     while (m_process.canReadLine()) {
-        if (!ReadEndpoint(m_process.readLine(), m_endpoint)) {
+        ServerEndpoint endpoint;
+        if (!ReadEndpoint(m_process.readLine(), endpoint)) {
             kLog.Error(FMT_STRING("The server said something that is not where it listens"));
             continue;
         }
         m_greetingTimer.stop();
-        kLog.Info(FMT_STRING("The server runs, channel {}, control {}"), m_endpoint.channelPort,
-                  m_endpoint.controlPort);
-        Q_EMIT Ready(m_endpoint);
+        kLog.Info(FMT_STRING("The server runs, channel {}, control {}"), endpoint.channelPort, endpoint.controlPort);
+        Q_EMIT Ready(endpoint);
     }
 }
 

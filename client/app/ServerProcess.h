@@ -20,8 +20,8 @@ struct ServerEndpoint {
 /// Reads a port of the server's answers. Returns false, and leaves `port` as it is, if the value is no port.
 bool ReadPort(const Json::Value& value, quint16& port);
 
-/// The client's own server, a child process that ends with the client. A crashed server is restarted with the same
-/// ports and token, so that the channel can reconnect. Main thread.
+/// The client's own server, a child process that ends with the client. A crashed server is started again, each time
+/// with a new token and new ports: another program may have taken the former ports. Main thread.
 class CServerProcess : public QObject {
     Q_OBJECT
 
@@ -40,21 +40,25 @@ public:
 
 Q_SIGNALS:
     void Ready(const ServerEndpoint& endpoint);
-    /// The server ended or did not start. It is started again later.
+    /// The server ended or did not start. Its token and ports are void. It is started again later.
     void Lost(const QString& reason);
 
 private:
+    /// A process in its own group, so that an interrupt of the terminal ends the client first.
+    class CChild : public QProcess {
+        void setupChildProcess() override;
+    };
+
     void OnOutput();
     void OnEnded(const QString& reason);
 
     const QString m_strBinary;
     const QString m_strScenario;
-    QProcess m_process;
+    CChild m_process;
     QTimer m_retryTimer;
     QTimer m_greetingTimer;
     QElapsedTimer m_running;
     CBackoff m_backoff;
-    ServerEndpoint m_endpoint;
     QByteArray m_lastErrors;  // the last line of its error output
     bool m_bWanted = false;
 };

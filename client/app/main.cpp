@@ -1,13 +1,20 @@
 #include <QApplication>
+#include <memory>
 
 #include "Client.h"
+#include "ProcessEnd.h"
 
 int main(int argc, char* argv[]) {
     // The web engine, which is mapped later, shares its contexts with the windows.
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
-    QApplication application(argc, argv);
+    const QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zrclient"));
-    CClient client(COptions::Parse(QApplication::arguments()));
-    client.Window().show();
-    return QApplication::exec();
+    auto client = std::make_unique<CClient>(COptions::Parse(QApplication::arguments()));
+    const CEndSignals signals;
+    QObject::connect(&signals, &CEndSignals::Received, &client->Window(), &QWidget::close);
+    QObject::connect(&application, &QCoreApplication::aboutToQuit, LimitEnd);
+    client->Window().show();
+    const int code = QApplication::exec();
+    client.reset();
+    EndProcess(code);
 }

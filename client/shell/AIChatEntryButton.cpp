@@ -5,6 +5,7 @@
 #include "Icons.h"
 #include "Theme.h"
 #include "Translation.h"
+#include "ui/KitPaint.h"
 
 namespace {
 
@@ -50,7 +51,7 @@ CAIChatEntryButton::CAIChatEntryButton(const EntryPage& page, const CAIChatEntri
 void CAIChatEntryButton::ShowState() {
     const EnEntryState state = m_entries.State(m_page.scene);
     setEnabled(CAIChatEntries::IsOpen(state));
-    setToolTip(tr(Reason(state)).arg(int(m_page.scene)));
+    setToolTip(host::kit::TipText(tr(Reason(state)).arg(int(m_page.scene))));
 }
 
 void CAIChatEntryButton::OnClicked() {

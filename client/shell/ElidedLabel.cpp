@@ -2,6 +2,8 @@
 
 #include <QEvent>
 
+#include "ui/KitPaint.h"
+
 CElidedLabel::CElidedLabel(QWidget* parent) : QLabel(parent) {
     setTextFormat(Qt::PlainText);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
@@ -37,5 +39,5 @@ void CElidedLabel::changeEvent(QEvent* event) {
 void CElidedLabel::Fit() {
     const QString fitting = fontMetrics().elidedText(m_strWhole, Qt::ElideRight, width());
     setText(fitting);
-    setToolTip(fitting == m_strWhole ? QString() : m_strWhole);
+    setToolTip(fitting == m_strWhole ? QString() : host::kit::TipText(m_strWhole));
 }

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include "modules/ZRGrowthTypes.h"
+
 class QPushButton;
 class QWidget;
 
@@ -13,5 +15,8 @@ bool Open(const QString& url);
 
 /// A button that looks like a link; its object name is `name`. It shows the source text in the display language.
 QPushButton* NewLink(const QString& name, const char* source, const QString& url, QWidget* parent);
+
+/// The same for the link of the right's main button.
+QPushButton* NewLink(const QString& name, const char* source, EnPremiumAccess right, QWidget* parent);
 
 }  // namespace links

@@ -132,7 +132,7 @@ QWidget* CMainWindow::NewContent() {
 QDockWidget* CMainWindow::NewDock() {
     auto* dock = new QDockWidget(this);
     dock->setObjectName(QStringLiteral("WorkbenchDock"));
-    dock->setFeatures(QDockWidget::DockWidgetMovable);
+    dock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
     dock->setMinimumWidth(kWorkbenchLeastWidth);
     translation::OnLanguageChange(dock, [dock] { dock->setWindowTitle(tr("Workbench")); });
     auto* content = new QWidget(dock);

@@ -8,6 +8,7 @@
 #include "TabPages.h"
 #include "Theme.h"
 #include "Translation.h"
+#include "ui/KitPaint.h"
 
 namespace {
 
@@ -72,7 +73,7 @@ void CNavigation::ShowTexts() {
         const QString title = translation::PageText(kTabPages[index].page.title);
         // Blanks separate the text from the icon, because a tool button has no spacing between them.
         m_tabs[index]->setText(QStringLiteral("  ") + title);
-        m_tabs[index]->setToolTip(m_bCollapsed ? title : QString());
+        m_tabs[index]->setToolTip(m_bCollapsed ? host::kit::TipText(title) : QString());
     }
 }
 

@@ -157,6 +157,7 @@ CVipGallery::CVipGallery(QWidget* mainWindow, CPremiumRights& rights)
         AddRow();
     }
     m_pScroll->setFrameShape(QFrame::NoFrame);
+    m_pScroll->setFocusPolicy(Qt::NoFocus);  // the focus scrolls its control into view
     m_pScroll->setWidget(m_pContent);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(NewSwitches());

@@ -9,6 +9,7 @@
 
 #include "core/config_local.h"
 #include "framework/HostLog.h"
+#include "framework/JsonText.h"
 
 namespace {
 
@@ -30,11 +31,14 @@ QJsonObject Saved() {
     if (!core::config_local::AppCfgReadString(kKey, text)) {
         return {};
     }
-    const QJsonDocument document = QJsonDocument::fromJson(QByteArray::fromStdString(text));
-    if (!document.isObject()) {
+    // The toolkit's reader accepts what is not JSON.
+    std::string error;
+    const auto json = host::ParseJson(text, error);
+    if (!json || !json->isObject()) {
         kLog.Error(FMT_STRING("The saved window is damaged: {} bytes"), text.size());
+        return {};
     }
-    return document.object();
+    return QJsonDocument::fromJson(QByteArray::fromStdString(text)).object();
 }
 
 void FitIntoScreen(QMainWindow& window) {

@@ -74,6 +74,10 @@
         <translation>Réglages non enregistrés : une version plus récente a écrit le fichier</translation>
     </message>
     <message>
+        <source>Settings are saved later: another program locks their file</source>
+        <translation>Réglages enregistrés plus tard : un autre programme verrouille le fichier</translation>
+    </message>
+    <message>
         <source>Starting the server</source>
         <translation>Démarrage du serveur</translation>
     </message>
@@ -289,6 +293,10 @@
 </context>
 <context>
     <name>Pages</name>
+    <message>
+        <source>About this right</source>
+        <translation>À propos de ce droit</translation>
+    </message>
     <message>
         <source>Watchlist</source>
         <translation>Favoris</translation>

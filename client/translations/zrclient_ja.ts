@@ -74,6 +74,10 @@
         <translation>設定は保存されません：ファイルは新しいバージョンで作成されています</translation>
     </message>
     <message>
+        <source>Settings are saved later: another program locks their file</source>
+        <translation>設定は後で保存されます：別のプログラムがファイルをロックしています</translation>
+    </message>
+    <message>
         <source>Starting the server</source>
         <translation>サーバーを起動しています</translation>
     </message>
@@ -289,6 +293,10 @@
 </context>
 <context>
     <name>Pages</name>
+    <message>
+        <source>About this right</source>
+        <translation>この権利について</translation>
+    </message>
     <message>
         <source>Watchlist</source>
         <translation>ウォッチリスト</translation>

@@ -74,6 +74,10 @@
         <translation>设置不会保存：文件由更新的版本写入</translation>
     </message>
     <message>
+        <source>Settings are saved later: another program locks their file</source>
+        <translation>设置稍后保存：另一个程序锁定了文件</translation>
+    </message>
+    <message>
         <source>Starting the server</source>
         <translation>正在启动服务器</translation>
     </message>
@@ -289,6 +293,10 @@
 </context>
 <context>
     <name>Pages</name>
+    <message>
+        <source>About this right</source>
+        <translation>了解此权益</translation>
+    </message>
     <message>
         <source>Watchlist</source>
         <translation>自选</translation>

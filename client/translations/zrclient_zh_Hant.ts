@@ -74,6 +74,10 @@
         <translation>設定不會儲存：檔案由較新的版本寫入</translation>
     </message>
     <message>
+        <source>Settings are saved later: another program locks their file</source>
+        <translation>設定稍後儲存：另一個程式鎖定了檔案</translation>
+    </message>
+    <message>
         <source>Starting the server</source>
         <translation>正在啟動伺服器</translation>
     </message>
@@ -289,6 +293,10 @@
 </context>
 <context>
     <name>Pages</name>
+    <message>
+        <source>About this right</source>
+        <translation>了解此權益</translation>
+    </message>
     <message>
         <source>Watchlist</source>
         <translation>自選</translation>

@@ -159,3 +159,7 @@ void CWebView::SetFrozen(bool frozen) {
 QUrl CWebView::CommittedUrl() const {
     return m_pPage->url();
 }
+
+qint64 CWebView::ProcessId() const {
+    return m_pPage->renderProcessPid();
+}

@@ -38,6 +38,7 @@ public:
     void Send(const QString& message) override;
     void SetFrozen(bool frozen) override;
     QUrl CommittedUrl() const override;
+    qint64 ProcessId() const override;
 
 private:
     void Begin();

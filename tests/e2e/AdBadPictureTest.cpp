@@ -27,7 +27,7 @@ TEST_P(AdBadPictureTest, IsTriedThreeTimesAndToldAndKeepsThePopupAway) {
     }
     PassAMinute();
 
-    Push(kPushCheck, row.ad);
+    PushCheck(row.ad);
 
     EXPECT_TRUE(WaitForLine("OnImageLoadFailed, adType = 2"));
     ExpectRefused("\u00B7 picture loaded", (std::string("refused-picture-") + row.name).c_str());
@@ -40,7 +40,7 @@ TEST_P(AdBadPictureTest, IsTriedThreeTimesAndToldAndKeepsThePopupAway) {
     EXPECT_EQ(told["action_times"], 3);
     EXPECT_EQ(Reported("StartExposeAd"), 0);
     PassAMinute();
-    Push(kPushNew);
+    PushNew();
     Override("AdTab", kMarket);
     ExpectShown((std::string("shown-after-picture-") + row.name).c_str());
 }

@@ -25,7 +25,7 @@ std::string Slots(const std::string& market, const std::string& alerts, const st
                R"(","startInS":-100,"endInS":10000,"expireInS":20000,"users":[501],"image":")" + image +
                R"(","schema":")" + schema + R"("}]})";
     };
-    return "[" + slot("7", "2", market, "first-trade-en.png") + "," + slot("9", "1", alerts, "research-weekly.svg") +
+    return "[" + slot("7", "2", market, "first-trade-en.png") + "," + slot("9", "1", alerts, "research-weekly.png") +
            "]";
 }
 

@@ -71,7 +71,15 @@ protected:
         return WaitInRealTime([=] { return Banner(position) != nullptr; });
     }
 
-    void Open(const char* tabs, const char* page) { Child<QTabWidget>(tabs)->setCurrentWidget(Child<QWidget>(page)); }
+    /// Opens the tab that holds the page.
+    void Open(const char* tabs, const char* page) {
+        auto* all = Child<QTabWidget>(tabs);
+        for (int tab = 0; tab < all->count(); ++tab) {
+            if (all->widget(tab) == Child<QWidget>(page) || all->widget(tab)->isAncestorOf(Child<QWidget>(page))) {
+                all->setCurrentIndex(tab);
+            }
+        }
+    }
 
     bool WorkbenchSays(const QString& words) {
         return Child<QLabel>("WhySentence")->text().contains(words, Qt::CaseInsensitive) ||

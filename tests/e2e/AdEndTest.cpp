@@ -28,7 +28,7 @@ protected:
         Make();
         QObject::connect(client, &CComposition::WebOpened, &watcher, [this] { ++opened; });
         Show();
-        Open("WorkbenchTabs", "AdTabPage");
+        Open("WorkbenchTabs", "WhyPage");
         ASSERT_TRUE(WaitForLine("Show ad popup success. adType = 2, adPosition = 42, adId = 701"));
     }
 

@@ -43,7 +43,7 @@ inline QByteArray RefusalScenario() {
           "schema":"https://ads.example/801"},
          {"id":"802","startInS":-100,"endInS":100000,"expireInS":200000,"image":"night-session.png",
           "schema":"https://ads.example/802"},
-         {"id":"803","startInS":-100,"endInS":100000,"expireInS":200000,"image":"research-weekly.svg",
+         {"id":"803","startInS":-100,"endInS":100000,"expireInS":200000,"image":"research-weekly.png",
           "schema":"https://ads.example/803"}]}],
     "commonConfig":{}})";
 }
@@ -58,7 +58,7 @@ protected:
         Start();
         ASSERT_TRUE(WaitForLine("ShowAreas donot contain currentTab, currentTab = 500, tabFrameKey = 20001"));
         ASSERT_FALSE(IsCardSeen());
-        Open("WorkbenchTabs", "AdTabPage");
+        Open("WorkbenchTabs", "WhyPage");
     }
 
     void StartAndSeePopup() {
@@ -67,40 +67,47 @@ protected:
         ASSERT_TRUE(WaitInRealTime([this] { return IsCardSeen(); }));
     }
 
-    void Override(const char* switchName, int choice) {
-        Open("AdTabs", "AdSwitches");
-        Child<QComboBox>(switchName)->setCurrentIndex(choice);
-    }
+    void Override(const char* switchName, int choice) { Child<QComboBox>(switchName)->setCurrentIndex(choice); }
 
     void SetInterval(const char* seconds) {
-        Open("AdTabs", "AdSwitches");
-        Child<QLineEdit>("AdInterval")->setText(QString::fromLatin1(seconds));
-        Click(Child<QPushButton>("AdIntervalSet"));
-        ASSERT_TRUE(WaitInRealTime([this] { return !Child<QLabel>("AdSwitchesMessage")->text().isEmpty(); }));
-        ASSERT_TRUE(Child<QLabel>("AdSwitchesMessage")->property("good").toBool());
+        OpenLoaded("ServerRequestsPageScroll", "ServerRequestsChoice", "AdSlot", "AdSlot.showInterval");
+        Child<QLineEdit>("AdSlot.showInterval")->setText(QString::fromLatin1(seconds));
+        Child<QPushButton>("AdSlotSend")->click();
+        ASSERT_TRUE(WaitInRealTime(
+            [this] { return Child<QLabel>("AdSlotOutcome")->text().startsWith(QStringLiteral("Saved; ")); }));
     }
 
-    /// Index in the combo box of pushes.
-    enum EnPush { kPushChange, kPushCheck, kPushNew };
-
-    void Push(EnPush push, const char* ids = "", const char* delay = "0") {
-        Open("AdTabs", "AdPushPanel");
-        Child<QComboBox>("AdPush")->setCurrentIndex(push);
-        Child<QLineEdit>("AdPushIds")->setText(QString::fromLatin1(ids));
-        Child<QLineEdit>("AdPushDelay")->setText(QString::fromLatin1(delay));
-        Child<QLabel>("AdPushMessage")->clear();
-        Click(Child<QPushButton>("AdPushSend"));
-        ASSERT_TRUE(WaitInRealTime(
-            [this] { return Child<QLabel>("AdPushMessage")->text() == QStringLiteral("Sent to connections: 1"); }));
+    /// Sends a push of the table. `ids` is the name of its field for ids of ads, and their list.
+    void Push(const QString& row, const QString& push, std::pair<const char*, const char*> ids = {},
+              const char* delay = "0") {
+        OpenServer("PushPageScroll", "PushesChoice", row.toLatin1());
+        const auto field = [&](const char* name) {
+            return Child<QLineEdit>(
+                (row + QLatin1Char('.') + push + QLatin1Char('.') + QString::fromLatin1(name)).toLatin1());
+        };
+        if (ids.first) {
+            field(ids.first)->setText(QString::fromLatin1(ids.second));
+        }
+        field("delay")->setText(QString::fromLatin1(delay));
+        auto* outcome = Child<QLabel>((row + QStringLiteral("Outcome")).toLatin1());
+        outcome->clear();
+        Child<QPushButton>((row + QStringLiteral("Send")).toLatin1())->click();
+        ASSERT_TRUE(WaitInRealTime([=] { return outcome->text() == QStringLiteral("Sent to connections: 1"); }));
+        Open("WorkbenchTabs", "WhyPage");
+    }
+    void PushNew() { Push(QStringLiteral("PushAdNew"), QStringLiteral("adNew")); }
+    void PushCheck(const char* ids) { Push(QStringLiteral("PushAdCheck"), QStringLiteral("adCheck"), {"adIds", ids}); }
+    void PushChange(const char* ids, const char* delay) {
+        Push(QStringLiteral("PushAdChange"), QStringLiteral("adChange"), {"offlineAdIds", ids}, delay);
     }
 
     /// Advances the server's clock by `step`, which is longer than the minimum time between two requests.
     void MoveClock(const char* step, qint64 byMs) {
         const qint64 wanted = core::time_date::GetSvrTimeMillis() + byMs - 1'000;
-        Open("WorkbenchTabs", "ServerTab");
-        Click(Child<QPushButton>(step));
+        OpenServer("ClockPageScroll");
+        Child<QPushButton>(step)->click();
         ASSERT_TRUE(WaitInRealTime([=] { return core::time_date::GetSvrTimeMillis() >= wanted; }));
-        Open("WorkbenchTabs", "AdTabPage");
+        Open("WorkbenchTabs", "WhyPage");
     }
     void PassAMinute() { MoveClock("ClockPlusMinute", 60'000); }
     void PassAnHour() { MoveClock("ClockPlusHour", kHourMs); }
@@ -120,7 +127,7 @@ protected:
 
     std::string Overridden() {
         const auto* label = Child<QLabel>("AdOverridden");
-        return label->isVisible() ? label->text().toStdString() : std::string();
+        return label->isHidden() ? std::string() : label->text().toStdString();
     }
 
     /// Returns the number of dots that the slideshow paints.

@@ -80,11 +80,10 @@ TEST_F(AdRefusalTest, AnIntervalThatIsNotOver) {
     ASSERT_NO_FATAL_FAILURE(SetInterval("3600"));
     PassAMinute();
 
-    Push(kPushNew);
+    PushNew();
 
     EXPECT_TRUE(WaitForLine("CurrentTime donot exceed showInterval."));
     EXPECT_EQ(ParsedLine("showInterval = 3600, adType = 2, adPosition = 42, adId = 701"), 1);
-    EXPECT_EQ(Overridden(), "Overridden: interval 3600 s instead of 0 s");
     ExpectRefused("\u00B7 interval since the last showing", "refused-interval");
 
     PassAnHour();
@@ -97,13 +96,13 @@ TEST_F(AdRefusalTest, AnIntervalEndsWhenItIsForgottenWhenThePopupWasShown) {
     Click(Child<QWidget>("CZRAdBottomPopupViewCloseButton"));
     ASSERT_NO_FATAL_FAILURE(SetInterval("3600"));
     PassAMinute();
-    Push(kPushNew);
+    PushNew();
     ASSERT_TRUE(WaitForLine("CurrentTime donot exceed showInterval."));
 
-    Open("AdTabs", "AdSwitches");
+    OpenServer("ClockPageScroll");
     Click(Child<QPushButton>("AdLastShownForget"));
 
-    EXPECT_EQ(Child<QLabel>("AdSwitchesMessage")->text(),
+    EXPECT_EQ(Child<QLabel>("PopupOutcome")->text(),
               QStringLiteral("It is forgotten when the popup was last shown to this user"));
     EXPECT_EQ(StoredValue("AdLastShowTimeStampKey_2_42_501_1"), "0");
     Override("AdTab", kMarket);
@@ -113,7 +112,7 @@ TEST_F(AdRefusalTest, AnIntervalEndsWhenItIsForgottenWhenThePopupWasShown) {
 TEST_F(AdRefusalTest, AnAdThatIsTakenOffline) {
     ASSERT_NO_FATAL_FAILURE(StartAndSeePopup());
 
-    Push(kPushChange, "700 701", "600");
+    PushChange("700 701", "600");
 
     EXPECT_TRUE(WaitForLine("Closed ad by push offline. adType = 2, adPosition = 42, adId = 701"));
     EXPECT_TRUE(WaitInRealTime([this] { return Reported("ReportAdvertisementExposureResult") == 1; }));
@@ -127,13 +126,13 @@ TEST_F(AdRefusalTest, AStartThatHasNotCome) {
     ASSERT_NO_FATAL_FAILURE(StartAndSeeNothing());
     PassAMinute();
 
-    Push(kPushCheck, "703");
+    PushCheck("703");
 
     EXPECT_TRUE(WaitForLine("CurrentTime < startTime"));
     EXPECT_EQ(ParsedLine("adType = 2, adPosition = 42, remove adId = 703"), 1);
     ExpectRefused("\u00B7 an ad that is due", "refused-start");
     PassAnHour();
-    Push(kPushCheck, "703");
+    PushCheck("703");
     ExpectShown("shown-after-its-start");
 }
 

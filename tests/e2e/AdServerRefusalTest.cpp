@@ -27,7 +27,7 @@ protected:
     void ExpectShownByTheNextSearch(const std::string& name) {
         server->Put("/v1/httpFaults", "{}");
         PassAMinute();
-        Push(kPushNew);
+        PushNew();
         ASSERT_TRUE(WaitInRealTime([this] { return server->HttpTo("/ad/search").size() >= 2; }));
         Override("AdTab", kMarket);
         ExpectShown(("shown-after-" + name).c_str());
@@ -42,7 +42,7 @@ TEST_P(AdServerRefusalTest, IsSaidAndEndsWithTheNextSearch) {
     }
     PassAMinute();
 
-    Push(kPushCheck, row.ads);
+    PushCheck(row.ads);
 
     EXPECT_TRUE(WaitForLine(row.line));
     ExpectRefused(row.why, (std::string("refused-") + row.name).c_str());
@@ -71,10 +71,10 @@ INSTANTIATE_TEST_SUITE_P(Answers, AdServerRefusalTest,
 TEST_F(AdRefusalTest, ARequestWithinTenSecondsOfTheLast) {
     ASSERT_NO_FATAL_FAILURE(StartAndSeeNothing());
     PassAMinute();
-    Push(kPushNew);
+    PushNew();
     ASSERT_TRUE(WaitInRealTime([this] { return server->HttpTo("/ad/search").size() == 2; }));
 
-    Push(kPushNew);
+    PushNew();
 
     EXPECT_TRUE(WaitForLine("Request ad limited."));
     ExpectRefused("\u00B7 pause between requests", "refused-RequestLimit");
@@ -85,7 +85,7 @@ TEST_F(AdRefusalTest, ARequestWithinTenSecondsOfTheLast) {
     }));
     EXPECT_EQ(server->HttpTo("/ad/search").size(), 2u);
     PassAMinute();
-    Push(kPushNew);
+    PushNew();
     ASSERT_TRUE(WaitInRealTime([this] { return server->HttpTo("/ad/search").size() == 3; }));
     Override("AdTab", kMarket);
     ExpectShown("shown-after-RequestLimit");

@@ -31,7 +31,7 @@ constexpr const char* kScenario = R"({"schema":1,
       {"adType":3,"adPosition":9,"enableClose":false,"bannerPosition":{"bannerType":1,"materialScale":"6:1",
          "materialCorner":"8"},
        "campaigns":[
-         {"id":"901","startInS":-100,"endInS":10000,"expireInS":20000,"image":"research-weekly.svg",
+         {"id":"901","startInS":-100,"endInS":10000,"expireInS":20000,"image":"research-weekly.png",
           "schema":"https://ads.example/901"}]}],
     "commonConfig":{}})";
 
@@ -210,8 +210,7 @@ TEST_F(AdShowTest, ABannerIsItsUsersAndEndsWithHisLogout) {
 
 TEST_F(AdShowTest, TheDeveloperPanelOpensFromTheWorkbench) {
     ASSERT_NO_FATAL_FAILURE(StartAndSeePopup());
-    auto* tabsOfWorkbench = Child<QTabWidget>("WorkbenchTabs");
-    tabsOfWorkbench->setCurrentWidget(Child<QWidget>("WhyPage"));
+    Open("WorkbenchTabs", "WhyPage");
     Click(Child<QWidget>("AdPanelOpen"));
     auto* panel = Child<QWidget>("CZRAdBottomPopupDeveloperView");
     ASSERT_NE(panel, nullptr);

@@ -9,6 +9,7 @@ extern const char* const kDevServer;
 extern const char* const kModule;
 extern const char* const kAdDriver;
 extern const char* const kRecorder;
+extern const char* const kHangs;
 extern const char* const kTestModules;  // a folder
 
 }  // namespace build

@@ -5,7 +5,13 @@
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
+#include <QComboBox>
 #include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTableWidget>
 #include <QTemporaryDir>
 #include <memory>
 #include <set>
@@ -16,7 +22,7 @@
 #include "ControlApiDriver.h"
 #include "core/message_dispatch.h"
 #include "support/RealTime.h"
-#include "workbench/EntryModel.h"
+#include "workbench/EventModel.h"
 
 /// A client with its window, the module mapped from the build, and its own server. Each case is its own process,
 /// because the module's managers are never destroyed before the process ends.
@@ -128,6 +134,35 @@ protected:
         return rights;
     }
 
+    /// Opens a tab of the workbench's page for the server, and a form on it.
+    void OpenServer(const char* page, const char* forms = nullptr, const char* row = nullptr) {
+        Child<QTabWidget>("WorkbenchTabs")->setCurrentWidget(Child<QWidget>("ServerTab"));
+        Child<QTabWidget>("ServerTabs")->setCurrentWidget(Child<QWidget>(page));
+        if (forms) {
+            auto* choice = Child<QComboBox>(forms);
+            choice->setCurrentIndex(choice->findData(QString::fromLatin1(row)));
+        }
+    }
+
+    /// Opens the form and waits until it shows the server's value of this field.
+    void OpenLoaded(const char* page, const char* forms, const char* row, const char* field) {
+        OpenServer(page, forms, row);
+        ASSERT_TRUE(WaitInRealTime([=] { return Child<QWidget>(field)->isEnabled(); }));
+    }
+
+    /// Sets a fault of command 20982 with one field, and waits until the server returns it.
+    void SetFault(const char* field, const char* value) {
+        OpenServer("FaultPageScroll", "FaultFormsChoice", "ReplyFault");
+        Child<QLineEdit>("ReplyFault.error")->clear();
+        if (auto* combo = Child<QComboBox>(field)) {
+            combo->setEditText(QString::fromLatin1(value));
+        } else {
+            Child<QLineEdit>(field)->setText(QString::fromLatin1(value));
+        }
+        Child<QPushButton>("ReplyFaultSend")->click();
+        ASSERT_TRUE(WaitInRealTime([this] { return Child<QTableWidget>("FaultTable")->rowCount() == 1; }));
+    }
+
     /// Returns the scenes whose entries are enabled, on all pages.
     std::set<int> OpenEntries() const {
         std::set<int> open;
@@ -169,7 +204,7 @@ protected:
 
     /// Returns true if the workbench shows all entries that it received.
     bool IsWorkbenchSettled() const {
-        const auto models = window->findChildren<CEntryModel*>();
+        const auto models = window->findChildren<CEventModel*>();
         return !models.isEmpty() &&
                std::all_of(models.begin(), models.end(), [](const auto* model) { return model->IsSettled(); });
     }

@@ -5,16 +5,21 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <QToolButton>
 #include <QWindow>
 
+#include "PremiumRights.h"
 #include "VipClientFixture.h"
+#include "VipGallery.h"
 
 using namespace ::testing;
 
 namespace {
 
+constexpr int kMaxStops = 2'000;
 constexpr size_t kMinStops = 5;  // two toggles, the user menu, the navigation, and one of the page
 
 class KeyboardTest : public VipClientTest {
@@ -38,14 +43,14 @@ protected:
         return !widget->objectName().startsWith(QLatin1String("NavigationTab_"));
     }
 
-    std::set<QWidget*> Controls() const {
+    static std::set<QWidget*> Controls(const QWidget& top) {
         std::set<QWidget*> controls;
-        for (auto* widget : window->findChildren<QWidget*>()) {
+        for (auto* widget : top.findChildren<QWidget*>()) {
             const bool isControl = qobject_cast<QAbstractButton*>(widget) || qobject_cast<QComboBox*>(widget) ||
                                    qobject_cast<QLineEdit*>(widget) || qobject_cast<QAbstractItemView*>(widget) ||
                                    widget->focusPolicy() != Qt::NoFocus;
             const bool isHeader = widget->inherits("QHeaderView") || widget->inherits("QTableCornerButton");
-            if (isControl && !isHeader && widget->isVisible() && widget->isEnabled() && widget->window() == window &&
+            if (isControl && !isHeader && widget->isVisible() && widget->isEnabled() && widget->window() == &top &&
                 HasItsOwnStop(widget)) {
                 controls.insert(widget);
             }
@@ -53,12 +58,12 @@ protected:
         return controls;
     }
 
-    void Press(Qt::Key key) { QTest::keyClick(window->windowHandle(), key); }
+    void Press(Qt::Key key) { QTest::keyClick(QApplication::activeWindow()->windowHandle(), key); }
 
     /// Returns what the focus comes to with Tab, until it comes to the first one again.
     std::vector<QWidget*> Stops() {
         std::vector<QWidget*> stops;
-        for (int count = 0; count < 200; ++count) {
+        for (int count = 0; count < kMaxStops; ++count) {
             Press(Qt::Key_Tab);
             QWidget* focus = QApplication::focusWidget();
             if (!focus || std::find(stops.begin(), stops.end(), focus) != stops.end()) {
@@ -91,20 +96,25 @@ protected:
                 popup->close();
             }
         });
-        QTest::keyPress(window->windowHandle(), Qt::Key_Space);
+        QWindow* handle = widget->window()->windowHandle();
+        QTest::keyPress(handle, Qt::Key_Space);
         QObject::disconnect(connection);
         EXPECT_TRUE(pressed) << NameOf(widget);
         // The control stays as it is: a release without the press clicks nothing.
         button->setDown(false);
-        QTest::keyRelease(window->windowHandle(), Qt::Key_Space);
+        QTest::keyRelease(handle, Qt::Key_Space);
     }
 
     void CheckPage(const char* page) {
         Choose(page);
         ASSERT_TRUE(WaitInRealTime([&] { return Child<QWidget>((std::string("Page_") + page).c_str())->isVisible(); }));
+        CheckWindow(*window);
+    }
+
+    void CheckWindow(const QWidget& top) {
         const std::vector<QWidget*> stops = Stops();
         EXPECT_GE(stops.size(), kMinStops);
-        for (QWidget* control : Controls()) {
+        for (QWidget* control : Controls(top)) {
             EXPECT_TRUE(std::find(stops.begin(), stops.end(), control) != stops.end()) << NameOf(control);
         }
         for (QWidget* stop : stops) {
@@ -134,5 +144,113 @@ TEST_P(KeyboardPagesTest, EachControlIsReachedSeenUsedAndNamed) {
 
 INSTANTIATE_TEST_SUITE_P(Users, KeyboardPagesTest, Values(20001, 20003, 20009, 20012),
                          [](const auto& user) { return "user" + std::to_string(user.param); });
+
+TEST_F(KeyboardTest, EachControlOfTheGalleryIsReachedSeenUsedAndNamed) {
+    Begin(20012);
+    CPremiumRights rights;
+    rights.Refresh();
+    CVipGallery::Open(window, rights);
+    const std::unique_ptr<CVipGallery> gallery(window->findChild<CVipGallery*>());
+    ASSERT_TRUE(WaitInRealTime([&] { return gallery->isActiveWindow() && gallery->IsComplete(); }));
+
+    CheckWindow(*gallery);
+}
+
+TEST_F(KeyboardTest, ArrowsReachEachEntryOfTheUserMenu) {
+    Begin(20003);
+    auto* menu = Child<QMenu>("UserMenu");
+    std::set<QAction*> reached;
+    QTimer::singleShot(0, menu, [&] {
+        for (int step = 0; step < menu->actions().size(); ++step) {
+            QTest::keyClick(menu, Qt::Key_Down);
+            reached.insert(menu->activeAction());
+        }
+        menu->close();
+    });
+    Child<QToolButton>("UserMenuButton")->setFocus();
+    Press(Qt::Key_Space);
+
+    for (QAction* action : menu->actions()) {
+        if (action->isSeparator() || action->objectName().isEmpty() || !action->isEnabled() || !action->isVisible()) {
+            continue;
+        }
+        EXPECT_EQ(reached.count(action), 1U) << action->objectName().toStdString();
+        EXPECT_FALSE(action->text().isEmpty()) << action->objectName().toStdString();
+    }
+    EXPECT_THAT(reached, Contains(Child<QAction>("UserMenuVip")));
+}
+
+// Tags, exclusive masks and ad pictures take the mouse alone. The first two have their target within reach elsewhere.
+class MouseOnlyTest : public KeyboardTest {
+protected:
+    ~MouseOnlyTest() override { End(); }
+
+    void Begin(quint64 user) {
+        KeyboardTest::Begin(user);
+        QObject::connect(client, &CComposition::WebOpened, &watcher,
+                         [this](const QUrl& url) { opened.push_back(url.path().toStdString()); });
+        Choose("research");
+    }
+
+    QWidget* VisibleOf(const char* name) const {
+        for (auto* widget : window->findChildren<QWidget*>()) {
+            if (widget->inherits(name) && widget->isVisible()) {
+                return widget;
+            }
+        }
+        return nullptr;
+    }
+
+    std::vector<std::string> opened;
+};
+
+TEST_F(MouseOnlyTest, MenuReachesTheTargetOfATag) {
+    Begin(20009);
+    QWidget* tag = VisibleOf("CZRVipTagWidget");
+    ASSERT_NE(tag, nullptr);
+    EXPECT_EQ(tag->focusPolicy(), Qt::NoFocus);
+
+    Click(tag);
+    auto* menu = Child<QMenu>("UserMenu");
+    // The menu has an event loop of its own.
+    QTimer::singleShot(0, menu, [&] {
+        for (int step = 0; step < 60 && menu->activeAction() != Child<QAction>("UserMenuVip"); ++step) {
+            QTest::keyClick(menu, Qt::Key_Up);
+        }
+        QTest::keyClick(menu, menu->activeAction() == Child<QAction>("UserMenuVip") ? Qt::Key_Return : Qt::Key_Escape);
+    });
+    Child<QToolButton>("UserMenuButton")->setFocus();
+    Press(Qt::Key_Space);
+    WaitInRealTime([&] { return opened.size() == 2; });
+
+    ASSERT_EQ(opened.size(), 2U);
+    EXPECT_EQ(opened[1], opened[0]);
+}
+
+TEST_F(MouseOnlyTest, LinkOfTheCardReachesTheTargetOfAnExclusiveMask) {
+    Begin(20001);
+    QWidget* mask = VisibleOf("CZRVipExclusiveMaskWidget");
+    ASSERT_NE(mask, nullptr);
+    EXPECT_EQ(mask->focusPolicy(), Qt::NoFocus);
+    auto* about = Child<QPushButton>("AnalystConsensusAbout");
+
+    Click(mask);
+    about->setFocus();
+    Press(Qt::Key_Space);
+
+    ASSERT_EQ(opened.size(), 2U);
+    EXPECT_THAT(opened[0], StartsWith("/link/"));
+    EXPECT_EQ(opened[1], opened[0]);
+}
+
+TEST_F(MouseOnlyTest, LinkIsThereOnlyWithAnExclusiveMask) {
+    Begin(20001);
+    EXPECT_TRUE(Child<QPushButton>("AnalystConsensusAbout")->isVisible());
+    EXPECT_FALSE(Child<QPushButton>("ShortSellingAbout")->isVisible());
+
+    LogIn(20003);
+
+    EXPECT_TRUE(WaitInRealTime([this] { return !Child<QPushButton>("AnalystConsensusAbout")->isVisible(); }));
+}
 
 }  // namespace

@@ -108,6 +108,16 @@ INSTANTIATE_TEST_SUITE_P(Modules, FailingEntryTest,
                                 FailingEntry{"libzr_test_good.so", "CNobody", "has no entry LoadPluginModuleCNobody"}),
                          [](const auto& row) { return std::string(row.param.module); });
 
+TEST_F(ClientTest, WarningOfTheToolkitIsInTheLog) {
+    Start();
+    qWarning("a drawing is damaged");
+    End();
+
+    QFile log(options.dataDir + QStringLiteral("/client.log"));
+    ASSERT_TRUE(log.open(QIODevice::ReadOnly));
+    EXPECT_THAT(log.readAll().toStdString(), ContainsRegex("error [0-9]+ \\[Host.Qt\\] .*a drawing is damaged"));
+}
+
 TEST_F(ClientTest, AStoreThatCantBeOpenedIsInTheLogFromTheStart) {
     // a folder has the name of the file
     ASSERT_TRUE(QDir().mkpath(options.dataDir + QStringLiteral("/client.sqlite")));

@@ -123,18 +123,6 @@ TEST_F(LoginTest, AServerThatDiesIsSaidAndTheClientIsBackWithoutASecondLogin) {
     EXPECT_THAT(server->Requests(20982), IsEmpty());
 }
 
-TEST_F(LoginTest, APortThatSomebodyElseTookIsSaidAndTriedAgain) {
-    StartAndLogIn();
-    QTcpServer other;
-
-    ASSERT_EQ(kill(pid_t(client->Server().ProcessId()), SIGKILL), 0);
-    ASSERT_TRUE(WaitInRealTime([&] { return other.listen(QHostAddress::LocalHost, channelPort); }));
-
-    EXPECT_TRUE(WaitInRealTime([this] { return StatusSaid("in use"); }));
-    other.close();
-    EXPECT_TRUE(WaitInRealTime([this] { return CountOf(10650) == 2; }));
-}
-
 TEST_F(LoginTest, ADroppedConnectionComesBack) {
     StartAndLogIn();
 

@@ -97,7 +97,9 @@ TEST_P(DamagedWindowTest, LeadsToTheFirstStart) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Values, DamagedWindowTest,
-                         Values(Damage{"empty", ""}, Damage{"no_object", "[7]"}, Damage{"cut", R"({"place":"AdnQ)"},
+                         Values(Damage{"empty", ""}, Damage{"no_object", "[7]"},
+                                Damage{"no_json", R"({"page":"research","navigationCollapsed":true,"x":2.})"},
+                                Damage{"cut", R"({"place":"AdnQ)"},
                                 Damage{"other_types", R"({"place":7,"docks":{},"page":[1],"navigationCollapsed":"x"})"},
                                 Damage{"strange", R"({"place":"AAAA","docks":"AAAA","page":"nowhere"})"}),
                          [](const auto& row) { return row.param.name; });

@@ -348,28 +348,30 @@ TEST_F(RightsTest, TheWorkbenchAsksBreaksAndPushes) {
     // a list, through the service
     Child<QLineEdit>("AskRights")->setText(QStringLiteral("5 1"));
     Press("AskList");
-    ASSERT_TRUE(WaitInRealTime([this] { return Says("AskOutcome", "good"); }));
+    ASSERT_TRUE(WaitInRealTime([this] { return Says("RefreshPremium", "good"); }));
     EXPECT_EQ(LastRequest(), "080010051001");
 
     // the next answer has its own code, once
-    Child<QComboBox>("AnswerKind")->setCurrentIndex(5);
-    Press("AnswerSet");
-    ASSERT_TRUE(WaitInRealTime([this] { return Says("AnswerMessage", "20637"); }));
+    Child<QComboBox>("ReplyFault.command")->setEditText(QStringLiteral("20637"));
+    Child<QLineEdit>("ReplyFault.error")->clear();
+    Child<QComboBox>("ReplyFault.bodyHex")->setEditText(QStringLiteral("0805  code 5"));
+    Press("ReplyFaultSend");
+    ASSERT_TRUE(WaitInRealTime([this] { return Says("ReplyFaultOutcome", "Done"); }));
     Press("AskAll");
-    ASSERT_TRUE(WaitInRealTime([this] { return Says("AskOutcome", "code 5"); }));
+    ASSERT_TRUE(WaitInRealTime([this] { return Says("RefreshPremium", "code 5"); }));
     Press("AskAll");
-    ASSERT_TRUE(WaitInRealTime([this] { return Says("AskOutcome", "good"); }));
+    ASSERT_TRUE(WaitInRealTime([this] { return Says("RefreshPremium", "good"); }));
     EXPECT_EQ(LastRequest(), "0801");
 
     // and both pushes
-    Child<QLineEdit>("PushDelay")->setText(QStringLiteral("0"));
-    Child<QLineEdit>("PushRights")->setText(QStringLiteral("1"));
-    Child<QComboBox>("PushNeedAll")->setCurrentIndex(0);
-    Press("PushPremium");
+    Child<QLineEdit>("PushRights.premiumChange.delaySeconds")->setText(QStringLiteral("0"));
+    Child<QLineEdit>("PushRights.premiumChange.access")->setText(QStringLiteral("1"));
+    Child<QComboBox>("PushRights.premiumChange.needAll")->setCurrentIndex(0);
+    Press("PushRightsSend");
     ASSERT_TRUE(WaitForWhy("Rights", "push \u00B7 good"));
     EXPECT_EQ(LastRequest(), "08001001");
-    Child<QLineEdit>("PushWindow")->setText(QString());
-    Press("PushVip");
+    Child<QLineEdit>("PushVip.vipChange.windowSeconds")->setText(QString());
+    Press("PushVipSend");
     EXPECT_TRUE(WaitForWhy("VIP status", "push \u00B7 good"));
 }
 

@@ -8,7 +8,6 @@
 #include "ClientFixture.h"
 #include "StatusLine.h"
 #include "core/urlhandler.h"
-#include "workbench/LogModel.h"
 #include "workbench/Workbench.h"
 
 using namespace ::testing;
@@ -134,10 +133,10 @@ TEST_F(StartTest, TheWorkbenchMissesNothingThatHappenedBeforeItWasMade) {
     Show();
 
     ASSERT_TRUE(WaitInRealTime([this] { return IsWorkbenchSettled(); }));
-    const auto* log = window->findChild<CLogModel*>();
+    const CEventModel& log = window->findChild<CWorkbench*>()->Log();
     std::multiset<std::string> shown;
-    for (int row = 0; row < log->rowCount(); ++row) {
-        shown.insert(log->index(row, CLogModel::Text).data().toString().toStdString());
+    for (int row = 0; row < log.rowCount(); ++row) {
+        shown.insert(log.At(row).cells[2].toStdString());
     }
     const auto kept = client->Log().Kept();
     for (size_t index = 0; index < lines; ++index) {

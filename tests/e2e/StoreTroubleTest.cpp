@@ -6,6 +6,7 @@
 #include "StatusLine.h"
 #include "core/config_local.h"
 #include "core/lang.h"
+#include "store/StoreSchema.h"
 
 using namespace ::testing;
 
@@ -62,6 +63,7 @@ protected:
         insert.bind(2, kCached, int(std::string(kCached).size()));
         insert.exec();
         file.exec("PRAGMA user_version=1000");
+        file.exec("PRAGMA application_id=" + std::to_string(store_schema::MarkOf(1000)));
     }
 
     QProcess other;

@@ -28,7 +28,7 @@ protected:
     }
 
     /// The workbench's tabs, in their order.
-    enum EnTab { kTabSession, kTabWhy, kTabRights, kTabAds, kTabTraffic, kTabLog, kTabStore, kTabUrls, kTabServer };
+    enum EnTab { kTabWhy, kTabRights, kTabUser, kTabServer, kTabTraffic, kTabLog, kTabStore, kTabUrls };
 
     void OpenTab(EnTab tab) { Child<QTabWidget>("WorkbenchTabs")->setCurrentIndex(tab); }
 
@@ -39,7 +39,7 @@ protected:
 
     /// Logs the user in at the workbench and waits for the module's answer.
     void LogIn(quint64 user, const std::set<int>& expectedEntries) {
-        OpenTab(kTabSession);
+        OpenTab(kTabUser);
         Select("WorkbenchUser", user);
         messages.clear();
         Click(Child<QPushButton>("WorkbenchLogin"));

@@ -13,8 +13,6 @@
 #include "Theme.h"
 #include "core/message_ids.h"
 #include "ui/zr_ui_theme.h"
-#include "workbench/LogFilter.h"
-#include "workbench/LogModel.h"
 #include "workbench/diagnosis/Tracker.h"
 
 using namespace ::testing;
@@ -22,7 +20,6 @@ using namespace ::testing;
 namespace {
 
 constexpr int kChinese = 0;
-constexpr int kRightsAsk = 0, kRightsPushes = 1, kRightsAnswers = 2;
 
 TEST_F(TourTest, ConnectsAndShowsTheEntriesOfTheFirstUser) {
     StartTour();
@@ -171,17 +168,18 @@ TEST_F(TourTest, ShowsBannersOnTwoPages) {
 TEST_F(TourTest, ShowsTheStateOfAnAdAndTheReasonOfARefusal) {
     StartTour();
     ASSERT_TRUE(WaitInRealTime([this] { return IsCardSeen(); }));
-    OpenTab(kTabAds);
+    OpenTab(kTabWhy);
     Picture("ads-workbench");
 
-    Open("AdTabs", "AdPushPanel");
-    Child<QComboBox>("AdPush")->setCurrentIndex(2);
+    OpenServer("PushPageScroll", "PushesChoice", "PushAdNew");
     // The second of two pushes requests ads too early.
     for (int push = 0; push < 2; ++push) {
-        Child<QLabel>("AdPushMessage")->clear();
-        Click(Child<QPushButton>("AdPushSend"));
-        ASSERT_TRUE(WaitInRealTime([this] { return !Child<QLabel>("AdPushMessage")->text().isEmpty(); }));
+        Child<QLabel>("PushAdNewOutcome")->clear();
+        Click(Child<QPushButton>("PushAdNewSend"));
+        ASSERT_TRUE(WaitInRealTime([this] { return !Child<QLabel>("PushAdNewOutcome")->text().isEmpty(); }));
     }
+    Picture("ads-push");
+    OpenTab(kTabWhy);
 
     OpenTab(kTabWhy);
     EXPECT_TRUE(WaitInRealTime([this] { return WorkbenchSays("\u00B7 pause between requests"); }));
@@ -208,9 +206,7 @@ TEST_F(TourTest, ListsTheTrafficOfALoginAndDecodesTheReply) {
 
     OpenTab(kTabTraffic);
     SelectRow("TrafficTable", 1, "Reply", 2, "20982");
-    EXPECT_FALSE(Child<QTreeWidget>("TrafficDetail")
-                     ->findItems(QStringLiteral("scene"), Qt::MatchExactly | Qt::MatchRecursive)
-                     .isEmpty());
+    EXPECT_THAT(Child<QPlainTextEdit>("TrafficDetail")->toPlainText().toStdString(), HasSubstr("scene: "));
     Picture("traffic");
 
     OpenTab(kTabStore);
@@ -222,18 +218,14 @@ TEST_F(TourTest, ListsTheTrafficOfALoginAndDecodesTheReply) {
 
 TEST_F(TourTest, EditsTheScenesOfAUserOnTheServer) {
     StartTour();
-    auto* scenes = Child<QTableWidget>("SceneTable");
-    ASSERT_TRUE(WaitInRealTime([&] { return scenes->rowCount() > 0; }));
-    const int closed = scenes->item(0, 0)->text().toInt();
+    OpenLoaded("UserPageScroll", "UserRequestsChoice", "UserAIChat", "UserAIChat.entries");
 
-    scenes->item(0, 1)->setCheckState(Qt::Unchecked);
-    Child<QLabel>("SceneMessage")->clear();
-    Click(Child<QPushButton>("SceneSave"));
-    ASSERT_TRUE(WaitInRealTime([this] { return !Child<QLabel>("SceneMessage")->text().isEmpty(); }));
+    Child<QPlainTextEdit>("UserAIChat.entries")->setPlainText(QStringLiteral(R"([{"scene":3,"allOpen":true}])"));
+    Picture("scenes-unsaved");
+    Click(Child<QPushButton>("UserAIChatSend"));
+    ASSERT_TRUE(WaitForText("UserAIChatOutcome", "Saved"));
 
-    std::set<int> expected{1, 2, 3, 4, 5};
-    expected.erase(closed);
-    LogIn(kAllOpen, expected);
+    LogIn(kAllOpen, {3});
     Picture("scenes-edited");
 }
 
@@ -268,12 +260,10 @@ TEST_F(TourTest, LogsInAMemberFromTheUserMenu) {
 TEST_F(TourTest, RefreshesTheRightsOfAMemberAfterAPush) {
     StartTour();
     LogIn(kMember, {1, 2, 3, 4, 5});
-    OpenTab(kTabRights);
-    auto* parts = Child<QTabWidget>("RightsTabs");
-    parts->setCurrentIndex(kRightsPushes);
-    Child<QLineEdit>("PushDelay")->setText(QStringLiteral("1"));
+    OpenServer("PushPageScroll", "PushesChoice", "PushRights");
+    Child<QLineEdit>("PushRights.premiumChange.delaySeconds")->setText(QStringLiteral("1"));
 
-    Click(Child<QPushButton>("PushPremium"));
+    Click(Child<QPushButton>("PushRightsSend"));
 
     const auto* tracker = window->findChild<CTracker*>();
     EXPECT_TRUE(WaitInRealTime([&] { return !tracker->Rights().pushes.empty(); }));
@@ -282,34 +272,25 @@ TEST_F(TourTest, RefreshesTheRightsOfAMemberAfterAPush) {
     Picture("rights-waiting");
     EXPECT_TRUE(WaitForWhy("Rights", "push \u00B7 good"));
     Picture("rights-refreshed");
-    OpenTab(kTabRights);
-    parts->setCurrentIndex(kRightsAsk);
-    Picture("rights-ask");
-    parts->setCurrentIndex(kRightsAnswers);
-    Picture("rights-answers");
 }
 
 TEST_F(TourTest, FailsARequestByAFaultAndMovesTheServersClock) {
     StartTour();
-    OpenTab(kTabServer);
-    Child<QComboBox>("FaultKind")->setCurrentIndex(0);
-    Child<QLineEdit>("FaultValue")->setText(QStringLiteral("7"));
-    Click(Child<QPushButton>("FaultSet"));
-    EXPECT_TRUE(WaitForText("FaultsInForce", "20982"));
-    Click(Child<QPushButton>("ClockPlusHour"));
-    const auto offset = [this] { return Child<QLineEdit>("ClockOffset")->text().toStdString(); };
-    EXPECT_TRUE(WaitInRealTime([&] { return offset() == "3600000"; }));
+    ASSERT_NO_FATAL_FAILURE(SetFault("ReplyFault.error", "7"));
     Picture("faults");
+    OpenServer("ClockPageScroll");
+    Click(Child<QPushButton>("ClockPlusHour"));
+    EXPECT_TRUE(WaitForText("ClockOutcome", "The clock is set"));
+    EXPECT_EQ(Child<QLineEdit>("Clock.offsetMs")->text(), QStringLiteral("3600000"));
+    Picture("clock");
 
     client->Login(kAllOpen);
 
     OpenTab(kTabTraffic);
     SelectRow("TrafficTable", 1, "Failed", 5, "7");
-    OpenTab(kTabServer);
-    Click(Child<QPushButton>("FaultsClear"));
-    Click(Child<QPushButton>("ClockReset"));
-    EXPECT_TRUE(WaitInRealTime(
-        [&] { return offset() == "0" && !Child<QLabel>("FaultsInForce")->text().contains(QStringLiteral("20982")); }));
+    // The fault was for one reply.
+    OpenServer("FaultPageScroll");
+    EXPECT_TRUE(WaitForText("FaultsOutcome", "No fault is set"));
 }
 
 TEST_F(TourTest, OpensALinkOfTheNewsAndListsIt) {
@@ -338,7 +319,7 @@ TEST_F(TourTest, ExportsWhatWasRecordedWithoutNamingAUser) {
     Click(Child<QPushButton>("ExportSave"));
 
     QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    ASSERT_TRUE(WaitInRealTime([&] { return file.open(QIODevice::ReadOnly); }));
     const QString json = QString::fromUtf8(file.readAll());
     EXPECT_TRUE(json.contains(QStringLiteral("user-1")));
     for (const ServerUser& user : client->Users()) {
@@ -369,7 +350,7 @@ TEST_F(TourTest, FiltersTheLogBySourceAndText) {
     StartTour();
     OpenTab(kTabLog);
 
-    Select("LogSource", int(CLogFilter::EnSource::Module));
+    Select("LogSource", QStringLiteral("Module"));
     Child<QLineEdit>("LogFilter")->setText(QStringLiteral("entryScene"));
 
     auto* table = Child<QTableView>("LogTable");

@@ -1,15 +1,16 @@
 #include <QComboBox>
 #include <QLabel>
+#include <QListWidget>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableView>
 #include <QTableWidget>
-#include <QTreeWidget>
 
 #include "ClientFixture.h"
 #include "core/attr_market.h"
 #include "core/login_status_data.h"
 #include "core/urlhandler.h"
-#include "workbench/FaultPanel.h"
+#include "support/Click.h"
 #include "workbench/Workbench.h"
 
 using namespace ::testing;
@@ -45,9 +46,7 @@ TEST_F(WorkbenchOnServerTest, TheReplyIsSeenAndDecoded) {
     ASSERT_TRUE(WaitInRealTime([this] { return ReplyRow(QStringLiteral("20982")) >= 0; }));
     Child<QTableView>("TrafficTable")->selectRow(ReplyRow(QStringLiteral("20982")));
 
-    EXPECT_THAT(
-        Child<QTreeWidget>("TrafficDetail")->findItems(QStringLiteral("scene"), Qt::MatchExactly | Qt::MatchRecursive),
-        SizeIs(3));
+    EXPECT_EQ(Child<QPlainTextEdit>("TrafficDetail")->toPlainText().count(QStringLiteral("scene: ")), 3);
     // accesses of the store are shown too, also those before the window existed
     EXPECT_TRUE(WaitInRealTime(
         [this] { return RowWith("StoreTable", 3, QStringLiteral("ZRBaseAIChatEnableCacheDataKey_501")) >= 0; }));
@@ -56,24 +55,40 @@ TEST_F(WorkbenchOnServerTest, TheReplyIsSeenAndDecoded) {
 
 TEST_F(WorkbenchOnServerTest, ScenesSavedToTheServerCountAtTheNextLogin) {
     StartAndLogIn();
-    auto* scenes = Child<QTableWidget>("SceneTable");
-    ASSERT_TRUE(WaitInRealTime([&] { return scenes->rowCount() == 3; }));
+    OpenLoaded("UserPageScroll", "UserRequestsChoice", "UserAIChat", "UserAIChat.entries");
+    auto* entries = Child<QPlainTextEdit>("UserAIChat.entries");
+    ASSERT_THAT(entries->toPlainText().toStdString(), HasSubstr("\"scene\" : 5"));
 
-    scenes->item(0, 1)->setCheckState(Qt::Unchecked);
-    scenes->item(2, 1)->setCheckState(Qt::Checked);
-    Child<QPushButton>("SceneSave")->click();
-    ASSERT_TRUE(WaitInRealTime([this] { return !Child<QLabel>("SceneMessage")->text().isEmpty(); }));
+    entries->setPlainText(QStringLiteral(R"([{"scene":4,"allOpen":true},{"scene":5,"allOpen":true}])"));
+    Child<QPushButton>("UserAIChatSend")->click();
+    ASSERT_TRUE(WaitInRealTime(
+        [this] { return Child<QLabel>("UserAIChatOutcome")->text().startsWith(QStringLiteral("Saved")); }));
     client->Login(501);
 
     EXPECT_TRUE(WaitInRealTime([this] { return OpenEntries() == std::set<int>({4, 5}); }));
 }
 
+TEST_F(WorkbenchOnServerTest, ScenarioIsEditedAndAppliedToTheRunningServer) {
+    StartAndLogIn();
+    OpenServer("ScenarioEditorScroll");
+    auto* text = Child<QPlainTextEdit>("ScenarioText");
+    ASSERT_TRUE(WaitInRealTime([=] { return text->toPlainText().contains(QStringLiteral("Three")); }));
+    auto* errors = Child<QListWidget>("ScenarioErrors");
+
+    text->setPlainText(text->toPlainText().replace(QStringLiteral(": 502"), QStringLiteral(": -502")));
+    Click(Child<QPushButton>("ScenarioApply"));
+    ASSERT_TRUE(WaitInRealTime([=] { return errors->count() == 1; }));
+    EXPECT_EQ(text->textCursor().selectedText(), QStringLiteral("-502"));
+
+    text->setPlainText(text->toPlainText().replace(QStringLiteral(": -502"), QStringLiteral(": 504")));
+    Click(Child<QPushButton>("ScenarioApply"));
+    EXPECT_TRUE(WaitInRealTime([this] { return Child<QComboBox>("WorkbenchUser")->findData(504) >= 0; }));
+}
+
 TEST_F(WorkbenchOnServerTest, AFaultFailsTheNextRequest) {
     StartAndLogIn();
 
-    Child<QPushButton>("FaultSet")->click();
-    ASSERT_TRUE(
-        WaitInRealTime([this] { return Child<QLabel>("FaultsInForce")->text().contains(QStringLiteral("20982")); }));
+    ASSERT_NO_FATAL_FAILURE(SetFault("ReplyFault.error", "7"));
     client->Login(501);
 
     EXPECT_TRUE(WaitInRealTime([this] { return RowWith("TrafficTable", 1, QStringLiteral("Failed")) >= 0; }));
@@ -81,30 +96,21 @@ TEST_F(WorkbenchOnServerTest, AFaultFailsTheNextRequest) {
 
 struct PanelFault {
     const char* name;
-    CFaultPanel::EnFault fault;
-    const char* member;  // of the server's fault
+    const char* field;
+    const char* value;
     std::set<int> open;  // entries after the login with the fault
     int answersTold;     // notifications during the login with the fault
     int connectionsTold;
 };
 
-class PanelFaultTest : public WorkbenchOnServerTest, public WithParamInterface<PanelFault> {
-protected:
-    void SetFault(CFaultPanel::EnFault fault, const char* member) {
-        auto* kind = Child<QComboBox>("FaultKind");
-        kind->setCurrentIndex(kind->findData(int(fault)));
-        Child<QPushButton>("FaultSet")->click();
-        ASSERT_TRUE(WaitInRealTime(
-            [&] { return Child<QLabel>("FaultsInForce")->text().contains(QString::fromLatin1(member)); }));
-    }
-};
+class PanelFaultTest : public WorkbenchOnServerTest, public WithParamInterface<PanelFault> {};
 
 TEST_P(PanelFaultTest, TheClientGoesOnWithTheLastGoodData) {
     const char* cache = "ZRBaseAIChatEnableCacheDataKey_501";
     StartAndLogIn();
     const std::string good = StoredValue(cache);
     ASSERT_EQ(good, "[\n\t1,\n\t4\n]\n");
-    SetFault(GetParam().fault, GetParam().member);
+    ASSERT_NO_FATAL_FAILURE(SetFault(GetParam().field, GetParam().value));
 
     client->Login(501);
 
@@ -119,19 +125,17 @@ TEST_P(PanelFaultTest, TheClientGoesOnWithTheLastGoodData) {
     EXPECT_EQ(CountOf(20300), 2 + GetParam().answersTold);
 }
 
-using EnFault = CFaultPanel::EnFault;
-
 INSTANTIATE_TEST_SUITE_P(Faults, PanelFaultTest,
-                         Values(PanelFault{"Frame", EnFault::Frame, "frameHex", {}, 0, 1},
-                                PanelFault{"Copies", EnFault::Copies, "copies", {1, 4}, 1, 1},
-                                PanelFault{"Cut", EnFault::Drop, "drop", {}, 0, 2}),
+                         Values(PanelFault{"Frame", "ReplyFault.frameHex", "ffff", {}, 0, 1},
+                                PanelFault{"Copies", "ReplyFault.copies", "3", {1, 4}, 1, 1},
+                                PanelFault{"Cut", "ReplyFault.drop", "true", {}, 0, 2}),
                          [](const auto& row) { return row.param.name; });
 
 TEST_F(WorkbenchOnServerTest, ASessionThatCameWithAReconnectIsKeptOutOfExportsToo) {
     StartAndLogIn();
     const uint64_t first = core::login_status_data::GetSessionId();
 
-    Child<QPushButton>("FaultDrop")->click();
+    Child<QPushButton>("DropConnectionsSend")->click();
     ASSERT_TRUE(WaitInRealTime([&] { return core::login_status_data::GetSessionId() != first; }));
 
     const CRedactor& aliases = Child<CWorkbench>("Workbench")->Aliases();

@@ -1,9 +1,13 @@
 // Faults of a server, and the reaction of the client's channel.
 #include <QTcpServer>
+#include <QTcpSocket>
 
 #include "RealLineTest.h"
 #include "core/ITimeAndRandom.h"
+#include "support/Cost.h"
 #include "support/RawWebSocketServer.h"
+#include "tracing/ChannelRecorder.h"
+#include "tracing/TraceLog.h"
 
 using namespace ::testing;
 using namespace std::chrono_literals;
@@ -94,16 +98,116 @@ TEST_F(ChannelFaultTest, ASecondReplyOfASessionIsDropped) {
 
 TEST_F(ChannelFaultTest, AFrameOfFourMebibytesIsTaken) {
     Open(client);
-    channel::Frame push = Push(1);
-    push.set_body(std::string(size_t(kMaxFrameBytes) - 16, 'x'));
+    channel::Frame config = FrameOf(channel::Frame::CONFIG);
+    config.set_body(std::string(size_t(kMaxFrameBytes) - 16, 'x'));
     size_t got = 0;
-    client.BindCallback(
-        1, [&](auto, auto, const CSProtoData& data, auto) { got = data.m_strData.size(); }, &context);
+    QObject::connect(&client, &CWebSocketChannel::HostFrameReceived, &context,
+                     [&got](const channel::Frame& frame) { got = frame.body().size(); });
 
-    server.Send(0, push);
+    server.Send(0, config);
 
     EXPECT_TRUE(WaitUntil([&] { return got != 0; }));
     EXPECT_EQ(got, size_t(kMaxFrameBytes) - 16);
+}
+
+TEST_F(ChannelFaultTest, PushAboveItsLimitIsLoggedAndDropped) {
+    Open(client);
+    std::vector<size_t> sizes;
+    client.BindCallback(
+        1, [&](auto, auto, const CSProtoData& data, auto) { sizes.push_back(data.m_strData.size()); }, &context);
+    for (const size_t size : {65'537, 65'536}) {
+        channel::Frame push = Push(1);
+        push.set_body(std::string(size, 'x'));
+        server.Send(0, push);
+    }
+
+    EXPECT_TRUE(WaitUntil([&] { return !sizes.empty(); }));
+
+    EXPECT_THAT(sizes, ElementsAre(65'536u));
+    EXPECT_THAT(log.Lines(),
+                Contains(Error("Frame dropped: the push of command 1 has 65537 bytes, at most 65536 are accepted")));
+}
+
+TEST_F(ChannelFaultTest, ReplyAboveTheLimitOfItsCommandFailsTheRequest) {
+    Open(client);
+    struct Row {
+        uint32_t command;
+        size_t limit;
+    };
+    for (const Row& row :
+         {Row{10, 64 << 10}, Row{20637, 256 << 10}, Row{20831, 64 << 10}, Row{20981, 16 << 10}, Row{20982, 16 << 10}}) {
+        for (const size_t size : {row.limit, row.limit + 1}) {
+            notes.clear();
+            const auto session = client.SendCommand(
+                CSProtoData{row.command, ""},
+                [this](auto, CSProtoError error, const CSProtoData& data, auto) {
+                    notes.push_back(std::to_string(int(error)) + " " + std::to_string(data.m_strData.size()));
+                },
+                &context);
+            channel::Frame reply = FrameOf(channel::Frame::REPLY);
+            reply.set_session(session);
+            reply.set_command(row.command);
+            reply.set_body(std::string(size, 'x'));
+            server.Send(0, reply);
+            EXPECT_TRUE(WaitUntil([this] { return !notes.empty(); }));
+            EXPECT_THAT(notes, ElementsAre(size == row.limit ? "0 " + std::to_string(size) : "-3 0"));
+        }
+        EXPECT_TRUE(Logged("the reply to command " + std::to_string(row.command) + " has " +
+                           std::to_string(row.limit + 1) + " bytes"));
+    }
+}
+
+TEST_F(ChannelFaultTest, TwoHundredLargePushesLeaveTheMemoryWhereItWas) {
+    CTraceLog traceLog;
+    CChannelRecorder recorder(client, traceLog);
+    Open(client);
+    recorder.BindCallback(
+        1, [this](auto, auto, auto, auto) { notes.emplace_back("pushed"); }, &context);
+    channel::Frame large = Push(1);
+    large.set_body(std::string(size_t(kMaxFrameBytes) - 16, 'x'));
+    const std::string bytes = large.SerializeAsString();
+    const CCost cost;
+    for (int i = 1; i <= 200; ++i) {
+        server.SendBytes(0, QByteArray::fromStdString(bytes));
+        server.Send(0, Push(1));
+        ASSERT_TRUE(WaitUntil([&] { return notes.size() == size_t(i); }));
+    }
+    // The buffers of both ends for one push.
+    cost.CheckMemory(60 << 20);
+}
+
+TEST_F(ChannelFaultTest, EndlessAnswerToTheHandshakeIsCut) {
+    for (const QByteArray& part : {QByteArray("X-Line: " + QByteArray(1000, 'x') + "\r\n"), QByteArray(1000, 'x')}) {
+        QTcpServer endless;
+        ASSERT_TRUE(endless.listen(QHostAddress::LocalHost));
+        qint64 written = 0;
+        QObject::connect(&endless, &QTcpServer::newConnection, &context, [&] {
+            QTcpSocket* socket = endless.nextPendingConnection();
+            socket->write("HTTP/1.1 101 Switching Protocols\r\n");
+            const auto more = [&written, socket, part] {
+                if (socket->bytesToWrite() < 1 << 20 && written < 400 << 20) {
+                    const QByteArray bytes = part.repeated(1000);
+                    written += socket->write(bytes);
+                }
+            };
+            QObject::connect(socket, &QTcpSocket::bytesWritten, &context, more);
+            more();
+        });
+        waits.clear();
+        ChannelOptions options = Quick();
+        options.connectLimit = 3s;
+        options.firstRetry = options.lastRetry = 1h;
+        CWebSocketChannel other(poster, random, options);
+        NoteLosses(other);
+        const CCost cost;
+
+        other.Open(QUrl(QStringLiteral("ws://127.0.0.1:%1").arg(endless.serverPort())), QByteArray("token"));
+
+        EXPECT_TRUE(WaitUntil([this] { return waits.size() == 1; }));
+        EXPECT_LT(written, 32 << 20);
+        cost.CheckMemory(48 << 20);
+        QObject::disconnect(&endless, nullptr, &context, nullptr);
+    }
 }
 
 TEST_F(ChannelFaultTest, AFrameBeyondFourMebibytesEndsTheConnectionWith1009AndFailsWhatIsInFlight) {

@@ -76,7 +76,7 @@ TEST_F(HttpFaultTest, RedirectsThatNeverEndCountAgainstTheSameTimeLimitAndTheirN
 
 TEST_F(HttpFaultTest, ALengthThatIsTooLargeIsCutBeforeItsBody) {
     const int line = Exchange(Post("/")).connection;
-    server.Write(line, "HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(8 * kMiB + 1) + "\r\n\r\n");
+    server.Write(line, "HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(kMiB + 1) + "\r\n\r\n");
 
     ExpectEnd(kHttpTooLarge, 200);
     EXPECT_TRUE(WaitUntil([&] { return !server.IsOpen(line); }));
@@ -91,7 +91,7 @@ TEST_F(HttpFaultTest, AHundredMiBWithoutALengthAreCutAsSoonAsThereIsTooMuch) {
     ExpectEnd(kHttpTooLarge, 200);
     EXPECT_TRUE(WaitUntil([&] { return !server.IsOpen(line); }));
     // The buffers of the connection add to the maximum.
-    EXPECT_LT(server.Flooded(), 24 * kMiB);
+    EXPECT_LT(server.Flooded(), 17 * kMiB);
     ExpectItGoesOn();
 }
 
@@ -101,7 +101,7 @@ TEST_F(HttpFaultTest, AHundredMiBInChunksAreCutAsSoonAsThereIsTooMuch) {
     server.Flood(line, 100 * kMiB, "4000\r\n" + QByteArray(0x4000, 'x') + "\r\n");
 
     ExpectEnd(kHttpTooLarge, 200);
-    EXPECT_LT(server.Flooded(), 24 * kMiB);
+    EXPECT_LT(server.Flooded(), 17 * kMiB);
     ExpectItGoesOn();
 }
 
@@ -111,11 +111,22 @@ TEST_F(HttpFaultTest, JustWhatIsAllowedComesWhole) {
         Post("/"), [&](unsigned long, const HttpRspInfo& response) { bytes = response.m_strBody.size(); }, &guard,
         kHttpWorkPoolDefault, nullptr, nullptr);
     const int line = Arrived().connection;
-    server.Write(line, "HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(8 * kMiB) + "\r\n\r\n");
-    server.Flood(line, 8 * kMiB, QByteArray(16 << 10, 'x'));
+    server.Write(line, "HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(kMiB) + "\r\n\r\n");
+    server.Flood(line, kMiB, QByteArray(16 << 10, 'x'));
 
     EXPECT_TRUE(WaitUntil([&] { return bytes != 0; }));
-    EXPECT_EQ(bytes, size_t(8 * kMiB));
+    EXPECT_EQ(bytes, size_t(kMiB));
+}
+
+TEST_F(HttpFaultTest, OneByteMoreThanIsAllowedIsRefusedWithALogLine) {
+    const int line = Exchange(Post("/")).connection;
+    server.Answer(line, 200, QByteArray(int(kMiB) + 1, 'x'));
+
+    ExpectEnd(kHttpTooLarge, 200);
+    EXPECT_THAT(
+        log.Lines(),
+        Contains(Info(StartsWith("A request to 127.0.0.1 failed with result " + std::to_string(kHttpTooLarge)))));
+    ExpectItGoesOn();
 }
 
 TEST_F(HttpFaultTest, AnAnswerThatIsCutAtAnyByteFails) {

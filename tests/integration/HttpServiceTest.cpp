@@ -215,10 +215,10 @@ TEST_F(HttpServiceTest, WhatComesAtOnceIsTakenInSmallParts) {
         Post("/"), [this](unsigned long, const HttpRspInfo& response) { answer = response; }, &guard,
         kHttpWorkPoolDefault, nullptr, [&](double done, double) { parts.push_back(done); });
     const int line = Arrived().connection;
-    server.Answer(line, 200, QByteArray(2 << 20, 'x'));
+    server.Answer(line, 200, QByteArray(1 << 20, 'x'));
 
     ASSERT_TRUE(WaitUntil([this] { return answer.has_value(); }));
-    EXPECT_EQ(answer->m_strBody.size(), size_t(2 << 20));
+    EXPECT_EQ(answer->m_strBody.size(), size_t(1 << 20));
     double largest = 0;
     for (size_t i = 1; i < parts.size(); ++i) {
         largest = std::max(largest, parts[i] - parts[i - 1]);

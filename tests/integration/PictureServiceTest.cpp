@@ -38,7 +38,6 @@ TEST_F(PictureServiceTest, APictureComesLaterOnceAndInItsSize) {
 TEST_F(PictureServiceTest, EveryFormatIsTakenAndAGifMoves) {
     EXPECT_TRUE(Exchange(Png()));
     EXPECT_TRUE(Exchange(Jpeg()));
-    EXPECT_TRUE(Exchange(GoodSvg()));
     Result result;
     Load(Url("/gif"), result, &guard);
     Answer(Arrived().connection, Gif(7));

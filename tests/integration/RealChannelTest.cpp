@@ -83,3 +83,44 @@ TEST_F(RealChannelTest, BytesThatAreNoFrameAreDroppedAndTheConnectionStays) {
     EXPECT_THAT(notes, ElementsAre("answer"));
     EXPECT_EQ(server.ConnectionCount(), 1);
 }
+
+TEST_F(RealChannelTest, ConnectionIsRenewedAfterASuspendOfTheMachine) {
+    int64_t suspended = 50;
+    ChannelOptions options = Quick();
+    options.pingEvery = 10ms;
+    options.suspendedMillis = [&] { return suspended; };
+    CWebSocketChannel client(poster, random, options);
+    CLoginSession session(client);
+    NoteLosses(client);
+    Open(client);
+    session.Login(7, "device", 2);
+    ASSERT_TRUE(WaitForFrames(1));
+
+    suspended += 60'000;
+
+    // The login is sent again, and its answer has the server's time.
+    ASSERT_TRUE(WaitForFrames(2));
+    EXPECT_EQ(server.Frames()[1].frame.kind(), channel::Frame::LOGIN);
+    EXPECT_TRUE(Logged("the machine was suspended"));
+    ASSERT_TRUE(WaitUntil([&] { return client.IsConnected(); }));
+    EXPECT_EQ(waits.size(), 1u);
+}
+
+TEST_F(RealChannelTest, ConnectionStaysWhileTheMachineIsAwake) {
+    int64_t suspended = 60'000;
+    int asked = 0;
+    ChannelOptions options = Quick();
+    options.pingEvery = 10ms;
+    options.suspendedMillis = [&] {
+        ++asked;
+        return suspended + asked % 3;
+    };
+    CWebSocketChannel client(poster, random, options);
+    NoteLosses(client);
+    Open(client);
+
+    ASSERT_TRUE(WaitUntil([&] { return asked > 10; }));
+
+    EXPECT_TRUE(client.IsConnected());
+    EXPECT_TRUE(waits.empty());
+}

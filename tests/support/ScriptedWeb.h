@@ -55,6 +55,9 @@ public:
     void Send(const QString& message) override { m_messages.push_back(message.toStdString()); }
     void SetFrozen(bool frozen) override { m_bFrozen = frozen; }
     QUrl CommittedUrl() const override { return m_committed; }
+    qint64 ProcessId() const override { return processId; }
+
+    qint64 processId = 0;
 
 private:
     CScriptedWeb& m_web;

@@ -6,23 +6,11 @@
 #include <algorithm>
 #include <ctime>
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define ZR_SLOWED_DOWN 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define ZR_SLOWED_DOWN 1
-#endif
-#endif
+#include "support/Sanitizers.h"
 
 namespace {
 
 constexpr std::chrono::milliseconds kLimit(10);
-
-#ifdef ZR_SLOWED_DOWN
-constexpr bool kSlowedDown = true;
-#else
-constexpr bool kSlowedDown = false;
-#endif
 
 std::chrono::nanoseconds ThreadTime() {
     timespec time{};

@@ -11,12 +11,6 @@ namespace {
 constexpr QSize kSize(4000, 3000);
 constexpr QSize kChange(1000, 750);
 constexpr int kChanges = 5;
-constexpr int kShapes = 15'000;
-
-/// Returns a number below `limit`. Distributions differ between standard libraries, so none is used.
-int Below(std::mt19937& random, int limit) {
-    return int(random() % uint32_t(limit));
-}
 
 void AddLittle16(QByteArray& bytes, int number) {
     bytes.append(char(number & 0xFF));
@@ -83,21 +77,4 @@ QByteArray large_pictures::Gif() {
         AddGifFrame(bytes, kChange, random);
     }
     return bytes.append(';');
-}
-
-QByteArray large_pictures::Svg() {
-    std::mt19937 random(1);
-    QByteArray text(R"(<svg xmlns="http://www.w3.org/2000/svg" width="4000" height="3000" viewBox="0 0 4000 3000">)");
-    for (int i = 0; i < kShapes; ++i) {
-        const int x = Below(random, kSize.width());
-        const int y = Below(random, kSize.height());
-        const int radius = 10 + Below(random, 90);
-        text.append(QStringLiteral(R"(<circle cx="%1" cy="%2" r="%3" fill="#%4" fill-opacity="0.6"/>)")
-                        .arg(x)
-                        .arg(y)
-                        .arg(radius)
-                        .arg(Below(random, 0x1000000), 6, 16, QLatin1Char('0'))
-                        .toLatin1());
-    }
-    return text.append("</svg>");
 }

@@ -12,7 +12,4 @@ QByteArray Encoded(const char* format);
 /// An animation: a whole frame, and frames that change a part of it.
 QByteArray Gif();
 
-/// A drawing of many thousand shapes.
-QByteArray Svg();
-
 }  // namespace large_pictures

@@ -68,9 +68,8 @@ int main(int argc, char** argv) {
     ports.pictures = &pictures;
     host::Install(ports);
     std::vector<bench::Row> rows;
-    for (const Format& format :
-         {Format{"jpeg", large_pictures::Encoded("jpeg")}, Format{"png", large_pictures::Encoded("png")},
-          Format{"gif", large_pictures::Gif()}, Format{"svg", large_pictures::Svg()}}) {
+    for (const Format& format : {Format{"jpeg", large_pictures::Encoded("jpeg")},
+                                 Format{"png", large_pictures::Encoded("png")}, Format{"gif", large_pictures::Gif()}}) {
         const CPictureSource source(format.bytes);
         double longest = 0;
         for (int i = 0; i < (options.quick ? 1 : kPictures); ++i) {

@@ -57,14 +57,22 @@ QWidget* NewAnalysis(const Analysis& analysis, std::vector<CFigureGrid::Figure> 
     };
     QFrame* card = CPage::NewCard(page);
     auto* layout = qobject_cast<QVBoxLayout*>(card->layout());
-    layout->addLayout(CPage::NewHeading(CPage::NewTranslatedLabel("section", analysis.title, card),
-                                        {newSlot(EnVipKind::Icon, card), newSlot(EnVipKind::TagGrade, card)}));
+    // An exclusive mask takes the mouse alone. The keyboard has this link.
+    QPushButton* about = links::NewLink(QString::fromLatin1(analysis.name) + QStringLiteral("About"),
+                                        QT_TRANSLATE_NOOP("Pages", "About this right"), analysis.right, card);
+    QHBoxLayout* heading = CPage::NewHeading(CPage::NewTranslatedLabel("section", analysis.title, card),
+                                             {newSlot(EnVipKind::Icon, card), newSlot(EnVipKind::TagGrade, card)});
+    heading->addWidget(about);
+    layout->addLayout(heading);
     auto* grid = new CFigureGrid(analysis.name, std::move(figures), card);
     grid->setMinimumHeight(kMaskHeight);
     layout->addWidget(grid);
     CVipSlot* mask = newSlot(analysis.mask, card, grid);
     mask->setObjectName(QString::fromLatin1(analysis.name) + QStringLiteral("Mask"));
-    mask->OnFilledChange([grid](bool masked) { grid->Conceal(masked); });
+    mask->OnFilledChange([grid, about, exclusive = analysis.mask == EnVipKind::MaskExclusive](bool masked) {
+        grid->Conceal(masked);
+        about->setVisible(masked && exclusive);
+    });
     return card;
 }
 

@@ -7,6 +7,7 @@
 
 #include "SampleMarket.h"
 #include "Translation.h"
+#include "ui/KitPaint.h"
 
 namespace {
 
@@ -108,7 +109,7 @@ bool CSampleTable::viewportEvent(QEvent* event) {
     const auto* help = static_cast<QHelpEvent*>(event);
     const QModelIndex index = indexAt(help->pos());
     const bool isCut = index.isValid() && sizeHintForIndex(index).width() > columnWidth(index.column());
-    QToolTip::showText(help->globalPos(), isCut ? index.data().toString().toHtmlEscaped() : QString(), this);
+    QToolTip::showText(help->globalPos(), isCut ? host::kit::TipText(index.data().toString()) : QString(), this);
     return true;
 }
 

@@ -20,6 +20,8 @@ enum CSProtoError : int32_t {
     kCSProtoOk = 0,
     kCSProtoTimedOut = -1,
     kCSProtoDisconnected = -2,
+    /// The reply is larger than the host accepts.
+    kCSProtoTooLarge = -3,
 };
 
 /// A command, a reply or a push: the number of the command and a serialised message.

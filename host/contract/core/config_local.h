@@ -11,7 +11,7 @@ namespace core {
 /// A save returns true when the value is stored durably: it survives any end of the process.
 /// Thread: main thread.
 /// Failure: a read of an absent key, or of a key of the other type, returns false. A save returns false if nothing
-/// was written.
+/// was written. While another program locks the store, the value is kept in memory without a promise, and read.
 namespace config_local {
 
 /// The store of the installation, shared by all users.

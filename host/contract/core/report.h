@@ -15,7 +15,8 @@ namespace core {
 /// and both are logged: a full outbox drops its oldest events, and a damaged outbox is moved aside with its events.
 /// An event that the server rejects is sent again until the outbox drops it.
 /// Thread: any.
-/// Failure: an event that is not accepted returns false and is logged.
+/// Failure: an event that is not accepted returns false and is logged. While another program locks the outbox, an event
+/// is kept in memory without a promise.
 namespace report {
 
 /// Reports an event. `code` and `params` reach the server unchanged.

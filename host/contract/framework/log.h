@@ -13,7 +13,7 @@ enum ZRLogType : int {
 
 namespace FrameWork {
 
-/// Writes one log line. The log escapes control characters in `text`, so one call is always one line.
+/// Writes one log line. The log escapes control and format characters in `text`, so one call is always one line.
 /// `channel` exists for callers of an older form and has no effect.
 /// Thread: any, from the first static initialiser to the end of the process.
 /// Ownership: `file`, `function` and `module` may be null; they are copied before the call returns.

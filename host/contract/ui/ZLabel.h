@@ -1,14 +1,12 @@
 #pragma once
 
 #include <QMargins>
-#include <QWidget>
-#include <memory>
+#include "ui/ZTextBase.h"
 
-#include "framework/export.h"
-
-/// A short status text in the colour of the status, with an optional background. The text is plain text.
+/// A short status text in the colour of the status, with an optional background. The text is plain text. It asks for
+/// the size of text and margins, at most 240 pixels wide. A text that is cut ends in dots.
 /// Thread: main thread.
-class ZRHOST_API ZLabel : public QWidget {
+class ZRHOST_API ZLabel : public ZTextBase {
     Q_OBJECT
 
 public:
@@ -39,8 +37,6 @@ public:
 
     /// Sets the text, always as plain text.
     void setText(const QString& text);
-    /// Returns the text as it was set.
-    QString text() const;
     /// Sets the status, which selects the colour.
     void setZrStyle(ZrStyle style);
     /// Sets the background.
@@ -50,18 +46,7 @@ public:
     /// Sets the distance between the text and the left and right edge, in pixels; none above and below.
     void setCustomMargin(int margin);
 
-    /// Returns the size of text and margins, at most 240 pixels wide. A text that is cut ends in dots, and the tool tip
-    /// shows all of it.
-    QSize sizeHint() const override;
-    /// Returns the same size.
-    QSize minimumSizeHint() const override;
-
-protected:
-    void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
-    void changeEvent(QEvent* event) override;
-
 private:
     struct Private;
-    const std::unique_ptr<Private> d;
+    Private* const d;  // owned by the base
 };

@@ -1,14 +1,11 @@
 #pragma once
 
-#include <QWidget>
-#include <memory>
+#include "ui/ZTextBase.h"
 
-#include "framework/export.h"
-
-/// A plain text, wrapped to the width. A text that exceeds the maximum number of lines ends in dots.
-/// Size, weight and colour come from the style-sheet rule of the object name, if there is one.
+/// A plain text, wrapped to the width. A text that exceeds the maximum number of lines ends in dots. It prefers the
+/// size of the whole text, wrapped at 960 pixels at the latest. Its minimum is the size of the dots, one line high.
 /// Thread: main thread.
-class ZRHOST_API ZMultilineText : public QWidget {
+class ZRHOST_API ZMultilineText : public ZTextBase {
     Q_OBJECT
 
 public:
@@ -19,8 +16,6 @@ public:
 
     /// Sets the text, always as plain text.
     void setText(const QString& text);
-    /// Returns the text as it was set.
-    QString text() const;
     /// Sets the alignment of the lines. The default is left and top.
     void setAlignment(Qt::Alignment alignment);
     /// Sets the distance of two lines in pixels. The default is that of the font.
@@ -31,21 +26,7 @@ public:
     /// the properties above cause a new layout.
     void setRedoLayoutInPaintEvent(bool redo);
 
-    /// Returns the size of the whole text, wrapped at 960 pixels at the latest.
-    QSize sizeHint() const override;
-    /// Returns the size of the dots, one line high.
-    QSize minimumSizeHint() const override;
-    /// Returns true.
-    bool hasHeightForWidth() const override;
-    /// Returns the height of the text in pixels, wrapped to that width.
-    int heightForWidth(int width) const override;
-
-protected:
-    void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
-    void changeEvent(QEvent* event) override;
-
 private:
     struct Private;
-    const std::unique_ptr<Private> d;
+    Private* const d;  // owned by the base
 };

@@ -2,15 +2,12 @@
 
 #include <QMargins>
 #include <QTextOption>
-#include <QWidget>
-#include <memory>
-
-#include "framework/export.h"
+#include "ui/ZTextBase.h"
 
 /// A plain or rich text, wrapped to the width. Rich text loads nothing, and its links are not active.
-/// Size, weight and colour come from the style-sheet rule of the object name, if there is one.
+/// It prefers the size of text and margins, wrapped at 960 pixels at the latest. Its minimum is the size of the dots.
 /// Thread: main thread.
-class ZRHOST_API ZMultilineTextLabel : public QWidget {
+class ZRHOST_API ZMultilineTextLabel : public ZTextBase {
     Q_OBJECT
 
 public:
@@ -23,8 +20,6 @@ public:
     void setTextWithFormat(const QString& text, Qt::TextFormat format);
     /// Sets how the current text is read. The default is Qt::AutoText.
     void setTextFormat(Qt::TextFormat format);
-    /// Returns the text as it was set.
-    QString text() const;
     /// Returns the format as it was set.
     Qt::TextFormat textFormat() const;
     /// Sets the alignment of the lines. The default is left and vertically centred.
@@ -39,19 +34,7 @@ public:
     /// Sets where lines are wrapped. The default is QTextOption::WordWrap.
     void setWrapMode(QTextOption::WrapMode mode);
 
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override;
-    /// Returns true.
-    bool hasHeightForWidth() const override;
-    /// Returns the height of text and margins in pixels, wrapped to that width.
-    int heightForWidth(int width) const override;
-
-protected:
-    void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
-    void changeEvent(QEvent* event) override;
-
 private:
     struct Private;
-    const std::unique_ptr<Private> d;
+    Private* const d;  // owned by the base
 };

@@ -51,9 +51,15 @@ Q_SIGNALS:
     void currentChanged(int newIndex, int oldIndex);
 
 protected:
-    /// Adds a slide.
+    /// Adds a slide without a widget.
+    void AddSlide();
+
+    /// Sets the widget of a slide. The caller deletes a previous one.
     /// Ownership: it becomes a child.
-    void AddSlide(QWidget* slide);
+    void SetSlide(int index, QWidget* slide);
+
+    /// Called before a slide is displayed, and for the one that follows it. Not called for the first slide.
+    virtual void PrepareSlide(int index);
 
     /// Sets whether a slide is bare, that is without an image. A bare slide has no dots. The default is false.
     void SetBare(int index, bool bare);
@@ -84,13 +90,24 @@ public:
     ZSlideshow(QWidget* parent, WidthHeightRatio ratio);
     ~ZSlideshow() override;
 
-    /// Adds a slide and starts to load its image, with up to three attempts. `standIn` is as for ZRWebImageWidget.
-    /// `mode` is an ImageMode; any other value is treated as kStill.
+    /// Adds a slide. Its image is loaded, with up to three attempts, when the slide or the one before it is displayed.
+    /// `standIn` is as for ZRWebImageWidget. `mode` is an ImageMode; any other value is treated as kStill.
     void addWebImageOrGif(const QString& url, const QString& standIn, int mode);
 
 Q_SIGNALS:
-    /// Emitted when the image of a slide is loaded. `loadCount` is the number of the attempt, from 1.
+    /// Emitted when the image of a slide is loaded for the first time. `loadCount` is the number of the attempt,
+    /// from 1.
     void webImageLoadSucess(const QString& url, int index, int loadCount);
     /// Emitted when the third attempt failed.
     void webImageLoadFinalFailed(const QString& url, int index, int failedCount);
+
+protected:
+    void PrepareSlide(int index) override;
+
+private:
+    struct Images;
+
+    void OnLoaded(int index, bool succeeded);
+
+    const std::unique_ptr<Images> m_images;
 };

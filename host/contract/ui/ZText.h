@@ -1,14 +1,12 @@
 #pragma once
 
-#include <QWidget>
-#include <memory>
+#include "ui/ZTextBase.h"
 
-#include "framework/export.h"
-
-/// A text in the theme's colours, on one line or wrapped. The text is always plain text. A style-sheet rule of the
-/// widget overrides colour and font. If the text is cut, the tool tip shows all of it, unless another one was set.
+/// A text in the theme's colours, on one line or wrapped. The text is always plain text. It prefers the size of the
+/// whole text, at most 240 pixels wide. Its minimum is the size of the dots if it may end in dots, and of the widest
+/// word if it is wrapped.
 /// Thread: main thread.
-class ZRHOST_API ZText : public QWidget {
+class ZRHOST_API ZText : public ZTextBase {
     Q_OBJECT
 
 public:
@@ -35,8 +33,6 @@ public:
 
     /// Sets the text, always as plain text.
     void setText(const QString& text);
-    /// Returns the text as it was set, also if it is displayed with dots.
-    QString text() const;
     /// Sets the role. The default is kBody.
     void setZrStyle(ZrStyle style);
 
@@ -48,21 +44,7 @@ public:
     /// Sets whether the text is wrapped at word boundaries. The default is false.
     void setWordWrap(bool wrap);
 
-    /// Returns the size of the whole text, at most 240 pixels wide.
-    QSize sizeHint() const override;
-    /// Returns the size of the dots for a text that may end in dots, and of the widest word for a wrapped one.
-    QSize minimumSizeHint() const override;
-    /// Returns whether the text is wrapped.
-    bool hasHeightForWidth() const override;
-    /// Returns the height of the wrapped text at that width in pixels, or -1 if it is not wrapped.
-    int heightForWidth(int width) const override;
-
-protected:
-    void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
-    void changeEvent(QEvent* event) override;
-
 private:
     struct Private;
-    const std::unique_ptr<Private> d;
+    Private* const d;  // owned by the base
 };

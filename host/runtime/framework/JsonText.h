@@ -9,7 +9,7 @@
 
 namespace host {
 
-/// Parses untrusted JSON: no comments, no trailing bytes, no duplicate keys, at most 64 levels. Never throws. Empty on
+/// Parses untrusted JSON by RFC 8259, without duplicate keys and with at most 64 levels. Never throws. Empty on
 /// failure, with the reason in `error`. Any thread.
 ZRHOST_API std::optional<Json::Value> ParseJson(const std::string& text, std::string& error);
 

@@ -3,12 +3,16 @@
 namespace host {
 namespace {
 
-bool IsForging(ushort code) {
-    const bool control = code < 0x20 || (code >= 0x7F && code <= 0x9F);
-    const bool separator = code == 0x2028 || code == 0x2029;
-    const bool direction =
-        code == 0x200E || code == 0x200F || (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
-    return control || separator || direction;
+bool IsForging(uint code) {
+    switch (QChar::category(code)) {
+        case QChar::Other_Control:
+        case QChar::Other_Format:
+        case QChar::Separator_Line:
+        case QChar::Separator_Paragraph:
+            return true;
+        default:
+            return false;
+    }
 }
 
 }  // namespace
@@ -16,14 +20,21 @@ bool IsForging(ushort code) {
 std::string EscapedLogText(const QString& text) {
     QString escaped;
     escaped.reserve(text.size());
-    for (const QChar character : text) {
-        const ushort code = character.unicode();
+    for (int at = 0; at < text.size(); ++at) {
+        uint code = text[at].unicode();
+        const int from = at;
+        if (text[at].isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate()) {
+            code = QChar::surrogateToUcs4(text[at], text[at + 1]);
+            ++at;
+        }
         if (!IsForging(code)) {
-            escaped += character;
+            escaped += text.midRef(from, at + 1 - from);
         } else if (code <= 0xFF) {
             escaped += QStringLiteral("\\x%1").arg(code, 2, 16, QLatin1Char('0'));
-        } else {
+        } else if (code <= 0xFFFF) {
             escaped += QStringLiteral("\\u%1").arg(code, 4, 16, QLatin1Char('0'));
+        } else {
+            escaped += QStringLiteral("\\U%1").arg(code, 8, 16, QLatin1Char('0'));
         }
     }
     return escaped.toStdString();

@@ -9,6 +9,9 @@
 #include <string>
 #include <variant>
 
+/// Number of bytes that are kept of a body or text.
+inline constexpr size_t kTracedBytes = 64 << 10;
+
 /// A sent command, its reply or failure, or a push.
 struct CommandTrace {
     enum class EnKind { Sent, Replied, Failed, Pushed };
@@ -17,8 +20,9 @@ struct CommandTrace {
     unsigned long session = 0;  // 0 in a push
     int error = 0;
     int64_t durationMs = -1;  // from the request to the reply
-    std::string body;
-    uint32_t asked = 0;  // the requested command; a reply can have another number
+    std::string body;         // up to kTracedBytes
+    uint32_t asked = 0;       // the requested command; a reply can have another number
+    size_t bodyBytes = 0;     // full size
 };
 
 /// A message on the bus, before its delivery.
@@ -37,7 +41,7 @@ struct StoreTrace {
     bool isSave = false;
     std::optional<uint64_t> owner;  // a user; empty: the installation
     std::string key;
-    std::string value;  // a number in decimal; empty after a failed read
+    std::string value;  // a number in decimal, text up to kTracedBytes; empty after a failed read
     bool isNumber = false;
     bool succeeded = false;
 };
@@ -54,8 +58,7 @@ struct UrlTrace {
 /// An HTTP request or its result. Loads of pictures have their own numbers and no bodies.
 struct HttpTrace {
     enum class EnKind { Sent, Answered, Failed };
-    /// Number of bytes that are kept of a body.
-    static constexpr size_t kBodyKept = 64 << 10;
+    static constexpr size_t kBodyKept = kTracedBytes;
 
     EnKind kind = EnKind::Sent;
     unsigned long task = 0;
@@ -82,15 +85,25 @@ struct ReportTrace {
     std::string timer;
     int code = 0;
     int32_t broker = 0;
-    std::string params;       // JSON in one line
+    std::string params;       // JSON in one line, up to kTracedBytes
     int64_t durationMs = -1;  // of an ended timer whose start was recorded
     bool taken = false;
+};
+
+/// A page of the web engine, or a message of its bridge.
+struct WebTrace {
+    enum class EnKind { Page, Call, Answer, Refused, Event };
+    EnKind kind = EnKind::Page;
+    QString name;      // of the call or event; of a page its address
+    std::string text;  // values as JSON, or the reason of a refusal; up to HttpTrace::kBodyKept bytes
+    int call = 0;      // 0: no answer is wanted
+    bool isBad = false;
 };
 
 /// One recorded call of a port.
 struct TraceEvent {
     uint64_t number = 0;  // from 1, in order
     int64_t timeMs = 0;   // local clock, milliseconds since 1970
-    std::variant<CommandTrace, MessageTrace, StoreTrace, UrlTrace, HttpTrace, ReportTrace> what;
+    std::variant<CommandTrace, MessageTrace, StoreTrace, UrlTrace, HttpTrace, ReportTrace, WebTrace> what;
 };
 Q_DECLARE_METATYPE(TraceEvent)

@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <string_view>
 
+#include "framework/export.h"
 #include "ui/ZWidgetTypes.h"
 
 class QAbstractButton;
@@ -48,7 +49,7 @@ constexpr int kMaxWrappedWidth = 960;
 QSize DotsSize(const QFont& font);
 
 /// The tool tip that shows `text` as it is, never as markup.
-QString TipText(const QString& text);
+ZRHOST_API QString TipText(const QString& text);
 
 /// Sets the whole text as the tool tip of a widget that shows only a part. `tip` is the tool tip set before; the
 /// caller's own tool tip stays.

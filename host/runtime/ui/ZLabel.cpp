@@ -1,10 +1,10 @@
 #include "ui/ZLabel.h"
 
-#include <QEvent>
 #include <QPainter>
 
 #include "ui/KitPaint.h"
 #include "ui/SheetRule.h"
+#include "ui/TextBase.h"
 #include "ui/zr_ui_theme.h"
 
 namespace {
@@ -19,8 +19,7 @@ constexpr std::string_view kColors[] = {"warning", "down", "up", "accent", "mute
 
 }  // namespace
 
-struct ZLabel::Private {
-    QString text;
+struct ZLabel::Private : ZTextBase::Private {
     ZrStyle style = kNeutral;
     ZrBgStyle bgStyle = kBgNone;
     QMargins margins = kFirstMargins;
@@ -33,8 +32,6 @@ struct ZLabel::Private {
         }
     }
 
-    QString tip;
-
     QString ShownIn(const QWidget& widget) const {
         const QFontMetrics metrics(host::kit::FontOf(widget, kPixels, QFont::Normal));
         const int room = qMax(0, widget.width() - margins.left() - margins.right());
@@ -43,17 +40,34 @@ struct ZLabel::Private {
                    : text;
     }
 
-    void Refresh(QWidget& widget) {
-        host::kit::OfferWhole(widget, tip, ShownIn(widget) != text, text);
-        widget.updateGeometry();
-        widget.update();
+    QSize Hint(const QWidget& widget) const override {
+        const QFontMetrics metrics(host::kit::FontOf(widget, kPixels, QFont::Normal));
+        const QSize whole = QRect(QPoint(), metrics.size(Qt::TextSingleLine, text)).marginsAdded(margins).size();
+        return whole.boundedTo(QSize(host::kit::kMaxHintWidth, whole.height()));
+    }
+
+    QSize MinimumHint(const QWidget& widget) const override { return Hint(widget); }
+
+    bool IsWrapped() const override { return false; }
+
+    void Lay(QWidget& widget) override { host::kit::OfferWhole(widget, tip, ShownIn(widget) != text, text); }
+
+    void Paint(QPainter& painter, QWidget& widget) override {
+        const QColor color = host::kit::TextColorOf(widget, host::kit::ColorIn(kColors, style));
+        painter.setFont(host::kit::FontOf(widget, kPixels, QFont::Normal));
+        if (bgStyle == kBgTinted) {
+            QColor tint = color;
+            tint.setAlpha(kTintAlpha);
+            host::kit::PaintPlate(painter, widget.rect(), kRadius, tint);
+        }
+        painter.setPen(color);
+        painter.drawText(widget.rect().marginsRemoved(margins), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                         ShownIn(widget));
     }
 };
 
-ZLabel::ZLabel(QWidget* parent) : QWidget(parent), d(std::make_unique<Private>()) {
-    setFocusPolicy(Qt::NoFocus);
+ZLabel::ZLabel(QWidget* parent) : ZTextBase(new Private, parent), d(static_cast<Private*>(state())) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    host::kit::FollowTheme(this);
     connect(zr_ui_theme::Manager::instance(), &zr_ui_theme::Manager::themeChanged, this,
             [this] { d->FillPlate(this); });
 }
@@ -68,10 +82,6 @@ void ZLabel::setText(const QString& text) {
     d->text = text;
     setAccessibleName(text);
     d->Refresh(*this);
-}
-
-QString ZLabel::text() const {
-    return d->text;
 }
 
 void ZLabel::setZrStyle(ZrStyle style) {
@@ -94,42 +104,4 @@ void ZLabel::setCustomMargin(const QMargins& margins) {
 
 void ZLabel::setCustomMargin(int margin) {
     setCustomMargin(QMargins(margin, 0, margin, 0));
-}
-
-QSize ZLabel::sizeHint() const {
-    ensurePolished();
-    const QFontMetrics metrics(host::kit::FontOf(*this, kPixels, QFont::Normal));
-    const QSize whole = QRect(QPoint(), metrics.size(Qt::TextSingleLine, d->text)).marginsAdded(d->margins).size();
-    return whole.boundedTo(QSize(host::kit::kMaxHintWidth, whole.height()));
-}
-
-QSize ZLabel::minimumSizeHint() const {
-    return sizeHint();
-}
-
-void ZLabel::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
-    const QColor color = host::kit::TextColorOf(*this, host::kit::ColorIn(kColors, d->style));
-    painter.setFont(host::kit::FontOf(*this, kPixels, QFont::Normal));
-    if (d->bgStyle == kBgTinted) {
-        QColor tint = color;
-        tint.setAlpha(kTintAlpha);
-        host::kit::PaintPlate(painter, rect(), kRadius, tint);
-    }
-    painter.setPen(color);
-    painter.drawText(rect().marginsRemoved(d->margins), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                     d->ShownIn(*this));
-}
-
-void ZLabel::resizeEvent(QResizeEvent* event) {
-    QWidget::resizeEvent(event);
-    d->Refresh(*this);
-}
-
-void ZLabel::changeEvent(QEvent* event) {
-    QWidget::changeEvent(event);
-    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
-        d->Refresh(*this);
-    }
-    update();
 }

@@ -1,11 +1,11 @@
 #include "ui/ZMultilineText.h"
 
-#include <QEvent>
 #include <QPainter>
 #include <QStyle>
 
 #include "ui/KitPaint.h"
 #include "ui/SheetRule.h"
+#include "ui/TextBase.h"
 #include "ui/TextLines.h"
 
 namespace {
@@ -14,14 +14,12 @@ constexpr int kPixels = 13;
 
 }  // namespace
 
-struct ZMultilineText::Private {
-    QString text;
+struct ZMultilineText::Private : ZTextBase::Private {
     host::kit::CTextLines lines;
     Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignTop;
     int lineHeight = 0;
     int maxLines = 0;
     bool redo = false;
-    QString tip;
 
     host::kit::CTextLines::Shape ShapeFor(const QWidget& widget) const {
         host::kit::CTextLines::Shape shape;
@@ -33,24 +31,36 @@ struct ZMultilineText::Private {
         return shape;
     }
 
-    void Lay(QWidget& widget) {
+    QSize Hint(const QWidget& widget) const override {
+        return lines.SizeAt(ShapeFor(widget), host::kit::kMaxWrappedWidth);
+    }
+
+    QSize MinimumHint(const QWidget& widget) const override {
+        const auto shape = ShapeFor(widget);
+        return host::kit::DotsSize(shape.font).expandedTo(QSize(0, shape.LineHeight()));
+    }
+
+    int HeightAt(const QWidget& widget, int width) const override {
+        return lines.SizeAt(ShapeFor(widget), width).height();
+    }
+
+    void Lay(QWidget& widget) override {
         lines.Lay(ShapeFor(widget), widget.size());
         host::kit::OfferWhole(widget, tip, lines.IsCut(), lines.Plain());
     }
 
-    void LayAnew(QWidget& widget) {
-        Lay(widget);
-        widget.updateGeometry();
-        widget.update();
+    void Paint(QPainter& painter, QWidget& widget) override {
+        if (redo) {
+            Lay(widget);
+        }
+        lines.Paint(painter, widget.rect(), host::kit::TextColorOf(widget, host::kit::Color("text")));
     }
 };
 
-ZMultilineText::ZMultilineText(QWidget* parent) : QWidget(parent), d(std::make_unique<Private>()) {
-    setFocusPolicy(Qt::NoFocus);
+ZMultilineText::ZMultilineText(QWidget* parent) : ZTextBase(new Private, parent), d(static_cast<Private*>(state())) {
     QSizePolicy policy = sizePolicy();
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
-    host::kit::FollowTheme(this);
 }
 
 ZMultilineText::~ZMultilineText() = default;
@@ -59,65 +69,25 @@ void ZMultilineText::setText(const QString& text) {
     d->text = text;
     d->lines.SetText(text, Qt::PlainText);
     setAccessibleName(text);
-    d->LayAnew(*this);
-}
-
-QString ZMultilineText::text() const {
-    return d->text;
+    d->Refresh(*this);
 }
 
 void ZMultilineText::setAlignment(Qt::Alignment alignment) {
     d->alignment = alignment;
-    d->LayAnew(*this);
+    d->Refresh(*this);
 }
 
 void ZMultilineText::setLineHeight(int pixels) {
     d->lineHeight = pixels;
-    d->LayAnew(*this);
+    d->Refresh(*this);
 }
 
 void ZMultilineText::setMaximumTextLine(int lines) {
     d->maxLines = lines;
-    d->LayAnew(*this);
+    d->Refresh(*this);
 }
 
 void ZMultilineText::setRedoLayoutInPaintEvent(bool redo) {
     d->redo = redo;
     update();
-}
-
-QSize ZMultilineText::sizeHint() const {
-    ensurePolished();
-    return d->lines.SizeAt(d->ShapeFor(*this), host::kit::kMaxWrappedWidth);
-}
-
-QSize ZMultilineText::minimumSizeHint() const {
-    ensurePolished();
-    return host::kit::DotsSize(d->ShapeFor(*this).font).expandedTo(QSize(0, d->ShapeFor(*this).LineHeight()));
-}
-
-bool ZMultilineText::hasHeightForWidth() const {
-    return true;
-}
-
-int ZMultilineText::heightForWidth(int width) const {
-    return d->lines.SizeAt(d->ShapeFor(*this), width).height();
-}
-
-void ZMultilineText::paintEvent(QPaintEvent* /*event*/) {
-    if (d->redo) {
-        d->Lay(*this);
-    }
-    QPainter painter(this);
-    d->lines.Paint(painter, rect(), host::kit::TextColorOf(*this, host::kit::Color("text")));
-}
-
-void ZMultilineText::resizeEvent(QResizeEvent* event) {
-    QWidget::resizeEvent(event);
-    d->Lay(*this);
-}
-
-void ZMultilineText::changeEvent(QEvent* event) {
-    QWidget::changeEvent(event);
-    d->LayAnew(*this);
 }

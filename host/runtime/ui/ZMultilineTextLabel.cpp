@@ -1,11 +1,11 @@
 #include "ui/ZMultilineTextLabel.h"
 
-#include <QEvent>
 #include <QPainter>
 #include <QStyle>
 
 #include "ui/KitPaint.h"
 #include "ui/SheetRule.h"
+#include "ui/TextBase.h"
 #include "ui/TextLines.h"
 
 namespace {
@@ -14,8 +14,7 @@ constexpr int kPixels = 13;
 
 }  // namespace
 
-struct ZMultilineTextLabel::Private {
-    QString text;
+struct ZMultilineTextLabel::Private : ZTextBase::Private {
     Qt::TextFormat format = Qt::AutoText;
     host::kit::CTextLines lines;
     Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignVCenter;
@@ -23,7 +22,6 @@ struct ZMultilineTextLabel::Private {
     QMargins margins;
     bool elidable = false;
     QTextOption::WrapMode wrap = QTextOption::WordWrap;
-    QString tip;
 
     host::kit::CTextLines::Shape ShapeFor(const QWidget& widget) const {
         host::kit::CTextLines::Shape shape;
@@ -37,24 +35,36 @@ struct ZMultilineTextLabel::Private {
 
     QSize WithMargins(const QSize& size) const { return QRect(QPoint(), size).marginsAdded(margins).size(); }
 
-    void Lay(QWidget& widget) {
+    QSize Hint(const QWidget& widget) const override { return SizeAt(widget, host::kit::kMaxWrappedWidth); }
+
+    QSize MinimumHint(const QWidget& widget) const override {
+        const auto shape = ShapeFor(widget);
+        return WithMargins(host::kit::DotsSize(shape.font).expandedTo(QSize(0, shape.LineHeight())));
+    }
+
+    int HeightAt(const QWidget& widget, int width) const override { return SizeAt(widget, width).height(); }
+
+    QSize SizeAt(const QWidget& widget, int width) const {
+        const int room = qMax(0, width - margins.left() - margins.right());
+        return WithMargins(lines.SizeAt(ShapeFor(widget), room));
+    }
+
+    void Lay(QWidget& widget) override {
         lines.Lay(ShapeFor(widget), widget.rect().marginsRemoved(margins).size());
         host::kit::OfferWhole(widget, tip, lines.IsCut(), lines.Plain());
     }
 
-    void LayAnew(QWidget& widget) {
-        Lay(widget);
-        widget.updateGeometry();
-        widget.update();
+    void Paint(QPainter& painter, QWidget& widget) override {
+        lines.Paint(painter, widget.rect().marginsRemoved(margins),
+                    host::kit::TextColorOf(widget, host::kit::Color("text")));
     }
 };
 
-ZMultilineTextLabel::ZMultilineTextLabel(QWidget* parent) : QWidget(parent), d(std::make_unique<Private>()) {
-    setFocusPolicy(Qt::NoFocus);
+ZMultilineTextLabel::ZMultilineTextLabel(QWidget* parent)
+    : ZTextBase(new Private, parent), d(static_cast<Private*>(state())) {
     QSizePolicy policy = sizePolicy();
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
-    host::kit::FollowTheme(this);
 }
 
 ZMultilineTextLabel::~ZMultilineTextLabel() = default;
@@ -68,11 +78,7 @@ void ZMultilineTextLabel::setTextFormat(Qt::TextFormat format) {
     d->format = format;
     d->lines.SetText(d->text, format);
     setAccessibleName(d->lines.Plain());
-    d->LayAnew(*this);
-}
-
-QString ZMultilineTextLabel::text() const {
-    return d->text;
+    d->Refresh(*this);
 }
 
 Qt::TextFormat ZMultilineTextLabel::textFormat() const {
@@ -81,61 +87,25 @@ Qt::TextFormat ZMultilineTextLabel::textFormat() const {
 
 void ZMultilineTextLabel::setAlignment(Qt::Alignment alignment) {
     d->alignment = alignment;
-    d->LayAnew(*this);
+    d->Refresh(*this);
 }
 
 void ZMultilineTextLabel::setLineHeight(int pixels) {
     d->lineHeight = pixels;
-    d->LayAnew(*this);
+    d->Refresh(*this);
 }
 
 void ZMultilineTextLabel::setMargins(const QMargins& margins) {
     d->margins = margins;
-    d->LayAnew(*this);
+    d->Refresh(*this);
 }
 
 void ZMultilineTextLabel::setElidable(bool elidable) {
     d->elidable = elidable;
-    d->LayAnew(*this);
+    d->Refresh(*this);
 }
 
 void ZMultilineTextLabel::setWrapMode(QTextOption::WrapMode mode) {
     d->wrap = mode;
-    d->LayAnew(*this);
-}
-
-QSize ZMultilineTextLabel::sizeHint() const {
-    ensurePolished();
-    const int room = host::kit::kMaxWrappedWidth - d->margins.left() - d->margins.right();
-    return d->WithMargins(d->lines.SizeAt(d->ShapeFor(*this), room));
-}
-
-QSize ZMultilineTextLabel::minimumSizeHint() const {
-    ensurePolished();
-    const auto shape = d->ShapeFor(*this);
-    return d->WithMargins(host::kit::DotsSize(shape.font).expandedTo(QSize(0, shape.LineHeight())));
-}
-
-bool ZMultilineTextLabel::hasHeightForWidth() const {
-    return true;
-}
-
-int ZMultilineTextLabel::heightForWidth(int width) const {
-    const int room = qMax(0, width - d->margins.left() - d->margins.right());
-    return d->WithMargins(d->lines.SizeAt(d->ShapeFor(*this), room)).height();
-}
-
-void ZMultilineTextLabel::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
-    d->lines.Paint(painter, rect().marginsRemoved(d->margins), host::kit::TextColorOf(*this, host::kit::Color("text")));
-}
-
-void ZMultilineTextLabel::resizeEvent(QResizeEvent* event) {
-    QWidget::resizeEvent(event);
-    d->Lay(*this);
-}
-
-void ZMultilineTextLabel::changeEvent(QEvent* event) {
-    QWidget::changeEvent(event);
-    d->LayAnew(*this);
+    d->Refresh(*this);
 }

@@ -6,6 +6,7 @@
 #include <QSet>
 #include <QTimer>
 #include <QVector>
+#include <utility>
 
 #include "ui/ZRWebImageWidget.h"
 
@@ -13,6 +14,9 @@ namespace {
 
 constexpr int kSwitchMs = 5000;
 constexpr int kAttempts = 3;
+
+// Slides of a longer slideshow lose their images and load them again.
+constexpr int kKeptSlides = 10;
 
 constexpr double kDotRadius = 3.0;
 constexpr int kDotDistance = 14;
@@ -82,6 +86,8 @@ struct ZSlideshowBase::Private {
         dots->setGeometry(rect.left(), rect.bottom() + 1 - kDotsHeight, rect.width(), kDotsHeight);
     }
 
+    int Next(int index) const { return (index + 1) % slides.size(); }
+
     void ShowOnly(int shown) {
         if (slides[shown]) {
             slides[shown]->show();
@@ -119,7 +125,7 @@ ZSlideshowBase::ZSlideshowBase(QWidget* parent, WidthHeightRatio ratio)
     setFocusPolicy(Qt::NoFocus);
     connect(&d->clock, &QTimer::timeout, this, [this] {
         if (m_bAutomatic) {
-            setCurrentIndex((d->current + 1) % d->slides.size());
+            setCurrentIndex(d->Next(d->current));
         }
     });
 }
@@ -153,19 +159,21 @@ void ZSlideshowBase::setCurrentIndex(int index) {
         return;
     }
     const int old = d->current;
+    if (old >= 0) {
+        PrepareSlide(index);
+    }
     d->ShowOnly(index);
+    if (old >= 0) {
+        PrepareSlide(d->Next(index));
+    }
     d->RunClock();
     Q_EMIT currentChanged(index, old);
 }
 
 // The signal is emitted last: a receiver may delete the slideshow.
-void ZSlideshowBase::AddSlide(QWidget* slide) {
-    const int index = d->slides.size();
-    slide->setParent(this);
-    slide->hide();
-    d->slides.append(slide);
-    d->Place(rect());
-    if (index == 0) {
+void ZSlideshowBase::AddSlide() {
+    d->slides.append(nullptr);
+    if (d->slides.size() == 1) {
         setCurrentIndex(0);
     } else {
         d->ShowDots();
@@ -174,6 +182,16 @@ void ZSlideshowBase::AddSlide(QWidget* slide) {
         }
     }
 }
+
+void ZSlideshowBase::SetSlide(int index, QWidget* slide) {
+    slide->setParent(this);
+    slide->setGeometry(d->SlideRect(rect()));
+    slide->setVisible(index == d->current);
+    d->slides[index] = slide;
+    d->dots->raise();
+}
+
+void ZSlideshowBase::PrepareSlide(int /*index*/) {}
 
 void ZSlideshowBase::SetBare(int index, bool bare) {
     if (bare) {
@@ -192,31 +210,81 @@ void ZSlideshowBase::mousePressEvent(QMouseEvent* event) {
     event->ignore();
 }
 
-ZSlideshow::ZSlideshow(QWidget* parent, WidthHeightRatio ratio) : ZSlideshowBase(parent, ratio) {}
+struct ZSlideshow::Images {
+    struct Image {
+        QString url;
+        QString standIn;
+        bool moving = false;
+        int attempts = 0;
+        bool isReported = false;
+        bool isPrepared = false;
+        QPointer<ZRWebImageWidget> widget;
+    };
+
+    QVector<Image> all;
+    QVector<int> prepared;  // indexes, the latest last
+};
+
+ZSlideshow::ZSlideshow(QWidget* parent, WidthHeightRatio ratio)
+    : ZSlideshowBase(parent, ratio), m_images(std::make_unique<Images>()) {}
 
 ZSlideshow::~ZSlideshow() = default;
 
 void ZSlideshow::addWebImageOrGif(const QString& url, const QString& standIn, int mode) {
     const int index = count();
-    auto* slide = new ZRWebImageWidget(this);
-    slide->setObjectName(QStringLiteral("ZSlideshowSlide%1").arg(index));
-    slide->SetMoving(mode == kMoving);
-    connect(slide, &ZRWebImageWidget::ImageLoadStatusSignal, this,
-            [this, slide, standIn, index, attempt = 0](const QString& loaded, ZRImageLoadStatus status) mutable {
-                ++attempt;
-                if (status == kImageLoadSucceeded) {
-                    SetBare(index, false);
-                    Q_EMIT webImageLoadSucess(loaded, index, attempt);
-                } else if (attempt < kAttempts) {
-                    slide->SetUrl(loaded, standIn);
-                } else {
-                    Q_EMIT webImageLoadFinalFailed(loaded, index, attempt);
-                }
-            });
-    const QPointer<QWidget> alive(slide);
-    AddSlide(slide);
+    m_images->all.append({url, standIn, mode == kMoving, 0, false, false, nullptr});
+    const QPointer<QWidget> alive(this);
+    AddSlide();
     if (alive) {
         SetBare(index, standIn.isEmpty());
-        slide->SetUrl(url, standIn);
+        if (index <= currentIndex() + 1) {
+            PrepareSlide(index);
+        }
+    }
+}
+
+// A widget that somebody deleted is not created again.
+void ZSlideshow::PrepareSlide(int index) {
+    Images::Image& image = m_images->all[index];
+    m_images->prepared.removeOne(index);
+    m_images->prepared.append(index);
+    if (std::exchange(image.isPrepared, true)) {
+        return;
+    }
+    if (m_images->prepared.size() > kKeptSlides) {
+        Images::Image& oldest = m_images->all[m_images->prepared.takeFirst()];
+        oldest.isPrepared = false;
+        delete oldest.widget;
+    }
+    image.widget = new ZRWebImageWidget(this);
+    image.widget->setObjectName(QStringLiteral("ZSlideshowSlide%1").arg(index));
+    image.widget->SetMoving(image.moving);
+    connect(
+        image.widget, &ZRWebImageWidget::ImageLoadStatusSignal, this,
+        [this, index](const QString&, ZRImageLoadStatus status) { OnLoaded(index, status == kImageLoadSucceeded); });
+    SetBare(index, image.standIn.isEmpty());
+    SetSlide(index, image.widget);
+    image.widget->SetUrl(image.url, image.standIn);
+}
+
+// The signals are emitted last: a receiver may delete the slideshow.
+void ZSlideshow::OnLoaded(int index, bool succeeded) {
+    Images::Image& image = m_images->all[index];
+    ++image.attempts;
+    if (!succeeded && image.attempts < kAttempts) {
+        image.widget->SetUrl(image.url, image.standIn);
+        return;
+    }
+    if (succeeded) {
+        SetBare(index, false);
+    }
+    if (std::exchange(image.isReported, true)) {
+        return;
+    }
+    const QString url = image.url;
+    if (succeeded) {
+        Q_EMIT webImageLoadSucess(url, index, image.attempts);
+    } else {
+        Q_EMIT webImageLoadFinalFailed(url, index, image.attempts);
     }
 }

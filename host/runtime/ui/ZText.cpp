@@ -1,10 +1,10 @@
 #include "ui/ZText.h"
 
-#include <QEvent>
 #include <QPainter>
 
 #include "ui/KitPaint.h"
 #include "ui/SheetRule.h"
+#include "ui/TextBase.h"
 
 namespace {
 
@@ -34,12 +34,10 @@ constexpr int kNoLimit = QWIDGETSIZE_MAX;
 
 }  // namespace
 
-struct ZText::Private {
-    QString text;
+struct ZText::Private : ZTextBase::Private {
     ZrStyle style = kBody;
     bool dottable = false;
     bool wrap = false;
-    QString tip;
 
     int Flags() const {
         return wrap ? int(Qt::TextWordWrap) | int(Qt::AlignTop) : int(Qt::TextSingleLine) | int(Qt::AlignVCenter);
@@ -67,24 +65,53 @@ struct ZText::Private {
         return metrics.size(wrap ? 0 : Qt::TextSingleLine, text).expandedTo(QSize(0, metrics.height()));
     }
 
-    void OfferWhole(QWidget& widget) {
+    // A line that asks for less than its text needs always ends in dots.
+    bool IsDotted(const QWidget& widget) const {
+        const int whole = wrap ? 0 : WholeSize(FontFor(widget)).width();
+        return (dottable || whole > host::kit::kMaxHintWidth) && whole > widget.width();
+    }
+
+    QSize Hint(const QWidget& widget) const override {
+        const QFont font = FontFor(widget);
+        const QSize whole = WholeSize(font);
+        if (whole.width() <= host::kit::kMaxHintWidth) {
+            return whole;
+        }
+        return {host::kit::kMaxHintWidth, wrap ? HeightAt(widget, host::kit::kMaxHintWidth) : whole.height()};
+    }
+
+    // Wrapped text needs only the width of its longest word.
+    QSize MinimumHint(const QWidget& widget) const override {
+        const QFont font = FontFor(widget);
+        if (wrap) {
+            const int word = QFontMetrics(font).boundingRect(QRect(0, 0, 0, kNoLimit), Flags(), text).width();
+            return {qMin(word, host::kit::kMaxHintWidth), QFontMetrics(font).height()};
+        }
+        return dottable ? host::kit::DotsSize(font) : Hint(widget);
+    }
+
+    bool IsWrapped() const override { return wrap; }
+
+    int HeightAt(const QWidget& widget, int width) const override { return SizeAt(FontFor(widget), width).height(); }
+
+    void Lay(QWidget& widget) override {
         const QFont font = FontFor(widget);
         const bool cut =
             wrap ? SizeAt(font, widget.width()).height() > widget.height() : WholeSize(font).width() > widget.width();
         host::kit::OfferWhole(widget, tip, cut, text);
     }
 
-    void Refresh(QWidget& widget) {
-        OfferWhole(widget);
-        widget.updateGeometry();
-        widget.update();
+    void Paint(QPainter& painter, QWidget& widget) override {
+        painter.setFont(FontFor(widget));
+        painter.setPen(host::kit::TextColorOf(widget, host::kit::Color(LookOf(style).color)));
+        const int width = widget.width();
+        const QString shown =
+            IsDotted(widget) ? painter.fontMetrics().elidedText(text, Qt::ElideRight, width, Qt::TextSingleLine) : text;
+        painter.drawText(widget.rect(), FlagsAt(painter.fontMetrics(), width) | Qt::AlignLeft, shown);
     }
 };
 
-ZText::ZText(QWidget* parent) : QWidget(parent), d(std::make_unique<Private>()) {
-    setFocusPolicy(Qt::NoFocus);
-    host::kit::FollowTheme(this);
-}
+ZText::ZText(QWidget* parent) : ZTextBase(new Private, parent), d(static_cast<Private*>(state())) {}
 
 ZText::ZText(const QString& text, QWidget* parent) : ZText(parent) {
     setText(text);
@@ -101,10 +128,6 @@ void ZText::setText(const QString& text) {
     d->Refresh(*this);
 }
 
-QString ZText::text() const {
-    return d->text;
-}
-
 void ZText::setZrStyle(ZrStyle style) {
     d->style = style;
     d->Refresh(*this);
@@ -115,11 +138,9 @@ void ZText::setDottable(bool dottable) {
     d->Refresh(*this);
 }
 
-// A line that asks for less than its text needs always ends in dots.
 bool ZText::isDotted() const {
     ensurePolished();
-    const int whole = d->wrap ? 0 : d->WholeSize(d->FontFor(*this)).width();
-    return (d->dottable || whole > host::kit::kMaxHintWidth) && whole > width();
+    return d->IsDotted(*this);
 }
 
 void ZText::setWordWrap(bool wrap) {
@@ -128,54 +149,4 @@ void ZText::setWordWrap(bool wrap) {
     policy.setHeightForWidth(wrap);
     setSizePolicy(policy);
     d->Refresh(*this);
-}
-
-QSize ZText::sizeHint() const {
-    ensurePolished();
-    const QFont font = d->FontFor(*this);
-    const QSize whole = d->WholeSize(font);
-    if (whole.width() <= host::kit::kMaxHintWidth) {
-        return whole;
-    }
-    return {host::kit::kMaxHintWidth, d->wrap ? d->SizeAt(font, host::kit::kMaxHintWidth).height() : whole.height()};
-}
-
-// Wrapped text needs only the width of its longest word.
-QSize ZText::minimumSizeHint() const {
-    if (d->wrap) {
-        const QFont font = d->FontFor(*this);
-        const int word = QFontMetrics(font).boundingRect(QRect(0, 0, 0, kNoLimit), d->Flags(), d->text).width();
-        return {qMin(word, host::kit::kMaxHintWidth), QFontMetrics(font).height()};
-    }
-    return d->dottable ? host::kit::DotsSize(d->FontFor(*this)) : sizeHint();
-}
-
-bool ZText::hasHeightForWidth() const {
-    return d->wrap;
-}
-
-int ZText::heightForWidth(int width) const {
-    return d->wrap ? d->SizeAt(d->FontFor(*this), width).height() : -1;
-}
-
-void ZText::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
-    painter.setFont(d->FontFor(*this));
-    painter.setPen(host::kit::TextColorOf(*this, host::kit::Color(LookOf(d->style).color)));
-    const QString shown =
-        isDotted() ? painter.fontMetrics().elidedText(d->text, Qt::ElideRight, width(), Qt::TextSingleLine) : d->text;
-    painter.drawText(rect(), d->FlagsAt(painter.fontMetrics(), width()) | Qt::AlignLeft, shown);
-}
-
-void ZText::resizeEvent(QResizeEvent* event) {
-    QWidget::resizeEvent(event);
-    d->OfferWhole(*this);
-}
-
-void ZText::changeEvent(QEvent* event) {
-    QWidget::changeEvent(event);
-    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
-        d->Refresh(*this);
-    }
-    update();
 }

@@ -65,6 +65,8 @@ public:
     virtual void SetFrozen(bool frozen) = 0;
     /// Returns the address of the displayed document, also while another one is loading.
     virtual QUrl CommittedUrl() const = 0;
+    /// Returns the process that renders the page; 0 if there is none.
+    virtual qint64 ProcessId() const = 0;
 };
 
 /// The port behind core::webview. Main thread.

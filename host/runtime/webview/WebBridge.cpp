@@ -8,6 +8,7 @@
 #include "framework/JsonText.h"
 #include "framework/LogText.h"
 #include "webview/WebAddress.h"
+#include "webview/WebHost.h"
 
 namespace host::web {
 namespace {
@@ -24,6 +25,11 @@ constexpr char kErrorHandler[] = "failed";
 
 std::string Logged(const QString& text) {
     return EscapedLogText(text.left(kMaxLoggedLength));
+}
+
+void Trace(WebTrace::EnKind kind, const QString& name, std::string text, int call = 0) {
+    text.resize(std::min(text.size(), HttpTrace::kBodyKept));
+    Q_EMIT CWebHost::Instance().Traced({kind, name, std::move(text), call, kind == WebTrace::EnKind::Refused});
 }
 
 std::string ToText(const Json::Value& value) {
@@ -60,23 +66,27 @@ void CWebBridge::Receive(const QString& text) {
     if (!IsServed()) {
         kLog.Error(FMT_STRING("Refused a message of a page without the bridge: {}"),
                    Logged(m_fnCommitted().toString()));
+        Trace(WebTrace::EnKind::Refused, QString(), "the page has no bridge");
         return;
     }
     const std::string bytes = text.toStdString();
     if (bytes.size() > kMaxBytes) {
         kLog.Error(FMT_STRING("Refused a message of {} bytes"), bytes.size());
+        Trace(WebTrace::EnKind::Refused, QString(), kErrorSize);
         return;
     }
     std::string error;
     const std::optional<Json::Value> message = ParseJson(bytes, error);
     if (!message) {
         kLog.Error(FMT_STRING("Refused a message that is no JSON, {}: {}"), error, Logged(text));
+        Trace(WebTrace::EnKind::Refused, QString(), "no JSON: " + error);
         return;
     }
     const bool named = message->isObject() && (*message)["page"].isString() && !(*message)["page"].asString().empty() &&
                        (*message)["page"].asString().size() <= kMaxPageName;
     if (!named) {
         kLog.Error(FMT_STRING("Refused a message of no document: {}"), Logged(text));
+        Trace(WebTrace::EnKind::Refused, QString(), "it names no document");
         return;
     }
     // The page can load itself again. Answers to its former document would be for the wrong calls.
@@ -115,6 +125,7 @@ void CWebBridge::Invoke(const Call& call, const Json::Value& params) {
         Fail(call.id, kErrorName, call.name);
         return;
     }
+    Trace(WebTrace::EnKind::Call, call.name, ToText(params), call.id);
     // The handler can replace itself, load another page, or end the widget.
     const Handler handler = found->second.handler;
     const std::weak_ptr<int> alive = m_pAlive;
@@ -144,6 +155,7 @@ void CWebBridge::Invoke(const Call& call, const Json::Value& params) {
     Json::Value message;
     message["call"] = call.id;
     message["answer"] = *answer;
+    Trace(WebTrace::EnKind::Answer, call.name, ToText(*answer), call.id);
     if (!Send(std::move(message))) {
         Fail(call.id, kErrorSize, call.name);
     }
@@ -165,6 +177,7 @@ void CWebBridge::LeaveOpen(const Call& call) {
 }
 
 void CWebBridge::Fail(int id, const char* code, const QString& name) {
+    Trace(WebTrace::EnKind::Refused, name, code, id);
     if (id == 0) {
         return;
     }
@@ -187,6 +200,7 @@ void CWebBridge::Respond(const QString& name, const Json::Value& value) {
     Json::Value message;
     message["call"] = id;
     message["answer"] = value;
+    Trace(WebTrace::EnKind::Answer, name, ToText(value), id);
     if (!Send(std::move(message))) {
         Fail(id, kErrorSize, name);
     }
@@ -195,6 +209,7 @@ void CWebBridge::Respond(const QString& name, const Json::Value& value) {
 bool CWebBridge::Broadcast(const QString& name, const Json::Value& params) {
     Json::Value message;
     message["event"] = name.toStdString();
+    Trace(WebTrace::EnKind::Event, name, ToText(params));
     message["params"] = params;
     return IsServed() && !m_page.empty() && Send(std::move(message));
 }

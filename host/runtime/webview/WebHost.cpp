@@ -34,6 +34,17 @@ void CWebHost::Begin() {
     Q_EMIT Begun();
 }
 
+QList<qint64> CWebHost::PageProcesses() const {
+    QList<qint64> processes;
+    for (const IWebView* view : m_views) {
+        const qint64 process = view->ProcessId();
+        if (process > 0 && !processes.contains(process)) {
+            processes.push_back(process);
+        }
+    }
+    return processes;
+}
+
 void CWebHost::CheckUser() {
     const quint64 user = core::login_status_data::Login_GetUserID();
     if (user == m_nUser) {

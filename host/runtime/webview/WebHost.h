@@ -4,6 +4,9 @@
 #include <QTimer>
 
 #include "framework/export.h"
+#include "tracing/TraceEvent.h"
+
+class IWebView;
 
 namespace host::web {
 
@@ -36,16 +39,26 @@ public:
     void CountWindow(int change) { m_nWindows += change; }
     int WindowCount() const { return m_nWindows; }
 
+    /// The views that exist.
+    void AddView(IWebView* view) { m_views.push_back(view); }
+    void RemoveView(IWebView* view) { m_views.removeOne(view); }
+    /// Process ids of the pages, each once.
+    QList<qint64> PageProcesses() const;
+    int ViewCount() const { return m_views.size(); }
+
 Q_SIGNALS:
     void Begun();
     /// Emitted later, never inside CheckUser.
     void UserChanged();
     void Ending();
+    /// A page changed its state, or its bridge passed or refused a message.
+    void Traced(const WebTrace& trace);
 
 private:
     CWebHost();
 
     QTimer m_afterFirstFrame;
+    QList<IWebView*> m_views;
     quint64 m_nUser = 0;
     int m_nGeneration = 0;
     int m_nWindows = 0;

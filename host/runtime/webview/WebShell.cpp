@@ -37,6 +37,10 @@ void Dispatch(const QString& url) {
                                   core::urlhandler::kFallbackWeb);
 }
 
+void Trace(const QUrl& url, const char* text, bool isBad = false) {
+    Q_EMIT CWebHost::Instance().Traced({WebTrace::EnKind::Page, TextOf(url), text, 0, isBad});
+}
+
 void OpenInBrowser(const QString& url) {
     core::webview::ZRWebWindowInfo info;
     info.inBrowser = true;
@@ -146,10 +150,12 @@ void CWebShell::CreateView() {
     }
     m_nGeneration = host.Generation();
     if (!m_pView) {
+        Trace(m_load->url, "not displayed: there is no web engine", true);
         Finish(false, 0);
         ShowMessage(EnWebText::kNoEngine, false);
         return;
     }
+    host.AddView(m_pView);
     m_pView->setGeometry(rect());
     m_pView->show();
     m_pOverlay->raise();
@@ -164,6 +170,7 @@ void CWebShell::Submit() {
     const QStringList origins = m_bBridge ? BridgeOrigins() : QStringList();
     m_bridge.BeginLoad(m_bBridge);
     m_bFrozen = false;
+    Trace(m_load->url, "loads");
     m_pView->Load({m_load->url, origins});
 }
 
@@ -181,6 +188,7 @@ void CWebShell::DropView() {
     m_bCrashed = false;
     m_bridge.BeginLoad(false);
     CloseContextMenu();
+    CWebHost::Instance().RemoveView(m_pView);
     delete std::exchange(m_pView, nullptr);
 }
 
@@ -233,6 +241,7 @@ void CWebShell::LoadFinished(bool success, int httpCode) {
     if (success && IsLoadable(committed, reason)) {
         m_shown = {TextOf(committed), committed};
     }
+    Trace(committed, success ? "loaded" : "failed", !success);
     Finish(success, httpCode);
     m_bIntact = success;
     if (success) {
@@ -317,6 +326,7 @@ void CWebShell::MessageReceived(const QString& text) {
 
 void CWebShell::RenderProcessGone() {
     kLog.Error(FMT_STRING("The process of a page ended: {}"), Logged(m_shown.text));
+    Trace(m_shown.url, "its process ended", true);
     m_bridge.BeginLoad(false);
     m_freeze.stop();
     m_bCrashed = true;

@@ -1,6 +1,7 @@
 #include "channel/WebSocketChannel.h"
 
 #include <QNetworkRequest>
+#include <QTcpSocket>
 #include <QWebSocket>
 #include <algorithm>
 #include <memory>
@@ -9,14 +10,28 @@
 #include "core/IPoster.h"
 #include "core/ITimeAndRandom.h"
 #include "core/MainThreadPoster.h"
+#include "core/TimeAndRandom.h"
 #include "framework/HostLog.h"
 
 namespace {
 
 constexpr host::CHostLog kLog("Channel");
 
+// The library stores the headers of the handshake without a limit.
+constexpr int kHandshakeBufferBytes = 16 << 10;
+constexpr int kMaxHandshakeReads = 100;
+// Rounding alone makes the difference of two clocks vary.
+constexpr int64_t kShortestSuspendMs = 100;
+
 int64_t Now() {
     return CMainThreadPoster::SteadyMillis();
+}
+
+ChannelOptions Complete(ChannelOptions options) {
+    if (!options.suspendedMillis) {
+        options.suspendedMillis = CTimeAndRandom::SuspendedMillis;
+    }
+    return options;
 }
 
 // A socket that was cut has the close code of a normal end too.
@@ -30,7 +45,10 @@ QString ClosedBecause(const QWebSocket& socket) {
 }  // namespace
 
 CWebSocketChannel::CWebSocketChannel(IPoster& poster, ITimeAndRandom& random, const ChannelOptions& options)
-    : m_poster(poster), m_random(random), m_options(options), m_backoff(options.firstRetry, options.lastRetry) {
+    : m_poster(poster),
+      m_random(random),
+      m_options(Complete(options)),
+      m_backoff(options.firstRetry, options.lastRetry) {
     m_retryTimer.setSingleShot(true);
     m_connectTimer.setSingleShot(true);
     m_deadlineTimer.setSingleShot(true);
@@ -89,7 +107,20 @@ void CWebSocketChannel::Connect() {
     QNetworkRequest request(m_url);
     request.setRawHeader("x-zr-token", m_token);
     m_connectTimer.start(m_options.connectLimit);
+    m_pSocket->setReadBufferSize(kHandshakeBufferBytes);
     m_pSocket->open(request);
+    LimitHandshake();
+}
+
+// Each read takes at most the buffer.
+void CWebSocketChannel::LimitHandshake() {
+    if (auto* line = m_pSocket->findChild<QTcpSocket*>()) {
+        connect(line, &QTcpSocket::readyRead, m_pSocket, [this, socket = m_pSocket, reads = 0]() mutable {
+            if (socket == m_pSocket && !m_bConnected && ++reads > kMaxHandshakeReads) {
+                OnLost(QStringLiteral("the answer to the handshake is too large"));
+            }
+        });
+    }
 }
 
 void CWebSocketChannel::DropSocket() {
@@ -107,7 +138,9 @@ void CWebSocketChannel::DropSocket() {
 void CWebSocketChannel::OnConnected() {
     m_connectTimer.stop();
     m_bConnected = true;
+    m_pSocket->setReadBufferSize(0);
     m_nLastSign = Now();
+    m_nSuspended = m_options.suspendedMillis();
     m_pingTimer.start();
     kLog.Info(FMT_STRING("Connected to {}"), m_url.toString().toStdString());
     Q_EMIT Connected();
@@ -126,6 +159,10 @@ void CWebSocketChannel::OnLost(const QString& reason) {
 void CWebSocketChannel::OnPingTime() {
     if (Now() - m_nLastSign > m_options.silenceLimit.count()) {
         OnLost(QStringLiteral("the server has gone silent"));
+        return;
+    }
+    if (m_options.suspendedMillis() - m_nSuspended >= kShortestSuspendMs) {
+        OnLost(QStringLiteral("the machine was suspended"));
         return;
     }
     m_pSocket->ping();
@@ -189,9 +226,32 @@ void CWebSocketChannel::Receive(const QByteArray& bytes) {
         return;
     }
     m_backoff.Reset();
+    if (IsTooLarge(*frame)) {
+        return;
+    }
     // Posted: a callback may open an event loop in which the socket is destroyed.
     m_poster.Post(this, std::chrono::milliseconds(0),
                   [this, frame = std::make_shared<channel::Frame>(*frame)] { Deliver(*frame); });
+}
+
+/// Logs a push or reply whose body is too large. The request of the reply fails.
+bool CWebSocketChannel::IsTooLarge(const channel::Frame& frame) {
+    const bool isReply = frame.kind() == channel::Frame::REPLY;
+    if (!isReply && frame.kind() != channel::Frame::PUSH) {
+        return false;
+    }
+    const auto found = isReply ? m_options.maxReplyBytes.find(frame.command()) : m_options.maxReplyBytes.end();
+    const size_t limit = found == m_options.maxReplyBytes.end() ? m_options.maxBodyBytes : found->second;
+    if (frame.body().size() <= limit) {
+        return false;
+    }
+    kLog.Error(FMT_STRING("Frame dropped: the {} {} has {} bytes, at most {} are accepted"),
+               isReply ? "reply to command" : "push of command", frame.command(), frame.body().size(), limit);
+    if (isReply) {
+        m_poster.Post(this, std::chrono::milliseconds(0),
+                      [this, session = frame.session()] { Fail(session, kCSProtoTooLarge); });
+    }
+    return true;
 }
 
 void CWebSocketChannel::Deliver(const channel::Frame& frame) {

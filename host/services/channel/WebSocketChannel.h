@@ -23,10 +23,15 @@ struct ChannelOptions {
     std::chrono::milliseconds pingEvery{10'000};
     /// After this time without a sign of the server the connection counts as lost.
     std::chrono::milliseconds silenceLimit{25'000};
+    /// Limit of the body of a push or a reply, and of replies to single commands.
+    size_t maxBodyBytes = 64 << 10;
+    std::map<uint32_t, size_t> maxReplyBytes{{20637, 256 << 10}, {20981, 16 << 10}, {20982, 16 << 10}};
+    /// Milliseconds that the machine was suspended so far. If empty, those of the system.
+    std::function<int64_t()> suspendedMillis;
 };
 
-/// The command channel over a WebSocket. It reconnects until it is closed. Poster and random must outlive it. Main
-/// thread.
+/// The command channel over a WebSocket. It reconnects until it is closed, and after a suspend of the machine,
+/// because the server's time is then asked again. Poster and random must outlive it. Main thread.
 class CWebSocketChannel : public QObject, public IChannel {
     Q_OBJECT
 
@@ -80,6 +85,8 @@ private:
     void OnPingTime();
     void OnReply(const channel::Frame& frame);
     void OnPush(const channel::Frame& frame);
+    void LimitHandshake();
+    bool IsTooLarge(const channel::Frame& frame);
     void Fail(unsigned long session, CSProtoError error);
     void FailUpTo(unsigned long lastSession, CSProtoError error);
     void FailLater(CSProtoError error);
@@ -95,6 +102,7 @@ private:
     QWebSocket* m_pSocket = nullptr;
     bool m_bConnected = false;
     int64_t m_nLastSign = 0;
+    int64_t m_nSuspended = 0;  // at the start of the connection
     QTimer m_retryTimer;
     QTimer m_connectTimer;
     QTimer m_pingTimer;

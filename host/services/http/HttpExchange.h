@@ -9,7 +9,7 @@
 #include "http/HttpRequest.h"
 
 struct HttpOptions {
-    qint64 maxBodyBytes = 8 << 20;  ///< of a response
+    qint64 maxBodyBytes = 1 << 20;  ///< of a response
     int maxRedirects = 5;           ///< within the same origin
     QByteArray caCertificates;      ///< PEM, in addition to the certificate authorities of the system; may be empty
 };

@@ -4,12 +4,33 @@
 #include <spdlog/sinks/rotating_file_sink.h>
 #include <spdlog/spdlog.h>
 
+#include <QFile>
+#include <algorithm>
+
 #include "framework/LogText.h"
 
 namespace {
 
 constexpr size_t kFileBytes = 5 * 1024 * 1024;
 constexpr size_t kFiles = 3;
+
+constexpr int kMaxLineBytes = 16 << 10;
+
+/// Returns the text if it has at most kMaxLineBytes as a line, otherwise its beginning and the number of other bytes.
+QString Limited(const QString& text) {
+    constexpr int kRoomForCount = 40;
+    int kept = std::min(text.size(), kMaxLineBytes);
+    int bytes = int(host::EscapedLogText(text.left(kept)).size());
+    if (kept == text.size() && bytes <= kMaxLineBytes) {
+        return text;
+    }
+    while (bytes > kMaxLineBytes - kRoomForCount) {
+        kept = int(qint64(kept) * (kMaxLineBytes - kRoomForCount) / bytes) - 1;
+        bytes = int(host::EscapedLogText(text.left(kept)).size());
+    }
+    kept -= text.at(kept - 1).isHighSurrogate() ? 1 : 0;
+    return text.left(kept) + QStringLiteral("... (%1 bytes left out)").arg(text.mid(kept).toUtf8().size());
+}
 
 spdlog::level::level_enum Level(ZRLogType type) {
     if (type >= kZRLogFatal) {
@@ -26,7 +47,8 @@ CFileLog::CFileLog(const QString& path) {
         return;
     }
     try {
-        auto sink = std::make_shared<spdlog::sinks::rotating_file_sink_mt>(path.toStdString(), kFileBytes, kFiles);
+        auto sink = std::make_shared<spdlog::sinks::rotating_file_sink_mt>(QFile::encodeName(path).toStdString(),
+                                                                           kFileBytes, kFiles);
         m_logger = std::make_shared<spdlog::logger>("client", std::move(sink));
         m_logger->set_pattern("%Y-%m-%dT%H:%M:%S.%e%z %l %t %v");
         m_logger->flush_on(spdlog::level::info);
@@ -38,7 +60,9 @@ CFileLog::CFileLog(const QString& path) {
 
 CFileLog::~CFileLog() = default;
 
-void CFileLog::Write(const LogRecord& record) {
+void CFileLog::Write(const LogRecord& whole) {
+    LogRecord record = whole;
+    record.text = Limited(whole.text);
     if (m_logger) {
         m_logger->log(Level(record.type), "[{}] {}:{} {} {}", record.module, record.file, record.line, record.function,
                       host::EscapedLogText(record.text));

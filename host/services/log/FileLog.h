@@ -9,7 +9,8 @@ namespace spdlog {
 class logger;
 }
 
-/// Writes the log to three rotating files of 5 MiB. Callable from any thread.
+/// Writes the log to three rotating files of 5 MiB. A text over 16 KiB is cut. Callable from any
+/// thread.
 class CFileLog : public ILogSource, public ILog {
 public:
     /// Number of lines that are kept for later listeners.

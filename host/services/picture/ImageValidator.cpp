@@ -4,15 +4,15 @@
 #include <QImageReader>
 #include <algorithm>
 
-#include "picture/SvgValidator.h"
+#include "picture/PngChunks.h"
 
 namespace {
 
-// The decoder renders a progressive JPEG once for each scan, and a scan needs only a few bytes.
-constexpr int kMaxScans = 64;
+constexpr char kGarbled[] = "it is cut or garbled";
 
-// The chunk at the end of each PNG, with its checksum.
-constexpr char kPngEnd[] = "IEND\xAE\x42\x60\x82";
+constexpr int kMaxScans = 64;
+// Each scan passes all pixels, and needs only a few bytes.
+constexpr qint64 kMaxScannedPixels = 400'000'000;
 
 /// Reads bytes in order. After the end it returns zeros and IsCut() is true.
 class CReader {
@@ -22,6 +22,10 @@ public:
     int Byte() {
         m_bCut = m_bCut || m_nAt >= m_bytes.size();
         return m_bCut ? 0 : static_cast<unsigned char>(m_bytes[m_nAt++]);
+    }
+    int Big16() {
+        const int high = Byte();
+        return high << 8 | Byte();
     }
     int Little16() {
         const int low = Byte();
@@ -53,20 +57,67 @@ int NextJpegMarker(CReader& reader) {
     return 0;
 }
 
-// The library decodes a JPEG without its end and does not count scans.
-bool HasJpegEnd(const std::string& bytes) {
-    CReader reader(bytes, 2);
+bool IsJpegFrame(int code) {
+    return code >= 0xC0 && code <= 0xCF && code != 0xC4 && code != 0xC8 && code != 0xCC;
+}
+
+bool IsProgressive(int code) {
+    return (code & 3) == 2;
+}
+
+/// The components of a JPEG, and how its scans hold them.
+struct JpegLayout {
+    int components = 0;
+    double samples = 0;       // per pixel
+    bool isBuffered = false;  // the decoder keeps all coefficients
     int scans = 0;
+};
+
+void ReadJpegFrame(CReader& reader, int code, int length, JpegLayout& layout) {
+    constexpr int kHeadBytes = 6;
+    constexpr int kComponentBytes = 3;
+    reader.Skip(kHeadBytes - 1);
+    layout.components = reader.Byte();
+    layout.isBuffered = layout.isBuffered || IsProgressive(code);
+    int total = 0;
+    int widest = 1;
+    int highest = 1;
+    for (int i = 0; i < layout.components; ++i) {
+        reader.Skip(1);
+        const int factors = reader.Byte();
+        reader.Skip(1);
+        widest = std::max(widest, factors >> 4);
+        highest = std::max(highest, factors & 0xF);
+        total += (factors >> 4) * (factors & 0xF);
+    }
+    layout.samples = double(total) / (widest * highest);
+    reader.Skip(std::max(0, length - kHeadBytes - kComponentBytes * layout.components));
+}
+
+// The library decodes a JPEG without its end and does not count scans.
+bool ReadJpegLayout(const std::string& bytes, JpegLayout& layout) {
+    constexpr int kTemporary = 0x01;  // without a length
+    CReader reader(bytes, 2);
     for (int code = NextJpegMarker(reader); !reader.IsCut(); code = NextJpegMarker(reader)) {
         if (code == 0xD9) {
-            return scans > 0;
+            return layout.scans > 0;
         }
-        scans += code == 0xDA ? 1 : 0;
-        const int length = reader.Byte() << 8 | reader.Byte();
-        if (scans > kMaxScans || length < 2) {
+        if (code == kTemporary) {
+            continue;
+        }
+        const int length = reader.Big16() - 2;
+        if (length < 0) {
             return false;
         }
-        reader.Skip(length - 2);
+        if (IsJpegFrame(code)) {
+            ReadJpegFrame(reader, code, length, layout);
+        } else if (code == 0xDA) {
+            ++layout.scans;
+            layout.isBuffered = layout.isBuffered || reader.Byte() < layout.components;
+            reader.Skip(std::max(0, length - 1));
+        } else {
+            reader.Skip(length);
+        }
     }
     return false;
 }
@@ -117,20 +168,73 @@ QSize SizeInHeader(const std::string& bytes, EnImageFormat format) {
     return reader.size();
 }
 
-bool Read(const std::string& bytes, const ImageLimits& limits, ImageInfo& info, std::string& reason) {
+qint64 Area(const QSize& size) {
+    return qint64(size.width()) * size.height();
+}
+
+/// Returns why the image is invalid; empty if it is valid so far.
+std::string ReadPng(const std::string& bytes, ImageInfo& info) {
+    constexpr int kColors = 2;
+    constexpr int kGrey = 0;
+    constexpr int kDeep = 16;
+    const std::string essential = png_chunks::Essential(bytes);
+    info.size = essential.empty() ? QSize() : SizeInHeader(essential, info.format);
+    if (info.size.isEmpty()) {
+        return kGarbled;
+    }
+    const auto kind = png_chunks::PixelKindOf(essential);
+    if (kind.depth == kDeep && kind.colorType == kColors && kind.hasKey) {
+        // The library would leave pixels uninitialised.
+        return "it has a transparent colour of 16 bits";
+    }
+    // The decoded pixels, and their 32-bit copy where their format is another one.
+    info.memory = Area(info.size) * (kind.depth == kDeep && kind.colorType != kGrey ? 8 + 4 : 2 + 4);
+    return {};
+}
+
+std::string ReadJpeg(const std::string& bytes, ImageInfo& info) {
+    JpegLayout layout;
+    info.size = SizeInHeader(bytes, info.format);
+    if (info.size.isEmpty() || !ReadJpegLayout(bytes, layout)) {
+        return kGarbled;
+    }
+    if (layout.scans > kMaxScans || layout.scans * Area(info.size) > kMaxScannedPixels) {
+        return "it has too many scans";
+    }
+    // The library copies metadata several times. Coefficients have two bytes.
+    const double perPixel = (layout.components == 1 ? 5 : 4) + (layout.isBuffered ? 2 * layout.samples : 0);
+    info.memory = qint64(double(Area(info.size)) * perPixel) + 4 * qint64(bytes.size());
+    return {};
+}
+
+std::string ReadGif(const std::string& bytes, const ImageLimits& limits, ImageInfo& info) {
+    if (!HasGifEnd(bytes, limits.frames, info) || info.size.isEmpty()) {
+        return kGarbled;
+    }
+    // The screen, what a frame covers, and the copy that is scaled.
+    info.memory = Area(info.size) * 3 * 4;
+    return {};
+}
+
+std::string Read(const std::string& bytes, const ImageLimits& limits, ImageInfo& info) {
     switch (info.format) {
         case EnImageFormat::kPng:
-            info.size = SizeInHeader(bytes, info.format);
-            return !info.size.isEmpty() && bytes.find(kPngEnd) != std::string::npos;
+            return ReadPng(bytes, info);
         case EnImageFormat::kJpeg:
-            info.size = SizeInHeader(bytes, info.format);
-            return !info.size.isEmpty() && HasJpegEnd(bytes);
+            return ReadJpeg(bytes, info);
         case EnImageFormat::kGif:
-            return HasGifEnd(bytes, limits.frames, info) && !info.size.isEmpty();
-        case EnImageFormat::kSvg:
-            return svg_validator::IsHarmless(bytes, reason);
+            return ReadGif(bytes, limits, info);
     }
-    return false;
+    return kGarbled;
+}
+
+// A drawing of a few kilobytes can take minutes to render.
+bool IsDrawing(const std::string& bytes) {
+    constexpr size_t kSearchedBytes = 4096;
+    const size_t mark = bytes.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
+    const size_t begin = bytes.find_first_not_of(" \t\r\n", mark);
+    return begin != std::string::npos && bytes[begin] == '<' &&
+           bytes.substr(begin, kSearchedBytes).find("<svg") != std::string::npos;
 }
 
 std::optional<EnImageFormat> FormatOf(const std::string& bytes) {
@@ -138,19 +242,19 @@ std::optional<EnImageFormat> FormatOf(const std::string& bytes) {
     if (beginsWith("\x89PNG\r\n\x1A\n")) {
         return EnImageFormat::kPng;
     }
-    if (beginsWith("\xFF\xD8\xFF")) {
+    if (beginsWith("\xFF\xD8")) {
         return EnImageFormat::kJpeg;
     }
     if (beginsWith("GIF87a") || beginsWith("GIF89a")) {
         return EnImageFormat::kGif;
     }
-    return svg_validator::LooksLikeSvg(bytes) ? std::make_optional(EnImageFormat::kSvg) : std::nullopt;
+    return std::nullopt;
 }
 
 }  // namespace
 
 const char* image_validator::FormatName(EnImageFormat format) {
-    static constexpr const char* kNames[] = {"png", "jpeg", "gif", "svg"};
+    static constexpr const char* kNames[] = {"png", "jpeg", "gif"};
     return kNames[int(format)];
 }
 
@@ -162,21 +266,25 @@ std::optional<ImageInfo> image_validator::Validate(const std::string& bytes, con
     }
     const auto format = FormatOf(bytes);
     if (!format) {
-        reason = "it is no picture";
+        reason = IsDrawing(bytes) ? "it is an SVG" : "it is no picture";
         return std::nullopt;
     }
     ImageInfo info;
     info.format = *format;
-    reason = "it is cut or garbled";
-    if (!Read(bytes, limits, info, reason)) {
+    reason = Read(bytes, limits, info);
+    if (!reason.empty()) {
         return std::nullopt;
     }
-    if (qint64(info.size.width()) * info.size.height() > limits.pixels) {
+    if (Area(info.size) > limits.pixels) {
         reason = "it has too many pixels";
         return std::nullopt;
     }
     if (info.frames > limits.frames) {
         reason = "it has too many frames";
+        return std::nullopt;
+    }
+    if (info.memory > limits.memory) {
+        reason = "it needs too much memory";
         return std::nullopt;
     }
     return info;

@@ -4,19 +4,21 @@
 #include <optional>
 #include <string>
 
-enum class EnImageFormat { kPng, kJpeg, kGif, kSvg };
+enum class EnImageFormat { kPng, kJpeg, kGif };
 
 /// Properties of an image that are read without decoding it.
 struct ImageInfo {
     EnImageFormat format = EnImageFormat::kPng;
-    QSize size;  // in pixels; empty for SVG
+    QSize size;  // in pixels
     int frames = 1;
+    qint64 memory = 0;  // maximum of bytes that decoding one frame needs
 };
 
 struct ImageLimits {
     int bytes = 20 << 20;
     qint64 pixels = 40'000'000;
     int frames = 300;
+    qint64 memory = 280 << 20;
 };
 
 /// Validates the bytes of an image before they are decoded. Any thread.

@@ -2,16 +2,17 @@
 
 #include <QBuffer>
 #include <QImageReader>
-#include <QPainter>
-#include <QSvgRenderer>
+#include <QTransform>
 #include <algorithm>
+
+#include "picture/PngChunks.h"
 
 namespace {
 
-// Limits for all frames together. Kept: 300 frames, the validator's maximum, of a page-wide strip at a device pixel
-// ratio of 2. They need 350 MB at four bytes a pixel. Decoded: a few seconds of work.
-constexpr qint64 kMaxKeptPixels = 300LL * (2 * 662) * (2 * 110);
-constexpr qint64 kMaxDecodedPixels = 400'000'000;
+// Limits for all frames together. Memory: 300 frames, the validator's maximum, of a page-wide strip at a device pixel
+// ratio of 2 fit. Decoded: less than a second of work.
+constexpr qint64 kMaxMemory = 350 << 20;
+constexpr qint64 kMaxDecodedPixels = 150'000'000;
 
 // Many animations give no delay or a very short one. Browsers use 100 ms for these.
 constexpr int kMinDelayMs = 20;
@@ -38,8 +39,18 @@ QImage Covering(QImage image, const QSize& size) {
 }
 
 int FrameCount(const ImageInfo& info, const QSize& size, bool moving) {
-    const bool fits = info.frames * Area(size) <= kMaxKeptPixels && info.frames * Area(info.size) <= kMaxDecodedPixels;
+    const bool fits =
+        info.frames * Area(size) * 4 + info.memory <= kMaxMemory && info.frames * Area(info.size) <= kMaxDecodedPixels;
     return moving && fits ? info.frames : 1;
+}
+
+// The library would rotate the whole image and need its memory twice.
+QImage Turned(QImage image, QImageIOHandler::Transformations turn) {
+    image = std::move(image).mirrored(turn.testFlag(QImageIOHandler::TransformationMirror),
+                                      turn.testFlag(QImageIOHandler::TransformationFlip));
+    constexpr qreal kQuarter = 90;
+    return turn.testFlag(QImageIOHandler::TransformationRotate90) ? image.transformed(QTransform().rotate(kQuarter))
+                                                                  : image;
 }
 
 void DecodePixels(QByteArray bytes, const ImageInfo& info, const QSize& size, bool moving,
@@ -47,37 +58,23 @@ void DecodePixels(QByteArray bytes, const ImageInfo& info, const QSize& size, bo
     QBuffer buffer(&bytes);
     QImageReader reader(&buffer, image_validator::FormatName(info.format));
     reader.setAutoDetectImageFormat(false);
-    reader.setAutoTransform(true);
     // The decoder must not read another size than the validator did.
     if (Area(reader.size()) > Area(info.size)) {
         return;
     }
     const int count = FrameCount(info, size, moving);
+    const auto turn = reader.transformation();
+    const bool isLying = turn.testFlag(QImageIOHandler::TransformationRotate90);
+    const QSize covered = isLying ? size.transposed() : size;
     for (int i = 0; i < count && !cancelled; ++i) {
         QImage image;
         if (!reader.read(&image) || image.isNull()) {
             return;
         }
         const int millis = reader.nextImageDelay();
-        picture.frames.push_back({Covering(std::move(image), size), millis < kMinDelayMs ? kDefaultDelayMs : millis});
+        picture.frames.push_back(
+            {Turned(Covering(std::move(image), covered), turn), millis < kMinDelayMs ? kDefaultDelayMs : millis});
     }
-}
-
-void DecodeDrawing(const QByteArray& bytes, const QSize& size, Picture& picture) {
-    QSvgRenderer renderer(bytes);
-    const QSizeF own = renderer.viewBoxF().isEmpty() ? QSizeF(renderer.defaultSize()) : renderer.viewBoxF().size();
-    QImage image(size, QImage::Format_ARGB32_Premultiplied);
-    if (!renderer.isValid() || own.isEmpty() || image.isNull()) {
-        return;
-    }
-    image.fill(Qt::transparent);
-    QRectF target(QPointF(), own.scaled(size, Qt::KeepAspectRatioByExpanding));
-    target.moveCenter(QRectF(QPointF(), QSizeF(size)).center());
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    renderer.render(&painter, target);
-    painter.end();
-    picture.frames.push_back({image, 0});
 }
 
 }  // namespace
@@ -86,12 +83,9 @@ std::shared_ptr<const Picture> picture_decoder::Decode(const std::string& bytes,
                                                        const QSize& size, bool moving,
                                                        const std::atomic<bool>& cancelled) {
     auto picture = std::make_shared<Picture>();
-    const auto raw = QByteArray::fromRawData(bytes.data(), int(bytes.size()));
-    if (info.format == EnImageFormat::kSvg) {
-        DecodeDrawing(raw, size, *picture);
-    } else {
-        DecodePixels(raw, info, size, moving, cancelled, *picture);
-    }
+    const std::string essential = info.format == EnImageFormat::kPng ? png_chunks::Essential(bytes) : std::string();
+    const std::string& read = info.format == EnImageFormat::kPng ? essential : bytes;
+    DecodePixels(QByteArray::fromRawData(read.data(), int(read.size())), info, size, moving, cancelled, *picture);
     const bool good = !cancelled && !picture->frames.empty() &&
                       std::none_of(picture->frames.begin(), picture->frames.end(),
                                    [](const Picture::Frame& frame) { return frame.image.isNull(); });

@@ -1,17 +1,20 @@
 #include "picture/PictureService.h"
 
+#include <QTimer>
 #include <algorithm>
 
 #include "core/IClientState.h"
 #include "framework/HostLog.h"
 #include "framework/LogText.h"
-#include "picture/PictureDecoder.h"
 
 namespace {
 
 constexpr host::CHostLog kLog("Picture");
 constexpr int kMaxLoggedLength = 200;
 constexpr qint64 kMaxRequestedPixels = 16'000'000;
+// One slow picture leaves a decoder to the others. A decoder that was given up still runs.
+constexpr int kMaxDecoding = 2;
+constexpr int kMaxDecoders = 4;
 constexpr int kStatusOk = 200;
 constexpr int kStatusNotModified = 304;
 
@@ -137,6 +140,7 @@ void CPictureService::Fetch(unsigned long id, const Body& kept, const std::strin
 void CPictureService::FetchAnew(unsigned long id) {
     Job& job = m_jobs.at(id);
     job.end.fromCache = false;
+    job.end.refusal.clear();
     job.message.headers.erase("if-none-match");
     Fetch(id, nullptr, std::string());
 }
@@ -166,33 +170,96 @@ void CPictureService::Decode(unsigned long id, const Body& body, const std::opti
     Job& job = m_jobs.at(id);
     job.stage = EnStage::kWorking;
     job.end.bytes = body->size();
-    Work([this, id, body, keeping, url = job.message.url, size = job.size, moving = job.moving,
-          fromCache = job.end.fromCache, limits = m_options.limits,
-          cancelled = job.cancelled](CPictureCache& cache) -> std::function<void()> {
+    job.body = body;
+    job.keeping = keeping;
+    m_toDecode.push_back(id);
+    StartNextDecode();
+}
+
+void CPictureService::StartNextDecode() {
+    while (m_nDecoding < kMaxDecoding && m_decoders.RunningCount() < kMaxDecoders && !m_toDecode.empty()) {
+        const unsigned long id = m_toDecode.front();
+        m_toDecode.pop_front();
+        if (*m_jobs.at(id).cancelled) {
+            Finish(id, nullptr);
+        } else {
+            StartDecode(id);
+        }
+    }
+}
+
+void CPictureService::StartDecode(unsigned long id) {
+    Job& job = m_jobs.at(id);
+    job.decode = ++m_nLastDecode;
+    ++m_nDecoding;
+    const auto decode = [this, id, number = job.decode, body = job.body, size = job.size, moving = job.moving,
+                         limits = m_options.limits, decode = m_options.decode,
+                         cancelled = job.cancelled]() -> CDetachedTasks::Result {
         std::shared_ptr<const Picture> picture;
-        std::string reason = "it is not wanted any more";
-        host::CallAndLogExceptions(kLog, "Decoding a picture", [&] {
-            const auto info = *cancelled ? std::nullopt : image_validator::Validate(*body, limits, reason);
-            if (info) {
-                reason = "it can't be decoded";
-                picture = picture_decoder::Decode(*body, *info, size, moving, *cancelled);
-            }
-            if (!picture) {
-                kLog.Info(FMT_STRING("No picture, {}: {}"), reason, Shown(url.toString()));
-            } else if (keeping) {
-                cache.Keep(url, *body, *keeping);
-            }
+        std::string reason;
+        try {
+            const auto info = image_validator::Validate(*body, limits, reason);
+            picture = info ? decode(*body, *info, size, moving, *cancelled) : nullptr;
+            reason = info ? "it can't be decoded" : reason;
+        } catch (const std::exception& error) {
+            reason = error.what();
+        }
+        return [this, id, number, picture, reason] { OnDecoded(id, number, picture, reason); };
+    };
+    if (m_decoders.Start(decode)) {
+        QTimer::singleShot(m_options.decodeMs, this, [this, id, number = job.decode] { OnDecodeTime(id, number); });
+    } else {
+        // The callback may destroy the service.
+        const auto fail = [this, id, number = job.decode] { OnDecoded(id, number, nullptr, "there is no thread"); };
+        QMetaObject::invokeMethod(this, fail, Qt::QueuedConnection);
+    }
+}
+
+void CPictureService::OnDecoded(unsigned long id, unsigned long decode, const std::shared_ptr<const Picture>& picture,
+                                const std::string& reason) {
+    const auto found = m_jobs.find(id);
+    if (found != m_jobs.end() && found->second.decode == decode) {
+        EndDecode(id, picture, reason);
+    } else {
+        StartNextDecode();
+    }
+}
+
+void CPictureService::OnDecodeTime(unsigned long id, unsigned long decode) {
+    const auto found = m_jobs.find(id);
+    if (found != m_jobs.end() && found->second.decode == decode) {
+        *found->second.cancelled = true;
+        EndDecode(id, nullptr, "it takes too long to decode");
+    }
+}
+
+void CPictureService::EndDecode(unsigned long id, const std::shared_ptr<const Picture>& picture,
+                                const std::string& reason) {
+    --m_nDecoding;
+    Job& job = m_jobs.at(id);
+    job.decode = 0;
+    const Body body = std::move(job.body);
+    const QUrl url = job.message.url;
+    if (!picture) {
+        kLog.Info(FMT_STRING("No picture, {}: {}"), job.guard ? reason : "it is not wanted any more",
+                  Shown(url.toString()));
+        job.end.refusal = reason;
+    }
+    StartNextDecode();
+    if (picture && job.keeping) {
+        Work([this, id, picture, url, body, keeping = *job.keeping](CPictureCache& cache) {
+            cache.Keep(url, *body, keeping);
+            return [this, id, picture] { Finish(id, picture); };
         });
+    } else if (!picture && job.end.fromCache && !*job.cancelled) {
         // The picture was valid when it was saved, so the file is damaged.
-        if (fromCache && !picture && !*cancelled) {
+        Work([this, id, url](CPictureCache& cache) {
             cache.Remove(url);
             return [this, id] { FetchAnew(id); };
-        }
-        return [this, id, picture, reason] {
-            m_jobs.at(id).end.refusal = picture ? std::string() : reason;
-            Finish(id, picture);
-        };
-    });
+        });
+    } else {
+        Finish(id, picture);
+    }
 }
 
 // The callback may destroy the service, so it is the last access.

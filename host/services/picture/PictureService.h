@@ -10,8 +10,10 @@
 #include <memory>
 
 #include "http/HttpExchange.h"
+#include "picture/DetachedTasks.h"
 #include "picture/ImageValidator.h"
 #include "picture/PictureCache.h"
+#include "picture/PictureDecoder.h"
 #include "ui/IPictures.h"
 
 class IClientState;
@@ -31,8 +33,9 @@ struct PictureEnd {
 /// Pictures over HTTP. https is allowed, and http to this machine in internal builds and to the origin of
 /// AllowInsecureOrigin.
 /// There are no redirects to another origin, no proxy and no cookies. A few loads run at a time, the others wait.
-/// Pictures are validated, decoded and scaled on another thread, and cached on disk as their servers allow. Damaged
-/// files are fetched again. The state must outlive the service. Main thread.
+/// Pictures are validated, decoded and scaled on other threads, and cached on disk as their servers allow. Damaged
+/// files are fetched again. A picture that takes too long to decode fails. The state must outlive the service. Main
+/// thread.
 class CPictureService : public QObject, public IPictures {
     Q_OBJECT
 
@@ -41,11 +44,13 @@ public:
         ImageLimits limits;
         int timeoutMs = 10'000;  // for one whole fetch
         int maxFetches = 4;
+        int decodeMs = 2'000;  // for validation and decoding
+        std::function<decltype(picture_decoder::Decode)> decode = picture_decoder::Decode;
     };
 
     CPictureService(const IClientState& state, const QString& cacheFolder);
     CPictureService(const IClientState& state, const QString& cacheFolder, const Options& options);
-    /// Cancels all loads without a callback and waits for the running decoder.
+    /// Cancels all loads without a callback. It does not wait for running decoders.
     ~CPictureService() override;
 
     void AllowInsecureOrigin(const QUrl& origin) { m_insecureOrigin = origin; }
@@ -63,6 +68,7 @@ Q_SIGNALS:
 
 private:
     enum class EnStage { kRefused, kWaiting, kWorking, kFetching };
+    using Body = std::shared_ptr<const std::string>;
 
     struct Job {
         EnStage stage = EnStage::kWaiting;
@@ -76,8 +82,10 @@ private:
         PictureEnd end;
         QElapsedTimer clock;
         std::shared_ptr<std::atomic<bool>> cancelled = std::make_shared<std::atomic<bool>>(false);
+        Body body;  // waits for its decoding
+        std::optional<CPictureCache::Keeping> keeping;
+        unsigned long decode = 0;  // number of the running decoding
     };
-    using Body = std::shared_ptr<const std::string>;
     /// Runs on the worker. The result runs on the main thread.
     using Task = std::function<std::function<void()>(CPictureCache& cache)>;
 
@@ -88,6 +96,12 @@ private:
     void FetchAnew(unsigned long id);
     void OnAnswer(unsigned long id, const std::shared_ptr<HttpRspInfo>& response, const Body& kept);
     void Decode(unsigned long id, const Body& body, const std::optional<CPictureCache::Keeping>& keeping);
+    void StartNextDecode();
+    void StartDecode(unsigned long id);
+    void OnDecoded(unsigned long id, unsigned long decode, const std::shared_ptr<const Picture>& picture,
+                   const std::string& reason);
+    void OnDecodeTime(unsigned long id, unsigned long decode);
+    void EndDecode(unsigned long id, const std::shared_ptr<const Picture>& picture, const std::string& reason);
     void Finish(unsigned long id, const std::shared_ptr<const Picture>& picture);
     void Drop(unsigned long id);
 
@@ -102,4 +116,8 @@ private:
     int m_nRunning = 0;
     std::unique_ptr<CPictureCache> m_cache;  // used by the worker only
     QThreadPool m_worker;                    // one thread
+    std::deque<unsigned long> m_toDecode;
+    unsigned long m_nLastDecode = 0;
+    int m_nDecoding = 0;  // without those that were given up
+    CDetachedTasks m_decoders;
 };

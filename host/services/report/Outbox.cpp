@@ -5,6 +5,7 @@
 #include "framework/HostLog.h"
 #include "framework/JsonText.h"
 #include "store/StoreFiles.h"
+#include "store/StoreSchema.h"
 
 namespace {
 
@@ -21,6 +22,7 @@ constexpr char kSchema[] =
     "CREATE TABLE IF NOT EXISTS dropped (one INTEGER PRIMARY KEY CHECK (one = 1), count INTEGER NOT NULL);"
     "INSERT OR IGNORE INTO dropped VALUES (1, 0);"
     "PRAGMA user_version=1;"
+    "PRAGMA application_id=1515323393;"  // store_schema::MarkOf(1)
     "COMMIT";
 constexpr char kInsertSql[] = "INSERT INTO event (number, before, id, json) VALUES (?, ?, ?, ?)";
 constexpr char kReadSql[] = "SELECT number, id, json FROM event WHERE number > ? ORDER BY number LIMIT ?";
@@ -31,6 +33,8 @@ constexpr char kOldestSql[] = "SELECT number, before FROM event ORDER BY number 
 constexpr char kYoungestSql[] =
     "SELECT number, before + length(CAST(json AS BLOB)) FROM event ORDER BY number DESC LIMIT 1";
 constexpr char kCountDroppedSql[] = "UPDATE dropped SET count = ?";
+
+constexpr size_t kMaxKeptBytes = 4 << 20;
 
 // Bytes that an event writes besides its text: its page.
 constexpr qint64 kPageBytes = 4096;
@@ -48,6 +52,9 @@ COutbox::COutbox(QString path, const OutboxOptions& options)
 
 COutbox::~COutbox() {
     const std::lock_guard<std::mutex> lock(m_mutex);
+    if (!m_kept.empty() && !(EnsureOpen() && WriteKept())) {
+        kLog.Error(FMT_STRING("{} events that waited for the outbox {} are lost"), m_kept.size(), m_path.toStdString());
+    }
     Close();
 }
 
@@ -74,21 +81,23 @@ bool COutbox::EnsureOpen() {
 
 bool COutbox::OpenFile() {
     Close();
+    store_files::KeepDamagedLog(kLog, "outbox", m_path);
     const auto open = [this] { return m_connection.Open(m_path, EnSqliteAccess::kReadWrite) && MakeReady(); };
     return open() || (m_connection.IsCorrupt() && Quarantine() && open());
 }
 
 bool COutbox::MakeReady() {
-    const std::optional<int64_t> version = m_connection.Integer("PRAGMA user_version");
-    if (!version) {
-        return false;
-    }
-    if (*version > kVersion) {
+    const store_schema::EnVersion version = store_schema::Judge(m_connection, kVersion);
+    if (version == store_schema::EnVersion::kNewer) {
         kLog.Error(FMT_STRING("The outbox {} is of a newer version"), m_path.toStdString());
+    }
+    if (version != store_schema::EnVersion::kKnown) {
         return false;
     }
     return m_connection.Run("PRAGMA journal_mode=WAL") && m_connection.Run("PRAGMA synchronous=NORMAL") &&
            m_connection.Run("PRAGMA wal_autocheckpoint=0") && m_connection.Run(kSchema) &&
+           store_schema::HasColumns(m_connection, "event", "number1,before0,id0,json0") &&
+           store_schema::HasColumns(m_connection, "dropped", "one1,count0") &&
            m_connection.Prepare(m_insert, kInsertSql) && m_connection.Prepare(m_read, kReadSql) &&
            m_connection.Prepare(m_remove, kRemoveSql) && m_connection.Prepare(m_dropOldest, kDropOldestSql) &&
            m_connection.Prepare(m_oldest, kOldestSql) && m_connection.Prepare(m_countDropped, kCountDroppedSql) &&
@@ -145,10 +154,11 @@ bool COutbox::RecoverFromCorruption() {
 bool COutbox::Add(const std::string& id, const std::string& json) {
     const std::lock_guard<std::mutex> lock(m_mutex);
     if (!EnsureOpen()) {
-        return Refuse("Opening");
+        return KeepOrRefuse("Opening", id, json);
     }
-    if (!Insert(id, json) && !(RecoverFromCorruption() && Insert(id, json))) {
-        return Refuse("Writing to");
+    // Older events are written first.
+    if (!WriteKept() || (!Insert(id, json) && !(RecoverFromCorruption() && Insert(id, json)))) {
+        return KeepOrRefuse("Writing to", id, json);
     }
     m_pCheckpointer->Written(qint64(json.size()) + kPageBytes);
     if (IsFull()) {
@@ -157,8 +167,44 @@ bool COutbox::Add(const std::string& id, const std::string& json) {
     return true;
 }
 
+/// Returns false: the event is not written yet.
+bool COutbox::KeepOrRefuse(const char* what, const std::string& id, const std::string& json) {
+    if (m_connection.LastError().fault != EnSqliteFault::kBusy || m_nKeptBytes + json.size() > kMaxKeptBytes) {
+        return Refuse(what);
+    }
+    if (m_kept.empty()) {
+        kLog.Error(FMT_STRING("The outbox {} is locked by another program, events wait in memory"),
+                   m_path.toStdString());
+    }
+    m_kept.emplace_back(id, json);
+    m_nKeptBytes += json.size();
+    return false;
+}
+
 bool COutbox::Insert(const std::string& id, const std::string& json) {
     const std::unique_lock<std::mutex> lock = m_pCheckpointer->LockForWrite();
+    return InsertRow(id, json);
+}
+
+bool COutbox::WriteKept() {
+    if (m_kept.empty()) {
+        return true;
+    }
+    const bool written = InTransaction([this] {
+        return std::all_of(m_kept.begin(), m_kept.end(),
+                           [this](const auto& event) { return InsertRow(event.first, event.second); });
+    });
+    if (written) {
+        kLog.Info(FMT_STRING("{} events that waited for the outbox {} are written"), m_kept.size(),
+                  m_path.toStdString());
+        m_pCheckpointer->Written(qint64(m_nKeptBytes) + qint64(m_kept.size()) * kPageBytes);
+        m_kept.clear();
+        m_nKeptBytes = 0;
+    }
+    return written;
+}
+
+bool COutbox::InsertRow(const std::string& id, const std::string& json) {
     if (!(m_insert.Bind(1, m_nLast + 1) && m_insert.Bind(2, m_nBytes) && m_insert.Bind(3, id) &&
           m_insert.Bind(4, json) && m_insert.Run())) {
         return false;
@@ -219,6 +265,7 @@ std::vector<OutboxEvent> COutbox::ReadRows(int64_t after, size_t count, size_t b
     if (failed) {
         return rows;
     }
+    WriteKept();
     size_t total = 0;
     const bool bound = m_read.Bind(1, after) && m_read.Bind(2, int64_t(count));
     while (bound && m_read.Step()) {
@@ -230,8 +277,8 @@ std::vector<OutboxEvent> COutbox::ReadRows(int64_t after, size_t count, size_t b
         }
         rows.push_back(std::move(row));
     }
-    failed = m_read.Failed();
-    if (failed && m_connection.IsCorrupt()) {
+    failed = m_read.Failed() || (rows.empty() && !m_kept.empty());
+    if (m_read.Failed() && m_connection.IsCorrupt()) {
         rows.clear();
         failed = !RecoverFromCorruption();
     }
@@ -287,7 +334,7 @@ bool COutbox::Remove(const std::vector<OutboxEvent>& events) {
 
 bool COutbox::IsEmpty() {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    return !EnsureOpen() || m_nFirst == 0;
+    return m_kept.empty() && (!EnsureOpen() || m_nFirst == 0);
 }
 
 int64_t COutbox::Dropped() {

@@ -28,6 +28,9 @@ struct OutboxEvent {
 /// to the youngest. One client at a time uses the file; events of a second one are refused until the first ends.
 /// The file is opened by the first call. Any thread; throws nothing.
 ///
+/// While another program locks the file, Add returns false. Its event is kept in memory, up to 4 MiB, and written when
+/// the lock is gone.
+///
 /// A corrupt file is renamed with date and time, logged, and replaced by a new one.
 class COutbox {
 public:
@@ -36,7 +39,7 @@ public:
     COutbox(const COutbox&) = delete;
     COutbox& operator=(const COutbox&) = delete;
 
-    /// False if the event could not be written, which is logged.
+    /// False if the event could not be written, which is logged, also if it is kept in memory.
     bool Add(const std::string& id, const std::string& json);
 
     /// Returns the oldest events with a number above `after`, at most `count` with at most `bytes` in total, but
@@ -47,7 +50,7 @@ public:
     /// False if the events could not be removed, which is logged.
     bool Remove(const std::vector<OutboxEvent>& events);
 
-    /// Also true if the outbox can't be opened.
+    /// Also true if the outbox can't be opened. False while an event is kept in memory.
     bool IsEmpty();
 
     /// Number of events dropped since the file was created because the outbox was full. Stored in the file.
@@ -61,6 +64,9 @@ private:
     bool Quarantine();
     void Close();
     bool Insert(const std::string& id, const std::string& json);
+    bool InsertRow(const std::string& id, const std::string& json);
+    bool KeepOrRefuse(const char* what, const std::string& id, const std::string& json);
+    bool WriteKept();
     bool IsFull() const;
     void DropOldest();
     bool FindOldest();
@@ -88,4 +94,6 @@ private:
     int64_t m_nLast = 0;
     int64_t m_nBytes = 0;  // of all events up to the youngest one
     int64_t m_nDropped = 0;
+    std::vector<std::pair<std::string, std::string>> m_kept;  // ids and events, while the file is locked
+    size_t m_nKeptBytes = 0;
 };

@@ -63,11 +63,10 @@ bool CReportService::Take(const std::string& name, const ReportEvent& event, std
             kLog.Error(FMT_STRING("The event {} is too large to be reported: {} bytes"), name, text->size());
         } else {
             taken = m_outbox.Add(id, *text);
+            // Also an event that is kept in memory: the sender lets the outbox write it.
+            WakeLater();
         }
     });
-    if (taken) {
-        WakeLater();
-    }
     return taken;
 }
 

@@ -15,9 +15,9 @@ class ITimeAndRandom;
 struct ReportOptions {
     OutboxOptions outbox;
     SenderOptions sender;
-    /// Limit of one event as JSON. The largest HTTP answer fits: 8 MiB, of which each byte may become U+FFFD, with
-    /// three bytes.
-    size_t maxEventBytes = 25 << 20;
+    /// Limit of one event as JSON. The strings of the largest HTTP answer fit: 1 MiB, of which each byte may become
+    /// U+FFFD, with three bytes.
+    size_t maxEventBytes = 4 << 20;
     /// Events reported within this time are sent together.
     std::chrono::milliseconds gather{200};
     /// If empty, the machine's steady clock.

@@ -48,9 +48,25 @@ bool IsRepresentable(const Json::Value& value, int depth = 0) {
     return true;
 }
 
+/// Returns the beginning of a text above the limit, and the number of other bytes. Empty for other texts.
+std::optional<std::string> Shortened(const std::string& text) {
+    constexpr size_t kMaxBytes = 16 << 10;
+    if (text.size() <= kMaxBytes) {
+        return std::nullopt;
+    }
+    size_t kept = kMaxBytes;
+    while (kept > kMaxBytes - 4 && (text[kept] & 0xC0) == 0x80) {
+        --kept;
+    }
+    return text.substr(0, kept) + "... (" + std::to_string(text.size() - kept) + " bytes left out)";
+}
+
 // The writer copies the bytes of strings without a check.
 void RepairStrings(Json::Value& value) {
     if (value.isString()) {
+        if (const auto shortened = Shortened(value.asString())) {
+            value = *shortened;
+        }
         if (const auto repaired = Repaired(value.asString())) {
             value = *repaired;
         }

@@ -21,6 +21,6 @@ struct ReportedEventData {
 
 /// An event as one line of JSON in UTF-8. Any thread.
 ///
-/// Nothing for infinite numbers and NaN, values nested more than 60 deep, and keys that are not UTF-8. Bytes of
-/// other strings that are not UTF-8 become U+FFFD.
+/// A string over 16 KiB is cut. Nothing for infinite numbers and NaN, values nested more than 60
+/// deep, and keys that are not UTF-8. Bytes of other strings that are not UTF-8 become U+FFFD.
 std::optional<std::string> ReportText(const ReportedEventData& event);

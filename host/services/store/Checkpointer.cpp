@@ -36,7 +36,7 @@ void CCheckpointer::Written(qint64 bytes) {
         m_nWritten += bytes;
         // Only when a limit is crossed: a wake-up per save would take the processor from the writer.
         const auto passed = [&](qint64 limit) { return before < limit && m_nWritten >= limit; };
-        wake = passed(m_options.afterBytes) || passed(m_options.maxBytes);
+        wake = before == 0 || passed(m_options.afterBytes) || passed(m_options.maxBytes);
     }
     if (wake) {
         m_wake.notify_one();
@@ -59,10 +59,14 @@ void CCheckpointer::Run() {
     }
     std::unique_lock<std::mutex> lock(m_mutex);
     for (;;) {
-        m_wake.wait(lock, [this] { return m_bStop || (!m_bAbandoned && m_nWritten >= m_options.afterBytes); });
-        WaitUntilIdle(lock);
+        m_wake.wait(lock, [this] { return m_bStop || (!m_bAbandoned && m_nWritten > 0); });
+        WaitUntilIdle(lock, m_options.quiet, m_options.afterBytes);
+        WaitUntilIdle(lock, m_options.pause, m_options.maxBytes);
         if (m_bStop) {
             break;
+        }
+        if (m_bAbandoned) {
+            continue;
         }
         m_nWritten = 0;
         lock.unlock();
@@ -85,11 +89,11 @@ void CCheckpointer::Check(CSqliteConnection& connection) {
     }
 }
 
-void CCheckpointer::WaitUntilIdle(std::unique_lock<std::mutex>& lock) {
+void CCheckpointer::WaitUntilIdle(std::unique_lock<std::mutex>& lock, std::chrono::milliseconds pause, qint64 bytes) {
     qint64 before = -1;
-    while (!m_bStop && m_nWritten < m_options.maxBytes && m_nWritten != before) {
+    while (!m_bStop && m_nWritten < bytes && m_nWritten != before) {
         before = m_nWritten;
-        m_wake.wait_for(lock, m_options.pause, [this] { return m_bStop || m_nWritten >= m_options.maxBytes; });
+        m_wake.wait_for(lock, pause, [&] { return m_bStop || m_nWritten >= bytes; });
     }
 }
 

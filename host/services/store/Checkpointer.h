@@ -25,6 +25,9 @@ struct CheckpointOptions {
     qint64 maxBytes = 32 << 20;
     /// The writer is idle after this time without a write. Also the minimum time between two checkpoints.
     std::chrono::milliseconds pause{250};
+    /// After this time without a write a checkpoint starts whatever was written, and also after the start: a client
+    /// that is always killed would keep everything in the log.
+    std::chrono::milliseconds quiet{2'000};
     /// A longer log is restarted.
     qint64 restartBytes = 64 << 20;
     /// Called on the checkpointer's thread.
@@ -63,7 +66,8 @@ private:
 
     void Run();
     void Check(CSqliteConnection& connection);
-    void WaitUntilIdle(std::unique_lock<std::mutex>& lock);
+    /// Returns after `pause` without a write, or once `bytes` are written.
+    void WaitUntilIdle(std::unique_lock<std::mutex>& lock, std::chrono::milliseconds pause, qint64 bytes);
     void TakeCheckpoint(CSqliteConnection& connection);
     Outcome Checkpoint(CSqliteConnection& connection, const char* mode);
     bool EnsureOpen(CSqliteConnection& connection);
@@ -76,7 +80,7 @@ private:
     std::mutex m_writer;
     std::mutex m_mutex;
     std::condition_variable m_wake;
-    qint64 m_nWritten = 0;
+    qint64 m_nWritten = 1;  // an earlier client may have left a log
     bool m_bStop = false;
     bool m_bAbandoned = false;
     SqliteError m_damage;  // valid once the flag is set

@@ -4,10 +4,15 @@
 #include <sqlite3.h>
 
 #include <QFile>
+#include <chrono>
+#include <thread>
+
+#include "core/MainThreadPoster.h"
 
 namespace {
 
-constexpr int kMaxBusyMs = 5'000;
+constexpr int64_t kMaxWaitMs = 30;
+constexpr int64_t kWaitEveryMs = 1'000;
 
 EnSqliteFault FaultOf(int code) {
     switch (code & 0xFF) {  // extended codes add details above the low byte
@@ -16,6 +21,9 @@ EnSqliteFault FaultOf(int code) {
         case SQLITE_IOERR:
         case SQLITE_FULL:
             return EnSqliteFault::kCantWrite;
+        case SQLITE_BUSY:
+        case SQLITE_LOCKED:
+            return EnSqliteFault::kBusy;
         case SQLITE_CORRUPT:
         case SQLITE_NOTADB:
             return EnSqliteFault::kCorrupt;
@@ -122,11 +130,27 @@ bool CSqliteConnection::Open(const QString& path, EnSqliteAccess access) {
         name = "file:" + name.toPercentEncoding("/") + "?immutable=1";
     }
     try {
-        m_pDatabase = std::make_unique<SQLite::Database>(name.constData(), flags, kMaxBusyMs);
+        m_pDatabase = std::make_unique<SQLite::Database>(name.constData(), flags);
+        sqlite3_busy_handler(
+            m_pDatabase->getHandle(),
+            [](void* connection, int) { return int(static_cast<CSqliteConnection*>(connection)->WaitForLock()); },
+            this);
     } catch (const SQLite::Exception& error) {
         SetError(error.getErrorCode(), error.what());
     }
     return m_pDatabase != nullptr;
+}
+
+bool CSqliteConnection::WaitForLock() {
+    const int64_t now = CMainThreadPoster::SteadyMillis();
+    if (now - m_nFirstWait >= kWaitEveryMs) {
+        m_nFirstWait = now;
+    }
+    if (now - m_nFirstWait >= kMaxWaitMs) {
+        return false;
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    return true;
 }
 
 void CSqliteConnection::Close() {

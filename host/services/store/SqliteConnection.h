@@ -3,6 +3,7 @@
 #include <QString>
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -20,6 +21,7 @@ enum class EnSqliteFault {
     kCorrupt,    ///< not a database, or one with damaged pages
     kCantWrite,  ///< the disk is full, over quota, or fails
     kReadOnly,   ///< permissions of the file or its folder
+    kBusy,       ///< another program locks the file
     kOther,
 };
 
@@ -77,7 +79,8 @@ private:
     bool m_bFailed = false;
 };
 
-/// A connection to a SQLite file. One thread at a time. A writer waits up to five seconds for a lock.
+/// A connection to a SQLite file. One thread at a time. In each second it waits at most 30 ms for locks of other
+/// programs: many calls in one slice of the main thread must not add up.
 class CSqliteConnection {
 public:
     CSqliteConnection();
@@ -107,7 +110,9 @@ private:
     friend class CSqliteStatement;
 
     void SetError(int code, const char* reason);
+    bool WaitForLock();
 
     std::unique_ptr<SQLite::Database> m_pDatabase;
     SqliteError m_error;
+    int64_t m_nFirstWait = std::numeric_limits<int64_t>::min() / 2;
 };

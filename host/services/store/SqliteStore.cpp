@@ -19,6 +19,18 @@ constexpr qint64 kMaxBytesCheckedAtStart = 2 << 20;
 // Bytes of index pages that a save writes besides its value.
 constexpr qint64 kPagesPerSaveBytes = 2 * 4096;
 
+// Tries to write what is kept in memory.
+constexpr int kKeptRetryMs = 1'000;
+constexpr size_t kMaxKeptBytes = 1 << 20;
+
+constexpr char kColumns[] = "owner1,key2,value0";
+
+template <class Value>
+size_t BytesOf(const Value& value) {
+    const auto* text = std::get_if<std::string>(&value);
+    return text ? text->size() : sizeof(int64_t);
+}
+
 // Values of the installation share the table with those of users, whose ids are numbers.
 std::string OwnerText(ILocalStore::Owner owner) {
     return owner ? std::to_string(*owner) : "app";
@@ -32,6 +44,8 @@ EnStoreTrouble TroubleOf(EnSqliteFault fault) {
             return EnStoreTrouble::kDiskFull;
         case EnSqliteFault::kReadOnly:
             return EnStoreTrouble::kReadOnly;
+        case EnSqliteFault::kBusy:
+            return EnStoreTrouble::kLocked;
         case EnSqliteFault::kCorrupt:
         case EnSqliteFault::kOther:
             break;
@@ -53,6 +67,8 @@ const char* TextOf(EnStoreTrouble trouble) {
             return "is in use by another client, nothing is saved";
         case EnStoreTrouble::kNewerFile:
             return "is of a newer version, nothing is saved";
+        case EnStoreTrouble::kLocked:
+            return "is locked by another program, saves wait in memory";
     }
     return "";
 }
@@ -61,10 +77,15 @@ const char* TextOf(EnStoreTrouble trouble) {
 
 CSqliteStore::CSqliteStore(const QString& path, const CheckpointOptions& checkpoints)
     : m_path(path), m_checkpoints(checkpoints), m_lock(path + QStringLiteral(".lock")) {
+    m_keptTimer.setInterval(kKeptRetryMs);
+    connect(&m_keptTimer, &QTimer::timeout, this, &CSqliteStore::WriteKept);
     Open();
 }
 
 CSqliteStore::~CSqliteStore() {
+    if (!WriteKept()) {
+        kLog.Error(FMT_STRING("{} values that waited for the store {} are lost"), m_kept.size(), m_path.toStdString());
+    }
     Close();
 }
 
@@ -113,12 +134,15 @@ void CSqliteStore::Open() {
 
 EnStoreTrouble CSqliteStore::OpenForWriting() {
     m_bCheckLater = store_files::Bytes(m_path) > kMaxBytesCheckedAtStart;
+    store_files::KeepDamagedLog(kLog, "store", m_path);
     bool ready = m_connection.Open(m_path, EnSqliteAccess::kReadWrite);
-    const int version = ready ? store_schema::VersionOf(m_connection) : -1;
-    if (version > store_schema::Latest()) {
-        return EnStoreTrouble::kNewerFile;
+    if (ready) {
+        const store_schema::EnVersion version = store_schema::Judge(m_connection, store_schema::Latest());
+        if (version == store_schema::EnVersion::kNewer) {
+            return EnStoreTrouble::kNewerFile;
+        }
+        ready = version == store_schema::EnVersion::kKnown && MakeReadyForWriting();
     }
-    ready = version >= 0 && MakeReadyForWriting();
     if (!ready && m_connection.IsCorrupt() && Quarantine()) {
         m_bCheckLater = false;
         ready = m_connection.Open(m_path, EnSqliteAccess::kReadWrite) && MakeReadyForWriting();
@@ -129,7 +153,8 @@ EnStoreTrouble CSqliteStore::OpenForWriting() {
 bool CSqliteStore::MakeReadyForWriting() {
     return (m_bCheckLater || m_connection.Check()) && m_connection.Run("PRAGMA journal_mode=WAL") &&
            m_connection.Run("PRAGMA synchronous=NORMAL") && m_connection.Run("PRAGMA wal_autocheckpoint=0") &&
-           store_schema::Migrate(m_connection, store_schema::Steps()) && m_connection.Prepare(m_read, kReadSql) &&
+           store_schema::Migrate(m_connection, store_schema::Steps()) &&
+           store_schema::HasColumns(m_connection, "config", kColumns) && m_connection.Prepare(m_read, kReadSql) &&
            m_connection.Prepare(m_save, kSaveSql);
 }
 
@@ -180,28 +205,48 @@ void CSqliteStore::ReplaceCorruptFile() {
     }
 }
 
-bool CSqliteStore::Read(Owner owner, const std::string& key, const std::function<bool()>& take) {
+std::optional<CSqliteStore::Value> CSqliteStore::Read(Owner owner, const std::string& key) {
+    const Place place(OwnerText(owner), key);
+    const auto kept = m_kept.find(place);
+    return kept != m_kept.end() ? std::make_optional(kept->second) : ReadFile(place);
+}
+
+std::optional<CSqliteStore::Value> CSqliteStore::ReadFile(const Place& place) {
     ReplaceCorruptFile();
+    std::optional<Value> value;
     if (!m_read.IsPrepared()) {
-        return false;
+        return value;
     }
-    const std::string ownerText = OwnerText(owner);
-    if (m_read.Bind(1, ownerText) && m_read.Bind(2, key) && m_read.Step()) {
-        const bool taken = take();
+    if (m_read.Bind(1, place.first) && m_read.Bind(2, place.second) && m_read.Step()) {
+        if (const auto number = m_read.Integer(0)) {
+            value = *number;
+        } else if (auto bytes = m_read.Blob(0)) {
+            value = std::move(*bytes);
+        }
         m_read.Reset();
-        return taken;
+        return value;
     }
     if (m_read.Failed()) {
-        kLog.Error(FMT_STRING("Reading {} failed: {}"), key, m_connection.LastError().reason);
+        kLog.Error(FMT_STRING("Reading {} failed: {}"), place.second, m_connection.LastError().reason);
         if (m_save.IsPrepared() && m_connection.IsCorrupt()) {
             Recreate();
         }
     }
-    return false;
+    return value;
 }
 
-bool CSqliteStore::Save(Owner owner, const std::string& key, const Bind& bindValue, qint64 bytes) {
+bool CSqliteStore::Save(Owner owner, const std::string& key, const Value& value) {
     ReplaceCorruptFile();
+    const Place place(OwnerText(owner), key);
+    // Older values are written first.
+    const bool saved = WriteKept() && SaveIntoFile(place, value);
+    if (!saved && m_trouble == EnStoreTrouble::kLocked) {
+        Keep(place, value);
+    }
+    return saved;
+}
+
+bool CSqliteStore::SaveIntoFile(const Place& place, const Value& value) {
     // The reason why the file could not be opened for writing may be gone. A newer file stays newer.
     if (!m_save.IsPrepared() && m_trouble != EnStoreTrouble::kNewerFile) {
         Open();
@@ -209,12 +254,12 @@ bool CSqliteStore::Save(Owner owner, const std::string& key, const Bind& bindVal
     if (!m_save.IsPrepared()) {
         return false;
     }
-    EnSqliteFault fault = Write(owner, key, bindValue);
+    EnSqliteFault fault = Write(place, value);
     if (fault == EnSqliteFault::kCorrupt && Recreate()) {
-        fault = m_save.IsPrepared() ? Write(owner, key, bindValue) : EnSqliteFault::kOther;
+        fault = m_save.IsPrepared() ? Write(place, value) : EnSqliteFault::kOther;
     }
     if (fault != EnSqliteFault::kNone) {
-        if (fault == EnSqliteFault::kCantWrite || fault == EnSqliteFault::kReadOnly) {
+        if (fault != EnSqliteFault::kCorrupt && fault != EnSqliteFault::kOther) {
             SetTrouble(TroubleOf(fault), m_connection.LastError().reason);
         }
         if (fault == EnSqliteFault::kReadOnly) {
@@ -222,43 +267,73 @@ bool CSqliteStore::Save(Owner owner, const std::string& key, const Bind& bindVal
         }
         return false;
     }
-    m_pCheckpointer->Written(bytes + kPagesPerSaveBytes);
+    m_pCheckpointer->Written(qint64(BytesOf(value)) + kPagesPerSaveBytes);
     SetTrouble(EnStoreTrouble::kNone, {});
     return true;
 }
 
-EnSqliteFault CSqliteStore::Write(Owner owner, const std::string& key, const Bind& bindValue) {
-    const std::string ownerText = OwnerText(owner);
+EnSqliteFault CSqliteStore::Write(const Place& place, const Value& value) {
     const std::unique_lock<std::mutex> lock = m_pCheckpointer->LockForWrite();
-    if (m_save.Bind(1, ownerText) && m_save.Bind(2, key) && bindValue(m_save, 3) && m_save.Run()) {
+    const auto bind = [this](const auto& bound) {
+        if constexpr (std::is_same_v<std::decay_t<decltype(bound)>, std::string>) {
+            return m_save.BindBlob(3, bound);
+        } else {
+            return m_save.Bind(3, bound);
+        }
+    };
+    if (m_save.Bind(1, place.first) && m_save.Bind(2, place.second) && std::visit(bind, value) && m_save.Run()) {
         return EnSqliteFault::kNone;
     }
-    kLog.Error(FMT_STRING("Saving {} failed: {}"), key, m_connection.LastError().reason);
+    if (m_connection.LastError().fault != EnSqliteFault::kBusy) {
+        kLog.Error(FMT_STRING("Saving {} failed: {}"), place.second, m_connection.LastError().reason);
+    }
     return m_connection.LastError().fault;
 }
 
+void CSqliteStore::Keep(const Place& place, const Value& value) {
+    size_t bytes = place.first.size() + place.second.size() + BytesOf(value);
+    for (const auto& [otherPlace, other] : m_kept) {
+        bytes += otherPlace == place ? 0 : otherPlace.first.size() + otherPlace.second.size() + BytesOf(other);
+    }
+    if (bytes > kMaxKeptBytes) {
+        kLog.Error(FMT_STRING("Saving {} failed: too much waits for the locked store"), place.second);
+        return;
+    }
+    m_kept[place] = value;
+    m_keptTimer.start();
+}
+
+/// Returns whether nothing is left to be written.
+bool CSqliteStore::WriteKept() {
+    while (!m_kept.empty()) {
+        const auto first = m_kept.begin();
+        if (!SaveIntoFile(first->first, first->second)) {
+            return false;
+        }
+        m_kept.erase(first);
+    }
+    m_keptTimer.stop();
+    return true;
+}
+
 bool CSqliteStore::ReadString(Owner owner, const std::string& key, std::string& value) {
-    return Read(owner, key, [&] {
-        std::optional<std::string> stored = m_read.Blob(0);
-        value = stored ? std::move(*stored) : value;
-        return stored.has_value();
-    });
+    std::optional<Value> stored = Read(owner, key);
+    auto* text = stored ? std::get_if<std::string>(&*stored) : nullptr;
+    value = text ? std::move(*text) : value;
+    return text != nullptr;
 }
 
 bool CSqliteStore::SaveString(Owner owner, const std::string& key, const std::string& value) {
-    const auto bindValue = [&](CSqliteStatement& save, int parameter) { return save.BindBlob(parameter, value); };
-    return Save(owner, key, bindValue, qint64(value.size()));
+    return Save(owner, key, value);
 }
 
 bool CSqliteStore::ReadInt64(const std::string& key, int64_t& value) {
-    return Read(std::nullopt, key, [&] {
-        const std::optional<int64_t> stored = m_read.Integer(0);
-        value = stored.value_or(value);
-        return stored.has_value();
-    });
+    const std::optional<Value> stored = Read(std::nullopt, key);
+    const auto* number = stored ? std::get_if<int64_t>(&*stored) : nullptr;
+    value = number ? *number : value;
+    return number != nullptr;
 }
 
 bool CSqliteStore::SaveInt64(const std::string& key, int64_t value) {
-    const auto bindValue = [&](CSqliteStatement& save, int parameter) { return save.Bind(parameter, value); };
-    return Save(std::nullopt, key, bindValue, sizeof(value));
+    return Save(std::nullopt, key, value);
 }

@@ -2,9 +2,13 @@
 
 #include <QObject>
 #include <QString>
+#include <QTimer>
 #include <functional>
+#include <map>
 #include <memory>
+#include <optional>
 #include <string>
+#include <variant>
 
 #include "core/ILocalStore.h"
 #include "store/Checkpointer.h"
@@ -19,14 +23,18 @@ enum class EnStoreTrouble {
     kDiskFull,      ///< or a disk error; ends with the first save that succeeds
     kSecondClient,  ///< another client uses the folder until it ends
     kNewerFile,     ///< written by a later version of this program
+    kLocked,        ///< by another program, as a backup
 };
 
 /// The local configuration in one SQLite file. An acknowledged save is in the write-ahead log and survives the end of
 /// the process. Checkpoints run on a separate thread. Main thread.
 ///
+/// While another program locks the file, saves return false, but their values are kept in memory, up to 1 MiB. Reads
+/// return them, and they are written as soon as the lock is gone.
+///
 /// A corrupt file, found when opening or in any later call, is renamed with date and time, logged, and replaced by a
-/// new one. Small files are verified before the first read; large ones in the background, so that the start does not
-/// wait, and the next call handles the result.
+/// new one. A file with another schema counts as corrupt. Small files are verified before the first read; large ones in
+/// the background, so that the start does not wait, and the next call handles the result.
 class CSqliteStore : public QObject, public ILocalStore {
     Q_OBJECT
 
@@ -62,11 +70,15 @@ private:
     void ReplaceCorruptFile();
     void SetTrouble(EnStoreTrouble trouble, const std::string& reason);
 
-    using Bind = std::function<bool(CSqliteStatement& save, int parameter)>;
-    /// Returns what `take` returns for the row; false if there is none.
-    bool Read(Owner owner, const std::string& key, const std::function<bool()>& take);
-    bool Save(Owner owner, const std::string& key, const Bind& bindValue, qint64 bytes);
-    EnSqliteFault Write(Owner owner, const std::string& key, const Bind& bindValue);
+    using Value = std::variant<int64_t, std::string>;
+    using Place = std::pair<std::string, std::string>;  // owner and key
+    std::optional<Value> Read(Owner owner, const std::string& key);
+    std::optional<Value> ReadFile(const Place& place);
+    bool Save(Owner owner, const std::string& key, const Value& value);
+    bool SaveIntoFile(const Place& place, const Value& value);
+    EnSqliteFault Write(const Place& place, const Value& value);
+    void Keep(const Place& place, const Value& value);
+    bool WriteKept();
 
     const QString m_path;
     const CheckpointOptions m_checkpoints;
@@ -77,4 +89,6 @@ private:
     std::unique_ptr<CCheckpointer> m_pCheckpointer;
     bool m_bCheckLater = false;
     EnStoreTrouble m_trouble = EnStoreTrouble::kNone;
+    std::map<Place, Value> m_kept;  // while the file is locked
+    QTimer m_keptTimer;
 };

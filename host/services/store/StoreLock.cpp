@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <QFile>
@@ -10,7 +11,7 @@
 CStoreLock::EnResult CStoreLock::Take() {
     Release();
     // Closed in children: a server that outlives the client would keep the lock.
-    m_nFile = open(QFile::encodeName(m_path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+    m_nFile = open(QFile::encodeName(m_path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, S_IRUSR | S_IWUSR);
     if (m_nFile < 0) {
         return errno == EACCES || errno == EROFS || errno == EPERM ? EnResult::kReadOnly : EnResult::kFailed;
     }

@@ -4,6 +4,21 @@
 
 #include "tracing/TraceLog.h"
 
+namespace {
+
+CommandTrace TraceOf(CommandTrace::EnKind kind, const CSProtoData& data, unsigned long session) {
+    CommandTrace trace;
+    trace.kind = kind;
+    trace.command = data.m_nCmd;
+    trace.session = session;
+    trace.body = data.m_strData.substr(0, kTracedBytes);
+    trace.bodyBytes = data.m_strData.size();
+    trace.asked = data.m_nCmd;
+    return trace;
+}
+
+}  // namespace
+
 CChannelRecorder::CChannelRecorder(IChannel& channel, CTraceLog& traceLog) : m_channel(channel), m_traceLog(traceLog) {}
 
 CChannelRecorder::~CChannelRecorder() {
@@ -18,14 +33,16 @@ unsigned long CChannelRecorder::SendCommand(const CSProtoData& data, CSCallback 
         recording = [this, clock, asked = data.m_nCmd, callback = std::move(callback)](
                         unsigned long session, CSProtoError error, const CSProtoData& reply, const CSResponseExt* ext) {
             const auto kind = error == kCSProtoOk ? CommandTrace::EnKind::Replied : CommandTrace::EnKind::Failed;
-            m_traceLog.Record(
-                CommandTrace{kind, reply.m_nCmd, session, int(error), clock.elapsed(), reply.m_strData, asked});
+            CommandTrace trace = TraceOf(kind, reply, session);
+            trace.error = int(error);
+            trace.durationMs = clock.elapsed();
+            trace.asked = asked;
+            m_traceLog.Record(std::move(trace));
             callback(session, error, reply, ext);
         };
     }
     const unsigned long session = m_channel.SendCommand(data, std::move(recording), context);
-    m_traceLog.Record(
-        CommandTrace{CommandTrace::EnKind::Sent, data.m_nCmd, session, 0, -1, data.m_strData, data.m_nCmd});
+    m_traceLog.Record(TraceOf(CommandTrace::EnKind::Sent, data, session));
     return session;
 }
 
@@ -34,8 +51,9 @@ void CChannelRecorder::BindCallback(unsigned short commandId, CSCallback callbac
         m_channel.BindCallback(
             commandId,
             [this](unsigned long session, CSProtoError error, const CSProtoData& data, const CSResponseExt*) {
-                m_traceLog.Record(CommandTrace{CommandTrace::EnKind::Pushed, data.m_nCmd, session, int(error), -1,
-                                               data.m_strData, data.m_nCmd});
+                CommandTrace trace = TraceOf(CommandTrace::EnKind::Pushed, data, session);
+                trace.error = int(error);
+                m_traceLog.Record(std::move(trace));
             },
             &m_subscriber);
     }

@@ -16,7 +16,7 @@ ReportTrace TraceOf(const ReportEvent& event) {
     trace.event = event.name;
     trace.code = event.code;
     trace.broker = event.broker;
-    trace.params = host::OneLine(event.params);
+    trace.params = host::OneLine(event.params).substr(0, kTracedBytes);
     return trace;
 }
 

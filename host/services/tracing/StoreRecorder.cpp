@@ -6,13 +6,13 @@ CStoreRecorder::CStoreRecorder(ILocalStore& store, CTraceLog& traceLog) : m_stor
 
 bool CStoreRecorder::ReadString(Owner owner, const std::string& key, std::string& value) {
     const bool read = m_store.ReadString(owner, key, value);
-    m_traceLog.Record(StoreTrace{false, owner, key, read ? value : std::string(), false, read});
+    m_traceLog.Record(StoreTrace{false, owner, key, read ? value.substr(0, kTracedBytes) : std::string(), false, read});
     return read;
 }
 
 bool CStoreRecorder::SaveString(Owner owner, const std::string& key, const std::string& value) {
     const bool saved = m_store.SaveString(owner, key, value);
-    m_traceLog.Record(StoreTrace{true, owner, key, value, false, saved});
+    m_traceLog.Record(StoreTrace{true, owner, key, value.substr(0, kTracedBytes), false, saved});
     return saved;
 }
 

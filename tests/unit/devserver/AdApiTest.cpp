@@ -156,7 +156,7 @@ TEST_F(AdApiTest, RequestsAreKeptAsTheyCame) {
 }
 
 TEST_F(AdApiTest, AnEventOfTheLargestSizeIsCountedAsItCame) {
-    constexpr size_t kMaxEventBytes = 25 << 20;  // of a client's outbox
+    constexpr size_t kMaxEventBytes = 4 << 20;  // of a client's outbox
     const std::string around = Report("a");
     std::string text;
     while (around.size() + text.size() + 3 < kMaxEventBytes) {

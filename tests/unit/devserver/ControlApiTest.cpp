@@ -103,6 +103,29 @@ TEST_F(ControlApiTest, RefusedScenarioChangesNothing) {
     EXPECT_EQ(Http("GET", "/v1/scenario").body, before);
 }
 
+TEST_F(ControlApiTest, BuiltInScenarioIsReadWhateverRunsAndCanBeApplied) {
+    const HttpAnswer builtIn = Http("GET", "/v1/scenario/builtIn");
+
+    EXPECT_EQ(builtIn.body["users"][0]["name"].asString(), "Ada Free");
+    EXPECT_EQ(Http("PUT", "/v1/scenario", devserver::WriteJson(builtIn.body)).status, 200);
+}
+
+TEST_F(ControlApiTest, AnAdPositionIsReplacedAddedAndRemovedWithoutTheOthers) {
+    const char* banner = R"({"enableClose":true,"campaigns":[]})";
+    ASSERT_EQ(Http("PUT", "/v1/ads/3/7", banner).status, 200);
+    ASSERT_EQ(Http("PUT", "/v1/ads/3/8", banner).status, 200);
+    ASSERT_EQ(Http("PUT", "/v1/ads/3/7", R"({"adPosition":9,"enableClose":false})").status, 200);
+    EXPECT_EQ(Http("GET", "/v1/scenario").body["ads"], FromJson(R"([{"adType":3,"adPosition":7,"enableClose":false},
+                           {"adType":3,"adPosition":8,"enableClose":true,"campaigns":[]}])"));
+
+    EXPECT_EQ(Http("PUT", "/v1/ads/3/7", R"({"enableClose":1})").Error(), "ads[0].enableClose: must be true or false");
+    EXPECT_EQ(Http("PUT", "/v1/ads/3/x", banner).status, 404);
+    ASSERT_EQ(Http("DELETE", "/v1/ads/3/7").status, 200);
+
+    EXPECT_EQ(Http("GET", "/v1/scenario").body["ads"],
+              FromJson(R"([{"adType":3,"adPosition":8,"enableClose":true,"campaigns":[]}])"));
+}
+
 TEST_F(ControlApiTest, AiChatOfAUserIsSetAndTakenAway) {
     const char* path = "/v1/users/2/aiChat";
 

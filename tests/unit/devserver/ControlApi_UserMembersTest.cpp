@@ -16,6 +16,11 @@ struct MemberRow {
     const char* error;
 };
 
+class UserRightTest : public DevServerTest {
+protected:
+    Json::Value Premium() { return Http("GET", "/v1/scenario").body["users"][1]["premium"]; }
+};
+
 class UserMemberTest : public DevServerTest, public testing::WithParamInterface<MemberRow> {
 protected:
     const std::string path = std::string("/v1/users/2/") + GetParam().key;
@@ -124,6 +129,44 @@ TEST_F(UserMembersTest, AConfigurationOfHalfACharacterIsRefused) {
 
     EXPECT_EQ(answer.status, 400);
     EXPECT_EQ(answer.Error(), "not JSON: escapes half a character");
+}
+
+TEST_F(UserRightTest, IsReplacedAtItsPlaceAddedAtTheEndAndRemoved) {
+    ASSERT_EQ(Http("PUT", "/v1/users/2/premium",
+                   R"({"message":"m","rights":[{"access":5,"daysLeft":1},{"access":7},{"access":5}]})")
+                  .status,
+              200);
+
+    ASSERT_EQ(Http("PUT", "/v1/users/2/rights/5", R"({"daysLeft":9})").status, 200);
+    EXPECT_EQ(Premium(), FromJson(R"({"message":"m","rights":[{"access":5,"daysLeft":9},{"access":7}]})"));
+    ASSERT_EQ(Http("PUT", "/v1/users/2/rights/8", R"({"access":3,"hasPermission":true})").status, 200);
+    EXPECT_EQ(
+        Premium(),
+        FromJson(
+            R"({"message":"m","rights":[{"access":5,"daysLeft":9},{"access":7},{"access":8,"hasPermission":true}]})"));
+    ASSERT_EQ(Http("DELETE", "/v1/users/2/rights/7").status, 200);
+    ASSERT_EQ(Http("DELETE", "/v1/users/2/rights/7").status, 200);
+    EXPECT_EQ(Premium()["rights"].size(), 2u);
+}
+
+TEST_F(UserRightTest, BeginsTheAnswerOfAUserWithoutRights) {
+    ASSERT_EQ(Http("DELETE", "/v1/users/2/rights/8").status, 200);
+    EXPECT_EQ(Premium(), Json::Value());
+
+    ASSERT_EQ(Http("PUT", "/v1/users/2/rights/8", "{}").status, 200);
+
+    EXPECT_EQ(Premium(), FromJson(R"({"rights":[{"access":8}]})"));
+}
+
+TEST_F(UserRightTest, IsRefusedWithoutAChangeIfUserNumberOrRightIsWrong) {
+    const Json::Value before = Http("GET", "/v1/scenario").body;
+
+    EXPECT_EQ(Http("PUT", "/v1/users/77/rights/8", "{}").Error(), "path: no user has the id 77");
+    EXPECT_EQ(Http("DELETE", "/v1/users/2/rights/x").Error(), "path: no right has the number x");
+    EXPECT_EQ(Http("PUT", "/v1/users/2/rights/2147483648", "{}").status, 404);
+    EXPECT_EQ(Http("PUT", "/v1/users/2/rights/8", "[]").Error(), "must be an object");
+    EXPECT_EQ(Http("PUT", "/v1/users/2/rights/8", R"({"days":1})").Error(), "premium.rights[0].days: unknown key");
+    EXPECT_EQ(Http("GET", "/v1/scenario").body, before);
 }
 
 }  // namespace

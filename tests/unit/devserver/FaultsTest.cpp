@@ -72,6 +72,18 @@ TEST_F(FaultsTest, TheFaultOfOneCommandIsSetAndTakenAwayWithoutTheOthers) {
     EXPECT_EQ(Http("DELETE", "/v1/faults/20982", "").status, 200);
 }
 
+TEST_F(FaultsTest, ActiveFaultsAreReadWithTheUsesThatAreLeft) {
+    const auto client = LoggedIn(1);
+    EXPECT_EQ(Http("GET", "/v1/faults").body, FromJson("{}"));
+    ASSERT_EQ(Http("PUT", "/v1/faults", R"({"20982":{"error":7,"times":2},"20637":{"bodyHex":"ff"}})").status, 200);
+
+    client->Request(1, kCmdChatEntry);
+    EXPECT_EQ(Http("GET", "/v1/faults").body, FromJson(R"({"20982":{"error":7,"times":1},"20637":{"bodyHex":"ff"}})"));
+
+    client->Request(2, kCmdChatEntry);
+    EXPECT_EQ(Http("GET", "/v1/faults").body, FromJson(R"({"20637":{"bodyHex":"ff"}})"));
+}
+
 TEST_F(FaultsTest, AFaultOfNoCommandAndAWrongFaultAreRefused) {
     for (const char* path : {"/v1/faults/0", "/v1/faults/x", "/v1/faults/020637", "/v1/faults/4294967296"}) {
         EXPECT_EQ(Http("PUT", path, R"({"error":7})").status, 404) << path;

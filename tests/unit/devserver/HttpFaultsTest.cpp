@@ -202,6 +202,18 @@ TEST_F(HttpFaultsTest, TheFaultOfOnePathIsSetAndTakenAwayWithoutTheOthers) {
     EXPECT_EQ(Http("PUT", "/v1/httpFaults/pictures/a.png", R"({"code":500})").Error(), "code: a picture has none");
 }
 
+TEST_F(HttpFaultsTest, ActiveFaultsAreReadAsTheyAreWrittenWithTheUsesThatAreLeft) {
+    EXPECT_EQ(Http("GET", "/v1/httpFaults").body, FromJson("{}"));
+    Strike("/ad/expose", R"({"status":501,"cutBytes":4294967295,"times":2})");
+    Expose();
+
+    const Json::Value faults = Http("GET", "/v1/httpFaults").body;
+
+    EXPECT_EQ(faults, FromJson(R"({"/ad/expose":{"status":501,"cutBytes":4294967295,"times":1}})"));
+    Expose();
+    EXPECT_EQ(Http("GET", "/v1/httpFaults").body, FromJson("{}"));
+}
+
 struct EffectRow {
     const char* name;
     const char* fault;

@@ -1,15 +1,15 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QPlainTextEdit>
 #include <QTableView>
-#include <QTreeWidget>
+#include <QTemporaryDir>
 
 #include "core/network/http.h"
 #include "support/ScriptedHostTest.h"
+#include "workbench/EventView.h"
 #include "workbench/Export.h"
-#include "workbench/LogModel.h"
 #include "workbench/Redactor.h"
-#include "workbench/TraceView.h"
 
 using namespace ::testing;
 
@@ -27,7 +27,7 @@ protected:
 
     void See(decltype(TraceEvent::what) what) {
         const TraceEvent seen{++number, 1'000 * int64_t(number), std::move(what)};
-        for (CTraceView* view : {&http_, &reports_}) {
+        for (CEventView* view : {&http_, &reports_}) {
             view->Model().Add(seen);
         }
     }
@@ -65,8 +65,8 @@ protected:
     void Show() { time.Advance(std::chrono::milliseconds(200)); }
 
     /// The cells of a row, after the time.
-    static std::string Row(const CTraceView& view, int row) {
-        return view.Model().CellsAt(row).join(QLatin1Char('|')).toStdString();
+    static std::string Row(const CEventView& view, int row) {
+        return view.Model().At(row).cells.join(QLatin1Char('|')).toStdString();
     }
 
     /// "name=value" for each field below the selected row, depth first.
@@ -80,12 +80,12 @@ protected:
         return fields;
     }
 
-    static std::vector<std::string> Detail(const CTraceView& view, int row) {
-        return Fields(view.Model().Format().Detail(view.Model().At(row)));
+    static std::vector<std::string> Detail(const CEventView& view, int row) {
+        return Fields(view.Model().At(row).detail());
     }
 
-    CTraceView http_{NewHttpFormat()};
-    CTraceView reports_{NewReportFormat()};
+    CEventView http_{NewHttpFormat()};
+    CEventView reports_{NewReportFormat()};
     CRedactor aliases;
     uint64_t number = 0;
 };
@@ -151,16 +151,14 @@ TEST_F(CallFormatTest, TheDetailOfTheChosenCallFollowsItsAnswer) {
     See(Sent(7, R"({"ad_type": 2})"));
     Show();
     http_.findChild<QTableView*>(QStringLiteral("HttpTable"))->selectRow(0);
-    const auto* detail = http_.findChild<QTreeWidget*>(QStringLiteral("HttpDetail"));
-    EXPECT_THAT(detail->findItems(QStringLiteral("code"), Qt::MatchExactly | Qt::MatchRecursive), IsEmpty());
+    const auto* detail = http_.findChild<QPlainTextEdit*>(QStringLiteral("HttpDetail"));
+    EXPECT_FALSE(detail->toPlainText().contains(QStringLiteral("code")));
 
     See(End(Sent(7, R"({"ad_type": 2})"), EnKind::Answered, 200, R"({"code": 18446744073709551615})"));
     Show();
 
-    const auto codes = detail->findItems(QStringLiteral("code"), Qt::MatchExactly | Qt::MatchRecursive);
-    ASSERT_THAT(codes, SizeIs(1));
-    EXPECT_EQ(codes[0]->text(1), QStringLiteral("18446744073709551615"));
-    EXPECT_THAT(detail->findItems(QStringLiteral("ad_type"), Qt::MatchExactly | Qt::MatchRecursive), SizeIs(1));
+    EXPECT_TRUE(detail->toPlainText().contains(QStringLiteral("  code: 18446744073709551615")));
+    EXPECT_TRUE(detail->toPlainText().contains(QStringLiteral("  ad_type: 2")));
 }
 
 TEST_F(CallFormatTest, APictureIsACallWithoutItsBytes) {
@@ -177,7 +175,7 @@ TEST_F(CallFormatTest, APictureIsACallWithoutItsBytes) {
     EXPECT_EQ(Row(http_, 0), "GET|/pictures/a.png|7|200|12|0|5000");
     EXPECT_THAT(Detail(http_, 0),
                 ElementsAre("URL=https://pictures.test/pictures/a.png", "What=200", "Answer=5000 bytes"));
-    EXPECT_FALSE(http_.Model().Format().IsBad(http_.Model().At(0)));
+    EXPECT_EQ(http_.Model().At(0).tone, EnTone::kNormal);
 }
 
 TEST_F(CallFormatTest, APictureSaysWhetherItIsFromTheCache) {
@@ -201,8 +199,8 @@ TEST_F(CallFormatTest, BytesThatAreNoPictureAreBadAndSayWhy) {
     Show();
 
     EXPECT_THAT(Detail(http_, 0), Contains("Reason=it has too many pixels"));
-    EXPECT_TRUE(http_.Model().Format().IsBad(http_.Model().At(0)));
-    EXPECT_FALSE(http_.Model().Format().IsBad(http_.Model().At(1)));
+    EXPECT_EQ(http_.Model().At(0).tone, EnTone::kBad);
+    EXPECT_EQ(http_.Model().At(1).tone, EnTone::kNormal);
 }
 
 TEST_F(CallFormatTest, APictureAndARequestOfTheSameNumberAreTwoRows) {
@@ -222,7 +220,7 @@ TEST_F(CallFormatTest, ABodyThatIsNoJsonIsTextAndHex) {
     Show();
 
     EXPECT_THAT(Detail(http_, 0), IsSupersetOf({"Request=empty", "Answer=4 bytes", "Text=<b>.", "Hex=3c 62 3e ff"}));
-    EXPECT_TRUE(http_.Model().Format().IsBad(http_.Model().At(0)));
+    EXPECT_EQ(http_.Model().At(0).tone, EnTone::kBad);
 }
 
 TEST_F(CallFormatTest, OfALongBodyTheRestIsSaid) {
@@ -240,7 +238,7 @@ TEST_F(CallFormatTest, ACallThatWasNotStartedIsBadAndStandsAlone) {
     Show();
 
     EXPECT_EQ(Row(http_, 1), "POST|/ad/search|0|Not started||0|");
-    EXPECT_TRUE(http_.Model().Format().IsBad(http_.Model().At(1)));
+    EXPECT_EQ(http_.Model().At(1).tone, EnTone::kBad);
 }
 
 TEST_F(CallFormatTest, ReportsAndMeasurementsAreToldApart) {
@@ -265,8 +263,8 @@ TEST_F(CallFormatTest, ReportsAndMeasurementsAreToldApart) {
     EXPECT_EQ(Row(reports_, 2), "Timer ends|ExposeAd|4|Accepted|ExposeAd#3|250|null");
     EXPECT_THAT(Detail(reports_, 0), ElementsAre("Event=ClickAd", "Code=4", "Broker=0",
                                                  "Parameters=", "advertisement_id=a", "list=", "[0]=x"));
-    EXPECT_TRUE(reports_.Model().Format().IsBad(reports_.Model().At(0)));
-    EXPECT_FALSE(reports_.Model().Format().IsBad(reports_.Model().At(2)));
+    EXPECT_EQ(reports_.Model().At(0).tone, EnTone::kBad);
+    EXPECT_EQ(reports_.Model().At(2).tone, EnTone::kNormal);
 }
 
 TEST_F(CallFormatTest, AnExportHoldsNoSessionAndNoId) {
@@ -282,15 +280,21 @@ TEST_F(CallFormatTest, AnExportHoldsNoSessionAndNoId) {
     See(report);
     Show();
 
-    const CLogModel lines;
-    const QByteArray json = workbench_export::Json({&http_.Model(), &reports_.Model()}, lines, aliases);
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("x.json"));
+    workbench_export::Recording recording;
+    recording.lists = {workbench_export::ListOf(http_.Model()), workbench_export::ListOf(reports_.Model())};
+    ASSERT_EQ(workbench_export::Write(path, recording, aliases), QString());
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray json = file.readAll();
 
     for (const char* secret : {"777123", "10001", "0123456789abcdef"}) {
         EXPECT_FALSE(json.contains(secret)) << secret << "\n" << json.constData();
     }
     EXPECT_TRUE(json.contains("X-Orvi-Client-SessionId"));
     EXPECT_TRUE(json.contains("device-11700000000")) << json.constData();
-    EXPECT_TRUE(json.contains("\"hex\": \"ff user-1 20"));
+    EXPECT_TRUE(json.contains("\"hex\":\"ff user-1 20"));
     const QJsonObject all = QJsonDocument::fromJson(json).object();
     EXPECT_EQ(all[QStringLiteral("http")].toArray().size(), 1);
     EXPECT_EQ(all[QStringLiteral("report")].toArray().size(), 1);

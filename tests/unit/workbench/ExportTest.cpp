@@ -3,11 +3,11 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QTemporaryDir>
 
 #include "support/ScriptedHostTest.h"
-#include "workbench/LogModel.h"
+#include "workbench/EventModel.h"
 #include "workbench/Redactor.h"
-#include "workbench/TraceModel.h"
 #include "workbench/WireDecoder.h"
 
 using namespace ::testing;
@@ -37,7 +37,7 @@ protected:
         TraceEvent seen;
         seen.number = ++number;
         seen.what = what;
-        for (CTraceModel* model : {&traffic, &store_, &urls_}) {
+        for (CEventModel* model : {&traffic, &store_, &urls_}) {
             model->Add(seen);
         }
     }
@@ -49,17 +49,32 @@ protected:
         lines.Add(entry);
     }
 
-    QByteArray Exported() {
-        time.Advance(std::chrono::seconds(1));
-        return workbench_export::Json({&traffic, &store_, &urls_}, lines, aliases);
+    workbench_export::Recording Recorded() const {
+        workbench_export::Recording recording;
+        recording.timeMs = 1'700'000'000'123;
+        for (const CEventModel* model : {&traffic, &store_, &urls_, &lines}) {
+            recording.lists.push_back(workbench_export::ListOf(*model));
+        }
+        return recording;
     }
 
+    QByteArray Exported() {
+        time.Advance(std::chrono::seconds(1));
+        workbench_export::Recording recording = Recorded();
+        EXPECT_EQ(workbench_export::Write(path, recording, aliases), QString());
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return file.readAll();
+    }
+
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("made/on/demand/x.json"));
     CRedactor aliases;
     CWireDecoder decoder;
-    CTraceModel traffic{NewTrafficFormat(decoder)};
-    CTraceModel store_{NewStoreFormat()};
-    CTraceModel urls_{NewUrlFormat()};
-    CLogModel lines;
+    CEventModel traffic{NewTrafficFormat(decoder)};
+    CEventModel store_{NewStoreFormat()};
+    CEventModel urls_{NewUrlFormat()};
+    CEventModel lines{NewLogFormat([](const QString&) { return false; })};
     uint64_t number = 0;
 };
 
@@ -177,7 +192,7 @@ TEST_F(SecretBytesTest, OneThatBeginsLaterIsNotShownAtAll) {
 TEST_F(ExportTest, BodiesThatAreNoSuchMessageAreThereAsHex) {
     See(CommandTrace{CommandTrace::EnKind::Replied, 20982, 1, 0, 1, "\xff\x01" + kName.toStdString(), 20982});
 
-    EXPECT_TRUE(Exported().contains("\"hex\": \"ff 01 name-1\"")) << Exported().constData();
+    EXPECT_TRUE(Exported().contains("\"hex\":\"ff 01 name-1\"")) << Exported().constData();
 }
 
 TEST_F(ExportTest, ASecretThatThePreviewCutsIsNotShown) {
@@ -228,6 +243,73 @@ TEST_F(ExportTest, ANumberInsideAnotherIsNoId) {
               QStringLiteral("110001 user-2 100011 xuser-2y"));
 }
 
-TEST_F(ExportTest, AFileThatCantBeWrittenIsSaid) {
-    EXPECT_NE(workbench_export::Write(QStringLiteral("/nonexistent/folder/x.json"), "{}"), QString());
+TEST_F(ExportTest, TheReasonOfAFailureIsReturned) {
+    const QString dev = QStringLiteral("/proc/nothing/x.json");
+    EXPECT_EQ(workbench_export::Write(dev, Recorded(), aliases),
+              QStringLiteral("The folder /proc/nothing can't be created"));
+    EXPECT_TRUE(workbench_export::Write(folder.path(), Recorded(), aliases).startsWith(folder.path()));
+}
+
+TEST_F(ExportTest, KeysAreFixedAndTheStateIsRedacted) {
+    See(UrlTrace{QStringLiteral("https://a.example/"), QStringLiteral("why"), 0, 1});
+    time.Advance(std::chrono::seconds(1));
+    workbench_export::Recording recording = Recorded();
+    recording.state = QJsonObject{{QStringLiteral("user"), QStringLiteral("Zoë Free (10001)")},
+                                  {QStringLiteral("id"), 10001},
+                                  {QStringLiteral("ids"), QJsonObject{{QStringLiteral("10001"), true}}}};
+    ASSERT_EQ(workbench_export::Write(path, recording, aliases), QString());
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QJsonObject all = QJsonDocument::fromJson(file.readAll()).object();
+
+    EXPECT_EQ(all[QStringLiteral("exported")], QStringLiteral("2023-11-14T22:13:20.123Z"));
+    const QJsonObject state{{QStringLiteral("user"), QStringLiteral("name-1 (user-2)")},
+                            {QStringLiteral("id"), QStringLiteral("user-2")},
+                            {QStringLiteral("ids"), QJsonObject{{QStringLiteral("user-2"), true}}}};
+    EXPECT_EQ(all[QStringLiteral("state")].toObject(), state);
+    const QJsonObject row = all[QStringLiteral("url")].toArray()[0].toObject();
+EXPECT_EQ(row.keys(), QStringList({QStringLiteral("detail"), QStringLiteral("filters"), QStringLiteral("reason"),
+                                   QStringLiteral("result"), QStringLiteral("time"), QStringLiteral("tone"),
+                                   QStringLiteral("url")}));
+}
+
+TEST_F(ExportTest, AFileIsReadBackAsItsRows) {
+    See(StoreTrace{true, kOtherUser, "key", "value", false, false});
+    Write(QStringLiteral("[Ad] a line"));
+    time.Advance(std::chrono::seconds(1));
+    workbench_export::Recording written = Recorded();
+    written.state = QJsonObject{{QStringLiteral("edition"), QStringLiteral("Kestrel")}};
+    ASSERT_EQ(workbench_export::Write(path, written, aliases), QString());
+
+    workbench_export::Recording read = Recorded();
+    ASSERT_EQ(workbench_export::Read(path, read), QString());
+
+    EXPECT_EQ(read.timeMs, written.timeMs);
+    EXPECT_EQ(read.state, written.state);
+    ASSERT_THAT(read.lists[1].rows, SizeIs(1));
+    const EventRow& row = *read.lists[1].rows[0];
+    EXPECT_EQ(row.timeMs, store_.At(0).timeMs);
+    EXPECT_EQ(row.cells, QStringList({QStringLiteral("Save"), QStringLiteral("user-2"), QStringLiteral("key"),
+                                      QStringLiteral("5"), QStringLiteral("Refused"), QString()}));
+    EXPECT_EQ(row.choices, store_.At(0).choices);
+    EXPECT_EQ(row.tone, EnTone::kBad);
+    EXPECT_EQ(row.detail()[1].value, QStringLiteral("value"));
+    ASSERT_THAT(read.lists[3].rows, SizeIs(1));
+    EXPECT_EQ(read.lists[3].rows[0]->cells, lines.At(0).cells);
+    EXPECT_EQ(read.lists[3].rows[0]->choices, lines.At(0).choices);
+}
+
+TEST_F(ExportTest, AFileThatIsNoExportIsRefusedWithTheReason) {
+    workbench_export::Recording read = Recorded();
+    EXPECT_TRUE(workbench_export::Read(path, read).startsWith(path));
+    QFile file(folder.filePath(QStringLiteral("other.json")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(R"({"format":"other"})");
+    file.close();
+    EXPECT_EQ(workbench_export::Read(file.fileName(), read),
+              QStringLiteral("%1 is no export of this workbench").arg(file.fileName()));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("{");
+    file.close();
+    EXPECT_TRUE(workbench_export::Read(file.fileName(), read).contains(QStringLiteral(" is no JSON: ")));
 }

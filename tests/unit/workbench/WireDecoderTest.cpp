@@ -81,6 +81,9 @@ TEST_F(WireDecoderTest, NamesWhatTheModuleSendsOnTheBus) {
     EXPECT_EQ(wire::MessageName(80050), QStringLiteral("PremiumDataChanged"));
     EXPECT_EQ(wire::MessageName(80051), QStringLiteral("PremiumRequestAnswered"));
     EXPECT_EQ(wire::MessageName(80052), QStringLiteral("VipStatusChanged"));
+    EXPECT_EQ(wire::MessageName(20157), QStringLiteral("TabFrameChanged"));
+    EXPECT_EQ(wire::MessageName(20301), QStringLiteral("AIChatHiddenButNotClosed"));
+    EXPECT_EQ(wire::MessageName(20302), QStringLiteral("AIChatPageSceneChanged"));
     EXPECT_EQ(wire::MessageName(80053), QString());
 }
 
@@ -88,4 +91,15 @@ TEST_F(WireDecoderTest, NamesTheNumbersOfAnEnumeration) {
     EXPECT_EQ(decoder.EnumName("web_premium_access.PremiumAccess", 1000), QStringLiteral("MyPagePremium"));
     EXPECT_EQ(decoder.EnumName("web_premium_access.PremiumAccess", 9), QString());
     EXPECT_EQ(decoder.EnumName("web_premium_access.Nothing", 1), QString());
+}
+
+TEST_F(WireDecoderTest, HasARowForEachCommandAndPushOfTheModule) {
+    for (const uint32_t command : {20982u, 20637u, 20831u, 20981u}) {
+        ASSERT_NE(wire::Find(command), nullptr) << command;
+        EXPECT_TRUE(wire::Find(command)->request && wire::Find(command)->reply) << command;
+    }
+    for (const uint32_t push : {20145u, 20170u, 20171u, 20832u, 20837u}) {
+        ASSERT_NE(wire::Find(push), nullptr) << push;
+        EXPECT_NE(wire::Find(push)->push, nullptr) << push;
+    }
 }

@@ -1,19 +1,28 @@
 #include "workbench/Workbench.h"
 
+#include <QClipboard>
 #include <QComboBox>
+#include <QFile>
+#include <QJsonDocument>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QWindow>
 
 #include "AIChatEntries.h"
 #include "FakeControlClient.h"
 #include "FakeGrowthService.h"
 #include "PremiumRights.h"
 #include "support/Click.h"
+#include "support/RealTime.h"
 #include "support/ScriptedHostTest.h"
 #include "ui/ThemeControl.h"
+#include "workbench/UserPage.h"
 
 using namespace ::testing;
 
@@ -28,12 +37,47 @@ protected:
         time.Settle();
     }
 
+    ~WorkbenchTest() override {
+        delete workbench;
+        store.Forget();  // the view, for the next start
+    }
+
     template <class Widget>
     Widget* Child(const char* name) {
         return window.findChild<Widget*>(QString::fromLatin1(name));
     }
 
+    QString Fact(const char* key) { return Child<QLabel>((std::string("UserFact_") + key).c_str())->text(); }
+
     const std::vector<ServerUser> users{{10001, QStringLiteral("Ada")}, {10002, QStringLiteral("Ben")}};
+    void Log(const char* text) {
+        LogEntry entry;
+        entry.record.text = QString::fromUtf8(text);
+        workbench->TakeLine(entry);
+    }
+
+    void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::keyClick(window.windowHandle(), key, modifiers);
+        time.Settle();
+    }
+
+    /// Clicks the button and returns the failure of what it does with the file.
+    QString RunFile(const char* button) {
+        QSignalSpy done(workbench, &CWorkbench::FileDone);
+        Click(Child<QPushButton>(button));
+        while (!server.wishes.empty()) {
+            const auto wish = server.wishes.front();
+            server.wishes.pop_front();
+            if (wish.path == "/v1/faults") {
+                wish.answered(ServerAnswer::Read(200, R"({"20637":{"error":7}})", QString()));
+            } else {
+                wish.answered(ServerAnswer::Read(0, QByteArray(), QStringLiteral("no answer")));
+            }
+        }
+        EXPECT_TRUE(WaitInRealTime([&done] { return done.count() == 1; }));
+        return done.value(0).value(0).toString();
+    }
+
     std::shared_ptr<CFakeGrowthService> service = CFakeGrowthService::Offer();
     CAIChatEntries entries;
     CPremiumRights rights;
@@ -45,9 +89,9 @@ protected:
 }  // namespace
 
 TEST_F(WorkbenchTest, TheChosenUserIsLoggedIn) {
-    QSignalSpy wanted(workbench, &CWorkbench::LoginWanted);
-    workbench->ShowUsers(users, 0);
-    EXPECT_EQ(Child<QLabel>("WorkbenchWho")->text(), QStringLiteral("Nobody is logged in"));
+    QSignalSpy wanted(&workbench->User(), &CUserPage::LoginWanted);
+    workbench->User().ShowUsers(users, 0);
+    EXPECT_EQ(Fact("user"), QStringLiteral("Nobody is logged in"));
     EXPECT_FALSE(Child<QPushButton>("WorkbenchLogout")->isEnabled());
 
     Child<QComboBox>("WorkbenchUser")->setCurrentIndex(1);
@@ -62,10 +106,10 @@ TEST_F(WorkbenchTest, WithoutUsersNobodyCanBeLoggedIn) {
 }
 
 TEST_F(WorkbenchTest, ShowsWhoIsLoggedInAndLogsOut) {
-    QSignalSpy wanted(workbench, &CWorkbench::LogoutWanted);
+    QSignalSpy wanted(&workbench->User(), &CUserPage::LogoutWanted);
 
-    workbench->ShowUsers(users, 10002);
-    EXPECT_EQ(Child<QLabel>("WorkbenchWho")->text(), QStringLiteral("Logged in: Ben (10002)"));
+    workbench->User().ShowUsers(users, 10002);
+    EXPECT_EQ(Fact("user"), QStringLiteral("Ben (10002)"));
     EXPECT_EQ(Child<QComboBox>("WorkbenchUser")->currentData().toULongLong(), 10002u);
     Click(Child<QPushButton>("WorkbenchLogout"));
 
@@ -73,18 +117,18 @@ TEST_F(WorkbenchTest, ShowsWhoIsLoggedInAndLogsOut) {
 }
 
 TEST_F(WorkbenchTest, ANewListOfUsersLeavesTheChoice) {
-    workbench->ShowUsers(users, 10001);
+    workbench->User().ShowUsers(users, 10001);
     Child<QComboBox>("WorkbenchUser")->setCurrentIndex(1);
 
-    workbench->ShowUsers(users, 10001);
+    workbench->User().ShowUsers(users, 10001);
 
     EXPECT_EQ(Child<QComboBox>("WorkbenchUser")->currentData().toULongLong(), 10002u);
 }
 
 TEST_F(WorkbenchTest, ALanguageIsAskedForByItsNumberAndShownWithoutAskingAgain) {
-    QSignalSpy wanted(workbench, &CWorkbench::LanguageWanted);
+    QSignalSpy wanted(&workbench->User(), &CUserPage::LanguageWanted);
 
-    workbench->ShowLanguage(5);
+    workbench->User().ShowLanguage(5);
     EXPECT_EQ(Child<QComboBox>("WorkbenchLanguage")->currentText(), QStringLiteral("日本語"));
     EXPECT_EQ(wanted.count(), 0);
     Child<QComboBox>("WorkbenchLanguage")->setCurrentIndex(1);
@@ -94,7 +138,7 @@ TEST_F(WorkbenchTest, ALanguageIsAskedForByItsNumberAndShownWithoutAskingAgain) 
 }
 
 TEST_F(WorkbenchTest, AThemeIsAskedForByItsNumberAndShownWithoutAskingAgain) {
-    QSignalSpy wanted(workbench, &CWorkbench::ThemeWanted);
+    QSignalSpy wanted(&workbench->User(), &CUserPage::ThemeWanted);
 
     host::CThemeControl::Set(zr_ui_theme::Manager::kThemeBlack);
     EXPECT_EQ(Child<QComboBox>("WorkbenchTheme")->currentText(), QStringLiteral("Black"));
@@ -124,9 +168,9 @@ TEST_F(WorkbenchTest, WithoutTheModuleThereIsNothingToOverride) {
 }
 
 TEST_F(WorkbenchTest, TheEditionIsAskedForAndShownWithoutAskingAgain) {
-    QSignalSpy wanted(workbench, &CWorkbench::EditionWanted);
+    QSignalSpy wanted(&workbench->User(), &CUserPage::EditionWanted);
 
-    workbench->ShowEdition(true);
+    workbench->User().ShowEdition(true);
     EXPECT_EQ(Child<QComboBox>("WorkbenchEdition")->currentText(), QStringLiteral("Velora"));
     EXPECT_EQ(wanted.count(), 0);
     Child<QComboBox>("WorkbenchEdition")->setCurrentIndex(0);
@@ -137,7 +181,7 @@ TEST_F(WorkbenchTest, TheEditionIsAskedForAndShownWithoutAskingAgain) {
 
 TEST_F(WorkbenchTest, MarketsAreReadAsNumbersAndWrongOnesAreNamed) {
     std::vector<std::vector<int>> wanted;
-    QObject::connect(workbench, &CWorkbench::MarketsWanted, &window,
+    QObject::connect(&workbench->User(), &CUserPage::MarketsWanted, &window,
                      [&](const std::vector<int>& markets) { wanted.push_back(markets); });
 
     Child<QLineEdit>("WorkbenchMarkets")->setText(QStringLiteral("5, 1  2"));
@@ -147,4 +191,148 @@ TEST_F(WorkbenchTest, MarketsAreReadAsNumbersAndWrongOnesAreNamed) {
 
     EXPECT_THAT(wanted, ElementsAre(ElementsAre(5, 1, 2)));
     EXPECT_EQ(Child<QLabel>("WorkbenchMarketsNote")->text(), QStringLiteral("No market numbers: x"));
+}
+
+TEST_F(WorkbenchTest, TheUserPageShowsRightsAndVipStatusWithTheirReasons) {
+    workbench->User().ShowUsers(users, 10002);
+    CPremiumUIAccessData held;
+    held.enAccess = EnPremiumAccess(1000);
+    held.bHasPermission = true;
+    service->table[EnPremiumAccess(1000)] = held;
+    service->table[EnPremiumAccess(1)] = CPremiumUIAccessData();
+    service->state = 1;
+    service->grade = 3;
+    rights.Refresh();
+
+    EXPECT_EQ(Fact("rights"), QStringLiteral("1 of 2 in the table: 1000 MyPagePremium"));
+    EXPECT_EQ(Fact("vipOlderSystem"), QStringLiteral("yes: grade 3; not qualified for VIP"));
+    EXPECT_EQ(Fact("vipNewerSystem"), QStringLiteral("no: edition Kestrel"));
+
+    workbench->User().ShowEdition(true);
+    EXPECT_EQ(Fact("vipNewerSystem"), QStringLiteral("no: the server does not count the user in it"));
+    service->isNewSystem = true;
+    service->newState = 2;
+    rights.Refresh();
+    EXPECT_EQ(Fact("vipNewerSystem"), QStringLiteral("no: expired"));
+    service->newState = 1;
+    service->engine = 4;
+    rights.Refresh();
+    EXPECT_EQ(Fact("vipNewerSystem"), QStringLiteral("yes: member, report value 4"));
+    EXPECT_EQ(Fact("qtVersion"), QString::fromLatin1(qVersion()));
+
+    service.reset();
+    rights.Refresh();
+    EXPECT_EQ(Fact("vipOlderSystem"), QStringLiteral("no: the module is missing"));
+    EXPECT_EQ(Fact("moduleVersion"), QStringLiteral("not loaded"));
+}
+
+TEST_F(WorkbenchTest, TheLastRefreshHasItsReason) {
+    EXPECT_EQ(Fact("lastRefresh"), QStringLiteral("none was seen yet"));
+
+    Log("[Premium] Premium Change Push Received, Need All Access = true");
+    Log("[Premium] Send Request For All Premium Access, Session = 5, Server Push = true");
+    EXPECT_TRUE(Fact("lastRefresh").endsWith(QStringLiteral(": rights requested, because of push 20837")));
+    Log("[Premium] Server Returned Error Code = 7");
+    EXPECT_TRUE(Fact("lastRefresh").endsWith(QStringLiteral(": rights not received: error = 7")));
+    Log("[Premium] Send Request For Custom Premium Access, Count = 1");
+    EXPECT_TRUE(Fact("lastRefresh").endsWith(QStringLiteral("because of a caller")));
+}
+
+TEST_F(WorkbenchTest, OverridesInForceAreListed) {
+    EXPECT_EQ(Fact("overrides"), QStringLiteral("none"));
+
+    Child<QComboBox>("WorkbenchOverride")->setCurrentIndex(2);
+    Child<QLineEdit>("WorkbenchMarkets")->setText(QStringLiteral("5"));
+    Click(Child<QPushButton>("WorkbenchMarketsApply"));
+
+    EXPECT_EQ(Fact("overrides"), QStringLiteral("AI chat: force closed; markets, until the next login"));
+}
+
+TEST_F(WorkbenchTest, CopyTakesEachFactWithItsName) {
+    workbench->User().ShowUsers(users, 10001);
+
+    Click(Child<QPushButton>("UserCopy"));
+
+    const QStringList lines = QApplication::clipboard()->text().split(QLatin1Char('\n'));
+    EXPECT_EQ(lines.first(), QStringLiteral("User: Ada (10001)"));
+    EXPECT_EQ(lines.last(), QStringLiteral("Qt: %1").arg(QLatin1String(qVersion())));
+}
+
+TEST_F(WorkbenchTest, KeysChooseTabsAndTheFilter) {
+    auto* tabs = Child<QTabWidget>("WorkbenchTabs");
+    for (int tab = tabs->count() - 1; tab >= 0; --tab) {
+        Press(Qt::Key(Qt::Key_1 + tab), Qt::ControlModifier);
+        EXPECT_EQ(tabs->currentIndex(), tab);
+    }
+    tabs->setCurrentWidget(Child<QWidget>("LogTable")->parentWidget()->parentWidget());
+    Press(Qt::Key_F, Qt::ControlModifier);
+
+    EXPECT_EQ(window.focusWidget(), Child<QWidget>("LogFilter"));
+}
+
+TEST_F(WorkbenchTest, F5ReadsThePageAgain) {
+    auto* tabs = Child<QTabWidget>("WorkbenchTabs");
+    tabs->setCurrentWidget(Child<QWidget>("UserPageArea"));
+    Child<QLabel>("UserFact_user")->clear();
+
+    Press(Qt::Key_F5);
+
+    EXPECT_EQ(Fact("user"), QStringLiteral("Nobody is logged in"));
+}
+
+TEST_F(WorkbenchTest, TheStateIsInTheExportAndShownWhenTheFileIsOpened) {
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("new/x.json"));
+    Child<QLineEdit>("ExportPath")->setText(path);
+    workbench->User().ShowUsers(users, 10002);
+    Log("[Ad] a line");
+    time.Advance(std::chrono::seconds(1));
+
+    ASSERT_EQ(RunFile("ExportSave"), QString());
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QJsonObject state = QJsonDocument::fromJson(file.readAll()).object()[QStringLiteral("state")].toObject();
+    EXPECT_THAT(state.keys(),
+                IsSupersetOf({QStringLiteral("clientVersion"), QStringLiteral("clockOffset"), QStringLiteral("edition"),
+                              QStringLiteral("faults"), QStringLiteral("httpFaults"), QStringLiteral("language"),
+                              QStringLiteral("overrides"), QStringLiteral("rights"), QStringLiteral("scenario"),
+                              QStringLiteral("theme"), QStringLiteral("user")}));
+    EXPECT_EQ(state[QStringLiteral("faults")].toObject()[QStringLiteral("20637")].toObject()[QStringLiteral("error")],
+              7);
+    EXPECT_EQ(state[QStringLiteral("scenario")], QStringLiteral("not known: no answer"));
+
+    workbench->User().ShowUsers(users, 0);
+    Log("[Ad] another");
+    time.Advance(std::chrono::seconds(1));
+    ASSERT_EQ(RunFile("ExportOpen"), QString());
+
+    EXPECT_TRUE(Child<QWidget>("FileBanner")->isVisible());
+    EXPECT_EQ(Fact("user"), QStringLiteral("Ben (10002)"));
+    EXPECT_EQ(Child<QAbstractItemView>("LogTable")->model()->rowCount(), 1);
+    Click(Child<QPushButton>("FileBack"));
+    EXPECT_FALSE(Child<QWidget>("FileBanner")->isVisible());
+    EXPECT_EQ(Fact("user"), QStringLiteral("Nobody is logged in"));
+    EXPECT_EQ(Child<QAbstractItemView>("LogTable")->model()->rowCount(), 2);
+}
+
+TEST_F(WorkbenchTest, AFailedExportIsToldInRed) {
+    Child<QLineEdit>("ExportPath")->setText(QStringLiteral("/proc/nothing/x.json"));
+
+    EXPECT_EQ(RunFile("ExportSave"), QStringLiteral("The folder /proc/nothing can't be created"));
+
+    EXPECT_EQ(Child<QLabel>("ExportNote")->text(), QStringLiteral("The folder /proc/nothing can't be created"));
+    EXPECT_EQ(Child<QLabel>("ExportNote")->property("good"), false);
+    EXPECT_TRUE(Child<QPushButton>("ExportSave")->isEnabled());
+}
+
+TEST_F(WorkbenchTest, TabAndFiltersSurviveARestart) {
+    auto* tabs = Child<QTabWidget>("WorkbenchTabs");
+    tabs->setCurrentIndex(tabs->count() - 1);
+    Child<QLineEdit>("StoreFilter")->setText(QStringLiteral("key"));
+    delete workbench;
+
+    workbench = new CWorkbench(entries, rights, server, &window);
+
+    EXPECT_EQ(Child<QTabWidget>("WorkbenchTabs")->currentIndex(), Child<QTabWidget>("WorkbenchTabs")->count() - 1);
+    EXPECT_EQ(Child<QLineEdit>("StoreFilter")->text(), QStringLiteral("key"));
 }

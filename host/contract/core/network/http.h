@@ -57,7 +57,7 @@ struct HttpRspInfo {
     int m_nResult = kHttpOk;
     /// 0 without an answer.
     int m_nHttpStatusCode = 0;
-    /// At most 8 MiB; empty with a result other than kHttpOk.
+    /// At most 1 MiB; empty with a result other than kHttpOk.
     std::string m_strBody;
 };
 

@@ -16,7 +16,7 @@
 #include "ui/ZResource.h"
 #include "ui/ZText.h"
 #include "ui/zr_ui_res.h"
-#include "workbench/LogModel.h"
+#include "workbench/EventModel.h"
 
 using namespace ::testing;
 using host::CThemeControl;
@@ -472,17 +472,17 @@ TEST_F(ThemeTest, IconsAreDrawnAnewInTheNewColours) {
 }
 
 TEST_F(ThemeTest, TheLogIsReadAnewAsItsColoursAreNoLongerWhatTheyWere) {
-    CLogModel model;
+    CEventModel model{NewLogFormat([](const QString&) { return false; })};
     LogEntry entry;
     entry.record.type = kZRLogError;
     model.Add(entry);
     time.Advance(std::chrono::seconds(1));
     ASSERT_EQ(model.rowCount(), 1);
     int changes = 0;
-    QObject::connect(&model, &CLogModel::dataChanged, &model, [&changes] { ++changes; });
+    QObject::connect(&model, &CEventModel::dataChanged, &model, [&changes] { ++changes; });
 
     CThemeControl::Set(Manager::kThemeBlack);
 
     EXPECT_EQ(changes, 1);
-    EXPECT_EQ(model.index(0, CLogModel::Text).data(Qt::ForegroundRole).value<QColor>(), QColor(theme::kDown));
+    EXPECT_EQ(model.index(0, 3).data(Qt::ForegroundRole).value<QColor>(), QColor(theme::kDown));
 }

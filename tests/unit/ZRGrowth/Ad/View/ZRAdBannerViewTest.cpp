@@ -188,6 +188,9 @@ TEST_F(AdBannerViewTest, PicturesAreToldWithTheirAdAndTheTimeSinceTheViewWasMade
     time.Advance(100ms);
     pictures.SucceedUrl("https://pictures.test/b.png");
     time.Advance(200ms);
+    Slideshow()->setCurrentIndex(1);
+    EXPECT_THAT(told, ElementsAre("in https://pictures.test/b.png 100 1 b", "end a", "start b"));
+    told.clear();
     for (int i = 0; i < 3; ++i) {
         pictures.FailUrl("https://pictures.test/c.png");
     }
@@ -195,8 +198,7 @@ TEST_F(AdBannerViewTest, PicturesAreToldWithTheirAdAndTheTimeSinceTheViewWasMade
     pictures.SucceedUrl("https://pictures.test/a.png");
 
     EXPECT_THAT(told,
-                ElementsAre("in https://pictures.test/b.png 100 1 b", "lost https://pictures.test/c.png \"\" 300 3 c",
-                            "in https://pictures.test/a.png 300 2 a"));
+                ElementsAre("lost https://pictures.test/c.png \"\" 300 3 c", "in https://pictures.test/a.png 300 2 a"));
     EXPECT_THAT(log.Lines(), IsEmpty());
 }
 

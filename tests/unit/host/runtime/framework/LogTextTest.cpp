@@ -24,4 +24,19 @@ TEST(LogTextTest, LineSeparatorsAndMarksOfDirectionAreEscaped) {
     EXPECT_EQ(host::EscapedLogText(text), "a\\u2028\\u2029\\u202e\\u2066");
 }
 
+TEST(LogTextTest, FormatCharactersOfAllPlanesAreEscaped) {
+    const char32_t text[] = {0xAD,   0x061C, 0x180E,  0x200B,  0x200D,  0x2060, 0x206F,
+                             0xFEFF, 0xFFF9, 0x110BD, 0x1D173, 0xE0001, 0xE007F};
+
+    EXPECT_EQ(
+        host::EscapedLogText(QString::fromUcs4(text, int(std::size(text)))),
+        "\\xad\\u061c\\u180e\\u200b\\u200d\\u2060\\u206f\\ufeff\\ufff9\\U000110bd\\U0001d173\\U000e0001\\U000e007f");
+}
+
+TEST(LogTextTest, PicturesAndLettersOfAllPlanesStayAsTheyAre) {
+    const std::string text = "\xF0\x9F\x98\x80\xEF\xB8\x8F\xF0\xA0\x80\x8B";
+
+    EXPECT_EQ(host::EscapedLogText(QString::fromStdString(text)), text);
+}
+
 }  // namespace

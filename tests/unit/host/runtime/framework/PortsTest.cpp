@@ -1,9 +1,11 @@
 #include "framework/Ports.h"
 
 #include <gmock/gmock.h>
+#include <unistd.h>
 
 #include <QObject>
 #include <atomic>
+#include <fstream>
 #include <thread>
 
 #include "core/IZRChannelProxy.h"
@@ -68,6 +70,14 @@ TEST(PortsTest, AContractCallWithoutServicesDoesNothingAndGivesItsEmptyValue) {
     EXPECT_EQ(core::random::GetRandUInt32(), 0u);
 }
 
+/// The letter of a thread's state in /proc.
+char StateOf(pid_t thread) {
+    std::ifstream file("/proc/self/task/" + std::to_string(thread) + "/stat");
+    std::string text;
+    std::getline(file, text);
+    return text.at(text.rfind(')') + 2);
+}
+
 class CSlowLog : public ILog {
 public:
     void Write(const LogRecord&) override {
@@ -98,6 +108,45 @@ TEST(PortsTest, UninstallWaitsForTheCallOfAnotherThread) {
     host::Uninstall();
 
     EXPECT_TRUE(log.left);
+    writer.join();
+    releaser.join();
+}
+
+/// Calls the contract from within a call of the contract.
+class CNestingLog : public CSlowLog {
+public:
+    void Write(const LogRecord& record) override {
+        CSlowLog::Write(record);
+        FrameWork::_FW_OnAssertFailed(FrameWork::kAssetDefensive, "", "", "", 0, "false");
+    }
+    void AssertionFailed(const AssertionRecord&) override { nested = true; }
+
+    std::atomic<bool> nested{false};
+};
+
+TEST(PortsTest, NestedCallOfAnotherThreadEndsWhileUninstallWaits) {
+    CNestingLog log;
+    host::Ports ports;
+    ports.log = &log;
+    host::Install(ports);
+    std::atomic<bool> uninstalling{false};
+    std::thread writer([] { FrameWork::_WriteLogRaw("", 0, "", kZRLogInfo, "", QStringLiteral("from afar"), -128); });
+    while (!log.entered) {
+        std::this_thread::yield();
+    }
+    const auto main = gettid();
+    std::thread releaser([&] {
+        // The state of a thread that waits for a lock is S.
+        while (!uninstalling || StateOf(main) != 'S') {
+            std::this_thread::yield();
+        }
+        log.leave = true;
+    });
+
+    uninstalling = true;
+    host::Uninstall();
+
+    EXPECT_TRUE(log.nested);
     writer.join();
     releaser.join();
 }

@@ -3,6 +3,7 @@
 #include <QPointer>
 
 #include "KitTest.h"
+#include "support/Cost.h"
 #include "ui/ZRWebImageWidget.h"
 #include "ui/ZResource.h"
 #include "ui/ZSlideshow.h"
@@ -39,8 +40,12 @@ protected:
     void AddThree() {
         for (const int number : {0, 1, 2}) {
             Add(number);
-            pictures.Succeed(pictures.LastLoad(), number == 0 ? Qt::red : number == 1 ? Qt::green : Qt::blue);
         }
+        slideshow.setCurrentIndex(1);  // the third is loaded
+        pictures.Succeed(1, Qt::red);
+        pictures.Succeed(2, Qt::green);
+        pictures.Succeed(3, Qt::blue);
+        slideshow.setCurrentIndex(0);
         changes.clear();
     }
     void Run() {
@@ -65,6 +70,70 @@ TEST_F(SlideshowTest, TheFirstSlideIsShownInsideTheCallThatAddsIt) {
     Add(1);
     EXPECT_THAT(changes, SizeIs(1));
     EXPECT_EQ(slideshow.count(), 2);
+    EXPECT_THAT(pictures.Asked(), SizeIs(2));
+}
+
+TEST_F(SlideshowTest, LoadsThePicturesOfTheCurrentAndTheNextSlide) {
+    for (const int number : {0, 1, 2, 3}) {
+        Add(number);
+    }
+    EXPECT_THAT(pictures.Asked(), SizeIs(2));
+    pictures.Succeed(1);
+    pictures.Succeed(2);
+    EXPECT_EQ(pictures.OutstandingCount(), 0);
+
+    slideshow.setCurrentIndex(1);
+    ASSERT_THAT(pictures.Asked(), SizeIs(3));
+    EXPECT_EQ(pictures.Asked()[2].url, Url(2).toStdString());
+    pictures.Succeed(3);
+
+    slideshow.setCurrentIndex(3);
+    ASSERT_THAT(pictures.Asked(), SizeIs(4));
+    EXPECT_EQ(pictures.Asked()[3].url, Url(3).toStdString());
+    pictures.Succeed(4);
+    EXPECT_THAT(loads, SizeIs(4));
+}
+
+TEST_F(SlideshowTest, KeepsTenPicturesAndReportsEachOnce) {
+    for (int number = 0; number < 12; ++number) {
+        Add(number);
+    }
+    pictures.Succeed(1);
+    pictures.Succeed(2);
+    for (int index = 1; index < 11; ++index) {
+        slideshow.setCurrentIndex(index);
+        pictures.Succeed(pictures.LastLoad(), Qt::green);
+    }
+    EXPECT_THAT(loads, SizeIs(12));
+    EXPECT_EQ(slideshow.findChildren<ZRWebImageWidget*>().size(), 10);
+
+    slideshow.setCurrentIndex(0);
+    EXPECT_THAT(pictures.Asked(), SizeIs(14));
+    pictures.Succeed(13, Qt::red);
+    pictures.Fail(14);
+
+    Show();
+    EXPECT_EQ(Look(&slideshow).pixelColor(0, 0), QColor(Qt::red));
+    EXPECT_THAT(loads, SizeIs(12));
+    EXPECT_EQ(slideshow.findChildren<ZRWebImageWidget*>().size(), 10);
+    EXPECT_EQ(pictures.OutstandingCount(), 1) << "a second attempt";
+    pictures.Succeed(15);
+    EXPECT_THAT(loads, SizeIs(12));
+}
+
+TEST_F(SlideshowTest, AddingASlideCostsTheSameWhateverIsThere) {
+    constexpr int kSlides = 30'000;
+    Add(0);
+    Add(1);
+    pictures.Succeed(1);
+    pictures.Succeed(2);
+    const CCost cost;
+    for (int number = 2; number < kSlides; ++number) {
+        Add(number);
+    }
+    cost.CheckTime(std::chrono::seconds(1));
+    cost.CheckMemory(30 << 20);
+    EXPECT_EQ(slideshow.count(), kSlides);
     EXPECT_THAT(pictures.Asked(), SizeIs(2));
 }
 
@@ -119,8 +188,8 @@ TEST_F(SlideshowTest, ASingleSlideStaysAndASecondBeginsTheTime) {
     pictures.Forget();
     time.Advance(std::chrono::seconds(3));
     Add(2);
-    pictures.Forget();
     time.Advance(std::chrono::seconds(2));
+    pictures.Forget();
 
     EXPECT_THAT(changes, ElementsAre(Change(0, -1), Change(1, 0)));
 }

@@ -5,6 +5,8 @@
 #include <chrono>
 #include <limits>
 
+#include "core/MainThreadPoster.h"
+
 using namespace ::testing;
 
 namespace {
@@ -41,6 +43,51 @@ TEST(TimeAndRandomTest, TimeIgnoresValuesOutOfRange) {
     clock.SetServerTimeMs(std::numeric_limits<int64_t>::max());
 
     EXPECT_THAT(clock.ServerTimeMs(), AllOf(Ge(1'000'000), Lt(2'000'000)));
+}
+
+class SetClockTest : public Test {
+protected:
+    int64_t local = 1'700'000'000'000;
+    int64_t steady = 5'000;
+    CTimeAndRandom clock{{[this] { return local; }, [this] { return steady; }}};
+};
+
+TEST_F(SetClockTest, TimeFollowsTheSteadyClockWhenTheUserSetsTheLocalOne) {
+    constexpr int64_t hour = 3'600'000;
+    clock.SetServerTimeMs(1'600'000'000'000);
+
+    steady += 10;
+    local -= hour;
+    EXPECT_EQ(clock.ServerTimeMs(), 1'600'000'000'010);
+
+    steady += 10;
+    local += 40 * 24 * hour;
+    EXPECT_EQ(clock.ServerTimeMs(), 1'600'000'000'020);
+}
+
+TEST_F(SetClockTest, TimeIsTheServersLatest) {
+    clock.SetServerTimeMs(1'600'000'000'000);
+    steady += 10;
+    clock.SetServerTimeMs(1'500'000'000'000);
+    steady += 10;
+
+    EXPECT_EQ(clock.ServerTimeMs(), 1'500'000'000'010);
+}
+
+TEST_F(SetClockTest, TimeIsTheLocalClockWhileTheServerHasSetNone) {
+    local -= 1'000;
+    clock.SetServerTimeMs(0);
+
+    EXPECT_EQ(clock.ServerTimeMs(), 1'699'999'999'000);
+}
+
+TEST(TimeAndRandomTest, MillisSinceBootIncludeSuspends) {
+    const auto before = CTimeAndRandom::MillisSinceBoot();
+    const auto suspended = CTimeAndRandom::SuspendedMillis();
+    const auto steady = CMainThreadPoster::SteadyMillis();
+
+    EXPECT_GE(suspended, -1);
+    EXPECT_THAT(steady + suspended - before, AllOf(Ge(-1), Lt(5'000)));
 }
 
 TEST(TimeAndRandomTest, NumbersUseAllTheirBits) {

@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QTemporaryDir>
+#include <QTextCodec>
 #include <thread>
 
 using namespace ::testing;
@@ -45,6 +46,18 @@ TEST_F(FileLogTest, ALineNamesTimeSeverityModulePlaceAndText) {
                             MatchesRegex(stamp + "critical [0-9]+ \\[ZRGrowth\\] Some/Source:12 Function c\n")));
 }
 
+TEST_F(FileLogTest, FileHasTheNameThatTheToolkitGivesItInAnyLocale) {
+    QTextCodec* before = QTextCodec::codecForLocale();
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1"));
+    const QString path = folder.filePath(QStringLiteral("\u00E4.log"));
+
+    CFileLog(path).Write(Record(kZRLogInfo, QStringLiteral("a")));
+
+    EXPECT_TRUE(QFile::exists(path));
+    EXPECT_GT(QFile(path).size(), 0);
+    QTextCodec::setCodecForLocale(before);
+}
+
 TEST_F(FileLogTest, OneWriteIsOneLineWhateverItsBytes) {
     CFileLog log(Path());
 
@@ -72,6 +85,50 @@ TEST_F(FileLogTest, WhoeverListensGetsTheLineAsItWasWritten) {
     EXPECT_EQ(entries[0].record.text, QStringLiteral("a\nb"));
     EXPECT_EQ(entries[0].record.type, kZRLogError);
     EXPECT_TRUE(entries[0].time.isValid());
+}
+
+TEST_F(FileLogTest, LongTextIsCutInFileAndView) {
+    CFileLog log(Path());
+    log.Write(Record(kZRLogInfo, QString(16'384, QLatin1Char('x'))));
+    log.Write(Record(kZRLogInfo, QString(16'385, QLatin1Char('x'))));
+    log.Write(Record(kZRLogInfo, QString(8 << 20, QLatin1Char('x'))));
+
+    const auto lines = Lines();
+    ASSERT_THAT(lines, SizeIs(3));
+    EXPECT_THAT(lines[0], EndsWith(" " + std::string(16'384, 'x') + "\n"));
+    EXPECT_THAT(lines[1], HasSubstr("xxx... ("));
+    EXPECT_LT(lines[2].size(), 16'384u + 100);
+    const QString shown = log.Kept().back().record.text;
+    EXPECT_THAT(lines[2], EndsWith(" " + shown.toStdString() + "\n"));
+    const int kept = shown.indexOf(QLatin1Char('.'));
+    EXPECT_EQ(shown.mid(kept), QStringLiteral("... (%1 bytes left out)").arg((8 << 20) - kept));
+    EXPECT_GT(kept, 16'000);
+}
+
+// A control character takes four bytes in the file, and a character of the second plane two units of a string.
+TEST_F(FileLogTest, LimitCountsTheBytesOfTheLine) {
+    CFileLog log(Path());
+    log.Write(Record(kZRLogInfo, QString(10'000, QChar(1))));
+    log.Write(
+        Record(kZRLogInfo, QStringLiteral("a") + QString::fromUtf8(QByteArray("\xF0\x9F\x98\x80").repeated(9'000))));
+
+    for (const std::string& line : Lines()) {
+        EXPECT_LT(line.size(), 16'384u + 100);
+        EXPECT_GT(line.size(), 16'000u);
+        EXPECT_THAT(line, EndsWith(" bytes left out)\n"));
+        EXPECT_THAT(line, Not(HasSubstr("\xEF\xBF\xBD")));
+        EXPECT_THAT(line, Not(HasSubstr("?")));
+    }
+}
+
+TEST_F(FileLogTest, HistorySurvivesLargeTexts) {
+    CFileLog log(Path());
+    log.Write(Record(kZRLogInfo, QStringLiteral("the first")));
+    for (int i = 0; i < 20; ++i) {
+        log.Write(Record(kZRLogError, QString(8 << 20, QLatin1Char('x'))));
+    }
+
+    EXPECT_THAT(Lines(), AllOf(SizeIs(21), Contains(HasSubstr("the first"))));
 }
 
 TEST_F(FileLogTest, AnAssertionIsALineOfItsOwn) {

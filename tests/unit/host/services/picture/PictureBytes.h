@@ -81,14 +81,28 @@ inline std::string PngOfSize(uint32_t width, uint32_t height) {
            PngChunk("IEND");
 }
 
-inline std::string Svg(const std::string& content, const std::string& attributes = "") {
-    return "<svg xmlns=\"http://www.w3.org/2000/svg\" xmlns:xlink=\"http://www.w3.org/1999/xlink\" viewBox=\"0 0 40 "
-           "20\" " +
-           attributes + ">" + content + "</svg>";
+/// The PNG with `chunks` behind its header.
+inline std::string WithChunks(const std::string& png, const std::string& chunks) {
+    constexpr size_t kHeaderEnd = 8 + 12 + 13;
+    return png.substr(0, kHeaderEnd) + chunks + png.substr(kHeaderEnd);
 }
 
-inline std::string GoodSvg() {
-    return Svg("<rect width=\"40\" height=\"20\" fill=\"#ff0000\"/>");
+/// A chunk with a text of `bytes` bytes, which takes a thousandth of it.
+inline std::string PackedText(int bytes) {
+    const QByteArray packed = qCompress(QByteArray(bytes, 'x')).mid(4);  // without the size that qCompress adds
+    return PngChunk(std::string("zTXtNote\0\0", 10) + packed.toStdString());
+}
+
+/// The JPEG with an orientation, from 1 to 8, as cameras write it.
+inline std::string Oriented(const std::string& jpeg, int orientation) {
+    const std::string exif = std::string("Exif\0\0MM\0*\0\0\0\x08\0\x01\x01\x12\0\x03\0\0\0\x01\0", 25) +
+                             char(orientation) + std::string(6, '\0');
+    const size_t length = exif.size() + 2;
+    return jpeg.substr(0, 2) + "\xFF\xE1" + char(length >> 8) + char(length & 0xFF) + exif + jpeg.substr(2);
+}
+
+inline std::string Svg() {
+    return R"(<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 40 20"><rect width="40" height="20"/></svg>)";
 }
 
 }  // namespace picture_bytes

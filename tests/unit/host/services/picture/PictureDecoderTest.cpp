@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QImageReader>
 #include <QPainter>
 
 #include "PictureBytes.h"
@@ -30,7 +31,7 @@ QImage Stripes(const QSize& size) {
 }
 
 TEST(PictureDecoderTest, GivesEveryFormatInTheSizeThatIsWanted) {
-    for (const std::string& bytes : {Png(), Jpeg(), GoodSvg(), Gif(1)}) {
+    for (const std::string& bytes : {Png(), Jpeg(), Gif(1)}) {
         const auto picture = Decode(bytes, QSize(30, 15));
         ASSERT_TRUE(picture) << bytes.substr(0, 6);
         ASSERT_THAT(picture->frames, SizeIs(1));
@@ -65,7 +66,6 @@ TEST(PictureDecoderTest, KeepsWhatIsTransparent) {
     const auto picture = Decode(Encoded(image, "png"), QSize(5, 5));
 
     EXPECT_EQ(picture->frames[0].image.pixelColor(2, 2).alpha(), 0);
-    EXPECT_EQ(Decode(Svg(""), QSize(5, 5))->frames[0].image.pixelColor(2, 2).alpha(), 0);
 }
 
 TEST(PictureDecoderTest, APictureThatMovesHasItsFramesAndTheirTimes) {
@@ -88,8 +88,8 @@ TEST(PictureDecoderTest, AsManyFramesAsAreAllowedMoveInABannerOnASharpScreen) {
 }
 
 TEST(PictureDecoderTest, StandsStillWhereAllFramesWouldTakeTooMuch) {
-    EXPECT_THAT(Decode(Gif(300), QSize(1325, 220))->frames, SizeIs(1));
-    std::string wide = GifHead(QSize(6000, 6000));
+    EXPECT_THAT(Decode(Gif(300), QSize(1400, 220))->frames, SizeIs(1));
+    std::string wide = GifHead(QSize(4000, 4000));
     for (int i = 0; i < 20; ++i) {
         wide += GifFrame(0, 10);
     }
@@ -101,7 +101,30 @@ TEST(PictureDecoderTest, WhatDoesNotHoldWhatItPromisesIsNoPicture) {
     std::string garbled = Png(QSize(200, 200));
     garbled.replace(garbled.size() / 2, 20, 20, 'x');
     EXPECT_EQ(Decode(garbled, QSize(5, 5)), nullptr);
-    EXPECT_EQ(Decode("<svg/>", QSize(5, 5)), nullptr);
+}
+
+TEST(PictureDecoderTest, JpegHasTheOrientationThatItNames) {
+    QImage quarters(80, 40, QImage::Format_RGB32);
+    quarters.fill(Qt::red);
+    QPainter painter(&quarters);
+    painter.fillRect(40, 0, 40, 20, Qt::green);
+    painter.fillRect(0, 20, 40, 20, Qt::blue);
+    painter.end();
+    for (int orientation = 1; orientation <= 8; ++orientation) {
+        const std::string jpeg = Oriented(Encoded(quarters, "jpeg"), orientation);
+        QByteArray bytes = QByteArray::fromStdString(jpeg);
+        QBuffer buffer(&bytes);
+        QImageReader reader(&buffer);
+        reader.setAutoTransform(true);
+        const QImage expected = reader.read();
+        ASSERT_EQ(expected.width() < expected.height(), orientation > 4);
+
+        const auto picture = Decode(jpeg, expected.size());
+        ASSERT_TRUE(picture);
+        EXPECT_EQ(picture->frames[0].image.convertToFormat(QImage::Format_RGB32),
+                  expected.convertToFormat(QImage::Format_RGB32))
+            << orientation;
+    }
 }
 
 TEST(PictureDecoderTest, ACancelledOneIsNoPicture) {

@@ -1,4 +1,5 @@
 #include "report/Outbox.h"
+#include "store/StoreSchema.h"
 
 #include <QDir>
 #include <thread>
@@ -258,6 +259,7 @@ TEST_F(OutboxTest, FileOfANewerVersionIsNotWritten) {
         Fill(outbox, 1, 1);
     }
     Sql("PRAGMA user_version=2");
+    Sql("PRAGMA application_id=" + std::to_string(store_schema::MarkOf(2)));
     COutbox outbox(Path());
 
     EXPECT_FALSE(outbox.Add(IdOf(2), JsonOf(2)));

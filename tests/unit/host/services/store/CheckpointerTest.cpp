@@ -16,6 +16,7 @@ protected:
         options.afterBytes = afterBytes;
         options.maxBytes = 1 << 30;
         options.pause = std::chrono::milliseconds(0);
+        options.quiet = std::chrono::hours(1);
         options.restartBytes = restartBytes;
         options.fnTaken = [this](const StoreCheckpoint& checkpoint) {
             const std::lock_guard<std::mutex> lock(m_mutex);
@@ -191,6 +192,29 @@ TEST_F(CheckpointerTest, LogWithinItsLimitIsNotRestarted) {
     ASSERT_TRUE(WaitUntil([](const auto& taken) { return !taken.empty(); }));
     const std::lock_guard<std::mutex> lock(m_mutex);
     EXPECT_FALSE(Restarted(m_taken));
+}
+
+TEST_F(CheckpointerTest, CheckpointRunsSoonAfterTheStartAndInQuietMoments) {
+    // given a client that saved little and was killed
+    const QString killed = folder.filePath(QStringLiteral("killed.sqlite"));
+    {
+        CSqliteStore file(Path());
+        ASSERT_TRUE(file.SaveString(kApp, "key", "value"));
+        for (const char* ending : {"", "-wal"}) {
+            ASSERT_TRUE(QFile::copy(Path() + QLatin1String(ending), killed + QLatin1String(ending)));
+        }
+    }
+    ASSERT_FALSE(Bytes(killed).contains("value"));
+    CheckpointOptions options = Options(1 << 30, 1 << 30);
+    options.quiet = std::chrono::milliseconds(20);
+
+    CSqliteStore file(killed, options);
+
+    ASSERT_TRUE(WaitUntil([](const auto& taken) { return taken.size() == 1; }));
+    EXPECT_TRUE(Bytes(killed).contains("value"));
+    ASSERT_TRUE(file.SaveString(kApp, "key", "another"));
+    ASSERT_TRUE(WaitUntil([](const auto& taken) { return taken.size() == 2; }));
+    EXPECT_TRUE(Bytes(killed).contains("another"));
 }
 
 TEST_F(CheckpointerTest, CleanEndLeavesNoLog) {

@@ -211,6 +211,143 @@ TEST_F(StoreDamageTest, TruncatedLogLosesItsLastSaveOnly) {
     EXPECT_EQ(file.Trouble(), EnStoreTrouble::kNone);
 }
 
+/// The files of a client that was killed after its saves.
+class KilledStoreTest : public StoreDamageTest {
+protected:
+    static constexpr int kSaves = 8;
+    static constexpr qint64 kFrameBytes = 24 + 4096;
+
+    void SetUp() override { SaveAndKill(); }
+
+    void SaveAndKill() {
+        for (const QString& path : {Path(), Copy(), Log(), Copy() + QStringLiteral("-shm")}) {
+            QFile::remove(path);
+        }
+        CSqliteStore file(Path());
+        for (int n = 0; n < kSaves; ++n) {
+            ASSERT_TRUE(file.SaveString(kApp, Key(n), "value"));
+        }
+        ASSERT_TRUE(QFile::copy(Path(), Copy()) && QFile::copy(Path() + QStringLiteral("-wal"), Log()));
+    }
+
+    QString Copy() const { return folder.filePath(QStringLiteral("killed.sqlite")); }
+    QString Log() const { return Copy() + QStringLiteral("-wal"); }
+    QStringList KeptLogs() const {
+        return QDir(folder.path()).entryList({QStringLiteral("killed.sqlite-wal.corrupt-*")}, QDir::Files);
+    }
+    static int KeysOf(CSqliteStore& file) {
+        int keys = 0;
+        for (int n = 0; n < kSaves; ++n) {
+            keys += Read(file, Key(n)) == "value" ? 1 : 0;
+        }
+        return keys;
+    }
+};
+
+TEST_F(KilledStoreTest, WholeLogIsRecoveredAndNotKept) {
+    CSqliteStore file(Copy());
+
+    EXPECT_EQ(KeysOf(file), kSaves);
+    EXPECT_THAT(KeptLogs(), IsEmpty());
+    EXPECT_THAT(log.Lines(), IsEmpty());
+}
+
+TEST_F(KilledStoreTest, DamagedLogIsKeptAndLogged) {
+    const qint64 size = QFile(Log()).size();
+    // A damage in the head, in a page, in a frame's own head, and in the last page.
+    for (const qint64 at : {qint64(0), 32 + kFrameBytes + 1000, 32 + 2 * kFrameBytes, size - 2000}) {
+        SCOPED_TRACE(at);
+        log.Forget();
+        const int kept = KeptLogs().size();
+        ASSERT_NO_FATAL_FAILURE(SaveAndKill());
+        Overwrite(Log(), at, 100);
+        const QByteArray damaged = Bytes(Log());
+
+        CSqliteStore file(Copy());
+
+        EXPECT_LT(KeysOf(file), kSaves);
+        ASSERT_EQ(KeptLogs().size(), std::min(kept + 1, 3));
+        EXPECT_EQ(Bytes(folder.filePath(KeptLogs().back())), damaged);
+        EXPECT_THAT(log.Lines(),
+                    Contains(Error(AllOf(HasSubstr("The log of the store "), HasSubstr("killed.sqlite is damaged: "),
+                                         HasSubstr(KeptLogs().back().toStdString())))));
+        EXPECT_EQ(file.Trouble(), EnStoreTrouble::kNone);
+    }
+}
+
+TEST_F(KilledStoreTest, UnfinishedWriteIsNoDamage) {
+    // A kill inside a write leaves pages without an end of their transaction, or half a page.
+    const qint64 size = QFile(Log()).size();
+    for (const qint64 less : {qint64(1), kFrameBytes - 1, kFrameBytes, kFrameBytes + 1}) {
+        EXPECT_TRUE(QFile::resize(Log(), size - less));
+        EXPECT_EQ(store_files::LostPages(Copy()), 0) << less;
+    }
+    EXPECT_TRUE(QFile::resize(Log(), 32));
+    EXPECT_EQ(store_files::LostPages(Copy()), 0);
+    EXPECT_TRUE(QFile::remove(Log()));
+    EXPECT_EQ(store_files::LostPages(Copy()), 0);
+}
+
+TEST_F(KilledStoreTest, RestOfALogBeforeItsRestartIsNoDamage) {
+    CSqliteConnection connection;
+    ASSERT_TRUE(connection.Open(Copy(), EnSqliteAccess::kReadWrite) &&
+                connection.Integer("PRAGMA wal_checkpoint(RESTART)").has_value() &&
+                connection.Run("UPDATE config SET value = 'new' WHERE key = 'key0'"));
+
+    EXPECT_EQ(store_files::LostPages(Copy()), 0);
+}
+
+struct OtherFile {
+    const char* name;
+    const char* sql;
+};
+
+class OtherSchemaTest : public StoreDamageTest, public WithParamInterface<OtherFile> {};
+
+TEST_P(OtherSchemaTest, IsMovedAsideUnchanged) {
+    {
+        CSqliteStore file(Path());
+        ASSERT_TRUE(file.SaveString(kApp, "key", "value"));
+    }
+    {
+        SQLite::Database other(Path().toStdString(), SQLite::OPEN_READWRITE);
+        other.exec(GetParam().sql);
+    }
+
+    CSqliteStore file(Path());
+
+    ExpectOneQuarantinedFileThatIsLogged();
+    ExpectWorkingStore(file);
+    EXPECT_EQ(Read(file, "key"), "absent");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Files, OtherSchemaTest,
+    Values(OtherFile{"OtherColumn", "ALTER TABLE config RENAME COLUMN value TO content"},
+           OtherFile{"MoreColumns", "ALTER TABLE config ADD COLUMN more"},
+           OtherFile{"NoKey", "DROP TABLE config; CREATE TABLE config (owner, key, value)"},
+           OtherFile{"View", "DROP TABLE config; CREATE VIEW config AS SELECT 1 AS owner, 2 AS key, 3 AS value"},
+           OtherFile{"FlippedVersion", "PRAGMA user_version=3"},
+           OtherFile{"FlippedHighBit", "PRAGMA user_version=1073741825"},
+           OtherFile{"NegativeVersion", "PRAGMA user_version=-2147483647"},
+           OtherFile{"FlippedMark", "PRAGMA application_id=1515323397"}),
+    [](const auto& row) { return row.param.name; });
+
+TEST_F(StoreDamageTest, LastThreeDamagedCopiesAreKept) {
+    for (int day = 1; day <= 5; ++day) {
+        for (const char* ending : {"", "-wal", "-shm"}) {
+            QFile file(Path() + QLatin1String(ending));
+            ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("x") > 0);
+        }
+        store_files::Quarantine(Path(), QDateTime(QDate(2026, 3, day), QTime(5, 6, 7), Qt::UTC));
+    }
+
+    EXPECT_THAT(Quarantined(), ElementsAre(QStringLiteral("client.sqlite.corrupt-20260303T050607"),
+                                           QStringLiteral("client.sqlite.corrupt-20260304T050607"),
+                                           QStringLiteral("client.sqlite.corrupt-20260305T050607")));
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 9);
+}
+
 TEST_F(StoreDamageTest, TwoQuarantinesInOneSecondGetDifferentNames) {
     const QDateTime now(QDate(2026, 3, 4), QTime(5, 6, 7), Qt::UTC);
     for (const char* text : {"first", "second"}) {

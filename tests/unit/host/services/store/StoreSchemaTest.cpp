@@ -89,6 +89,7 @@ TEST_F(StoreSchemaTest, FileOfANewerVersionIsReadAndNeverWritten) {
         ASSERT_TRUE(file.SaveString(kApp, "key", "value"));
     }
     Sql("PRAGMA user_version=" + std::to_string(store_schema::Latest() + 1));
+    Sql("PRAGMA application_id=" + std::to_string(store_schema::MarkOf(store_schema::Latest() + 1)));
     const QByteArray before = Bytes(Path());
 
     // when

@@ -51,6 +51,39 @@ TEST_F(RecordersTest, ACommandIsRecordedWithItsReply) {
     EXPECT_GE(traces[1].durationMs, 0);
 }
 
+TEST_F(RecordersTest, BodiesAndTextsAreKeptUpTo64Kibibytes) {
+    EXPECT_EQ(kTracedBytes, 64u << 10);
+    const std::string large(kTracedBytes + 1, 'x');
+    const auto ignore = [](unsigned long, CSProtoError, const CSProtoData&, const CSResponseExt*) {};
+    channelRecorder.BindCallback(7, ignore, &context);
+    const unsigned long session = channelRecorder.SendCommand({1, large}, ignore, &context);
+    channel.ReplyWith(session, kCSProtoOk, {1, large});
+    channel.Push(7, large);
+    storeRecorder.SaveString(std::nullopt, "key", large);
+    std::string value;
+    storeRecorder.ReadString(std::nullopt, "key", value);
+    CReportsRecorder reportsRecorder(reports, traceLog);
+    ReportEvent event;
+    event.name = "a";
+    event.params["text"] = large;
+    reportsRecorder.Report(event);
+    store.Forget();
+    channel.Forget();
+    reports.Forget();
+
+    const auto commands = All<CommandTrace>();
+    ASSERT_THAT(commands, SizeIs(3));
+    for (const CommandTrace& trace : commands) {
+        EXPECT_EQ(trace.body.size(), kTracedBytes);
+        EXPECT_EQ(trace.bodyBytes, large.size());
+    }
+    EXPECT_EQ(value, large);
+    ASSERT_THAT(All<StoreTrace>(), SizeIs(2));
+    EXPECT_EQ(All<StoreTrace>()[0].value.size(), kTracedBytes);
+    EXPECT_EQ(All<StoreTrace>()[1].value.size(), kTracedBytes);
+    EXPECT_EQ(All<ReportTrace>().at(0).params.size(), kTracedBytes);
+}
+
 TEST_F(RecordersTest, AFailureIsRecordedWithItsError) {
     const unsigned long session = channelRecorder.SendCommand(
         {1, ""}, [](unsigned long, CSProtoError, const CSProtoData&, const CSResponseExt*) {}, &context);

@@ -1,0 +1,239 @@
+#include "workbench/server/ScenarioEditor.h"
+
+#include <QComboBox>
+#include <QFile>
+#include <QLabel>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+#include "FakeControlClient.h"
+#include "support/Click.h"
+#include "support/ScriptedHostTest.h"
+
+using namespace ::testing;
+
+namespace {
+
+const QByteArray kScenario = R"({"schema":1,"users":[{"id":7,"name":"日本"}]})";
+const char* kShown = R"({
+    "schema" : 1,
+    "users" : 
+    [
+        {
+            "id" : 7,
+            "name" : "日本"
+        }
+    ]
+})";
+
+class ScenarioEditorTest : public ScriptedHostTest {
+protected:
+    ScenarioEditorTest() {
+        editor.resize(900, 600);
+        editor.show();
+        time.Settle();
+    }
+
+    void Press(const char* button) { Click(editor.findChild<QPushButton*>(QString::fromLatin1(button))); }
+    QPlainTextEdit* Text() { return editor.findChild<QPlainTextEdit*>(QStringLiteral("ScenarioText")); }
+    QListWidget* Errors() { return editor.findChild<QListWidget*>(QStringLiteral("ScenarioErrors")); }
+    QComboBox* Source() { return editor.findChild<QComboBox*>(QStringLiteral("ScenarioSource")); }
+    std::string Outcome() { return editor.findChild<QLabel*>(QStringLiteral("ScenarioOutcome"))->text().toStdString(); }
+
+    void Open(const QString& source) {
+        Source()->setEditText(source);
+        Press("ScenarioOpen");
+    }
+    void Edit(const char* text) {
+        Text()->setPlainText(QString::fromUtf8(text));
+        Text()->document()->setModified(true);
+    }
+    QString PathOf(const char* name) { return folder.filePath(QString::fromLatin1(name)); }
+    QString Write(const char* name, const QByteArray& text) {
+        QFile file(PathOf(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+        return file.fileName();
+    }
+    QByteArray Read(const char* name) {
+        QFile file(PathOf(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("none");
+    }
+    /// Presses the button of the question about unsaved edits.
+    void Choose(QMessageBox::StandardButton answer) {
+        time.Settle();
+        auto* question = editor.findChild<QMessageBox*>(QStringLiteral("ScenarioQuestion"));
+        ASSERT_NE(question, nullptr);
+        Click(question->button(answer));
+        time.Settle();
+    }
+
+    QTemporaryDir folder;
+    CFakeControlClient server;
+    CScenarioEditor editor{server};
+};
+
+}  // namespace
+
+TEST_F(ScenarioEditorTest, ShowsWhatTheServerRunsInItsOwnLetters) {
+    EXPECT_EQ(server.Last(), "GET /v1/scenario ");
+    server.Answer(kScenario);
+
+    EXPECT_EQ(Text()->toPlainText().toStdString(), kShown);
+    EXPECT_FALSE(editor.IsEdited());
+    EXPECT_EQ(editor.Name(), QStringLiteral("Running on the server"));
+}
+
+TEST_F(ScenarioEditorTest, OpensTheBuiltInScenarioAndFilesOfAFolder) {
+    server.Answer(kScenario);
+    Open(QStringLiteral("Built in"));
+    EXPECT_EQ(server.Last(), "GET /v1/scenario/builtIn ");
+    server.Answer(R"({"schema":1})");
+    EXPECT_EQ(editor.Name(), QStringLiteral("Built in"));
+
+    Write("b.json", "{}");
+    Write("note.txt", "");
+    Open(Write("a.json", "{ \"schema\":1 }"));
+
+    EXPECT_EQ(Text()->toPlainText(), QStringLiteral("{ \"schema\":1 }"));
+    EXPECT_EQ(Source()->findText(PathOf("b.json")), 3);
+    EXPECT_EQ(Source()->findText(PathOf("note.txt")), -1);
+}
+
+TEST_F(ScenarioEditorTest, FileThatCannotBeReadLeavesTheText) {
+    server.Answer(kScenario);
+
+    Open(PathOf("none.json"));
+
+    EXPECT_THAT(Outcome(), StartsWith("Can't be read: "));
+    EXPECT_EQ(Text()->toPlainText().toStdString(), kShown);
+}
+
+TEST_F(ScenarioEditorTest, SavesTheTextAndSaysPlainlyIfItCannot) {
+    server.Answer(kScenario);
+    Press("ScenarioSave");
+    EXPECT_EQ(Outcome(), "Type or choose the name of a file");
+    Edit("{ }");
+
+    Source()->setEditText(PathOf("missing/a.json"));
+    Press("ScenarioSave");
+    EXPECT_THAT(Outcome(), StartsWith("Can't be written: "));
+    EXPECT_TRUE(editor.IsEdited());
+    Source()->setEditText(PathOf("a.json"));
+    Press("ScenarioSave");
+
+    EXPECT_EQ(Read("a.json"), "{ }");
+    EXPECT_FALSE(editor.IsEdited());
+    EXPECT_EQ(Outcome(), "Saved: " + PathOf("a.json").toStdString());
+}
+
+TEST_F(ScenarioEditorTest, AppliesTheTextAsItIsAndRefreshesTheServersState) {
+    server.Answer(kScenario);
+    QSignalSpy applied(&editor, &CScenarioEditor::Applied);
+    Edit("{ \"schema\" : 1 }");
+
+    Press("ScenarioApply");
+    EXPECT_EQ(server.Last(), "PUT /v1/scenario { \"schema\" : 1 }");
+    EXPECT_EQ(server.refreshes, 0);
+    server.Answer("{}");
+
+    EXPECT_EQ(applied.count(), 1);
+    EXPECT_EQ(server.refreshes, 1);
+    EXPECT_FALSE(editor.IsEdited());
+}
+
+TEST_F(ScenarioEditorTest, AppliedTextOfAFileIsStillUnsaved) {
+    server.Answer(kScenario);
+    Open(Write("a.json", "{}"));
+    Edit("{ }");
+
+    Press("ScenarioApply");
+    server.Answer("{}");
+
+    EXPECT_TRUE(editor.IsEdited());
+}
+
+TEST_F(ScenarioEditorTest, ErrorsOfTheServerAreListedAndSelectTheirPlaces) {
+    server.Answer(kScenario);
+    Edit(R"({"users":[{"id":-1,"name":""}]})");
+    Press("ScenarioApply");
+
+    server.Refuse(R"({"error":"users[0].id: must be a whole number; users[0].name: must not be empty"})");
+
+    EXPECT_EQ(Outcome(), "The server refuses");
+    EXPECT_TRUE(Errors()->isVisible());
+    ASSERT_EQ(Errors()->count(), 2);
+    EXPECT_EQ(Text()->textCursor().selectedText(), QStringLiteral("-1"));
+    Errors()->setCurrentRow(1);
+    EXPECT_EQ(Text()->textCursor().selectedText(), QStringLiteral("\"\""));
+
+    Press("ScenarioApply");
+    server.Answer("{}");
+    EXPECT_FALSE(Errors()->isVisible());
+}
+
+TEST_F(ScenarioEditorTest, UnsavedEditsAreAskedAboutAndKeptOnCancel) {
+    server.Answer(kScenario);
+    Edit("{ }");
+    const size_t before = server.wishes.size();
+
+    Open(QStringLiteral("Built in"));
+    Choose(QMessageBox::Cancel);
+    EXPECT_EQ(server.wishes.size(), before);
+    EXPECT_EQ(Text()->toPlainText(), QStringLiteral("{ }"));
+
+    Open(QStringLiteral("Built in"));
+    Choose(QMessageBox::Discard);
+    EXPECT_EQ(server.Last(), "GET /v1/scenario/builtIn ");
+    server.Answer("{}");
+    EXPECT_EQ(Text()->toPlainText(), QStringLiteral("{}"));
+}
+
+TEST_F(ScenarioEditorTest, UnsavedEditsAreSavedToTheirFileOnSave) {
+    server.Answer(kScenario);
+    Open(Write("a.json", "{}"));
+    Edit("{ \"a\" : 1 }");
+
+    Open(QStringLiteral("Built in"));
+    Choose(QMessageBox::Save);
+
+    EXPECT_EQ(Read("a.json"), "{ \"a\" : 1 }");
+    EXPECT_EQ(server.Last(), "GET /v1/scenario/builtIn ");
+}
+
+TEST_F(ScenarioEditorTest, NothingIsOpenedIfSavingFails) {
+    server.Answer(kScenario);
+    Edit("{ }");
+    const size_t before = server.wishes.size();
+
+    Open(QStringLiteral("Built in"));
+    Choose(QMessageBox::Save);
+
+    EXPECT_EQ(server.wishes.size(), before);
+    EXPECT_EQ(Outcome(), "Type or choose the name of a file");
+    EXPECT_TRUE(editor.IsEdited());
+}
+
+TEST_F(ScenarioEditorTest, LateAnswerDoesNotOverwriteEdits) {
+    Edit("{ }");
+    server.Answer(kScenario);
+
+    EXPECT_EQ(Text()->toPlainText(), QStringLiteral("{ }"));
+}
+
+TEST_F(ScenarioEditorTest, NewServerIsReadAgainUnlessThereAreEditsOrAFile) {
+    server.Answer(kScenario);
+    size_t before = server.wishes.size();
+    editor.ForgetServer();
+    EXPECT_EQ(server.wishes.size(), before + 1);
+    server.Answer(kScenario);
+
+    Edit("{ }");
+    before = server.wishes.size();
+    editor.ForgetServer();
+    EXPECT_EQ(server.wishes.size(), before);
+}

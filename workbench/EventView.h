@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QComboBox>
+#include <QJsonObject>
+#include <QWidget>
+
+#include "workbench/EventModel.h"
+
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+class QPushButton;
+class QTableView;
+
+/// Shows events of one format live: filters above, rows below, and the selected row in full. The view scrolls with new
+/// rows while the last row is visible. Instead of the live rows it can show those of a file. Object names begin with
+/// the format's name.
+class CEventView : public QWidget {
+public:
+    explicit CEventView(std::unique_ptr<IEventFormat> format, QWidget* parent = nullptr);
+
+    CEventModel& Model() { return m_model; }
+    const CEventModel& Model() const { return m_model; }
+
+    /// Shows these rows until ShowLive.
+    void ShowFile(const std::vector<CEventModel::RowPtr>& rows);
+    void ShowLive();
+
+    /// The chosen filters, for the next start.
+    QJsonObject Filters() const;
+    void SetFilters(const QJsonObject& filters);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    template <class Widget>
+    Widget* New(const char* part, const QString& accessibleName = QString()) {
+        auto* widget = new Widget(this);
+        widget->setObjectName(m_strName + QString::fromLatin1(part));
+        widget->setAccessibleName(accessibleName);
+        return widget;
+    }
+    QLayout* NewFilters();
+    QLayout* NewControls();
+    void SetUpTable();
+    void Follow();
+    void Show(CEventModel& model);
+    void ShowCount();
+    void ShowSelected();
+    void FitColumns();
+
+    const QString m_strName;
+    const std::shared_ptr<IEventFormat> m_format;
+    CEventModel m_model;
+    CEventModel m_file;
+    CEventFilter m_filter;
+    QLineEdit* m_pText;
+    std::vector<QComboBox*> m_choices;
+    QLabel* m_pCount;
+    QPushButton* m_pPause;
+    QPushButton* m_pClear;
+    QTableView* m_pTable;
+    QLabel* m_pNothing;
+    QPlainTextEdit* m_pDetail;
+    bool m_bFollow = true;
+    bool m_bFitted = false;
+};

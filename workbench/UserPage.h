@@ -1,0 +1,99 @@
+#pragma once
+
+#include <QJsonObject>
+#include <QWidget>
+#include <functional>
+
+#include "ISessionControl.h"
+#include "framework/ILogSource.h"
+
+class CAIChatEntries;
+class CPremiumRights;
+class CWireDecoder;
+class QComboBox;
+class QFormLayout;
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+class QPushButton;
+
+/// Controls the session, and shows everything about the logged-in user in one place. `entries`, `rights` and `decoder`
+/// must outlive it.
+class CUserPage : public QWidget {
+    Q_OBJECT
+
+public:
+    CUserPage(CAIChatEntries& entries, CPremiumRights& rights, const CWireDecoder& decoder, QWidget* parent = nullptr);
+
+    /// `current` is 0 if no user is logged in. The selection is kept if possible.
+    void ShowUsers(const std::vector<ServerUser>& users, quint64 current);
+    void ShowLanguage(int languageId);
+    void ShowEdition(bool velora);
+    void ShowMarkets(const std::vector<int>& markets);
+    /// Each listed override is shown as being in force, for example "focus: never".
+    void SetOverrides(std::function<QStringList()> overrides);
+
+    /// Shows the state of an export, until ShowLive.
+    void ShowFile(const QJsonObject& state);
+    void ShowLive();
+
+    /// Notices refreshes of rights and VIP status.
+    void TakeLine(const LogEntry& entry);
+
+    /// The state of client and user, with fixed keys.
+    QJsonObject State() const;
+
+public Q_SLOTS:
+    /// Reads everything again.
+    void Refresh();
+
+Q_SIGNALS:
+    void LoginWanted(quint64 userId);
+    void LogoutWanted();
+    void LanguageWanted(int languageId);
+    void ThemeWanted(int number);
+    void EditionWanted(bool velora);
+    void MarketsWanted(const std::vector<int>& markets);
+
+private:
+    struct Fact;
+    static const std::vector<Fact>& Facts();
+
+    QString Text(const Fact& fact) const;
+    QLayout* NewControls();
+    QLayout* NewFacts();
+    QWidget* NewUserRow();
+    QWidget* NewMarketsRow();
+    void AskMarkets();
+    void ShowTheme();
+    void ShowOverride();
+    void Copy() const;
+    QString User() const;
+    QString Rights() const;
+    QString OldVip() const;
+    QString NewVip() const;
+    QString Overrides() const;
+
+    CAIChatEntries& m_entries;
+    CPremiumRights& m_rights;
+    const CWireDecoder& m_decoder;
+    std::vector<ServerUser> m_users;
+    std::function<QStringList()> m_fnOverrides;
+    std::map<QString, QLabel*> m_facts;  // by key
+    QJsonObject m_file;                  // of the shown export; empty: live
+    QString m_strCause;                  // of the next request
+    QString m_strRefresh;
+    quint64 m_nCurrent = 0;
+    bool m_bVelora = false;
+    bool m_bMarkets = false;  // overridden
+    QComboBox* m_pUser;
+    QPushButton* m_pLogin;
+    QPushButton* m_pLogout;
+    QComboBox* m_pLanguage;
+    QComboBox* m_pTheme;
+    QComboBox* m_pEdition;
+    QComboBox* m_pOverride;
+    QLineEdit* m_pMarkets;
+    QLabel* m_pMarketsNote;
+    QPlainTextEdit* m_pFile;  // the whole state of the shown export
+};

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <json/value.h>
+
+#include <QMap>
+#include <QString>
+#include <string>
+#include <vector>
+
+/// A field of a request form.
+struct RequestField {
+    enum class EnType { Number, Text, Flag, Numbers, Texts, Json };
+
+    EnType type;
+    /// A member of the body; dots lead into objects. A key in braces fills that place of the path. An empty key is the
+    /// whole body.
+    std::string key;
+    const char* label;
+    const char* value = "";  // initial text
+    const char* hint = "";
+    std::vector<std::string> choices = {};  // proposals: the value, two blanks and its meaning
+};
+
+/// A request to the server's control API, from which a form is built. A new request needs a row in RequestRows.cpp.
+struct RequestRow {
+    using Values = QMap<QString, QString>;  // texts by place of the path
+    using Find = Json::Value (*)(const Json::Value& source, const Values& places);
+
+    const char* name;  // of the form's object
+    const char* title;
+    const char* method;
+    const char* path;
+    std::vector<RequestField> fields;
+    const char* action = "Send";
+    std::string body = "{}";              // members that are always sent; empty sends no body
+    const char* done = "Done";            // shown on success, with the count in place of %1
+    const char* count = nullptr;          // member of the answer
+    Find current = nullptr;               // finds the value that the request replaces
+    const char* push = nullptr;           // body of the push that follows on success
+    const char* source = "/v1/scenario";  // is read for `current`
+};
+
+/// The tables of all requests.
+namespace requests {
+
+const std::vector<RequestRow>& Pushes();
+const std::vector<RequestRow>& Faults();
+/// The paths have the place {user}.
+const std::vector<RequestRow>& OfUser();
+const std::vector<RequestRow>& OfServer();
+const RequestRow& Clock();
+
+}  // namespace requests

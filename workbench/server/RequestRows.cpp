@@ -1,0 +1,223 @@
+#include "workbench/ControlClient.h"
+#include "workbench/WireCommands.h"
+#include "workbench/server/RequestRow.h"
+
+namespace {
+
+using EnType = RequestField::EnType;
+using Fields = std::vector<RequestField>;
+using Values = RequestRow::Values;
+using Choices = std::vector<std::string>;
+
+RequestField Number(const char* key, const char* label, const char* value = "", const Choices& choices = {}) {
+    return {EnType::Number, key, label, value, "", choices};
+}
+RequestField Text(const char* key, const char* label, const char* value = "", const Choices& choices = {}) {
+    return {EnType::Text, key, label, value, "", choices};
+}
+RequestField Flag(const char* key, const char* label, const char* value = "") {
+    return {EnType::Flag, key, label, value};
+}
+RequestField JsonText(const char* key, const char* label, const char* hint = "") {
+    return {EnType::Json, key, label, "", hint};
+}
+
+const Choices kAdTypes{"2  popup", "3  banner"};
+const Choices kActivations{"1  limited time", "2  frozen", "3  full", "4  empty", "5  not activated", "6  ready"};
+const Choices kSources{"1  premium rule", "2  VIP rule", "3  private customer"};
+const Choices kPaths{"/ad/search", "/ad/check", "/ad/expose", "/report/events", "/pictures/card-member.png"};
+/// Replies without a code, and with a code alone.
+const Choices kBodies{"ff00ff  cannot be decoded", "12076e6f20636f6465  without a code", "0805  code 5",
+                      "08ffffffffffffffffff01  code -1"};
+
+Choices ReplyCommands() {
+    Choices choices;
+    for (const wire::Command& command : wire::Commands()) {
+        if (command.reply) {
+            choices.push_back(std::to_string(command.number) + "  " + command.name);
+        }
+    }
+    return choices;
+}
+
+/// The item of the list that has these values.
+Json::Value ItemWith(const Json::Value& list, const std::vector<std::pair<const char*, QString>>& values) {
+    for (const Json::Value& item : json::Items(list)) {
+        bool isWanted = true;
+        for (const auto& [key, text] : values) {
+            isWanted = isWanted && json::Text(json::Member(item, key)) == text;
+        }
+        if (isWanted) {
+            return item;
+        }
+    }
+    return {};
+}
+
+Json::Value OfUser(const Json::Value& scenario, const Values& places, const char* key) {
+    return json::Member(ItemWith(json::Member(scenario, "users"), {{"id", places[QStringLiteral("user")]}}), key);
+}
+
+Json::Value Right(const Json::Value& scenario, const Values& places) {
+    return ItemWith(json::Member(OfUser(scenario, places, "premium"), "rights"),
+                    {{"access", places[QStringLiteral("access")]}});
+}
+
+Json::Value Slot(const Json::Value& scenario, const Values& places) {
+    return ItemWith(json::Member(scenario, "ads"), {{"adType", places[QStringLiteral("adType")]},
+                                                    {"adPosition", places[QStringLiteral("adPosition")]}});
+}
+
+Json::Value Config(const Json::Value& scenario, const Values& places) {
+    return json::Member(json::Member(scenario, "commonConfig"), places[QStringLiteral("name")].toStdString());
+}
+
+Json::Value Offset(const Json::Value& state, const Values& /*places*/) {
+    Json::Value clock;
+    clock["offsetMs"] = json::Member(state, "clockOffsetMs");
+    return clock;
+}
+
+constexpr const char* kPut = "PUT";
+constexpr const char* kSave = "Save to server";
+constexpr const char* kNextLogin = "Saved; it counts from the next login on";
+constexpr const char* kPushed = "Saved, and the user's clients were told";
+constexpr const char* kPushRight = R"({"user":{user},"premiumChange":{"delaySeconds":0,"access":[{access}]}})";
+constexpr const char* kPushRights = R"({"user":{user},"premiumChange":{"delaySeconds":0,"needAll":true}})";
+
+/// A push whose fields are in the member `push`.
+RequestRow Push(const char* name, const char* title, const std::string& push, Fields fields) {
+    for (RequestField& field : fields) {
+        field.key = push + "." + field.key;
+    }
+    fields.push_back({EnType::Number, "user", "To user", "", "Everybody who is logged in, if empty"});
+    return {name,  title, "POST", "/v1/push", fields, "Send", "{\"" + push + "\":{}}", "Sent to connections: %1",
+            "sent"};
+}
+
+RequestRow AdPush(const char* name, const char* title, const char* push, Fields ids = {}) {
+    Fields fields{Number("adType", "Type", "2", kAdTypes), Number("adPosition", "Position", "42"),
+                  Number("delay", "Delay, s", "0")};
+    fields.insert(fields.end(), ids.begin(), ids.end());
+    return Push(name, title, push, fields);
+}
+
+}  // namespace
+
+// A row of the tables has its own lines.
+// clang-format off
+
+const std::vector<RequestRow>& requests::Pushes() {
+    static const std::vector<RequestRow> rows{
+        Push("PushRights", "Change of rights, 20837", "premiumChange",
+             {Number("delaySeconds", "Delay, s", "5"), Flag("needAll", "All rights", "true"),
+              {EnType::Numbers, "access", "Rights", "", "Numbers of rights, as 1 5 1000"}}),
+        Push("PushVip", "Change of VIP status, 20832", "vipChange", {Number("windowSeconds", "Window, s", "5")}),
+        AdPush("PushAdChange", "Change of ads, 20145", "adChange", {{EnType::Texts, "offlineAdIds", "Taken offline"}}),
+        AdPush("PushAdCheck", "Ads to check, 20170", "adCheck", {{EnType::Texts, "adIds", "Ad ids"}}),
+        AdPush("PushAdNew", "New ads, 20171", "adNew"),
+        {"PushBytes", "Any command", "POST", "/v1/push",
+         {Number("command", "Command"), Text("bodyHex", "Body, hex", "\"\""), Number("user", "To user")},
+         "Send", "{}", "Sent to connections: %1", "sent"},
+    };
+    return rows;
+}
+
+const std::vector<RequestRow>& requests::Faults() {
+    static const RequestField times{EnType::Number, "times", "Times", "1", "For ever if empty"};
+    static const std::vector<RequestRow> rows{
+        {"ReplyFault", "Replies to a command", kPut, "/v1/faults/{command}",
+         {Number("{command}", "Command", "20982", ReplyCommands()), Number("error", "Error number", "7"),
+          Text("bodyHex", "Body, hex", "", kBodies), Number("replyCommand", "Wrong command"),
+          Text("frameHex", "Whole frame, hex"), Number("copies", "Copies"), Number("delayMs", "Delay, ms"),
+          Flag("silent", "No reply"), Flag("drop", "Connection is cut"), times},
+         "Set"},
+        {"ResponseFault", "Answers over HTTP", kPut, "/v1/httpFaults{path}",
+         {Text("{path}", "Path", "/ad/search", kPaths), Number("status", "Status", "500"), Number("code", "Code"),
+          Flag("noData", "No data"), Text("body", "Body"), Text("bodyHex", "Body, hex"), Text("redirect", "Redirect to"),
+          Number("hugeMiB", "Padded to MiB"), Number("cutBytes", "Cut after bytes"), Number("extraBytes", "Extra bytes"),
+          Number("delayMs", "Delay, ms"), Flag("silent", "No answer"), times},
+         "Set"},
+    };
+    return rows;
+}
+
+const std::vector<RequestRow>& requests::OfUser() {
+    static const RequestField code = JsonText("code", "Code", "A number, or null for an answer without a code");
+    static const RequestField message = Text("message", "Message");
+    static const std::vector<RequestRow> rows{
+        {"GrantRight", "Grant or change a right", kPut, "/v1/users/{user}/rights/{access}",
+         {Number("{access}", "Right"), Flag("hasPermission", "Held", "true"),
+          Number("activationType", "Activation", "3", kActivations), Number("daysLeft", "Days left"),
+          Number("activationSource", "Source", "", kSources), Flag("display", "With display"),
+          Flag("state", "With state")},
+         "Grant", "{}", kPushed, nullptr, Right, kPushRight},
+        {"TakeRight", "Take a right", "DELETE", "/v1/users/{user}/rights/{access}", {Number("{access}", "Right")},
+         "Take", "", kPushed, nullptr, nullptr, kPushRights},
+        {"UserPremium", "All rights", kPut, "/v1/users/{user}/premium",
+         {code, message, Flag("data", "With data"), JsonText("rights", "Rights")},
+         kSave, "{}", kPushed, nullptr,
+         [](const Json::Value& scenario, const Values& places) { return ::OfUser(scenario, places, "premium"); },
+         kPushRights},
+        {"UserVip", "VIP status", kPut, "/v1/users/{user}/vip",
+         {Number("basic.version", "System", "", {"0  older", "1  newer"}),
+          Number("basic.newState", "State, newer"), Number("basic.newSubState", "Kind, newer"),
+          Number("basic.autoRenewal", "Renewal"),
+          Number("basic.state", "State, older", "", {"0  no member", "1  member"}),
+          Number("basic.level", "Grade, older"), Flag("qualification", "Qualified"), JsonText("entry", "Entry"), code,
+          message},
+         kSave, "{}", kPushed, nullptr,
+         [](const Json::Value& scenario, const Values& places) { return ::OfUser(scenario, places, "vip"); },
+         R"({"user":{user},"vipChange":{}})"},
+        {"UserActivation", "Activation", kPut, "/v1/users/{user}/activation",
+         {code, message, Number("daysLeft", "Days left"), Number("error", "Error number"), Flag("silent", "No reply")},
+         kSave, "{}", "Saved; it counts for the next activation", nullptr,
+         [](const Json::Value& scenario, const Values& places) { return ::OfUser(scenario, places, "activation"); }},
+        {"UserTrade", "Trade module", kPut, "/v1/users/{user}/trade", {Flag("", "Answer")},
+         kSave, "null", kNextLogin, nullptr,
+         [](const Json::Value& scenario, const Values& places) { return ::OfUser(scenario, places, "trade"); }},
+        {"UserAIChat", "AI chat entries", kPut, "/v1/users/{user}/aiChat",
+         {JsonText("entries", "Entries", R"(As [{"scene":2,"allOpen":true}])"), Number("resultCode", "Result code"),
+          Text("resultMessage", "Message")},
+         kSave, "{}", kNextLogin, nullptr,
+         [](const Json::Value& scenario, const Values& places) { return ::OfUser(scenario, places, "aiChat"); }},
+    };
+    return rows;
+}
+
+const std::vector<RequestRow>& requests::OfServer() {
+    static const Fields slot{Number("{adType}", "Type", "2", kAdTypes), Number("{adPosition}", "Position", "42")};
+    static const std::vector<RequestRow> rows{
+        {"AdSlot", "Ad position and campaigns", kPut, "/v1/ads/{adType}/{adPosition}",
+         {slot[0], slot[1], JsonText("campaigns", "Campaigns"), Flag("enableClose", "Can be closed"),
+          Number("showDuration", "Duration, s"), Number("showInterval", "Interval, s"),
+          Number("showIntervalType", "Interval type"), JsonText("bannerPosition", "Banner")},
+         kSave, "{}", "Saved; it counts for ads that are asked for from now on", nullptr, Slot},
+        {"RemoveAdSlot", "Remove an ad position", "DELETE", "/v1/ads/{adType}/{adPosition}", slot, "Remove", ""},
+        {"Configuration", "Common configuration", kPut, "/v1/config/{name}",
+         {Text("{name}", "Name", "ai_chat"), JsonText("", "Value")},
+         kSave, "null", "Saved and sent to the clients", nullptr, Config},
+        {"DropConnections", "Connections", "POST", "/v1/drop",
+         {{EnType::Number, "user", "Of user", "", "All connections if empty"}},
+         "Drop", "{}", "Connections dropped: %1", "dropped"},
+    };
+    return rows;
+}
+
+// clang-format on
+
+const RequestRow& requests::Clock() {
+    static const RequestRow row{"Clock",
+                                "Server clock",
+                                kPut,
+                                "/v1/clock",
+                                {Number("offsetMs", "Offset, ms", "0")},
+                                "Set",
+                                "{}",
+                                "The clock is set",
+                                nullptr,
+                                Offset,
+                                nullptr,
+                                "/v1/state"};
+    return row;
+}
