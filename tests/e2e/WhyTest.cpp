@@ -127,52 +127,54 @@ const char* const kCommands = "/v1/faults";
 INSTANTIATE_TEST_SUITE_P(
     Popup, WhyCauseTest,
     Values(Cause{"Tab", [](WhyTest&) {}, "Popup 42", "Ad 701 is not for the current tab"},
-           Cause{"NoAd", [](WhyTest& t) { t.LogInAs(602); }, "Popup 42", "The server has no ad for this user here."},
-           Cause{"Code", [](WhyTest& t) { t.LogInWith(kAds, R"({"/ad/search":{"code":7}})"); }, "Popup 42",
+           Cause{"NoAd", [](WhyTest& why) { why.LogInAs(602); }, "Popup 42",
+                 "The server has no ad for this user here."},
+           Cause{"Code", [](WhyTest& why) { why.LogInWith(kAds, R"({"/ad/search":{"code":7}})"); }, "Popup 42",
                  "refused the request with code 7"},
-           Cause{"Exchange", [](WhyTest& t) { t.LogInWith(kAds, R"({"/ad/search":{"cutBytes":20}})"); }, "Popup 42",
+           Cause{"Exchange", [](WhyTest& why) { why.LogInWith(kAds, R"({"/ad/search":{"cutBytes":20}})"); }, "Popup 42",
                  "The exchange with the ad server failed"},
-           Cause{"NotJson", [](WhyTest& t) { t.LogInWith(kAds, R"({"/ad/search":{"body":"x"}})"); }, "Popup 42",
+           Cause{"NotJson", [](WhyTest& why) { why.LogInWith(kAds, R"({"/ad/search":{"body":"x"}})"); }, "Popup 42",
                  "The server's answer is not JSON."},
            Cause{"Early",
-                 [](WhyTest& t) {
-                     t.LogInWith(kAds, R"({"/ad/search":)" +
-                                           Body(R"(\"start_time\":3900000000,\"end_time\":4000000000,)"
-                                                R"(\"expire_time\":4000000000)") +
-                                           "}");
+                 [](WhyTest& why) {
+                     why.LogInWith(kAds, R"({"/ad/search":)" +
+                                             Body(R"(\"start_time\":3900000000,\"end_time\":4000000000,)"
+                                                  R"(\"expire_time\":4000000000)") +
+                                             "}");
                  },
                  "Popup 42", "No ad of the list is due: ad 9 starts 2093"},
            Cause{"Ended",
-                 [](WhyTest& t) {
-                     t.LogInWith(kAds, R"({"/ad/search":)" +
-                                           Body(R"(\"start_time\":1,\"end_time\":2,\"expire_time\":4000000000)") + "}");
+                 [](WhyTest& why) {
+                     why.LogInWith(kAds, R"({"/ad/search":)" +
+                                             Body(R"(\"start_time\":1,\"end_time\":2,\"expire_time\":4000000000)") +
+                                             "}");
                  },
                  "Popup 42", "No ad of the list is due: ad 9 ended 1970"},
-           Cause{"NoAreas", [](WhyTest& t) { t.LogInWith(kAds, R"({"/ad/search":)" + Body(kDue, "[]") + "}"); },
+           Cause{"NoAreas", [](WhyTest& why) { why.LogInWith(kAds, R"({"/ad/search":)" + Body(kDue, "[]") + "}"); },
                  "Popup 42", "Ad 9 names no area in which to show it."},
            Cause{"OtherPosition",
-                 [](WhyTest& t) { t.LogInWith(kAds, R"({"/ad/search":)" + Body(kDue, "[500]", 43) + "}"); }, "Popup 42",
-                 "The server answered with a list for Popup 43."},
-           Cause{"Picture", [](WhyTest& t) { t.LogInWith(kAds, R"({"/ad/search":)" + Body(kDue) + "}"); }, "Popup 42",
-                 "The picture could not be loaded in 3 tries"}),
+                 [](WhyTest& why) { why.LogInWith(kAds, R"({"/ad/search":)" + Body(kDue, "[500]", 43) + "}"); },
+                 "Popup 42", "The server answered with a list for Popup 43."},
+           Cause{"Picture", [](WhyTest& why) { why.LogInWith(kAds, R"({"/ad/search":)" + Body(kDue) + "}"); },
+                 "Popup 42", "The picture could not be loaded in 3 tries"}),
     [](const auto& row) { return std::string(row.param.name); });
 
 INSTANTIATE_TEST_SUITE_P(
     Right, WhyCauseTest,
-    Values(Cause{"NotListed", [](WhyTest& t) { t.Child<QLineEdit>("WhySearch")->setText(QStringLiteral("77")); },
+    Values(Cause{"NotListed", [](WhyTest& why) { why.Child<QLineEdit>("WhySearch")->setText(QStringLiteral("77")); },
                  "Right 77", "The server's answer does not name right 77."},
            Cause{"NotActivated", [](WhyTest&) {}, "Right 5", "does not hold it: not activated"},
            Cause{"Frozen", [](WhyTest&) {}, "Right 6", "does not hold it: frozen"},
-           Cause{"NoRights", [](WhyTest& t) { t.LogInAs(602); }, "Rights", "The last answer was taken"},
-           Cause{"Error", [](WhyTest& t) { t.AskRights(R"({"error":7})"); }, "Rights",
+           Cause{"NoRights", [](WhyTest& why) { why.LogInAs(602); }, "Rights", "The last answer was taken"},
+           Cause{"Error", [](WhyTest& why) { why.AskRights(R"({"error":7})"); }, "Rights",
                  "The channel failed with error 7."},
-           Cause{"Garbage", [](WhyTest& t) { t.AskRights(R"({"bodyHex":"ff"})"); }, "Rights",
+           Cause{"Garbage", [](WhyTest& why) { why.AskRights(R"({"bodyHex":"ff"})"); }, "Rights",
                  "The answer is not readable."},
-           Cause{"NoCode", [](WhyTest& t) { t.AskRights(R"({"bodyHex":"12026e6f"})"); }, "Rights",
+           Cause{"NoCode", [](WhyTest& why) { why.AskRights(R"({"bodyHex":"12026e6f"})"); }, "Rights",
                  "The answer has no code."},
-           Cause{"OtherCode", [](WhyTest& t) { t.AskRights(R"({"bodyHex":"0805"})"); }, "Rights",
+           Cause{"OtherCode", [](WhyTest& why) { why.AskRights(R"({"bodyHex":"0805"})"); }, "Rights",
                  "The server refused the request with code 5."},
-           Cause{"LoggedOut", [](WhyTest& t) { t.LogOut(); }, "Rights", "Nobody is logged in."},
+           Cause{"LoggedOut", [](WhyTest& why) { why.LogOut(); }, "Rights", "Nobody is logged in."},
            Cause{"NoMember", [](WhyTest&) {}, "VIP status", "no member in the older system"}),
     [](const auto& row) { return std::string(row.param.name); });
 
@@ -180,16 +182,17 @@ INSTANTIATE_TEST_SUITE_P(
     ChatEntry, WhyCauseTest,
     Values(Cause{"NotNamed", [](WhyTest&) {}, "Chat scene 2", "The server's answer does not name scene 2."},
            Cause{"NotOpen", [](WhyTest&) {}, "Chat scene 4", "scene 4 is not open to this user"},
-           Cause{"NoScenes", [](WhyTest& t) { t.LogInAs(602); }, "Chat scene 1", "does not name scene 1"},
-           Cause{"Error", [](WhyTest& t) { t.LogInWith(kCommands, R"({"20982":{"error":7}})"); }, "Chat scene 1",
+           Cause{"NoScenes", [](WhyTest& why) { why.LogInAs(602); }, "Chat scene 1", "does not name scene 1"},
+           Cause{"Error", [](WhyTest& why) { why.LogInWith(kCommands, R"({"20982":{"error":7}})"); }, "Chat scene 1",
                  "The request for the scenes failed with error 7."},
-           Cause{"Garbage", [](WhyTest& t) { t.LogInWith(kCommands, R"({"20982":{"bodyHex":"ff"}})"); }, "Chat scene 1",
-                 "The answer about the scenes is not readable."},
-           Cause{"OtherCommand", [](WhyTest& t) { t.LogInWith(kCommands, R"({"20982":{"replyCommand":20831}})"); },
+           Cause{"Garbage", [](WhyTest& why) { why.LogInWith(kCommands, R"({"20982":{"bodyHex":"ff"}})"); },
+                 "Chat scene 1", "The answer about the scenes is not readable."},
+           Cause{"OtherCommand", [](WhyTest& why) { why.LogInWith(kCommands, R"({"20982":{"replyCommand":20831}})"); },
                  "Chat scene 1", "The request for the scenes failed"},
-           Cause{"ForcedClosed", [](WhyTest& t) { t.Override(2); }, "Chat scene 1", "The override closes all scenes."},
-           Cause{"ForcedOpen", [](WhyTest& t) { t.Override(1); }, "Chat scene 4", "The override opens all scenes."},
-           Cause{"LoggedOut", [](WhyTest& t) { t.LogOut(); }, "Chat scene 1", "Nobody is logged in."},
+           Cause{"ForcedClosed", [](WhyTest& why) { why.Override(2); }, "Chat scene 1",
+                 "The override closes all scenes."},
+           Cause{"ForcedOpen", [](WhyTest& why) { why.Override(1); }, "Chat scene 4", "The override opens all scenes."},
+           Cause{"LoggedOut", [](WhyTest& why) { why.LogOut(); }, "Chat scene 1", "Nobody is logged in."},
            Cause{"Open", [](WhyTest&) {}, "Chat scene 1", "The server opened scene 1 to this user."}),
     [](const auto& row) { return std::string(row.param.name); });
 

@@ -4,13 +4,11 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QDateTime>
-#include <QHeaderView>
 #include <QJsonArray>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QShortcut>
 #include <QSortFilterProxyModel>
 #include <QSplitter>
 #include <QStandardItemModel>
@@ -29,6 +27,8 @@
 #include "core/config_local.h"
 #include "ui/ZRWebImageWidget.h"
 #include "workbench/PanelWidgets.h"
+#include "workbench/Tables.h"
+#include "workbench/TimeText.h"
 #include "workbench/WireDecoder.h"
 #include "workbench/diagnosis/RightText.h"
 
@@ -181,16 +181,12 @@ QWidget* CWhyPage::NewList() {
     m_pModel->setHorizontalHeaderLabels(kColumns);
     m_pFilter->setSourceModel(m_pModel);
     m_pFilter->setSortRole(kSortRole);
-    panel::SetUpRows(*m_pTable, kRowHeight);
+    tables::SetUp(*m_pTable);
     m_pTable->setModel(m_pFilter);
     m_pTable->setSortingEnabled(true);
-    m_pTable->setTabKeyNavigation(false);
     m_pTable->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_pTable->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_pTable->setAccessibleName("Subjects"_q);
     m_pTable->setMinimumHeight(4 * kRowHeight);
-    auto* copy = new QShortcut(QKeySequence::Copy, m_pTable, nullptr, nullptr, Qt::WidgetShortcut);
-    connect(copy, &QShortcut::activated, this, &CWhyPage::CopyRows);
     m_pSearch->setPlaceholderText("Number, name, title or state"_q);
     m_pSearch->setAccessibleName("Search"_q);
     m_pSearch->setClearButtonEnabled(true);
@@ -406,19 +402,15 @@ void CWhyPage::Update() {
     }
     static_cast<CSubjectFilter*>(m_pFilter)->Set(m_pSearch->text(), m_pKind->currentData().toString());
     if (isFirst || m_rows.size() != before) {
-        m_pTable->horizontalHeader()->setMaximumSectionSize(260);
-        m_pTable->resizeColumnsToContents();
+        tables::FitColumns(*m_pTable);
     }
     m_pNothing->setVisible(m_pFilter->rowCount() == 0);
     m_pNothing->setText(m_pSearch->text().isEmpty() ? "Nothing of this kind was seen yet"_q
                                                     : "Nothing matches \u201C%1\u201D"_q.arg(m_pSearch->text()));
-    const qint64 offsetS = (m_tracker.ServerNowMs() - QDateTime::currentMSecsSinceEpoch()) / 1'000;
-    const QString clock = "Times are in the zone %1."_q.arg(QDateTime::currentDateTime().timeZoneAbbreviation());
-    m_pClock->setText(std::abs(offsetS) < 2 ? clock
-                                            : clock +
-                                                  " The server's clock, which windows and intervals "
-                                                  "use, is %1 %2."_q.arg(log_table::Duration(std::abs(offsetS)),
-                                                                         offsetS > 0 ? "ahead"_q : "behind"_q));
+    const QString offset = time_text::ServerOffset();
+    m_pClock->setText(
+        "Times are in the zone %1."_q.arg(time_text::Zone()) +
+        (offset.isEmpty() ? QString() : " The server's clock, which windows and intervals use: %1."_q.arg(offset)));
     ShowAnswer();
 }
 
@@ -637,18 +629,6 @@ void CWhyPage::CopyAnswer() {
             "%1, user %2\n%3"_q.arg(subject->name, UserText(), Explain(*subject).ToText()));
         Say("Copied"_q, true);
     }
-}
-
-void CWhyPage::CopyRows() {
-    QStringList lines;
-    for (const QModelIndex& row : m_pTable->selectionModel()->selectedRows()) {
-        QStringList cells;
-        for (int column = 0; column < kColumns.size(); ++column) {
-            cells << row.siblingAtColumn(column).data().toString();
-        }
-        lines << cells.join(QLatin1Char('\t'));
-    }
-    QApplication::clipboard()->setText(lines.join(QLatin1Char('\n')));
 }
 
 QJsonObject CWhyPage::State() const {

@@ -75,7 +75,6 @@ private:
     void AskNow();
     void ForgetAndAsk();
     void CopyAnswer();
-    void CopyRows();
     void Push(const char* json);
     void ShowBanner(QWidget* banner);
     void Say(const QString& words, bool good);
