@@ -37,7 +37,7 @@ TEST_P(AdBadPictureTest, IsTriedThreeTimesAndToldAndKeepsThePopupAway) {
     PushCheck(row.ad);
 
     EXPECT_TRUE(WaitForLine("OnImageLoadFailed, adType = 2"));
-    ExpectRefused("picture loaded", (std::string("refused-picture-") + row.name).c_str());
+    ExpectRefused("\u00B7 picture loaded", (std::string("refused-picture-") + row.name).c_str());
     EXPECT_EQ(ParsedLine(row.reason), 3);
     EXPECT_EQ(server->HttpTo(row.path).size(), 3u);
     ASSERT_TRUE(WaitInRealTime([this] { return Reported("AdvertisementImageResourceDownloadResult") == 1; }));

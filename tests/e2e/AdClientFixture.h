@@ -85,7 +85,7 @@ protected:
         return Child<QLabel>("WhySentence")->text().contains(words, Qt::CaseInsensitive) ||
                !Child<QTreeWidget>("WhyDetail")->findItems(words, Qt::MatchContains | Qt::MatchRecursive, 1).isEmpty();
     }
-    bool WorkbenchSays(const char* words) { return WorkbenchSays(QString::fromLatin1(words)); }
+    bool WorkbenchSays(const char* words) { return WorkbenchSays(QString::fromUtf8(words)); }
 
     int Reported(const char* event) {
         const auto counts = server->ReportCounts();

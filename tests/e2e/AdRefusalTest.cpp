@@ -9,7 +9,7 @@ namespace {
 
 TEST_F(AdRefusalTest, ATabThatIsNotAmongItsAreas) {
     ASSERT_NO_FATAL_FAILURE(StartAndSeeNothing());
-    ExpectRefused("current tab", "refused-tab");
+    ExpectRefused("\u00B7 current tab", "refused-tab");
 
     Override("AdTab", kQuotes);
 
@@ -38,7 +38,7 @@ TEST_F(AdRefusalTest, ASlotThatIsRefused) {
 
     EXPECT_TRUE(WaitForLine("Popup isnot allowed to show by uniform resource slot, adType = 2, adPosition = 42"));
     EXPECT_EQ(Overridden(), "Overridden: slot 2 refused");
-    ExpectRefused("shared slot", "refused-slot");
+    ExpectRefused("\u00B7 shared slot", "refused-slot");
     EXPECT_TRUE(WaitInRealTime([this] { return Reported("FilterAdDisplay") == 1; }));
     Override("AdSlotPermission", 0);
     Override("AdTab", kMarket);
@@ -54,7 +54,7 @@ TEST_F(AdRefusalTest, AFocusThatIsNotThere) {
 
     EXPECT_TRUE(WaitForLine("Main frame isnot focus in, adType = 2, adPosition = 42, adId = 701"));
     EXPECT_EQ(Overridden(), "Overridden: focus never");
-    ExpectRefused("focus", "refused-focus");
+    ExpectRefused("\u00B7 focus", "refused-focus");
     Override("AdFocus", 0);
     Override("AdTab", kMarket);
     ExpectShown("shown-with-focus");
@@ -84,7 +84,7 @@ TEST_F(AdRefusalTest, AnIntervalThatIsNotOver) {
 
     EXPECT_TRUE(WaitForLine("CurrentTime donot exceed showInterval."));
     EXPECT_EQ(ParsedLine("showInterval = 3600, adType = 2, adPosition = 42, adId = 701"), 1);
-    ExpectRefused("interval since the last showing", "refused-interval");
+    ExpectRefused("\u00B7 interval since the last showing", "refused-interval");
 
     PassAnHour();
     Override("AdTab", kMarket);
@@ -130,7 +130,7 @@ TEST_F(AdRefusalTest, AStartThatHasNotCome) {
 
     EXPECT_TRUE(WaitForLine("CurrentTime < startTime"));
     EXPECT_EQ(ParsedLine("adType = 2, adPosition = 42, remove adId = 703"), 1);
-    ExpectRefused("an ad that is due", "refused-start");
+    ExpectRefused("\u00B7 an ad that is due", "refused-start");
     PassAnHour();
     PushCheck("703");
     ExpectShown("shown-after-its-start");

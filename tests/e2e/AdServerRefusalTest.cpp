@@ -46,26 +46,27 @@ TEST_P(AdServerRefusalTest, IsSaidAndEndsWithTheNextSearch) {
 
     EXPECT_TRUE(WaitForLine(row.line));
     ExpectRefused(row.why, (std::string("refused-") + row.name).c_str());
-    EXPECT_TRUE(WorkbenchSays(row.detail)) << row.detail;
+    EXPECT_TRUE(WaitInRealTime([&] { return WorkbenchSays(row.detail); })) << row.detail;
     ExpectShownByTheNextSearch(row.name);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Answers, AdServerRefusalTest,
-    Values(Refusal{"EndOver", "704", "", "adType = 2, adPosition = 42, remove adId = 704", "an ad that is due",
-                   "not kept: ended"},
-           Refusal{"Expired", "705", "", "adType = 2, adPosition = 42, remove adId = 705", "an ad that is due",
-                   "not kept: expired"},
-           Refusal{"EmptyList", "799", "", "Ad list is empty, adType = 2, adPosition = 42", "ads in it", "ads in it"},
-           Refusal{"AreasNone", "706", "", "ShowAreas is null, adType = 2, adPosition = 42, adId = 706", "areas",
-                   "not kept: areas"},
-           Refusal{"AreasMissing", "708", kWithoutAreas, "show_areas is unvalid", "decoded",
-                   "unfit: CZRAdPopupModel: show_areas"},
-           Refusal{"OtherCode", "707", R"({"code":7})", "Request ad failed, path = /ad/check, code = 7", "code 0",
-                   "code 7"},
-           Refusal{"Exchange", "707", R"({"cutBytes":20})",
-                   "Request ad failed, path = /ad/check, result = ", "exchange", "result"}),
-    [](const auto& row) { return std::string(row.param.name); });
+INSTANTIATE_TEST_SUITE_P(Answers, AdServerRefusalTest,
+                         Values(Refusal{"EndOver", "704", "", "adType = 2, adPosition = 42, remove adId = 704",
+                                        "\u00B7 an ad that is due", "not kept: ended"},
+                                Refusal{"Expired", "705", "", "adType = 2, adPosition = 42, remove adId = 705",
+                                        "\u00B7 an ad that is due", "not kept: expired"},
+                                Refusal{"EmptyList", "799", "", "Ad list is empty, adType = 2, adPosition = 42",
+                                        "\u00B7 ads in it", "Found"},
+                                Refusal{"AreasNone", "706", "",
+                                        "ShowAreas is null, adType = 2, adPosition = 42, adId = 706", "\u00B7 areas",
+                                        "not kept: areas"},
+                                Refusal{"AreasMissing", "708", kWithoutAreas, "show_areas is unvalid", "\u00B7 decoded",
+                                        "unfit: CZRAdPopupModel: show_areas"},
+                                Refusal{"OtherCode", "707", R"({"code":7})",
+                                        "Request ad failed, path = /ad/check, code = 7", "\u00B7 code 0", "code 7"},
+                                Refusal{"Exchange", "707", R"({"cutBytes":20})",
+                                        "Request ad failed, path = /ad/check, result = ", "\u00B7 exchange", "result"}),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(AdRefusalTest, ARequestWithinTenSecondsOfTheLast) {
     ASSERT_NO_FATAL_FAILURE(StartAndSeeNothing());
@@ -76,7 +77,7 @@ TEST_F(AdRefusalTest, ARequestWithinTenSecondsOfTheLast) {
     PushNew();
 
     EXPECT_TRUE(WaitForLine("Request ad limited."));
-    ExpectRefused("pause between requests", "refused-RequestLimit");
+    ExpectRefused("\u00B7 pause between requests", "refused-RequestLimit");
     const auto isLimit = [](const Json::Value& result) { return result["result_code"] == "1001"; };
     EXPECT_TRUE(WaitInRealTime([&] {
         const auto results = server->ReportsOf("SingleAdvertisementPullDataResult");

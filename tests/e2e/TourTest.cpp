@@ -181,7 +181,8 @@ TEST_F(TourTest, ShowsTheStateOfAnAdAndTheReasonOfARefusal) {
     Picture("ads-push");
     OpenTab(kTabWhy);
 
-    EXPECT_TRUE(WaitInRealTime([this] { return WorkbenchSays("pause between requests"); }));
+    OpenTab(kTabWhy);
+    EXPECT_TRUE(WaitInRealTime([this] { return WorkbenchSays("\u00B7 pause between requests"); }));
     Picture("ads-refused");
 }
 

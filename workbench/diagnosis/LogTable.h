@@ -4,11 +4,13 @@
 #include <optional>
 #include <vector>
 
+#include "workbench/diagnosis/Literal.h"
+
 /// The growth module's log lines that the workbench reads. Their texts and meanings are in this unit only.
 namespace log_table {
 
 /// The kind of subject that a line is about.
-enum class EnKind { Ad, Rights, Vip, Widget, Activation, Chat, ChatOpen, Session };
+enum class EnKind { Ad, Rights, Vip, Widget, Activation, Chat, ChatOpen };
 
 /// The effect of a line on its subject.
 enum class EnEvent {
@@ -55,14 +57,12 @@ enum class EnFree {
 /// The steps of an ad. The other kinds have fewer, see StepNames.
 enum EnStep { kStepAsked, kStepAnswered, kStepKept, kStepConditions, kStepPicture, kStepShown };
 
-/// One line. In `text`, {n} is a number, {w} a word and {} any text. In the other texts, {0} is the line's first value,
-/// {0:t} a time, {0:s} a duration, {0:a} an area of the main window and {0:k} an ad type.
+/// One line. Its text has placeholders for a number {n}, a word {w} and any text {}. The subject is an ad position
+/// by its type {t} and position {p}, or any other number {s}. {@} is {t} and {p} with their names. In the other
+/// texts, {0} is the first value; {0:t} is a time, {0:s} a duration, {0:a} an area, {0:k} an ad type.
 struct Row {
     const char* text;
-    EnKind kind;
     EnEvent event;
-    int at = -1;             // index of the subject's value: ad type, right, scene or session
-    int position = -1;       // index of an ad's position
     int step = -1;           // that a refusal stops
     const char* check = "";  // name of the check
     const char* actual = "";
@@ -70,12 +70,19 @@ struct Row {
     const char* say = "";  // the refusal in plain words
     EnFree free = EnFree::Never;
     bool isNormal = false;  // written with severity 8 although nothing is wrong
+    // Computed from the group and the text.
+    EnKind kind = EnKind::Ad;
+    int at = -1;        // index of the subject's value
+    int position = -1;  // index of an ad's position
 };
 
 const std::vector<Row>& All();
 
+/// A row's text with {@} written out.
+QString PatternOf(const char* text);
+
 /// Names of the steps of a kind, in order.
-const std::vector<const char*>& StepNames(EnKind kind);
+QStringList StepNames(EnKind kind);
 
 struct ParsedLine {
     const Row* row = nullptr;

@@ -4,6 +4,7 @@
 
 #include "framework/JsonText.h"
 #include "workbench/WireDecoder.h"
+#include "workbench/diagnosis/Literal.h"
 
 namespace right_text {
 namespace {
@@ -39,7 +40,7 @@ QString AsText(const Word (&words)[kCount], int number, EnForm form = EnForm::Nu
     for (const Word& word : words) {
         if (word.number == number) {
             return form == EnForm::Word ? QString::fromUtf8(word.text)
-                                        : QStringLiteral("%1 \u00B7 %2").arg(number).arg(QString::fromUtf8(word.text));
+                                        : "%1 \u00B7 %2"_q.arg(number).arg(QString::fromUtf8(word.text));
         }
     }
     return QString::number(number);
@@ -60,7 +61,7 @@ QString Name(const CWireDecoder& decoder, int right) {
 }
 
 QString YesNo(bool yes) {
-    return yes ? QStringLiteral("yes") : QStringLiteral("no");
+    return yes ? "yes"_q : "no"_q;
 }
 
 QString Activation(int type, EnForm form) {
@@ -84,13 +85,13 @@ QString Engine(ZRVipEngineStatus status) {
 }
 
 std::vector<FieldNode> Fields(const CPremiumUIAccessData& record) {
-    return {{QStringLiteral("CPremiumAccessData"),
+    return {{"CPremiumAccessData"_q,
              QString(),
              std::nullopt,
              {Node("enAccess", record.enAccess), Node("bHasPermission", YesNo(record.bHasPermission)),
               Node("nActivationType", Activation(record.nActivationType)), Node("nDaysLeft", record.nDaysLeft),
               Node("nActivationSource", Source(record.nActivationSource))}},
-            {QStringLiteral("CPremiumUIData"),
+            {"CPremiumUIData"_q,
              QString(),
              std::nullopt,
              {Node("enUIAccess", record.enUIAccess), Node("strUIType", record.strUIType),

@@ -28,7 +28,7 @@ constexpr qint64 kSecondMs = 1'000;
 // Related entries are written within one call. Their times can differ slightly, because the clock is read twice.
 constexpr qint64 kSlackMs = 50;
 constexpr qint64 kSameCallMs = 5'000;
-const QString kByPush = QStringLiteral("push offline");
+const QString kByPush = "push offline"_q;
 
 template <class T>
 bool Contains(const QStringList& list, const T* offer) {
@@ -169,7 +169,7 @@ void CTracker::Take(const TraceEvent& seen) {
         if (message->id == kMsgAIChatPageSceneChanged) {
             ChatOpen& open = PendingOpen(seen.timeMs);
             open.scene = int(message->p2);
-            open.reasons << QStringLiteral("the scene changed from %1 to %2").arg(message->p1).arg(message->p2);
+            open.reasons << "the scene changed from %1 to %2"_q.arg(message->p1).arg(message->p2);
         }
     } else {
         return;
@@ -184,7 +184,7 @@ void CTracker::TakeLine(const LogEntry& entry) {
     m_nLastLine = std::max(m_nLastLine, entry.number);
     const qint64 time = entry.time.toMSecsSinceEpoch();
     if (entry.record.module == kLoginTag) {
-        static const QRegularExpression login(QStringLiteral("^User (\\d+) logged (in|out)$"));
+        static const QRegularExpression login("^User (\\d+) logged (in|out)$"_q);
         const QRegularExpressionMatch match = login.match(entry.record.text);
         if (match.hasMatch()) {
             if (match.captured(2) == QLatin1String("in")) {
@@ -228,8 +228,6 @@ void CTracker::TakeLine(const LogEntry& entry) {
             break;
         case EnKind::ChatOpen:
             TakeOpen(*line, time);
-            break;
-        case EnKind::Session:
             break;
     }
     Q_EMIT Changed();
@@ -316,7 +314,7 @@ void CTracker::TakeAd(const Line& line, qint64 timeMs) {
             OnPictureFailed(line, timeMs);
             return;
         case EnEvent::Undecodable:
-            m_strUndecodable = QStringLiteral("%1: %2").arg(line.values.value(0), line.values.value(1));
+            m_strUndecodable = "%1: %2"_q.arg(line.values.value(0), line.values.value(1));
             return;
         case EnEvent::LoggedOut:
         case EnEvent::OtherLanguage:
@@ -556,10 +554,7 @@ void CTracker::TakeCommand(const CommandTrace& command, qint64 timeMs) {
         state->answered = command.session;
         if (command.kind == CommandTrace::EnKind::Failed) {
             static const log_table::Row failed{"",
-                                               EnKind::Session,
                                                EnEvent::Refused,
-                                               -1,
-                                               -1,
                                                log_table::kStepAnswered,
                                                "channel",
                                                "channel error {0}",
@@ -725,10 +720,10 @@ void CTracker::TakeOpen(const Line& line, qint64 timeMs) {
     ChatOpen& open = PendingOpen(timeMs);
     switch (line.row->event) {
         case EnEvent::Cleaned:
-            open.reasons << QStringLiteral("the last load was the preload");
+            open.reasons << "the last load was the preload"_q;
             return;
         case EnEvent::Created:
-            open.reasons << QStringLiteral("there was no window");
+            open.reasons << "there was no window"_q;
             return;
         default:
             break;
@@ -738,14 +733,14 @@ void CTracker::TakeOpen(const Line& line, qint64 timeMs) {
     open.isPreload = IsTrue(line.values[1]);
     open.url = line.values[3];
     if (IsTrue(line.values[2])) {
-        open.reasons << QStringLiteral("the user had closed the window");
+        open.reasons << "the user had closed the window"_q;
     }
     if (open.reasons.isEmpty()) {
-        open.reasons << QStringLiteral("parameters or address changed");
+        open.reasons << "parameters or address changed"_q;
     }
     if (open.url.contains(QLatin1String("needChangeSessionId=1"))) {
-        open.reasons << (m_nLoadUser != User() ? QStringLiteral("new session: the user changed")
-                                               : QStringLiteral("new session: the caller asked for it"));
+        open.reasons << (m_nLoadUser != User() ? "new session: the user changed"_q
+                                               : "new session: the caller asked for it"_q);
     }
     m_nLoadUser = User();
 }

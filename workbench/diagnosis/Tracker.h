@@ -95,7 +95,7 @@ struct RefreshState {
     const Request* Find(unsigned long session) const;
 };
 
-/// An open of the chat's window, and the module's decision whether to load the page anew.
+/// An open of the chat's window, and the module's decision to load the page again or to keep it.
 struct ChatOpen {
     qint64 timeMs = 0;
     quint64 user = 0;

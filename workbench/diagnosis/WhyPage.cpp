@@ -4,13 +4,11 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QDateTime>
-#include <QHeaderView>
 #include <QJsonArray>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QShortcut>
 #include <QSortFilterProxyModel>
 #include <QSplitter>
 #include <QStandardItemModel>
@@ -29,6 +27,8 @@
 #include "core/config_local.h"
 #include "ui/ZRWebImageWidget.h"
 #include "workbench/PanelWidgets.h"
+#include "workbench/Tables.h"
+#include "workbench/TimeText.h"
 #include "workbench/WireDecoder.h"
 #include "workbench/diagnosis/RightText.h"
 
@@ -46,8 +46,7 @@ constexpr int kKeyRole = Qt::UserRole;
 constexpr int kSortRole = Qt::UserRole + 1;
 
 enum EnColumn { kColumnSubject, kColumnName, kColumnState, kColumnCounts, kColumnUser };
-const QStringList kColumns{QStringLiteral("Subject"), QStringLiteral("Name"), QStringLiteral("State"),
-                           QStringLiteral("Ads"), QStringLiteral("User")};
+const QStringList kColumns{"Subject"_q, "Name"_q, "State"_q, "Ads"_q, "User"_q};
 // The choices of kinds, and the first letters of the keys that belong to them.
 constexpr std::pair<const char*, const char*> kKinds[] = {
     {"All", ""}, {"Ads", "a"}, {"AI chat", "co"}, {"Rights and VIP", "rv"}};
@@ -89,7 +88,7 @@ bool operator==(const Detail& left, const Detail& right) {
 
 /// A server's text is never read as rich text.
 QString PlainToolTip(const QString& text) {
-    return QStringLiteral("<p style='white-space:pre-wrap'>%1</p>").arg(text.toHtmlEscaped());
+    return "<p style='white-space:pre-wrap'>%1</p>"_q.arg(text.toHtmlEscaped());
 }
 
 void AddDetail(QTreeWidgetItem* parent, const Detail& detail) {
@@ -105,8 +104,7 @@ void AddDetail(QTreeWidgetItem* parent, const Detail& detail) {
 
 /// The module's store key for the last display of the popup to a user.
 std::string LastShownKey(quint64 user, int intervalType) {
-    return QStringLiteral("AdLastShowTimeStampKey_%1_%2_%3_%4")
-        .arg(kBottomPopup.type)
+    return "AdLastShowTimeStampKey_%1_%2_%3_%4"_q.arg(kBottomPopup.type)
         .arg(kBottomPopup.position)
         .arg(user)
         .arg(intervalType)
@@ -114,36 +112,6 @@ std::string LastShownKey(quint64 user, int intervalType) {
 }
 
 }  // namespace
-
-QString CWhyPage::Subject::Key() const {
-    switch (kind) {
-        case EnKind::Ad:
-            return QStringLiteral("a%1/%2").arg(slot.type).arg(slot.position);
-        case EnKind::Refresh:
-            return QStringLiteral("r");
-        case EnKind::Vip:
-            return QStringLiteral("v");
-        case EnKind::Scene:
-            return QStringLiteral("c%1").arg(number);
-        case EnKind::Open:
-            return QStringLiteral("o%1").arg(timeMs);
-        case EnKind::Right:
-            break;
-    }
-    return QStringLiteral("r%1").arg(number);
-}
-
-bool CWhyPage::Subject::CanAsk() const {
-    switch (kind) {
-        case EnKind::Ad:
-            return slot == kBottomPopup || slot.type == kTypeBanner;
-        case EnKind::Scene:
-        case EnKind::Open:
-            return false;
-        default:
-            return true;
-    }
-}
 
 CWhyPage::CWhyPage(const CTracker& tracker, CPremiumRights& rights, const CAIChatEntries& entries,
                    const CWireDecoder& decoder, IControlClient& server, QWidget* parent)
@@ -164,9 +132,9 @@ CWhyPage::CWhyPage(const CTracker& tracker, CPremiumRights& rights, const CAICha
       m_pMessage(panel::New<QLabel>("WhyMessage", this)),
       m_pDetail(panel::New<QTreeWidget>("WhyDetail", this)),
       m_pPicture(new ZRWebImageWidget(this)),
-      m_pAsk(NewButton("WhyAsk", QStringLiteral("Ask now"), &CWhyPage::AskNow)),
-      m_pForget(NewButton("WhyForget", QStringLiteral("Forget and ask"), &CWhyPage::ForgetAndAsk)) {
-    setObjectName(QStringLiteral("WhyPage"));
+      m_pAsk(NewButton("WhyAsk", "Ask now"_q, &CWhyPage::AskNow)),
+      m_pForget(NewButton("WhyForget", "Forget and ask"_q, &CWhyPage::ForgetAndAsk)) {
+    setObjectName("WhyPage"_q);
     for (int number = 0; number <= kHighestRight; ++number) {
         const QString name = right_text::Name(decoder, number);
         if (!name.isEmpty()) {
@@ -174,7 +142,7 @@ CWhyPage::CWhyPage(const CTracker& tracker, CPremiumRights& rights, const CAICha
         }
     }
     auto* splitter = new QSplitter(Qt::Vertical, this);
-    splitter->setObjectName(QStringLiteral("WhySplitter"));
+    splitter->setObjectName("WhySplitter"_q);
     splitter->setHandleWidth(8);
     splitter->setChildrenCollapsible(false);
     splitter->addWidget(NewList());
@@ -213,30 +181,26 @@ QWidget* CWhyPage::NewList() {
     m_pModel->setHorizontalHeaderLabels(kColumns);
     m_pFilter->setSourceModel(m_pModel);
     m_pFilter->setSortRole(kSortRole);
-    panel::SetUpRows(*m_pTable, kRowHeight);
+    tables::SetUp(*m_pTable);
     m_pTable->setModel(m_pFilter);
     m_pTable->setSortingEnabled(true);
-    m_pTable->setTabKeyNavigation(false);
     m_pTable->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_pTable->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    m_pTable->setAccessibleName(QStringLiteral("Subjects"));
+    m_pTable->setAccessibleName("Subjects"_q);
     m_pTable->setMinimumHeight(4 * kRowHeight);
-    auto* copy = new QShortcut(QKeySequence::Copy, m_pTable, nullptr, nullptr, Qt::WidgetShortcut);
-    connect(copy, &QShortcut::activated, this, &CWhyPage::CopyRows);
-    m_pSearch->setPlaceholderText(QStringLiteral("Number, name, title or state"));
-    m_pSearch->setAccessibleName(QStringLiteral("Search"));
+    m_pSearch->setPlaceholderText("Number, name, title or state"_q);
+    m_pSearch->setAccessibleName("Search"_q);
     m_pSearch->setClearButtonEnabled(true);
-    m_pKind->setAccessibleName(QStringLiteral("Kind"));
+    m_pKind->setAccessibleName("Kind"_q);
     for (const auto& [name, keys] : kKinds) {
         m_pKind->addItem(QString::fromUtf8(name), QString::fromUtf8(keys));
     }
     for (QLabel* label : {m_pNothing, m_pClock}) {
-        label->setProperty("role", QStringLiteral("muted"));
+        label->setProperty("role", "muted"_q);
         label->setTextFormat(Qt::PlainText);
         label->setWordWrap(true);
     }
     auto* popupPanel = panel::New<QPushButton>("AdPanelOpen", list);
-    popupPanel->setText(QStringLiteral("Popup panel"));
+    popupPanel->setText("Popup panel"_q);
     connect(popupPanel, &QPushButton::clicked, this, [this] { CAdPanelWindow::Open(window()); });
     auto* head = new QHBoxLayout;
     head->addWidget(m_pSearch, 1);
@@ -269,18 +233,18 @@ QWidget* CWhyPage::NewAnswer() {
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     }
     m_pMessage->hide();
-    m_pPicture->setObjectName(QStringLiteral("WhyPicture"));
-    m_pPicture->setAccessibleName(QStringLiteral("Picture of the ad"));
+    m_pPicture->setObjectName("WhyPicture"_q);
+    m_pPicture->setAccessibleName("Picture of the ad"_q);
     m_pPicture->setFixedSize(kThumbnail);
     m_pPicture->hide();
-    m_pForget->setToolTip(QStringLiteral("Forgets when the popup was last shown to this user, then asks"));
+    m_pForget->setToolTip("Forgets when the popup was last shown to this user, then asks"_q);
     m_pDetail->setColumnCount(2);
-    m_pDetail->setHeaderLabels({QStringLiteral("Field"), QStringLiteral("Value")});
+    m_pDetail->setHeaderLabels({"Field"_q, "Value"_q});
     m_pDetail->setProperty("dense", true);
     m_pDetail->setFrameShape(QFrame::NoFrame);
     m_pDetail->setIndentation(12);
     m_pDetail->setColumnWidth(0, kFieldWidth);
-    m_pDetail->setAccessibleName(QStringLiteral("Details"));
+    m_pDetail->setAccessibleName("Details"_q);
     m_pDetail->setMinimumHeight(4 * kRowHeight);
     auto* texts = new QVBoxLayout;
     texts->addLayout(m_pStrip);
@@ -292,7 +256,7 @@ QWidget* CWhyPage::NewAnswer() {
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(m_pAsk);
     buttons->addWidget(m_pForget);
-    buttons->addWidget(NewButton("WhyCopy", QStringLiteral("Copy answer"), &CWhyPage::CopyAnswer));
+    buttons->addWidget(NewButton("WhyCopy", "Copy answer"_q, &CWhyPage::CopyAnswer));
     buttons->addStretch(1);
     auto* layout = new QVBoxLayout(answer);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -305,7 +269,9 @@ QWidget* CWhyPage::NewAnswer() {
 
 // ---- subjects
 
+// Keys are unique. Their first letter is the kind.
 std::vector<CWhyPage::Subject> CWhyPage::Subjects() const {
+    const qint64 now = QDateTime::currentMSecsSinceEpoch();
     std::set<AdSlot> slots = m_positions;
     slots.insert(kBottomPopup);
     for (const auto& [slot, ad] : m_tracker.Ads()) {
@@ -313,45 +279,58 @@ std::vector<CWhyPage::Subject> CWhyPage::Subjects() const {
     }
     std::vector<Subject> subjects;
     for (const AdSlot& slot : slots) {
-        subjects.push_back({EnKind::Ad, slot, 0, 0});
+        const QString name = "%1 %2"_q.arg(log_table::AdKind(slot.type)).arg(slot.position);
+        subjects.push_back({"a%1/%2"_q.arg(slot.type).arg(slot.position), EnKind::Ad,
+                            slot.type * 10'000 + slot.position, name,
+                            slot == kBottomPopup ? "bottom popup"_q : QString(), slot});
     }
     for (const EntryPage& page : kEntryPages) {
-        subjects.push_back({EnKind::Scene, {}, page.scene, 0});
+        subjects.push_back({"c%1"_q.arg(page.scene),
+                            EnKind::Scene,
+                            page.scene,
+                            "Chat scene %1"_q.arg(page.scene),
+                            QString::fromUtf8(page.title),
+                            {}});
     }
     for (const ChatOpen& open : m_tracker.Opens()) {
-        subjects.push_back({EnKind::Open, {}, open.scene, open.timeMs});
+        subjects.push_back({"o%1"_q.arg(open.timeMs),
+                            EnKind::Open,
+                            int(&open - &m_tracker.Opens().front()),
+                            "Chat open"_q,
+                            "%1, page scene %2"_q.arg(log_table::Clock(open.timeMs, now)).arg(open.scene),
+                            {}});
     }
-    subjects.push_back({EnKind::Vip, {}, 0, 0});
-    subjects.push_back({EnKind::Refresh, {}, 0, 0});
-    for (const EnPremiumAccess right : m_rights.Table().keys()) {
-        subjects.push_back({EnKind::Right, {}, int(right), 0});
+    subjects.push_back({"v"_q, EnKind::Vip, 0, "VIP status"_q, QString(), {}});
+    subjects.push_back({"r"_q, EnKind::Refresh, 0, "Rights"_q, "refresh of all rights"_q, {}});
+    for (const int right : ListedRights()) {
+        const QString title = m_rights.Table().value(EnPremiumAccess(right)).strMainTitle;
+        subjects.push_back({"r%1"_q.arg(right),
+                            EnKind::Right,
+                            right,
+                            "Right %1"_q.arg(right),
+                            "%1  %2"_q.arg(right_text::Name(m_decoder, right), title).trimmed(),
+                            {}});
     }
-    const std::vector<Subject> found = FoundRights();
-    subjects.insert(subjects.end(), found.begin(), found.end());
     return subjects;
 }
 
 // Rights that the server's answer does not name are listed while the search names them.
-std::vector<CWhyPage::Subject> CWhyPage::FoundRights() const {
+std::set<int> CWhyPage::ListedRights() const {
+    std::set<int> rights;
+    for (const EnPremiumAccess right : m_rights.Table().keys()) {
+        rights.insert(right);
+    }
     const QString search = m_pSearch->text().simplified();
-    bool isNumber = false;
-    const int wanted = search.toInt(&isNumber);
-    std::vector<Subject> found;
-    const auto add = [&](int number) {
-        if (!m_rights.Table().contains(EnPremiumAccess(number))) {
-            found.push_back({EnKind::Right, {}, number, 0});
-        }
-    };
-    if (isNumber && wanted > 0) {
-        add(wanted);
-    } else if (search.size() > 1) {
-        for (const auto& [number, name] : m_rightNames) {
-            if (name.contains(search, Qt::CaseInsensitive)) {
-                add(number);
-            }
+    const int wanted = search.toInt();
+    if (wanted > 0) {
+        rights.insert(wanted);
+    }
+    for (const auto& [number, name] : m_rightNames) {
+        if (search.size() > 2 && name.contains(search, Qt::CaseInsensitive)) {
+            rights.insert(number);
         }
     }
-    return found;
+    return rights;
 }
 
 Explanation CWhyPage::Explain(const Subject& subject) const {
@@ -370,56 +349,14 @@ Explanation CWhyPage::Explain(const Subject& subject) const {
         case EnKind::Open:
             break;
     }
-    for (const ChatOpen& open : m_tracker.Opens()) {
-        if (open.timeMs == subject.timeMs) {
-            return explanation::OfOpen(open);
-        }
-    }
-    return {};
+    return size_t(subject.number) < m_tracker.Opens().size()
+               ? explanation::OfOpen(m_tracker.Opens()[size_t(subject.number)])
+               : Explanation();
 }
 
-QString CWhyPage::NameOf(const Subject& subject) const {
-    switch (subject.kind) {
-        case EnKind::Ad:
-            return QStringLiteral("%1 %2").arg(log_table::AdKind(subject.slot.type)).arg(subject.slot.position);
-        case EnKind::Refresh:
-            return QStringLiteral("Rights");
-        case EnKind::Vip:
-            return QStringLiteral("VIP status");
-        case EnKind::Scene:
-            return QStringLiteral("Chat scene %1").arg(subject.number);
-        case EnKind::Open:
-            return QStringLiteral("Chat open");
-        case EnKind::Right:
-            break;
-    }
-    return QStringLiteral("Right %1").arg(subject.number);
-}
-
-QString CWhyPage::TitleOf(const Subject& subject) const {
-    switch (subject.kind) {
-        case EnKind::Ad:
-            return subject.slot == kBottomPopup ? QStringLiteral("bottom popup") : QString();
-        case EnKind::Refresh:
-            return QStringLiteral("refresh of all rights");
-        case EnKind::Vip:
-            return QString();
-        case EnKind::Open:
-            return QStringLiteral("%1, page scene %2")
-                .arg(log_table::Clock(subject.timeMs, QDateTime::currentMSecsSinceEpoch()))
-                .arg(subject.number);
-        case EnKind::Scene:
-            for (const EntryPage& page : kEntryPages) {
-                if (page.scene == subject.number) {
-                    return QString::fromUtf8(page.title);
-                }
-            }
-            return QString();
-        case EnKind::Right:
-            break;
-    }
-    const QString title = m_rights.Table().value(EnPremiumAccess(subject.number)).strMainTitle;
-    return QStringLiteral("%1  %2").arg(right_text::Name(m_decoder, subject.number), title).trimmed();
+bool CWhyPage::CanAsk(const Subject& subject) {
+    return subject.kind == EnKind::Ad ? subject.slot == kBottomPopup || subject.slot.type == kTypeBanner
+                                      : subject.kind != EnKind::Scene && subject.kind != EnKind::Open;
 }
 
 QString CWhyPage::UserText() const {
@@ -427,8 +364,8 @@ QString CWhyPage::UserText() const {
     const auto name = m_users.find(user);
     const QString text = user == 0               ? QString()
                          : name == m_users.end() ? QString::number(user)
-                                                 : QStringLiteral("%1 %2").arg(name->second).arg(user);
-    return m_tracker.IsLoggedOut() ? text + QStringLiteral(" (logged out)") : text;
+                                                 : "%1 %2"_q.arg(name->second).arg(user);
+    return m_tracker.IsLoggedOut() ? text + " (logged out)"_q : text;
 }
 
 const CWhyPage::Subject* CWhyPage::Chosen() const {
@@ -448,7 +385,7 @@ void CWhyPage::UpdateLater() {
 void CWhyPage::Update() {
     m_subjects.clear();
     for (const Subject& subject : Subjects()) {
-        m_subjects.emplace(subject.Key(), subject);
+        m_subjects.emplace(subject.key, subject);
     }
     const bool isFirst = m_rows.isEmpty();
     for (auto row = m_rows.begin(); row != m_rows.end();) {
@@ -465,27 +402,20 @@ void CWhyPage::Update() {
     }
     static_cast<CSubjectFilter*>(m_pFilter)->Set(m_pSearch->text(), m_pKind->currentData().toString());
     if (isFirst || m_rows.size() != before) {
-        m_pTable->horizontalHeader()->setMaximumSectionSize(260);
-        m_pTable->resizeColumnsToContents();
+        tables::FitColumns(*m_pTable);
     }
     m_pNothing->setVisible(m_pFilter->rowCount() == 0);
-    m_pNothing->setText(m_pSearch->text().isEmpty()
-                            ? QStringLiteral("Nothing of this kind was seen yet")
-                            : QStringLiteral("Nothing matches \u201C%1\u201D").arg(m_pSearch->text()));
-    const qint64 offsetS = (m_tracker.ServerNowMs() - QDateTime::currentMSecsSinceEpoch()) / 1'000;
-    const QString clock =
-        QStringLiteral("Times are in the zone %1.").arg(QDateTime::currentDateTime().timeZoneAbbreviation());
-    m_pClock->setText(std::abs(offsetS) < 2
-                          ? clock
-                          : clock + QStringLiteral(" The server's clock, which windows and intervals "
-                                                   "use, is %1 %2.")
-                                        .arg(log_table::Duration(std::abs(offsetS)),
-                                             offsetS > 0 ? QStringLiteral("ahead") : QStringLiteral("behind")));
+    m_pNothing->setText(m_pSearch->text().isEmpty() ? "Nothing of this kind was seen yet"_q
+                                                    : "Nothing matches \u201C%1\u201D"_q.arg(m_pSearch->text()));
+    const QString offset = time_text::ServerOffset();
+    m_pClock->setText(
+        "Times are in the zone %1."_q.arg(time_text::Zone()) +
+        (offset.isEmpty() ? QString() : " The server's clock, which windows and intervals use: %1."_q.arg(offset)));
     ShowAnswer();
 }
 
 void CWhyPage::ShowRow(const Subject& subject) {
-    const QString key = subject.Key();
+    const QString& key = subject.key;
     QStandardItem*& first = m_rows[key];
     if (!first) {
         QList<QStandardItem*> items;
@@ -500,7 +430,7 @@ void CWhyPage::ShowRow(const Subject& subject) {
             kSortRole);
     }
     const Explanation explained = Explain(subject);
-    const QString texts[] = {NameOf(subject), TitleOf(subject), explained.state, explained.counts, UserText()};
+    const QString texts[] = {subject.name, subject.title, explained.state, explained.counts, UserText()};
     for (int column = 0; column < kColumns.size(); ++column) {
         QStandardItem* item = m_pModel->item(first->row(), column);
         if (item->text() != texts[column]) {
@@ -514,7 +444,7 @@ void CWhyPage::ShowRow(const Subject& subject) {
 }
 
 void CWhyPage::ShowStrip(const std::vector<StripStep>& strip) {
-    while (m_pStrip->count() > int(strip.size()) + 1 || (m_pStrip->count() > 0 && strip.empty())) {
+    while (m_pStrip->count() > int(strip.size())) {
         QLayoutItem* item = m_pStrip->takeAt(m_pStrip->count() - 1);
         delete item->widget();
         delete item;
@@ -527,15 +457,11 @@ void CWhyPage::ShowStrip(const std::vector<StripStep>& strip) {
             label->setTextFormat(Qt::PlainText);
             m_pStrip->insertWidget(int(index), label);
         }
-        static const std::map<StripStep::EnState, QString> marks{
-            {StripStep::EnState::Done, QStringLiteral("\u2713 ")},
-            {StripStep::EnState::Waiting, QStringLiteral("\u2026 ")},
-            {StripStep::EnState::Stopped, QStringLiteral("\u2717 ")},
-            {StripStep::EnState::Open, QStringLiteral("\u2013 ")}};
+        static const char* const kMarks[] = {"\u2713 ", "\u2026 ", "\u2717 ", "\u2013 "};
         const StripStep& step = strip[index];
-        label->setObjectName(QStringLiteral("WhyStep%1").arg(index));
-        label->setText(marks.at(step.state) + step.name);
-        label->setProperty("role", QStringLiteral("muted"));
+        label->setObjectName("WhyStep%1"_q.arg(index));
+        label->setText(QString::fromUtf8(kMarks[int(step.state)]) + step.name);
+        label->setProperty("role", "muted"_q);
         label->setProperty("good", step.state == StripStep::EnState::Done      ? QVariant(true)
                                    : step.state == StripStep::EnState::Stopped ? QVariant(false)
                                                                                : QVariant());
@@ -547,7 +473,7 @@ void CWhyPage::ShowSentence() {
     const Subject* subject = Chosen();
     if (!subject) {
         ShowStrip({});
-        m_pSentence->setText(QStringLiteral("Choose a row to see why it is not shown."));
+        m_pSentence->setText("Choose a row to see why it is not shown."_q);
         return;
     }
     const Explanation explained = Explain(*subject);
@@ -559,11 +485,11 @@ void CWhyPage::ShowAnswer() {
     ShowSentence();
     const Subject* subject = Chosen();
     const Explanation explained = subject ? Explain(*subject) : Explanation();
-    m_pAsk->setEnabled(subject && subject->CanAsk());
-    m_pAsk->setToolTip(subject && !subject->CanAsk() ? QStringLiteral("The module asks for this at a login only")
-                                                     : QString());
+    m_pAsk->setEnabled(subject && CanAsk(*subject));
+    m_pAsk->setToolTip(subject && !CanAsk(*subject) ? "The module asks for this at a login only"_q : QString());
     m_pForget->setEnabled(subject && subject->kind == EnKind::Ad && subject->slot == kBottomPopup);
-    if (explained.image != m_strPicture) {
+    // A hidden page must load nothing.
+    if (explained.image != m_strPicture && isVisible()) {
         m_strPicture = explained.image;
         m_pPicture->SetUrl(m_strPicture, QString());
     }
@@ -595,6 +521,7 @@ void CWhyPage::Say(const QString& words, bool good) {
 
 void CWhyPage::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
+    ShowAnswer();
     AskPositions();
 }
 
@@ -612,7 +539,7 @@ void CWhyPage::ForgetServer() {
 }
 
 void CWhyPage::AskPositions() {
-    m_server.Ask("GET", QStringLiteral("/v1/scenario"), QByteArray(), this,
+    m_server.Ask("GET", "/v1/scenario"_q, QByteArray(), this,
                  [this](const ServerAnswer& answer) { OnPositions(answer); });
 }
 
@@ -634,9 +561,8 @@ void CWhyPage::OnPositions(const ServerAnswer& answer) {
 }
 
 void CWhyPage::Push(const char* json) {
-    m_server.Ask("POST", QStringLiteral("/v1/push"), QByteArray(json), this, [this](const ServerAnswer& answer) {
-        Say(answer.error.isEmpty() ? QStringLiteral("Asked by a push of the server") : answer.error,
-            answer.error.isEmpty());
+    m_server.Ask("POST", "/v1/push"_q, QByteArray(json), this, [this](const ServerAnswer& answer) {
+        Say(answer.error.isEmpty() ? "Asked by a push of the server"_q : answer.error, answer.error.isEmpty());
     });
 }
 
@@ -651,7 +577,7 @@ void CWhyPage::AskNow() {
                 Push(R"({"adNew":{"adType":2,"adPosition":42,"delay":0}})");
                 return;
             }
-            Say(QStringLiteral("Asked. The banner is shown here when it comes."), true);
+            Say("Asked. The banner is shown here when it comes."_q, true);
             CAds::AskBanner(subject->slot.position, kBannerSize, [page = QPointer<CWhyPage>(this)](QWidget* banner) {
                 if (page) {
                     page->ShowBanner(banner);
@@ -667,8 +593,8 @@ void CWhyPage::AskNow() {
             const unsigned long session = subject->kind == EnKind::Refresh
                                               ? CPremiumRights::AskAll(true)
                                               : CPremiumRights::AskList({subject->number}, true);
-            Say(session != 0 ? QStringLiteral("Asked, session %1").arg(session)
-                             : QStringLiteral("Nobody was asked: the module is not there or has not started"),
+            Say(session != 0 ? "Asked, session %1"_q.arg(session)
+                             : "Nobody was asked: the module is not there or has not started"_q,
                 session != 0);
         }
     }
@@ -680,7 +606,7 @@ void CWhyPage::ForgetAndAsk() {
         long shown = 0;
         if (core::config_local::AppCfgReadInt64(key, shown) && shown != 0 &&
             !core::config_local::AppCfgSaveInt64(key, 0)) {
-            Say(QStringLiteral("The store did not take the change"), false);
+            Say("The store did not take the change"_q, false);
             return;
         }
     }
@@ -700,31 +626,19 @@ void CWhyPage::ShowBanner(QWidget* banner) {
 void CWhyPage::CopyAnswer() {
     if (const Subject* subject = Chosen()) {
         QApplication::clipboard()->setText(
-            QStringLiteral("%1, user %2\n%3").arg(NameOf(*subject), UserText(), Explain(*subject).ToText()));
-        Say(QStringLiteral("Copied"), true);
+            "%1, user %2\n%3"_q.arg(subject->name, UserText(), Explain(*subject).ToText()));
+        Say("Copied"_q, true);
     }
-}
-
-void CWhyPage::CopyRows() {
-    QStringList lines;
-    for (const QModelIndex& row : m_pTable->selectionModel()->selectedRows()) {
-        QStringList cells;
-        for (int column = 0; column < kColumns.size(); ++column) {
-            cells << row.siblingAtColumn(column).data().toString();
-        }
-        lines << cells.join(QLatin1Char('\t'));
-    }
-    QApplication::clipboard()->setText(lines.join(QLatin1Char('\n')));
 }
 
 QJsonObject CWhyPage::State() const {
     QJsonArray subjects;
     for (const auto& [key, subject] : m_subjects) {
         QJsonObject object = Explain(subject).ToJson();
-        object.insert(QStringLiteral("subject"), NameOf(subject));
-        object.insert(QStringLiteral("name"), TitleOf(subject));
-        object.insert(QStringLiteral("user"), UserText());
+        object.insert("subject"_q, subject.name);
+        object.insert("name"_q, subject.title);
+        object.insert("user"_q, UserText());
         subjects.append(object);
     }
-    return {{QStringLiteral("subjects"), subjects}};
+    return {{"subjects"_q, subjects}};
 }

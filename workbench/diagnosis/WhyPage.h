@@ -47,22 +47,21 @@ protected:
 private:
     enum class EnKind { Ad, Refresh, Vip, Scene, Open, Right };
     struct Subject {
+        QString key;
         EnKind kind = EnKind::Ad;
-        AdSlot slot;        // of an ad
-        int number = 0;     // of a right or a scene
-        qint64 timeMs = 0;  // of an open
-        QString Key() const;
-        bool CanAsk() const;
+        int number = 0;  // a right, a scene or the index of an open; orders the list
+        QString name;
+        QString title;
+        AdSlot slot;  // of an ad
     };
 
     QWidget* NewList();
     QWidget* NewAnswer();
     QPushButton* NewButton(const char* name, const QString& text, void (CWhyPage::*clicked)());
     std::vector<Subject> Subjects() const;
-    std::vector<Subject> FoundRights() const;
+    std::set<int> ListedRights() const;
     Explanation Explain(const Subject& subject) const;
-    QString NameOf(const Subject& subject) const;
-    QString TitleOf(const Subject& subject) const;
+    static bool CanAsk(const Subject& subject);
     QString UserText() const;
     const Subject* Chosen() const;
     void UpdateLater();
@@ -76,7 +75,6 @@ private:
     void AskNow();
     void ForgetAndAsk();
     void CopyAnswer();
-    void CopyRows();
     void Push(const char* json);
     void ShowBanner(QWidget* banner);
     void Say(const QString& words, bool good);

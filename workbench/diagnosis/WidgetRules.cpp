@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "workbench/diagnosis/Literal.h"
 #include "workbench/diagnosis/RightText.h"
 
 namespace widget_rules {
@@ -28,8 +29,8 @@ struct Offer {
 constexpr Offer kOffers[] = {{"Banner", true, true}, {"Locked mask", false, true}, {"Exclusive mask", false, false}};
 
 Rule SourceRule(const CPremiumUIAccessData& record) {
-    return {QStringLiteral("activation source"), right_text::Source(record.nActivationSource),
-            right_text::Source(ZRPremiumSourceVip), record.nActivationSource == ZRPremiumSourceVip};
+    return {"activation source"_q, right_text::Source(record.nActivationSource), right_text::Source(ZRPremiumSourceVip),
+            record.nActivationSource == ZRPremiumSourceVip};
 }
 
 Rule OfferTypeRule(const CPremiumUIAccessData& record, bool servesLimitedTime) {
@@ -37,23 +38,21 @@ Rule OfferTypeRule(const CPremiumUIAccessData& record, bool servesLimitedTime) {
     const bool passes = type == ZRPremiumActivationFrozen || type == ZRPremiumActivationNotActivated ||
                         type == ZRPremiumActivationReady ||
                         (servesLimitedTime && type == ZRPremiumActivationLimitedTime);
-    return {QStringLiteral("activation type"), right_text::Activation(type),
-            servesLimitedTime ? QStringLiteral("limited time, frozen, not activated or ready")
-                              : QStringLiteral("frozen, not activated or ready"),
+    return {"activation type"_q, right_text::Activation(type),
+            servesLimitedTime ? "limited time, frozen, not activated or ready"_q : "frozen, not activated or ready"_q,
             passes};
 }
 
 Rule TextRule(const CPremiumUIAccessData& record, const TextSet& set, bool needsTitle) {
     QStringList missing;
     if (needsTitle && (record.*set.title).isEmpty()) {
-        missing << QStringLiteral("no title");
+        missing << "no title"_q;
     }
     if ((record.*set.button).isEmpty()) {
-        missing << QStringLiteral("no button text");
+        missing << "no button text"_q;
     }
-    return {QStringLiteral("texts"),
-            missing.isEmpty() ? QStringLiteral("complete") : missing.join(QStringLiteral(", ")),
-            needsTitle ? QStringLiteral("title and button text") : QStringLiteral("button text"), missing.isEmpty()};
+    return {"texts"_q, missing.isEmpty() ? "complete"_q : missing.join(", "_q),
+            needsTitle ? "title and button text"_q : "button text"_q, missing.isEmpty()};
 }
 
 }  // namespace
@@ -66,22 +65,21 @@ const Rule* Widget::Refusing() const {
 std::vector<Widget> Of(const CPremiumUIAccessData& record, bool isNewSystem) {
     const int type = record.nActivationType;
     std::vector<Widget> widgets{
-        {QStringLiteral("Icon"),
+        {"Icon"_q,
          QString(),
-         {{QStringLiteral("newer system"), right_text::YesNo(isNewSystem), right_text::YesNo(false), !isNewSystem},
+         {{"newer system"_q, right_text::YesNo(isNewSystem), right_text::YesNo(false), !isNewSystem},
           SourceRule(record),
-          {QStringLiteral("activation type"), right_text::Activation(type), QStringLiteral("any but 0"), type != 0}}},
-        {QStringLiteral("Tag"),
+          {"activation type"_q, right_text::Activation(type), "any but 0"_q, type != 0}}},
+        {"Tag"_q,
          QString(),
          {SourceRule(record),
-          {QStringLiteral("activation type"), right_text::Activation(type),
-           right_text::Activation(ZRPremiumActivationFull), type == ZRPremiumActivationFull}}}};
+          {"activation type"_q, right_text::Activation(type), right_text::Activation(ZRPremiumActivationFull),
+           type == ZRPremiumActivationFull}}}};
     for (const Offer& offer : kOffers) {
         for (const TextSet& set : kTextSets) {
             widgets.push_back({QString::fromUtf8(offer.kind),
                                QString::fromUtf8(set.name),
-                               {{QStringLiteral("UI type"), record.strUIType, QStringLiteral("D"),
-                                 record.strUIType == QLatin1String("D")},
+                               {{"UI type"_q, record.strUIType, "D"_q, record.strUIType == QLatin1String("D")},
                                 OfferTypeRule(record, offer.servesLimitedTime),
                                 TextRule(record, set, offer.needsTitle)}});
         }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QRegularExpression>
 #include <set>
 
 #include "support/ScriptedLog.h"
@@ -19,8 +20,8 @@ inline std::set<const log_table::Row*> RowsRead(CScriptedLog& log) {
         }
         QString rebuilt;
         int done = 0;
-        static const QRegularExpression mark(QStringLiteral("\\{[nw]?\\}"));
-        const QString pattern = QString::fromUtf8(line->row->text);
+        static const QRegularExpression mark(QStringLiteral("\\{[a-z]?\\}"));
+        const QString pattern = log_table::PatternOf(line->row->text);
         auto marks = mark.globalMatch(pattern);
         for (int index = 0; marks.hasNext(); ++index) {
             const auto match = marks.next();

@@ -347,8 +347,8 @@ TEST_F(LogTableTest, EachLineAboutWidgetsAndTheActivationIsRead) {
 
 TEST_F(LogTableTest, NoTwoRowsAreTakenForEachOther) {
     for (const log_table::Row& row : log_table::All()) {
-        QString text = QString::fromUtf8(row.text);
-        for (const char* mark : {"{n}", "{w}", "{}"}) {
+        QString text = log_table::PatternOf(row.text);
+        for (const char* mark : {"{n}", "{t}", "{p}", "{s}", "{w}", "{}"}) {
             text.replace(QString::fromLatin1(mark), QStringLiteral("1"));
         }
         const auto line = log_table::Read(text);
