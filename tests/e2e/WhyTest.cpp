@@ -51,9 +51,13 @@ public:
     /// The next login meets this fault of a path or a command.
     void LogInWith(const char* faults, const std::string& fault) {
         server->Put(faults, fault);
-        client->Login(601);
+        LogInAs(601);
     }
-    void LogInAs(quint64 user) { client->Login(user); }
+    /// Passes the minimum time between two requests of the popup.
+    void LogInAs(quint64 user) {
+        server->Put("/v1/clock", R"({"offsetMs":60000})");
+        client->Login(user);
+    }
     void LogOut() { client->Logout(); }
     void Override(int choice) { Child<QComboBox>("WorkbenchOverride")->setCurrentIndex(choice); }
     void AskRights(const std::string& fault) {

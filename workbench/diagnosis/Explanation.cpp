@@ -235,7 +235,7 @@ void ExplainState(Explanation& explained, const AdScene& scene) {
                    : "Shown since %1%2."_q.arg(Clock(ad.shownMs, scene.localNowMs), AdName(scene));
         return;
     }
-    if (!ad.last && (!ad.red || ad.red->leavesRest)) {
+    if (!ad.last && (!ad.red || (ad.red->leavesRest && ad.red->step == log_table::kStepKept))) {
         explained.strip = Strip(EnKind::Ad, 0);
         explained.state = "not asked"_q;
         explained.sentence = scene.IsBanner()

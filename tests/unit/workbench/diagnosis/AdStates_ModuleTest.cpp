@@ -312,4 +312,6 @@ TEST_F(AdStatesTest, LoginOfAnotherUserStartsAfresh) {
     EXPECT_EQ(tracker.User(), 78u);
     EXPECT_EQ(StateOf(), "not asked");
     EXPECT_TRUE(tracker.Ads().empty());
+    Ask();
+    EXPECT_THAT(Sentence(), StartsWith("It asked again less than 10 s after its last request. Wait until 00:03:40"));
 }
