@@ -75,7 +75,7 @@ TEST_F(AdRefusalTest, PackedTextsOfAPictureTakeNoMemory) {
     PassAMinute();
     const CCost cost;
 
-    Push(kPushCheck, "707");
+    PushCheck("707");
     Override("AdTab", kMarket);
 
     EXPECT_TRUE(WaitInRealTime([this] { return IsCardSeen(); }));
