@@ -6,6 +6,8 @@
 #include <QTableView>
 #include <QTableWidget>
 #include <QTreeWidget>
+#include <algorithm>
+#include <stdexcept>
 
 #include "ClientFixture.h"
 #include "core/attr_market.h"
@@ -84,6 +86,20 @@ TEST_F(WorkbenchOnServerTest, ScenarioIsEditedAndAppliedToTheRunningServer) {
     text->setPlainText(text->toPlainText().replace(QStringLiteral(": -502"), QStringLiteral(": 504")));
     Click(Child<QPushButton>("ScenarioApply"));
     EXPECT_TRUE(WaitInRealTime([this] { return Child<QComboBox>("WorkbenchUser")->findData(504) >= 0; }));
+}
+
+TEST_F(WorkbenchOnServerTest, ReaderOfAnAnswerThatThrowsIsLogged) {
+    StartAndLogIn();
+
+    client->Control().Ask("GET", QStringLiteral("/v1/state"), QByteArray(), window,
+                          [](const ServerAnswer&) { throw std::runtime_error("wrong shape"); });
+
+    EXPECT_TRUE(WaitInRealTime([this] {
+        const auto lines = client->Log().Kept();
+        return std::any_of(lines.begin(), lines.end(), [](const LogEntry& line) {
+            return line.record.text.contains(QStringLiteral("A reader of the server's answer threw: wrong shape"));
+        });
+    }));
 }
 
 TEST_F(WorkbenchOnServerTest, AFaultFailsTheNextRequest) {

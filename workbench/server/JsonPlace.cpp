@@ -9,36 +9,15 @@
 
 namespace {
 
-using json_place::Place;
-
-/// Removes the path's first step and returns its value. Null if there is none. Keys can contain dots, so the longest
-/// key that fits is taken.
-const Json::Value* Step(const Json::Value& json, QString& path) {
-    static const QRegularExpression index(QStringLiteral("^\\[(\\d+)\\]\\.?"));
-    const auto match = index.match(path);
-    if (json.isArray() && match.hasMatch()) {
-        const uint item = match.captured(1).toUInt();
-        path.remove(0, match.capturedLength());
-        return item < json.size() ? &json[Json::ArrayIndex(item)] : nullptr;
+/// Returns the member or the item of this name; null if there is none.
+const Json::Value* Child(const Json::Value& json, const QString& name) {
+    bool isIndex = false;
+    const uint index = name.toUInt(&isIndex);
+    if (json.isArray()) {
+        return isIndex && index < json.size() ? &json[Json::ArrayIndex(index)] : nullptr;
     }
-    QString longest;
-    for (const std::string& member : json.isObject() ? json.getMemberNames() : std::vector<std::string>()) {
-        const QString key = QString::fromStdString(member);
-        const bool ends = path.size() == key.size() ||
-                          (path.size() > key.size() &&
-                           (path[key.size()] == QLatin1Char('.') || path[key.size()] == QLatin1Char('[')));
-        if (path.startsWith(key) && ends && key.size() > longest.size()) {
-            longest = key;
-        }
-    }
-    if (longest.isEmpty()) {
-        return nullptr;
-    }
-    path.remove(0, longest.size());
-    if (path.startsWith(QLatin1Char('.'))) {
-        path.remove(0, 1);
-    }
-    return &json::Member(json, longest.toStdString());
+    const std::string key = name.toStdString();
+    return json.isObject() ? json.find(key.data(), key.data() + key.size()) : nullptr;
 }
 
 /// Converts bytes of UTF-8 to characters.
@@ -48,7 +27,8 @@ int Characters(const QByteArray& bytes, ptrdiff_t count) {
 
 }  // namespace
 
-std::optional<Place> json_place::AtKey(const QString& text, const QString& path) {
+std::optional<json_place::Place> json_place::AtKey(const QString& text, const QString& path) {
+    static const QRegularExpression separators(QStringLiteral("[.\\[\\]]+"));
     const QByteArray bytes = text.toUtf8();
     std::string error;
     const auto json = host::ParseJson(bytes.toStdString(), error);
@@ -56,34 +36,27 @@ std::optional<Place> json_place::AtKey(const QString& text, const QString& path)
         return std::nullopt;
     }
     const Json::Value* at = &*json;
-    QString rest = path;
-    while (!rest.isEmpty()) {
-        const Json::Value* next = Step(*at, rest);
-        if (!next) {
+    const QStringList names = path.split(separators, Qt::SkipEmptyParts);
+    for (const QString& name : names) {
+        const Json::Value* child = Child(*at, name);
+        if (!child) {
             break;
         }
-        at = next;
+        at = child;
     }
     const int start = Characters(bytes, at->getOffsetStart());
     return Place{start, Characters(bytes, at->getOffsetLimit()) - start};
 }
 
-std::optional<Place> json_place::OfError(const QString& text, const QString& error) {
-    static const QRegularExpression syntax(QStringLiteral("Line (\\d+), Column (\\d+)"));
+std::optional<json_place::Place> json_place::OfError(const QString& text, const QString& error) {
+    static const QRegularExpression syntax(QStringLiteral("^not JSON.*Line (\\d+), Column (\\d+)"));
     const auto match = syntax.match(error);
-    if (error.startsWith(QStringLiteral("not JSON")) && match.hasMatch()) {
-        const QStringList lines = text.split(QLatin1Char('\n'));
-        const int line = std::min(match.captured(1).toInt() - 1, lines.size() - 1);
-        int start = 0;
-        for (int before = 0; before < line; ++before) {
-            start += lines[before].size() + 1;
-        }
-        const QString start8 = QString::fromUtf8(lines[line].toUtf8().left(match.captured(2).toInt() - 1));
-        return Place{start + start8.size(), std::min(1, lines[line].size() - start8.size())};
+    if (!match.hasMatch()) {
+        return AtKey(text, error.section(QStringLiteral(": "), 0, 0));
     }
-    return AtKey(text, error.section(QStringLiteral(": "), 0, 0));
-}
-
-QStringList json_place::Errors(const QString& answer) {
-    return answer.split(QStringLiteral("; "), Qt::SkipEmptyParts);
+    const QStringList lines = text.split(QLatin1Char('\n'));
+    const int line = std::min(match.captured(1).toInt() - 1, lines.size() - 1);
+    const int before = lines.mid(0, line).join(QLatin1Char('\n')).size() + (line > 0 ? 1 : 0);
+    const int column = Characters(lines[line].toUtf8(), match.captured(2).toInt() - 1);
+    return Place{before + column, std::min(1, lines[line].size() - column)};
 }

@@ -2,7 +2,6 @@
 
 #include <QString>
 #include <optional>
-#include <vector>
 
 /// Finds the values that a server's errors name in a JSON text.
 namespace json_place {
@@ -13,14 +12,11 @@ struct Place {
     int length = 0;
 };
 
-/// Returns the value at a key path such as users[2].id, or the innermost value that contains it. The whole text for a
-/// path that leads nowhere. Nothing if the text is not JSON.
+/// Returns the value at a key path such as users[2].id, or the innermost value that contains it. Nothing if the text
+/// is not JSON.
 std::optional<Place> AtKey(const QString& text, const QString& path);
 
 /// Returns the place that an error of the server names: by its key path, or by the line and column of a syntax error.
 std::optional<Place> OfError(const QString& text, const QString& error);
-
-/// Splits the server's answer into single errors.
-QStringList Errors(const QString& answer);
 
 }  // namespace json_place

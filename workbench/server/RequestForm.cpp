@@ -88,52 +88,36 @@ struct FieldValue {
     QString error;
 };
 
-FieldValue ReadNumber(const QString& text) {
-    bool isSigned = false;
-    bool isUnsigned = false;
-    const qlonglong number = text.toLongLong(&isSigned);
-    const qulonglong large = text.toULongLong(&isUnsigned);
-    if (!isSigned && !isUnsigned) {
-        return {{}, QStringLiteral("no whole number: %1").arg(text)};
-    }
-    return {isSigned ? Json::Value(Json::Int64(number)) : Json::Value(Json::UInt64(large)), {}};
-}
-
-FieldValue ReadList(const QString& text, bool ofNumbers) {
-    static const QRegularExpression gap(QStringLiteral("[\\s,;]+"));
-    Json::Value list(Json::arrayValue);
-    const QStringList words = text.split(gap, Qt::SkipEmptyParts);
-    for (const QString& word : words) {
-        const FieldValue item = ofNumbers ? ReadNumber(word) : FieldValue{Json::Value(word.toStdString()), {}};
-        if (!item.json) {
-            return item;
-        }
-        list.append(*item.json);
-    }
-    return {list, {}};
-}
-
+/// Reads the text of a field, which is not empty.
 FieldValue Read(EnType type, const QString& text) {
-    std::string error;
-    switch (type) {
-        case EnType::Number:
-            return ReadNumber(text);
-        case EnType::Text:
-            return {Json::Value(text == kEmptyText ? std::string() : text.toStdString()), {}};
-        case EnType::Numbers:
-        case EnType::Texts:
-            return ReadList(text, type == EnType::Numbers);
-        case EnType::Flag:
-        case EnType::Json:
-            break;
+    if (type == EnType::Text) {
+        return {Json::Value(text == kEmptyText ? std::string() : text.toStdString()), {}};
     }
+    if (type == EnType::Numbers || type == EnType::Texts) {
+        static const QRegularExpression gap(QStringLiteral("[\\s,;]+"));
+        Json::Value list(Json::arrayValue);
+        const QStringList words = text.split(gap, Qt::SkipEmptyParts);
+        for (const QString& word : words) {
+            const FieldValue item = Read(type == EnType::Numbers ? EnType::Number : EnType::Text, word);
+            if (!item.json) {
+                return item;
+            }
+            list.append(*item.json);
+        }
+        return {list, {}};
+    }
+    std::string error;
     const auto json = host::ParseJson(text.toStdString(), error);
-    if (json && (type == EnType::Json || json->isBool())) {
+    if (json && (type == EnType::Json || (type == EnType::Number ? json->isIntegral() : json->isBool()))) {
         return {json, {}};
     }
-    return {{},
-            json ? QStringLiteral("neither true nor false")
-                 : QStringLiteral("not JSON: %1").arg(QString::fromStdString(error).simplified())};
+    if (type == EnType::Json) {
+        return {{}, QStringLiteral("not JSON: %1").arg(QString::fromStdString(error).simplified())};
+    }
+    const bool isNumber = type == EnType::Number;
+    return {
+        {},
+        (isNumber ? QStringLiteral("no whole number: %1") : QStringLiteral("neither true nor false: %1")).arg(text)};
 }
 
 /// The text of a field that shows the value.

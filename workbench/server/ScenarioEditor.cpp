@@ -4,7 +4,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
-#include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
@@ -13,7 +12,6 @@
 #include <QPushButton>
 #include <QSaveFile>
 #include <QSignalBlocker>
-#include <QTextDocument>
 
 #include "workbench/server/JsonPlace.h"
 #include "workbench/server/RequestForm.h"
@@ -21,7 +19,6 @@
 namespace {
 
 constexpr int kErrorLines = 4;
-constexpr qint64 kMaxFileBytes = 32 * 1024 * 1024;  // the server's limit
 const QString kOfServer = QStringLiteral("Running on the server");
 const QString kBuiltIn = QStringLiteral("Built in");
 
@@ -43,37 +40,31 @@ CScenarioEditor::CScenarioEditor(IControlClient& server, QWidget* parent)
     m_pSource->addItems({kOfServer, kBuiltIn});
     m_pText->setObjectName(QStringLiteral("ScenarioText"));
     m_pText->setAccessibleName(QStringLiteral("Scenario"));
-    m_pText->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     m_pText->setLineWrapMode(QPlainTextEdit::NoWrap);
     m_pText->setTabChangesFocus(true);
     m_pErrors->setObjectName(QStringLiteral("ScenarioErrors"));
     m_pErrors->setAccessibleName(QStringLiteral("Errors of the scenario"));
     m_pErrors->setFixedHeight(m_pErrors->fontMetrics().lineSpacing() * kErrorLines);
     m_pErrors->hide();
-    auto* line = new QHBoxLayout;
-    line->addWidget(m_pSource, 1);
-    AddButtons(line);
+    auto* buttons = new QHBoxLayout;
+    const auto add = [&](const char* name, const QString& text, const auto& action) {
+        auto* button = new QPushButton(text, this);
+        button->setObjectName(QString::fromLatin1(name));
+        buttons->addWidget(button);
+        connect(button, &QPushButton::clicked, this, action);
+    };
+    add("ScenarioChoose", QStringLiteral("Choose file"), &CScenarioEditor::ChooseFile);
+    add("ScenarioOpen", QStringLiteral("Open"), &CScenarioEditor::Open);
+    add("ScenarioSave", QStringLiteral("Save to file"), &CScenarioEditor::Save);
+    add("ScenarioApply", QStringLiteral("Apply to server"), &CScenarioEditor::Apply);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addLayout(line);
+    layout->addWidget(m_pSource);
+    layout->addLayout(buttons);
     layout->addWidget(m_pText, 1);
     layout->addWidget(m_pErrors);
     layout->addWidget(m_pOutcome);
     connect(m_pErrors, &QListWidget::currentRowChanged, this, &CScenarioEditor::Select);
-    connect(m_pText->document(), &QTextDocument::modificationChanged, this, &CScenarioEditor::EditedChanged);
-}
-
-void CScenarioEditor::AddButtons(QBoxLayout* layout) {
-    const auto add = [&](const char* name, const QString& text, const auto& action) {
-        auto* button = new QPushButton(text, this);
-        button->setObjectName(QString::fromLatin1(name));
-        layout->addWidget(button);
-        connect(button, &QPushButton::clicked, this, action);
-    };
-    add("ScenarioChoose", QStringLiteral("Choose file"), [this] { ChooseFile(); });
-    add("ScenarioOpen", QStringLiteral("Open"), [this] { Open(); });
-    add("ScenarioSave", QStringLiteral("Save to file"), [this] { Save(); });
-    add("ScenarioApply", QStringLiteral("Apply to server"), [this] { Apply(); });
 }
 
 bool CScenarioEditor::IsEdited() const {
@@ -82,16 +73,17 @@ bool CScenarioEditor::IsEdited() const {
 
 void CScenarioEditor::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
-    if (!m_bRead && !IsEdited()) {
+    if (m_strName.isEmpty() && !IsEdited()) {
         OpenNow();
     }
 }
 
 void CScenarioEditor::ForgetServer() {
-    if (m_strName == kOfServer) {
-        m_bRead = false;
-        if (isVisible() && !IsEdited()) {
-            Read(QStringLiteral("/v1/scenario"));
+    if (m_strName == kOfServer && !IsEdited()) {
+        m_strName.clear();
+        m_pSource->setEditText(kOfServer);
+        if (isVisible()) {
+            Read();
         }
     }
 }
@@ -103,7 +95,6 @@ QString CScenarioEditor::Source() const {
 // Lists the scenarios that are in the same folder.
 void CScenarioEditor::ListFiles(const QString& file) {
     const QDir folder = QFileInfo(file).absoluteDir();
-    const QSignalBlocker blocker(m_pSource);
     m_pSource->clear();
     m_pSource->addItems({kOfServer, kBuiltIn});
     const QStringList names = folder.entryList({QStringLiteral("*.json")}, QDir::Files, QDir::Name);
@@ -120,32 +111,25 @@ void CScenarioEditor::ChooseFile() {
     dialog->open();
 }
 
+// Asks about unsaved edits. Nothing is opened if the user cancels, or if saving fails.
 void CScenarioEditor::Open() {
-    SaveFirst([this] { OpenNow(); });
-}
-
-// Asks about unsaved edits. Nothing follows if the user cancels, or if saving fails.
-void CScenarioEditor::SaveFirst(const std::function<void()>& then) {
     if (!IsEdited()) {
-        then();
+        OpenNow();
         return;
     }
     auto* question = new QMessageBox(QMessageBox::Question, QStringLiteral("Unsaved edits"),
                                      QStringLiteral("The scenario has unsaved edits."),
                                      QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
     question->setObjectName(QStringLiteral("ScenarioQuestion"));
-    question->setTextFormat(Qt::PlainText);
     question->setAttribute(Qt::WA_DeleteOnClose);
-    connect(question, &QMessageBox::finished, this, [this, then](int answer) {
-        if (answer == QMessageBox::Discard) {
-            then();
-        } else if (answer == QMessageBox::Save) {
-            const QString wanted = Source();
+    connect(question, &QMessageBox::finished, this, [this](int answer) {
+        const QString wanted = Source();
+        if (answer == QMessageBox::Save) {
             m_pSource->setEditText(m_strName);
-            if (Save()) {
-                m_pSource->setEditText(wanted);
-                then();
-            }
+        }
+        if (answer == QMessageBox::Discard || (answer == QMessageBox::Save && Save())) {
+            m_pSource->setEditText(wanted);
+            OpenNow();
         }
     });
     question->open();
@@ -154,7 +138,7 @@ void CScenarioEditor::SaveFirst(const std::function<void()>& then) {
 void CScenarioEditor::OpenNow() {
     const QString source = Source();
     if (source == kOfServer || source == kBuiltIn) {
-        Read(source == kOfServer ? QStringLiteral("/v1/scenario") : QStringLiteral("/v1/scenario/builtIn"));
+        Read();
         return;
     }
     QFile file(source);
@@ -162,32 +146,26 @@ void CScenarioEditor::OpenNow() {
         ShowOutcome(m_pOutcome, QStringLiteral("Can't be read: %1").arg(file.errorString()), false);
         return;
     }
-    if (file.size() > kMaxFileBytes) {
-        ShowOutcome(m_pOutcome, QStringLiteral("Can't be read: larger than 32 MiB"), false);
-        return;
-    }
     ListFiles(source);
     SetText(source, QString::fromUtf8(file.readAll()));
 }
 
-void CScenarioEditor::Read(const QString& path) {
-    m_bRead = true;
-    m_server.Ask("GET", path, QByteArray(), this,
-                 [this, name = Source(), revision = m_pText->document()->revision()](const ServerAnswer& answer) {
+void CScenarioEditor::Read() {
+    const QString source = Source();
+    const char* path = source == kBuiltIn ? "/v1/scenario/builtIn" : "/v1/scenario";
+    m_server.Ask("GET", QString::fromLatin1(path), QByteArray(), this,
+                 [this, source, revision = m_pText->document()->revision()](const ServerAnswer& answer) {
                      if (!answer.error.isEmpty()) {
-                         m_bRead = false;
                          ShowOutcome(m_pOutcome, answer.Failure(), false);
                      } else if (revision == m_pText->document()->revision()) {
-                         SetText(name, json::Indented(answer.body));
+                         SetText(source, json::Indented(answer.body));
                      }
                  });
 }
 
 void CScenarioEditor::SetText(const QString& name, const QString& text) {
     m_strName = name;
-    m_bRead = true;
     m_pText->setPlainText(text);
-    m_pText->document()->setModified(false);
     m_pErrors->hide();
     ShowOutcome(m_pOutcome, QStringLiteral("Opened: %1").arg(name), true);
 }
@@ -232,7 +210,7 @@ void CScenarioEditor::Apply() {
 void CScenarioEditor::ShowErrors(const QString& answer) {
     const QSignalBlocker blocker(m_pErrors);
     m_pErrors->clear();
-    m_pErrors->addItems(json_place::Errors(answer));
+    m_pErrors->addItems(answer.split(QStringLiteral("; ")));
     m_pErrors->show();
     m_pErrors->setCurrentRow(0);
     Select(0);
@@ -241,12 +219,11 @@ void CScenarioEditor::ShowErrors(const QString& answer) {
 void CScenarioEditor::Select(int error) {
     const auto* item = m_pErrors->item(error);
     const auto place = item ? json_place::OfError(m_pText->toPlainText(), item->text()) : std::nullopt;
-    if (!place) {
-        return;
+    if (place) {
+        QTextCursor cursor = m_pText->textCursor();
+        cursor.setPosition(place->start);
+        cursor.setPosition(place->start + place->length, QTextCursor::KeepAnchor);
+        m_pText->setTextCursor(cursor);
+        m_pText->centerCursor();
     }
-    QTextCursor cursor = m_pText->textCursor();
-    cursor.setPosition(place->start);
-    cursor.setPosition(place->start + place->length, QTextCursor::KeepAnchor);
-    m_pText->setTextCursor(cursor);
-    m_pText->centerCursor();
 }

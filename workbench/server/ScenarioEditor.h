@@ -19,39 +19,33 @@ public:
     explicit CScenarioEditor(IControlClient& server, QWidget* parent = nullptr);
 
     bool IsEdited() const;
-
     /// The scenario that was opened or saved last.
     QString Name() const { return m_strName; }
-
-    /// Must be called for a new or restarted server. Reads its scenario again, unless there are edits or a file.
+    /// Must be called for a new server or another scenario of it. Reads it again, unless there are edits or a file.
     void ForgetServer();
 
 Q_SIGNALS:
     /// The server runs the scenario of the editor.
     void Applied();
-    void EditedChanged();
 
 protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    void AddButtons(class QBoxLayout* layout);
     QString Source() const;
     void ListFiles(const QString& file);
     void ChooseFile();
     void Open();
     void OpenNow();
-    void Read(const QString& path);
+    void Read();
     void SetText(const QString& name, const QString& text);
     bool Save();
-    void SaveFirst(const std::function<void()>& then);
     void Apply();
     void ShowErrors(const QString& answer);
     void Select(int error);
 
     IControlClient& m_server;
     QString m_strName;
-    bool m_bRead = false;
     QComboBox* m_pSource;
     QPlainTextEdit* m_pText;
     QListWidget* m_pErrors;

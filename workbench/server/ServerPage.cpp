@@ -15,7 +15,6 @@
 #include "workbench/server/FaultTable.h"
 #include "workbench/server/PopupOverrides.h"
 #include "workbench/server/RequestForms.h"
-#include "workbench/server/RightsRequest.h"
 #include "workbench/server/ScenarioEditor.h"
 
 namespace {
@@ -112,8 +111,7 @@ QWidget* CServerPage::NewUserTab() {
     layout->addRow(QStringLiteral("Edited user"), m_pUser);
     layout->addRow(m_pWho);
     connect(m_pUser, qOverload<int>(&QComboBox::currentIndexChanged), this, &CServerPage::ShowWho);
-    return NewPage("UserPage",
-                   {who, m_pOfUser, NewTitle(QStringLiteral("Request of the client's rights")), new CRightsRequest});
+    return NewPage("UserPage", {who, m_pOfUser});
 }
 
 QWidget* CServerPage::NewFaultTab() {

@@ -7,8 +7,7 @@ using namespace ::testing;
 namespace {
 
 const QString kText = QStringLiteral(R"({"name": "é日",
- "users": [{"id": 1}, {"id": 22, "premium": {"rights": [3, 44]}}],
- "commonConfig": {"a.b": {"c": 5}, "a": {"b": 6}}})");
+ "users": [{"id": 1}, {"id": 22, "premium": {"rights": [3, 44]}}]})");
 
 QString At(const char* path) {
     const auto place = json_place::AtKey(kText, QString::fromLatin1(path));
@@ -27,7 +26,6 @@ TEST(JsonPlaceTest, KeyPathLeadsToItsValue) {
     EXPECT_EQ(At("users[1].id"), QStringLiteral("22"));
     EXPECT_EQ(At("users[1].premium.rights[1]"), QStringLiteral("44"));
     EXPECT_EQ(At("name"), QStringLiteral("\"é日\""));
-    EXPECT_EQ(At("commonConfig.a.b.c"), QStringLiteral("5"));
 }
 
 TEST(JsonPlaceTest, PathThatEndsEarlyLeadsToTheInnermostValue) {
@@ -37,6 +35,7 @@ TEST(JsonPlaceTest, PathThatEndsEarlyLeadsToTheInnermostValue) {
     EXPECT_EQ(At("name.first[1]"), QStringLiteral("\"é日\""));
     EXPECT_EQ(At("[0]"), kText);
     EXPECT_EQ(At("user"), kText);
+    EXPECT_EQ(At("users.x"), At("users"));
 }
 
 TEST(JsonPlaceTest, ErrorLeadsToItsKeyOrToItsLineAndColumn) {
@@ -45,9 +44,4 @@ TEST(JsonPlaceTest, ErrorLeadsToItsKeyOrToItsLineAndColumn) {
               QStringLiteral("8 x"));
     EXPECT_EQ(OfError(QStringLiteral("{"), "not JSON: * Line 9, Column 70 Missing"), QStringLiteral("1 "));
     EXPECT_EQ(OfError(QStringLiteral("{"), "users: missing"), QStringLiteral("none"));
-}
-
-TEST(JsonPlaceTest, AnswerIsSplitIntoErrors) {
-    EXPECT_THAT(json_place::Errors(QStringLiteral("a: x; b: y")),
-                ElementsAre(QStringLiteral("a: x"), QStringLiteral("b: y")));
 }

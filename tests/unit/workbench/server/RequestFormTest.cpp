@@ -187,7 +187,7 @@ TEST_F(RequestFormTest, TextOfAnotherTypeIsNamedAndNotSent) {
          {Wrong{"number", "1.5", "Number: no whole number: 1.5"},
           Wrong{"number", "18446744073709551616", "Number: no whole number: 18446744073709551616"},
           Wrong{"list", "1 x", "List: no whole number: x"}, Wrong{"flag", "7", "Flag: neither true nor false"},
-          Wrong{"flag", "yes", "Flag: not JSON: "}, Wrong{"json", "{", "Json: not JSON: "}}) {
+          Wrong{"flag", "yes", "Flag: neither true nor false: yes"}, Wrong{"json", "{", "Json: not JSON: "}}) {
         Type(wrong.key, wrong.text);
         Click(Button("ThingSend"));
         EXPECT_THAT(Shown(), StartsWith(wrong.shown));

@@ -9,7 +9,6 @@
 #include <algorithm>
 
 #include "FakeControlClient.h"
-#include "FakeGrowthService.h"
 #include "framework/JsonText.h"
 #include "support/Click.h"
 #include "support/ScriptedHostTest.h"
@@ -91,7 +90,6 @@ protected:
     quint64 EditedUser() { return Child<QComboBox>("ServerUser")->currentData().toULongLong(); }
 
     const std::vector<ServerUser> users{{7, QStringLiteral("Ada")}, {8, QStringLiteral("Ben")}};
-    std::shared_ptr<CFakeGrowthService> service = CFakeGrowthService::Offer();
     CFakeControlClient server;
     CServerPage page{server};
 };
@@ -219,7 +217,7 @@ TEST_F(ServerPageTest, AnswersOfEveryShapeAreReadWithoutAnException) {
             const auto answered = server.wishes[next].answered;
             ASSERT_NO_THROW(answered(ServerAnswer::Read(200, QByteArray::fromStdString(text), QString()))) << text;
         }
-        // What was read can be sent again.
+        // A value that was read can be sent again.
         for (const char* button : {"GrantRightSend", "UserPremiumSend", "UserVipSend", "UserTradeSend",
                                    "UserAIChatSend", "AdSlotSend", "ConfigurationSend"}) {
             ASSERT_NO_THROW(Child<QPushButton>(button)->click()) << text;
