@@ -26,7 +26,6 @@
 #include "Theme.h"
 #include "core/config_local.h"
 #include "ui/ZRWebImageWidget.h"
-#include "workbench/PanelWidgets.h"
 #include "workbench/Tables.h"
 #include "workbench/TimeText.h"
 #include "workbench/WireDecoder.h"
@@ -50,6 +49,13 @@ const QStringList kColumns{"Subject"_q, "Name"_q, "State"_q, "Ads"_q, "User"_q};
 // The choices of kinds, and the first letters of the keys that belong to them.
 constexpr std::pair<const char*, const char*> kKinds[] = {
     {"All", ""}, {"Ads", "a"}, {"AI chat", "co"}, {"Rights and VIP", "rv"}};
+
+template <class Widget>
+Widget* NewWidget(const char* name, QWidget* parent) {
+    auto* widget = new Widget(parent);
+    widget->setObjectName(QString::fromLatin1(name));
+    return widget;
+}
 
 /// Shows the rows of a kind that contain each word of the search in any column.
 class CSubjectFilter : public QSortFilterProxyModel {
@@ -123,14 +129,14 @@ CWhyPage::CWhyPage(const CTracker& tracker, CPremiumRights& rights, const CAICha
       m_server(server),
       m_pModel(new QStandardItemModel(this)),
       m_pFilter(new CSubjectFilter(this)),
-      m_pTable(panel::New<QTableView>("WhyTable", this)),
-      m_pSearch(panel::New<QLineEdit>("WhySearch", this)),
-      m_pKind(panel::New<QComboBox>("WhyKind", this)),
-      m_pNothing(panel::New<QLabel>("WhyNothing", this)),
-      m_pClock(panel::New<QLabel>("WhyClock", this)),
-      m_pSentence(panel::New<QLabel>("WhySentence", this)),
-      m_pMessage(panel::New<QLabel>("WhyMessage", this)),
-      m_pDetail(panel::New<QTreeWidget>("WhyDetail", this)),
+      m_pTable(NewWidget<QTableView>("WhyTable", this)),
+      m_pSearch(NewWidget<QLineEdit>("WhySearch", this)),
+      m_pKind(NewWidget<QComboBox>("WhyKind", this)),
+      m_pNothing(NewWidget<QLabel>("WhyNothing", this)),
+      m_pClock(NewWidget<QLabel>("WhyClock", this)),
+      m_pSentence(NewWidget<QLabel>("WhySentence", this)),
+      m_pMessage(NewWidget<QLabel>("WhyMessage", this)),
+      m_pDetail(NewWidget<QTreeWidget>("WhyDetail", this)),
       m_pPicture(new ZRWebImageWidget(this)),
       m_pAsk(NewButton("WhyAsk", "Ask now"_q, &CWhyPage::AskNow)),
       m_pForget(NewButton("WhyForget", "Forget and ask"_q, &CWhyPage::ForgetAndAsk)) {
@@ -170,7 +176,7 @@ CWhyPage::CWhyPage(const CTracker& tracker, CPremiumRights& rights, const CAICha
 }
 
 QPushButton* CWhyPage::NewButton(const char* name, const QString& text, void (CWhyPage::*clicked)()) {
-    auto* button = panel::New<QPushButton>(name, this);
+    auto* button = NewWidget<QPushButton>(name, this);
     button->setText(text);
     connect(button, &QPushButton::clicked, this, clicked);
     return button;
@@ -199,7 +205,7 @@ QWidget* CWhyPage::NewList() {
         label->setTextFormat(Qt::PlainText);
         label->setWordWrap(true);
     }
-    auto* popupPanel = panel::New<QPushButton>("AdPanelOpen", list);
+    auto* popupPanel = NewWidget<QPushButton>("AdPanelOpen", list);
     popupPanel->setText("Popup panel"_q);
     connect(popupPanel, &QPushButton::clicked, this, [this] { CAdPanelWindow::Open(window()); });
     auto* head = new QHBoxLayout;
