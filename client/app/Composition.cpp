@@ -262,25 +262,27 @@ void CComposition::OnServerReady(const ServerEndpoint& endpoint) {
     Q_EMIT ServerReady(endpoint);
 }
 
-// Another program can take the ports, so nothing is sent there any more.
+// Another program can take the ports, so nothing is sent there any more. Open pages stay the server's own, so that
+// they can show the lost connection; the next server has another origin.
 void CComposition::OnServerLost() {
     m_channel.Close();
     m_control.Close();
     m_token.clear();
-    UseHttpServer(QUrl());
+    AllowInsecureOrigin(QUrl());
 }
 
-void CComposition::UseHttpServer(const QUrl& server) {
+void CComposition::AllowInsecureOrigin(const QUrl& server) {
     m_http.AllowInsecureOrigin(server);
     m_pictures.AllowInsecureOrigin(server);
-    m_domains.Set("api", server.toString().toStdString());
 }
 
 void CComposition::OnServerState(const ServerState& state) {
     if (m_bEnded) {
         return;
     }
-    UseHttpServer(state.httpPort == 0 ? QUrl() : Loopback("http", state.httpPort));
+    const QUrl server = state.httpPort == 0 ? QUrl() : Loopback("http", state.httpPort);
+    AllowInsecureOrigin(server);
+    m_domains.Set("api", server.toString().toStdString());
     m_users = state.users;
     Q_EMIT UsersChanged();
     if (!m_channel.IsConnected()) {

@@ -89,7 +89,7 @@ private:
     void OnServerReady(const ServerEndpoint& endpoint);
     void OnServerLost();
     void OnServerState(const ServerState& state);
-    void UseHttpServer(const QUrl& server);
+    void AllowInsecureOrigin(const QUrl& server);
     void OnHostFrame(const channel::Frame& frame);
     void OnLoggedIn();
     bool OpenWeb(const QUrl& url, const QVariant& extra);

@@ -48,7 +48,18 @@ TEST_F(ReportContractTest, EventsKeepTheirOrder) {
     }
 }
 
-TEST_F(ReportContractTest, AnEventWithTheBodyOfTheLargestAnswerReachesTheServerUnchanged) {
+TEST_F(ReportContractTest, ATextOf16KiBReachesTheServerUnchanged) {
+    Json::Value params;
+    params["error_content"] = std::string(16 << 10, 'x');
+
+    EXPECT_TRUE(Report("SingleAdvertisementPullDataResult", 2, params, 0));
+
+    const auto events = m_set->WaitForEvents(1);
+    ASSERT_THAT(events, SizeIs(1));
+    EXPECT_TRUE(events[0].params == params);
+}
+
+TEST_F(ReportContractTest, TheBeginningOfALongerTextReachesTheServer) {
     Json::Value params;
     std::string body;
     while (body.size() < 8u << 20) {
@@ -60,7 +71,8 @@ TEST_F(ReportContractTest, AnEventWithTheBodyOfTheLargestAnswerReachesTheServerU
 
     const auto events = m_set->WaitForEvents(1);
     ASSERT_THAT(events, SizeIs(1));
-    EXPECT_TRUE(events[0].params == params);
+    const std::string arrived = events[0].params["error_content"].asString();
+    EXPECT_EQ(arrived.compare(0, 16'000, body, 0, 16'000), 0);
 }
 
 TEST_F(ReportContractTest, AMeasurementReportsUnderItsEventsName) {

@@ -140,7 +140,7 @@ TEST_F(AdRefusalTest, ABannerOfThreeAdsShowsADotForEach) {
     ASSERT_NO_FATAL_FAILURE(StartAndSeeNothing());
     Override("AdTab", kMarket);
     ASSERT_TRUE(WaitForBanner(7));
-    ASSERT_TRUE(WaitInRealTime([this] { return Pictured().size() == 4; }));
+    ASSERT_TRUE(WaitInRealTime([this] { return Pictured().size() == 3; }));
     ASSERT_NE(Slide(2), nullptr);
     EXPECT_TRUE(Slide(0)->isVisible());
     EXPECT_GT(ColoursAt(*Banner(7)), 200u);

@@ -143,7 +143,7 @@ TEST_F(RightsTest, TheServiceHoldsTheScenariosRights) {
     EXPECT_FALSE(Service()->IsNewVipSystem());
     Child<QComboBox>("WorkbenchEdition")->setCurrentIndex(1);
     EXPECT_TRUE(Service()->IsNewVipSystem());
-    EXPECT_TRUE(Says("VipNewSystem", "yes"));
+    EXPECT_TRUE(Says("UserFact_vipNewerSystem", "yes"));
 }
 
 TEST_F(RightsTest, ActivatedRightIsLimitedInTheModuleAfterThePush) {
@@ -217,14 +217,13 @@ TEST_F(RightsTest, ALogoutEmptiesTableAndPageWithoutAMessage) {
     EXPECT_THAT(told, IsEmpty());
     EXPECT_THAT(Rights(), IsEmpty());
     EXPECT_TRUE(WaitInRealTime([this] { return ListedRights() == 0; }));
-    EXPECT_TRUE(Says("VipQualification", "no"));
-    EXPECT_TRUE(Says("VipGrade", "0"));
+    EXPECT_TRUE(Says("UserFact_vipOlderSystem", "no: state 0, not 1; not qualified"));
 }
 
 TEST_F(RightsTest, TheTradeModuleDecidesOnWhoIsNoMember) {
     LogIn(502);
     EXPECT_EQ(Service()->GetVipEngineStatus(), kVipEngineNonMember);
-    EXPECT_TRUE(Says("VipEngineStatus", "no member"));
+    EXPECT_TRUE(Says("UserFact_vipNewerSystem", "no member"));
 
     LogIn(503);
     EXPECT_EQ(Service()->GetVipEngineStatus(), kVipEngineUndetermined);
@@ -258,7 +257,7 @@ TEST_F(RightsTest, APushOfTheVipStatusRefreshesIt) {
     ASSERT_TRUE(WaitInRealTime([this] { return ReceivedOf(80052) == 1; }));
     EXPECT_EQ(Service()->GetVipGrade(), 3);
     EXPECT_EQ(Service()->GetVipEngineStatus(), kVipEngineExpired);
-    EXPECT_TRUE(Says("VipEngineStatus", "expired"));
+    EXPECT_TRUE(Says("UserFact_vipNewerSystem", "expired"));
 }
 
 TEST_F(RightsTest, ALanguageBringsItsTexts) {
@@ -352,9 +351,9 @@ TEST_F(RightsTest, TheWorkbenchBreaksAnAnswerAndPushes) {
     Press("ReplyFaultSend");
     ASSERT_TRUE(WaitInRealTime([this] { return Says("ReplyFaultOutcome", "Done"); }));
     Service()->GetUiMsgAndPremiumAccessReq(false);
-    ASSERT_TRUE(WaitInRealTime([this] { return Says("RefreshPremium", "code 5"); }));
+    ASSERT_TRUE(WaitForWhy("Rights", "code 5"));
     Service()->GetUiMsgAndPremiumAccessReq(false);
-    ASSERT_TRUE(WaitInRealTime([this] { return Says("RefreshPremium", "good"); }));
+    ASSERT_TRUE(WaitForWhy("Rights", "good"));
     EXPECT_EQ(LastRequest(), "0801");
 
     // and both pushes

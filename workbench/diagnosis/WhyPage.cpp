@@ -25,6 +25,7 @@
 #include "PremiumRights.h"
 #include "Theme.h"
 #include "core/config_local.h"
+#include "ui/KitPaint.h"
 #include "ui/ZRWebImageWidget.h"
 #include "workbench/Tables.h"
 #include "workbench/TimeText.h"
@@ -92,14 +93,9 @@ bool operator==(const Detail& left, const Detail& right) {
                       [](const Detail& one, const Detail& other) { return one == other; });
 }
 
-/// A server's text is never read as rich text.
-QString PlainToolTip(const QString& text) {
-    return "<p style='white-space:pre-wrap'>%1</p>"_q.arg(text.toHtmlEscaped());
-}
-
 void AddDetail(QTreeWidgetItem* parent, const Detail& detail) {
     auto* item = new QTreeWidgetItem(parent, {detail.name, detail.value});
-    item->setToolTip(1, PlainToolTip(detail.value));
+    item->setToolTip(1, host::kit::TipText(detail.value));
     if (detail.good) {
         item->setForeground(1, QColor(*detail.good ? theme::kUp : theme::kDown));
     }
@@ -441,7 +437,7 @@ void CWhyPage::ShowRow(const Subject& subject) {
         QStandardItem* item = m_pModel->item(first->row(), column);
         if (item->text() != texts[column]) {
             item->setText(texts[column]);
-            item->setToolTip(PlainToolTip(texts[column]));
+            item->setToolTip(host::kit::TipText(texts[column]));
             if (column != kColumnSubject) {
                 item->setData(texts[column], kSortRole);
             }
@@ -492,7 +488,8 @@ void CWhyPage::ShowAnswer() {
     const Subject* subject = Chosen();
     const Explanation explained = subject ? Explain(*subject) : Explanation();
     m_pAsk->setEnabled(subject && CanAsk(*subject));
-    m_pAsk->setToolTip(subject && !CanAsk(*subject) ? "The module asks for this at a login only"_q : QString());
+    const bool isAskedAtLogin = subject && !CanAsk(*subject);
+    m_pAsk->setToolTip(isAskedAtLogin ? "The module asks for this at a login only"_q : QString());
     m_pForget->setEnabled(subject && subject->kind == EnKind::Ad && subject->slot == kBottomPopup);
     // A hidden page must load nothing.
     if (explained.image != m_strPicture && isVisible()) {

@@ -19,10 +19,10 @@ namespace core {
 /// is kept in memory without a promise.
 namespace report {
 
-/// Reports an event. `code` and `params` reach the server unchanged.
+/// Reports an event. `code` and `params` reach the server unchanged, except texts of more than 16 KiB: these may lose
+/// their end.
 /// Returns whether the event was accepted.
-/// Failure: false for an empty name, and for an event of more than 25 MiB as JSON in UTF-8. The body of any HTTP answer
-/// fits, unless it consists mostly of control characters.
+/// Failure: false for an empty name, and for an event of more than 4 MiB as JSON in UTF-8 after that.
 ZRHOST_API bool Report(const std::string& event, int code, const Json::Value& params, CSBrokerId broker);
 
 /// Starts a timer. Timers of the same event are independent.

@@ -18,7 +18,7 @@ std::vector<std::string> Foreign(const QString& code) {
         QStringLiteral("(setToolTip\\(|QToolTip::showText\\(|setData\\([^;]*Qt::ToolTipRole)[^;]*;|"
                        "(case|== )\\s*Qt::ToolTipRole[^\\n]*\\n[^\\n]*\\n?[^\\n]*"));
     static const QRegularExpression text(QStringLiteral(
-        "\"(\\\\.|[^\"\\\\])*\"|\\b(setToolTip|tr|QString|QStringLiteral|QToolTip|showText)\\b|\\b\\d+\\b"));
+        "\"(\\\\.|[^\"\\\\])*\"(_q)?|\\b(setToolTip|tr|QString|QStringLiteral|QToolTip|showText)\\b|\\b\\d+\\b"));
     std::vector<std::string> foreign;
     auto uses = use.globalMatch(code);
     while (uses.hasNext()) {

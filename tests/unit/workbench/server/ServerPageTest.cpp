@@ -48,7 +48,8 @@ std::vector<Json::Value> AnswersOfWrongShapes() {
     Json::Value whole = Parsed(kAnswer);
     std::vector<Json::Value*> values;
     CollectValues(whole, values);
-    for (size_t place = 1; place < values.size(); ++place) {
+    // From the end: a restored value has new children.
+    for (size_t place = values.size() - 1; place > 0; --place) {
         for (const char* shape : {"null", "true", "-1", "1e300", "18446744073709551615", "\"x\"", "[]", "[[1]]",
                                   "[1,\"x\"]", "{}", "{\"a\":1}", "[{\"id\":7,\"access\":5}]"}) {
             const Json::Value kept = *values[place];
