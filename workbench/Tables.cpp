@@ -26,6 +26,7 @@ void SetUp(QTableView& table) {
     table.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     table.verticalHeader()->setDefaultSectionSize(kRowHeight);
     table.horizontalHeader()->setHighlightSections(false);
+    table.horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     table.horizontalHeader()->setStretchLastSection(true);
     auto* copy = new QAction(QStringLiteral("Copy rows"), &table);
     copy->setShortcut(QKeySequence::Copy);

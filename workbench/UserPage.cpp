@@ -32,6 +32,7 @@ namespace {
 
 constexpr int kUsersInSight = 16;
 constexpr int kFileHeight = 240;
+constexpr int kTopMargin = 10;
 constexpr int kScrollBarRoom = 8;
 
 using Choices = std::vector<std::pair<QVariant, const char*>>;
@@ -165,7 +166,7 @@ CUserPage::CUserPage(CAIChatEntries& entries, CPremiumRights& rights, const CWir
       m_pFile(new QPlainTextEdit(this)) {
     setObjectName(QStringLiteral("SessionPage"));
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, kScrollBarRoom, 0);
+    layout->setContentsMargins(0, kTopMargin, kScrollBarRoom, 0);
     layout->setSpacing(10);
     layout->addLayout(NewControls());
     layout->addLayout(NewFacts());
