@@ -162,6 +162,7 @@ QLabel* NewOutcomeLine(const QString& name, QWidget* parent) {
     line->setTextFormat(Qt::PlainText);
     line->setWordWrap(true);
     line->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    line->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     return line;
 }
 

@@ -98,6 +98,9 @@ void CServerPage::AddTab(QWidget* page, const QString& title) {
     scroll->setWidgetResizable(true);
     scroll->setFocusPolicy(Qt::NoFocus);
     scroll->setWidget(page);
+    // The background behind the area shows through.
+    page->setAutoFillBackground(false);
+    scroll->viewport()->setAutoFillBackground(false);
     m_pTabs->addTab(scroll, title);
 }
 
