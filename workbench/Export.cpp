@@ -33,7 +33,8 @@ QJsonValue Redacted(const QJsonValue& json, const CRedactor& aliases) {
     }
     if (json.isArray()) {
         QJsonArray array;
-        for (const QJsonValue& item : json.toArray()) {
+        const QJsonArray items = json.toArray();
+        for (const QJsonValue& item : items) {
             array.append(Redacted(item, aliases));
         }
         return array;

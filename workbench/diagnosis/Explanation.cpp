@@ -624,6 +624,7 @@ Explanation OfRight(const CTracker& tracker, const CPremiumRights& rights, EnPre
         explained.state = "not in the answer"_q;
     }
     std::vector<Detail> groups;
+    groups.reserve(widgets.size());
     for (const widget_rules::Widget& widget : widgets) {
         groups.push_back(WidgetDetail(widget));
     }

@@ -157,6 +157,7 @@ void CTracker::Take(const TraceEvent& seen) {
         return;
     }
     m_nLastSeen = std::max(m_nLastSeen, seen.number);
+    bool isKnown = true;
     if (const auto* call = std::get_if<HttpTrace>(&seen.what)) {
         TakeCall(*call, seen.timeMs);
     } else if (const auto* command = std::get_if<CommandTrace>(&seen.what)) {
@@ -172,9 +173,11 @@ void CTracker::Take(const TraceEvent& seen) {
             open.reasons << "the scene changed from %1 to %2"_q.arg(message->p1).arg(message->p2);
         }
     } else {
-        return;
+        isKnown = false;
     }
-    Q_EMIT Changed();
+    if (isKnown) {
+        Q_EMIT Changed();
+    }
 }
 
 void CTracker::TakeLine(const LogEntry& entry) {

@@ -547,8 +547,10 @@ void CWhyPage::AskPositions() {
 }
 
 void CWhyPage::OnPositions(const ServerAnswer& answer) {
-    const Json::Value* ads =
-        answer.error.isEmpty() && answer.body.isObject() ? answer.body.find("ads", "ads" + 3) : nullptr;
+    constexpr std::string_view kAds = "ads";
+    const Json::Value* ads = answer.error.isEmpty() && answer.body.isObject()
+                                 ? answer.body.find(kAds.data(), kAds.data() + kAds.size())
+                                 : nullptr;
     if (!ads || !ads->isArray()) {
         return;
     }

@@ -1,5 +1,6 @@
 #include "workbench/diagnosis/WidgetRules.h"
 
+#include <QStringList>
 #include <algorithm>
 
 #include "workbench/diagnosis/Literal.h"
