@@ -35,6 +35,7 @@ constexpr int kFileHeight = 240;
 constexpr int kTopMargin = 10;
 constexpr int kScrollBarRoom = 8;
 
+// The choices are read only. clazy:excludeall=non-pod-global-static
 using Choices = std::vector<std::pair<QVariant, const char*>>;
 
 const Choices kLanguages{{core::lang::kLanguageEnglish, "English"},
@@ -208,11 +209,13 @@ QLayout* CUserPage::NewControls() {
     add("AI chat override", m_pOverride, m_pOverride);
     add("Markets", NewMarketsRow(), m_pMarkets);
     form->addRow(QString(), m_pMarketsNote);
-    const auto selected = qOverload<int>(&QComboBox::currentIndexChanged);
-    connect(m_pLanguage, selected, this, [this] { Q_EMIT LanguageWanted(m_pLanguage->currentData().toInt()); });
-    connect(m_pTheme, selected, this, [this] { Q_EMIT ThemeWanted(m_pTheme->currentData().toInt()); });
-    connect(m_pEdition, selected, this, [this] { Q_EMIT EditionWanted(m_pEdition->currentData().toBool()); });
-    connect(m_pOverride, selected, this,
+    connect(m_pLanguage, qOverload<int>(&QComboBox::currentIndexChanged), this,
+            [this] { Q_EMIT LanguageWanted(m_pLanguage->currentData().toInt()); });
+    connect(m_pTheme, qOverload<int>(&QComboBox::currentIndexChanged), this,
+            [this] { Q_EMIT ThemeWanted(m_pTheme->currentData().toInt()); });
+    connect(m_pEdition, qOverload<int>(&QComboBox::currentIndexChanged), this,
+            [this] { Q_EMIT EditionWanted(m_pEdition->currentData().toBool()); });
+    connect(m_pOverride, qOverload<int>(&QComboBox::currentIndexChanged), this,
             [this] { m_entries.SetOverride(EnEntryOverride(m_pOverride->currentData().toInt())); });
     return form;
 }

@@ -134,7 +134,8 @@ void CWorkbench::AddWebState(CEventView* view) {
     const auto show = [state, end] {
         const auto& web = host::web::CWebHost::Instance();
         QStringList processes;
-        for (const qint64 process : web.PageProcesses()) {
+        const auto running = web.PageProcesses();
+        for (const qint64 process : running) {
             processes << QString::number(process);
         }
         state->setText(web.ViewCount() == 0
@@ -148,7 +149,8 @@ void CWorkbench::AddWebState(CEventView* view) {
     // Each change of a page is traced.
     connect(&view->Model(), &CEventModel::Changed, state, show);
     connect(end, &QPushButton::clicked, state, [show] {
-        for (const qint64 process : host::web::CWebHost::Instance().PageProcesses()) {
+        const auto running = host::web::CWebHost::Instance().PageProcesses();
+        for (const qint64 process : running) {
             kill(pid_t(process), SIGKILL);
         }
         show();
@@ -165,7 +167,8 @@ void CWorkbench::AddShortcuts() {
         add(QKeySequence(Qt::CTRL + Qt::Key_1 + tab), [this, tab] { m_pTabs->setCurrentIndex(tab); });
     }
     add(QKeySequence::Find, [this] {
-        for (auto* field : m_pTabs->currentWidget()->findChildren<QLineEdit*>()) {
+        const auto fields = m_pTabs->currentWidget()->findChildren<QLineEdit*>();
+        for (auto* field : fields) {
             const bool isFilter = field->objectName().contains(QLatin1String("Filter")) ||
                                   field->objectName().contains(QLatin1String("Search"));
             if (isFilter && field->isVisible()) {

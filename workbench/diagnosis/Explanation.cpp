@@ -27,7 +27,8 @@ const QString kDot = " \u00B7 "_q;
 /// Steps before `passed` are done; `next` is the state of the step after them.
 std::vector<StripStep> Strip(EnKind kind, int passed, EnState next = EnState::Open) {
     std::vector<StripStep> strip;
-    for (const QString& name : log_table::StepNames(kind)) {
+    const QStringList names = log_table::StepNames(kind);
+    for (const QString& name : names) {
         const int place = int(strip.size());
         strip.push_back({name, place < passed ? EnState::Done : place == passed ? next : EnState::Open});
     }

@@ -344,7 +344,8 @@ std::optional<ParsedLine> Read(const QString& text) {
         const QRegularExpressionMatch match = pattern.expression.match(text);
         if (match.hasMatch()) {
             ParsedLine line{pattern.row, {}, text};
-            for (const QString& value : match.capturedTexts().mid(1)) {
+            const QStringList values = match.capturedTexts().mid(1);
+            for (const QString& value : values) {
                 line.values << readable::FromLatin1(value).value_or(value);
             }
             return line;

@@ -46,6 +46,7 @@ constexpr int kKeyRole = Qt::UserRole;
 constexpr int kSortRole = Qt::UserRole + 1;
 
 enum EnColumn { kColumnSubject, kColumnName, kColumnState, kColumnCounts, kColumnUser };
+// Read only. clazy:excludeall=non-pod-global-static
 const QStringList kColumns{"Subject"_q, "Name"_q, "State"_q, "Ads"_q, "User"_q};
 // The choices of kinds, and the first letters of the keys that belong to them.
 constexpr std::pair<const char*, const char*> kKinds[] = {
@@ -76,7 +77,7 @@ protected:
             text += sourceModel()->index(row, column, parent).data().toString() + QLatin1Char('\n');
         }
         const QString key = sourceModel()->index(row, 0, parent).data(kKeyRole).toString();
-        return (m_strKinds.isEmpty() || m_strKinds.contains(key.left(1))) &&
+        return (m_strKinds.isEmpty() || (!key.isEmpty() && m_strKinds.contains(key.at(0)))) &&
                std::all_of(m_words.begin(), m_words.end(),
                            [&text](const QString& word) { return text.contains(word, Qt::CaseInsensitive); });
     }
@@ -319,8 +320,9 @@ std::vector<CWhyPage::Subject> CWhyPage::Subjects() const {
 // Rights that the server's answer does not name are listed while the search names them.
 std::set<int> CWhyPage::ListedRights() const {
     std::set<int> rights;
-    for (const EnPremiumAccess right : m_rights.Table().keys()) {
-        rights.insert(right);
+    const auto& table = m_rights.Table();
+    for (auto right = table.keyBegin(); right != table.keyEnd(); ++right) {
+        rights.insert(*right);
     }
     const QString search = m_pSearch->text().simplified();
     const int wanted = search.toInt();

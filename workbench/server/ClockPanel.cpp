@@ -33,7 +33,7 @@ CClockPanel::CClockPanel(IControlClient& server, QWidget* parent)
         auto* button = new QPushButton(QString::fromLatin1(step.text), this);
         button->setObjectName(QString::fromLatin1(step.name));
         buttons->addWidget(button);
-        connect(button, &QPushButton::clicked, this, [this, &step] {
+        connect(button, &QPushButton::clicked, this, [this, step] {
             m_pForm->SetText("offsetMs", QString::number(step.ms == 0 ? 0 : Offset() + step.ms));
             m_pForm->Send();
         });

@@ -22,6 +22,7 @@ RequestField JsonText(const char* key, const char* label, const char* hint = "")
     return {EnType::Json, key, label, "", hint};
 }
 
+// The choices are read only. clazy:excludeall=non-pod-global-static
 const Choices kAdTypes{"2  popup", "3  banner"};
 const Choices kActivations{"1  limited time", "2  frozen", "3  full", "4  empty", "5  not activated", "6  ready"};
 const Choices kSources{"1  premium rule", "2  VIP rule", "3  private customer"};
