@@ -20,8 +20,8 @@ private:
     QSocketNotifier m_notifier;
 };
 
-/// Ends the process, without static destructors, when the end of the application takes too long. Acknowledged data is on
-/// the disk.
+/// Ends the process, without static destructors, when the end of the application takes too long. Acknowledged data is
+/// on the disk.
 void LimitEnd();
 
 /// Ends the process without static destructors: one of the toolkit waits for running name lookups.
