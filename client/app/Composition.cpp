@@ -262,13 +262,14 @@ void CComposition::OnServerReady(const ServerEndpoint& endpoint) {
     Q_EMIT ServerReady(endpoint);
 }
 
-// Another program can take the ports, so nothing is sent there any more. Open pages stay the server's own, so that
-// they can show the lost connection; the next server has another origin.
+// Another program can take the ports, so nothing is sent there any more. Open pages stay the client's own until the
+// next server, so that they can show the lost connection.
 void CComposition::OnServerLost() {
     m_channel.Close();
     m_control.Close();
     m_token.clear();
     AllowInsecureOrigin(QUrl());
+    m_domains.Set("api", std::string());
 }
 
 void CComposition::AllowInsecureOrigin(const QUrl& server) {
@@ -283,6 +284,7 @@ void CComposition::OnServerState(const ServerState& state) {
     const QUrl server = state.httpPort == 0 ? QUrl() : Loopback("http", state.httpPort);
     AllowInsecureOrigin(server);
     m_domains.Set("api", server.toString().toStdString());
+    m_domains.Set("pages", server.toString().toStdString());
     m_users = state.users;
     Q_EMIT UsersChanged();
     if (!m_channel.IsConnected()) {

@@ -494,7 +494,11 @@ void CWhyPage::ShowAnswer() {
     m_pAsk->setToolTip(isAskedAtLogin ? "The module asks for this at a login only"_q : QString());
     m_pForget->setEnabled(subject && subject->kind == EnKind::Ad && subject->slot == kBottomPopup);
     // A hidden page must load nothing.
-    if (explained.image != m_strPicture && isVisible()) {
+    // A picture that the module loads, or that failed, is not requested once more.
+    const bool isPending = explained.strip.size() > log_table::kStepPicture &&
+                           explained.strip[log_table::kStepConditions].state == StripStep::EnState::Done &&
+                           explained.strip[log_table::kStepPicture].state != StripStep::EnState::Done;
+    if (explained.image != m_strPicture && isVisible() && !isPending) {
         m_strPicture = explained.image;
         m_pPicture->SetUrl(m_strPicture, QString());
     }

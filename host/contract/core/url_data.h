@@ -12,7 +12,8 @@ enum DomainBizType : int {
     kDomainBizDefault = 0,
 };
 
-/// Returns the base address of the servers under `key`, without a trailing slash. "api" is the ad server.
+/// Returns the base address of the servers under `key`, without a trailing slash. "api" is the ad server, and
+/// "pages" the server of the client's own web pages.
 /// The address may change when the client finds another server, so ask before each request.
 /// Thread: main thread.
 /// Failure: empty for an unknown key, and before a server was found.

@@ -9,7 +9,7 @@ namespace host::web {
 namespace {
 
 QString OwnServer() {
-    const std::string url = core::url_data::GetDomainUrl("api", core::url_data::kDomainBizDefault);
+    const std::string url = core::url_data::GetDomainUrl("pages", core::url_data::kDomainBizDefault);
     return OriginOf(QUrl(QString::fromStdString(url), QUrl::StrictMode));
 }
 

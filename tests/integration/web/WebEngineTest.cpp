@@ -40,7 +40,7 @@ protected:
         host::Install(ports);
         state.environment.SetRelease(false);
         EXPECT_TRUE(server.Listen());
-        state.domains.Set("api", server.Url());
+        state.domains.Set("pages", server.Url());
         server.SetHandler([this](const RawHttpRequest& request) { Serve(request); });
         CWebHost::Instance().Begin();
         widget = std::make_unique<ZRWebWidget>();

@@ -14,7 +14,7 @@ protected:
         bridge["origins"].append("https://ours.test");
         bridge["origins"].append("https://ours.test:8443/");
         config.Set("web_bridge", bridge);
-        domains.Set("api", "http://127.0.0.1:7000");
+        domains.Set("pages", "http://127.0.0.1:7000");
     }
 
     bool Loads(const char* text) {
@@ -39,7 +39,7 @@ TEST_F(WebAddressTest, LoopbackHttpIsLoadableInInternalBuildsOnly) {
 TEST_F(WebAddressTest, TheClientsOwnServerIsLoadableInEachBuild) {
     EXPECT_TRUE(Loads("http://127.0.0.1:7000/chat"));
     EXPECT_FALSE(Loads("http://localhost:7000/chat"));
-    domains.Set("api", "http://a.example");
+    domains.Set("pages", "http://a.example");
     EXPECT_FALSE(Loads("http://a.example/chat"));
 }
 
