@@ -157,7 +157,7 @@ protected:
         }
     }
 
-    /// Writes a text file beside each picture, with the name and the result of the case.
+    /// Writes a text file for each picture, with the name and the result of the case.
     void TearDown() override {
         const auto& info = *testing::UnitTest::GetInstance()->current_test_info();
         for (const QString& picture : written) {

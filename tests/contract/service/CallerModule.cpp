@@ -1,4 +1,5 @@
-// A module beside the growth module. It includes only the contract's headers and calls each operation of the service.
+// A second module in the process of the growth module. It includes only the contract's headers and calls each operation
+// of the service.
 #include <functional>
 
 #include "modules/IZRGrowthModuleInterface.h"
