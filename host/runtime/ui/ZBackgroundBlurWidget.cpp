@@ -119,7 +119,16 @@ private:
         }
     }
 
+    /// Each `render` visits all widgets of the window, so containers without paint are left out.
+    static bool IsBareContainer(const QWidget* widget) {
+        return widget->metaObject() == &QWidget::staticMetaObject && !widget->isWindow() &&
+               !widget->autoFillBackground() && !widget->testAttribute(Qt::WA_StyledBackground);
+    }
+
     void PaintAlone(QWidget* widget, const QRect& area) {
+        if (IsBareContainer(widget)) {
+            return;
+        }
         Render(widget, area, widget->isWindow() ? QWidget::DrawWindowBackground : QWidget::RenderFlags());
     }
 
