@@ -24,8 +24,11 @@ QWidget* NewContent(QWidget* parent) {
         return nothing;
     }
     auto* scrolled = new QScrollArea(parent);
-    scrolled->setFrameShape(QFrame::NoFrame);
+    // Has the focus, so that keys scroll. The border shows it.
+    scrolled->setObjectName(QStringLiteral("AdPanelScroll"));
     scrolled->setWidgetResizable(true);
+    translation::OnLanguageChange(scrolled,
+                                  [scrolled] { scrolled->setAccessibleName(CAdPanelWindow::tr("Popup panel")); });
     scrolled->setWidget(panel);
     return scrolled;
 }

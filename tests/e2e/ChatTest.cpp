@@ -162,6 +162,43 @@ TEST_F(ChatTest, LostServerIsShownInTheTitleBarAndTheQuestionCanBeAskedAgain) {
     EXPECT_EQ(Status(), "");
 }
 
+TEST_F(ChatTest, TabReachesEachButtonOfTheChatWindowAndSpacePressesIt) {
+    StartAndPreload();
+    OpenAndWait();
+    std::set<QWidget*> missing;
+    for (auto* button : Dialog()->findChildren<QAbstractButton*>()) {
+        if (button->isVisible() && button->isEnabled()) {
+            missing.insert(button);
+        }
+    }
+    ASSERT_THAT(missing, Contains(CloseButton()));
+    ASSERT_TRUE(PageHas("document.hasFocus()"));
+
+    while (!missing.empty()) {
+        QWidget* focus = nullptr;
+        ASSERT_TRUE(WaitInRealTime([&] {
+            Press(Qt::Key_Tab);
+            focus = QApplication::focusWidget();
+            return missing.erase(focus) == 1;
+        })) << missing.size()
+            << " buttons are not reached";
+        SCOPED_TRACE(focus->accessibleName().toStdString());
+        EXPECT_FALSE(focus->accessibleName().isEmpty());
+        const QImage focused = focus->grab().toImage();
+        bool isPressed = false;
+        QObject::connect(static_cast<QAbstractButton*>(focus), &QAbstractButton::pressed, &watcher,
+                         [&isPressed] { isPressed = true; });
+        QTest::keyPress(Dialog()->windowHandle(), Qt::Key_Space);
+        EXPECT_TRUE(isPressed);
+        // A release without the press clicks nothing.
+        static_cast<QAbstractButton*>(focus)->setDown(false);
+        QTest::keyRelease(Dialog()->windowHandle(), Qt::Key_Space);
+        focus->clearFocus();
+        EXPECT_FALSE(focus->grab().toImage() == focused) << "the focus is not visible";
+        focus->setFocus(Qt::TabFocusReason);
+    }
+}
+
 TEST_F(ChatTest, LinkOfThePageOpensAWindowOverTheChat) {
     StartAndPreload();
     OpenAndWait();
