@@ -152,6 +152,7 @@ protected:
         const QByteArray folderOfPictures = qgetenv("ZR_PICTURES");
         if (!folderOfPictures.isEmpty()) {
             EXPECT_TRUE(WaitInRealTime([this] { return IsWorkbenchSettled(); }));
+            SettleLayout();
             written << QString::fromLocal8Bit(folderOfPictures) + QLatin1Char('/') + QString::fromLatin1(name);
             EXPECT_TRUE((of ? of : window)->grab().save(written.last() + QStringLiteral(".png")));
         }
