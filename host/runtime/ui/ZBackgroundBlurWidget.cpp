@@ -10,6 +10,7 @@
 #include <QVector>
 #include <cmath>
 #include <mutex>
+#include <typeinfo>
 
 #include "ui/ImageBlur.h"
 #include "ui/KitPaint.h"
@@ -121,8 +122,8 @@ private:
 
     /// Each `render` visits all widgets of the window, so containers without paint are left out.
     static bool IsBareContainer(const QWidget* widget) {
-        return widget->metaObject() == &QWidget::staticMetaObject && !widget->isWindow() &&
-               !widget->autoFillBackground() && !widget->testAttribute(Qt::WA_StyledBackground);
+        return typeid(*widget) == typeid(QWidget) && !widget->isWindow() && !widget->autoFillBackground() &&
+               !widget->testAttribute(Qt::WA_StyledBackground);
     }
 
     void PaintAlone(QWidget* widget, const QRect& area) {
