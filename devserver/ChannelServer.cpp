@@ -2,9 +2,11 @@
 
 #include <QHostAddress>
 #include <QRandomGenerator>
+#include <QTcpSocket>
 #include <QTimer>
 #include <QWebSocket>
 #include <QWebSocketCorsAuthenticator>
+#include <algorithm>
 
 #include "Access.h"
 #include "CommandAnswers.h"
@@ -53,6 +55,7 @@ CChannelServer::CChannelServer(ServerState& state, std::string token)
     : m_state(state),
       m_strToken(std::move(token)),
       m_server(QStringLiteral("zrdevserver"), QWebSocketServer::NonSecureMode) {
+    connect(&m_listener, &QTcpServer::newConnection, this, &CChannelServer::OnNewSocket);
     connect(&m_server, &QWebSocketServer::newConnection, this, &CChannelServer::OnNewConnection);
     connect(&m_server, &QWebSocketServer::originAuthenticationRequired, this,
             [](QWebSocketCorsAuthenticator* authenticator) {
@@ -70,22 +73,56 @@ CChannelServer::~CChannelServer() {
     for (const auto& [id, connection] : m_connections) {
         connection.socket->disconnect(this);
     }
+    for (QTcpSocket* socket : qAsConst(m_handshakes)) {
+        socket->disconnect(this);
+    }
 }
 
 bool CChannelServer::Listen(quint16 port, std::string& error) {
-    if (!m_server.listen(QHostAddress(QHostAddress::LocalHost), port)) {
-        error = fmt::format(FMT_STRING("channel: port {}: {}"), port, m_server.errorString().toStdString());
+    if (!m_listener.listen(QHostAddress(QHostAddress::LocalHost), port)) {
+        error = fmt::format(FMT_STRING("channel: port {}: {}"), port, m_listener.errorString().toStdString());
         return false;
     }
     return true;
 }
 
 quint16 CChannelServer::Port() const {
-    return m_server.serverPort();
+    return m_listener.serverPort();
+}
+
+void CChannelServer::OnNewSocket() {
+    while (QTcpSocket* socket = m_listener.nextPendingConnection()) {
+        if (m_handshakes.size() == kMaxHandshakes) {
+            LogLine("channel: cut, too many handshakes at once");
+            m_handshakes.takeFirst()->abort();
+        }
+        socket->setReadBufferSize(kMaxHandshakeBytes);
+        m_handshakes.push_back(socket);
+        auto* deadline = new QTimer(socket);
+        connect(deadline, &QTimer::timeout, this, [this, socket] {
+            if (m_handshakes.contains(socket)) {
+                LogLine("channel: cut, its handshake takes too long");
+                socket->abort();
+            }
+        });
+        deadline->setSingleShot(true);
+        deadline->start(kHandshakeTime);
+        connect(socket, &QTcpSocket::disconnected, this, [this, socket] { m_handshakes.removeOne(socket); });
+        m_server.handleConnection(socket);
+    }
 }
 
 void CChannelServer::OnNewConnection() {
     while (QWebSocket* socket = m_server.nextPendingConnection()) {
+        // Only the port relates the two sockets.
+        const auto handshake = std::find_if(m_handshakes.begin(), m_handshakes.end(), [socket](const QTcpSocket* tcp) {
+            return tcp->peerPort() == socket->peerPort();
+        });
+        if (handshake != m_handshakes.end()) {
+            (*handshake)->disconnect(this);
+            m_handshakes.erase(handshake);
+        }
+        socket->setReadBufferSize(0);
         connect(socket, &QWebSocket::disconnected, socket, &QObject::deleteLater);
         const std::string token = socket->request().rawHeader("x-zr-token").toStdString();
         if (!SameToken(token, m_strToken)) {

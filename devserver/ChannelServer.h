@@ -1,7 +1,10 @@
 #pragma once
 
+#include <QList>
 #include <QObject>
+#include <QTcpServer>
 #include <QWebSocketServer>
+#include <chrono>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -11,6 +14,7 @@
 #include "Language.h"
 #include "ServerState.h"
 
+class QTcpSocket;
 class QWebSocket;
 
 namespace channel {
@@ -20,7 +24,8 @@ class Frame;
 namespace devserver {
 
 /// The command channel on loopback: answers clients from the state, and sends pushes, configuration and clock. A
-/// client that breaks the protocol is logged and stays connected. Main thread.
+/// client that breaks the protocol is logged and stays connected. A connection without the token is limited in bytes
+/// and time. Main thread.
 class CChannelServer : public QObject {
     Q_OBJECT
 
@@ -29,6 +34,12 @@ public:
 
     /// A client with more unread bytes is cut, as it would exhaust the server's memory.
     static constexpr qint64 kMaxUnreadBytes = 32 * 1024 * 1024;
+
+    /// A handshake must be complete within this time. Connections in their handshake are limited in number: for a new
+    /// one the oldest is cut. Each can send at most as many bytes.
+    static constexpr std::chrono::seconds kHandshakeTime{5};
+    static constexpr int kMaxHandshakes = 256;
+    static constexpr qint64 kMaxHandshakeBytes = 16 * 1024;
 
     struct Client {
         uint64_t id = 0;
@@ -61,6 +72,7 @@ public:
     void SendClock();
 
 private Q_SLOTS:
+    void OnNewSocket();
     void OnNewConnection();
 
 private:
@@ -86,7 +98,9 @@ private:
 
     ServerState& m_state;
     const std::string m_strToken;
+    QTcpServer m_listener;
     QWebSocketServer m_server;
+    QList<QTcpSocket*> m_handshakes;  // the oldest first
     std::map<uint64_t, Connection> m_connections;
     uint64_t m_nLastId = 0;
 };

@@ -1,9 +1,15 @@
 #include "ConnectionThreadPool.h"
 
+#include <chrono>
 #include <thread>
 #include <utility>
 
 namespace devserver {
+namespace {
+
+constexpr std::chrono::milliseconds kCutInterval{50};
+
+}  // namespace
 
 CConnectionThreadPool::~CConnectionThreadPool() {
     shutdown();
@@ -12,7 +18,11 @@ CConnectionThreadPool::~CConnectionThreadPool() {
 void CConnectionThreadPool::enqueue(std::function<void()> serve) {
     {
         std::unique_lock<std::mutex> lock(m_mutex);
-        m_left.wait(lock, [this] { return m_nRunning < kMaxThreads; });
+        while (m_nRunning == kMaxThreads) {
+            m_connections.CutOldest();
+            // A thread that waits for a handler does not notice that its connection is cut.
+            m_left.wait_for(lock, kCutInterval, [this] { return m_nRunning < kMaxThreads; });
+        }
         ++m_nRunning;
     }
     std::thread([this, serve = std::move(serve)] {

@@ -7,6 +7,7 @@
 
 #include <QString>
 #include <QTextCodec>
+#include <algorithm>
 #include <cstring>
 #include <limits>
 #include <map>
@@ -149,6 +150,63 @@ void CheckRules(const Message& message, const std::string& path, Errors& errors)
     }
 }
 
+bool IsDigit(char character) {
+    return character >= '0' && character <= '9';
+}
+
+// Returns whether the text is a number of RFC 8259: -?(0|[1-9][0-9]*)(.[0-9]+)?([eE][+-]?[0-9]+)?
+bool IsNumber(const char* at, const char* end) {
+    const auto take = [&](const char* characters) { return at != end && std::strchr(characters, *at) && (++at, true); };
+    const auto takeDigits = [&] {
+        const char* first = at;
+        at = std::find_if_not(at, end, IsDigit);
+        return at != first;
+    };
+    take("-");
+    if (!take("0") && !takeDigits()) {
+        return false;
+    }
+    if (take(".") && !takeDigits()) {
+        return false;
+    }
+    if (take("eE")) {
+        take("+-");
+        if (!takeDigits()) {
+            return false;
+        }
+    }
+    return at == end;
+}
+
+// The parser accepts any run of digits, signs and points as a number, comments in lists and objects, and control
+// characters in strings. Returns why the text, which the parser accepted and which holds no zero byte, is not JSON;
+// null if it is.
+const char* WhyNotJson(const std::string& text) {
+    const char* const end = text.data() + text.size();
+    bool inString = false;
+    for (const char* at = text.data(); at != end; ++at) {
+        if (inString) {
+            if (static_cast<unsigned char>(*at) < 0x20) {
+                return "holds a control character in a string";
+            }
+            inString = *at != '"';
+            at += *at == '\\' ? 1 : 0;
+        } else if (*at == '"') {
+            inString = true;
+        } else if (*at == '/') {
+            return "holds a comment";
+        } else if (IsDigit(*at) || std::strchr("+-.", *at)) {
+            const char* last =
+                std::find_if_not(at, end, [](char c) { return IsDigit(c) || std::strchr("+-.eE", c) != nullptr; });
+            if (!IsNumber(at, last)) {
+                return "holds an invalid number";
+            }
+            at = last - 1;
+        }
+    }
+    return nullptr;
+}
+
 }  // namespace
 
 bool IsUtf8(const std::string& text) {
@@ -181,6 +239,8 @@ std::optional<Json::Value> ParseJson(const std::string& text, Errors& errors, un
         std::string reasons;
         if (!reader->parse(text.data(), text.data() + text.size(), &value, &reasons)) {
             errors.push_back("not JSON: " + QString::fromStdString(reasons).simplified().toStdString());
+        } else if (const char* reason = WhyNotJson(text)) {
+            errors.push_back(std::string("not JSON: ") + reason);
         } else if (!IsUtf8(WriteJson(value))) {
             // Valid UTF-8 can still escape half of a surrogate pair.
             errors.push_back("not JSON: escapes half a character");

@@ -14,8 +14,8 @@ using Errors = std::vector<std::string>;
 
 constexpr unsigned kMaxJsonDepth = 64;
 
-/// Parses strict JSON from untrusted bytes: UTF-8, no comments, no duplicate keys, nothing behind the value, at most
-/// `maxDepth` levels. Throws nothing. Returns nothing, with one error, if the text is refused.
+/// Parses untrusted bytes as JSON of RFC 8259 in UTF-8, without duplicate keys and with at most `maxDepth` levels.
+/// Throws nothing. Returns nothing, with one error, if the text is refused.
 std::optional<Json::Value> ParseJson(const std::string& text, Errors& errors, unsigned maxDepth = kMaxJsonDepth);
 
 /// JSON in one line, without blanks.

@@ -1,6 +1,8 @@
 #include "WebServer.h"
 
 #include <httplib.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 #include <QString>
 #include <algorithm>
@@ -8,12 +10,14 @@
 #include "Access.h"
 #include "ConnectionThreadPool.h"
 #include "JsonMessage.h"
+#include "RequestStream.h"
 #include "ServerLog.h"
 
 namespace devserver {
 namespace {
 
-constexpr time_t kClientSeconds = 2;
+// For each read and write.
+constexpr std::chrono::seconds kPatience{2};
 constexpr size_t kPieceBytes = 64 * 1024;
 // Connections that the system keeps while all threads are taken. The library's constant is 5, and the first packets of
 // further clients would be lost and be sent again after seconds.
@@ -87,6 +91,31 @@ void WriteHead(const WebAnswer& answer, httplib::Response& response) {
     }
 }
 
+/// The library's server, with streams that limit what a client can take before its request is complete.
+class CLimitedServer : public httplib::Server {
+public:
+    CLimitedServer(CConnections& connections, std::chrono::milliseconds requestTime)
+        : m_connections(connections), m_requestTime(requestTime) {
+        new_task_queue = [this] { return new CConnectionThreadPool(m_connections); };
+    }
+
+private:
+    bool process_and_close_socket(socket_t socket) override {
+        m_connections.Add(socket);
+        CRequestStream stream(socket, m_requestTime, kPatience);
+        // One request per connection: an idle one would keep a thread.
+        bool closed = false;
+        const bool served = process_request(stream, true, closed, nullptr);
+        m_connections.Remove(socket);
+        shutdown(socket, SHUT_RDWR);
+        close(socket);
+        return served;
+    }
+
+    CConnections& m_connections;
+    const std::chrono::milliseconds m_requestTime;
+};
+
 }  // namespace
 
 std::optional<std::string> WebRequest::Header(const std::string& name) const {
@@ -104,21 +133,16 @@ WebAnswer CWebServer::Refusal(int status, const std::string& reason) {
     return answer;
 }
 
-CWebServer::CWebServer(std::string name, size_t maxBodyBytes, Authorizer authorizer)
+CWebServer::CWebServer(std::string name, size_t maxBodyBytes, Authorizer authorizer,
+                       std::chrono::milliseconds requestTime)
     : m_strName(std::move(name)),
       m_nMaxBodyBytes(maxBodyBytes),
       m_fnAuthorizer(std::move(authorizer)),
-      m_pServer(std::make_unique<httplib::Server>()) {
+      m_pServer(std::make_unique<CLimitedServer>(m_connections, requestTime)) {
     httplib::Server& server = *m_pServer;
-    // One request per connection: an idle one would keep a thread and delay the end.
-    server.set_keep_alive_max_count(1);
-    server.set_keep_alive_timeout(kClientSeconds);
-    server.set_read_timeout(kClientSeconds);
-    server.set_write_timeout(kClientSeconds);
     server.set_tcp_nodelay(true);
     // A body that is announced as too long is read and dropped, so that the client reads the refusal.
     server.set_payload_max_length(m_nMaxBodyBytes);
-    server.new_task_queue = [] { return new CConnectionThreadPool; };
     // The library's own options would let two servers share a port.
     server.set_socket_options([this](socket_t socket) {
         m_nListener = socket;
@@ -198,6 +222,7 @@ void CWebServer::Stop() {
     }
     m_changed.notify_all();
     m_pServer->stop();
+    m_connections.StopReading();
     if (m_thread.joinable()) {
         m_thread.join();
     }
@@ -252,32 +277,49 @@ WebAnswer CWebServer::Answer(const httplib::Request& request, const httplib::Con
     if (request.has_param("after")) {
         wanted.after = request.get_param_value("after");
     }
-    // The body is read before anything is refused: a client that still writes it would not see the answer.
+    std::optional<WebAnswer> refusal;
+    if (IsFromForeignPage(request)) {
+        refusal = Refusal(403, "Origin: must be of this machine");
+    } else if (m_fnAuthorizer) {
+        refusal = m_fnAuthorizer(wanted);
+    }
+    // The body of a refused request is read as well: a client that still writes it would not see the answer.
     if (content && HasBody(request)) {
         if (request.is_multipart_form_data()) {
             return Refusal(400, "body: must be JSON, not a form");
         }
-        const bool complete = (*content)([&](const char* data, size_t length) {
-            wanted.body.append(data, length);
-            return wanted.body.size() <= m_nMaxBodyBytes;
-        });
-        if (!complete) {
-            return Refusal(413, fmt::format(FMT_STRING("body: incomplete, or over {} bytes"), m_nMaxBodyBytes));
-        }
+        const auto bodyRefusal = ReadBody(*content, !refusal, wanted.body);
+        refusal = refusal ? refusal : bodyRefusal;
     }
-    if (IsFromForeignPage(request)) {
-        return Refusal(403, "Origin: must be of this machine");
-    }
-    const auto refusal = m_fnAuthorizer ? m_fnAuthorizer(wanted) : std::nullopt;
-    return refusal ? *refusal : OnMainThread(wanted, handler);
+    const size_t bytes = wanted.body.size();
+    WebAnswer answer = refusal ? std::move(*refusal) : OnMainThread(std::move(wanted), handler);
+    m_nBodyBytes -= bytes;
+    return answer;
 }
 
-WebAnswer CWebServer::OnMainThread(const WebRequest& request, const Handler& handler) {
+// Adds the bytes that it keeps to those of all requests. Returns a refusal, or nothing.
+std::optional<WebAnswer> CWebServer::ReadBody(const httplib::ContentReader& content, bool keep, std::string& body) {
+    size_t read = 0;
+    const bool complete = content([&](const char* data, size_t length) {
+        read += length;
+        if (keep && m_nBodyBytes + length <= kMaxBodies * m_nMaxBodyBytes) {
+            body.append(data, length);
+            m_nBodyBytes += length;
+        }
+        return read <= m_nMaxBodyBytes;
+    });
+    if (!complete) {
+        return Refusal(413, fmt::format(FMT_STRING("body: incomplete, or over {} bytes"), m_nMaxBodyBytes));
+    }
+    return body.size() == read ? std::nullopt : std::make_optional(Refusal(503, "body: others take all the memory"));
+}
+
+WebAnswer CWebServer::OnMainThread(WebRequest request, const Handler& handler) {
     // Shared with the main thread, which may run the handler after Stop() has ended the wait.
     const auto answer = std::make_shared<std::optional<WebAnswer>>();
     QMetaObject::invokeMethod(
         this,
-        [this, request, handler, answer] {
+        [this, request = std::move(request), handler, answer] {
             WebAnswer result;
             try {
                 result = handler(request);

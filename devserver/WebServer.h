@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "Connections.h"
 #include "scenario.pb.h"
 
 namespace httplib {
@@ -49,8 +50,9 @@ struct WebAnswer {
     ResponseFault fault;  // only the fields that concern the transfer apply
 };
 
-/// HTTP on loopback, one request per connection, with the HTTP library's router. Limits the size of requests and
-/// refuses pages of other machines. Handlers run on the main thread. Made, started and stopped on the main thread.
+/// HTTP on loopback, one request per connection, with the HTTP library's router. Limits the size, number and time of
+/// requests and refuses pages of other machines. Handlers run on the main thread. Made, started and stopped on the main
+/// thread.
 class CWebServer : public QObject {
     Q_OBJECT
 
@@ -61,8 +63,16 @@ public:
 
     static constexpr const char* kAnyPath = R"([\s\S]*)";
 
-    /// `name` is for log lines and errors. A body of more than `maxBodyBytes` is answered with status 413.
-    CWebServer(std::string name, size_t maxBodyBytes, Authorizer authorizer);
+    /// A request that has not arrived after this time gets no handler.
+    static constexpr std::chrono::milliseconds kRequestTime{10'000};
+
+    /// All bodies together may be as many times as large as the largest single one.
+    static constexpr size_t kMaxBodies = 4;
+
+    /// `name` is for log lines and errors. A body of more than `maxBodyBytes` is answered with status 413, and one that
+    /// is too much beside those of other requests with status 503.
+    CWebServer(std::string name, size_t maxBodyBytes, Authorizer authorizer,
+               std::chrono::milliseconds requestTime = kRequestTime);
     ~CWebServer() override;
 
     /// Adds a route, before Listen(). `pattern` is a regular expression for the whole path. The first route that
@@ -73,8 +83,7 @@ public:
     bool Listen(quint16 port, std::string& error);
     quint16 Port() const { return m_nPort; }
 
-    /// Answers requests that wait for the main thread, or for a fault's delay, with 503. Takes up to the two seconds
-    /// that a client has for sending a request.
+    /// Answers requests that wait for the main thread, or for a fault's delay, with 503. Reads no more of the others.
     void Stop();
 
     /// {"error": reason}
@@ -84,13 +93,16 @@ private:
     void Serve(const httplib::Request& request, httplib::Response& response, const httplib::ContentReader* content,
                const Handler& handler);
     WebAnswer Answer(const httplib::Request& request, const httplib::ContentReader* content, const Handler& handler);
-    WebAnswer OnMainThread(const WebRequest& request, const Handler& handler);
+    std::optional<WebAnswer> ReadBody(const httplib::ContentReader& content, bool keep, std::string& body);
+    WebAnswer OnMainThread(WebRequest request, const Handler& handler);
     void Write(const WebAnswer& answer, httplib::Response& response);
     bool Wait(std::chrono::milliseconds time);
 
     const std::string m_strName;
     const size_t m_nMaxBodyBytes;
     const Authorizer m_fnAuthorizer;
+    CConnections m_connections;
+    std::atomic<size_t> m_nBodyBytes{0};  // of all requests that are not answered
     std::unique_ptr<httplib::Server> m_pServer;
     std::thread m_thread;
     std::atomic<bool> m_bEnded{false};

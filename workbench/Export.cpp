@@ -7,6 +7,8 @@
 #include <QJsonDocument>
 #include <QSaveFile>
 
+#include "framework/JsonText.h"
+
 namespace workbench_export {
 namespace {
 
@@ -164,11 +166,13 @@ QString Read(const QString& path, Recording& recording) {
     if (!file.open(QIODevice::ReadOnly)) {
         return QStringLiteral("%1: %2").arg(path, file.errorString());
     }
-    QJsonParseError error{};
-    const QJsonObject all = QJsonDocument::fromJson(file.readAll(), &error).object();
-    if (error.error != QJsonParseError::NoError) {
-        return QStringLiteral("%1 is no JSON: %2").arg(path, error.errorString());
+    const QByteArray text = file.readAll();
+    std::string reason;
+    // The toolkit's reader accepts what is not JSON.
+    if (!host::ParseJson(text.toStdString(), reason)) {
+        return QStringLiteral("%1 is no JSON: %2").arg(path, QString::fromStdString(reason).simplified());
     }
+    const QJsonObject all = QJsonDocument::fromJson(text).object();
     if (all[QStringLiteral("format")].toString() != QLatin1String(kFormat) ||
         all[QStringLiteral("version")].toInt() != kVersion) {
         return QStringLiteral("%1 is no export of this workbench").arg(path);

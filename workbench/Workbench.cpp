@@ -16,6 +16,7 @@
 #include "Theme.h"
 #include "core/config_local.h"
 #include "core/time_date.h"
+#include "framework/JsonText.h"
 #include "webview/WebHost.h"
 #include "workbench/TabPages.h"
 #include "workbench/TimeText.h"
@@ -404,7 +405,9 @@ void CWorkbench::SaveView() const {
 
 void CWorkbench::RestoreView() {
     std::string text;
-    if (!core::config_local::AppCfgReadString(kViewKey, text)) {
+    std::string reason;
+    // The toolkit's reader accepts what is not JSON.
+    if (!core::config_local::AppCfgReadString(kViewKey, text) || !host::ParseJson(text, reason)) {
         return;
     }
     const QJsonObject saved = QJsonDocument::fromJson(QByteArray::fromStdString(text)).object();

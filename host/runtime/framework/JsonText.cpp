@@ -37,8 +37,8 @@ bool IsNumber(const char* at, const char* end) {
     return at == end;
 }
 
-/// The reader accepts any run of digits, signs and points as a number, and control characters in strings. Returns why
-/// the text, which the reader accepted, is not JSON; null if it is.
+/// The reader accepts any run of digits, signs and points as a number, comments in lists and objects, and control
+/// characters in strings. Returns why the text, which the reader accepted, is not JSON; null if it is.
 const char* WhyNotJson(const std::string& text) {
     const char* const end = text.data() + text.size();
     bool inString = false;
@@ -53,6 +53,8 @@ const char* WhyNotJson(const std::string& text) {
             inString = *at != '"' || at[-1] == '\\';
         } else if (*at == '"') {
             inString = true;
+        } else if (*at == '/') {
+            return "holds a comment";
         } else if (IsDigit(*at) || *at == '-' || *at == '+' || *at == '.') {
             const char* last = std::find_if_not(
                 at, end, [](char c) { return IsDigit(c) || c == '-' || c == '+' || c == '.' || c == 'e' || c == 'E'; });

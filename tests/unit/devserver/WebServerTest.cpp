@@ -2,7 +2,12 @@
 
 #include <gmock/gmock.h>
 
+#include <QElapsedTimer>
+#include <QTimer>
+
 #include "DevServerTest.h"
+#include "RawClient.h"
+#include "support/RealTime.h"
 
 namespace {
 
@@ -25,7 +30,16 @@ protected:
         };
     }
 
-    CWebServer server{"web", 1024, nullptr};
+    /// Connects and sends the beginning of a request. The server serves it by then.
+    std::unique_ptr<RawClient> Begun(const QByteArray& bytes) {
+        auto client = std::make_unique<RawClient>(server.Port());
+        client->Write(bytes);
+        Ask("GET", "/");  // is accepted after that client
+        return client;
+    }
+
+    CWebServer server{"web", 1024, nullptr, kRequestTime};
+    static constexpr std::chrono::milliseconds kRequestTime{3'000};
 };
 
 TEST_F(WebServerTest, FirstMatchingRouteAnswersWithItsGroups) {
@@ -61,6 +75,42 @@ TEST_F(WebServerTest, ExceptionOfAHandlerIsAnswered) {
 
     EXPECT_EQ(Ask("GET", "/").status, 500);
     EXPECT_EQ(Ask("GET", "/").Error(), "broken");
+}
+
+TEST_F(WebServerTest, RequestIsEndedWhenItTakesTooLong) {
+    ASSERT_EQ(Ask("GET", "/").status, 404);
+    const auto client = Begun("GET / HTTP/1.1\r\nA: ");
+    QTimer turn;
+    QObject::connect(&turn, &QTimer::timeout, &turn, [&] { client->Write("a"); });
+    turn.start(100);
+
+    EXPECT_TRUE(client->WaitUntilClosed());
+}
+
+TEST_F(WebServerTest, StopDoesNotWaitForAnUnfinishedRequest) {
+    ASSERT_EQ(Ask("GET", "/").status, 404);
+    const auto client = Begun("GET / HTTP/1.1\r\nA: ");
+    QElapsedTimer time;
+    time.start();
+
+    server.Stop();
+
+    EXPECT_LT(time.elapsed(), 1'000);
+}
+
+TEST_F(WebServerTest, BodyIsRefusedWhenTheUnfinishedOnesAreTooLarge) {
+    server.Route("POST", "/", Status(200));
+    const auto ask = [this] { return HttpTo(server.Port(), {}, "POST", "/", std::string(1'000, ' ')).status; };
+    ASSERT_EQ(Ask("GET", "/").status, 404);
+    ASSERT_EQ(ask(), 200);
+    std::vector<std::unique_ptr<RawClient>> clients;
+    for (size_t i = 0; i < CWebServer::kMaxBodies; ++i) {
+        clients.push_back(Begun("POST / HTTP/1.1\r\nContent-Length: 1024\r\n\r\n" + QByteArray(1'000, ' ')));
+    }
+
+    EXPECT_TRUE(WaitInRealTime([&] { return ask() == 503; }));
+    clients.clear();
+    EXPECT_TRUE(WaitInRealTime([&] { return ask() == 200; }));
 }
 
 TEST_F(WebServerTest, PortIsRefusedWhenAnotherServerHasIt) {

@@ -308,8 +308,10 @@ TEST_F(ExportTest, AFileThatIsNoExportIsRefusedWithTheReason) {
     file.close();
     EXPECT_EQ(workbench_export::Read(file.fileName(), read),
               QStringLiteral("%1 is no export of this workbench").arg(file.fileName()));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("{");
-    file.close();
-    EXPECT_TRUE(workbench_export::Read(file.fileName(), read).contains(QStringLiteral(" is no JSON: ")));
+    for (const char* text : {"{", R"({"format":2.})"}) {
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+        file.close();
+        EXPECT_TRUE(workbench_export::Read(file.fileName(), read).contains(QStringLiteral(" is no JSON: "))) << text;
+    }
 }
