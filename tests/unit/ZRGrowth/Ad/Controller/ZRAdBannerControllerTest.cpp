@@ -55,9 +55,10 @@ TEST_F(AdBannerControllerTest, AListWithoutAPositionsLayoutIsRefused) {
 
     EXPECT_FALSE(slot.CheckAdIsValid(&list));
 
-    EXPECT_THAT(log.Lines(), ElementsAre(Info("[Ad] Banner position is null, adType = 3, m_adPosition = 7")));
+    const auto refused = Info("[Ad] Banner position is null, adType = 3, m_adPosition = 7");
+    EXPECT_THAT(log.Lines(), ElementsAre(refused));
     slot.ShowAd(&list);
-    EXPECT_THAT(log.Lines().back(), Info("[Ad] Banner position is null, adType = 3, m_adPosition = 7"));
+    EXPECT_THAT(log.Lines(), ElementsAre(refused, refused));
     EXPECT_THAT(banners, IsEmpty());
 }
 
@@ -94,6 +95,14 @@ TEST_F(AdBannerControllerTest, TheBannerIsTheCallersOfTheSizeThatWasAskedFor) {
     EXPECT_EQ(banner->size(), kSize);
     EXPECT_TRUE(banner->isHidden());
     EXPECT_THAT(log.Assertions(), IsEmpty());
+}
+
+TEST_F(AdBannerControllerTest, CallerIsCalledOnceWhenAnInternalBuildHasABanner) {
+    environment.SetRelease(false);
+
+    Show({"a"});
+
+    EXPECT_THAT(banners, ElementsAre(NotNull()));
 }
 
 TEST_F(AdBannerControllerTest, ABannerIsLoggedAheadOfItsAds) {

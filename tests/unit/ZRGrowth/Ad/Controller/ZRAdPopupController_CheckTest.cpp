@@ -304,6 +304,18 @@ TEST_F(AdPopupCheckTest, ATakenSlotIsReportedOnlyWithAReporterAndAClient) {
     EXPECT_THAT(reports.Events(), IsEmpty());
 }
 
+TEST_F(AdPopupCheckTest, TakenSlotIsNotReportedWhenTheAdHasNoId) {
+    EXPECT_FALSE(First(list.get())->Decode(PopupAd("")));  // the areas stay
+    log.Forget();
+    slots.Allow(kSlotAdPopup, false);
+
+    EXPECT_FALSE(MayShow());
+
+    EXPECT_THAT(log.Lines(), ElementsAre(Info("[Ad] Popup isnot allowed to show by uniform resource slot, adType = 2, "
+                                              "adPosition = 42, adId = ")));
+    EXPECT_THAT(reports.Events(), IsEmpty());
+}
+
 TEST_F(AdPopupCheckTest, OnlyTheSlotOfPopupsIsAskedFor) {
     for (const int other : {0, 1, 3}) {
         slots.Allow(ZRUniformResourceSlotType(other), false);

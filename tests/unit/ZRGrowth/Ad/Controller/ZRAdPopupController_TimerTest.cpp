@@ -62,6 +62,18 @@ TEST_F(AdPopupTimerTest, WithoutADurationThereIsNoTimerAndThePopupStays) {
     }
 }
 
+TEST_F(AdPopupTimerTest, PopupClosesWhenItsDurationIsTheShortest) {
+    Json::Value data = DataOf({"18088"});
+    data["show_duration"] = 1;
+    ShowList(data);
+    EXPECT_TRUE(Card() && Card()->isVisible());
+
+    time.Advance(1s);
+
+    EXPECT_EQ(Card(), nullptr);
+    Forget();
+}
+
 TEST_F(AdPopupTimerTest, ADurationBeyondWhatATimerCountsIsAsLongAsItCounts) {
     Json::Value data = DataOf({"18088"});
     for (const int duration : {2147484, std::numeric_limits<int>::max()}) {
@@ -86,6 +98,18 @@ TEST_F(AdPopupTimerTest, ASecondShowBeginsTheDurationAnew) {
     EXPECT_TRUE(Card() && Card()->isVisible());
     time.Advance(5s);
     EXPECT_EQ(Card(), nullptr);
+    Forget();
+}
+
+TEST_F(AdPopupTimerTest, CardStaysWhenItReplacesOneWhoseTimeIsOverInTheSameTurn) {
+    QTimer::singleShot(15s, &slot, [this] { Show("2"); });  // ahead of the timer of the card
+    Show("1");
+
+    time.Advance(15s);
+
+    ASSERT_TRUE(Card());
+    EXPECT_TRUE(Card()->isVisible());
+    EXPECT_EQ(slot.m_adId, QStringLiteral("2"));
     Forget();
 }
 

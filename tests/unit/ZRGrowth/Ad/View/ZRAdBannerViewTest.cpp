@@ -382,11 +382,22 @@ TEST_F(AdBannerViewTest, APlaceBetweenTwoPixelsCountsAsTheNearerOne) {
 
 TEST_F(AdBannerViewTest, WithoutAStripTheWholeBannerTakesClicks) {
     AddThree();
+    PressAt(*view, Qt::LeftButton, QPoint(0, 0));
     for (const int height : {0, -5}) {
         view->SetTopNonClickableAreaHeight(height);
         PressAt(*view, Qt::LeftButton, QPoint(0, 0));
     }
-    EXPECT_THAT(urls.Opened(), SizeIs(2));
+    EXPECT_THAT(urls.Opened(), SizeIs(3));
+}
+
+TEST_F(AdBannerViewTest, StripTakesNoClickWhenItIsOnePixelHigh) {
+    AddThree();
+    view->SetTopNonClickableAreaHeight(1);
+
+    PressAt(*view, Qt::LeftButton, QPoint(300, 0));
+    EXPECT_THAT(urls.Opened(), IsEmpty());
+    PressAt(*view, Qt::LeftButton, QPoint(300, 1));
+    EXPECT_THAT(urls.Opened(), SizeIs(1));
 }
 
 TEST_F(AdBannerViewTest, AClickWithoutAnAdOrATargetInItsPlaceDoesNothing) {

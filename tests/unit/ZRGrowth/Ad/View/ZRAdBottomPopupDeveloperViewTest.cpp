@@ -103,6 +103,8 @@ TEST_F(AdDeveloperViewTest, ThePanelStandsAsItIsDrawnUp) {
     const int update = Find<ZButton>("UpdateText")->y();
     const int first = Find<ZButton>("ClearLastShowTimestamp")->y();
     const int second = Find<ZButton>("GenerateCacheData")->y();
+    EXPECT_EQ(view.objectName(), QStringLiteral("CZRAdBottomPopupDeveloperView"));
+    EXPECT_EQ(Find<ZButton>("UpdateText")->x(), view.layout()->itemAt(0)->geometry().x());
     EXPECT_LT(0, update);
     EXPECT_LT(update, first);
     EXPECT_LT(first, second);
