@@ -89,13 +89,7 @@ public:
         return -1;
     }
 
-    int StoppedSteps() const {
-        int stopped = 0;
-        for (const auto* label : Child<QWidget>("WhyPage")->findChildren<QLabel*>()) {
-            stopped += label->text().startsWith(QStringLiteral("\u2717 ")) ? 1 : 0;
-        }
-        return stopped;
-    }
+    int StoppedSteps() const { return Child<QLabel>("WhyStrip")->text().count(QStringLiteral("\u2717 ")); }
 };
 
 struct Cause {

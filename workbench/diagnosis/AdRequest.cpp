@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "framework/JsonText.h"
+#include "workbench/ControlClient.h"
 
 namespace {
 
@@ -12,33 +13,17 @@ Json::Value Parsed(const std::string& body) {
     return host::ParseJson(body, error).value_or(Json::Value());
 }
 
-const Json::Value& Member(const Json::Value& json, const std::string& name) {
-    const Json::Value* member = json.isObject() ? json.find(name.data(), name.data() + name.size()) : nullptr;
-    return member ? *member : Json::Value::nullSingleton();
-}
-
-QString TextOf(const Json::Value& json) {
-    return json.isString() ? QString::fromStdString(json.asString()) : QString();
-}
-
-std::optional<qint64> NumberOf(const Json::Value& json) {
-    return json.isInt64() ? std::make_optional<qint64>(json.asInt64()) : std::nullopt;
-}
-
 AdOffer OfferOf(const Json::Value& ad) {
-    const Json::Value& popup = Member(ad, "popup_ad");
+    const Json::Value& popup = json::Member(ad, "popup_ad");
+    const Json::Value& card = popup.isObject() ? json::Member(popup, "bottom_popup") : json::Member(ad, "banner_ad");
     AdOffer offer;
-    offer.id = TextOf(Member(ad, "ad_id"));
-    offer.image =
-        TextOf(Member(Member(popup.isObject() ? popup : ad, popup.isObject() ? "bottom_popup" : "banner_ad"), "img"));
-    offer.startS = NumberOf(Member(ad, "start_time"));
-    offer.endS = NumberOf(Member(ad, "end_time"));
-    offer.expireS = NumberOf(Member(ad, "expire_time"));
-    const Json::Value& areas = Member(popup, "show_areas");
-    for (Json::ArrayIndex index = 0; areas.isArray() && index < areas.size(); ++index) {
-        if (areas[index].isInt()) {
-            offer.areas.push_back(areas[index].asInt());
-        }
+    offer.id = json::Text(json::Member(ad, "ad_id"));
+    offer.image = json::Text(json::Member(card, "img"));
+    offer.startS = json::Number(json::Member(ad, "start_time"));
+    offer.endS = json::Number(json::Member(ad, "end_time"));
+    offer.expireS = json::Number(json::Member(ad, "expire_time"));
+    for (const Json::Value& area : json::Items(json::Member(popup, "show_areas"))) {
+        offer.areas.push_back(int(json::Number(area).value_or(0)));
     }
     return offer;
 }
@@ -50,24 +35,22 @@ bool AdOffer::LastsUntil(qint64 second) const {
 }
 
 // Two ads can have the same id; the time window identifies the ad.
-QString AdRequest::DropOf(const AdOffer& ad) const {
-    if (!refusal.isEmpty()) {
-        return refusal;
-    }
-    const auto drop = std::find_if(drops.begin(), drops.end(), [&ad](const Drop& one) {
-        const auto is = [&one](std::optional<qint64> limit) { return limit == std::make_optional(one.limitS); };
-        return one.id == ad.id && (is(ad.startS) || is(ad.endS) || is(ad.expireS));
+const log_table::ParsedLine* AdRequest::DropOf(const AdOffer& ad) const {
+    const auto drop = std::find_if(drops.begin(), drops.end(), [&ad](const log_table::ParsedLine& line) {
+        const auto is = [&line](std::optional<qint64> limit) { return limit == std::make_optional(line.Number(1)); };
+        return line.values.value(4) == ad.id && (is(ad.startS) || is(ad.endS) || is(ad.expireS));
     });
-    return drop == drops.end() ? QString() : drop->why;
+    return drop == drops.end() ? nullptr : &*drop;
 }
 
-int AdRequest::KeptCount() const {
-    return int(std::count_if(ads.begin(), ads.end(), [this](const AdOffer& ad) { return DropOf(ad).isEmpty(); }));
-}
-
-const AdOffer* AdRequest::FirstKept() const {
-    const auto first = std::find_if(ads.begin(), ads.end(), [this](const AdOffer& ad) { return DropOf(ad).isEmpty(); });
-    return first == ads.end() ? nullptr : &*first;
+std::vector<const AdOffer*> AdRequest::Kept() const {
+    std::vector<const AdOffer*> kept;
+    for (const AdOffer& ad : ads) {
+        if (refusal.isEmpty() && !DropOf(ad)) {
+            kept.push_back(&ad);
+        }
+    }
+    return kept;
 }
 
 const AdOffer* AdRequest::Find(const QString& ad) const {
@@ -82,26 +65,24 @@ std::optional<AdRequest> ReadAdRequest(const std::string& url, const std::string
         return std::nullopt;
     }
     const Json::Value json = Parsed(body);
-    request.id = TextOf(Member(json, "request_id"));
-    const Json::Value& type = Member(json, "ad_type");
-    const Json::Value& position = Member(json, "ad_position");
-    if (request.id.isEmpty() || !type.isInt() || !position.isInt()) {
+    const auto type = json::Number(json::Member(json, "ad_type"));
+    const auto position = json::Number(json::Member(json, "ad_position"));
+    request.id = json::Text(json::Member(json, "request_id"));
+    if (request.id.isEmpty() || !type || !position) {
         return std::nullopt;
     }
-    request.slot = {type.asInt(), position.asInt()};
-    const Json::Value& ids = Member(json, "ad_id");
-    for (Json::ArrayIndex index = 0; ids.isArray() && index < ids.size(); ++index) {
-        request.askedFor << TextOf(ids[index]);
+    request.slot = {int(*type), int(*position)};
+    for (const Json::Value& id : json::Items(json::Member(json, "ad_id"))) {
+        request.askedFor << json::Text(id);
     }
     return request;
 }
 
 void ReadAdAnswer(const std::string& body, AdRequest& request) {
     const Json::Value json = Parsed(body);
-    request.code = NumberOf(Member(json, "code"));
+    request.code = json::Number(json::Member(json, "code"));
     request.ads.clear();
-    const Json::Value& ads = Member(Member(json, "data"), "ad");
-    for (Json::ArrayIndex index = 0; ads.isArray() && index < ads.size(); ++index) {
-        request.ads.push_back(OfferOf(ads[index]));
+    for (const Json::Value& ad : json::Items(json::Member(json::Member(json, "data"), "ad"))) {
+        request.ads.push_back(OfferOf(ad));
     }
 }

@@ -1,10 +1,9 @@
 #pragma once
 
-#include <QStringList>
-#include <optional>
 #include <string>
 #include <tuple>
-#include <vector>
+
+#include "workbench/diagnosis/LogTable.h"
 
 /// An ad position with its type.
 struct AdSlot {
@@ -38,14 +37,6 @@ struct AdOffer {
 
 /// A request for ads and its answer, from the traffic. Local times in milliseconds, 0 if unknown.
 struct AdRequest {
-    /// An ad that was removed from the list.
-    struct Drop {
-        QString id;
-        QString why;        // "starts 00:10:00"
-        qint64 limitS = 0;  // the violated limit
-        bool isEarly = false;
-    };
-
     QString id;
     AdSlot slot;
     QString path;
@@ -56,14 +47,13 @@ struct AdRequest {
     int status = 0;  // HTTP status
     std::optional<qint64> code;
     std::vector<AdOffer> ads;
-    std::vector<Drop> drops;
-    QString refusal;  // of the whole list
+    std::vector<log_table::ParsedLine> drops;  // the lines about ads that were removed from the list
+    QString refusal;                           // of the whole list
 
-    /// The reason why an ad of the answer was not kept; empty if it was kept.
-    QString DropOf(const AdOffer& ad) const;
-    int KeptCount() const;
-    /// The first kept ad; null if there is none.
-    const AdOffer* FirstKept() const;
+    /// The line about an ad that was not kept; null if there is none.
+    const log_table::ParsedLine* DropOf(const AdOffer& ad) const;
+    std::vector<const AdOffer*> Kept() const;
+    /// Null if no ad has the id.
     const AdOffer* Find(const QString& ad) const;
 };
 

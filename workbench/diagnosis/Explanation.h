@@ -1,10 +1,5 @@
 #pragma once
 
-#include <QJsonObject>
-#include <QString>
-#include <optional>
-#include <vector>
-
 #include "modules/ZRPremiumRecords.h"
 #include "workbench/diagnosis/Tracker.h"
 
@@ -16,27 +11,21 @@ struct StripStep {
     enum class EnState { Done, Waiting, Stopped, Open };
     QString name;
     EnState state = EnState::Open;
-};
 
-struct Detail {
-    QString name;
-    QString value = {};
-    std::optional<bool> good = {};
-    std::vector<Detail> children = {};
+    /// The name with a sign for the state.
+    QString Text() const;
 };
 
 /// The answer to "why is it not shown?" for one subject.
 struct Explanation {
     std::vector<StripStep> strip;
-    QString state;     // in a few words
-    QString sentence;  // the reason, and what to do or to wait for
-    std::vector<Detail> details;
-    QString counts;  // of an ad's last list
-    QString image;   // URL of an ad's picture
+    QString state;        // in a few words
+    QString sentence;     // the reason, and what to do or to wait for
+    QStringList details;  // "name: value" each, indented below their group
+    QString counts;       // of an ad's last list
+    QString image;        // URL of an ad's picture
 
-    /// With fixed English keys.
-    QJsonObject ToJson() const;
-    QString ToText() const;
+    QStringList Steps() const;
 };
 
 /// Computes explanations from the tracker's states and the module's answers.

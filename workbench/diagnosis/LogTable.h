@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QRegularExpression>
 #include <QStringList>
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -18,30 +20,24 @@ enum class EnEvent {
     Asked,
     Answered,
     Retried,  // a waiting list is checked again
-    Passed,
     Dropped,  // one ad of a list
     Refused,
+    Ignored,  // refused, and the state before remains
     PictureFailed,
     Loading,
     Shown,
     Gone,
     Closed,
+    ClosedByPush,
     Cleared,
-    LoggedOut,
-    OtherLanguage,
     Pushed,
     Withdrawn,
     PushRefused,
-    Undecodable,  // the reason for a following line
+    Reason,  // for a following line
     TimerReady,
     TimerStopped,
-    ForLogin,  // the reason for the next request
-    ForHour,
-    ForLanguage,
     Good,  // an answer was taken
     SceneAnswered,
-    Cleaned,  // the chat window had only preloaded its page
-    Created,
     Loaded,
     LoadEnded,
 };
@@ -51,6 +47,7 @@ enum class EnFree {
     Never,
     Sum,       // value 1 plus value 2
     AfterSum,  // one second later: the last second still refuses
+    Start,     // value 1
     Window,    // the first start of the dropped ads
 };
 
@@ -60,20 +57,24 @@ enum EnStep { kStepAsked, kStepAnswered, kStepKept, kStepConditions, kStepPictur
 /// One line. Its text has placeholders for a number {n}, a word {w} and any text {}. The subject is an ad position
 /// by its type {t} and position {p}, or any other number {s}. {@} is {t} and {p} with their names. In the other
 /// texts, {0} is the first value; {0:t} is a time, {0:s} a duration, {0:a} an area, {0:k} an ad type.
-struct Row {
+struct RowText {
     const char* text;
-    EnEvent event;
-    int step = -1;           // that a refusal stops
+    EnEvent event = EnEvent::Note;
+    int step = -1;           // that a refusal stops, or that comes next
+    const char* say = "";    // the refusal, end or reason in plain words
     const char* check = "";  // name of the check
     const char* actual = "";
     const char* expected = "";
-    const char* say = "";  // the refusal in plain words
     EnFree free = EnFree::Never;
     bool isNormal = false;  // written with severity 8 although nothing is wrong
-    // Computed from the group and the text.
-    EnKind kind = EnKind::Ad;
-    int at = -1;        // index of the subject's value
-    int position = -1;  // index of an ad's position
+};
+
+struct Row : RowText {
+    EnKind kind;
+    int at;         // index of the subject's value
+    int position;   // index of an ad's position
+    QString begin;  // up to the first placeholder; comparing it avoids most expressions
+    QRegularExpression expression;
 };
 
 const std::vector<Row>& All();
@@ -99,8 +100,9 @@ std::optional<ParsedLine> Read(const QString& text);
 /// Returns true for a line that the module writes with severity 8 although nothing is wrong.
 bool IsExpectedError(const QString& text);
 
-/// Fills in the values of a row's text. Times are on the server's clock; `nowMs` decides whether they need a date.
-QString Filled(const char* text, const ParsedLine& line, qint64 nowMs);
+/// Fills in the values of a row's text, and `words` by their names. Times are on the server's clock; `nowMs` decides
+/// whether they need a date.
+QString Filled(const char* text, const ParsedLine& line, qint64 nowMs, const std::map<QString, QString>& words = {});
 
 /// A time in the local zone, with the date if the day differs from that of `nowMs`.
 QString Clock(qint64 timeMs, qint64 nowMs);

@@ -1,26 +1,21 @@
 #include "workbench/diagnosis/Tracker.h"
 
-#include <QDateTime>
-#include <QRegularExpression>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <algorithm>
+#include <utility>
 
 #include "PremiumNumbers.h"
 #include "core/login_status_data.h"
-#include "framework/JsonText.h"
-#include "modules/ZRGrowthMessages.h"
 
-using log_table::EnEvent;
-using log_table::EnKind;
+using namespace log_table;
 
 namespace {
-
-using EnReason = RefreshState::EnReason;
 
 constexpr const char* kModuleTag = "ZRGrowth";
 constexpr const char* kLoginTag = "Host.Login";
 constexpr uint32_t kCommandChatScenes = 20982;
 constexpr size_t kRequestsKept = 300;
-constexpr size_t kRefreshesKept = 500;
 constexpr size_t kOpensKept = 30;
 constexpr size_t kLinesKept = 40;
 constexpr qint64 kHourMs = 3'600'000;
@@ -28,16 +23,14 @@ constexpr qint64 kSecondMs = 1'000;
 // Related entries are written within one call. Their times can differ slightly, because the clock is read twice.
 constexpr qint64 kSlackMs = 50;
 constexpr qint64 kSameCallMs = 5'000;
-const QString kByPush = "push offline"_q;
 
 template <class T>
-bool Contains(const QStringList& list, const T* offer) {
-    return offer && list.contains(offer->id);
-}
-
-Json::Value Parsed(const std::string& text) {
-    std::string error;
-    return host::ParseJson(text, error).value_or(Json::Value());
+T& Keep(std::deque<T>& all, T one, size_t limit) {
+    all.push_back(std::move(one));
+    if (all.size() > limit) {
+        all.pop_front();
+    }
+    return all.back();
 }
 
 /// The module passes its delay on as a signed number of milliseconds. A negative delay runs at once.
@@ -47,6 +40,11 @@ qint64 DelayOf(const QString& milliseconds) {
 
 bool IsTrue(const QString& word) {
     return word == QLatin1String("true");
+}
+
+bool HasPicture(const AdState::Request& request, const QString& url) {
+    return request && std::any_of(request->ads.begin(), request->ads.end(),
+                                  [&url](const AdOffer& offer) { return offer.image == url; });
 }
 
 // A refusal that leaves the previous state is put before it.
@@ -59,53 +57,28 @@ void Put(AdState& ad, Refusal refusal) {
     ad.red = std::move(refusal);
 }
 
-// Each answer that came is followed by one line with its outcome. Both are paired in order.
-void Pair(RefreshState& state) {
-    while (!state.unjudged.empty() && !state.outcomes.empty()) {
-        RefreshState::Request& request = state.requests[state.unjudged.front()];
-        const RefreshState::Outcome outcome = state.outcomes.front();
-        if (outcome.timeMs < request.answeredMs - kSlackMs) {
-            state.outcomes.pop_front();  // its answer was not recorded
-            continue;
+// The reasons of lines without a session belong to the requests in order.
+void GiveReasons(RefreshState& state) {
+    for (RefreshState::Request& request : state.requests) {
+        if (request.why.isEmpty() && !state.reasons.empty()) {
+            request.why = state.reasons.front();
+            state.reasons.pop_front();
         }
-        state.unjudged.pop_front();
-        if (outcome.timeMs > request.answeredMs + kSameCallMs) {
-            continue;  // its line was not recorded
-        }
-        state.outcomes.pop_front();
-        request.isGood = !outcome.red;
-        request.red = outcome.red;
     }
-    while (!state.reasons.empty() && !state.unexplained.empty()) {
-        state.requests[state.unexplained.front()].why = state.reasons.front();
-        state.unexplained.pop_front();
-        state.reasons.pop_front();
-    }
-}
-
-bool TakeDue(RefreshState& state, int count, qint64 timeMs) {
-    const auto due = std::find_if(state.pushes.begin(), state.pushes.end(), [&](const RefreshState::Push& push) {
-        return push.count == count && push.dueMs <= timeMs + kSlackMs;
-    });
-    if (due == state.pushes.end()) {
-        return false;
-    }
-    state.pushes.erase(due);
-    return true;
 }
 
 }  // namespace
 
-void History::Add(qint64 timeMs, const QString& text) {
-    entries.push_back({timeMs, text});
-    if (entries.size() > kLinesKept) {
-        entries.pop_front();
-    }
+const RefreshState::Request* RefreshState::Find(unsigned long session) const {
+    const auto found = std::find_if(requests.rbegin(), requests.rend(),
+                                    [session](const Request& request) { return request.session == session; });
+    return found == requests.rend() ? nullptr : &*found;
 }
 
-const RefreshState::Request* RefreshState::Find(unsigned long session) const {
-    const auto found = requests.find(session);
-    return found == requests.end() ? nullptr : &found->second;
+RefreshState::Request& RefreshState::Of(unsigned long session) {
+    const auto found = std::find_if(requests.begin(), requests.end(),
+                                    [session](const Request& request) { return request.session == session; });
+    return found != requests.end() ? *found : Keep(requests, Request{session}, kRequestsKept);
 }
 
 CTracker::CTracker(ToServer toServer, QObject* parent) : QObject(parent), m_fnToServer(std::move(toServer)) {}
@@ -114,26 +87,21 @@ quint64 CTracker::User() const {
     return m_nUser != 0 ? m_nUser : core::login_status_data::Login_GetUserID();
 }
 
-qint64 CTracker::ServerNowMs() const {
-    return m_fnToServer(QDateTime::currentMSecsSinceEpoch());
+const History& CTracker::LinesOf(EnKind kind, int number, int position) const {
+    static const History none;
+    const auto found = m_histories.find({kind, {number, position}});
+    return found == m_histories.end() ? none : found->second;
 }
 
-const AdState* CTracker::Find(const AdSlot& slot) const {
-    const auto found = m_ads.find(slot);
-    return found == m_ads.end() ? nullptr : &found->second;
-}
-
-const History* CTracker::LinesOf(EnKind kind, int number) const {
-    const auto found = m_histories.find({kind, number});
-    return found == m_histories.end() ? nullptr : &found->second;
+void CTracker::AddLine(EnKind kind, const AdSlot& subject, const Line& line, qint64 timeMs) {
+    Keep(m_histories[{kind, subject}], {timeMs, line.text}, kLinesKept);
 }
 
 std::optional<qint64> CTracker::NextHourlyMs(qint64 nowMs) const {
     if (!m_timerFrom) {
         return std::nullopt;
     }
-    const qint64 hours = std::max<qint64>(0, nowMs - *m_timerFrom) / kHourMs;
-    return *m_timerFrom + (hours + 1) * kHourMs;
+    return *m_timerFrom + (std::max<qint64>(0, nowMs - *m_timerFrom) / kHourMs + 1) * kHourMs;
 }
 
 // The hourly timer runs on through logins.
@@ -142,11 +110,8 @@ void CTracker::Reset(quint64 user) {
     m_bLoggedOut = false;
     m_ads.clear();
     m_requests.clear();
-    m_clearReason = {};
-    m_rights = {};
-    m_vip = {};
-    m_chat = {};
-    m_nextWhy.reset();
+    m_strReason.clear();
+    m_rights = m_vip = m_chat = {};
     m_scenes.clear();
     m_opens.clear();
     m_histories.clear();
@@ -157,27 +122,8 @@ void CTracker::Take(const TraceEvent& seen) {
         return;
     }
     m_nLastSeen = std::max(m_nLastSeen, seen.number);
-    bool isKnown = true;
-    if (const auto* call = std::get_if<HttpTrace>(&seen.what)) {
-        TakeCall(*call, seen.timeMs);
-    } else if (const auto* command = std::get_if<CommandTrace>(&seen.what)) {
-        TakeCommand(*command, seen.timeMs);
-    } else if (const auto* report = std::get_if<ReportTrace>(&seen.what)) {
-        TakeReport(*report, seen.timeMs);
-    } else if (const auto* store = std::get_if<StoreTrace>(&seen.what)) {
-        OnLastShownStored(*store);
-    } else if (const auto* message = std::get_if<MessageTrace>(&seen.what)) {
-        if (message->id == kMsgAIChatPageSceneChanged) {
-            ChatOpen& open = PendingOpen(seen.timeMs);
-            open.scene = int(message->p2);
-            open.reasons << "the scene changed from %1 to %2"_q.arg(message->p1).arg(message->p2);
-        }
-    } else {
-        isKnown = false;
-    }
-    if (isKnown) {
-        Q_EMIT Changed();
-    }
+    std::visit([&](const auto& what) { On(what, seen.timeMs); }, seen.what);
+    Q_EMIT Changed();
 }
 
 void CTracker::TakeLine(const LogEntry& entry) {
@@ -185,121 +131,78 @@ void CTracker::TakeLine(const LogEntry& entry) {
         return;
     }
     m_nLastLine = std::max(m_nLastLine, entry.number);
-    const qint64 time = entry.time.toMSecsSinceEpoch();
-    if (entry.record.module == kLoginTag) {
-        static const QRegularExpression login("^User (\\d+) logged (in|out)$"_q);
-        const QRegularExpressionMatch match = login.match(entry.record.text);
-        if (match.hasMatch()) {
-            if (match.captured(2) == QLatin1String("in")) {
-                Reset(match.captured(1).toULongLong());
-            } else {
-                m_bLoggedOut = true;
-            }
-            Q_EMIT Changed();
-        }
+    static const QRegularExpression login("^User (\\d+) logged (in|out)$"_q);
+    const QRegularExpressionMatch match =
+        entry.record.module == kLoginTag ? login.match(entry.record.text) : QRegularExpressionMatch();
+    const auto line = entry.record.module == kModuleTag ? Read(entry.record.text) : std::nullopt;
+    if (match.hasMatch() && match.captured(2) == QLatin1String("in")) {
+        Reset(match.captured(1).toULongLong());
+    } else if (match.hasMatch()) {
+        m_bLoggedOut = true;
+    } else if (line) {
+        TakeModuleLine(*line, entry.time.toMSecsSinceEpoch());
+    } else {
         return;
-    }
-    const auto line = entry.record.module == kModuleTag ? log_table::Read(entry.record.text) : std::nullopt;
-    if (!line) {
-        return;
-    }
-    const int number = int(line->Number(line->row->at));
-    switch (line->row->kind) {
-        case EnKind::Ad:
-            TakeAd(*line, time);
-            break;
-        case EnKind::Rights:
-            m_rights.history.Add(time, entry.record.text);
-            TakeRefresh(m_rights, *line, time);
-            break;
-        case EnKind::Vip:
-            m_vip.history.Add(time, entry.record.text);
-            TakeRefresh(m_vip, *line, time);
-            break;
-        case EnKind::Widget:
-            m_histories[{EnKind::Widget, number}].Add(time, entry.record.text);
-            break;
-        case EnKind::Activation:
-            m_nActivating = line->row->event == EnEvent::Asked ? number : m_nActivating;
-            m_histories[{EnKind::Widget, m_nActivating}].Add(time, entry.record.text);
-            break;
-        case EnKind::Chat:
-            if (line->row->at >= 0) {
-                m_histories[{EnKind::Chat, number}].Add(time, entry.record.text);
-            }
-            TakeChat(*line, time);
-            break;
-        case EnKind::ChatOpen:
-            TakeOpen(*line, time);
-            break;
     }
     Q_EMIT Changed();
 }
 
+void CTracker::TakeModuleLine(const Line& line, qint64 timeMs) {
+    const EnKind kind = line.row->kind;
+    const int number = int(line.Number(line.row->at));
+    if (kind == EnKind::Ad) {
+        TakeAd(line, timeMs);
+    } else if (kind == EnKind::ChatOpen) {
+        TakeOpen(line, timeMs);
+    } else if (kind == EnKind::Widget || kind == EnKind::Activation) {
+        // The later lines of an activation do not name the right.
+        m_nRight = kind == EnKind::Widget || line.row->event == EnEvent::Asked ? number : m_nRight;
+        AddLine(EnKind::Widget, {m_nRight, 0}, line, timeMs);
+    } else {
+        AddLine(kind, {kind == EnKind::Chat ? number : 0, 0}, line, timeMs);
+        TakeRefresh(kind == EnKind::Rights ? m_rights : kind == EnKind::Vip ? m_vip : m_chat, line, timeMs);
+    }
+}
+
 // ---- ads
 
-AdState& CTracker::Of(const AdSlot& slot) {
-    AdState& ad = m_ads[slot];
-    ad.slot = slot;
-    return ad;
+AdState::Request CTracker::FindRequest(const QString& id) const {
+    const auto found = std::find_if(m_requests.rbegin(), m_requests.rend(),
+                                    [&id](const AdState::Request& request) { return request->id == id; });
+    return found == m_requests.rend() ? nullptr : *found;
 }
 
-// The oldest request that no position holds is dropped.
 AdState::Request CTracker::RequestOf(const AdRequest& read, qint64 timeMs) {
-    AdState::Request& request = m_requests[read.id];
+    AdState::Request request = FindRequest(read.id);
     if (!request) {
-        request = std::make_shared<AdRequest>(read);
+        request = Keep(m_requests, std::make_shared<AdRequest>(read), kRequestsKept);
         request->sentMs = timeMs;
-        AdState& ad = Of(read.slot);
-        if (!ad.last || ad.last->sentMs <= timeMs) {
-            ad.last = request;
-        }
+        m_ads[read.slot].last = request;
     }
-    const AdState::Request result = request;
-    if (m_requests.size() > kRequestsKept) {
-        auto oldest = m_requests.end();
-        for (auto it = m_requests.begin(); it != m_requests.end(); ++it) {
-            const bool isOlder = oldest == m_requests.end() || it->second->sentMs < oldest->second->sentMs;
-            oldest = it->second.use_count() == 1 && isOlder ? it : oldest;
-        }
-        if (oldest != m_requests.end()) {
-            m_requests.erase(oldest);
-        }
-    }
-    return result;
+    return request;
 }
 
-void CTracker::TakeCall(const HttpTrace& call, qint64 timeMs) {
+void CTracker::On(const HttpTrace& call, qint64 timeMs) {
     const bool isEnd = call.kind != HttpTrace::EnKind::Sent;
     const auto read = ReadAdRequest(call.url, isEnd ? call.requestBody : call.body);
-    if (!read) {
-        return;
-    }
-    if (!isEnd) {
+    if (read && !isEnd) {
         RequestOf(*read, timeMs)->askedFor = read->askedFor;
-        return;
     }
-    const auto found = m_requests.find(read->id);
-    if (found == m_requests.end()) {
-        return;  // of a former user
-    }
-    AdRequest& request = *found->second;
-    request.answeredMs = timeMs;
-    request.status = call.status;
-    request.durationMs = call.durationMs;
-    if (call.kind == HttpTrace::EnKind::Answered) {
-        ReadAdAnswer(call.body, request);
+    // The answer to a former user's request has none.
+    const AdState::Request request = read && isEnd ? FindRequest(read->id) : nullptr;
+    if (request) {
+        request->answeredMs = timeMs;
+        request->status = call.status;
+        request->durationMs = call.durationMs;
+        ReadAdAnswer(call.body, *request);
     }
 }
 
 // The stored time of the last showing was changed from outside. The refusal by the interval is recomputed.
-void CTracker::OnLastShownStored(const StoreTrace& store) {
-    if (!store.isSave || !store.succeeded) {
-        return;
-    }
+void CTracker::On(const StoreTrace& store, qint64 /*timeMs*/) {
     for (auto& [slot, ad] : m_ads) {
         for (std::optional<Refusal>* red : {&ad.red, &ad.earlier}) {
-            if (*red && (*red)->line.row->free == log_table::EnFree::AfterSum &&
+            if (store.isSave && store.succeeded && *red && (*red)->line.row->free == EnFree::AfterSum &&
                 (*red)->line.values.value(6).toStdString() == store.key) {
                 (*red)->line.values[1] = QString::fromStdString(store.value);
             }
@@ -309,87 +212,66 @@ void CTracker::OnLastShownStored(const StoreTrace& store) {
 
 // Lines without type and position belong to the popup.
 void CTracker::TakeAd(const Line& line, qint64 timeMs) {
-    const log_table::Row& row = *line.row;
-    const AdSlot slot{row.at < 0 ? kBottomPopup.type : int(line.Number(row.at)),
-                      row.position < 0 ? kBottomPopup.position : int(line.Number(row.position))};
+    const Row& row = *line.row;
     switch (row.event) {
+        case EnEvent::Reason:
+            m_strReason = Filled(row.say, line, 0);
+            return;
         case EnEvent::PictureFailed:
             OnPictureFailed(line, timeMs);
             return;
-        case EnEvent::Undecodable:
-            m_strUndecodable = "%1: %2"_q.arg(line.values.value(0), line.values.value(1));
-            return;
-        case EnEvent::LoggedOut:
-        case EnEvent::OtherLanguage:
-            m_clearReason = line;
-            return;
-        case EnEvent::Withdrawn:
-            Withdraw(line, timeMs);
-            OnAdPush(line, timeMs);
-            return;
         case EnEvent::Pushed:
+        case EnEvent::Withdrawn:
             OnAdPush(line, timeMs);
             return;
         default:
             break;
     }
-    AdState& ad = Of(slot);
-    ad.history.Add(timeMs, line.text);
-    TakeAd(ad, line, timeMs);
+    const AdSlot slot = row.at < 0 ? kBottomPopup : AdSlot{int(line.Number(row.at)), int(line.Number(row.position))};
+    AddLine(EnKind::Ad, slot, line, timeMs);
+    TakeAd(m_ads[slot], line, timeMs);
 }
 
 void CTracker::TakeAd(AdState& ad, const Line& line, qint64 timeMs) {
-    using namespace log_table;
-    const bool isBanner = ad.slot.type == kTypeBanner;
+    const bool isBanner = line.Number(line.row->at) == kTypeBanner;
+    if (line.row->step >= 0 && *line.row->say == '\0') {
+        ad.passed = line.row->step;  // progress of the attempt
+    }
     switch (line.row->event) {
         case EnEvent::Asked: {
             AdRequest read;
             read.id = line.values[4];
-            read.slot = ad.slot;
+            read.slot = {int(line.Number(1)), int(line.Number(2))};
             read.path = line.values[0];
             ad.last = RequestOf(read, timeMs);
-            ad.isAsking = true;
-            m_clearReason = {};
-            m_strUndecodable.clear();
+            m_strReason.clear();
             return;
         }
-        case EnEvent::Answered: {
-            ad.isAsking = false;
-            ad.isNewAttempt = true;
-            ad.isRetry = false;
-            ad.passed = kStepKept;
-            const auto found = m_requests.find(line.values[3]);
-            if (found != m_requests.end()) {
-                ad.answered = found->second;
+        case EnEvent::Answered:
+            if (const AdState::Request request = FindRequest(line.values[3])) {
+                ad.answered = request;
+                request->answeredMs = request->answeredMs != 0 ? request->answeredMs : timeMs;
             }
-            ad.before = ad.standing;
-            ad.standing = ad.answered;
+            ad.before = std::exchange(ad.standing, ad.answered);
             return;
-        }
         case EnEvent::Retried:
-            ad.isNewAttempt = true;
-            ad.isRetry = true;
-            ad.passed = kStepKept;
+            ad.before.reset();  // a refused waiting list is deleted
             if (ad.standing) {
                 ad.standing->drops.clear();
             }
             return;
-        case EnEvent::Passed:
-            ad.passed = line.row->step + 1;
-            return;
         case EnEvent::Dropped:
             if (ad.standing) {
-                ad.standing->drops.push_back({line.values[4], Filled(line.row->say, line, m_fnToServer(timeMs)),
-                                              line.Number(1),
-                                              QLatin1String(line.row->check) == QLatin1String("starts")});
+                ad.standing->drops.push_back(line);
             }
             return;
         case EnEvent::Refused:
+        case EnEvent::Ignored:
+        case EnEvent::PushRefused:
             OnAdRefused(ad, line, timeMs);
             return;
         case EnEvent::Loading:
             ad.isLoading = true;
-            ad.isNewAttempt = false;
             return;
         case EnEvent::Shown:
             ad.isLoading = false;
@@ -399,7 +281,7 @@ void CTracker::TakeAd(AdState& ad, const Line& line, qint64 timeMs) {
             ad.shownCount = isBanner ? ad.shownCount + 1 : 1;
             ++ad.shownTotal;
             ad.made = ad.standing;
-            ad.shownAd = isBanner ? QString() : line.values[2];
+            ad.shownAd = line.values.value(2);
             ad.shownMs = timeMs;
             return;
         case EnEvent::Gone:
@@ -407,13 +289,15 @@ void CTracker::TakeAd(AdState& ad, const Line& line, qint64 timeMs) {
             ad.shownCount = 0;
             return;
         case EnEvent::Closed:
-            OnAdClosed(ad, line, timeMs);
+        case EnEvent::ClosedByPush:
+            ad.shownCount = std::max(0, ad.shownCount - 1);
+            if (ad.shownCount == 0) {
+                ad.isLoading = false;
+                Put(ad, {line, kStepShown, timeMs});
+            }
             return;
         case EnEvent::Cleared:
             OnAdCleared(ad, line, timeMs);
-            return;
-        case EnEvent::PushRefused:
-            Put(ad, {line, line.row->step, timeMs, true, {}, {}});
             return;
         default:
             return;
@@ -422,121 +306,85 @@ void CTracker::TakeAd(AdState& ad, const Line& line, qint64 timeMs) {
 
 // The conditions are checked twice: for the list, and again when the picture has come.
 void CTracker::OnAdRefused(AdState& ad, const Line& line, qint64 timeMs) {
-    using namespace log_table;
-    Refusal refusal{line, line.row->step, timeMs, false, {}, {}};
-    const bool isOwnList = refusal.step == kStepKept && ad.passed <= kStepKept && (ad.isNewAttempt || !ad.isLoading);
-    if (refusal.step == kStepKept || refusal.step == kStepConditions) {
-        const bool isAgain = ad.isLoading && !ad.isNewAttempt;
-        refusal.step = isAgain ? kStepShown : isOwnList ? int(kStepKept) : int(kStepConditions);
+    const Row& row = *line.row;
+    const bool isOwnList = row.step == kStepKept && ad.passed <= kStepKept;
+    const bool isAgain = ad.isLoading && ad.passed >= kStepPicture;
+    const bool isOfBoth = row.step == kStepConditions || (row.step == kStepKept && !isOwnList);
+    Refusal refusal{line, isOfBoth ? isAgain ? int(kStepShown) : int(kStepConditions) : row.step, timeMs};
+    if (row.event != EnEvent::Refused) {
+        refusal.leavesRest = true;
+        ad.nextAskS = row.free == EnFree::Sum ? line.Number(1) + line.Number(2) : ad.nextAskS;
+        Put(ad, std::move(refusal));
+        return;
     }
-    const bool isLimit = line.row->free == EnFree::Sum;
-    const bool isOld = QLatin1String(line.row->check) == QLatin1String("answer to the latest request");
-    if (isLimit) {
-        ad.nextAskS = line.Number(1) + line.Number(2);
-    }
-    if (refusal.step <= kStepAnswered) {
-        ad.isAsking = ad.isAsking && (isLimit || isOld);
-        refusal.leavesRest = isLimit || isOld || ad.standing != nullptr;
-        refusal.reason = m_strUndecodable;
-        if (ad.last && !isLimit && !isOld) {
-            ad.last->refusal = Filled(line.row->say, line, m_fnToServer(timeMs));
+    refusal.reason = std::exchange(m_strReason, QString());
+    if (row.step == kStepAnswered) {
+        refusal.leavesRest = ad.standing != nullptr;
+        if (ad.last) {
+            ad.last->refusal = Filled(row.say, line, m_fnToServer(timeMs), {{"reason"_q, refusal.reason}});
         }
     } else if (isOwnList) {
-        const bool isNothing = QLatin1String(line.row->check) == QLatin1String("a list");
-        AdState::Request refused = ad.standing;
+        const AdState::Request refused = std::exchange(ad.standing, ad.before);
         if (refused) {
             refusal.drops = refused->drops;
+            refused->refusal = row.free == EnFree::Window ? QString() : QString::fromUtf8(row.check);
         }
-        if (ad.isRetry) {
-            ad.standing.reset();  // a refused waiting list is deleted
-        } else if (ad.isNewAttempt) {
-            if (refused && line.row->free != EnFree::Window) {
-                refused->refusal = QString::fromUtf8(line.row->check);
-            }
-            ad.standing = ad.before;  // a refused answer leaves the previous list
-        }
-        refusal.leavesRest = isNothing || (!ad.isRetry && ad.standing != nullptr);
+        refusal.leavesRest = QLatin1String(row.check) == QLatin1String("a list") || ad.standing;
     }
-    ad.isNewAttempt = false;
+    ad.passed = ad.isLoading ? int(kStepPicture) : 0;
     Put(ad, std::move(refusal));
-}
-
-void CTracker::OnAdClosed(AdState& ad, const Line& line, qint64 timeMs) {
-    ad.shownCount = std::max(0, ad.shownCount - 1);
-    if (ad.shownCount == 0) {
-        ad.isLoading = false;
-        Put(ad, {line, log_table::kStepShown, timeMs, false, {}, {}});
-    }
 }
 
 // The module keeps a list that waits behind a withdrawn visible ad, although its log line reports that all was cleared.
 void CTracker::OnAdCleared(AdState& ad, const Line& line, qint64 timeMs) {
-    const bool isClosed =
-        ad.red && ad.red->line.row->event == EnEvent::Closed && timeMs <= ad.red->timeMs + kSameCallMs;
-    const bool isByPush = isClosed && ad.red->line.values.value(0) == kByPush && ad.red->timeMs >= ad.withdrawnMs;
-    if (isByPush && !ad.withdrawn.isEmpty() &&
-        !Contains(ad.withdrawn, ad.standing ? ad.standing->FirstKept() : nullptr)) {
-        ad.withdrawn.clear();
+    const EnEvent before = ad.red && timeMs <= ad.red->timeMs + kSameCallMs ? ad.red->line.row->event : EnEvent::Note;
+    if (before == EnEvent::ClosedByPush && m_strReason.isEmpty()) {
         return;
     }
     ad.standing.reset();
-    if (!isClosed && ad.shownCount == 0) {
-        Refusal refusal{line, log_table::kStepKept, timeMs, false, {}, {}};
-        refusal.reason = m_clearReason.text;
-        Put(ad, std::move(refusal));
+    if (before != EnEvent::Closed && before != EnEvent::ClosedByPush && ad.shownCount == 0) {
+        Put(ad, {line, kStepKept, timeMs, m_strReason});
     }
 }
 
 // The line names no position. A failed picture of a banner is known by its URL.
 void CTracker::OnPictureFailed(const Line& line, qint64 timeMs) {
+    const QString& url = line.values[1];
     for (auto& [slot, ad] : m_ads) {
-        if (slot.type != int(line.Number(0))) {
+        const bool isBanner = slot.type == kTypeBanner;
+        const bool isOf = isBanner ? HasPicture(ad.made, url) || HasPicture(ad.standing, url) : ad.isLoading;
+        if (slot.type != int(line.Number(0)) || !isOf) {
             continue;
         }
-        const QString url = line.values[1];
-        const auto isOf = [&url](const AdState::Request& request) {
-            return request && std::any_of(request->ads.begin(), request->ads.end(),
-                                          [&url](const AdOffer& offer) { return offer.image == url; });
-        };
-        if (slot.type == kTypeBanner ? isOf(ad.made) || isOf(ad.standing) : ad.isLoading) {
-            ad.failedPictures.insert(url);
-            ad.history.Add(timeMs, line.text);
-            if (slot.type == kTypePopup) {
-                Put(ad, {line, log_table::kStepPicture, timeMs, false, {}, {}});
-            }
+        ad.failedPictures.insert(url);
+        AddLine(EnKind::Ad, slot, line, timeMs);
+        if (!isBanner) {
+            Put(ad, {line, kStepPicture, timeMs});
         }
     }
-}
-
-// The delay is computed in 32 bits, as in the module. A negative result means no delay.
-void CTracker::OnAdPush(const Line& line, qint64 timeMs) {
-    const AdSlot named{int(line.Number(0)), int(line.Number(1))};
-    if (!(named == kBottomPopup)) {
-        return;
-    }
-    AdState& ad = Of(kBottomPopup);
-    ad.history.Add(timeMs, line.text);
-    const qint64 now = m_fnToServer(timeMs);
-    const auto delay = int32_t(uint32_t(line.values.last().toLongLong()) * uint32_t(kSecondMs));
-    ad.pushesMs.erase(std::remove_if(ad.pushesMs.begin(), ad.pushesMs.end(), [now](qint64 due) { return due <= now; }),
-                      ad.pushesMs.end());
-    ad.pushesMs.push_back(now + std::max(0, delay));
 }
 
 // The module withdraws ads from the popup, whatever position the push names. The list is deleted without its own line.
-void CTracker::Withdraw(const Line& line, qint64 timeMs) {
-    AdState& ad = Of(kBottomPopup);
-    ad.withdrawn = line.values[2].split(QLatin1Char(','));
-    ad.withdrawnMs = timeMs;
-    if (ad.standing && Contains(ad.withdrawn, ad.standing->FirstKept())) {
+// The delay is computed in 32 bits, as in the module. A negative result means no delay.
+void CTracker::OnAdPush(const Line& line, qint64 timeMs) {
+    AdState& ad = m_ads[kBottomPopup];
+    const auto kept = ad.standing ? ad.standing->Kept() : std::vector<const AdOffer*>();
+    if (line.row->event == EnEvent::Withdrawn && !kept.empty() &&
+        line.values[2].split(QLatin1Char(',')).contains(kept.front()->id)) {
         ad.standing.reset();
-        Put(ad, {line, line.row->step, timeMs, false, {}, {}});
+        Put(ad, {line, line.row->step, timeMs});
     }
+    if (!(AdSlot{int(line.Number(0)), int(line.Number(1))} == kBottomPopup)) {
+        return;
+    }
+    AddLine(EnKind::Ad, kBottomPopup, line, timeMs);
+    const auto delay = int32_t(uint32_t(line.values.last().toLongLong()) * uint32_t(kSecondMs));
+    ad.pushesMs.insert(m_fnToServer(timeMs) + std::max(0, delay));
 }
 
-// ---- rights and VIP status
+// ---- rights, VIP status and chat scenes
 
-void CTracker::TakeCommand(const CommandTrace& command, qint64 timeMs) {
+void CTracker::On(const CommandTrace& command, qint64 timeMs) {
     RefreshState* state = command.asked == kCommandPremiumAccess ? &m_rights
                           : command.asked == kCommandVipStatus   ? &m_vip
                           : command.asked == kCommandChatScenes  ? &m_chat
@@ -544,159 +392,96 @@ void CTracker::TakeCommand(const CommandTrace& command, qint64 timeMs) {
     if (!state || command.kind == CommandTrace::EnKind::Pushed) {
         return;
     }
-    RefreshState::Request& request = state->requests[command.session];
-    request.session = command.session;
+    RefreshState::Request& request = state->Of(command.session);
     if (command.kind == CommandTrace::EnKind::Sent) {
         request.sentMs = timeMs;
-        state->last = command.session;
-        if (state == &m_vip) {
-            state->unexplained.push_back(command.session);
-        }
+        GiveReasons(*state);
     } else {
         request.answeredMs = timeMs;
         state->answered = command.session;
-        if (command.kind == CommandTrace::EnKind::Failed) {
-            static const log_table::Row failed{"",
-                                               EnEvent::Refused,
-                                               log_table::kStepAnswered,
-                                               "channel",
-                                               "channel error {0}",
-                                               "no error",
-                                               "The channel failed with error {0}."};
-            request.red = Refusal{{&failed, {QString::number(command.error)}, {}}, failed.step, timeMs, false, {}, {}};
-        } else if (state != &m_chat) {
-            state->unjudged.push_back(command.session);
-        }
-    }
-    Pair(*state);
-    for (auto it = state->requests.begin(); it != state->requests.end() && state->requests.size() > kRefreshesKept;) {
-        const bool isOld = it->second.answeredMs != 0 && it->first != state->last && it->first != state->answered;
-        it = isOld ? state->requests.erase(it) : std::next(it);
     }
 }
 
+// A line without a session is about the last answer.
 void CTracker::TakeRefresh(RefreshState& state, const Line& line, qint64 timeMs) {
-    const bool isVip = &state == &m_vip;
-    switch (line.row->event) {
+    const Row& row = *line.row;
+    const QString say = QString::fromUtf8(row.say);
+    const auto session = row.at < 0 ? state.answered : (unsigned long)(line.Number(row.at));
+    switch (row.event) {
         case EnEvent::TimerReady:
             m_timerFrom = timeMs;
-            break;
+            m_rights.nextWhy = say;
+            return;
         case EnEvent::TimerStopped:
             m_timerFrom.reset();
-            break;
-        case EnEvent::ForLogin:
-            m_bLoggedOut = false;
-            m_nextWhy = EnReason::Login;
-            m_bVipLogin = true;
-            break;
-        case EnEvent::ForHour:
-            m_nextWhy = EnReason::Hourly;
-            m_timerFrom = timeMs;
-            break;
-        case EnEvent::ForLanguage:
-            m_nextWhy = EnReason::Language;
-            break;
+            return;
+        case EnEvent::Reason:
+            m_rights.nextWhy = say;
+            m_vip.nextWhy = say == QLatin1String("login") ? say : m_vip.nextWhy;
+            return;
         case EnEvent::Asked:
             OnAsked(state, line, timeMs);
-            break;
-        case EnEvent::Good:
-            if (!m_bLoggedOut) {
-                state.outcomes.push_back({timeMs, std::nullopt});
-            }
-            break;
-        case EnEvent::Refused: {
-            Refusal red{line, line.row->step, timeMs, false, {}, {}};
-            if (line.row->at >= 0) {
-                RefreshState::Request& request = state.requests[(unsigned long)(line.Number(0))];
-                request.session = (unsigned long)(line.Number(0));
-                request.red = red;
-                request.answeredMs = request.answeredMs != 0 ? request.answeredMs : timeMs;
-                state.answered = request.session;
-            } else if (!isVip || line.row->step != log_table::kStepAnswered || line.Number(0) == 0) {
-                // A channel error is recorded in the traffic, with its session.
-                state.outcomes.push_back({timeMs, red});
-            }
-            break;
+            return;
+        case EnEvent::Pushed: {
+            const bool isList = line.values.size() > 1 && !IsTrue(line.values[0]);
+            state.pushes.emplace(timeMs + DelayOf(line.values.last()), isList ? int(line.Number(1)) : -1);
+            return;
         }
-        case EnEvent::Pushed:
-            OnRefreshPush(state, line, timeMs);
+        case EnEvent::SceneAnswered:
+            m_scenes[int(line.Number(0))] = IsTrue(line.values[1]);
+            return;
+        case EnEvent::Good:
+        case EnEvent::Refused:
             break;
         default:
-            break;
+            return;
     }
-    Pair(state);
+    if (session == 0) {
+        return;  // its answer was not recorded
+    }
+    RefreshState::Request& request = state.Of(session);
+    request.isGood = row.event == EnEvent::Good;
+    request.red = request.isGood ? std::nullopt : std::make_optional(Refusal{line, row.step, timeMs});
+    request.answeredMs = request.answeredMs != 0 ? request.answeredMs : timeMs;
+    state.answered = session;
+    if (&state == &m_chat && request.isGood) {
+        m_scenes.clear();
+    }
 }
 
 // A preceding line, if any, contains the reason of the request. Requests after a push have no such line. A login
 // requests rights and VIP status, the rights first.
 void CTracker::OnAsked(RefreshState& state, const Line& line, qint64 timeMs) {
-    if (&state == &m_vip) {
-        const bool isPush = !m_bVipLogin && TakeDue(state, -1, timeMs);
-        state.reasons.push_back(m_bVipLogin ? EnReason::Login : isPush ? EnReason::Push : EnReason::Caller);
-        m_bVipLogin = false;
+    const bool isVip = line.row->at < 0;
+    const int count = line.row->at == 1 ? int(line.Number(0)) : -1;
+    QString why = std::exchange(state.nextWhy, QString());
+    if (why.isEmpty()) {
+        const auto due = std::find_if(state.pushes.begin(), state.pushes.end(), [&](const auto& push) {
+            return push.second == count && push.first <= timeMs + kSlackMs && (isVip || IsTrue(line.values.last()));
+        });
+        why = due == state.pushes.end() ? "a caller"_q : "push"_q;
+        if (due != state.pushes.end()) {
+            state.pushes.erase(due);
+        }
+    }
+    if (isVip) {
+        state.reasons.push_back(why);
+        GiveReasons(state);
         return;
     }
-    const auto session = (unsigned long)(line.Number(line.row->at));
-    RefreshState::Request& request = state.requests[session];
-    request.session = session;
+    RefreshState::Request& request = state.Of((unsigned long)(line.Number(line.row->at)));
+    request.why = why;
     request.sentMs = request.sentMs != 0 ? request.sentMs : timeMs;
-    state.last = session;
-    if (m_nextWhy) {
-        request.why = *m_nextWhy;
-        m_nextWhy.reset();
-        return;
-    }
-    const int count = line.row->at == 0 ? -1 : int(line.Number(0));
-    const bool isPush = IsTrue(line.values.last()) && TakeDue(state, count, timeMs);
-    request.why = isPush ? EnReason::Push : EnReason::Caller;
 }
 
-void CTracker::OnRefreshPush(RefreshState& state, const Line& line, qint64 timeMs) {
-    const bool isList = &state == &m_rights && !IsTrue(line.values[0]);
-    state.pushes.push_back({timeMs + DelayOf(line.values.last()), isList ? int(line.Number(1)) : -1});
-    std::sort(state.pushes.begin(), state.pushes.end(),
-              [](const RefreshState::Push& left, const RefreshState::Push& right) { return left.dueMs < right.dueMs; });
-}
+// ---- opens of the AI chat
 
-// ---- AI chat
-
-void CTracker::TakeChat(const Line& line, qint64 timeMs) {
-    RefreshState::Request& request = m_chat.requests[m_chat.answered];
-    switch (line.row->event) {
-        case EnEvent::Answered:
-            m_scenes.clear();
-            request.answeredMs = timeMs;
-            request.isGood = true;
-            request.red.reset();
-            break;
-        case EnEvent::SceneAnswered:
-            m_scenes[int(line.Number(0))] = IsTrue(line.values[1]);
-            break;
-        case EnEvent::Refused:
-            request.isGood = false;
-            request.red = Refusal{line, line.row->step, timeMs, false, {}, {}};
-            break;
-        default:
-            break;
-    }
-}
-
-void CTracker::TakeReport(const ReportTrace& report, qint64 timeMs) {
-    if (report.event != "ClickAIChatEntrance") {
-        return;
-    }
-    // The scenes of pages by their numbers in reports.
-    static const std::map<std::string, int> scenes{{"3", 1}, {"4", 4}, {"5", 5}, {"12", 12}, {"42", 42}};
-    const Json::Value params = Parsed(report.params);
-    const Json::Value source = params.isObject() ? params.get("entrance_source", Json::Value()) : Json::Value();
-    ChatOpen open;
-    open.timeMs = timeMs;
-    open.user = User();
-    const auto scene = scenes.find(source.isString() ? source.asString() : std::string());
-    open.scene = scene == scenes.end() ? 0 : scene->second;
-    m_opens.push_back(open);
-    if (m_opens.size() > kOpensKept) {
-        m_opens.pop_front();
+// Reports number the watchlist's page 3. The other pages have the number of their scene.
+void CTracker::On(const ReportTrace& report, qint64 timeMs) {
+    if (report.event == "ClickAIChatEntrance") {
+        const QJsonObject params = QJsonDocument::fromJson(QByteArray::fromStdString(report.params)).object();
+        const int source = params["entrance_source"_q].toString().toInt();
+        Keep(m_opens, {timeMs, User(), source == 3 ? 1 : source}, kOpensKept);
     }
 }
 
@@ -704,13 +489,7 @@ void CTracker::TakeReport(const ReportTrace& report, qint64 timeMs) {
 ChatOpen& CTracker::PendingOpen(qint64 timeMs) {
     const bool isPending =
         !m_opens.empty() && !m_opens.back().isLoaded && timeMs <= m_opens.back().timeMs + kSameCallMs;
-    if (!isPending) {
-        ChatOpen open;
-        open.timeMs = timeMs;
-        open.user = User();
-        m_opens.push_back(open);
-    }
-    return m_opens.back();
+    return isPending ? m_opens.back() : Keep(m_opens, {timeMs, User()}, kOpensKept);
 }
 
 void CTracker::TakeOpen(const Line& line, qint64 timeMs) {
@@ -721,18 +500,15 @@ void CTracker::TakeOpen(const Line& line, qint64 timeMs) {
         return;
     }
     ChatOpen& open = PendingOpen(timeMs);
-    switch (line.row->event) {
-        case EnEvent::Cleaned:
-            open.reasons << "the last load was the preload"_q;
-            return;
-        case EnEvent::Created:
-            open.reasons << "there was no window"_q;
-            return;
-        default:
-            break;
+    if (line.row->event == EnEvent::Reason) {
+        open.reasons << QString::fromUtf8(line.row->say);
+        return;
     }
     open.isLoaded = true;
     open.scene = int(line.Number(0));
+    if (open.scene != m_nLoadScene) {
+        open.reasons << "the scene changed from %1 to %2"_q.arg(m_nLoadScene).arg(open.scene);
+    }
     open.isPreload = IsTrue(line.values[1]);
     open.url = line.values[3];
     if (IsTrue(line.values[2])) {
@@ -746,4 +522,5 @@ void CTracker::TakeOpen(const Line& line, qint64 timeMs) {
                                                : "new session: the caller asked for it"_q);
     }
     m_nLoadUser = User();
+    m_nLoadScene = open.scene;
 }

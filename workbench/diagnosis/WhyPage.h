@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QHash>
 #include <QJsonObject>
 #include <QPointer>
 #include <QTimer>
@@ -12,15 +11,14 @@
 
 class CWireDecoder;
 class QComboBox;
-class QHBoxLayout;
 class QLabel;
 class QLineEdit;
+class QPlainTextEdit;
 class QPushButton;
 class QSortFilterProxyModel;
 class QStandardItem;
 class QStandardItemModel;
 class QTableView;
-class QTreeWidget;
 class ZRWebImageWidget;
 
 /// The page that answers why something is not shown: a list of all ad positions, rights, chat scenes and chat opens,
@@ -45,37 +43,35 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    enum class EnKind { Ad, Refresh, Vip, Scene, Open, Right };
     struct Subject {
-        QString key;
-        EnKind kind = EnKind::Ad;
-        int number = 0;  // a right, a scene or the index of an open; orders the list
+        QString key;  // unique; the first letter is the kind
         QString name;
         QString title;
-        AdSlot slot;  // of an ad
+        std::function<Explanation(qint64 nowMs)> explain;
+        std::function<void()> ask = {};  // empty: the module asks at a login only
     };
 
     QWidget* NewList();
     QWidget* NewAnswer();
     QPushButton* NewButton(const char* name, const QString& text, void (CWhyPage::*clicked)());
-    std::vector<Subject> Subjects() const;
+    std::vector<Subject> Subjects();
     std::set<int> ListedRights() const;
-    Explanation Explain(const Subject& subject) const;
-    static bool CanAsk(const Subject& subject);
+    QString RightName(int right) const;
     QString UserText() const;
     const Subject* Chosen() const;
+    Explanation ChosenAnswer() const;
     void UpdateLater();
     void Update();
-    void ShowRow(const Subject& subject);
-    void ShowAnswer();
+    void ShowRow(const Subject& subject, int order);
     void ShowSentence();
-    void ShowStrip(const std::vector<StripStep>& strip);
-    void AskPositions();
-    void OnPositions(const ServerAnswer& answer);
+    void ShowAnswer();
     void AskNow();
     void ForgetAndAsk();
     void CopyAnswer();
+    void OpenPopupPanel();
     void Push(const char* json);
+    void AskRights(const QVector<int>& rights);
+    void AskBanner(int position);
     void ShowBanner(QWidget* banner);
     void Say(const QString& words, bool good);
 
@@ -86,10 +82,8 @@ private:
     IControlClient& m_server;
     std::set<AdSlot> m_positions;  // of the scenario
     std::map<quint64, QString> m_users;
-    std::vector<std::pair<int, QString>> m_rightNames;  // of all rights of the schema
     std::map<QString, Subject> m_subjects;
-    QHash<QString, QStandardItem*> m_rows;
-    std::vector<Detail> m_details;  // in the tree
+    std::map<QString, QStandardItem*> m_rows;
     QStandardItemModel* m_pModel;
     QSortFilterProxyModel* m_pFilter;
     QTableView* m_pTable;
@@ -97,10 +91,10 @@ private:
     QComboBox* m_pKind;
     QLabel* m_pNothing;
     QLabel* m_pClock;
+    QLabel* m_pStrip;
     QLabel* m_pSentence;
     QLabel* m_pMessage;
-    QHBoxLayout* m_pStrip = nullptr;
-    QTreeWidget* m_pDetail;
+    QPlainTextEdit* m_pDetail;
     ZRWebImageWidget* m_pPicture;
     QString m_strPicture;  // URL
     QPushButton* m_pAsk;

@@ -2,58 +2,24 @@
 
 #include <QStringList>
 #include <algorithm>
+#include <tuple>
 
 #include "workbench/diagnosis/Literal.h"
-#include "workbench/diagnosis/RightText.h"
 
 namespace widget_rules {
 namespace {
 
-struct TextSet {
-    const char* name;
-    QString CPremiumUIData::*title;
-    QString CPremiumUIData::*button;
-};
-
-constexpr TextSet kTextSets[] = {
+constexpr std::tuple<const char*, QString CPremiumUIData::*, QString CPremiumUIData::*> kTextSets[] = {
     {"main texts", &CPremiumUIData::strMainTitle, &CPremiumUIData::strMainBtn},
     {"detail texts", &CPremiumUIData::strDetailTitle, &CPremiumUIData::strDetailBtn},
     {"second detail texts", &CPremiumUIData::strDetailSubTitle, &CPremiumUIData::strDetailSubBtn},
 };
 
-struct Offer {
-    const char* kind;
-    bool servesLimitedTime;
-    bool needsTitle;
-};
-
-constexpr Offer kOffers[] = {{"Banner", true, true}, {"Locked mask", false, true}, {"Exclusive mask", false, false}};
-
-Rule SourceRule(const CPremiumUIAccessData& record) {
-    return {"activation source"_q, right_text::Source(record.nActivationSource), right_text::Source(ZRPremiumSourceVip),
-            record.nActivationSource == ZRPremiumSourceVip};
-}
-
-Rule OfferTypeRule(const CPremiumUIAccessData& record, bool servesLimitedTime) {
-    const int type = record.nActivationType;
-    const bool passes = type == ZRPremiumActivationFrozen || type == ZRPremiumActivationNotActivated ||
-                        type == ZRPremiumActivationReady ||
-                        (servesLimitedTime && type == ZRPremiumActivationLimitedTime);
-    return {"activation type"_q, right_text::Activation(type),
-            servesLimitedTime ? "limited time, frozen, not activated or ready"_q : "frozen, not activated or ready"_q,
-            passes};
-}
-
-Rule TextRule(const CPremiumUIAccessData& record, const TextSet& set, bool needsTitle) {
-    QStringList missing;
-    if (needsTitle && (record.*set.title).isEmpty()) {
-        missing << "no title"_q;
-    }
-    if ((record.*set.button).isEmpty()) {
-        missing << "no button text"_q;
-    }
-    return {"texts"_q, missing.isEmpty() ? "complete"_q : missing.join(", "_q),
-            needsTitle ? "title and button text"_q : "button text"_q, missing.isEmpty()};
+Rule TypeRule(int type, std::initializer_list<int> allowed) {
+    QStringList words;
+    std::transform(allowed.begin(), allowed.end(), std::back_inserter(words), Activation);
+    return {"activation type"_q, Activation(type), words.join(", "_q),
+            std::find(allowed.begin(), allowed.end(), type) != allowed.end()};
 }
 
 }  // namespace
@@ -65,27 +31,43 @@ const Rule* Widget::Refusing() const {
 
 std::vector<Widget> Of(const CPremiumUIAccessData& record, bool isNewSystem) {
     const int type = record.nActivationType;
+    const Rule system{"newer system"_q, isNewSystem ? "yes"_q : "no"_q, "no"_q, !isNewSystem};
+    const Rule source{"activation source"_q, Source(record.nActivationSource), Source(ZRPremiumSourceVip),
+                      record.nActivationSource == ZRPremiumSourceVip};
+    const Rule layout{"UI type"_q, record.strUIType, "D"_q, record.strUIType == QLatin1String("D")};
+    const Rule banner = TypeRule(type, {ZRPremiumActivationLimitedTime, ZRPremiumActivationFrozen,
+                                        ZRPremiumActivationNotActivated, ZRPremiumActivationReady});
+    const Rule mask =
+        TypeRule(type, {ZRPremiumActivationFrozen, ZRPremiumActivationNotActivated, ZRPremiumActivationReady});
     std::vector<Widget> widgets{
-        {"Icon"_q,
-         QString(),
-         {{"newer system"_q, right_text::YesNo(isNewSystem), right_text::YesNo(false), !isNewSystem},
-          SourceRule(record),
-          {"activation type"_q, right_text::Activation(type), "any but 0"_q, type != 0}}},
-        {"Tag"_q,
-         QString(),
-         {SourceRule(record),
-          {"activation type"_q, right_text::Activation(type), right_text::Activation(ZRPremiumActivationFull),
-           type == ZRPremiumActivationFull}}}};
-    for (const Offer& offer : kOffers) {
-        for (const TextSet& set : kTextSets) {
-            widgets.push_back({QString::fromUtf8(offer.kind),
-                               QString::fromUtf8(set.name),
-                               {{"UI type"_q, record.strUIType, "D"_q, record.strUIType == QLatin1String("D")},
-                                OfferTypeRule(record, offer.servesLimitedTime),
-                                TextRule(record, set, offer.needsTitle)}});
+        {"Icon"_q, QString(), {system, source, {"activation type"_q, Activation(type), "any but 0"_q, type != 0}}},
+        {"Tag"_q, QString(), {source, TypeRule(type, {ZRPremiumActivationFull})}}};
+    for (const auto& kind : {"Banner"_q, "Locked Mask"_q, "Exclusive Mask"_q}) {
+        const bool needsTitle = kind != QLatin1String("Exclusive Mask");
+        for (const auto& [set, title, button] : kTextSets) {
+            const Rule texts{"texts"_q,
+                             "title \u201C%1\u201D, button \u201C%2\u201D"_q.arg(record.*title, record.*button),
+                             needsTitle ? "title and button text"_q : "button text"_q,
+                             !(record.*button).isEmpty() && !(needsTitle && (record.*title).isEmpty())};
+            widgets.push_back(
+                {kind, QString::fromUtf8(set), {layout, kind == QLatin1String("Banner") ? banner : mask, texts}});
         }
     }
     return widgets;
+}
+
+QString Worded(int number, std::initializer_list<const char*> words, int first) {
+    const bool hasWord = first <= number && number < first + int(words.size());
+    return hasWord ? "%1 \u00B7 %2"_q.arg(number).arg(QString::fromUtf8(words.begin()[number - first]))
+                   : QString::number(number);
+}
+
+QString Activation(int type) {
+    return Worded(type, {"not said", "limited time", "frozen", "full", "empty", "not activated", "ready"});
+}
+
+QString Source(int source) {
+    return Worded(source, {"not said", "premium rule", "VIP rule", "private customer"});
 }
 
 }  // namespace widget_rules

@@ -131,7 +131,7 @@ TEST_F(AdStatesTest, RequestThatWasTooEarlyWaitsForTheIntervalOfTheModulesLine) 
 
     EXPECT_EQ(State().nextAskS, 220);
     EXPECT_EQ(explanation::FreeFromS(State(), *State().red), std::make_optional<qint64>(220));
-    EXPECT_EQ(DetailOf({Explained().details[1]}, "Needed"), "10 s after the last request, 00:03:30");
+    EXPECT_THAT(Explained().details, Contains(QStringLiteral("  Needed: 10 s after the last request, 00:03:30")));
 }
 
 TEST_F(AdStatesTest, RefusedAnswerLeavesTheWaitingList) {
@@ -212,8 +212,7 @@ TEST_F(AdStatesTest, LogoutAndLanguageClearTheList) {
     mainFrame.SetFocusIn(false);
     Connect(Card());
     bus.HostSend(20100);
-    EXPECT_THAT(Explained().details.front().value.toStdString() + Sentence(),
-                HasSubstr("with the change of the language"));
+    EXPECT_THAT(Sentence(), HasSubstr("with the change of the language"));
 
     Connect(Card());
     manager.OnLogout();
@@ -266,9 +265,9 @@ TEST_F(AdStatesTest, PushMakesThePopupAskAtTheNamedMoment) {
 TEST_F(AdStatesTest, DelayOfAPushIsCountedAsTheModuleCountsIt) {
     Connect(Card());
     PushNew(4'294'968);  // 704 milliseconds more than 32 bits can hold
-    EXPECT_EQ(State().pushesMs, std::vector<qint64>{200'704});
+    EXPECT_THAT(State().pushesMs, ElementsAre(200'704));
     PushNew(2'147'484);
-    EXPECT_EQ(State().pushesMs, (std::vector<qint64>{200'704, 200'000}));
+    EXPECT_THAT(State().pushesMs, ElementsAre(200'000, 200'704));
 }
 
 TEST_F(AdStatesTest, RefusedPushLeavesTheRefusalBefore) {
