@@ -265,7 +265,7 @@ TEST_F(TourTest, RefreshesTheRightsOfAMemberAfterAPush) {
     Click(Child<QPushButton>("PushRightsSend"));
 
     const auto* tracker = window->findChild<CTracker*>();
-    EXPECT_TRUE(WaitInRealTime([&] { return !tracker->Rights().pushes.empty(); }));
+    EXPECT_TRUE(WaitInRealTime([&] { return !tracker->State().rights.pushes.empty(); }));
     Picture("rights-push");
     OpenTab(kTabWhy);
     Picture("rights-waiting");

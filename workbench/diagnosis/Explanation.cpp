@@ -5,9 +5,6 @@
 #include "AIChatEntries.h"
 #include "PremiumRights.h"
 #include "core/environment.h"
-#include "framework/JsonText.h"
-#include "workbench/ControlClient.h"
-#include "workbench/diagnosis/WidgetRules.h"
 
 using namespace log_table;
 using EnState = StripStep::EnState;
@@ -45,20 +42,16 @@ QString YesNo(bool yes) {
     return yes ? "yes"_q : "no"_q;
 }
 
-QString ClockS(std::optional<qint64> second, qint64 nowMs) {
-    return second ? Clock(*second * kSecondMs, nowMs) : "not said"_q;
-}
-
 QString In(qint64 timeMs, qint64 nowMs) {
     return "%1, in %2"_q.arg(Clock(timeMs, nowMs), Duration((timeMs - nowMs + kSecondMs - 1) / kSecondMs));
 }
 
-void AddHistory(Explanation& explained, const History& history, qint64 nowMs) {
-    if (!history.empty()) {
+void AddLines(Explanation& explained, const CTracker& tracker, EnKind kind, const AdSlot& subject, qint64 nowMs) {
+    const auto found = tracker.State().lines.find({kind, subject});
+    if (found != tracker.State().lines.end()) {
         explained.details << "The module's lines:"_q;
-    }
-    for (auto line = history.rbegin(); line != history.rend(); ++line) {
-        explained.details << Line(1, Clock(line->first, nowMs), line->second);
+        std::transform(found->second.rbegin(), found->second.rend(), std::back_inserter(explained.details),
+                       [nowMs](const ParsedLine& line) { return Line(1, Clock(line.timeMs, nowMs), line.text); });
     }
 }
 
@@ -68,20 +61,40 @@ void AddHistory(Explanation& explained, const History& history, qint64 nowMs) {
 struct AdScene {
     const AdSlot& slot;
     const AdState& ad;
-    qint64 localNowMs;
+    qint64 nowMs;
     qint64 serverNowMs;
-
-    bool IsBanner() const { return slot.type == kTypeBanner; }
+    bool isBanner = slot.type == kTypeBanner;
     /// The ads of the visible banner.
-    std::vector<const AdOffer*> Strips() const {
-        return IsBanner() && ad.made ? ad.made->Kept() : std::vector<const AdOffer*>();
-    }
+    std::vector<const AdOffer*> strips = isBanner && ad.made ? ad.made->Kept() : std::vector<const AdOffer*>();
 };
 
-/// The ad that a refusal of a display condition is about.
+/// The ad that a line is about; null if its list was not recorded.
 const AdOffer* OfferOf(const AdState& ad, const QString& id) {
-    const AdRequest* list = ad.standing ? ad.standing.get() : ad.answered.get();
-    return list ? list->Find(id) : nullptr;
+    const AdOffer* waiting = ad.standing ? ad.standing->Find(id) : nullptr;
+    return waiting || !ad.answered ? waiting : ad.answered->Find(id);
+}
+
+bool Lasts(const AdOffer* offer, qint64 second) {
+    return !offer || (second <= offer->endS.value_or(second) && second <= offer->expireS.value_or(second));
+}
+
+/// The second of server time from which a refusal passes without any other change; nothing if no time is enough.
+std::optional<qint64> FreeFromS(const AdState& ad, const Refusal& refusal) {
+    const ParsedLine& line = refusal.line;
+    const bool isAfter = line.row->free == EnFree::AfterSum;
+    if (isAfter || line.row->free == EnFree::Sum) {
+        const double sum = std::max(0.0, double(line.Number(1)) + double(line.Number(2)) + (isAfter ? 1 : 0));
+        const bool isNever = sum > kLastSecond || (isAfter && !Lasts(OfferOf(ad, line.values.value(5)), qint64(sum)));
+        return isNever ? std::nullopt : std::make_optional(qint64(sum));
+    }
+    std::optional<qint64> free;
+    for (const ParsedLine& drop : refusal.drops) {
+        const qint64 start = std::max(drop.Number(1), ad.nextAskS);
+        if (drop.row->free == EnFree::Start && start <= kLastSecond && Lasts(OfferOf(ad, drop.values[4]), start)) {
+            free = std::min(free.value_or(start), start);
+        }
+    }
+    return free;
 }
 
 QString Told(const AdScene& scene, const char* text, const Refusal& refusal) {
@@ -98,31 +111,12 @@ QString Told(const AdScene& scene, const char* text, const Refusal& refusal) {
                   {{"areas"_q, where}, {"drops"_q, drops.join(", "_q)}, {"reason"_q, refusal.reason}});
 }
 
-/// The refusal that matters: one that changed nothing gives way to the one before it.
-const Refusal* Primary(const AdState& ad) {
-    return ad.red && ad.red->leavesRest && ad.earlier ? &*ad.earlier : ad.red ? &*ad.red : nullptr;
-}
-
 QString Occasion(const AdScene& scene) {
     const auto push = scene.ad.pushesMs.upper_bound(scene.serverNowMs);
     return push != scene.ad.pushesMs.end() ? "A push makes it ask again at %1."_q.arg(In(*push, scene.serverNowMs))
-           : scene.IsBanner()
-               ? "Its page asks again when it is opened, and after a login or a change of the language."_q
+           : scene.isBanner ? "Its page asks again when it is opened, and after a login or a change of the language."_q
            : scene.ad.standing ? "It is tried again at a change of the tab."_q
                                : "A new list comes with a login, a change of the language or a push."_q;
-}
-
-/// The time until which to wait, and the next occasion.
-QString Wait(const AdScene& scene, const Refusal& refusal) {
-    const auto free = explanation::FreeFromS(scene.ad, refusal);
-    if (free && *free * kSecondMs > scene.serverNowMs) {
-        return "Wait until %1. "_q.arg(In(*free * kSecondMs, scene.serverNowMs)) + Occasion(scene);
-    }
-    const bool isUseless = !free && refusal.line.row->free == EnFree::AfterSum;
-    return (free        ? "This no longer refuses it. "_q
-            : isUseless ? "Its own window ends before, so waiting does not help. "_q
-                        : QString()) +
-           Occasion(scene);
 }
 
 bool WasShown(const Refusal& refusal) {
@@ -132,14 +126,20 @@ bool WasShown(const Refusal& refusal) {
 /// The sentence about a refusal, or about the end of an ad or of its list.
 QString Sentence(const AdScene& scene, const Refusal& refusal) {
     const Row& row = *refusal.line.row;
-    if (*row.check != '\0') {
-        return Told(scene, row.say, refusal) + QLatin1Char(' ') + Wait(scene, refusal);
+    const QString told = Told(scene, row.say, refusal);
+    if (*row.check == '\0') {
+        const QString end = scene.ad.standing ? "The last ad ended at %1 %2. "_q
+                                              : "Nothing is waiting: the last list ended at %1 %2. "_q;
+        return end.arg(Clock(refusal.line.timeMs, scene.nowMs), refusal.reason.isEmpty() ? told : refusal.reason) +
+               Occasion(scene);
     }
-    const QString end =
-        scene.ad.standing ? "The last ad ended at %1 %2. "_q : "Nothing is waiting: the last list ended at %1 %2. "_q;
-    return end.arg(Clock(refusal.timeMs, scene.localNowMs),
-                   refusal.reason.isEmpty() ? Told(scene, row.say, refusal) : refusal.reason) +
-           Occasion(scene);
+    const auto free = FreeFromS(scene.ad, refusal);
+    const QString wait = free && *free * kSecondMs > scene.serverNowMs
+                             ? " Wait until %1. "_q.arg(In(*free * kSecondMs, scene.serverNowMs))
+                         : free                         ? " This no longer refuses it. "_q
+                         : row.free == EnFree::AfterSum ? " Its own window ends before, so waiting does not help. "_q
+                                                        : " "_q;
+    return told + wait + Occasion(scene);
 }
 
 void TellAd(Explanation& explained, const AdScene& scene) {
@@ -147,60 +147,38 @@ void TellAd(Explanation& explained, const AdScene& scene) {
     const auto tell = [&explained](int passed, EnState next, const QString& state, const QString& sentence) {
         Tell(explained, EnKind::Ad, passed, next, state, sentence);
     };
-    const auto strips = scene.Strips();
-    QStringList ids(ad.shownAd);
-    for (const AdOffer* strip : strips) {
+    QStringList ids = scene.isBanner ? QStringList() : QStringList(ad.shownAd);
+    bool isBare = !scene.strips.empty();
+    for (const AdOffer* strip : scene.strips) {
         ids << strip->id;
+        isBare = isBare && ad.failedPictures.count(strip->image) != 0;
     }
-    ids.removeAll(QString());
-    const QString ads =
-        ids.isEmpty() ? QString() : (scene.IsBanner() ? ": ads %1"_q : ": ad %1"_q).arg(ids.join(", "_q));
-    const bool isBare = !strips.empty() && std::all_of(strips.begin(), strips.end(), [&ad](const AdOffer* strip) {
-        return ad.failedPictures.count(strip->image) != 0;
-    });
-    const QString shown = Clock(ad.shownMs, scene.localNowMs);
-    const Refusal* red = Primary(ad);
+    const QString shown = Clock(ad.shownMs, scene.nowMs) + (scene.isBanner ? ": ads "_q : ": ad "_q) + ids.join(", "_q);
     if (ad.shownCount > 0 && isBare) {
         tell(kStepPicture, EnState::Stopped, "shown, without pictures"_q,
-             "It is there since %1, but none of its pictures came%2. Check their addresses on the server."_q.arg(shown,
-                                                                                                                 ads));
+             "It is there since %1, but none of its pictures came. Check their addresses on the server."_q.arg(shown));
     } else if (ad.shownCount > 0) {
-        tell(kStepShown + 1, EnState::Open, "shown"_q, "Shown since %1%2."_q.arg(shown, ads));
-    } else if (!ad.last && (!red || (red->leavesRest && red->step == kStepKept))) {
+        tell(kStepShown + 1, EnState::Open, "shown"_q, "Shown since %1."_q.arg(shown));
+    } else if (!ad.last && (!ad.red || (ad.red->leavesRest && ad.red->step == kStepKept))) {
         tell(0, EnState::Open, "not asked"_q,
              "Nothing was asked for yet. "_q +
-                 (scene.IsBanner() ? "A page that shows this banner asks when it is opened."_q : Occasion(scene)));
+                 (scene.isBanner ? "A page that shows this banner asks when it is opened."_q : Occasion(scene)));
     } else if (ad.isLoading) {
         tell(kStepPicture, EnState::Waiting, "loading its picture"_q,
              "Its picture is loading. It is shown when the picture is there."_q);
     } else if (ad.last && ad.last->answeredMs == 0 && ad.last->refusal.isEmpty()) {
         tell(kStepAnswered, EnState::Waiting, "no answer yet"_q,
-             "The request of %1 has no answer yet. Wait for it."_q.arg(Clock(ad.last->sentMs, scene.localNowMs)));
-    } else if (red) {
-        const QString check = QString::fromUtf8(red->line.row->check);
-        tell(WasShown(*red) ? kStepShown + 1 : red->step, EnState::Stopped,
-             WasShown(*red)    ? "was shown, ended"_q
+             "The request of %1 has no answer yet. Wait for it."_q.arg(Clock(ad.last->sentMs, scene.nowMs)));
+    } else if (ad.red) {
+        const QString check = QString::fromUtf8(ad.red->line.row->check);
+        tell(WasShown(*ad.red) ? kStepShown + 1 : ad.red->step, EnState::Stopped,
+             WasShown(*ad.red) ? "was shown, ended"_q
              : check.isEmpty() ? "list taken away"_q
                                : "refused: "_q + check,
-             Sentence(scene, *red));
+             Sentence(scene, *ad.red));
     } else {
         tell(kStepKept, EnState::Waiting, "answered"_q, "The answer came, and is being checked."_q);
     }
-}
-
-/// The checks of a step in the module's order.
-QStringList ChecksOf(int step, bool isBanner) {
-    static const QRegularExpression ofBanner("anner"_q);
-    static const QRegularExpression ofPopup("opup|ShowAreas|AdId is null"_q);
-    QStringList checks;
-    for (const Row& row : All()) {
-        if (row.kind == EnKind::Ad && (row.event == EnEvent::Refused || row.event == EnEvent::Ignored) &&
-            row.step == step && !QString::fromUtf8(row.text).contains(isBanner ? ofPopup : ofBanner)) {
-            checks << QString::fromUtf8(row.check);
-        }
-    }
-    checks.removeDuplicates();
-    return checks;
 }
 
 void AddRefusal(Explanation& explained, const AdScene& scene, const Refusal& refusal, const QString& title) {
@@ -210,69 +188,66 @@ void AddRefusal(Explanation& explained, const AdScene& scene, const Refusal& ref
         explained.details << Line(0, title, Sentence(scene, refusal));
         return;
     }
-    explained.details << Line(0, title, Joined({Clock(refusal.timeMs, scene.localNowMs), refused}), false)
+    explained.details << Line(0, title, Joined({Clock(refusal.line.timeMs, scene.nowMs), refused}), false)
                       << Line(1, "Found"_q, Told(scene, row.actual, refusal))
                       << Line(1, "Needed"_q, Told(scene, row.expected, refusal));
-    QStringList checks = ChecksOf(refusal.step == kStepShown ? int(kStepConditions) : refusal.step, scene.IsBanner());
-    if (!checks.contains(refused)) {
-        checks << refused;
+    // The checks of the step in the module's order. A second check of the conditions can stop at one of another step.
+    static const QRegularExpression ofBanner("anner"_q);
+    static const QRegularExpression ofPopup("opup|ShowAreas|AdId is null"_q);
+    QStringList checks;
+    for (const Row& one : All()) {
+        const bool isOther = QString::fromUtf8(one.text).contains(scene.isBanner ? ofPopup : ofBanner);
+        if (one.kind == EnKind::Ad && (one.event == EnEvent::Refused || one.event == EnEvent::Ignored) && !isOther &&
+            one.step == (refusal.step == kStepShown ? int(kStepConditions) : refusal.step)) {
+            checks << QString::fromUtf8(one.check);
+        }
     }
-    const int place = checks.indexOf(refused);
-    for (int index = 0; index < checks.size(); ++index) {
-        explained.details << (index > place   ? Line(1, checks[index], "not reached"_q)
-                              : index < place ? Line(1, checks[index], "passed"_q, true)
-                                              : Line(1, checks[index], "refused"_q, false));
+    checks << refused;
+    checks.removeDuplicates();
+    for (int index = 0, place = checks.indexOf(refused); index < checks.size(); ++index) {
+        explained.details << (index < place    ? Line(1, checks[index], "passed"_q, true)
+                              : index == place ? Line(1, checks[index], "refused"_q, false)
+                                               : Line(1, checks[index], "not reached"_q));
     }
 }
 
 void AddRequest(Explanation& explained, const AdScene& scene, const AdRequest& request, const QString& title) {
-    QStringList& lines = explained.details;
-    lines << Line(0, title, Clock(request.sentMs, scene.localNowMs)) << Line(1, "Request id"_q, request.id)
-          << Line(1, "Path"_q, request.path);
-    if (!request.askedFor.isEmpty()) {
-        lines << Line(1, "Asked for"_q, request.askedFor.join(", "_q));
-    }
-    if (request.answeredMs != 0) {
-        lines << Line(
-            1, "Answer"_q,
-            Joined({Clock(request.answeredMs, scene.localNowMs),
-                    request.status != 0 ? "HTTP %1"_q.arg(request.status) : QString(),
-                    request.code ? "code %1"_q.arg(*request.code) : QString(),
-                    request.durationMs >= 0 ? "%1 ms"_q.arg(request.durationMs) : QString(), request.refusal}));
-    }
+    const auto clock = [&scene](std::optional<qint64> second) {
+        return second ? Clock(*second * kSecondMs, scene.serverNowMs) : "not said"_q;
+    };
+    const QString answered =
+        request.answeredMs == 0 ? QString() : "answered "_q + Clock(request.answeredMs, scene.nowMs);
+    const QStringList facts{Clock(request.sentMs, scene.nowMs),
+                            request.path,
+                            request.askedFor.join(", "_q),
+                            request.id,
+                            answered,
+                            request.refusal};
+    explained.details << Line(0, title, Joined(facts));
     for (const AdOffer& ad : request.ads) {
         const ParsedLine* drop = request.DropOf(ad);
         const QString why = drop ? Filled(drop->row->say, *drop, scene.serverNowMs) : request.refusal;
-        lines << Line(1, "Ad %1"_q.arg(ad.id), why.isEmpty() ? "kept"_q : "not kept: "_q + why, why.isEmpty())
-              << Line(2, "Window"_q,
-                      "%1 \u2013 %2"_q.arg(ClockS(ad.startS, scene.serverNowMs), ClockS(ad.endS, scene.serverNowMs)))
-              << Line(2, "Expires"_q, ClockS(ad.expireS, scene.serverNowMs));
+        const QString window = "%1 \u2013 %2, expires %3"_q.arg(clock(ad.startS), clock(ad.endS), clock(ad.expireS));
+        const bool isKept = why.isEmpty();
+        explained.details << Line(1, "Ad %1"_q.arg(ad.id), isKept ? "kept"_q : "not kept: "_q + why, isKept)
+                          << Line(2, "Window"_q, window);
         if (scene.ad.failedPictures.count(ad.image) != 0) {
-            lines << Line(2, "Picture failed"_q, ad.image, false);
+            explained.details << Line(2, "Picture failed"_q, ad.image, false);
         }
     }
-}
-
-std::optional<qint64> Sum(qint64 left, qint64 right) {
-    const auto isNear = [](qint64 second) { return -kLastSecond <= second && second <= kLastSecond; };
-    return isNear(left) && isNear(right) && isNear(left + right) ? std::make_optional(left + right) : std::nullopt;
 }
 
 // ---- rights, VIP status and chat
 
 QString RequestText(const RefreshState::Request& request, qint64 nowMs) {
-    return Joined({Clock(request.answeredMs != 0 ? request.answeredMs : request.sentMs, nowMs),
-                   explanation::OutcomeOf(request), "session %1"_q.arg(request.session)});
+    return Joined({Clock(std::max(request.sentMs, request.answeredMs), nowMs), explanation::OutcomeOf(request),
+                   "session %1"_q.arg(request.session)});
 }
 
-/// Tells the steps up to "taken". Returns true if all are done, so that the answer explains the subject.
+/// Explains the steps up to "taken". Returns true if all are done, so that the answer explains the subject.
 bool TellRequests(Explanation& explained, const CTracker& tracker, const RefreshState& state, EnKind kind,
-                  qint64 nowMs) {
-    if (tracker.IsLoggedOut() || tracker.User() == 0) {
-        Tell(explained, kind, 0, EnState::Open, "nobody is logged in"_q,
-             "Nobody is logged in. This is asked for at login."_q);
-        return false;
-    }
+                  const AdSlot& subject, qint64 nowMs) {
+    const bool isLoggedOut = tracker.State().isLoggedOut || tracker.State().User() == 0;
     const RefreshState::Request* answered = state.Find(state.answered);
     if (answered) {
         explained.details << Line(0, "Last answer"_q, RequestText(*answered, nowMs));
@@ -286,12 +261,15 @@ bool TellRequests(Explanation& explained, const CTracker& tracker, const Refresh
         const QString count = push->second < 0 ? "all"_q : "rights: %1"_q.arg(push->second);
         explained.details << Line(0, "Push, due"_q, Joined({Clock(push->first, nowMs), count}));
     }
-    const bool isTaken = answered && answered->isGood;
-    if (answered && answered->red) {
+    AddLines(explained, tracker, kind, subject, nowMs);
+    if (isLoggedOut) {
+        Tell(explained, kind, 0, EnState::Open, "nobody is logged in"_q,
+             "Nobody is logged in. This is asked for at login."_q);
+    } else if (answered && answered->red) {
         Tell(explained, kind, answered->red->step, EnState::Stopped, explanation::OutcomeOf(*answered),
              Filled(answered->red->line.row->say, answered->red->line, nowMs) +
                  " The values from before remain. Ask again, or log in again."_q);
-    } else if (isTaken) {
+    } else if (answered && answered->isGood) {
         Tell(explained, kind, kStepKept + 1, EnState::Open, explanation::OutcomeOf(*answered),
              "The last answer was taken at %1."_q.arg(Clock(answered->answeredMs, nowMs)));
     } else if (!state.requests.empty()) {
@@ -301,92 +279,103 @@ bool TellRequests(Explanation& explained, const CTracker& tracker, const Refresh
         Tell(explained, kind, 0, EnState::Open, "not asked"_q,
              "Nothing was asked for yet. This is asked for at login."_q);
     }
-    return isTaken;
+    return !isLoggedOut && answered && answered->isGood;
 }
 
-/// Tells a step after "taken": all before it are done.
+/// Explains a step after "taken": all before it are done.
 void TellAfter(Explanation& explained, EnKind kind, int step, bool isGood, const QString& sentence) {
     Tell(explained, kind, isGood ? step + 1 : step, isGood ? EnState::Open : EnState::Stopped, explained.state,
          sentence);
 }
 
-void AddWidget(Explanation& explained, const widget_rules::Widget& widget) {
-    const widget_rules::Rule* refusing = widget.Refusing();
-    explained.details << Line(0, widget.texts.isEmpty() ? widget.kind : widget.kind + ", "_q + widget.texts,
-                              refusing ? "hidden: "_q + refusing->name : "may be shown"_q, !refusing);
-    bool isReached = true;
-    for (const widget_rules::Rule& rule : widget.rules) {
-        const QString values = "%1, needed: %2"_q.arg(rule.actual, rule.expected);
-        explained.details << (isReached ? Line(1, rule.name, values, rule.passes)
-                                        : Line(1, rule.name, "not reached: "_q + values));
-        isReached = isReached && rule.passes;
-    }
+/// "3 · full": the number with its word, if it has one. The first word belongs to the number `first`.
+QString Worded(int number, std::initializer_list<const char*> words, int first = 0) {
+    const bool hasWord = first <= number && number < first + int(words.size());
+    return hasWord ? Joined({QString::number(number), QString::fromUtf8(words.begin()[number - first])})
+                   : QString::number(number);
 }
 
-/// Both halves of a right, with the names in the contract.
-void AddRecord(Explanation& explained, const CPremiumUIAccessData& record) {
-    const auto number = [](int value) { return QString::number(value); };
-    const std::pair<const char*, QString> fields[] = {{"enAccess", number(record.enAccess)},
-                                                      {"bHasPermission", YesNo(record.bHasPermission)},
-                                                      {"nDaysLeft", number(record.nDaysLeft)},
-                                                      {"enUIAccess", number(record.enUIAccess)},
-                                                      {"strUIType", record.strUIType},
-                                                      {"strMainTitle", record.strMainTitle},
-                                                      {"strMainBtn", record.strMainBtn},
-                                                      {"strDetailTitle", record.strDetailTitle},
-                                                      {"strDetailSubTitle", record.strDetailSubTitle},
-                                                      {"strDetailBtn", record.strDetailBtn},
-                                                      {"strDetailSubBtn", record.strDetailSubBtn},
-                                                      {"nMainBtnUrlID", number(record.nMainBtnUrlID)},
-                                                      {"nDetailBtnUrlID", number(record.nDetailBtnUrlID)},
-                                                      {"nDetailSubBtnUrlID", number(record.nDetailSubBtnUrlID)}};
-    explained.details << "Record:"_q;
-    for (const auto& [name, value] : fields) {
-        explained.details << Line(1, QLatin1String(name), value);
+QString Activation(int type) {
+    return Worded(type, {"not said", "limited time", "frozen", "full", "empty", "not activated", "ready"});
+}
+
+QString Source(int source) {
+    return Worded(source, {"not said", "premium rule", "VIP rule", "private customer"});
+}
+
+struct Rule {
+    QString name;
+    QString actual;
+    QString expected;
+    bool passes;
+};
+
+Rule TypeRule(int type, const std::vector<int>& allowed) {
+    QStringList words;
+    std::transform(allowed.begin(), allowed.end(), std::back_inserter(words), Activation);
+    return {"activation type"_q, Activation(type), words.join(", "_q),
+            std::find(allowed.begin(), allowed.end(), type) != allowed.end()};
+}
+
+void AddWidget(QStringList& details, const QString& name, const std::vector<Rule>& rules) {
+    const auto refusing = std::find_if(rules.begin(), rules.end(), [](const Rule& rule) { return !rule.passes; });
+    const bool isShown = refusing == rules.end();
+    details << Line(0, name, isShown ? "may be shown"_q : "hidden: "_q + refusing->name, isShown);
+    for (auto rule = rules.begin(); rule != rules.end(); ++rule) {
+        const QString values = "%1, needed: %2"_q.arg(rule->actual, rule->expected);
+        details << (rule <= refusing ? Line(1, rule->name, values, rule->passes)
+                                     : Line(1, rule->name, "not reached: "_q + values));
     }
-    std::string error;
-    const auto info = host::ParseJson(record.strOtherInfo.toStdString(), error);
-    explained.details << Line(1, "strOtherInfo"_q, info ? json::Indented(*info) : record.strOtherInfo);
 }
 
 }  // namespace
 
 namespace explanation {
 
-std::optional<qint64> FreeFromS(const AdState& ad, const Refusal& refusal) {
-    const ParsedLine& line = refusal.line;
-    std::optional<qint64> free;
-    if (line.row->free == EnFree::Sum || line.row->free == EnFree::AfterSum) {
-        free = Sum(line.Number(1), line.Number(2));
-    }
-    if (free && line.row->free == EnFree::AfterSum) {
-        const AdOffer* offer = OfferOf(ad, line.values.value(5));
-        free = offer && !offer->LastsUntil(*free + 1) ? std::nullopt : Sum(*free, 1);
-    }
-    for (const ParsedLine& drop : refusal.drops) {
-        const qint64 start = std::max(drop.Number(1), ad.nextAskS);
-        const AdOffer* offer = ad.answered ? ad.answered->Find(drop.values[4]) : nullptr;
-        if (drop.row->free == EnFree::Start && drop.Number(1) <= kLastSecond && (!offer || offer->LastsUntil(start))) {
-            free = std::min(free.value_or(start), start);
+QStringList WidgetsOf(const CPremiumUIAccessData& record, bool isNewSystem) {
+    const std::tuple<const char*, QString, QString> textSets[] = {
+        {"main texts", record.strMainTitle, record.strMainBtn},
+        {"detail texts", record.strDetailTitle, record.strDetailBtn},
+        {"second detail texts", record.strDetailSubTitle, record.strDetailSubBtn},
+    };
+    const int type = record.nActivationType;
+    const Rule source{"activation source"_q, Source(record.nActivationSource), Source(ZRPremiumSourceVip),
+                      record.nActivationSource == ZRPremiumSourceVip};
+    const Rule layout{"UI type"_q, record.strUIType, "D"_q, record.strUIType == QLatin1String("D")};
+    QStringList details;
+    AddWidget(details, "Icon"_q,
+              {{"newer system"_q, YesNo(isNewSystem), YesNo(false), !isNewSystem},
+               source,
+               {"activation type"_q, Activation(type), "any but 0"_q, type != 0}});
+    AddWidget(details, "Tag"_q, {source, TypeRule(type, {ZRPremiumActivationFull})});
+    for (const auto& kind : {"Banner"_q, "Locked Mask"_q, "Exclusive Mask"_q}) {
+        std::vector<int> types{ZRPremiumActivationFrozen, ZRPremiumActivationNotActivated, ZRPremiumActivationReady};
+        if (kind == QLatin1String("Banner")) {
+            types.push_back(ZRPremiumActivationLimitedTime);
+        }
+        const bool needsTitle = kind != QLatin1String("Exclusive Mask");
+        for (const auto& [set, title, button] : textSets) {
+            const Rule texts{"texts"_q, "title \u201C%1\u201D, button \u201C%2\u201D"_q.arg(title, button),
+                             needsTitle ? "title and button text"_q : "button text"_q,
+                             !button.isEmpty() && !(needsTitle && title.isEmpty())};
+            AddWidget(details, "%1 (%2)"_q.arg(kind, QLatin1String(set)), {layout, TypeRule(type, types), texts});
         }
     }
-    return free;
+    return details;
 }
 
 Explanation OfAd(const CTracker& tracker, const AdSlot& slot, qint64 localNowMs) {
     static const AdState unknown;
-    const auto found = tracker.Ads().find(slot);
-    const AdState& ad = found == tracker.Ads().end() ? unknown : found->second;
+    const auto found = tracker.State().ads.find(slot);
+    const AdState& ad = found == tracker.State().ads.end() ? unknown : found->second;
     const AdScene scene{slot, ad, localNowMs, tracker.ToServerMs(localNowMs)};
-    const bool isShown = ad.shownCount > 0;
     Explanation explained;
     TellAd(explained, scene);
-    const Refusal* primary = Primary(ad);
-    if (primary && !isShown) {
-        AddRefusal(explained, scene, *primary, "Last refusal"_q);
+    if (ad.red) {
+        AddRefusal(explained, scene, *ad.red, ad.shownCount > 0 ? "After it was shown"_q : "Last refusal"_q);
     }
-    if (ad.red && (isShown || primary != &*ad.red)) {
-        AddRefusal(explained, scene, *ad.red, isShown ? "After it was shown"_q : "After that"_q);
+    if (ad.after) {
+        AddRefusal(explained, scene, *ad.after, "After that"_q);
     }
     std::set<const AdRequest*> added{nullptr};
     for (const auto& [request, title] : {std::pair(ad.last.get(), "Last request"_q),
@@ -396,11 +385,13 @@ Explanation OfAd(const CTracker& tracker, const AdSlot& slot, qint64 localNowMs)
             AddRequest(explained, scene, *request, title);
         }
     }
-    AddHistory(explained, tracker.LinesOf(EnKind::Ad, slot.type, slot.position), localNowMs);
+    AddLines(explained, tracker, EnKind::Ad, slot, localNowMs);
     if (const AdRequest* list = ad.answered ? ad.answered.get() : ad.last.get(); list && !list->ads.empty()) {
         const auto kept = list->Kept();
         explained.counts = "kept %1 of %2, shown %3"_q.arg(kept.size()).arg(list->ads.size()).arg(ad.shownTotal);
-        explained.image = kept.empty() ? list->ads.front().image : kept.front()->image;
+        const QString image = kept.empty() ? list->ads.front().image : kept.front()->image;
+        // A picture that the module loads, or that failed, is not requested once more.
+        explained.image = ad.isLoading || ad.failedPictures.count(image) != 0 ? QString() : image;
     }
     return explained;
 }
@@ -414,16 +405,14 @@ QString OutcomeOf(const RefreshState::Request& request) {
 }
 
 Explanation OfRefresh(const CTracker& tracker, qint64 localNowMs) {
+    const auto next = tracker.State().NextHourlyMs(localNowMs);
     Explanation explained;
-    TellRequests(explained, tracker, tracker.Rights(), EnKind::Rights, localNowMs);
-    const auto next = tracker.NextHourlyMs(localNowMs);
     explained.details << Line(0, "Next hourly"_q, next ? In(*next, localNowMs) : "the timer does not run"_q);
-    AddHistory(explained, tracker.LinesOf(EnKind::Rights, 0), localNowMs);
+    TellRequests(explained, tracker, tracker.State().rights, EnKind::Rights, {}, localNowMs);
     return explained;
 }
 
 Explanation OfVip(const CTracker& tracker, const CPremiumRights& rights, qint64 localNowMs) {
-    using widget_rules::Worded;
     const VipStatus& vip = rights.Vip();
     const bool isMember = (vip.isNewSystem ? vip.newState : vip.state) == kVipStateMember;
     const bool isKestrel = !vip.isNewSystem && !core::environment::IsVelora();
@@ -431,44 +420,36 @@ Explanation OfVip(const CTracker& tracker, const CPremiumRights& rights, qint64 
     explained.details << Line(0, "On the newer system"_q, isKestrel ? "no: edition Kestrel"_q : YesNo(vip.isNewSystem))
                       << Line(0, "State in the older system"_q, Worded(vip.state, {"no member", "member"}))
                       << Line(0, "State in the newer system"_q,
-                              Worded(vip.newState, {"no member", "member", "expired"}))
-                      << Line(0, "Engine status"_q,
-                              Worded(vip.engine,
-                                     {"undetermined", "on trial", "member", "asset protection", "expired", "no member",
-                                      "member, renewal off"},
-                                     kVipEngineUndetermined))
-                      << Line(0, "Grade"_q, QString::number(vip.grade))
-                      << Line(0, "Qualified for VIP"_q, YesNo(vip.qualification));
-    if (TellRequests(explained, tracker, tracker.Vip(), EnKind::Vip, localNowMs)) {
+                              Worded(vip.newState, {"no member", "member", "expired"}));
+    if (TellRequests(explained, tracker, tracker.State().vip, EnKind::Vip, {}, localNowMs)) {
         const QString sentence = isMember ? "The user is a member in the %1 system."_q
                                           : "The server answers that the user is no member in the %1 system. Change "
                                             "the user's VIP status on the server."_q;
         TellAfter(explained, EnKind::Vip, kStepConditions, isMember,
                   sentence.arg(vip.isNewSystem ? "newer"_q : "older"_q));
     }
-    AddHistory(explained, tracker.LinesOf(EnKind::Vip, 0), localNowMs);
     return explained;
 }
 
 Explanation OfRight(const CTracker& tracker, const CPremiumRights& rights, EnPremiumAccess right, qint64 localNowMs) {
     const CPremiumUIAccessData record = CPremiumRights::Record(right);
-    const QString activation = widget_rules::Activation(record.nActivationType).section(" \u00B7 "_q, -1);
+    const QString activation = Activation(record.nActivationType).section(" \u00B7 "_q, -1);
     const bool isHeld = record.bHasPermission;
+    const bool isListed = rights.Table().contains(right);
     Explanation explained;
-    const bool isTaken = TellRequests(explained, tracker, tracker.Rights(), EnKind::Widget, localNowMs);
-    QStringList shown;
-    for (const widget_rules::Widget& widget : widget_rules::Of(record, rights.Vip().isNewSystem)) {
-        AddWidget(explained, widget);
-        if (!widget.Refusing()) {
-            shown << (widget.texts.isEmpty() ? widget.kind : "%1 (%2)"_q.arg(widget.kind, widget.texts)).toLower();
-        }
+    explained.details = WidgetsOf(record, rights.Vip().isNewSystem);
+    QStringList shown = explained.details.filter(": may be shown"_q);
+    shown.replaceInStrings(QRegularExpression("^. (.*): may be shown$"_q), "\\1"_q);
+    const bool isTaken = TellRequests(explained, tracker, tracker.State().rights, EnKind::Widget, {right}, localNowMs);
+    if (isListed) {
+        explained.state = Joined({isHeld ? "held"_q : "not held"_q, activation, "%1 days"_q.arg(record.nDaysLeft)});
+    } else if (isTaken) {
+        explained.state = "not in the answer"_q;
     }
-    AddRecord(explained, record);
     if (!CPremiumRights::HasModule()) {
         Tell(explained, EnKind::Widget, 0, EnState::Open, explained.state,
              "The module is not there, so nothing is known about rights."_q);
-    } else if (isTaken && !rights.Table().contains(right)) {
-        explained.state = "not in the answer"_q;
+    } else if (isTaken && !isListed) {
         TellAfter(explained, EnKind::Widget, kStepConditions, false,
                   "The server's answer does not name right %1. Add it to the user's rights on the server, then "
                   "refresh."_q.arg(right));
@@ -479,10 +460,6 @@ Explanation OfRight(const CTracker& tracker, const CPremiumRights& rights, EnPre
         TellAfter(explained, EnKind::Widget, kStepPicture, isHeld,
                   sentence.arg(activation, shown.isEmpty() ? "none"_q : shown.join(", "_q)));
     }
-    if (rights.Table().contains(right)) {
-        explained.state = Joined({isHeld ? "held"_q : "not held"_q, activation, "%1 days"_q.arg(record.nDaysLeft)});
-    }
-    AddHistory(explained, tracker.LinesOf(EnKind::Widget, right), localNowMs);
     return explained;
 }
 
@@ -497,12 +474,16 @@ Explanation OfScene(const CTracker& tracker, const CAIChatEntries& entries, ZRAI
         {EnEntryState::NoModule, "no module", "The module is not there, so no entry is open."},
         {EnEntryState::ClosedByServer, "closed", "%2 Open it on the server, then log in again."},
     };
-    Explanation explained;
-    const bool isTaken = TellRequests(explained, tracker, tracker.Chat(), EnKind::Chat, localNowMs);
+    const auto& scenes = tracker.State().scenes;
     const EnEntryState entry = entries.State(scene);
-    const QString closed = tracker.Scenes().count(scene) != 0
-                               ? "The server answered that scene %1 is not open to this user."_q
-                               : "The server's answer does not name scene %1."_q;
+    const QString closed = scenes.count(scene) != 0 ? "The server answered that scene %1 is not open to this user."_q
+                                                    : "The server's answer does not name scene %1."_q;
+    Explanation explained;
+    for (const auto& [number, isOpen] : scenes) {
+        const QString name = "Scene %1 in the answer"_q.arg(number);
+        explained.details << Line(0, name, isOpen ? "open"_q : "not open to all"_q, isOpen);
+    }
+    const bool isTaken = TellRequests(explained, tracker, tracker.State().chat, EnKind::Chat, {scene}, localNowMs);
     for (const auto& [state, word, sentence] : kRows) {
         if (state == entry && (isTaken || entry != EnEntryState::ClosedByServer)) {
             explained.state = QString::fromUtf8(word);
@@ -510,11 +491,6 @@ Explanation OfScene(const CTracker& tracker, const CAIChatEntries& entries, ZRAI
                       QString::fromUtf8(sentence).replace("%2"_q, closed).replace("%1"_q, QString::number(scene)));
         }
     }
-    for (const auto& [number, isOpen] : tracker.Scenes()) {
-        const QString name = "Scene %1 in the answer"_q.arg(number);
-        explained.details << Line(0, name, isOpen ? "open"_q : "not open to all"_q, isOpen);
-    }
-    AddHistory(explained, tracker.LinesOf(EnKind::Chat, scene), localNowMs);
     return explained;
 }
 
@@ -542,15 +518,11 @@ Explanation OfOpen(const ChatOpen& open) {
 
 }  // namespace explanation
 
-QString StripStep::Text() const {
-    static const char* const kSigns[] = {"\u2713 ", "\u2026 ", "\u2717 ", "\u2013 "};
-    return QString::fromUtf8(kSigns[int(state)]) + name;
-}
-
 QStringList Explanation::Steps() const {
+    static const char* const kSigns[] = {"\u2713 ", "\u2026 ", "\u2717 ", "\u2013 "};
     QStringList steps;
     for (const StripStep& step : strip) {
-        steps << step.Text();
+        steps << QString::fromUtf8(kSigns[int(step.state)]) + step.name;
     }
     return steps;
 }

@@ -11,9 +11,6 @@ struct StripStep {
     enum class EnState { Done, Waiting, Stopped, Open };
     QString name;
     EnState state = EnState::Open;
-
-    /// The name with a sign for the state.
-    QString Text() const;
 };
 
 /// The answer to "why is it not shown?" for one subject.
@@ -25,6 +22,7 @@ struct Explanation {
     QString counts;       // of an ad's last list
     QString image;        // URL of an ad's picture
 
+    /// The names of the steps, each with a sign for its state.
     QStringList Steps() const;
 };
 
@@ -33,13 +31,14 @@ namespace explanation {
 
 Explanation OfAd(const CTracker& tracker, const AdSlot& slot, qint64 localNowMs);
 
-/// The second of server time from which a refusal passes without any other change; nothing if no time is enough.
-std::optional<qint64> FreeFromS(const AdState& ad, const Refusal& refusal);
-
 /// The refreshes of all rights.
 Explanation OfRefresh(const CTracker& tracker, qint64 localNowMs);
 Explanation OfVip(const CTracker& tracker, const CPremiumRights& rights, qint64 localNowMs);
 Explanation OfRight(const CTracker& tracker, const CPremiumRights& rights, EnPremiumAccess right, qint64 localNowMs);
+
+/// The VIP widgets of a right: icon, tag, and banner and masks with each text set. Each has the rules by which the
+/// module shows it, in the module's order.
+QStringList WidgetsOf(const CPremiumUIAccessData& record, bool isNewSystem);
 
 /// The entry of a scene to the AI chat.
 Explanation OfScene(const CTracker& tracker, const CAIChatEntries& entries, ZRAIChatEntryScene scene,

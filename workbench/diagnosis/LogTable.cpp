@@ -178,9 +178,6 @@ const RowText kVipRows[] = {
 
 const RowText kWidgetRows[] = {
     {"[Vip] Vip {} Disabled, {}, Premium Access = {s}{}"},
-};
-
-const RowText kActivationRows[] = {
     {"[Vip] Active vip, access = {s}, dataType = {n}, targetUrl = {}", E::Asked},
     {"[Vip] Click vip widget{}, access = {s}, dataType = {n}{}", E::Asked},
     {"[Vip] Open Vip Web Page failed, strUrl is empty"},
@@ -247,7 +244,6 @@ const std::vector<Row>& All() {
         add(kRightsRows, EnKind::Rights);
         add(kVipRows, EnKind::Vip);
         add(kWidgetRows, EnKind::Widget);
-        add(kActivationRows, EnKind::Activation);
         add(kChatRows, EnKind::Chat);
         add(kChatOpenRows, EnKind::ChatOpen);
         return all;
@@ -256,13 +252,15 @@ const std::vector<Row>& All() {
 }
 
 QStringList StepNames(EnKind kind) {
-    static const std::map<EnKind, QString> names{{EnKind::Ad, "asked answered kept conditions picture shown"_q},
-                                                 {EnKind::Widget, "asked answered taken listed held"_q},
-                                                 {EnKind::Vip, "asked answered taken member"_q},
-                                                 {EnKind::Chat, "asked answered taken open"_q},
-                                                 {EnKind::ChatOpen, "asked loaded arrived"_q},
-                                                 {EnKind::Rights, "asked answered taken"_q}};
-    return names.at(kind).split(QLatin1Char(' '));
+    // In the order of the kinds.
+    static const char* const kNames[] = {"asked answered kept conditions picture shown",
+                                         "asked answered taken",
+                                         "asked answered taken member",
+                                         "asked answered taken listed held",
+                                         "",
+                                         "asked answered taken open",
+                                         "asked loaded arrived"};
+    return QString::fromUtf8(kNames[int(kind)]).split(QLatin1Char(' '));
 }
 
 std::optional<ParsedLine> Read(const QString& text) {

@@ -12,7 +12,7 @@
 namespace log_table {
 
 /// The kind of subject that a line is about.
-enum class EnKind { Ad, Rights, Vip, Widget, Activation, Chat, ChatOpen };
+enum class EnKind { Ad, Rights, Vip, Widget, Chat, ChatOpen };
 
 /// The effect of a line on its subject.
 enum class EnEvent {
@@ -87,8 +87,10 @@ QStringList StepNames(EnKind kind);
 
 struct ParsedLine {
     const Row* row = nullptr;
-    QStringList values;  // unescaped
-    QString text;        // of the whole line
+    QStringList values;   // unescaped
+    QString text;         // of the whole line
+    qint64 timeMs = 0;    // local time
+    qint64 serverMs = 0;  // on the server's clock
 
     qint64 Number(int index) const { return values.value(index).toLongLong(); }
 };

@@ -1,25 +1,23 @@
 #include "workbench/diagnosis/Tracker.h"
 
-#include <QJsonDocument>
-#include <QJsonObject>
+#include <QUrl>
 #include <algorithm>
 #include <utility>
 
 #include "PremiumNumbers.h"
 #include "core/login_status_data.h"
+#include "framework/JsonText.h"
+#include "workbench/ControlClient.h"
 
 using namespace log_table;
 
 namespace {
 
-constexpr const char* kModuleTag = "ZRGrowth";
-constexpr const char* kLoginTag = "Host.Login";
 constexpr uint32_t kCommandChatScenes = 20982;
 constexpr size_t kRequestsKept = 300;
 constexpr size_t kOpensKept = 30;
 constexpr size_t kLinesKept = 40;
 constexpr qint64 kHourMs = 3'600'000;
-constexpr qint64 kSecondMs = 1'000;
 // Related entries are written within one call. Their times can differ slightly, because the clock is read twice.
 constexpr qint64 kSlackMs = 50;
 constexpr qint64 kSameCallMs = 5'000;
@@ -33,175 +31,76 @@ T& Keep(std::deque<T>& all, T one, size_t limit) {
     return all.back();
 }
 
-/// The module passes its delay on as a signed number of milliseconds. A negative delay runs at once.
-qint64 DelayOf(const QString& milliseconds) {
-    return std::max(0, int(milliseconds.toUInt()));
-}
-
 bool IsTrue(const QString& word) {
     return word == QLatin1String("true");
 }
 
-bool HasPicture(const AdState::Request& request, const QString& url) {
-    return request && std::any_of(request->ads.begin(), request->ads.end(),
-                                  [&url](const AdOffer& offer) { return offer.image == url; });
-}
-
-// A refusal that leaves the previous state is put before it.
-void Put(AdState& ad, Refusal refusal) {
-    if (!refusal.leavesRest) {
-        ad.earlier.reset();
-    } else if (ad.red && !ad.red->leavesRest) {
-        ad.earlier = ad.red;
-    }
-    ad.red = std::move(refusal);
-}
-
-// The reasons of lines without a session belong to the requests in order.
-void GiveReasons(RefreshState& state) {
-    for (RefreshState::Request& request : state.requests) {
-        if (request.why.isEmpty() && !state.reasons.empty()) {
-            request.why = state.reasons.front();
-            state.reasons.pop_front();
-        }
-    }
-}
-
-}  // namespace
-
-const RefreshState::Request* RefreshState::Find(unsigned long session) const {
-    const auto found = std::find_if(requests.rbegin(), requests.rend(),
-                                    [session](const Request& request) { return request.session == session; });
-    return found == requests.rend() ? nullptr : &*found;
-}
-
-RefreshState::Request& RefreshState::Of(unsigned long session) {
-    const auto found = std::find_if(requests.begin(), requests.end(),
-                                    [session](const Request& request) { return request.session == session; });
-    return found != requests.end() ? *found : Keep(requests, Request{session}, kRequestsKept);
-}
-
-CTracker::CTracker(ToServer toServer, QObject* parent) : QObject(parent), m_fnToServer(std::move(toServer)) {}
-
-quint64 CTracker::User() const {
-    return m_nUser != 0 ? m_nUser : core::login_status_data::Login_GetUserID();
-}
-
-const History& CTracker::LinesOf(EnKind kind, int number, int position) const {
-    static const History none;
-    const auto found = m_histories.find({kind, {number, position}});
-    return found == m_histories.end() ? none : found->second;
-}
-
-void CTracker::AddLine(EnKind kind, const AdSlot& subject, const Line& line, qint64 timeMs) {
-    Keep(m_histories[{kind, subject}], {timeMs, line.text}, kLinesKept);
-}
-
-std::optional<qint64> CTracker::NextHourlyMs(qint64 nowMs) const {
-    if (!m_timerFrom) {
-        return std::nullopt;
-    }
-    return *m_timerFrom + (std::max<qint64>(0, nowMs - *m_timerFrom) / kHourMs + 1) * kHourMs;
-}
-
-// The hourly timer runs on through logins.
-void CTracker::Reset(quint64 user) {
-    m_nUser = user;
-    m_bLoggedOut = false;
-    m_ads.clear();
-    m_requests.clear();
-    m_strReason.clear();
-    m_rights = m_vip = m_chat = {};
-    m_scenes.clear();
-    m_opens.clear();
-    m_histories.clear();
-}
-
-void CTracker::Take(const TraceEvent& seen) {
-    if (seen.number != 0 && seen.number <= m_nLastSeen) {
-        return;
-    }
-    m_nLastSeen = std::max(m_nLastSeen, seen.number);
-    std::visit([&](const auto& what) { On(what, seen.timeMs); }, seen.what);
-    Q_EMIT Changed();
-}
-
-void CTracker::TakeLine(const LogEntry& entry) {
-    if (entry.number != 0 && entry.number <= m_nLastLine) {
-        return;
-    }
-    m_nLastLine = std::max(m_nLastLine, entry.number);
-    static const QRegularExpression login("^User (\\d+) logged (in|out)$"_q);
-    const QRegularExpressionMatch match =
-        entry.record.module == kLoginTag ? login.match(entry.record.text) : QRegularExpressionMatch();
-    const auto line = entry.record.module == kModuleTag ? Read(entry.record.text) : std::nullopt;
-    if (match.hasMatch() && match.captured(2) == QLatin1String("in")) {
-        Reset(match.captured(1).toULongLong());
-    } else if (match.hasMatch()) {
-        m_bLoggedOut = true;
-    } else if (line) {
-        TakeModuleLine(*line, entry.time.toMSecsSinceEpoch());
-    } else {
-        return;
-    }
-    Q_EMIT Changed();
-}
-
-void CTracker::TakeModuleLine(const Line& line, qint64 timeMs) {
-    const EnKind kind = line.row->kind;
-    const int number = int(line.Number(line.row->at));
-    if (kind == EnKind::Ad) {
-        TakeAd(line, timeMs);
-    } else if (kind == EnKind::ChatOpen) {
-        TakeOpen(line, timeMs);
-    } else if (kind == EnKind::Widget || kind == EnKind::Activation) {
-        // The later lines of an activation do not name the right.
-        m_nRight = kind == EnKind::Widget || line.row->event == EnEvent::Asked ? number : m_nRight;
-        AddLine(EnKind::Widget, {m_nRight, 0}, line, timeMs);
-    } else {
-        AddLine(kind, {kind == EnKind::Chat ? number : 0, 0}, line, timeMs);
-        TakeRefresh(kind == EnKind::Rights ? m_rights : kind == EnKind::Vip ? m_vip : m_chat, line, timeMs);
-    }
+void AddLine(TrackerState& state, EnKind kind, const AdSlot& subject, const ParsedLine& line) {
+    Keep(state.lines[{kind, subject}], line, kLinesKept);
 }
 
 // ---- ads
 
-AdState::Request CTracker::FindRequest(const QString& id) const {
-    const auto found = std::find_if(m_requests.rbegin(), m_requests.rend(),
-                                    [&id](const AdState::Request& request) { return request->id == id; });
-    return found == m_requests.rend() ? nullptr : *found;
+Json::Value Parsed(const std::string& body) {
+    std::string error;
+    return host::ParseJson(body, error).value_or(Json::Value());
 }
 
-AdState::Request CTracker::RequestOf(const AdRequest& read, qint64 timeMs) {
-    AdState::Request request = FindRequest(read.id);
+AdOffer OfferOf(const Json::Value& ad) {
+    const Json::Value& popup = json::Member(ad, "popup_ad");
+    const Json::Value& card = popup.isObject() ? json::Member(popup, "bottom_popup") : json::Member(ad, "banner_ad");
+    AdOffer offer{json::Text(json::Member(ad, "ad_id")),         json::Text(json::Member(card, "img")),
+                  json::Number(json::Member(ad, "start_time")),  json::Number(json::Member(ad, "end_time")),
+                  json::Number(json::Member(ad, "expire_time")), {}};
+    for (const Json::Value& area : json::Items(json::Member(popup, "show_areas"))) {
+        offer.areas.push_back(int(json::Number(area).value_or(0)));
+    }
+    return offer;
+}
+
+AdState::Request FindRequest(const TrackerState& state, const QString& id) {
+    const auto found = std::find_if(state.adRequests.rbegin(), state.adRequests.rend(),
+                                    [&id](const AdState::Request& request) { return request->id == id; });
+    return found == state.adRequests.rend() ? nullptr : *found;
+}
+
+AdState::Request RequestOf(TrackerState& state, const AdRequest& read) {
+    AdState::Request request = FindRequest(state, read.id);
     if (!request) {
-        request = Keep(m_requests, std::make_shared<AdRequest>(read), kRequestsKept);
-        request->sentMs = timeMs;
-        m_ads[read.slot].last = request;
+        request = Keep(state.adRequests, std::make_shared<AdRequest>(read), kRequestsKept);
+        state.ads[read.slot].last = request;
     }
     return request;
 }
 
-void CTracker::On(const HttpTrace& call, qint64 timeMs) {
-    const bool isEnd = call.kind != HttpTrace::EnKind::Sent;
-    const auto read = ReadAdRequest(call.url, isEnd ? call.requestBody : call.body);
-    if (read && !isEnd) {
-        RequestOf(*read, timeMs)->askedFor = read->askedFor;
+// The answer to a former user's request has none.
+void On(TrackerState& state, const HttpTrace& call, qint64 timeMs) {
+    const QString path = QUrl(QString::fromStdString(call.url)).path();
+    if (!path.endsWith(QLatin1String("/ad/search")) && !path.endsWith(QLatin1String("/ad/check"))) {
+        return;
     }
-    // The answer to a former user's request has none.
-    const AdState::Request request = read && isEnd ? FindRequest(read->id) : nullptr;
-    if (request) {
+    const bool isSent = call.kind == HttpTrace::EnKind::Sent;
+    const Json::Value asked = Parsed(isSent ? call.body : call.requestBody);
+    const QString id = json::Text(json::Member(asked, "request_id"));
+    const auto type = json::Number(json::Member(asked, "ad_type"));
+    const auto position = json::Number(json::Member(asked, "ad_position"));
+    if (isSent && !id.isEmpty() && type && position) {
+        const auto request = RequestOf(state, {id, {int(*type), int(*position)}, path, {}, timeMs});
+        for (const Json::Value& ad : json::Items(json::Member(asked, "ad_id"))) {
+            request->askedFor << json::Text(ad);
+        }
+    } else if (const auto request = isSent ? nullptr : FindRequest(state, id)) {
         request->answeredMs = timeMs;
-        request->status = call.status;
-        request->durationMs = call.durationMs;
-        ReadAdAnswer(call.body, *request);
+        for (const Json::Value& ad : json::Items(json::Member(json::Member(Parsed(call.body), "data"), "ad"))) {
+            request->ads.push_back(OfferOf(ad));
+        }
     }
 }
 
 // The stored time of the last showing was changed from outside. The refusal by the interval is recomputed.
-void CTracker::On(const StoreTrace& store, qint64 /*timeMs*/) {
-    for (auto& [slot, ad] : m_ads) {
-        for (std::optional<Refusal>* red : {&ad.red, &ad.earlier}) {
+void On(TrackerState& state, const StoreTrace& store, qint64 /*timeMs*/) {
+    for (auto& [slot, ad] : state.ads) {
+        for (std::optional<Refusal>* red : {&ad.red, &ad.after}) {
             if (store.isSave && store.succeeded && *red && (*red)->line.row->free == EnFree::AfterSum &&
                 (*red)->line.values.value(6).toStdString() == store.key) {
                 (*red)->line.values[1] = QString::fromStdString(store.value);
@@ -210,120 +109,32 @@ void CTracker::On(const StoreTrace& store, qint64 /*timeMs*/) {
     }
 }
 
-// Lines without type and position belong to the popup.
-void CTracker::TakeAd(const Line& line, qint64 timeMs) {
-    const Row& row = *line.row;
-    switch (row.event) {
-        case EnEvent::Reason:
-            m_strReason = Filled(row.say, line, 0);
-            return;
-        case EnEvent::PictureFailed:
-            OnPictureFailed(line, timeMs);
-            return;
-        case EnEvent::Pushed:
-        case EnEvent::Withdrawn:
-            OnAdPush(line, timeMs);
-            return;
-        default:
-            break;
+void Put(AdState& ad, const Refusal& refusal) {
+    if (refusal.leavesRest && ad.red && !ad.red->leavesRest) {
+        ad.after = refusal;
+        return;
     }
-    const AdSlot slot = row.at < 0 ? kBottomPopup : AdSlot{int(line.Number(row.at)), int(line.Number(row.position))};
-    AddLine(EnKind::Ad, slot, line, timeMs);
-    TakeAd(m_ads[slot], line, timeMs);
-}
-
-void CTracker::TakeAd(AdState& ad, const Line& line, qint64 timeMs) {
-    const bool isBanner = line.Number(line.row->at) == kTypeBanner;
-    if (line.row->step >= 0 && *line.row->say == '\0') {
-        ad.passed = line.row->step;  // progress of the attempt
-    }
-    switch (line.row->event) {
-        case EnEvent::Asked: {
-            AdRequest read;
-            read.id = line.values[4];
-            read.slot = {int(line.Number(1)), int(line.Number(2))};
-            read.path = line.values[0];
-            ad.last = RequestOf(read, timeMs);
-            m_strReason.clear();
-            return;
-        }
-        case EnEvent::Answered:
-            if (const AdState::Request request = FindRequest(line.values[3])) {
-                ad.answered = request;
-                request->answeredMs = request->answeredMs != 0 ? request->answeredMs : timeMs;
-            }
-            ad.before = std::exchange(ad.standing, ad.answered);
-            return;
-        case EnEvent::Retried:
-            ad.before.reset();  // a refused waiting list is deleted
-            if (ad.standing) {
-                ad.standing->drops.clear();
-            }
-            return;
-        case EnEvent::Dropped:
-            if (ad.standing) {
-                ad.standing->drops.push_back(line);
-            }
-            return;
-        case EnEvent::Refused:
-        case EnEvent::Ignored:
-        case EnEvent::PushRefused:
-            OnAdRefused(ad, line, timeMs);
-            return;
-        case EnEvent::Loading:
-            ad.isLoading = true;
-            return;
-        case EnEvent::Shown:
-            ad.isLoading = false;
-            ad.red.reset();
-            ad.earlier.reset();
-            // The next banner is created before the current one is destroyed.
-            ad.shownCount = isBanner ? ad.shownCount + 1 : 1;
-            ++ad.shownTotal;
-            ad.made = ad.standing;
-            ad.shownAd = line.values.value(2);
-            ad.shownMs = timeMs;
-            return;
-        case EnEvent::Gone:
-            ad.isLoading = false;
-            ad.shownCount = 0;
-            return;
-        case EnEvent::Closed:
-        case EnEvent::ClosedByPush:
-            ad.shownCount = std::max(0, ad.shownCount - 1);
-            if (ad.shownCount == 0) {
-                ad.isLoading = false;
-                Put(ad, {line, kStepShown, timeMs});
-            }
-            return;
-        case EnEvent::Cleared:
-            OnAdCleared(ad, line, timeMs);
-            return;
-        default:
-            return;
-    }
+    ad.red = refusal;
+    ad.after.reset();
 }
 
 // The conditions are checked twice: for the list, and again when the picture has come.
-void CTracker::OnAdRefused(AdState& ad, const Line& line, qint64 timeMs) {
+void OnAdRefused(AdState& ad, const ParsedLine& line, const QString& reason) {
     const Row& row = *line.row;
     const bool isOwnList = row.step == kStepKept && ad.passed <= kStepKept;
     const bool isAgain = ad.isLoading && ad.passed >= kStepPicture;
-    const bool isOfBoth = row.step == kStepConditions || (row.step == kStepKept && !isOwnList);
-    Refusal refusal{line, isOfBoth ? isAgain ? int(kStepShown) : int(kStepConditions) : row.step, timeMs};
-    if (row.event != EnEvent::Refused) {
-        refusal.leavesRest = true;
-        ad.nextAskS = row.free == EnFree::Sum ? line.Number(1) + line.Number(2) : ad.nextAskS;
-        Put(ad, std::move(refusal));
-        return;
+    Refusal refusal{line, row.step, reason, row.event != EnEvent::Refused};
+    if (row.step == kStepConditions || (row.step == kStepKept && !isOwnList)) {
+        refusal.step = isAgain ? kStepShown : kStepConditions;
     }
-    refusal.reason = std::exchange(m_strReason, QString());
-    if (row.step == kStepAnswered) {
+    if (row.free == EnFree::Sum) {
+        ad.nextAskS = line.Number(1) + line.Number(2);
+    } else if (row.event == EnEvent::Refused && row.step == kStepAnswered) {
         refusal.leavesRest = ad.standing != nullptr;
         if (ad.last) {
-            ad.last->refusal = Filled(row.say, line, m_fnToServer(timeMs), {{"reason"_q, refusal.reason}});
+            ad.last->refusal = Filled(row.say, line, line.serverMs, {{"reason"_q, reason}});
         }
-    } else if (isOwnList) {
+    } else if (row.event == EnEvent::Refused && isOwnList) {
         const AdState::Request refused = std::exchange(ad.standing, ad.before);
         if (refused) {
             refusal.drops = refused->drops;
@@ -331,186 +142,236 @@ void CTracker::OnAdRefused(AdState& ad, const Line& line, qint64 timeMs) {
         }
         refusal.leavesRest = QLatin1String(row.check) == QLatin1String("a list") || ad.standing;
     }
-    ad.passed = ad.isLoading ? int(kStepPicture) : 0;
-    Put(ad, std::move(refusal));
+    if (row.event == EnEvent::Refused) {
+        ad.passed = ad.isLoading ? int(kStepPicture) : 0;
+    }
+    Put(ad, refusal);
 }
 
 // The module keeps a list that waits behind a withdrawn visible ad, although its log line reports that all was cleared.
-void CTracker::OnAdCleared(AdState& ad, const Line& line, qint64 timeMs) {
-    const EnEvent before = ad.red && timeMs <= ad.red->timeMs + kSameCallMs ? ad.red->line.row->event : EnEvent::Note;
-    if (before == EnEvent::ClosedByPush && m_strReason.isEmpty()) {
+void OnAdCleared(AdState& ad, const ParsedLine& line, const QString& reason) {
+    const bool isSameCall = ad.red && line.timeMs <= ad.red->line.timeMs + kSameCallMs;
+    const EnEvent before = isSameCall ? ad.red->line.row->event : EnEvent::Note;
+    if (before == EnEvent::ClosedByPush && reason.isEmpty()) {
         return;
     }
     ad.standing.reset();
     if (before != EnEvent::Closed && before != EnEvent::ClosedByPush && ad.shownCount == 0) {
-        Put(ad, {line, kStepKept, timeMs, m_strReason});
+        Put(ad, {line, kStepKept, reason});
     }
 }
 
 // The line names no position. A failed picture of a banner is known by its URL.
-void CTracker::OnPictureFailed(const Line& line, qint64 timeMs) {
-    const QString& url = line.values[1];
-    for (auto& [slot, ad] : m_ads) {
+void OnPictureFailed(TrackerState& state, const ParsedLine& line) {
+    const auto isOf = [&line](const AdState::Request& request) {
+        return request && std::any_of(request->ads.begin(), request->ads.end(),
+                                      [&line](const AdOffer& offer) { return offer.image == line.values[1]; });
+    };
+    for (auto& [slot, ad] : state.ads) {
         const bool isBanner = slot.type == kTypeBanner;
-        const bool isOf = isBanner ? HasPicture(ad.made, url) || HasPicture(ad.standing, url) : ad.isLoading;
-        if (slot.type != int(line.Number(0)) || !isOf) {
-            continue;
-        }
-        ad.failedPictures.insert(url);
-        AddLine(EnKind::Ad, slot, line, timeMs);
-        if (!isBanner) {
-            Put(ad, {line, kStepPicture, timeMs});
+        if (slot.type == int(line.Number(0)) && (isBanner ? isOf(ad.made) || isOf(ad.standing) : ad.isLoading)) {
+            ad.failedPictures.insert(line.values[1]);
+            AddLine(state, EnKind::Ad, slot, line);
+            if (!isBanner) {
+                Put(ad, {line, kStepPicture});
+            }
         }
     }
 }
 
 // The module withdraws ads from the popup, whatever position the push names. The list is deleted without its own line.
 // The delay is computed in 32 bits, as in the module. A negative result means no delay.
-void CTracker::OnAdPush(const Line& line, qint64 timeMs) {
-    AdState& ad = m_ads[kBottomPopup];
+void OnAdPush(TrackerState& state, const ParsedLine& line, const AdSlot& named) {
+    AdState& ad = state.ads[kBottomPopup];
     const auto kept = ad.standing ? ad.standing->Kept() : std::vector<const AdOffer*>();
     if (line.row->event == EnEvent::Withdrawn && !kept.empty() &&
         line.values[2].split(QLatin1Char(',')).contains(kept.front()->id)) {
         ad.standing.reset();
-        Put(ad, {line, line.row->step, timeMs});
+        Put(ad, {line, line.row->step});
     }
-    if (!(AdSlot{int(line.Number(0)), int(line.Number(1))} == kBottomPopup)) {
-        return;
+    if (named == kBottomPopup) {
+        AddLine(state, EnKind::Ad, named, line);
+        ad.pushesMs.insert(line.serverMs + std::max(0, int32_t(uint32_t(line.values.last().toLongLong()) * 1'000u)));
     }
-    AddLine(EnKind::Ad, kBottomPopup, line, timeMs);
-    const auto delay = int32_t(uint32_t(line.values.last().toLongLong()) * uint32_t(kSecondMs));
-    ad.pushesMs.insert(m_fnToServer(timeMs) + std::max(0, delay));
+}
+
+void TakeAd(TrackerState& state, AdState& ad, const AdSlot& slot, const ParsedLine& line) {
+    const EnEvent event = line.row->event;
+    if (line.row->step >= 0 && *line.row->say == '\0') {
+        ad.passed = line.row->step;  // progress of the attempt
+    }
+    if (event == EnEvent::Asked) {
+        ad.last = RequestOf(state, {line.values[4], slot, line.values[0], {}, line.timeMs});
+        state.adReason.clear();
+    } else if (event == EnEvent::Answered) {
+        if (const AdState::Request request = FindRequest(state, line.values[3])) {
+            ad.answered = request;
+            request->answeredMs = std::max(request->answeredMs, line.timeMs);
+        }
+        ad.before = std::exchange(ad.standing, ad.answered);
+    } else if (event == EnEvent::Retried) {
+        ad.before.reset();  // a refused waiting list is deleted
+        if (ad.standing) {
+            ad.standing->drops.clear();
+        }
+    } else if (event == EnEvent::Dropped && ad.standing) {
+        ad.standing->drops.push_back(line);
+    } else if (event == EnEvent::Refused || event == EnEvent::Ignored || event == EnEvent::PushRefused) {
+        OnAdRefused(ad, line, std::exchange(state.adReason, QString()));
+    } else if (event == EnEvent::Loading) {
+        ad.isLoading = true;
+    } else if (event == EnEvent::Shown) {
+        ad.isLoading = false;
+        ad.red.reset();
+        ad.after.reset();
+        // The next banner is created before the current one is destroyed.
+        ad.shownCount = slot.type == kTypeBanner ? ad.shownCount + 1 : 1;
+        ++ad.shownTotal;
+        ad.made = ad.standing;
+        ad.shownAd = line.values.value(2);
+        ad.shownMs = line.timeMs;
+    } else if (event == EnEvent::Gone) {
+        ad.isLoading = false;
+        ad.shownCount = 0;
+    } else if (event == EnEvent::Closed || event == EnEvent::ClosedByPush) {
+        ad.shownCount = std::max(0, ad.shownCount - 1);
+        if (ad.shownCount == 0) {
+            ad.isLoading = false;
+            Put(ad, {line, kStepShown});
+        }
+    } else if (event == EnEvent::Cleared) {
+        OnAdCleared(ad, line, state.adReason);
+    }
+}
+
+// Lines without type and position belong to the popup.
+void TakeAd(TrackerState& state, const ParsedLine& line) {
+    const Row& row = *line.row;
+    const AdSlot slot = row.at < 0 ? kBottomPopup : AdSlot{int(line.Number(row.at)), int(line.Number(row.position))};
+    if (row.event == EnEvent::Reason) {
+        state.adReason = Filled(row.say, line, 0);
+    } else if (row.event == EnEvent::PictureFailed) {
+        OnPictureFailed(state, line);
+    } else if (row.event == EnEvent::Pushed || row.event == EnEvent::Withdrawn) {
+        OnAdPush(state, line, slot);
+    } else {
+        AddLine(state, EnKind::Ad, slot, line);
+        TakeAd(state, state.ads[slot], slot, line);
+    }
 }
 
 // ---- rights, VIP status and chat scenes
 
-void CTracker::On(const CommandTrace& command, qint64 timeMs) {
-    RefreshState* state = command.asked == kCommandPremiumAccess ? &m_rights
-                          : command.asked == kCommandVipStatus   ? &m_vip
-                          : command.asked == kCommandChatScenes  ? &m_chat
-                                                                 : nullptr;
-    if (!state || command.kind == CommandTrace::EnKind::Pushed) {
+RefreshState::Request& RequestOf(RefreshState& state, unsigned long session) {
+    const auto found = std::find_if(state.requests.begin(), state.requests.end(),
+                                    [session](const auto& request) { return request.session == session; });
+    return found != state.requests.end() ? *found : Keep(state.requests, RefreshState::Request{session}, kRequestsKept);
+}
+
+void On(TrackerState& state, const CommandTrace& command, qint64 timeMs) {
+    RefreshState* refreshes = command.asked == kCommandPremiumAccess ? &state.rights
+                              : command.asked == kCommandVipStatus   ? &state.vip
+                              : command.asked == kCommandChatScenes  ? &state.chat
+                                                                     : nullptr;
+    if (!refreshes || command.kind == CommandTrace::EnKind::Pushed) {
         return;
     }
-    RefreshState::Request& request = state->Of(command.session);
+    RefreshState::Request& request = RequestOf(*refreshes, command.session);
     if (command.kind == CommandTrace::EnKind::Sent) {
         request.sentMs = timeMs;
-        GiveReasons(*state);
+        request.why = request.why.isEmpty() ? std::exchange(refreshes->nextWhy, QString()) : request.why;
     } else {
         request.answeredMs = timeMs;
-        state->answered = command.session;
+        refreshes->answered = command.session;
     }
 }
 
-// A line without a session is about the last answer.
-void CTracker::TakeRefresh(RefreshState& state, const Line& line, qint64 timeMs) {
-    const Row& row = *line.row;
-    const QString say = QString::fromUtf8(row.say);
-    const auto session = row.at < 0 ? state.answered : (unsigned long)(line.Number(row.at));
-    switch (row.event) {
-        case EnEvent::TimerReady:
-            m_timerFrom = timeMs;
-            m_rights.nextWhy = say;
-            return;
-        case EnEvent::TimerStopped:
-            m_timerFrom.reset();
-            return;
-        case EnEvent::Reason:
-            m_rights.nextWhy = say;
-            m_vip.nextWhy = say == QLatin1String("login") ? say : m_vip.nextWhy;
-            return;
-        case EnEvent::Asked:
-            OnAsked(state, line, timeMs);
-            return;
-        case EnEvent::Pushed: {
-            const bool isList = line.values.size() > 1 && !IsTrue(line.values[0]);
-            state.pushes.emplace(timeMs + DelayOf(line.values.last()), isList ? int(line.Number(1)) : -1);
-            return;
-        }
-        case EnEvent::SceneAnswered:
-            m_scenes[int(line.Number(0))] = IsTrue(line.values[1]);
-            return;
-        case EnEvent::Good:
-        case EnEvent::Refused:
-            break;
-        default:
-            return;
-    }
-    if (session == 0) {
-        return;  // its answer was not recorded
-    }
-    RefreshState::Request& request = state.Of(session);
-    request.isGood = row.event == EnEvent::Good;
-    request.red = request.isGood ? std::nullopt : std::make_optional(Refusal{line, row.step, timeMs});
-    request.answeredMs = request.answeredMs != 0 ? request.answeredMs : timeMs;
-    state.answered = session;
-    if (&state == &m_chat && request.isGood) {
-        m_scenes.clear();
-    }
-}
-
-// A preceding line, if any, contains the reason of the request. Requests after a push have no such line. A login
-// requests rights and VIP status, the rights first.
-void CTracker::OnAsked(RefreshState& state, const Line& line, qint64 timeMs) {
-    const bool isVip = line.row->at < 0;
+// A preceding line, if any, contains the reason of the request. Requests after a push have no such line.
+QString WhyOf(RefreshState& state, const ParsedLine& line) {
     const int count = line.row->at == 1 ? int(line.Number(0)) : -1;
     QString why = std::exchange(state.nextWhy, QString());
-    if (why.isEmpty()) {
-        const auto due = std::find_if(state.pushes.begin(), state.pushes.end(), [&](const auto& push) {
-            return push.second == count && push.first <= timeMs + kSlackMs && (isVip || IsTrue(line.values.last()));
-        });
-        why = due == state.pushes.end() ? "a caller"_q : "push"_q;
-        if (due != state.pushes.end()) {
-            state.pushes.erase(due);
+    const auto due = std::find_if(state.pushes.begin(), state.pushes.end(), [&](const auto& push) {
+        return push.second == count && push.first <= line.timeMs + kSlackMs;
+    });
+    if (why.isEmpty() && due != state.pushes.end() && (line.values.isEmpty() || IsTrue(line.values.last()))) {
+        state.pushes.erase(due);
+        why = "push"_q;
+    }
+    return why.isEmpty() ? "a caller"_q : why;
+}
+
+// A line without a session is about the last answer. A login requests rights and VIP status, the rights first.
+void TakeRefresh(TrackerState& state, RefreshState& refreshes, const ParsedLine& line) {
+    const Row& row = *line.row;
+    const EnEvent event = row.event;
+    const auto session = row.at < 0 ? refreshes.answered : (unsigned long)(line.Number(row.at));
+    if (event == EnEvent::TimerReady) {
+        state.timerFrom = line.timeMs;
+        refreshes.nextWhy = QString::fromUtf8(row.say);
+    } else if (event == EnEvent::TimerStopped) {
+        state.timerFrom.reset();
+    } else if (event == EnEvent::Reason) {
+        refreshes.nextWhy = QString::fromUtf8(row.say);
+        state.vip.nextWhy = refreshes.nextWhy == QLatin1String("login") ? refreshes.nextWhy : state.vip.nextWhy;
+    } else if (event == EnEvent::Asked) {
+        refreshes.nextWhy = WhyOf(refreshes, line);
+        if (row.at >= 0) {
+            RefreshState::Request& request = RequestOf(refreshes, session);
+            const QString why = std::exchange(refreshes.nextWhy, QString());
+            request.why = request.why.isEmpty() ? why : request.why;
+            request.sentMs = line.timeMs;
+        }
+    } else if (event == EnEvent::Pushed) {
+        // The module passes the delay on as a signed number. A negative delay runs at once.
+        const bool isList = line.values.size() > 1 && !IsTrue(line.values[0]);
+        const int delay = std::max(0, int(line.values.last().toUInt()));
+        refreshes.pushes.emplace(line.timeMs + delay, isList ? int(line.Number(1)) : -1);
+    } else if (event == EnEvent::SceneAnswered) {
+        state.scenes[int(line.Number(0))] = IsTrue(line.values[1]);
+    } else if ((event == EnEvent::Good || event == EnEvent::Refused) && session != 0) {
+        RefreshState::Request& request = RequestOf(refreshes, session);
+        request.isGood = event == EnEvent::Good;
+        request.red = request.isGood ? std::nullopt : std::make_optional(Refusal{line, row.step});
+        request.answeredMs = std::max(request.answeredMs, line.timeMs);
+        refreshes.answered = session;
+        if (row.kind == EnKind::Chat && request.isGood) {
+            state.scenes.clear();
         }
     }
-    if (isVip) {
-        state.reasons.push_back(why);
-        GiveReasons(state);
-        return;
-    }
-    RefreshState::Request& request = state.Of((unsigned long)(line.Number(line.row->at)));
-    request.why = why;
-    request.sentMs = request.sentMs != 0 ? request.sentMs : timeMs;
 }
 
 // ---- opens of the AI chat
 
 // Reports number the watchlist's page 3. The other pages have the number of their scene.
-void CTracker::On(const ReportTrace& report, qint64 timeMs) {
+void On(TrackerState& state, const ReportTrace& report, qint64 timeMs) {
     if (report.event == "ClickAIChatEntrance") {
-        const QJsonObject params = QJsonDocument::fromJson(QByteArray::fromStdString(report.params)).object();
-        const int source = params["entrance_source"_q].toString().toInt();
-        Keep(m_opens, {timeMs, User(), source == 3 ? 1 : source}, kOpensKept);
+        const int source = json::Text(json::Member(Parsed(report.params), "entrance_source")).toInt();
+        Keep(state.opens, {timeMs, source == 3 ? 1 : source}, kOpensKept);
     }
 }
 
-/// The open that the module is about to decide. A preload is not reported.
-ChatOpen& CTracker::PendingOpen(qint64 timeMs) {
-    const bool isPending =
-        !m_opens.empty() && !m_opens.back().isLoaded && timeMs <= m_opens.back().timeMs + kSameCallMs;
-    return isPending ? m_opens.back() : Keep(m_opens, {timeMs, User()}, kOpensKept);
-}
-
-void CTracker::TakeOpen(const Line& line, qint64 timeMs) {
+// A preload is not reported.
+void TakeOpen(TrackerState& state, const ParsedLine& line) {
+    const bool isDecided = state.opens.empty() || state.opens.back().isLoaded;
     if (line.row->event == EnEvent::LoadEnded) {
-        if (!m_opens.empty() && m_opens.back().isLoaded) {
-            m_opens.back().httpCode = int(line.Number(0));
+        if (!state.opens.empty() && isDecided) {
+            state.opens.back().httpCode = int(line.Number(0));
         }
         return;
     }
-    ChatOpen& open = PendingOpen(timeMs);
+    const bool isPending = !isDecided && line.timeMs <= state.opens.back().timeMs + kSameCallMs;
+    ChatOpen& open = isPending ? state.opens.back() : Keep(state.opens, {line.timeMs}, kOpensKept);
     if (line.row->event == EnEvent::Reason) {
         open.reasons << QString::fromUtf8(line.row->say);
         return;
     }
     open.isLoaded = true;
     open.scene = int(line.Number(0));
-    if (open.scene != m_nLoadScene) {
-        open.reasons << "the scene changed from %1 to %2"_q.arg(m_nLoadScene).arg(open.scene);
-    }
     open.isPreload = IsTrue(line.values[1]);
     open.url = line.values[3];
+    if (open.scene != state.loadScene) {
+        open.reasons << "the scene changed from %1 to %2"_q.arg(state.loadScene).arg(open.scene);
+    }
     if (IsTrue(line.values[2])) {
         open.reasons << "the user had closed the window"_q;
     }
@@ -518,9 +379,106 @@ void CTracker::TakeOpen(const Line& line, qint64 timeMs) {
         open.reasons << "parameters or address changed"_q;
     }
     if (open.url.contains(QLatin1String("needChangeSessionId=1"))) {
-        open.reasons << (m_nLoadUser != User() ? "new session: the user changed"_q
-                                               : "new session: the caller asked for it"_q);
+        open.reasons << (state.loadUser != state.User() ? "new session: the user changed"_q
+                                                        : "new session: the caller asked for it"_q);
     }
-    m_nLoadUser = User();
-    m_nLoadScene = open.scene;
+    state.loadUser = state.User();
+    state.loadScene = open.scene;
+}
+
+template <class Other>
+void On(TrackerState& /*state*/, const Other& /*trace*/, qint64 /*timeMs*/) {}
+
+void TakeModuleLine(TrackerState& state, const ParsedLine& line) {
+    const EnKind kind = line.row->kind;
+    const int number = int(line.Number(line.row->at));
+    if (kind == EnKind::Ad) {
+        TakeAd(state, line);
+    } else if (kind == EnKind::ChatOpen) {
+        TakeOpen(state, line);
+    } else if (kind == EnKind::Widget) {
+        // The later lines of an activation do not name the right.
+        state.right = line.row->at >= 0 ? number : state.right;
+        AddLine(state, EnKind::Widget, {state.right}, line);
+    } else {
+        AddLine(state, kind, {kind == EnKind::Chat ? number : 0}, line);
+        TakeRefresh(state, kind == EnKind::Rights ? state.rights : kind == EnKind::Vip ? state.vip : state.chat, line);
+    }
+}
+
+}  // namespace
+
+// Two ads can have the same id; the time window identifies the ad.
+const ParsedLine* AdRequest::DropOf(const AdOffer& ad) const {
+    const auto drop = std::find_if(drops.begin(), drops.end(), [&ad](const ParsedLine& line) {
+        const std::optional<qint64> limit = line.Number(1);
+        return line.values.value(4) == ad.id && (limit == ad.startS || limit == ad.endS || limit == ad.expireS);
+    });
+    return drop == drops.end() ? nullptr : &*drop;
+}
+
+std::vector<const AdOffer*> AdRequest::Kept() const {
+    std::vector<const AdOffer*> kept;
+    for (const AdOffer& ad : ads) {
+        if (refusal.isEmpty() && !DropOf(ad)) {
+            kept.push_back(&ad);
+        }
+    }
+    return kept;
+}
+
+const AdOffer* AdRequest::Find(const QString& ad) const {
+    const auto found = std::find_if(ads.begin(), ads.end(), [&ad](const AdOffer& one) { return one.id == ad; });
+    return found == ads.end() ? nullptr : &*found;
+}
+
+const RefreshState::Request* RefreshState::Find(unsigned long session) const {
+    const auto found = std::find_if(requests.begin(), requests.end(),
+                                    [session](const Request& request) { return request.session == session; });
+    return found == requests.end() ? nullptr : &*found;
+}
+
+quint64 TrackerState::User() const {
+    return user != 0 ? user : core::login_status_data::Login_GetUserID();
+}
+
+std::optional<qint64> TrackerState::NextHourlyMs(qint64 nowMs) const {
+    const qint64 hours = std::max<qint64>(0, nowMs - timerFrom.value_or(nowMs)) / kHourMs;
+    return timerFrom ? std::make_optional(*timerFrom + (hours + 1) * kHourMs) : std::nullopt;
+}
+
+CTracker::CTracker(ToServer toServer, QObject* parent) : QObject(parent), m_fnToServer(std::move(toServer)) {}
+
+void CTracker::Take(const TraceEvent& seen) {
+    if (seen.number != 0 && std::exchange(m_nLastSeen, std::max(m_nLastSeen, seen.number)) >= seen.number) {
+        return;
+    }
+    std::visit([&](const auto& what) { On(m_state, what, seen.timeMs); }, seen.what);
+    Q_EMIT Changed();
+}
+
+void CTracker::TakeLine(const LogEntry& entry) {
+    if (entry.number != 0 && std::exchange(m_nLastLine, std::max(m_nLastLine, entry.number)) >= entry.number) {
+        return;
+    }
+    static const QRegularExpression login("^User (\\d+) logged (in|out)$"_q);
+    const bool isLogin = entry.record.module == "Host.Login";
+    const QRegularExpressionMatch match = isLogin ? login.match(entry.record.text) : QRegularExpressionMatch();
+    auto line = entry.record.module == "ZRGrowth" ? Read(entry.record.text) : std::nullopt;
+    if (line) {
+        line->timeMs = entry.time.toMSecsSinceEpoch();
+        line->serverMs = m_fnToServer(line->timeMs);
+        TakeModuleLine(m_state, *line);
+    } else if (match.hasMatch() && match.captured(2) == QLatin1String("in")) {
+        TrackerState fresh;
+        fresh.user = match.captured(1).toULongLong();
+        std::tie(fresh.timerFrom, fresh.loadUser, fresh.loadScene) =
+            std::tie(m_state.timerFrom, m_state.loadUser, m_state.loadScene);
+        m_state = fresh;
+    } else if (match.hasMatch()) {
+        m_state.isLoggedOut = true;
+    } else {
+        return;
+    }
+    Q_EMIT Changed();
 }

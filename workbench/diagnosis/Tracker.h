@@ -8,20 +8,59 @@
 
 #include "framework/ILogSource.h"
 #include "tracing/TraceEvent.h"
-#include "workbench/diagnosis/AdRequest.h"
+#include "workbench/diagnosis/LogTable.h"
+
+constexpr int kTypeBanner = 3;
+
+/// An ad position with its type. In other subjects, a right or a scene.
+struct AdSlot {
+    int type = 0;
+    int position = 0;
+
+    bool operator<(const AdSlot& other) const {
+        return std::tie(type, position) < std::tie(other.type, other.position);
+    }
+    bool operator==(const AdSlot& other) const { return type == other.type && position == other.position; }
+};
+
+/// The client's only popup. Lines without type and position belong to it.
+constexpr AdSlot kBottomPopup{2, 42};
+
+/// An ad in the server's answer. Times are seconds on the server's clock.
+struct AdOffer {
+    QString id;
+    QString image;  // URL of the picture
+    std::optional<qint64> startS, endS, expireS;
+    std::vector<int> areas;  // of the main window, in which a popup can be shown
+};
+
+/// A request for ads and its answer, from the traffic. Local times in milliseconds, 0 if unknown.
+struct AdRequest {
+    QString id;
+    AdSlot slot;
+    QString path;
+    QStringList askedFor = {};
+    qint64 sentMs = 0;
+    qint64 answeredMs = 0;
+    std::vector<AdOffer> ads = {};
+    std::vector<log_table::ParsedLine> drops = {};  // the lines about ads that were removed from the list
+    QString refusal = {};                           // of the whole list
+
+    /// The line about an ad that was not kept; null if there is none.
+    const log_table::ParsedLine* DropOf(const AdOffer& ad) const;
+    std::vector<const AdOffer*> Kept() const;
+    /// Null if no ad has the id.
+    const AdOffer* Find(const QString& ad) const;
+};
 
 /// The line that stopped or ended something.
 struct Refusal {
     log_table::ParsedLine line;
     int step = 0;
-    qint64 timeMs = 0;
     QString reason = {};                            // from a preceding line
     bool leavesRest = false;                        // the previous state is unchanged
     std::vector<log_table::ParsedLine> drops = {};  // of the refused list
 };
-
-/// The module's lines about a subject, newest last.
-using History = std::deque<std::pair<qint64, QString>>;
 
 /// The state of an ad position.
 struct AdState {
@@ -35,8 +74,8 @@ struct AdState {
     bool isLoading = false;
     int passed = 0;  // steps of the running attempt
     std::optional<Refusal> red;
-    std::optional<Refusal> earlier;  // the refusal that `red` did not change and that still applies
-    int shownCount = 0;              // cards or banners on the screen
+    std::optional<Refusal> after;  // a later refusal that left `red`
+    int shownCount = 0;            // cards or banners on the screen
     int shownTotal = 0;
     QString shownAd;
     qint64 shownMs = 0;
@@ -57,21 +96,17 @@ struct RefreshState {
     };
 
     std::deque<Request> requests;
-    unsigned long answered = 0;         // session of the last answered one
+    unsigned long answered = 0;         // session of the last answered request
     std::multimap<qint64, int> pushes;  // number of rights by the due time, in local time; -1 for all rights
     QString nextWhy;                    // of the next request
-    std::deque<QString> reasons;        // of requests without a session in their line
 
     /// Null if the session is unknown.
     const Request* Find(unsigned long session) const;
-    /// Adds the request if the session is unknown.
-    Request& Of(unsigned long session);
 };
 
 /// An open of the chat's window, and the module's decision to load the page again or to keep it.
 struct ChatOpen {
     qint64 timeMs = 0;
-    quint64 user = 0;
     int scene = 0;
     bool isPreload = false;
     bool isLoaded = false;
@@ -80,8 +115,31 @@ struct ChatOpen {
     std::optional<int> httpCode = {};
 };
 
-/// The states of all subjects, computed from the traffic, the reports and the log lines only. A login starts it afresh.
-/// Traffic and lines must arrive in the order of their times. Main thread.
+/// The states of all subjects.
+struct TrackerState {
+    quint64 user = 0;  // 0 before the first login
+    bool isLoggedOut = false;
+    std::map<AdSlot, AdState> ads;
+    std::deque<AdState::Request> adRequests;
+    QString adReason;  // for a following line about an ad
+    RefreshState rights, vip, chat;
+    std::map<int, bool> scenes;  // of the last answer
+    std::deque<ChatOpen> opens;
+    // The newest lines of each subject. The lines about a right include its activation.
+    std::map<std::pair<log_table::EnKind, AdSlot>, std::deque<log_table::ParsedLine>> lines;
+    int right = 0;  // of the last line that names one
+    // These outlast a login.
+    std::optional<qint64> timerFrom;  // start of the hourly timer
+    quint64 loadUser = 0;             // of the last load of the chat's page
+    int loadScene = 0;
+
+    quint64 User() const;
+    /// Nothing while the hourly timer is stopped.
+    std::optional<qint64> NextHourlyMs(qint64 nowMs) const;
+};
+
+/// Computes the states from the traffic, the reports and the log lines only. A login starts them afresh. Traffic and
+/// lines must arrive in the order of their times. Main thread.
 class CTracker : public QObject {
     Q_OBJECT
 
@@ -95,64 +153,15 @@ public:
     void Take(const TraceEvent& seen);
     void TakeLine(const LogEntry& entry);
 
-    quint64 User() const;
-    bool IsLoggedOut() const { return m_bLoggedOut; }
+    const TrackerState& State() const { return m_state; }
     qint64 ToServerMs(qint64 localMs) const { return m_fnToServer(localMs); }
-
-    const std::map<AdSlot, AdState>& Ads() const { return m_ads; }
-    const RefreshState& Rights() const { return m_rights; }
-    const RefreshState& Vip() const { return m_vip; }
-    const RefreshState& Chat() const { return m_chat; }
-    /// The scenes of the last answer.
-    const std::map<int, bool>& Scenes() const { return m_scenes; }
-    const std::deque<ChatOpen>& Opens() const { return m_opens; }
-    /// The lines about a subject: a right with its activation, a scene or an ad's type; otherwise the number is 0.
-    const History& LinesOf(log_table::EnKind kind, int number, int position = 0) const;
-    /// Nothing while the hourly timer is stopped.
-    std::optional<qint64> NextHourlyMs(qint64 nowMs) const;
 
 Q_SIGNALS:
     void Changed();
 
 private:
-    using Line = log_table::ParsedLine;
-
-    void Reset(quint64 user);
-    void On(const HttpTrace& call, qint64 timeMs);
-    void On(const CommandTrace& command, qint64 timeMs);
-    void On(const ReportTrace& report, qint64 timeMs);
-    void On(const StoreTrace& store, qint64 timeMs);
-    template <class Other>
-    static void On(const Other& /*trace*/, qint64 /*timeMs*/) {}
-    void TakeModuleLine(const Line& line, qint64 timeMs);
-    void AddLine(log_table::EnKind kind, const AdSlot& subject, const Line& line, qint64 timeMs);
-    AdState::Request FindRequest(const QString& id) const;
-    AdState::Request RequestOf(const AdRequest& read, qint64 timeMs);
-    void TakeAd(const Line& line, qint64 timeMs);
-    void TakeAd(AdState& ad, const Line& line, qint64 timeMs);
-    void OnAdRefused(AdState& ad, const Line& line, qint64 timeMs);
-    void OnAdCleared(AdState& ad, const Line& line, qint64 timeMs);
-    void OnPictureFailed(const Line& line, qint64 timeMs);
-    void OnAdPush(const Line& line, qint64 timeMs);
-    void TakeRefresh(RefreshState& state, const Line& line, qint64 timeMs);
-    void OnAsked(RefreshState& state, const Line& line, qint64 timeMs);
-    ChatOpen& PendingOpen(qint64 timeMs);
-    void TakeOpen(const Line& line, qint64 timeMs);
-
     const ToServer m_fnToServer;
-    quint64 m_nUser = 0;
-    bool m_bLoggedOut = false;
-    std::map<AdSlot, AdState> m_ads;
-    std::deque<AdState::Request> m_requests;
-    QString m_strReason;  // for a following line about an ad
-    RefreshState m_rights, m_vip, m_chat;
-    std::optional<qint64> m_timerFrom;
-    std::map<int, bool> m_scenes;
-    std::deque<ChatOpen> m_opens;
-    quint64 m_nLoadUser = 0;  // of the last load of the chat's page
-    int m_nLoadScene = 0;
-    std::map<std::pair<log_table::EnKind, AdSlot>, History> m_histories;
-    int m_nRight = 0;  // of the last line that names one
+    TrackerState m_state;
     uint64_t m_nLastSeen = 0;
     uint64_t m_nLastLine = 0;
 };

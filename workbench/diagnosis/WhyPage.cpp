@@ -50,24 +50,32 @@ Widget* NewWidget(const char* name, const char* accessible, QWidget* parent) {
     return widget;
 }
 
-QLabel* NewText(const char* name, QWidget* parent) {
+QLabel* NewText(const char* name, QWidget* parent, Qt::TextFormat format = Qt::PlainText) {
     auto* label = NewWidget<QLabel>(name, "", parent);
-    label->setTextFormat(Qt::PlainText);
+    label->setTextFormat(format);
     label->setWordWrap(true);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     return label;
 }
 
-QVBoxLayout* NewColumn(QWidget* widget) {
-    auto* layout = new QVBoxLayout(widget);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(4);
-    return layout;
+QHBoxLayout* NewRow(const std::vector<QWidget*>& widgets) {
+    auto* row = new QHBoxLayout;
+    for (QWidget* widget : widgets) {
+        row->addWidget(widget);
+    }
+    return row;
+}
+
+QVBoxLayout* NewColumn(QWidget* widget = nullptr) {
+    auto* column = new QVBoxLayout(widget);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(4);
+    return column;
 }
 
 /// The module's store key for the last display of the popup to a user.
 std::string LastShownKey(quint64 user, int intervalType) {
-    const QString key = "AdLastShowTimeStampKey_%1_%2_%3_%4"_q;
-    return key.arg(kBottomPopup.type).arg(kBottomPopup.position).arg(user).arg(intervalType).toStdString();
+    return "AdLastShowTimeStampKey_2_42_%1_%2"_q.arg(user).arg(intervalType).toStdString();
 }
 
 }  // namespace
@@ -85,50 +93,50 @@ CWhyPage::CWhyPage(const CTracker& tracker, CPremiumRights& rights, const CAICha
       m_pTable(NewWidget<QTableView>("WhyTable", "Subjects", this)),
       m_pSearch(NewWidget<QLineEdit>("WhySearch", "Search", this)),
       m_pKind(NewWidget<QComboBox>("WhyKind", "Kind", this)),
-      m_pNothing(NewText("WhyNothing", this)),
-      m_pClock(NewText("WhyClock", this)),
-      m_pStrip(NewText("WhyStrip", this)),
+      m_pNote(NewText("WhyNote", this)),
+      m_pStrip(NewText("WhyStrip", this, Qt::RichText)),
       m_pSentence(NewText("WhySentence", this)),
       m_pMessage(NewText("WhyMessage", this)),
       m_pDetail(NewWidget<QPlainTextEdit>("WhyDetail", "Details", this)),
-      m_pPicture(new ZRWebImageWidget(this)),
-      m_pAsk(NewButton("WhyAsk", "Ask now"_q, &CWhyPage::AskNow)),
-      m_pForget(NewButton("WhyForget", "Forget and ask"_q, &CWhyPage::ForgetAndAsk)) {
+      m_pPicture(NewWidget<ZRWebImageWidget>("WhyPicture", "Picture of the ad", this)),
+      m_pAsk(NewButton("WhyAsk", "Ask now"_q, [this] { AskNow(); })),
+      m_pForget(NewButton("WhyForget", "Forget and ask"_q, [this] { ForgetAndAsk(); })) {
     setObjectName("WhyPage"_q);
-    auto* splitter = new QSplitter(Qt::Vertical, this);
-    splitter->setHandleWidth(8);
-    splitter->setChildrenCollapsible(false);
-    splitter->addWidget(NewList());
-    splitter->addWidget(NewAnswer());
-    splitter->setStretchFactor(0, 2);
-    splitter->setStretchFactor(1, 3);
-    NewColumn(this)->addWidget(splitter);
+    m_pPicture->setFixedSize(kThumbnail);
+    m_pForget->setToolTip("Forgets when the popup was last shown to this user, then asks"_q);
+    m_pDetail->setReadOnly(true);
+    m_pDetail->setTabChangesFocus(true);
+    m_pDetail->setFrameShape(QFrame::NoFrame);
+    m_pDetail->setMinimumHeight(4 * kRowHeight);
+    m_pNote->setProperty("role", "muted"_q);
+    SetUpList();
+    setLayout(NewLayout());
+    auto* tick = new QTimer(this);
+    connect(tick, &QTimer::timeout, this, &CWhyPage::ShowSentence);
+    tick->start(kTickMs);
     m_batch.setSingleShot(true);
     connect(&m_batch, &QTimer::timeout, this, &CWhyPage::Update);
-    connect(&m_tick, &QTimer::timeout, this, &CWhyPage::ShowSentence);
     connect(&tracker, &CTracker::Changed, this, &CWhyPage::UpdateLater);
     connect(&rights, &CPremiumRights::Changed, this, &CWhyPage::UpdateLater);
     connect(&entries, &CAIChatEntries::Changed, this, &CWhyPage::UpdateLater);
-    m_tick.start(kTickMs);
     theme::OnThemeChange(this, [this] { ShowSentence(); });
     Update();
     m_pTable->sortByColumn(0, Qt::AscendingOrder);
     m_pTable->selectRow(0);
 }
 
-QPushButton* CWhyPage::NewButton(const char* name, const QString& text, void (CWhyPage::*clicked)()) {
+QPushButton* CWhyPage::NewButton(const char* name, const QString& text, std::function<void()> clicked) {
     auto* button = NewWidget<QPushButton>(name, "", this);
     button->setText(text);
-    connect(button, &QPushButton::clicked, this, clicked);
+    connect(button, &QPushButton::clicked, this, std::move(clicked));
     return button;
 }
 
-QWidget* CWhyPage::NewList() {
+void CWhyPage::SetUpList() {
     m_pModel->setHorizontalHeaderLabels({"Subject"_q, "Name"_q, "State"_q, "Ads"_q, "User"_q});
     m_pFilter->setSourceModel(m_pModel);
     m_pFilter->setSortRole(kSortRole);
     m_pFilter->setFilterRole(kSearchRole);
-    m_pFilter->setFilterCaseSensitivity(Qt::CaseInsensitive);
     tables::SetUp(*m_pTable);
     m_pTable->setModel(m_pFilter);
     m_pTable->setSortingEnabled(true);
@@ -141,19 +149,6 @@ QWidget* CWhyPage::NewList() {
     m_pKind->addItem("Ads"_q, "a"_q);
     m_pKind->addItem("AI chat"_q, "co"_q);
     m_pKind->addItem("Rights and VIP"_q, "rv"_q);
-    for (QLabel* label : {m_pNothing, m_pClock}) {
-        label->setProperty("role", "muted"_q);
-    }
-    auto* head = new QHBoxLayout;
-    head->addWidget(m_pSearch, 1);
-    head->addWidget(m_pKind);
-    head->addWidget(NewButton("AdPanelOpen", "Popup panel"_q, &CWhyPage::OpenPopupPanel));
-    auto* list = new QWidget(this);
-    auto* layout = NewColumn(list);
-    layout->addLayout(head);
-    layout->addWidget(m_pTable, 1);
-    layout->addWidget(m_pNothing);
-    layout->addWidget(m_pClock);
     connect(m_pSearch, &QLineEdit::textChanged, this, &CWhyPage::Update);
     connect(m_pKind, qOverload<int>(&QComboBox::currentIndexChanged), this, &CWhyPage::Update);
     connect(m_pTable->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
@@ -161,41 +156,33 @@ QWidget* CWhyPage::NewList() {
         ShowBanner(nullptr);
         ShowAnswer();
     });
-    return list;
 }
 
-QWidget* CWhyPage::NewAnswer() {
-    m_pStrip->setTextFormat(Qt::RichText);
-    for (QLabel* label : {m_pSentence, m_pMessage}) {
-        label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    }
-    m_pPicture->setObjectName("WhyPicture"_q);
-    m_pPicture->setAccessibleName("Picture of the ad"_q);
-    m_pPicture->setFixedSize(kThumbnail);
-    m_pForget->setToolTip("Forgets when the popup was last shown to this user, then asks"_q);
-    m_pDetail->setReadOnly(true);
-    m_pDetail->setTabChangesFocus(true);
-    m_pDetail->setFrameShape(QFrame::NoFrame);
-    m_pDetail->setMinimumHeight(4 * kRowHeight);
-    auto* texts = new QVBoxLayout;
+QLayout* CWhyPage::NewLayout() {
+    auto* panel = NewButton("AdPanelOpen", "Popup panel"_q, [this] { CAdPanelWindow::Open(window()); });
+    auto* copy = NewButton("WhyCopy", "Copy answer"_q, [this] { CopyAnswer(); });
+    auto* splitter = new QSplitter(Qt::Vertical, this);
+    auto* list = NewColumn(new QWidget(splitter));
+    list->addLayout(NewRow({m_pSearch, m_pKind, panel}));
+    list->addWidget(m_pTable, 1);
+    list->addWidget(m_pNote);
+    auto* texts = NewColumn();
     texts->addWidget(m_pStrip);
-    texts->addWidget(m_pSentence);
-    texts->addStretch(1);
-    auto* head = new QHBoxLayout;
-    head->addLayout(texts, 1);
-    head->addWidget(m_pPicture, 0, Qt::AlignTop);
-    auto* buttons = new QHBoxLayout;
-    for (QPushButton* button : {m_pAsk, m_pForget, NewButton("WhyCopy", "Copy answer"_q, &CWhyPage::CopyAnswer)}) {
-        buttons->addWidget(button);
-    }
+    texts->addWidget(m_pSentence, 1, Qt::AlignTop);
+    auto* head = NewRow({m_pPicture});
+    head->insertLayout(0, texts, 1);
+    auto* buttons = NewRow({m_pAsk, m_pForget, copy});
     buttons->addStretch(1);
-    auto* answer = new QWidget(this);
-    auto* layout = NewColumn(answer);
-    layout->addLayout(head);
-    layout->addLayout(buttons);
-    layout->addWidget(m_pMessage);
-    layout->addWidget(m_pDetail, 1);
-    return answer;
+    auto* answer = NewColumn(new QWidget(splitter));
+    answer->addLayout(head);
+    answer->addLayout(buttons);
+    answer->addWidget(m_pMessage);
+    answer->addWidget(m_pDetail, 1);
+    splitter->setHandleWidth(8);
+    splitter->setChildrenCollapsible(false);
+    auto* layout = NewColumn();
+    layout->addWidget(splitter);
+    return layout;
 }
 
 // ---- subjects
@@ -203,7 +190,7 @@ QWidget* CWhyPage::NewAnswer() {
 std::vector<CWhyPage::Subject> CWhyPage::Subjects() {
     std::set<AdSlot> slots = m_positions;
     slots.insert(kBottomPopup);
-    for (const auto& [slot, ad] : m_tracker.Ads()) {
+    for (const auto& [slot, ad] : m_tracker.State().ads) {
         slots.insert(slot);
     }
     std::vector<Subject> subjects;
@@ -231,7 +218,7 @@ std::vector<CWhyPage::Subject> CWhyPage::Subjects() {
                                 return explanation::OfScene(m_tracker, m_entries, scene, now);
                             }});
     }
-    for (const ChatOpen& open : m_tracker.Opens()) {
+    for (const ChatOpen& open : m_tracker.State().opens) {
         const QString time = log_table::Clock(open.timeMs, QDateTime::currentMSecsSinceEpoch());
         subjects.push_back({"o%1"_q.arg(open.timeMs), "Chat open"_q, "%1, page scene %2"_q.arg(time).arg(open.scene),
                             [open](qint64 /*now*/) { return explanation::OfOpen(open); }});
@@ -268,11 +255,11 @@ QString CWhyPage::RightName(int right) const {
 }
 
 QString CWhyPage::UserText() const {
-    const quint64 user = m_tracker.User();
+    const quint64 user = m_tracker.State().User();
     const auto name = m_users.find(user);
     const QString id = user == 0 ? QString() : QString::number(user);
     return (name == m_users.end() ? id : name->second + QLatin1Char(' ') + id) +
-           (m_tracker.IsLoggedOut() ? " (logged out)"_q : QString());
+           (m_tracker.State().isLoggedOut ? " (logged out)"_q : QString());
 }
 
 const CWhyPage::Subject* CWhyPage::Chosen() const {
@@ -303,13 +290,10 @@ void CWhyPage::Update() {
         ShowRow(subject, int(m_subjects.size()));
         m_subjects.emplace(subject.key, subject);
     }
-    for (auto row = m_rows.begin(); row != m_rows.end();) {
-        const auto next = std::next(row);
-        if (m_subjects.count(row->first) == 0) {
-            m_pModel->removeRow(row->second->row());
-            m_rows.erase(row);
+    for (const auto& [key, item] : m_rows) {
+        if (m_subjects.count(key) == 0) {
+            item->setData(QString(), kSearchRole);  // no kind fits
         }
-        row = next;
     }
     QString pattern = "^[%1]"_q.arg(m_pKind->currentData().toString());
     for (const QString& word : m_pSearch->text().simplified().split(QLatin1Char(' '))) {
@@ -319,12 +303,10 @@ void CWhyPage::Update() {
     if (m_rows.size() != before) {
         tables::FitColumns(*m_pTable);
     }
-    m_pNothing->setVisible(m_pFilter->rowCount() == 0);
-    m_pNothing->setText(m_pSearch->text().isEmpty() ? "Nothing of this kind was seen yet"_q
-                                                    : "Nothing matches \u201C%1\u201D"_q.arg(m_pSearch->text()));
+    const QString nothing = m_pFilter->rowCount() != 0 ? QString() : "Nothing of this kind, or with these words. "_q;
     const QString offset = time_text::ServerOffset();
-    m_pClock->setText(
-        "Times are in the zone %1."_q.arg(time_text::Zone()) +
+    m_pNote->setText(
+        nothing + "Times are in the zone %1."_q.arg(time_text::Zone()) +
         (offset.isEmpty() ? QString() : " The server's clock, which windows and intervals use: %1."_q.arg(offset)));
     ShowAnswer();
 }
@@ -349,12 +331,14 @@ void CWhyPage::ShowRow(const Subject& subject, int order) {
 
 void CWhyPage::ShowSentence() {
     const Explanation explained = ChosenAnswer();
+    const QStringList steps = explained.Steps();
     QString strip;
-    for (const StripStep& step : explained.strip) {
-        const QColor color(step.state == StripStep::EnState::Done      ? theme::kUp
-                           : step.state == StripStep::EnState::Stopped ? theme::kDown
-                                                                       : theme::kMuted);
-        strip += "<span style=\"color:%1\">%2</span> &nbsp; "_q.arg(color.name(), step.Text());
+    for (int index = 0; index < steps.size(); ++index) {
+        const StripStep::EnState state = explained.strip[size_t(index)].state;
+        const QColor color(state == StripStep::EnState::Done      ? theme::kUp
+                           : state == StripStep::EnState::Stopped ? theme::kDown
+                                                                  : theme::kMuted);
+        strip += "<span style=\"color:%1\">%2</span> &nbsp; "_q.arg(color.name(), steps[index]);
     }
     m_pStrip->setText(strip);
     m_pSentence->setText(explained.sentence);
@@ -368,11 +352,8 @@ void CWhyPage::ShowAnswer() {
     m_pAsk->setEnabled(canAsk);
     m_pAsk->setToolTip(subject && !canAsk ? "The module asks for this at a login only"_q : QString());
     m_pForget->setEnabled(subject && subject->title == QLatin1String("bottom popup"));
-    // A hidden page must load nothing. A picture that the module loads, or that failed, is not requested once more.
-    const bool isPending = explained.strip.size() > log_table::kStepPicture &&
-                           explained.strip[log_table::kStepConditions].state == StripStep::EnState::Done &&
-                           explained.strip[log_table::kStepPicture].state != StripStep::EnState::Done;
-    if (explained.image != m_strPicture && isVisible() && !isPending) {
+    // A hidden page must load nothing.
+    if (explained.image != m_strPicture && isVisible()) {
         m_strPicture = explained.image;
         m_pPicture->SetUrl(m_strPicture, QString());
     }
@@ -465,7 +446,7 @@ void CWhyPage::AskNow() {
 
 void CWhyPage::ForgetAndAsk() {
     for (int type = 0; type < kIntervalTypes; ++type) {
-        const std::string key = LastShownKey(m_tracker.User(), type);
+        const std::string key = LastShownKey(m_tracker.State().User(), type);
         long shown = 0;
         if (core::config_local::AppCfgReadInt64(key, shown) && shown != 0 &&
             !core::config_local::AppCfgSaveInt64(key, 0)) {
@@ -484,10 +465,6 @@ void CWhyPage::CopyAnswer() {
         QApplication::clipboard()->setText((head + explained.details).join(QLatin1Char('\n')));
         Say("Copied"_q, true);
     }
-}
-
-void CWhyPage::OpenPopupPanel() {
-    CAdPanelWindow::Open(window());
 }
 
 QJsonObject CWhyPage::State() const {

@@ -32,10 +32,8 @@ public:
 
     /// The explanations of all subjects, with fixed English keys.
     QJsonObject State() const;
-
     /// The users' names for the list.
     void ShowUsers(const std::vector<ServerUser>& users);
-
     /// Must be called for a new or restarted server. Asks it for the scenario's ad positions.
     void ForgetServer();
 
@@ -51,9 +49,9 @@ private:
         std::function<void()> ask = {};  // empty: the module asks at a login only
     };
 
-    QWidget* NewList();
-    QWidget* NewAnswer();
-    QPushButton* NewButton(const char* name, const QString& text, void (CWhyPage::*clicked)());
+    QPushButton* NewButton(const char* name, const QString& text, std::function<void()> clicked);
+    void SetUpList();
+    QLayout* NewLayout();
     std::vector<Subject> Subjects();
     std::set<int> ListedRights() const;
     QString RightName(int right) const;
@@ -68,7 +66,6 @@ private:
     void AskNow();
     void ForgetAndAsk();
     void CopyAnswer();
-    void OpenPopupPanel();
     void Push(const char* json);
     void AskRights(const QVector<int>& rights);
     void AskBanner(int position);
@@ -89,8 +86,7 @@ private:
     QTableView* m_pTable;
     QLineEdit* m_pSearch;
     QComboBox* m_pKind;
-    QLabel* m_pNothing;
-    QLabel* m_pClock;
+    QLabel* m_pNote;
     QLabel* m_pStrip;
     QLabel* m_pSentence;
     QLabel* m_pMessage;
@@ -101,5 +97,4 @@ private:
     QPushButton* m_pForget;
     QPointer<QWidget> m_pBanner;  // that was asked for here
     QTimer m_batch;
-    QTimer m_tick;
 };

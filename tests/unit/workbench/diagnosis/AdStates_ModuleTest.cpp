@@ -130,7 +130,6 @@ TEST_F(AdStatesTest, RequestThatWasTooEarlyWaitsForTheIntervalOfTheModulesLine) 
     Ask();
 
     EXPECT_EQ(State().nextAskS, 220);
-    EXPECT_EQ(explanation::FreeFromS(State(), *State().red), std::make_optional<qint64>(220));
     EXPECT_THAT(Explained().details, Contains(QStringLiteral("  Needed: 10 s after the last request, 00:03:30")));
 }
 
@@ -156,7 +155,7 @@ TEST_F(AdStatesTest, TryWithoutAListNamesWhatTookTheListAway) {
     slot.TryShowAdPopup();
 
     EXPECT_EQ(StateOf(), "refused: an ad that is due");
-    EXPECT_EQ(explanation::FreeFromS(State(), *State().earlier), std::make_optional<qint64>(250));
+    EXPECT_THAT(Sentence(), HasSubstr("Wait until 00:04:10"));
 }
 
 TEST_F(AdStatesTest, ListThatGrewOldWhileItWaitedIsGone) {
@@ -299,18 +298,18 @@ TEST_F(AdStatesTest, BannerWhosePicturesAllFailIsStoppedAtThePicture) {
 
     EXPECT_EQ(Stopped(kBanner), "picture");
     EXPECT_EQ(Sentence(kBanner),
-              "It is there since 00:03:30, but none of its pictures came: ads 18089, 18090. Check "
-              "their addresses on the server.");
+              "It is there since 00:03:30: ads 18089, 18090, but none of its pictures came. Check their addresses on "
+              "the server.");
 }
 
 TEST_F(AdStatesTest, LoginOfAnotherUserStartsAfresh) {
     Exchange(Card());
-    EXPECT_EQ(tracker.User(), 77u);
+    EXPECT_EQ(tracker.State().User(), 77u);
     LogIn(78);
 
-    EXPECT_EQ(tracker.User(), 78u);
+    EXPECT_EQ(tracker.State().User(), 78u);
     EXPECT_EQ(StateOf(), "not asked");
-    EXPECT_TRUE(tracker.Ads().empty());
+    EXPECT_TRUE(tracker.State().ads.empty());
     Ask();
     EXPECT_THAT(Sentence(), StartsWith("It asked again less than 10 s after its last request. Wait until 00:03:40"));
 }

@@ -348,7 +348,7 @@ TEST_F(LogTableTest, EachLineAboutWidgetsAndTheActivationIsRead) {
     vip.HandleVipWidgetClicked(right, ZRVipUIDataMain, &window);
     time.Settle();
 
-    ExpectAll({EnKind::Widget, EnKind::Activation});
+    ExpectAll({EnKind::Widget});
 }
 
 TEST_F(LogTableTest, NoTwoRowsAreTakenForEachOther) {

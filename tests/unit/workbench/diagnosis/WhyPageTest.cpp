@@ -154,7 +154,7 @@ TEST_F(WhyPageTest, RightIsFoundByNumberNameTitleAndState) {
     EXPECT_THAT(find("not held"), ElementsAre("Right 77"));
     EXPECT_THAT(find("1000"), ElementsAre("Right 1000"));
     EXPECT_THAT(find("no such thing"), IsEmpty());
-    EXPECT_TRUE(Child<QLabel>("WhyNothing")->isVisible());
+    EXPECT_THAT(Child<QLabel>("WhyNote")->text().toStdString(), StartsWith("Nothing of this kind"));
     find("");
     Child<QComboBox>("WhyKind")->setCurrentIndex(1);
     EXPECT_THAT(Subjects(), ElementsAre("Popup 42"));
@@ -173,7 +173,7 @@ TEST_F(WhyPageTest, WidgetsOfARightNameTheRuleThatHidesThem) {
     EXPECT_EQ(Strip(), "✓ asked ✓ answered ✓ taken ✓ listed ✗ held");
     EXPECT_THAT(Sentence(), StartsWith("The server answers that the user does not hold it: full."));
     EXPECT_THAT(Details(), HasSubstr("\n✓ Icon: may be shown\n"));
-    EXPECT_THAT(Details(), HasSubstr("\n✗ Banner, main texts: hidden: activation type\n"));
+    EXPECT_THAT(Details(), HasSubstr("\n✗ Banner (main texts): hidden: activation type\n"));
     EXPECT_THAT(Details(), ContainsRegex("\n  texts: not reached: .*, needed: title and button text\n"));
 }
 
@@ -263,7 +263,7 @@ TEST_F(WhyPageTest, StateNamesEachSubjectWithItsUser) {
 TEST_F(WhyPageTest, TextOfTheServerIsNotReadAsRichText) {
     ServerSays({{5, true}});
     Choose("Right 5");
-    EXPECT_THAT(Details(), HasSubstr("\n  strMainTitle: a <b>title</b>\n"));
+    EXPECT_THAT(Details(), HasSubstr("title “a <b>title</b>”"));
 
     const auto* table = Child<QTableView>("WhyTable");
     const QModelIndex title = table->selectionModel()->currentIndex().siblingAtColumn(1);
