@@ -7,7 +7,7 @@
 #include <map>
 #include <utility>
 
-#include "workbench/ReadableBytes.h"
+#include "workbench/FieldNode.h"
 #include "workbench/ads/AdTabs.h"
 
 namespace log_table {

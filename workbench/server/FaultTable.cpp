@@ -1,70 +1,43 @@
 #include "workbench/server/FaultTable.h"
 
-#include <QHBoxLayout>
-#include <QHeaderView>
-#include <QLabel>
-#include <QPushButton>
 #include <QTableWidget>
-#include <QVariant>
 
-#include "workbench/WireCommands.h"
-#include "workbench/server/RequestForm.h"
+#include "workbench/Tables.h"
+#include "workbench/Widgets.h"
+#include "workbench/WireDecoder.h"
 
 namespace {
 
 enum EnColumn { kColumnKey, kColumnFault, kColumnLeft, kColumnCount };
 
 constexpr int kPathRole = Qt::UserRole;
-constexpr const char* kReplies = "/v1/faults";
-constexpr const char* kResponses = "/v1/httpFaults";
 constexpr const char* kTimes = "times";
-
-QString FaultText(const Json::Value& fault) {
-    QStringList parts;
-    for (const std::string& key : fault.isObject() ? fault.getMemberNames() : std::vector<std::string>()) {
-        if (key != kTimes) {
-            parts << QString::fromStdString(key) + QLatin1Char(' ') + json::Text(json::Member(fault, key));
-        }
-    }
-    return parts.join(QStringLiteral(", "));
-}
+/// The paths of all faults of commands and of HTTP paths, and the separator before the key of one.
+constexpr std::pair<const char*, const char*> kLists[] = {{"/v1/faults", "/"}, {"/v1/httpFaults", ""}};
 
 }  // namespace
 
 CFaultTable::CFaultTable(IControlClient& server, QWidget* parent)
     : QWidget(parent),
       m_server(server),
-      m_pTable(new QTableWidget(0, kColumnCount, this)),
-      m_pOutcome(NewOutcomeLine(QStringLiteral("FaultsOutcome"), this)) {
-    setObjectName(QStringLiteral("FaultTablePanel"));
-    m_pTable->setObjectName(QStringLiteral("FaultTable"));
-    m_pTable->setAccessibleName(QStringLiteral("Active faults"));
-    m_pTable->setProperty("dense", true);
-    m_pTable->setHorizontalHeaderLabels(
-        {QStringLiteral("Command or path"), QStringLiteral("Fault"), QStringLiteral("Times left")});
+      m_pTable(widgets::New<QTableWidget>("FaultTable"_q, this, "Active faults"_q)),
+      m_pOutcome(widgets::NewOutcome("FaultsOutcome"_q, this)) {
+    setObjectName("FaultTablePanel"_q);
+    tables::SetUp(*m_pTable);
+    m_pTable->setColumnCount(kColumnCount);
+    m_pTable->setHorizontalHeaderLabels({"Command or path"_q, "Fault"_q, "Times left"_q});
     m_pTable->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_pTable->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_pTable->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_pTable->setTabKeyNavigation(false);
-    m_pTable->verticalHeader()->hide();
+    m_pTable->horizontalHeader()->setStretchLastSection(false);
     m_pTable->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_pTable->horizontalHeader()->setSectionResizeMode(kColumnFault, QHeaderView::Stretch);
-    auto* buttons = new QHBoxLayout;
-    const auto add = [&](const char* name, const QString& text, void (CFaultTable::*action)()) {
-        auto* button = new QPushButton(text, this);
-        button->setObjectName(QString::fromLatin1(name));
-        buttons->addWidget(button);
-        connect(button, &QPushButton::clicked, this, action);
-    };
-    add("FaultRemove", QStringLiteral("Remove"), &CFaultTable::Remove);
-    add("FaultsRemoveAll", QStringLiteral("Remove all"), &CFaultTable::RemoveAll);
-    buttons->addStretch(1);
-    add("FaultsRefresh", QStringLiteral("Refresh"), &CFaultTable::Refresh);
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_pTable, 1);
-    layout->addLayout(buttons);
-    layout->addWidget(m_pOutcome);
+    auto* remove = widgets::NewButton("FaultRemove"_q, "Remove"_q, this, [this] { Remove(); });
+    auto* removeAll = widgets::NewButton("FaultsRemoveAll"_q, "Remove all"_q, this, [this] {
+        for (const auto& list : kLists) {
+            Change("PUT", QString::fromLatin1(list.first), "{}");
+        }
+    });
+    auto* refresh = widgets::NewButton("FaultsRefresh"_q, "Refresh"_q, this, [this] { Refresh(); });
+    widgets::Column({{m_pTable, 1}, widgets::Row({remove, removeAll, nullptr, refresh}), m_pOutcome}, this);
 }
 
 void CFaultTable::showEvent(QShowEvent* event) {
@@ -73,44 +46,48 @@ void CFaultTable::showEvent(QShowEvent* event) {
 }
 
 void CFaultTable::Refresh() {
-    ShowOutcome(m_pOutcome, QString(), true);
-    Read(kReplies, m_replyFaults);
-    Read(kResponses, m_responseFaults);
-}
-
-void CFaultTable::Read(const char* path, Json::Value& faults) {
-    m_server.Ask("GET", QString::fromLatin1(path), QByteArray(), this, [this, &faults](const ServerAnswer& answer) {
-        faults = answer.error.isEmpty() ? answer.body : Json::Value(Json::objectValue);
-        Show();
-        if (!answer.error.isEmpty()) {
-            ShowOutcome(m_pOutcome, answer.Failure(), false);
-        }
-    });
+    m_strFailure.clear();
+    for (const auto& list : kLists) {
+        const QString path = QString::fromLatin1(list.first);
+        m_server.Ask("GET", path, QByteArray(), this, [this, path](const ServerAnswer& answer) {
+            m_faults[path] = answer.body;
+            m_strFailure = answer.error.isEmpty() ? m_strFailure : answer.Failure();
+            Show();
+        });
+    }
 }
 
 void CFaultTable::Show() {
     m_pTable->setRowCount(0);
-    AddRows(m_replyFaults, QString::fromLatin1(kReplies) + QLatin1Char('/'));
-    AddRows(m_responseFaults, QString::fromLatin1(kResponses));
-    if (m_pOutcome->property("good").toBool()) {
-        ShowOutcome(m_pOutcome, m_pTable->rowCount() == 0 ? QStringLiteral("No fault is set") : QString(), true);
+    for (const auto& [path, separator] : kLists) {
+        const Json::Value& faults = m_faults[QString::fromLatin1(path)];
+        for (auto fault = faults.begin(); fault != faults.end(); ++fault) {
+            AddRow(QString::fromLatin1(path) + QLatin1String(separator), QString::fromStdString(fault.name()), *fault);
+        }
     }
+    const bool isEmpty = m_pTable->rowCount() == 0;
+    widgets::ShowOutcome(m_pOutcome,
+                         !m_strFailure.isEmpty() ? m_strFailure
+                         : isEmpty               ? "No fault is set"_q
+                                                 : QString(),
+                         m_strFailure.isEmpty() ? widgets::EnOutcome::Good : widgets::EnOutcome::Bad);
 }
 
-void CFaultTable::AddRows(const Json::Value& faults, const QString& path) {
-    for (const std::string& key : faults.getMemberNames()) {
-        const Json::Value& fault = json::Member(faults, key);
-        const QString shown = QString::fromStdString(key);
-        const QString name = wire::CommandName(shown.toUInt());
-        const QString left = json::Text(json::Member(fault, kTimes));
-        const int row = m_pTable->rowCount();
-        m_pTable->insertRow(row);
-        auto* item = new QTableWidgetItem(name.isEmpty() ? shown : shown + QStringLiteral("  ") + name);
-        item->setData(kPathRole, path + shown);
-        m_pTable->setItem(row, kColumnKey, item);
-        m_pTable->setItem(row, kColumnFault, new QTableWidgetItem(FaultText(fault)));
-        m_pTable->setItem(row, kColumnLeft, new QTableWidgetItem(left.isEmpty() ? QStringLiteral("for ever") : left));
+void CFaultTable::AddRow(const QString& path, const QString& key, const Json::Value& fault) {
+    const QString name = wire::CommandName(key.toUInt());
+    const QString left = json::Text(json::Member(fault, kTimes));
+    QStringList parts;
+    for (const std::string& part : fault.isObject() ? fault.getMemberNames() : std::vector<std::string>()) {
+        if (part != kTimes) {
+            parts << QString::fromStdString(part) + QLatin1Char(' ') + json::Text(json::Member(fault, part));
+        }
     }
+    const int row = m_pTable->rowCount();
+    m_pTable->insertRow(row);
+    m_pTable->setItem(row, kColumnKey, new QTableWidgetItem(name.isEmpty() ? key : key + "  "_q + name));
+    m_pTable->setItem(row, kColumnFault, new QTableWidgetItem(parts.join(", "_q)));
+    m_pTable->setItem(row, kColumnLeft, new QTableWidgetItem(left.isEmpty() ? "for ever"_q : left));
+    m_pTable->item(row, kColumnKey)->setData(kPathRole, path + key);
 }
 
 void CFaultTable::Remove() {
@@ -119,16 +96,9 @@ void CFaultTable::Remove() {
     }
 }
 
-void CFaultTable::RemoveAll() {
-    Change("PUT", QString::fromLatin1(kReplies), "{}");
-    Change("PUT", QString::fromLatin1(kResponses), "{}");
-}
-
 void CFaultTable::Change(const char* method, const QString& path, const QByteArray& json) {
     m_server.Ask(method, path, json, this, [this](const ServerAnswer& answer) {
         Refresh();
-        if (!answer.error.isEmpty()) {
-            ShowOutcome(m_pOutcome, answer.Failure(), false);
-        }
+        m_strFailure = answer.error.isEmpty() ? QString() : answer.Failure();
     });
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <map>
 
 #include "workbench/ControlClient.h"
 
@@ -15,24 +16,18 @@ public:
 
     void Refresh();
 
-    /// The faults of the last answer: objects by command or path.
-    const Json::Value& ReplyFaults() const { return m_replyFaults; }
-    const Json::Value& ResponseFaults() const { return m_responseFaults; }
-
 protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    void Read(const char* path, Json::Value& faults);
     void Show();
-    void AddRows(const Json::Value& faults, const QString& path);
+    void AddRow(const QString& path, const QString& key, const Json::Value& fault);
     void Remove();
-    void RemoveAll();
     void Change(const char* method, const QString& path, const QByteArray& json);
 
     IControlClient& m_server;
-    Json::Value m_replyFaults{Json::objectValue};
-    Json::Value m_responseFaults{Json::objectValue};
+    std::map<QString, Json::Value> m_faults;  // of the last answers, by path
+    QString m_strFailure;
     QTableWidget* m_pTable;
     QLabel* m_pOutcome;
 };

@@ -1,24 +1,13 @@
 #include "workbench/server/JsonPlace.h"
 
 #include <QRegularExpression>
-#include <QStringList>
 #include <algorithm>
 
 #include "framework/JsonText.h"
 #include "workbench/ControlClient.h"
+#include "workbench/diagnosis/Literal.h"
 
 namespace {
-
-/// Returns the member or the item of this name; null if there is none.
-const Json::Value* Child(const Json::Value& json, const QString& name) {
-    bool isIndex = false;
-    const uint index = name.toUInt(&isIndex);
-    if (json.isArray()) {
-        return isIndex && index < json.size() ? &json[Json::ArrayIndex(index)] : nullptr;
-    }
-    const std::string key = name.toStdString();
-    return json.isObject() ? json.find(key.data(), key.data() + key.size()) : nullptr;
-}
 
 /// Converts bytes of UTF-8 to characters.
 int Characters(const QByteArray& bytes, ptrdiff_t count) {
@@ -28,7 +17,7 @@ int Characters(const QByteArray& bytes, ptrdiff_t count) {
 }  // namespace
 
 std::optional<json_place::Place> json_place::AtKey(const QString& text, const QString& path) {
-    static const QRegularExpression separators(QStringLiteral("[.\\[\\]]+"));
+    static const QRegularExpression separators("[.\\[\\]]+"_q);
     const QByteArray bytes = text.toUtf8();
     std::string error;
     const auto json = host::ParseJson(bytes.toStdString(), error);
@@ -38,21 +27,25 @@ std::optional<json_place::Place> json_place::AtKey(const QString& text, const QS
     const Json::Value* at = &*json;
     const QStringList names = path.split(separators, Qt::SkipEmptyParts);
     for (const QString& name : names) {
-        const Json::Value* child = Child(*at, name);
-        if (!child) {
+        bool isIndex = false;
+        const uint index = name.toUInt(&isIndex);
+        const Json::Value& child = !at->isArray()                  ? json::Member(*at, name.toStdString())
+                                   : isIndex && index < at->size() ? (*at)[index]
+                                                                   : Json::Value::nullSingleton();
+        if (&child == &Json::Value::nullSingleton()) {
             break;
         }
-        at = child;
+        at = &child;
     }
     const int start = Characters(bytes, at->getOffsetStart());
     return Place{start, Characters(bytes, at->getOffsetLimit()) - start};
 }
 
 std::optional<json_place::Place> json_place::OfError(const QString& text, const QString& error) {
-    static const QRegularExpression syntax(QStringLiteral("^not JSON.*Line (\\d+), Column (\\d+)"));
+    static const QRegularExpression syntax("^not JSON.*Line (\\d+), Column (\\d+)"_q);
     const auto match = syntax.match(error);
     if (!match.hasMatch()) {
-        return AtKey(text, error.section(QStringLiteral(": "), 0, 0));
+        return AtKey(text, error.section(": "_q, 0, 0));
     }
     const QStringList lines = text.split(QLatin1Char('\n'));
     const int line = std::min(match.captured(1).toInt() - 1, lines.size() - 1);

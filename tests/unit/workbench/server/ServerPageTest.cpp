@@ -148,6 +148,13 @@ TEST_F(ServerPageTest, OverridesAreNamedAboveAllTabs) {
     EXPECT_EQ(overridden->text(), QStringLiteral("Overridden: focus never \u00B7 slot 2 refused"));
 }
 
+TEST_F(ServerPageTest, ShowsTheServersTimeAsItRuns) {
+    auto* shown = Child<QLabel>("ClockTime");
+    EXPECT_EQ(shown->text(), QStringLiteral("Server time: 2023-11-14 22:13:20 UTC"));
+    time.Advance(std::chrono::seconds(2));
+    EXPECT_EQ(shown->text(), QStringLiteral("Server time: 2023-11-14 22:13:22 UTC"));
+}
+
 TEST_F(ServerPageTest, FaultThatIsSetIsReadBackFromTheServer) {
     OpenTab(4);
     Click(Child<QPushButton>("ReplyFaultSend"));
