@@ -112,32 +112,22 @@ std::vector<FieldNode> ReportFields(const ReportTrace& report) {
 
 void FillReport(EventRow& row, const ReportTrace& report) {
     const bool isStart = report.kind == ReportTrace::EnKind::TimerStarted;
-    row.choices = QStringList{QString::fromLatin1(kReports[size_t(report.kind)])};
-    row.cells = QStringList{row.choices[0],
-                            QString::fromStdString(report.event),
-                            isStart ? QString() : QString::number(report.code),
-                            report.taken ? "Accepted"_q : "Refused"_q,
-                            QString::fromStdString(report.timer),
-                            Number(report.durationMs),
-                            isStart ? QString() : QString::fromStdString(report.params)};
-    row.tone = report.taken ? EnTone::kNormal : EnTone::kBad;
+    SetRow(row, QString::fromLatin1(kReports[size_t(report.kind)]), !report.taken,
+           {QString::fromStdString(report.event), isStart ? QString() : QString::number(report.code),
+            report.taken ? "Accepted"_q : "Refused"_q, QString::fromStdString(report.timer), Number(report.durationMs),
+            isStart ? QString() : QString::fromStdString(report.params)});
     row.detail = [report] { return ReportFields(report); };
 }
 
 }  // namespace
 
 EventFormatPtr NewHttpFormat() {
-    EventFormat format{"Http"_q,
-                       "No HTTP request and no picture was seen yet"_q,
-                       {{"Method", "method"},
-                        {"Path", "path"},
-                        {"Task", "task"},
-                        {"What", "what"},
-                        {"ms", "ms"},
-                        {"Sent, B", "sentBytes"},
-                        {"Got, B", "gotBytes"}},
-                       {{"Kind", "All kinds", {std::begin(kCalls), std::end(kCalls)}}},
-                       1'000};  // each with bodies of up to 128 KiB
+    EventFormat format{
+        "Http"_q,
+        "No HTTP request and no picture was seen yet"_q,
+        EventFormat::Columns("Method=method|Path=path|Task=task|What=what|ms=ms|Sent, B=sentBytes|Got, B=gotBytes"_q),
+        {{"Kind", "All kinds", {std::begin(kCalls), std::end(kCalls)}}},
+        1'000};  // each with bodies of up to 128 KiB
     format.step = [](const Event& event) {
         const HttpTrace& call = *As<HttpTrace>(event);
         const EventFormat::Step step{uint64_t(call.task) | (call.isPicture ? kPictures : 0),
@@ -148,15 +138,10 @@ EventFormatPtr NewHttpFormat() {
 }
 
 EventFormatPtr NewReportFormat() {
-    return FormatOf<ReportTrace>({"Report"_q,
-                                  "No event was reported yet"_q,
-                                  {{"What", "what"},
-                                   {"Event", "event"},
-                                   {"Code", "code"},
-                                   {"Result", "result"},
-                                   {"Timer", "timer"},
-                                   {"ms", "ms"},
-                                   {"Value", nullptr}},
-                                  {{"Kind", "All kinds", {std::begin(kReports), std::end(kReports)}}}},
-                                 FillReport);
+    return FormatOf<ReportTrace>(
+        {"Report"_q,
+         "No event was reported yet"_q,
+         EventFormat::Columns("What=what|Event=event|Code=code|Result=result|Timer=timer|ms=ms|Value"_q),
+         {{"Kind", "All kinds", {std::begin(kReports), std::end(kReports)}}}},
+        FillReport);
 }

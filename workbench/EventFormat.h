@@ -29,9 +29,12 @@ struct EventRow {
 /// One kind of events as rows of a list. Main thread.
 struct EventFormat {
     struct Column {
-        const char* title;
-        const char* key;  // in exports; null: the detail has the whole value
+        QString title;
+        QString key;  // in exports; empty: the detail has the whole value
     };
+    /// Reads columns from a list such as "Sent, B=sentBytes|Value".
+    static std::vector<Column> Columns(const QString& list);
+
     struct Filter {
         const char* part;  // of the object name
         const char* all;
@@ -69,6 +72,9 @@ EventFormatPtr NewActivationFormat(const CWireDecoder& decoder);
 EventFormatPtr NewWebFormat();
 /// `isExpected` returns whether an error line is normal for the module.
 EventFormatPtr NewLogFormat(const std::function<bool(const QString& text)>& isExpected);
+
+/// Sets what all events of one kind have. The kind is the only choice and the first cell.
+void SetRow(EventRow& row, const QString& kind, bool isBad, const QStringList& cells);
 
 /// Returns the trace of this type; null for any other event.
 template <class Trace>

@@ -168,8 +168,7 @@ QVariant CEventModel::headerData(int section, Qt::Orientation orientation, int r
     if (orientation != Qt::Horizontal || section < 0 || section >= columnCount() || role != Qt::DisplayRole) {
         return QVariant();
     }
-    return section == 0 ? "Time (%1)"_q.arg(time_text::Zone())
-                        : QString::fromUtf8(m_format->columns[size_t(section) - 1].title);
+    return section == 0 ? "Time (%1)"_q.arg(time_text::Zone()) : m_format->columns[size_t(section) - 1].title;
 }
 
 void CEventFilter::SetText(const QString& text) {

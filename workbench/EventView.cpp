@@ -1,6 +1,5 @@
 #include "workbench/EventView.h"
 
-#include <QEvent>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QScrollBar>
@@ -97,8 +96,14 @@ void CEventView::SetUpTable() {
     m_pTable->setSortingEnabled(true);
     m_pNothing->setAlignment(Qt::AlignCenter);
     m_pNothing->setAttribute(Qt::WA_TransparentForMouseEvents);
-    m_pTable->viewport()->installEventFilter(this);
-    Follow();
+    widgets::Row({m_pNothing}, m_pTable->viewport())->setContentsMargins(12, 0, 12, 0);
+    QScrollBar* bar = m_pTable->verticalScrollBar();
+    connect(bar, &QScrollBar::valueChanged, this, [this, bar](int value) { m_bFollow = value == bar->maximum(); });
+    connect(bar, &QScrollBar::rangeChanged, this, [this, bar](int, int maximum) {
+        if (m_bFollow && m_filter.sortColumn() <= 0) {
+            bar->setValue(maximum);
+        }
+    });
     connect(m_pTable->selectionModel(), &QItemSelectionModel::selectionChanged, this, &CEventView::ShowSelected);
     // a reset clears the selection without selectionChanged
     connect(&m_filter, &QAbstractItemModel::modelReset, this, &CEventView::ShowSelected);
@@ -108,13 +113,6 @@ void CEventView::SetUpTable() {
             ShowSelected();
         }
     });
-}
-
-bool CEventView::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Resize && watched == m_pTable->viewport()) {
-        m_pNothing->setGeometry(m_pTable->viewport()->rect().adjusted(12, 0, -12, 0));
-    }
-    return QWidget::eventFilter(watched, event);
 }
 
 void CEventView::showEvent(QShowEvent* event) {
@@ -128,16 +126,6 @@ void CEventView::FitColumns() {
         tables::FitColumns(*m_pTable);
         m_bFitted = m_filter.rowCount() >= kFittedRows;
     }
-}
-
-void CEventView::Follow() {
-    QScrollBar* bar = m_pTable->verticalScrollBar();
-    connect(bar, &QScrollBar::valueChanged, this, [this, bar](int value) { m_bFollow = value == bar->maximum(); });
-    connect(bar, &QScrollBar::rangeChanged, this, [this, bar](int, int maximum) {
-        if (m_bFollow && m_filter.sortColumn() <= 0) {
-            bar->setValue(maximum);
-        }
-    });
 }
 
 void CEventView::Show(CEventModel& model) {

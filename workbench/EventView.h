@@ -31,13 +31,11 @@ public:
     void SetFilters(const QJsonObject& filters);
 
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
 private:
     QLayout* NewFilters();
     void SetUpTable();
-    void Follow();
     void Show(CEventModel& model);
     const CEventModel& Shown() const;
     void ShowCount();

@@ -90,8 +90,8 @@ QJsonObject JsonOf(const EventFormat& format, const EventRow& row, const CRedact
     QJsonObject json{{"time"_q, Iso(row.timeMs)}, {"tone"_q, kTones[int(row.tone)]}};
     for (size_t column = 0; column < format.columns.size(); ++column) {
         const QString cell = row.cells.value(int(column));
-        if (format.columns[column].key && !cell.isEmpty()) {
-            json[QLatin1String(format.columns[column].key)] = aliases.Redacted(cell);
+        if (!format.columns[column].key.isEmpty() && !cell.isEmpty()) {
+            json[format.columns[column].key] = aliases.Redacted(cell);
         }
     }
     QJsonObject choices;
@@ -110,7 +110,7 @@ CEventModel::RowPtr RowOf(const EventFormat& format, const QJsonValue& json) {
     row->timeMs = FromIso(json["time"_q]);
     row->tone = EnTone(std::max(0, kTones.indexOf(json["tone"_q].toString())));
     for (const EventFormat::Column& column : format.columns) {
-        row->cells << (column.key ? json[QLatin1String(column.key)].toString() : QString());
+        row->cells << json[column.key].toString();
     }
     for (const EventFormat::Filter& filter : format.filters) {
         row->choices << json["filters"_q][FilterKey(filter)].toString();

@@ -113,7 +113,7 @@ FieldNode AddLine(EventRow& row, const Event& event) {
 EventFormatPtr NewLogFormat(const std::function<bool(const QString& text)>& isExpected) {
     EventFormat format{"Log"_q,
                        "No line was logged yet"_q,
-                       {{"Severity", "severity"}, {"Tag", "tag"}, {"Text", "text"}},
+                       EventFormat::Columns("Severity=severity|Tag=tag|Text=text"_q),
                        {{"Severity", "All severities", {"Errors and up", "Fatal only"}},
                         {"Source", "All sources", {"Host", "Module"}},
                         {"Area", "All areas", {"AIChat", "Ad", "Premium", "Vip"}}},
@@ -128,7 +128,7 @@ EventFormatPtr NewLogFormat(const std::function<bool(const QString& text)>& isEx
 EventFormatPtr NewActivationFormat(const CWireDecoder& decoder) {
     EventFormat format{"Activation"_q,
                        "No right was activated yet. A click on a widget of a right that is ready activates it."_q,
-                       {{"Right", "right"}, {"Answer", "answer"}, {"ms", "ms"}, {"Outcome", "outcome"}},
+                       EventFormat::Columns("Right=right|Answer=answer|ms=ms|Outcome=outcome"_q),
                        {{"Kind", "All kinds", {"Running", "Failed", "Activated"}}}};
     format.takes = [](const Event& event) {
         const auto* command = As<CommandTrace>(event);

@@ -58,21 +58,13 @@ QString ServerClock() {
 }
 
 QString TextOf(EnEntryState state) {
-    switch (state) {
-        case EnEntryState::Open:
-            return "Open"_q;
-        case EnEntryState::ForcedOpen:
-            return "Open, forced"_q;
-        case EnEntryState::ForcedClosed:
-            return "Closed, forced"_q;
-        case EnEntryState::ClosedByServer:
-            return "Closed"_q;
-        case EnEntryState::NobodyLoggedIn:
-            return "Closed, nobody logged in"_q;
-        case EnEntryState::NoModule:
-            break;
-    }
-    return "Closed, no module"_q;
+    static const std::map<EnEntryState, QString> texts{{EnEntryState::Open, "Open"_q},
+                                                       {EnEntryState::ForcedOpen, "Open, forced"_q},
+                                                       {EnEntryState::ForcedClosed, "Closed, forced"_q},
+                                                       {EnEntryState::ClosedByServer, "Closed"_q},
+                                                       {EnEntryState::NobodyLoggedIn, "Closed, nobody logged in"_q},
+                                                       {EnEntryState::NoModule, "Closed, no module"_q}};
+    return texts.at(state);
 }
 
 }  // namespace

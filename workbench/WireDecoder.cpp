@@ -62,21 +62,14 @@ std::vector<FieldNode> UnknownNodes(const UnknownFieldSet& fields) {
     for (int i = 0; i < fields.field_count(); ++i) {
         const UnknownField& field = fields.field(i);
         FieldNode node{"#%1"_q.arg(field.number())};
-        switch (field.type()) {
-            case UnknownField::TYPE_VARINT:
-                node.value = QString::number(qulonglong(field.varint()));
-                break;
-            case UnknownField::TYPE_FIXED32:
-                node.value = QString::number(field.fixed32());
-                break;
-            case UnknownField::TYPE_FIXED64:
-                node.value = QString::number(qulonglong(field.fixed64()));
-                break;
-            case UnknownField::TYPE_LENGTH_DELIMITED:
-                node = RawField(node.name, field.length_delimited());
-                break;
-            case UnknownField::TYPE_GROUP:
-                node.children = UnknownNodes(field.group());
+        if (field.type() == UnknownField::TYPE_LENGTH_DELIMITED) {
+            node = RawField(node.name, field.length_delimited());
+        } else if (field.type() == UnknownField::TYPE_GROUP) {
+            node.children = UnknownNodes(field.group());
+        } else {
+            node.value = QString::number(field.type() == UnknownField::TYPE_VARINT    ? qulonglong(field.varint())
+                                         : field.type() == UnknownField::TYPE_FIXED32 ? field.fixed32()
+                                                                                      : field.fixed64());
         }
         nodes.push_back(std::move(node));
     }

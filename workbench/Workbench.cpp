@@ -182,7 +182,7 @@ QLayout* CWorkbench::NewFileRow() {
     m_pPath->setPlaceholderText(m_pPath->accessibleName());
     auto* choose = widgets::NewButton("ExportChoose"_q, "…"_q, this, [this] { ChooseFile(); });
     choose->setAccessibleName("Choose the file"_q);
-    choose->setToolTip(choose->accessibleName());
+    choose->setToolTip("Choose the file"_q);
     m_pExport = widgets::NewButton("ExportSave"_q, "Export"_q, this, [this] { Export(); });
     m_pOpen = widgets::NewButton("ExportOpen"_q, "Open export"_q, this, [this] { Open(); });
     return widgets::Row({{m_pPath, 1}, choose, m_pExport, m_pOpen});

@@ -36,8 +36,8 @@ QString NameOf(const RequestField& field) {
     return IsPlace(field) ? key.mid(1, key.size() - 2) : key;
 }
 
-QStringList StepsOf(const RequestField& field) {
-    return QString::fromStdString(field.key).split(QLatin1Char('.'), Qt::SkipEmptyParts);
+QStringList PathOf(const std::string& path) {
+    return QString::fromStdString(path).split(QLatin1Char('.'), Qt::SkipEmptyParts);
 }
 
 // The user property of each editor is its text.
@@ -52,13 +52,11 @@ void SetTextOf(QWidget* widget, const QString& text) {
     widget->metaObject()->userProperty().write(widget, index < 0 ? text : combo->itemText(index));
 }
 
-/// Returns null if the value has no such member.
-const Json::Value* At(const Json::Value& json, const QStringList& steps) {
-    const Json::Value* at = &json;
-    for (const QString& step : steps) {
-        at = &json::Member(*at, step.toStdString());
+QString Filled(QString pattern, const RequestRow::Values& places) {
+    for (auto place = places.begin(); place != places.end(); ++place) {
+        pattern.replace("{%1}"_q.arg(place.key()), place.value());
     }
-    return at == &Json::Value::nullSingleton() ? nullptr : at;
+    return pattern;
 }
 
 bool HasValues(const Json::Value& item, const QString& conditions) {
@@ -69,31 +67,33 @@ bool HasValues(const Json::Value& item, const QString& conditions) {
     });
 }
 
-/// Returns the value at the path of a request's row.
-Json::Value ValueAt(Json::Value at, const QString& path) {
-    const QStringList steps = path.split(QLatin1Char('/'));
-    for (const QString& step : steps) {
-        const auto items = json::Items(at);
-        const auto item =
-            std::find_if(items.begin(), items.end(), [&](const Json::Value& one) { return HasValues(one, step); });
-        at = item == items.end() ? Json::Value(json::Member(at, step.toStdString())) : *item;
+/// Returns null if there is no value at the path.
+const Json::Value* At(const Json::Value& json, const QStringList& path, const RequestRow::Values& places = {}) {
+    const Json::Value* at = &json;
+    for (const QString& pattern : path) {
+        const QString step = Filled(pattern, places);
+        const auto end = at->end();
+        const auto item = !at->isArray() ? end : std::find_if(at->begin(), end, [&step](const Json::Value& one) {
+            return HasValues(one, step);
+        });
+        at = item == end ? &json::Member(*at, step.toStdString()) : &*item;
     }
-    return at;
+    return at == &Json::Value::nullSingleton() ? nullptr : at;
 }
 
 /// Replaces the member, or removes it without a value.
-void Put(Json::Value& json, const QStringList& steps, const std::optional<Json::Value>& value) {
-    if (steps.isEmpty()) {
+void Put(Json::Value& json, const QStringList& path, const std::optional<Json::Value>& value) {
+    if (path.isEmpty()) {
         json = value.value_or(Json::Value());
         return;
     }
-    const std::string name = steps.front().toStdString();
-    if (!value && !At(json, steps)) {
+    const std::string name = path.front().toStdString();
+    if (!value && !At(json, path)) {
         return;
     }
     json = json.isObject() ? json : Json::Value(Json::objectValue);
-    if (steps.size() > 1 || value) {
-        Put(json[name], steps.mid(1), value);
+    if (path.size() > 1 || value) {
+        Put(json[name], path.mid(1), value);
     } else {
         json.removeMember(name);
     }
@@ -145,14 +145,6 @@ QString Shown(EnType type, const Json::Value& json) {
     return json == Json::Value("")          ? QString::fromLatin1(kEmptyText)
            : IsList(type) && json.isArray() ? words.join(QLatin1Char(' '))
                                             : json::Text(json);
-}
-
-QString Filled(const char* pattern, const RequestRow::Values& places) {
-    QString text = QString::fromLatin1(pattern);
-    for (auto place = places.begin(); place != places.end(); ++place) {
-        text.replace("{%1}"_q.arg(place.key()), place.value());
-    }
-    return text;
 }
 
 Json::Value BodyOf(const RequestRow& row) {
@@ -319,21 +311,23 @@ void CRequestForm::SetReading(bool reading) {
     }
 }
 
+// A place may be empty before a value is read.
 void CRequestForm::Load() {
-    const auto places = Places(true);
-    if (!places) {
+    const RequestRow::Values places = Places();
+    if (places.values().contains(QString())) {
         return;
     }
     SetEdited(false);
     SetReading(true);
     m_server.Ask("GET", QString::fromLatin1(m_row.source), QByteArray(), this,
-                 [this, places = *places, edits = m_nEdits](const ServerAnswer& answer) {
+                 [this, places, edits = m_nEdits](const ServerAnswer& answer) {
                      if (edits != m_nEdits) {
                          return;
                      }
                      SetReading(false);
                      if (answer.error.isEmpty()) {
-                         Fill(ValueAt(answer.body, Filled(m_row.current, places)));
+                         const Json::Value* value = At(answer.body, PathOf(m_row.current), places);
+                         Fill(value ? *value : Json::Value());
                      } else {
                          m_bLoaded = false;
                          Fail(answer.Failure());
@@ -347,12 +341,12 @@ void CRequestForm::Fill(const Json::Value& value) {
         m_base = value;
     } else if (!value.isNull()) {
         const auto first = std::find_if_not(m_row.fields.begin(), m_row.fields.end(), IsPlace);
-        Put(m_base, StepsOf(*first), value);
+        Put(m_base, PathOf(first->key), value);
     }
     const QScopedValueRollback<bool> filling(m_bFilling, true);
     for (const Editor& editor : m_editors) {
         if (!IsPlace(*editor.field)) {
-            const Json::Value* member = At(m_base, StepsOf(*editor.field));
+            const Json::Value* member = At(m_base, PathOf(editor.field->key));
             SetTextOf(editor.widget, value.isNull() ? QString::fromLatin1(editor.field->value)
                                      : member       ? Shown(editor.field->type, *member)
                                                     : QString());
@@ -361,49 +355,38 @@ void CRequestForm::Fill(const Json::Value& value) {
     widgets::ShowOutcome(m_pOutcome, value.isNull() ? "The server has none yet"_q : QString());
 }
 
-// Returns nothing, with a message, if a place is empty or no number. A place may be empty before a value is read.
-std::optional<RequestRow::Values> CRequestForm::Places(bool isLoading) {
+RequestRow::Values CRequestForm::Places() const {
     RequestRow::Values places;
     if (!m_strUser.isEmpty()) {
         places["user"_q] = m_strUser;
     }
     for (const Editor& editor : m_editors) {
-        const QString text = TextOf(editor.widget);
-        const QString error = text.isEmpty() ? "missing"_q : Read(editor.field->type, text).error;
-        if (!IsPlace(*editor.field)) {
-            continue;
+        if (IsPlace(*editor.field)) {
+            places[NameOf(*editor.field)] = TextOf(editor.widget);
         }
-        if (!error.isEmpty()) {
-            if (!isLoading || !text.isEmpty()) {
-                Fail(*editor.field, error);
-            }
-            return std::nullopt;
-        }
-        places[NameOf(*editor.field)] = text;
     }
     return places;
 }
 
+// Returns nothing, with a message, if a field is not valid.
 std::optional<CRequestForm::Request> CRequestForm::Build() {
-    const auto places = Places(false);
-    if (!places) {
-        return std::nullopt;
-    }
-    Request request{*places, m_base, {m_row.method, Filled(m_row.path, *places), QByteArray()}};
-    if (request.control.path.contains(QLatin1Char('{'))) {
-        Fail("No user is chosen"_q);
-        return std::nullopt;
-    }
+    Request request{m_base, {m_row.method, Filled(QString::fromLatin1(m_row.path), Places()), QByteArray()}};
     for (const Editor& editor : m_editors) {
         const QString text = TextOf(editor.widget);
-        const FieldValue value = text.isEmpty() ? FieldValue() : Read(editor.field->type, text);
+        const FieldValue value = !text.isEmpty()          ? Read(editor.field->type, text)
+                                 : IsPlace(*editor.field) ? FieldValue{{}, "missing"_q}
+                                                          : FieldValue();
         if (!value.error.isEmpty()) {
-            Fail(*editor.field, value.error);
+            Fail("%1: %2"_q.arg(QString::fromLatin1(editor.field->label), value.error));
             return std::nullopt;
         }
         if (!IsPlace(*editor.field)) {
-            Put(request.body, StepsOf(*editor.field), value.json);
+            Put(request.body, PathOf(editor.field->key), value.json);
         }
+    }
+    if (request.control.path.contains(QLatin1Char('{'))) {
+        Fail("No user is chosen"_q);
+        return std::nullopt;
     }
     request.control.json = m_row.body.empty() ? QByteArray() : QByteArray::fromStdString(host::OneLine(request.body));
     return request;
@@ -415,31 +398,33 @@ void CRequestForm::Send() {
         return;
     }
     m_server.Ask(m_row.method, request->control.path, request->control.json, this,
-                 [this, request = *request, edits = m_nEdits](const ServerAnswer& answer) {
+                 [this, body = request->body, places = Places(), edits = m_nEdits](const ServerAnswer& answer) {
                      if (!answer.error.isEmpty()) {
                          Fail(answer.Failure());
                          return;
                      }
                      if (edits == m_nEdits && m_row.current) {
-                         m_base = request.body;
+                         m_base = body;
                          SetEdited(false);
                      }
-                     OnAccepted(answer, request.places);
+                     const QString done = QString::fromLatin1(m_row.done);
+                     widgets::ShowOutcome(
+                         m_pOutcome, m_row.count ? done.arg(json::Text(json::Member(answer.body, m_row.count))) : done);
+                     Push(places);
+                     Q_EMIT Accepted();
                  });
 }
 
-void CRequestForm::OnAccepted(const ServerAnswer& answer, const RequestRow::Values& places) {
-    const QString done = QString::fromLatin1(m_row.done);
-    widgets::ShowOutcome(m_pOutcome, m_row.count ? done.arg(json::Text(json::Member(answer.body, m_row.count))) : done);
-    if (m_row.push) {
-        m_server.Ask("POST", "/v1/push"_q, Filled(m_row.push, places).toUtf8(), this,
-                     [this](const ServerAnswer& pushed) {
-                         if (!pushed.error.isEmpty()) {
-                             Fail(pushed.Failure());
-                         }
-                     });
+void CRequestForm::Push(const RequestRow::Values& places) {
+    if (!m_row.push) {
+        return;
     }
-    Q_EMIT Accepted();
+    const QString push = Filled(QString::fromLatin1(m_row.push), places);
+    m_server.Ask("POST", "/v1/push"_q, push.toUtf8(), this, [this](const ServerAnswer& answer) {
+        if (!answer.error.isEmpty()) {
+            Fail(answer.Failure());
+        }
+    });
 }
 
 void CRequestForm::CopyCurl() {
@@ -451,10 +436,6 @@ void CRequestForm::CopyCurl() {
 
 void CRequestForm::Fail(const QString& reason) {
     widgets::ShowOutcome(m_pOutcome, reason, EnOutcome::Bad);
-}
-
-void CRequestForm::Fail(const RequestField& field, const QString& reason) {
-    Fail("%1: %2"_q.arg(QString::fromLatin1(field.label), reason));
 }
 
 CRequestForms::CRequestForms(const QString& name, const std::vector<RequestRow>& rows, IControlClient& server,

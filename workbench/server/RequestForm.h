@@ -50,7 +50,6 @@ private:
         Json::Value base;
     };
     struct Request {
-        RequestRow::Values places;
         Json::Value body;
         ControlRequest control;
     };
@@ -62,12 +61,11 @@ private:
     void SetEdited(bool edited);
     void SetReading(bool reading);
     void Fill(const Json::Value& value);
-    std::optional<RequestRow::Values> Places(bool isLoading);
+    RequestRow::Values Places() const;
     std::optional<Request> Build();
-    void OnAccepted(const ServerAnswer& answer, const RequestRow::Values& places);
+    void Push(const RequestRow::Values& places);
     void CopyCurl();
     void Fail(const QString& reason);
-    void Fail(const RequestField& field, const QString& reason);
 
     const RequestRow& m_row;
     IControlClient& m_server;

@@ -39,7 +39,7 @@ struct RequestRow {
     std::string body = "{}";      // members that are always sent; empty sends no body
     const char* done = "Done";    // shown on success, with the count in place of %1
     const char* count = nullptr;  // member of the answer
-    /// Path of the value that the request replaces, such as "ads/adType=2,adPosition={adPosition}" with conditions for
+    /// Path of the value that the request replaces, such as "ads.adType=2,adPosition={adPosition}" with conditions for
     /// an item of a list. A value that is no object is that of the first field.
     const char* current = nullptr;
     const char* push = nullptr;           // body of the push that follows on success
@@ -55,6 +55,8 @@ const std::vector<RequestRow>& Faults();
 /// The paths have the place {user}.
 const std::vector<RequestRow>& OfUser();
 const std::vector<RequestRow>& OfServer();
+/// All faults of commands, and those of paths.
+const std::vector<RequestRow>& SetFaults();
 const RequestRow& Clock();
 
 }  // namespace requests

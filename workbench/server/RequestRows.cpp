@@ -99,6 +99,20 @@ const std::vector<RequestRow>& requests::Faults() {
           Number("hugeMiB", "Padded to MiB"), Number("cutBytes", "Cut after bytes"), Number("extraBytes", "Extra bytes"),
           Number("delayMs", "Delay, ms"), Flag("silent", "No answer"), times},
          "Set"},
+        {"RemoveReplyFault", "Remove that of a command", "DELETE", "/v1/faults/{command}",
+         {Number("{command}", "Command", "20982", ReplyCommands())}, "Remove", ""},
+        {"RemoveResponseFault", "Remove that of a path", "DELETE", "/v1/httpFaults{path}",
+         {Text("{path}", "Path", "/ad/search", kPaths)}, "Remove", ""},
+    };
+    return rows;
+}
+
+const std::vector<RequestRow>& requests::SetFaults() {
+    static const std::vector<RequestRow> rows{
+        {"ReplyFaults", "Set for commands", kPut, "/v1/faults", {JsonText("", "Set for commands")},
+         kSave, "{}", "Saved", nullptr, "", nullptr, "/v1/faults"},
+        {"ResponseFaults", "Set for paths", kPut, "/v1/httpFaults", {JsonText("", "Set for paths")},
+         kSave, "{}", "Saved", nullptr, "", nullptr, "/v1/httpFaults"},
     };
     return rows;
 }
@@ -112,12 +126,12 @@ const std::vector<RequestRow>& requests::OfUser() {
           Number("activationType", "Activation", "3", kActivations), Number("daysLeft", "Days left"),
           Number("activationSource", "Source", "", kSources), Flag("display", "With display"),
           Flag("state", "With state")},
-         "Grant", "{}", kPushed, nullptr, "users/id={user}/premium/rights/access={access}", kPushRight},
+         "Grant", "{}", kPushed, nullptr, "users.id={user}.premium.rights.access={access}", kPushRight},
         {"TakeRight", "Take a right", "DELETE", "/v1/users/{user}/rights/{access}", {Number("{access}", "Right")},
          "Take", "", kPushed, nullptr, nullptr, kPushRights},
         {"UserPremium", "All rights", kPut, "/v1/users/{user}/premium",
          {code, message, Flag("data", "With data"), JsonText("rights", "Rights")},
-         kSave, "{}", kPushed, nullptr, "users/id={user}/premium",
+         kSave, "{}", kPushed, nullptr, "users.id={user}.premium",
          kPushRights},
         {"UserVip", "VIP status", kPut, "/v1/users/{user}/vip",
          {Number("basic.version", "System", "", {"0  older", "1  newer"}),
@@ -126,17 +140,17 @@ const std::vector<RequestRow>& requests::OfUser() {
           Number("basic.state", "State, older", "", {"0  no member", "1  member"}),
           Number("basic.level", "Grade, older"), Flag("qualification", "Qualified"), JsonText("entry", "Entry"), code,
           message},
-         kSave, "{}", kPushed, nullptr, "users/id={user}/vip",
+         kSave, "{}", kPushed, nullptr, "users.id={user}.vip",
          R"({"user":{user},"vipChange":{}})"},
         {"UserActivation", "Activation", kPut, "/v1/users/{user}/activation",
          {code, message, Number("daysLeft", "Days left"), Number("error", "Error number"), Flag("silent", "No reply")},
-         kSave, "{}", "Saved; it counts for the next activation", nullptr, "users/id={user}/activation"},
+         kSave, "{}", "Saved; it counts for the next activation", nullptr, "users.id={user}.activation"},
         {"UserTrade", "Trade module", kPut, "/v1/users/{user}/trade", {Flag("", "Answer")},
-         kSave, "null", kNextLogin, nullptr, "users/id={user}/trade"},
+         kSave, "null", kNextLogin, nullptr, "users.id={user}.trade"},
         {"UserAIChat", "AI chat entries", kPut, "/v1/users/{user}/aiChat",
          {JsonText("entries", "Entries", R"(As [{"scene":2,"allOpen":true}])"), Number("resultCode", "Result code"),
           Text("resultMessage", "Message")},
-         kSave, "{}", kNextLogin, nullptr, "users/id={user}/aiChat"},
+         kSave, "{}", kNextLogin, nullptr, "users.id={user}.aiChat"},
     };
     return rows;
 }
@@ -148,11 +162,11 @@ const std::vector<RequestRow>& requests::OfServer() {
          {slot[0], slot[1], JsonText("campaigns", "Campaigns"), Flag("enableClose", "Can be closed"),
           Number("showDuration", "Duration, s"), Number("showInterval", "Interval, s"),
           Number("showIntervalType", "Interval type"), JsonText("bannerPosition", "Banner")},
-         kSave, "{}", "Saved; it counts for ads that are asked for from now on", nullptr, "ads/adType={adType},adPosition={adPosition}"},
+         kSave, "{}", "Saved; it counts for ads that are asked for from now on", nullptr, "ads.adType={adType},adPosition={adPosition}"},
         {"RemoveAdSlot", "Remove an ad position", "DELETE", "/v1/ads/{adType}/{adPosition}", slot, "Remove", ""},
         {"Configuration", "Common configuration", kPut, "/v1/config/{name}",
          {Text("{name}", "Name", "ai_chat"), JsonText("", "Value")},
-         kSave, "null", "Saved and sent to the clients", nullptr, "commonConfig/{name}"},
+         kSave, "null", "Saved and sent to the clients", nullptr, "commonConfig.{name}"},
         {"DropConnections", "Connections", "POST", "/v1/drop",
          {{EnType::Number, "user", "Of user", "", "All connections if empty"}},
          "Drop", "{}", "Connections dropped: %1", "dropped"},

@@ -6,11 +6,14 @@
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QRegularExpression>
 #include <QSaveFile>
 #include <QSignalBlocker>
+#include <algorithm>
+#include <optional>
 
+#include "framework/JsonText.h"
 #include "workbench/Widgets.h"
-#include "workbench/server/JsonPlace.h"
 
 namespace {
 
@@ -20,6 +23,57 @@ constexpr int kErrorLines = 4;
 // Read only. clazy:excludeall=non-pod-global-static
 const QString kOfServer = "Running on the server"_q;
 const QString kBuiltIn = "Built in"_q;
+
+/// A range of characters of a text.
+struct Range {
+    int start = 0;
+    int length = 0;
+};
+
+/// Returns the number of characters in the first bytes of UTF-8.
+int Characters(const QByteArray& bytes, ptrdiff_t count) {
+    return QString::fromUtf8(bytes.left(int(count))).size();
+}
+
+/// Returns the value at a key path such as users[2].id, or the innermost value that contains it. Nothing if the text
+/// is not JSON.
+std::optional<Range> RangeAt(const QString& text, const QString& path) {
+    static const QRegularExpression separators("[.\\[\\]]+"_q);
+    const QByteArray bytes = text.toUtf8();
+    std::string error;
+    const auto json = host::ParseJson(bytes.toStdString(), error);
+    if (!json) {
+        return std::nullopt;
+    }
+    const Json::Value* at = &*json;
+    const QStringList names = path.split(separators, Qt::SkipEmptyParts);
+    for (const QString& name : names) {
+        bool isIndex = false;
+        const uint index = name.toUInt(&isIndex);
+        const bool isItem = at->isArray() && isIndex && index < at->size();
+        const Json::Value& child = isItem ? (*at)[index] : json::Member(*at, name.toStdString());
+        if (&child == &Json::Value::nullSingleton()) {
+            break;
+        }
+        at = &child;
+    }
+    const int start = Characters(bytes, at->getOffsetStart());
+    return Range{start, Characters(bytes, at->getOffsetLimit()) - start};
+}
+
+/// Returns the place that an error of the server names: by its key path, or by the line and column of a syntax error.
+std::optional<Range> RangeOfError(const QString& text, const QString& error) {
+    static const QRegularExpression syntax("^not JSON.*Line (\\d+), Column (\\d+)"_q);
+    const auto match = syntax.match(error);
+    if (!match.hasMatch()) {
+        return RangeAt(text, error.section(": "_q, 0, 0));
+    }
+    const QStringList lines = text.split(QLatin1Char('\n'));
+    const int line = std::min(match.captured(1).toInt() - 1, lines.size() - 1);
+    const int before = lines.mid(0, line).join(QLatin1Char('\n')).size() + (line > 0 ? 1 : 0);
+    const int column = Characters(lines[line].toUtf8(), match.captured(2).toInt() - 1);
+    return Range{before + column, std::min(1, lines[line].size() - column)};
+}
 
 }  // namespace
 
@@ -198,7 +252,7 @@ void CScenarioEditor::ShowErrors(const QString& answer) {
 
 void CScenarioEditor::Select(int error) {
     const auto* item = m_pErrors->item(error);
-    const auto place = item ? json_place::OfError(m_pText->toPlainText(), item->text()) : std::nullopt;
+    const auto place = item ? RangeOfError(m_pText->toPlainText(), item->text()) : std::nullopt;
     if (place) {
         QTextCursor cursor = m_pText->textCursor();
         cursor.setPosition(place->start);

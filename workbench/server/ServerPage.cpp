@@ -5,7 +5,6 @@
 
 #include "core/time_date.h"
 #include "workbench/Widgets.h"
-#include "workbench/server/FaultTable.h"
 #include "workbench/server/PopupOverrides.h"
 #include "workbench/server/RequestForm.h"
 #include "workbench/server/ScenarioEditor.h"
@@ -27,25 +26,29 @@ CServerPage::CServerPage(IControlClient& server, QWidget* parent)
       m_pWho(widgets::NewLabel("ServerUserWho"_q, "muted", nullptr)),
       m_pOfUser(new CRequestForms("UserRequests"_q, requests::OfUser(), server)),
       m_pOfServer(new CRequestForms("ServerRequests"_q, requests::OfServer(), server)),
-      m_pFaults(new CFaultTable(server)),
       m_pTime(widgets::NewLabel("ClockTime"_q, "", nullptr)),
       m_pClock(new CRequestForm(requests::Clock(), server)),
       m_pOverrides(new CPopupOverrides) {
     setObjectName("ServerTab"_q);
     m_pTabs->setDocumentMode(true);
     m_pUser->setMaxVisibleItems(kUsersInSight);
+    for (const RequestRow& row : requests::SetFaults()) {
+        m_faults.push_back(new CRequestForm(row, server));
+    }
     auto* faultForms = new CRequestForms("FaultForms"_q, requests::Faults(), server);
     widgets::AddScrollTab(m_pTabs, m_pScenario, "Scenario"_q);
     AddTab("UserPage"_q, "User"_q, {widgets::NewLabel({}, "", nullptr, "Edited user"_q), m_pUser, m_pWho, m_pOfUser});
     AddTab("ServerRequestsPage"_q, "Ads and more"_q, {m_pOfServer});
     AddTab("PushPage"_q, "Pushes"_q, {new CRequestForms("Pushes"_q, requests::Pushes(), server)});
-    AddTab("FaultPage"_q, "Faults"_q, {m_pFaults, faultForms});
+    AddTab("FaultPage"_q, "Faults"_q, {faultForms, m_faults[0], m_faults[1]});
     AddTab("ClockPage"_q, "Clock and popup"_q,
            {widgets::NewLabel({}, "section", nullptr, "Server clock"_q), m_pTime, m_pClock,
             widgets::NewLabel({}, "section", nullptr, "Overrides of the popup"_q), m_pOverrides});
     widgets::Column({m_pOverridden, {m_pTabs, 1}}, this);
     connect(m_pUser, qOverload<int>(&QComboBox::currentIndexChanged), this, &CServerPage::ShowWho);
-    connect(faultForms, &CRequestForms::Accepted, m_pFaults, &CFaultTable::Refresh);
+    for (CRequestForm* faults : m_faults) {
+        connect(faultForms, &CRequestForms::Accepted, faults, &CRequestForm::ForgetServer);
+    }
     connect(m_pOverrides, &CPopupOverrides::OverridesChanged, this, &CServerPage::ShowOverridden);
     connect(m_pScenario, &CScenarioEditor::Applied, this, &CServerPage::ForgetAnswers);
     // The editor shows what the server runs, unless it has edits of its own.
@@ -106,7 +109,7 @@ void CServerPage::ForgetServer() {
     m_pScenario->ForgetServer();
     ForgetAnswers();
     m_pClock->ForgetServer();
-    if (m_pFaults->isVisible()) {
-        m_pFaults->Refresh();
+    for (CRequestForm* faults : m_faults) {
+        faults->ForgetServer();
     }
 }

@@ -7,7 +7,6 @@
 #include "ISessionControl.h"
 #include "workbench/ControlClient.h"
 
-class CFaultTable;
 class CPopupOverrides;
 class CRequestForm;
 class CRequestForms;
@@ -50,7 +49,7 @@ private:
     QLabel* m_pWho;
     CRequestForms* m_pOfUser;
     CRequestForms* m_pOfServer;
-    CFaultTable* m_pFaults;
+    std::vector<CRequestForm*> m_faults;  // that are set
     QLabel* m_pTime;
     CRequestForm* m_pClock;
     CPopupOverrides* m_pOverrides;

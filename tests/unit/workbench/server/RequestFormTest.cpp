@@ -32,7 +32,7 @@ const RequestRow kRow{"Thing",
                       "{}",
                       "Saved",
                       nullptr,
-                      "users/{user}",
+                      "users.{user}",
                       R"({"user":{user},"vipChange":{}})"};
 
 class RequestFormTest : public ScriptedHostTest {

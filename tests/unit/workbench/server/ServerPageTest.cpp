@@ -165,6 +165,19 @@ TEST_F(ServerPageTest, FaultThatIsSetIsReadBackFromTheServer) {
     EXPECT_EQ(server.Last(), "GET /v1/httpFaults ");
 }
 
+TEST_F(ServerPageTest, FaultsThatAreSetAreShownWithTheUsesLeft) {
+    OpenTab(4);
+    ASSERT_EQ(server.wishes.at(server.wishes.size() - 2).path, "/v1/faults");
+    server.wishes.at(server.wishes.size() - 2)
+        .answered(ServerAnswer::Read(200, R"({"20637":{"error":7,"times":3}})", QString()));
+    server.Answer("{}");
+
+    const auto* replies = Child<QPlainTextEdit>("ReplyFaults.value");
+    EXPECT_TRUE(replies->toPlainText().contains(QStringLiteral("\"20637\"")));
+    EXPECT_TRUE(replies->toPlainText().contains(QStringLiteral("\"times\" : 3")));
+    EXPECT_EQ(Child<QPlainTextEdit>("ResponseFaults.value")->toPlainText(), QStringLiteral("{}"));
+}
+
 TEST_F(ServerPageTest, SavedAnswerIsReadAgainByTheScenarioEditor) {
     server.Answer(QByteArray::fromStdString(kAnswer));
     page.ShowUsers(users, 7);
@@ -205,9 +218,9 @@ TEST_F(ServerPageTest, AnswersOfEveryShapeAreReadWithoutAnException) {
     }
     Child<QLineEdit>("GrantRight.access")->setText(QStringLiteral("5"));
     const auto ask = [this] {
-        for (const char* button :
-             {"GrantRightLoad", "UserPremiumLoad", "UserVipLoad", "UserActivationLoad", "UserTradeLoad",
-              "UserAIChatLoad", "AdSlotLoad", "ConfigurationLoad", "FaultsRefresh", "ScenarioOpen", "ScenarioApply"}) {
+        for (const char* button : {"GrantRightLoad", "UserPremiumLoad", "UserVipLoad", "UserActivationLoad",
+                                   "UserTradeLoad", "UserAIChatLoad", "AdSlotLoad", "ConfigurationLoad",
+                                   "ReplyFaultsLoad", "ResponseFaultsLoad", "ScenarioOpen", "ScenarioApply"}) {
             Child<QPushButton>(button)->click();
         }
         for (const char* button : {"PushBytesSend", "DropConnectionsSend", "ClockLoad"}) {

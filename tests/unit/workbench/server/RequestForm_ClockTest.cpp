@@ -12,9 +12,9 @@ using namespace ::testing;
 
 namespace {
 
-class ClockTest : public ScriptedHostTest {
+class RequestFormClockTest : public ScriptedHostTest {
 protected:
-    ClockTest() {
+    RequestFormClockTest() {
         panel.resize(500, 300);
         panel.show();
         time.Settle();
@@ -29,7 +29,7 @@ protected:
 
 }  // namespace
 
-TEST_F(ClockTest, ReadsTheOffsetWhenItBecomesVisible) {
+TEST_F(RequestFormClockTest, ReadsTheOffsetWhenItBecomesVisible) {
     ASSERT_EQ(server.Last(), "GET /v1/state ");
     server.Answer(R"({"clockOffsetMs":5000})");
 
@@ -37,7 +37,7 @@ TEST_F(ClockTest, ReadsTheOffsetWhenItBecomesVisible) {
     EXPECT_EQ(Offset()->text(), QStringLiteral("5000"));
 }
 
-TEST_F(ClockTest, StepsAddUpToTheServersOffsetAndResetRemovesIt) {
+TEST_F(RequestFormClockTest, StepsAddUpToTheServersOffsetAndResetRemovesIt) {
     server.Answer(R"({"clockOffsetMs":0})");
     Press("ClockPlusHour");
     EXPECT_EQ(server.Last(), R"(PUT /v1/clock {"offsetMs":3600000})");
@@ -52,7 +52,7 @@ TEST_F(ClockTest, StepsAddUpToTheServersOffsetAndResetRemovesIt) {
     EXPECT_EQ(server.Last(), R"(PUT /v1/clock {"offsetMs":0})");
 }
 
-TEST_F(ClockTest, ARefusedStepIsNotCounted) {
+TEST_F(RequestFormClockTest, ARefusedStepIsNotCounted) {
     server.Answer(R"({"clockOffsetMs":0})");
     Press("ClockPlusHour");
     server.Refuse(R"({"error":"offsetMs: too much"})");
@@ -62,7 +62,7 @@ TEST_F(ClockTest, ARefusedStepIsNotCounted) {
               QStringLiteral("The server refuses: offsetMs: too much"));
 }
 
-TEST_F(ClockTest, NewServerIsAskedForItsOffset) {
+TEST_F(RequestFormClockTest, NewServerIsAskedForItsOffset) {
     server.Answer(R"({"clockOffsetMs":5000})");
 
     panel.ForgetServer();

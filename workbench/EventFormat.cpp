@@ -19,8 +19,8 @@ QString TypeOf(const CommandTrace& command) {
 }
 
 void FillMessage(EventRow& row, const MessageTrace& message) {
-    row.choices = QStringList{QString::fromLatin1(kTraffic[4])};
-    row.cells = QStringList{row.choices[0], QString::number(message.id), wire::MessageName(message.id), {}, {}, {}, {}};
+    SetRow(row, QString::fromLatin1(kTraffic[4]), false,
+           {QString::number(message.id), wire::MessageName(message.id), {}, {}, {}, {}});
     row.detail = [message] {
         std::vector<FieldNode> fields{{"wParam"_q, QString::number(message.wParam)}};
         if (message.hasBody) {
@@ -36,15 +36,12 @@ void FillMessage(EventRow& row, const MessageTrace& message) {
 }
 
 void FillCommand(EventRow& row, const CommandTrace& command, const CWireDecoder& decoder) {
-    row.choices = QStringList{QString::fromLatin1(kTraffic[size_t(command.kind)])};
-    row.cells = QStringList{row.choices[0],
-                            QString::number(command.command),
-                            wire::CommandName(command.command),
-                            command.session == 0 ? QString() : QString::number(command.session),
-                            command.kind == CommandTrace::EnKind::Sent ? QString() : QString::number(command.error),
-                            QString::number(command.body.size()),
-                            Number(command.durationMs)};
-    row.tone = command.error == 0 ? EnTone::kNormal : EnTone::kBad;
+    const bool isSent = command.kind == CommandTrace::EnKind::Sent;
+    SetRow(row, QString::fromLatin1(kTraffic[size_t(command.kind)]), command.error != 0,
+           {QString::number(command.command), wire::CommandName(command.command),
+            command.session == 0 ? QString() : QString::number(command.session),
+            isSent ? QString() : QString::number(command.error), QString::number(command.body.size()),
+            Number(command.durationMs)});
     row.detail = [&decoder, kept = std::make_shared<const CommandTrace>(command)] {
         const QString type = TypeOf(*kept);
         std::vector<FieldNode> fields = decoder.Decode(type.toStdString(), kept->body);
@@ -54,25 +51,21 @@ void FillCommand(EventRow& row, const CommandTrace& command, const CWireDecoder&
 
 // A missing key is normal; a refused save is not.
 void FillStore(EventRow& row, const StoreTrace& store) {
-    row.choices = QStringList{store.isSave ? "Save"_q : "Read"_q};
-    row.cells = QStringList{row.choices[0],
-                            store.owner ? QString::number(*store.owner) : "Installation"_q,
-                            QString::fromStdString(store.key),
-                            store.succeeded || store.isSave ? QString::number(store.value.size()) : QString(),
-                            store.succeeded ? "Done"_q
-                            : store.isSave  ? "Refused"_q
-                                            : "Nothing there"_q,
-                            readable::Preview(store.value)};
-    row.tone = store.isSave && !store.succeeded ? EnTone::kBad : EnTone::kNormal;
+    SetRow(row, store.isSave ? "Save"_q : "Read"_q, store.isSave && !store.succeeded,
+           {store.owner ? QString::number(*store.owner) : "Installation"_q, QString::fromStdString(store.key),
+            store.succeeded || store.isSave ? QString::number(store.value.size()) : QString(),
+            store.succeeded ? "Done"_q
+            : store.isSave  ? "Refused"_q
+                            : "Nothing there"_q,
+            readable::Preview(store.value)});
     row.detail = [store] {
         return std::vector<FieldNode>{{"Key"_q, QString::fromStdString(store.key)}, BytesField("Value"_q, store.value)};
     };
 }
 
 void FillUrl(EventRow& row, const UrlTrace& url) {
-    row.tone = url.refusal.isEmpty() ? EnTone::kNormal : EnTone::kBad;
-    row.choices = QStringList{url.refusal.isEmpty() ? "Opened"_q : "Refused"_q};
-    row.cells = QStringList{row.choices[0], url.url, url.refusal};
+    const bool isRefused = !url.refusal.isEmpty();
+    SetRow(row, isRefused ? "Refused"_q : "Opened"_q, isRefused, {url.url, url.refusal});
     row.detail = [url] {
         std::vector<FieldNode> fields{{"URL"_q, url.url},
                                       {"Reason"_q, url.refusal},
@@ -86,10 +79,8 @@ void FillUrl(EventRow& row, const UrlTrace& url) {
 }
 
 void FillWeb(EventRow& row, const WebTrace& web) {
-    row.choices = QStringList{QString::fromLatin1(kWeb[size_t(web.kind)])};
-    row.cells = QStringList{row.choices[0], web.name, web.call == 0 ? QString() : QString::number(web.call),
-                            readable::Preview(web.text)};
-    row.tone = web.isBad ? EnTone::kBad : EnTone::kNormal;
+    SetRow(row, QString::fromLatin1(kWeb[size_t(web.kind)]), web.isBad,
+           {web.name, web.call == 0 ? QString() : QString::number(web.call), readable::Preview(web.text)});
     row.detail = [web] {
         return std::vector<FieldNode>{{"Name"_q, web.name}, BodyField("Value"_q, web.text, web.text.size())};
     };
@@ -97,17 +88,27 @@ void FillWeb(EventRow& row, const WebTrace& web) {
 
 }  // namespace
 
+std::vector<EventFormat::Column> EventFormat::Columns(const QString& list) {
+    std::vector<Column> columns;
+    const QStringList all = list.split(QLatin1Char('|'));
+    for (const QString& column : all) {
+        columns.push_back({column.section(QLatin1Char('='), 0, 0), column.section(QLatin1Char('='), 1)});
+    }
+    return columns;
+}
+
+void SetRow(EventRow& row, const QString& kind, bool isBad, const QStringList& cells) {
+    row.choices = QStringList{kind};
+    row.cells = QStringList{kind} + cells;
+    row.tone = isBad ? EnTone::kBad : EnTone::kNormal;
+}
+
 EventFormatPtr NewTrafficFormat(const CWireDecoder& decoder) {
-    EventFormat format{"Traffic"_q,
-                       "No command, push or bus message was seen yet. Log a user in to see some."_q,
-                       {{"What", "what"},
-                        {"Number", "number"},
-                        {"Name", "name"},
-                        {"Session", "session"},
-                        {"Error", "error"},
-                        {"Bytes", "bytes"},
-                        {"ms", "ms"}},
-                       {{"Kind", "All kinds", {std::begin(kTraffic), std::end(kTraffic)}}}};
+    EventFormat format{
+        "Traffic"_q,
+        "No command, push or bus message was seen yet. Log a user in to see some."_q,
+        EventFormat::Columns("What=what|Number=number|Name=name|Session=session|Error=error|Bytes=bytes|ms=ms"_q),
+        {{"Kind", "All kinds", {std::begin(kTraffic), std::end(kTraffic)}}}};
     format.takes = [](const Event& event) { return As<CommandTrace>(event) || As<MessageTrace>(event); };
     format.fill = [&decoder](EventRow& row, const Event& event) {
         if (const auto* message = As<MessageTrace>(event)) {
@@ -120,22 +121,18 @@ EventFormatPtr NewTrafficFormat(const CWireDecoder& decoder) {
 }
 
 EventFormatPtr NewStoreFormat() {
-    return FormatOf<StoreTrace>({"Store"_q,
-                                 "Nothing was read from the store or saved to it yet"_q,
-                                 {{"What", "what"},
-                                  {"Owner", "owner"},
-                                  {"Key", "key"},
-                                  {"Bytes", "bytes"},
-                                  {"Result", "result"},
-                                  {"Value", nullptr}},
-                                 {{"Kind", "All kinds", {"Read", "Save"}}}},
-                                FillStore);
+    return FormatOf<StoreTrace>(
+        {"Store"_q,
+         "Nothing was read from the store or saved to it yet"_q,
+         EventFormat::Columns("What=what|Owner=owner|Key=key|Bytes=bytes|Result=result|Value"_q),
+         {{"Kind", "All kinds", {"Read", "Save"}}}},
+        FillStore);
 }
 
 EventFormatPtr NewUrlFormat() {
     return FormatOf<UrlTrace>({"Url"_q,
                                "No page was opened and none was refused yet"_q,
-                               {{"Result", "result"}, {"URL", "url"}, {"Reason", "reason"}},
+                               EventFormat::Columns("Result=result|URL=url|Reason=reason"_q),
                                {{"Kind", "All kinds", {"Opened", "Refused"}}}},
                               FillUrl);
 }
@@ -143,7 +140,7 @@ EventFormatPtr NewUrlFormat() {
 EventFormatPtr NewWebFormat() {
     return FormatOf<WebTrace>({"Web"_q,
                                "No page was loaded yet. Open the AI chat from a page to see one."_q,
-                               {{"What", "what"}, {"Name", "name"}, {"Call", "call"}, {"Value", nullptr}},
+                               EventFormat::Columns("What=what|Name=name|Call=call|Value"_q),
                                {{"Kind", "All kinds", {std::begin(kWeb), std::end(kWeb)}}}},
                               FillWeb);
 }
