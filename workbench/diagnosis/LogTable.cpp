@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "workbench/ReadableBytes.h"
+#include "workbench/FieldNode.h"
 #include "workbench/ads/AdTabs.h"
 
 namespace log_table {
