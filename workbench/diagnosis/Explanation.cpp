@@ -12,6 +12,7 @@ using EnState = StripStep::EnState;
 namespace {
 
 constexpr qint64 kSecondMs = 1'000;
+constexpr qint64 kHourMs = 3'600'000;
 /// The year 9999. Later times are treated as never.
 constexpr qint64 kLastSecond = 253'402'300'799;
 
@@ -36,10 +37,6 @@ QString Line(int depth, const QString& name, const QString& value, std::optional
 QString Joined(QStringList parts) {
     parts.removeAll(QString());
     return parts.join(" \u00B7 "_q);
-}
-
-QString YesNo(bool yes) {
-    return yes ? "yes"_q : "no"_q;
 }
 
 QString In(qint64 timeMs, qint64 nowMs) {
@@ -70,8 +67,14 @@ struct AdScene {
 
 /// The ad that a line is about; null if its list was not recorded.
 const AdOffer* OfferOf(const AdState& ad, const QString& id) {
-    const AdOffer* waiting = ad.standing ? ad.standing->Find(id) : nullptr;
-    return waiting || !ad.answered ? waiting : ad.answered->Find(id);
+    for (const AdState::Request& list : {ad.standing, ad.answered}) {
+        for (size_t index = 0; list && index < list->ads.size(); ++index) {
+            if (list->ads[index].id == id) {
+                return &list->ads[index];
+            }
+        }
+    }
+    return nullptr;
 }
 
 bool Lasts(const AdOffer* offer, qint64 second) {
@@ -90,7 +93,8 @@ std::optional<qint64> FreeFromS(const AdState& ad, const Refusal& refusal) {
     std::optional<qint64> free;
     for (const ParsedLine& drop : refusal.drops) {
         const qint64 start = std::max(drop.Number(1), ad.nextAskS);
-        if (drop.row->free == EnFree::Start && start <= kLastSecond && Lasts(OfferOf(ad, drop.values[4]), start)) {
+        const bool isEarly = drop.Number(0) < drop.Number(1);
+        if (isEarly && start <= kLastSecond && Lasts(OfferOf(ad, drop.values[4]), start)) {
             free = std::min(free.value_or(start), start);
         }
     }
@@ -119,10 +123,6 @@ QString Occasion(const AdScene& scene) {
                                : "A new list comes with a login, a change of the language or a push."_q;
 }
 
-bool WasShown(const Refusal& refusal) {
-    return refusal.line.row->event == EnEvent::Closed || refusal.line.row->event == EnEvent::ClosedByPush;
-}
-
 /// The sentence about a refusal, or about the end of an ad or of its list.
 QString Sentence(const AdScene& scene, const Refusal& refusal) {
     const Row& row = *refusal.line.row;
@@ -144,9 +144,6 @@ QString Sentence(const AdScene& scene, const Refusal& refusal) {
 
 void TellAd(Explanation& explained, const AdScene& scene) {
     const AdState& ad = scene.ad;
-    const auto tell = [&explained](int passed, EnState next, const QString& state, const QString& sentence) {
-        Tell(explained, EnKind::Ad, passed, next, state, sentence);
-    };
     QStringList ids = scene.isBanner ? QStringList() : QStringList(ad.shownAd);
     bool isBare = !scene.strips.empty();
     for (const AdOffer* strip : scene.strips) {
@@ -155,29 +152,31 @@ void TellAd(Explanation& explained, const AdScene& scene) {
     }
     const QString shown = Clock(ad.shownMs, scene.nowMs) + (scene.isBanner ? ": ads "_q : ": ad "_q) + ids.join(", "_q);
     if (ad.shownCount > 0 && isBare) {
-        tell(kStepPicture, EnState::Stopped, "shown, without pictures"_q,
+        Tell(explained, EnKind::Ad, kStepPicture, EnState::Stopped, "shown, without pictures"_q,
              "It is there since %1, but none of its pictures came. Check their addresses on the server."_q.arg(shown));
     } else if (ad.shownCount > 0) {
-        tell(kStepShown + 1, EnState::Open, "shown"_q, "Shown since %1."_q.arg(shown));
+        Tell(explained, EnKind::Ad, kStepShown + 1, EnState::Open, "shown"_q, "Shown since %1."_q.arg(shown));
     } else if (!ad.last && (!ad.red || (ad.red->leavesRest && ad.red->step == kStepKept))) {
-        tell(0, EnState::Open, "not asked"_q,
+        Tell(explained, EnKind::Ad, 0, EnState::Open, "not asked"_q,
              "Nothing was asked for yet. "_q +
                  (scene.isBanner ? "A page that shows this banner asks when it is opened."_q : Occasion(scene)));
     } else if (ad.isLoading) {
-        tell(kStepPicture, EnState::Waiting, "loading its picture"_q,
+        Tell(explained, EnKind::Ad, kStepPicture, EnState::Waiting, "loading its picture"_q,
              "Its picture is loading. It is shown when the picture is there."_q);
     } else if (ad.last && ad.last->answeredMs == 0 && ad.last->refusal.isEmpty()) {
-        tell(kStepAnswered, EnState::Waiting, "no answer yet"_q,
+        Tell(explained, EnKind::Ad, kStepAnswered, EnState::Waiting, "no answer yet"_q,
              "The request of %1 has no answer yet. Wait for it."_q.arg(Clock(ad.last->sentMs, scene.nowMs)));
     } else if (ad.red) {
         const QString check = QString::fromUtf8(ad.red->line.row->check);
-        tell(WasShown(*ad.red) ? kStepShown + 1 : ad.red->step, EnState::Stopped,
-             WasShown(*ad.red) ? "was shown, ended"_q
+        const bool wasShown = check.isEmpty() && ad.red->step == kStepShown;
+        Tell(explained, EnKind::Ad, wasShown ? kStepShown + 1 : ad.red->step, EnState::Stopped,
+             wasShown          ? "was shown, ended"_q
              : check.isEmpty() ? "list taken away"_q
                                : "refused: "_q + check,
              Sentence(scene, *ad.red));
     } else {
-        tell(kStepKept, EnState::Waiting, "answered"_q, "The answer came, and is being checked."_q);
+        Tell(explained, EnKind::Ad, kStepKept, EnState::Waiting, "answered"_q,
+             "The answer came, and is being checked."_q);
     }
 }
 
@@ -239,22 +238,17 @@ void AddRequest(Explanation& explained, const AdScene& scene, const AdRequest& r
 
 // ---- rights, VIP status and chat
 
-QString RequestText(const RefreshState::Request& request, qint64 nowMs) {
-    return Joined({Clock(std::max(request.sentMs, request.answeredMs), nowMs), explanation::OutcomeOf(request),
-                   "session %1"_q.arg(request.session)});
-}
-
 /// Explains the steps up to "taken". Returns true if all are done, so that the answer explains the subject.
 bool TellRequests(Explanation& explained, const CTracker& tracker, const RefreshState& state, EnKind kind,
                   const AdSlot& subject, qint64 nowMs) {
     const bool isLoggedOut = tracker.State().isLoggedOut || tracker.State().User() == 0;
     const RefreshState::Request* answered = state.Find(state.answered);
-    if (answered) {
-        explained.details << Line(0, "Last answer"_q, RequestText(*answered, nowMs));
-    }
-    for (const RefreshState::Request& request : state.requests) {
-        if (request.answeredMs == 0) {
-            explained.details << Line(0, "Without an answer"_q, RequestText(request, nowMs));
+    for (const auto& [session, request] : state.requests) {
+        const QString name = request.answeredMs == 0 ? "Without an answer"_q : "Last answer"_q;
+        const QString time = Clock(std::max(request.sentMs, request.answeredMs), nowMs);
+        if (request.answeredMs == 0 || &request == answered) {
+            explained.details << Line(0, name,
+                                      Joined({time, explanation::OutcomeOf(request), "session %1"_q.arg(session)}));
         }
     }
     for (auto push = state.pushes.upper_bound(nowMs); push != state.pushes.end(); ++push) {
@@ -274,7 +268,8 @@ bool TellRequests(Explanation& explained, const CTracker& tracker, const Refresh
              "The last answer was taken at %1."_q.arg(Clock(answered->answeredMs, nowMs)));
     } else if (!state.requests.empty()) {
         Tell(explained, kind, kStepAnswered, EnState::Waiting, "no answer yet"_q,
-             "The request of %1 has no answer yet. Wait for it."_q.arg(Clock(state.requests.back().sentMs, nowMs)));
+             "The request of %1 has no answer yet. Wait for it."_q.arg(
+                 Clock(state.requests.rbegin()->second.sentMs, nowMs)));
     } else {
         Tell(explained, kind, 0, EnState::Open, "not asked"_q,
              "Nothing was asked for yet. This is asked for at login."_q);
@@ -288,19 +283,15 @@ void TellAfter(Explanation& explained, EnKind kind, int step, bool isGood, const
          sentence);
 }
 
-/// "3 · full": the number with its word, if it has one. The first word belongs to the number `first`.
-QString Worded(int number, std::initializer_list<const char*> words, int first = 0) {
-    const bool hasWord = first <= number && number < first + int(words.size());
-    return hasWord ? Joined({QString::number(number), QString::fromUtf8(words.begin()[number - first])})
-                   : QString::number(number);
+/// "3 · full": the number with its word, if it has one.
+QString Worded(int number, std::initializer_list<const char*> words) {
+    return 0 <= number && number < int(words.size())
+               ? "%1 \u00B7 %2"_q.arg(number).arg(QLatin1String(words.begin()[number]))
+               : QString::number(number);
 }
 
 QString Activation(int type) {
     return Worded(type, {"not said", "limited time", "frozen", "full", "empty", "not activated", "ready"});
-}
-
-QString Source(int source) {
-    return Worded(source, {"not said", "premium rule", "VIP rule", "private customer"});
 }
 
 struct Rule {
@@ -339,12 +330,13 @@ QStringList WidgetsOf(const CPremiumUIAccessData& record, bool isNewSystem) {
         {"second detail texts", record.strDetailSubTitle, record.strDetailSubBtn},
     };
     const int type = record.nActivationType;
-    const Rule source{"activation source"_q, Source(record.nActivationSource), Source(ZRPremiumSourceVip),
-                      record.nActivationSource == ZRPremiumSourceVip};
+    const int from = record.nActivationSource;
+    const Rule source{"activation source"_q, Worded(from, {"not said", "premium rule", "VIP rule", "private customer"}),
+                      "VIP rule"_q, from == ZRPremiumSourceVip};
     const Rule layout{"UI type"_q, record.strUIType, "D"_q, record.strUIType == QLatin1String("D")};
     QStringList details;
     AddWidget(details, "Icon"_q,
-              {{"newer system"_q, YesNo(isNewSystem), YesNo(false), !isNewSystem},
+              {{"newer system"_q, isNewSystem ? "yes"_q : "no"_q, "no"_q, !isNewSystem},
                source,
                {"activation type"_q, Activation(type), "any but 0"_q, type != 0}});
     AddWidget(details, "Tag"_q, {source, TypeRule(type, {ZRPremiumActivationFull})});
@@ -405,9 +397,10 @@ QString OutcomeOf(const RefreshState::Request& request) {
 }
 
 Explanation OfRefresh(const CTracker& tracker, qint64 localNowMs) {
-    const auto next = tracker.State().NextHourlyMs(localNowMs);
+    const auto from = tracker.State().timerFrom;
+    const qint64 next = from.value_or(0) + ((localNowMs - from.value_or(0)) / kHourMs + 1) * kHourMs;
     Explanation explained;
-    explained.details << Line(0, "Next hourly"_q, next ? In(*next, localNowMs) : "the timer does not run"_q);
+    explained.details << Line(0, "Next hourly"_q, from ? In(next, localNowMs) : "the timer does not run"_q);
     TellRequests(explained, tracker, tracker.State().rights, EnKind::Rights, {}, localNowMs);
     return explained;
 }
@@ -415,9 +408,9 @@ Explanation OfRefresh(const CTracker& tracker, qint64 localNowMs) {
 Explanation OfVip(const CTracker& tracker, const CPremiumRights& rights, qint64 localNowMs) {
     const VipStatus& vip = rights.Vip();
     const bool isMember = (vip.isNewSystem ? vip.newState : vip.state) == kVipStateMember;
-    const bool isKestrel = !vip.isNewSystem && !core::environment::IsVelora();
+    const QString system = vip.isNewSystem ? "yes"_q : core::environment::IsVelora() ? "no"_q : "no: edition Kestrel"_q;
     Explanation explained;
-    explained.details << Line(0, "On the newer system"_q, isKestrel ? "no: edition Kestrel"_q : YesNo(vip.isNewSystem))
+    explained.details << Line(0, "On the newer system"_q, system)
                       << Line(0, "State in the older system"_q, Worded(vip.state, {"no member", "member"}))
                       << Line(0, "State in the newer system"_q,
                               Worded(vip.newState, {"no member", "member", "expired"}));

@@ -45,7 +45,7 @@ const RowText kAdRows[] = {
     {"[Ad] Ad list is empty, {@}", E::Refused, kStepKept, "The server has no ad for this user here.", "ads in it", "0",
      "\u2265 1", F::Never, true},
     {"[Ad] CurrentTime < startTime, currentTime = {n}, startTime = {n}, {@}, remove adId = {}", E::Dropped, kStepKept,
-     "starts {1:t}", "starts", "{0:t}", "{1:t}", F::Start, true},
+     "starts {1:t}", "starts", "{0:t}", "{1:t}", F::Never, true},
     {"[Ad] CurrentTime > endTime, currentTime = {n}, endTime = {n}, {@}, remove adId = {}", E::Dropped, kStepKept,
      "ended {1:t}", "ended", "{0:t}", "{1:t}", F::Never, true},
     {"[Ad] CurrentTime > expireTime, currentTime = {n}, expireTime = {n}, {@}, remove adId = {}", E::Dropped, kStepKept,
@@ -154,9 +154,8 @@ const RowText kRightsRows[] = {
     {"[Premium] Premium Change Push Received, Need All Access = {w}, Custom Access Count = {n}, Will Refresh After {n} "
      "Ms",
      E::Pushed},
-    {"[Premium] Premium Change Push Failed, Error = {n}, Data Empty = {w}"},
+    {"[Premium] Premium Change Push {}"},
     {"[Premium] Parse Push Failed, Invalid Protobuf Data"},
-    {"[Premium] Premium Change Push Received But No Delay Field, Ignored"},
 };
 
 const RowText kVipRows[] = {
@@ -172,8 +171,7 @@ const RowText kVipRows[] = {
      E::Good},
     {"[Vip] Clear Vip Status, Reset To Default", E::Good},
     {"[Vip] Vip Status Change Push Received, Will Refresh After {n} Ms", E::Pushed},
-    {"[Vip] Vip Status Push Failed, Error = {n}, Cmd = {n}"},
-    {"[Vip] Vip Status Push Parse Failed, Invalid Protobuf Data"},
+    {"[Vip] Vip Status Push {}"},
 };
 
 const RowText kWidgetRows[] = {

@@ -47,7 +47,6 @@ enum class EnFree {
     Never,
     Sum,       // value 1 plus value 2
     AfterSum,  // one second later: the last second still refuses
-    Start,     // value 1
     Window,    // the first start of the dropped ads
 };
 
@@ -108,13 +107,10 @@ QString Filled(const char* text, const ParsedLine& line, qint64 nowMs, const std
 
 /// A time in the local zone, with the date if the day differs from that of `nowMs`.
 QString Clock(qint64 timeMs, qint64 nowMs);
-
 /// A duration in its two largest units.
 QString Duration(qint64 seconds);
-
 /// The tab of an area of the main window.
 QString Area(qint64 area);
-
 /// "Popup" or "Banner", or the number of any other type.
 QString AdKind(qint64 type);
 

@@ -17,7 +17,6 @@ constexpr uint32_t kCommandChatScenes = 20982;
 constexpr size_t kRequestsKept = 300;
 constexpr size_t kOpensKept = 30;
 constexpr size_t kLinesKept = 40;
-constexpr qint64 kHourMs = 3'600'000;
 // Related entries are written within one call. Their times can differ slightly, because the clock is read twice.
 constexpr qint64 kSlackMs = 50;
 constexpr qint64 kSameCallMs = 5'000;
@@ -99,13 +98,10 @@ void On(TrackerState& state, const HttpTrace& call, qint64 timeMs) {
 
 // The stored time of the last showing was changed from outside. The refusal by the interval is recomputed.
 void On(TrackerState& state, const StoreTrace& store, qint64 /*timeMs*/) {
-    for (auto& [slot, ad] : state.ads) {
-        for (std::optional<Refusal>* red : {&ad.red, &ad.after}) {
-            if (store.isSave && store.succeeded && *red && (*red)->line.row->free == EnFree::AfterSum &&
-                (*red)->line.values.value(6).toStdString() == store.key) {
-                (*red)->line.values[1] = QString::fromStdString(store.value);
-            }
-        }
+    std::optional<Refusal>& red = state.ads[kBottomPopup].red;
+    if (store.isSave && store.succeeded && red && red->line.row->free == EnFree::AfterSum &&
+        red->line.values.value(6).toStdString() == store.key) {
+        red->line.values[1] = QString::fromStdString(store.value);
     }
 }
 
@@ -263,9 +259,10 @@ void TakeAd(TrackerState& state, const ParsedLine& line) {
 // ---- rights, VIP status and chat scenes
 
 RefreshState::Request& RequestOf(RefreshState& state, unsigned long session) {
-    const auto found = std::find_if(state.requests.begin(), state.requests.end(),
-                                    [session](const auto& request) { return request.session == session; });
-    return found != state.requests.end() ? *found : Keep(state.requests, RefreshState::Request{session}, kRequestsKept);
+    if (state.requests.size() > kRequestsKept) {
+        state.requests.erase(state.requests.begin());
+    }
+    return state.requests[session];
 }
 
 void On(TrackerState& state, const CommandTrace& command, qint64 timeMs) {
@@ -427,24 +424,13 @@ std::vector<const AdOffer*> AdRequest::Kept() const {
     return kept;
 }
 
-const AdOffer* AdRequest::Find(const QString& ad) const {
-    const auto found = std::find_if(ads.begin(), ads.end(), [&ad](const AdOffer& one) { return one.id == ad; });
-    return found == ads.end() ? nullptr : &*found;
-}
-
 const RefreshState::Request* RefreshState::Find(unsigned long session) const {
-    const auto found = std::find_if(requests.begin(), requests.end(),
-                                    [session](const Request& request) { return request.session == session; });
-    return found == requests.end() ? nullptr : &*found;
+    const auto found = requests.find(session);
+    return found == requests.end() ? nullptr : &found->second;
 }
 
 quint64 TrackerState::User() const {
     return user != 0 ? user : core::login_status_data::Login_GetUserID();
-}
-
-std::optional<qint64> TrackerState::NextHourlyMs(qint64 nowMs) const {
-    const qint64 hours = std::max<qint64>(0, nowMs - timerFrom.value_or(nowMs)) / kHourMs;
-    return timerFrom ? std::make_optional(*timerFrom + (hours + 1) * kHourMs) : std::nullopt;
 }
 
 CTracker::CTracker(ToServer toServer, QObject* parent) : QObject(parent), m_fnToServer(std::move(toServer)) {}

@@ -49,8 +49,6 @@ struct AdRequest {
     /// The line about an ad that was not kept; null if there is none.
     const log_table::ParsedLine* DropOf(const AdOffer& ad) const;
     std::vector<const AdOffer*> Kept() const;
-    /// Null if no ad has the id.
-    const AdOffer* Find(const QString& ad) const;
 };
 
 /// The line that stopped or ended something.
@@ -87,18 +85,17 @@ struct AdState {
 /// The requests for all rights, the VIP status or the chat scenes.
 struct RefreshState {
     struct Request {
-        unsigned long session = 0;
-        QString why = {};
+        QString why;
         qint64 sentMs = 0;
         qint64 answeredMs = 0;
         bool isGood = false;
-        std::optional<Refusal> red = {};
+        std::optional<Refusal> red;
     };
 
-    std::deque<Request> requests;
-    unsigned long answered = 0;         // session of the last answered request
-    std::multimap<qint64, int> pushes;  // number of rights by the due time, in local time; -1 for all rights
-    QString nextWhy;                    // of the next request
+    std::map<unsigned long, Request> requests;  // by session
+    unsigned long answered = 0;                 // session of the last answered request
+    std::multimap<qint64, int> pushes;          // number of rights by the due time, in local time; -1 for all rights
+    QString nextWhy;                            // of the next request
 
     /// Null if the session is unknown.
     const Request* Find(unsigned long session) const;
@@ -129,13 +126,11 @@ struct TrackerState {
     std::map<std::pair<log_table::EnKind, AdSlot>, std::deque<log_table::ParsedLine>> lines;
     int right = 0;  // of the last line that names one
     // These outlast a login.
-    std::optional<qint64> timerFrom;  // start of the hourly timer
+    std::optional<qint64> timerFrom;  // start of the hourly timer, while it runs
     quint64 loadUser = 0;             // of the last load of the chat's page
     int loadScene = 0;
 
     quint64 User() const;
-    /// Nothing while the hourly timer is stopped.
-    std::optional<qint64> NextHourlyMs(qint64 nowMs) const;
 };
 
 /// Computes the states from the traffic, the reports and the log lines only. A login starts them afresh. Traffic and

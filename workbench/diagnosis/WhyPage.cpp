@@ -2,19 +2,15 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QComboBox>
 #include <QDateTime>
 #include <QJsonArray>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QScrollBar>
 #include <QSortFilterProxyModel>
 #include <QSplitter>
 #include <QStandardItemModel>
 #include <QTableView>
-#include <QVBoxLayout>
 
 #include "AIChatEntries.h"
 #include "AdPanelWindow.h"
@@ -29,6 +25,8 @@
 #include "workbench/TimeText.h"
 #include "workbench/WireDecoder.h"
 
+using namespace explanation;
+
 namespace {
 
 constexpr int kBatchMs = 100;
@@ -42,42 +40,6 @@ constexpr int kKeyRole = Qt::UserRole;
 constexpr int kSortRole = Qt::UserRole + 1;
 constexpr int kSearchRole = Qt::UserRole + 2;  // the kind and all texts of the row
 
-template <class Widget>
-Widget* NewWidget(const char* name, const char* accessible, QWidget* parent) {
-    auto* widget = new Widget(parent);
-    widget->setObjectName(QString::fromLatin1(name));
-    widget->setAccessibleName(QString::fromLatin1(accessible));
-    return widget;
-}
-
-QLabel* NewText(const char* name, QWidget* parent, Qt::TextFormat format = Qt::PlainText) {
-    auto* label = NewWidget<QLabel>(name, "", parent);
-    label->setTextFormat(format);
-    label->setWordWrap(true);
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    return label;
-}
-
-QHBoxLayout* NewRow(const std::vector<QWidget*>& widgets) {
-    auto* row = new QHBoxLayout;
-    for (QWidget* widget : widgets) {
-        row->addWidget(widget);
-    }
-    return row;
-}
-
-QVBoxLayout* NewColumn(QWidget* widget = nullptr) {
-    auto* column = new QVBoxLayout(widget);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(4);
-    return column;
-}
-
-/// The module's store key for the last display of the popup to a user.
-std::string LastShownKey(quint64 user, int intervalType) {
-    return "AdLastShowTimeStampKey_2_42_%1_%2"_q.arg(user).arg(intervalType).toStdString();
-}
-
 }  // namespace
 
 CWhyPage::CWhyPage(const CTracker& tracker, CPremiumRights& rights, const CAIChatEntries& entries,
@@ -90,27 +52,60 @@ CWhyPage::CWhyPage(const CTracker& tracker, CPremiumRights& rights, const CAICha
       m_server(server),
       m_pModel(new QStandardItemModel(this)),
       m_pFilter(new QSortFilterProxyModel(this)),
-      m_pTable(NewWidget<QTableView>("WhyTable", "Subjects", this)),
-      m_pSearch(NewWidget<QLineEdit>("WhySearch", "Search", this)),
-      m_pKind(NewWidget<QComboBox>("WhyKind", "Kind", this)),
-      m_pNote(NewText("WhyNote", this)),
-      m_pStrip(NewText("WhyStrip", this, Qt::RichText)),
-      m_pSentence(NewText("WhySentence", this)),
-      m_pMessage(NewText("WhyMessage", this)),
-      m_pDetail(NewWidget<QPlainTextEdit>("WhyDetail", "Details", this)),
-      m_pPicture(NewWidget<ZRWebImageWidget>("WhyPicture", "Picture of the ad", this)),
-      m_pAsk(NewButton("WhyAsk", "Ask now"_q, [this] { AskNow(); })),
-      m_pForget(NewButton("WhyForget", "Forget and ask"_q, [this] { ForgetAndAsk(); })) {
+      m_pTable(widgets::New<QTableView>("WhyTable"_q, this, "Subjects"_q)),
+      m_pSearch(widgets::New<QLineEdit>("WhySearch"_q, this, "Search"_q)),
+      // The values are the first letters of the keys of each kind.
+      m_pKind(widgets::NewCombo(
+          "WhyKind"_q, "Kind"_q,
+          {{"aorvc"_q, "All"_q}, {"a"_q, "Ads"_q}, {"co"_q, "AI chat"_q}, {"rv"_q, "Rights and VIP"_q}}, this,
+          [this](const QVariant&) { Update(); })),
+      m_pNote(widgets::NewLabel("WhyNote"_q, "muted", this)),
+      m_pStrip(widgets::NewOutcome("WhyStrip"_q, this)),
+      m_pSentence(widgets::NewOutcome("WhySentence"_q, this)),
+      m_pMessage(widgets::NewOutcome("WhyMessage"_q, this)),
+      m_pDetail(widgets::New<QPlainTextEdit>("WhyDetail"_q, this, "Details"_q)),
+      m_pPicture(widgets::New<ZRWebImageWidget>("WhyPicture"_q, this, "Picture of the ad"_q)),
+      m_pAsk(widgets::NewButton("WhyAsk"_q, "Ask now"_q, this, [this] { AskNow(); })),
+      m_pForget(widgets::NewButton("WhyForget"_q, "Forget and ask"_q, this, [this] { ForgetAndAsk(); })) {
     setObjectName("WhyPage"_q);
+    m_pStrip->setTextFormat(Qt::RichText);
     m_pPicture->setFixedSize(kThumbnail);
     m_pForget->setToolTip("Forgets when the popup was last shown to this user, then asks"_q);
     m_pDetail->setReadOnly(true);
     m_pDetail->setTabChangesFocus(true);
     m_pDetail->setFrameShape(QFrame::NoFrame);
     m_pDetail->setMinimumHeight(4 * kRowHeight);
-    m_pNote->setProperty("role", "muted"_q);
-    SetUpList();
-    setLayout(NewLayout());
+    m_pModel->setHorizontalHeaderLabels({"Subject"_q, "Name"_q, "State"_q, "Ads"_q, "User"_q});
+    m_pFilter->setSourceModel(m_pModel);
+    m_pFilter->setSortRole(kSortRole);
+    m_pFilter->setFilterRole(kSearchRole);
+    tables::SetUp(*m_pTable);
+    m_pTable->setModel(m_pFilter);
+    m_pTable->setSortingEnabled(true);
+    m_pTable->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_pTable->setMinimumHeight(4 * kRowHeight);
+    m_pSearch->setPlaceholderText("Number, name, title or state"_q);
+    m_pSearch->setClearButtonEnabled(true);
+    connect(m_pSearch, &QLineEdit::textChanged, this, &CWhyPage::Update);
+    connect(m_pTable->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        Say(QString(), true);
+        ShowBanner(nullptr);
+        ShowAnswer();
+    });
+    auto* panel =
+        widgets::NewButton("AdPanelOpen"_q, "Popup panel"_q, this, [this] { CAdPanelWindow::Open(window()); });
+    auto* copy = widgets::NewButton("WhyCopy"_q, "Copy answer"_q, this, [this] { CopyAnswer(); });
+    auto* splitter = new QSplitter(Qt::Vertical, this);
+    splitter->setHandleWidth(8);
+    splitter->setChildrenCollapsible(false);
+    widgets::Column({widgets::Row({{m_pSearch, 1}, m_pKind, panel}), {m_pTable, 1}, m_pNote}, new QWidget(splitter));
+    auto* answer = widgets::Column({m_pStrip, {m_pSentence, 1}});
+    widgets::Column({widgets::Row({answer, m_pPicture}),
+                     widgets::Row({m_pAsk, m_pForget, copy, nullptr}),
+                     m_pMessage,
+                     {m_pDetail, 1}},
+                    new QWidget(splitter));
+    widgets::Column({splitter}, this);
     auto* tick = new QTimer(this);
     connect(tick, &QTimer::timeout, this, &CWhyPage::ShowSentence);
     tick->start(kTickMs);
@@ -125,66 +120,6 @@ CWhyPage::CWhyPage(const CTracker& tracker, CPremiumRights& rights, const CAICha
     m_pTable->selectRow(0);
 }
 
-QPushButton* CWhyPage::NewButton(const char* name, const QString& text, std::function<void()> clicked) {
-    auto* button = NewWidget<QPushButton>(name, "", this);
-    button->setText(text);
-    connect(button, &QPushButton::clicked, this, std::move(clicked));
-    return button;
-}
-
-void CWhyPage::SetUpList() {
-    m_pModel->setHorizontalHeaderLabels({"Subject"_q, "Name"_q, "State"_q, "Ads"_q, "User"_q});
-    m_pFilter->setSourceModel(m_pModel);
-    m_pFilter->setSortRole(kSortRole);
-    m_pFilter->setFilterRole(kSearchRole);
-    tables::SetUp(*m_pTable);
-    m_pTable->setModel(m_pFilter);
-    m_pTable->setSortingEnabled(true);
-    m_pTable->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_pTable->setMinimumHeight(4 * kRowHeight);
-    m_pSearch->setPlaceholderText("Number, name, title or state"_q);
-    m_pSearch->setClearButtonEnabled(true);
-    // With the first letters of the keys that belong to each kind.
-    m_pKind->addItem("All"_q, "aorvc"_q);
-    m_pKind->addItem("Ads"_q, "a"_q);
-    m_pKind->addItem("AI chat"_q, "co"_q);
-    m_pKind->addItem("Rights and VIP"_q, "rv"_q);
-    connect(m_pSearch, &QLineEdit::textChanged, this, &CWhyPage::Update);
-    connect(m_pKind, qOverload<int>(&QComboBox::currentIndexChanged), this, &CWhyPage::Update);
-    connect(m_pTable->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
-        Say(QString(), true);
-        ShowBanner(nullptr);
-        ShowAnswer();
-    });
-}
-
-QLayout* CWhyPage::NewLayout() {
-    auto* panel = NewButton("AdPanelOpen", "Popup panel"_q, [this] { CAdPanelWindow::Open(window()); });
-    auto* copy = NewButton("WhyCopy", "Copy answer"_q, [this] { CopyAnswer(); });
-    auto* splitter = new QSplitter(Qt::Vertical, this);
-    auto* list = NewColumn(new QWidget(splitter));
-    list->addLayout(NewRow({m_pSearch, m_pKind, panel}));
-    list->addWidget(m_pTable, 1);
-    list->addWidget(m_pNote);
-    auto* texts = NewColumn();
-    texts->addWidget(m_pStrip);
-    texts->addWidget(m_pSentence, 1, Qt::AlignTop);
-    auto* head = NewRow({m_pPicture});
-    head->insertLayout(0, texts, 1);
-    auto* buttons = NewRow({m_pAsk, m_pForget, copy});
-    buttons->addStretch(1);
-    auto* answer = NewColumn(new QWidget(splitter));
-    answer->addLayout(head);
-    answer->addLayout(buttons);
-    answer->addWidget(m_pMessage);
-    answer->addWidget(m_pDetail, 1);
-    splitter->setHandleWidth(8);
-    splitter->setChildrenCollapsible(false);
-    auto* layout = NewColumn();
-    layout->addWidget(splitter);
-    return layout;
-}
-
 // ---- subjects
 
 std::vector<CWhyPage::Subject> CWhyPage::Subjects() {
@@ -197,7 +132,7 @@ std::vector<CWhyPage::Subject> CWhyPage::Subjects() {
     for (const AdSlot& slot : slots) {
         Subject ad{"a%1/%2"_q.arg(slot.type).arg(slot.position),
                    "%1 %2"_q.arg(log_table::AdKind(slot.type)).arg(slot.position), QString(),
-                   [this, slot](qint64 now) { return explanation::OfAd(m_tracker, slot, now); }};
+                   [this, slot](qint64 now) { return OfAd(m_tracker, slot, now); }};
         if (slot == kBottomPopup) {
             ad.title = "bottom popup"_q;
             ad.ask = [this] { Push(R"({"adNew":{"adType":2,"adPosition":42,"delay":0}})"); };
@@ -207,29 +142,26 @@ std::vector<CWhyPage::Subject> CWhyPage::Subjects() {
         subjects.push_back(ad);
     }
     subjects.push_back({"r"_q, "Rights"_q, "refresh of all rights"_q,
-                        [this](qint64 now) { return explanation::OfRefresh(m_tracker, now); },
-                        [this] { AskRights({}); }});
+                        [this](qint64 now) { return OfRefresh(m_tracker, now); }, [this] { AskRights({}); }});
     subjects.push_back({"v"_q, "VIP status"_q, QString(),
-                        [this](qint64 now) { return explanation::OfVip(m_tracker, m_rights, now); },
+                        [this](qint64 now) { return OfVip(m_tracker, m_rights, now); },
                         [this] { Push(R"({"vipChange":{"windowSeconds":0}})"); }});
     for (const EntryPage& page : kEntryPages) {
-        subjects.push_back({"c%1"_q.arg(page.scene), "Chat scene %1"_q.arg(page.scene), QString::fromUtf8(page.title),
-                            [this, scene = page.scene](qint64 now) {
-                                return explanation::OfScene(m_tracker, m_entries, scene, now);
-                            }});
+        subjects.push_back(
+            {"c%1"_q.arg(page.scene), "Chat scene %1"_q.arg(page.scene), QString::fromUtf8(page.title),
+             [this, scene = page.scene](qint64 now) { return OfScene(m_tracker, m_entries, scene, now); }});
     }
     for (const ChatOpen& open : m_tracker.State().opens) {
         const QString time = log_table::Clock(open.timeMs, QDateTime::currentMSecsSinceEpoch());
         subjects.push_back({"o%1"_q.arg(open.timeMs), "Chat open"_q, "%1, page scene %2"_q.arg(time).arg(open.scene),
-                            [open](qint64 /*now*/) { return explanation::OfOpen(open); }});
+                            [open](qint64 /*now*/) { return OfOpen(open); }});
     }
     for (const int right : ListedRights()) {
         const QString title = m_rights.Table().value(EnPremiumAccess(right)).strMainTitle;
-        subjects.push_back({"r%1"_q.arg(right), "Right %1"_q.arg(right), (RightName(right) + "  "_q + title).trimmed(),
-                            [this, right](qint64 now) {
-                                return explanation::OfRight(m_tracker, m_rights, EnPremiumAccess(right), now);
-                            },
-                            [this, right] { AskRights({right}); }});
+        subjects.push_back(
+            {"r%1"_q.arg(right), "Right %1"_q.arg(right), (RightName(right) + "  "_q + title).trimmed(),
+             [this, right](qint64 now) { return OfRight(m_tracker, m_rights, EnPremiumAccess(right), now); },
+             [this, right] { AskRights({right}); }});
     }
     return subjects;
 }
@@ -256,9 +188,7 @@ QString CWhyPage::RightName(int right) const {
 
 QString CWhyPage::UserText() const {
     const quint64 user = m_tracker.State().User();
-    const auto name = m_users.find(user);
-    const QString id = user == 0 ? QString() : QString::number(user);
-    return (name == m_users.end() ? id : name->second + QLatin1Char(' ') + id) +
+    return (user == 0 ? QString() : widgets::UserText(m_users, user)) +
            (m_tracker.State().isLoggedOut ? " (logged out)"_q : QString());
 }
 
@@ -367,10 +297,8 @@ void CWhyPage::ShowAnswer() {
 }
 
 void CWhyPage::Say(const QString& words, bool good) {
-    m_pMessage->setText(words);
+    widgets::ShowOutcome(m_pMessage, words, good ? widgets::EnOutcome::Good : widgets::EnOutcome::Bad);
     m_pMessage->setVisible(!words.isEmpty());
-    m_pMessage->setProperty("good", good);
-    theme::Repolish(m_pMessage);
 }
 
 // The page owns the banner, which reports exposures while it is shown.
@@ -392,10 +320,7 @@ void CWhyPage::showEvent(QShowEvent* event) {
 }
 
 void CWhyPage::ShowUsers(const std::vector<ServerUser>& users) {
-    m_users.clear();
-    for (const ServerUser& user : users) {
-        m_users[user.id] = user.name;
-    }
+    m_users = users;
     UpdateLater();
 }
 
@@ -444,12 +369,13 @@ void CWhyPage::AskNow() {
     }
 }
 
+// The module stores the time of the last display for each type of interval.
 void CWhyPage::ForgetAndAsk() {
     for (int type = 0; type < kIntervalTypes; ++type) {
-        const std::string key = LastShownKey(m_tracker.State().User(), type);
+        const QString key = "AdLastShowTimeStampKey_2_42_%1_%2"_q.arg(m_tracker.State().User()).arg(type);
         long shown = 0;
-        if (core::config_local::AppCfgReadInt64(key, shown) && shown != 0 &&
-            !core::config_local::AppCfgSaveInt64(key, 0)) {
+        if (core::config_local::AppCfgReadInt64(key.toStdString(), shown) && shown != 0 &&
+            !core::config_local::AppCfgSaveInt64(key.toStdString(), 0)) {
             Say("The store did not take the change"_q, false);
             return;
         }

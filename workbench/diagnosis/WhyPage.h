@@ -5,16 +5,13 @@
 #include <QTimer>
 #include <QWidget>
 
-#include "ISessionControl.h"
 #include "workbench/ControlClient.h"
+#include "workbench/Widgets.h"
 #include "workbench/diagnosis/Explanation.h"
 
 class CWireDecoder;
-class QComboBox;
-class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
-class QPushButton;
 class QSortFilterProxyModel;
 class QStandardItem;
 class QStandardItemModel;
@@ -49,9 +46,6 @@ private:
         std::function<void()> ask = {};  // empty: the module asks at a login only
     };
 
-    QPushButton* NewButton(const char* name, const QString& text, std::function<void()> clicked);
-    void SetUpList();
-    QLayout* NewLayout();
     std::vector<Subject> Subjects();
     std::set<int> ListedRights() const;
     QString RightName(int right) const;
@@ -78,7 +72,7 @@ private:
     const CWireDecoder& m_decoder;
     IControlClient& m_server;
     std::set<AdSlot> m_positions;  // of the scenario
-    std::map<quint64, QString> m_users;
+    std::vector<ServerUser> m_users;
     std::map<QString, Subject> m_subjects;
     std::map<QString, QStandardItem*> m_rows;
     QStandardItemModel* m_pModel;

@@ -256,7 +256,7 @@ TEST_F(WhyPageTest, StateNamesEachSubjectWithItsUser) {
     const QJsonArray subjects = page.State()[QStringLiteral("subjects")].toArray();
     ASSERT_EQ(subjects.size(), 8);
     EXPECT_EQ(subjects[0].toObject()[QStringLiteral("subject")].toString(), QStringLiteral("Popup 42"));
-    EXPECT_EQ(subjects[0].toObject()[QStringLiteral("user")].toString(), QStringLiteral("Ada 300"));
+    EXPECT_EQ(subjects[0].toObject()[QStringLiteral("user")].toString(), QStringLiteral("Ada (300)"));
     EXPECT_EQ(subjects[0].toObject()[QStringLiteral("steps")].toArray().size(), 6);
 }
 
