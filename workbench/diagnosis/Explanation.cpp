@@ -7,7 +7,6 @@
 #include "core/environment.h"
 
 using namespace log_table;
-using EnState = StripStep::EnState;
 
 namespace {
 
@@ -16,13 +15,17 @@ constexpr qint64 kHourMs = 3'600'000;
 /// The year 9999. Later times are treated as never.
 constexpr qint64 kLastSecond = 253'402'300'799;
 
+enum class EnState { Done, Waiting, Stopped, Open };
+
 /// Steps before `passed` are done; `next` is the state of the step after them.
 void Tell(Explanation& explained, EnKind kind, int passed, EnState next, const QString& state,
           const QString& sentence) {
-    explained.strip.clear();
-    for (const QString& name : StepNames(kind)) {
-        const int place = int(explained.strip.size());
-        explained.strip.push_back({name, place < passed ? EnState::Done : place == passed ? next : EnState::Open});
+    static const char* const kSigns[] = {"\u2713 ", "\u2026 ", "\u2717 ", "\u2013 "};
+    explained.steps.clear();
+    const QStringList names = StepNames(kind);
+    for (int place = 0; place < names.size(); ++place) {
+        const EnState step = place < passed ? EnState::Done : place == passed ? next : EnState::Open;
+        explained.steps << QString::fromUtf8(kSigns[int(step)]) + names[place];
     }
     explained.state = state;
     explained.sentence = sentence;
@@ -54,14 +57,13 @@ void AddLines(Explanation& explained, const CTracker& tracker, EnKind kind, cons
 
 // ---- ads
 
-/// Everything that is needed to explain an ad position, with both clocks.
+/// An ad position with both clocks. `strips` are the ads of the visible banner.
 struct AdScene {
     const AdSlot& slot;
     const AdState& ad;
     qint64 nowMs;
     qint64 serverNowMs;
     bool isBanner = slot.type == kTypeBanner;
-    /// The ads of the visible banner.
     std::vector<const AdOffer*> strips = isBanner && ad.made ? ad.made->Kept() : std::vector<const AdOffer*>();
 };
 
@@ -407,13 +409,17 @@ Explanation OfRefresh(const CTracker& tracker, qint64 localNowMs) {
 
 Explanation OfVip(const CTracker& tracker, const CPremiumRights& rights, qint64 localNowMs) {
     const VipStatus& vip = rights.Vip();
+    const QStringList engines =
+        "undetermined,on trial,member,asset protection,expired,no member,renewal off"_q.split(QLatin1Char(','));
+    const QString engine = engines.value(vip.engine - kVipEngineUndetermined);
     const bool isMember = (vip.isNewSystem ? vip.newState : vip.state) == kVipStateMember;
     const QString system = vip.isNewSystem ? "yes"_q : core::environment::IsVelora() ? "no"_q : "no: edition Kestrel"_q;
     Explanation explained;
     explained.details << Line(0, "On the newer system"_q, system)
                       << Line(0, "State in the older system"_q, Worded(vip.state, {"no member", "member"}))
                       << Line(0, "State in the newer system"_q,
-                              Worded(vip.newState, {"no member", "member", "expired"}));
+                              Worded(vip.newState, {"no member", "member", "expired"}))
+                      << Line(0, "Engine status"_q, Joined({QString::number(vip.engine), engine}));
     if (TellRequests(explained, tracker, tracker.State().vip, EnKind::Vip, {}, localNowMs)) {
         const QString sentence = isMember ? "The user is a member in the %1 system."_q
                                           : "The server answers that the user is no member in the %1 system. Change "
@@ -510,12 +516,3 @@ Explanation OfOpen(const ChatOpen& open) {
 }
 
 }  // namespace explanation
-
-QStringList Explanation::Steps() const {
-    static const char* const kSigns[] = {"\u2713 ", "\u2026 ", "\u2717 ", "\u2013 "};
-    QStringList steps;
-    for (const StripStep& step : strip) {
-        steps << QString::fromUtf8(kSigns[int(step.state)]) + step.name;
-    }
-    return steps;
-}

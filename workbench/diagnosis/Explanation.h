@@ -6,24 +6,14 @@
 class CAIChatEntries;
 class CPremiumRights;
 
-/// A step of the strip. At most one step of a strip is stopped.
-struct StripStep {
-    enum class EnState { Done, Waiting, Stopped, Open };
-    QString name;
-    EnState state = EnState::Open;
-};
-
 /// The answer to "why is it not shown?" for one subject.
 struct Explanation {
-    std::vector<StripStep> strip;
+    QStringList steps;    // of the strip, each with a sign for its state; at most one is stopped
     QString state;        // in a few words
     QString sentence;     // the reason, and what to do or to wait for
     QStringList details;  // "name: value" each, indented below their group
     QString counts;       // of an ad's last list
     QString image;        // URL of an ad's picture
-
-    /// The names of the steps, each with a sign for its state.
-    QStringList Steps() const;
 };
 
 /// Computes explanations from the tracker's states and the module's answers.

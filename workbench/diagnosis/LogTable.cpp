@@ -121,12 +121,10 @@ const RowText kAdRows[] = {
     {"[Ad] Clear ad data. {@}, adId = {}", E::Cleared, kStepKept, "when it was cleared"},
     {"[Ad] Expose ad start, path = {w}, {@}, adId = {}, exposeId = {}, exposeDuration = {n}, pushId = {}", E::Note, -1,
      "", "", "", "", F::Never, true},
-    {"[Ad] Expose ad failed, path = {w}, {}, {@}, adId = {}, exposeId = {}"},
-    {"[Ad] Expose ad succeed, path = {w}, {@}, adId = {}, exposeId = {}"},
-    {"[Ad] AdPush callback,receive cmd 20171, {@}, delay = {n}", E::Pushed},
+    {"[Ad] Expose ad {w}, path = {w}, {}{@}, adId = {}, exposeId = {}"},
     {"[Ad] AdStatusChangedPush callback,receive cmd 20145, {@}, offlineAdId = {}, delay = {n}", E::Withdrawn, kStepKept,
      "when the server took ad {2} offline"},
-    {"[Ad] AdCheckPush callback,receive cmd 20170, {@}, adId = {}, delay = {n}", E::Pushed},
+    {"[Ad] {w} callback,receive cmd {w}, {@}{}, delay = {n}", E::Pushed},
     {"[Ad] {w} callback, {}", E::PushRefused, kStepAsked, "A push was refused: {1}.", "push", "{1}", "a complete push"},
     {"[Ad] Login out", E::Reason, -1, "with the logout"},
     {"[Ad] Language changed", E::Reason, -1, "with the change of the language"},
@@ -166,9 +164,7 @@ const RowText kVipRows[] = {
      "The channel failed with error {0}.", "channel", "channel error {0}", "no error"},
     {"[Vip] Vip Status Response Parse Failed, Invalid Protobuf Data", E::Refused, kStepKept,
      "The answer is not readable.", "readable", "bad bytes", "an answer"},
-    {"[Vip] Vip Status Updated, Level = {n}, Vip State = {n}, Version = {n}, New Vip State = {n}, Sub State = {n}, "
-     "Auto Renewal = {w}",
-     E::Good},
+    {"[Vip] Vip Status Updated, {}", E::Good},
     {"[Vip] Clear Vip Status, Reset To Default", E::Good},
     {"[Vip] Vip Status Change Push Received, Will Refresh After {n} Ms", E::Pushed},
     {"[Vip] Vip Status Push {}"},
@@ -176,15 +172,13 @@ const RowText kVipRows[] = {
 
 const RowText kWidgetRows[] = {
     {"[Vip] Vip {} Disabled, {}, Premium Access = {s}{}"},
-    {"[Vip] Active vip, access = {s}, dataType = {n}, targetUrl = {}", E::Asked},
-    {"[Vip] Click vip widget{}, access = {s}, dataType = {n}{}", E::Asked},
+    {"[Vip] {}, access = {s}, dataType = {n}{}", E::Asked},
     {"[Vip] Open Vip Web Page failed, strUrl is empty"},
     {"[Vip] RequestActiveVip callback, {}"},
     {"[Vip] Show popup {}"},
 };
 
 const RowText kChatRows[] = {
-    {"[AIChat] OnLogin, preload AI chat web page"},
     {"[AIChat] RequestAIChatEnableStatus callback, receive cmd error, error = {n}, cmd = {n}", E::Refused,
      kStepAnswered, "The request for the scenes failed with error {0}.", "answer", "error {0}, command {1}",
      "error 0, command 20982"},
@@ -267,8 +261,8 @@ std::optional<ParsedLine> Read(const QString& text) {
             text.startsWith(row.begin) ? row.expression.match(text) : QRegularExpressionMatch();
         if (match.hasMatch()) {
             ParsedLine line{&row, match.capturedTexts().mid(1), text};
-            for (QString& value : line.values) {
-                value = readable::FromLatin1(value).value_or(value);
+            for (int index = 0; index < line.values.size(); ++index) {
+                line.values[index] = readable::FromLatin1(line.values[index]).value_or(line.values[index]);
             }
             return line;
         }
@@ -295,7 +289,7 @@ QString Filled(const char* text, const ParsedLine& line, qint64 nowMs, const std
                        : FormattedValue(line.values.value(match.captured(1).toInt()), match.captured(2), nowMs));
         done = match.capturedEnd();
     }
-    filled += pattern.mid(done);
+    filled += pattern.midRef(done);
     return filled.replace(": ."_q, "."_q);
 }
 

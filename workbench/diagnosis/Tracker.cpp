@@ -34,10 +34,6 @@ bool IsTrue(const QString& word) {
     return word == QLatin1String("true");
 }
 
-void AddLine(TrackerState& state, EnKind kind, const AdSlot& subject, const ParsedLine& line) {
-    Keep(state.lines[{kind, subject}], line, kLinesKept);
-}
-
 // ---- ads
 
 Json::Value Parsed(const std::string& body) {
@@ -167,7 +163,7 @@ void OnPictureFailed(TrackerState& state, const ParsedLine& line) {
         const bool isBanner = slot.type == kTypeBanner;
         if (slot.type == int(line.Number(0)) && (isBanner ? isOf(ad.made) || isOf(ad.standing) : ad.isLoading)) {
             ad.failedPictures.insert(line.values[1]);
-            AddLine(state, EnKind::Ad, slot, line);
+            Keep(state.lines[{EnKind::Ad, slot}], line, kLinesKept);
             if (!isBanner) {
                 Put(ad, {line, kStepPicture});
             }
@@ -186,7 +182,7 @@ void OnAdPush(TrackerState& state, const ParsedLine& line, const AdSlot& named) 
         Put(ad, {line, line.row->step});
     }
     if (named == kBottomPopup) {
-        AddLine(state, EnKind::Ad, named, line);
+        Keep(state.lines[{EnKind::Ad, named}], line, kLinesKept);
         ad.pushesMs.insert(line.serverMs + std::max(0, int32_t(uint32_t(line.values.last().toLongLong()) * 1'000u)));
     }
 }
@@ -251,7 +247,7 @@ void TakeAd(TrackerState& state, const ParsedLine& line) {
     } else if (row.event == EnEvent::Pushed || row.event == EnEvent::Withdrawn) {
         OnAdPush(state, line, slot);
     } else {
-        AddLine(state, EnKind::Ad, slot, line);
+        Keep(state.lines[{EnKind::Ad, slot}], line, kLinesKept);
         TakeAd(state, state.ads[slot], slot, line);
     }
 }
@@ -396,9 +392,9 @@ void TakeModuleLine(TrackerState& state, const ParsedLine& line) {
     } else if (kind == EnKind::Widget) {
         // The later lines of an activation do not name the right.
         state.right = line.row->at >= 0 ? number : state.right;
-        AddLine(state, EnKind::Widget, {state.right}, line);
+        Keep(state.lines[{EnKind::Widget, {state.right}}], line, kLinesKept);
     } else {
-        AddLine(state, kind, {kind == EnKind::Chat ? number : 0}, line);
+        Keep(state.lines[{kind, {kind == EnKind::Chat ? number : 0}}], line, kLinesKept);
         TakeRefresh(state, kind == EnKind::Rights ? state.rights : kind == EnKind::Vip ? state.vip : state.chat, line);
     }
 }
@@ -436,35 +432,37 @@ quint64 TrackerState::User() const {
 CTracker::CTracker(ToServer toServer, QObject* parent) : QObject(parent), m_fnToServer(std::move(toServer)) {}
 
 void CTracker::Take(const TraceEvent& seen) {
-    if (seen.number != 0 && std::exchange(m_nLastSeen, std::max(m_nLastSeen, seen.number)) >= seen.number) {
+    if (seen.number != 0 && seen.number <= m_nLastSeen) {
         return;
     }
+    m_nLastSeen = seen.number;
     std::visit([&](const auto& what) { On(m_state, what, seen.timeMs); }, seen.what);
     Q_EMIT Changed();
 }
 
 void CTracker::TakeLine(const LogEntry& entry) {
-    if (entry.number != 0 && std::exchange(m_nLastLine, std::max(m_nLastLine, entry.number)) >= entry.number) {
+    if (entry.number != 0 && entry.number <= m_nLastLine) {
         return;
     }
     static const QRegularExpression login("^User (\\d+) logged (in|out)$"_q);
-    const bool isLogin = entry.record.module == "Host.Login";
-    const QRegularExpressionMatch match = isLogin ? login.match(entry.record.text) : QRegularExpressionMatch();
+    const auto match = entry.record.module == "Host.Login" ? login.match(entry.record.text) : QRegularExpressionMatch();
     auto line = entry.record.module == "ZRGrowth" ? Read(entry.record.text) : std::nullopt;
+    if (!line && !match.hasMatch()) {
+        return;
+    }
     if (line) {
         line->timeMs = entry.time.toMSecsSinceEpoch();
         line->serverMs = m_fnToServer(line->timeMs);
         TakeModuleLine(m_state, *line);
-    } else if (match.hasMatch() && match.captured(2) == QLatin1String("in")) {
+    } else if (match.captured(2) == QLatin1String("in")) {
         TrackerState fresh;
         fresh.user = match.captured(1).toULongLong();
         std::tie(fresh.timerFrom, fresh.loadUser, fresh.loadScene) =
             std::tie(m_state.timerFrom, m_state.loadUser, m_state.loadScene);
         m_state = fresh;
-    } else if (match.hasMatch()) {
-        m_state.isLoggedOut = true;
     } else {
-        return;
+        m_state.isLoggedOut = true;
     }
+    m_nLastLine = entry.number;
     Q_EMIT Changed();
 }

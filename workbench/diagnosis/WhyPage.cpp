@@ -75,23 +75,7 @@ CWhyPage::CWhyPage(const CTracker& tracker, CPremiumRights& rights, const CAICha
     m_pDetail->setTabChangesFocus(true);
     m_pDetail->setFrameShape(QFrame::NoFrame);
     m_pDetail->setMinimumHeight(4 * kRowHeight);
-    m_pModel->setHorizontalHeaderLabels({"Subject"_q, "Name"_q, "State"_q, "Ads"_q, "User"_q});
-    m_pFilter->setSourceModel(m_pModel);
-    m_pFilter->setSortRole(kSortRole);
-    m_pFilter->setFilterRole(kSearchRole);
-    tables::SetUp(*m_pTable);
-    m_pTable->setModel(m_pFilter);
-    m_pTable->setSortingEnabled(true);
-    m_pTable->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_pTable->setMinimumHeight(4 * kRowHeight);
-    m_pSearch->setPlaceholderText("Number, name, title or state"_q);
-    m_pSearch->setClearButtonEnabled(true);
-    connect(m_pSearch, &QLineEdit::textChanged, this, &CWhyPage::Update);
-    connect(m_pTable->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
-        Say(QString(), true);
-        ShowBanner(nullptr);
-        ShowAnswer();
-    });
+    SetUpList();
     auto* panel =
         widgets::NewButton("AdPanelOpen"_q, "Popup panel"_q, this, [this] { CAdPanelWindow::Open(window()); });
     auto* copy = widgets::NewButton("WhyCopy"_q, "Copy answer"_q, this, [this] { CopyAnswer(); });
@@ -118,6 +102,26 @@ CWhyPage::CWhyPage(const CTracker& tracker, CPremiumRights& rights, const CAICha
     Update();
     m_pTable->sortByColumn(0, Qt::AscendingOrder);
     m_pTable->selectRow(0);
+}
+
+void CWhyPage::SetUpList() {
+    m_pModel->setHorizontalHeaderLabels({"Subject"_q, "Name"_q, "State"_q, "Ads"_q, "User"_q});
+    m_pFilter->setSourceModel(m_pModel);
+    m_pFilter->setSortRole(kSortRole);
+    m_pFilter->setFilterRole(kSearchRole);
+    tables::SetUp(*m_pTable);
+    m_pTable->setModel(m_pFilter);
+    m_pTable->setSortingEnabled(true);
+    m_pTable->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_pTable->setMinimumHeight(4 * kRowHeight);
+    m_pSearch->setPlaceholderText("Number, name, title or state"_q);
+    m_pSearch->setClearButtonEnabled(true);
+    connect(m_pSearch, &QLineEdit::textChanged, this, &CWhyPage::Update);
+    connect(m_pTable->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        Say(QString(), true);
+        ShowBanner(nullptr);
+        ShowAnswer();
+    });
 }
 
 // ---- subjects
@@ -226,7 +230,8 @@ void CWhyPage::Update() {
         }
     }
     QString pattern = "^[%1]"_q.arg(m_pKind->currentData().toString());
-    for (const QString& word : m_pSearch->text().simplified().split(QLatin1Char(' '))) {
+    const QStringList words = m_pSearch->text().simplified().split(QLatin1Char(' '));
+    for (const QString& word : words) {
         pattern += "(?=.*%1)"_q.arg(QRegularExpression::escape(word));
     }
     m_pFilter->setFilterRegularExpression(QRegularExpression(pattern, QRegularExpression::CaseInsensitiveOption));
@@ -256,19 +261,17 @@ void CWhyPage::ShowRow(const Subject& subject, int order) {
         m_pModel->setData(cell, host::kit::TipText(texts[column]), Qt::ToolTipRole);
         m_pModel->setData(cell, column == 0 ? QVariant(order) : QVariant(texts[column]), kSortRole);
     }
-    first->setData(subject.key.left(1) + texts.join(QLatin1Char(' ')), kSearchRole);
+    first->setData(subject.key.at(0) + texts.join(QLatin1Char(' ')), kSearchRole);
 }
 
 void CWhyPage::ShowSentence() {
     const Explanation explained = ChosenAnswer();
-    const QStringList steps = explained.Steps();
     QString strip;
-    for (int index = 0; index < steps.size(); ++index) {
-        const StripStep::EnState state = explained.strip[size_t(index)].state;
-        const QColor color(state == StripStep::EnState::Done      ? theme::kUp
-                           : state == StripStep::EnState::Stopped ? theme::kDown
-                                                                  : theme::kMuted);
-        strip += "<span style=\"color:%1\">%2</span> &nbsp; "_q.arg(color.name(), steps[index]);
+    for (const QString& step : explained.steps) {
+        const QColor color(step.startsWith(QChar(0x2713))   ? theme::kUp
+                           : step.startsWith(QChar(0x2717)) ? theme::kDown
+                                                            : theme::kMuted);
+        strip += "<span style=\"color:%1\">%2</span> &nbsp; "_q.arg(color.name(), step);
     }
     m_pStrip->setText(strip);
     m_pSentence->setText(explained.sentence);
@@ -386,7 +389,7 @@ void CWhyPage::ForgetAndAsk() {
 void CWhyPage::CopyAnswer() {
     const Explanation explained = ChosenAnswer();
     if (const Subject* subject = Chosen()) {
-        const QStringList head{"%1, user %2"_q.arg(subject->name, UserText()), explained.Steps().join(QLatin1Char(' ')),
+        const QStringList head{"%1, user %2"_q.arg(subject->name, UserText()), explained.steps.join(QLatin1Char(' ')),
                                explained.sentence};
         QApplication::clipboard()->setText((head + explained.details).join(QLatin1Char('\n')));
         Say("Copied"_q, true);
@@ -403,7 +406,7 @@ QJsonObject CWhyPage::State() const {
                                     {"state"_q, explained.state},
                                     {"counts"_q, explained.counts},
                                     {"sentence"_q, explained.sentence},
-                                    {"steps"_q, QJsonArray::fromStringList(explained.Steps())},
+                                    {"steps"_q, QJsonArray::fromStringList(explained.steps)},
                                     {"details"_q, QJsonArray::fromStringList(explained.details)}});
     }
     return {{"subjects"_q, subjects}};

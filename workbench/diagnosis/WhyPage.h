@@ -46,6 +46,7 @@ private:
         std::function<void()> ask = {};  // empty: the module asks at a login only
     };
 
+    void SetUpList();
     std::vector<Subject> Subjects();
     std::set<int> ListedRights() const;
     QString RightName(int right) const;

@@ -83,12 +83,13 @@ TEST_F(AdStatesTest, StripFollowsTheAdToTheScreen) {
     EXPECT_EQ(Sentence(), "The request of 00:03:20 has no answer yet. Wait for it.");
     AnswerJson(Card());
     EXPECT_EQ(Sentence(), "Its picture is loading. It is shown when the picture is there.");
-    EXPECT_EQ(Explained().strip[log_table::kStepConditions].state, StripStep::EnState::Done);
-    EXPECT_EQ(Explained().strip[log_table::kStepPicture].state, StripStep::EnState::Waiting);
+    EXPECT_THAT(Explained().steps.mid(3),
+                ElementsAre(QStringLiteral("\u2713 conditions"), QStringLiteral("\u2026 picture"),
+                            QStringLiteral("\u2013 shown")));
     time.Advance(std::chrono::seconds(2));
     LetPictureIn();
     EXPECT_EQ(Sentence(), "Shown since 00:03:22: ad 18088.");
-    EXPECT_EQ(Explained().strip.back().state, StripStep::EnState::Done);
+    EXPECT_EQ(Explained().steps.last(), QStringLiteral("\u2713 shown"));
 
     time.Advance(std::chrono::seconds(15));
     EXPECT_EQ(Sentence(), std::string("Nothing is waiting: the last list ended at 00:03:37 when its display time was "

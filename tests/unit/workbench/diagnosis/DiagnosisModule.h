@@ -51,11 +51,9 @@ protected:
     /// The step that is stopped; empty if none is. Checks that at most one is.
     static std::string StoppedOf(const Explanation& explained) {
         std::string stopped;
-        for (const StripStep& step : explained.strip) {
-            if (step.state == StripStep::EnState::Stopped) {
-                EXPECT_EQ(stopped, "");
-                stopped = step.name.toStdString();
-            }
+        for (const QString& step : explained.steps.filter(QStringLiteral("\u2717 "))) {
+            EXPECT_EQ(stopped, "");
+            stopped = step.mid(2).toStdString();
         }
         return stopped;
     }
