@@ -438,7 +438,8 @@ Explanation OfRight(const CTracker& tracker, const CPremiumRights& rights, EnPre
     Explanation explained;
     explained.details = WidgetsOf(record, rights.Vip().isNewSystem);
     QStringList shown = explained.details.filter(": may be shown"_q);
-    shown.replaceInStrings(QRegularExpression("^. (.*): may be shown$"_q), "\\1"_q);
+    static const QRegularExpression frame("^. |: may be shown$"_q);
+    shown.replaceInStrings(frame, QString());
     const bool isTaken = TellRequests(explained, tracker, tracker.State().rights, EnKind::Widget, {right}, localNowMs);
     if (isListed) {
         explained.state = Joined({isHeld ? "held"_q : "not held"_q, activation, "%1 days"_q.arg(record.nDaysLeft)});

@@ -204,9 +204,8 @@ const CWhyPage::Subject* CWhyPage::Chosen() const {
 
 Explanation CWhyPage::ChosenAnswer() const {
     const Subject* subject = Chosen();
-    Explanation none;
-    none.sentence = "Choose a row to see why it is not shown."_q;
-    return subject ? subject->explain(QDateTime::currentMSecsSinceEpoch()) : none;
+    return subject ? subject->explain(QDateTime::currentMSecsSinceEpoch())
+                   : Explanation{{}, {}, "Choose a row to see why it is not shown."_q, {}, {}, {}};
 }
 
 // ---- display
@@ -328,8 +327,8 @@ void CWhyPage::ShowUsers(const std::vector<ServerUser>& users) {
 }
 
 void CWhyPage::ForgetServer() {
-    m_positions.clear();
     m_server.Ask("GET", "/v1/scenario"_q, QByteArray(), this, [this](const ServerAnswer& answer) {
+        m_positions.clear();
         for (const Json::Value& ad : json::Items(json::Member(answer.body, "ads"))) {
             const auto type = json::Number(json::Member(ad, "adType"));
             const auto position = json::Number(json::Member(ad, "adPosition"));
