@@ -46,10 +46,6 @@ const Json::Value& Member(const Json::Value& json, const std::string& key) {
     return member ? *member : Json::Value::nullSingleton();
 }
 
-const Json::Value& Member(const Json::Value& json, const char* key) {
-    return Member(json, std::string(key));
-}
-
 std::vector<Json::Value> Items(const Json::Value& json) {
     return json.isArray() ? std::vector<Json::Value>(json.begin(), json.end()) : std::vector<Json::Value>();
 }

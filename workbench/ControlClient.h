@@ -55,7 +55,6 @@ QString CurlLine(const ControlRequest& request, const QString& url, const QStrin
 namespace json {
 
 /// The member, or null.
-const Json::Value& Member(const Json::Value& json, const char* key);
 const Json::Value& Member(const Json::Value& json, const std::string& key);
 
 /// The items of a list. Empty for anything else.

@@ -20,22 +20,20 @@ public:
     /// Number of characters that a cell displays.
     static constexpr int kMaxCell = 500;
 
-    explicit CEventModel(std::shared_ptr<IEventFormat> format, QObject* parent = nullptr);
+    explicit CEventModel(EventFormatPtr format, QObject* parent = nullptr);
 
-    IEventFormat& Format() const { return *m_format; }
+    const EventFormatPtr& Format() const { return m_format; }
 
     /// Adds an event of the format, unless a newer one of the same source was added before.
     void Add(const Event& event);
     /// Replaces all rows.
     void SetRows(const std::vector<RowPtr>& rows);
 
-    const EventRow& At(int row) const { return *m_rows[size_t(row)].row; }
-    std::vector<RowPtr> Rows() const;
-    /// Returns true if the row contains `text`, ignoring case.
-    bool Holds(int row, const QString& text) const;
+    const EventRow& At(int row) const { return *m_rows[size_t(row)]; }
+    std::vector<RowPtr> Rows() const { return {m_rows.begin(), m_rows.end()}; }
 
     /// Returns true if all received events are shown.
-    bool IsSettled() const { return m_pending.empty() && m_amendments.empty(); }
+    bool IsSettled() const { return m_pending.empty(); }
     /// Shows the next batch of pending events, unless paused.
     void Flush();
     /// While paused the rows do not change. New events are still collected, up to the limit.
@@ -54,29 +52,16 @@ Q_SIGNALS:
     void Changed();
 
 private:
-    struct Shown {
-        uint64_t id;
-        RowPtr row;
-    };
-    struct Pending {
-        uint64_t id;
-        Event event;
-    };
-
-    void Collect(const Event& event);
     void Schedule();
-    void ShowBatch();
-    void Amend();
-    QString Cell(int row, int column) const;
+    void ShowEvent(const Event& event, std::vector<RowPtr>& added);
+    void AddRows(const std::vector<RowPtr>& added);
 
-    const std::shared_ptr<IEventFormat> m_format;
-    const int m_nLimit;
-    std::deque<Shown> m_rows;
-    std::deque<Pending> m_pending;
-    std::map<uint64_t, uint64_t> m_begun;  // sequences without an end, and the ids of their rows
-    std::deque<Pending> m_amendments;      // by the ids of the rows that they change
+    const EventFormatPtr m_format;
+    std::deque<RowPtr> m_rows;
+    uint64_t m_nRemoved = 0;  // rows before the first
+    std::deque<Event> m_pending;
+    std::map<uint64_t, uint64_t> m_begun;  // the row numbers of sequences without an end
     QTimer m_flushTimer;
-    uint64_t m_nNextId = 0;
     uint64_t m_newest[std::variant_size_v<Event>] = {};
     bool m_bPaused = false;
 };

@@ -1,16 +1,13 @@
 #include "workbench/EventView.h"
 
-#include <QEvent>
-#include <QHBoxLayout>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QScrollBar>
 #include <QSplitter>
 #include <QTableView>
 
 #include "workbench/Tables.h"
+#include "workbench/Widgets.h"
 
 namespace {
 
@@ -18,38 +15,37 @@ constexpr int kMinDetailHeight = 76;
 constexpr int kMinTableHeight = 90;
 constexpr int kFittedRows = 30;
 
-void AddLines(QString& text, const std::vector<FieldNode>& fields, int depth) {
+QString Lines(const std::vector<FieldNode>& fields, const QString& indent) {
+    QString lines;
     for (const FieldNode& field : fields) {
-        text += QString(2 * depth, QLatin1Char(' ')) + field.name;
-        text += field.value.isEmpty() ? QStringLiteral("\n") : QStringLiteral(": %1\n").arg(field.value);
-        AddLines(text, field.children, depth + 1);
+        lines += indent + field.name + (field.value.isEmpty() ? "\n"_q : ": %1\n"_q.arg(field.value)) +
+                 Lines(field.children, indent + "  "_q);
     }
+    return lines;
 }
 
 }  // namespace
 
-CEventView::CEventView(std::unique_ptr<IEventFormat> format, QWidget* parent)
+CEventView::CEventView(const EventFormatPtr& format, QWidget* parent)
     : QWidget(parent),
-      m_strName(format->Name()),
-      m_format(std::move(format)),
-      m_model(m_format),
-      m_file(m_format),
-      m_pText(New<QLineEdit>("Filter", QStringLiteral("Filter by text"))),
-      m_pCount(New<QLabel>("Count")),
-      m_pPause(New<QPushButton>("Pause")),
-      m_pClear(New<QPushButton>("Clear")),
-      m_pTable(New<QTableView>("Table", m_strName + QStringLiteral(" events"))),
-      m_pNothing(new QLabel(m_pTable->viewport())),
-      m_pDetail(New<QPlainTextEdit>("Detail", QStringLiteral("The selected row in full"))) {
-    m_model.setParent(this);  // found as a child
-    m_file.setParent(this);
-    m_pCount->setProperty("role", QStringLiteral("muted"));
+      m_model(format, this),  // found as a child
+      m_file(format, this),
+      m_pText(widgets::New<QLineEdit>(format->name + "Filter"_q, this, "Filter by text"_q)),
+      m_pCount(widgets::NewLabel(format->name + "Count"_q, "muted", this)),
+      m_pPause(widgets::New<QPushButton>(format->name + "Pause"_q, this)),
+      m_pClear(widgets::NewButton(format->name + "Clear"_q, "Clear"_q, this, [this] { m_model.Clear(); })),
+      m_pTable(widgets::New<QTableView>(format->name + "Table"_q, this, format->name + " events"_q)),
+      m_pNothing(widgets::NewLabel(format->name + "Nothing"_q, "muted", m_pTable->viewport())),
+      m_pDetail(widgets::New<QPlainTextEdit>(format->name + "Detail"_q, this, "The selected row in full"_q)) {
+    m_pPause->setText("Pause"_q);
+    m_pPause->setCheckable(true);
+    connect(m_pPause, &QPushButton::toggled, &m_model, &CEventModel::SetPaused);
     m_pDetail->setReadOnly(true);
     m_pDetail->setTabChangesFocus(true);
     m_pDetail->setFrameShape(QFrame::NoFrame);
     m_pDetail->setMinimumHeight(kMinDetailHeight);
     SetUpTable();
-    auto* splitter = New<QSplitter>("Splitter");
+    auto* splitter = widgets::New<QSplitter>(format->name + "Splitter"_q, this);
     splitter->setOrientation(Qt::Vertical);
     splitter->setHandleWidth(8);
     splitter->setChildrenCollapsible(false);
@@ -57,12 +53,8 @@ CEventView::CEventView(std::unique_ptr<IEventFormat> format, QWidget* parent)
     splitter->addWidget(m_pDetail);
     splitter->setStretchFactor(0, 3);
     splitter->setStretchFactor(1, 2);
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(6);
-    layout->addLayout(NewFilters());
-    layout->addLayout(NewControls());
-    layout->addWidget(splitter, 1);
+    widgets::Column({NewFilters(), widgets::Row({{m_pCount, 1}, m_pPause, m_pClear}), {splitter, 1}}, this)
+        ->setSpacing(6);
     for (CEventModel* model : {&m_model, &m_file}) {
         connect(model, &CEventModel::Changed, this, &CEventView::ShowCount);
     }
@@ -71,40 +63,26 @@ CEventView::CEventView(std::unique_ptr<IEventFormat> format, QWidget* parent)
 
 QLayout* CEventView::NewFilters() {
     m_pText->setClearButtonEnabled(true);
-    m_pText->setPlaceholderText(QStringLiteral("Filter by text"));
+    m_pText->setPlaceholderText(m_pText->accessibleName());
     connect(m_pText, &QLineEdit::textChanged, this, [this](const QString& text) {
         m_filter.SetText(text);
         ShowCount();
     });
-    auto* row = new QHBoxLayout;
-    row->addWidget(m_pText, 1);
-    for (const IEventFormat::Filter& filter : m_format->Filters()) {
-        auto* box = New<QComboBox>(filter.part, QString::fromLatin1(filter.part));
-        box->addItem(QString::fromLatin1(filter.all), QString());
+    auto* row = widgets::Row({{m_pText, 1}});
+    for (const EventFormat::Filter& filter : m_model.Format()->filters) {
+        const QString part = QString::fromLatin1(filter.part);
+        widgets::Choices choices{{QString(), QString::fromLatin1(filter.all)}};
         for (const char* choice : filter.choices) {
-            box->addItem(QString::fromLatin1(choice), QString::fromLatin1(choice));
+            choices.emplace_back(QString::fromLatin1(choice), QString::fromLatin1(choice));
         }
         const int number = int(m_choices.size());
-        connect(box, qOverload<int>(&QComboBox::currentIndexChanged), this, [this, box, number] {
-            m_filter.SetChoice(number, box->currentData().toString());
-            ShowCount();
-        });
-        m_choices.push_back(box);
-        row->addWidget(box);
+        m_choices.push_back(widgets::NewCombo(m_model.Format()->name + part, part, choices, this,
+                                              [this, number](const QVariant& choice) {
+                                                  m_filter.SetChoice(number, choice.toString());
+                                                  ShowCount();
+                                              }));
+        row->addWidget(m_choices.back());
     }
-    return row;
-}
-
-QLayout* CEventView::NewControls() {
-    m_pPause->setCheckable(true);
-    m_pPause->setText(QStringLiteral("Pause"));
-    m_pClear->setText(QStringLiteral("Clear"));
-    connect(m_pPause, &QPushButton::toggled, &m_model, &CEventModel::SetPaused);
-    connect(m_pClear, &QPushButton::clicked, &m_model, &CEventModel::Clear);
-    auto* row = new QHBoxLayout;
-    row->addWidget(m_pCount, 1);
-    row->addWidget(m_pPause);
-    row->addWidget(m_pClear);
     return row;
 }
 
@@ -116,13 +94,16 @@ void CEventView::SetUpTable() {
     m_pTable->setModel(&m_filter);
     m_pTable->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     m_pTable->setSortingEnabled(true);
-    m_pNothing->setObjectName(m_strName + QStringLiteral("Nothing"));
-    m_pNothing->setProperty("role", QStringLiteral("muted"));
     m_pNothing->setAlignment(Qt::AlignCenter);
-    m_pNothing->setWordWrap(true);
     m_pNothing->setAttribute(Qt::WA_TransparentForMouseEvents);
-    m_pTable->viewport()->installEventFilter(this);
-    Follow();
+    widgets::Row({m_pNothing}, m_pTable->viewport())->setContentsMargins(12, 0, 12, 0);
+    QScrollBar* bar = m_pTable->verticalScrollBar();
+    connect(bar, &QScrollBar::valueChanged, this, [this, bar](int value) { m_bFollow = value == bar->maximum(); });
+    connect(bar, &QScrollBar::rangeChanged, this, [this, bar](int, int maximum) {
+        if (m_bFollow && m_filter.sortColumn() <= 0) {
+            bar->setValue(maximum);
+        }
+    });
     connect(m_pTable->selectionModel(), &QItemSelectionModel::selectionChanged, this, &CEventView::ShowSelected);
     // a reset clears the selection without selectionChanged
     connect(&m_filter, &QAbstractItemModel::modelReset, this, &CEventView::ShowSelected);
@@ -132,13 +113,6 @@ void CEventView::SetUpTable() {
             ShowSelected();
         }
     });
-}
-
-bool CEventView::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Resize && watched == m_pTable->viewport()) {
-        m_pNothing->setGeometry(m_pTable->viewport()->rect().adjusted(12, 0, -12, 0));
-    }
-    return QWidget::eventFilter(watched, event);
 }
 
 void CEventView::showEvent(QShowEvent* event) {
@@ -152,16 +126,6 @@ void CEventView::FitColumns() {
         tables::FitColumns(*m_pTable);
         m_bFitted = m_filter.rowCount() >= kFittedRows;
     }
-}
-
-void CEventView::Follow() {
-    QScrollBar* bar = m_pTable->verticalScrollBar();
-    connect(bar, &QScrollBar::valueChanged, this, [this, bar](int value) { m_bFollow = value == bar->maximum(); });
-    connect(bar, &QScrollBar::rangeChanged, this, [this, bar](int, int maximum) {
-        if (m_bFollow && m_filter.sortColumn() <= 0) {
-            bar->setValue(maximum);
-        }
-    });
 }
 
 void CEventView::Show(CEventModel& model) {
@@ -182,16 +146,19 @@ void CEventView::ShowLive() {
     Show(m_model);
 }
 
+const CEventModel& CEventView::Shown() const {
+    return static_cast<const CEventModel&>(*m_filter.sourceModel());
+}
+
 void CEventView::ShowCount() {
-    const auto& shown = static_cast<const CEventModel&>(*m_filter.sourceModel());
-    const QString words =
-        shown.IsPaused() ? QStringLiteral("%1 of %2 lines, paused") : QStringLiteral("%1 of %2 lines");
-    m_pCount->setText(words.arg(m_filter.rowCount()).arg(shown.rowCount()));
+    const bool isPaused = Shown().IsPaused();
+    m_pCount->setText(
+        "%1 of %2 lines%3"_q.arg(m_filter.rowCount()).arg(Shown().rowCount()).arg(isPaused ? ", paused"_q : QString()));
     m_pNothing->setVisible(m_filter.rowCount() == 0);
-    m_pNothing->setText(shown.rowCount() > 0 ? QStringLiteral("No row passes the filter")
-                        : &shown == &m_file  ? QStringLiteral("The file has no such rows")
-                        : m_model.IsPaused() ? QStringLiteral("Paused")
-                                             : m_format->Nothing());
+    m_pNothing->setText(Shown().rowCount() > 0 ? "No row passes the filter"_q
+                        : &Shown() == &m_file  ? "The file has no such rows"_q
+                        : isPaused             ? "Paused"_q
+                                               : m_model.Format()->nothing);
     if (isVisible()) {
         FitColumns();
     }
@@ -199,20 +166,14 @@ void CEventView::ShowCount() {
 
 void CEventView::ShowSelected() {
     const QModelIndexList selected = m_pTable->selectionModel()->selectedRows();
-    QString text;
-    if (!selected.isEmpty()) {
-        const auto& shown = static_cast<const CEventModel&>(*m_filter.sourceModel());
-        const EventRow& row = shown.At(m_filter.mapToSource(selected.first()).row());
-        if (row.detail) {
-            AddLines(text, row.detail(), 0);
-            text.chop(1);
-        }
-    }
+    const EventRow* row = selected.isEmpty() ? nullptr : &Shown().At(m_filter.mapToSource(selected.first()).row());
+    QString text = row && row->detail ? Lines(row->detail(), QString()) : QString();
+    text.chop(1);
     m_pDetail->setPlainText(text);
 }
 
 QJsonObject CEventView::Filters() const {
-    QJsonObject filters{{QStringLiteral("text"), m_pText->text()}};
+    QJsonObject filters{{"text"_q, m_pText->text()}};
     for (const QComboBox* box : m_choices) {
         filters[box->accessibleName()] = box->currentData().toString();
     }
@@ -220,7 +181,7 @@ QJsonObject CEventView::Filters() const {
 }
 
 void CEventView::SetFilters(const QJsonObject& filters) {
-    m_pText->setText(filters[QStringLiteral("text")].toString());
+    m_pText->setText(filters["text"_q].toString());
     for (QComboBox* box : m_choices) {
         box->setCurrentIndex(std::max(0, box->findData(filters[box->accessibleName()].toString())));
     }

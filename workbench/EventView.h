@@ -17,7 +17,7 @@ class QTableView;
 /// the format's name.
 class CEventView : public QWidget {
 public:
-    explicit CEventView(std::unique_ptr<IEventFormat> format, QWidget* parent = nullptr);
+    explicit CEventView(const EventFormatPtr& format, QWidget* parent = nullptr);
 
     CEventModel& Model() { return m_model; }
     const CEventModel& Model() const { return m_model; }
@@ -31,28 +31,17 @@ public:
     void SetFilters(const QJsonObject& filters);
 
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
 private:
-    template <class Widget>
-    Widget* New(const char* part, const QString& accessibleName = QString()) {
-        auto* widget = new Widget(this);
-        widget->setObjectName(m_strName + QString::fromLatin1(part));
-        widget->setAccessibleName(accessibleName);
-        return widget;
-    }
     QLayout* NewFilters();
-    QLayout* NewControls();
     void SetUpTable();
-    void Follow();
     void Show(CEventModel& model);
+    const CEventModel& Shown() const;
     void ShowCount();
     void ShowSelected();
     void FitColumns();
 
-    const QString m_strName;
-    const std::shared_ptr<IEventFormat> m_format;
     CEventModel m_model;
     CEventModel m_file;
     CEventFilter m_filter;

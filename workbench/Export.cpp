@@ -12,9 +12,10 @@
 namespace workbench_export {
 namespace {
 
-constexpr const char* kFormat = "zrclient-workbench";
 constexpr int kVersion = 2;
-constexpr const char* kTones[] = {"normal", "bad", "expected"};
+// Read only. clazy:excludeall=non-pod-global-static
+const QString kFormat = "zrclient-workbench"_q;
+const QStringList kTones{"normal"_q, "bad"_q, "expected"_q};
 
 QString Iso(qint64 timeMs) {
     return QDateTime::fromMSecsSinceEpoch(timeMs, Qt::UTC).toString(Qt::ISODateWithMs);
@@ -55,16 +56,16 @@ QJsonValue Redacted(const QJsonValue& json, const CRedactor& aliases) {
 QJsonArray JsonOf(const std::vector<FieldNode>& fields, const CRedactor& aliases) {
     QJsonArray list;
     for (const FieldNode& field : fields) {
-        QJsonObject json{{QStringLiteral("name"), aliases.Redacted(field.name)}};
+        QJsonObject json{{"name"_q, aliases.Redacted(field.name)}};
         if (field.isWithheld) {
-            json[QStringLiteral("withheld")] = true;
+            json["withheld"_q] = true;
         } else if (field.raw) {
-            json[QStringLiteral("hex")] = aliases.RedactedHex(*field.raw);
+            json["hex"_q] = aliases.RedactedHex(*field.raw);
         } else if (!field.value.isEmpty() || field.children.empty()) {
-            json[QStringLiteral("value")] = aliases.Redacted(field.value);
+            json["value"_q] = aliases.Redacted(field.value);
         }
         if (!field.children.empty()) {
-            json[QStringLiteral("fields")] = JsonOf(field.children, aliases);
+            json["fields"_q] = JsonOf(field.children, aliases);
         }
         list.append(json);
     }
@@ -73,84 +74,76 @@ QJsonArray JsonOf(const std::vector<FieldNode>& fields, const CRedactor& aliases
 
 std::vector<FieldNode> FieldsOf(const QJsonArray& list) {
     std::vector<FieldNode> fields;
-    for (const QJsonValue& value : list) {
-        const QJsonObject json = value.toObject();
-        fields.push_back({json[QStringLiteral("name")].toString(),
-                          json[QStringLiteral("withheld")].toBool() ? QStringLiteral("(withheld)")
-                          : json.contains(QStringLiteral("hex"))    ? json[QStringLiteral("hex")].toString()
-                                                                    : json[QStringLiteral("value")].toString(),
+    for (const QJsonValue& json : list) {
+        const QJsonValue value = json["withheld"_q].toBool() ? "(withheld)"_q : json["hex"_q];
+        fields.push_back({json["name"_q].toString(),
+                          value.toString(json["value"_q].toString()),
                           {},
-                          FieldsOf(json[QStringLiteral("fields")].toArray())});
+                          FieldsOf(json["fields"_q].toArray())});
     }
     return fields;
 }
 
-QJsonObject JsonOf(const Recording::List& list, const EventRow& row, const CRedactor& aliases) {
-    QJsonObject json{{QStringLiteral("time"), Iso(row.timeMs)},
-                     {QStringLiteral("tone"), QLatin1String(kTones[int(row.tone)])}};
-    for (size_t column = 0; column < list.columns.size(); ++column) {
+QString FilterKey(const EventFormat::Filter& filter) {
+    return QString::fromLatin1(filter.part).toLower();
+}
+
+QJsonObject JsonOf(const EventFormat& format, const EventRow& row, const CRedactor& aliases) {
+    QJsonObject json{{"time"_q, Iso(row.timeMs)}, {"tone"_q, kTones[int(row.tone)]}};
+    for (size_t column = 0; column < format.columns.size(); ++column) {
         const QString cell = row.cells.value(int(column));
-        if (list.columns[column].key && !cell.isEmpty()) {
-            json[QLatin1String(list.columns[column].key)] = aliases.Redacted(cell);
+        if (!format.columns[column].key.isEmpty() && !cell.isEmpty()) {
+            json[format.columns[column].key] = aliases.Redacted(cell);
         }
     }
     QJsonObject choices;
-    for (size_t filter = 0; filter < list.filters.size(); ++filter) {
-        choices[QString::fromLatin1(list.filters[filter].part).toLower()] = row.choices.value(int(filter));
+    for (size_t filter = 0; filter < format.filters.size(); ++filter) {
+        choices[FilterKey(format.filters[filter])] = row.choices.value(int(filter));
     }
-    json[QStringLiteral("filters")] = choices;
+    json["filters"_q] = choices;
     if (row.detail) {
-        json[QStringLiteral("detail")] = JsonOf(row.detail(), aliases);
+        json["detail"_q] = JsonOf(row.detail(), aliases);
     }
     return json;
 }
 
-CEventModel::RowPtr RowOf(const Recording::List& list, const QJsonObject& json) {
+CEventModel::RowPtr RowOf(const EventFormat& format, const QJsonValue& json) {
     auto row = std::make_shared<EventRow>();
-    row->timeMs = FromIso(json[QStringLiteral("time")]);
-    for (int tone = 0; tone < int(std::size(kTones)); ++tone) {
-        if (json[QStringLiteral("tone")].toString() == QLatin1String(kTones[tone])) {
-            row->tone = EnTone(tone);
-        }
+    row->timeMs = FromIso(json["time"_q]);
+    row->tone = EnTone(std::max(0, kTones.indexOf(json["tone"_q].toString())));
+    for (const EventFormat::Column& column : format.columns) {
+        row->cells << json[column.key].toString();
     }
-    for (const IEventFormat::Column& column : list.columns) {
-        row->cells << (column.key ? json[QLatin1String(column.key)].toString() : QString());
+    for (const EventFormat::Filter& filter : format.filters) {
+        row->choices << json["filters"_q][FilterKey(filter)].toString();
     }
-    const QJsonObject choices = json[QStringLiteral("filters")].toObject();
-    for (const IEventFormat::Filter& filter : list.filters) {
-        row->choices << choices[QString::fromLatin1(filter.part).toLower()].toString();
-    }
-    row->detail = [fields = json[QStringLiteral("detail")].toArray()] { return FieldsOf(fields); };
+    row->detail = [fields = json["detail"_q].toArray()] { return FieldsOf(fields); };
     return row;
 }
 
 }  // namespace
 
-Recording::List ListOf(const CEventModel& model) {
-    return {model.Format().Name().toLower(), model.Format().Columns(), model.Format().Filters(), model.Rows()};
-}
-
 // The rows are written one by one, so that the file is never in memory as a whole.
 QString Write(const QString& path, const Recording& recording, const CRedactor& aliases) {
     const QString folder = QFileInfo(path).absolutePath();
     if (path.isEmpty() || !QDir().mkpath(folder)) {
-        return QStringLiteral("The folder %1 can't be created").arg(folder);
+        return "The folder %1 can't be created"_q.arg(folder);
     }
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly)) {
-        return QStringLiteral("%1: %2").arg(path, file.errorString());
+        return "%1: %2"_q.arg(path, file.errorString());
     }
-    const QJsonObject head{{QStringLiteral("format"), QLatin1String(kFormat)},
-                           {QStringLiteral("version"), kVersion},
-                           {QStringLiteral("exported"), Iso(recording.timeMs)},
-                           {QStringLiteral("state"), Redacted(recording.state, aliases)}};
+    const QJsonObject head{{"format"_q, kFormat},
+                           {"version"_q, kVersion},
+                           {"exported"_q, Iso(recording.timeMs)},
+                           {"state"_q, Redacted(recording.state, aliases)}};
     QByteArray text = QJsonDocument(head).toJson();
     text.truncate(text.lastIndexOf('\n', text.lastIndexOf('}')));
     for (const Recording::List& list : recording.lists) {
-        text += ",\n    \"" + list.name.toUtf8() + "\": [";
+        text += ",\n    \"" + list.format->name.toLower().toUtf8() + "\": [";
         const char* separator = "\n        ";
         for (const CEventModel::RowPtr& row : list.rows) {
-            text += separator + QJsonDocument(JsonOf(list, *row, aliases)).toJson(QJsonDocument::Compact);
+            text += separator + QJsonDocument(JsonOf(*list.format, *row, aliases)).toJson(QJsonDocument::Compact);
             separator = ",\n        ";
             file.write(text);
             text.clear();
@@ -158,32 +151,31 @@ QString Write(const QString& path, const Recording& recording, const CRedactor& 
         text += "\n    ]";
     }
     file.write(text + "\n}\n");
-    return file.commit() ? QString() : QStringLiteral("%1: %2").arg(path, file.errorString());
+    return file.commit() ? QString() : "%1: %2"_q.arg(path, file.errorString());
 }
 
 QString Read(const QString& path, Recording& recording) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        return QStringLiteral("%1: %2").arg(path, file.errorString());
+        return "%1: %2"_q.arg(path, file.errorString());
     }
     const QByteArray text = file.readAll();
     std::string reason;
     // The toolkit's reader accepts what is not JSON.
     if (!host::ParseJson(text.toStdString(), reason)) {
-        return QStringLiteral("%1 is no JSON: %2").arg(path, QString::fromStdString(reason).simplified());
+        return "%1 is no JSON: %2"_q.arg(path, QString::fromStdString(reason).simplified());
     }
     const QJsonObject all = QJsonDocument::fromJson(text).object();
-    if (all[QStringLiteral("format")].toString() != QLatin1String(kFormat) ||
-        all[QStringLiteral("version")].toInt() != kVersion) {
-        return QStringLiteral("%1 is no export of this workbench").arg(path);
+    if (all["format"_q] != kFormat || all["version"_q] != kVersion) {
+        return "%1 is no export of this workbench"_q.arg(path);
     }
-    recording.timeMs = FromIso(all[QStringLiteral("exported")]);
-    recording.state = all[QStringLiteral("state")].toObject();
+    recording.timeMs = FromIso(all["exported"_q]);
+    recording.state = all["state"_q].toObject();
     for (Recording::List& list : recording.lists) {
         list.rows.clear();
-        const QJsonArray rows = all[list.name].toArray();
+        const QJsonArray rows = all[list.format->name.toLower()].toArray();
         for (const QJsonValue& row : rows) {
-            list.rows.push_back(RowOf(list, row.toObject()));
+            list.rows.push_back(RowOf(*list.format, row));
         }
     }
     return QString();

@@ -1,9 +1,6 @@
 #pragma once
 
 #include <QJsonObject>
-#include <QString>
-#include <map>
-#include <vector>
 
 #include "workbench/EventModel.h"
 #include "workbench/Redactor.h"
@@ -14,9 +11,7 @@ namespace workbench_export {
 /// Everything that a file contains.
 struct Recording {
     struct List {
-        QString name;
-        std::vector<IEventFormat::Column> columns;
-        std::vector<IEventFormat::Filter> filters;
+        EventFormatPtr format;
         std::vector<CEventModel::RowPtr> rows;
     };
     qint64 timeMs = 0;
@@ -24,7 +19,9 @@ struct Recording {
     std::vector<List> lists;
 };
 
-Recording::List ListOf(const CEventModel& model);
+inline Recording::List ListOf(const CEventModel& model) {
+    return {model.Format(), model.Rows()};
+}
 
 /// Writes the whole file or nothing, and creates its folder. Texts and undecoded bytes are redacted. Returns the reason
 /// of a failure, or an empty text. Callable from any thread.

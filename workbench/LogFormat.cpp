@@ -2,13 +2,12 @@
 #include <QRegularExpression>
 
 #include "framework/LogText.h"
-#include "workbench/EventFormatParts.h"
-#include "workbench/ReadableBytes.h"
+#include "workbench/EventFormat.h"
 #include "workbench/WireDecoder.h"
 
 namespace {
 
-constexpr int kMaxLine = 16 << 10;
+constexpr uint32_t kCmdActivate = 20981;
 
 QString Escaped(const QString& text) {
     return QString::fromStdString(host::EscapedLogText(text));
@@ -16,79 +15,38 @@ QString Escaped(const QString& text) {
 
 /// The beginning of a long text, with the number of bytes left out.
 QString Cut(const QString& text) {
-    const QString start = text.left(kMaxLine);
+    constexpr int kMaxLine = 16 << 10;
     const int left = text.size() > kMaxLine ? text.midRef(kMaxLine).toUtf8().size() : 0;
-    return left == 0 ? start : start + QStringLiteral(" … %1 bytes left out").arg(left);
+    return left == 0 ? text : text.left(kMaxLine) + " … %1 bytes left out"_q.arg(left);
 }
 
-class CLogFormat : public IEventFormat {
-public:
-    explicit CLogFormat(std::function<bool(const QString& text)> isExpected) : m_fnIsExpected(std::move(isExpected)) {}
-
-    int MaxRows() const override { return 20'000; }
-    QString Name() const override { return QStringLiteral("Log"); }
-    QString Nothing() const override { return QStringLiteral("No line was logged yet"); }
-    std::vector<Column> Columns() const override {
-        return {{"Severity", "severity"}, {"Tag", "tag"}, {"Text", "text"}};
+// The host's own lines carry their area after "Host.". All other tags belong to modules.
+void FillLine(EventRow& row, const LogRecord& record, const std::function<bool(const QString& text)>& isExpected) {
+    static const QRegularExpression area("^\\[([^\\]]*)\\]"_q);
+    const QString line = Cut(record.text);
+    const QString text = Escaped(line);
+    const QString tag = Escaped(QString::fromStdString(record.module));
+    const bool isFatal = record.type >= kZRLogFatal;
+    const bool isError = record.type >= kZRLogError;
+    row.tone = !isError ? EnTone::kNormal : !isFatal && isExpected(line) ? EnTone::kExpected : EnTone::kBad;
+    row.cells = QStringList{isFatal                         ? "Fatal"_q
+                            : row.tone == EnTone::kExpected ? "Error, expected"_q
+                            : isError                       ? "Error"_q
+                                                            : "Info"_q,
+                            tag, text};
+    row.choices = QStringList{isFatal                    ? "Errors and up|Fatal only"_q
+                              : row.tone == EnTone::kBad ? "Errors and up"_q
+                                                         : QString(),
+                              tag.startsWith("Host."_q) ? "Host"_q : "Module"_q, area.match(text).captured(1)};
+    row.found = readable::FromLatin1(line).value_or(QString());
+    std::vector<FieldNode> fields{{"Text"_q, row.found.isEmpty() ? text : Escaped(row.found)}};
+    if (!record.file.empty()) {
+        fields.push_back({"Place"_q, "%1:%2 %3"_q.arg(QString::fromStdString(record.file))
+                                         .arg(record.line)
+                                         .arg(QString::fromStdString(record.function))});
     }
-    std::vector<Filter> Filters() const override {
-        return {{"Severity", "All severities", {kErrors, kFatal}},
-                {"Source", "All sources", {kHost, kModule}},
-                {"Area", "All areas", {"AIChat", "Ad", "Premium", "Vip"}}};
-    }
-
-    bool Passes(const EventRow& row, int filter, const QString& choice) const override {
-        return filter == 0 && choice == QLatin1String(kErrors) ? !row.choices[0].isEmpty()
-                                                               : IEventFormat::Passes(row, filter, choice);
-    }
-
-    bool Takes(const Event& event) const override { return std::holds_alternative<LogEntry>(event); }
-
-    // The host's own lines carry their area after "Host.". All other tags belong to modules.
-    EventRow Row(const Event& event) const override {
-        const LogRecord& record = std::get<LogEntry>(event).record;
-        const QString line = Cut(record.text);
-        const QString text = Escaped(line);
-        const QString tag = Escaped(QString::fromStdString(record.module));
-        const bool isFatal = record.type >= kZRLogFatal;
-        const bool isError = record.type >= kZRLogError;
-        const bool isExpected = isError && !isFatal && m_fnIsExpected(line);
-        EventRow row = NewRow(event);
-        row.cells = QStringList{isFatal      ? QStringLiteral("Fatal")
-                                : isExpected ? QStringLiteral("Error, expected")
-                                : isError    ? QStringLiteral("Error")
-                                             : QStringLiteral("Info"),
-                                tag, text};
-        row.tone = isExpected ? EnTone::kExpected : isError ? EnTone::kBad : EnTone::kNormal;
-        row.choices << (isFatal                    ? QString::fromLatin1(kFatal)
-                        : row.tone == EnTone::kBad ? QString::fromLatin1(kErrors)
-                                                   : QString());
-        row.choices << QString::fromLatin1(tag.startsWith(QLatin1String("Host.")) ? kHost : kModule);
-        const int end = text.indexOf(QLatin1Char(']'));
-        row.choices << (text.startsWith(QLatin1Char('[')) && end > 0 ? text.mid(1, end - 1) : QString());
-        const auto readable = readable::FromLatin1(line);
-        row.found = readable.value_or(QString());
-        std::vector<FieldNode> fields{Node("Text", readable ? Escaped(*readable) : text)};
-        if (!record.file.empty()) {
-            fields.push_back(Node("Place", QStringLiteral("%1:%2 %3")
-                                               .arg(QString::fromStdString(record.file))
-                                               .arg(record.line)
-                                               .arg(QString::fromStdString(record.function))));
-        }
-        row.detail = [fields] { return fields; };
-        return row;
-    }
-
-private:
-    static constexpr const char* kErrors = "Errors and up";
-    static constexpr const char* kFatal = "Fatal only";
-    static constexpr const char* kHost = "Host";
-    static constexpr const char* kModule = "Module";
-
-    const std::function<bool(const QString& text)> m_fnIsExpected;
-};
-
-constexpr uint32_t kCmdActivate = 20981;
+    row.detail = [fields] { return fields; };
+}
 
 /// A line of the module about an activation.
 struct ActivationLine {
@@ -110,102 +68,88 @@ constexpr ActivationLine kActivationLines[] = {
     {"OnClosed", "Activated, the picture was closed", false},
 };
 
+const ActivationLine* const kClick = &kActivationLines[0];
+
 /// Returns the row of the table and the rest of the line; a null row for any other line.
 std::pair<const ActivationLine*, QString> ActivationOf(const Event& event) {
     const auto* entry = std::get_if<LogEntry>(&event);
-    static const QString area = QStringLiteral("[Vip] ");
-    if (!entry || !entry->record.text.startsWith(area)) {
-        return {nullptr, QString()};
-    }
     for (const ActivationLine& line : kActivationLines) {
-        const QString start = area + QString::fromLatin1(line.text);
-        if (entry->record.text.startsWith(start)) {
+        const QString start = "[Vip] "_q + QString::fromLatin1(line.text);
+        if (entry && entry->record.text.startsWith(start)) {
             return {&line, Escaped(Cut(entry->record.text.mid(start.size())))};
         }
     }
     return {nullptr, QString()};
 }
 
-class CActivationFormat : public IEventFormat {
-public:
-    explicit CActivationFormat(const CWireDecoder& decoder) : m_decoder(decoder) {}
+enum EnActivationCell { kRight, kAnswer, kMs, kOutcome, kCellCount };
 
-    QString Name() const override { return QStringLiteral("Activation"); }
-    QString Nothing() const override {
-        return QStringLiteral("No right was activated yet. A click on a widget of a right that is ready activates it.");
+FieldNode AddCommand(EventRow& row, const CommandTrace& command, const CWireDecoder& decoder) {
+    const bool isSent = command.kind == CommandTrace::EnKind::Sent;
+    const wire::Command& known = *wire::Find(kCmdActivate);
+    row.cells[kAnswer] = isSent               ? "waiting"_q
+                         : command.error == 0 ? "%1 bytes"_q.arg(command.body.size())
+                                              : "error %1"_q.arg(command.error);
+    row.cells[kMs] = Number(command.durationMs);
+    return {
+        isSent ? "Request"_q : "Answer"_q, {}, {}, decoder.Decode(isSent ? known.request : known.reply, command.body)};
+}
+
+FieldNode AddLine(EventRow& row, const Event& event) {
+    const auto& [line, rest] = ActivationOf(event);
+    const QString outcome = QString::fromLatin1(line->outcome);
+    row.cells[kOutcome] = outcome.contains("%1"_q) ? outcome.arg(rest) : outcome;
+    row.tone = line->isBad ? EnTone::kBad : EnTone::kNormal;
+    if (line == kClick) {
+        row.cells[kRight] = rest.section(QLatin1Char(','), 0, 0);
+    } else {
+        row.choices[0] = outcome.section(QRegularExpression("[:,]"_q), 0, 0);
     }
-    std::vector<Column> Columns() const override {
-        return {{"Right", "right"}, {"Answer", "answer"}, {"ms", "ms"}, {"Outcome", "outcome"}};
-    }
-    std::vector<Filter> Filters() const override { return {{"Kind", "All kinds", {"Running", "Failed", "Activated"}}}; }
-
-    bool Takes(const Event& event) const override {
-        const auto* command = As<CommandTrace>(event);
-        return (command && command->asked == kCmdActivate) || ActivationOf(event).first;
-    }
-
-    // The picture can be closed long after the click, so that only the next click ends a sequence.
-    std::optional<Step> StepOf(const Event& event) override {
-        const bool isClick = ActivationOf(event).first == &kActivationLines[0];
-        m_nClicks += isClick ? 1 : 0;
-        return Step{m_nClicks, isClick ? EnPart::kBegin : EnPart::kMiddle};
-    }
-
-    EventRow Row(const Event& event) const override {
-        EventRow row = NewRow(event);
-        row.cells = QStringList{QString(), QString(), QString(), QString()};
-        row.choices << QStringLiteral("Running");
-        Amend(row, event);
-        return row;
-    }
-
-    void Amend(EventRow& row, const Event& event) const override {
-        std::vector<FieldNode> fields = row.detail ? row.detail() : std::vector<FieldNode>();
-        if (const auto* command = As<CommandTrace>(event)) {
-            const bool isSent = command->kind == CommandTrace::EnKind::Sent;
-            const char* type =
-                isSent ? "web_premium_access.ActivePermissionStateReq" : "web_premium_access.ActivePermissionStateRsp";
-            row.cells[kAnswer] = isSent                ? QStringLiteral("waiting")
-                                 : command->error == 0 ? QStringLiteral("%1 bytes").arg(command->body.size())
-                                                       : QStringLiteral("error %1").arg(command->error);
-            row.cells[kMs] = Number(command->durationMs);
-            fields.push_back({isSent ? QStringLiteral("Request") : QStringLiteral("Answer"),
-                              QString(),
-                              {},
-                              m_decoder.Decode(type, command->body)});
-        } else {
-            AmendByLine(row, event);
-            fields.push_back(Node("Line", Escaped(Cut(std::get<LogEntry>(event).record.text))));
-        }
-        row.detail = [fields = std::move(fields)] { return fields; };
-    }
-
-private:
-    enum EnCell { kRight, kAnswer, kMs, kOutcome };
-
-    static void AmendByLine(EventRow& row, const Event& event) {
-        const auto& [line, rest] = ActivationOf(event);
-        if (line == &kActivationLines[0]) {
-            row.cells[kRight] = rest.section(QLatin1Char(','), 0, 0);
-        }
-        const QString outcome = QString::fromLatin1(line->outcome);
-        row.cells[kOutcome] = outcome.contains(QLatin1String("%1")) ? outcome.arg(rest) : outcome;
-        row.tone = line->isBad ? EnTone::kBad : EnTone::kNormal;
-        if (line != &kActivationLines[0]) {
-            row.choices[0] = outcome.section(QRegularExpression(QStringLiteral("[:,]")), 0, 0);
-        }
-    }
-
-    const CWireDecoder& m_decoder;
-    uint64_t m_nClicks = 0;
-};
+    return {"Line"_q, Escaped(Cut(std::get<LogEntry>(event).record.text))};
+}
 
 }  // namespace
 
-std::unique_ptr<IEventFormat> NewLogFormat(std::function<bool(const QString& text)> isExpected) {
-    return std::make_unique<CLogFormat>(std::move(isExpected));
+EventFormatPtr NewLogFormat(const std::function<bool(const QString& text)>& isExpected) {
+    EventFormat format{"Log"_q,
+                       "No line was logged yet"_q,
+                       EventFormat::Columns("Severity=severity|Tag=tag|Text=text"_q),
+                       {{"Severity", "All severities", {"Errors and up", "Fatal only"}},
+                        {"Source", "All sources", {"Host", "Module"}},
+                        {"Area", "All areas", {"AIChat", "Ad", "Premium", "Vip"}}},
+                       20'000};
+    format.takes = [](const Event& event) { return std::holds_alternative<LogEntry>(event); };
+    format.fill = [isExpected](EventRow& row, const Event& event) {
+        FillLine(row, std::get<LogEntry>(event).record, isExpected);
+    };
+    return std::make_shared<const EventFormat>(std::move(format));
 }
 
-std::unique_ptr<IEventFormat> NewActivationFormat(const CWireDecoder& decoder) {
-    return std::make_unique<CActivationFormat>(decoder);
+EventFormatPtr NewActivationFormat(const CWireDecoder& decoder) {
+    EventFormat format{"Activation"_q,
+                       "No right was activated yet. A click on a widget of a right that is ready activates it."_q,
+                       EventFormat::Columns("Right=right|Answer=answer|ms=ms|Outcome=outcome"_q),
+                       {{"Kind", "All kinds", {"Running", "Failed", "Activated"}}}};
+    format.takes = [](const Event& event) {
+        const auto* command = As<CommandTrace>(event);
+        return command ? command->asked == kCmdActivate : ActivationOf(event).first != nullptr;
+    };
+    // The picture can be closed long after the click, so that only the next click ends a sequence.
+    format.step = [clicks = uint64_t(0)](const Event& event) mutable {
+        const bool isClick = ActivationOf(event).first == kClick;
+        clicks += isClick ? 1 : 0;
+        return EventFormat::Step{clicks, isClick ? EventFormat::EnPart::kBegin : EventFormat::EnPart::kMiddle};
+    };
+    format.fill = [&decoder](EventRow& row, const Event& event) {
+        const bool isNew = row.cells.isEmpty();
+        auto fields = isNew ? std::vector<FieldNode>() : row.detail();
+        if (isNew) {
+            row.cells = QVector<QString>(kCellCount).toList();
+            row.choices = QStringList{"Running"_q};
+        }
+        const auto* command = As<CommandTrace>(event);
+        fields.push_back(command ? AddCommand(row, *command, decoder) : AddLine(row, event));
+        row.detail = [fields = std::move(fields)] { return fields; };
+    };
+    return std::make_shared<const EventFormat>(std::move(format));
 }

@@ -1,11 +1,13 @@
 #pragma once
 
-#include <QString>
+#include <QRegularExpression>
+#include <QSet>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
 
-/// Replaces values that an export must not contain with stable aliases. Main thread.
+/// Replaces values that an export must not contain with stable aliases. A copy can be used by another thread.
 class CRedactor {
 public:
     /// `kind` is the alias's first word, such as "user" in "user-1". 0 and empty values are ignored.
@@ -22,29 +24,30 @@ public:
     QString RedactedHex(const std::string& bytes, size_t limit = 4096) const;
 
 private:
-    enum class EnMatch { Number, Text, Exact };
-
-    struct Alias {
-        QString value;
+    struct Found {
+        int start;
+        int end;
         QString alias;
-        bool isNumber;
     };
+    /// Aliases by the length and the expression of each form of a value, longest first, because one can contain
+    /// another.
+    struct Forms {
+        std::map<std::pair<int, QString>, QString, std::greater<>> aliases;
+        mutable QRegularExpression expression = {};  // one group for each form; empty until it is needed
 
-    struct Pattern {
-        std::string bytes;
-        QString alias;
-        EnMatch match;
-
-        bool StandsAt(const std::string& whole, size_t at) const;
+        void Add(const QString& form, const char* pattern, const QString& alias);
+        std::vector<Found> Find(const QString& text) const;
     };
 
     /// Returns a new alias; empty if the value is known.
     QString NewAlias(const QString& kind, const QString& value);
-    void AddText(const QString& value, const QString& alias, bool isNumber);
-    void AddPattern(const std::string& bytes, const QString& alias, EnMatch match);
-    const Pattern* PatternAt(const std::string& bytes, size_t at) const;
+    void AddBytes(const QByteArray& bytes, const QString& alias, const char* pattern = "%1") {
+        m_inBytes.Add(QString::fromLatin1(bytes.data(), bytes.size()), pattern, alias);
+    }
+    void AddText(const QString& text, const char* pattern, const char* bytesPattern, const QString& alias);
 
-    std::vector<Alias> m_aliases;                     // longest first, because one can contain another
-    std::map<char, std::vector<Pattern>> m_patterns;  // by first byte; longest first
+    Forms m_inTexts;
+    Forms m_inBytes;  // read as Latin-1
+    QSet<QString> m_known;
     std::map<QString, int> m_counts;
 };

@@ -3,6 +3,7 @@
 #include <QJsonObject>
 #include <QWidget>
 #include <functional>
+#include <map>
 
 #include "ISessionControl.h"
 #include "framework/ILogSource.h"
@@ -33,9 +34,8 @@ public:
     /// Each listed override is shown as being in force, for example "focus: never".
     void SetOverrides(std::function<QStringList()> overrides);
 
-    /// Shows the state of an export, until ShowLive.
+    /// Shows the state of an export; an empty one shows the live state again.
     void ShowFile(const QJsonObject& state);
-    void ShowLive();
 
     /// Notices refreshes of rights and VIP status.
     void TakeLine(const LogEntry& entry);
@@ -60,12 +60,9 @@ private:
     static const std::vector<Fact>& Facts();
 
     QString Text(const Fact& fact) const;
-    QLayout* NewControls();
-    QLayout* NewFacts();
-    QWidget* NewUserRow();
-    QWidget* NewMarketsRow();
+    QFormLayout* NewControls();
+    QFormLayout* NewFacts();
     void AskMarkets();
-    void ShowTheme();
     void ShowOverride();
     void Copy() const;
     QString User() const;
@@ -85,7 +82,6 @@ private:
     QString m_strReason = QStringLiteral("an unknown request");  // of the last request
     QString m_strRefresh;
     quint64 m_nCurrent = 0;
-    bool m_bVelora = false;
     bool m_bMarkets = false;  // overridden
     QComboBox* m_pUser;
     QPushButton* m_pLogin;

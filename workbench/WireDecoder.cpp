@@ -3,11 +3,19 @@
 #include <google/protobuf/descriptor.pb.h>
 #include <google/protobuf/descriptor_database.h>
 #include <google/protobuf/dynamic_message.h>
+#include <google/protobuf/text_format.h>
 #include <google/protobuf/unknown_field_set.h>
 
 #include <QFile>
+#include <QMap>
+#include <algorithm>
 
+#include "EntryScenes.h"
+#include "PremiumNumbers.h"
+#include "core/message_ids.h"
 #include "framework/HostLog.h"
+#include "modules/ZRGrowthMessages.h"
+#include "workbench/diagnosis/Literal.h"
 
 // The macro declares a function of the global namespace.
 static void LoadResources() {
@@ -16,11 +24,11 @@ static void LoadResources() {
 
 namespace {
 
-using google::protobuf::Descriptor;
 using google::protobuf::FieldDescriptor;
 using google::protobuf::Message;
 using google::protobuf::Reflection;
 using google::protobuf::UnknownField;
+using google::protobuf::UnknownFieldSet;
 
 constexpr host::CHostLog kLog("Workbench");
 
@@ -30,67 +38,42 @@ std::vector<FieldNode> FieldsOf(const Message& message);
 FieldNode ValueNode(const Message& message, const FieldDescriptor& field, int index) {
     const Reflection& read = *message.GetReflection();
     const bool many = index >= 0;
-    const QString name = QString::fromStdString(field.name()) + (many ? QStringLiteral("[%1]").arg(index) : QString());
-    const auto number = [&name](auto value) { return FieldNode{name, QString::number(value), {}, {}}; };
+    FieldNode node{QString::fromStdString(field.name()) + (many ? "[%1]"_q.arg(index) : QString())};
+    std::string text;
     switch (field.cpp_type()) {
-        case FieldDescriptor::CPPTYPE_INT32:
-            return number(many ? read.GetRepeatedInt32(message, &field, index) : read.GetInt32(message, &field));
-        case FieldDescriptor::CPPTYPE_INT64:
-            return number(
-                qlonglong(many ? read.GetRepeatedInt64(message, &field, index) : read.GetInt64(message, &field)));
-        case FieldDescriptor::CPPTYPE_UINT32:
-            return number(many ? read.GetRepeatedUInt32(message, &field, index) : read.GetUInt32(message, &field));
-        case FieldDescriptor::CPPTYPE_UINT64:
-            return number(
-                qulonglong(many ? read.GetRepeatedUInt64(message, &field, index) : read.GetUInt64(message, &field)));
-        case FieldDescriptor::CPPTYPE_DOUBLE:
-            return number(many ? read.GetRepeatedDouble(message, &field, index) : read.GetDouble(message, &field));
-        case FieldDescriptor::CPPTYPE_FLOAT:
-            return number(
-                double(many ? read.GetRepeatedFloat(message, &field, index) : read.GetFloat(message, &field)));
-        case FieldDescriptor::CPPTYPE_BOOL: {
-            const bool value = many ? read.GetRepeatedBool(message, &field, index) : read.GetBool(message, &field);
-            return {name, value ? QStringLiteral("true") : QStringLiteral("false"), {}, {}};
-        }
-        case FieldDescriptor::CPPTYPE_ENUM: {
-            const auto* value = many ? read.GetRepeatedEnum(message, &field, index) : read.GetEnum(message, &field);
-            return {name,
-                    QStringLiteral("%1 (%2)").arg(QString::fromStdString(value->name())).arg(value->number()),
-                    {},
-                    {}};
-        }
-        case FieldDescriptor::CPPTYPE_STRING:
-            return BytesField(name,
-                              many ? read.GetRepeatedString(message, &field, index) : read.GetString(message, &field));
         case FieldDescriptor::CPPTYPE_MESSAGE:
-            return {
-                name,
-                QString(),
-                {},
-                FieldsOf(many ? read.GetRepeatedMessage(message, &field, index) : read.GetMessage(message, &field))};
+            node.children =
+                FieldsOf(many ? read.GetRepeatedMessage(message, &field, index) : read.GetMessage(message, &field));
+            return node;
+        case FieldDescriptor::CPPTYPE_STRING:
+            text = many ? read.GetRepeatedString(message, &field, index) : read.GetString(message, &field);
+            return BytesField(node.name, text);
+        default:
+            google::protobuf::TextFormat::PrintFieldValueToString(message, &field, index, &text);
+            node.value = QString::fromStdString(text);
     }
-    return {name, QString(), {}, {}};
+    const auto* value = field.enum_type() ? field.enum_type()->FindValueByName(text) : nullptr;
+    node.value += value ? " (%1)"_q.arg(value->number()) : QString();
+    return node;
 }
 
-FieldNode UnknownNode(const UnknownField& field) {
-    const QString name = QStringLiteral("#%1").arg(field.number());
-    switch (field.type()) {
-        case UnknownField::TYPE_VARINT:
-            return {name, QString::number(qulonglong(field.varint())), {}, {}};
-        case UnknownField::TYPE_FIXED32:
-            return {name, QString::number(field.fixed32()), {}, {}};
-        case UnknownField::TYPE_FIXED64:
-            return {name, QString::number(qulonglong(field.fixed64())), {}, {}};
-        case UnknownField::TYPE_LENGTH_DELIMITED:
-            return RawField(name, field.length_delimited());
-        case UnknownField::TYPE_GROUP:
-            break;
+std::vector<FieldNode> UnknownNodes(const UnknownFieldSet& fields) {
+    std::vector<FieldNode> nodes;
+    for (int i = 0; i < fields.field_count(); ++i) {
+        const UnknownField& field = fields.field(i);
+        FieldNode node{"#%1"_q.arg(field.number())};
+        if (field.type() == UnknownField::TYPE_LENGTH_DELIMITED) {
+            node = RawField(node.name, field.length_delimited());
+        } else if (field.type() == UnknownField::TYPE_GROUP) {
+            node.children = UnknownNodes(field.group());
+        } else {
+            node.value = QString::number(field.type() == UnknownField::TYPE_VARINT    ? qulonglong(field.varint())
+                                         : field.type() == UnknownField::TYPE_FIXED32 ? field.fixed32()
+                                                                                      : field.fixed64());
+        }
+        nodes.push_back(std::move(node));
     }
-    FieldNode group{name, QString(), {}, {}};
-    for (int i = 0; i < field.group().field_count(); ++i) {
-        group.children.push_back(UnknownNode(field.group().field(i)));
-    }
-    return group;
+    return nodes;
 }
 
 std::vector<FieldNode> FieldsOf(const Message& message) {
@@ -99,18 +82,13 @@ std::vector<FieldNode> FieldsOf(const Message& message) {
     read.ListFields(message, &set);
     std::vector<FieldNode> nodes;
     for (const FieldDescriptor* field : set) {
-        if (!field->is_repeated()) {
-            nodes.push_back(ValueNode(message, *field, -1));
-            continue;
-        }
-        for (int index = 0; index < read.FieldSize(message, field); ++index) {
-            nodes.push_back(ValueNode(message, *field, index));
+        const bool many = field->is_repeated();
+        for (int index = 0; index < (many ? read.FieldSize(message, field) : 1); ++index) {
+            nodes.push_back(ValueNode(message, *field, many ? index : -1));
         }
     }
-    const auto& unknown = read.GetUnknownFields(message);
-    for (int i = 0; i < unknown.field_count(); ++i) {
-        nodes.push_back(UnknownNode(unknown.field(i)));
-    }
+    auto unknown = UnknownNodes(read.GetUnknownFields(message));
+    std::move(unknown.begin(), unknown.end(), std::back_inserter(nodes));
     return nodes;
 }
 
@@ -124,7 +102,7 @@ struct CWireDecoder::Schemas {
 
 CWireDecoder::CWireDecoder() : m_schemas(std::make_unique<Schemas>()) {
     LoadResources();
-    QFile file(QStringLiteral(":/schemas/schemas.desc"));
+    QFile file(":/schemas/schemas.desc"_q);
     google::protobuf::FileDescriptorSet set;
     if (!file.open(QIODevice::ReadOnly) || !set.ParseFromString(file.readAll().toStdString())) {
         kLog.Error(FMT_STRING("The schemas can't be read: messages are shown as bytes"));
@@ -148,15 +126,64 @@ QString CWireDecoder::EnumName(const std::string& type, int number) const {
 }
 
 std::vector<FieldNode> CWireDecoder::Decode(const std::string& type, const std::string& bytes) const {
-    const Descriptor* descriptor = m_schemas->pool.FindMessageTypeByName(type);
-    if (!descriptor) {
+    if (!Knows(type)) {
         return bytes.empty() ? std::vector<FieldNode>{}
-                             : std::vector<FieldNode>{RawField(QStringLiteral("Bytes without a schema"), bytes)};
+                             : std::vector<FieldNode>{RawField("Bytes without a schema"_q, bytes)};
     }
+    const auto* descriptor = m_schemas->pool.FindMessageTypeByName(type);
     const std::unique_ptr<Message> message(m_schemas->factory.GetPrototype(descriptor)->New());
     // Messages without a required field are shown too.
-    if (!message->ParsePartialFromString(bytes)) {
-        return {RawField(QStringLiteral("Bytes that are no such message"), bytes)};
-    }
-    return FieldsOf(*message);
+    return message->ParsePartialFromString(bytes)
+               ? FieldsOf(*message)
+               : std::vector<FieldNode>{RawField("Bytes that are no such message"_q, bytes)};
 }
+
+namespace wire {
+
+const std::vector<Command>& Commands() {
+    static const std::vector<Command> commands{
+        {20982, "GetChatEntry", "chat.GetChatEntryReq", "chat.GetChatEntryRsp", nullptr},
+        {kCommandPremiumAccess, "GetUiMsgAndPremiumAccess", "web_premium_access.GetUiMsgAndPremiumAccessReq",
+         "web_premium_access.GetUiMsgAndPremiumAccessRsp", nullptr},
+        {kCommandVipStatus, "GetAppEntryMessage", "vip_base_service.GetAppEntryMessageReq",
+         "vip_base_service.GetAppEntryMessageRsp", nullptr},
+        {kPushPremiumChange, "PremiumChangePush", nullptr, nullptr, "web_premium_access.PremiumChangePush"},
+        {kPushVipChange, "UserVipStateChangePush", nullptr, nullptr, "vip_base_service.UserVipStateChangePush"},
+        {20981, "ActivePermissionState", "web_premium_access.ActivePermissionStateReq",
+         "web_premium_access.ActivePermissionStateRsp", nullptr},
+        {20145, "AdStatusChangedPush", nullptr, nullptr, "ad_manage_oss.AdPush"},
+        {20170, "AdCheckPush", nullptr, nullptr, "ad_manage_oss.AdCheckPush"},
+        {20171, "AdPush", nullptr, nullptr, "ads_service.AdPush"},
+    };
+    return commands;
+}
+
+const Command* Find(uint32_t number) {
+    const auto found = std::find_if(Commands().begin(), Commands().end(),
+                                    [number](const Command& command) { return command.number == number; });
+    return found == Commands().end() ? nullptr : &*found;
+}
+
+QString CommandName(uint32_t number) {
+    const Command* command = Find(number);
+    return command ? QString::fromLatin1(command->name) : QString();
+}
+
+QString MessageName(unsigned int messageId) {
+    static const QMap<unsigned int, QString> names{
+        {core::kMsgCommonConfigChanged, "CommonConfigChanged"_q},
+        {core::kMsgLoginChannelConnected, "LoginChannelConnected"_q},
+        {core::kMsgLanguageChanged, "LanguageChanged"_q},
+        {core::kMsgThemeChanged, "ThemeChanged"_q},
+        {core::kMsgTabFrameChanged, "TabFrameChanged"_q},
+        {kMsgAIChatEnableChanged, "AIChatEntriesChanged"_q},
+        {kMsgAIChatHiddenButNotClosed, "AIChatHiddenButNotClosed"_q},
+        {kMsgAIChatPageSceneChanged, "AIChatPageSceneChanged"_q},
+        {kMsgPremiumDataChanged, "PremiumDataChanged"_q},
+        {kMsgPremiumRequestAnswered, "PremiumRequestAnswered"_q},
+        {kMsgVipStatusChanged, "VipStatusChanged"_q},
+    };
+    return names.value(messageId);
+}
+
+}  // namespace wire

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QPointer>
 #include <QWidget>
 #include <thread>
 
@@ -59,22 +58,22 @@ Q_SIGNALS:
     void FileDone(const QString& failure);
 
 private:
-    CEventView* NewView(QTabWidget* tabs, std::unique_ptr<IEventFormat> format, const char* title);
-    void AddTrafficTab();
-    void AddShortcuts();
+    CEventView* NewView(QTabWidget* tabs, const EventFormatPtr& format, const QString& title);
+    void AddViews();
     void AddWebState(CEventView* view);
-    QWidget* NewExportRow();
-    QWidget* NewFileBanner();
+    void AddShortcuts();
+    void FocusFilter();
+    void RefreshPage();
+    QLayout* NewFileRow();
+    void ChooseFile();
     QString ChosenFile() const;
-    QWidget* CurrentPage() const;
     void Export();
-    void AskState();
     void WriteRecording();
     void Open();
     void ShowFile(const workbench_export::Recording& recording);
     void ShowLive();
+    void SetFileTaskRunning(bool running);
     void RunFileTask(std::function<QString()> task, std::function<void()> done);
-    void ShowNote(const QString& text, bool good);
     void SaveView() const;
     void RestoreView();
 
@@ -89,13 +88,12 @@ private:
     CTracker* m_pTracker;
     CWhyPage* m_pWhy;
     CServerPage* m_pServerPage;
-    QLineEdit* m_pPath;
-    QLabel* m_pNote;
     QLabel* m_pBannerText;
     QWidget* m_pBanner;
+    QLineEdit* m_pPath;
     QPushButton* m_pExport = nullptr;
     QPushButton* m_pOpen = nullptr;
+    QLabel* m_pNote;
     workbench_export::Recording m_recording;  // that is being written
-    int m_nAnswers = 0;                       // of the server, that the recording waits for
     std::thread m_fileTask;
 };

@@ -55,15 +55,22 @@ QWidget* CClientWindow::NewDockContent(QWidget* parent) {
     return m_pWorkbench;
 }
 
-// Connects before it reads the recorded entries, so that none is lost. The models drop duplicates by their numbers.
+// Connects before it reads the recorded entries, so that none is lost. The models drop duplicates by their numbers. A
+// line is written after the event that caused it, but a request is recorded after its line.
 void CClientWindow::ConnectSources() {
     connect(&m_composition.Log(), &ILogSource::Written, m_pWorkbench, &CWorkbench::TakeLine, Qt::QueuedConnection);
-    for (const LogEntry& entry : m_composition.Log().Kept()) {
-        m_pWorkbench->TakeLine(entry);
-    }
     connect(&m_composition.Trace(), &ITraceSource::Recorded, m_pWorkbench, &CWorkbench::Take, Qt::QueuedConnection);
+    std::deque<LogEntry> lines = m_composition.Log().Kept();
     for (const TraceEvent& event : m_composition.Trace().Kept()) {
+        const auto* command = std::get_if<CommandTrace>(&event.what);
+        const qint64 afterMs = event.timeMs + (command && command->kind == CommandTrace::EnKind::Sent ? 1 : 0);
+        for (; !lines.empty() && lines.front().time.toMSecsSinceEpoch() < afterMs; lines.pop_front()) {
+            m_pWorkbench->TakeLine(lines.front());
+        }
         m_pWorkbench->Take(event);
+    }
+    for (const LogEntry& entry : lines) {
+        m_pWorkbench->TakeLine(entry);
     }
 }
 

@@ -5,7 +5,7 @@
 #include <QScreen>
 #include <QTabWidget>
 #include <QToolButton>
-#include <QTreeWidget>
+#include <QPlainTextEdit>
 
 #include "ClientFixture.h"
 #include "framework/JsonText.h"
@@ -83,7 +83,7 @@ protected:
 
     bool WorkbenchSays(const QString& words) {
         return Child<QLabel>("WhySentence")->text().contains(words, Qt::CaseInsensitive) ||
-               !Child<QTreeWidget>("WhyDetail")->findItems(words, Qt::MatchContains | Qt::MatchRecursive, 1).isEmpty();
+               Child<QPlainTextEdit>("WhyDetail")->toPlainText().contains(words, Qt::CaseInsensitive);
     }
     bool WorkbenchSays(const char* words) { return WorkbenchSays(QString::fromUtf8(words)); }
 

@@ -9,9 +9,9 @@
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTabWidget>
-#include <QTableWidget>
 #include <QTemporaryDir>
 #include <memory>
 #include <set>
@@ -160,7 +160,9 @@ protected:
             Child<QLineEdit>(field)->setText(QString::fromLatin1(value));
         }
         Child<QPushButton>("ReplyFaultSend")->click();
-        ASSERT_TRUE(WaitInRealTime([this] { return Child<QTableWidget>("FaultTable")->rowCount() == 1; }));
+        ASSERT_TRUE(WaitInRealTime([this] {
+            return Child<QPlainTextEdit>("ReplyFaults.value")->toPlainText().contains(QLatin1String("20982"));
+        }));
     }
 
     /// Returns the scenes whose entries are enabled, on all pages.

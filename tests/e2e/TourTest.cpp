@@ -265,7 +265,7 @@ TEST_F(TourTest, RefreshesTheRightsOfAMemberAfterAPush) {
     Click(Child<QPushButton>("PushRightsSend"));
 
     const auto* tracker = window->findChild<CTracker*>();
-    EXPECT_TRUE(WaitInRealTime([&] { return !tracker->Rights().pushes.empty(); }));
+    EXPECT_TRUE(WaitInRealTime([&] { return !tracker->State().rights.pushes.empty(); }));
     Picture("rights-push");
     OpenTab(kTabWhy);
     Picture("rights-waiting");
@@ -289,7 +289,8 @@ TEST_F(TourTest, FailsARequestByAFaultAndMovesTheServersClock) {
     SelectRow("TrafficTable", 1, "Failed", 5, "7");
     // The fault was for one reply.
     OpenServer("FaultPageScroll");
-    EXPECT_TRUE(WaitForText("FaultsOutcome", "No fault is set"));
+    EXPECT_TRUE(WaitInRealTime(
+        [this] { return Child<QPlainTextEdit>("ReplyFaults.value")->toPlainText() == QLatin1String("{}"); }));
 }
 
 TEST_F(TourTest, OpensALinkOfTheNewsAndListsIt) {

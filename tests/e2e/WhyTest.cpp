@@ -89,13 +89,7 @@ public:
         return -1;
     }
 
-    int StoppedSteps() const {
-        int stopped = 0;
-        for (const auto* label : Child<QWidget>("WhyPage")->findChildren<QLabel*>()) {
-            stopped += label->text().startsWith(QStringLiteral("\u2717 ")) ? 1 : 0;
-        }
-        return stopped;
-    }
+    int StoppedSteps() const { return Child<QLabel>("WhyStrip")->text().count(QStringLiteral("\u2717 ")); }
 };
 
 struct Cause {
@@ -169,7 +163,8 @@ INSTANTIATE_TEST_SUITE_P(
                  "Right 77", "The server's answer does not name right 77."},
            Cause{"NotActivated", [](WhyTest&) {}, "Right 5", "does not hold it: not activated"},
            Cause{"Frozen", [](WhyTest&) {}, "Right 6", "does not hold it: frozen"},
-           Cause{"NoRights", [](WhyTest& why) { why.LogInAs(602); }, "Rights", "The last answer was taken"},
+           Cause{"Silent", [](WhyTest& why) { why.AskRights(R"({"silent":true})"); }, "Rights",
+                 "has no answer yet. Wait for it."},
            Cause{"Error", [](WhyTest& why) { why.AskRights(R"({"error":7})"); }, "Rights",
                  "The channel failed with error 7."},
            Cause{"Garbage", [](WhyTest& why) { why.AskRights(R"({"bodyHex":"ff"})"); }, "Rights",
@@ -195,9 +190,11 @@ INSTANTIATE_TEST_SUITE_P(
                  "Chat scene 1", "The request for the scenes failed"},
            Cause{"ForcedClosed", [](WhyTest& why) { why.Override(2); }, "Chat scene 1",
                  "The override closes all scenes."},
-           Cause{"ForcedOpen", [](WhyTest& why) { why.Override(1); }, "Chat scene 4", "The override opens all scenes."},
+           Cause{"Silent", [](WhyTest& why) { why.LogInWith(kCommands, R"({"20982":{"silent":true}})"); },
+                 "Chat scene 1", "has no answer yet. Wait for it."},
            Cause{"LoggedOut", [](WhyTest& why) { why.LogOut(); }, "Chat scene 1", "Nobody is logged in."},
-           Cause{"Open", [](WhyTest&) {}, "Chat scene 1", "The server opened scene 1 to this user."}),
+           Cause{"Empty", [](WhyTest& why) { why.LogInWith(kCommands, R"({"20982":{"bodyHex":"0800"}})"); },
+                 "Chat scene 1", "The server's answer does not name scene 1."}),
     [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace

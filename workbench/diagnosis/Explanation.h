@@ -1,42 +1,19 @@
 #pragma once
 
-#include <QJsonObject>
-#include <QString>
-#include <optional>
-#include <vector>
-
 #include "modules/ZRPremiumRecords.h"
 #include "workbench/diagnosis/Tracker.h"
 
 class CAIChatEntries;
 class CPremiumRights;
 
-/// A step of the strip. At most one step of a strip is stopped.
-struct StripStep {
-    enum class EnState { Done, Waiting, Stopped, Open };
-    QString name;
-    EnState state = EnState::Open;
-};
-
-struct Detail {
-    QString name;
-    QString value = {};
-    std::optional<bool> good = {};
-    std::vector<Detail> children = {};
-};
-
 /// The answer to "why is it not shown?" for one subject.
 struct Explanation {
-    std::vector<StripStep> strip;
-    QString state;     // in a few words
-    QString sentence;  // the reason, and what to do or to wait for
-    std::vector<Detail> details;
-    QString counts;  // of an ad's last list
-    QString image;   // URL of an ad's picture
-
-    /// With fixed English keys.
-    QJsonObject ToJson() const;
-    QString ToText() const;
+    QStringList steps;    // of the strip, each with a sign for its state; at most one is stopped
+    QString state;        // in a few words
+    QString sentence;     // the reason, and what to do or to wait for
+    QStringList details;  // "name: value" each, indented below their group
+    QString counts;       // of an ad's last list
+    QString image;        // URL of an ad's picture
 };
 
 /// Computes explanations from the tracker's states and the module's answers.
@@ -44,13 +21,14 @@ namespace explanation {
 
 Explanation OfAd(const CTracker& tracker, const AdSlot& slot, qint64 localNowMs);
 
-/// The second of server time from which a refusal passes without any other change; nothing if no time is enough.
-std::optional<qint64> FreeFromS(const AdState& ad, const Refusal& refusal);
-
 /// The refreshes of all rights.
 Explanation OfRefresh(const CTracker& tracker, qint64 localNowMs);
 Explanation OfVip(const CTracker& tracker, const CPremiumRights& rights, qint64 localNowMs);
 Explanation OfRight(const CTracker& tracker, const CPremiumRights& rights, EnPremiumAccess right, qint64 localNowMs);
+
+/// The VIP widgets of a right: icon, tag, and banner and masks with each text set. Each has the rules by which the
+/// module shows it, in the module's order.
+QStringList WidgetsOf(const CPremiumUIAccessData& record, bool isNewSystem);
 
 /// The entry of a scene to the AI chat.
 Explanation OfScene(const CTracker& tracker, const CAIChatEntries& entries, ZRAIChatEntryScene scene,

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QRegularExpression>
 #include <QStringList>
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -10,7 +12,7 @@
 namespace log_table {
 
 /// The kind of subject that a line is about.
-enum class EnKind { Ad, Rights, Vip, Widget, Activation, Chat, ChatOpen };
+enum class EnKind { Ad, Rights, Vip, Widget, Chat, ChatOpen };
 
 /// The effect of a line on its subject.
 enum class EnEvent {
@@ -18,30 +20,24 @@ enum class EnEvent {
     Asked,
     Answered,
     Retried,  // a waiting list is checked again
-    Passed,
     Dropped,  // one ad of a list
     Refused,
+    Ignored,  // refused, and the state before remains
     PictureFailed,
     Loading,
     Shown,
     Gone,
     Closed,
+    ClosedByPush,
     Cleared,
-    LoggedOut,
-    OtherLanguage,
     Pushed,
     Withdrawn,
     PushRefused,
-    Undecodable,  // the reason for a following line
+    Reason,  // for a following line
     TimerReady,
     TimerStopped,
-    ForLogin,  // the reason for the next request
-    ForHour,
-    ForLanguage,
     Good,  // an answer was taken
     SceneAnswered,
-    Cleaned,  // the chat window had only preloaded its page
-    Created,
     Loaded,
     LoadEnded,
 };
@@ -60,20 +56,24 @@ enum EnStep { kStepAsked, kStepAnswered, kStepKept, kStepConditions, kStepPictur
 /// One line. Its text has placeholders for a number {n}, a word {w} and any text {}. The subject is an ad position
 /// by its type {t} and position {p}, or any other number {s}. {@} is {t} and {p} with their names. In the other
 /// texts, {0} is the first value; {0:t} is a time, {0:s} a duration, {0:a} an area, {0:k} an ad type.
-struct Row {
+struct RowText {
     const char* text;
-    EnEvent event;
-    int step = -1;           // that a refusal stops
+    EnEvent event = EnEvent::Note;
+    int step = -1;           // that a refusal stops, or that comes next
+    const char* say = "";    // the refusal, end or reason in plain words
     const char* check = "";  // name of the check
     const char* actual = "";
     const char* expected = "";
-    const char* say = "";  // the refusal in plain words
     EnFree free = EnFree::Never;
     bool isNormal = false;  // written with severity 8 although nothing is wrong
-    // Computed from the group and the text.
-    EnKind kind = EnKind::Ad;
-    int at = -1;        // index of the subject's value
-    int position = -1;  // index of an ad's position
+};
+
+struct Row : RowText {
+    EnKind kind;
+    int at;         // index of the subject's value
+    int position;   // index of an ad's position
+    QString begin;  // up to the first placeholder; comparing it avoids most expressions
+    QRegularExpression expression;
 };
 
 const std::vector<Row>& All();
@@ -86,8 +86,10 @@ QStringList StepNames(EnKind kind);
 
 struct ParsedLine {
     const Row* row = nullptr;
-    QStringList values;  // unescaped
-    QString text;        // of the whole line
+    QStringList values;   // unescaped
+    QString text;         // of the whole line
+    qint64 timeMs = 0;    // local time
+    qint64 serverMs = 0;  // on the server's clock
 
     qint64 Number(int index) const { return values.value(index).toLongLong(); }
 };
@@ -99,18 +101,16 @@ std::optional<ParsedLine> Read(const QString& text);
 /// Returns true for a line that the module writes with severity 8 although nothing is wrong.
 bool IsExpectedError(const QString& text);
 
-/// Fills in the values of a row's text. Times are on the server's clock; `nowMs` decides whether they need a date.
-QString Filled(const char* text, const ParsedLine& line, qint64 nowMs);
+/// Fills in the values of a row's text, and `words` by their names. Times are on the server's clock; `nowMs` decides
+/// whether they need a date.
+QString Filled(const char* text, const ParsedLine& line, qint64 nowMs, const std::map<QString, QString>& words = {});
 
 /// A time in the local zone, with the date if the day differs from that of `nowMs`.
 QString Clock(qint64 timeMs, qint64 nowMs);
-
 /// A duration in its two largest units.
 QString Duration(qint64 seconds);
-
 /// The tab of an area of the main window.
 QString Area(qint64 area);
-
 /// "Popup" or "Banner", or the number of any other type.
 QString AdKind(qint64 type);
 

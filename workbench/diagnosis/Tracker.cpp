@@ -1,740 +1,370 @@
 #include "workbench/diagnosis/Tracker.h"
 
-#include <QDateTime>
-#include <QRegularExpression>
+#include <QUrl>
 #include <algorithm>
+#include <utility>
 
 #include "PremiumNumbers.h"
 #include "core/login_status_data.h"
 #include "framework/JsonText.h"
-#include "modules/ZRGrowthMessages.h"
+#include "workbench/ControlClient.h"
 
-using log_table::EnEvent;
-using log_table::EnKind;
+using namespace log_table;
 
 namespace {
 
-using EnReason = RefreshState::EnReason;
-
-constexpr const char* kModuleTag = "ZRGrowth";
-constexpr const char* kLoginTag = "Host.Login";
 constexpr uint32_t kCommandChatScenes = 20982;
 constexpr size_t kRequestsKept = 300;
-constexpr size_t kRefreshesKept = 500;
 constexpr size_t kOpensKept = 30;
 constexpr size_t kLinesKept = 40;
-constexpr qint64 kHourMs = 3'600'000;
-constexpr qint64 kSecondMs = 1'000;
 // Related entries are written within one call. Their times can differ slightly, because the clock is read twice.
 constexpr qint64 kSlackMs = 50;
 constexpr qint64 kSameCallMs = 5'000;
-const QString kByPush = "push offline"_q;
 
 template <class T>
-bool Contains(const QStringList& list, const T* offer) {
-    return offer && list.contains(offer->id);
-}
-
-Json::Value Parsed(const std::string& text) {
-    std::string error;
-    return host::ParseJson(text, error).value_or(Json::Value());
-}
-
-/// The module passes its delay on as a signed number of milliseconds. A negative delay runs at once.
-qint64 DelayOf(const QString& milliseconds) {
-    return std::max(0, int(milliseconds.toUInt()));
+T& Keep(std::deque<T>& all, T one, size_t limit) {
+    all.push_back(std::move(one));
+    if (all.size() > limit) {
+        all.pop_front();
+    }
+    return all.back();
 }
 
 bool IsTrue(const QString& word) {
     return word == QLatin1String("true");
 }
 
-// A refusal that leaves the previous state is put before it.
-void Put(AdState& ad, Refusal refusal) {
-    if (!refusal.leavesRest) {
-        ad.earlier.reset();
-    } else if (ad.red && !ad.red->leavesRest) {
-        ad.earlier = ad.red;
-    }
-    ad.red = std::move(refusal);
-}
-
-// Each answer that came is followed by one line with its outcome. Both are paired in order.
-void Pair(RefreshState& state) {
-    while (!state.unjudged.empty() && !state.outcomes.empty()) {
-        RefreshState::Request& request = state.requests[state.unjudged.front()];
-        const RefreshState::Outcome outcome = state.outcomes.front();
-        if (outcome.timeMs < request.answeredMs - kSlackMs) {
-            state.outcomes.pop_front();  // its answer was not recorded
-            continue;
-        }
-        state.unjudged.pop_front();
-        if (outcome.timeMs > request.answeredMs + kSameCallMs) {
-            continue;  // its line was not recorded
-        }
-        state.outcomes.pop_front();
-        request.isGood = !outcome.red;
-        request.red = outcome.red;
-    }
-    while (!state.reasons.empty() && !state.unexplained.empty()) {
-        state.requests[state.unexplained.front()].why = state.reasons.front();
-        state.unexplained.pop_front();
-        state.reasons.pop_front();
-    }
-}
-
-bool TakeDue(RefreshState& state, int count, qint64 timeMs) {
-    const auto due = std::find_if(state.pushes.begin(), state.pushes.end(), [&](const RefreshState::Push& push) {
-        return push.count == count && push.dueMs <= timeMs + kSlackMs;
-    });
-    if (due == state.pushes.end()) {
-        return false;
-    }
-    state.pushes.erase(due);
-    return true;
-}
-
-}  // namespace
-
-void History::Add(qint64 timeMs, const QString& text) {
-    entries.push_back({timeMs, text});
-    if (entries.size() > kLinesKept) {
-        entries.pop_front();
-    }
-}
-
-const RefreshState::Request* RefreshState::Find(unsigned long session) const {
-    const auto found = requests.find(session);
-    return found == requests.end() ? nullptr : &found->second;
-}
-
-CTracker::CTracker(ToServer toServer, QObject* parent) : QObject(parent), m_fnToServer(std::move(toServer)) {}
-
-quint64 CTracker::User() const {
-    return m_nUser != 0 ? m_nUser : core::login_status_data::Login_GetUserID();
-}
-
-qint64 CTracker::ServerNowMs() const {
-    return m_fnToServer(QDateTime::currentMSecsSinceEpoch());
-}
-
-const AdState* CTracker::Find(const AdSlot& slot) const {
-    const auto found = m_ads.find(slot);
-    return found == m_ads.end() ? nullptr : &found->second;
-}
-
-const History* CTracker::LinesOf(EnKind kind, int number) const {
-    const auto found = m_histories.find({kind, number});
-    return found == m_histories.end() ? nullptr : &found->second;
-}
-
-std::optional<qint64> CTracker::NextHourlyMs(qint64 nowMs) const {
-    if (!m_timerFrom) {
-        return std::nullopt;
-    }
-    const qint64 hours = std::max<qint64>(0, nowMs - *m_timerFrom) / kHourMs;
-    return *m_timerFrom + (hours + 1) * kHourMs;
-}
-
-// The hourly timer runs on through logins.
-void CTracker::Reset(quint64 user) {
-    m_nUser = user;
-    m_bLoggedOut = false;
-    m_ads.clear();
-    m_requests.clear();
-    m_clearReason = {};
-    m_rights = {};
-    m_vip = {};
-    m_chat = {};
-    m_nextWhy.reset();
-    m_scenes.clear();
-    m_opens.clear();
-    m_histories.clear();
-}
-
-void CTracker::Take(const TraceEvent& seen) {
-    if (seen.number != 0 && seen.number <= m_nLastSeen) {
-        return;
-    }
-    m_nLastSeen = std::max(m_nLastSeen, seen.number);
-    bool isKnown = true;
-    if (const auto* call = std::get_if<HttpTrace>(&seen.what)) {
-        TakeCall(*call, seen.timeMs);
-    } else if (const auto* command = std::get_if<CommandTrace>(&seen.what)) {
-        TakeCommand(*command, seen.timeMs);
-    } else if (const auto* report = std::get_if<ReportTrace>(&seen.what)) {
-        TakeReport(*report, seen.timeMs);
-    } else if (const auto* store = std::get_if<StoreTrace>(&seen.what)) {
-        OnLastShownStored(*store);
-    } else if (const auto* message = std::get_if<MessageTrace>(&seen.what)) {
-        if (message->id == kMsgAIChatPageSceneChanged) {
-            ChatOpen& open = PendingOpen(seen.timeMs);
-            open.scene = int(message->p2);
-            open.reasons << "the scene changed from %1 to %2"_q.arg(message->p1).arg(message->p2);
-        }
-    } else {
-        isKnown = false;
-    }
-    if (isKnown) {
-        Q_EMIT Changed();
-    }
-}
-
-void CTracker::TakeLine(const LogEntry& entry) {
-    if (entry.number != 0 && entry.number <= m_nLastLine) {
-        return;
-    }
-    m_nLastLine = std::max(m_nLastLine, entry.number);
-    const qint64 time = entry.time.toMSecsSinceEpoch();
-    if (entry.record.module == kLoginTag) {
-        static const QRegularExpression login("^User (\\d+) logged (in|out)$"_q);
-        const QRegularExpressionMatch match = login.match(entry.record.text);
-        if (match.hasMatch()) {
-            if (match.captured(2) == QLatin1String("in")) {
-                Reset(match.captured(1).toULongLong());
-            } else {
-                m_bLoggedOut = true;
-            }
-            Q_EMIT Changed();
-        }
-        return;
-    }
-    const auto line = entry.record.module == kModuleTag ? log_table::Read(entry.record.text) : std::nullopt;
-    if (!line) {
-        return;
-    }
-    const int number = int(line->Number(line->row->at));
-    switch (line->row->kind) {
-        case EnKind::Ad:
-            TakeAd(*line, time);
-            break;
-        case EnKind::Rights:
-            m_rights.history.Add(time, entry.record.text);
-            TakeRefresh(m_rights, *line, time);
-            break;
-        case EnKind::Vip:
-            m_vip.history.Add(time, entry.record.text);
-            TakeRefresh(m_vip, *line, time);
-            break;
-        case EnKind::Widget:
-            m_histories[{EnKind::Widget, number}].Add(time, entry.record.text);
-            break;
-        case EnKind::Activation:
-            m_nActivating = line->row->event == EnEvent::Asked ? number : m_nActivating;
-            m_histories[{EnKind::Widget, m_nActivating}].Add(time, entry.record.text);
-            break;
-        case EnKind::Chat:
-            if (line->row->at >= 0) {
-                m_histories[{EnKind::Chat, number}].Add(time, entry.record.text);
-            }
-            TakeChat(*line, time);
-            break;
-        case EnKind::ChatOpen:
-            TakeOpen(*line, time);
-            break;
-    }
-    Q_EMIT Changed();
-}
-
 // ---- ads
 
-AdState& CTracker::Of(const AdSlot& slot) {
-    AdState& ad = m_ads[slot];
-    ad.slot = slot;
-    return ad;
+Json::Value Parsed(const std::string& body) {
+    std::string error;
+    return host::ParseJson(body, error).value_or(Json::Value());
 }
 
-// The oldest request that no position holds is dropped.
-AdState::Request CTracker::RequestOf(const AdRequest& read, qint64 timeMs) {
-    AdState::Request& request = m_requests[read.id];
+AdOffer OfferOf(const Json::Value& ad) {
+    const Json::Value& popup = json::Member(ad, "popup_ad");
+    const Json::Value& card = popup.isObject() ? json::Member(popup, "bottom_popup") : json::Member(ad, "banner_ad");
+    AdOffer offer{json::Text(json::Member(ad, "ad_id")),         json::Text(json::Member(card, "img")),
+                  json::Number(json::Member(ad, "start_time")),  json::Number(json::Member(ad, "end_time")),
+                  json::Number(json::Member(ad, "expire_time")), {}};
+    for (const Json::Value& area : json::Items(json::Member(popup, "show_areas"))) {
+        offer.areas.push_back(int(json::Number(area).value_or(0)));
+    }
+    return offer;
+}
+
+AdState::Request FindRequest(const TrackerState& state, const QString& id) {
+    const auto found = std::find_if(state.adRequests.rbegin(), state.adRequests.rend(),
+                                    [&id](const AdState::Request& request) { return request->id == id; });
+    return found == state.adRequests.rend() ? nullptr : *found;
+}
+
+AdState::Request RequestOf(TrackerState& state, const AdRequest& read) {
+    AdState::Request request = FindRequest(state, read.id);
     if (!request) {
-        request = std::make_shared<AdRequest>(read);
-        request->sentMs = timeMs;
-        AdState& ad = Of(read.slot);
-        if (!ad.last || ad.last->sentMs <= timeMs) {
-            ad.last = request;
-        }
+        request = Keep(state.adRequests, std::make_shared<AdRequest>(read), kRequestsKept);
+        state.ads[read.slot].last = request;
     }
-    const AdState::Request result = request;
-    if (m_requests.size() > kRequestsKept) {
-        auto oldest = m_requests.end();
-        for (auto it = m_requests.begin(); it != m_requests.end(); ++it) {
-            const bool isOlder = oldest == m_requests.end() || it->second->sentMs < oldest->second->sentMs;
-            oldest = it->second.use_count() == 1 && isOlder ? it : oldest;
-        }
-        if (oldest != m_requests.end()) {
-            m_requests.erase(oldest);
-        }
-    }
-    return result;
+    return request;
 }
 
-void CTracker::TakeCall(const HttpTrace& call, qint64 timeMs) {
-    const bool isEnd = call.kind != HttpTrace::EnKind::Sent;
-    const auto read = ReadAdRequest(call.url, isEnd ? call.requestBody : call.body);
-    if (!read) {
+// The answer to a former user's request has none.
+void On(TrackerState& state, const HttpTrace& call, qint64 timeMs) {
+    const QString path = QUrl(QString::fromStdString(call.url)).path();
+    if (!path.endsWith(QLatin1String("/ad/search")) && !path.endsWith(QLatin1String("/ad/check"))) {
         return;
     }
-    if (!isEnd) {
-        RequestOf(*read, timeMs)->askedFor = read->askedFor;
-        return;
-    }
-    const auto found = m_requests.find(read->id);
-    if (found == m_requests.end()) {
-        return;  // of a former user
-    }
-    AdRequest& request = *found->second;
-    request.answeredMs = timeMs;
-    request.status = call.status;
-    request.durationMs = call.durationMs;
-    if (call.kind == HttpTrace::EnKind::Answered) {
-        ReadAdAnswer(call.body, request);
+    const bool isSent = call.kind == HttpTrace::EnKind::Sent;
+    const Json::Value asked = Parsed(isSent ? call.body : call.requestBody);
+    const QString id = json::Text(json::Member(asked, "request_id"));
+    const auto type = json::Number(json::Member(asked, "ad_type"));
+    const auto position = json::Number(json::Member(asked, "ad_position"));
+    if (isSent && !id.isEmpty() && type && position) {
+        const auto request = RequestOf(state, {id, {int(*type), int(*position)}, path, {}, timeMs});
+        for (const Json::Value& ad : json::Items(json::Member(asked, "ad_id"))) {
+            request->askedFor << json::Text(ad);
+        }
+    } else if (const auto request = isSent ? nullptr : FindRequest(state, id)) {
+        request->answeredMs = timeMs;
+        for (const Json::Value& ad : json::Items(json::Member(json::Member(Parsed(call.body), "data"), "ad"))) {
+            request->ads.push_back(OfferOf(ad));
+        }
     }
 }
 
 // The stored time of the last showing was changed from outside. The refusal by the interval is recomputed.
-void CTracker::OnLastShownStored(const StoreTrace& store) {
-    if (!store.isSave || !store.succeeded) {
+void On(TrackerState& state, const StoreTrace& store, qint64 /*timeMs*/) {
+    std::optional<Refusal>& red = state.ads[kBottomPopup].red;
+    if (store.isSave && store.succeeded && red && red->line.row->free == EnFree::AfterSum &&
+        red->line.values.value(6).toStdString() == store.key) {
+        red->line.values[1] = QString::fromStdString(store.value);
+    }
+}
+
+void Put(AdState& ad, const Refusal& refusal) {
+    if (refusal.leavesRest && ad.red && !ad.red->leavesRest) {
+        ad.after = refusal;
         return;
     }
-    for (auto& [slot, ad] : m_ads) {
-        for (std::optional<Refusal>* red : {&ad.red, &ad.earlier}) {
-            if (*red && (*red)->line.row->free == log_table::EnFree::AfterSum &&
-                (*red)->line.values.value(6).toStdString() == store.key) {
-                (*red)->line.values[1] = QString::fromStdString(store.value);
-            }
-        }
-    }
-}
-
-// Lines without type and position belong to the popup.
-void CTracker::TakeAd(const Line& line, qint64 timeMs) {
-    const log_table::Row& row = *line.row;
-    const AdSlot slot{row.at < 0 ? kBottomPopup.type : int(line.Number(row.at)),
-                      row.position < 0 ? kBottomPopup.position : int(line.Number(row.position))};
-    switch (row.event) {
-        case EnEvent::PictureFailed:
-            OnPictureFailed(line, timeMs);
-            return;
-        case EnEvent::Undecodable:
-            m_strUndecodable = "%1: %2"_q.arg(line.values.value(0), line.values.value(1));
-            return;
-        case EnEvent::LoggedOut:
-        case EnEvent::OtherLanguage:
-            m_clearReason = line;
-            return;
-        case EnEvent::Withdrawn:
-            Withdraw(line, timeMs);
-            OnAdPush(line, timeMs);
-            return;
-        case EnEvent::Pushed:
-            OnAdPush(line, timeMs);
-            return;
-        default:
-            break;
-    }
-    AdState& ad = Of(slot);
-    ad.history.Add(timeMs, line.text);
-    TakeAd(ad, line, timeMs);
-}
-
-void CTracker::TakeAd(AdState& ad, const Line& line, qint64 timeMs) {
-    using namespace log_table;
-    const bool isBanner = ad.slot.type == kTypeBanner;
-    switch (line.row->event) {
-        case EnEvent::Asked: {
-            AdRequest read;
-            read.id = line.values[4];
-            read.slot = ad.slot;
-            read.path = line.values[0];
-            ad.last = RequestOf(read, timeMs);
-            ad.isAsking = true;
-            m_clearReason = {};
-            m_strUndecodable.clear();
-            return;
-        }
-        case EnEvent::Answered: {
-            ad.isAsking = false;
-            ad.isNewAttempt = true;
-            ad.isRetry = false;
-            ad.passed = kStepKept;
-            const auto found = m_requests.find(line.values[3]);
-            if (found != m_requests.end()) {
-                ad.answered = found->second;
-            }
-            ad.before = ad.standing;
-            ad.standing = ad.answered;
-            return;
-        }
-        case EnEvent::Retried:
-            ad.isNewAttempt = true;
-            ad.isRetry = true;
-            ad.passed = kStepKept;
-            if (ad.standing) {
-                ad.standing->drops.clear();
-            }
-            return;
-        case EnEvent::Passed:
-            ad.passed = line.row->step + 1;
-            return;
-        case EnEvent::Dropped:
-            if (ad.standing) {
-                ad.standing->drops.push_back({line.values[4], Filled(line.row->say, line, m_fnToServer(timeMs)),
-                                              line.Number(1),
-                                              QLatin1String(line.row->check) == QLatin1String("starts")});
-            }
-            return;
-        case EnEvent::Refused:
-            OnAdRefused(ad, line, timeMs);
-            return;
-        case EnEvent::Loading:
-            ad.isLoading = true;
-            ad.isNewAttempt = false;
-            return;
-        case EnEvent::Shown:
-            ad.isLoading = false;
-            ad.red.reset();
-            ad.earlier.reset();
-            // The next banner is created before the current one is destroyed.
-            ad.shownCount = isBanner ? ad.shownCount + 1 : 1;
-            ++ad.shownTotal;
-            ad.made = ad.standing;
-            ad.shownAd = isBanner ? QString() : line.values[2];
-            ad.shownMs = timeMs;
-            return;
-        case EnEvent::Gone:
-            ad.isLoading = false;
-            ad.shownCount = 0;
-            return;
-        case EnEvent::Closed:
-            OnAdClosed(ad, line, timeMs);
-            return;
-        case EnEvent::Cleared:
-            OnAdCleared(ad, line, timeMs);
-            return;
-        case EnEvent::PushRefused:
-            Put(ad, {line, line.row->step, timeMs, true, {}, {}});
-            return;
-        default:
-            return;
-    }
+    ad.red = refusal;
+    ad.after.reset();
 }
 
 // The conditions are checked twice: for the list, and again when the picture has come.
-void CTracker::OnAdRefused(AdState& ad, const Line& line, qint64 timeMs) {
-    using namespace log_table;
-    Refusal refusal{line, line.row->step, timeMs, false, {}, {}};
-    const bool isOwnList = refusal.step == kStepKept && ad.passed <= kStepKept && (ad.isNewAttempt || !ad.isLoading);
-    if (refusal.step == kStepKept || refusal.step == kStepConditions) {
-        const bool isAgain = ad.isLoading && !ad.isNewAttempt;
-        refusal.step = isAgain ? kStepShown : isOwnList ? int(kStepKept) : int(kStepConditions);
+void OnAdRefused(AdState& ad, const ParsedLine& line, const QString& reason) {
+    const Row& row = *line.row;
+    const bool isOwnList = row.step == kStepKept && ad.passed <= kStepKept;
+    const bool isAgain = ad.isLoading && ad.passed >= kStepPicture;
+    Refusal refusal{line, row.step, reason, row.event != EnEvent::Refused};
+    if (row.step == kStepConditions || (row.step == kStepKept && !isOwnList)) {
+        refusal.step = isAgain ? kStepShown : kStepConditions;
     }
-    const bool isLimit = line.row->free == EnFree::Sum;
-    const bool isOld = QLatin1String(line.row->check) == QLatin1String("answer to the latest request");
-    if (isLimit) {
+    if (row.free == EnFree::Sum) {
         ad.nextAskS = line.Number(1) + line.Number(2);
-    }
-    if (refusal.step <= kStepAnswered) {
-        ad.isAsking = ad.isAsking && (isLimit || isOld);
-        refusal.leavesRest = isLimit || isOld || ad.standing != nullptr;
-        refusal.reason = m_strUndecodable;
-        if (ad.last && !isLimit && !isOld) {
-            ad.last->refusal = Filled(line.row->say, line, m_fnToServer(timeMs));
+    } else if (row.event == EnEvent::Refused && row.step == kStepAnswered) {
+        refusal.leavesRest = ad.standing != nullptr;
+        if (ad.last) {
+            ad.last->refusal = Filled(row.say, line, line.serverMs, {{"reason"_q, reason}});
         }
-    } else if (isOwnList) {
-        const bool isNothing = QLatin1String(line.row->check) == QLatin1String("a list");
-        AdState::Request refused = ad.standing;
+    } else if (row.event == EnEvent::Refused && isOwnList) {
+        const AdState::Request refused = std::exchange(ad.standing, ad.before);
         if (refused) {
             refusal.drops = refused->drops;
+            refused->refusal = row.free == EnFree::Window ? QString() : QString::fromUtf8(row.check);
         }
-        if (ad.isRetry) {
-            ad.standing.reset();  // a refused waiting list is deleted
-        } else if (ad.isNewAttempt) {
-            if (refused && line.row->free != EnFree::Window) {
-                refused->refusal = QString::fromUtf8(line.row->check);
-            }
-            ad.standing = ad.before;  // a refused answer leaves the previous list
-        }
-        refusal.leavesRest = isNothing || (!ad.isRetry && ad.standing != nullptr);
+        refusal.leavesRest = QLatin1String(row.check) == QLatin1String("a list") || ad.standing;
     }
-    ad.isNewAttempt = false;
-    Put(ad, std::move(refusal));
-}
-
-void CTracker::OnAdClosed(AdState& ad, const Line& line, qint64 timeMs) {
-    ad.shownCount = std::max(0, ad.shownCount - 1);
-    if (ad.shownCount == 0) {
-        ad.isLoading = false;
-        Put(ad, {line, log_table::kStepShown, timeMs, false, {}, {}});
+    if (row.event == EnEvent::Refused) {
+        ad.passed = ad.isLoading ? int(kStepPicture) : 0;
     }
+    Put(ad, refusal);
 }
 
 // The module keeps a list that waits behind a withdrawn visible ad, although its log line reports that all was cleared.
-void CTracker::OnAdCleared(AdState& ad, const Line& line, qint64 timeMs) {
-    const bool isClosed =
-        ad.red && ad.red->line.row->event == EnEvent::Closed && timeMs <= ad.red->timeMs + kSameCallMs;
-    const bool isByPush = isClosed && ad.red->line.values.value(0) == kByPush && ad.red->timeMs >= ad.withdrawnMs;
-    if (isByPush && !ad.withdrawn.isEmpty() &&
-        !Contains(ad.withdrawn, ad.standing ? ad.standing->FirstKept() : nullptr)) {
-        ad.withdrawn.clear();
+void OnAdCleared(AdState& ad, const ParsedLine& line, const QString& reason) {
+    const bool isSameCall = ad.red && line.timeMs <= ad.red->line.timeMs + kSameCallMs;
+    const EnEvent before = isSameCall ? ad.red->line.row->event : EnEvent::Note;
+    if (before == EnEvent::ClosedByPush && reason.isEmpty()) {
         return;
     }
     ad.standing.reset();
-    if (!isClosed && ad.shownCount == 0) {
-        Refusal refusal{line, log_table::kStepKept, timeMs, false, {}, {}};
-        refusal.reason = m_clearReason.text;
-        Put(ad, std::move(refusal));
+    if (before != EnEvent::Closed && before != EnEvent::ClosedByPush && ad.shownCount == 0) {
+        Put(ad, {line, kStepKept, reason});
     }
 }
 
 // The line names no position. A failed picture of a banner is known by its URL.
-void CTracker::OnPictureFailed(const Line& line, qint64 timeMs) {
-    for (auto& [slot, ad] : m_ads) {
-        if (slot.type != int(line.Number(0))) {
-            continue;
-        }
-        const QString url = line.values[1];
-        const auto isOf = [&url](const AdState::Request& request) {
-            return request && std::any_of(request->ads.begin(), request->ads.end(),
-                                          [&url](const AdOffer& offer) { return offer.image == url; });
-        };
-        if (slot.type == kTypeBanner ? isOf(ad.made) || isOf(ad.standing) : ad.isLoading) {
-            ad.failedPictures.insert(url);
-            ad.history.Add(timeMs, line.text);
-            if (slot.type == kTypePopup) {
-                Put(ad, {line, log_table::kStepPicture, timeMs, false, {}, {}});
+void OnPictureFailed(TrackerState& state, const ParsedLine& line) {
+    const auto isOf = [&line](const AdState::Request& request) {
+        return request && std::any_of(request->ads.begin(), request->ads.end(),
+                                      [&line](const AdOffer& offer) { return offer.image == line.values[1]; });
+    };
+    for (auto& [slot, ad] : state.ads) {
+        const bool isBanner = slot.type == kTypeBanner;
+        if (slot.type == int(line.Number(0)) && (isBanner ? isOf(ad.made) || isOf(ad.standing) : ad.isLoading)) {
+            ad.failedPictures.insert(line.values[1]);
+            Keep(state.lines[{EnKind::Ad, slot}], line, kLinesKept);
+            if (!isBanner) {
+                Put(ad, {line, kStepPicture});
             }
         }
     }
-}
-
-// The delay is computed in 32 bits, as in the module. A negative result means no delay.
-void CTracker::OnAdPush(const Line& line, qint64 timeMs) {
-    const AdSlot named{int(line.Number(0)), int(line.Number(1))};
-    if (!(named == kBottomPopup)) {
-        return;
-    }
-    AdState& ad = Of(kBottomPopup);
-    ad.history.Add(timeMs, line.text);
-    const qint64 now = m_fnToServer(timeMs);
-    const auto delay = int32_t(uint32_t(line.values.last().toLongLong()) * uint32_t(kSecondMs));
-    ad.pushesMs.erase(std::remove_if(ad.pushesMs.begin(), ad.pushesMs.end(), [now](qint64 due) { return due <= now; }),
-                      ad.pushesMs.end());
-    ad.pushesMs.push_back(now + std::max(0, delay));
 }
 
 // The module withdraws ads from the popup, whatever position the push names. The list is deleted without its own line.
-void CTracker::Withdraw(const Line& line, qint64 timeMs) {
-    AdState& ad = Of(kBottomPopup);
-    ad.withdrawn = line.values[2].split(QLatin1Char(','));
-    ad.withdrawnMs = timeMs;
-    if (ad.standing && Contains(ad.withdrawn, ad.standing->FirstKept())) {
+// The delay is computed in 32 bits, as in the module. A negative result means no delay.
+void OnAdPush(TrackerState& state, const ParsedLine& line, const AdSlot& named) {
+    AdState& ad = state.ads[kBottomPopup];
+    const auto kept = ad.standing ? ad.standing->Kept() : std::vector<const AdOffer*>();
+    if (line.row->event == EnEvent::Withdrawn && !kept.empty() &&
+        line.values[2].split(QLatin1Char(',')).contains(kept.front()->id)) {
         ad.standing.reset();
-        Put(ad, {line, line.row->step, timeMs, false, {}, {}});
+        Put(ad, {line, line.row->step});
+    }
+    if (named == kBottomPopup) {
+        Keep(state.lines[{EnKind::Ad, named}], line, kLinesKept);
+        ad.pushesMs.insert(line.serverMs + std::max(0, int32_t(uint32_t(line.values.last().toLongLong()) * 1'000u)));
     }
 }
 
-// ---- rights and VIP status
+void TakeAd(TrackerState& state, AdState& ad, const AdSlot& slot, const ParsedLine& line) {
+    const EnEvent event = line.row->event;
+    if (line.row->step >= 0 && *line.row->say == '\0') {
+        ad.passed = line.row->step;  // progress of the attempt
+    }
+    if (event == EnEvent::Asked) {
+        ad.last = RequestOf(state, {line.values[4], slot, line.values[0], {}, line.timeMs});
+        state.adReason.clear();
+    } else if (event == EnEvent::Answered) {
+        if (const AdState::Request request = FindRequest(state, line.values[3])) {
+            ad.answered = request;
+            request->answeredMs = std::max(request->answeredMs, line.timeMs);
+        }
+        ad.before = std::exchange(ad.standing, ad.answered);
+    } else if (event == EnEvent::Retried) {
+        ad.before.reset();  // a refused waiting list is deleted
+        if (ad.standing) {
+            ad.standing->drops.clear();
+        }
+    } else if (event == EnEvent::Dropped && ad.standing) {
+        ad.standing->drops.push_back(line);
+    } else if (event == EnEvent::Refused || event == EnEvent::Ignored || event == EnEvent::PushRefused) {
+        OnAdRefused(ad, line, std::exchange(state.adReason, QString()));
+    } else if (event == EnEvent::Loading) {
+        ad.isLoading = true;
+    } else if (event == EnEvent::Shown) {
+        ad.isLoading = false;
+        ad.red.reset();
+        ad.after.reset();
+        // The next banner is created before the current one is destroyed.
+        ad.shownCount = slot.type == kTypeBanner ? ad.shownCount + 1 : 1;
+        ++ad.shownTotal;
+        ad.made = ad.standing;
+        ad.shownAd = line.values.value(2);
+        ad.shownMs = line.timeMs;
+    } else if (event == EnEvent::Gone) {
+        ad.isLoading = false;
+        ad.shownCount = 0;
+    } else if (event == EnEvent::Closed || event == EnEvent::ClosedByPush) {
+        ad.shownCount = std::max(0, ad.shownCount - 1);
+        if (ad.shownCount == 0) {
+            ad.isLoading = false;
+            Put(ad, {line, kStepShown});
+        }
+    } else if (event == EnEvent::Cleared) {
+        OnAdCleared(ad, line, state.adReason);
+    }
+}
 
-void CTracker::TakeCommand(const CommandTrace& command, qint64 timeMs) {
-    RefreshState* state = command.asked == kCommandPremiumAccess ? &m_rights
-                          : command.asked == kCommandVipStatus   ? &m_vip
-                          : command.asked == kCommandChatScenes  ? &m_chat
-                                                                 : nullptr;
-    if (!state || command.kind == CommandTrace::EnKind::Pushed) {
+// Lines without type and position belong to the popup.
+void TakeAd(TrackerState& state, const ParsedLine& line) {
+    const Row& row = *line.row;
+    const AdSlot slot = row.at < 0 ? kBottomPopup : AdSlot{int(line.Number(row.at)), int(line.Number(row.position))};
+    if (row.event == EnEvent::Reason) {
+        state.adReason = Filled(row.say, line, 0);
+    } else if (row.event == EnEvent::PictureFailed) {
+        OnPictureFailed(state, line);
+    } else if (row.event == EnEvent::Pushed || row.event == EnEvent::Withdrawn) {
+        OnAdPush(state, line, slot);
+    } else {
+        Keep(state.lines[{EnKind::Ad, slot}], line, kLinesKept);
+        TakeAd(state, state.ads[slot], slot, line);
+    }
+}
+
+// ---- rights, VIP status and chat scenes
+
+RefreshState::Request& RequestOf(RefreshState& state, unsigned long session) {
+    if (state.requests.size() > kRequestsKept) {
+        state.requests.erase(state.requests.begin());
+    }
+    return state.requests[session];
+}
+
+void On(TrackerState& state, const CommandTrace& command, qint64 timeMs) {
+    RefreshState* refreshes = command.asked == kCommandPremiumAccess ? &state.rights
+                              : command.asked == kCommandVipStatus   ? &state.vip
+                              : command.asked == kCommandChatScenes  ? &state.chat
+                                                                     : nullptr;
+    if (!refreshes || command.kind == CommandTrace::EnKind::Pushed) {
         return;
     }
-    RefreshState::Request& request = state->requests[command.session];
-    request.session = command.session;
+    RefreshState::Request& request = RequestOf(*refreshes, command.session);
     if (command.kind == CommandTrace::EnKind::Sent) {
         request.sentMs = timeMs;
-        state->last = command.session;
-        if (state == &m_vip) {
-            state->unexplained.push_back(command.session);
-        }
+        request.why = request.why.isEmpty() ? std::exchange(refreshes->nextWhy, QString()) : request.why;
     } else {
         request.answeredMs = timeMs;
-        state->answered = command.session;
-        if (command.kind == CommandTrace::EnKind::Failed) {
-            static const log_table::Row failed{"",
-                                               EnEvent::Refused,
-                                               log_table::kStepAnswered,
-                                               "channel",
-                                               "channel error {0}",
-                                               "no error",
-                                               "The channel failed with error {0}."};
-            request.red = Refusal{{&failed, {QString::number(command.error)}, {}}, failed.step, timeMs, false, {}, {}};
-        } else if (state != &m_chat) {
-            state->unjudged.push_back(command.session);
+        refreshes->answered = command.session;
+    }
+}
+
+// A preceding line, if any, contains the reason of the request. Requests after a push have no such line.
+QString WhyOf(RefreshState& state, const ParsedLine& line) {
+    const int count = line.row->at == 1 ? int(line.Number(0)) : -1;
+    QString why = std::exchange(state.nextWhy, QString());
+    const auto due = std::find_if(state.pushes.begin(), state.pushes.end(), [&](const auto& push) {
+        return push.second == count && push.first <= line.timeMs + kSlackMs;
+    });
+    if (why.isEmpty() && due != state.pushes.end() && (line.values.isEmpty() || IsTrue(line.values.last()))) {
+        state.pushes.erase(due);
+        why = "push"_q;
+    }
+    return why.isEmpty() ? "a caller"_q : why;
+}
+
+// A line without a session is about the last answer. A login requests rights and VIP status, the rights first.
+void TakeRefresh(TrackerState& state, RefreshState& refreshes, const ParsedLine& line) {
+    const Row& row = *line.row;
+    const EnEvent event = row.event;
+    const auto session = row.at < 0 ? refreshes.answered : (unsigned long)(line.Number(row.at));
+    if (event == EnEvent::TimerReady) {
+        state.timerFrom = line.timeMs;
+        refreshes.nextWhy = QString::fromUtf8(row.say);
+    } else if (event == EnEvent::TimerStopped) {
+        state.timerFrom.reset();
+    } else if (event == EnEvent::Reason) {
+        refreshes.nextWhy = QString::fromUtf8(row.say);
+        state.vip.nextWhy = refreshes.nextWhy == QLatin1String("login") ? refreshes.nextWhy : state.vip.nextWhy;
+    } else if (event == EnEvent::Asked) {
+        refreshes.nextWhy = WhyOf(refreshes, line);
+        if (row.at >= 0) {
+            RefreshState::Request& request = RequestOf(refreshes, session);
+            const QString why = std::exchange(refreshes.nextWhy, QString());
+            request.why = request.why.isEmpty() ? why : request.why;
+            request.sentMs = line.timeMs;
+        }
+    } else if (event == EnEvent::Pushed) {
+        // The module passes the delay on as a signed number. A negative delay runs at once.
+        const bool isList = line.values.size() > 1 && !IsTrue(line.values[0]);
+        const int delay = std::max(0, int(line.values.last().toUInt()));
+        refreshes.pushes.emplace(line.timeMs + delay, isList ? int(line.Number(1)) : -1);
+    } else if (event == EnEvent::SceneAnswered) {
+        state.scenes[int(line.Number(0))] = IsTrue(line.values[1]);
+    } else if ((event == EnEvent::Good || event == EnEvent::Refused) && session != 0) {
+        RefreshState::Request& request = RequestOf(refreshes, session);
+        request.isGood = event == EnEvent::Good;
+        request.red = request.isGood ? std::nullopt : std::make_optional(Refusal{line, row.step});
+        request.answeredMs = std::max(request.answeredMs, line.timeMs);
+        refreshes.answered = session;
+        if (row.kind == EnKind::Chat && request.isGood) {
+            state.scenes.clear();
         }
     }
-    Pair(*state);
-    for (auto it = state->requests.begin(); it != state->requests.end() && state->requests.size() > kRefreshesKept;) {
-        const bool isOld = it->second.answeredMs != 0 && it->first != state->last && it->first != state->answered;
-        it = isOld ? state->requests.erase(it) : std::next(it);
+}
+
+// ---- opens of the AI chat
+
+// Reports number the watchlist's page 3. The other pages have the number of their scene.
+void On(TrackerState& state, const ReportTrace& report, qint64 timeMs) {
+    if (report.event == "ClickAIChatEntrance") {
+        const int source = json::Text(json::Member(Parsed(report.params), "entrance_source")).toInt();
+        Keep(state.opens, {timeMs, source == 3 ? 1 : source}, kOpensKept);
     }
 }
 
-void CTracker::TakeRefresh(RefreshState& state, const Line& line, qint64 timeMs) {
-    const bool isVip = &state == &m_vip;
-    switch (line.row->event) {
-        case EnEvent::TimerReady:
-            m_timerFrom = timeMs;
-            break;
-        case EnEvent::TimerStopped:
-            m_timerFrom.reset();
-            break;
-        case EnEvent::ForLogin:
-            m_bLoggedOut = false;
-            m_nextWhy = EnReason::Login;
-            m_bVipLogin = true;
-            break;
-        case EnEvent::ForHour:
-            m_nextWhy = EnReason::Hourly;
-            m_timerFrom = timeMs;
-            break;
-        case EnEvent::ForLanguage:
-            m_nextWhy = EnReason::Language;
-            break;
-        case EnEvent::Asked:
-            OnAsked(state, line, timeMs);
-            break;
-        case EnEvent::Good:
-            if (!m_bLoggedOut) {
-                state.outcomes.push_back({timeMs, std::nullopt});
-            }
-            break;
-        case EnEvent::Refused: {
-            Refusal red{line, line.row->step, timeMs, false, {}, {}};
-            if (line.row->at >= 0) {
-                RefreshState::Request& request = state.requests[(unsigned long)(line.Number(0))];
-                request.session = (unsigned long)(line.Number(0));
-                request.red = red;
-                request.answeredMs = request.answeredMs != 0 ? request.answeredMs : timeMs;
-                state.answered = request.session;
-            } else if (!isVip || line.row->step != log_table::kStepAnswered || line.Number(0) == 0) {
-                // A channel error is recorded in the traffic, with its session.
-                state.outcomes.push_back({timeMs, red});
-            }
-            break;
-        }
-        case EnEvent::Pushed:
-            OnRefreshPush(state, line, timeMs);
-            break;
-        default:
-            break;
-    }
-    Pair(state);
-}
-
-// A preceding line, if any, contains the reason of the request. Requests after a push have no such line. A login
-// requests rights and VIP status, the rights first.
-void CTracker::OnAsked(RefreshState& state, const Line& line, qint64 timeMs) {
-    if (&state == &m_vip) {
-        const bool isPush = !m_bVipLogin && TakeDue(state, -1, timeMs);
-        state.reasons.push_back(m_bVipLogin ? EnReason::Login : isPush ? EnReason::Push : EnReason::Caller);
-        m_bVipLogin = false;
-        return;
-    }
-    const auto session = (unsigned long)(line.Number(line.row->at));
-    RefreshState::Request& request = state.requests[session];
-    request.session = session;
-    request.sentMs = request.sentMs != 0 ? request.sentMs : timeMs;
-    state.last = session;
-    if (m_nextWhy) {
-        request.why = *m_nextWhy;
-        m_nextWhy.reset();
-        return;
-    }
-    const int count = line.row->at == 0 ? -1 : int(line.Number(0));
-    const bool isPush = IsTrue(line.values.last()) && TakeDue(state, count, timeMs);
-    request.why = isPush ? EnReason::Push : EnReason::Caller;
-}
-
-void CTracker::OnRefreshPush(RefreshState& state, const Line& line, qint64 timeMs) {
-    const bool isList = &state == &m_rights && !IsTrue(line.values[0]);
-    state.pushes.push_back({timeMs + DelayOf(line.values.last()), isList ? int(line.Number(1)) : -1});
-    std::sort(state.pushes.begin(), state.pushes.end(),
-              [](const RefreshState::Push& left, const RefreshState::Push& right) { return left.dueMs < right.dueMs; });
-}
-
-// ---- AI chat
-
-void CTracker::TakeChat(const Line& line, qint64 timeMs) {
-    RefreshState::Request& request = m_chat.requests[m_chat.answered];
-    switch (line.row->event) {
-        case EnEvent::Answered:
-            m_scenes.clear();
-            request.answeredMs = timeMs;
-            request.isGood = true;
-            request.red.reset();
-            break;
-        case EnEvent::SceneAnswered:
-            m_scenes[int(line.Number(0))] = IsTrue(line.values[1]);
-            break;
-        case EnEvent::Refused:
-            request.isGood = false;
-            request.red = Refusal{line, line.row->step, timeMs, false, {}, {}};
-            break;
-        default:
-            break;
-    }
-}
-
-void CTracker::TakeReport(const ReportTrace& report, qint64 timeMs) {
-    if (report.event != "ClickAIChatEntrance") {
-        return;
-    }
-    // The scenes of pages by their numbers in reports.
-    static const std::map<std::string, int> scenes{{"3", 1}, {"4", 4}, {"5", 5}, {"12", 12}, {"42", 42}};
-    const Json::Value params = Parsed(report.params);
-    const Json::Value source = params.isObject() ? params.get("entrance_source", Json::Value()) : Json::Value();
-    ChatOpen open;
-    open.timeMs = timeMs;
-    open.user = User();
-    const auto scene = scenes.find(source.isString() ? source.asString() : std::string());
-    open.scene = scene == scenes.end() ? 0 : scene->second;
-    m_opens.push_back(open);
-    if (m_opens.size() > kOpensKept) {
-        m_opens.pop_front();
-    }
-}
-
-/// The open that the module is about to decide. A preload is not reported.
-ChatOpen& CTracker::PendingOpen(qint64 timeMs) {
-    const bool isPending =
-        !m_opens.empty() && !m_opens.back().isLoaded && timeMs <= m_opens.back().timeMs + kSameCallMs;
-    if (!isPending) {
-        ChatOpen open;
-        open.timeMs = timeMs;
-        open.user = User();
-        m_opens.push_back(open);
-    }
-    return m_opens.back();
-}
-
-void CTracker::TakeOpen(const Line& line, qint64 timeMs) {
+// A preload is not reported.
+void TakeOpen(TrackerState& state, const ParsedLine& line) {
+    const bool isDecided = state.opens.empty() || state.opens.back().isLoaded;
     if (line.row->event == EnEvent::LoadEnded) {
-        if (!m_opens.empty() && m_opens.back().isLoaded) {
-            m_opens.back().httpCode = int(line.Number(0));
+        if (!state.opens.empty() && isDecided) {
+            state.opens.back().httpCode = int(line.Number(0));
         }
         return;
     }
-    ChatOpen& open = PendingOpen(timeMs);
-    switch (line.row->event) {
-        case EnEvent::Cleaned:
-            open.reasons << "the last load was the preload"_q;
-            return;
-        case EnEvent::Created:
-            open.reasons << "there was no window"_q;
-            return;
-        default:
-            break;
+    const bool isPending = !isDecided && line.timeMs <= state.opens.back().timeMs + kSameCallMs;
+    ChatOpen& open = isPending ? state.opens.back() : Keep(state.opens, {line.timeMs}, kOpensKept);
+    if (line.row->event == EnEvent::Reason) {
+        open.reasons << QString::fromUtf8(line.row->say);
+        return;
     }
     open.isLoaded = true;
     open.scene = int(line.Number(0));
     open.isPreload = IsTrue(line.values[1]);
     open.url = line.values[3];
+    if (open.scene != state.loadScene) {
+        open.reasons << "the scene changed from %1 to %2"_q.arg(state.loadScene).arg(open.scene);
+    }
     if (IsTrue(line.values[2])) {
         open.reasons << "the user had closed the window"_q;
     }
@@ -742,8 +372,97 @@ void CTracker::TakeOpen(const Line& line, qint64 timeMs) {
         open.reasons << "parameters or address changed"_q;
     }
     if (open.url.contains(QLatin1String("needChangeSessionId=1"))) {
-        open.reasons << (m_nLoadUser != User() ? "new session: the user changed"_q
-                                               : "new session: the caller asked for it"_q);
+        open.reasons << (state.loadUser != state.User() ? "new session: the user changed"_q
+                                                        : "new session: the caller asked for it"_q);
     }
-    m_nLoadUser = User();
+    state.loadUser = state.User();
+    state.loadScene = open.scene;
+}
+
+template <class Other>
+void On(TrackerState& /*state*/, const Other& /*trace*/, qint64 /*timeMs*/) {}
+
+void TakeModuleLine(TrackerState& state, const ParsedLine& line) {
+    const EnKind kind = line.row->kind;
+    const int number = int(line.Number(line.row->at));
+    if (kind == EnKind::Ad) {
+        TakeAd(state, line);
+    } else if (kind == EnKind::ChatOpen) {
+        TakeOpen(state, line);
+    } else if (kind == EnKind::Widget) {
+        // The later lines of an activation do not name the right.
+        state.right = line.row->at >= 0 ? number : state.right;
+        Keep(state.lines[{EnKind::Widget, {state.right}}], line, kLinesKept);
+    } else {
+        Keep(state.lines[{kind, {kind == EnKind::Chat ? number : 0}}], line, kLinesKept);
+        TakeRefresh(state, kind == EnKind::Rights ? state.rights : kind == EnKind::Vip ? state.vip : state.chat, line);
+    }
+}
+
+}  // namespace
+
+// Two ads can have the same id; the time window identifies the ad.
+const ParsedLine* AdRequest::DropOf(const AdOffer& ad) const {
+    const auto drop = std::find_if(drops.begin(), drops.end(), [&ad](const ParsedLine& line) {
+        const std::optional<qint64> limit = line.Number(1);
+        return line.values.value(4) == ad.id && (limit == ad.startS || limit == ad.endS || limit == ad.expireS);
+    });
+    return drop == drops.end() ? nullptr : &*drop;
+}
+
+std::vector<const AdOffer*> AdRequest::Kept() const {
+    std::vector<const AdOffer*> kept;
+    for (const AdOffer& ad : ads) {
+        if (refusal.isEmpty() && !DropOf(ad)) {
+            kept.push_back(&ad);
+        }
+    }
+    return kept;
+}
+
+const RefreshState::Request* RefreshState::Find(unsigned long session) const {
+    const auto found = requests.find(session);
+    return found == requests.end() ? nullptr : &found->second;
+}
+
+quint64 TrackerState::User() const {
+    return user != 0 ? user : core::login_status_data::Login_GetUserID();
+}
+
+CTracker::CTracker(ToServer toServer, QObject* parent) : QObject(parent), m_fnToServer(std::move(toServer)) {}
+
+void CTracker::Take(const TraceEvent& seen) {
+    if (seen.number != 0 && seen.number <= m_nLastSeen) {
+        return;
+    }
+    m_nLastSeen = seen.number;
+    std::visit([&](const auto& what) { On(m_state, what, seen.timeMs); }, seen.what);
+    Q_EMIT Changed();
+}
+
+void CTracker::TakeLine(const LogEntry& entry) {
+    if (entry.number != 0 && entry.number <= m_nLastLine) {
+        return;
+    }
+    static const QRegularExpression login("^User (\\d+) logged (in|out)$"_q);
+    const auto match = entry.record.module == "Host.Login" ? login.match(entry.record.text) : QRegularExpressionMatch();
+    auto line = entry.record.module == "ZRGrowth" ? Read(entry.record.text) : std::nullopt;
+    if (!line && !match.hasMatch()) {
+        return;
+    }
+    if (line) {
+        line->timeMs = entry.time.toMSecsSinceEpoch();
+        line->serverMs = m_fnToServer(line->timeMs);
+        TakeModuleLine(m_state, *line);
+    } else if (match.captured(2) == QLatin1String("in")) {
+        TrackerState fresh;
+        fresh.user = match.captured(1).toULongLong();
+        std::tie(fresh.timerFrom, fresh.loadUser, fresh.loadScene) =
+            std::tie(m_state.timerFrom, m_state.loadUser, m_state.loadScene);
+        m_state = fresh;
+    } else {
+        m_state.isLoggedOut = true;
+    }
+    m_nLastLine = entry.number;
+    Q_EMIT Changed();
 }

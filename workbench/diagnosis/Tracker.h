@@ -3,112 +3,138 @@
 #include <QObject>
 #include <deque>
 #include <functional>
-#include <map>
 #include <memory>
 #include <set>
 
 #include "framework/ILogSource.h"
 #include "tracing/TraceEvent.h"
-#include "workbench/diagnosis/AdRequest.h"
 #include "workbench/diagnosis/LogTable.h"
+
+constexpr int kTypeBanner = 3;
+
+/// An ad position with its type. In other subjects, a right or a scene.
+struct AdSlot {
+    int type = 0;
+    int position = 0;
+
+    bool operator<(const AdSlot& other) const {
+        return std::tie(type, position) < std::tie(other.type, other.position);
+    }
+    bool operator==(const AdSlot& other) const { return type == other.type && position == other.position; }
+};
+
+/// The client's only popup. Lines without type and position belong to it.
+constexpr AdSlot kBottomPopup{2, 42};
+
+/// An ad in the server's answer. Times are seconds on the server's clock.
+struct AdOffer {
+    QString id;
+    QString image;  // URL of the picture
+    std::optional<qint64> startS, endS, expireS;
+    std::vector<int> areas;  // of the main window, in which a popup can be shown
+};
+
+/// A request for ads and its answer, from the traffic. Local times in milliseconds, 0 if unknown.
+struct AdRequest {
+    QString id;
+    AdSlot slot;
+    QString path;
+    QStringList askedFor = {};
+    qint64 sentMs = 0;
+    qint64 answeredMs = 0;
+    std::vector<AdOffer> ads = {};
+    std::vector<log_table::ParsedLine> drops = {};  // the lines about ads that were removed from the list
+    QString refusal = {};                           // of the whole list
+
+    /// The line about an ad that was not kept; null if there is none.
+    const log_table::ParsedLine* DropOf(const AdOffer& ad) const;
+    std::vector<const AdOffer*> Kept() const;
+};
 
 /// The line that stopped or ended something.
 struct Refusal {
     log_table::ParsedLine line;
     int step = 0;
-    qint64 timeMs = 0;
-    bool leavesRest = false;             // the previous state is unchanged
-    std::vector<AdRequest::Drop> drops;  // of the refused list
-    QString reason;                      // from a preceding line
-};
-
-/// The module's lines about a subject, newest last.
-struct History {
-    struct Entry {
-        qint64 timeMs;
-        QString text;
-    };
-    std::deque<Entry> entries;
-
-    void Add(qint64 timeMs, const QString& text);
+    QString reason = {};                            // from a preceding line
+    bool leavesRest = false;                        // the previous state is unchanged
+    std::vector<log_table::ParsedLine> drops = {};  // of the refused list
 };
 
 /// The state of an ad position.
 struct AdState {
     using Request = std::shared_ptr<AdRequest>;
 
-    AdSlot slot;
     Request last;      // the newest request
     Request answered;  // the newest with a complete answer
     Request standing;  // whose list the controller holds
-    Request before;    // whose list it held before
+    Request before;    // whose list it holds if the list that is being checked is refused
     Request made;      // of the newest banner, which remains when the list is cleared
-    bool isAsking = false;
     bool isLoading = false;
-    bool isNewAttempt = false;  // the next refusal belongs to a list and not to a loaded picture
-    bool isRetry = false;       // the list waited
-    int passed = 0;             // steps of this attempt
+    int passed = 0;  // steps of the running attempt
     std::optional<Refusal> red;
-    std::optional<Refusal> earlier;  // the refusal that `red` did not change and that still applies
-    int shownCount = 0;              // cards or banners on the screen
+    std::optional<Refusal> after;  // a later refusal that left `red`
+    int shownCount = 0;            // cards or banners on the screen
     int shownTotal = 0;
     QString shownAd;
     qint64 shownMs = 0;
-    qint64 nextAskS = 0;           // server time of the next possible request, from the module's own line
-    std::vector<qint64> pushesMs;  // due times of requests after a push, on the server's clock
-    QStringList withdrawn;         // by a push, at `withdrawnMs`
-    qint64 withdrawnMs = 0;
+    qint64 nextAskS = 0;        // server time of the next possible request, from the module's own line
+    std::set<qint64> pushesMs;  // due times of requests after a push, on the server's clock
     std::set<QString> failedPictures;
-    History history;
 };
 
 /// The requests for all rights, the VIP status or the chat scenes.
 struct RefreshState {
-    enum class EnReason { Unknown, Login, Hourly, Language, Push, Caller };
     struct Request {
-        unsigned long session = 0;
-        EnReason why = EnReason::Unknown;
+        QString why;
         qint64 sentMs = 0;
         qint64 answeredMs = 0;
         bool isGood = false;
         std::optional<Refusal> red;
     };
-    struct Push {
-        qint64 dueMs;  // local time
-        int count;     // rights in its list; -1 for all
-    };
-    struct Outcome {
-        qint64 timeMs;
-        std::optional<Refusal> red;
-    };
 
-    std::map<unsigned long, Request> requests;
-    unsigned long last = 0;      // session of the newest request
-    unsigned long answered = 0;  // session of the last answered one
-    std::vector<Push> pushes;
-    std::deque<EnReason> reasons;           // of requests without a session in their line
-    std::deque<unsigned long> unexplained;  // requests without a reason
-    std::deque<Outcome> outcomes;           // lines whose answer was not yet seen
-    std::deque<unsigned long> unjudged;     // answers whose line was not yet seen
-    History history;
+    std::map<unsigned long, Request> requests;  // by session
+    unsigned long answered = 0;                 // session of the last answered request
+    std::multimap<qint64, int> pushes;          // number of rights by the due time, in local time; -1 for all rights
+    QString nextWhy;                            // of the next request
 
+    /// Null if the session is unknown.
     const Request* Find(unsigned long session) const;
 };
 
 /// An open of the chat's window, and the module's decision to load the page again or to keep it.
 struct ChatOpen {
     qint64 timeMs = 0;
-    quint64 user = 0;
     int scene = 0;
     bool isPreload = false;
     bool isLoaded = false;
-    QStringList reasons;  // for the load
-    QString url;
-    std::optional<int> httpCode;
+    QStringList reasons = {};  // for the load
+    QString url = {};
+    std::optional<int> httpCode = {};
 };
 
-/// The states of all subjects, computed from the traffic, the reports and the log lines only. A login starts it afresh.
-/// Traffic and lines can arrive interleaved, or first all lines and then the traffic. Main thread.
+/// The states of all subjects.
+struct TrackerState {
+    quint64 user = 0;  // 0 before the first login
+    bool isLoggedOut = false;
+    std::map<AdSlot, AdState> ads;
+    std::deque<AdState::Request> adRequests;
+    QString adReason;  // for a following line about an ad
+    RefreshState rights, vip, chat;
+    std::map<int, bool> scenes;  // of the last answer
+    std::deque<ChatOpen> opens;
+    // The newest lines of each subject. The lines about a right include its activation.
+    std::map<std::pair<log_table::EnKind, AdSlot>, std::deque<log_table::ParsedLine>> lines;
+    int right = 0;  // of the last line that names one
+    // These outlast a login.
+    std::optional<qint64> timerFrom;  // start of the hourly timer, while it runs
+    quint64 loadUser = 0;             // of the last load of the chat's page
+    int loadScene = 0;
+
+    quint64 User() const;
+};
+
+/// Computes the states from the traffic, the reports and the log lines only. A login starts them afresh. Traffic and
+/// lines must arrive in the order of their times. Main thread.
 class CTracker : public QObject {
     Q_OBJECT
 
@@ -122,68 +148,15 @@ public:
     void Take(const TraceEvent& seen);
     void TakeLine(const LogEntry& entry);
 
-    quint64 User() const;
-    bool IsLoggedOut() const { return m_bLoggedOut; }
-    qint64 ServerNowMs() const;
+    const TrackerState& State() const { return m_state; }
     qint64 ToServerMs(qint64 localMs) const { return m_fnToServer(localMs); }
-
-    const std::map<AdSlot, AdState>& Ads() const { return m_ads; }
-    const AdState* Find(const AdSlot& slot) const;
-    const RefreshState& Rights() const { return m_rights; }
-    const RefreshState& Vip() const { return m_vip; }
-    const RefreshState& Chat() const { return m_chat; }
-    /// The scenes of the last answer.
-    const std::map<int, bool>& Scenes() const { return m_scenes; }
-    const std::deque<ChatOpen>& Opens() const { return m_opens; }
-    /// The module's lines about the widgets and the activation of a right, or about a scene.
-    const History* LinesOf(log_table::EnKind kind, int number) const;
-    /// Nothing while the hourly timer is stopped.
-    std::optional<qint64> NextHourlyMs(qint64 nowMs) const;
 
 Q_SIGNALS:
     void Changed();
 
 private:
-    using Line = log_table::ParsedLine;
-
-    void Reset(quint64 user);
-    void TakeCall(const HttpTrace& call, qint64 timeMs);
-    void TakeCommand(const CommandTrace& command, qint64 timeMs);
-    void TakeReport(const ReportTrace& report, qint64 timeMs);
-    void OnLastShownStored(const StoreTrace& store);
-    void TakeAd(const Line& line, qint64 timeMs);
-    void TakeAd(AdState& ad, const Line& line, qint64 timeMs);
-    void OnAdRefused(AdState& ad, const Line& line, qint64 timeMs);
-    void OnAdClosed(AdState& ad, const Line& line, qint64 timeMs);
-    void OnAdCleared(AdState& ad, const Line& line, qint64 timeMs);
-    void OnPictureFailed(const Line& line, qint64 timeMs);
-    void OnAdPush(const Line& line, qint64 timeMs);
-    void Withdraw(const Line& line, qint64 timeMs);
-    void TakeRefresh(RefreshState& state, const Line& line, qint64 timeMs);
-    void OnAsked(RefreshState& state, const Line& line, qint64 timeMs);
-    void OnRefreshPush(RefreshState& state, const Line& line, qint64 timeMs);
-    void TakeChat(const Line& line, qint64 timeMs);
-    void TakeOpen(const Line& line, qint64 timeMs);
-    ChatOpen& PendingOpen(qint64 timeMs);
-    AdState& Of(const AdSlot& slot);
-    AdState::Request RequestOf(const AdRequest& read, qint64 timeMs);
-
     const ToServer m_fnToServer;
-    quint64 m_nUser = 0;
-    bool m_bLoggedOut = false;
-    std::map<AdSlot, AdState> m_ads;
-    std::map<QString, AdState::Request> m_requests;
-    Line m_clearReason;
-    QString m_strUndecodable;
-    RefreshState m_rights, m_vip, m_chat;
-    std::optional<RefreshState::EnReason> m_nextWhy;
-    bool m_bVipLogin = false;
-    std::optional<qint64> m_timerFrom;
-    std::map<int, bool> m_scenes;
-    std::deque<ChatOpen> m_opens;
-    quint64 m_nLoadUser = 0;  // of the last load of the chat's page
-    std::map<std::pair<log_table::EnKind, int>, History> m_histories;
-    int m_nActivating = 0;
+    TrackerState m_state;
     uint64_t m_nLastSeen = 0;
     uint64_t m_nLastLine = 0;
 };

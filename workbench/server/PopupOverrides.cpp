@@ -1,87 +1,64 @@
 #include "workbench/server/PopupOverrides.h"
 
-#include <QComboBox>
 #include <QFormLayout>
-#include <QLabel>
-#include <QPushButton>
-#include <QSignalBlocker>
 
 #include "TabPages.h"
 #include "core/config_local.h"
 #include "core/login_status_data.h"
-#include "workbench/server/RequestForm.h"
-
-namespace {
-
-constexpr int kIntervalTypes = 10;
-
-QComboBox* NewCombo(QFormLayout* layout, const char* name, const QString& label, const QStringList& choices) {
-    auto* combo = new QComboBox(layout->parentWidget());
-    combo->setObjectName(QString::fromLatin1(name));
-    combo->setAccessibleName(label);
-    combo->addItems(choices);
-    layout->addRow(label, combo);
-    return combo;
-}
-
-QStringList TabTitles() {
-    QStringList titles;
-    for (const TabPage& tab : kTabPages) {
-        titles << QString::fromUtf8(tab.page.title);
-    }
-    return titles;
-}
-
-}  // namespace
+#include "workbench/Widgets.h"
 
 CPopupOverrides::CPopupOverrides(QWidget* parent) : QWidget(parent) {
-    setObjectName(QStringLiteral("PopupOverrides"));
+    setObjectName("PopupOverrides"_q);
     auto* layout = new QFormLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    const QString asItIs = QStringLiteral("as it is");
-    m_pTab = NewCombo(layout, "AdTab", QStringLiteral("Tab"), TabTitles());
-    m_pFocus = NewCombo(layout, "AdFocus", QStringLiteral("Focus"),
-                        {asItIs, QStringLiteral("always"), QStringLiteral("never")});
-    m_pSlot = NewCombo(layout, "AdSlotPermission", QStringLiteral("Slot 2"), {asItIs, QStringLiteral("refused")});
-    auto* forget = new QPushButton(QStringLiteral("Forget when the popup was shown"), this);
-    forget->setObjectName(QStringLiteral("AdLastShownForget"));
-    m_pOutcome = NewOutcomeLine(QStringLiteral("PopupOutcome"), this);
-    layout->addRow(forget);
+    const auto add = [&](const char* name, const QString& label, const QStringList& texts, auto chosen) {
+        widgets::Choices choices;
+        for (const QString& text : texts) {
+            choices.emplace_back(int(choices.size()), text);
+        }
+        auto* combo =
+            widgets::NewCombo(QString::fromLatin1(name), label, choices, this, [this, chosen](const auto& value) {
+                chosen(value.toInt());
+                Q_EMIT OverridesChanged();
+            });
+        layout->addRow(label, combo);
+        return combo;
+    };
+    QStringList tabs;
+    for (const TabPage& tab : kTabPages) {
+        tabs << QString::fromUtf8(tab.page.title);
+    }
+    m_pTab = add("AdTab", "Tab"_q, tabs, [this](int index) { Q_EMIT TabWanted(index); });
+    m_pFocus = add("AdFocus", "Focus"_q, {"as it is"_q, "always"_q, "never"_q},
+                   [this](int answer) { Q_EMIT FocusWanted(EnFocusAnswer(answer)); });
+    m_pSlot = add("AdSlotPermission", "Slot 2"_q, {"as it is"_q, "refused"_q},
+                  [this](int refused) { Q_EMIT SlotRefusalWanted(refused == 1); });
+    m_pOutcome = widgets::NewOutcome("PopupOutcome"_q, this);
+    layout->addRow(widgets::NewButton("AdLastShownForget"_q, "Forget when the popup was shown"_q, this,
+                                      [this] { ForgetLastShown(); }));
     layout->addRow(m_pOutcome);
-    connect(m_pTab, qOverload<int>(&QComboBox::currentIndexChanged), this, &CPopupOverrides::TabWanted);
-    connect(m_pFocus, qOverload<int>(&QComboBox::currentIndexChanged), this, [this](int choice) {
-        Q_EMIT FocusWanted(EnFocusAnswer(choice));
-        Q_EMIT OverridesChanged();
-    });
-    connect(m_pSlot, qOverload<int>(&QComboBox::currentIndexChanged), this, [this](int choice) {
-        Q_EMIT SlotRefusalWanted(choice == 1);
-        Q_EMIT OverridesChanged();
-    });
-    connect(forget, &QPushButton::clicked, this, &CPopupOverrides::ForgetLastShown);
 }
 
 void CPopupOverrides::ShowTab(int index) {
-    const QSignalBlocker blocker(m_pTab);
-    m_pTab->setCurrentIndex(index);
+    widgets::Select(m_pTab, index);
 }
 
 QStringList CPopupOverrides::Overridden() const {
     QStringList all;
-    if (m_pFocus->currentIndex() != 0) {
-        all << QStringLiteral("focus %1").arg(m_pFocus->currentText());
-    }
-    if (m_pSlot->currentIndex() != 0) {
-        all << QStringLiteral("slot 2 %1").arg(m_pSlot->currentText());
+    for (const auto& [combo, name] : {std::pair(m_pFocus, "focus "_q), std::pair(m_pSlot, "slot 2 "_q)}) {
+        if (combo->currentIndex() != 0) {
+            all << name + combo->currentText();
+        }
     }
     return all;
 }
 
 // The module stores one time for each type of interval.
 void CPopupOverrides::ForgetLastShown() {
-    int forgotten = 0;
+    constexpr int kIntervalTypes = 10;
+    QString outcome = "Nothing to forget: no time is stored for this user"_q;
     for (int type = 0; type < kIntervalTypes; ++type) {
-        const std::string key = QStringLiteral("AdLastShowTimeStampKey_2_42_%1_%2")
-                                    .arg(core::login_status_data::Login_GetUserID())
+        const std::string key = "AdLastShowTimeStampKey_2_42_%1_%2"_q.arg(core::login_status_data::Login_GetUserID())
                                     .arg(type)
                                     .toStdString();
         long shown = 0;
@@ -89,13 +66,10 @@ void CPopupOverrides::ForgetLastShown() {
             continue;
         }
         if (!core::config_local::AppCfgSaveInt64(key, 0)) {
-            ShowOutcome(m_pOutcome, QStringLiteral("The store did not take the change"), false);
+            widgets::ShowOutcome(m_pOutcome, "The store did not take the change"_q, widgets::EnOutcome::Bad);
             return;
         }
-        ++forgotten;
+        outcome = "It is forgotten when the popup was last shown to this user"_q;
     }
-    ShowOutcome(m_pOutcome,
-                forgotten > 0 ? QStringLiteral("It is forgotten when the popup was last shown to this user")
-                              : QStringLiteral("Nothing to forget: no time is stored for this user"),
-                true);
+    widgets::ShowOutcome(m_pOutcome, outcome);
 }

@@ -2,30 +2,33 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QComboBox>
 #include <QFormLayout>
-#include <QHBoxLayout>
-#include <QLabel>
 #include <QLineEdit>
+#include <QMetaProperty>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QRegularExpression>
 #include <QScopedValueRollback>
+#include <QStackedWidget>
+#include <algorithm>
 
-#include "Theme.h"
 #include "framework/JsonText.h"
+#include "workbench/Widgets.h"
 
 namespace {
 
 using EnType = RequestField::EnType;
+using widgets::EnOutcome;
 
 constexpr int kJsonLines = 8;
-const QString kGap = QStringLiteral("  ");
-const QString kLeftOut = QStringLiteral("left out");
-const QString kEmptyText = QStringLiteral("\"\"");
+constexpr const char* kGap = "  ";  // between a choice and its meaning
+constexpr const char* kEmptyText = "\"\"";
 
 bool IsPlace(const RequestField& field) {
     return !field.key.empty() && field.key.front() == '{';
+}
+
+bool IsList(EnType type) {
+    return type == EnType::Numbers || type == EnType::Texts;
 }
 
 QString NameOf(const RequestField& field) {
@@ -33,51 +36,64 @@ QString NameOf(const RequestField& field) {
     return IsPlace(field) ? key.mid(1, key.size() - 2) : key;
 }
 
-QStringList StepsOf(const RequestField& field) {
-    return QString::fromStdString(field.key).split(QLatin1Char('.'), Qt::SkipEmptyParts);
+QStringList PathOf(const std::string& path) {
+    return QString::fromStdString(path).split(QLatin1Char('.'), Qt::SkipEmptyParts);
 }
 
+// The user property of each editor is its text.
 QString TextOf(const QWidget* widget) {
-    if (const auto* combo = qobject_cast<const QComboBox*>(widget)) {
-        return combo->currentText().section(kGap, 0, 0).trimmed();
-    }
-    const auto* lines = qobject_cast<const QPlainTextEdit*>(widget);
-    return (lines ? lines->toPlainText() : static_cast<const QLineEdit*>(widget)->text()).trimmed();
+    const QString text = widget->metaObject()->userProperty().read(widget).toString();
+    return (qobject_cast<const QComboBox*>(widget) ? text.section(QLatin1String(kGap), 0, 0) : text).trimmed();
 }
 
 void SetTextOf(QWidget* widget, const QString& text) {
-    if (auto* combo = qobject_cast<QComboBox*>(widget)) {
-        const int index = combo->findText(text + kGap, Qt::MatchStartsWith);
-        combo->setEditText(index < 0 ? text : combo->itemText(index));
-    } else if (auto* lines = qobject_cast<QPlainTextEdit*>(widget)) {
-        lines->setPlainText(text);
-    } else {
-        static_cast<QLineEdit*>(widget)->setText(text);
-    }
+    const auto* combo = qobject_cast<const QComboBox*>(widget);
+    const int index = combo ? combo->findText(text + QLatin1String(kGap), Qt::MatchStartsWith) : -1;
+    widget->metaObject()->userProperty().write(widget, index < 0 ? text : combo->itemText(index));
 }
 
-/// Returns null if the value has no such member.
-const Json::Value* At(const Json::Value& json, const QStringList& steps) {
+QString Filled(QString pattern, const RequestRow::Values& places) {
+    for (auto place = places.begin(); place != places.end(); ++place) {
+        pattern.replace("{%1}"_q.arg(place.key()), place.value());
+    }
+    return pattern;
+}
+
+bool HasValues(const Json::Value& item, const QString& conditions) {
+    const QStringList all = conditions.split(QLatin1Char(','));
+    return std::all_of(all.begin(), all.end(), [&item](const QString& condition) {
+        const std::string key = condition.section(QLatin1Char('='), 0, 0).toStdString();
+        return json::Text(json::Member(item, key)) == condition.section(QLatin1Char('='), 1);
+    });
+}
+
+/// Returns null if there is no value at the path.
+const Json::Value* At(const Json::Value& json, const QStringList& path, const RequestRow::Values& places = {}) {
     const Json::Value* at = &json;
-    for (const QString& step : steps) {
-        at = &json::Member(*at, step.toStdString());
+    for (const QString& pattern : path) {
+        const QString step = Filled(pattern, places);
+        const auto end = at->end();
+        const auto item = !at->isArray() ? end : std::find_if(at->begin(), end, [&step](const Json::Value& one) {
+            return HasValues(one, step);
+        });
+        at = item == end ? &json::Member(*at, step.toStdString()) : &*item;
     }
     return at == &Json::Value::nullSingleton() ? nullptr : at;
 }
 
 /// Replaces the member, or removes it without a value.
-void Put(Json::Value& json, const QStringList& steps, const std::optional<Json::Value>& value) {
-    if (steps.isEmpty()) {
+void Put(Json::Value& json, const QStringList& path, const std::optional<Json::Value>& value) {
+    if (path.isEmpty()) {
         json = value.value_or(Json::Value());
         return;
     }
-    const std::string name = steps.front().toStdString();
-    if (!value && !At(json, steps)) {
+    const std::string name = path.front().toStdString();
+    if (!value && !At(json, path)) {
         return;
     }
     json = json.isObject() ? json : Json::Value(Json::objectValue);
-    if (steps.size() > 1 || value) {
-        Put(json[name], steps.mid(1), value);
+    if (path.size() > 1 || value) {
+        Put(json[name], path.mid(1), value);
     } else {
         json.removeMember(name);
     }
@@ -85,16 +101,16 @@ void Put(Json::Value& json, const QStringList& steps, const std::optional<Json::
 
 struct FieldValue {
     std::optional<Json::Value> json;
-    QString error;
+    QString error = {};
 };
 
 /// Reads the text of a field, which is not empty.
 FieldValue Read(EnType type, const QString& text) {
     if (type == EnType::Text) {
-        return {Json::Value(text == kEmptyText ? std::string() : text.toStdString()), {}};
+        return {Json::Value(text == QLatin1String(kEmptyText) ? std::string() : text.toStdString())};
     }
-    if (type == EnType::Numbers || type == EnType::Texts) {
-        static const QRegularExpression gap(QStringLiteral("[\\s,;]+"));
+    if (IsList(type)) {
+        static const QRegularExpression gap("[\\s,;]+"_q);
         Json::Value list(Json::arrayValue);
         const QStringList words = text.split(gap, Qt::SkipEmptyParts);
         for (const QString& word : words) {
@@ -104,20 +120,17 @@ FieldValue Read(EnType type, const QString& text) {
             }
             list.append(*item.json);
         }
-        return {list, {}};
+        return {list};
     }
     std::string error;
     const auto json = host::ParseJson(text.toStdString(), error);
     if (json && (type == EnType::Json || (type == EnType::Number ? json->isIntegral() : json->isBool()))) {
-        return {json, {}};
+        return {json};
     }
-    if (type == EnType::Json) {
-        return {{}, QStringLiteral("not JSON: %1").arg(QString::fromStdString(error).simplified())};
-    }
-    const bool isNumber = type == EnType::Number;
-    return {
-        {},
-        (isNumber ? QStringLiteral("no whole number: %1") : QStringLiteral("neither true nor false: %1")).arg(text)};
+    return {{},
+            type == EnType::Json     ? "not JSON: "_q + QString::fromStdString(error).simplified()
+            : type == EnType::Number ? "no whole number: "_q + text
+                                     : "neither true nor false: "_q + text};
 }
 
 /// The text of a field that shows the value.
@@ -125,22 +138,13 @@ QString Shown(EnType type, const Json::Value& json) {
     if (type == EnType::Json) {
         return json::Indented(json);
     }
-    if ((type == EnType::Numbers || type == EnType::Texts) && json.isArray()) {
-        QStringList words;
-        for (const Json::Value& item : json) {
-            words << json::Text(item);
-        }
-        return words.join(QLatin1Char(' '));
+    QStringList words;
+    for (const Json::Value& item : IsList(type) ? json::Items(json) : std::vector<Json::Value>()) {
+        words << json::Text(item);
     }
-    return json == Json::Value("") ? kEmptyText : json::Text(json);
-}
-
-QString Filled(const char* pattern, const RequestRow::Values& places) {
-    QString text = QString::fromLatin1(pattern);
-    for (auto place = places.begin(); place != places.end(); ++place) {
-        text.replace(QLatin1Char('{') + place.key() + QLatin1Char('}'), place.value());
-    }
-    return text;
+    return json == Json::Value("")          ? QString::fromLatin1(kEmptyText)
+           : IsList(type) && json.isArray() ? words.join(QLatin1Char(' '))
+                                            : json::Text(json);
 }
 
 Json::Value BodyOf(const RequestRow& row) {
@@ -150,47 +154,31 @@ Json::Value BodyOf(const RequestRow& row) {
 
 }  // namespace
 
-void ShowOutcome(QLabel* line, const QString& text, bool good) {
-    line->setText(text);
-    line->setProperty("good", good);
-    theme::Repolish(line);
-}
-
-QLabel* NewOutcomeLine(const QString& name, QWidget* parent) {
-    auto* line = new QLabel(parent);
-    line->setObjectName(name);
-    line->setTextFormat(Qt::PlainText);
-    line->setWordWrap(true);
-    line->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    line->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    return line;
-}
-
 CRequestForm::CRequestForm(const RequestRow& row, IControlClient& server, QWidget* parent)
-    : QWidget(parent),
-      m_row(row),
-      m_server(server),
-      m_base(BodyOf(row)),
-      m_pOutcome(NewOutcomeLine(QString::fromLatin1(row.name) + QStringLiteral("Outcome"), this)) {
+    : QWidget(parent), m_row(row), m_server(server), m_base(BodyOf(row)) {
     setObjectName(QString::fromLatin1(row.name));
     auto* layout = new QFormLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    if (!row.steps.empty()) {
+        layout->addRow(NewSteps());
+    }
     for (const RequestField& field : row.fields) {
         QWidget* widget = NewEditor(field);
         const QString name = NameOf(field);
-        widget->setObjectName(objectName() + QLatin1Char('.') + (name.isEmpty() ? QStringLiteral("value") : name));
+        widget->setObjectName(objectName() + QLatin1Char('.') + (name.isEmpty() ? "value"_q : name));
         widget->setAccessibleName(QString::fromLatin1(field.label));
         widget->setAccessibleDescription(QString::fromLatin1(field.hint));
         m_editors.push_back({&field, widget});
         layout->addRow(QString::fromLatin1(field.label), widget);
     }
-    AddButtons(layout);
+    layout->addRow(NewButtons());
+    m_pOutcome = widgets::NewOutcome(objectName() + "Outcome"_q, this);
     layout->addRow(m_pOutcome);
 }
 
 QWidget* CRequestForm::NewEditor(const RequestField& field) {
-    const QString hint = *field.hint ? QString::fromLatin1(field.hint) : kLeftOut;
+    const QString hint = *field.hint ? QString::fromLatin1(field.hint) : "left out"_q;
     const auto edited = [this, &field] { OnEdited(field); };
     if (field.type == EnType::Json) {
         auto* lines = new QPlainTextEdit(this);
@@ -201,15 +189,14 @@ QWidget* CRequestForm::NewEditor(const RequestField& field) {
         return lines;
     }
     const std::vector<std::string> flags{"", "true", "false"};
-    const auto& choices = field.type == EnType::Flag ? flags : field.choices;
-    auto* combo = choices.empty() ? nullptr : new QComboBox(this);
+    auto* combo = field.type == EnType::Flag || !field.choices.empty() ? new QComboBox(this) : nullptr;
     auto* line = new QLineEdit(combo ? static_cast<QWidget*>(combo) : this);
     QWidget* editor = line;
     if (combo) {
         combo->setLineEdit(line);
         combo->setInsertPolicy(QComboBox::NoInsert);
         combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-        for (const std::string& choice : choices) {
+        for (const std::string& choice : field.type == EnType::Flag ? flags : field.choices) {
             combo->addItem(QString::fromStdString(choice));
         }
         editor = combo;
@@ -221,20 +208,31 @@ QWidget* CRequestForm::NewEditor(const RequestField& field) {
     return editor;
 }
 
-void CRequestForm::AddButtons(QFormLayout* layout) {
-    auto* buttons = new QHBoxLayout;
-    const auto add = [&](const char* part, const QString& text, void (CRequestForm::*action)()) {
-        auto* button = new QPushButton(text, this);
-        button->setObjectName(objectName() + QString::fromLatin1(part));
-        connect(button, &QPushButton::clicked, this, action);
-        buttons->addWidget(button);
-        return button;
-    };
-    add("Send", QString::fromLatin1(m_row.action), &CRequestForm::Send);
-    m_pLoad = m_row.current ? add("Load", QStringLiteral("Load"), &CRequestForm::Load) : nullptr;
+QLayout* CRequestForm::NewSteps() {
+    auto* buttons = widgets::Row({});
+    for (const RequestRow::Step& step : m_row.steps) {
+        buttons->addWidget(
+            widgets::NewButton(QString::fromLatin1(step.name), QString::fromLatin1(step.text), this, [this, step] {
+                const std::string& key = m_row.fields.front().key;
+                const qint64 value = json::Number(json::Member(m_base, key)).value_or(0);
+                SetText(key, QString::number(step.add == 0 ? 0 : value + step.add));
+                Send();
+            }));
+    }
     buttons->addStretch(1);
-    add("Curl", QStringLiteral("Copy as curl"), &CRequestForm::CopyCurl);
-    layout->addRow(buttons);
+    return buttons;
+}
+
+QLayout* CRequestForm::NewButtons() {
+    auto* buttons = widgets::Row(
+        {widgets::NewButton(objectName() + "Send"_q, QString::fromLatin1(m_row.action), this, [this] { Send(); })});
+    if (m_row.current) {
+        m_pLoad = widgets::NewButton(objectName() + "Load"_q, "Load"_q, this, [this] { Load(); });
+        buttons->addWidget(m_pLoad);
+    }
+    buttons->addStretch(1);
+    buttons->addWidget(widgets::NewButton(objectName() + "Curl"_q, "Copy as curl"_q, this, [this] { CopyCurl(); }));
+    return buttons;
 }
 
 void CRequestForm::OnEdited(const RequestField& field) {
@@ -250,8 +248,8 @@ void CRequestForm::OnEdited(const RequestField& field) {
 void CRequestForm::SetEdited(bool edited) {
     m_bEdited = edited && m_row.current;
     if (m_pLoad) {
-        m_pLoad->setText(m_bEdited ? QStringLiteral("Discard edits") : QStringLiteral("Load"));
-        ShowOutcome(m_pOutcome, m_bEdited ? QStringLiteral("Edited, not saved") : QString(), true);
+        m_pLoad->setText(m_bEdited ? "Discard edits"_q : "Load"_q);
+        widgets::ShowOutcome(m_pOutcome, m_bEdited ? "Edited, not saved"_q : QString(), EnOutcome::Unsaved);
     }
 }
 
@@ -283,7 +281,7 @@ void CRequestForm::SetUser(const QString& user) {
     m_base = draft->base;
 }
 
-void CRequestForm::SetText(const char* key, const QString& text) {
+void CRequestForm::SetText(const std::string& key, const QString& text) {
     for (const Editor& editor : m_editors) {
         if (editor.field->key == key) {
             SetTextOf(editor.widget, text);
@@ -313,88 +311,82 @@ void CRequestForm::SetReading(bool reading) {
     }
 }
 
+// A place may be empty before a value is read.
 void CRequestForm::Load() {
-    const bool hasEmptyPlace = std::any_of(m_editors.begin(), m_editors.end(), [](const Editor& editor) {
-        return IsPlace(*editor.field) && TextOf(editor.widget).isEmpty();
-    });
-    if (hasEmptyPlace) {
+    const RequestRow::Values places = Places();
+    if (places.values().contains(QString())) {
         return;
     }
     SetEdited(false);
     SetReading(true);
     m_server.Ask("GET", QString::fromLatin1(m_row.source), QByteArray(), this,
-                 [this, edits = m_nEdits](const ServerAnswer& answer) {
-                     if (edits == m_nEdits) {
-                         SetReading(false);
-                         Take(answer);
+                 [this, places, edits = m_nEdits](const ServerAnswer& answer) {
+                     if (edits != m_nEdits) {
+                         return;
+                     }
+                     SetReading(false);
+                     if (answer.error.isEmpty()) {
+                         const Json::Value* value = At(answer.body, PathOf(m_row.current), places);
+                         Fill(value ? *value : Json::Value());
+                     } else {
+                         m_bLoaded = false;
+                         Fail(answer.Failure());
                      }
                  });
 }
 
-void CRequestForm::Take(const ServerAnswer& answer) {
-    if (!answer.error.isEmpty()) {
-        m_bLoaded = false;
-        Fail(answer.Failure());
-        return;
+void CRequestForm::Fill(const Json::Value& value) {
+    m_base = BodyOf(m_row);
+    if (value.isObject()) {
+        m_base = value;
+    } else if (!value.isNull()) {
+        const auto first = std::find_if_not(m_row.fields.begin(), m_row.fields.end(), IsPlace);
+        Put(m_base, PathOf(first->key), value);
     }
-    const auto places = Places();
-    if (!places) {
-        return;
-    }
-    const Json::Value value = m_row.current(answer.body, *places);
-    m_base = value.isNull() ? BodyOf(m_row) : value;
     const QScopedValueRollback<bool> filling(m_bFilling, true);
     for (const Editor& editor : m_editors) {
         if (!IsPlace(*editor.field)) {
-            const Json::Value* member = At(value, StepsOf(*editor.field));
-            const QString text = member ? Shown(editor.field->type, *member) : QString();
-            SetTextOf(editor.widget, value.isNull() ? QString::fromLatin1(editor.field->value) : text);
+            const Json::Value* member = At(m_base, PathOf(editor.field->key));
+            SetTextOf(editor.widget, value.isNull() ? QString::fromLatin1(editor.field->value)
+                                     : member       ? Shown(editor.field->type, *member)
+                                                    : QString());
         }
     }
-    ShowOutcome(m_pOutcome, value.isNull() ? QStringLiteral("The server has none yet") : QString(), true);
-    Q_EMIT Loaded();
+    widgets::ShowOutcome(m_pOutcome, value.isNull() ? "The server has none yet"_q : QString());
 }
 
-// Returns nothing, with a message, if a place is empty or no number.
-std::optional<RequestRow::Values> CRequestForm::Places() {
+RequestRow::Values CRequestForm::Places() const {
     RequestRow::Values places;
     if (!m_strUser.isEmpty()) {
-        places[QStringLiteral("user")] = m_strUser;
+        places["user"_q] = m_strUser;
     }
     for (const Editor& editor : m_editors) {
-        const QString text = TextOf(editor.widget);
         if (IsPlace(*editor.field)) {
-            const QString error = text.isEmpty() ? QStringLiteral("missing") : Read(editor.field->type, text).error;
-            if (!error.isEmpty()) {
-                Fail(QString::fromLatin1(editor.field->label) + QStringLiteral(": ") + error);
-                return std::nullopt;
-            }
-            places[NameOf(*editor.field)] = text;
+            places[NameOf(*editor.field)] = TextOf(editor.widget);
         }
     }
     return places;
 }
 
+// Returns nothing, with a message, if a field is not valid.
 std::optional<CRequestForm::Request> CRequestForm::Build() {
-    const auto places = Places();
-    if (!places) {
-        return std::nullopt;
-    }
-    Request request{*places, m_base, {m_row.method, Filled(m_row.path, *places), QByteArray()}};
-    if (request.control.path.contains(QLatin1Char('{'))) {
-        Fail(QStringLiteral("No user is chosen"));
-        return std::nullopt;
-    }
+    Request request{m_base, {m_row.method, Filled(QString::fromLatin1(m_row.path), Places()), QByteArray()}};
     for (const Editor& editor : m_editors) {
         const QString text = TextOf(editor.widget);
-        const FieldValue value = text.isEmpty() ? FieldValue() : Read(editor.field->type, text);
+        const FieldValue value = !text.isEmpty()          ? Read(editor.field->type, text)
+                                 : IsPlace(*editor.field) ? FieldValue{{}, "missing"_q}
+                                                          : FieldValue();
         if (!value.error.isEmpty()) {
-            Fail(QString::fromLatin1(editor.field->label) + QStringLiteral(": ") + value.error);
+            Fail("%1: %2"_q.arg(QString::fromLatin1(editor.field->label), value.error));
             return std::nullopt;
         }
         if (!IsPlace(*editor.field)) {
-            Put(request.body, StepsOf(*editor.field), value.json);
+            Put(request.body, PathOf(editor.field->key), value.json);
         }
+    }
+    if (request.control.path.contains(QLatin1Char('{'))) {
+        Fail("No user is chosen"_q);
+        return std::nullopt;
     }
     request.control.json = m_row.body.empty() ? QByteArray() : QByteArray::fromStdString(host::OneLine(request.body));
     return request;
@@ -406,40 +398,74 @@ void CRequestForm::Send() {
         return;
     }
     m_server.Ask(m_row.method, request->control.path, request->control.json, this,
-                 [this, request = *request, edits = m_nEdits](const ServerAnswer& answer) {
+                 [this, body = request->body, places = Places(), edits = m_nEdits](const ServerAnswer& answer) {
                      if (!answer.error.isEmpty()) {
                          Fail(answer.Failure());
                          return;
                      }
                      if (edits == m_nEdits && m_row.current) {
-                         m_base = request.body;
+                         m_base = body;
                          SetEdited(false);
                      }
-                     OnAccepted(answer, request.places);
+                     const QString done = QString::fromLatin1(m_row.done);
+                     widgets::ShowOutcome(
+                         m_pOutcome, m_row.count ? done.arg(json::Text(json::Member(answer.body, m_row.count))) : done);
+                     Push(places);
+                     Q_EMIT Accepted();
                  });
 }
 
-void CRequestForm::OnAccepted(const ServerAnswer& answer, const RequestRow::Values& places) {
-    const QString done = QString::fromLatin1(m_row.done);
-    ShowOutcome(m_pOutcome, m_row.count ? done.arg(json::Text(json::Member(answer.body, m_row.count))) : done, true);
-    if (m_row.push) {
-        m_server.Ask("POST", QStringLiteral("/v1/push"), Filled(m_row.push, places).toUtf8(), this,
-                     [this](const ServerAnswer& pushed) {
-                         if (!pushed.error.isEmpty()) {
-                             Fail(pushed.Failure());
-                         }
-                     });
+void CRequestForm::Push(const RequestRow::Values& places) {
+    if (!m_row.push) {
+        return;
     }
-    Q_EMIT Accepted();
+    const QString push = Filled(QString::fromLatin1(m_row.push), places);
+    m_server.Ask("POST", "/v1/push"_q, push.toUtf8(), this, [this](const ServerAnswer& answer) {
+        if (!answer.error.isEmpty()) {
+            Fail(answer.Failure());
+        }
+    });
 }
 
 void CRequestForm::CopyCurl() {
     if (const auto request = Build()) {
         QApplication::clipboard()->setText(m_server.Curl(request->control));
-        ShowOutcome(m_pOutcome, QStringLiteral("Copied, with the server's token"), true);
+        widgets::ShowOutcome(m_pOutcome, "Copied, with the server's token"_q);
     }
 }
 
 void CRequestForm::Fail(const QString& reason) {
-    ShowOutcome(m_pOutcome, reason, false);
+    widgets::ShowOutcome(m_pOutcome, reason, EnOutcome::Bad);
+}
+
+CRequestForms::CRequestForms(const QString& name, const std::vector<RequestRow>& rows, IControlClient& server,
+                             QWidget* parent)
+    : QWidget(parent) {
+    setObjectName(name);
+    auto* stack = new QStackedWidget(this);
+    auto* choice = widgets::New<QComboBox>(name + "Choice"_q, this, "Request"_q);
+    for (const RequestRow& row : rows) {
+        m_forms.push_back(new CRequestForm(row, server, stack));
+        stack->addWidget(m_forms.back());
+        choice->addItem(QString::fromLatin1(row.title), QString::fromLatin1(row.name));
+        connect(m_forms.back(), &CRequestForm::Accepted, this, &CRequestForms::Accepted);
+    }
+    widgets::Column({choice, stack}, this);
+    connect(choice, qOverload<int>(&QComboBox::currentIndexChanged), stack, &QStackedWidget::setCurrentIndex);
+}
+
+bool CRequestForms::IsEdited() const {
+    return std::any_of(m_forms.begin(), m_forms.end(), [](const CRequestForm* form) { return form->IsEdited(); });
+}
+
+void CRequestForms::SetUser(const QString& user) {
+    for (CRequestForm* form : m_forms) {
+        form->SetUser(user);
+    }
+}
+
+void CRequestForms::ForgetServer() {
+    for (CRequestForm* form : m_forms) {
+        form->ForgetServer();
+    }
 }

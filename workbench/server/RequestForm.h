@@ -6,15 +6,8 @@
 #include "workbench/ControlClient.h"
 #include "workbench/server/RequestRow.h"
 
-class QFormLayout;
 class QLabel;
 class QPushButton;
-
-/// Sets the text of an outcome line, and its colour for success or failure.
-void ShowOutcome(QLabel* line, const QString& text, bool good);
-
-/// A new outcome line, whose text is plain.
-QLabel* NewOutcomeLine(const QString& name, QWidget* parent);
 
 /// Sends one request with fields that the user fills. An empty field is left out, two quotes are an empty text. A form
 /// for a value of the server reads it first, and keeps the members that have no field. `row` and `server` must outlive
@@ -28,7 +21,7 @@ public:
     /// Sets the place {user} of the path. The unsaved edits of each user are kept and come back with it.
     void SetUser(const QString& user);
     /// Sets the text of a field, as if it was typed.
-    void SetText(const char* key, const QString& text);
+    void SetText(const std::string& key, const QString& text);
     /// Sends the request, or shows the reason why a field is invalid.
     void Send();
     /// Reads the value from the server. Discards edits.
@@ -43,8 +36,6 @@ public:
 Q_SIGNALS:
     /// The server accepted the request.
     void Accepted();
-    /// The value was read.
-    void Loaded();
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -59,20 +50,20 @@ private:
         Json::Value base;
     };
     struct Request {
-        RequestRow::Values places;
         Json::Value body;
         ControlRequest control;
     };
 
     QWidget* NewEditor(const RequestField& field);
-    void AddButtons(QFormLayout* layout);
+    QLayout* NewSteps();
+    QLayout* NewButtons();
     void OnEdited(const RequestField& field);
     void SetEdited(bool edited);
     void SetReading(bool reading);
-    void Take(const ServerAnswer& answer);
-    std::optional<RequestRow::Values> Places();
+    void Fill(const Json::Value& value);
+    RequestRow::Values Places() const;
     std::optional<Request> Build();
-    void OnAccepted(const ServerAnswer& answer, const RequestRow::Values& places);
+    void Push(const RequestRow::Values& places);
     void CopyCurl();
     void Fail(const QString& reason);
 
@@ -88,4 +79,23 @@ private:
     int m_nEdits = 0;  // counts edits and changes of the user, to identify late answers
     QPushButton* m_pLoad = nullptr;
     QLabel* m_pOutcome;
+};
+
+/// The forms of a table, of which one is chosen by its title. `rows` and `server` must outlive it.
+class CRequestForms : public QWidget {
+    Q_OBJECT
+
+public:
+    CRequestForms(const QString& name, const std::vector<RequestRow>& rows, IControlClient& server,
+                  QWidget* parent = nullptr);
+
+    bool IsEdited() const;
+    void SetUser(const QString& user);
+    void ForgetServer();
+
+Q_SIGNALS:
+    void Accepted();
+
+private:
+    std::vector<CRequestForm*> m_forms;
 };

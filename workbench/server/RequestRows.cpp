@@ -1,12 +1,10 @@
-#include "workbench/ControlClient.h"
-#include "workbench/WireCommands.h"
+#include "workbench/WireDecoder.h"
 #include "workbench/server/RequestRow.h"
 
 namespace {
 
 using EnType = RequestField::EnType;
 using Fields = std::vector<RequestField>;
-using Values = RequestRow::Values;
 using Choices = std::vector<std::string>;
 
 RequestField Number(const char* key, const char* label, const char* value = "", const Choices& choices = {}) {
@@ -39,44 +37,6 @@ Choices ReplyCommands() {
         }
     }
     return choices;
-}
-
-/// The item of the list that has these values.
-Json::Value ItemWith(const Json::Value& list, const std::vector<std::pair<const char*, QString>>& values) {
-    for (const Json::Value& item : json::Items(list)) {
-        bool isWanted = true;
-        for (const auto& [key, text] : values) {
-            isWanted = isWanted && json::Text(json::Member(item, key)) == text;
-        }
-        if (isWanted) {
-            return item;
-        }
-    }
-    return {};
-}
-
-Json::Value OfUser(const Json::Value& scenario, const Values& places, const char* key) {
-    return json::Member(ItemWith(json::Member(scenario, "users"), {{"id", places[QStringLiteral("user")]}}), key);
-}
-
-Json::Value Right(const Json::Value& scenario, const Values& places) {
-    return ItemWith(json::Member(OfUser(scenario, places, "premium"), "rights"),
-                    {{"access", places[QStringLiteral("access")]}});
-}
-
-Json::Value Slot(const Json::Value& scenario, const Values& places) {
-    return ItemWith(json::Member(scenario, "ads"), {{"adType", places[QStringLiteral("adType")]},
-                                                    {"adPosition", places[QStringLiteral("adPosition")]}});
-}
-
-Json::Value Config(const Json::Value& scenario, const Values& places) {
-    return json::Member(json::Member(scenario, "commonConfig"), places[QStringLiteral("name")].toStdString());
-}
-
-Json::Value Offset(const Json::Value& state, const Values& /*places*/) {
-    Json::Value clock;
-    clock["offsetMs"] = json::Member(state, "clockOffsetMs");
-    return clock;
 }
 
 constexpr const char* kPut = "PUT";
@@ -139,6 +99,20 @@ const std::vector<RequestRow>& requests::Faults() {
           Number("hugeMiB", "Padded to MiB"), Number("cutBytes", "Cut after bytes"), Number("extraBytes", "Extra bytes"),
           Number("delayMs", "Delay, ms"), Flag("silent", "No answer"), times},
          "Set"},
+        {"RemoveReplyFault", "Remove that of a command", "DELETE", "/v1/faults/{command}",
+         {Number("{command}", "Command", "20982", ReplyCommands())}, "Remove", ""},
+        {"RemoveResponseFault", "Remove that of a path", "DELETE", "/v1/httpFaults{path}",
+         {Text("{path}", "Path", "/ad/search", kPaths)}, "Remove", ""},
+    };
+    return rows;
+}
+
+const std::vector<RequestRow>& requests::SetFaults() {
+    static const std::vector<RequestRow> rows{
+        {"ReplyFaults", "Set for commands", kPut, "/v1/faults", {JsonText("", "Set for commands")},
+         kSave, "{}", "Saved", nullptr, "", nullptr, "/v1/faults"},
+        {"ResponseFaults", "Set for paths", kPut, "/v1/httpFaults", {JsonText("", "Set for paths")},
+         kSave, "{}", "Saved", nullptr, "", nullptr, "/v1/httpFaults"},
     };
     return rows;
 }
@@ -152,13 +126,12 @@ const std::vector<RequestRow>& requests::OfUser() {
           Number("activationType", "Activation", "3", kActivations), Number("daysLeft", "Days left"),
           Number("activationSource", "Source", "", kSources), Flag("display", "With display"),
           Flag("state", "With state")},
-         "Grant", "{}", kPushed, nullptr, Right, kPushRight},
+         "Grant", "{}", kPushed, nullptr, "users.id={user}.premium.rights.access={access}", kPushRight},
         {"TakeRight", "Take a right", "DELETE", "/v1/users/{user}/rights/{access}", {Number("{access}", "Right")},
          "Take", "", kPushed, nullptr, nullptr, kPushRights},
         {"UserPremium", "All rights", kPut, "/v1/users/{user}/premium",
          {code, message, Flag("data", "With data"), JsonText("rights", "Rights")},
-         kSave, "{}", kPushed, nullptr,
-         [](const Json::Value& scenario, const Values& places) { return ::OfUser(scenario, places, "premium"); },
+         kSave, "{}", kPushed, nullptr, "users.id={user}.premium",
          kPushRights},
         {"UserVip", "VIP status", kPut, "/v1/users/{user}/vip",
          {Number("basic.version", "System", "", {"0  older", "1  newer"}),
@@ -167,21 +140,17 @@ const std::vector<RequestRow>& requests::OfUser() {
           Number("basic.state", "State, older", "", {"0  no member", "1  member"}),
           Number("basic.level", "Grade, older"), Flag("qualification", "Qualified"), JsonText("entry", "Entry"), code,
           message},
-         kSave, "{}", kPushed, nullptr,
-         [](const Json::Value& scenario, const Values& places) { return ::OfUser(scenario, places, "vip"); },
+         kSave, "{}", kPushed, nullptr, "users.id={user}.vip",
          R"({"user":{user},"vipChange":{}})"},
         {"UserActivation", "Activation", kPut, "/v1/users/{user}/activation",
          {code, message, Number("daysLeft", "Days left"), Number("error", "Error number"), Flag("silent", "No reply")},
-         kSave, "{}", "Saved; it counts for the next activation", nullptr,
-         [](const Json::Value& scenario, const Values& places) { return ::OfUser(scenario, places, "activation"); }},
+         kSave, "{}", "Saved; it counts for the next activation", nullptr, "users.id={user}.activation"},
         {"UserTrade", "Trade module", kPut, "/v1/users/{user}/trade", {Flag("", "Answer")},
-         kSave, "null", kNextLogin, nullptr,
-         [](const Json::Value& scenario, const Values& places) { return ::OfUser(scenario, places, "trade"); }},
+         kSave, "null", kNextLogin, nullptr, "users.id={user}.trade"},
         {"UserAIChat", "AI chat entries", kPut, "/v1/users/{user}/aiChat",
          {JsonText("entries", "Entries", R"(As [{"scene":2,"allOpen":true}])"), Number("resultCode", "Result code"),
           Text("resultMessage", "Message")},
-         kSave, "{}", kNextLogin, nullptr,
-         [](const Json::Value& scenario, const Values& places) { return ::OfUser(scenario, places, "aiChat"); }},
+         kSave, "{}", kNextLogin, nullptr, "users.id={user}.aiChat"},
     };
     return rows;
 }
@@ -193,11 +162,11 @@ const std::vector<RequestRow>& requests::OfServer() {
          {slot[0], slot[1], JsonText("campaigns", "Campaigns"), Flag("enableClose", "Can be closed"),
           Number("showDuration", "Duration, s"), Number("showInterval", "Interval, s"),
           Number("showIntervalType", "Interval type"), JsonText("bannerPosition", "Banner")},
-         kSave, "{}", "Saved; it counts for ads that are asked for from now on", nullptr, Slot},
+         kSave, "{}", "Saved; it counts for ads that are asked for from now on", nullptr, "ads.adType={adType},adPosition={adPosition}"},
         {"RemoveAdSlot", "Remove an ad position", "DELETE", "/v1/ads/{adType}/{adPosition}", slot, "Remove", ""},
         {"Configuration", "Common configuration", kPut, "/v1/config/{name}",
          {Text("{name}", "Name", "ai_chat"), JsonText("", "Value")},
-         kSave, "null", "Saved and sent to the clients", nullptr, Config},
+         kSave, "null", "Saved and sent to the clients", nullptr, "commonConfig.{name}"},
         {"DropConnections", "Connections", "POST", "/v1/drop",
          {{EnType::Number, "user", "Of user", "", "All connections if empty"}},
          "Drop", "{}", "Connections dropped: %1", "dropped"},
@@ -205,20 +174,13 @@ const std::vector<RequestRow>& requests::OfServer() {
     return rows;
 }
 
-// clang-format on
-
 const RequestRow& requests::Clock() {
-    static const RequestRow row{"Clock",
-                                "Server clock",
-                                kPut,
-                                "/v1/clock",
-                                {Number("offsetMs", "Offset, ms", "0")},
-                                "Set",
-                                "{}",
-                                "The clock is set",
-                                nullptr,
-                                Offset,
-                                nullptr,
-                                "/v1/state"};
+    static const RequestRow row{
+        "Clock", "Server clock", kPut, "/v1/clock", {Number("offsetMs", "Offset, ms", "0")},
+        "Set", "{}", "The clock is set", nullptr, "clockOffsetMs", nullptr, "/v1/state",
+        {{"ClockPlusMinute", "+1 min", 60'000}, {"ClockPlusHour", "+1 h", 3'600'000},
+         {"ClockPlusDay", "+1 d", 86'400'000}, {"ClockReset", "Reset", 0}}};
     return row;
 }
+
+// clang-format on

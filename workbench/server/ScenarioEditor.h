@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QWidget>
-#include <functional>
 
 #include "workbench/ControlClient.h"
 
@@ -35,8 +34,8 @@ private:
     QString Source() const;
     void ListFiles(const QString& file);
     void ChooseFile();
+    void AskToOpen();
     void Open();
-    void OpenNow();
     void Read();
     void SetText(const QString& name, const QString& text);
     bool Save();

@@ -1,146 +1,80 @@
 #include "workbench/server/ServerPage.h"
 
-#include <QComboBox>
-#include <QFormLayout>
-#include <QGroupBox>
-#include <QLabel>
-#include <QScrollArea>
-#include <QSignalBlocker>
-#include <QTabWidget>
-#include <QVBoxLayout>
+#include <QDateTime>
 #include <QVariant>
 
-#include "workbench/TabPages.h"
-#include "workbench/server/ClockPanel.h"
-#include "workbench/server/FaultTable.h"
+#include "core/time_date.h"
+#include "workbench/Widgets.h"
 #include "workbench/server/PopupOverrides.h"
-#include "workbench/server/RequestForms.h"
+#include "workbench/server/RequestForm.h"
 #include "workbench/server/ScenarioEditor.h"
 
 namespace {
 
 constexpr int kUsersInSight = 16;
 constexpr int kTabMargin = 8;
-
-/// A page of the tabs, with its parts below each other.
-QWidget* NewPage(const char* name, const std::vector<QWidget*>& parts) {
-    auto* page = new QWidget;
-    page->setObjectName(QString::fromLatin1(name));
-    auto* layout = new QVBoxLayout(page);
-    layout->setContentsMargins(0, kTabMargin, 0, 0);
-    for (QWidget* part : parts) {
-        layout->addWidget(part);
-    }
-    layout->addStretch(1);
-    return page;
-}
-
-QLabel* NewTitle(const QString& text) {
-    auto* title = new QLabel(text);
-    title->setProperty("role", QStringLiteral("section"));
-    return title;
-}
-
-QLabel* NewPlainLabel(const char* name, const char* role, QWidget* parent) {
-    auto* label = new QLabel(parent);
-    label->setObjectName(QString::fromLatin1(name));
-    label->setProperty("role", QString::fromLatin1(role));
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    return label;
-}
+constexpr int kTickMs = 500;
 
 }  // namespace
 
 CServerPage::CServerPage(IControlClient& server, QWidget* parent)
     : QWidget(parent),
-      m_server(server),
-      m_pTabs(new QTabWidget(this)),
-      m_pOverridden(NewPlainLabel("AdOverridden", "overridden", this)),
+      m_pTabs(widgets::New<QTabWidget>("ServerTabs"_q, this)),
+      m_pOverridden(widgets::NewLabel("AdOverridden"_q, "overridden", this)),
       m_pScenario(new CScenarioEditor(server)),
-      m_pUser(new QComboBox),
-      m_pWho(NewPlainLabel("ServerUserWho", "muted", nullptr)),
-      m_pOfUser(new CRequestForms("UserRequests", requests::OfUser(), server)),
-      m_pOfServer(new CRequestForms("ServerRequests", requests::OfServer(), server)),
-      m_pFaults(new CFaultTable(server)),
-      m_pClock(new CClockPanel(server)),
+      m_pUser(widgets::New<QComboBox>("ServerUser"_q, nullptr, "Edited user"_q)),
+      m_pWho(widgets::NewLabel("ServerUserWho"_q, "muted", nullptr)),
+      m_pOfUser(new CRequestForms("UserRequests"_q, requests::OfUser(), server)),
+      m_pOfServer(new CRequestForms("ServerRequests"_q, requests::OfServer(), server)),
+      m_pTime(widgets::NewLabel("ClockTime"_q, "", nullptr)),
+      m_pClock(new CRequestForm(requests::Clock(), server)),
       m_pOverrides(new CPopupOverrides) {
-    setObjectName(QStringLiteral("ServerTab"));
-    m_pTabs->setObjectName(QStringLiteral("ServerTabs"));
+    setObjectName("ServerTab"_q);
     m_pTabs->setDocumentMode(true);
-    AddTab(m_pScenario, QStringLiteral("Scenario"));
-    AddTab(NewUserTab(), QStringLiteral("User"));
-    AddTab(NewPage("ServerRequestsPage", {m_pOfServer}), QStringLiteral("Ads and more"));
-    AddTab(NewPage("PushPage", {new CRequestForms("Pushes", requests::Pushes(), server)}), QStringLiteral("Pushes"));
-    AddTab(NewFaultTab(), QStringLiteral("Faults"));
-    AddTab(NewClockTab(), QStringLiteral("Clock and popup"));
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_pOverridden);
-    layout->addWidget(m_pTabs, 1);
+    m_pUser->setMaxVisibleItems(kUsersInSight);
+    for (const RequestRow& row : requests::SetFaults()) {
+        m_faults.push_back(new CRequestForm(row, server));
+    }
+    auto* faultForms = new CRequestForms("FaultForms"_q, requests::Faults(), server);
+    widgets::AddScrollTab(m_pTabs, m_pScenario, "Scenario"_q);
+    AddTab("UserPage"_q, "User"_q, {widgets::NewLabel({}, "", nullptr, "Edited user"_q), m_pUser, m_pWho, m_pOfUser});
+    AddTab("ServerRequestsPage"_q, "Ads and more"_q, {m_pOfServer});
+    AddTab("PushPage"_q, "Pushes"_q, {new CRequestForms("Pushes"_q, requests::Pushes(), server)});
+    AddTab("FaultPage"_q, "Faults"_q, {faultForms, m_faults[0], m_faults[1]});
+    AddTab("ClockPage"_q, "Clock and popup"_q,
+           {widgets::NewLabel({}, "section", nullptr, "Server clock"_q), m_pTime, m_pClock,
+            widgets::NewLabel({}, "section", nullptr, "Overrides of the popup"_q), m_pOverrides});
+    widgets::Column({m_pOverridden, {m_pTabs, 1}}, this);
+    connect(m_pUser, qOverload<int>(&QComboBox::currentIndexChanged), this, &CServerPage::ShowWho);
+    for (CRequestForm* faults : m_faults) {
+        connect(faultForms, &CRequestForms::Accepted, faults, &CRequestForm::ForgetServer);
+    }
     connect(m_pOverrides, &CPopupOverrides::OverridesChanged, this, &CServerPage::ShowOverridden);
-    connect(m_pScenario, &CScenarioEditor::Applied, this, [this] {
-        m_pOfUser->ForgetServer();
-        m_pOfServer->ForgetServer();
-    });
+    connect(m_pScenario, &CScenarioEditor::Applied, this, &CServerPage::ForgetAnswers);
     // The editor shows what the server runs, unless it has edits of its own.
     for (const CRequestForms* forms : {m_pOfUser, m_pOfServer}) {
         connect(forms, &CRequestForms::Accepted, m_pScenario, &CScenarioEditor::ForgetServer);
     }
+    connect(&m_tick, &QTimer::timeout, this, &CServerPage::ShowTime);
+    m_tick.start(kTickMs);
+    ShowTime();
     ShowOverridden();
     ShowWho();
 }
 
-void CServerPage::AddTab(QWidget* page, const QString& title) {
-    auto* scroll = new QScrollArea(PagesOf(m_pTabs));
-    scroll->setObjectName(page->objectName() + QStringLiteral("Scroll"));
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setWidgetResizable(true);
-    scroll->setFocusPolicy(Qt::NoFocus);
-    scroll->setWidget(page);
-    // The background behind the area shows through.
-    page->setAutoFillBackground(false);
-    scroll->viewport()->setAutoFillBackground(false);
-    m_pTabs->addTab(scroll, title);
-}
-
-QWidget* CServerPage::NewUserTab() {
-    m_pUser->setObjectName(QStringLiteral("ServerUser"));
-    m_pUser->setAccessibleName(QStringLiteral("Edited user"));
-    m_pUser->setMaxVisibleItems(kUsersInSight);
-    auto* who = new QWidget;
-    auto* layout = new QFormLayout(who);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addRow(QStringLiteral("Edited user"), m_pUser);
-    layout->addRow(m_pWho);
-    connect(m_pUser, qOverload<int>(&QComboBox::currentIndexChanged), this, &CServerPage::ShowWho);
-    return NewPage("UserPage", {who, m_pOfUser});
-}
-
-QWidget* CServerPage::NewFaultTab() {
-    auto* forms = new CRequestForms("FaultForms", requests::Faults(), m_server);
-    connect(forms, &CRequestForms::Accepted, m_pFaults, &CFaultTable::Refresh);
-    return NewPage("FaultPage", {m_pFaults, forms});
-}
-
-QWidget* CServerPage::NewClockTab() {
-    return NewPage("ClockPage", {NewTitle(QStringLiteral("Server clock")), m_pClock,
-                                 NewTitle(QStringLiteral("Overrides of the popup")), m_pOverrides});
+void CServerPage::AddTab(const QString& name, const QString& title, const std::vector<QWidget*>& parts) {
+    auto* page = widgets::New<QWidget>(name, nullptr);
+    auto* layout = widgets::Column({parts.begin(), parts.end()}, page);
+    layout->setContentsMargins(0, kTabMargin, 0, 0);
+    layout->addStretch(1);
+    widgets::AddScrollTab(m_pTabs, page, title);
 }
 
 void CServerPage::ShowUsers(const std::vector<ServerUser>& users, quint64 current) {
     const bool follows = current != 0 && current != m_nCurrent && !m_pOfUser->IsEdited();
-    const QVariant wanted = follows ? QVariant(current) : m_pUser->currentData();
     m_users = users;
     m_nCurrent = current;
-    {
-        const QSignalBlocker blocker(m_pUser);
-        m_pUser->clear();
-        for (const ServerUser& user : users) {
-            m_pUser->addItem(QStringLiteral("%1  %2").arg(user.name).arg(user.id), user.id);
-        }
-        m_pUser->setCurrentIndex(users.empty() ? -1 : std::max(0, m_pUser->findData(wanted)));
-    }
+    widgets::ShowUsers(m_pUser, users, follows ? QVariant(current) : m_pUser->currentData());
     ShowWho();
 }
 
@@ -148,37 +82,34 @@ void CServerPage::ShowWho() {
     const quint64 edited = m_pUser->currentData().toULongLong();
     m_pOfUser->setEnabled(edited != 0);
     if (edited != 0) {
-        for (CRequestForm* form : m_pOfUser->Forms()) {
-            form->SetUser(QString::number(edited));
-        }
+        m_pOfUser->SetUser(QString::number(edited));
     }
-    QString loggedIn = QString::number(m_nCurrent);
-    for (const ServerUser& user : m_users) {
-        if (user.id == m_nCurrent) {
-            loggedIn = QStringLiteral("%1 (%2)").arg(user.name, QString::number(user.id));
-        }
-    }
-    if (m_nCurrent == 0) {
-        m_pWho->setText(QStringLiteral("Nobody is logged in"));
-    } else if (edited == m_nCurrent) {
-        m_pWho->setText(QStringLiteral("The edited user is logged in"));
-    } else {
-        m_pWho->setText(QStringLiteral("Another user is logged in: %1").arg(loggedIn));
-    }
+    m_pWho->setText(m_nCurrent == 0        ? "Nobody is logged in"_q
+                    : edited == m_nCurrent ? "The edited user is logged in"_q
+                                           : "Another user is logged in: "_q + widgets::UserText(m_users, m_nCurrent));
 }
 
 void CServerPage::ShowOverridden() {
     const QStringList all = m_pOverrides->Overridden();
     m_pOverridden->setVisible(!all.isEmpty());
-    m_pOverridden->setText(QStringLiteral("Overridden: %1").arg(all.join(QStringLiteral(" \u00B7 "))));
+    m_pOverridden->setText("Overridden: "_q + all.join(" \u00B7 "_q));
+}
+
+void CServerPage::ShowTime() {
+    const QDateTime time = QDateTime::fromMSecsSinceEpoch(core::time_date::GetSvrTimeMillis(), Qt::UTC);
+    m_pTime->setText("Server time: "_q + time.toString("yyyy-MM-dd HH:mm:ss 'UTC'"_q));
+}
+
+void CServerPage::ForgetAnswers() {
+    m_pOfUser->ForgetServer();
+    m_pOfServer->ForgetServer();
 }
 
 void CServerPage::ForgetServer() {
     m_pScenario->ForgetServer();
-    m_pOfUser->ForgetServer();
-    m_pOfServer->ForgetServer();
+    ForgetAnswers();
     m_pClock->ForgetServer();
-    if (m_pFaults->isVisible()) {
-        m_pFaults->Refresh();
+    for (CRequestForm* faults : m_faults) {
+        faults->ForgetServer();
     }
 }

@@ -1,14 +1,14 @@
 #pragma once
 
+#include <QTimer>
 #include <QWidget>
 #include <vector>
 
 #include "ISessionControl.h"
 #include "workbench/ControlClient.h"
 
-class CClockPanel;
-class CFaultTable;
 class CPopupOverrides;
+class CRequestForm;
 class CRequestForms;
 class CScenarioEditor;
 class QComboBox;
@@ -31,21 +31,17 @@ public:
     void ForgetServer();
 
     CPopupOverrides& Overrides() { return *m_pOverrides; }
-    const CClockPanel& Clock() const { return *m_pClock; }
-    const CFaultTable& Faults() const { return *m_pFaults; }
-    const CScenarioEditor& Scenario() const { return *m_pScenario; }
 
 private:
-    QWidget* NewUserTab();
-    QWidget* NewFaultTab();
-    QWidget* NewClockTab();
-    void AddTab(QWidget* page, const QString& title);
+    void AddTab(const QString& name, const QString& title, const std::vector<QWidget*>& parts);
+    void ForgetAnswers();
     void ShowWho();
     void ShowOverridden();
+    void ShowTime();
 
-    IControlClient& m_server;
     std::vector<ServerUser> m_users;
     quint64 m_nCurrent = 0;
+    QTimer m_tick;
     QTabWidget* m_pTabs;
     QLabel* m_pOverridden;
     CScenarioEditor* m_pScenario;
@@ -53,7 +49,8 @@ private:
     QLabel* m_pWho;
     CRequestForms* m_pOfUser;
     CRequestForms* m_pOfServer;
-    CFaultTable* m_pFaults;
-    CClockPanel* m_pClock;
+    std::vector<CRequestForm*> m_faults;  // that are set
+    QLabel* m_pTime;
+    CRequestForm* m_pClock;
     CPopupOverrides* m_pOverrides;
 };

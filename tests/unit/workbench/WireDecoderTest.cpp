@@ -1,7 +1,6 @@
 #include "workbench/WireDecoder.h"
 
 #include "support/ScriptedHostTest.h"
-#include "workbench/WireCommands.h"
 
 using namespace ::testing;
 

@@ -229,14 +229,32 @@ TEST_F(WorkbenchTest, TheUserPageShowsRightsAndVipStatusWithTheirReasons) {
 TEST_F(WorkbenchTest, TheLastRefreshHasItsReason) {
     EXPECT_EQ(Fact("lastRefresh"), QStringLiteral("none was seen yet"));
 
-    Log("[Premium] Premium Change Push Received, Need All Access = true");
+    Log("[Premium] Premium Change Push Received, Need All Access = true, Custom Access Count = 0, Will Refresh After 5 "
+        "Ms");
     Log("[Premium] Send Request For All Premium Access, Session = 5, Server Push = true");
     EXPECT_TRUE(Fact("lastRefresh").endsWith(QStringLiteral(": rights requested, because of push 20837")));
     Log("[Premium] Server Returned Error Code = 7");
-    EXPECT_TRUE(
-        Fact("lastRefresh").endsWith(QStringLiteral(": rights not received: error = 7, because of push 20837")));
-    Log("[Premium] Send Request For Custom Premium Access, Count = 1");
+    EXPECT_TRUE(Fact("lastRefresh")
+                    .endsWith(QStringLiteral(": rights not received, because of push 20837: The server refused "
+                                             "the request with code 7.")));
+    Log("[Premium] Send Request For Custom Premium Access, Count = 1, Session = 6, Server Push = false");
     EXPECT_TRUE(Fact("lastRefresh").endsWith(QStringLiteral("because of a caller")));
+}
+
+TEST_F(WorkbenchTest, TheUserPageShowsTheChatEntryOfEachScene) {
+    EXPECT_EQ(Fact("chatScene1"), QStringLiteral("Closed, nobody logged in"));
+    account.Set(10001, 1);
+    service->open = {1, 4};
+    entries.Refresh();
+
+    QStringList states;
+    for (const char* scene : {"chatScene1", "chatScene2", "chatScene3", "chatScene4", "chatScene5"}) {
+        states << Fact(scene);
+    }
+    EXPECT_EQ(states.join(QLatin1Char(' ')), QStringLiteral("Open Closed Closed Open Closed"));
+    service.reset();
+    entries.Refresh();
+    EXPECT_EQ(Fact("chatScene1"), QStringLiteral("Closed, no module"));
 }
 
 TEST_F(WorkbenchTest, OverridesInForceAreListed) {
@@ -273,7 +291,7 @@ TEST_F(WorkbenchTest, KeysChooseTabsAndTheFilter) {
 
 TEST_F(WorkbenchTest, F5ReadsThePageAgain) {
     auto* tabs = Child<QTabWidget>("WorkbenchTabs");
-    tabs->setCurrentWidget(Child<QWidget>("SessionPageArea"));
+    tabs->setCurrentWidget(Child<QWidget>("SessionPageScroll"));
     Child<QLabel>("UserFact_user")->clear();
 
     Press(Qt::Key_F5);

@@ -14,7 +14,6 @@
 #include "modules/ZRGrowthMessages.h"
 #include "support/Click.h"
 #include "support/ScriptedHostTest.h"
-#include "workbench/EntryTable.h"
 
 using namespace ::testing;
 
@@ -196,20 +195,6 @@ TEST_F(AIChatEntriesTest, EntryOpensNothingWhenTheModuleIsGoneSinceTheLastMessag
     Click(buttons[0]);
 
     EXPECT_EQ(entered.count(), 0);
-}
-
-TEST_F(AIChatEntriesTest, TheTableShowsEachSceneAsItStands) {
-    CEntryTable table(entries);
-    LogIn(10001);
-    ServerOpens({1, 4});
-
-    QStringList states;
-    for (int row = 0; row < table.rowCount(); ++row) {
-        states << table.item(row, 0)->text() + QLatin1Char(' ') + table.item(row, 1)->text() + QLatin1Char(' ') +
-                      table.item(row, 2)->text();
-    }
-    EXPECT_EQ(states.join(QLatin1Char('\n')),
-              QStringLiteral("1 Watchlist Open\n2 Quotes Closed\n3 Research Closed\n4 News Open\n5 Portfolio Closed"));
 }
 
 TEST_F(AIChatEntriesTest, AnEntryFollowsTheLanguage) {

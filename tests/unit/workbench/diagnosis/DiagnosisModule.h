@@ -51,27 +51,19 @@ protected:
     /// The step that is stopped; empty if none is. Checks that at most one is.
     static std::string StoppedOf(const Explanation& explained) {
         std::string stopped;
-        for (const StripStep& step : explained.strip) {
-            if (step.state == StripStep::EnState::Stopped) {
-                EXPECT_EQ(stopped, "");
-                stopped = step.name.toStdString();
-            }
+        for (const QString& step : explained.steps.filter(QStringLiteral("\u2717 "))) {
+            EXPECT_EQ(stopped, "");
+            stopped = step.mid(2).toStdString();
         }
         return stopped;
     }
 
-    /// The value of a detail at any depth; "missing" if there is none.
-    static std::string DetailOf(const std::vector<Detail>& details, const char* name) {
-        for (const Detail& detail : details) {
-            if (detail.name == QString::fromUtf8(name)) {
-                return detail.value.toStdString();
-            }
-            const std::string below = DetailOf(detail.children, name);
-            if (below != "missing") {
-                return below;
-            }
-        }
-        return "missing";
+    /// The value of the first line of the name; "missing" if there is none.
+    static std::string DetailOf(const QStringList& details, const char* name) {
+        const QRegularExpression line(QStringLiteral("^\\s*([\u2713\u2717] )?%1: (.*)$")
+                                          .arg(QRegularExpression::escape(QString::fromUtf8(name))));
+        const int found = details.indexOf(line);
+        return found < 0 ? "missing" : line.match(details[found]).captured(2).toStdString();
     }
 
     void TakeLine(const std::string& module, const QString& text) {

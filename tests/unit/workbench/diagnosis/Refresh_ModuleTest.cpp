@@ -11,7 +11,6 @@
 #include "Vip/View/ZRVipTagWidget.h"
 #include "premium_svr.pb.h"
 #include "vip_base_service.pb.h"
-#include "workbench/diagnosis/WidgetRules.h"
 
 using namespace ::testing;
 
@@ -35,10 +34,10 @@ protected:
     unsigned long AskAll() { return premium.GetUiMsgAndPremiumAccessReq(true); }
 
     std::string Last() const {
-        return explanation::OutcomeOf(*tracker.Rights().Find(tracker.Rights().answered)).toStdString();
+        return explanation::OutcomeOf(*tracker.State().rights.Find(tracker.State().rights.answered)).toStdString();
     }
     std::string LastVip() const {
-        return explanation::OutcomeOf(*tracker.Vip().Find(tracker.Vip().answered)).toStdString();
+        return explanation::OutcomeOf(*tracker.State().vip.Find(tracker.State().vip.answered)).toStdString();
     }
     Explanation Refresh() const { return explanation::OfRefresh(tracker, time.ServerTime()); }
 
@@ -64,15 +63,13 @@ TEST_F(RefreshTest, LoginIsTheReasonOfBothRefreshes) {
 }
 
 TEST_F(RefreshTest, HourlyRefreshComesWhenItIsAnnounced) {
-    const qint64 start = time.ServerTime();
-    ASSERT_EQ(tracker.NextHourlyMs(start), start + 3'600'000);
     EXPECT_EQ(DetailOf(Refresh().details, "Next hourly"), "01:03:20, in 1 h");
 
     time.Advance(std::chrono::hours(1));
     channel.Reply(channel.LastSession(), 20637, good);
 
     EXPECT_EQ(Last(), "hourly · good");
-    EXPECT_EQ(tracker.NextHourlyMs(time.ServerTime()), start + 7'200'000);
+    EXPECT_EQ(DetailOf(Refresh().details, "Next hourly"), "02:03:20, in 1 h");
 }
 
 TEST_F(RefreshTest, LanguageAndCallerAreReasons) {
@@ -151,19 +148,27 @@ TEST_F(RefreshTest, OverlappingRequestsAreToldApart) {
     channel.Reply(second, 20637, std::string());
     channel.Reply(first, 20637, std::string("\x08\x05"));
 
-    EXPECT_EQ(explanation::OutcomeOf(*tracker.Rights().Find(first)), QStringLiteral("a caller · code 5"));
-    EXPECT_EQ(explanation::OutcomeOf(*tracker.Rights().Find(second)), QStringLiteral("a caller · no code"));
+    EXPECT_EQ(explanation::OutcomeOf(*tracker.State().rights.Find(first)), QStringLiteral("a caller · code 5"));
+    EXPECT_EQ(explanation::OutcomeOf(*tracker.State().rights.Find(second)), QStringLiteral("a caller · no code"));
 }
 
 TEST_F(RefreshTest, LogoutIsNamed) {
     AskAtLogin();
     TakeLine("Host.Login", QStringLiteral("User 77 logged out"));
 
-    EXPECT_EQ(Refresh().sentence, QStringLiteral("Nobody is logged in. Rights are asked for at login."));
+    EXPECT_EQ(Refresh().sentence, QStringLiteral("Nobody is logged in. This is asked for at login."));
 }
 
 // The rules that the workbench evaluates refuse exactly what the module refuses, by the same check.
 TEST_F(RefreshTest, WidgetRulesAgreeWithTheModule) {
+    const std::map<std::string, std::string> rules{{"New Vip System", "newer system"},
+                                                   {"Activation Source Not Vip", "activation source"},
+                                                   {"Unknown Activation Type", "activation type"},
+                                                   {"Activation Type Not Full", "activation type"},
+                                                   {"UI Type Mismatch", "UI type"},
+                                                   {"Activation Type Mismatch", "activation type"},
+                                                   {"Empty Premium Data", "texts"}};
+    int widgets = 0;
     const auto right = EnPremiumAccess(5);
     for (const char* uiType : {"A", "D"}) {
         for (int source = 0; source <= 3; ++source) {
@@ -176,30 +181,43 @@ TEST_F(RefreshTest, WidgetRulesAgreeWithTheModule) {
                     record.strDetailTitle = record.strDetailBtn = hasTexts ? QStringLiteral("text") : QString();
                     record.strMainBtn = QStringLiteral("button");
                     premium.SetUIAccessData(right, record);
-                    for (const widget_rules::Widget& widget : widget_rules::Of(record, false)) {
-                        const auto texts = widget.texts == QLatin1String("main texts")     ? ZRVipUIDataMain
-                                           : widget.texts == QLatin1String("detail texts") ? ZRVipUIDataDetail
-                                                                                           : ZRVipUIDataDetailSub;
+                    const QRegularExpression widget(
+                        QStringLiteral("^. ([^(]*)( \\((\\w+).*\\))?: (hidden: (.*)|may be shown)$"));
+                    for (const QString& text : explanation::WidgetsOf(record, false)) {
+                        const auto match = widget.match(text);
+                        if (!match.hasMatch()) {
+                            continue;  // a rule
+                        }
+                        const QString set = match.captured(3);
+                        const auto texts = set == QLatin1String("main")     ? ZRVipUIDataMain
+                                           : set == QLatin1String("detail") ? ZRVipUIDataDetail
+                                                                            : ZRVipUIDataDetailSub;
                         log.Forget();
-                        const std::string kind = widget.kind.toStdString();
+                        const std::string kind = match.captured(1).toStdString();
                         const bool isShown = kind == "Icon"     ? CZRVipIconWidget::IsVipIconEnabled(right)
                                              : kind == "Tag"    ? CZRVipTagWidget::IsVipTagEnabled(right)
                                              : kind == "Banner" ? CZRVipBannerWidget::IsVipBannerEnabled(right, texts)
-                                             : kind == "Locked mask"
+                                             : kind == "Locked Mask"
                                                  ? CZRVipLockedMaskWidget::IsVipMaskEnabled(right, texts)
                                                  : CZRVipExclusiveMaskWidget::IsVipMaskEnabled(right, texts);
-                        ASSERT_EQ(isShown, !widget.Refusing()) << kind << ' ' << type;
-                        const std::set<const log_table::Row*> rows = RowsRead(log);
-                        ASSERT_EQ(rows.size(), isShown ? 0u : 1u);
-                        if (!isShown) {
-                            EXPECT_EQ((*rows.begin())->check, kind);
-                            EXPECT_EQ((*rows.begin())->actual, widget.Refusing()->name.toStdString());
+                        ASSERT_EQ(isShown, match.captured(5).isEmpty()) << text.toStdString();
+                        ++widgets;
+                        int refusals = 0;
+                        for (const LogLine& written : log.Lines()) {
+                            const auto line = log_table::Read(QString::fromStdString(written.text));
+                            if (line && line->row->kind == log_table::EnKind::Widget) {
+                                ++refusals;
+                                EXPECT_EQ(line->values[0].toStdString(), kind);
+                                EXPECT_EQ(rules.at(line->values[1].toStdString()), match.captured(5).toStdString());
+                            }
                         }
+                        EXPECT_EQ(refusals, isShown ? 0 : 1);
                     }
                 }
             }
         }
     }
+    EXPECT_EQ(widgets, 2 * 4 * 7 * 2 * 11);
 }
 
 TEST_F(RefreshTest, EachSceneIsExplained) {
@@ -213,22 +231,22 @@ TEST_F(RefreshTest, EachSceneIsExplained) {
     };
     chat.OnLogin();
     finish();
-    const unsigned long session = tracker.Chat().last;
+    const unsigned long session = tracker.State().chat.requests.rbegin()->first;
     channel.Fail(session, CSProtoError(-7));
-    EXPECT_EQ(tracker.Chat().Find(session)->red->line.values.front(), QStringLiteral("-7"));
+    EXPECT_EQ(tracker.State().chat.Find(session)->red->line.values.front(), QStringLiteral("-7"));
 
-    ASSERT_EQ(tracker.Opens().size(), 1u);
-    EXPECT_TRUE(tracker.Opens()[0].isPreload);
-    EXPECT_EQ(tracker.Opens()[0].httpCode, std::make_optional(200));
+    ASSERT_EQ(tracker.State().opens.size(), 1u);
+    EXPECT_TRUE(tracker.State().opens[0].isPreload);
+    EXPECT_EQ(tracker.State().opens[0].httpCode, std::make_optional(200));
     chat.OpenAIChatPage(ZRAIChatPageNews, {}, false, true, false, QString());
     finish();
     chat.OpenAIChatPage(ZRAIChatPageNews, {}, false, true, false, QString());
     time.Settle();
 
-    ASSERT_EQ(tracker.Opens().size(), 3u);
-    EXPECT_EQ(explanation::OfOpen(tracker.Opens()[1]).sentence.toStdString(),
+    ASSERT_EQ(tracker.State().opens.size(), 3u);
+    EXPECT_EQ(explanation::OfOpen(tracker.State().opens[1]).sentence.toStdString(),
               "The page was loaded anew: the last load was the preload, the scene changed from 1 to 4.");
-    EXPECT_EQ(explanation::OfOpen(tracker.Opens()[2]).state, QStringLiteral("no new load"));
+    EXPECT_EQ(explanation::OfOpen(tracker.State().opens[2]).state, QStringLiteral("no new load"));
     chat.OnLogout();
     time.Settle();
 }

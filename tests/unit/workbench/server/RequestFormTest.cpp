@@ -19,10 +19,6 @@ namespace {
 
 using EnType = RequestField::EnType;
 
-Json::Value Stored(const Json::Value& scenario, const RequestRow::Values& places) {
-    return json::Member(json::Member(scenario, "users"), places[QStringLiteral("user")].toStdString());
-}
-
 const RequestRow kRow{"Thing",
                       "Thing of a user",
                       "PUT",
@@ -36,7 +32,7 @@ const RequestRow kRow{"Thing",
                       "{}",
                       "Saved",
                       nullptr,
-                      Stored,
+                      "users.{user}",
                       R"({"user":{user},"vipChange":{}})"};
 
 class RequestFormTest : public ScriptedHostTest {

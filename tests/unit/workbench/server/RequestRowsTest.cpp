@@ -18,7 +18,8 @@ struct Sent {
 
 std::vector<const RequestRow*> AllRows() {
     std::vector<const RequestRow*> all{&requests::Clock()};
-    for (const auto* rows : {&requests::Pushes(), &requests::Faults(), &requests::OfUser(), &requests::OfServer()}) {
+    for (const auto* rows : {&requests::Pushes(), &requests::Faults(), &requests::SetFaults(), &requests::OfUser(),
+                             &requests::OfServer()}) {
         for (const RequestRow& row : *rows) {
             all.push_back(&row);
         }
@@ -84,6 +85,10 @@ const std::vector<Sent>& AllSent() {
          R"(PUT /v1/httpFaults/pictures/a.png {"body":"{\"a\": 1}","bodyHex":"00","code":3,"cutBytes":4294967295,)"
          R"("delayMs":1,"extraBytes":9,"hugeMiB":20,"noData":true,"redirect":"http://a/","silent":false,)"
          R"("status":404,"times":1})"},
+        {"RemoveReplyFault", {{"{command}", "5"}}, "DELETE /v1/faults/5 "},
+        {"RemoveResponseFault", {}, "DELETE /v1/httpFaults/ad/search "},
+        {"ReplyFaults", {{"", "{}"}}, "PUT /v1/faults {}"},
+        {"ResponseFaults", {{"", R"({"/ad/check":{"code":1}})"}}, R"(PUT /v1/httpFaults {"/ad/check":{"code":1}})"},
         {"GrantRight",
          {{"{access}", "13"}, {"daysLeft", "5"}},
          R"(PUT /v1/users/7/rights/13 {"activationType":3,"daysLeft":5,"hasPermission":true})"},

@@ -176,6 +176,29 @@ TEST_F(ScenarioEditorTest, ErrorsOfTheServerAreListedAndSelectTheirPlaces) {
     EXPECT_FALSE(Errors()->isVisible());
 }
 
+TEST_F(ScenarioEditorTest, ErrorSelectsTheValueAtItsKeyOrTheLineAndColumn) {
+    const char* json = R"({"name": "é日", "users": [{"id": 1}, {"id": 22, "premium": {"rights": [3, 44]}}]})";
+    const char* users = R"([{"id": 1}, {"id": 22, "premium": {"rights": [3, 44]}}])";
+    struct Row {
+        const char* text;
+        const char* error;
+        const char* selected;
+    };
+    for (const Row& row :
+         {Row{json, "users[1].id: must be: a number", "22"}, Row{json, "users[1].premium.rights[1]: x", "44"},
+          Row{json, "name: x", "\"é日\""}, Row{json, "users[0].name: x", R"({"id": 1})"},
+          Row{json, "users[9].name: x", users}, Row{json, "nothing: x", json}, Row{json, "[0]: x", json},
+          Row{json, "name.first[1]: x", "\"é日\""}, Row{json, "user: x", json}, Row{json, "users.x: x", users},
+          Row{"{ \"é\": x}", "not JSON: * Line 1, Column 9 Syntax error", "x"},
+          Row{"{", "not JSON: * Line 9, Column 70 Missing", ""}, Row{"{", "users: missing", ""}}) {
+        Edit(row.text);
+        Press("ScenarioApply");
+        server.Refuse(QByteArray::fromStdString(R"({"error":")" + std::string(row.error) + "\"}"));
+
+        EXPECT_EQ(Text()->textCursor().selectedText(), QString::fromUtf8(row.selected)) << row.error;
+    }
+}
+
 TEST_F(ScenarioEditorTest, UnsavedEditsAreAskedAboutAndKeptOnCancel) {
     server.Answer(kScenario);
     Edit("{ }");

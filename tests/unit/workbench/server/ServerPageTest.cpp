@@ -148,6 +148,13 @@ TEST_F(ServerPageTest, OverridesAreNamedAboveAllTabs) {
     EXPECT_EQ(overridden->text(), QStringLiteral("Overridden: focus never \u00B7 slot 2 refused"));
 }
 
+TEST_F(ServerPageTest, ShowsTheServersTimeAsItRuns) {
+    auto* shown = Child<QLabel>("ClockTime");
+    EXPECT_EQ(shown->text(), QStringLiteral("Server time: 2023-11-14 22:13:20 UTC"));
+    time.Advance(std::chrono::seconds(2));
+    EXPECT_EQ(shown->text(), QStringLiteral("Server time: 2023-11-14 22:13:22 UTC"));
+}
+
 TEST_F(ServerPageTest, FaultThatIsSetIsReadBackFromTheServer) {
     OpenTab(4);
     Click(Child<QPushButton>("ReplyFaultSend"));
@@ -156,6 +163,19 @@ TEST_F(ServerPageTest, FaultThatIsSetIsReadBackFromTheServer) {
     server.Answer("{}");
 
     EXPECT_EQ(server.Last(), "GET /v1/httpFaults ");
+}
+
+TEST_F(ServerPageTest, FaultsThatAreSetAreShownWithTheUsesLeft) {
+    OpenTab(4);
+    ASSERT_EQ(server.wishes.at(server.wishes.size() - 2).path, "/v1/faults");
+    server.wishes.at(server.wishes.size() - 2)
+        .answered(ServerAnswer::Read(200, R"({"20637":{"error":7,"times":3}})", QString()));
+    server.Answer("{}");
+
+    const auto* replies = Child<QPlainTextEdit>("ReplyFaults.value");
+    EXPECT_TRUE(replies->toPlainText().contains(QStringLiteral("\"20637\"")));
+    EXPECT_TRUE(replies->toPlainText().contains(QStringLiteral("\"times\" : 3")));
+    EXPECT_EQ(Child<QPlainTextEdit>("ResponseFaults.value")->toPlainText(), QStringLiteral("{}"));
 }
 
 TEST_F(ServerPageTest, SavedAnswerIsReadAgainByTheScenarioEditor) {
@@ -198,9 +218,9 @@ TEST_F(ServerPageTest, AnswersOfEveryShapeAreReadWithoutAnException) {
     }
     Child<QLineEdit>("GrantRight.access")->setText(QStringLiteral("5"));
     const auto ask = [this] {
-        for (const char* button :
-             {"GrantRightLoad", "UserPremiumLoad", "UserVipLoad", "UserActivationLoad", "UserTradeLoad",
-              "UserAIChatLoad", "AdSlotLoad", "ConfigurationLoad", "FaultsRefresh", "ScenarioOpen", "ScenarioApply"}) {
+        for (const char* button : {"GrantRightLoad", "UserPremiumLoad", "UserVipLoad", "UserActivationLoad",
+                                   "UserTradeLoad", "UserAIChatLoad", "AdSlotLoad", "ConfigurationLoad",
+                                   "ReplyFaultsLoad", "ResponseFaultsLoad", "ScenarioOpen", "ScenarioApply"}) {
             Child<QPushButton>(button)->click();
         }
         for (const char* button : {"PushBytesSend", "DropConnectionsSend", "ClockLoad"}) {

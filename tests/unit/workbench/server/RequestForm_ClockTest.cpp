@@ -1,4 +1,4 @@
-#include "workbench/server/ClockPanel.h"
+#include "workbench/server/RequestForm.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -12,9 +12,9 @@ using namespace ::testing;
 
 namespace {
 
-class ClockPanelTest : public ScriptedHostTest {
+class RequestFormClockTest : public ScriptedHostTest {
 protected:
-    ClockPanelTest() {
+    RequestFormClockTest() {
         panel.resize(500, 300);
         panel.show();
         time.Settle();
@@ -22,23 +22,22 @@ protected:
 
     void Press(const char* button) { Click(panel.findChild<QPushButton*>(QString::fromLatin1(button))); }
     QLineEdit* Offset() { return panel.findChild<QLineEdit*>(QStringLiteral("Clock.offsetMs")); }
-    std::string Time() { return panel.findChild<QLabel*>(QStringLiteral("ClockTime"))->text().toStdString(); }
 
     CFakeControlClient server;
-    CClockPanel panel{server};
+    CRequestForm panel{requests::Clock(), server};
 };
 
 }  // namespace
 
-TEST_F(ClockPanelTest, ReadsTheOffsetWhenItBecomesVisible) {
+TEST_F(RequestFormClockTest, ReadsTheOffsetWhenItBecomesVisible) {
     ASSERT_EQ(server.Last(), "GET /v1/state ");
     server.Answer(R"({"clockOffsetMs":5000})");
 
-    EXPECT_EQ(panel.Offset(), 5000);
+    EXPECT_EQ(panel.Value()["offsetMs"].asInt64(), 5000);
     EXPECT_EQ(Offset()->text(), QStringLiteral("5000"));
 }
 
-TEST_F(ClockPanelTest, StepsAddUpToTheServersOffsetAndResetRemovesIt) {
+TEST_F(RequestFormClockTest, StepsAddUpToTheServersOffsetAndResetRemovesIt) {
     server.Answer(R"({"clockOffsetMs":0})");
     Press("ClockPlusHour");
     EXPECT_EQ(server.Last(), R"(PUT /v1/clock {"offsetMs":3600000})");
@@ -46,35 +45,29 @@ TEST_F(ClockPanelTest, StepsAddUpToTheServersOffsetAndResetRemovesIt) {
     Press("ClockPlusDay");
     EXPECT_EQ(server.Last(), R"(PUT /v1/clock {"offsetMs":90000000})");
     server.Answer("{}");
-    EXPECT_EQ(panel.Offset(), 90'000'000);
+    EXPECT_EQ(panel.Value()["offsetMs"].asInt64(), 90'000'000);
 
     Press("ClockReset");
 
     EXPECT_EQ(server.Last(), R"(PUT /v1/clock {"offsetMs":0})");
 }
 
-TEST_F(ClockPanelTest, ARefusedStepIsNotCounted) {
+TEST_F(RequestFormClockTest, ARefusedStepIsNotCounted) {
     server.Answer(R"({"clockOffsetMs":0})");
     Press("ClockPlusHour");
     server.Refuse(R"({"error":"offsetMs: too much"})");
 
-    EXPECT_EQ(panel.Offset(), 0);
+    EXPECT_EQ(panel.Value()["offsetMs"].asInt64(), 0);
     EXPECT_EQ(panel.findChild<QLabel*>(QStringLiteral("ClockOutcome"))->text(),
               QStringLiteral("The server refuses: offsetMs: too much"));
 }
 
-TEST_F(ClockPanelTest, ShowsTheServersTimeAsItRuns) {
-    EXPECT_EQ(Time(), "Server time: 2023-11-14 22:13:20 UTC");
-    time.Advance(std::chrono::seconds(2));
-    EXPECT_EQ(Time(), "Server time: 2023-11-14 22:13:22 UTC");
-}
-
-TEST_F(ClockPanelTest, NewServerIsAskedForItsOffset) {
+TEST_F(RequestFormClockTest, NewServerIsAskedForItsOffset) {
     server.Answer(R"({"clockOffsetMs":5000})");
 
     panel.ForgetServer();
 
     EXPECT_EQ(server.Last(), "GET /v1/state ");
     server.Answer(R"({"clockOffsetMs":0})");
-    EXPECT_EQ(panel.Offset(), 0);
+    EXPECT_EQ(panel.Value()["offsetMs"].asInt64(), 0);
 }
