@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QTabBar>
+#include <QTableView>
 #include <QTest>
 
 #include "AdClientFixture.h"
