@@ -19,6 +19,10 @@ constexpr int kMaxLineBytes = 16 << 10;
 /// Returns the text if it has at most kMaxLineBytes as a line, otherwise its beginning and the number of other bytes.
 QString Limited(const QString& text) {
     constexpr int kRoomForCount = 40;
+    constexpr int kMaxEscapeBytes = 6;  // of a UTF-16 unit
+    if (text.size() <= kMaxLineBytes / kMaxEscapeBytes) {
+        return text;
+    }
     int kept = std::min(text.size(), kMaxLineBytes);
     int bytes = int(host::EscapedLogText(text.left(kept)).size());
     if (kept == text.size() && bytes <= kMaxLineBytes) {

@@ -10,6 +10,10 @@ TEST(LogTextTest, PlainTextOfAnyLanguageStaysAsItIs) {
     EXPECT_EQ(host::EscapedLogText(QString::fromUtf8("a \"b\" \\ \xE6\x97\xA5")), "a \"b\" \\ \xE6\x97\xA5");
 }
 
+TEST(LogTextTest, TextBetweenEscapedCharactersIsKept) {
+    EXPECT_EQ(host::EscapedLogText(QString::fromUtf8("\n\nab\xC3\xA9\ncd\n")), "\\x0a\\x0aab\xC3\xA9\\x0acd\\x0a");
+}
+
 TEST(LogTextTest, ControlCharactersCantForgeALine) {
     EXPECT_EQ(host::EscapedLogText(QStringLiteral("one\r\ntwo\t\x1B[31m\x7F")), "one\\x0d\\x0atwo\\x09\\x1b[31m\\x7f");
 }
