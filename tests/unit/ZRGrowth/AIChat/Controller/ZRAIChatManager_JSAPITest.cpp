@@ -1,5 +1,6 @@
 // Handlers of other modules, events and answers to the page.
 #include "AIChatPageTest.h"
+#include "framework/assertion.h"
 
 using namespace ::testing;
 
@@ -49,7 +50,8 @@ TEST_F(AIChatJSAPITest, RegistrationIsRefusedWithAnAssertionWhenTheNameIsReserve
         EXPECT_FALSE(Register(name, Answering("x")));
         EXPECT_THAT(Texts(),
                     ElementsAre(std::string("[AIChat] AI chat JSAPI name is reserved, handlerName = ") + name));
-        EXPECT_THAT(log.Assertions(), ElementsAre(Field(&AssertionRecord::module, "ZRGrowth")));
+        EXPECT_THAT(log.Assertions(),
+                    ElementsAre(FieldsAre(FrameWork::kAssetDefensive, "", "ZRGrowth", _, _, "false")));
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include "AIChatPageTest.h"
 #include "core/message_dispatch.h"
+#include "framework/assertion.h"
 
 using namespace ::testing;
 using namespace std::chrono_literals;
@@ -378,7 +379,7 @@ TEST_F(AIChatManagerPageTest, ReportNamesTheEntranceWhenTheSceneIsKnown) {
 TEST_F(AIChatManagerPageTest, UnknownSceneIsAssertedAndOpenedWithoutAReportWhenItIsNoPreload) {
     Open({3});
 
-    EXPECT_THAT(log.Assertions(), ElementsAre(Field(&AssertionRecord::module, "ZRGrowth")));
+    EXPECT_THAT(log.Assertions(), ElementsAre(FieldsAre(FrameWork::kAssetDefensive, "", "ZRGrowth", _, _, "false")));
     EXPECT_THAT(reports.Events(), IsEmpty());
     EXPECT_THAT(web.Loads(), ElementsAre("https://chat.zrgrowth.example/?needChangeSessionId=1&scene=3"));
     EXPECT_THAT(bus.Sent(), ElementsAre(::Message(20302, 1, 3)));
@@ -408,6 +409,20 @@ TEST_F(AIChatManagerPageTest, LoginPreloadsLastWhenItHasAsked) {
     EXPECT_TRUE(Dialog()->isHidden());
     EXPECT_THAT(reports.Events(), IsEmpty());
     EXPECT_THAT(bus.Sent(), IsEmpty());
+}
+
+TEST_F(AIChatManagerPageTest, LoginKeepsTheSessionWhenTheUserIsTheSame) {
+    Open({4});
+    PageLoads();
+    manager.OnLogout();
+    time.Settle();
+    Forget();
+
+    manager.OnLogin();
+    time.Settle();
+
+    EXPECT_THAT(web.Loads(), ElementsAre("https://chat.zrgrowth.example/preload?needChangeSessionId=0&scene=1"));
+    Forget();
 }
 
 TEST_F(AIChatManagerPageTest, PreloadedPageIsEmptiedInSilenceWhenItsLoadEnds) {
@@ -584,6 +599,7 @@ class COpenManager : public CZRAIChatManager {
 public:
     using CZRAIChatManager::OnCommonConfigChanged;
     using CZRAIChatManager::OnLanguageChanged;
+    using CZRAIChatManager::OnLoadEnd;
     using CZRAIChatManager::OnThemeChanged;
 };
 
@@ -602,6 +618,20 @@ TEST_F(AIChatManagerPageTest, SlotOfAMessageDoesNothingWhenTheMessageIsAnother) 
     EXPECT_THAT(Texts(), IsEmpty());
     other.CloseAIChatPage();
     time.Settle();
+}
+
+TEST_F(AIChatManagerPageTest, EndOfAPreloadDoesNothingWhenTheWindowIsGone) {
+    COpenManager other;
+    other.OpenAIChatPage(ZRAIChatPageScene(1), {}, false, true, true, QString());
+    time.Settle();
+    other.CloseAIChatPage();
+    time.Settle();
+    Forget();
+
+    other.OnLoadEnd();
+
+    EXPECT_FALSE(Dialog());
+    EXPECT_THAT(Texts(), IsEmpty());
 }
 
 TEST_F(AIChatManagerPageTest, MessagesReachNobodyWhenTheManagerHasEnded) {

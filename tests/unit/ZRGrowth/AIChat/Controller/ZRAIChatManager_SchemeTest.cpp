@@ -1,5 +1,6 @@
 // URLs of the client's own scheme that open the chat.
 #include "AIChatPageTest.h"
+#include "core/scheme.h"
 #include "core/urlhandler.h"
 
 using namespace ::testing;
@@ -54,6 +55,24 @@ TEST_F(AIChatSchemeTest, SchemeIsStillServedWhenTheManagerHasEnded) {
     Dispatch("zrclient://url/https%3A%2F%2Fchat.zrgrowth.example%2F");
 
     EXPECT_TRUE(Dialog());
+    Forget();
+}
+
+TEST_F(AIChatSchemeTest, LaterHookIsAskedOnlyWhenTheSchemeIsDeclined) {
+    std::vector<std::string> asked;
+    core::scheme::RegisterPreCallback(
+        QStringLiteral("url"),
+        [&asked](QObject* /*from*/, const core::scheme::SchemeInfo& scheme, const QVariant& /*extra*/) {
+            asked.push_back(scheme.text.toStdString());
+            return true;
+        },
+        &asked, core::scheme::kFirstWordEquals);
+
+    Dispatch("zrclient://url/https%3A%2F%2Fchat.zrgrowth.example%2F");
+    EXPECT_THAT(asked, IsEmpty());
+    Dispatch("zrclient://url/https%3A%2F%2Fother.example%2F");
+
+    EXPECT_THAT(asked, ElementsAre("zrclient://url/https%3A%2F%2Fother.example%2F"));
     Forget();
 }
 

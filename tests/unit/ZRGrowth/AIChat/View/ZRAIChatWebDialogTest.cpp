@@ -31,6 +31,22 @@ namespace {
 constexpr const char* kUrl = "https://chat.zrgrowth.example/";
 constexpr const char* kClear = "document.body.innerHTML='';";
 
+/// Counts events of a type.
+class CEventCounter : public QObject {
+public:
+    explicit CEventCounter(QEvent::Type type) : m_type(type) {}
+
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+        count += event->type() == m_type ? 1 : 0;
+        return false;
+    }
+
+    int count = 0;
+
+private:
+    const QEvent::Type m_type;
+};
+
 class AIChatWebDialogTest : public ScriptedHostTest {
 protected:
     AIChatWebDialogTest() {
@@ -132,6 +148,19 @@ TEST_F(AIChatWebDialogTest, WindowHasNameSizesAndTitleWhenItIsNew) {
     EXPECT_EQ(CZRAIChatWebDialog(nullptr).windowTitle(), QStringLiteral("K"));
 }
 
+TEST_F(AIChatWebDialogTest, PageFillsTheWindowBelowTheTitleBar) {
+    Show();
+
+    const auto* page = dialog->findChild<core::webview::ZRWebWidget*>();
+    const auto* bar = dialog->findChild<CZRAIChatWebTitleBar*>();
+    const QRect head(bar->mapTo(dialog, QPoint()), bar->size());
+    const QRect place(page->mapTo(dialog, QPoint()), page->size());
+    EXPECT_EQ(place.topLeft(), head.bottomLeft() + QPoint(0, 1));
+    EXPECT_EQ(place.right(), head.right());
+    // The window's edge has one width on all sides.
+    EXPECT_EQ(place.bottom(), dialog->rect().bottom() - head.left());
+}
+
 TEST_F(AIChatWebDialogTest, ButtonsOfTheTitleBarAreAllVisibleWhenShown) {
     Show();
     std::vector<std::string> names;
@@ -206,10 +235,13 @@ TEST_F(AIChatWebDialogTest, VisibleWindowIsActivatedWhenShownAgain) {
     other.activateWindow();
     time.Settle();
     ASSERT_FALSE(dialog->isActiveWindow());
+    CEventCounter raises(QEvent::ZOrderChange);
+    dialog->installEventFilter(&raises);
 
     Show();
 
     EXPECT_TRUE(dialog->isActiveWindow());
+    EXPECT_EQ(raises.count, 1);
 }
 
 // The page

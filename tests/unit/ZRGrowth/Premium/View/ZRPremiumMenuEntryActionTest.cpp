@@ -309,12 +309,15 @@ TEST_F(PremiumMenuEntryActionTest, ClickReportsLogsAndOpensThePage) {
 TEST_F(PremiumMenuEntryActionTest, ClickTakesTheLinkOfTheRecordAtThatTime) {
     SetEntry(1);
     CZRPremiumMenuEntryAction entry(&menu);
-    links.Set(302, "https://www.test/other");
-    SetEntry(4, 302, "");
+    for (const int link : {302, 1}) {
+        links.Set(static_cast<unsigned long>(link), "https://www.test/other");
+        SetEntry(4, link, "");
+        urls.Forget();
 
-    entry.trigger();
+        entry.trigger();
 
-    EXPECT_THAT(urls.Opened(), ElementsAre(Field(&OpenedUrl::url, "https://www.test/other")));
+        EXPECT_THAT(urls.Opened(), ElementsAre(Field(&OpenedUrl::url, "https://www.test/other"))) << link;
+    }
     reports.Forget();
 }
 

@@ -182,6 +182,15 @@ TEST_F(PremiumStripTest, FirstRowIsTitleNumberAndUnit) {
     EXPECT_THAT(texts, ElementsAre("Title", "5", "days"));
 }
 
+TEST_F(PremiumStripTest, NumberAndUnitFollowTheTitleWhenThereIsRoomToSpare) {
+    const CStrip* strip = Shown();
+
+    ASSERT_GT(Row(*strip)->width(), Unit(*strip)->geometry().right() + 50);
+    EXPECT_EQ(Title(*strip)->x(), 0);
+    EXPECT_EQ(Days(*strip)->x(), Title(*strip)->geometry().right() + 1);
+    EXPECT_EQ(Unit(*strip)->x(), Days(*strip)->geometry().right() + 1);
+}
+
 TEST_F(PremiumStripTest, PartsHaveTheirNamesHeightsAndTag) {
     const CStrip* strip = Add();
 

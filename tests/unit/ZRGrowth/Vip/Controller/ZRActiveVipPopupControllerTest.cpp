@@ -1,5 +1,6 @@
 #include "Vip/Controller/ZRActiveVipPopupController.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <deque>
 #include <functional>
@@ -608,6 +609,9 @@ TEST_F(ActiveVipPopupTest, FailureIsOnlyLoggedWhenTheWindowIsGone) {
     EXPECT_THAT(log.Lines(),
                 ElementsAre(Error("[Vip] RequestActiveVip callback, receive cmd error, error = 8, cmd = 20981"),
                             Fatal("[Vip] Show toast failed, parent is empty, toastLangId = 292248")));
+    for (const QWidget* widget : QApplication::allWidgets()) {
+        EXPECT_FALSE(qobject_cast<const ZToast*>(widget));
+    }
 }
 
 TEST_F(ActiveVipPopupTest, PopupGoesWithItsWindow) {

@@ -93,11 +93,8 @@ TEST_P(VipTagWidgetGradeTest, GradeWithoutAnImageRaisesTheAssertionBeforeItsLogL
     EXPECT_EQ(CZRVipTagWidget::GetTagImageName(ZRVipTagGrade, ZRVipGrade(GetParam())).toStdString(), "");
 
     EXPECT_THAT(log.Lines(), ElementsAre(Error("[Vip] Unexpected Vip Grade, Grade = " + std::to_string(GetParam()))));
-    const std::vector<AssertionRecord> assertions = log.Assertions();
-    ASSERT_THAT(assertions, SizeIs(1));
-    EXPECT_EQ(assertions[0].expression, "Unexpected Vip Grade");
-    EXPECT_EQ(assertions[0].type, FrameWork::kAssetDefensive);
-    EXPECT_EQ(assertions[0].module, "ZRGrowth");
+    EXPECT_THAT(log.Assertions(),
+                ElementsAre(FieldsAre(FrameWork::kAssetDefensive, "", "ZRGrowth", _, _, "Unexpected Vip Grade")));
 }
 
 TEST_P(VipTagWidgetGradeTest, GradeWithoutAnImageIsSilentInTheNewerSystem) {
@@ -175,6 +172,15 @@ TEST_F(VipTagWidgetTest, ExposureIsReportedWithoutPageAndStateWhateverTheRecord)
     EXPECT_THAT(reports.Started(), ElementsAre("ExposeMemberIcon"));
     EXPECT_THAT(reports.Events(), ElementsAre(ReportedEvent{"ExposeMemberIcon", 3,
                                                             R"({"engine_status":2,"permission_type":"99"})", 0, true}));
+}
+
+TEST_F(VipTagWidgetTest, ExposureIsReportedWhenTheRightIsTheFirst) {
+    CZRVipTagWidget* tag = Add(EnPremiumAccess(1));
+    Show();
+
+    tag->hide();
+
+    EXPECT_THAT(reports.Names(), ElementsAre("ExposeMemberIcon"));
 }
 
 TEST_F(VipTagWidgetTest, ExposureIsReportedAgainWhenASecondHideComes) {
