@@ -1,5 +1,8 @@
 #include "workbench/Redactor.h"
 
+#include <google/protobuf/io/coded_stream.h>
+#include <json/writer.h>
+
 #include <QTextCodec>
 #include <QUrl>
 #include <QtEndian>
@@ -21,20 +24,14 @@ constexpr const char* kNumberInText =
     R"((?:(?<![0-9])|(?i:(?<=%[0-9a-f]{2})|(?<=\\x[0-9a-f]{2})|(?<=\\u[0-9a-f]{4})))%1(?![0-9]))";
 
 QString JsonEscaped(const QString& text) {
-    QString escaped;
-    for (const QChar character : text) {
-        escaped += character.unicode() < 0x80 ? QString(character)
-                                              : "\\u%1"_q.arg(int(character.unicode()), 4, 16, QLatin1Char('0'));
-    }
-    return escaped;
+    const std::string quoted = Json::valueToQuotedString(text.toUtf8().constData());
+    return QString::fromStdString(quoted.substr(1, quoted.size() - 2));
 }
 
 QByteArray Varint(quint64 value) {
-    QByteArray bytes;
-    for (; value >= 0x80; value >>= 7) {
-        bytes += char(value | 0x80);
-    }
-    return bytes += char(value);
+    uint8_t bytes[10];
+    const uint8_t* end = google::protobuf::io::CodedOutputStream::WriteVarint64ToArray(value, bytes);
+    return QByteArray(reinterpret_cast<const char*>(bytes), int(end - bytes));
 }
 
 }  // namespace

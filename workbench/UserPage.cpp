@@ -19,6 +19,7 @@
 #include "Theme.h"
 #include "VipGallery.h"
 #include "core/attr_market.h"
+#include "core/environment.h"
 #include "core/lang.h"
 #include "ui/zr_ui_theme.h"
 #include "workbench/TimeText.h"
@@ -105,8 +106,14 @@ const std::vector<CUserPage::Fact>& CUserPage::Facts() {
     return facts;
 }
 
-CUserPage::CUserPage(CAIChatEntries& entries, CPremiumRights& rights, const CWireDecoder& decoder, QWidget* parent)
-    : QWidget(parent), m_entries(entries), m_rights(rights), m_decoder(decoder), m_strRefresh("none was seen yet"_q) {
+CUserPage::CUserPage(ISessionControl& session, CAIChatEntries& entries, CPremiumRights& rights,
+                     const CWireDecoder& decoder, QWidget* parent)
+    : QWidget(parent),
+      m_session(session),
+      m_entries(entries),
+      m_rights(rights),
+      m_decoder(decoder),
+      m_strRefresh("none was seen yet"_q) {
     setObjectName("SessionPage"_q);
     auto* controls = NewControls();
     auto* facts = NewFacts();
@@ -118,14 +125,14 @@ CUserPage::CUserPage(CAIChatEntries& entries, CPremiumRights& rights, const CWir
     auto* layout = widgets::Column({controls, facts, m_pFile, nullptr}, this);
     layout->setContentsMargins(0, kTopMargin, kScrollBarRoom, 0);
     layout->setSpacing(10);
-    connect(&entries, &CAIChatEntries::Changed, this, &CUserPage::ShowOverride);
+    connect(&session, &ISessionControl::UsersChanged, this, &CUserPage::ShowUser);
+    connect(&session, &ISessionControl::UserChanged, this, &CUserPage::ShowUser);
+    connect(&session, &ISessionControl::LanguageChanged, this, &CUserPage::ShowChoices);
+    connect(&session, &ISessionControl::EditionChanged, this, &CUserPage::ShowChoices);
+    connect(&entries, &CAIChatEntries::Changed, this, &CUserPage::ShowChoices);
     connect(&rights, &CPremiumRights::Changed, this, &CUserPage::Refresh);
-    ShowOverride();
-    ShowUsers({}, 0);
-    theme::OnThemeChange(this, [this] {
-        widgets::Select(m_pTheme, int(zr_ui_theme::Manager::instance()->getTheme()));
-        Refresh();
-    });
+    ShowUser();
+    theme::OnThemeChange(this, [this] { ShowChoices(); });
 }
 
 QFormLayout* CUserPage::NewControls() {
@@ -149,8 +156,8 @@ QFormLayout* CUserPage::NewControls() {
     m_pUser = widgets::New<QComboBox>("WorkbenchUser"_q, this);
     m_pUser->setMaxVisibleItems(kUsersInSight);
     m_pLogin = widgets::NewButton("WorkbenchLogin"_q, "Log in"_q, this,
-                                  [this] { Q_EMIT LoginWanted(m_pUser->currentData().toULongLong()); });
-    m_pLogout = widgets::NewButton("WorkbenchLogout"_q, "Log out"_q, this, [this] { Q_EMIT LogoutWanted(); });
+                                  [this] { m_session.Login(m_pUser->currentData().toULongLong()); });
+    m_pLogout = widgets::NewButton("WorkbenchLogout"_q, "Log out"_q, this, [this] { m_session.Logout(); });
     add("User"_q, m_pUser, {m_pLogin, m_pLogout});
     m_pLanguage = addCombo("Language"_q, "WorkbenchLanguage"_q,
                            {{core::lang::kLanguageEnglish, "English"_q},
@@ -158,14 +165,14 @@ QFormLayout* CUserPage::NewControls() {
                             {core::lang::kLanguageTraditionalChinese, "繁體中文"_q},
                             {core::lang::kLanguageJapanese, "日本語"_q},
                             {core::lang::kLanguageFrench, "Français"_q}},
-                           [this](const QVariant& value) { Q_EMIT LanguageWanted(value.toInt()); });
+                           [this](const QVariant& value) { m_session.SetLanguage(value.toInt()); });
     m_pTheme = addCombo("Theme"_q, "WorkbenchTheme"_q,
                         {{int(zr_ui_theme::Manager::kThemeLight), "Light"_q},
                          {int(zr_ui_theme::Manager::kThemeDarkBlue), "Dark blue"_q},
                          {int(zr_ui_theme::Manager::kThemeBlack), "Black"_q}},
-                        [this](const QVariant& value) { Q_EMIT ThemeWanted(value.toInt()); });
+                        [this](const QVariant& value) { m_session.SetTheme(value.toInt()); });
     m_pEdition = addCombo("Edition"_q, "WorkbenchEdition"_q, {{false, "Kestrel"_q}, {true, "Velora"_q}},
-                          [this](const QVariant& value) { Q_EMIT EditionWanted(value.toBool()); });
+                          [this](const QVariant& value) { m_session.SetVelora(value.toBool()); });
     m_pOverride = addCombo("AI chat override"_q, "WorkbenchOverride"_q,
                            {{int(EnEntryOverride::None), "No override"_q},
                             {int(EnEntryOverride::Open), "Force open"_q},
@@ -235,7 +242,7 @@ QJsonObject CUserPage::State() const {
 }
 
 QString CUserPage::User() const {
-    return m_nCurrent == 0 ? "Nobody is logged in"_q : widgets::UserText(m_users, m_nCurrent);
+    return m_nCurrent == 0 ? "Nobody is logged in"_q : widgets::UserText(m_session.Users(), m_nCurrent);
 }
 
 QString CUserPage::Rights() const {
@@ -336,42 +343,31 @@ void CUserPage::AskMarkets() {
             return;
         }
     }
-    Q_EMIT MarketsWanted(markets);
+    m_session.OverrideMarkets(markets);
     m_bMarkets = true;
     m_pMarketsNote->setText("In force until the next login"_q);
     Refresh();
 }
 
-void CUserPage::ShowMarkets(const std::vector<int>& markets) {
-    m_pMarkets->setText(TextOf(markets));
+// A login outside the workbench selects that user. A refreshed list keeps the selection.
+void CUserPage::ShowUser() {
+    const quint64 user = m_session.UserId();
+    const QVariant chosen = user != 0 && user != m_nCurrent ? QVariant(user) : m_pUser->currentData();
+    m_nCurrent = user;
+    widgets::ShowUsers(m_pUser, m_session.Users(), chosen);
+    m_pLogin->setEnabled(!m_session.Users().empty());
+    m_pLogout->setEnabled(user != 0);
+    m_pMarkets->setText(TextOf(core::attr_market::GetCurrentUserAttrMarket()));
     m_bMarkets = false;
     m_pMarketsNote->hide();
-    Refresh();
+    ShowChoices();
 }
 
-void CUserPage::ShowEdition(bool velora) {
-    widgets::Select(m_pEdition, velora);
-    Refresh();
-}
-
-void CUserPage::ShowLanguage(int languageId) {
-    widgets::Select(m_pLanguage, languageId);  // any other number is English
-    Refresh();
-}
-
-void CUserPage::ShowOverride() {
+void CUserPage::ShowChoices() {
+    widgets::Select(m_pLanguage, m_session.LanguageId());  // any other number is English
+    widgets::Select(m_pEdition, core::environment::IsVelora());
+    widgets::Select(m_pTheme, int(zr_ui_theme::Manager::instance()->getTheme()));
     widgets::Select(m_pOverride, int(m_entries.Override()));
     m_pOverride->setEnabled(m_entries.HasModule());
-    Refresh();
-}
-
-void CUserPage::ShowUsers(const std::vector<ServerUser>& users, quint64 current) {
-    m_users = users;
-    // A login outside the workbench selects that user. A refreshed list keeps the selection.
-    const QVariant chosen = current != 0 && current != m_nCurrent ? QVariant(current) : m_pUser->currentData();
-    m_nCurrent = current;
-    widgets::ShowUsers(m_pUser, users, chosen);
-    m_pLogin->setEnabled(!users.empty());
-    m_pLogout->setEnabled(current != 0);
     Refresh();
 }

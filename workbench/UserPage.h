@@ -18,19 +18,14 @@ class QLineEdit;
 class QPlainTextEdit;
 class QPushButton;
 
-/// Controls the session, and shows everything about the logged-in user in one place. `entries`, `rights` and `decoder`
-/// must outlive it.
+/// Controls the session, and shows everything about the logged-in user in one place. The arguments must outlive it.
 class CUserPage : public QWidget {
     Q_OBJECT
 
 public:
-    CUserPage(CAIChatEntries& entries, CPremiumRights& rights, const CWireDecoder& decoder, QWidget* parent = nullptr);
+    CUserPage(ISessionControl& session, CAIChatEntries& entries, CPremiumRights& rights, const CWireDecoder& decoder,
+              QWidget* parent = nullptr);
 
-    /// `current` is 0 if no user is logged in. The selection is kept if possible.
-    void ShowUsers(const std::vector<ServerUser>& users, quint64 current);
-    void ShowLanguage(int languageId);
-    void ShowEdition(bool velora);
-    void ShowMarkets(const std::vector<int>& markets);
     /// Each listed override is shown as being in force, for example "focus: never".
     void SetOverrides(std::function<QStringList()> overrides);
 
@@ -47,14 +42,6 @@ public Q_SLOTS:
     /// Reads everything again.
     void Refresh();
 
-Q_SIGNALS:
-    void LoginWanted(quint64 userId);
-    void LogoutWanted();
-    void LanguageWanted(int languageId);
-    void ThemeWanted(int number);
-    void EditionWanted(bool velora);
-    void MarketsWanted(const std::vector<int>& markets);
-
 private:
     struct Fact;
     static const std::vector<Fact>& Facts();
@@ -63,7 +50,8 @@ private:
     QFormLayout* NewControls();
     QFormLayout* NewFacts();
     void AskMarkets();
-    void ShowOverride();
+    void ShowUser();
+    void ShowChoices();
     void Copy() const;
     QString User() const;
     QString Rights() const;
@@ -71,10 +59,10 @@ private:
     QString NewVip() const;
     QString Overrides() const;
 
+    ISessionControl& m_session;
     CAIChatEntries& m_entries;
     CPremiumRights& m_rights;
     const CWireDecoder& m_decoder;
-    std::vector<ServerUser> m_users;
     std::function<QStringList()> m_fnOverrides;
     std::map<QString, QLabel*> m_facts;                          // by key
     QJsonObject m_file;                                          // of the shown export; empty: live

@@ -21,7 +21,6 @@
 #include "workbench/diagnosis/LogTable.h"
 #include "workbench/diagnosis/Tracker.h"
 #include "workbench/diagnosis/WhyPage.h"
-#include "workbench/server/PopupOverrides.h"
 #include "workbench/server/ServerPage.h"
 
 namespace {
@@ -61,12 +60,14 @@ QString WebState() {
 
 }  // namespace
 
-CWorkbench::CWorkbench(CAIChatEntries& entries, CPremiumRights& rights, IControlClient& server, QWidget* parent)
+CWorkbench::CWorkbench(ISessionControl& session, CAIChatEntries& entries, CPremiumRights& rights,
+                       IControlClient& server, QWidget* parent)
     : QWidget(parent),
+      m_session(session),
       m_server(server),
       m_pTabs(NewTabs("WorkbenchTabs"_q, this)),
       m_pTrafficTabs(NewTabs("TrafficTabs"_q, widgets::PagesOf(m_pTabs))),
-      m_pUser(new CUserPage(entries, rights, m_decoder, widgets::PagesOf(m_pTabs))),
+      m_pUser(new CUserPage(session, entries, rights, m_decoder, widgets::PagesOf(m_pTabs))),
       m_pTracker(new CTracker(ToServer, this)),
       m_pWhy(new CWhyPage(*m_pTracker, rights, entries, m_decoder, server, widgets::PagesOf(m_pTabs))),
       m_pServerPage(new CServerPage(server, widgets::PagesOf(m_pTabs))),
@@ -91,8 +92,11 @@ CWorkbench::CWorkbench(CAIChatEntries& entries, CPremiumRights& rights, IControl
             tabs->widget(tab)->setContentsMargins(0, kTabMargin, 0, 0);
         }
     }
-    m_pUser->SetOverrides([this] { return PopupOverrides().Overridden(); });
-    connect(&PopupOverrides(), &CPopupOverrides::OverridesChanged, m_pUser, &CUserPage::Refresh);
+    m_pUser->SetOverrides([this] { return m_pServerPage->Overridden(); });
+    connect(m_pServerPage, &CServerPage::OverridesChanged, m_pUser, &CUserPage::Refresh);
+    connect(&session, &ISessionControl::UsersChanged, this, &CWorkbench::ShowUsers);
+    connect(&session, &ISessionControl::UserChanged, this, &CWorkbench::ShowUsers);
+    ShowUsers();
     AddShortcuts();
     m_pTabs->setCurrentIndex(kUserTab);
     RestoreView();
@@ -305,19 +309,14 @@ void CWorkbench::TakeLine(const LogEntry& entry) {
     m_pTracker->TakeLine(entry);
 }
 
-void CWorkbench::ShowUsers(const std::vector<ServerUser>& users, quint64 current) {
-    m_pUser->ShowUsers(users, current);
-    m_pWhy->ShowUsers(users);
-    m_pServerPage->ShowUsers(users, current);
+void CWorkbench::ShowUsers() {
+    m_pWhy->ShowUsers(m_session.Users());
+    m_pServerPage->ShowUsers(m_session.Users(), m_session.UserId());
 }
 
 void CWorkbench::ForgetServer() {
     m_pServerPage->ForgetServer();
     m_pWhy->ForgetServer();
-}
-
-CPopupOverrides& CWorkbench::PopupOverrides() {
-    return m_pServerPage->Overrides();
 }
 
 void CWorkbench::SaveView() const {

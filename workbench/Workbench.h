@@ -11,7 +11,6 @@
 #include "workbench/WireDecoder.h"
 
 class CAIChatEntries;
-class CPopupOverrides;
 class CPremiumRights;
 class CServerPage;
 class CTracker;
@@ -23,22 +22,16 @@ class QPushButton;
 class QTabWidget;
 
 /// The developer panel of the modules. It controls the session, the server's answers, its faults and its clock, and
-/// shows what the modules do and why. `entries`, `rights` and `server` must outlive it.
+/// shows what the modules do and why. The arguments must outlive it.
 class CWorkbench : public QWidget {
     Q_OBJECT
 
 public:
-    CWorkbench(CAIChatEntries& entries, CPremiumRights& rights, IControlClient& server, QWidget* parent = nullptr);
+    CWorkbench(ISessionControl& session, CAIChatEntries& entries, CPremiumRights& rights, IControlClient& server,
+               QWidget* parent = nullptr);
     ~CWorkbench() override;
 
-    /// Controls the session.
-    CUserPage& User() { return *m_pUser; }
-
-    /// `current` is 0 if no user is logged in.
-    void ShowUsers(const std::vector<ServerUser>& users, quint64 current);
-
-    /// The overrides of the bottom popup's display conditions.
-    CPopupOverrides& PopupOverrides();
+    CServerPage& Server() { return *m_pServerPage; }
 
     /// Must be called for a new or restarted server, which has none of the settings made here.
     void ForgetServer();
@@ -59,6 +52,7 @@ Q_SIGNALS:
 
 private:
     CEventView* NewView(QTabWidget* tabs, const EventFormatPtr& format, const QString& title);
+    void ShowUsers();
     void AddViews();
     void AddWebState(CEventView* view);
     void AddShortcuts();
@@ -77,6 +71,7 @@ private:
     void SaveView() const;
     void RestoreView();
 
+    ISessionControl& m_session;
     IControlClient& m_server;
     CWireDecoder m_decoder;
     CRedactor m_aliases;

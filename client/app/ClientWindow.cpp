@@ -5,13 +5,11 @@
 
 #include "Composition.h"
 #include "Navigation.h"
-#include "core/attr_market.h"
 #include "core/environment.h"
 #include "core/login_status_data.h"
 #include "core/uniform_resource_slot.h"
-#include "workbench/UserPage.h"
 #include "workbench/Workbench.h"
-#include "workbench/server/PopupOverrides.h"
+#include "workbench/server/ServerPage.h"
 
 CClientWindow::CClientWindow(CComposition& composition) : CMainWindow(composition), m_composition(composition) {
     composition.SetMainFrame({[this] { return this; }, [this] { return kTabPages[size_t(Tab())].tab; },
@@ -38,7 +36,7 @@ bool CClientWindow::HasFocus() const {
 
 void CClientWindow::OnTabChanged(int index) {
     if (m_pWorkbench) {
-        m_pWorkbench->PopupOverrides().ShowTab(index);
+        m_pWorkbench->Server().ShowTab(index);
     }
     NotifyTab();
 }
@@ -48,10 +46,10 @@ void CClientWindow::NotifyTab() {
 }
 
 QWidget* CClientWindow::NewDockContent(QWidget* parent) {
-    m_pWorkbench = new CWorkbench(Entries(), Rights(), m_composition.Control(), parent);
+    m_pWorkbench = new CWorkbench(m_composition, Entries(), Rights(), m_composition.Control(), parent);
     ConnectSources();
     ConnectSession();
-    ConnectPopupOverrides();
+    ConnectOverrides();
     return m_pWorkbench;
 }
 
@@ -77,37 +75,18 @@ void CClientWindow::ConnectSources() {
 void CClientWindow::ConnectSession() {
     connect(&m_composition, &CComposition::SessionRenewed, this, &CClientWindow::UpdateAliases);
     connect(&m_composition, &CComposition::ServerReady, m_pWorkbench, &CWorkbench::ForgetServer);
-    CUserPage& page = m_pWorkbench->User();
-    connect(&page, &CUserPage::EditionWanted, &m_composition, &CComposition::SetVelora);
-    connect(&page, &CUserPage::MarketsWanted, &m_composition, &CComposition::OverrideMarkets);
-    connect(&page, &CUserPage::LoginWanted, &m_composition, &CComposition::Login);
-    connect(&page, &CUserPage::LogoutWanted, &m_composition, &CComposition::Logout);
-    connect(&page, &CUserPage::LanguageWanted, &m_composition, &CComposition::SetLanguage);
-    connect(&page, &CUserPage::ThemeWanted, &m_composition, &CComposition::SetTheme);
-    connect(&m_composition, &CComposition::UsersChanged, m_pWorkbench, [this] { ShowUser(); });
-    connect(&m_composition, &CComposition::UserChanged, m_pWorkbench, [this] { ShowUser(); });
-    const auto showLanguage = [this] { m_pWorkbench->User().ShowLanguage(m_composition.LanguageId()); };
-    connect(&m_composition, &CComposition::LanguageChanged, m_pWorkbench, showLanguage);
-    const auto showEdition = [this] { m_pWorkbench->User().ShowEdition(core::environment::IsVelora()); };
-    connect(&m_composition, &CComposition::EditionChanged, m_pWorkbench, showEdition);
-    showLanguage();
-    showEdition();
-    ShowUser();
-}
-
-void CClientWindow::ConnectPopupOverrides() {
-    CPopupOverrides& overrides = m_pWorkbench->PopupOverrides();
-    overrides.ShowTab(Tab());
-    connect(&overrides, &CPopupOverrides::TabWanted, &Navigation(), &CNavigation::Choose);
-    connect(&overrides, &CPopupOverrides::FocusWanted, this, [this](EnFocusAnswer answer) { m_focusAnswer = answer; });
-    connect(&overrides, &CPopupOverrides::SlotRefusalWanted, this,
-            [this](bool refused) { m_composition.AllowSlot(kSlotAdPopup, !refused); });
-}
-
-void CClientWindow::ShowUser() {
-    m_pWorkbench->ShowUsers(m_composition.Users(), m_composition.UserId());
-    m_pWorkbench->User().ShowMarkets(core::attr_market::GetCurrentUserAttrMarket());
+    connect(&m_composition, &CComposition::UsersChanged, this, &CClientWindow::UpdateAliases);
+    connect(&m_composition, &CComposition::UserChanged, this, &CClientWindow::UpdateAliases);
     UpdateAliases();
+}
+
+void CClientWindow::ConnectOverrides() {
+    CServerPage& overrides = m_pWorkbench->Server();
+    overrides.ShowTab(Tab());
+    connect(&overrides, &CServerPage::TabWanted, &Navigation(), &CNavigation::Choose);
+    connect(&overrides, &CServerPage::FocusWanted, this, [this](EnFocusAnswer answer) { m_focusAnswer = answer; });
+    connect(&overrides, &CServerPage::SlotRefusalWanted, this,
+            [this](bool refused) { m_composition.AllowSlot(kSlotAdPopup, !refused); });
 }
 
 // Each login has its own session id. The ids of former sessions are still in the log and in the trace.

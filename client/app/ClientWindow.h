@@ -24,8 +24,7 @@ private:
     bool HasFocus() const;
     void ConnectSources();
     void ConnectSession();
-    void ConnectPopupOverrides();
-    void ShowUser();
+    void ConnectOverrides();
     void UpdateAliases();
     void NotifyTab();
 

@@ -188,15 +188,14 @@ QWidget* CRequestForm::NewEditor(const RequestField& field) {
         connect(lines, &QPlainTextEdit::textChanged, this, edited);
         return lines;
     }
-    const std::vector<std::string> flags{"", "true", "false"};
-    auto* combo = field.type == EnType::Flag || !field.choices.empty() ? new QComboBox(this) : nullptr;
+    auto* combo = field.choices.empty() ? nullptr : new QComboBox(this);
     auto* line = new QLineEdit(combo ? static_cast<QWidget*>(combo) : this);
     QWidget* editor = line;
     if (combo) {
         combo->setLineEdit(line);
         combo->setInsertPolicy(QComboBox::NoInsert);
         combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-        for (const std::string& choice : field.type == EnType::Flag ? flags : field.choices) {
+        for (const std::string& choice : field.choices) {
             combo->addItem(QString::fromStdString(choice));
         }
         editor = combo;

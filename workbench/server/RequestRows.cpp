@@ -14,7 +14,7 @@ RequestField Text(const char* key, const char* label, const char* value = "", co
     return {EnType::Text, key, label, value, "", choices};
 }
 RequestField Flag(const char* key, const char* label, const char* value = "") {
-    return {EnType::Flag, key, label, value};
+    return {EnType::Flag, key, label, value, "", {"", "true", "false"}};
 }
 RequestField JsonText(const char* key, const char* label, const char* hint = "") {
     return {EnType::Json, key, label, "", hint};

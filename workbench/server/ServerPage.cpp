@@ -1,11 +1,14 @@
 #include "workbench/server/ServerPage.h"
 
 #include <QDateTime>
+#include <QFormLayout>
 #include <QVariant>
 
+#include "TabPages.h"
+#include "core/config_local.h"
+#include "core/login_status_data.h"
 #include "core/time_date.h"
 #include "workbench/Widgets.h"
-#include "workbench/server/PopupOverrides.h"
 #include "workbench/server/RequestForm.h"
 #include "workbench/server/ScenarioEditor.h"
 
@@ -27,8 +30,7 @@ CServerPage::CServerPage(IControlClient& server, QWidget* parent)
       m_pOfUser(new CRequestForms("UserRequests"_q, requests::OfUser(), server)),
       m_pOfServer(new CRequestForms("ServerRequests"_q, requests::OfServer(), server)),
       m_pTime(widgets::NewLabel("ClockTime"_q, "", nullptr)),
-      m_pClock(new CRequestForm(requests::Clock(), server)),
-      m_pOverrides(new CPopupOverrides) {
+      m_pClock(new CRequestForm(requests::Clock(), server)) {
     setObjectName("ServerTab"_q);
     m_pTabs->setDocumentMode(true);
     m_pUser->setMaxVisibleItems(kUsersInSight);
@@ -43,13 +45,13 @@ CServerPage::CServerPage(IControlClient& server, QWidget* parent)
     AddTab("FaultPage"_q, "Faults"_q, {faultForms, m_faults[0], m_faults[1]});
     AddTab("ClockPage"_q, "Clock and popup"_q,
            {widgets::NewLabel({}, "section", nullptr, "Server clock"_q), m_pTime, m_pClock,
-            widgets::NewLabel({}, "section", nullptr, "Overrides of the popup"_q), m_pOverrides});
+            widgets::NewLabel({}, "section", nullptr, "Overrides of the popup"_q), NewOverrides()});
     widgets::Column({m_pOverridden, {m_pTabs, 1}}, this);
     connect(m_pUser, qOverload<int>(&QComboBox::currentIndexChanged), this, &CServerPage::ShowWho);
     for (CRequestForm* faults : m_faults) {
         connect(faultForms, &CRequestForms::Accepted, faults, &CRequestForm::ForgetServer);
     }
-    connect(m_pOverrides, &CPopupOverrides::OverridesChanged, this, &CServerPage::ShowOverridden);
+    connect(this, &CServerPage::OverridesChanged, this, &CServerPage::ShowOverridden);
     connect(m_pScenario, &CScenarioEditor::Applied, this, &CServerPage::ForgetAnswers);
     // The editor shows what the server runs, unless it has edits of its own.
     for (const CRequestForms* forms : {m_pOfUser, m_pOfServer}) {
@@ -90,7 +92,7 @@ void CServerPage::ShowWho() {
 }
 
 void CServerPage::ShowOverridden() {
-    const QStringList all = m_pOverrides->Overridden();
+    const QStringList all = Overridden();
     m_pOverridden->setVisible(!all.isEmpty());
     m_pOverridden->setText("Overridden: "_q + all.join(" \u00B7 "_q));
 }
@@ -112,4 +114,72 @@ void CServerPage::ForgetServer() {
     for (CRequestForm* faults : m_faults) {
         faults->ForgetServer();
     }
+}
+
+QWidget* CServerPage::NewOverrides() {
+    auto* page = widgets::New<QWidget>("PopupOverrides"_q, nullptr);
+    auto* layout = new QFormLayout(page);
+    layout->setContentsMargins(0, 0, 0, 0);
+    const auto add = [&](const char* name, const QString& label, const QStringList& texts, auto chosen) {
+        widgets::Choices choices;
+        for (const QString& text : texts) {
+            choices.emplace_back(int(choices.size()), text);
+        }
+        auto* combo =
+            widgets::NewCombo(QString::fromLatin1(name), label, choices, this, [this, chosen](const auto& value) {
+                chosen(value.toInt());
+                Q_EMIT OverridesChanged();
+            });
+        layout->addRow(label, combo);
+        return combo;
+    };
+    QStringList tabs;
+    for (const TabPage& tab : kTabPages) {
+        tabs << QString::fromUtf8(tab.page.title);
+    }
+    m_pTab = add("AdTab", "Tab"_q, tabs, [this](int index) { Q_EMIT TabWanted(index); });
+    m_pFocus = add("AdFocus", "Focus"_q, {"as it is"_q, "always"_q, "never"_q},
+                   [this](int answer) { Q_EMIT FocusWanted(EnFocusAnswer(answer)); });
+    m_pSlot = add("AdSlotPermission", "Slot 2"_q, {"as it is"_q, "refused"_q},
+                  [this](int refused) { Q_EMIT SlotRefusalWanted(refused == 1); });
+    m_pPopupOutcome = widgets::NewOutcome("PopupOutcome"_q, this);
+    layout->addRow(widgets::NewButton("AdLastShownForget"_q, "Forget when the popup was shown"_q, this,
+                                      [this] { ForgetLastShown(); }));
+    layout->addRow(m_pPopupOutcome);
+    return page;
+}
+
+void CServerPage::ShowTab(int index) {
+    widgets::Select(m_pTab, index);
+}
+
+QStringList CServerPage::Overridden() const {
+    QStringList all;
+    for (const auto& [combo, name] : {std::pair(m_pFocus, "focus "_q), std::pair(m_pSlot, "slot 2 "_q)}) {
+        if (combo->currentIndex() != 0) {
+            all << name + combo->currentText();
+        }
+    }
+    return all;
+}
+
+// The module stores one time for each type of interval.
+void CServerPage::ForgetLastShown() {
+    constexpr int kIntervalTypes = 10;
+    QString outcome = "Nothing to forget: no time is stored for this user"_q;
+    for (int type = 0; type < kIntervalTypes; ++type) {
+        const std::string key = "AdLastShowTimeStampKey_2_42_%1_%2"_q.arg(core::login_status_data::Login_GetUserID())
+                                    .arg(type)
+                                    .toStdString();
+        long shown = 0;
+        if (!core::config_local::AppCfgReadInt64(key, shown) || shown == 0) {
+            continue;
+        }
+        if (!core::config_local::AppCfgSaveInt64(key, 0)) {
+            widgets::ShowOutcome(m_pPopupOutcome, "The store did not take the change"_q, widgets::EnOutcome::Bad);
+            return;
+        }
+        outcome = "It is forgotten when the popup was last shown to this user"_q;
+    }
+    widgets::ShowOutcome(m_pPopupOutcome, outcome);
 }

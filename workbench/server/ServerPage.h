@@ -7,7 +7,6 @@
 #include "ISessionControl.h"
 #include "workbench/ControlClient.h"
 
-class CPopupOverrides;
 class CRequestForm;
 class CRequestForms;
 class CScenarioEditor;
@@ -15,8 +14,11 @@ class QComboBox;
 class QLabel;
 class QTabWidget;
 
+/// The main window's answer to a module that requests its focus state.
+enum class EnFocusAnswer { AsItIs, Always, Never };
+
 /// The workbench's page that changes the server: scenario, answers to a user, ads, pushes, faults and clock, and the
-/// overrides of the popup. `server` must outlive it.
+/// overrides of the popup's display conditions, which last until the client ends. `server` must outlive it.
 class CServerPage : public QWidget {
     Q_OBJECT
 
@@ -30,9 +32,22 @@ public:
     /// Must be called for a new or restarted server.
     void ForgetServer();
 
-    CPopupOverrides& Overrides() { return *m_pOverrides; }
+    /// Must be called when the window shows another tab. `index` is its index in kTabPages.
+    void ShowTab(int index);
+
+    /// Descriptions of all active overrides.
+    QStringList Overridden() const;
+
+Q_SIGNALS:
+    void TabWanted(int index);
+    void FocusWanted(EnFocusAnswer answer);
+    /// `refused` is true if all requests for the popups' interruption slot must be refused.
+    void SlotRefusalWanted(bool refused);
+    void OverridesChanged();
 
 private:
+    QWidget* NewOverrides();
+    void ForgetLastShown();
     void AddTab(const QString& name, const QString& title, const std::vector<QWidget*>& parts);
     void ForgetAnswers();
     void ShowWho();
@@ -52,5 +67,8 @@ private:
     std::vector<CRequestForm*> m_faults;  // that are set
     QLabel* m_pTime;
     CRequestForm* m_pClock;
-    CPopupOverrides* m_pOverrides;
+    QComboBox* m_pTab;
+    QComboBox* m_pFocus;
+    QComboBox* m_pSlot;
+    QLabel* m_pPopupOutcome;
 };

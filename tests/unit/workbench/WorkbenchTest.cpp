@@ -1,5 +1,8 @@
 #include "workbench/Workbench.h"
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <QClipboard>
 #include <QComboBox>
 #include <QFile>
@@ -17,20 +20,41 @@
 #include "AIChatEntries.h"
 #include "FakeControlClient.h"
 #include "FakeGrowthService.h"
+#include "FakeSession.h"
 #include "PremiumRights.h"
 #include "support/Click.h"
 #include "support/RealTime.h"
 #include "support/ScriptedHostTest.h"
 #include "ui/ThemeControl.h"
-#include "workbench/UserPage.h"
+#include "webview/IWebEngine.h"
+#include "webview/WebHost.h"
 
 using namespace ::testing;
 
 namespace {
 
+/// A page that has a process and nothing else.
+class CPage : public IWebView {
+public:
+    explicit CPage(qint64 process) : m_nProcess(process) {}
+
+    void Load(const WebLoad& /*load*/) override {}
+    void Stop() override {}
+    void Run(const QString& /*script*/) override {}
+    void Send(const QString& /*message*/) override {}
+    void SetFrozen(bool /*frozen*/) override {}
+    QUrl CommittedUrl() const override { return {}; }
+    qint64 ProcessId() const override { return m_nProcess; }
+
+private:
+    const qint64 m_nProcess;
+};
+
 class WorkbenchTest : public ScriptedHostTest {
 protected:
     WorkbenchTest() {
+        session.users = {{10001, QStringLiteral("Ada")}, {10002, QStringLiteral("Ben")}};
+        Q_EMIT session.UsersChanged();
         window.setCentralWidget(workbench);
         window.resize(700, 800);
         window.show();
@@ -49,11 +73,20 @@ protected:
 
     QString Fact(const char* key) { return Child<QLabel>((std::string("UserFact_") + key).c_str())->text(); }
 
-    const std::vector<ServerUser> users{{10001, QStringLiteral("Ada")}, {10002, QStringLiteral("Ben")}};
+    void LogIn(quint64 user) {
+        session.user = user;
+        Q_EMIT session.UserChanged();
+    }
+
     void Log(const char* text) {
         LogEntry entry;
         entry.record.text = QString::fromUtf8(text);
         workbench->TakeLine(entry);
+    }
+
+    void ShowEdition(bool velora) {
+        environment.SetVelora(velora);
+        Q_EMIT session.EditionChanged();
     }
 
     void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
@@ -81,72 +114,66 @@ protected:
     std::shared_ptr<CFakeGrowthService> service = CFakeGrowthService::Offer();
     CAIChatEntries entries;
     CPremiumRights rights;
+    CFakeSession session;
     CFakeControlClient server;
     QMainWindow window;
-    CWorkbench* workbench = new CWorkbench(entries, rights, server, &window);
+    CWorkbench* workbench = new CWorkbench(session, entries, rights, server, &window);
 };
 
 }  // namespace
 
 TEST_F(WorkbenchTest, TheChosenUserIsLoggedIn) {
-    QSignalSpy wanted(&workbench->User(), &CUserPage::LoginWanted);
-    workbench->ShowUsers(users, 0);
     EXPECT_EQ(Fact("user"), QStringLiteral("Nobody is logged in"));
     EXPECT_FALSE(Child<QPushButton>("WorkbenchLogout")->isEnabled());
 
     Child<QComboBox>("WorkbenchUser")->setCurrentIndex(1);
     Click(Child<QPushButton>("WorkbenchLogin"));
 
-    ASSERT_EQ(wanted.count(), 1);
-    EXPECT_EQ(wanted[0][0].toULongLong(), 10002u);
+    EXPECT_THAT(session.wanted, ElementsAre("user 10002"));
 }
 
 TEST_F(WorkbenchTest, WithoutUsersNobodyCanBeLoggedIn) {
+    session.users.clear();
+    Q_EMIT session.UsersChanged();
+
     EXPECT_FALSE(Child<QPushButton>("WorkbenchLogin")->isEnabled());
 }
 
 TEST_F(WorkbenchTest, ShowsWhoIsLoggedInAndLogsOut) {
-    QSignalSpy wanted(&workbench->User(), &CUserPage::LogoutWanted);
-
-    workbench->ShowUsers(users, 10002);
+    LogIn(10002);
     EXPECT_EQ(Fact("user"), QStringLiteral("Ben (10002)"));
     EXPECT_EQ(Child<QComboBox>("WorkbenchUser")->currentData().toULongLong(), 10002u);
     Click(Child<QPushButton>("WorkbenchLogout"));
 
-    EXPECT_EQ(wanted.count(), 1);
+    EXPECT_THAT(session.wanted, ElementsAre("logout"));
 }
 
 TEST_F(WorkbenchTest, ANewListOfUsersLeavesTheChoice) {
-    workbench->ShowUsers(users, 10001);
+    LogIn(10001);
     Child<QComboBox>("WorkbenchUser")->setCurrentIndex(1);
 
-    workbench->ShowUsers(users, 10001);
+    Q_EMIT session.UsersChanged();
 
     EXPECT_EQ(Child<QComboBox>("WorkbenchUser")->currentData().toULongLong(), 10002u);
 }
 
 TEST_F(WorkbenchTest, ALanguageIsAskedForByItsNumberAndShownWithoutAskingAgain) {
-    QSignalSpy wanted(&workbench->User(), &CUserPage::LanguageWanted);
-
-    workbench->User().ShowLanguage(5);
+    session.language = 5;
+    Q_EMIT session.LanguageChanged();
     EXPECT_EQ(Child<QComboBox>("WorkbenchLanguage")->currentText(), QStringLiteral("日本語"));
-    EXPECT_EQ(wanted.count(), 0);
+    EXPECT_THAT(session.wanted, IsEmpty());
     Child<QComboBox>("WorkbenchLanguage")->setCurrentIndex(1);
 
-    ASSERT_EQ(wanted.count(), 1);
-    EXPECT_EQ(wanted[0][0].toInt(), 0);
+    EXPECT_THAT(session.wanted, ElementsAre("language 0"));
 }
 
 TEST_F(WorkbenchTest, AThemeIsAskedForByItsNumberAndShownWithoutAskingAgain) {
-    QSignalSpy wanted(&workbench->User(), &CUserPage::ThemeWanted);
-
     host::CThemeControl::Set(zr_ui_theme::Manager::kThemeBlack);
     EXPECT_EQ(Child<QComboBox>("WorkbenchTheme")->currentText(), QStringLiteral("Black"));
-    EXPECT_EQ(wanted.count(), 0);
+    EXPECT_THAT(session.wanted, IsEmpty());
     Child<QComboBox>("WorkbenchTheme")->setCurrentIndex(0);
 
-    ASSERT_EQ(wanted.count(), 1);
-    EXPECT_EQ(wanted[0][0].toInt(), 1);
+    EXPECT_THAT(session.wanted, ElementsAre("theme 1"));
 }
 
 TEST_F(WorkbenchTest, TheOverrideReachesTheModule) {
@@ -168,33 +195,26 @@ TEST_F(WorkbenchTest, WithoutTheModuleThereIsNothingToOverride) {
 }
 
 TEST_F(WorkbenchTest, TheEditionIsAskedForAndShownWithoutAskingAgain) {
-    QSignalSpy wanted(&workbench->User(), &CUserPage::EditionWanted);
-
-    workbench->User().ShowEdition(true);
+    ShowEdition(true);
     EXPECT_EQ(Child<QComboBox>("WorkbenchEdition")->currentText(), QStringLiteral("Velora"));
-    EXPECT_EQ(wanted.count(), 0);
+    EXPECT_THAT(session.wanted, IsEmpty());
     Child<QComboBox>("WorkbenchEdition")->setCurrentIndex(0);
 
-    ASSERT_EQ(wanted.count(), 1);
-    EXPECT_FALSE(wanted[0][0].toBool());
+    EXPECT_THAT(session.wanted, ElementsAre("Kestrel"));
 }
 
 TEST_F(WorkbenchTest, MarketsAreReadAsNumbersAndWrongOnesAreNamed) {
-    std::vector<std::vector<int>> wanted;
-    QObject::connect(&workbench->User(), &CUserPage::MarketsWanted, &window,
-                     [&](const std::vector<int>& markets) { wanted.push_back(markets); });
-
     Child<QLineEdit>("WorkbenchMarkets")->setText(QStringLiteral("5, 1  2"));
     Click(Child<QPushButton>("WorkbenchMarketsApply"));
     Child<QLineEdit>("WorkbenchMarkets")->setText(QStringLiteral("1 x"));
     Click(Child<QPushButton>("WorkbenchMarketsApply"));
 
-    EXPECT_THAT(wanted, ElementsAre(ElementsAre(5, 1, 2)));
+    EXPECT_THAT(session.wanted, ElementsAre("markets 5 1 2"));
     EXPECT_EQ(Child<QLabel>("WorkbenchMarketsNote")->text(), QStringLiteral("No market numbers: x"));
 }
 
 TEST_F(WorkbenchTest, TheUserPageShowsRightsAndVipStatusWithTheirReasons) {
-    workbench->ShowUsers(users, 10002);
+    LogIn(10002);
     CPremiumUIAccessData held;
     held.enAccess = EnPremiumAccess(1000);
     held.bHasPermission = true;
@@ -208,7 +228,7 @@ TEST_F(WorkbenchTest, TheUserPageShowsRightsAndVipStatusWithTheirReasons) {
     EXPECT_EQ(Fact("vipOlderSystem"), QStringLiteral("yes: grade 3; not qualified for VIP"));
     EXPECT_EQ(Fact("vipNewerSystem"), QStringLiteral("no: edition Kestrel; the server reports no member"));
 
-    workbench->User().ShowEdition(true);
+    ShowEdition(true);
     EXPECT_EQ(Fact("vipNewerSystem"), QStringLiteral("no: the server does not count the user in it"));
     service->isNewSystem = true;
     service->newState = 2;
@@ -268,7 +288,7 @@ TEST_F(WorkbenchTest, OverridesInForceAreListed) {
 }
 
 TEST_F(WorkbenchTest, CopyTakesEachFactWithItsName) {
-    workbench->ShowUsers(users, 10001);
+    LogIn(10001);
 
     Click(Child<QPushButton>("UserCopy"));
 
@@ -303,7 +323,7 @@ TEST_F(WorkbenchTest, TheStateIsInTheExportAndShownWhenTheFileIsOpened) {
     QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("new/x.json"));
     Child<QLineEdit>("ExportPath")->setText(path);
-    workbench->ShowUsers(users, 10002);
+    LogIn(10002);
     Log("[Ad] a line");
     time.Advance(std::chrono::seconds(1));
 
@@ -321,7 +341,7 @@ TEST_F(WorkbenchTest, TheStateIsInTheExportAndShownWhenTheFileIsOpened) {
               7);
     EXPECT_EQ(state[QStringLiteral("scenario")], QStringLiteral("not known: no answer"));
 
-    workbench->ShowUsers(users, 0);
+    LogIn(0);
     Log("[Ad] another");
     time.Advance(std::chrono::seconds(1));
     ASSERT_EQ(RunFile("ExportOpen"), QString());
@@ -372,8 +392,35 @@ TEST_F(WorkbenchTest, TabAndFiltersSurviveARestart) {
     Child<QLineEdit>("StoreFilter")->setText(QStringLiteral("key"));
     delete workbench;
 
-    workbench = new CWorkbench(entries, rights, server, &window);
+    workbench = new CWorkbench(session, entries, rights, server, &window);
 
     EXPECT_EQ(Child<QTabWidget>("WorkbenchTabs")->currentIndex(), Child<QTabWidget>("WorkbenchTabs")->count() - 1);
     EXPECT_EQ(Child<QLineEdit>("StoreFilter")->text(), QStringLiteral("key"));
+}
+
+TEST_F(WorkbenchTest, TheButtonEndsTheProcessOfThePages) {
+    Child<QTabWidget>("WorkbenchTabs")->setCurrentWidget(Child<QTabWidget>("TrafficTabs"));
+    Child<QTabWidget>("TrafficTabs")->setCurrentIndex(4);
+    time.Settle();
+    EXPECT_EQ(Child<QLabel>("WebState")->text(), QStringLiteral("The web engine displays no page"));
+    EXPECT_FALSE(Child<QPushButton>("WebEndProcess")->isEnabled());
+    const pid_t process = fork();
+    if (process == 0) {
+        pause();
+    }
+    CPage view(process);
+    host::web::CWebHost::Instance().AddView(&view);
+    TraceEvent seen;
+    seen.what = WebTrace{};
+    workbench->Take(seen);
+    time.Advance(std::chrono::seconds(1));
+    EXPECT_EQ(Child<QLabel>("WebState")->text(),
+              QStringLiteral("Pages: 1, windows: 0, processes: %1").arg(process));
+
+    Click(Child<QPushButton>("WebEndProcess"));
+
+    int status = 0;
+    EXPECT_TRUE(WaitInRealTime([&] { return waitpid(process, &status, WNOHANG) == process; }));
+    EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL);
+    host::web::CWebHost::Instance().RemoveView(&view);
 }

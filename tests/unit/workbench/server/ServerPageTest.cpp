@@ -12,7 +12,6 @@
 #include "framework/JsonText.h"
 #include "support/Click.h"
 #include "support/ScriptedHostTest.h"
-#include "workbench/server/PopupOverrides.h"
 
 using namespace ::testing;
 

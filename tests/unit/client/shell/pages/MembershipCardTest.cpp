@@ -4,7 +4,7 @@
 #include <QPushButton>
 
 #include "FakeGrowthService.h"
-#include "ISessionControl.h"
+#include "FakeSession.h"
 #include "PremiumRights.h"
 #include "VipSlot.h"
 #include "support/Click.h"
@@ -13,25 +13,6 @@
 using namespace ::testing;
 
 namespace {
-
-class CFakeSession : public ISessionControl {
-public:
-    quint64 UserId() const override { return user; }
-    int LanguageId() const override { return 2; }
-    const std::vector<ServerUser>& Users() const override { return users; }
-    const QStringList& ModuleFailures() const override { return failures; }
-    void Login(quint64 /*userId*/) override {}
-    void Logout() override {}
-    void SetLanguage(int /*languageId*/) override {}
-    void SetTheme(int /*number*/) override {}
-    void SetVelora(bool /*velora*/) override {}
-    void OverrideMarkets(std::vector<int> /*markets*/) override {}
-    void EmitStatus() override {}
-
-    quint64 user = 0;
-    std::vector<ServerUser> users{{501, QStringLiteral("Ada")}, {502, QStringLiteral("Ben")}};
-    QStringList failures;
-};
 
 class MembershipCardTest : public ScriptedHostTest {
 protected:

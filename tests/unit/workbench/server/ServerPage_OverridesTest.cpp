@@ -1,9 +1,11 @@
-#include "workbench/server/PopupOverrides.h"
+#include "workbench/server/ServerPage.h"
 
 #include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QTabWidget>
 
+#include "FakeControlClient.h"
 #include "support/Click.h"
 #include "support/ScriptedHostTest.h"
 
@@ -11,16 +13,17 @@ using namespace ::testing;
 
 namespace {
 
-class PopupOverridesTest : public ScriptedHostTest {
+class ServerPageOverridesTest : public ScriptedHostTest {
 protected:
-    PopupOverridesTest() {
+    ServerPageOverridesTest() {
         popup.resize(560, 760);
         popup.show();
+        Child<QTabWidget>("ServerTabs")->setCurrentIndex(5);
         time.Settle();
-        QObject::connect(&popup, &CPopupOverrides::TabWanted, &popup, [this](int index) { tabs.push_back(index); });
-        QObject::connect(&popup, &CPopupOverrides::FocusWanted, &popup,
+        QObject::connect(&popup, &CServerPage::TabWanted, &popup, [this](int index) { tabs.push_back(index); });
+        QObject::connect(&popup, &CServerPage::FocusWanted, &popup,
                          [this](EnFocusAnswer answer) { focus.push_back(answer); });
-        QObject::connect(&popup, &CPopupOverrides::SlotRefusalWanted, &popup,
+        QObject::connect(&popup, &CServerPage::SlotRefusalWanted, &popup,
                          [this](bool refused) { refusals.push_back(refused); });
     }
 
@@ -36,7 +39,8 @@ protected:
 
     std::string Overridden() { return popup.Overridden().join(QStringLiteral(", ")).toStdString(); }
 
-    CPopupOverrides popup;
+    CFakeControlClient server;
+    CServerPage popup{server};
     std::vector<int> tabs;
     std::vector<EnFocusAnswer> focus;
     std::vector<bool> refusals;
@@ -44,13 +48,13 @@ protected:
 
 }  // namespace
 
-TEST_F(PopupOverridesTest, NothingIsOverriddenAtFirst) {
+TEST_F(ServerPageOverridesTest, NothingIsOverriddenAtFirst) {
     EXPECT_EQ(Overridden(), "");
     EXPECT_EQ(Child<QComboBox>("AdFocus")->currentText(), QStringLiteral("as it is"));
     EXPECT_EQ(Child<QComboBox>("AdSlotPermission")->currentText(), QStringLiteral("as it is"));
 }
 
-TEST_F(PopupOverridesTest, ATabIsWantedByItsPlaceAndShownWithoutBeingWanted) {
+TEST_F(ServerPageOverridesTest, ATabIsWantedByItsPlaceAndShownWithoutBeingWanted) {
     EXPECT_EQ(Child<QComboBox>("AdTab")->count(), 8);
     popup.ShowTab(6);
     EXPECT_EQ(Child<QComboBox>("AdTab")->currentText(), QStringLiteral("Portfolio"));
@@ -62,7 +66,7 @@ TEST_F(PopupOverridesTest, ATabIsWantedByItsPlaceAndShownWithoutBeingWanted) {
     EXPECT_EQ(Overridden(), "");
 }
 
-TEST_F(PopupOverridesTest, TheFocusIsOverriddenUntilItIsAsItIs) {
+TEST_F(ServerPageOverridesTest, TheFocusIsOverriddenUntilItIsAsItIs) {
     Choose("AdFocus", 1);
     EXPECT_EQ(Overridden(), "focus always");
     Choose("AdFocus", 2);
@@ -73,7 +77,7 @@ TEST_F(PopupOverridesTest, TheFocusIsOverriddenUntilItIsAsItIs) {
     EXPECT_THAT(focus, ElementsAre(EnFocusAnswer::Always, EnFocusAnswer::Never, EnFocusAnswer::AsItIs));
 }
 
-TEST_F(PopupOverridesTest, TheSlotIsRefusedUntilItIsAsItIs) {
+TEST_F(ServerPageOverridesTest, TheSlotIsRefusedUntilItIsAsItIs) {
     Choose("AdSlotPermission", 1);
     EXPECT_EQ(Overridden(), "slot 2 refused");
     Choose("AdSlotPermission", 0);
@@ -82,7 +86,7 @@ TEST_F(PopupOverridesTest, TheSlotIsRefusedUntilItIsAsItIs) {
     EXPECT_THAT(refusals, ElementsAre(true, false));
 }
 
-TEST_F(PopupOverridesTest, TheLastShowsOfThisUsersPopupAreForgottenAndNoOthers) {
+TEST_F(ServerPageOverridesTest, TheLastShowsOfThisUsersPopupAreForgottenAndNoOthers) {
     account.Set(7);
     store.SetInt64("AdLastShowTimeStampKey_2_42_7_0", 100);
     store.SetInt64("AdLastShowTimeStampKey_2_42_7_9", 200);
@@ -99,7 +103,7 @@ TEST_F(PopupOverridesTest, TheLastShowsOfThisUsersPopupAreForgottenAndNoOthers) 
     EXPECT_THAT(store.Saves(), SizeIs(2));
 }
 
-TEST_F(PopupOverridesTest, AStoreThatTakesNothingIsTold) {
+TEST_F(ServerPageOverridesTest, AStoreThatTakesNothingIsTold) {
     store.SetInt64("AdLastShowTimeStampKey_2_42_0_1", 100);
     store.RefuseSaves(Failing::Always());
 
