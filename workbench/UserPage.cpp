@@ -297,12 +297,9 @@ QString CUserPage::Overrides() const {
 
 void CUserPage::TakeLine(const LogEntry& entry) {
     using E = log_table::EnEvent;
-    static const std::map<E, QString> causes{
-        {E::ForLogin, "a login or reconnect"_q},
-        {E::ForHour, "the hourly timer"_q},
-        {E::ForLanguage, "a change of the language"_q},
-        {E::Pushed, "push %1"_q},
-    };
+    static const std::map<QString, QString> causes{{"login"_q, "a login or reconnect"_q},
+                                                   {"hourly"_q, "the hourly timer"_q},
+                                                   {"language"_q, "a change of the language"_q}};
     static const std::map<E, QString> results{
         {E::Asked, "requested"_q}, {E::Good, "received"_q}, {E::Refused, "not received"_q}};
     const auto line = log_table::Read(entry.record.text);
@@ -310,11 +307,12 @@ void CUserPage::TakeLine(const LogEntry& entry) {
     if (!line || (line->row->kind != log_table::EnKind::Rights && !isVip)) {
         return;
     }
-    const auto cause = causes.find(line->row->event);
+    const auto cause = causes.find(QString::fromUtf8(line->row->say));
     const auto result = results.find(line->row->event);
     if (cause != causes.end()) {
-        m_strCause =
-            QString(cause->second).replace("%1"_q, QString::number(isVip ? kPushVipChange : kPushPremiumChange));
+        m_strCause = cause->second;
+    } else if (line->row->event == E::Pushed) {
+        m_strCause = "push %1"_q.arg(isVip ? kPushVipChange : kPushPremiumChange);
     }
     if (line->row->event == E::Asked) {
         m_strReason = m_strCause.isEmpty() ? "a caller"_q : std::exchange(m_strCause, QString());
