@@ -172,7 +172,7 @@ TEST_F(WhyPageTest, WidgetsOfARightNameTheRuleThatHidesThem) {
 
     EXPECT_EQ(Strip(), "✓ asked ✓ answered ✓ taken ✓ listed ✗ held");
     EXPECT_THAT(Sentence(), StartsWith("The server answers that the user does not hold it: full."));
-    EXPECT_THAT(Details(), HasSubstr("\n✓ Icon: may be shown\n"));
+    EXPECT_THAT(Details(), HasSubstr("✓ Icon: may be shown\n"));
     EXPECT_THAT(Details(), HasSubstr("\n✗ Banner (main texts): hidden: activation type\n"));
     EXPECT_THAT(Details(), ContainsRegex("\n  texts: not reached: .*, needed: title and button text\n"));
 }
