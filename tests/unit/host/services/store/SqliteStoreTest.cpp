@@ -1,6 +1,10 @@
 #include "store/SqliteStore.h"
 
+#include <sys/stat.h>
+
+#include <QFile>
 #include <QTemporaryDir>
+#include <QTextCodec>
 #include <limits>
 
 #include "support/ScriptedHostTest.h"
@@ -34,6 +38,28 @@ TEST_F(SqliteStoreTest, TextIsReadByteForByteAlsoAfterReopening) {
 
     ASSERT_TRUE(file.ReadString(kApp, "key", value));
     EXPECT_EQ(value, bytes);
+}
+
+TEST_F(SqliteStoreTest, FilesHaveTheNamesThatTheToolkitGivesThemInAnyLocale) {
+    QTextCodec* before = QTextCodec::codecForLocale();
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1"));
+    const QString path = folder.filePath(QStringLiteral("\u00E4.sqlite"));
+
+    EXPECT_TRUE(CSqliteStore(path).SaveString(kApp, "key", "value"));
+
+    EXPECT_GT(QFile(path).size(), 0);
+    EXPECT_TRUE(QFile::exists(path + QStringLiteral(".lock")));
+    QTextCodec::setCodecForLocale(before);
+}
+
+TEST_F(SqliteStoreTest, LockIsTheUsersAloneWhateverTheMask) {
+    const mode_t before = umask(0);
+    CSqliteStore file(Path());
+    umask(before);
+
+    EXPECT_EQ(QFile::permissions(Path() + QStringLiteral(".lock")) &
+                  (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther),
+              QFile::Permissions());
 }
 
 TEST_F(SqliteStoreTest, EmptyTextIsAValue) {
