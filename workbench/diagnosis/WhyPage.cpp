@@ -27,8 +27,8 @@
 #include "core/config_local.h"
 #include "ui/KitPaint.h"
 #include "ui/ZRWebImageWidget.h"
-#include "workbench/Tables.h"
 #include "workbench/TimeText.h"
+#include "workbench/Widgets.h"
 #include "workbench/WireDecoder.h"
 #include "workbench/diagnosis/RightText.h"
 
@@ -184,7 +184,7 @@ QWidget* CWhyPage::NewList() {
     m_pModel->setHorizontalHeaderLabels(kColumns);
     m_pFilter->setSourceModel(m_pModel);
     m_pFilter->setSortRole(kSortRole);
-    tables::SetUp(*m_pTable);
+    widgets::SetUpTable(*m_pTable);
     m_pTable->setModel(m_pFilter);
     m_pTable->setSortingEnabled(true);
     m_pTable->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -406,7 +406,7 @@ void CWhyPage::Update() {
     }
     static_cast<CSubjectFilter*>(m_pFilter)->Set(m_pSearch->text(), m_pKind->currentData().toString());
     if (isFirst || m_rows.size() != before) {
-        tables::FitColumns(*m_pTable);
+        widgets::FitColumns(*m_pTable);
     }
     m_pNothing->setVisible(m_pFilter->rowCount() == 0);
     m_pNothing->setText(m_pSearch->text().isEmpty() ? "Nothing of this kind was seen yet"_q
