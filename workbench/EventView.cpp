@@ -1,12 +1,12 @@
 #include "workbench/EventView.h"
 
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QSplitter>
 #include <QTableView>
 
-#include "workbench/Tables.h"
 #include "workbench/Widgets.h"
 
 namespace {
@@ -87,7 +87,7 @@ QLayout* CEventView::NewFilters() {
 }
 
 void CEventView::SetUpTable() {
-    tables::SetUp(*m_pTable);
+    widgets::SetUpTable(*m_pTable);
     m_pTable->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_pTable->setMinimumHeight(kMinTableHeight);
     m_filter.setSourceModel(&m_model);
@@ -123,7 +123,7 @@ void CEventView::showEvent(QShowEvent* event) {
 // The first rows decide, so that columns do not move while one reads.
 void CEventView::FitColumns() {
     if (!m_bFitted) {
-        tables::FitColumns(*m_pTable);
+        widgets::FitColumns(*m_pTable);
         m_bFitted = m_filter.rowCount() >= kFittedRows;
     }
 }

@@ -70,42 +70,6 @@ QString TextOf(EnEntryState state) {
 
 }  // namespace
 
-/// A line of the page, and a member of the state.
-struct CUserPage::Fact {
-    QString key;
-    QString label;
-    std::function<QString(const CUserPage&)> text;
-};
-
-const std::vector<CUserPage::Fact>& CUserPage::Facts() {
-    static const std::vector<Fact> facts = [] {
-        std::vector<Fact> all{
-            {"user"_q, "User"_q, &CUserPage::User},
-            {"edition"_q, "Edition"_q, [](const CUserPage& page) { return page.m_pEdition->currentText(); }},
-            {"language"_q, "Language"_q, [](const CUserPage& page) { return page.m_pLanguage->currentText(); }},
-            {"theme"_q, "Theme"_q, [](const CUserPage& page) { return page.m_pTheme->currentText(); }},
-            {"markets"_q, "Markets"_q,
-             [](const auto&) { return TextOf(core::attr_market::GetCurrentUserAttrMarket()); }},
-            {"rights"_q, "Rights held"_q, &CUserPage::Rights},
-            {"vipOlderSystem"_q, "VIP, older system"_q, &CUserPage::OldVip},
-            {"vipNewerSystem"_q, "VIP, newer system"_q, &CUserPage::NewVip},
-            {"lastRefresh"_q, "Last refresh"_q, [](const CUserPage& page) { return page.m_strRefresh; }},
-            {"overrides"_q, "Overrides in force"_q, &CUserPage::Overrides},
-            {"clockOffset"_q, "Server's clock"_q, [](const auto&) { return ServerClock(); }}};
-        for (const EntryPage& page : kEntryPages) {
-            all.push_back({"chatScene%1"_q.arg(int(page.scene)),
-                           "AI chat, scene %1 %2"_q.arg(int(page.scene)).arg(QString::fromUtf8(page.title)),
-                           [&page](const CUserPage& of) { return TextOf(of.m_entries.State(page.scene)); }});
-        }
-        all.push_back({"clientVersion"_q, "Client"_q, [](const auto&) { return QStringLiteral(ZR_VERSION); }});
-        all.push_back({"moduleVersion"_q, "Module"_q, [](const auto&) { return ModuleLibrary(); }});
-        all.push_back({"contractVersion"_q, "Contract"_q, [](const auto&) { return QStringLiteral(ZR_VERSION); }});
-        all.push_back({"qtVersion"_q, "Qt"_q, [](const auto&) { return QString::fromLatin1(qVersion()); }});
-        return all;
-    }();
-    return facts;
-}
-
 CUserPage::CUserPage(ISessionControl& session, CAIChatEntries& entries, CPremiumRights& rights,
                      const CWireDecoder& decoder, QWidget* parent)
     : QWidget(parent),
@@ -198,24 +162,41 @@ QFormLayout* CUserPage::NewFacts() {
     copy->setAccessibleName("Copy the user's facts"_q);
     auto* form = new QFormLayout;
     form->addRow(widgets::Row({{title, 1}, gallery, copy}));
-    for (const Fact& fact : Facts()) {
-        auto* label = widgets::NewLabel({}, "muted", this, fact.label);
+    const auto add = [this, form](const QString& key, const QString& text, const std::function<QString()>& read) {
+        auto* label = widgets::NewLabel({}, "muted", this, text);
         label->setWordWrap(false);
-        QLabel* value = m_facts[fact.key] = widgets::NewLabel("UserFact_"_q + fact.key, "", this);
+        auto* value = widgets::NewLabel("UserFact_"_q + key, "", this);
         value->setTextInteractionFlags(Qt::TextSelectableByMouse);
         form->addRow(label, value);
+        m_facts.push_back({key, text, read, value});
+    };
+    add("user"_q, "User"_q, [this] { return User(); });
+    add("edition"_q, "Edition"_q, [this] { return m_pEdition->currentText(); });
+    add("language"_q, "Language"_q, [this] { return m_pLanguage->currentText(); });
+    add("theme"_q, "Theme"_q, [this] { return m_pTheme->currentText(); });
+    add("markets"_q, "Markets"_q, [] { return TextOf(core::attr_market::GetCurrentUserAttrMarket()); });
+    add("rights"_q, "Rights held"_q, [this] { return Rights(); });
+    add("vipOlderSystem"_q, "VIP, older system"_q, [this] { return OldVip(); });
+    add("vipNewerSystem"_q, "VIP, newer system"_q, [this] { return NewVip(); });
+    add("lastRefresh"_q, "Last refresh"_q, [this] { return m_strRefresh; });
+    add("overrides"_q, "Overrides in force"_q, [this] { return Overrides(); });
+    add("clockOffset"_q, "Server's clock"_q, ServerClock);
+    for (const EntryPage& page : kEntryPages) {
+        add("chatScene%1"_q.arg(int(page.scene)),
+            "AI chat, scene %1 %2"_q.arg(int(page.scene)).arg(QString::fromUtf8(page.title)),
+            [this, &page] { return TextOf(m_entries.State(page.scene)); });
     }
+    add("clientVersion"_q, "Client"_q, [] { return QStringLiteral(ZR_VERSION); });
+    add("moduleVersion"_q, "Module"_q, ModuleLibrary);
+    add("contractVersion"_q, "Contract"_q, [] { return QStringLiteral(ZR_VERSION); });
+    add("qtVersion"_q, "Qt"_q, [] { return QString::fromLatin1(qVersion()); });
     return form;
 }
 
 void CUserPage::Refresh() {
-    for (const Fact& fact : Facts()) {
-        m_facts[fact.key]->setText(Text(fact));
+    for (const Fact& fact : m_facts) {
+        fact.value->setText(m_file.isEmpty() ? fact.read() : m_file[fact.key].toString());
     }
-}
-
-QString CUserPage::Text(const Fact& fact) const {
-    return m_file.isEmpty() ? fact.text(*this) : m_file[fact.key].toString();
 }
 
 void CUserPage::ShowFile(const QJsonObject& state) {
@@ -227,16 +208,16 @@ void CUserPage::ShowFile(const QJsonObject& state) {
 
 void CUserPage::Copy() const {
     QStringList lines;
-    for (const Fact& fact : Facts()) {
-        lines << "%1: %2"_q.arg(fact.label, Text(fact));
+    for (const Fact& fact : m_facts) {
+        lines << "%1: %2"_q.arg(fact.label, fact.value->text());
     }
     QApplication::clipboard()->setText(lines.join(QLatin1Char('\n')));
 }
 
 QJsonObject CUserPage::State() const {
     QJsonObject state;
-    for (const Fact& fact : Facts()) {
-        state[fact.key] = fact.text(*this);
+    for (const Fact& fact : m_facts) {
+        state[fact.key] = fact.read();
     }
     return state;
 }

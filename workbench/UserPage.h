@@ -3,7 +3,7 @@
 #include <QJsonObject>
 #include <QWidget>
 #include <functional>
-#include <map>
+#include <vector>
 
 #include "ISessionControl.h"
 #include "framework/ILogSource.h"
@@ -43,10 +43,14 @@ public Q_SLOTS:
     void Refresh();
 
 private:
-    struct Fact;
-    static const std::vector<Fact>& Facts();
+    /// A line of the page, and a member of the state.
+    struct Fact {
+        QString key;
+        QString label;
+        std::function<QString()> read;
+        QLabel* value;
+    };
 
-    QString Text(const Fact& fact) const;
     QFormLayout* NewControls();
     QFormLayout* NewFacts();
     void AskMarkets();
@@ -64,7 +68,7 @@ private:
     CPremiumRights& m_rights;
     const CWireDecoder& m_decoder;
     std::function<QStringList()> m_fnOverrides;
-    std::map<QString, QLabel*> m_facts;                          // by key
+    std::vector<Fact> m_facts;
     QJsonObject m_file;                                          // of the shown export; empty: live
     QString m_strCause;                                          // of the next request
     QString m_strReason = QStringLiteral("an unknown request");  // of the last request

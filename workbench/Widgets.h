@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QTabWidget>
+#include <QTableView>
 #include <functional>
 
 #include "ISessionControl.h"
@@ -35,7 +36,7 @@ void ShowOutcome(QLabel* line, const QString& text, EnOutcome outcome = EnOutcom
 /// `action` runs after a click, while `parent` exists.
 QPushButton* NewButton(const QString& name, const QString& text, QWidget* parent, std::function<void()> action);
 
-/// A text of a combo box and the value that it stands for.
+/// The values of a combo box and their texts.
 using Choices = std::vector<std::pair<QVariant, QString>>;
 
 /// `changed` runs with the value after another choice, while `parent` exists.
@@ -72,5 +73,12 @@ QWidget* PagesOf(QTabWidget* tabs);
 
 /// Makes the page scroll where it has too little room, and adds it as a tab.
 void AddScrollTab(QTabWidget* tabs, QWidget* page, const QString& title);
+
+/// Must be called before setModel, so that the header measures its texts in the dense style. Rows have one height and
+/// are selected whole. Tab leaves the table. Ctrl+C and the context menu copy the selected rows.
+void SetUpTable(QTableView& table);
+
+/// Sizes the columns to header and content, each within a limit.
+void FitColumns(QTableView& table);
 
 }  // namespace widgets

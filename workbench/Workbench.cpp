@@ -75,6 +75,7 @@ CWorkbench::CWorkbench(ISessionControl& session, CAIChatEntries& entries, CPremi
       m_pBannerText(widgets::NewLabel("FileBannerText"_q, "overridden", this)),
       m_pBanner(widgets::New<QWidget>("FileBanner"_q, this)),
       m_pPath(widgets::New<QLineEdit>("ExportPath"_q, this, "File for all that is seen here"_q)),
+      m_pFileBar(widgets::New<QWidget>("ExportRow"_q, this)),
       m_pNote(widgets::NewOutcome("ExportNote"_q, this)) {
     setObjectName("Workbench"_q);
     m_pTabs->addTab(m_pWhy, "Why"_q);
@@ -85,9 +86,8 @@ CWorkbench::CWorkbench(ISessionControl& session, CAIChatEntries& entries, CPremi
     widgets::Row({{m_pBannerText, 1}, back}, m_pBanner);
     m_pBanner->hide();
     m_pNote->hide();
-    auto* fileRow = widgets::Column({NewFileRow(), m_pNote});
-    fileRow->setSpacing(4);
-    widgets::Column({m_pBanner, {m_pTabs, 1}, fileRow}, this)->setSpacing(10);
+    AddFileBar();
+    widgets::Column({m_pBanner, {m_pTabs, 1}, m_pFileBar, m_pNote}, this)->setSpacing(8);
     for (QTabWidget* tabs : {m_pTabs, m_pTrafficTabs}) {
         for (int tab = 0; tab < tabs->count(); ++tab) {
             tabs->widget(tab)->setContentsMargins(0, kTabMargin, 0, 0);
@@ -181,16 +181,16 @@ void CWorkbench::RefreshPage() {
     }
 }
 
-QLayout* CWorkbench::NewFileRow() {
+void CWorkbench::AddFileBar() {
     const QDir folder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
     m_pPath->setText(folder.filePath("zrclient-workbench.json"_q));
     m_pPath->setPlaceholderText(m_pPath->accessibleName());
-    auto* choose = widgets::NewButton("ExportChoose"_q, "…"_q, this, [this] { ChooseFile(); });
+    auto* choose = widgets::NewButton("ExportChoose"_q, "…"_q, m_pFileBar, [this] { ChooseFile(); });
     choose->setAccessibleName("Choose the file"_q);
     choose->setToolTip("Choose the file"_q);
-    m_pExport = widgets::NewButton("ExportSave"_q, "Export"_q, this, [this] { Export(); });
-    m_pOpen = widgets::NewButton("ExportOpen"_q, "Open export"_q, this, [this] { Open(); });
-    return widgets::Row({{m_pPath, 1}, choose, m_pExport, m_pOpen});
+    auto* save = widgets::NewButton("ExportSave"_q, "Export"_q, m_pFileBar, [this] { Export(); });
+    auto* open = widgets::NewButton("ExportOpen"_q, "Open export"_q, m_pFileBar, [this] { Open(); });
+    widgets::Row({{m_pPath, 1}, choose, save, open}, m_pFileBar);
 }
 
 void CWorkbench::ChooseFile() {
@@ -212,7 +212,7 @@ void CWorkbench::Export() {
     for (const CEventView* view : m_views) {
         m_recording.lists.push_back(workbench_export::ListOf(view->Model()));
     }
-    SetFileTaskRunning(true);
+    m_pFileBar->setEnabled(false);
     auto* context = new QObject(this);
     const auto write = [this, context] {
         delete context;  // later answers and the timer find none
@@ -249,18 +249,13 @@ void CWorkbench::Open() {
                 [this, recording] { ShowFile(*recording); });
 }
 
-void CWorkbench::SetFileTaskRunning(bool running) {
-    m_pExport->setEnabled(!running);
-    m_pOpen->setEnabled(!running);
-}
-
 void CWorkbench::RunFileTask(std::function<QString()> task, std::function<void()> done) {
     if (m_fileTask.joinable()) {
         m_fileTask.join();
     }
-    SetFileTaskRunning(true);
+    m_pFileBar->setEnabled(false);
     const auto finish = [this, done = std::move(done)](const QString& failure) {
-        SetFileTaskRunning(false);
+        m_pFileBar->setEnabled(true);
         m_pNote->show();
         if (failure.isEmpty()) {
             done();

@@ -18,7 +18,6 @@ class CUserPage;
 class CWhyPage;
 class QLabel;
 class QLineEdit;
-class QPushButton;
 class QTabWidget;
 
 /// The developer panel of the modules. It controls the session, the server's answers, its faults and its clock, and
@@ -58,7 +57,7 @@ private:
     void AddShortcuts();
     void FocusFilter();
     void RefreshPage();
-    QLayout* NewFileRow();
+    void AddFileBar();
     void ChooseFile();
     QString ChosenFile() const;
     void Export();
@@ -66,7 +65,6 @@ private:
     void Open();
     void ShowFile(const workbench_export::Recording& recording);
     void ShowLive();
-    void SetFileTaskRunning(bool running);
     void RunFileTask(std::function<QString()> task, std::function<void()> done);
     void SaveView() const;
     void RestoreView();
@@ -86,8 +84,7 @@ private:
     QLabel* m_pBannerText;
     QWidget* m_pBanner;
     QLineEdit* m_pPath;
-    QPushButton* m_pExport = nullptr;
-    QPushButton* m_pOpen = nullptr;
+    QWidget* m_pFileBar;  // disabled while a file is written or read
     QLabel* m_pNote;
     workbench_export::Recording m_recording;  // that is being written
     std::thread m_fileTask;

@@ -21,8 +21,8 @@
 #include "core/config_local.h"
 #include "ui/KitPaint.h"
 #include "ui/ZRWebImageWidget.h"
-#include "workbench/Tables.h"
 #include "workbench/TimeText.h"
+#include "workbench/Widgets.h"
 #include "workbench/WireDecoder.h"
 
 using namespace explanation;
@@ -109,7 +109,7 @@ void CWhyPage::SetUpList() {
     m_pFilter->setSourceModel(m_pModel);
     m_pFilter->setSortRole(kSortRole);
     m_pFilter->setFilterRole(kSearchRole);
-    tables::SetUp(*m_pTable);
+    widgets::SetUpTable(*m_pTable);
     m_pTable->setModel(m_pFilter);
     m_pTable->setSortingEnabled(true);
     m_pTable->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -235,7 +235,7 @@ void CWhyPage::Update() {
     }
     m_pFilter->setFilterRegularExpression(QRegularExpression(pattern, QRegularExpression::CaseInsensitiveOption));
     if (m_rows.size() != before) {
-        tables::FitColumns(*m_pTable);
+        widgets::FitColumns(*m_pTable);
     }
     const QString nothing = m_pFilter->rowCount() != 0 ? QString() : "Nothing of this kind, or with these words. "_q;
     const QString offset = time_text::ServerOffset();

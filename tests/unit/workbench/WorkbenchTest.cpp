@@ -94,10 +94,7 @@ protected:
         time.Settle();
     }
 
-    /// Clicks the button and returns the failure of what it does with the file.
-    QString RunFile(const char* button) {
-        QSignalSpy done(workbench, &CWorkbench::FileDone);
-        Click(Child<QPushButton>(button));
+    void AnswerServer() {
         while (!server.wishes.empty()) {
             const auto wish = server.wishes.front();
             server.wishes.pop_front();
@@ -107,6 +104,13 @@ protected:
                 wish.answered(ServerAnswer::Read(0, QByteArray(), QStringLiteral("no answer")));
             }
         }
+    }
+
+    /// Clicks the button and returns the failure of what it does with the file.
+    QString RunFile(const char* button) {
+        QSignalSpy done(workbench, &CWorkbench::FileDone);
+        Click(Child<QPushButton>(button));
+        AnswerServer();
         EXPECT_TRUE(WaitInRealTime([&done] { return done.count() == 1; }));
         return done.value(0).value(0).toString();
     }
@@ -369,11 +373,14 @@ TEST_F(WorkbenchTest, AnExportOfFullListsCostsTheWindowLessThanFiftyMilliseconds
     timespec before{};
     clock_gettime(CLOCK_THREAD_CPUTIME_ID, &before);
 
+    QSignalSpy done(workbench, &CWorkbench::FileDone);
     Click(Child<QPushButton>("ExportSave"));
+    AnswerServer();
 
     timespec after{};
     clock_gettime(CLOCK_THREAD_CPUTIME_ID, &after);
     EXPECT_LT((after.tv_sec - before.tv_sec) * 1000 + (after.tv_nsec - before.tv_nsec) / 1'000'000, 50);
+    EXPECT_TRUE(WaitInRealTime([&done] { return done.count() == 1; }));
 }
 
 TEST_F(WorkbenchTest, AFailedExportIsToldInRed) {
@@ -414,8 +421,7 @@ TEST_F(WorkbenchTest, TheButtonEndsTheProcessOfThePages) {
     seen.what = WebTrace{};
     workbench->Take(seen);
     time.Advance(std::chrono::seconds(1));
-    EXPECT_EQ(Child<QLabel>("WebState")->text(),
-              QStringLiteral("Pages: 1, windows: 0, processes: %1").arg(process));
+    EXPECT_EQ(Child<QLabel>("WebState")->text(), QStringLiteral("Pages: 1, windows: 0, processes: %1").arg(process));
 
     Click(Child<QPushButton>("WebEndProcess"));
 
