@@ -2,10 +2,10 @@
 
 #include <QImage>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QScreen>
 #include <QTabWidget>
 #include <QToolButton>
-#include <QPlainTextEdit>
 
 #include "ClientFixture.h"
 #include "framework/JsonText.h"
