@@ -290,13 +290,12 @@ void CRequestForm::SetText(const std::string& key, const QString& text) {
 
 void CRequestForm::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
-    if (m_row.current && !m_bLoaded && !m_bEdited) {
+    if (m_row.current && !m_bEdited) {
         Load();
     }
 }
 
 void CRequestForm::ForgetServer() {
-    m_bLoaded = false;
     if (m_row.current && isVisible() && !m_bEdited) {
         Load();
     }
@@ -304,7 +303,6 @@ void CRequestForm::ForgetServer() {
 
 // The fields cannot be edited before their values arrive.
 void CRequestForm::SetReading(bool reading) {
-    m_bLoaded = true;
     for (const Editor& editor : m_editors) {
         editor.widget->setEnabled(!reading || IsPlace(*editor.field));
     }
@@ -328,7 +326,6 @@ void CRequestForm::Load() {
                          const Json::Value* value = At(answer.body, PathOf(m_row.current), places);
                          Fill(value ? *value : Json::Value());
                      } else {
-                         m_bLoaded = false;
                          Fail(answer.Failure());
                      }
                  });

@@ -10,8 +10,8 @@ class QLabel;
 class QPushButton;
 
 /// Sends one request with fields that the user fills. An empty field is left out, two quotes are an empty text. A form
-/// for a value of the server reads it first, and keeps the members that have no field. `row` and `server` must outlive
-/// it.
+/// for a value of the server reads it when it is shown, and keeps the members that have no field. `row` and `server`
+/// must outlive it.
 class CRequestForm : public QWidget {
     Q_OBJECT
 
@@ -74,7 +74,6 @@ private:
     QMap<QString, Draft> m_drafts;  // by user
     Json::Value m_base;             // the value that the fields change
     bool m_bEdited = false;
-    bool m_bLoaded = false;
     bool m_bFilling = false;
     int m_nEdits = 0;  // counts edits and changes of the user, to identify late answers
     QPushButton* m_pLoad = nullptr;

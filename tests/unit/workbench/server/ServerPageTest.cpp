@@ -175,6 +175,12 @@ TEST_F(ServerPageTest, FaultsThatAreSetAreShownWithTheUsesLeft) {
     EXPECT_TRUE(replies->toPlainText().contains(QStringLiteral("\"20637\"")));
     EXPECT_TRUE(replies->toPlainText().contains(QStringLiteral("\"times\" : 3")));
     EXPECT_EQ(Child<QPlainTextEdit>("ResponseFaults.value")->toPlainText(), QStringLiteral("{}"));
+
+    const size_t before = server.wishes.size();
+    OpenTab(3);
+    OpenTab(4);
+    EXPECT_EQ(server.wishes.size(), before + 2);
+    EXPECT_EQ(server.Last(), "GET /v1/httpFaults ");
 }
 
 TEST_F(ServerPageTest, SavedAnswerIsReadAgainByTheScenarioEditor) {
