@@ -282,7 +282,8 @@ void CWhyPage::ShowAnswer() {
     const Subject* subject = Chosen();
     const bool canAsk = subject && subject->ask;
     m_pAsk->setEnabled(canAsk);
-    m_pAsk->setToolTip(subject && !canAsk ? "The module asks for this at a login only"_q : QString());
+    const QString why = subject && !canAsk ? "The module asks for this at a login only"_q : QString();
+    m_pAsk->setToolTip(host::kit::TipText(why));
     m_pForget->setEnabled(subject && subject->title == QLatin1String("bottom popup"));
     // A hidden page must load nothing.
     if (explained.image != m_strPicture && isVisible()) {

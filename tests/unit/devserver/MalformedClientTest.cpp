@@ -140,6 +140,8 @@ TEST_F(MalformedClientTest, ThreeHundredConnectionsThatSayNothingKeepNobodyOut) 
     std::vector<std::unique_ptr<RawClient>> clients;
     for (int i = 0; i < 300; ++i) {
         clients.push_back(std::make_unique<RawClient>(server.ChannelPort()));
+        // One by one: the system delays those that the server has not accepted yet.
+        ASSERT_TRUE(clients.back()->WaitUntilConnected());
     }
 
     ExpectTheServerServes();
