@@ -34,7 +34,7 @@ constexpr int kTickMs = 1'000;
 constexpr int kRowHeight = 24;
 constexpr int kHighestRight = 4'000;
 constexpr int kIntervalTypes = 10;
-constexpr QSize kThumbnail(132, 74);
+constexpr QSize kThumbnail(180, 60);  // the shape of the popup
 constexpr QSize kBannerSize(480, 80);
 constexpr int kKeyRole = Qt::UserRole;
 constexpr int kSortRole = Qt::UserRole + 1;
