@@ -311,7 +311,7 @@ void CRequestForm::SetReading(bool reading) {
 // A place may be empty before a value is read.
 void CRequestForm::Load() {
     const RequestRow::Values places = Places();
-    if (places.values().contains(QString())) {
+    if (std::find(places.begin(), places.end(), QString()) != places.end()) {
         return;
     }
     SetEdited(false);
