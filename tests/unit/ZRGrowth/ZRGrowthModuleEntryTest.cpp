@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include "ZRGrowthModule.h"
 #include "plugin/IZRPluginInterface.h"
 #include "plugin/IZRPluginModule.h"
 
@@ -14,6 +15,15 @@ namespace {
 using Create = IZRPluginModule* (*)();
 using Destroy = void (*)(IZRPluginModule*);
 
+class CDeletionModule : public CZRGrowthModule {
+public:
+    explicit CDeletionModule(bool& deleted) : m_deleted(deleted) {}
+    ~CDeletionModule() override { m_deleted = true; }
+
+private:
+    bool& m_deleted;
+};
+
 class GrowthModuleEntryTest : public TestWithParam<std::pair<Create, Destroy>> {};
 
 TEST_P(GrowthModuleEntryTest, MakesTheModuleAndDestroysIt) {
@@ -22,6 +32,14 @@ TEST_P(GrowthModuleEntryTest, MakesTheModuleAndDestroysIt) {
     ASSERT_TRUE(module);
     EXPECT_EQ(module->GetSymbolName(), "zelkor.zrgrowth.main");
     GetParam().second(module);
+}
+
+TEST_P(GrowthModuleEntryTest, ModuleIsDeletedWhenItIsDestroyed) {
+    bool deleted = false;
+
+    GetParam().second(new CDeletionModule(deleted));
+
+    EXPECT_TRUE(deleted);
 }
 
 TEST_P(GrowthModuleEntryTest, MakesANewModuleEachTime) {

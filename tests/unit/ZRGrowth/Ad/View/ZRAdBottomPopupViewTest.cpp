@@ -122,6 +122,10 @@ TEST_F(AdBottomPopupViewTest, TheCloseButtonLiesAtTheTopRightAndLooksAsItShould)
     like.setIconColorStyle(ZIconColorStyle::type(5));
     like.setHoverBackground(false);
     EXPECT_EQ(button->grab().toImage(), like.grab().toImage());
+    for (ZIconButton* each : {button, &like}) {
+        each->setDown(true);
+    }
+    EXPECT_EQ(button->grab().toImage(), like.grab().toImage());  // its disc stays as it is
     like.setIconMargins(3);
     EXPECT_NE(button->grab().toImage(), like.grab().toImage());
 }

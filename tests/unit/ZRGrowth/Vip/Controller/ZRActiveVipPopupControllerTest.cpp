@@ -543,6 +543,15 @@ TEST_F(ActiveVipPopupTest, RefusedSecondRequestLeavesThePopup) {
     log.Forget();
 }
 
+TEST_F(ActiveVipPopupTest, ToastIsEmptyWhenTheLanguageDoesNotKnowItsText) {
+    language = CScriptedLanguage();
+
+    Answer(Request(), "\x08\xE9\x07");
+
+    EXPECT_THAT(ToastsOver(*window), ElementsAre(""));
+    log.Forget();
+}
+
 TEST_F(ActiveVipPopupTest, BothAnswersGoToTheWindowOfTheLatestRequest) {
     QWidget other;
     other.resize(600, 500);

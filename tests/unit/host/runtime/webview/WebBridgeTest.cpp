@@ -1,6 +1,7 @@
 #include "webview/WebBridge.h"
 
 #include "WebTest.h"
+#include "webview/WebHost.h"
 #include "webview/ZRWebDialog.h"
 
 using namespace ::testing;
@@ -219,6 +220,39 @@ TEST_F(WebBridgeTest, EventReachesThePageThatHasTheBridge) {
     LoadWell();
     EXPECT_TRUE(widget.BroadcastEvent(QStringLiteral("theme"), Object("dark", true)));
     EXPECT_THAT(Page().Received(), ElementsAre(R"({"event":"theme","params":{"dark":true}})"));
+}
+
+TEST_F(WebBridgeTest, MessagesAreTracedInBothDirections) {
+    using Kind = WebTrace::EnKind;
+    LoadWell();
+    std::vector<std::tuple<Kind, std::string, std::string, int, bool>> traced;
+    QObject::connect(&host::web::CWebHost::Instance(), &host::web::CWebHost::Traced, &widget,
+                     [&traced](const WebTrace& trace) {
+                         traced.emplace_back(trace.kind, trace.name.toStdString(), trace.text, trace.call, trace.isBad);
+                     });
+
+    Page().Call("echo", Object("a", "\u00e9"));
+    Page().Call("later");
+    widget.OnResponseToJS(QStringLiteral("later"), 5);
+    widget.BroadcastEvent(QStringLiteral("theme"), Object("dark", true));
+    Page().Call("other");
+    Page().Post(QStringLiteral("{}"));
+    Page().Post(QStringLiteral("["));
+    Page().Post(QString(1024 * 1024 + 1, QLatin1Char(' ')));
+    Page().Commit(QStringLiteral("https://other.test/"));
+    Page().Post(QStringLiteral("{}"));
+
+    EXPECT_THAT(traced, ElementsAre(FieldsAre(Kind::Call, "echo", "{\"a\":\"\u00e9\"}", 1, false),
+                                    FieldsAre(Kind::Answer, "echo", "{\"a\":\"\u00e9\"}", 1, false),
+                                    FieldsAre(Kind::Call, "later", "{}", 2, false),
+                                    FieldsAre(Kind::Answer, "later", "5", 2, false),
+                                    FieldsAre(Kind::Event, "theme", "{\"dark\":true}", 0, false),
+                                    FieldsAre(Kind::Refused, "other", "unknown-name", 3, true),
+                                    FieldsAre(Kind::Refused, "", "it names no document", 0, true),
+                                    FieldsAre(Kind::Refused, "", StartsWith("no JSON: * "), 0, true),
+                                    FieldsAre(Kind::Refused, "", "too-large", 0, true),
+                                    FieldsAre(Kind::Refused, "", "the page has no bridge", 0, true)));
+    log.Forget();
 }
 
 TEST_F(WebBridgeTest, EventDoesNotReachADocumentThatHasNotNamedItself) {

@@ -114,6 +114,65 @@ TEST_F(WebHostTest, EndClosesAllPagesAndNoneOpensAfterwards) {
     EXPECT_THAT(web.Views(), IsEmpty());
 }
 
+TEST_F(WebHostTest, RunningLoadEndsAsFailedWhenAllPagesAreClosed) {
+    Load("https://ours.test/");
+    webHost.End();
+    time.Settle();
+    EXPECT_THAT(ends, ElementsAre("failed 0 https://ours.test/"));
+}
+
+TEST_F(WebHostTest, LoadOfTheFormerUserBeginsAnewForTheNext) {
+    Load("https://ours.test/");
+    account.Set(502);
+    webHost.CheckUser();
+    time.Settle();
+    EXPECT_EQ(web.MadeCount(), 2);
+    EXPECT_THAT(web.Loads(), ElementsAre("https://ours.test/", "https://ours.test/"));
+    EXPECT_THAT(ends, IsEmpty());
+    web.View().Succeed();
+    time.Settle();
+    EXPECT_THAT(ends, ElementsAre("good 200 https://ours.test/"));
+}
+
+TEST_F(WebHostTest, MessageOfTheFormerUserDisappears) {
+    widget.show();
+    Load("https://ours.test/");
+    web.View().Fail();
+    time.Settle();
+    ASSERT_NE(Cover(), "");
+    account.Set(502);
+    webHost.CheckUser();
+    time.Settle();
+    EXPECT_EQ(Cover(), "");
+}
+
+TEST_F(WebHostTest, ViewsAreCountedWhileTheyExist) {
+    LoadWell();
+    EXPECT_EQ(webHost.ViewCount(), 1);
+    account.Set(502);
+    webHost.CheckUser();
+    time.Settle();
+    EXPECT_EQ(webHost.ViewCount(), 0);
+}
+
+TEST_F(WebHostTest, StateOfAPageIsTraced) {
+    std::vector<std::string> traced;
+    QObject::connect(&webHost, &CWebHost::Traced, &widget, [&traced](const WebTrace& trace) {
+        EXPECT_EQ(trace.kind, WebTrace::EnKind::Page);
+        traced.push_back(trace.text + (trace.isBad ? " bad " : " ") + trace.name.toStdString());
+    });
+    LoadWell("https://ours.test/a");
+    Load("https://ours.test/b");
+    web.View().Fail();
+    web.View().Kill();
+    time.Settle();
+    EXPECT_THAT(traced,
+                ElementsAre("loads https://ours.test/a", "loaded https://ours.test/a", "loads https://ours.test/b",
+                            "failed bad https://ours.test/a", "its process ended bad https://ours.test/b"));
+    log.Forget();
+    web.Forget();
+}
+
 TEST_F(WebHostTest, WidgetWithoutServicesEndsItsLoadAsFailed) {
     widget.show();
     host::Uninstall();

@@ -6,6 +6,7 @@
 #include <QTest>
 
 #include "WebTest.h"
+#include "core/urlhandler.h"
 #include "ui/ZToast.h"
 #include "webview/WebHost.h"
 #include "webview/ZRWebWindowInfo.h"
@@ -38,6 +39,8 @@ protected:
         std::vector<std::string> opened;
         for (const OpenedUrl& url : urls.Opened()) {
             EXPECT_EQ(url.extra.value<core::webview::ZRWebWindowInfo>().inBrowser, inBrowser) << url.url;
+            EXPECT_EQ(url.businessType, core::urlhandler::kBusinessDefault) << url.url;
+            EXPECT_EQ(url.fallbackMode, core::urlhandler::kFallbackWeb) << url.url;
             opened.push_back(url.url);
         }
         urls.Forget();
@@ -253,6 +256,33 @@ TEST_F(WebShellTest, RedirectToARefusedAddressEndsTheLoadAsFailed) {
                 ElementsAre(Error("Refused an address of a page, its scheme is not allowed: file:///etc/passwd")));
 }
 
+TEST_F(WebShellTest, LoadEndsOnceWhenItsAddressIsRefusedAndTheEngineReportsNothing) {
+    for (const EnWebNavigation type : {EnWebNavigation::kLoad, EnWebNavigation::kRedirect}) {
+        ends.clear();
+        Load("https://ours.test/");
+        EXPECT_FALSE(Page().Navigate("file:///x", type));
+        time.Settle();
+        EXPECT_THAT(ends, ElementsAre("failed 0 https://ours.test/"));
+        EXPECT_FALSE(widget.IsLoading());
+        EXPECT_EQ(Cover(), "This page could not be loaded.");
+
+        EXPECT_FALSE(Page().Navigate("file:///y", type));
+        time.Settle();
+        EXPECT_THAT(ends, ElementsAre("failed 0 https://ours.test/", "failed 0 file:///y"));
+    }
+    web.Forget();
+    log.Forget();
+}
+
+TEST_F(WebShellTest, LoadGoesOnWhenARedirectOfASubFrameIsRefused) {
+    Load("https://ours.test/");
+    EXPECT_FALSE(Page().Navigate("file:///x", EnWebNavigation::kRedirect, false));
+    time.Settle();
+    EXPECT_THAT(ends, IsEmpty());
+    EXPECT_TRUE(widget.IsLoading());
+    log.Forget();
+}
+
 TEST_F(WebShellTest, AddressThatAScriptWantsIsRefusedWithAFailedLoadEnd) {
     LoadWell();
     ends.clear();
@@ -361,7 +391,7 @@ TEST_F(WebShellTest, PopupToTheClientIsDispatchedAndARefusedAddressIsNot) {
     Page().OpenPopup("file:///x");
     EXPECT_THAT(Dispatched(), ElementsAre("zrclient://page/quotes"));
     EXPECT_EQ(offered.count(), 0);
-    EXPECT_THAT(log.Lines(), Contains(Error("Refused a popup, its scheme is not allowed: file:///x")));
+    EXPECT_THAT(log.Lines(), ElementsAre(Error("Refused a popup, its scheme is not allowed: file:///x")));
 }
 
 TEST_F(WebShellTest, PopupIsRefusedWhenTenAreAskedForWithinASecond) {
@@ -400,6 +430,11 @@ TEST_F(WebShellTest, PageHasTheFocusWhenItsWindowOpensAndKeepsItInTheNextView) {
     EXPECT_EQ(web.MadeCount(), 2);
     EXPECT_EQ(widget.window()->focusWidget(), &Page());
     EXPECT_THAT(log.Lines(), Contains(Error("The process of a page ended: https://ours.test/a")));
+}
+
+TEST_F(WebShellTest, WidgetTakesTheFocusByClickAndKeyboard) {
+    ASSERT_TRUE(widget.focusProxy());
+    EXPECT_EQ(widget.focusProxy()->focusPolicy(), Qt::StrongFocus);
 }
 
 TEST_F(WebShellTest, PageTakesTheFocusFromNoOtherWidget) {
@@ -458,6 +493,31 @@ TEST_F(WebShellTest, ToastTellsOfALostConnectionOnlyIfItIsWantedAndSeen) {
     Load("https://ours.test/");
     Page().Fail();
     EXPECT_TRUE(HasToast());
+}
+
+TEST_F(WebShellTest, NoToastIsShownWhenItIsNotWanted) {
+    Show();
+    Load("https://ours.test/");
+    Page().Fail();
+    EXPECT_FALSE(HasToast());
+}
+
+TEST_F(WebShellTest, ToastWarnsOfTheConnection) {
+    widget.SetNetworkDisconnectedToastVisible(true);
+    Show();
+    Load("https://ours.test/");
+    Page().Fail();
+
+    const auto* toast = widget.findChild<ZToast*>();
+    ASSERT_TRUE(toast);
+    EXPECT_TRUE(toast->isVisible());
+    EXPECT_EQ(toast->accessibleName(), QStringLiteral("No connection. Please check your network."));
+    ZToast like(toast->parentWidget());
+    ZToast::ToastInfo info;
+    info.style = ZToast::kWarning;
+    info.text = toast->accessibleName();
+    like.showToast(info);
+    EXPECT_EQ(const_cast<ZToast*>(toast)->grab().toImage(), like.grab().toImage());
 }
 
 TEST_F(WebShellTest, KilledPageComesBackThreeTimesInFiveMinutesAndThenSaysSo) {
@@ -635,6 +695,20 @@ TEST_F(WebShellTest, EntryOfTheMenuEditsThePage) {
         action->trigger();
     }
     EXPECT_THAT(Page().Edits(), ElementsAre(0x01, 0x20, 0x10, 0));
+}
+
+TEST_F(WebShellTest, MenuOpensWhereItIsWantedAndReplacesTheOneBefore) {
+    Show();
+    LoadWell();
+    widget.SetContextMenuFlags(0x31);
+    Page().WantMenu(0x31);
+    Page().WantMenu(0x31);
+    time.Settle();
+
+    const auto menus = widget.findChildren<QMenu*>();
+    ASSERT_THAT(menus, SizeIs(1));
+    EXPECT_TRUE(menus[0]->isVisible());
+    EXPECT_EQ(menus[0]->pos(), Page().mapToGlobal(Page().rect().center()));
 }
 
 TEST_F(WebShellTest, MenuClosesWhenTheWidgetIsHidden) {

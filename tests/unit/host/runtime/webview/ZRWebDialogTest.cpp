@@ -1,6 +1,7 @@
 #include "webview/ZRWebDialog.h"
 
 #include "WebTest.h"
+#include "core/urlhandler.h"
 #include "webview/WebHost.h"
 
 using namespace ::testing;
@@ -56,12 +57,15 @@ TEST_F(ZRWebDialogTest, PopupIsDispatchedWithItsSizeOrLoadedHere) {
     const auto info = urls.Opened()[0].extra.value<ZRWebWindowInfo>();
     EXPECT_EQ(info.size, QSize(500, 400));
     EXPECT_EQ(info.parent.data(), dialog.data());
+    EXPECT_EQ(urls.Opened()[0].businessType, core::urlhandler::kBusinessDefault);
+    EXPECT_EQ(urls.Opened()[0].fallbackMode, core::urlhandler::kFallbackWeb);
 
     dialog->SetUrlDispatchSwitch(false);
     web.View().OpenPopup("https://other.test/2", QSize());
     time.Settle();
     EXPECT_THAT(urls.Opened(), SizeIs(1));
     EXPECT_THAT(web.Loads(), ElementsAre("https://ours.test/", "https://other.test/2"));
+    EXPECT_THAT(log.Lines(), IsEmpty());
 }
 
 TEST_F(ZRWebDialogTest, LoadEndIsThatOfThePage) {
@@ -93,6 +97,27 @@ TEST_F(ZRWebDialogTest, OpensCentredOverItsParent) {
     EXPECT_TRUE(wished->isVisible());
     EXPECT_EQ(wished->pos(), over.frameGeometry().center() - QRect(QPoint(), QSize(400, 300)).center());
     delete wished;
+}
+
+TEST_F(ZRWebDialogTest, OpensInFrontOverTheMainWindowWhenItHasNoParent) {
+    QWidget frame;
+    frame.setGeometry(300, 200, 1200, 900);
+    frame.show();
+    frame.activateWindow();
+    mainFrame.Offer(&frame);
+    time.Settle();
+
+    dialog->Open();
+    time.Settle();
+
+    EXPECT_EQ(dialog->objectName(), QStringLiteral("ZRWebDialog"));
+    EXPECT_EQ(dialog->pos(), frame.frameGeometry().center() - dialog->rect().center());
+    EXPECT_TRUE(dialog->isActiveWindow());
+}
+
+TEST_F(ZRWebDialogTest, TitleIsTheHostOfTheAddress) {
+    LoadInDialog("https://user@ours.test/other.test?q");
+    EXPECT_EQ(dialog->windowTitle(), QStringLiteral("ours.test"));
 }
 
 TEST_F(ZRWebDialogTest, DeletesItselfWhenItIsClosed) {
