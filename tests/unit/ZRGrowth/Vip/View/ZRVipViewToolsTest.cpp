@@ -18,8 +18,9 @@ TEST_F(VipViewToolsTest, ImageKeepsItsProportionsWhenTheSizeHasOthers) {
 }
 
 TEST_F(VipViewToolsTest, ImageIsNullWhenTheNameIsUnknown) {
+    const size_t before = log.Lines().size();
     EXPECT_TRUE(vip_view::ScaledImage(QStringLiteral("unknown"), QSize(8, 8), &window).isNull());
-    EXPECT_THAT(log.Lines(), SizeIs(1));
+    EXPECT_EQ(log.Lines().size(), before + 1);
 }
 
 }  // namespace
