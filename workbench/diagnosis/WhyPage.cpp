@@ -34,7 +34,7 @@ constexpr int kTickMs = 1'000;
 constexpr int kRowHeight = 24;
 constexpr int kHighestRight = 4'000;
 constexpr int kIntervalTypes = 10;
-constexpr QSize kThumbnail(180, 60);  // the shape of the popup
+constexpr QSize kThumbnail(144, 48);  // the shape of the popup
 constexpr QSize kBannerSize(480, 80);
 constexpr int kKeyRole = Qt::UserRole;
 constexpr int kSortRole = Qt::UserRole + 1;
@@ -270,7 +270,9 @@ void CWhyPage::ShowSentence() {
         const QColor color(step.startsWith(QChar(0x2713))   ? theme::kUp
                            : step.startsWith(QChar(0x2717)) ? theme::kDown
                                                             : theme::kMuted);
-        strip += "<span style=\"color:%1\">%2</span> &nbsp; "_q.arg(color.name(), step);
+        // A sign stays with its word at the end of a line.
+        const QString whole = QString(step).replace(QLatin1Char(' '), "&nbsp;"_q);
+        strip += "<span style=\"color:%1\">%2</span> &nbsp; "_q.arg(color.name(), whole);
     }
     m_pStrip->setText(strip);
     m_pSentence->setText(explained.sentence);
