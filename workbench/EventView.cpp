@@ -11,6 +11,7 @@
 
 namespace {
 
+constexpr int kMinChoiceWidth = 80;
 constexpr int kMinDetailHeight = 76;
 constexpr int kMinTableHeight = 90;
 constexpr int kFittedRows = 30;
@@ -81,6 +82,8 @@ QLayout* CEventView::NewFilters() {
                                                   m_filter.SetChoice(number, choice.toString());
                                                   ShowCount();
                                               }));
+        // Its longest choice would make the workbench wider than its least width.
+        m_choices.back()->setMinimumWidth(kMinChoiceWidth);
         row->addWidget(m_choices.back());
     }
     return row;
