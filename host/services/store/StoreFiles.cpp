@@ -114,8 +114,9 @@ qint64 LostPages(const QString& path) {
             whole = checksum.IsAt(frame + kFrameChecksumAt);
         }
         if (!whole) {
+            // A process that is killed while it writes leaves the last frame half written, which is no damage.
+            finished = finished || (lost > 0 && NumberAt(frame + kFrameCommitAt) != 0);
             ++lost;
-            finished = finished || NumberAt(frame + kFrameCommitAt) != 0;
         }
     }
     return finished ? lost : 0;

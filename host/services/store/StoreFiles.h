@@ -23,8 +23,8 @@ QString Quarantine(const QString& path, const QDateTime& now);
 bool QuarantineCorrupt(const host::CHostLog& log, const char* kind, const QString& path, const SqliteError& error,
                        CCheckpointer* checkpointer);
 
-/// Number of the log's pages that SQLite will not recover although a write had finished behind them. Reads the whole
-/// log.
+/// Number of the log's pages that SQLite will not recover although a write had finished behind the first of them.
+/// Reads the whole log.
 qint64 LostPages(const QString& path);
 
 /// Call it before a database is opened for writing, which drops what can't be recovered from its log: copies such a log

@@ -254,8 +254,8 @@ TEST_F(KilledStoreTest, WholeLogIsRecoveredAndNotKept) {
 
 TEST_F(KilledStoreTest, DamagedLogIsKeptAndLogged) {
     const qint64 size = QFile(Log()).size();
-    // A damage in the head, in a page, in a frame's own head, and in the last page.
-    for (const qint64 at : {qint64(0), 32 + kFrameBytes + 1000, 32 + 2 * kFrameBytes, size - 2000}) {
+    // A damage in the head, in a page, in a frame's own head, and in the last page but one.
+    for (const qint64 at : {qint64(0), 32 + kFrameBytes + 1000, 32 + 2 * kFrameBytes, size - kFrameBytes - 2000}) {
         SCOPED_TRACE(at);
         log.Forget();
         const int kept = KeptLogs().size();
@@ -285,6 +285,12 @@ TEST_F(KilledStoreTest, UnfinishedWriteIsNoDamage) {
     EXPECT_TRUE(QFile::resize(Log(), 32));
     EXPECT_EQ(store_files::LostPages(Copy()), 0);
     EXPECT_TRUE(QFile::remove(Log()));
+    EXPECT_EQ(store_files::LostPages(Copy()), 0);
+}
+
+TEST_F(KilledStoreTest, LastPageThatIsHalfWrittenOverAnOlderOneIsNoDamage) {
+    Overwrite(Log(), QFile(Log()).size() - 2000, 2000);
+
     EXPECT_EQ(store_files::LostPages(Copy()), 0);
 }
 
