@@ -69,8 +69,8 @@ public:
     /// All bodies together may be as many times as large as the largest single one.
     static constexpr size_t kMaxBodies = 4;
 
-    /// `name` is for log lines and errors. A body of more than `maxBodyBytes` is answered with status 413, and one that
-    /// is too much beside those of other requests with status 503.
+    /// `name` is for log lines and errors. A body of more than `maxBodyBytes` is answered with status 413. A body that
+    /// exceeds the limit of all bodies together is answered with status 503.
     CWebServer(std::string name, size_t maxBodyBytes, Authorizer authorizer,
                std::chrono::milliseconds requestTime = kRequestTime);
     ~CWebServer() override;

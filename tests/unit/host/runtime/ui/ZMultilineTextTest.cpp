@@ -24,7 +24,7 @@ const Words kHostile[] = {
     {"LineBreaks", S("one\ntwo\r\nthree\rfour\n\n").repeated(400)},
     {"RightToLeft", S("\u0645\u0631\u062d\u0628\u0627 \u0628\u0643 ").repeated(1000)},
     {"Emoji", S("\U0001F600\U0001F468\u200D\U0001F469\u200D\U0001F467 ").repeated(1000)},
-    {"Placeholder", S("%1 %2 %n ").repeated(1000)},
+    {"ArgumentMarks", S("%1 %2 %n ").repeated(1000)},
 };
 
 std::string WordsName(const TestParamInfo<Words>& info) {
