@@ -112,6 +112,43 @@ TEST_F(BackgroundBlurTest, ShowsTheParentOfTheMaskBlurred) {
     EXPECT_NEAR(At(112, 50).red(), 255 * 0.5 * (1 + std::erf(12.5 / 12.3 / std::sqrt(2.0))), 10);
 }
 
+TEST_F(BackgroundBlurTest, BackgroundOfAPlainWidgetIsShownWhenItIsFilled) {
+    auto* plain = new QWidget(card);
+    plain->setGeometry(kAll);
+    plain->setPalette(QPalette(Qt::blue));
+    plain->setAutoFillBackground(true);
+    Mask(plain);
+
+    EXPECT_EQ(At(100, 50), plain->palette().color(QPalette::Window));
+    EXPECT_EQ(At(5, 50), At(195, 50));
+}
+
+TEST_F(BackgroundBlurTest, BackgroundOfAPlainWidgetIsShownWhenItIsStyled) {
+    auto* plain = new QWidget(card);
+    plain->setGeometry(kAll);
+    plain->setStyleSheet(QStringLiteral("background: blue"));
+    Mask(plain);
+
+    EXPECT_EQ(At(5, 50), QColor(Qt::blue));
+    EXPECT_EQ(At(195, 50), QColor(Qt::blue));
+}
+
+TEST_F(BackgroundBlurTest, BackgroundOfThePlainWindowIsShownBehindPlainWidgets) {
+    QWidget plainWindow;
+    plainWindow.setPalette(QPalette(Qt::blue));
+    plainWindow.setGeometry(kAll);
+    auto* plain = new QWidget(&plainWindow);
+    plain->setGeometry(kAll);
+    new CMask(plain);
+    // Another colour is in the buffer of sources.
+    Mask();
+
+    plainWindow.show();
+    time.Settle();
+
+    EXPECT_EQ(plainWindow.grab().toImage().pixelColor(100, 50), plainWindow.palette().color(QPalette::Window));
+}
+
 TEST_F(BackgroundBlurTest, PaintsNeitherTheMaskNorWhatIsOnIt) {
     CMask* mask = Mask();
     auto* text = new CHalves(mask->blur, Qt::red, Qt::red);
