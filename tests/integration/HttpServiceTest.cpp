@@ -1,7 +1,10 @@
 // The bytes of requests, and the requests that are refused.
+#include <QCoreApplication>
+#include <QEvent>
 #include <QEventLoop>
 #include <QFile>
 #include <QTemporaryDir>
+#include <deque>
 
 #include "RealHttpTest.h"
 
@@ -194,6 +197,45 @@ TEST_F(HttpServiceTest, AGuardThatGoesEndsTheExchangeAtTheServerToo) {
     EXPECT_EQ(http->RunningCount(), 0);
     EXPECT_TRUE(WaitUntil([&] { return !server.IsOpen(line); }));
     EXPECT_FALSE(called);
+}
+
+/// Runs tasks before all events that wait.
+class CEagerPoster : public QObject, public IPoster {
+public:
+    void Post(QPointer<QObject> context, std::chrono::milliseconds /*delay*/, std::function<void()> task) override {
+        m_tasks.emplace_back(std::move(context), std::move(task));
+        QCoreApplication::postEvent(this, new QEvent(QEvent::User), Qt::HighEventPriority);
+    }
+
+protected:
+    void customEvent(QEvent* /*event*/) override {
+        const auto [context, task] = std::move(m_tasks.front());
+        m_tasks.pop_front();
+        if (context) {
+            task();
+        }
+    }
+
+private:
+    std::deque<std::pair<QPointer<QObject>, std::function<void()>>> m_tasks;
+};
+
+TEST_F(HttpServiceTest, AllProgressComesBeforeTheResultWhenThePosterIsEager) {
+    CEagerPoster eager;
+    CHttpService service(eager, environment);
+    double received = 0;
+    double receivedAtTheEnd = 0;
+    service.Start(
+        Post("/"),
+        [&](unsigned long, const HttpRspInfo& response) {
+            answer = response;
+            receivedAtTheEnd = received;
+        },
+        &guard, kHttpWorkPoolDefault, nullptr, [&received](double done, double) { received = done; });
+    server.Answer(Arrived().connection, 200, QByteArray(1 << 20, 'x'));
+
+    ASSERT_TRUE(WaitUntil([this] { return answer.has_value(); }));
+    EXPECT_EQ(receivedAtTheEnd, 1 << 20);
 }
 
 TEST_F(HttpServiceTest, AGuardThatGoesBeforeItIsToldHearsNothing) {

@@ -188,7 +188,8 @@ size_t CHttpExchange::OnBody(const char* bytes, size_t count) {
     return count;
 }
 
-// A callback may run an event loop in which the exchange ends, so it is called from a task.
+// A callback may run an event loop in which the exchange ends, so it is called from a task. The task outlives the
+// exchange, which is deleted at its end, but not the service.
 void CHttpExchange::Report(const core::network::http::Progress& progress, qint64 done, qint64 total) {
     if (!progress) {
         return;
@@ -198,7 +199,7 @@ void CHttpExchange::Report(const core::network::http::Progress& progress, qint64
             host::CallAndLogExceptions(kLog, "A progress callback", [&] { progress(double(done), double(total)); });
         }
     };
-    QMetaObject::invokeMethod(this, report, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(&m_loop, report, Qt::QueuedConnection);
 }
 
 void CHttpExchange::OnDone(CURLcode code) {

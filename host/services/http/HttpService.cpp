@@ -40,7 +40,9 @@ unsigned long CHttpService::Start(const HttpReqInfo& request, core::network::htt
     connect(exchange.get(), &CHttpExchange::Ended, this, [this, task](const std::shared_ptr<HttpRspInfo>& response) {
         const CHttpExchange::Listeners answering = m_running.at(task)->listeners;
         Drop(task);
-        DeliverLater(answering, task, response);
+        // The poster can run a task before events that wait, and reports of progress do.
+        const auto deliver = [this, answering, task, response] { DeliverLater(answering, task, response); };
+        QMetaObject::invokeMethod(this, deliver, Qt::QueuedConnection);
     });
     connect(guard, &QObject::destroyed, exchange.get(), [this, task] { Drop(task); });
     exchange->Begin();
