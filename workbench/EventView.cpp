@@ -59,7 +59,7 @@ CEventView::CEventView(const EventFormatPtr& format, QWidget* parent)
     for (CEventModel* model : {&m_model, &m_file}) {
         connect(model, &CEventModel::Changed, this, &CEventView::ShowCount);
     }
-    Show(m_model);
+    ShowFile(nullptr);
 }
 
 QLayout* CEventView::NewFilters() {
@@ -93,7 +93,6 @@ void CEventView::SetUpTable() {
     widgets::SetUpTable(*m_pTable);
     m_pTable->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_pTable->setMinimumHeight(kMinTableHeight);
-    m_filter.setSourceModel(&m_model);
     m_pTable->setModel(&m_filter);
     m_pTable->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     m_pTable->setSortingEnabled(true);
@@ -131,22 +130,13 @@ void CEventView::FitColumns() {
     }
 }
 
-void CEventView::Show(CEventModel& model) {
-    m_filter.setSourceModel(&model);
-    m_pPause->setEnabled(&model == &m_model);
-    m_pClear->setEnabled(&model == &m_model);
+void CEventView::ShowFile(const std::vector<CEventModel::RowPtr>* rows) {
+    m_filter.setSourceModel(rows ? &m_file : &m_model);
+    m_file.SetRows(rows ? *rows : std::vector<CEventModel::RowPtr>());
+    m_pPause->setEnabled(!rows);
+    m_pClear->setEnabled(!rows);
     ShowCount();
     ShowSelected();
-}
-
-void CEventView::ShowFile(const std::vector<CEventModel::RowPtr>& rows) {
-    m_file.SetRows(rows);
-    Show(m_file);
-}
-
-void CEventView::ShowLive() {
-    m_file.SetRows({});
-    Show(m_model);
 }
 
 const CEventModel& CEventView::Shown() const {

@@ -22,9 +22,8 @@ public:
     CEventModel& Model() { return m_model; }
     const CEventModel& Model() const { return m_model; }
 
-    /// Shows these rows until ShowLive.
-    void ShowFile(const std::vector<CEventModel::RowPtr>& rows);
-    void ShowLive();
+    /// Shows the rows of a file; null: the live rows again.
+    void ShowFile(const std::vector<CEventModel::RowPtr>* rows);
 
     /// The chosen filters, for the next start.
     QJsonObject Filters() const;
@@ -36,7 +35,6 @@ protected:
 private:
     QLayout* NewFilters();
     void SetUpTable();
-    void Show(CEventModel& model);
     const CEventModel& Shown() const;
     void ShowCount();
     void ShowSelected();

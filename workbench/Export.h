@@ -19,10 +19,6 @@ struct Recording {
     std::vector<List> lists;
 };
 
-inline Recording::List ListOf(const CEventModel& model) {
-    return {model.Format(), model.Rows()};
-}
-
 /// Writes the whole file or nothing, and creates its folder. Texts and undecoded bytes are redacted. Returns the reason
 /// of a failure, or an empty text. Callable from any thread.
 QString Write(const QString& path, const Recording& recording, const CRedactor& aliases);

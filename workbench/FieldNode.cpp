@@ -1,12 +1,14 @@
 #include "workbench/FieldNode.h"
 
+#include <QDateTime>
 #include <QRegularExpression>
 #include <QTextCodec>
 #include <algorithm>
 
+#include "core/time_date.h"
 #include "framework/JsonText.h"
 #include "workbench/ControlClient.h"
-#include "workbench/diagnosis/Literal.h"
+#include "workbench/diagnosis/LogTable.h"
 
 FieldNode RawField(const QString& name, const std::string& bytes) {
     return {name, readable::Hex(bytes), bytes};
@@ -76,6 +78,23 @@ std::optional<QString> FromLatin1(const QString& text) {
     const QByteArray bytes = text.toLatin1();
     const bool areBytes = QString::fromLatin1(bytes) == text && bytes != text.toUtf8();
     return areBytes ? Utf8(bytes.toStdString()) : std::nullopt;
+}
+
+QString Zone() {
+    return QDateTime::currentDateTime().timeZoneAbbreviation();
+}
+
+QString LocalTime(qint64 timeMs) {
+    const QDateTime time = QDateTime::fromMSecsSinceEpoch(timeMs);
+    return time.toString(time.date() == QDate::currentDate() ? "HH:mm:ss.zzz"_q : "yyyy-MM-dd HH:mm:ss.zzz"_q);
+}
+
+QString ServerOffset() {
+    constexpr qint64 kMinOffsetMs = 2'000;
+    const qint64 offset = core::time_date::GetSvrTimeMillis() - QDateTime::currentMSecsSinceEpoch();
+    return qAbs(offset) < kMinOffsetMs
+               ? QString()
+               : (offset < 0 ? "-"_q : "+"_q) + log_table::Duration((qAbs(offset) + 500) / 1000);
 }
 
 }  // namespace readable

@@ -29,7 +29,7 @@ FieldNode JsonField(const QString& name, const Json::Value& json);
 /// length; `body` can be only its first part.
 FieldNode BodyField(const QString& name, const std::string& body, size_t wholeBytes);
 
-/// Converts bytes to readable text.
+/// Converts bytes and times to readable text.
 namespace readable {
 
 /// Returns the text if the bytes are well-formed UTF-8 without control characters other than line breaks and tabs.
@@ -44,5 +44,14 @@ QString Preview(const std::string& bytes);
 /// Decodes a text whose characters up to U+00FF are UTF-8 bytes, as in module lines. Returns nothing if they are not
 /// UTF-8, or if they are plain ASCII and need no decoding.
 std::optional<QString> FromLatin1(const QString& text);
+
+/// The name of this computer's time zone, in which all times are displayed.
+QString Zone();
+
+/// Time of day with milliseconds. The date precedes it on any day but today.
+QString LocalTime(qint64 timeMs);
+
+/// Difference of the server's clock in its two largest units, such as "+1 h 3 s"; empty if it is less than two seconds.
+QString ServerOffset();
 
 }  // namespace readable

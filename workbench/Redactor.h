@@ -5,7 +5,6 @@
 #include <functional>
 #include <map>
 #include <string>
-#include <vector>
 
 /// Replaces values that an export must not contain with stable aliases. A copy can be used by another thread.
 class CRedactor {
@@ -20,15 +19,10 @@ public:
 
     /// Returns pairs of hex digits with aliases for the learnt values. Texts are found in UTF-8 and UTF-16, hex texts
     /// as bytes too. Numbers are found as decimal digits, varints, and four or eight bytes of either order. More than
-    /// `limit` bytes end in an ellipsis.
-    QString RedactedHex(const std::string& bytes, size_t limit = 4096) const;
+    /// 4096 bytes end in an ellipsis.
+    QString RedactedHex(const std::string& bytes) const;
 
 private:
-    struct Found {
-        int start;
-        int end;
-        QString alias;
-    };
     /// Aliases by the length and the expression of each form of a value, longest first, because one can contain
     /// another.
     struct Forms {
@@ -36,14 +30,14 @@ private:
         mutable QRegularExpression expression = {};  // one group for each form; empty until it is needed
 
         void Add(const QString& form, const char* pattern, const QString& alias);
-        std::vector<Found> Find(const QString& text) const;
+        /// Splits the text into aliases for the forms and the rest, as returned by `show`. A form is complete if it
+        /// begins before `end`. An ellipsis replaces what follows.
+        QStringList Split(const QString& text, int end, QString (*show)(const QString& part)) const;
     };
 
     /// Returns a new alias; empty if the value is known.
     QString NewAlias(const QString& kind, const QString& value);
-    void AddBytes(const QByteArray& bytes, const QString& alias, const char* pattern = "%1") {
-        m_inBytes.Add(QString::fromLatin1(bytes.data(), bytes.size()), pattern, alias);
-    }
+    void AddBytes(const QByteArray& bytes, const QString& alias, const char* pattern = "%1");
     void AddText(const QString& text, const char* pattern, const char* bytesPattern, const QString& alias);
 
     Forms m_inTexts;

@@ -22,7 +22,7 @@
 #include "core/environment.h"
 #include "core/lang.h"
 #include "ui/zr_ui_theme.h"
-#include "workbench/TimeText.h"
+#include "workbench/FieldNode.h"
 #include "workbench/Widgets.h"
 #include "workbench/WireDecoder.h"
 #include "workbench/diagnosis/LogTable.h"
@@ -54,7 +54,7 @@ QString ModuleLibrary() {
 }
 
 QString ServerClock() {
-    const QString offset = time_text::ServerOffset();
+    const QString offset = readable::ServerOffset();
     return offset.isEmpty() ? "as this computer's"_q : offset;
 }
 
@@ -302,7 +302,7 @@ void CUserPage::TakeLine(const LogEntry& entry) {
         const qint64 timeMs = entry.time.toMSecsSinceEpoch();
         const QString refusal = log_table::Filled(line->row->say, *line, timeMs);
         m_strRefresh =
-            "%1 %2: %3 %4, because of %5"_q.arg(time_text::Local(timeMs), time_text::Zone(),
+            "%1 %2: %3 %4, because of %5"_q.arg(readable::LocalTime(timeMs), readable::Zone(),
                                                 isVip ? "VIP status"_q : "rights"_q, result->second, m_strReason) +
             (refusal.isEmpty() ? QString() : ": "_q + refusal);
         Refresh();

@@ -115,10 +115,6 @@ CWireDecoder::CWireDecoder() : m_schemas(std::make_unique<Schemas>()) {
 
 CWireDecoder::~CWireDecoder() = default;
 
-bool CWireDecoder::Knows(const std::string& type) const {
-    return m_schemas->pool.FindMessageTypeByName(type) != nullptr;
-}
-
 QString CWireDecoder::EnumName(const std::string& type, int number) const {
     const auto* names = m_schemas->pool.FindEnumTypeByName(type);
     const auto* value = names ? names->FindValueByNumber(number) : nullptr;
@@ -126,16 +122,14 @@ QString CWireDecoder::EnumName(const std::string& type, int number) const {
 }
 
 std::vector<FieldNode> CWireDecoder::Decode(const std::string& type, const std::string& bytes) const {
-    if (!Knows(type)) {
-        return bytes.empty() ? std::vector<FieldNode>{}
-                             : std::vector<FieldNode>{RawField("Bytes without a schema"_q, bytes)};
-    }
     const auto* descriptor = m_schemas->pool.FindMessageTypeByName(type);
+    if (!descriptor) {
+        return bytes.empty() ? std::vector<FieldNode>() : std::vector{RawField("Bytes without a schema"_q, bytes)};
+    }
     const std::unique_ptr<Message> message(m_schemas->factory.GetPrototype(descriptor)->New());
     // Messages without a required field are shown too.
-    return message->ParsePartialFromString(bytes)
-               ? FieldsOf(*message)
-               : std::vector<FieldNode>{RawField("Bytes that are no such message"_q, bytes)};
+    return message->ParsePartialFromString(bytes) ? FieldsOf(*message)
+                                                  : std::vector{RawField("Bytes that are no such message"_q, bytes)};
 }
 
 namespace wire {
@@ -162,11 +156,6 @@ const Command* Find(uint32_t number) {
     const auto found = std::find_if(Commands().begin(), Commands().end(),
                                     [number](const Command& command) { return command.number == number; });
     return found == Commands().end() ? nullptr : &*found;
-}
-
-QString CommandName(uint32_t number) {
-    const Command* command = Find(number);
-    return command ? QString::fromLatin1(command->name) : QString();
 }
 
 QString MessageName(unsigned int messageId) {

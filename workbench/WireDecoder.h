@@ -16,8 +16,6 @@ public:
     CWireDecoder(const CWireDecoder&) = delete;
     CWireDecoder& operator=(const CWireDecoder&) = delete;
 
-    bool Knows(const std::string& type) const;
-
     /// The name of `number` in the schemas' enumeration `type`; empty if it has none.
     QString EnumName(const std::string& type, int number) const;
 
@@ -47,7 +45,6 @@ const std::vector<Command>& Commands();
 const Command* Find(uint32_t number);
 
 /// Empty if the number is unknown.
-QString CommandName(uint32_t number);
 QString MessageName(unsigned int messageId);
 
 }  // namespace wire

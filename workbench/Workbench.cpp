@@ -16,7 +16,7 @@
 #include "core/time_date.h"
 #include "framework/JsonText.h"
 #include "webview/WebHost.h"
-#include "workbench/TimeText.h"
+#include "workbench/FieldNode.h"
 #include "workbench/UserPage.h"
 #include "workbench/Widgets.h"
 #include "workbench/diagnosis/LogTable.h"
@@ -28,7 +28,6 @@ namespace {
 
 constexpr int kUserTab = 1;  // current at the first start
 constexpr int kTabMargin = 10;
-constexpr int kMaxStateMs = 2'000;
 constexpr const char* kViewKey = "Client_Workbench";
 
 /// The parts of an export's state that the server knows, at these paths of the control API.
@@ -82,7 +81,7 @@ CWorkbench::CWorkbench(ISessionControl& session, CAIChatEntries& entries, CPremi
     widgets::AddScrollTab(m_pTabs, m_pUser, "User"_q);
     m_pTabs->addTab(m_pServerPage, "Server"_q);
     AddViews();
-    auto* back = widgets::NewButton("FileBack"_q, "Back to live"_q, this, [this] { ShowLive(); });
+    auto* back = widgets::NewButton("FileBack"_q, "Back to live"_q, this, [this] { ShowFile(nullptr); });
     widgets::Row({{m_pBannerText, 1}, back}, m_pBanner);
     m_pBanner->hide();
     m_pNote->hide();
@@ -124,7 +123,7 @@ void CWorkbench::AddViews() {
     NewView(m_pTrafficTabs, NewActivationFormat(m_decoder), "Activation"_q);
     AddWebState(NewView(m_pTrafficTabs, NewWebFormat(), "Web"_q));
     m_pTabs->addTab(m_pTrafficTabs, "Traffic"_q);
-    m_pLog = NewView(m_pTabs, NewLogFormat(log_table::IsExpectedError), "Log"_q);
+    m_pLog = NewView(m_pTabs, NewLogFormat(), "Log"_q);
     NewView(m_pTabs, NewStoreFormat(), "Store"_q);
     NewView(m_pTabs, NewUrlFormat(), "URLs"_q);
 }
@@ -201,43 +200,29 @@ void CWorkbench::ChooseFile() {
     }
 }
 
-QString CWorkbench::ChosenFile() const {
-    return m_pPath->text().trimmed();
-}
-
-// A server that does not answer delays the export by two seconds only.
 void CWorkbench::Export() {
-    m_recording = {QDateTime::currentMSecsSinceEpoch(), m_pUser->State(), {}};
-    m_recording.state["diagnosis"_q] = m_pWhy->State();
+    const auto recording = std::make_shared<workbench_export::Recording>();
+    recording->timeMs = QDateTime::currentMSecsSinceEpoch();
+    recording->state = m_pUser->State();
+    recording->state["diagnosis"_q] = m_pWhy->State();
     for (const CEventView* view : m_views) {
-        m_recording.lists.push_back(workbench_export::ListOf(view->Model()));
+        recording->lists.push_back({view->Model().Format(), view->Model().Rows()});
     }
     m_pFileBar->setEnabled(false);
-    auto* context = new QObject(this);
-    const auto write = [this, context] {
-        delete context;  // later answers and the timer find none
-        WriteRecording();
-    };
-    QTimer::singleShot(kMaxStateMs, context, write);
     const auto missing = std::make_shared<size_t>(kServerState.size());
     for (const char* part : kServerState) {
-        m_server.Ask("GET", "/v1/"_q + QString::fromLatin1(part), QByteArray(), context,
-                     [this, write, missing, part](const ServerAnswer& answer) {
-                         const QByteArray json = QByteArray::fromStdString(answer.body.toStyledString());
-                         m_recording.state[QString::fromLatin1(part)] =
-                             answer.error.isEmpty() ? QJsonValue(QJsonDocument::fromJson(json).object())
-                                                    : QJsonValue("not known: "_q + answer.error);
-                         if (--*missing == 0) {
-                             write();
-                         }
-                     });
+        const QString key = QString::fromLatin1(part);
+        m_server.Ask("GET", "/v1/"_q + key, {}, this, [this, recording, missing, key](const ServerAnswer& answer) {
+            const QByteArray json = QByteArray::fromStdString(answer.body.toStyledString());
+            recording->state[key] = answer.error.isEmpty() ? QJsonValue(QJsonDocument::fromJson(json).object())
+                                                           : QJsonValue("not known: "_q + answer.error);
+            if (--*missing == 0) {
+                RunFileTask([path = m_pPath->text().trimmed(), recording,
+                             aliases = m_aliases] { return workbench_export::Write(path, *recording, aliases); },
+                            [this] { widgets::ShowOutcome(m_pNote, "Exported, without ids, names and tokens"_q); });
+            }
+        });
     }
-}
-
-void CWorkbench::WriteRecording() {
-    RunFileTask([path = ChosenFile(), recording = std::exchange(m_recording, {}),
-                 aliases = m_aliases] { return workbench_export::Write(path, recording, aliases); },
-                [this] { widgets::ShowOutcome(m_pNote, "Exported, without ids, names and tokens"_q); });
 }
 
 void CWorkbench::Open() {
@@ -245,8 +230,8 @@ void CWorkbench::Open() {
     for (const CEventView* view : m_views) {
         recording->lists.push_back({view->Model().Format(), {}});
     }
-    RunFileTask([path = ChosenFile(), recording] { return workbench_export::Read(path, *recording); },
-                [this, recording] { ShowFile(*recording); });
+    RunFileTask([path = m_pPath->text().trimmed(), recording] { return workbench_export::Read(path, *recording); },
+                [this, recording] { ShowFile(recording.get()); });
 }
 
 void CWorkbench::RunFileTask(std::function<QString()> task, std::function<void()> done) {
@@ -271,23 +256,18 @@ void CWorkbench::RunFileTask(std::function<QString()> task, std::function<void()
     });
 }
 
-void CWorkbench::ShowFile(const workbench_export::Recording& recording) {
+// Without a file the live events are shown.
+void CWorkbench::ShowFile(const workbench_export::Recording* file) {
     for (size_t view = 0; view < m_views.size(); ++view) {
-        m_views[view]->ShowFile(recording.lists[view].rows);
+        m_views[view]->ShowFile(file ? &file->lists[view].rows : nullptr);
     }
+    m_pUser->ShowFile(file ? file->state : QJsonObject());
     m_pNote->hide();
-    m_pUser->ShowFile(recording.state);
-    m_pBannerText->setText("Shows the file %1 of %2 %3 in User, Traffic, Log, Store and URLs"_q.arg(
-        ChosenFile(), time_text::Local(recording.timeMs), time_text::Zone()));
-    m_pBanner->show();
-}
-
-void CWorkbench::ShowLive() {
-    for (CEventView* view : m_views) {
-        view->ShowLive();
+    m_pBanner->setVisible(file);
+    if (file) {
+        m_pBannerText->setText("Shows the file %1 of %2 %3 in User, Traffic, Log, Store and URLs"_q.arg(
+            m_pPath->text().trimmed(), readable::LocalTime(file->timeMs), readable::Zone()));
     }
-    m_pUser->ShowFile({});
-    m_pBanner->hide();
 }
 
 void CWorkbench::Take(const TraceEvent& seen) {

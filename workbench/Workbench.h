@@ -59,12 +59,9 @@ private:
     void RefreshPage();
     void AddFileBar();
     void ChooseFile();
-    QString ChosenFile() const;
     void Export();
-    void WriteRecording();
     void Open();
-    void ShowFile(const workbench_export::Recording& recording);
-    void ShowLive();
+    void ShowFile(const workbench_export::Recording* file);
     void RunFileTask(std::function<QString()> task, std::function<void()> done);
     void SaveView() const;
     void RestoreView();
@@ -86,6 +83,5 @@ private:
     QLineEdit* m_pPath;
     QWidget* m_pFileBar;  // disabled while a file is written or read
     QLabel* m_pNote;
-    workbench_export::Recording m_recording;  // that is being written
     std::thread m_fileTask;
 };

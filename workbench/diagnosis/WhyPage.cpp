@@ -21,7 +21,7 @@
 #include "core/config_local.h"
 #include "ui/KitPaint.h"
 #include "ui/ZRWebImageWidget.h"
-#include "workbench/TimeText.h"
+#include "workbench/FieldNode.h"
 #include "workbench/Widgets.h"
 #include "workbench/WireDecoder.h"
 
@@ -238,9 +238,9 @@ void CWhyPage::Update() {
         widgets::FitColumns(*m_pTable);
     }
     const QString nothing = m_pFilter->rowCount() != 0 ? QString() : "Nothing of this kind, or with these words. "_q;
-    const QString offset = time_text::ServerOffset();
+    const QString offset = readable::ServerOffset();
     m_pNote->setText(
-        nothing + "Times are in the zone %1."_q.arg(time_text::Zone()) +
+        nothing + "Times are in the zone %1."_q.arg(readable::Zone()) +
         (offset.isEmpty() ? QString() : " The server's clock, which windows and intervals use: %1."_q.arg(offset)));
     ShowAnswer();
 }

@@ -53,7 +53,7 @@ protected:
         workbench_export::Recording recording;
         recording.timeMs = 1'700'000'000'123;
         for (const CEventModel* model : {&traffic, &store_, &urls_, &lines}) {
-            recording.lists.push_back(workbench_export::ListOf(*model));
+            recording.lists.push_back({model->Format(), model->Rows()});
         }
         return recording;
     }
@@ -74,7 +74,7 @@ protected:
     CEventModel traffic{NewTrafficFormat(decoder)};
     CEventModel store_{NewStoreFormat()};
     CEventModel urls_{NewUrlFormat()};
-    CEventModel lines{NewLogFormat([](const QString&) { return false; })};
+    CEventModel lines{NewLogFormat()};
     uint64_t number = 0;
 };
 

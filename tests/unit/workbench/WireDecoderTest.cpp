@@ -33,7 +33,7 @@ protected:
 TEST_F(WireDecoderTest, KnowsEachTypeThatTheTableNames) {
     for (const wire::Command& command : wire::Commands()) {
         for (const char* type : {command.request, command.reply, command.push}) {
-            EXPECT_TRUE(!type || decoder.Knows(type)) << type;
+            EXPECT_TRUE(!type || Decode(type, "\xff") != Decode("", "\xff")) << type;
         }
     }
 }
