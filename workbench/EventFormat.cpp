@@ -52,7 +52,7 @@ void FillMessage(EventRow& row, const MessageTrace& message) {
 }
 
 // A reply with another number than that of its request is decoded as the expected one.
-void FillCommand(EventRow& row, const CommandTrace& command, const CWireDecoder& decoder) {
+void FillCommand(EventRow& row, const CommandTrace& command) {
     const wire::Command* known = wire::Find(command.command);
     const bool isSent = command.kind == CommandTrace::EnKind::Sent;
     SetRow(row, kTraffic[size_t(command.kind)], command.error != 0,
@@ -60,14 +60,14 @@ void FillCommand(EventRow& row, const CommandTrace& command, const CWireDecoder&
             command.session == 0 ? QString() : QString::number(command.session),
             isSent ? QString() : QString::number(command.error), QString::number(command.body.size()),
             Number(command.durationMs)});
-    row.detail = [&decoder, kept = std::make_shared<const CommandTrace>(command)] {
+    row.detail = [kept = std::make_shared<const CommandTrace>(command)] {
         const wire::Command* asked = wire::Find(kept->asked);
         const char* type = !asked                                       ? nullptr
                            : kept->kind == CommandTrace::EnKind::Sent   ? asked->request
                            : kept->kind == CommandTrace::EnKind::Pushed ? asked->push
                                                                         : asked->reply;
-        return type ? std::vector<FieldNode>{{QString::fromLatin1(type), {}, {}, decoder.Decode(type, kept->body)}}
-                    : decoder.Decode("", kept->body);
+        return type ? std::vector<FieldNode>{{QString::fromLatin1(type), {}, {}, wire::Decode(type, kept->body)}}
+                    : wire::Decode("", kept->body);
     };
 }
 
@@ -139,18 +139,18 @@ void FillCall(EventRow& row, const HttpTrace& call) {
 
 }  // namespace
 
-EventFormatPtr NewTrafficFormat(const CWireDecoder& decoder) {
+EventFormatPtr NewTrafficFormat() {
     EventFormat format{
         "Traffic"_q,
         "No command, push or bus message was seen yet. Log a user in to see some."_q,
         "What=what|Number=number|Name=name|Session=session|Error=error|Bytes=bytes|ms=ms"_q.split(QLatin1Char('|')),
         {{"Kind", "All kinds", {std::begin(kTraffic), std::end(kTraffic)}}}};
     format.takes = [](const Event& event) { return As<CommandTrace>(event) || As<MessageTrace>(event); };
-    format.fill = [&decoder](EventRow& row, const Event& event) {
+    format.fill = [](EventRow& row, const Event& event) {
         if (const auto* message = As<MessageTrace>(event)) {
             FillMessage(row, *message);
         } else {
-            FillCommand(row, *As<CommandTrace>(event), decoder);
+            FillCommand(row, *As<CommandTrace>(event));
         }
     };
     return std::make_shared<const EventFormat>(std::move(format));

@@ -10,8 +10,6 @@
 #include "workbench/FieldNode.h"
 #include "workbench/diagnosis/Literal.h"
 
-class CWireDecoder;
-
 using Event = std::variant<TraceEvent, LogEntry>;
 
 /// Returns the trace of this type; null for any other event.
@@ -56,7 +54,7 @@ struct EventFormat {
 
 using EventFormatPtr = std::shared_ptr<const EventFormat>;
 
-EventFormatPtr NewTrafficFormat(const CWireDecoder& decoder);
+EventFormatPtr NewTrafficFormat();
 EventFormatPtr NewStoreFormat();
 EventFormatPtr NewUrlFormat();
 /// Request and response share a row.
@@ -65,7 +63,7 @@ EventFormatPtr NewReportFormat();
 /// Pages, and the calls of their bridge.
 EventFormatPtr NewWebFormat();
 /// A click that activates a right is one row up to its outcome.
-EventFormatPtr NewActivationFormat(const CWireDecoder& decoder);
+EventFormatPtr NewActivationFormat();
 EventFormatPtr NewLogFormat();
 
 /// Empty for a negative number.

@@ -40,7 +40,9 @@ void CEventModel::Add(const Event& event) {
     if (int(m_pending.size()) > m_format->maxRows) {
         m_pending.pop_front();
     }
-    Schedule();
+    if (!m_flushTimer.isActive()) {
+        m_flushTimer.start();
+    }
 }
 
 void CEventModel::SetRows(const std::vector<RowPtr>& rows) {
@@ -48,12 +50,6 @@ void CEventModel::SetRows(const std::vector<RowPtr>& rows) {
     m_rows = {rows.begin(), rows.end()};
     endResetModel();
     Q_EMIT Changed();
-}
-
-void CEventModel::Schedule() {
-    if (!m_bPaused && !m_flushTimer.isActive()) {
-        m_flushTimer.start();
-    }
 }
 
 void CEventModel::Flush() {
@@ -67,7 +63,7 @@ void CEventModel::Flush() {
     }
     AddRows(added);
     if (!IsSettled()) {
-        Schedule();
+        m_flushTimer.start();
     }
     Q_EMIT Changed();
 }

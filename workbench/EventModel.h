@@ -52,7 +52,6 @@ Q_SIGNALS:
     void Changed();
 
 private:
-    void Schedule();
     void ShowEvent(const Event& event, std::vector<RowPtr>& added);
     void AddRows(const std::vector<RowPtr>& added);
 

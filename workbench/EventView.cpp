@@ -70,21 +70,22 @@ QLayout* CEventView::NewFilters() {
         ShowCount();
     });
     auto* row = widgets::Row({{m_pText, 1}});
+    int number = 0;
     for (const EventFormat::Filter& filter : m_model.Format()->filters) {
         const QString part = QString::fromLatin1(filter.part);
         widgets::Choices choices{{QString(), QString::fromLatin1(filter.all)}};
         for (const char* choice : filter.choices) {
             choices.emplace_back(QString::fromLatin1(choice), QString::fromLatin1(choice));
         }
-        const int number = int(m_choices.size());
-        m_choices.push_back(widgets::NewCombo(m_model.Format()->name + part, part, choices, this,
-                                              [this, number](const QVariant& choice) {
-                                                  m_filter.SetChoice(number, choice.toString());
-                                                  ShowCount();
-                                              }));
+        auto* box = widgets::NewCombo(m_model.Format()->name + part, part, choices, this,
+                                      [this, number](const QVariant& choice) {
+                                          m_filter.SetChoice(number, choice.toString());
+                                          ShowCount();
+                                      });
         // Its longest choice would make the workbench wider than its least width.
-        m_choices.back()->setMinimumWidth(kMinChoiceWidth);
-        row->addWidget(m_choices.back());
+        box->setMinimumWidth(kMinChoiceWidth);
+        row->addWidget(box);
+        ++number;
     }
     return row;
 }
@@ -110,8 +111,7 @@ void CEventView::SetUpTable() {
     // a reset clears the selection without selectionChanged
     connect(&m_filter, &QAbstractItemModel::modelReset, this, &CEventView::ShowSelected);
     connect(&m_filter, &QAbstractItemModel::dataChanged, this, [this](const QModelIndex& from, const QModelIndex& to) {
-        const QModelIndexList selected = m_pTable->selectionModel()->selectedRows();
-        if (!selected.isEmpty() && selected.first().row() >= from.row() && selected.first().row() <= to.row()) {
+        if (QItemSelectionRange(from, to).contains(Selected())) {
             ShowSelected();
         }
     });
@@ -135,8 +135,6 @@ void CEventView::ShowFile(const std::vector<CEventModel::RowPtr>* rows) {
     m_file.SetRows(rows ? *rows : std::vector<CEventModel::RowPtr>());
     m_pPause->setEnabled(!rows);
     m_pClear->setEnabled(!rows);
-    ShowCount();
-    ShowSelected();
 }
 
 const CEventModel& CEventView::Shown() const {
@@ -157,25 +155,12 @@ void CEventView::ShowCount() {
     }
 }
 
+QModelIndex CEventView::Selected() const {
+    return m_pTable->selectionModel()->selectedRows().value(0);
+}
+
 void CEventView::ShowSelected() {
-    const QModelIndexList selected = m_pTable->selectionModel()->selectedRows();
-    const EventRow* row = selected.isEmpty() ? nullptr : &Shown().At(m_filter.mapToSource(selected.first()).row());
-    QString text = row && row->detail ? Lines(row->detail(), QString()) : QString();
-    text.chop(1);
-    m_pDetail->setPlainText(text);
-}
-
-QJsonObject CEventView::Filters() const {
-    QJsonObject filters{{"text"_q, m_pText->text()}};
-    for (const QComboBox* box : m_choices) {
-        filters[box->accessibleName()] = box->currentData().toString();
-    }
-    return filters;
-}
-
-void CEventView::SetFilters(const QJsonObject& filters) {
-    m_pText->setText(filters["text"_q].toString());
-    for (QComboBox* box : m_choices) {
-        box->setCurrentIndex(std::max(0, box->findData(filters[box->accessibleName()].toString())));
-    }
+    const QModelIndex selected = m_filter.mapToSource(Selected());
+    const auto detail = selected.isValid() ? Shown().At(selected.row()).detail : nullptr;
+    m_pDetail->setPlainText(detail ? Lines(detail(), QString()).trimmed() : QString());
 }

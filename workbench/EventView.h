@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QComboBox>
-#include <QJsonObject>
 #include <QWidget>
 
 #include "workbench/EventModel.h"
@@ -25,10 +23,6 @@ public:
     /// Shows the rows of a file; null: the live rows again.
     void ShowFile(const std::vector<CEventModel::RowPtr>* rows);
 
-    /// The chosen filters, for the next start.
-    QJsonObject Filters() const;
-    void SetFilters(const QJsonObject& filters);
-
 protected:
     void showEvent(QShowEvent* event) override;
 
@@ -37,6 +31,7 @@ private:
     void SetUpTable();
     const CEventModel& Shown() const;
     void ShowCount();
+    QModelIndex Selected() const;
     void ShowSelected();
     void FitColumns();
 
@@ -44,7 +39,6 @@ private:
     CEventModel m_file;
     CEventFilter m_filter;
     QLineEdit* m_pText;
-    std::vector<QComboBox*> m_choices;
     QLabel* m_pCount;
     QPushButton* m_pPause;
     QPushButton* m_pClear;

@@ -59,7 +59,7 @@ bool IsClick(const log_table::ParsedLine& line) {
 
 enum EnActivationCell { kRight, kAnswer, kMs, kOutcome, kCellCount };
 
-FieldNode AddCommand(EventRow& row, const CommandTrace& command, const CWireDecoder& decoder) {
+FieldNode AddCommand(EventRow& row, const CommandTrace& command) {
     const bool isSent = command.kind == CommandTrace::EnKind::Sent;
     const wire::Command& known = *wire::Find(kCmdActivate);
     row.cells[kAnswer] = isSent               ? "waiting"_q
@@ -67,7 +67,7 @@ FieldNode AddCommand(EventRow& row, const CommandTrace& command, const CWireDeco
                                               : "error %1"_q.arg(command.error);
     row.cells[kMs] = Number(command.durationMs);
     return {
-        isSent ? "Request"_q : "Answer"_q, {}, {}, decoder.Decode(isSent ? known.request : known.reply, command.body)};
+        isSent ? "Request"_q : "Answer"_q, {}, {}, wire::Decode(isSent ? known.request : known.reply, command.body)};
 }
 
 FieldNode AddLine(EventRow& row, const log_table::ParsedLine& line) {
@@ -97,7 +97,7 @@ EventFormatPtr NewLogFormat() {
     return std::make_shared<const EventFormat>(std::move(format));
 }
 
-EventFormatPtr NewActivationFormat(const CWireDecoder& decoder) {
+EventFormatPtr NewActivationFormat() {
     EventFormat format{"Activation"_q,
                        "No right was activated yet. A click on a widget of a right that is ready activates it."_q,
                        "Right=right|Answer=answer|ms=ms|Outcome=outcome"_q.split(QLatin1Char('|')),
@@ -112,7 +112,7 @@ EventFormatPtr NewActivationFormat(const CWireDecoder& decoder) {
         clicks += line && IsClick(*line) ? 1 : 0;
         return clicks;
     };
-    format.fill = [&decoder](EventRow& row, const Event& event) {
+    format.fill = [](EventRow& row, const Event& event) {
         const bool isNew = row.cells.isEmpty();
         auto fields = isNew ? std::vector<FieldNode>() : row.detail();
         if (isNew) {
@@ -120,7 +120,7 @@ EventFormatPtr NewActivationFormat(const CWireDecoder& decoder) {
             row.choices = QStringList{"Running"_q};
         }
         const auto* command = As<CommandTrace>(event);
-        fields.push_back(command ? AddCommand(row, *command, decoder) : AddLine(row, *ActivationLine(event)));
+        fields.push_back(command ? AddCommand(row, *command) : AddLine(row, *ActivationLine(event)));
         row.detail = [fields = std::move(fields)] { return fields; };
     };
     return std::make_shared<const EventFormat>(std::move(format));

@@ -74,7 +74,7 @@ QStringList CRedactor::Forms::Split(const QString& text, int end, QString (*show
 }
 
 void CRedactor::AddSecretNumber(const QString& kind, quint64 value) {
-    const QString alias = value == 0 ? QString() : NewAlias(kind, QString::number(value));
+    const QString alias = NewAlias(kind, value == 0 ? QString() : QString::number(value));
     if (alias.isEmpty()) {
         return;
     }
@@ -95,7 +95,7 @@ void CRedactor::AddSecretNumber(const QString& kind, quint64 value) {
 }
 
 void CRedactor::AddSecretText(const QString& kind, const QString& value) {
-    const QString alias = value.isEmpty() ? QString() : NewAlias(kind, value);
+    const QString alias = NewAlias(kind, value);
     if (alias.isEmpty()) {
         return;
     }
@@ -111,11 +111,12 @@ void CRedactor::AddSecretText(const QString& kind, const QString& value) {
 }
 
 QString CRedactor::NewAlias(const QString& kind, const QString& value) {
-    if (m_known.contains(value)) {
+    QStringList& known = m_known[kind];
+    if (value.isEmpty() || known.contains(value)) {
         return QString();
     }
-    m_known.insert(value);
-    return "%1-%2"_q.arg(kind).arg(++m_counts[kind]);
+    known << value;
+    return "%1-%2"_q.arg(kind).arg(known.size());
 }
 
 void CRedactor::AddText(const QString& text, const char* pattern, const char* bytesPattern, const QString& alias) {

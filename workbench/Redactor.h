@@ -1,7 +1,8 @@
 #pragma once
 
+#include <QMap>
 #include <QRegularExpression>
-#include <QSet>
+#include <QStringList>
 #include <functional>
 #include <map>
 #include <string>
@@ -35,13 +36,12 @@ private:
         QStringList Split(const QString& text, int end, QString (*show)(const QString& part)) const;
     };
 
-    /// Returns a new alias; empty if the value is known.
+    /// Returns a new alias; empty if the value is empty or known.
     QString NewAlias(const QString& kind, const QString& value);
     void AddBytes(const QByteArray& bytes, const QString& alias, const char* pattern = "%1");
     void AddText(const QString& text, const char* pattern, const char* bytesPattern, const QString& alias);
 
     Forms m_inTexts;
-    Forms m_inBytes;  // read as Latin-1
-    QSet<QString> m_known;
-    std::map<QString, int> m_counts;
+    Forms m_inBytes;                     // read as Latin-1
+    QMap<QString, QStringList> m_known;  // values by kind
 };

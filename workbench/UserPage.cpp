@@ -70,14 +70,8 @@ QString TextOf(EnEntryState state) {
 
 }  // namespace
 
-CUserPage::CUserPage(ISessionControl& session, CAIChatEntries& entries, CPremiumRights& rights,
-                     const CWireDecoder& decoder, QWidget* parent)
-    : QWidget(parent),
-      m_session(session),
-      m_entries(entries),
-      m_rights(rights),
-      m_decoder(decoder),
-      m_strRefresh("none was seen yet"_q) {
+CUserPage::CUserPage(ISessionControl& session, CAIChatEntries& entries, CPremiumRights& rights, QWidget* parent)
+    : QWidget(parent), m_session(session), m_entries(entries), m_rights(rights), m_strRefresh("none was seen yet"_q) {
     setObjectName("SessionPage"_q);
     auto* controls = NewControls();
     auto* facts = NewFacts();
@@ -231,7 +225,7 @@ QString CUserPage::Rights() const {
     for (const CPremiumUIAccessData& record : m_rights.Table()) {
         if (record.bHasPermission) {
             const int right = int(record.enAccess);
-            held << "%1 %2"_q.arg(right).arg(m_decoder.EnumName("web_premium_access.PremiumAccess", right));
+            held << "%1 %2"_q.arg(right).arg(wire::EnumName("web_premium_access.PremiumAccess", right));
         }
     }
     const QString count = "%1 of %2 in the table"_q.arg(held.size()).arg(m_rights.Table().size());

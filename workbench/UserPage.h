@@ -10,7 +10,6 @@
 
 class CAIChatEntries;
 class CPremiumRights;
-class CWireDecoder;
 class QComboBox;
 class QFormLayout;
 class QLabel;
@@ -23,8 +22,7 @@ class CUserPage : public QWidget {
     Q_OBJECT
 
 public:
-    CUserPage(ISessionControl& session, CAIChatEntries& entries, CPremiumRights& rights, const CWireDecoder& decoder,
-              QWidget* parent = nullptr);
+    CUserPage(ISessionControl& session, CAIChatEntries& entries, CPremiumRights& rights, QWidget* parent = nullptr);
 
     /// Each listed override is shown as being in force, for example "focus: never".
     void SetOverrides(std::function<QStringList()> overrides);
@@ -66,7 +64,6 @@ private:
     ISessionControl& m_session;
     CAIChatEntries& m_entries;
     CPremiumRights& m_rights;
-    const CWireDecoder& m_decoder;
     std::function<QStringList()> m_fnOverrides;
     std::vector<Fact> m_facts;
     QJsonObject m_file;                                          // of the shown export; empty: live

@@ -92,47 +92,49 @@ std::vector<FieldNode> FieldsOf(const Message& message) {
     return nodes;
 }
 
-}  // namespace
+struct Schemas {
+    Schemas() {
+        LoadResources();
+        QFile file(":/schemas/schemas.desc"_q);
+        google::protobuf::FileDescriptorSet set;
+        if (!file.open(QIODevice::ReadOnly) || !set.ParseFromString(file.readAll().toStdString())) {
+            kLog.Error(FMT_STRING("The schemas can't be read: messages are shown as bytes"));
+        }
+        for (const auto& schema : set.file()) {
+            database.Add(schema);
+        }
+    }
 
-struct CWireDecoder::Schemas {
     google::protobuf::SimpleDescriptorDatabase database;
     google::protobuf::DescriptorPool pool{&database};
     google::protobuf::DynamicMessageFactory factory{&pool};
 };
 
-CWireDecoder::CWireDecoder() : m_schemas(std::make_unique<Schemas>()) {
-    LoadResources();
-    QFile file(":/schemas/schemas.desc"_q);
-    google::protobuf::FileDescriptorSet set;
-    if (!file.open(QIODevice::ReadOnly) || !set.ParseFromString(file.readAll().toStdString())) {
-        kLog.Error(FMT_STRING("The schemas can't be read: messages are shown as bytes"));
-        return;
-    }
-    for (const auto& schema : set.file()) {
-        m_schemas->database.Add(schema);
-    }
+Schemas& AllSchemas() {
+    static Schemas schemas;
+    return schemas;
 }
 
-CWireDecoder::~CWireDecoder() = default;
+}  // namespace
 
-QString CWireDecoder::EnumName(const std::string& type, int number) const {
-    const auto* names = m_schemas->pool.FindEnumTypeByName(type);
-    const auto* value = names ? names->FindValueByNumber(number) : nullptr;
-    return value ? QString::fromStdString(value->name()) : QString();
-}
+namespace wire {
 
-std::vector<FieldNode> CWireDecoder::Decode(const std::string& type, const std::string& bytes) const {
-    const auto* descriptor = m_schemas->pool.FindMessageTypeByName(type);
+std::vector<FieldNode> Decode(const std::string& type, const std::string& bytes) {
+    const auto* descriptor = AllSchemas().pool.FindMessageTypeByName(type);
     if (!descriptor) {
         return bytes.empty() ? std::vector<FieldNode>() : std::vector{RawField("Bytes without a schema"_q, bytes)};
     }
-    const std::unique_ptr<Message> message(m_schemas->factory.GetPrototype(descriptor)->New());
+    const std::unique_ptr<Message> message(AllSchemas().factory.GetPrototype(descriptor)->New());
     // Messages without a required field are shown too.
     return message->ParsePartialFromString(bytes) ? FieldsOf(*message)
                                                   : std::vector{RawField("Bytes that are no such message"_q, bytes)};
 }
 
-namespace wire {
+QString EnumName(const std::string& type, int number) {
+    const auto* names = AllSchemas().pool.FindEnumTypeByName(type);
+    const auto* value = names ? names->FindValueByNumber(number) : nullptr;
+    return value ? QString::fromStdString(value->name()) : QString();
+}
 
 const std::vector<Command>& Commands() {
     static const std::vector<Command> commands{

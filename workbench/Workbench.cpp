@@ -7,6 +7,8 @@
 #include <QFileDialog>
 #include <QJsonDocument>
 #include <QLineEdit>
+#include <QMetaProperty>
+#include <QRegularExpression>
 #include <QScrollArea>
 #include <QShortcut>
 #include <QStandardPaths>
@@ -14,7 +16,6 @@
 
 #include "core/config_local.h"
 #include "core/time_date.h"
-#include "framework/JsonText.h"
 #include "webview/WebHost.h"
 #include "workbench/FieldNode.h"
 #include "workbench/UserPage.h"
@@ -67,9 +68,9 @@ CWorkbench::CWorkbench(ISessionControl& session, CAIChatEntries& entries, CPremi
       m_server(server),
       m_pTabs(NewTabs("WorkbenchTabs"_q, this)),
       m_pTrafficTabs(NewTabs("TrafficTabs"_q, widgets::PagesOf(m_pTabs))),
-      m_pUser(new CUserPage(session, entries, rights, m_decoder, widgets::PagesOf(m_pTabs))),
+      m_pUser(new CUserPage(session, entries, rights, widgets::PagesOf(m_pTabs))),
       m_pTracker(new CTracker(ToServer, this)),
-      m_pWhy(new CWhyPage(*m_pTracker, rights, entries, m_decoder, server, widgets::PagesOf(m_pTabs))),
+      m_pWhy(new CWhyPage(*m_pTracker, rights, entries, server, widgets::PagesOf(m_pTabs))),
       m_pServerPage(new CServerPage(server, widgets::PagesOf(m_pTabs))),
       m_pBannerText(widgets::NewLabel("FileBannerText"_q, "overridden", this)),
       m_pBanner(widgets::New<QWidget>("FileBanner"_q, this)),
@@ -98,7 +99,6 @@ CWorkbench::CWorkbench(ISessionControl& session, CAIChatEntries& entries, CPremi
     connect(&session, &ISessionControl::UserChanged, this, &CWorkbench::ShowUsers);
     ShowUsers();
     AddShortcuts();
-    m_pTabs->setCurrentIndex(kUserTab);
     RestoreView();
 }
 
@@ -117,10 +117,10 @@ CEventView* CWorkbench::NewView(QTabWidget* tabs, const EventFormatPtr& format, 
 }
 
 void CWorkbench::AddViews() {
-    NewView(m_pTrafficTabs, NewTrafficFormat(m_decoder), "Channel and bus"_q);
+    NewView(m_pTrafficTabs, NewTrafficFormat(), "Channel and bus"_q);
     NewView(m_pTrafficTabs, NewHttpFormat(), "HTTP"_q);
     NewView(m_pTrafficTabs, NewReportFormat(), "Reports"_q);
-    NewView(m_pTrafficTabs, NewActivationFormat(m_decoder), "Activation"_q);
+    NewView(m_pTrafficTabs, NewActivationFormat(), "Activation"_q);
     AddWebState(NewView(m_pTrafficTabs, NewWebFormat(), "Web"_q));
     m_pTabs->addTab(m_pTrafficTabs, "Traffic"_q);
     m_pLog = NewView(m_pTabs, NewLogFormat(), "Log"_q);
@@ -156,27 +156,18 @@ void CWorkbench::AddShortcuts() {
         add(QKeySequence(Qt::CTRL + Qt::Key_1 + tab), [this, tab] { m_pTabs->setCurrentIndex(tab); });
     }
     add(QKeySequence::Find, [this] { FocusFilter(); });
-    add(QKeySequence(Qt::Key_F5), [this] { RefreshPage(); });
+    add(QKeySequence(Qt::Key_F5), [this] { m_pUser->Refresh(); });  // the other pages are always current
 }
 
 void CWorkbench::FocusFilter() {
-    const auto fields = m_pTabs->currentWidget()->findChildren<QLineEdit*>();
+    static const QRegularExpression names("Filter|Search"_q);
+    const auto fields = m_pTabs->findChildren<QLineEdit*>(names);
     for (QLineEdit* field : fields) {
-        if (field->isVisible() &&
-            (field->objectName().contains("Filter"_q) || field->objectName().contains("Search"_q))) {
+        if (field->isVisible()) {
             field->setFocus(Qt::ShortcutFocusReason);
             field->selectAll();
             return;
         }
-    }
-}
-
-// The page offers an operation for it, or has nothing to read again.
-void CWorkbench::RefreshPage() {
-    auto* area = qobject_cast<QScrollArea*>(m_pTabs->currentWidget());
-    QWidget* page = area ? area->widget() : m_pTabs->currentWidget();
-    if (page->metaObject()->indexOfMethod("Refresh()") >= 0) {
-        QMetaObject::invokeMethod(page, "Refresh");
     }
 }
 
@@ -295,31 +286,33 @@ void CWorkbench::ForgetServer() {
     m_pWhy->ForgetServer();
 }
 
-void CWorkbench::SaveView() const {
-    QJsonObject saved{{"tab"_q, m_pTabs->tabText(m_pTabs->currentIndex())},
-                      {"traffic"_q, m_pTrafficTabs->tabText(m_pTrafficTabs->currentIndex())}};
+// The user property of a field is its text.
+QList<QWidget*> CWorkbench::Filters() const {
+    static const QRegularExpression names("(Filter|Kind|Severity|Source|Area)$"_q);
+    QList<QWidget*> filters;
     for (const CEventView* view : m_views) {
-        saved[view->Model().Format()->name] = view->Filters();
+        filters += view->findChildren<QWidget*>(names);
+    }
+    return filters;
+}
+
+void CWorkbench::SaveView() const {
+    QJsonObject saved{{"tab"_q, m_pTabs->currentIndex()}, {"traffic"_q, m_pTrafficTabs->currentIndex()}};
+    const QList<QWidget*> filters = Filters();
+    for (const QWidget* filter : filters) {
+        saved[filter->objectName()] = filter->metaObject()->userProperty().read(filter).toString();
     }
     core::config_local::AppCfgSaveString(kViewKey, QJsonDocument(saved).toJson(QJsonDocument::Compact).toStdString());
 }
 
 void CWorkbench::RestoreView() {
     std::string text;
-    std::string reason;
-    // The toolkit's reader accepts what is not JSON.
-    if (!core::config_local::AppCfgReadString(kViewKey, text) || !host::ParseJson(text, reason)) {
-        return;
-    }
+    core::config_local::AppCfgReadString(kViewKey, text);
     const QJsonObject saved = QJsonDocument::fromJson(QByteArray::fromStdString(text)).object();
-    for (const auto& [tabs, key] : {std::pair(m_pTabs, "tab"_q), std::pair(m_pTrafficTabs, "traffic"_q)}) {
-        for (int tab = 0; tab < tabs->count(); ++tab) {
-            if (tabs->tabText(tab) == saved[key].toString()) {
-                tabs->setCurrentIndex(tab);
-            }
-        }
-    }
-    for (CEventView* view : m_views) {
-        view->SetFilters(saved[view->Model().Format()->name].toObject());
+    m_pTabs->setCurrentIndex(saved["tab"_q].toInt(kUserTab));
+    m_pTrafficTabs->setCurrentIndex(saved["traffic"_q].toInt());
+    const QList<QWidget*> filters = Filters();
+    for (QWidget* filter : filters) {
+        filter->metaObject()->userProperty().write(filter, saved[filter->objectName()].toString());
     }
 }

@@ -8,7 +8,6 @@
 #include "workbench/EventView.h"
 #include "workbench/Export.h"
 #include "workbench/Redactor.h"
-#include "workbench/WireDecoder.h"
 
 class CAIChatEntries;
 class CPremiumRights;
@@ -56,19 +55,18 @@ private:
     void AddWebState(CEventView* view);
     void AddShortcuts();
     void FocusFilter();
-    void RefreshPage();
     void AddFileBar();
     void ChooseFile();
     void Export();
     void Open();
     void ShowFile(const workbench_export::Recording* file);
     void RunFileTask(std::function<QString()> task, std::function<void()> done);
+    QList<QWidget*> Filters() const;
     void SaveView() const;
     void RestoreView();
 
     ISessionControl& m_session;
     IControlClient& m_server;
-    CWireDecoder m_decoder;
     CRedactor m_aliases;
     QTabWidget* m_pTabs;
     QTabWidget* m_pTrafficTabs;

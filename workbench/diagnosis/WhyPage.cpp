@@ -43,12 +43,11 @@ constexpr int kSearchRole = Qt::UserRole + 2;  // the kind and all texts of the 
 }  // namespace
 
 CWhyPage::CWhyPage(const CTracker& tracker, CPremiumRights& rights, const CAIChatEntries& entries,
-                   const CWireDecoder& decoder, IControlClient& server, QWidget* parent)
+                   IControlClient& server, QWidget* parent)
     : QWidget(parent),
       m_tracker(tracker),
       m_rights(rights),
       m_entries(entries),
-      m_decoder(decoder),
       m_server(server),
       m_pModel(new QStandardItemModel(this)),
       m_pFilter(new QSortFilterProxyModel(this)),
@@ -187,7 +186,7 @@ std::set<int> CWhyPage::ListedRights() const {
 }
 
 QString CWhyPage::RightName(int right) const {
-    return m_decoder.EnumName("web_premium_access.PremiumAccess", right);
+    return wire::EnumName("web_premium_access.PremiumAccess", right);
 }
 
 QString CWhyPage::UserText() const {

@@ -218,17 +218,6 @@ TEST_F(EventViewTest, AFilesRowsReplaceTheLiveOnesUntilTheEnd) {
     EXPECT_EQ(Shown(), QStringList(QStringLiteral("live")));
 }
 
-TEST_F(EventViewTest, FiltersAreKeptForTheNextStart) {
-    Child<QLineEdit>("LogFilter")->setText(QStringLiteral("two"));
-    Choose("LogArea", "Vip");
-
-    CEventView next{NewLogFormat()};
-    next.SetFilters(view.Filters());
-
-    EXPECT_EQ(next.findChild<QLineEdit*>(QStringLiteral("LogFilter"))->text(), QStringLiteral("two"));
-    EXPECT_EQ(next.findChild<QComboBox*>(QStringLiteral("LogArea"))->currentText(), QStringLiteral("Vip"));
-}
-
 TEST_F(EventViewTest, ALineOfEightMegabytesCostsNoSliceOverFiftyMilliseconds) {
     const QString text(8 << 20, QLatin1Char('x'));
     timespec before{};

@@ -8,7 +8,6 @@
 #include "support/ScriptedHostTest.h"
 #include "workbench/EventModel.h"
 #include "workbench/Redactor.h"
-#include "workbench/WireDecoder.h"
 
 using namespace ::testing;
 
@@ -70,8 +69,7 @@ protected:
     QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("made/on/demand/x.json"));
     CRedactor aliases;
-    CWireDecoder decoder;
-    CEventModel traffic{NewTrafficFormat(decoder)};
+    CEventModel traffic{NewTrafficFormat()};
     CEventModel store_{NewStoreFormat()};
     CEventModel urls_{NewUrlFormat()};
     CEventModel lines{NewLogFormat()};

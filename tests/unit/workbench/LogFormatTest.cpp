@@ -1,7 +1,6 @@
 #include "workbench/EventModel.h"
 
 #include "support/ScriptedHostTest.h"
-#include "workbench/WireDecoder.h"
 
 using namespace ::testing;
 
@@ -211,8 +210,7 @@ protected:
         return activations.At(row).cells.join(QLatin1Char('|')).toStdString();
     }
 
-    CWireDecoder decoder;
-    CEventModel activations{NewActivationFormat(decoder)};
+    CEventModel activations{NewActivationFormat()};
     uint64_t number = 0;
 };
 

@@ -21,11 +21,10 @@ protected:
 
     std::vector<std::string> Decode(const char* type, const std::string& bytes) const {
         std::vector<std::string> out;
-        Flatten(decoder.Decode(type, bytes), "", out);
+        Flatten(wire::Decode(type, bytes), "", out);
         return out;
     }
 
-    CWireDecoder decoder;
 };
 
 }  // namespace
@@ -87,9 +86,9 @@ TEST_F(WireDecoderTest, NamesWhatTheModuleSendsOnTheBus) {
 }
 
 TEST_F(WireDecoderTest, NamesTheNumbersOfAnEnumeration) {
-    EXPECT_EQ(decoder.EnumName("web_premium_access.PremiumAccess", 1000), QStringLiteral("MyPagePremium"));
-    EXPECT_EQ(decoder.EnumName("web_premium_access.PremiumAccess", 9), QString());
-    EXPECT_EQ(decoder.EnumName("web_premium_access.Nothing", 1), QString());
+    EXPECT_EQ(wire::EnumName("web_premium_access.PremiumAccess", 1000), QStringLiteral("MyPagePremium"));
+    EXPECT_EQ(wire::EnumName("web_premium_access.PremiumAccess", 9), QString());
+    EXPECT_EQ(wire::EnumName("web_premium_access.Nothing", 1), QString());
 }
 
 TEST_F(WireDecoderTest, HasARowForEachCommandAndPushOfTheModule) {

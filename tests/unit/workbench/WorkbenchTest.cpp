@@ -397,12 +397,14 @@ TEST_F(WorkbenchTest, TabAndFiltersSurviveARestart) {
     auto* tabs = Child<QTabWidget>("WorkbenchTabs");
     tabs->setCurrentIndex(tabs->count() - 1);
     Child<QLineEdit>("StoreFilter")->setText(QStringLiteral("key"));
+    Child<QComboBox>("LogArea")->setCurrentText(QStringLiteral("Vip"));
     delete workbench;
 
     workbench = new CWorkbench(session, entries, rights, server, &window);
 
     EXPECT_EQ(Child<QTabWidget>("WorkbenchTabs")->currentIndex(), Child<QTabWidget>("WorkbenchTabs")->count() - 1);
     EXPECT_EQ(Child<QLineEdit>("StoreFilter")->text(), QStringLiteral("key"));
+    EXPECT_EQ(Child<QComboBox>("LogArea")->currentText(), QStringLiteral("Vip"));
 }
 
 TEST_F(WorkbenchTest, TheButtonEndsTheProcessOfThePages) {
