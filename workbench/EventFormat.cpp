@@ -41,7 +41,8 @@ std::vector<FieldNode> Present(std::vector<FieldNode> fields) {
 }
 
 void FillMessage(EventRow& row, const MessageTrace& message) {
-    SetRow(row, kTraffic[4], false, {QString::number(message.id), wire::MessageName(message.id), {}, {}, {}, {}});
+    SetRow(row, kTraffic[4], false,
+           {QString::number(message.id), QString::fromLatin1(wire::Find(message.id).name), {}, {}, {}, {}});
     row.detail = [message] {
         return Present({{"wParam"_q, QString::number(message.wParam)},
                         {"p1"_q, message.hasBody ? QString::number(message.p1) : QString()},
@@ -53,19 +54,17 @@ void FillMessage(EventRow& row, const MessageTrace& message) {
 
 // A reply with another number than that of its request is decoded as the expected one.
 void FillCommand(EventRow& row, const CommandTrace& command) {
-    const wire::Command* known = wire::Find(command.command);
     const bool isSent = command.kind == CommandTrace::EnKind::Sent;
     SetRow(row, kTraffic[size_t(command.kind)], command.error != 0,
-           {QString::number(command.command), QString::fromLatin1(known ? known->name : ""),
+           {QString::number(command.command), QString::fromLatin1(wire::Find(command.command).name),
             command.session == 0 ? QString() : QString::number(command.session),
             isSent ? QString() : QString::number(command.error), QString::number(command.body.size()),
             Number(command.durationMs)});
     row.detail = [kept = std::make_shared<const CommandTrace>(command)] {
-        const wire::Command* asked = wire::Find(kept->asked);
-        const char* type = !asked                                       ? nullptr
-                           : kept->kind == CommandTrace::EnKind::Sent   ? asked->request
-                           : kept->kind == CommandTrace::EnKind::Pushed ? asked->push
-                                                                        : asked->reply;
+        const wire::Command& asked = wire::Find(kept->asked);
+        const char* type = kept->kind == CommandTrace::EnKind::Sent     ? asked.request
+                           : kept->kind == CommandTrace::EnKind::Pushed ? asked.push
+                                                                        : asked.reply;
         return type ? std::vector<FieldNode>{{QString::fromLatin1(type), {}, {}, wire::Decode(type, kept->body)}}
                     : wire::Decode("", kept->body);
     };

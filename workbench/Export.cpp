@@ -49,14 +49,10 @@ QJsonValue Redacted(const QJsonValue& json, const CRedactor& aliases) {
 QJsonArray JsonOf(const std::vector<FieldNode>& fields, const CRedactor& aliases) {
     QJsonArray list;
     for (const FieldNode& field : fields) {
-        QJsonObject json{{"name"_q, aliases.Redacted(field.name)}};
-        if (field.isWithheld) {
-            json["withheld"_q] = true;
-        } else if (field.raw) {
-            json["hex"_q] = aliases.RedactedHex(*field.raw);
-        } else if (!field.value.isEmpty() || field.children.empty()) {
-            json["value"_q] = aliases.Redacted(field.value);
-        }
+        const QString value = field.isWithheld ? "(withheld)"_q
+                              : field.raw      ? aliases.RedactedHex(*field.raw)
+                                               : aliases.Redacted(field.value);
+        QJsonObject json{{"name"_q, aliases.Redacted(field.name)}, {field.raw ? "hex"_q : "value"_q, value}};
         if (!field.children.empty()) {
             json["fields"_q] = JsonOf(field.children, aliases);
         }
@@ -68,11 +64,8 @@ QJsonArray JsonOf(const std::vector<FieldNode>& fields, const CRedactor& aliases
 std::vector<FieldNode> FieldsOf(const QJsonArray& list) {
     std::vector<FieldNode> fields;
     for (const QJsonValue& json : list) {
-        const QJsonValue value = json["withheld"_q].toBool() ? "(withheld)"_q : json["hex"_q];
-        fields.push_back({json["name"_q].toString(),
-                          value.toString(json["value"_q].toString()),
-                          {},
-                          FieldsOf(json["fields"_q].toArray())});
+        const QString value = json["hex"_q].toString(json["value"_q].toString());
+        fields.push_back({json["name"_q].toString(), value, {}, FieldsOf(json["fields"_q].toArray())});
     }
     return fields;
 }

@@ -8,6 +8,8 @@
 
 namespace {
 
+using log_table::EnEvent;
+
 constexpr uint32_t kCmdActivate = 20981;
 
 QString Escaped(const QString& text) {
@@ -53,15 +55,11 @@ std::optional<log_table::ParsedLine> ActivationLine(const Event& event) {
     return isActivation ? line : std::nullopt;
 }
 
-bool IsClick(const log_table::ParsedLine& line) {
-    return line.row->event == log_table::EnEvent::Asked;
-}
-
 enum EnActivationCell { kRight, kAnswer, kMs, kOutcome, kCellCount };
 
 FieldNode AddCommand(EventRow& row, const CommandTrace& command) {
     const bool isSent = command.kind == CommandTrace::EnKind::Sent;
-    const wire::Command& known = *wire::Find(kCmdActivate);
+    const wire::Command& known = wire::Find(kCmdActivate);
     row.cells[kAnswer] = isSent               ? "waiting"_q
                          : command.error == 0 ? "%1 bytes"_q.arg(command.body.size())
                                               : "error %1"_q.arg(command.error);
@@ -73,8 +71,8 @@ FieldNode AddCommand(EventRow& row, const CommandTrace& command) {
 FieldNode AddLine(EventRow& row, const log_table::ParsedLine& line) {
     static const QRegularExpression end("[:,]"_q);
     row.cells[kOutcome] = Escaped(Cut(log_table::Filled(line.row->say, line, 0)));
-    row.tone = line.row->event == log_table::EnEvent::Refused ? EnTone::kBad : EnTone::kNormal;
-    if (IsClick(line)) {
+    row.tone = line.row->event == EnEvent::Refused ? EnTone::kBad : EnTone::kNormal;
+    if (line.row->event == EnEvent::Asked) {
         row.cells[kRight] = line.values.value(line.row->at);
     } else {
         row.choices = QStringList{row.cells[kOutcome].section(end, 0, 0)};
@@ -109,7 +107,7 @@ EventFormatPtr NewActivationFormat() {
     // The picture can be closed long after the click, so that only the next click ends a sequence.
     format.sequence = [clicks = uint64_t(1)](const Event& event) mutable {
         const auto line = ActivationLine(event);
-        clicks += line && IsClick(*line) ? 1 : 0;
+        clicks += line && line->row->event == EnEvent::Asked ? 1 : 0;
         return clicks;
     };
     format.fill = [](EventRow& row, const Event& event) {

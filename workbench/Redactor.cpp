@@ -1,5 +1,4 @@
-#include "workbench/Redactor.h"
-
+// The redaction of exports.
 #include <google/protobuf/io/coded_stream.h>
 #include <json/writer.h>
 
@@ -8,7 +7,7 @@
 #include <QtEndian>
 #include <algorithm>
 
-#include "workbench/diagnosis/Literal.h"
+#include "workbench/Export.h"
 
 namespace {
 

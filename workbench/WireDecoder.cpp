@@ -7,7 +7,6 @@
 #include <google/protobuf/unknown_field_set.h>
 
 #include <QFile>
-#include <QMap>
 #include <algorithm>
 
 #include "EntryScenes.h"
@@ -39,21 +38,19 @@ FieldNode ValueNode(const Message& message, const FieldDescriptor& field, int in
     const Reflection& read = *message.GetReflection();
     const bool many = index >= 0;
     FieldNode node{QString::fromStdString(field.name()) + (many ? "[%1]"_q.arg(index) : QString())};
-    std::string text;
-    switch (field.cpp_type()) {
-        case FieldDescriptor::CPPTYPE_MESSAGE:
-            node.children =
-                FieldsOf(many ? read.GetRepeatedMessage(message, &field, index) : read.GetMessage(message, &field));
-            return node;
-        case FieldDescriptor::CPPTYPE_STRING:
-            text = many ? read.GetRepeatedString(message, &field, index) : read.GetString(message, &field);
-            return BytesField(node.name, text);
-        default:
-            google::protobuf::TextFormat::PrintFieldValueToString(message, &field, index, &text);
-            node.value = QString::fromStdString(text);
+    if (field.cpp_type() == FieldDescriptor::CPPTYPE_MESSAGE) {
+        node.children =
+            FieldsOf(many ? read.GetRepeatedMessage(message, &field, index) : read.GetMessage(message, &field));
+        return node;
     }
+    if (field.cpp_type() == FieldDescriptor::CPPTYPE_STRING) {
+        return BytesField(node.name,
+                          many ? read.GetRepeatedString(message, &field, index) : read.GetString(message, &field));
+    }
+    std::string text;
+    google::protobuf::TextFormat::PrintFieldValueToString(message, &field, index, &text);
     const auto* value = field.enum_type() ? field.enum_type()->FindValueByName(text) : nullptr;
-    node.value += value ? " (%1)"_q.arg(value->number()) : QString();
+    node.value = QString::fromStdString(text) + (value ? " (%1)"_q.arg(value->number()) : QString());
     return node;
 }
 
@@ -150,31 +147,26 @@ const std::vector<Command>& Commands() {
         {20145, "AdStatusChangedPush", nullptr, nullptr, "ad_manage_oss.AdPush"},
         {20170, "AdCheckPush", nullptr, nullptr, "ad_manage_oss.AdCheckPush"},
         {20171, "AdPush", nullptr, nullptr, "ads_service.AdPush"},
+        {core::kMsgCommonConfigChanged, "CommonConfigChanged"},
+        {core::kMsgLoginChannelConnected, "LoginChannelConnected"},
+        {core::kMsgLanguageChanged, "LanguageChanged"},
+        {core::kMsgThemeChanged, "ThemeChanged"},
+        {core::kMsgTabFrameChanged, "TabFrameChanged"},
+        {kMsgAIChatEnableChanged, "AIChatEntriesChanged"},
+        {kMsgAIChatHiddenButNotClosed, "AIChatHiddenButNotClosed"},
+        {kMsgAIChatPageSceneChanged, "AIChatPageSceneChanged"},
+        {kMsgPremiumDataChanged, "PremiumDataChanged"},
+        {kMsgPremiumRequestAnswered, "PremiumRequestAnswered"},
+        {kMsgVipStatusChanged, "VipStatusChanged"},
     };
     return commands;
 }
 
-const Command* Find(uint32_t number) {
+const Command& Find(uint32_t number) {
+    static constexpr Command kUnknown{0, ""};
     const auto found = std::find_if(Commands().begin(), Commands().end(),
                                     [number](const Command& command) { return command.number == number; });
-    return found == Commands().end() ? nullptr : &*found;
-}
-
-QString MessageName(unsigned int messageId) {
-    static const QMap<unsigned int, QString> names{
-        {core::kMsgCommonConfigChanged, "CommonConfigChanged"_q},
-        {core::kMsgLoginChannelConnected, "LoginChannelConnected"_q},
-        {core::kMsgLanguageChanged, "LanguageChanged"_q},
-        {core::kMsgThemeChanged, "ThemeChanged"_q},
-        {core::kMsgTabFrameChanged, "TabFrameChanged"_q},
-        {kMsgAIChatEnableChanged, "AIChatEntriesChanged"_q},
-        {kMsgAIChatHiddenButNotClosed, "AIChatHiddenButNotClosed"_q},
-        {kMsgAIChatPageSceneChanged, "AIChatPageSceneChanged"_q},
-        {kMsgPremiumDataChanged, "PremiumDataChanged"_q},
-        {kMsgPremiumRequestAnswered, "PremiumRequestAnswered"_q},
-        {kMsgVipStatusChanged, "VipStatusChanged"_q},
-    };
-    return names.value(messageId);
+    return found == Commands().end() ? kUnknown : *found;
 }
 
 }  // namespace wire

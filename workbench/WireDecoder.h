@@ -17,21 +17,18 @@ std::vector<FieldNode> Decode(const std::string& type, const std::string& bytes)
 /// The name of `number` in the schemas' enumeration `type`; empty if it has none.
 QString EnumName(const std::string& type, int number);
 
-/// A row of the table of commands. A new command or message needs a row there and nowhere else.
+/// A row of the table of commands and bus messages. A new one needs a row there and nowhere else.
 struct Command {
     uint32_t number;
     const char* name;
-    const char* request;  // message types of the schemas; null if there is none
-    const char* reply;
-    const char* push;
+    const char* request = nullptr;  // message types of the schemas; null if there is none
+    const char* reply = nullptr;
+    const char* push = nullptr;
 };
 
 const std::vector<Command>& Commands();
 
-/// Null if the number is unknown.
-const Command* Find(uint32_t number);
-
-/// The name of a bus message; empty if the number is unknown.
-QString MessageName(unsigned int messageId);
+/// Returns an empty name and no types for an unknown number.
+const Command& Find(uint32_t number);
 
 }  // namespace wire

@@ -9,10 +9,8 @@
 #include <QLineEdit>
 #include <QMetaProperty>
 #include <QRegularExpression>
-#include <QScrollArea>
 #include <QShortcut>
 #include <QStandardPaths>
-#include <array>
 
 #include "core/config_local.h"
 #include "core/time_date.h"
@@ -20,7 +18,6 @@
 #include "workbench/FieldNode.h"
 #include "workbench/UserPage.h"
 #include "workbench/Widgets.h"
-#include "workbench/diagnosis/LogTable.h"
 #include "workbench/diagnosis/Tracker.h"
 #include "workbench/diagnosis/WhyPage.h"
 #include "workbench/server/ServerPage.h"
@@ -31,9 +28,6 @@ constexpr int kUserTab = 1;  // current at the first start
 constexpr int kTabMargin = 10;
 constexpr const char* kViewKey = "Client_Workbench";
 
-/// The parts of an export's state that the server knows, at these paths of the control API.
-constexpr std::array<const char*, 3> kServerState{"scenario", "faults", "httpFaults"};
-
 /// Uses the current difference of the clocks.
 qint64 ToServer(qint64 localMs) {
     return localMs + core::time_date::GetSvrTimeMillis() - QDateTime::currentMSecsSinceEpoch();
@@ -42,7 +36,6 @@ qint64 ToServer(qint64 localMs) {
 QTabWidget* NewTabs(const QString& name, QWidget* parent) {
     auto* tabs = widgets::New<QTabWidget>(name, parent);
     tabs->setDocumentMode(true);
-    tabs->setUsesScrollButtons(true);
     return tabs;
 }
 
@@ -123,7 +116,7 @@ void CWorkbench::AddViews() {
     NewView(m_pTrafficTabs, NewActivationFormat(), "Activation"_q);
     AddWebState(NewView(m_pTrafficTabs, NewWebFormat(), "Web"_q));
     m_pTabs->addTab(m_pTrafficTabs, "Traffic"_q);
-    m_pLog = NewView(m_pTabs, NewLogFormat(), "Log"_q);
+    NewView(m_pTabs, NewLogFormat(), "Log"_q);
     NewView(m_pTabs, NewStoreFormat(), "Store"_q);
     NewView(m_pTabs, NewUrlFormat(), "URLs"_q);
 }
@@ -175,20 +168,16 @@ void CWorkbench::AddFileBar() {
     const QDir folder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
     m_pPath->setText(folder.filePath("zrclient-workbench.json"_q));
     m_pPath->setPlaceholderText(m_pPath->accessibleName());
-    auto* choose = widgets::NewButton("ExportChoose"_q, "…"_q, m_pFileBar, [this] { ChooseFile(); });
+    auto* choose = widgets::NewButton("ExportChoose"_q, "…"_q, m_pFileBar, [this] {
+        const QString file = QFileDialog::getSaveFileName(this, "Choose the file"_q, m_pPath->text(), {}, nullptr,
+                                                          QFileDialog::DontConfirmOverwrite);
+        m_pPath->setText(file.isEmpty() ? m_pPath->text() : file);
+    });
     choose->setAccessibleName("Choose the file"_q);
     choose->setToolTip("Choose the file"_q);
     auto* save = widgets::NewButton("ExportSave"_q, "Export"_q, m_pFileBar, [this] { Export(); });
     auto* open = widgets::NewButton("ExportOpen"_q, "Open export"_q, m_pFileBar, [this] { Open(); });
     widgets::Row({{m_pPath, 1}, choose, save, open}, m_pFileBar);
-}
-
-void CWorkbench::ChooseFile() {
-    QFileDialog dialog(this, "Choose the file"_q, m_pPath->text());
-    dialog.setOption(QFileDialog::DontConfirmOverwrite);
-    if (dialog.exec() == QDialog::Accepted) {
-        m_pPath->setText(dialog.selectedFiles().value(0));
-    }
 }
 
 void CWorkbench::Export() {
@@ -200,9 +189,9 @@ void CWorkbench::Export() {
         recording->lists.push_back({view->Model().Format(), view->Model().Rows()});
     }
     m_pFileBar->setEnabled(false);
-    const auto missing = std::make_shared<size_t>(kServerState.size());
-    for (const char* part : kServerState) {
-        const QString key = QString::fromLatin1(part);
+    const auto missing = std::make_shared<int>(0);
+    for (const QString& key : {"scenario"_q, "faults"_q, "httpFaults"_q}) {
+        ++*missing;
         m_server.Ask("GET", "/v1/"_q + key, {}, this, [this, recording, missing, key](const ServerAnswer& answer) {
             const QByteArray json = QByteArray::fromStdString(answer.body.toStyledString());
             recording->state[key] = answer.error.isEmpty() ? QJsonValue(QJsonDocument::fromJson(json).object())
@@ -238,7 +227,6 @@ void CWorkbench::RunFileTask(std::function<QString()> task, std::function<void()
         } else {
             widgets::ShowOutcome(m_pNote, failure, widgets::EnOutcome::Bad);
         }
-        Q_EMIT FileDone(failure);
     };
     m_fileTask = std::thread([this, task = std::move(task), finish] {
         const QString failure = task();

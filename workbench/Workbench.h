@@ -7,7 +7,6 @@
 #include "workbench/ControlClient.h"
 #include "workbench/EventView.h"
 #include "workbench/Export.h"
-#include "workbench/Redactor.h"
 
 class CAIChatEntries;
 class CPremiumRights;
@@ -42,12 +41,6 @@ public:
     /// The values that an export must not contain.
     CRedactor& Aliases() { return m_aliases; }
 
-    CEventModel& Log() { return m_pLog->Model(); }
-
-Q_SIGNALS:
-    /// An export or the opening of a file ended. `failure` is empty on success.
-    void FileDone(const QString& failure);
-
 private:
     CEventView* NewView(QTabWidget* tabs, const EventFormatPtr& format, const QString& title);
     void ShowUsers();
@@ -56,7 +49,6 @@ private:
     void AddShortcuts();
     void FocusFilter();
     void AddFileBar();
-    void ChooseFile();
     void Export();
     void Open();
     void ShowFile(const workbench_export::Recording* file);
@@ -72,7 +64,6 @@ private:
     QTabWidget* m_pTrafficTabs;
     CUserPage* m_pUser;
     std::vector<CEventView*> m_views;
-    CEventView* m_pLog = nullptr;
     CTracker* m_pTracker;
     CWhyPage* m_pWhy;
     CServerPage* m_pServerPage;

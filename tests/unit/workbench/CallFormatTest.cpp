@@ -9,7 +9,6 @@
 #include "support/ScriptedHostTest.h"
 #include "workbench/EventView.h"
 #include "workbench/Export.h"
-#include "workbench/Redactor.h"
 
 using namespace ::testing;
 

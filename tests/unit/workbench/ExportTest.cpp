@@ -7,7 +7,6 @@
 
 #include "support/ScriptedHostTest.h"
 #include "workbench/EventModel.h"
-#include "workbench/Redactor.h"
 
 using namespace ::testing;
 

@@ -11,7 +11,6 @@
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QPushButton>
-#include <QSignalSpy>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
@@ -106,13 +105,17 @@ protected:
         }
     }
 
+    bool IsFileDone() {
+        return WaitInRealTime([this] { return Child<QWidget>("ExportRow")->isEnabled(); });
+    }
+
     /// Clicks the button and returns the failure of what it does with the file.
     QString RunFile(const char* button) {
-        QSignalSpy done(workbench, &CWorkbench::FileDone);
         Click(Child<QPushButton>(button));
         AnswerServer();
-        EXPECT_TRUE(WaitInRealTime([&done] { return done.count() == 1; }));
-        return done.value(0).value(0).toString();
+        EXPECT_TRUE(IsFileDone());
+        const auto* note = Child<QLabel>("ExportNote");
+        return note->property("good").toBool() ? QString() : note->text();
     }
 
     std::shared_ptr<CFakeGrowthService> service = CFakeGrowthService::Offer();
@@ -373,14 +376,13 @@ TEST_F(WorkbenchTest, AnExportOfFullListsCostsTheWindowLessThanFiftyMilliseconds
     timespec before{};
     clock_gettime(CLOCK_THREAD_CPUTIME_ID, &before);
 
-    QSignalSpy done(workbench, &CWorkbench::FileDone);
     Click(Child<QPushButton>("ExportSave"));
     AnswerServer();
 
     timespec after{};
     clock_gettime(CLOCK_THREAD_CPUTIME_ID, &after);
     EXPECT_LT((after.tv_sec - before.tv_sec) * 1000 + (after.tv_nsec - before.tv_nsec) / 1'000'000, 50);
-    EXPECT_TRUE(WaitInRealTime([&done] { return done.count() == 1; }));
+    EXPECT_TRUE(IsFileDone());
 }
 
 TEST_F(WorkbenchTest, AFailedExportIsToldInRed) {
