@@ -33,14 +33,13 @@ CEventView::CEventView(const EventFormatPtr& format, QWidget* parent)
       m_file(format, this),
       m_pText(widgets::New<QLineEdit>(format->name + "Filter"_q, this, "Filter by text"_q)),
       m_pCount(widgets::NewLabel(format->name + "Count"_q, "muted", this)),
-      m_pPause(widgets::New<QPushButton>(format->name + "Pause"_q, this)),
+      m_pPause(widgets::NewButton(format->name + "Pause"_q, "Pause"_q, this,
+                                  [this] { m_model.SetPaused(m_pPause->isChecked()); })),
       m_pClear(widgets::NewButton(format->name + "Clear"_q, "Clear"_q, this, [this] { m_model.Clear(); })),
       m_pTable(widgets::New<QTableView>(format->name + "Table"_q, this, format->name + " events"_q)),
       m_pNothing(widgets::NewLabel(format->name + "Nothing"_q, "muted", m_pTable->viewport())),
       m_pDetail(widgets::New<QPlainTextEdit>(format->name + "Detail"_q, this, "The selected row in full"_q)) {
-    m_pPause->setText("Pause"_q);
     m_pPause->setCheckable(true);
-    connect(m_pPause, &QPushButton::toggled, &m_model, &CEventModel::SetPaused);
     m_pDetail->setReadOnly(true);
     m_pDetail->setTabChangesFocus(true);
     m_pDetail->setFrameShape(QFrame::NoFrame);
@@ -56,9 +55,7 @@ CEventView::CEventView(const EventFormatPtr& format, QWidget* parent)
     splitter->setStretchFactor(1, 2);
     widgets::Column({NewFilters(), widgets::Row({{m_pCount, 1}, m_pPause, m_pClear}), {splitter, 1}}, this)
         ->setSpacing(6);
-    for (CEventModel* model : {&m_model, &m_file}) {
-        connect(model, &CEventModel::Changed, this, &CEventView::ShowCount);
-    }
+    connect(&m_model, &CEventModel::Changed, this, &CEventView::ShowCount);
     ShowFile(nullptr);
 }
 
@@ -135,6 +132,7 @@ void CEventView::ShowFile(const std::vector<CEventModel::RowPtr>* rows) {
     m_file.SetRows(rows ? *rows : std::vector<CEventModel::RowPtr>());
     m_pPause->setEnabled(!rows);
     m_pClear->setEnabled(!rows);
+    ShowCount();
 }
 
 const CEventModel& CEventView::Shown() const {

@@ -10,15 +10,25 @@
 #include "workbench/ControlClient.h"
 #include "workbench/diagnosis/LogTable.h"
 
-FieldNode RawField(const QString& name, const std::string& bytes) {
-    return {name, readable::Hex(bytes), bytes};
+namespace {
+
+std::optional<QString> Utf8(const std::string& bytes) {
+    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+    const QString text = QTextCodec::codecForName("UTF-8")->toUnicode(bytes.data(), int(bytes.size()), &state);
+    const bool isText = state.invalidChars == 0 && state.remainingChars == 0 &&
+                        std::none_of(text.begin(), text.end(), [](QChar character) {
+                            return character.category() == QChar::Other_Control && !"\n\t\r"_q.contains(character);
+                        });
+    return isText ? std::make_optional(text) : std::nullopt;
 }
 
-FieldNode BytesField(const QString& name, const std::string& bytes) {
-    const auto text = readable::Utf8(bytes);
-    return text ? FieldNode{name, *text} : RawField(name, bytes);
+QString Hex(const std::string& bytes) {
+    constexpr size_t kShown = 4096;
+    const QByteArray shown(bytes.data(), int(std::min(bytes.size(), kShown)));
+    return QString::fromLatin1(shown.toHex(' ')) + (bytes.size() > kShown ? " …"_q : QString());
 }
 
+/// Members have their names, array items their index in brackets.
 FieldNode JsonField(const QString& name, const Json::Value& json) {
     FieldNode field{name};
     for (auto item = json.begin(); item != json.end(); ++item) {
@@ -29,6 +39,17 @@ FieldNode JsonField(const QString& name, const Json::Value& json) {
         field.value = json.isNull() ? "null"_q : json::Text(json);
     }
     return field;
+}
+
+}  // namespace
+
+FieldNode RawField(const QString& name, const std::string& bytes) {
+    return {name, Hex(bytes), bytes};
+}
+
+FieldNode BytesField(const QString& name, const std::string& bytes) {
+    const auto text = Utf8(bytes);
+    return text ? FieldNode{name, *text} : RawField(name, bytes);
 }
 
 FieldNode BodyField(const QString& name, const std::string& body, size_t wholeBytes) {
@@ -46,27 +67,12 @@ FieldNode BodyField(const QString& name, const std::string& body, size_t wholeBy
     // The hex contains the same bytes and is redacted in every encoding, so the text is withheld from exports.
     const std::string start = body.substr(0, kTextShown);
     static const QRegularExpression unprintable("[^ -~]"_q);
-    const QString text = readable::Utf8(start).value_or(
-        QString::fromLatin1(start.data(), int(start.size())).replace(unprintable, "."_q));
+    const QString text =
+        Utf8(start).value_or(QString::fromLatin1(start.data(), int(start.size())).replace(unprintable, "."_q));
     return {name, size, {}, {{"Text"_q, text, {}, {}, true}, RawField("Hex"_q, body)}};
 }
 
 namespace readable {
-
-std::optional<QString> Utf8(const std::string& bytes) {
-    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
-    const QString text = QTextCodec::codecForName("UTF-8")->toUnicode(bytes.data(), int(bytes.size()), &state);
-    const bool isText = state.invalidChars == 0 && state.remainingChars == 0 &&
-                        std::none_of(text.begin(), text.end(), [](QChar character) {
-                            return character.category() == QChar::Other_Control && !"\n\t\r"_q.contains(character);
-                        });
-    return isText ? std::make_optional(text) : std::nullopt;
-}
-
-QString Hex(const std::string& bytes, size_t limit) {
-    const QByteArray shown(bytes.data(), int(std::min(bytes.size(), limit)));
-    return QString::fromLatin1(shown.toHex(' ')) + (bytes.size() > limit ? " …"_q : QString());
-}
 
 QString Preview(const std::string& bytes) {
     constexpr int kPreview = 80;

@@ -69,13 +69,12 @@ FieldNode AddCommand(EventRow& row, const CommandTrace& command) {
 }
 
 FieldNode AddLine(EventRow& row, const log_table::ParsedLine& line) {
-    static const QRegularExpression end("[:,]"_q);
     row.cells[kOutcome] = Escaped(Cut(log_table::Filled(line.row->say, line, 0)));
     row.tone = line.row->event == EnEvent::Refused ? EnTone::kBad : EnTone::kNormal;
     if (line.row->event == EnEvent::Asked) {
         row.cells[kRight] = line.values.value(line.row->at);
     } else {
-        row.choices = QStringList{row.cells[kOutcome].section(end, 0, 0)};
+        row.choices = QStringList{row.cells[kOutcome].startsWith("Failed"_q) ? "Failed"_q : "Activated"_q};
     }
     return {"Line"_q, Escaped(Cut(line.text))};
 }
@@ -111,9 +110,8 @@ EventFormatPtr NewActivationFormat() {
         return clicks;
     };
     format.fill = [](EventRow& row, const Event& event) {
-        const bool isNew = row.cells.isEmpty();
-        auto fields = isNew ? std::vector<FieldNode>() : row.detail();
-        if (isNew) {
+        auto fields = row.detail ? row.detail() : std::vector<FieldNode>();
+        if (row.cells.isEmpty()) {
             row.cells = QVector<QString>(kCellCount).toList();
             row.choices = QStringList{"Running"_q};
         }

@@ -219,19 +219,17 @@ void CWorkbench::RunFileTask(std::function<QString()> task, std::function<void()
         m_fileTask.join();
     }
     m_pFileBar->setEnabled(false);
-    const auto finish = [this, done = std::move(done)](const QString& failure) {
-        m_pFileBar->setEnabled(true);
-        m_pNote->show();
-        if (failure.isEmpty()) {
-            done();
-        } else {
-            widgets::ShowOutcome(m_pNote, failure, widgets::EnOutcome::Bad);
-        }
-    };
-    m_fileTask = std::thread([this, task = std::move(task), finish] {
-        const QString failure = task();
-        QMetaObject::invokeMethod(
-            this, [finish, failure] { finish(failure); }, Qt::QueuedConnection);
+    m_fileTask = std::thread([this, task = std::move(task), done = std::move(done)] {
+        const auto finish = [this, done, failure = task()] {
+            m_pFileBar->setEnabled(true);
+            m_pNote->show();
+            if (failure.isEmpty()) {
+                done();
+            } else {
+                widgets::ShowOutcome(m_pNote, failure, widgets::EnOutcome::Bad);
+            }
+        };
+        QMetaObject::invokeMethod(this, finish, Qt::QueuedConnection);
     });
 }
 
