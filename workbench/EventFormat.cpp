@@ -1,10 +1,8 @@
 // Formats for the calls that modules make and receive.
 #include "workbench/EventFormat.h"
 
-#include <QMap>
 #include <QUrl>
 
-#include "core/network/http.h"
 #include "workbench/WireDecoder.h"
 
 namespace {
@@ -70,27 +68,19 @@ void FillCommand(EventRow& row, const CommandTrace& command) {
     };
 }
 
-// A call that was never started has no task and no end.
-bool IsRefused(const HttpTrace& call) {
-    return call.kind == HttpTrace::EnKind::Sent && call.task == 0;
-}
-
 bool IsEnd(const HttpTrace& call) {
     return call.kind != HttpTrace::EnKind::Sent;
 }
 
 QString Outcome(const HttpTrace& call) {
-    static const QMap<int, QString> failures{{kHttpBadRequest, "bad request"_q},
-                                             {kHttpNoConnection, "no connection"_q},
-                                             {kHttpTimedOut, "timed out"_q},
-                                             {kHttpTooLarge, "too large"_q},
-                                             {kHttpCut, "cut off"_q},
-                                             {kHttpRedirected, "redirected"_q}};
+    // By HttpResult.
+    static const QStringList failures =
+        "failed|bad request|no connection|timed out|too large|cut off|redirected"_q.split(QLatin1Char('|'));
     if (call.kind == HttpTrace::EnKind::Failed) {
-        return "%1 (%2)"_q.arg(failures.value(call.result, "failed"_q)).arg(call.result);
+        return "%1 (%2)"_q.arg(failures.value(call.result, failures.first())).arg(call.result);
     }
     if (!IsEnd(call)) {
-        return IsRefused(call) ? "Not started"_q : "Waiting"_q;
+        return call.task == 0 ? "Not started"_q : "Waiting"_q;
     }
     // Without a sent request there is no status.
     const QString status = call.status == 0 ? QString() : QString::number(call.status);
@@ -130,7 +120,8 @@ void FillCall(EventRow& row, const HttpTrace& call) {
                             QString::number(IsEnd(call) ? call.requestBytes : call.bodyBytes),
                             IsEnd(call) ? QString::number(call.bodyBytes) : QString()};
     row.choices = QStringList{QString::fromLatin1(kCalls[size_t(call.kind)])};
-    const bool isBad = IsRefused(call) || call.kind == HttpTrace::EnKind::Failed || call.status >= kFirstBadStatus ||
+    const bool wasNotStarted = !IsEnd(call) && call.task == 0;
+    const bool isBad = wasNotStarted || call.kind == HttpTrace::EnKind::Failed || call.status >= kFirstBadStatus ||
                        !call.refusal.empty();
     row.tone = isBad ? EnTone::kBad : EnTone::kNormal;
     row.detail = [kept = std::make_shared<const HttpTrace>(call)] { return CallFields(*kept); };
