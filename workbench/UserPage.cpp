@@ -159,6 +159,7 @@ QFormLayout* CUserPage::NewFacts() {
     const auto add = [this, form](const QString& key, const QString& text, const std::function<QString()>& read) {
         auto* label = widgets::NewLabel({}, "muted", this, text);
         label->setWordWrap(false);
+        label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
         auto* value = widgets::NewLabel("UserFact_"_q + key, "", this);
         value->setTextInteractionFlags(Qt::TextSelectableByMouse);
         form->addRow(label, value);

@@ -33,6 +33,13 @@ qint64 ToServer(qint64 localMs) {
     return localMs + core::time_date::GetSvrTimeMillis() - QDateTime::currentMSecsSinceEpoch();
 }
 
+/// Texts that wrap make a column ask for its preferred height. This one can do with its least.
+class CLowColumn : public QVBoxLayout {
+public:
+    using QVBoxLayout::QVBoxLayout;
+    bool hasHeightForWidth() const override { return false; }
+};
+
 QTabWidget* NewTabs(const QString& name, QWidget* parent) {
     auto* tabs = widgets::New<QTabWidget>(name, parent);
     tabs->setDocumentMode(true);
@@ -71,6 +78,7 @@ CWorkbench::CWorkbench(ISessionControl& session, CAIChatEntries& entries, CPremi
       m_pFileBar(widgets::New<QWidget>("ExportRow"_q, this)),
       m_pNote(widgets::NewOutcome("ExportNote"_q, this)) {
     setObjectName("Workbench"_q);
+    m_pWhy->setContentsMargins(0, kTabMargin, 0, 0);
     m_pTabs->addTab(m_pWhy, "Why"_q);
     widgets::AddScrollTab(m_pTabs, m_pUser, "User"_q);
     m_pTabs->addTab(m_pServerPage, "Server"_q);
@@ -80,12 +88,11 @@ CWorkbench::CWorkbench(ISessionControl& session, CAIChatEntries& entries, CPremi
     m_pBanner->hide();
     m_pNote->hide();
     AddFileBar();
-    widgets::Column({m_pBanner, {m_pTabs, 1}, m_pFileBar, m_pNote}, this)->setSpacing(8);
-    for (QTabWidget* tabs : {m_pTabs, m_pTrafficTabs}) {
-        for (int tab = 0; tab < tabs->count(); ++tab) {
-            tabs->widget(tab)->setContentsMargins(0, kTabMargin, 0, 0);
-        }
-    }
+    auto* column = new CLowColumn(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    auto* parts = widgets::Column({m_pBanner, {m_pTabs, 1}, m_pFileBar, m_pNote});
+    parts->setSpacing(8);
+    column->addLayout(parts);
     m_pUser->SetOverrides([this] { return m_pServerPage->Overridden(); });
     connect(m_pServerPage, &CServerPage::OverridesChanged, m_pUser, &CUserPage::Refresh);
     connect(&session, &ISessionControl::UsersChanged, this, &CWorkbench::ShowUsers);
@@ -104,6 +111,7 @@ CWorkbench::~CWorkbench() {
 
 CEventView* CWorkbench::NewView(QTabWidget* tabs, const EventFormatPtr& format, const QString& title) {
     auto* view = new CEventView(format, widgets::PagesOf(tabs));
+    view->setContentsMargins(0, kTabMargin, 0, 0);
     tabs->addTab(view, title);
     m_views.push_back(view);
     return view;
