@@ -3,7 +3,6 @@
 #include <signal.h>
 
 #include <QDateTime>
-#include <QDir>
 #include <QFileDialog>
 #include <QJsonDocument>
 #include <QLineEdit>
@@ -15,7 +14,6 @@
 #include "core/config_local.h"
 #include "core/time_date.h"
 #include "webview/WebHost.h"
-#include "workbench/FieldNode.h"
 #include "workbench/UserPage.h"
 #include "workbench/Widgets.h"
 #include "workbench/diagnosis/Tracker.h"
@@ -173,8 +171,8 @@ void CWorkbench::FocusFilter() {
 }
 
 void CWorkbench::AddFileBar() {
-    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-    m_pPath->setText(folder.filePath("zrclient-workbench.json"_q));
+    m_pPath->setText(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) +
+                     "/zrclient-workbench.json"_q);
     m_pPath->setPlaceholderText(m_pPath->accessibleName());
     auto* choose = widgets::NewButton("ExportChoose"_q, "…"_q, m_pFileBar, [this] {
         const QString file = QFileDialog::getSaveFileName(this, "Choose the file"_q, m_pPath->text(), {}, nullptr,
