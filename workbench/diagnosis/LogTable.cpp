@@ -1,12 +1,10 @@
 #include "workbench/diagnosis/LogTable.h"
 
 #include <QDateTime>
-#include <QRegularExpression>
 #include <algorithm>
 #include <utility>
 
 #include "workbench/FieldNode.h"
-#include "workbench/ads/AdTabs.h"
 
 namespace log_table {
 namespace {
@@ -34,7 +32,7 @@ const RowText kAdRows[] = {
      "The server's answer cannot be decoded{reason}.", "decoded", "unfit{reason}", "complete"},
     {"[Ad] Request ad failed, path = {w}, code = {n}, message= {}, {@}, requestId = {}", E::Refused, kStepAnswered,
      "The server refused the request with code {1}: {2}.", "code 0", "code {1}: {2}", "code 0"},
-    {"[Ad] Request ad succeed, path = {w}, {@}, requestId = {}", E::Answered, kStepKept},
+    {"[Ad] Request ad succeed, path = {w}, {@}, requestId = {}", E::Good, kStepKept},
     {"[Ad] {w} decode failed, {} is unvalid", E::Reason, -1, ": {0}: {1}"},
     {"[Ad] adModelList is null, m_{@}", E::Refused, kStepKept, "No list is waiting.", "a list", "none", "a list",
      F::Never, true},
@@ -125,7 +123,7 @@ const RowText kAdRows[] = {
     {"[Ad] AdStatusChangedPush callback,receive cmd 20145, {@}, offlineAdId = {}, delay = {n}", E::Withdrawn, kStepKept,
      "when the server took ad {2} offline"},
     {"[Ad] {w} callback,receive cmd {w}, {@}{}, delay = {n}", E::Pushed},
-    {"[Ad] {w} callback, {}", E::PushRefused, kStepAsked, "A push was refused: {1}.", "push", "{1}", "a complete push"},
+    {"[Ad] {w} callback, {}", E::Ignored, kStepAsked, "A push was refused: {1}.", "push", "{1}", "a complete push"},
     {"[Ad] Login out", E::Reason, -1, "with the logout"},
     {"[Ad] Language changed", E::Reason, -1, "with the change of the language"},
 };
@@ -311,14 +309,10 @@ QString Duration(qint64 seconds) {
 }
 
 QString Area(qint64 area) {
-    for (const AdTab& tab : kAdTabs) {
-        for (const TabPage& page : kTabPages) {
-            if (tab.area == area && tab.tab == page.tab) {
-                return "%1 (area %2)"_q.arg(QString::fromUtf8(page.page.title)).arg(area);
-            }
-        }
-    }
-    return "no tab (area %1)"_q.arg(area);
+    constexpr int kFirst = 500;
+    static const QStringList tabs =
+        "Watchlist,Quotes,Research,Account,News,Market,Alerts,Portfolio"_q.split(QLatin1Char(','));
+    return "%1 (area %2)"_q.arg(tabs.value(int(area) - kFirst, "no tab"_q)).arg(area);
 }
 
 QString AdKind(qint64 type) {

@@ -18,7 +18,6 @@ enum class EnKind { Ad, Rights, Vip, Widget, Chat, ChatOpen };
 enum class EnEvent {
     Note,  // belongs to the subject's history only
     Asked,
-    Answered,
     Retried,  // a waiting list is checked again
     Dropped,  // one ad of a list
     Refused,
@@ -32,7 +31,6 @@ enum class EnEvent {
     Cleared,
     Pushed,
     Withdrawn,
-    PushRefused,
     Reason,  // for a following line
     TimerReady,
     TimerStopped,

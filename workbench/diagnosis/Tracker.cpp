@@ -1,6 +1,5 @@
 #include "workbench/diagnosis/Tracker.h"
 
-#include <QUrl>
 #include <algorithm>
 #include <utility>
 
@@ -59,32 +58,10 @@ AdState::Request FindRequest(const TrackerState& state, const QString& id) {
     return found == state.adRequests.rend() ? nullptr : *found;
 }
 
-AdState::Request RequestOf(TrackerState& state, const AdRequest& read) {
-    AdState::Request request = FindRequest(state, read.id);
-    if (!request) {
-        request = Keep(state.adRequests, std::make_shared<AdRequest>(read), kRequestsKept);
-        state.ads[read.slot].last = request;
-    }
-    return request;
-}
-
 // The answer to a former user's request has none.
 void On(TrackerState& state, const HttpTrace& call, qint64 timeMs) {
-    const QString path = QUrl(QString::fromStdString(call.url)).path();
-    if (!path.endsWith(QLatin1String("/ad/search")) && !path.endsWith(QLatin1String("/ad/check"))) {
-        return;
-    }
-    const bool isSent = call.kind == HttpTrace::EnKind::Sent;
-    const Json::Value asked = Parsed(isSent ? call.body : call.requestBody);
-    const QString id = json::Text(json::Member(asked, "request_id"));
-    const auto type = json::Number(json::Member(asked, "ad_type"));
-    const auto position = json::Number(json::Member(asked, "ad_position"));
-    if (isSent && !id.isEmpty() && type && position) {
-        const auto request = RequestOf(state, {id, {int(*type), int(*position)}, path, {}, timeMs});
-        for (const Json::Value& ad : json::Items(json::Member(asked, "ad_id"))) {
-            request->askedFor << json::Text(ad);
-        }
-    } else if (const auto request = isSent ? nullptr : FindRequest(state, id)) {
+    const QString id = json::Text(json::Member(Parsed(call.requestBody), "request_id"));
+    if (const AdState::Request request = FindRequest(state, id)) {
         request->answeredMs = timeMs;
         for (const Json::Value& ad : json::Items(json::Member(json::Member(Parsed(call.body), "data"), "ad"))) {
             request->ads.push_back(OfferOf(ad));
@@ -102,12 +79,9 @@ void On(TrackerState& state, const StoreTrace& store, qint64 /*timeMs*/) {
 }
 
 void Put(AdState& ad, const Refusal& refusal) {
-    if (refusal.leavesRest && ad.red && !ad.red->leavesRest) {
-        ad.after = refusal;
-        return;
-    }
-    ad.red = refusal;
-    ad.after.reset();
+    const bool isLater = refusal.leavesRest && ad.red && !ad.red->leavesRest;
+    ad.red = isLater ? ad.red : refusal;
+    ad.after = isLater ? std::make_optional(refusal) : std::nullopt;
 }
 
 // The conditions are checked twice: for the list, and again when the picture has come.
@@ -193,9 +167,10 @@ void TakeAd(TrackerState& state, AdState& ad, const AdSlot& slot, const ParsedLi
         ad.passed = line.row->step;  // progress of the attempt
     }
     if (event == EnEvent::Asked) {
-        ad.last = RequestOf(state, {line.values[4], slot, line.values[0], {}, line.timeMs});
+        const AdRequest request{line.values[4], line.timeMs};
+        ad.last = Keep(state.adRequests, std::make_shared<AdRequest>(request), kRequestsKept);
         state.adReason.clear();
-    } else if (event == EnEvent::Answered) {
+    } else if (event == EnEvent::Good) {
         if (const AdState::Request request = FindRequest(state, line.values[3])) {
             ad.answered = request;
             request->answeredMs = std::max(request->answeredMs, line.timeMs);
@@ -208,7 +183,7 @@ void TakeAd(TrackerState& state, AdState& ad, const AdSlot& slot, const ParsedLi
         }
     } else if (event == EnEvent::Dropped && ad.standing) {
         ad.standing->drops.push_back(line);
-    } else if (event == EnEvent::Refused || event == EnEvent::Ignored || event == EnEvent::PushRefused) {
+    } else if (event == EnEvent::Refused || event == EnEvent::Ignored) {
         OnAdRefused(ad, line, std::exchange(state.adReason, QString()));
     } else if (event == EnEvent::Loading) {
         ad.isLoading = true;
@@ -254,13 +229,6 @@ void TakeAd(TrackerState& state, const ParsedLine& line) {
 
 // ---- rights, VIP status and chat scenes
 
-RefreshState::Request& RequestOf(RefreshState& state, unsigned long session) {
-    if (state.requests.size() > kRequestsKept) {
-        state.requests.erase(state.requests.begin());
-    }
-    return state.requests[session];
-}
-
 void On(TrackerState& state, const CommandTrace& command, qint64 timeMs) {
     RefreshState* refreshes = command.asked == kCommandPremiumAccess ? &state.rights
                               : command.asked == kCommandVipStatus   ? &state.vip
@@ -269,7 +237,7 @@ void On(TrackerState& state, const CommandTrace& command, qint64 timeMs) {
     if (!refreshes || command.kind == CommandTrace::EnKind::Pushed) {
         return;
     }
-    RefreshState::Request& request = RequestOf(*refreshes, command.session);
+    RefreshState::Request& request = refreshes->requests[command.session];
     if (command.kind == CommandTrace::EnKind::Sent) {
         request.sentMs = timeMs;
         request.why = request.why.isEmpty() ? std::exchange(refreshes->nextWhy, QString()) : request.why;
@@ -281,16 +249,15 @@ void On(TrackerState& state, const CommandTrace& command, qint64 timeMs) {
 
 // A preceding line, if any, contains the reason of the request. Requests after a push have no such line.
 QString WhyOf(RefreshState& state, const ParsedLine& line) {
-    const int count = line.row->at == 1 ? int(line.Number(0)) : -1;
-    QString why = std::exchange(state.nextWhy, QString());
-    const auto due = std::find_if(state.pushes.begin(), state.pushes.end(), [&](const auto& push) {
-        return push.second == count && push.first <= line.timeMs + kSlackMs;
-    });
-    if (why.isEmpty() && due != state.pushes.end() && (line.values.isEmpty() || IsTrue(line.values.last()))) {
-        state.pushes.erase(due);
-        why = "push"_q;
+    const auto push = state.pushes.begin();
+    if (!state.nextWhy.isEmpty()) {
+        return std::exchange(state.nextWhy, QString());
     }
-    return why.isEmpty() ? "a caller"_q : why;
+    if (push == state.pushes.end() || push->first > line.timeMs + kSlackMs) {
+        return "a caller"_q;
+    }
+    state.pushes.erase(push);
+    return "push"_q;
 }
 
 // A line without a session is about the last answer. A login requests rights and VIP status, the rights first.
@@ -307,13 +274,8 @@ void TakeRefresh(TrackerState& state, RefreshState& refreshes, const ParsedLine&
         refreshes.nextWhy = QString::fromUtf8(row.say);
         state.vip.nextWhy = refreshes.nextWhy == QLatin1String("login") ? refreshes.nextWhy : state.vip.nextWhy;
     } else if (event == EnEvent::Asked) {
-        refreshes.nextWhy = WhyOf(refreshes, line);
-        if (row.at >= 0) {
-            RefreshState::Request& request = RequestOf(refreshes, session);
-            const QString why = std::exchange(refreshes.nextWhy, QString());
-            request.why = request.why.isEmpty() ? why : request.why;
-            request.sentMs = line.timeMs;
-        }
+        QString& why = row.at < 0 ? refreshes.nextWhy : refreshes.requests[session].why;
+        why = why.isEmpty() ? WhyOf(refreshes, line) : why;
     } else if (event == EnEvent::Pushed) {
         // The module passes the delay on as a signed number. A negative delay runs at once.
         const bool isList = line.values.size() > 1 && !IsTrue(line.values[0]);
@@ -322,7 +284,7 @@ void TakeRefresh(TrackerState& state, RefreshState& refreshes, const ParsedLine&
     } else if (event == EnEvent::SceneAnswered) {
         state.scenes[int(line.Number(0))] = IsTrue(line.values[1]);
     } else if ((event == EnEvent::Good || event == EnEvent::Refused) && session != 0) {
-        RefreshState::Request& request = RequestOf(refreshes, session);
+        RefreshState::Request& request = refreshes.requests[session];
         request.isGood = event == EnEvent::Good;
         request.red = request.isGood ? std::nullopt : std::make_optional(Refusal{line, row.step});
         request.answeredMs = std::max(request.answeredMs, line.timeMs);

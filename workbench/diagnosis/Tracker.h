@@ -17,10 +17,8 @@ struct AdSlot {
     int type = 0;
     int position = 0;
 
-    bool operator<(const AdSlot& other) const {
-        return std::tie(type, position) < std::tie(other.type, other.position);
-    }
-    bool operator==(const AdSlot& other) const { return type == other.type && position == other.position; }
+    bool operator<(const AdSlot& that) const { return std::tie(type, position) < std::tie(that.type, that.position); }
+    bool operator==(const AdSlot& that) const { return type == that.type && position == that.position; }
 };
 
 /// The client's only popup. Lines without type and position belong to it.
@@ -34,12 +32,9 @@ struct AdOffer {
     std::vector<int> areas;  // of the main window, in which a popup can be shown
 };
 
-/// A request for ads and its answer, from the traffic. Local times in milliseconds, 0 if unknown.
+/// A request for ads, from its log line, and its answer, from the traffic. Local times in milliseconds, 0 if unknown.
 struct AdRequest {
     QString id;
-    AdSlot slot;
-    QString path;
-    QStringList askedFor = {};
     qint64 sentMs = 0;
     qint64 answeredMs = 0;
     std::vector<AdOffer> ads = {};
