@@ -61,19 +61,17 @@ QString In(qint64 timeMs, qint64 nowMs) {
 /// The newest first.
 QStringList LinesOf(const TrackerState& state, EnKind kind, const AdSlot& subject, qint64 nowMs) {
     QStringList lines;
-    if (const auto found = state.lines.find({kind, subject}); found != state.lines.end()) {
-        for (const ParsedLine& line : found->second) {
-            lines.prepend(Line(1, Clock(line.timeMs, nowMs), line.text));
-        }
-        lines.prepend("The module's lines:"_q);
+    for (const ParsedLine& line : state.lines.value({kind, subject})) {
+        lines.prepend(Line(1, Clock(line.timeMs, nowMs), line.text));
     }
-    return lines;
+    return lines.isEmpty() ? lines : QStringList("The module's lines:"_q) + lines;
 }
 
 // ---- ads
 
 /// An ad position with both clocks.
 struct AdScene {
+    const TrackerState& state;
     const AdState& ad;
     bool isBanner;
     qint64 nowMs;
@@ -158,13 +156,12 @@ QString Sentence(const AdScene& scene, const Refusal& refusal) {
 
 Verdict VerdictOfShown(const AdScene& scene) {
     const AdState& ad = scene.ad;
-    const auto strips = scene.isBanner && ad.made ? ad.made->Kept() : std::vector<const AdOffer*>();
-    const bool isBare = !strips.empty() && std::all_of(strips.begin(), strips.end(), [&ad](const AdOffer* strip) {
-        return ad.failedPictures.count(strip->image) != 0;
-    });
-    QStringList ids(scene.isBanner ? QStringList() : QStringList(ad.shownAd));
-    for (const AdOffer* strip : strips) {
-        ids << strip->id;
+    QStringList ids = scene.isBanner ? QStringList() : QStringList(ad.shownAd);
+    const auto strips = scene.isBanner && ad.made ? ad.made->Kept() : std::vector<AdOffer>();
+    bool isBare = !strips.empty();
+    for (const AdOffer& strip : strips) {
+        ids << strip.id;
+        isBare = isBare && scene.state.failedPictures.count(strip.image) != 0;
     }
     const QString shown = Clock(ad.shownMs, scene.nowMs) + (scene.isBanner ? ": ads "_q : ": ad "_q) + ids.join(", "_q);
     if (isBare) {
@@ -232,21 +229,21 @@ QStringList RequestLines(const AdScene& scene, const AdRequest& request, const Q
 
 /// The steps up to "taken". If all are done, the answer explains the subject.
 Verdict VerdictOf(const TrackerState& state, const RefreshState& refreshes, qint64 nowMs) {
-    const RefreshState::Request* answered = refreshes.Find(refreshes.answered);
+    const RefreshState::Request answered = refreshes.requests.value(refreshes.answered);
     if (state.isLoggedOut || state.User() == 0) {
         return {0, EnState::Open, "nobody is logged in"_q, "Nobody is logged in. This is asked for at login."_q};
     }
-    if (answered && answered->red) {
-        return {answered->red->step, EnState::Stopped, explanation::OutcomeOf(*answered),
-                Filled(answered->red->line.row->say, answered->red->line, nowMs) +
+    if (answered.red) {
+        return {answered.red->step, EnState::Stopped, explanation::OutcomeOf(answered),
+                Filled(answered.red->line.row->say, answered.red->line, nowMs) +
                     " The values from before remain. Ask again, or log in again."_q};
     }
-    if (answered && answered->isGood) {
-        return {kAfterTaken, EnState::Open, explanation::OutcomeOf(*answered),
-                "The last answer was taken at %1."_q.arg(Clock(answered->answeredMs, nowMs))};
+    if (answered.isGood) {
+        return {kAfterTaken, EnState::Open, explanation::OutcomeOf(answered),
+                "The last answer was taken at %1."_q.arg(Clock(answered.answeredMs, nowMs))};
     }
-    if (!refreshes.requests.empty()) {
-        return NotAnswered(refreshes.requests.rbegin()->second.sentMs, nowMs);
+    if (!refreshes.requests.isEmpty()) {
+        return NotAnswered(refreshes.requests.last().sentMs, nowMs);
     }
     return {0, EnState::Open, "not asked"_q, "Nothing was asked for yet. This is asked for at login."_q};
 }
@@ -256,16 +253,14 @@ void Judge(Verdict& verdict, int step, bool isGood, const QString& sentence) {
     verdict = {isGood ? step + 1 : step, isGood ? EnState::Open : EnState::Stopped, verdict.state, sentence};
 }
 
-/// The requests in flight and the last answer, the pushes that wait, and the subject's lines.
+/// The requests in flight, the pushes that wait, and the subject's lines.
 QStringList RefreshLines(const TrackerState& state, const RefreshState& refreshes, EnKind kind, const AdSlot& subject,
                          qint64 nowMs) {
     QStringList lines;
-    for (const auto& [session, request] : refreshes.requests) {
-        const bool isAnswered = request.answeredMs != 0;
-        if (!isAnswered || session == refreshes.answered) {
-            const QString time = Clock(std::max(request.sentMs, request.answeredMs), nowMs);
-            lines << Line(0, isAnswered ? "Last answer"_q : "Without an answer"_q,
-                          Joined({time, explanation::OutcomeOf(request), "session %1"_q.arg(session)}));
+    for (auto request = refreshes.requests.begin(); request != refreshes.requests.end(); ++request) {
+        if (request->answeredMs == 0) {
+            lines << Line(0, "Without an answer"_q,
+                          Joined({Clock(request->sentMs, nowMs), request->why, "session %1"_q.arg(request.key())}));
         }
     }
     for (auto push = refreshes.pushes.upper_bound(nowMs); push != refreshes.pushes.end(); ++push) {
@@ -342,9 +337,9 @@ QStringList WidgetsOf(const CPremiumUIAccessData& record, bool isNewSystem) {
 }
 
 Explanation OfAd(const CTracker& tracker, const AdSlot& slot, qint64 localNowMs) {
-    const auto found = tracker.State().ads.find(slot);
-    const AdState ad = found == tracker.State().ads.end() ? AdState() : found->second;
-    const AdScene scene{ad, slot.type == kTypeBanner, localNowMs, tracker.ToServerMs(localNowMs)};
+    const TrackerState& state = tracker.State();
+    const AdState ad = state.ads.value(slot);
+    const AdScene scene{state, ad, slot.type == kTypeBanner, localNowMs, tracker.ToServerMs(localNowMs)};
     Explanation explained = Explained(EnKind::Ad, VerdictOf(scene), {});
     QStringList& details = explained.details;
     if (ad.red) {
@@ -362,13 +357,13 @@ Explanation OfAd(const CTracker& tracker, const AdSlot& slot, qint64 localNowMs)
     if (ad.standing && ad.standing != ad.last && ad.standing != ad.answered) {
         details << RequestLines(scene, *ad.standing, "Waiting list"_q);
     }
-    details << LinesOf(tracker.State(), EnKind::Ad, slot, localNowMs);
+    details << LinesOf(state, EnKind::Ad, slot, localNowMs);
     if (const AdState::Request list = ad.answered ? ad.answered : ad.last; list && !list->ads.empty()) {
         const auto kept = list->Kept();
         explained.counts = "kept %1 of %2, shown %3"_q.arg(kept.size()).arg(list->ads.size()).arg(ad.shownTotal);
-        const QString image = kept.empty() ? list->ads.front().image : kept.front()->image;
+        const QString image = kept.empty() ? list->ads.front().image : kept.front().image;
         // A picture that the module loads, or that failed, is not requested once more.
-        explained.image = ad.isLoading || ad.failedPictures.count(image) != 0 ? QString() : image;
+        explained.image = ad.isLoading || state.failedPictures.count(image) != 0 ? QString() : image;
     }
     return explained;
 }
@@ -417,12 +412,11 @@ Explanation OfRight(const CTracker& tracker, const CPremiumRights& rights, EnPre
     const bool isTaken = verdict.passed == kAfterTaken;
     if (isListed) {
         verdict.state = Joined({isHeld ? "held"_q : "not held"_q, activation, "%1 days"_q.arg(record.nDaysLeft)});
-    } else if (isTaken) {
-        verdict.state = "not in the answer"_q;
     }
     if (!CPremiumRights::HasModule()) {
         verdict = {0, EnState::Open, verdict.state, "The module is not there, so nothing is known about rights."_q};
     } else if (isTaken && !isListed) {
+        verdict.state = "not in the answer"_q;
         Judge(verdict, kAfterTaken, false,
               "The server's answer does not name right %1. Add it to the user's rights on the server, then refresh."_q
                   .arg(right));

@@ -191,8 +191,8 @@ const RowText kChatOpenRows[] = {
     {"[AIChat] Last load is preload, clear web data", E::Reason, -1, "the last load was the preload"},
     {"[AIChat] Create AI chat web dialog", E::Reason, -1, "there was no window"},
     {"[AIChat] Load AI chat page start, pageScene = {s}, isPreload = {w}, hiddenButNotClosed = {w}, url = {}",
-     E::Loaded},
-    {"[AIChat] Load AI chat page end, httpCode = {n}, url = {}", E::LoadEnded},
+     E::Loading},
+    {"[AIChat] Load AI chat page end, httpCode = {n}, url = {}", E::Good},
 };
 
 QString FormattedValue(const QString& value, const QString& format, qint64 nowMs) {

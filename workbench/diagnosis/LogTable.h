@@ -36,8 +36,6 @@ enum class EnEvent {
     TimerStopped,
     Good,  // an answer was taken
     SceneAnswered,
-    Loaded,
-    LoadEnded,
 };
 
 /// The time from which the check passes without any other change.

@@ -13,17 +13,15 @@ using namespace log_table;
 namespace {
 
 constexpr uint32_t kCommandChatScenes = 20982;
-constexpr size_t kRequestsKept = 300;
-constexpr size_t kOpensKept = 30;
-constexpr size_t kLinesKept = 40;
+constexpr size_t kKept = 40;
 // Related entries are written within one call. Their times can differ slightly, because the clock is read twice.
 constexpr qint64 kSlackMs = 50;
 constexpr qint64 kSameCallMs = 5'000;
 
 template <class T>
-T& Keep(std::deque<T>& all, T one, size_t limit) {
+T& Keep(std::deque<T>& all, T one) {
     all.push_back(std::move(one));
-    if (all.size() > limit) {
+    if (all.size() > kKept) {
         all.pop_front();
     }
     return all.back();
@@ -127,21 +125,13 @@ void OnAdCleared(AdState& ad, const ParsedLine& line, const QString& reason) {
     }
 }
 
-// The line names no position. A failed picture of a banner is known by its URL.
+// The line names no position.
 void OnPictureFailed(TrackerState& state, const ParsedLine& line) {
-    const auto isOf = [&line](const AdState::Request& request) {
-        return request && std::any_of(request->ads.begin(), request->ads.end(),
-                                      [&line](const AdOffer& offer) { return offer.image == line.values[1]; });
-    };
-    for (auto& [slot, ad] : state.ads) {
-        const bool isBanner = slot.type == kTypeBanner;
-        if (slot.type == int(line.Number(0)) && (isBanner ? isOf(ad.made) || isOf(ad.standing) : ad.isLoading)) {
-            ad.failedPictures.insert(line.values[1]);
-            Keep(state.lines[{EnKind::Ad, slot}], line, kLinesKept);
-            if (!isBanner) {
-                Put(ad, {line, kStepPicture});
-            }
-        }
+    AdState& popup = state.ads[kBottomPopup];
+    state.failedPictures.insert(line.values[1]);
+    if (line.Number(0) == kBottomPopup.type && popup.isLoading) {
+        Keep(state.lines[{EnKind::Ad, kBottomPopup}], line);
+        Put(popup, {line, kStepPicture});
     }
 }
 
@@ -149,14 +139,14 @@ void OnPictureFailed(TrackerState& state, const ParsedLine& line) {
 // The delay is computed in 32 bits, as in the module. A negative result means no delay.
 void OnAdPush(TrackerState& state, const ParsedLine& line, const AdSlot& named) {
     AdState& ad = state.ads[kBottomPopup];
-    const auto kept = ad.standing ? ad.standing->Kept() : std::vector<const AdOffer*>();
+    const auto kept = ad.standing ? ad.standing->Kept() : std::vector<AdOffer>();
     if (line.row->event == EnEvent::Withdrawn && !kept.empty() &&
-        line.values[2].split(QLatin1Char(',')).contains(kept.front()->id)) {
+        line.values[2].split(QLatin1Char(',')).contains(kept.front().id)) {
         ad.standing.reset();
         Put(ad, {line, line.row->step});
     }
     if (named == kBottomPopup) {
-        Keep(state.lines[{EnKind::Ad, named}], line, kLinesKept);
+        Keep(state.lines[{EnKind::Ad, named}], line);
         ad.pushesMs.insert(line.serverMs + std::max(0, int32_t(uint32_t(line.values.last().toLongLong()) * 1'000u)));
     }
 }
@@ -168,7 +158,7 @@ void TakeAd(TrackerState& state, AdState& ad, const AdSlot& slot, const ParsedLi
     }
     if (event == EnEvent::Asked) {
         const AdRequest request{line.values[4], line.timeMs};
-        ad.last = Keep(state.adRequests, std::make_shared<AdRequest>(request), kRequestsKept);
+        ad.last = Keep(state.adRequests, std::make_shared<AdRequest>(request));
         state.adReason.clear();
     } else if (event == EnEvent::Good) {
         if (const AdState::Request request = FindRequest(state, line.values[3])) {
@@ -222,7 +212,7 @@ void TakeAd(TrackerState& state, const ParsedLine& line) {
     } else if (row.event == EnEvent::Pushed || row.event == EnEvent::Withdrawn) {
         OnAdPush(state, line, slot);
     } else {
-        Keep(state.lines[{EnKind::Ad, slot}], line, kLinesKept);
+        Keep(state.lines[{EnKind::Ad, slot}], line);
         TakeAd(state, state.ads[slot], slot, line);
     }
 }
@@ -282,7 +272,7 @@ void TakeRefresh(TrackerState& state, RefreshState& refreshes, const ParsedLine&
         const int delay = std::max(0, int(line.values.last().toUInt()));
         refreshes.pushes.emplace(line.timeMs + delay, isList ? int(line.Number(1)) : -1);
     } else if (event == EnEvent::SceneAnswered) {
-        state.scenes[int(line.Number(0))] = IsTrue(line.values[1]);
+        state.scenes.insert(int(line.Number(0)));
     } else if ((event == EnEvent::Good || event == EnEvent::Refused) && session != 0) {
         RefreshState::Request& request = refreshes.requests[session];
         request.isGood = event == EnEvent::Good;
@@ -301,21 +291,21 @@ void TakeRefresh(TrackerState& state, RefreshState& refreshes, const ParsedLine&
 void On(TrackerState& state, const ReportTrace& report, qint64 timeMs) {
     if (report.event == "ClickAIChatEntrance") {
         const int source = json::Text(json::Member(Parsed(report.params), "entrance_source")).toInt();
-        Keep(state.opens, {timeMs, source == 3 ? 1 : source}, kOpensKept);
+        Keep(state.opens, {timeMs, source == 3 ? 1 : source});
     }
 }
 
 // A preload is not reported.
 void TakeOpen(TrackerState& state, const ParsedLine& line) {
-    const bool isDecided = state.opens.empty() || state.opens.back().isLoaded;
-    if (line.row->event == EnEvent::LoadEnded) {
-        if (!state.opens.empty() && isDecided) {
-            state.opens.back().httpCode = int(line.Number(0));
-        }
+    ChatOpen* last = state.opens.empty() ? nullptr : &state.opens.back();
+    if (line.row->event == EnEvent::Good && last && last->isLoaded) {
+        last->httpCode = int(line.Number(0));
+    }
+    if (line.row->event == EnEvent::Good) {
         return;
     }
-    const bool isPending = !isDecided && line.timeMs <= state.opens.back().timeMs + kSameCallMs;
-    ChatOpen& open = isPending ? state.opens.back() : Keep(state.opens, {line.timeMs}, kOpensKept);
+    const bool isPending = last && !last->isLoaded && line.timeMs <= last->timeMs + kSameCallMs;
+    ChatOpen& open = isPending ? *last : Keep(state.opens, {line.timeMs});
     if (line.row->event == EnEvent::Reason) {
         open.reasons << QString::fromUtf8(line.row->say);
         return;
@@ -324,21 +314,20 @@ void TakeOpen(TrackerState& state, const ParsedLine& line) {
     open.scene = int(line.Number(0));
     open.isPreload = IsTrue(line.values[1]);
     open.url = line.values[3];
-    if (open.scene != state.loadScene) {
-        open.reasons << "the scene changed from %1 to %2"_q.arg(state.loadScene).arg(open.scene);
-    }
-    if (IsTrue(line.values[2])) {
-        open.reasons << "the user had closed the window"_q;
+    const bool isNewSession = open.url.contains(QLatin1String("needChangeSessionId=1"));
+    const bool isNewUser = state.User() != std::exchange(state.loadUser, state.User());
+    const int sceneBefore = std::exchange(state.loadScene, open.scene);
+    const std::pair<bool, QString> reasons[] = {
+        {open.scene != sceneBefore, "the scene changed from %1 to %2"_q.arg(sceneBefore).arg(open.scene)},
+        {IsTrue(line.values[2]), "the user had closed the window"_q},
+        {isNewSession, isNewUser ? "new session: the user changed"_q : "new session: the caller asked for it"_q},
+    };
+    for (const auto& [holds, reason] : reasons) {
+        open.reasons << (holds ? QStringList(reason) : QStringList());
     }
     if (open.reasons.isEmpty()) {
         open.reasons << "parameters or address changed"_q;
     }
-    if (open.url.contains(QLatin1String("needChangeSessionId=1"))) {
-        open.reasons << (state.loadUser != state.User() ? "new session: the user changed"_q
-                                                        : "new session: the caller asked for it"_q);
-    }
-    state.loadUser = state.User();
-    state.loadScene = open.scene;
 }
 
 template <class Other>
@@ -354,9 +343,9 @@ void TakeModuleLine(TrackerState& state, const ParsedLine& line) {
     } else if (kind == EnKind::Widget) {
         // The later lines of an activation do not name the right.
         state.right = line.row->at >= 0 ? number : state.right;
-        Keep(state.lines[{EnKind::Widget, {state.right}}], line, kLinesKept);
+        Keep(state.lines[{EnKind::Widget, {state.right}}], line);
     } else {
-        Keep(state.lines[{kind, {kind == EnKind::Chat ? number : 0}}], line, kLinesKept);
+        Keep(state.lines[{kind, {kind == EnKind::Chat ? number : 0}}], line);
         TakeRefresh(state, kind == EnKind::Rights ? state.rights : kind == EnKind::Vip ? state.vip : state.chat, line);
     }
 }
@@ -372,19 +361,11 @@ const ParsedLine* AdRequest::DropOf(const AdOffer& ad) const {
     return drop == drops.end() ? nullptr : &*drop;
 }
 
-std::vector<const AdOffer*> AdRequest::Kept() const {
-    std::vector<const AdOffer*> kept;
-    for (const AdOffer& ad : ads) {
-        if (refusal.isEmpty() && !DropOf(ad)) {
-            kept.push_back(&ad);
-        }
-    }
+std::vector<AdOffer> AdRequest::Kept() const {
+    std::vector<AdOffer> kept;
+    std::copy_if(ads.begin(), ads.end(), std::back_inserter(kept),
+                 [this](const AdOffer& ad) { return refusal.isEmpty() && !DropOf(ad); });
     return kept;
-}
-
-const RefreshState::Request* RefreshState::Find(unsigned long session) const {
-    const auto found = requests.find(session);
-    return found == requests.end() ? nullptr : &found->second;
 }
 
 quint64 TrackerState::User() const {
@@ -409,9 +390,6 @@ void CTracker::TakeLine(const LogEntry& entry) {
     static const QRegularExpression login("^User (\\d+) logged (in|out)$"_q);
     const auto match = entry.record.module == "Host.Login" ? login.match(entry.record.text) : QRegularExpressionMatch();
     auto line = entry.record.module == "ZRGrowth" ? Read(entry.record.text) : std::nullopt;
-    if (!line && !match.hasMatch()) {
-        return;
-    }
     if (line) {
         line->timeMs = entry.time.toMSecsSinceEpoch();
         line->serverMs = m_fnToServer(line->timeMs);
@@ -422,8 +400,10 @@ void CTracker::TakeLine(const LogEntry& entry) {
         std::tie(fresh.timerFrom, fresh.loadUser, fresh.loadScene) =
             std::tie(m_state.timerFrom, m_state.loadUser, m_state.loadScene);
         m_state = fresh;
-    } else {
+    } else if (match.hasMatch()) {
         m_state.isLoggedOut = true;
+    } else {
+        return;
     }
     m_nLastLine = entry.number;
     Q_EMIT Changed();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMap>
 #include <QObject>
 #include <deque>
 #include <functional>
@@ -43,7 +44,7 @@ struct AdRequest {
 
     /// The line about an ad that was not kept; null if there is none.
     const log_table::ParsedLine* DropOf(const AdOffer& ad) const;
-    std::vector<const AdOffer*> Kept() const;
+    std::vector<AdOffer> Kept() const;
 };
 
 /// The line that stopped or ended something.
@@ -74,7 +75,6 @@ struct AdState {
     qint64 shownMs = 0;
     qint64 nextAskS = 0;        // server time of the next possible request, from the module's own line
     std::set<qint64> pushesMs;  // due times of requests after a push, on the server's clock
-    std::set<QString> failedPictures;
 };
 
 /// The requests for all rights, the VIP status or the chat scenes.
@@ -87,13 +87,10 @@ struct RefreshState {
         std::optional<Refusal> red;
     };
 
-    std::map<unsigned long, Request> requests;  // by session
-    unsigned long answered = 0;                 // session of the last answered request
-    std::multimap<qint64, int> pushes;          // number of rights by the due time, in local time; -1 for all rights
-    QString nextWhy;                            // of the next request
-
-    /// Null if the session is unknown.
-    const Request* Find(unsigned long session) const;
+    QMap<unsigned long, Request> requests;  // by session
+    unsigned long answered = 0;             // session of the last answered request
+    std::multimap<qint64, int> pushes;      // number of rights by the due time, in local time; -1 for all rights
+    QString nextWhy;                        // of the next request
 };
 
 /// An open of the chat's window, and the module's decision to load the page again or to keep it.
@@ -111,14 +108,15 @@ struct ChatOpen {
 struct TrackerState {
     quint64 user = 0;  // 0 before the first login
     bool isLoggedOut = false;
-    std::map<AdSlot, AdState> ads;
+    QMap<AdSlot, AdState> ads;
     std::deque<AdState::Request> adRequests;
-    QString adReason;  // for a following line about an ad
+    QString adReason;                  // for a following line about an ad
+    std::set<QString> failedPictures;  // URLs
     RefreshState rights, vip, chat;
-    std::map<int, bool> scenes;  // of the last answer
+    std::set<int> scenes;  // in the last answer
     std::deque<ChatOpen> opens;
     // The newest lines of each subject. The lines about a right include its activation.
-    std::map<std::pair<log_table::EnKind, AdSlot>, std::deque<log_table::ParsedLine>> lines;
+    QMap<std::pair<log_table::EnKind, AdSlot>, std::deque<log_table::ParsedLine>> lines;
     int right = 0;  // of the last line that names one
     // These outlast a login.
     std::optional<qint64> timerFrom;  // start of the hourly timer, while it runs

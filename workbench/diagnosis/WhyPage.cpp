@@ -123,9 +123,7 @@ QVector<CWhyPage::Subject> CWhyPage::Subjects() {
     QVector<Subject> subjects;
     std::set<AdSlot> slots = m_positions;
     slots.insert(kBottomPopup);
-    for (const auto& [slot, ad] : m_tracker.State().ads) {
-        slots.insert(slot);
-    }
+    slots.insert(m_tracker.State().ads.keyBegin(), m_tracker.State().ads.keyEnd());
     for (const AdSlot& slot : slots) {
         Subject ad{"a%1/%2"_q.arg(slot.type).arg(slot.position),
                    "%1 %2"_q.arg(log_table::AdKind(slot.type)).arg(slot.position), QString(),

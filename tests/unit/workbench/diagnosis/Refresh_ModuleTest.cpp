@@ -34,10 +34,11 @@ protected:
     unsigned long AskAll() { return premium.GetUiMsgAndPremiumAccessReq(true); }
 
     std::string Last() const {
-        return explanation::OutcomeOf(*tracker.State().rights.Find(tracker.State().rights.answered)).toStdString();
+        return explanation::OutcomeOf(tracker.State().rights.requests.value(tracker.State().rights.answered))
+            .toStdString();
     }
     std::string LastVip() const {
-        return explanation::OutcomeOf(*tracker.State().vip.Find(tracker.State().vip.answered)).toStdString();
+        return explanation::OutcomeOf(tracker.State().vip.requests.value(tracker.State().vip.answered)).toStdString();
     }
     Explanation Refresh() const { return explanation::OfRefresh(tracker, time.ServerTime()); }
 
@@ -148,8 +149,10 @@ TEST_F(RefreshTest, OverlappingRequestsAreToldApart) {
     channel.Reply(second, 20637, std::string());
     channel.Reply(first, 20637, std::string("\x08\x05"));
 
-    EXPECT_EQ(explanation::OutcomeOf(*tracker.State().rights.Find(first)), QStringLiteral("a caller · code 5"));
-    EXPECT_EQ(explanation::OutcomeOf(*tracker.State().rights.Find(second)), QStringLiteral("a caller · no code"));
+    EXPECT_EQ(explanation::OutcomeOf(tracker.State().rights.requests.value(first)),
+              QStringLiteral("a caller · code 5"));
+    EXPECT_EQ(explanation::OutcomeOf(tracker.State().rights.requests.value(second)),
+              QStringLiteral("a caller · no code"));
 }
 
 TEST_F(RefreshTest, LogoutIsNamed) {
@@ -231,9 +234,9 @@ TEST_F(RefreshTest, EachSceneIsExplained) {
     };
     chat.OnLogin();
     finish();
-    const unsigned long session = tracker.State().chat.requests.rbegin()->first;
+    const unsigned long session = tracker.State().chat.requests.lastKey();
     channel.Fail(session, CSProtoError(-7));
-    EXPECT_EQ(tracker.State().chat.Find(session)->red->line.values.front(), QStringLiteral("-7"));
+    EXPECT_EQ(tracker.State().chat.requests.value(session).red->line.values.front(), QStringLiteral("-7"));
 
     ASSERT_EQ(tracker.State().opens.size(), 1u);
     EXPECT_TRUE(tracker.State().opens[0].isPreload);
