@@ -321,17 +321,18 @@ QStringList WidgetsOf(const CPremiumUIAccessData& record, bool isNewSystem) {
     const Rule source{"activation source"_q, from, "VIP rule"_q, record.nActivationSource == ZRPremiumSourceVip};
     const Rule known{"activation type"_q, Activation(type), "any but 0"_q, type != 0};
     const Rule layout{"UI type"_q, record.strUIType, "D"_q, record.strUIType == QLatin1String("D")};
-    const QVector<int> masked{ZRPremiumActivationFrozen, ZRPremiumActivationNotActivated, ZRPremiumActivationReady};
+    const QVector<int> masks{ZRPremiumActivationFrozen, ZRPremiumActivationNotActivated, ZRPremiumActivationReady};
+    const Rule masked = TypeRule(type, masks);
+    const Rule advertised = TypeRule(type, masks + QVector<int>{ZRPremiumActivationLimitedTime});
     QStringList lines = WidgetLines("Icon"_q, {older, source, known}) +
                         WidgetLines("Tag"_q, {source, TypeRule(type, {ZRPremiumActivationFull})});
     for (const auto& [set, title, button] : textSets) {
         const QString texts = "title \u201C%1\u201D, button \u201C%2\u201D"_q.arg(title, button);
         const Rule one{"texts"_q, texts, "button text"_q, !button.isEmpty()};
         const Rule both{"texts"_q, texts, "title and button text"_q, !button.isEmpty() && !title.isEmpty()};
-        lines += WidgetLines("Banner (%1)"_q.arg(set),
-                             {layout, TypeRule(type, masked + QVector<int>{ZRPremiumActivationLimitedTime}), both}) +
-                 WidgetLines("Locked Mask (%1)"_q.arg(set), {layout, TypeRule(type, masked), both}) +
-                 WidgetLines("Exclusive Mask (%1)"_q.arg(set), {layout, TypeRule(type, masked), one});
+        lines += WidgetLines("Banner (%1)"_q.arg(set), {layout, advertised, both}) +
+                 WidgetLines("Locked Mask (%1)"_q.arg(set), {layout, masked, both}) +
+                 WidgetLines("Exclusive Mask (%1)"_q.arg(set), {layout, masked, one});
     }
     return lines;
 }

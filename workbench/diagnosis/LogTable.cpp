@@ -242,15 +242,15 @@ const std::vector<Row>& All() {
 }
 
 QStringList StepNames(EnKind kind) {
-    // In the order of the kinds.
-    static const char* const kNames[] = {"asked answered kept conditions picture shown",
-                                         "asked answered taken",
-                                         "asked answered taken member",
-                                         "asked answered taken listed held",
-                                         "",
-                                         "asked answered taken open",
-                                         "asked loaded arrived"};
-    return QString::fromUtf8(kNames[int(kind)]).split(QLatin1Char(' '));
+    static const std::map<EnKind, QString> names{
+        {EnKind::Ad, "asked answered kept conditions picture shown"_q},
+        {EnKind::Rights, "asked answered taken"_q},
+        {EnKind::Vip, "asked answered taken member"_q},
+        {EnKind::Widget, "asked answered taken listed held"_q},
+        {EnKind::Chat, "asked answered taken open"_q},
+        {EnKind::ChatOpen, "asked loaded arrived"_q},
+    };
+    return names.at(kind).split(QLatin1Char(' '));
 }
 
 std::optional<ParsedLine> Read(const QString& text) {

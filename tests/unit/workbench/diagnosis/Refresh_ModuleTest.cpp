@@ -249,6 +249,7 @@ TEST_F(RefreshTest, EachSceneIsExplained) {
     ASSERT_EQ(tracker.State().opens.size(), 3u);
     EXPECT_EQ(explanation::OfOpen(tracker.State().opens[1]).sentence.toStdString(),
               "The page was loaded anew: the last load was the preload, the scene changed from 1 to 4.");
+    EXPECT_EQ(explanation::OfOpen(tracker.State().opens[1]).steps.last(), QStringLiteral("✓ arrived"));
     EXPECT_EQ(explanation::OfOpen(tracker.State().opens[2]).state, QStringLiteral("no new load"));
     chat.OnLogout();
     time.Settle();

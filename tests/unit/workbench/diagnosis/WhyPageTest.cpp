@@ -188,10 +188,12 @@ TEST_F(WhyPageTest, SceneAndItsOverrideAreExplained) {
     entries.Refresh();
     Settle();
     Choose("Chat scene 1");
+    EXPECT_EQ(Strip(), "✓ asked ✓ answered ✓ taken ✓ open");
     EXPECT_EQ(Sentence(), "The server opened scene 1 to this user.");
     entries.SetOverride(EnEntryOverride::Closed);
     Settle();
 
+    EXPECT_EQ(Strip(), "✓ asked ✓ answered ✓ taken ✗ open");
     EXPECT_EQ(Sentence(), "The override closes all scenes. Remove it to see the server's answer.");
     EXPECT_FALSE(Child<QPushButton>("WhyAsk")->isEnabled());
 }
