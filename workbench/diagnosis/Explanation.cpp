@@ -215,8 +215,7 @@ QStringList RefusalLines(const AdScene& scene, const Refusal& refusal, const QSt
 QStringList RequestLines(const AdScene& scene, const AdRequest& request, const QString& title) {
     const bool isAnswered = request.answeredMs != 0;
     const QString answered = isAnswered ? "answered "_q + Clock(request.answeredMs, scene.nowMs) : QString();
-    QStringList lines{
-        Line(0, title, Joined({Clock(request.sentMs, scene.nowMs), request.id, answered, request.refusal}))};
+    QStringList lines{Line(0, title, Joined({Clock(request.sentMs, scene.nowMs), answered, request.refusal}))};
     for (const AdOffer& ad : request.ads) {
         const ParsedLine* drop = request.DropOf(ad);
         const QString why = drop ? Filled(drop->row->say, *drop, scene.serverNowMs) : request.refusal;
@@ -352,10 +351,7 @@ Explanation OfAd(const CTracker& tracker, const AdSlot& slot, qint64 localNowMs)
     if (ad.last) {
         details << RequestLines(scene, *ad.last, "Last request"_q);
     }
-    if (ad.answered && ad.answered != ad.last) {
-        details << RequestLines(scene, *ad.answered, "Last answered request"_q);
-    }
-    if (ad.standing && ad.standing != ad.last && ad.standing != ad.answered) {
+    if (ad.standing && ad.standing != ad.last) {
         details << RequestLines(scene, *ad.standing, "Waiting list"_q);
     }
     details << LinesOf(state, EnKind::Ad, slot, localNowMs);

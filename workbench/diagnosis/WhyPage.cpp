@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QDateTime>
+#include <QHeaderView>
 #include <QJsonArray>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -34,6 +35,7 @@ constexpr int kTickMs = 1'000;
 constexpr int kRowHeight = 24;
 constexpr int kHighestRight = 4'000;
 constexpr int kIntervalTypes = 10;
+constexpr int kStateColumn = 2;
 constexpr QSize kThumbnail(144, 48);  // the shape of the popup
 constexpr QSize kBannerSize(480, 80);
 constexpr int kSortRole = Qt::UserRole;        // in the first column the subject's index
@@ -103,6 +105,7 @@ void CWhyPage::SetUpList() {
     widgets::SetUpTable(*m_pTable);
     m_pTable->setModel(m_pFilter);
     m_pTable->setSortingEnabled(true);
+    m_pTable->horizontalHeader()->setSectionResizeMode(kStateColumn, QHeaderView::ResizeToContents);
     m_pTable->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_pTable->setMinimumHeight(4 * kRowHeight);
     m_pSearch->setPlaceholderText("Number, name, title or state"_q);
@@ -125,8 +128,7 @@ QVector<CWhyPage::Subject> CWhyPage::Subjects() {
     slots.insert(kBottomPopup);
     slots.insert(m_tracker.State().ads.keyBegin(), m_tracker.State().ads.keyEnd());
     for (const AdSlot& slot : slots) {
-        Subject ad{"a%1/%2"_q.arg(slot.type).arg(slot.position),
-                   "%1 %2"_q.arg(log_table::AdKind(slot.type)).arg(slot.position), QString(),
+        Subject ad{"%1 %2"_q.arg(log_table::AdKind(slot.type)).arg(slot.position), QString(),
                    OfAd(m_tracker, slot, now)};
         if (slot == kBottomPopup) {
             ad.title = "bottom popup"_q;
@@ -136,21 +138,21 @@ QVector<CWhyPage::Subject> CWhyPage::Subjects() {
         }
         subjects.push_back(ad);
     }
-    subjects.push_back(
-        {"r"_q, "Rights"_q, "refresh of all rights"_q, OfRefresh(m_tracker, now), [this] { AskRights({}); }});
-    subjects.push_back({"v"_q, "VIP status"_q, QString(), OfVip(m_tracker, m_rights, now),
+    subjects.push_back({"Rights"_q, "refresh of all rights"_q, OfRefresh(m_tracker, now), [this] { AskRights({}); }});
+    subjects.push_back({"VIP status"_q, QString(), OfVip(m_tracker, m_rights, now),
                         [this] { Push(R"({"vipChange":{"windowSeconds":0}})"); }});
     for (const EntryPage& page : kEntryPages) {
-        subjects.push_back({"c%1"_q.arg(page.scene), "Chat scene %1"_q.arg(page.scene), QString::fromUtf8(page.title),
+        subjects.push_back({"Chat scene %1"_q.arg(page.scene), QString::fromUtf8(page.title),
                             OfScene(m_tracker, m_entries, page.scene, now)});
     }
+    int number = 0;
     for (const ChatOpen& open : m_tracker.State().opens) {
         const QString title = "%1, page scene %2"_q.arg(log_table::Clock(open.timeMs, now)).arg(open.scene);
-        subjects.push_back({"o%1"_q.arg(open.timeMs), "Chat open"_q, title, OfOpen(open)});
+        subjects.push_back({"Chat open %1"_q.arg(++number), title, OfOpen(open)});
     }
     for (const int right : ListedRights()) {
-        const QString title = m_rights.Table().value(EnPremiumAccess(right)).strMainTitle;
-        subjects.push_back({"r%1"_q.arg(right), "Right %1"_q.arg(right), (RightName(right) + "  "_q + title).trimmed(),
+        const QString title = RightName(right) + "  "_q + m_rights.Table().value(EnPremiumAccess(right)).strMainTitle;
+        subjects.push_back({"Right %1"_q.arg(right), title.trimmed(),
                             OfRight(m_tracker, m_rights, EnPremiumAccess(right), now),
                             [this, right] { AskRights({right}); }});
     }
@@ -200,11 +202,11 @@ void CWhyPage::Update() {
     const size_t before = m_rows.size();
     for (int index = 0; index < m_subjects.size(); ++index) {
         ShowRow(index);
-        gone.erase(m_subjects[index].key);
+        gone.erase(m_subjects[index].name);
     }
-    for (const auto& [key, item] : gone) {
+    for (const auto& [name, item] : gone) {
         m_pModel->removeRow(item->row());
-        m_rows.erase(key);
+        m_rows.erase(name);
     }
     QString pattern("^"_q);
     const QStringList words = m_pSearch->text().simplified().split(QLatin1Char(' '));
@@ -229,7 +231,7 @@ void CWhyPage::Update() {
 void CWhyPage::ShowRow(int index) {
     const Subject& subject = m_subjects.at(index);
     const QStringList texts{subject.name, subject.title, subject.answer.state, subject.answer.counts, UserText()};
-    QStandardItem*& first = m_rows[subject.key];
+    QStandardItem*& first = m_rows[subject.name];
     if (!first) {
         first = new QStandardItem;
         m_pModel->appendRow(first);

@@ -39,8 +39,7 @@ protected:
 
 private:
     struct Subject {
-        QString key;  // unique
-        QString name;
+        QString name;  // unique
         QString title;
         Explanation answer;
         std::function<void()> ask = {};  // empty: the module asks at a login only
