@@ -67,6 +67,19 @@ QStringList LinesOf(const TrackerState& state, EnKind kind, const AdSlot& subjec
     return lines.isEmpty() ? lines : QStringList("The module's lines:"_q) + lines;
 }
 
+/// The check with both its sides; of an end without a check what ended it. Times in the line are on the server's clock.
+QStringList RefusalLines(const Refusal& refusal, const QString& title, qint64 nowMs, qint64 serverNowMs) {
+    const auto filled = [&](const char* text) { return Filled(text, refusal.line, serverNowMs); };
+    const Row& row = *refusal.line.row;
+    const bool isCheck = *row.check != '\0';
+    const QString time = Clock(refusal.line.timeMs, nowMs);
+    QStringList lines{Line(0, title, Joined({time, filled(isCheck ? row.check : row.say)}), false)};
+    if (isCheck) {
+        lines << Line(1, "Found"_q, filled(row.actual)) << Line(1, "Needed"_q, filled(row.expected));
+    }
+    return lines;
+}
+
 // ---- ads
 
 /// An ad position with both clocks.
@@ -78,24 +91,12 @@ struct AdScene {
     qint64 serverNowMs;
 };
 
-/// The ad that a line is about; without values if its list was not recorded.
-AdOffer OfferOf(const AdState& ad, const QString& id) {
-    for (const AdState::Request& list : {ad.standing, ad.answered}) {
-        for (const AdOffer& offer : list ? list->ads : std::vector<AdOffer>()) {
-            if (offer.id == id) {
-                return offer;
-            }
-        }
-    }
-    return {};
-}
-
 /// The second of server time from which a refusal passes without any other change; nothing if no time is enough.
 std::optional<qint64> FreeFromS(const AdState& ad, const Refusal& refusal) {
     std::optional<qint64> free;
     const auto consider = [&](double second, const QString& id) {
         const auto start = qint64(std::clamp(second, 0.0, kLastSecond + 1.0));
-        const AdOffer offer = OfferOf(ad, id);
+        const AdOffer offer = ad.Offer(id);
         if (start <= std::min({kLastSecond, offer.endS.value_or(start), offer.expireS.value_or(start)})) {
             free = std::min(free.value_or(start), start);
         }
@@ -113,20 +114,6 @@ std::optional<qint64> FreeFromS(const AdState& ad, const Refusal& refusal) {
     return free;
 }
 
-QString Told(const AdScene& scene, const char* text, const Refusal& refusal) {
-    QStringList areas;
-    for (const int area : OfferOf(scene.ad, refusal.line.values.value(4)).areas) {
-        areas << Area(area);
-    }
-    const QString where = areas.isEmpty() ? "another tab (the answer was not seen whole)"_q : areas.join(" or "_q);
-    QStringList drops;
-    for (const ParsedLine& drop : refusal.drops) {
-        drops << "ad %1 %2"_q.arg(drop.values[4], Filled(drop.row->say, drop, scene.serverNowMs));
-    }
-    return Filled(text, refusal.line, scene.serverNowMs,
-                  {{"areas"_q, where}, {"drops"_q, drops.join(", "_q)}, {"reason"_q, refusal.reason}});
-}
-
 QString Occasion(const AdScene& scene) {
     const auto push = scene.ad.pushesMs.upper_bound(scene.serverNowMs);
     return push != scene.ad.pushesMs.end() ? "A push makes it ask again at %1."_q.arg(In(*push, scene.serverNowMs))
@@ -138,12 +125,11 @@ QString Occasion(const AdScene& scene) {
 /// The sentence about a refusal, or about the end of an ad or of its list.
 QString Sentence(const AdScene& scene, const Refusal& refusal) {
     const Row& row = *refusal.line.row;
-    const QString told = Told(scene, row.say, refusal);
+    const QString told = Filled(row.say, refusal.line, scene.serverNowMs);
     if (*row.check == '\0') {
         const QString end = scene.ad.standing ? "The last ad ended at %1 %2. "_q
                                               : "Nothing is waiting: the last list ended at %1 %2. "_q;
-        return end.arg(Clock(refusal.line.timeMs, scene.nowMs), refusal.reason.isEmpty() ? told : refusal.reason) +
-               Occasion(scene);
+        return end.arg(Clock(refusal.line.timeMs, scene.nowMs), told) + Occasion(scene);
     }
     const auto free = FreeFromS(scene.ad, refusal);
     const QString wait = free && *free * kSecondMs > scene.serverNowMs
@@ -201,17 +187,6 @@ Verdict VerdictOf(const AdScene& scene) {
     return {wasShown ? kStepShown + 1 : ad.red->step, EnState::Stopped, state, Sentence(scene, *ad.red)};
 }
 
-QStringList RefusalLines(const AdScene& scene, const Refusal& refusal, const QString& title) {
-    const Row& row = *refusal.line.row;
-    if (*row.check == '\0') {
-        return {Line(0, title, Sentence(scene, refusal))};
-    }
-    const QString time = Clock(refusal.line.timeMs, scene.nowMs);
-    return {Line(0, title, Joined({time, QString::fromUtf8(row.check)}), false),
-            Line(1, "Found"_q, Told(scene, row.actual, refusal)),
-            Line(1, "Needed"_q, Told(scene, row.expected, refusal))};
-}
-
 QStringList RequestLines(const AdScene& scene, const AdRequest& request, const QString& title) {
     const bool isAnswered = request.answeredMs != 0;
     const QString answered = isAnswered ? "answered "_q + Clock(request.answeredMs, scene.nowMs) : QString();
@@ -252,10 +227,11 @@ void Judge(Verdict& verdict, int step, bool isGood, const QString& sentence) {
     verdict = {isGood ? step + 1 : step, isGood ? EnState::Open : EnState::Stopped, verdict.state, sentence};
 }
 
-/// The requests in flight, the pushes that wait, and the subject's lines.
+/// The refusal of the last answer, the requests in flight, the pushes that wait, and the subject's lines.
 QStringList RefreshLines(const TrackerState& state, const RefreshState& refreshes, EnKind kind, const AdSlot& subject,
                          qint64 nowMs) {
-    QStringList lines;
+    const auto red = refreshes.requests.value(refreshes.answered).red;
+    QStringList lines = red ? RefusalLines(*red, "Last refusal"_q, nowMs, nowMs) : QStringList();
     for (auto request = refreshes.requests.begin(); request != refreshes.requests.end(); ++request) {
         if (request->answeredMs == 0) {
             lines << Line(0, "Without an answer"_q,
@@ -343,10 +319,11 @@ Explanation OfAd(const CTracker& tracker, const AdSlot& slot, qint64 localNowMs)
     Explanation explained = Explained(EnKind::Ad, VerdictOf(scene), {});
     QStringList& details = explained.details;
     if (ad.red) {
-        details << RefusalLines(scene, *ad.red, ad.shownCount > 0 ? "After it was shown"_q : "Last refusal"_q);
+        const QString title = ad.shownCount > 0 ? "After it was shown"_q : "Last refusal"_q;
+        details << RefusalLines(*ad.red, title, localNowMs, scene.serverNowMs);
     }
     if (ad.after) {
-        details << RefusalLines(scene, *ad.after, "After that"_q);
+        details << RefusalLines(*ad.after, "After that"_q, localNowMs, scene.serverNowMs);
     }
     if (ad.last) {
         details << RequestLines(scene, *ad.last, "Last request"_q);

@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <algorithm>
+#include <map>
 #include <utility>
 
 #include "workbench/FieldNode.h"
@@ -116,7 +117,7 @@ const RowText kAdRows[] = {
     {"[Ad] Closed ad by login. {@}, adId = {}", E::Closed, kStepShown, "when its page removed it"},
     {"[Ad] Closed ad by logout. {@}, adId = {}", E::Closed, kStepShown, "with the logout"},
     {"[Ad] Closed ad by push offline. {@}, adId = {}", E::ClosedByPush, kStepShown, "when the server took it offline"},
-    {"[Ad] Clear ad data. {@}, adId = {}", E::Cleared, kStepKept, "when it was cleared"},
+    {"[Ad] Clear ad data. {@}, adId = {}", E::Cleared, kStepKept, "{reason}"},
     {"[Ad] Expose ad start, path = {w}, {@}, adId = {}, exposeId = {}, exposeDuration = {n}, pushId = {}", E::Note, -1,
      "", "", "", "", F::Never, true},
     {"[Ad] Expose ad {w}, path = {w}, {}{@}, adId = {}, exposeId = {}"},
@@ -273,18 +274,16 @@ bool IsExpectedError(const QString& text) {
     return line && line->row->isNormal;
 }
 
-QString Filled(const char* text, const ParsedLine& line, qint64 nowMs, const std::map<QString, QString>& words) {
+QString Filled(const char* text, const ParsedLine& line, qint64 nowMs) {
     static const QRegularExpression mark("\\{(\\w+)(?::(\\w))?\\}"_q);
     const QString pattern = QString::fromUtf8(text);
     QString filled;
     int done = 0;
     for (auto matches = mark.globalMatch(pattern); matches.hasNext();) {
         const QRegularExpressionMatch match = matches.next();
-        const auto word = words.find(match.captured(1));
-        filled += pattern.mid(done, match.capturedStart() - done) +
-                  (word != words.end()
-                       ? word->second
-                       : FormattedValue(line.values.value(match.captured(1).toInt()), match.captured(2), nowMs));
+        const QString name = match.captured(1);
+        const QString value = FormattedValue(line.values.value(name.toInt()), match.captured(2), nowMs);
+        filled += pattern.mid(done, match.capturedStart() - done) + line.words.value(name, value);
         done = match.capturedEnd();
     }
     filled += pattern.midRef(done);

@@ -82,12 +82,28 @@ void Put(AdState& ad, const Refusal& refusal) {
     ad.after = isLater ? std::make_optional(refusal) : std::nullopt;
 }
 
+// The values of a refusal's texts that its line does not contain.
+void AddWords(Refusal& refusal, const AdState& ad) {
+    QStringList areas;
+    for (const int area : ad.Offer(refusal.line.values.value(4)).areas) {
+        areas << Area(area);
+    }
+    QStringList drops;
+    for (const ParsedLine& drop : refusal.drops) {
+        drops << "ad %1 %2"_q.arg(drop.values[4], Filled(drop.row->say, drop, drop.serverMs));
+    }
+    refusal.line.words["areas"_q] =
+        areas.isEmpty() ? "another tab (the answer was not seen whole)"_q : areas.join(" or "_q);
+    refusal.line.words["drops"_q] = drops.join(", "_q);
+}
+
 // The conditions are checked twice: for the list, and again when the picture has come.
 void OnAdRefused(AdState& ad, const ParsedLine& line, const QString& reason) {
     const Row& row = *line.row;
     const bool isOwnList = row.step == kStepKept && ad.passed <= kStepKept;
     const bool isAgain = ad.isLoading && ad.passed >= kStepPicture;
-    Refusal refusal{line, row.step, reason, row.event != EnEvent::Refused};
+    Refusal refusal{line, row.step, row.event != EnEvent::Refused};
+    refusal.line.words["reason"_q] = reason;
     if (row.step == kStepConditions || (row.step == kStepKept && !isOwnList)) {
         refusal.step = isAgain ? kStepShown : kStepConditions;
     }
@@ -96,7 +112,7 @@ void OnAdRefused(AdState& ad, const ParsedLine& line, const QString& reason) {
     } else if (row.event == EnEvent::Refused && row.step == kStepAnswered) {
         refusal.leavesRest = ad.standing != nullptr;
         if (ad.last) {
-            ad.last->refusal = Filled(row.say, line, line.serverMs, {{"reason"_q, reason}});
+            ad.last->refusal = Filled(row.say, refusal.line, line.serverMs);
         }
     } else if (row.event == EnEvent::Refused && isOwnList) {
         const AdState::Request refused = std::exchange(ad.standing, ad.before);
@@ -109,11 +125,12 @@ void OnAdRefused(AdState& ad, const ParsedLine& line, const QString& reason) {
     if (row.event == EnEvent::Refused) {
         ad.passed = ad.isLoading ? int(kStepPicture) : 0;
     }
+    AddWords(refusal, ad);
     Put(ad, refusal);
 }
 
 // The module keeps a list that waits behind a withdrawn visible ad, although its log line reports that all was cleared.
-void OnAdCleared(AdState& ad, const ParsedLine& line, const QString& reason) {
+void OnAdCleared(AdState& ad, ParsedLine line, const QString& reason) {
     const bool isSameCall = ad.red && line.timeMs <= ad.red->line.timeMs + kSameCallMs;
     const EnEvent before = isSameCall ? ad.red->line.row->event : EnEvent::Note;
     if (before == EnEvent::ClosedByPush && reason.isEmpty()) {
@@ -121,7 +138,8 @@ void OnAdCleared(AdState& ad, const ParsedLine& line, const QString& reason) {
     }
     ad.standing.reset();
     if (before != EnEvent::Closed && before != EnEvent::ClosedByPush && ad.shownCount == 0) {
-        Put(ad, {line, kStepKept, reason});
+        line.words["reason"_q] = reason.isEmpty() ? "when it was cleared"_q : reason;
+        Put(ad, {line, kStepKept});
     }
 }
 
@@ -366,6 +384,17 @@ std::vector<AdOffer> AdRequest::Kept() const {
     std::copy_if(ads.begin(), ads.end(), std::back_inserter(kept),
                  [this](const AdOffer& ad) { return refusal.isEmpty() && !DropOf(ad); });
     return kept;
+}
+
+AdOffer AdState::Offer(const QString& id) const {
+    for (const Request& list : {standing, answered}) {
+        for (const AdOffer& offer : list ? list->ads : std::vector<AdOffer>()) {
+            if (offer.id == id) {
+                return offer;
+            }
+        }
+    }
+    return {};
 }
 
 quint64 TrackerState::User() const {

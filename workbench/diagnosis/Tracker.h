@@ -51,7 +51,6 @@ struct AdRequest {
 struct Refusal {
     log_table::ParsedLine line;
     int step = 0;
-    QString reason = {};                            // from a preceding line
     bool leavesRest = false;                        // the previous state is unchanged
     std::vector<log_table::ParsedLine> drops = {};  // of the refused list
 };
@@ -75,6 +74,9 @@ struct AdState {
     qint64 shownMs = 0;
     qint64 nextAskS = 0;        // server time of the next possible request, from the module's own line
     std::set<qint64> pushesMs;  // due times of requests after a push, on the server's clock
+
+    /// The ad that a line is about; without values if its list was not recorded.
+    AdOffer Offer(const QString& id) const;
 };
 
 /// The requests for all rights, the VIP status or the chat scenes.

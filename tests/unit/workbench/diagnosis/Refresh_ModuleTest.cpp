@@ -108,6 +108,7 @@ TEST_F(RefreshTest, EachBadAnswerStopsItsStep) {
     const auto expect = [this](const char* outcome, const char* step, const char* sentence) {
         EXPECT_EQ(Last(), std::string("a caller · ") + outcome);
         EXPECT_EQ(StoppedOf(Refresh()), step);
+        EXPECT_EQ(DetailOf(Refresh().details, "Found"), outcome);
         EXPECT_EQ(Refresh().sentence.toStdString(),
                   std::string(sentence) + " The values from before remain. Ask again, or log in again.");
     };
