@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QMap>
 #include <QString>
 #include <string>
 #include <vector>
@@ -21,8 +20,6 @@ struct RequestField {
 
 /// A request to the server's control API, from which a form is built. A new request needs a row in RequestRows.cpp.
 struct RequestRow {
-    using Values = QMap<QString, QString>;  // texts by place of the path
-
     /// A button that adds to the value of the first field and sends it. 0 resets the value.
     struct Step {
         const char* name;
@@ -57,6 +54,7 @@ const std::vector<RequestRow>& OfUser();
 const std::vector<RequestRow>& OfServer();
 /// All faults of commands, and those of paths.
 const std::vector<RequestRow>& SetFaults();
+const RequestRow& Scenario();
 const RequestRow& Clock();
 
 }  // namespace requests

@@ -174,6 +174,13 @@ const std::vector<RequestRow>& requests::OfServer() {
     return rows;
 }
 
+const RequestRow& requests::Scenario() {
+    static const RequestRow row{
+        "Scenario", "Scenario", kPut, "/v1/scenario", {JsonText("", "Scenario")},
+        "Apply to server", "{}", "The server runs this scenario; logins stay", nullptr, ""};
+    return row;
+}
+
 const RequestRow& requests::Clock() {
     static const RequestRow row{
         "Clock", "Server clock", kPut, "/v1/clock", {Number("offsetMs", "Offset, ms", "0")},

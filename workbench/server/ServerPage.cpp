@@ -14,7 +14,6 @@
 
 namespace {
 
-constexpr int kUsersInSight = 16;
 constexpr int kTabMargin = 8;
 constexpr int kTickMs = 500;
 
@@ -24,39 +23,32 @@ CServerPage::CServerPage(IControlClient& server, QWidget* parent)
     : QWidget(parent),
       m_pTabs(widgets::New<QTabWidget>("ServerTabs"_q, this)),
       m_pOverridden(widgets::NewLabel("AdOverridden"_q, "overridden", this)),
-      m_pScenario(new CScenarioEditor(server)),
       m_pUser(widgets::New<QComboBox>("ServerUser"_q, nullptr, "Edited user"_q)),
       m_pWho(widgets::NewLabel("ServerUserWho"_q, "muted", nullptr)),
       m_pOfUser(new CRequestForms("UserRequests"_q, requests::OfUser(), server)),
-      m_pOfServer(new CRequestForms("ServerRequests"_q, requests::OfServer(), server)),
-      m_pTime(widgets::NewLabel("ClockTime"_q, "", nullptr)),
-      m_pClock(new CRequestForm(requests::Clock(), server)) {
+      m_pTime(widgets::NewLabel("ClockTime"_q, "", nullptr)) {
     setObjectName("ServerTab"_q);
     m_pTabs->setDocumentMode(true);
-    m_pUser->setMaxVisibleItems(kUsersInSight);
-    for (const RequestRow& row : requests::SetFaults()) {
-        m_faults.push_back(new CRequestForm(row, server));
-    }
     auto* faultForms = new CRequestForms("FaultForms"_q, requests::Faults(), server);
-    widgets::AddScrollTab(m_pTabs, m_pScenario, "Scenario"_q);
+    std::vector<QWidget*> faults{faultForms};
+    for (const RequestRow& row : requests::SetFaults()) {
+        auto* form = new CRequestForm(row, server);
+        faults.push_back(form);
+        connect(faultForms, &CRequestForms::Accepted, form, &CRequestForm::ForgetServer);
+    }
+    widgets::AddScrollTab(m_pTabs, new CScenarioEditor(server), "Scenario"_q);
     AddTab("UserPage"_q, "User"_q, {widgets::NewLabel({}, "", nullptr, "Edited user"_q), m_pUser, m_pWho, m_pOfUser});
-    AddTab("ServerRequestsPage"_q, "Ads and more"_q, {m_pOfServer});
+    AddTab("ServerRequestsPage"_q, "Ads and more"_q,
+           {new CRequestForms("ServerRequests"_q, requests::OfServer(), server)});
     AddTab("PushPage"_q, "Pushes"_q, {new CRequestForms("Pushes"_q, requests::Pushes(), server)});
-    AddTab("FaultPage"_q, "Faults"_q, {faultForms, m_faults[0], m_faults[1]});
+    AddTab("FaultPage"_q, "Faults"_q, faults);
     AddTab("ClockPage"_q, "Clock and popup"_q,
-           {widgets::NewLabel({}, "section", nullptr, "Server clock"_q), m_pTime, m_pClock,
+           {widgets::NewLabel({}, "section", nullptr, "Server clock"_q), m_pTime,
+            new CRequestForm(requests::Clock(), server),
             widgets::NewLabel({}, "section", nullptr, "Overrides of the popup"_q), NewOverrides()});
     widgets::Column({m_pOverridden, {m_pTabs, 1}}, this);
     connect(m_pUser, qOverload<int>(&QComboBox::currentIndexChanged), this, &CServerPage::ShowWho);
-    for (CRequestForm* faults : m_faults) {
-        connect(faultForms, &CRequestForms::Accepted, faults, &CRequestForm::ForgetServer);
-    }
     connect(this, &CServerPage::OverridesChanged, this, &CServerPage::ShowOverridden);
-    connect(m_pScenario, &CScenarioEditor::Applied, this, &CServerPage::ForgetAnswers);
-    // The editor shows what the server runs, unless it has edits of its own.
-    for (const CRequestForms* forms : {m_pOfUser, m_pOfServer}) {
-        connect(forms, &CRequestForms::Accepted, m_pScenario, &CScenarioEditor::ForgetServer);
-    }
     connect(&m_tick, &QTimer::timeout, this, &CServerPage::ShowTime);
     m_tick.start(kTickMs);
     ShowTime();
@@ -102,17 +94,10 @@ void CServerPage::ShowTime() {
     m_pTime->setText("Server time: "_q + time.toString("yyyy-MM-dd HH:mm:ss 'UTC'"_q));
 }
 
-void CServerPage::ForgetAnswers() {
-    m_pOfUser->ForgetServer();
-    m_pOfServer->ForgetServer();
-}
-
 void CServerPage::ForgetServer() {
-    m_pScenario->ForgetServer();
-    ForgetAnswers();
-    m_pClock->ForgetServer();
-    for (CRequestForm* faults : m_faults) {
-        faults->ForgetServer();
+    const auto forms = findChildren<CRequestForm*>();
+    for (CRequestForm* form : forms) {
+        form->ForgetServer();
     }
 }
 
@@ -167,19 +152,16 @@ QStringList CServerPage::Overridden() const {
 void CServerPage::ForgetLastShown() {
     constexpr int kIntervalTypes = 10;
     QString outcome = "Nothing to forget: no time is stored for this user"_q;
-    for (int type = 0; type < kIntervalTypes; ++type) {
-        const std::string key = "AdLastShowTimeStampKey_2_42_%1_%2"_q.arg(core::login_status_data::Login_GetUserID())
-                                    .arg(type)
-                                    .toStdString();
+    bool isSaved = true;
+    for (int type = 0; type < kIntervalTypes && isSaved; ++type) {
+        const quint64 user = core::login_status_data::Login_GetUserID();
+        const std::string key = "AdLastShowTimeStampKey_2_42_%1_%2"_q.arg(user).arg(type).toStdString();
         long shown = 0;
-        if (!core::config_local::AppCfgReadInt64(key, shown) || shown == 0) {
-            continue;
+        if (core::config_local::AppCfgReadInt64(key, shown) && shown != 0) {
+            isSaved = core::config_local::AppCfgSaveInt64(key, 0);
+            outcome = isSaved ? "It is forgotten when the popup was last shown to this user"_q
+                              : "The store did not take the change"_q;
         }
-        if (!core::config_local::AppCfgSaveInt64(key, 0)) {
-            widgets::ShowOutcome(m_pPopupOutcome, "The store did not take the change"_q, widgets::EnOutcome::Bad);
-            return;
-        }
-        outcome = "It is forgotten when the popup was last shown to this user"_q;
     }
-    widgets::ShowOutcome(m_pPopupOutcome, outcome);
+    widgets::ShowOutcome(m_pPopupOutcome, outcome, isSaved ? widgets::EnOutcome::Good : widgets::EnOutcome::Bad);
 }
