@@ -23,7 +23,6 @@
 #include "core/lang.h"
 #include "ui/zr_ui_theme.h"
 #include "workbench/TimeText.h"
-#include "workbench/Widgets.h"
 #include "workbench/WireDecoder.h"
 #include "workbench/diagnosis/Explanation.h"
 
@@ -52,19 +51,10 @@ QString ModuleLibrary() {
     return "%1, built %2"_q.arg(file.fileName(), file.lastModified().toString(Qt::ISODate));
 }
 
-QString ServerClock() {
-    const QString offset = time_text::ServerOffset();
-    return offset.isEmpty() ? "as this computer's"_q : offset;
-}
-
 QString TextOf(EnEntryState state) {
-    static const std::map<EnEntryState, QString> texts{{EnEntryState::Open, "Open"_q},
-                                                       {EnEntryState::ForcedOpen, "Open, forced"_q},
-                                                       {EnEntryState::ForcedClosed, "Closed, forced"_q},
-                                                       {EnEntryState::ClosedByServer, "Closed"_q},
-                                                       {EnEntryState::NobodyLoggedIn, "Closed, nobody logged in"_q},
-                                                       {EnEntryState::NoModule, "Closed, no module"_q}};
-    return texts.at(state);
+    static constexpr const char* kTexts[] = {
+        "Open", "Open, forced", "Closed, forced", "Closed", "Closed, nobody logged in", "Closed, no module"};
+    return QString::fromLatin1(kTexts[int(state)]);
 }
 
 }  // namespace
@@ -168,7 +158,10 @@ QFormLayout* CUserPage::NewFacts() {
     add("vipNewerSystem"_q, "VIP, newer system"_q, [this] { return NewVip(); });
     add("lastRefresh"_q, "Last refresh"_q, [this] { return LastRefresh(); });
     add("overrides"_q, "Overrides in force"_q, [this] { return Overrides(); });
-    add("clockOffset"_q, "Server's clock"_q, ServerClock);
+    add("clockOffset"_q, "Server's clock"_q, [] {
+        const QString offset = time_text::ServerOffset();
+        return offset.isEmpty() ? "as this computer's"_q : offset;
+    });
     for (const EntryPage& page : kEntryPages) {
         add("chatScene%1"_q.arg(int(page.scene)),
             "AI chat, scene %1 %2"_q.arg(int(page.scene)).arg(QString::fromUtf8(page.title)),

@@ -363,6 +363,7 @@ TEST_F(RightsTest, TheWorkbenchBreaksAnAnswerAndPushes) {
     Press("PushRightsSend");
     ASSERT_TRUE(WaitForWhy("Rights", "push \u00B7 good"));
     EXPECT_EQ(LastRequest(), "08001001");
+    OpenServer("PushPageScroll", "PushesChoice", "PushVip");
     Child<QLineEdit>("PushVip.vipChange.windowSeconds")->setText(QString());
     Press("PushVipSend");
     EXPECT_TRUE(WaitForWhy("VIP status", "push \u00B7 good"));

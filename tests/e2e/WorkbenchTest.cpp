@@ -152,6 +152,7 @@ TEST_F(WorkbenchOnServerTest, ASessionThatCameWithAReconnectIsKeptOutOfExportsTo
     StartAndLogIn();
     const uint64_t first = core::login_status_data::GetSessionId();
 
+    OpenServer("ServerRequestsPageScroll", "ServerRequestsChoice", "DropConnections");
     Child<QPushButton>("DropConnectionsSend")->click();
     ASSERT_TRUE(WaitInRealTime([&] { return core::login_status_data::GetSessionId() != first; }));
 

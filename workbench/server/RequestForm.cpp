@@ -327,8 +327,9 @@ std::optional<Json::Value> CRequestForm::Body() {
 }
 
 ControlRequest CRequestForm::RequestWith(const Json::Value& body) const {
+    const bool isRemoval = qstrcmp(m_row.method, "DELETE") == 0;
     return {m_row.method, Filled(QString::fromLatin1(m_row.path)),
-            m_row.body.empty() ? QByteArray() : QByteArray::fromStdString(host::OneLine(body))};
+            isRemoval ? QByteArray() : QByteArray::fromStdString(host::OneLine(body))};
 }
 
 void CRequestForm::Send() {

@@ -33,15 +33,15 @@ struct RequestRow {
     const char* path;
     std::vector<RequestField> fields;
     const char* action = "Send";
-    std::string body = "{}";      // members that are always sent; empty sends no body
-    const char* done = "Done";    // shown on success, with the count in place of %1
-    const char* count = nullptr;  // member of the answer
+    const char* done = "Done";  // shown on success, with the count in place of %1
     /// Path of the value that the request replaces, such as "ads.adType=2,adPosition={adPosition}" with conditions for
     /// an item of a list. A value that is no object is that of the first field.
     const char* current = nullptr;
     const char* push = nullptr;           // body of the push that follows on success
     const char* source = "/v1/scenario";  // is read for `current`
     std::vector<Step> steps = {};
+    const char* count = nullptr;  // member of the answer
+    std::string body = "{}";      // members that are always sent
 };
 
 /// The tables of all requests.

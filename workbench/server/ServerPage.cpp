@@ -59,7 +59,7 @@ CServerPage::CServerPage(IControlClient& server, QWidget* parent)
 void CServerPage::AddTab(const QString& name, const QString& title, const std::vector<QWidget*>& parts) {
     auto* page = widgets::New<QWidget>(name, nullptr);
     auto* layout = widgets::Column({parts.begin(), parts.end()}, page);
-    layout->setContentsMargins(0, kTabMargin, 0, 0);
+    layout->setContentsMargins(0, kTabMargin, kTabMargin, 0);
     layout->addStretch(1);
     widgets::AddScrollTab(m_pTabs, page, title);
 }
@@ -105,28 +105,25 @@ QWidget* CServerPage::NewOverrides() {
     auto* page = widgets::New<QWidget>("PopupOverrides"_q, nullptr);
     auto* layout = new QFormLayout(page);
     layout->setContentsMargins(0, 0, 0, 0);
-    const auto add = [&](const char* name, const QString& label, const QStringList& texts, auto chosen) {
-        widgets::Choices choices;
-        for (const QString& text : texts) {
-            choices.emplace_back(int(choices.size()), text);
-        }
-        auto* combo =
-            widgets::NewCombo(QString::fromLatin1(name), label, choices, this, [this, chosen](const auto& value) {
-                chosen(value.toInt());
-                Q_EMIT OverridesChanged();
-            });
-        layout->addRow(label, combo);
-        return combo;
-    };
-    QStringList tabs;
+    widgets::Choices tabs;
     for (const TabPage& tab : kTabPages) {
-        tabs << QString::fromUtf8(tab.page.title);
+        tabs.emplace_back(int(tabs.size()), QString::fromUtf8(tab.page.title));
     }
-    m_pTab = add("AdTab", "Tab"_q, tabs, [this](int index) { Q_EMIT TabWanted(index); });
-    m_pFocus = add("AdFocus", "Focus"_q, {"as it is"_q, "always"_q, "never"_q},
-                   [this](int answer) { Q_EMIT FocusWanted(EnFocusAnswer(answer)); });
-    m_pSlot = add("AdSlotPermission", "Slot 2"_q, {"as it is"_q, "refused"_q},
-                  [this](int refused) { Q_EMIT SlotRefusalWanted(refused == 1); });
+    m_pTab = widgets::NewCombo("AdTab"_q, "Tab"_q, tabs, this,
+                               [this](const auto& index) { Q_EMIT TabWanted(index.toInt()); });
+    m_pFocus = widgets::NewCombo("AdFocus"_q, "Focus"_q, {{0, "as it is"_q}, {1, "always"_q}, {2, "never"_q}}, this,
+                                 [this](const auto& answer) {
+                                     Q_EMIT FocusWanted(EnFocusAnswer(answer.toInt()));
+                                     Q_EMIT OverridesChanged();
+                                 });
+    m_pSlot = widgets::NewCombo("AdSlotPermission"_q, "Slot 2"_q, {{false, "as it is"_q}, {true, "refused"_q}}, this,
+                                [this](const auto& refused) {
+                                    Q_EMIT SlotRefusalWanted(refused.toBool());
+                                    Q_EMIT OverridesChanged();
+                                });
+    for (QComboBox* combo : {m_pTab, m_pFocus, m_pSlot}) {
+        layout->addRow(combo->accessibleName(), combo);
+    }
     m_pPopupOutcome = widgets::NewOutcome("PopupOutcome"_q, this);
     layout->addRow(widgets::NewButton("AdLastShownForget"_q, "Forget when the popup was shown"_q, this,
                                       [this] { ForgetLastShown(); }));

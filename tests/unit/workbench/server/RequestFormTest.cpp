@@ -31,9 +31,7 @@ const std::vector<RequestRow> kRows{{"Thing",
                                       {EnType::Numbers, "list", "List"},
                                       {EnType::Json, "json", "Json"}},
                                      "Save",
-                                     "{}",
                                      "Saved",
-                                     nullptr,
                                      "users.{user}",
                                      R"({"user":{user},"vipChange":{}})"}};
 
