@@ -171,10 +171,19 @@ const RowText kVipRows[] = {
 
 const RowText kWidgetRows[] = {
     {"[Vip] Vip {} Disabled, {}, Premium Access = {s}{}"},
+    {"[Vip] Active vip, access = {s}, dataType = {n}, targetUrl = {}", E::Asked, -1, "Clicked"},
     {"[Vip] {}, access = {s}, dataType = {n}{}", E::Asked},
     {"[Vip] Open Vip Web Page failed, strUrl is empty"},
-    {"[Vip] RequestActiveVip callback, {}"},
-    {"[Vip] Show popup {}"},
+    {"[Vip] RequestActiveVip callback, {}", E::Refused, -1, "Failed: {0}"},
+    {"[Vip] Get ActiveVipPopImageUrl failed, {}", E::Note, -1, "Activated, no picture: {0}"},
+    {"[Vip] Show popup failed, imageUrl is empty. Show success toast", E::Note, -1,
+     "Activated, told by a toast: no picture for market and language"},
+    {"[Vip] Show popup failed, {}", E::Refused, -1, "Activated, not told: {0}"},
+    {"[Vip] Show popup start, imageUrl = {}", E::Note, -1, "Activated, the picture loads"},
+    {"[Vip] OnImageLoadSucceeded, {}", E::Note, -1, "Activated, the picture is shown"},
+    {"[Vip] OnImageLoadFailed, {}", E::Refused, -1, "Activated, the picture failed: {0}"},
+    {"[Vip] OnImageClicked, {}", E::Note, -1, "Activated, the picture was clicked: {0}"},
+    {"[Vip] OnClosed", E::Note, -1, "Activated, the picture was closed"},
 };
 
 const RowText kChatRows[] = {

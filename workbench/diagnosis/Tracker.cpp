@@ -237,6 +237,13 @@ void TakeAd(TrackerState& state, const ParsedLine& line) {
 
 // ---- rights, VIP status and chat scenes
 
+RefreshState::Request& RequestOf(RefreshState& refreshes, unsigned long session) {
+    if (size_t(refreshes.requests.size()) >= kKept && !refreshes.requests.contains(session)) {
+        refreshes.requests.erase(refreshes.requests.begin());
+    }
+    return refreshes.requests[session];
+}
+
 void On(TrackerState& state, const CommandTrace& command, qint64 timeMs) {
     RefreshState* refreshes = command.asked == kCommandPremiumAccess ? &state.rights
                               : command.asked == kCommandVipStatus   ? &state.vip
@@ -245,7 +252,7 @@ void On(TrackerState& state, const CommandTrace& command, qint64 timeMs) {
     if (!refreshes || command.kind == CommandTrace::EnKind::Pushed) {
         return;
     }
-    RefreshState::Request& request = refreshes->requests[command.session];
+    RefreshState::Request& request = RequestOf(*refreshes, command.session);
     if (command.kind == CommandTrace::EnKind::Sent) {
         request.sentMs = timeMs;
         request.why = request.why.isEmpty() ? std::exchange(refreshes->nextWhy, QString()) : request.why;
@@ -282,8 +289,11 @@ void TakeRefresh(TrackerState& state, RefreshState& refreshes, const ParsedLine&
         refreshes.nextWhy = QString::fromUtf8(row.say);
         state.vip.nextWhy = refreshes.nextWhy == QLatin1String("login") ? refreshes.nextWhy : state.vip.nextWhy;
     } else if (event == EnEvent::Asked) {
-        QString& why = row.at < 0 ? refreshes.nextWhy : refreshes.requests[session].why;
+        QString& why = row.at < 0 ? refreshes.nextWhy : RequestOf(refreshes, session).why;
         why = why.isEmpty() ? WhyOf(refreshes, line) : why;
+        if (row.at >= 0) {
+            refreshes.requests[session].sentMs = line.timeMs;
+        }
     } else if (event == EnEvent::Pushed) {
         // The module passes the delay on as a signed number. A negative delay runs at once.
         const bool isList = line.values.size() > 1 && !IsTrue(line.values[0]);
@@ -292,7 +302,7 @@ void TakeRefresh(TrackerState& state, RefreshState& refreshes, const ParsedLine&
     } else if (event == EnEvent::SceneAnswered) {
         state.scenes.insert(int(line.Number(0)));
     } else if ((event == EnEvent::Good || event == EnEvent::Refused) && session != 0) {
-        RefreshState::Request& request = refreshes.requests[session];
+        RefreshState::Request& request = RequestOf(refreshes, session);
         request.isGood = event == EnEvent::Good;
         request.red = request.isGood ? std::nullopt : std::make_optional(Refusal{line, row.step});
         request.answeredMs = std::max(request.answeredMs, line.timeMs);

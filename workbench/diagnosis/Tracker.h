@@ -89,7 +89,7 @@ struct RefreshState {
         std::optional<Refusal> red;
     };
 
-    QMap<unsigned long, Request> requests;  // by session
+    QMap<unsigned long, Request> requests;  // the newest, by session
     unsigned long answered = 0;             // session of the last answered request
     std::multimap<qint64, int> pushes;      // number of rights by the due time, in local time; -1 for all rights
     QString nextWhy;                        // of the next request

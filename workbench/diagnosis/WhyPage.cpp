@@ -22,7 +22,7 @@
 #include "core/config_local.h"
 #include "ui/KitPaint.h"
 #include "ui/ZRWebImageWidget.h"
-#include "workbench/TimeText.h"
+#include "workbench/FieldNode.h"
 #include "workbench/Widgets.h"
 #include "workbench/WireDecoder.h"
 
@@ -44,12 +44,11 @@ constexpr int kSearchRole = Qt::UserRole + 1;  // all texts of the row
 }  // namespace
 
 CWhyPage::CWhyPage(const CTracker& tracker, CPremiumRights& rights, const CAIChatEntries& entries,
-                   const CWireDecoder& decoder, IControlClient& server, QWidget* parent)
+                   IControlClient& server, QWidget* parent)
     : QWidget(parent),
       m_tracker(tracker),
       m_rights(rights),
       m_entries(entries),
-      m_decoder(decoder),
       m_server(server),
       m_pModel(new QStandardItemModel(this)),
       m_pFilter(new QSortFilterProxyModel(this)),
@@ -174,7 +173,7 @@ std::set<int> CWhyPage::ListedRights() const {
 }
 
 QString CWhyPage::RightName(int right) const {
-    return m_decoder.EnumName("web_premium_access.PremiumAccess", right);
+    return wire::EnumName("web_premium_access.PremiumAccess", right);
 }
 
 QString CWhyPage::UserText() const {
@@ -218,9 +217,9 @@ void CWhyPage::Update() {
         widgets::FitColumns(*m_pTable);
     }
     const QString nothing = m_pFilter->rowCount() != 0 ? QString() : "Nothing with these words. "_q;
-    const QString offset = time_text::ServerOffset();
+    const QString offset = readable::ServerOffset();
     m_pNote->setText(
-        nothing + "Times are in the zone %1."_q.arg(time_text::Zone()) +
+        nothing + "Times are in the zone %1."_q.arg(readable::Zone()) +
         (offset.isEmpty() ? QString() : " The server's clock, which windows and intervals use: %1."_q.arg(offset)));
     ShowAnswer();
     if (isVisible()) {

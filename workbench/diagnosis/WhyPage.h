@@ -9,7 +9,6 @@
 #include "workbench/Widgets.h"
 #include "workbench/diagnosis/Explanation.h"
 
-class CWireDecoder;
 class QLineEdit;
 class QPlainTextEdit;
 class QSortFilterProxyModel;
@@ -24,8 +23,8 @@ class CWhyPage : public QWidget {
     Q_OBJECT
 
 public:
-    CWhyPage(const CTracker& tracker, CPremiumRights& rights, const CAIChatEntries& entries,
-             const CWireDecoder& decoder, IControlClient& server, QWidget* parent = nullptr);
+    CWhyPage(const CTracker& tracker, CPremiumRights& rights, const CAIChatEntries& entries, IControlClient& server,
+             QWidget* parent = nullptr);
 
     /// Computes the explanations of all subjects, with fixed English keys.
     QJsonObject State();
@@ -66,7 +65,6 @@ private:
     const CTracker& m_tracker;
     CPremiumRights& m_rights;
     const CAIChatEntries& m_entries;
-    const CWireDecoder& m_decoder;
     IControlClient& m_server;
     std::set<AdSlot> m_positions;  // of the scenario
     std::vector<ServerUser> m_users;

@@ -20,7 +20,6 @@
 #include "modules/ZRGrowthMessages.h"
 #include "support/Click.h"
 #include "support/ScriptedHostTest.h"
-#include "workbench/WireDecoder.h"
 
 using namespace ::testing;
 
@@ -95,10 +94,9 @@ protected:
     std::shared_ptr<CFakeGrowthService> service = CFakeGrowthService::Offer();
     CPremiumRights rights;
     CAIChatEntries entries;
-    CWireDecoder decoder;
     CFakeControlClient server;
     CTracker tracker{[](qint64 localMs) { return localMs; }};
-    CWhyPage page{tracker, rights, entries, decoder, server};
+    CWhyPage page{tracker, rights, entries, server};
 };
 
 }  // namespace
