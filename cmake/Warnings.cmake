@@ -18,12 +18,9 @@ if(ZR_SANITIZE)
     add_compile_options(-O0 -g1 -fsanitize=${ZR_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${ZR_SANITIZE})
 endif()
-# The options of the module's sources for coverage. Everything else is compiled as in the preset dev, so that the compiler
-# cache has it. gcov needs the real paths.
+# The options of the module's sources for coverage. Everything else is compiled without counters.
 add_library(zr_counted INTERFACE)
 if(ZR_COVERAGE)
-    target_compile_options(zr_counted INTERFACE
-        --coverage -fprofile-prefix-map=${CMAKE_SOURCE_DIR}/=${CMAKE_SOURCE_DIR}/
-        -fprofile-prefix-map=${source_from_build}/=${source_from_build}/)
-    add_link_options(--coverage)
+    target_compile_options(zr_counted INTERFACE -fprofile-instr-generate -fcoverage-mapping)
+    add_link_options(-fprofile-instr-generate)
 endif()

@@ -9,7 +9,7 @@
 #include <QJsonDocument>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QRegularExpression>
+#include <QRegularExpressionValidator>
 
 #include "AIChatEntries.h"
 #include "EntryScenes.h"
@@ -23,13 +23,11 @@
 #include "core/lang.h"
 #include "ui/zr_ui_theme.h"
 #include "workbench/FieldNode.h"
-#include "workbench/Widgets.h"
 #include "workbench/WireDecoder.h"
-#include "workbench/diagnosis/LogTable.h"
+#include "workbench/diagnosis/Explanation.h"
 
 namespace {
 
-constexpr int kUsersInSight = 16;
 constexpr int kFileHeight = 240;
 constexpr int kTopMargin = 10;
 constexpr int kScrollBarRoom = 8;
@@ -53,25 +51,17 @@ QString ModuleLibrary() {
     return "%1, built %2"_q.arg(file.fileName(), file.lastModified().toString(Qt::ISODate));
 }
 
-QString ServerClock() {
-    const QString offset = readable::ServerOffset();
-    return offset.isEmpty() ? "as this computer's"_q : offset;
-}
-
 QString TextOf(EnEntryState state) {
-    static const std::map<EnEntryState, QString> texts{{EnEntryState::Open, "Open"_q},
-                                                       {EnEntryState::ForcedOpen, "Open, forced"_q},
-                                                       {EnEntryState::ForcedClosed, "Closed, forced"_q},
-                                                       {EnEntryState::ClosedByServer, "Closed"_q},
-                                                       {EnEntryState::NobodyLoggedIn, "Closed, nobody logged in"_q},
-                                                       {EnEntryState::NoModule, "Closed, no module"_q}};
-    return texts.at(state);
+    static constexpr const char* kTexts[] = {
+        "Open", "Open, forced", "Closed, forced", "Closed", "Closed, nobody logged in", "Closed, no module"};
+    return QString::fromLatin1(kTexts[int(state)]);
 }
 
 }  // namespace
 
-CUserPage::CUserPage(ISessionControl& session, CAIChatEntries& entries, CPremiumRights& rights, QWidget* parent)
-    : QWidget(parent), m_session(session), m_entries(entries), m_rights(rights), m_strRefresh("none was seen yet"_q) {
+CUserPage::CUserPage(ISessionControl& session, CAIChatEntries& entries, CPremiumRights& rights, const CTracker& tracker,
+                     QWidget* parent)
+    : QWidget(parent), m_session(session), m_entries(entries), m_rights(rights), m_tracker(tracker) {
     setObjectName("SessionPage"_q);
     auto* controls = NewControls();
     auto* facts = NewFacts();
@@ -89,6 +79,7 @@ CUserPage::CUserPage(ISessionControl& session, CAIChatEntries& entries, CPremium
     connect(&session, &ISessionControl::EditionChanged, this, &CUserPage::ShowChoices);
     connect(&entries, &CAIChatEntries::Changed, this, &CUserPage::ShowChoices);
     connect(&rights, &CPremiumRights::Changed, this, &CUserPage::Refresh);
+    connect(&tracker, &CTracker::Changed, this, &CUserPage::Refresh);
     ShowUser();
     theme::OnThemeChange(this, [this] { ShowChoices(); });
 }
@@ -96,55 +87,44 @@ CUserPage::CUserPage(ISessionControl& session, CAIChatEntries& entries, CPremium
 QFormLayout* CUserPage::NewControls() {
     auto* form = new QFormLayout;
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
-    const auto add = [this, form](const QString& text, QWidget* field, const std::vector<widgets::Part>& others = {}) {
-        auto* label = widgets::NewLabel({}, "muted", this, text);
-        label->setWordWrap(false);
-        label->setBuddy(field);
-        field->setAccessibleName(text);
-        std::vector<widgets::Part> parts{{field, 1}};
-        parts.insert(parts.end(), others.begin(), others.end());
-        form->addRow(label, widgets::Row(parts));
-    };
-    const auto addCombo = [&](const QString& text, const QString& name, const widgets::Choices& choices,
-                              const std::function<void(const QVariant& value)>& chosen) {
+    const auto add = [this, form](const QString& text, const QString& name, const widgets::Choices& choices,
+                                  const std::function<void(const QVariant& value)>& chosen) {
         auto* combo = widgets::NewCombo(name, text, choices, this, chosen);
-        add(text, combo);
+        form->addRow(text, combo);
         return combo;
     };
-    m_pUser = widgets::New<QComboBox>("WorkbenchUser"_q, this);
-    m_pUser->setMaxVisibleItems(kUsersInSight);
+    m_pUser = widgets::New<QComboBox>("WorkbenchUser"_q, this, "User"_q);
     m_pLogin = widgets::NewButton("WorkbenchLogin"_q, "Log in"_q, this,
                                   [this] { m_session.Login(m_pUser->currentData().toULongLong()); });
     m_pLogout = widgets::NewButton("WorkbenchLogout"_q, "Log out"_q, this, [this] { m_session.Logout(); });
-    add("User"_q, m_pUser, {m_pLogin, m_pLogout});
-    m_pLanguage = addCombo("Language"_q, "WorkbenchLanguage"_q,
-                           {{core::lang::kLanguageEnglish, "English"_q},
-                            {core::lang::kLanguageSimplifiedChinese, "简体中文"_q},
-                            {core::lang::kLanguageTraditionalChinese, "繁體中文"_q},
-                            {core::lang::kLanguageJapanese, "日本語"_q},
-                            {core::lang::kLanguageFrench, "Français"_q}},
-                           [this](const QVariant& value) { m_session.SetLanguage(value.toInt()); });
-    m_pTheme = addCombo("Theme"_q, "WorkbenchTheme"_q,
-                        {{int(zr_ui_theme::Manager::kThemeLight), "Light"_q},
-                         {int(zr_ui_theme::Manager::kThemeDarkBlue), "Dark blue"_q},
-                         {int(zr_ui_theme::Manager::kThemeBlack), "Black"_q}},
-                        [this](const QVariant& value) { m_session.SetTheme(value.toInt()); });
-    m_pEdition = addCombo("Edition"_q, "WorkbenchEdition"_q, {{false, "Kestrel"_q}, {true, "Velora"_q}},
-                          [this](const QVariant& value) { m_session.SetVelora(value.toBool()); });
-    m_pOverride = addCombo("AI chat override"_q, "WorkbenchOverride"_q,
-                           {{int(EnEntryOverride::None), "No override"_q},
-                            {int(EnEntryOverride::Open), "Force open"_q},
-                            {int(EnEntryOverride::Closed), "Force closed"_q}},
-                           [this](const QVariant& value) { m_entries.SetOverride(EnEntryOverride(value.toInt())); });
-    m_pMarkets = widgets::New<QLineEdit>("WorkbenchMarkets"_q, this);
+    form->addRow("User"_q, widgets::Row({{m_pUser, 1}, m_pLogin, m_pLogout}));
+    m_pLanguage = add("Language"_q, "WorkbenchLanguage"_q,
+                      {{core::lang::kLanguageEnglish, "English"_q},
+                       {core::lang::kLanguageSimplifiedChinese, "简体中文"_q},
+                       {core::lang::kLanguageTraditionalChinese, "繁體中文"_q},
+                       {core::lang::kLanguageJapanese, "日本語"_q},
+                       {core::lang::kLanguageFrench, "Français"_q}},
+                      [this](const QVariant& value) { m_session.SetLanguage(value.toInt()); });
+    m_pTheme = add("Theme"_q, "WorkbenchTheme"_q,
+                   {{int(zr_ui_theme::Manager::kThemeLight), "Light"_q},
+                    {int(zr_ui_theme::Manager::kThemeDarkBlue), "Dark blue"_q},
+                    {int(zr_ui_theme::Manager::kThemeBlack), "Black"_q}},
+                   [this](const QVariant& value) { m_session.SetTheme(value.toInt()); });
+    m_pEdition = add("Edition"_q, "WorkbenchEdition"_q, {{false, "Kestrel"_q}, {true, "Velora"_q}},
+                     [this](const QVariant& value) { m_session.SetVelora(value.toBool()); });
+    m_pOverride = add("AI chat override"_q, "WorkbenchOverride"_q,
+                      {{int(EnEntryOverride::None), "No override"_q},
+                       {int(EnEntryOverride::Open), "Force open"_q},
+                       {int(EnEntryOverride::Closed), "Force closed"_q}},
+                      [this](const QVariant& value) { m_entries.SetOverride(EnEntryOverride(value.toInt())); });
+    m_pMarkets = widgets::New<QLineEdit>("WorkbenchMarkets"_q, this, "Markets"_q);
     m_pMarkets->setPlaceholderText("Numbers, the leading one first, as 1 2 5"_q);
+    m_pMarkets->setValidator(
+        new QRegularExpressionValidator(QRegularExpression("([0-9]{1,9}[\\s,;]+)*[0-9]{0,9}"_q), this));
     connect(m_pMarkets, &QLineEdit::returnPressed, this, &CUserPage::AskMarkets);
     auto* apply = widgets::NewButton("WorkbenchMarketsApply"_q, "Apply"_q, this, [this] { AskMarkets(); });
     apply->setAccessibleName("Apply the markets"_q);
-    add("Markets"_q, m_pMarkets, {apply});
-    m_pMarketsNote = widgets::NewLabel("WorkbenchMarketsNote"_q, "muted", this);
-    m_pMarketsNote->hide();
-    form->addRow(QString(), m_pMarketsNote);
+    form->addRow("Markets"_q, widgets::Row({{m_pMarkets, 1}, apply}));
     return form;
 }
 
@@ -157,12 +137,12 @@ QFormLayout* CUserPage::NewFacts() {
     auto* form = new QFormLayout;
     form->addRow(widgets::Row({{title, 1}, gallery, copy}));
     const auto add = [this, form](const QString& key, const QString& text, const std::function<QString()>& read) {
-        auto* label = widgets::NewLabel({}, "muted", this, text);
-        label->setWordWrap(false);
-        label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
         auto* value = widgets::NewLabel("UserFact_"_q + key, "", this);
         value->setTextInteractionFlags(Qt::TextSelectableByMouse);
-        form->addRow(label, value);
+        form->addRow(text, value);
+        auto* label = static_cast<QLabel*>(form->labelForField(value));
+        label->setProperty("role", "muted"_q);
+        label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
         m_facts.push_back({key, text, read, value});
     };
     add("user"_q, "User"_q, [this] { return User(); });
@@ -173,9 +153,12 @@ QFormLayout* CUserPage::NewFacts() {
     add("rights"_q, "Rights held"_q, [this] { return Rights(); });
     add("vipOlderSystem"_q, "VIP, older system"_q, [this] { return OldVip(); });
     add("vipNewerSystem"_q, "VIP, newer system"_q, [this] { return NewVip(); });
-    add("lastRefresh"_q, "Last refresh"_q, [this] { return m_strRefresh; });
+    add("lastRefresh"_q, "Last refresh"_q, [this] { return LastRefresh(); });
     add("overrides"_q, "Overrides in force"_q, [this] { return Overrides(); });
-    add("clockOffset"_q, "Server's clock"_q, ServerClock);
+    add("clockOffset"_q, "Server's clock"_q, [] {
+        const QString offset = readable::ServerOffset();
+        return offset.isEmpty() ? "as this computer's"_q : offset;
+    });
     for (const EntryPage& page : kEntryPages) {
         add("chatScene%1"_q.arg(int(page.scene)),
             "AI chat, scene %1 %2"_q.arg(int(page.scene)).arg(QString::fromUtf8(page.title)),
@@ -271,55 +254,29 @@ QString CUserPage::Overrides() const {
     return all.isEmpty() ? "none"_q : all.join("; "_q);
 }
 
-void CUserPage::TakeLine(const LogEntry& entry) {
-    using E = log_table::EnEvent;
-    static const std::map<QString, QString> causes{{"login"_q, "a login or reconnect"_q},
-                                                   {"hourly"_q, "the hourly timer"_q},
-                                                   {"language"_q, "a change of the language"_q}};
-    static const std::map<E, QString> results{
-        {E::Asked, "requested"_q}, {E::Good, "received"_q}, {E::Refused, "not received"_q}};
-    const auto line = log_table::Read(entry.record.text);
-    const bool isVip = line && line->row->kind == log_table::EnKind::Vip;
-    if (!line || (line->row->kind != log_table::EnKind::Rights && !isVip)) {
-        return;
-    }
-    const auto cause = causes.find(QString::fromUtf8(line->row->say));
-    const auto result = results.find(line->row->event);
-    if (cause != causes.end()) {
-        m_strCause = cause->second;
-    } else if (line->row->event == E::Pushed) {
-        m_strCause = "push %1"_q.arg(isVip ? kPushVipChange : kPushPremiumChange);
-    }
-    if (line->row->event == E::Asked) {
-        m_strReason = m_strCause.isEmpty() ? "a caller"_q : std::exchange(m_strCause, QString());
-    }
-    if (result != results.end()) {
-        const qint64 timeMs = entry.time.toMSecsSinceEpoch();
-        const QString refusal = log_table::Filled(line->row->say, *line, timeMs);
-        m_strRefresh =
-            "%1 %2: %3 %4, because of %5"_q.arg(readable::LocalTime(timeMs), readable::Zone(),
-                                                isVip ? "VIP status"_q : "rights"_q, result->second, m_strReason) +
-            (refusal.isEmpty() ? QString() : ": "_q + refusal);
-        Refresh();
-    }
+// The newest request since the login, with its reason and result. Sessions of requests ascend.
+QString CUserPage::LastRefresh() const {
+    const auto newest = [](const RefreshState& state) {
+        return state.requests.isEmpty() ? RefreshState::Request() : state.requests.last();
+    };
+    const auto rights = newest(m_tracker.State().rights);
+    const auto vip = newest(m_tracker.State().vip);
+    const bool isVip = vip.sentMs > rights.sentMs;
+    const auto& last = isVip ? vip : rights;
+    return last.sentMs == 0 ? "none was seen yet"_q
+                            : "%1 %2: %3, %4"_q.arg(readable::LocalTime(last.sentMs), readable::Zone(),
+                                                    isVip ? "VIP status"_q : "rights"_q, explanation::OutcomeOf(last));
 }
 
 void CUserPage::AskMarkets() {
     static const QRegularExpression separators("[\\s,;]+"_q);
     std::vector<int> markets;
     const QStringList words = m_pMarkets->text().split(separators, Qt::SkipEmptyParts);
-    m_pMarketsNote->show();
     for (const QString& word : words) {
-        bool isNumber = false;
-        markets.push_back(word.toInt(&isNumber));
-        if (!isNumber || markets.back() < 0) {
-            m_pMarketsNote->setText("No market numbers: "_q + word);
-            return;
-        }
+        markets.push_back(word.toInt());
     }
     m_session.OverrideMarkets(markets);
     m_bMarkets = true;
-    m_pMarketsNote->setText("In force until the next login"_q);
     Refresh();
 }
 
@@ -333,7 +290,6 @@ void CUserPage::ShowUser() {
     m_pLogout->setEnabled(user != 0);
     m_pMarkets->setText(TextOf(core::attr_market::GetCurrentUserAttrMarket()));
     m_bMarkets = false;
-    m_pMarketsNote->hide();
     ShowChoices();
 }
 

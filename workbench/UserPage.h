@@ -2,36 +2,29 @@
 
 #include <QJsonObject>
 #include <QWidget>
-#include <functional>
-#include <vector>
 
-#include "ISessionControl.h"
-#include "framework/ILogSource.h"
+#include "workbench/Widgets.h"
 
 class CAIChatEntries;
 class CPremiumRights;
-class QComboBox;
+class CTracker;
 class QFormLayout;
-class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
-class QPushButton;
 
 /// Controls the session, and shows everything about the logged-in user in one place. The arguments must outlive it.
 class CUserPage : public QWidget {
     Q_OBJECT
 
 public:
-    CUserPage(ISessionControl& session, CAIChatEntries& entries, CPremiumRights& rights, QWidget* parent = nullptr);
+    CUserPage(ISessionControl& session, CAIChatEntries& entries, CPremiumRights& rights, const CTracker& tracker,
+              QWidget* parent = nullptr);
 
     /// Each listed override is shown as being in force, for example "focus: never".
     void SetOverrides(std::function<QStringList()> overrides);
 
     /// Shows the state of an export; an empty one shows the live state again.
     void ShowFile(const QJsonObject& state);
-
-    /// Notices refreshes of rights and VIP status.
-    void TakeLine(const LogEntry& entry);
 
     /// The state of client and user, with fixed keys.
     QJsonObject State() const;
@@ -59,17 +52,16 @@ private:
     QString Rights() const;
     QString OldVip() const;
     QString NewVip() const;
+    QString LastRefresh() const;
     QString Overrides() const;
 
     ISessionControl& m_session;
     CAIChatEntries& m_entries;
     CPremiumRights& m_rights;
+    const CTracker& m_tracker;
     std::function<QStringList()> m_fnOverrides;
     std::vector<Fact> m_facts;
-    QJsonObject m_file;                                          // of the shown export; empty: live
-    QString m_strCause;                                          // of the next request
-    QString m_strReason = QStringLiteral("an unknown request");  // of the last request
-    QString m_strRefresh;
+    QJsonObject m_file;  // of the shown export; empty: live
     quint64 m_nCurrent = 0;
     bool m_bMarkets = false;  // overridden
     QComboBox* m_pUser;
@@ -80,6 +72,5 @@ private:
     QComboBox* m_pEdition;
     QComboBox* m_pOverride;
     QLineEdit* m_pMarkets;
-    QLabel* m_pMarketsNote;
     QPlainTextEdit* m_pFile;  // the whole state of the shown export
 };

@@ -66,8 +66,8 @@ CWorkbench::CWorkbench(ISessionControl& session, CAIChatEntries& entries, CPremi
       m_server(server),
       m_pTabs(NewTabs("WorkbenchTabs"_q, this)),
       m_pTrafficTabs(NewTabs("TrafficTabs"_q, widgets::PagesOf(m_pTabs))),
-      m_pUser(new CUserPage(session, entries, rights, widgets::PagesOf(m_pTabs))),
       m_pTracker(new CTracker(ToServer, this)),
+      m_pUser(new CUserPage(session, entries, rights, *m_pTracker, widgets::PagesOf(m_pTabs))),
       m_pWhy(new CWhyPage(*m_pTracker, rights, entries, server, widgets::PagesOf(m_pTabs))),
       m_pServerPage(new CServerPage(server, widgets::PagesOf(m_pTabs))),
       m_pBannerText(widgets::NewLabel("FileBannerText"_q, "overridden", this)),
@@ -264,7 +264,6 @@ void CWorkbench::TakeLine(const LogEntry& entry) {
     for (CEventView* view : m_views) {
         view->Model().Add(entry);
     }
-    m_pUser->TakeLine(entry);
     m_pTracker->TakeLine(entry);
 }
 

@@ -62,9 +62,9 @@ private:
     CRedactor m_aliases;
     QTabWidget* m_pTabs;
     QTabWidget* m_pTrafficTabs;
+    CTracker* m_pTracker;
     CUserPage* m_pUser;
     std::vector<CEventView*> m_views;
-    CTracker* m_pTracker;
     CWhyPage* m_pWhy;
     CServerPage* m_pServerPage;
     QLabel* m_pBannerText;

@@ -345,7 +345,7 @@ INSTANTIATE_TEST_SUITE_P(Answers, BadVipAnswerTest,
 
 TEST_F(RightsTest, TheWorkbenchBreaksAnAnswerAndPushes) {
     // the next answer has its own code, once
-    Child<QComboBox>("ReplyFault.command")->setEditText(QStringLiteral("20637"));
+    Child<QComboBox>("ReplyFault.{command}")->setEditText(QStringLiteral("20637"));
     Child<QLineEdit>("ReplyFault.error")->clear();
     Child<QComboBox>("ReplyFault.bodyHex")->setEditText(QStringLiteral("0805  code 5"));
     Press("ReplyFaultSend");
@@ -363,6 +363,7 @@ TEST_F(RightsTest, TheWorkbenchBreaksAnAnswerAndPushes) {
     Press("PushRightsSend");
     ASSERT_TRUE(WaitForWhy("Rights", "push \u00B7 good"));
     EXPECT_EQ(LastRequest(), "08001001");
+    OpenServer("PushPageScroll", "PushesChoice", "PushVip");
     Child<QLineEdit>("PushVip.vipChange.windowSeconds")->setText(QString());
     Press("PushVipSend");
     EXPECT_TRUE(WaitForWhy("VIP status", "push \u00B7 good"));

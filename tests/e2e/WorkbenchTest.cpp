@@ -73,18 +73,18 @@ TEST_F(WorkbenchOnServerTest, ScenesSavedToTheServerCountAtTheNextLogin) {
 
 TEST_F(WorkbenchOnServerTest, ScenarioIsEditedAndAppliedToTheRunningServer) {
     StartAndLogIn();
-    OpenServer("ScenarioEditorScroll");
-    auto* text = Child<QPlainTextEdit>("ScenarioText");
+    OpenServer("ScenarioScroll");
+    auto* text = Child<QPlainTextEdit>("Scenario.value");
     ASSERT_TRUE(WaitInRealTime([=] { return text->toPlainText().contains(QStringLiteral("Three")); }));
     auto* errors = Child<QListWidget>("ScenarioErrors");
 
     text->setPlainText(text->toPlainText().replace(QStringLiteral(": 502"), QStringLiteral(": -502")));
-    Click(Child<QPushButton>("ScenarioApply"));
+    Click(Child<QPushButton>("ScenarioSend"));
     ASSERT_TRUE(WaitInRealTime([=] { return errors->count() == 1; }));
     EXPECT_EQ(text->textCursor().selectedText(), QStringLiteral("-502"));
 
     text->setPlainText(text->toPlainText().replace(QStringLiteral(": -502"), QStringLiteral(": 504")));
-    Click(Child<QPushButton>("ScenarioApply"));
+    Click(Child<QPushButton>("ScenarioSend"));
     EXPECT_TRUE(WaitInRealTime([this] { return Child<QComboBox>("WorkbenchUser")->findData(504) >= 0; }));
 }
 
@@ -152,6 +152,7 @@ TEST_F(WorkbenchOnServerTest, ASessionThatCameWithAReconnectIsKeptOutOfExportsTo
     StartAndLogIn();
     const uint64_t first = core::login_status_data::GetSessionId();
 
+    OpenServer("ServerRequestsPageScroll", "ServerRequestsChoice", "DropConnections");
     Child<QPushButton>("DropConnectionsSend")->click();
     ASSERT_TRUE(WaitInRealTime([&] { return core::login_status_data::GetSessionId() != first; }));
 

@@ -7,12 +7,10 @@
 #include <QMetaProperty>
 #include <QPlainTextEdit>
 #include <QRegularExpression>
-#include <QScopedValueRollback>
 #include <QStackedWidget>
 #include <algorithm>
 
 #include "framework/JsonText.h"
-#include "workbench/Widgets.h"
 
 namespace {
 
@@ -31,11 +29,6 @@ bool IsList(EnType type) {
     return type == EnType::Numbers || type == EnType::Texts;
 }
 
-QString NameOf(const RequestField& field) {
-    const QString key = QString::fromStdString(field.key);
-    return IsPlace(field) ? key.mid(1, key.size() - 2) : key;
-}
-
 QStringList PathOf(const std::string& path) {
     return QString::fromStdString(path).split(QLatin1Char('.'), Qt::SkipEmptyParts);
 }
@@ -46,17 +39,14 @@ QString TextOf(const QWidget* widget) {
     return (qobject_cast<const QComboBox*>(widget) ? text.section(QLatin1String(kGap), 0, 0) : text).trimmed();
 }
 
+// An unchanged text stays scrolled as it is.
 void SetTextOf(QWidget* widget, const QString& text) {
+    if (TextOf(widget) == text) {
+        return;
+    }
     const auto* combo = qobject_cast<const QComboBox*>(widget);
     const int index = combo ? combo->findText(text + QLatin1String(kGap), Qt::MatchStartsWith) : -1;
     widget->metaObject()->userProperty().write(widget, index < 0 ? text : combo->itemText(index));
-}
-
-QString Filled(QString pattern, const RequestRow::Values& places) {
-    for (auto place = places.begin(); place != places.end(); ++place) {
-        pattern.replace("{%1}"_q.arg(place.key()), place.value());
-    }
-    return pattern;
 }
 
 bool HasValues(const Json::Value& item, const QString& conditions) {
@@ -68,10 +58,9 @@ bool HasValues(const Json::Value& item, const QString& conditions) {
 }
 
 /// Returns null if there is no value at the path.
-const Json::Value* At(const Json::Value& json, const QStringList& path, const RequestRow::Values& places = {}) {
+const Json::Value* At(const Json::Value& json, const QStringList& path) {
     const Json::Value* at = &json;
-    for (const QString& pattern : path) {
-        const QString step = Filled(pattern, places);
+    for (const QString& step : path) {
         const auto end = at->end();
         const auto item = !at->isArray() ? end : std::find_if(at->begin(), end, [&step](const Json::Value& one) {
             return HasValues(one, step);
@@ -99,52 +88,40 @@ void Put(Json::Value& json, const QStringList& path, const std::optional<Json::V
     }
 }
 
-struct FieldValue {
-    std::optional<Json::Value> json;
-    QString error = {};
-};
-
-/// Reads the text of a field, which is not empty.
-FieldValue Read(EnType type, const QString& text) {
+/// Reads the text of a field, which is not empty. Returns nothing, with the reason, for a text of another type.
+std::optional<Json::Value> Read(EnType type, const QString& text, QString& reason) {
     if (type == EnType::Text) {
-        return {Json::Value(text == QLatin1String(kEmptyText) ? std::string() : text.toStdString())};
+        return Json::Value(text == QLatin1String(kEmptyText) ? std::string() : text.toStdString());
     }
     if (IsList(type)) {
         static const QRegularExpression gap("[\\s,;]+"_q);
         Json::Value list(Json::arrayValue);
         const QStringList words = text.split(gap, Qt::SkipEmptyParts);
         for (const QString& word : words) {
-            const FieldValue item = Read(type == EnType::Numbers ? EnType::Number : EnType::Text, word);
-            if (!item.json) {
+            const auto item = Read(type == EnType::Numbers ? EnType::Number : EnType::Text, word, reason);
+            if (!item) {
                 return item;
             }
-            list.append(*item.json);
+            list.append(*item);
         }
-        return {list};
+        return list;
     }
     std::string error;
     const auto json = host::ParseJson(text.toStdString(), error);
     if (json && (type == EnType::Json || (type == EnType::Number ? json->isIntegral() : json->isBool()))) {
-        return {json};
+        return json;
     }
-    return {{},
-            type == EnType::Json     ? "not JSON: "_q + QString::fromStdString(error).simplified()
-            : type == EnType::Number ? "no whole number: "_q + text
-                                     : "neither true nor false: "_q + text};
+    reason = type == EnType::Json     ? "not JSON: "_q + QString::fromStdString(error).simplified()
+             : type == EnType::Number ? "no whole number: "_q + text
+                                      : "neither true nor false: "_q + text;
+    return std::nullopt;
 }
 
 /// The text of a field that shows the value.
 QString Shown(EnType type, const Json::Value& json) {
-    if (type == EnType::Json) {
-        return json::Indented(json);
-    }
-    QStringList words;
-    for (const Json::Value& item : IsList(type) ? json::Items(json) : std::vector<Json::Value>()) {
-        words << json::Text(item);
-    }
-    return json == Json::Value("")          ? QString::fromLatin1(kEmptyText)
-           : IsList(type) && json.isArray() ? words.join(QLatin1Char(' '))
-                                            : json::Text(json);
+    return type == EnType::Json      ? json::Indented(json)
+           : json == Json::Value("") ? QString::fromLatin1(kEmptyText)
+                                     : json::Text(json);
 }
 
 Json::Value BodyOf(const RequestRow& row) {
@@ -154,8 +131,8 @@ Json::Value BodyOf(const RequestRow& row) {
 
 }  // namespace
 
-CRequestForm::CRequestForm(const RequestRow& row, IControlClient& server, QWidget* parent)
-    : QWidget(parent), m_row(row), m_server(server), m_base(BodyOf(row)) {
+CRequestForm::CRequestForm(const RequestRow& row, IControlClient& server, const QString& user, QWidget* parent)
+    : QWidget(parent), m_server(server), m_row(row), m_strUser(user), m_base(BodyOf(row)) {
     setObjectName(QString::fromLatin1(row.name));
     auto* layout = new QFormLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -165,8 +142,8 @@ CRequestForm::CRequestForm(const RequestRow& row, IControlClient& server, QWidge
     }
     for (const RequestField& field : row.fields) {
         QWidget* widget = NewEditor(field);
-        const QString name = NameOf(field);
-        widget->setObjectName(objectName() + QLatin1Char('.') + (name.isEmpty() ? "value"_q : name));
+        widget->setObjectName(
+            "%1.%2"_q.arg(objectName(), field.key.empty() ? "value"_q : QString::fromStdString(field.key)));
         widget->setAccessibleName(QString::fromLatin1(field.label));
         widget->setAccessibleDescription(QString::fromLatin1(field.hint));
         m_editors.push_back({&field, widget});
@@ -183,8 +160,9 @@ QWidget* CRequestForm::NewEditor(const RequestField& field) {
     if (field.type == EnType::Json) {
         auto* lines = new QPlainTextEdit(this);
         lines->setPlaceholderText(hint);
+        lines->setLineWrapMode(QPlainTextEdit::NoWrap);
         lines->setTabChangesFocus(true);
-        lines->setFixedHeight(lines->fontMetrics().lineSpacing() * kJsonLines);
+        lines->setMinimumHeight(lines->fontMetrics().lineSpacing() * kJsonLines);
         connect(lines, &QPlainTextEdit::textChanged, this, edited);
         return lines;
     }
@@ -235,10 +213,10 @@ QLayout* CRequestForm::NewButtons() {
 }
 
 void CRequestForm::OnEdited(const RequestField& field) {
+    ++m_nEdits;
     if (IsPlace(field)) {
         m_base = BodyOf(m_row);  // its hidden members belong to the former place
-    } else if (!m_bFilling) {
-        ++m_nEdits;
+    } else {
         SetEdited(true);
     }
 }
@@ -248,36 +226,8 @@ void CRequestForm::SetEdited(bool edited) {
     m_bEdited = edited && m_row.current;
     if (m_pLoad) {
         m_pLoad->setText(m_bEdited ? "Discard edits"_q : "Load"_q);
-        widgets::ShowOutcome(m_pOutcome, m_bEdited ? "Edited, not saved"_q : QString(), EnOutcome::Unsaved);
+        ShowOutcome(m_bEdited ? "Edited, not saved"_q : QString(), EnOutcome::Unsaved);
     }
-}
-
-void CRequestForm::SetUser(const QString& user) {
-    if (user == m_strUser) {
-        return;
-    }
-    m_drafts.remove(m_strUser);
-    if (m_bEdited) {
-        Draft& draft = m_drafts[m_strUser];
-        draft.base = m_base;
-        for (const Editor& editor : m_editors) {
-            draft.texts << TextOf(editor.widget);
-        }
-    }
-    m_strUser = user;
-    ++m_nEdits;
-    const auto draft = m_drafts.constFind(user);
-    SetEdited(draft != m_drafts.constEnd());
-    if (!m_bEdited) {
-        ForgetServer();
-        return;
-    }
-    SetReading(false);
-    const QScopedValueRollback<bool> filling(m_bFilling, true);
-    for (size_t place = 0; place < m_editors.size(); ++place) {
-        SetTextOf(m_editors[place].widget, draft->texts[int(place)]);
-    }
-    m_base = draft->base;
 }
 
 void CRequestForm::SetText(const std::string& key, const QString& text) {
@@ -290,9 +240,7 @@ void CRequestForm::SetText(const std::string& key, const QString& text) {
 
 void CRequestForm::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
-    if (m_row.current && !m_bEdited) {
-        Load();
-    }
+    ForgetServer();
 }
 
 void CRequestForm::ForgetServer() {
@@ -301,7 +249,6 @@ void CRequestForm::ForgetServer() {
     }
 }
 
-// The fields cannot be edited before their values arrive.
 void CRequestForm::SetReading(bool reading) {
     for (const Editor& editor : m_editors) {
         editor.widget->setEnabled(!reading || IsPlace(*editor.field));
@@ -310,23 +257,23 @@ void CRequestForm::SetReading(bool reading) {
 
 // A place may be empty before a value is read.
 void CRequestForm::Load() {
-    const RequestRow::Values places = Places();
-    if (std::find(places.begin(), places.end(), QString()) != places.end()) {
+    if (std::any_of(m_editors.begin(), m_editors.end(),
+                    [](const Editor& editor) { return IsPlace(*editor.field) && TextOf(editor.widget).isEmpty(); })) {
         return;
     }
-    SetEdited(false);
+    QStringList path = PathOf(m_row.current);
+    for (QString& step : path) {
+        step = Filled(step);
+    }
     SetReading(true);
     m_server.Ask("GET", QString::fromLatin1(m_row.source), QByteArray(), this,
-                 [this, places, edits = m_nEdits](const ServerAnswer& answer) {
-                     if (edits != m_nEdits) {
-                         return;
-                     }
+                 [this, path, edits = m_nEdits](const ServerAnswer& answer) {
                      SetReading(false);
-                     if (answer.error.isEmpty()) {
-                         const Json::Value* value = At(answer.body, PathOf(m_row.current), places);
-                         Fill(value ? *value : Json::Value());
-                     } else {
+                     if (!answer.error.isEmpty()) {
                          Fail(answer.Failure());
+                     } else if (edits == m_nEdits) {
+                         const Json::Value* value = At(answer.body, path);
+                         Fill(value ? *value : Json::Value());
                      }
                  });
 }
@@ -339,7 +286,6 @@ void CRequestForm::Fill(const Json::Value& value) {
         const auto first = std::find_if_not(m_row.fields.begin(), m_row.fields.end(), IsPlace);
         Put(m_base, PathOf(first->key), value);
     }
-    const QScopedValueRollback<bool> filling(m_bFilling, true);
     for (const Editor& editor : m_editors) {
         if (!IsPlace(*editor.field)) {
             const Json::Value* member = At(m_base, PathOf(editor.field->key));
@@ -348,74 +294,72 @@ void CRequestForm::Fill(const Json::Value& value) {
                                                     : QString());
         }
     }
-    widgets::ShowOutcome(m_pOutcome, value.isNull() ? "The server has none yet"_q : QString());
+    SetEdited(false);
+    ShowOutcome(value.isNull() ? "The server has none yet"_q : QString());
 }
 
-RequestRow::Values CRequestForm::Places() const {
-    RequestRow::Values places;
-    if (!m_strUser.isEmpty()) {
-        places["user"_q] = m_strUser;
-    }
+QString CRequestForm::Filled(QString pattern) const {
+    pattern.replace("{user}"_q, m_strUser);
     for (const Editor& editor : m_editors) {
         if (IsPlace(*editor.field)) {
-            places[NameOf(*editor.field)] = TextOf(editor.widget);
+            pattern.replace(QString::fromStdString(editor.field->key), TextOf(editor.widget));
         }
     }
-    return places;
+    return pattern;
 }
 
 // Returns nothing, with a message, if a field is not valid.
-std::optional<CRequestForm::Request> CRequestForm::Build() {
-    Request request{m_base, {m_row.method, Filled(QString::fromLatin1(m_row.path), Places()), QByteArray()}};
+std::optional<Json::Value> CRequestForm::Body() {
+    Json::Value body = m_base;
     for (const Editor& editor : m_editors) {
         const QString text = TextOf(editor.widget);
-        const FieldValue value = !text.isEmpty()          ? Read(editor.field->type, text)
-                                 : IsPlace(*editor.field) ? FieldValue{{}, "missing"_q}
-                                                          : FieldValue();
-        if (!value.error.isEmpty()) {
-            Fail("%1: %2"_q.arg(QString::fromLatin1(editor.field->label), value.error));
+        QString reason = text.isEmpty() && IsPlace(*editor.field) ? "missing"_q : QString();
+        const auto value = text.isEmpty() ? std::nullopt : Read(editor.field->type, text, reason);
+        if (!reason.isEmpty()) {
+            Fail("%1: %2"_q.arg(QString::fromLatin1(editor.field->label), reason));
             return std::nullopt;
         }
         if (!IsPlace(*editor.field)) {
-            Put(request.body, PathOf(editor.field->key), value.json);
+            Put(body, PathOf(editor.field->key), value);
         }
     }
-    if (request.control.path.contains(QLatin1Char('{'))) {
-        Fail("No user is chosen"_q);
-        return std::nullopt;
-    }
-    request.control.json = m_row.body.empty() ? QByteArray() : QByteArray::fromStdString(host::OneLine(request.body));
-    return request;
+    return body;
+}
+
+ControlRequest CRequestForm::RequestWith(const Json::Value& body) const {
+    const bool isRemoval = qstrcmp(m_row.method, "DELETE") == 0;
+    return {m_row.method, Filled(QString::fromLatin1(m_row.path)),
+            isRemoval ? QByteArray() : QByteArray::fromStdString(host::OneLine(body))};
 }
 
 void CRequestForm::Send() {
-    const auto request = Build();
-    if (!request) {
+    const auto body = Body();
+    if (!body) {
         return;
     }
-    m_server.Ask(m_row.method, request->control.path, request->control.json, this,
-                 [this, body = request->body, places = Places(), edits = m_nEdits](const ServerAnswer& answer) {
-                     if (!answer.error.isEmpty()) {
-                         Fail(answer.Failure());
-                         return;
-                     }
-                     if (edits == m_nEdits && m_row.current) {
-                         m_base = body;
-                         SetEdited(false);
-                     }
-                     const QString done = QString::fromLatin1(m_row.done);
-                     widgets::ShowOutcome(
-                         m_pOutcome, m_row.count ? done.arg(json::Text(json::Member(answer.body, m_row.count))) : done);
-                     Push(places);
-                     Q_EMIT Accepted();
-                 });
+    const ControlRequest request = RequestWith(*body);
+    m_server.Ask(
+        request.method, request.path, request.json, this,
+        [this, body, push = Filled(QString::fromUtf8(m_row.push)), edits = m_nEdits](const ServerAnswer& answer) {
+            if (!answer.error.isEmpty()) {
+                Fail(answer.Failure());
+                return;
+            }
+            if (edits == m_nEdits && m_row.current) {
+                m_base = *body;
+                SetEdited(false);
+            }
+            const QString done = QString::fromLatin1(m_row.done);
+            ShowOutcome(m_row.count ? done.arg(json::Text(json::Member(answer.body, m_row.count))) : done);
+            Push(push);
+            Q_EMIT Accepted();
+        });
 }
 
-void CRequestForm::Push(const RequestRow::Values& places) {
-    if (!m_row.push) {
+void CRequestForm::Push(const QString& push) {
+    if (push.isEmpty()) {
         return;
     }
-    const QString push = Filled(QString::fromLatin1(m_row.push), places);
     m_server.Ask("POST", "/v1/push"_q, push.toUtf8(), this, [this](const ServerAnswer& answer) {
         if (!answer.error.isEmpty()) {
             Fail(answer.Failure());
@@ -424,44 +368,57 @@ void CRequestForm::Push(const RequestRow::Values& places) {
 }
 
 void CRequestForm::CopyCurl() {
-    if (const auto request = Build()) {
-        QApplication::clipboard()->setText(m_server.Curl(request->control));
-        widgets::ShowOutcome(m_pOutcome, "Copied, with the server's token"_q);
+    if (const auto body = Body()) {
+        QApplication::clipboard()->setText(m_server.Curl(RequestWith(*body)));
+        ShowOutcome("Copied, with the server's token"_q);
     }
 }
 
+void CRequestForm::ShowOutcome(const QString& text, EnOutcome outcome) {
+    widgets::ShowOutcome(m_pOutcome, text, outcome);
+}
+
 void CRequestForm::Fail(const QString& reason) {
-    widgets::ShowOutcome(m_pOutcome, reason, EnOutcome::Bad);
+    ShowOutcome(reason, EnOutcome::Bad);
 }
 
 CRequestForms::CRequestForms(const QString& name, const std::vector<RequestRow>& rows, IControlClient& server,
                              QWidget* parent)
-    : QWidget(parent) {
+    : QWidget(parent),
+      m_rows(rows),
+      m_server(server),
+      m_pChoice(widgets::New<QComboBox>(name + "Choice"_q, this, "Request"_q)),
+      m_pStack(new QStackedWidget(this)) {
     setObjectName(name);
-    auto* stack = new QStackedWidget(this);
-    auto* choice = widgets::New<QComboBox>(name + "Choice"_q, this, "Request"_q);
     for (const RequestRow& row : rows) {
-        m_forms.push_back(new CRequestForm(row, server, stack));
-        stack->addWidget(m_forms.back());
-        choice->addItem(QString::fromLatin1(row.title), QString::fromLatin1(row.name));
-        connect(m_forms.back(), &CRequestForm::Accepted, this, &CRequestForms::Accepted);
+        m_pChoice->addItem(QString::fromLatin1(row.title), QString::fromLatin1(row.name));
     }
-    widgets::Column({choice, stack}, this);
-    connect(choice, qOverload<int>(&QComboBox::currentIndexChanged), stack, &QStackedWidget::setCurrentIndex);
-}
-
-bool CRequestForms::IsEdited() const {
-    return std::any_of(m_forms.begin(), m_forms.end(), [](const CRequestForm* form) { return form->IsEdited(); });
+    widgets::Column({m_pChoice, m_pStack}, this);
+    connect(m_pChoice, qOverload<int>(&QComboBox::currentIndexChanged), this, &CRequestForms::ShowForm);
+    ShowForm();
 }
 
 void CRequestForms::SetUser(const QString& user) {
-    for (CRequestForm* form : m_forms) {
-        form->SetUser(user);
-    }
+    m_strUser = user;
+    ShowForm();
 }
 
-void CRequestForms::ForgetServer() {
-    for (CRequestForm* form : m_forms) {
-        form->ForgetServer();
+bool CRequestForms::IsEdited() const {
+    return std::any_of(m_forms.begin(), m_forms.end(),
+                       [this](const auto& form) { return form.first.first == m_strUser && form.second->IsEdited(); });
+}
+
+// A form is made when it is needed first.
+void CRequestForms::ShowForm() {
+    const RequestRow& row = m_rows[size_t(m_pChoice->currentIndex())];
+    if (m_strUser.isEmpty() && QString::fromLatin1(row.path).contains("{user}"_q)) {
+        return;
     }
+    CRequestForm*& form = m_forms[{m_strUser, m_pChoice->currentIndex()}];
+    if (!form) {
+        form = new CRequestForm(row, m_server, m_strUser, m_pStack);
+        m_pStack->addWidget(form);
+        connect(form, &CRequestForm::Accepted, this, &CRequestForms::Accepted);
+    }
+    m_pStack->setCurrentWidget(form);
 }

@@ -1,37 +1,35 @@
 #pragma once
 
 #include <QWidget>
+#include <map>
 #include <optional>
 
 #include "workbench/ControlClient.h"
+#include "workbench/Widgets.h"
 #include "workbench/server/RequestRow.h"
 
-class QLabel;
-class QPushButton;
+class QStackedWidget;
 
 /// Sends one request with fields that the user fills. An empty field is left out, two quotes are an empty text. A form
-/// for a value of the server reads it when it is shown, and keeps the members that have no field. `row` and `server`
-/// must outlive it.
+/// for a value of the server reads it whenever it is shown without edits, and keeps the members that have no field.
+/// `row` and `server` must outlive it.
 class CRequestForm : public QWidget {
     Q_OBJECT
 
 public:
-    CRequestForm(const RequestRow& row, IControlClient& server, QWidget* parent = nullptr);
+    /// `user` fills the place {user} of the path.
+    CRequestForm(const RequestRow& row, IControlClient& server, const QString& user = {}, QWidget* parent = nullptr);
 
-    /// Sets the place {user} of the path. The unsaved edits of each user are kept and come back with it.
-    void SetUser(const QString& user);
     /// Sets the text of a field, as if it was typed.
     void SetText(const std::string& key, const QString& text);
     /// Sends the request, or shows the reason why a field is invalid.
     void Send();
-    /// Reads the value from the server. Discards edits.
+    /// Reads the value from the server. It replaces edits.
     void Load();
-    /// Must be called for a new server or a new scenario. Edits are kept.
+    /// Must be called for a new server or another scenario of it. Reads the value again, unless there are edits.
     void ForgetServer();
 
     bool IsEdited() const { return m_bEdited; }
-    /// The value that the server has, as it was last read or written.
-    const Json::Value& Value() const { return m_base; }
 
 Q_SIGNALS:
     /// The server accepted the request.
@@ -40,18 +38,18 @@ Q_SIGNALS:
 protected:
     void showEvent(QShowEvent* event) override;
 
+    virtual void ShowOutcome(const QString& text, widgets::EnOutcome outcome = widgets::EnOutcome::Good);
+    /// Shows the reason why a request failed, such as "The server refuses: user: missing".
+    virtual void Fail(const QString& reason);
+    /// The fields cannot be edited before their values arrive.
+    void SetReading(bool reading);
+
+    IControlClient& m_server;
+
 private:
     struct Editor {
         const RequestField* field;
         QWidget* widget;
-    };
-    struct Draft {
-        QStringList texts;
-        Json::Value base;
-    };
-    struct Request {
-        Json::Value body;
-        ControlRequest control;
     };
 
     QWidget* NewEditor(const RequestField& field);
@@ -59,23 +57,19 @@ private:
     QLayout* NewButtons();
     void OnEdited(const RequestField& field);
     void SetEdited(bool edited);
-    void SetReading(bool reading);
     void Fill(const Json::Value& value);
-    RequestRow::Values Places() const;
-    std::optional<Request> Build();
-    void Push(const RequestRow::Values& places);
+    QString Filled(QString pattern) const;
+    std::optional<Json::Value> Body();
+    ControlRequest RequestWith(const Json::Value& body) const;
+    void Push(const QString& push);
     void CopyCurl();
-    void Fail(const QString& reason);
 
     const RequestRow& m_row;
-    IControlClient& m_server;
+    const QString m_strUser;
     std::vector<Editor> m_editors;
-    QString m_strUser;
-    QMap<QString, Draft> m_drafts;  // by user
-    Json::Value m_base;             // the value that the fields change
+    Json::Value m_base;  // the value that the fields change
     bool m_bEdited = false;
-    bool m_bFilling = false;
-    int m_nEdits = 0;  // counts edits and changes of the user, to identify late answers
+    int m_nEdits = 0;  // to identify late answers
     QPushButton* m_pLoad = nullptr;
     QLabel* m_pOutcome;
 };
@@ -88,13 +82,21 @@ public:
     CRequestForms(const QString& name, const std::vector<RequestRow>& rows, IControlClient& server,
                   QWidget* parent = nullptr);
 
-    bool IsEdited() const;
+    /// Shows the forms of this user. Those of other users keep their edits. Must be called first for rows with {user}.
     void SetUser(const QString& user);
-    void ForgetServer();
+    /// Returns whether a form of the current user has edits.
+    bool IsEdited() const;
 
 Q_SIGNALS:
     void Accepted();
 
 private:
-    std::vector<CRequestForm*> m_forms;
+    void ShowForm();
+
+    const std::vector<RequestRow>& m_rows;
+    IControlClient& m_server;
+    QString m_strUser;
+    std::map<std::pair<QString, int>, CRequestForm*> m_forms;  // by user and row
+    QComboBox* m_pChoice;
+    QStackedWidget* m_pStack;
 };

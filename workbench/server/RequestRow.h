@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QMap>
 #include <QString>
 #include <string>
 #include <vector>
@@ -21,8 +20,6 @@ struct RequestField {
 
 /// A request to the server's control API, from which a form is built. A new request needs a row in RequestRows.cpp.
 struct RequestRow {
-    using Values = QMap<QString, QString>;  // texts by place of the path
-
     /// A button that adds to the value of the first field and sends it. 0 resets the value.
     struct Step {
         const char* name;
@@ -36,15 +33,15 @@ struct RequestRow {
     const char* path;
     std::vector<RequestField> fields;
     const char* action = "Send";
-    std::string body = "{}";      // members that are always sent; empty sends no body
-    const char* done = "Done";    // shown on success, with the count in place of %1
-    const char* count = nullptr;  // member of the answer
+    const char* done = "Done";  // shown on success, with the count in place of %1
     /// Path of the value that the request replaces, such as "ads.adType=2,adPosition={adPosition}" with conditions for
     /// an item of a list. A value that is no object is that of the first field.
     const char* current = nullptr;
     const char* push = nullptr;           // body of the push that follows on success
     const char* source = "/v1/scenario";  // is read for `current`
     std::vector<Step> steps = {};
+    const char* count = nullptr;  // member of the answer
+    std::string body = "{}";      // members that are always sent
 };
 
 /// The tables of all requests.
@@ -57,6 +54,7 @@ const std::vector<RequestRow>& OfUser();
 const std::vector<RequestRow>& OfServer();
 /// All faults of commands, and those of paths.
 const std::vector<RequestRow>& SetFaults();
+const RequestRow& Scenario();
 const RequestRow& Clock();
 
 }  // namespace requests

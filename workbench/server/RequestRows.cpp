@@ -41,6 +41,7 @@ Choices ReplyCommands() {
 
 constexpr const char* kPut = "PUT";
 constexpr const char* kSave = "Save to server";
+constexpr const char* kSent = "Sent to connections: %1";
 constexpr const char* kNextLogin = "Saved; it counts from the next login on";
 constexpr const char* kPushed = "Saved, and the user's clients were told";
 constexpr const char* kPushRight = R"({"user":{user},"premiumChange":{"delaySeconds":0,"access":[{access}]}})";
@@ -52,8 +53,10 @@ RequestRow Push(const char* name, const char* title, const std::string& push, Fi
         field.key = push + "." + field.key;
     }
     fields.push_back({EnType::Number, "user", "To user", "", "Everybody who is logged in, if empty"});
-    return {name,  title, "POST", "/v1/push", fields, "Send", "{\"" + push + "\":{}}", "Sent to connections: %1",
-            "sent"};
+    RequestRow row{name, title, "POST", "/v1/push", fields, "Send", kSent};
+    row.count = "sent";
+    row.body = "{\"" + push + "\":{}}";
+    return row;
 }
 
 RequestRow AdPush(const char* name, const char* title, const char* push, Fields ids = {}) {
@@ -79,7 +82,7 @@ const std::vector<RequestRow>& requests::Pushes() {
         AdPush("PushAdNew", "New ads, 20171", "adNew"),
         {"PushBytes", "Any command", "POST", "/v1/push",
          {Number("command", "Command"), Text("bodyHex", "Body, hex", "\"\""), Number("user", "To user")},
-         "Send", "{}", "Sent to connections: %1", "sent"},
+         "Send", kSent, nullptr, nullptr, nullptr, {}, "sent"},
     };
     return rows;
 }
@@ -100,9 +103,9 @@ const std::vector<RequestRow>& requests::Faults() {
           Number("delayMs", "Delay, ms"), Flag("silent", "No answer"), times},
          "Set"},
         {"RemoveReplyFault", "Remove that of a command", "DELETE", "/v1/faults/{command}",
-         {Number("{command}", "Command", "20982", ReplyCommands())}, "Remove", ""},
+         {Number("{command}", "Command", "20982", ReplyCommands())}, "Remove"},
         {"RemoveResponseFault", "Remove that of a path", "DELETE", "/v1/httpFaults{path}",
-         {Text("{path}", "Path", "/ad/search", kPaths)}, "Remove", ""},
+         {Text("{path}", "Path", "/ad/search", kPaths)}, "Remove"},
     };
     return rows;
 }
@@ -110,9 +113,9 @@ const std::vector<RequestRow>& requests::Faults() {
 const std::vector<RequestRow>& requests::SetFaults() {
     static const std::vector<RequestRow> rows{
         {"ReplyFaults", "Set for commands", kPut, "/v1/faults", {JsonText("", "Set for commands")},
-         kSave, "{}", "Saved", nullptr, "", nullptr, "/v1/faults"},
+         kSave, "Saved", "", nullptr, "/v1/faults"},
         {"ResponseFaults", "Set for paths", kPut, "/v1/httpFaults", {JsonText("", "Set for paths")},
-         kSave, "{}", "Saved", nullptr, "", nullptr, "/v1/httpFaults"},
+         kSave, "Saved", "", nullptr, "/v1/httpFaults"},
     };
     return rows;
 }
@@ -126,13 +129,12 @@ const std::vector<RequestRow>& requests::OfUser() {
           Number("activationType", "Activation", "3", kActivations), Number("daysLeft", "Days left"),
           Number("activationSource", "Source", "", kSources), Flag("display", "With display"),
           Flag("state", "With state")},
-         "Grant", "{}", kPushed, nullptr, "users.id={user}.premium.rights.access={access}", kPushRight},
+         "Grant", kPushed, "users.id={user}.premium.rights.access={access}", kPushRight},
         {"TakeRight", "Take a right", "DELETE", "/v1/users/{user}/rights/{access}", {Number("{access}", "Right")},
-         "Take", "", kPushed, nullptr, nullptr, kPushRights},
+         "Take", kPushed, nullptr, kPushRights},
         {"UserPremium", "All rights", kPut, "/v1/users/{user}/premium",
          {code, message, Flag("data", "With data"), JsonText("rights", "Rights")},
-         kSave, "{}", kPushed, nullptr, "users.id={user}.premium",
-         kPushRights},
+         kSave, kPushed, "users.id={user}.premium", kPushRights},
         {"UserVip", "VIP status", kPut, "/v1/users/{user}/vip",
          {Number("basic.version", "System", "", {"0  older", "1  newer"}),
           Number("basic.newState", "State, newer"), Number("basic.newSubState", "Kind, newer"),
@@ -140,17 +142,16 @@ const std::vector<RequestRow>& requests::OfUser() {
           Number("basic.state", "State, older", "", {"0  no member", "1  member"}),
           Number("basic.level", "Grade, older"), Flag("qualification", "Qualified"), JsonText("entry", "Entry"), code,
           message},
-         kSave, "{}", kPushed, nullptr, "users.id={user}.vip",
-         R"({"user":{user},"vipChange":{}})"},
+         kSave, kPushed, "users.id={user}.vip", R"({"user":{user},"vipChange":{}})"},
         {"UserActivation", "Activation", kPut, "/v1/users/{user}/activation",
          {code, message, Number("daysLeft", "Days left"), Number("error", "Error number"), Flag("silent", "No reply")},
-         kSave, "{}", "Saved; it counts for the next activation", nullptr, "users.id={user}.activation"},
+         kSave, "Saved; it counts for the next activation", "users.id={user}.activation"},
         {"UserTrade", "Trade module", kPut, "/v1/users/{user}/trade", {Flag("", "Answer")},
-         kSave, "null", kNextLogin, nullptr, "users.id={user}.trade"},
+         kSave, kNextLogin, "users.id={user}.trade"},
         {"UserAIChat", "AI chat entries", kPut, "/v1/users/{user}/aiChat",
          {JsonText("entries", "Entries", R"(As [{"scene":2,"allOpen":true}])"), Number("resultCode", "Result code"),
           Text("resultMessage", "Message")},
-         kSave, "{}", kNextLogin, nullptr, "users.id={user}.aiChat"},
+         kSave, kNextLogin, "users.id={user}.aiChat"},
     };
     return rows;
 }
@@ -162,22 +163,29 @@ const std::vector<RequestRow>& requests::OfServer() {
          {slot[0], slot[1], JsonText("campaigns", "Campaigns"), Flag("enableClose", "Can be closed"),
           Number("showDuration", "Duration, s"), Number("showInterval", "Interval, s"),
           Number("showIntervalType", "Interval type"), JsonText("bannerPosition", "Banner")},
-         kSave, "{}", "Saved; it counts for ads that are asked for from now on", nullptr, "ads.adType={adType},adPosition={adPosition}"},
-        {"RemoveAdSlot", "Remove an ad position", "DELETE", "/v1/ads/{adType}/{adPosition}", slot, "Remove", ""},
+         kSave, "Saved; it counts for ads that are asked for from now on", "ads.adType={adType},adPosition={adPosition}"},
+        {"RemoveAdSlot", "Remove an ad position", "DELETE", "/v1/ads/{adType}/{adPosition}", slot, "Remove"},
         {"Configuration", "Common configuration", kPut, "/v1/config/{name}",
          {Text("{name}", "Name", "ai_chat"), JsonText("", "Value")},
-         kSave, "null", "Saved and sent to the clients", nullptr, "commonConfig.{name}"},
+         kSave, "Saved and sent to the clients", "commonConfig.{name}"},
         {"DropConnections", "Connections", "POST", "/v1/drop",
          {{EnType::Number, "user", "Of user", "", "All connections if empty"}},
-         "Drop", "{}", "Connections dropped: %1", "dropped"},
+         "Drop", "Connections dropped: %1", nullptr, nullptr, nullptr, {}, "dropped"},
     };
     return rows;
+}
+
+const RequestRow& requests::Scenario() {
+    static const RequestRow row{
+        "Scenario", "Scenario", kPut, "/v1/scenario", {JsonText("", "Scenario")},
+        "Apply to server", "The server runs this scenario; logins stay", ""};
+    return row;
 }
 
 const RequestRow& requests::Clock() {
     static const RequestRow row{
         "Clock", "Server clock", kPut, "/v1/clock", {Number("offsetMs", "Offset, ms", "0")},
-        "Set", "{}", "The clock is set", nullptr, "clockOffsetMs", nullptr, "/v1/state",
+        "Set", "The clock is set", "clockOffsetMs", nullptr, "/v1/state",
         {{"ClockPlusMinute", "+1 min", 60'000}, {"ClockPlusHour", "+1 h", 3'600'000},
          {"ClockPlusDay", "+1 d", 86'400'000}, {"ClockReset", "Reset", 0}}};
     return row;

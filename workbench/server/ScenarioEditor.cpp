@@ -1,263 +1,157 @@
 #include "workbench/server/ScenarioEditor.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QFormLayout>
+#include <QJsonDocument>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPlainTextEdit>
-#include <QRegularExpression>
 #include <QSaveFile>
 #include <QSignalBlocker>
 #include <algorithm>
-#include <optional>
 
 #include "framework/JsonText.h"
-#include "workbench/Widgets.h"
 
 namespace {
 
 using widgets::EnOutcome;
 
 constexpr int kErrorLines = 4;
-// Read only. clazy:excludeall=non-pod-global-static
-const QString kOfServer = "Running on the server"_q;
-const QString kBuiltIn = "Built in"_q;
 
-/// A range of characters of a text.
-struct Range {
-    int start = 0;
-    int length = 0;
-};
-
-/// Returns the number of characters in the first bytes of UTF-8.
-int Characters(const QByteArray& bytes, ptrdiff_t count) {
-    return QString::fromUtf8(bytes.left(int(count))).size();
-}
-
-/// Returns the value at a key path such as users[2].id, or the innermost value that contains it. Nothing if the text
-/// is not JSON.
-std::optional<Range> RangeAt(const QString& text, const QString& path) {
-    static const QRegularExpression separators("[.\\[\\]]+"_q);
-    const QByteArray bytes = text.toUtf8();
-    std::string error;
-    const auto json = host::ParseJson(bytes.toStdString(), error);
-    if (!json) {
-        return std::nullopt;
+/// Returns the value at a key path such as users[2].id, or the innermost value that contains it.
+const Json::Value& ValueAt(const Json::Value& json, std::string path) {
+    const Json::Value* value = nullptr;
+    while ((value = &Json::Path(path).resolve(json)) == &Json::Value::nullSingleton()) {
+        const size_t end = path.find_last_of(".[");
+        path.erase(end == std::string::npos ? 0 : end);
     }
-    const Json::Value* at = &*json;
-    const QStringList names = path.split(separators, Qt::SkipEmptyParts);
-    for (const QString& name : names) {
-        bool isIndex = false;
-        const uint index = name.toUInt(&isIndex);
-        const bool isItem = at->isArray() && isIndex && index < at->size();
-        const Json::Value& child = isItem ? (*at)[index] : json::Member(*at, name.toStdString());
-        if (&child == &Json::Value::nullSingleton()) {
-            break;
-        }
-        at = &child;
-    }
-    const int start = Characters(bytes, at->getOffsetStart());
-    return Range{start, Characters(bytes, at->getOffsetLimit()) - start};
-}
-
-/// Returns the place that an error of the server names: by its key path, or by the line and column of a syntax error.
-std::optional<Range> RangeOfError(const QString& text, const QString& error) {
-    static const QRegularExpression syntax("^not JSON.*Line (\\d+), Column (\\d+)"_q);
-    const auto match = syntax.match(error);
-    if (!match.hasMatch()) {
-        return RangeAt(text, error.section(": "_q, 0, 0));
-    }
-    const QStringList lines = text.split(QLatin1Char('\n'));
-    const int line = std::min(match.captured(1).toInt() - 1, lines.size() - 1);
-    const int before = lines.mid(0, line).join(QLatin1Char('\n')).size() + (line > 0 ? 1 : 0);
-    const int column = Characters(lines[line].toUtf8(), match.captured(2).toInt() - 1);
-    return Range{before + column, std::min(1, lines[line].size() - column)};
+    return *value;
 }
 
 }  // namespace
 
 CScenarioEditor::CScenarioEditor(IControlClient& server, QWidget* parent)
-    : QWidget(parent),
-      m_server(server),
-      m_pSource(widgets::New<QComboBox>("ScenarioSource"_q, this, "Scenario or file"_q)),
-      m_pText(widgets::New<QPlainTextEdit>("ScenarioText"_q, this, "Scenario"_q)),
-      m_pErrors(widgets::New<QListWidget>("ScenarioErrors"_q, this, "Errors of the scenario"_q)),
-      m_pOutcome(widgets::NewOutcome("ScenarioOutcome"_q, this)) {
-    setObjectName("ScenarioEditor"_q);
-    m_pSource->setEditable(true);
-    m_pSource->setInsertPolicy(QComboBox::NoInsert);
-    m_pSource->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    m_pSource->addItems({kOfServer, kBuiltIn});
-    m_pText->setLineWrapMode(QPlainTextEdit::NoWrap);
-    m_pText->setTabChangesFocus(true);
+    : CRequestForm(requests::Scenario(), server, {}, parent),
+      m_pText(findChild<QPlainTextEdit*>()),
+      m_pPath(widgets::New<QLineEdit>("ScenarioPath"_q, this, "File with a scenario"_q)),
+      m_pErrors(widgets::New<QListWidget>("ScenarioErrors"_q, this, "Errors of the scenario"_q)) {
+    m_pPath->setPlaceholderText(m_pPath->accessibleName());
     m_pErrors->setFixedHeight(m_pErrors->fontMetrics().lineSpacing() * kErrorLines);
     m_pErrors->hide();
     auto* choose = widgets::NewButton("ScenarioChoose"_q, "Choose file"_q, this, [this] { ChooseFile(); });
-    auto* open = widgets::NewButton("ScenarioOpen"_q, "Open"_q, this, [this] { AskToOpen(); });
-    auto* save = widgets::NewButton("ScenarioSave"_q, "Save to file"_q, this, [this] { Save(); });
-    auto* apply = widgets::NewButton("ScenarioApply"_q, "Apply to server"_q, this, [this] { Apply(); });
-    widgets::Column({m_pSource, widgets::Row({choose, open, save, apply}), {m_pText, 1}, m_pErrors, m_pOutcome}, this);
+    auto* open = widgets::NewButton("ScenarioOpen"_q, "Open file"_q, this, [this] { OpenFile(); });
+    auto* save = widgets::NewButton("ScenarioSave"_q, "Save to file"_q, this, [this] { Save(m_pPath->text()); });
+    auto* builtIn = widgets::NewButton("ScenarioBuiltIn"_q, "Open built-in"_q, this, [this] { OpenBuiltIn(); });
+    auto* rows = static_cast<QFormLayout*>(layout());
+    rows->insertRow(0, m_pPath);
+    rows->insertRow(1, widgets::Row({choose, open, save, builtIn, nullptr}));
+    rows->insertRow(rows->rowCount() - 1, m_pErrors);
     connect(m_pErrors, &QListWidget::currentRowChanged, this, &CScenarioEditor::Select);
-}
-
-bool CScenarioEditor::IsEdited() const {
-    return m_pText->document()->isModified();
-}
-
-void CScenarioEditor::showEvent(QShowEvent* event) {
-    QWidget::showEvent(event);
-    if (m_strName.isEmpty() && !IsEdited()) {
-        Open();
-    }
-}
-
-void CScenarioEditor::ForgetServer() {
-    if (m_strName == kOfServer && !IsEdited()) {
-        m_strName.clear();
-        m_pSource->setEditText(kOfServer);
-        if (isVisible()) {
-            Read();
-        }
-    }
-}
-
-QString CScenarioEditor::Source() const {
-    return m_pSource->currentText().trimmed();
-}
-
-// Lists the scenarios that are in the same folder.
-void CScenarioEditor::ListFiles(const QString& file) {
-    const QDir folder = QFileInfo(file).absoluteDir();
-    m_pSource->clear();
-    m_pSource->addItems({kOfServer, kBuiltIn});
-    const QStringList names = folder.entryList({"*.json"_q}, QDir::Files, QDir::Name);
-    for (const QString& name : names) {
-        m_pSource->addItem(folder.filePath(name));
-    }
-    m_pSource->setEditText(file);
+    connect(this, &CRequestForm::Accepted, this, [this] { m_server.Refresh(); });
 }
 
 void CScenarioEditor::ChooseFile() {
-    auto* dialog = new QFileDialog(this, "Choose a scenario"_q, QString(), "*.json"_q);
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    connect(dialog, &QFileDialog::fileSelected, this, &CScenarioEditor::ListFiles);
-    dialog->open();
+    QFileDialog dialog(this, "Choose a scenario"_q, m_pPath->text(), "*.json"_q);
+    if (dialog.exec() == QDialog::Accepted) {
+        m_pPath->setText(dialog.selectedFiles().value(0));
+    }
 }
 
-// Asks about unsaved edits. Nothing is opened if the user cancels, or if saving fails.
-void CScenarioEditor::AskToOpen() {
-    if (!IsEdited()) {
-        Open();
+void CScenarioEditor::OpenFile() {
+    if (!MayOpen()) {
         return;
     }
-    auto* question = new QMessageBox(QMessageBox::Question, "Unsaved edits"_q, "The scenario has unsaved edits."_q,
-                                     QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
-    question->setObjectName("ScenarioQuestion"_q);
-    question->setAttribute(Qt::WA_DeleteOnClose);
-    connect(question, &QMessageBox::finished, this, [this](int answer) {
-        const QString wanted = Source();
-        if (answer == QMessageBox::Save) {
-            m_pSource->setEditText(m_strName);
-        }
-        if (answer == QMessageBox::Discard || (answer == QMessageBox::Save && Save())) {
-            m_pSource->setEditText(wanted);
-            Open();
-        }
-    });
-    question->open();
-}
-
-void CScenarioEditor::Open() {
-    const QString source = Source();
-    if (source == kOfServer || source == kBuiltIn) {
-        Read();
-        return;
-    }
-    QFile file(source);
+    QFile file(m_pPath->text());
     if (!file.open(QIODevice::ReadOnly)) {
-        widgets::ShowOutcome(m_pOutcome, "Can't be read: %1"_q.arg(file.errorString()), EnOutcome::Bad);
+        ShowOutcome("Can't be read: %1"_q.arg(file.errorString()), EnOutcome::Bad);
         return;
     }
-    ListFiles(source);
-    SetText(source, QString::fromUtf8(file.readAll()));
+    m_strFile = file.fileName();
+    Open(m_strFile, QString::fromUtf8(file.readAll()));
 }
 
-void CScenarioEditor::Read() {
-    const QString source = Source();
-    const char* path = source == kBuiltIn ? "/v1/scenario/builtIn" : "/v1/scenario";
-    m_server.Ask("GET", QString::fromLatin1(path), QByteArray(), this,
-                 [this, source, revision = m_pText->document()->revision()](const ServerAnswer& answer) {
-                     if (!answer.error.isEmpty()) {
-                         widgets::ShowOutcome(m_pOutcome, answer.Failure(), EnOutcome::Bad);
-                     } else if (revision == m_pText->document()->revision()) {
-                         SetText(source, json::Indented(answer.body));
-                     }
-                 });
+void CScenarioEditor::OpenBuiltIn() {
+    if (!MayOpen()) {
+        return;
+    }
+    SetReading(true);
+    m_server.Ask("GET", "/v1/scenario/builtIn"_q, QByteArray(), this, [this](const ServerAnswer& answer) {
+        SetReading(false);
+        if (!answer.error.isEmpty()) {
+            Fail(answer.Failure());
+            return;
+        }
+        m_strFile.clear();
+        Open("the built-in scenario"_q, json::Indented(answer.body));
+    });
 }
 
-void CScenarioEditor::SetText(const QString& name, const QString& text) {
-    m_strName = name;
+void CScenarioEditor::Open(const QString& name, const QString& text) {
+    m_strKept = text;
     m_pText->setPlainText(text);
-    m_pErrors->hide();
-    widgets::ShowOutcome(m_pOutcome, "Opened: %1"_q.arg(name));
+    ShowOutcome("Opened: %1"_q.arg(name), EnOutcome::Good);
 }
 
-bool CScenarioEditor::Save() {
-    const QString path = Source();
-    if (path.isEmpty() || path == kOfServer || path == kBuiltIn) {
-        widgets::ShowOutcome(m_pOutcome, "Type or choose the name of a file"_q, EnOutcome::Bad);
-        return false;
+// Asks about unsaved edits. Returns false if the user cancels, or if saving fails.
+bool CScenarioEditor::MayOpen() {
+    if (!IsEdited() || m_pText->toPlainText() == m_strKept) {
+        return true;
     }
-    QSaveFile file(path);
+    const auto answer = QMessageBox::question(this, "Unsaved edits"_q, "The scenario has unsaved edits."_q,
+                                              QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel);
+    return answer == QMessageBox::Discard || (answer == QMessageBox::Save && Save(m_strFile));
+}
+
+bool CScenarioEditor::Save(const QString& path) {
     const QByteArray text = m_pText->toPlainText().toUtf8();
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit()) {
-        widgets::ShowOutcome(m_pOutcome, "Can't be written: %1"_q.arg(file.errorString()), EnOutcome::Bad);
-        return false;
+    QSaveFile file(path);
+    if (path.isEmpty()) {
+        ShowOutcome("Type or choose the name of a file"_q, EnOutcome::Bad);
+    } else if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit()) {
+        ShowOutcome("Can't be written: %1"_q.arg(file.errorString()), EnOutcome::Bad);
+    } else {
+        m_strFile = path;
+        m_strKept = m_pText->toPlainText();
+        ShowOutcome("Saved: %1"_q.arg(path), EnOutcome::Good);
+        return true;
     }
-    m_strName = path;
-    m_pText->document()->setModified(false);
-    ListFiles(path);
-    widgets::ShowOutcome(m_pOutcome, "Saved: %1"_q.arg(path));
-    return true;
+    return false;
 }
 
-void CScenarioEditor::Apply() {
-    m_server.Ask("PUT", "/v1/scenario"_q, m_pText->toPlainText().toUtf8(), this,
-                 [this, revision = m_pText->document()->revision()](const ServerAnswer& answer) {
-                     if (!answer.error.isEmpty()) {
-                         ShowErrors(answer.error);
-                         widgets::ShowOutcome(m_pOutcome, answer.Failure().section(QLatin1Char(':'), 0, 0),
-                                              EnOutcome::Bad);
-                         return;
-                     }
-                     m_pErrors->hide();
-                     widgets::ShowOutcome(m_pOutcome, "The server runs this scenario; logins stay"_q);
-                     if (m_strName == kOfServer && revision == m_pText->document()->revision()) {
-                         m_pText->document()->setModified(false);
-                     }
-                     m_server.Refresh();
-                     Q_EMIT Applied();
-                 });
+// The errors stay in sight while they are corrected.
+void CScenarioEditor::ShowOutcome(const QString& text, EnOutcome outcome) {
+    CRequestForm::ShowOutcome(text, outcome);
+    m_pErrors->setVisible(outcome == EnOutcome::Unsaved && m_pErrors->isVisible());
 }
 
-void CScenarioEditor::ShowErrors(const QString& answer) {
+void CScenarioEditor::Fail(const QString& reason) {
+    CRequestForm::Fail(reason.section(": "_q, 0, 0));
     const QSignalBlocker blocker(m_pErrors);
     m_pErrors->clear();
-    m_pErrors->addItems(answer.split("; "_q));
+    m_pErrors->addItems(reason.section(": "_q, 1).split("; "_q));
     m_pErrors->show();
     m_pErrors->setCurrentRow(0);
     Select(0);
 }
 
+// Selects the value at the error's key, or the place of a syntax error.
 void CScenarioEditor::Select(int error) {
-    const auto* item = m_pErrors->item(error);
-    const auto place = item ? RangeOfError(m_pText->toPlainText(), item->text()) : std::nullopt;
-    if (place) {
-        QTextCursor cursor = m_pText->textCursor();
-        cursor.setPosition(place->start);
-        cursor.setPosition(place->start + place->length, QTextCursor::KeepAnchor);
-        m_pText->setTextCursor(cursor);
-        m_pText->centerCursor();
+    const QByteArray text = m_pText->toPlainText().toUtf8();
+    const auto characters = [&text](ptrdiff_t bytes) { return QString::fromUtf8(text.left(int(bytes))).size(); };
+    QTextCursor cursor = m_pText->textCursor();
+    std::string reason;
+    if (const auto json = host::ParseJson(text.toStdString(), reason)) {
+        const auto& value = ValueAt(*json, m_pErrors->item(error)->text().section(": "_q, 0, 0).toStdString());
+        cursor.setPosition(characters(value.getOffsetStart()));
+        cursor.setPosition(characters(value.getOffsetLimit()), QTextCursor::KeepAnchor);
+    } else {
+        QJsonParseError syntax{};
+        QJsonDocument::fromJson(text, &syntax);
+        cursor.setPosition(characters(syntax.offset));
+        cursor.movePosition(QTextCursor::NextCharacter, QTextCursor::KeepAnchor);
     }
+    m_pText->setTextCursor(cursor);
+    m_pText->centerCursor();
 }

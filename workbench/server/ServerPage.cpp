@@ -14,7 +14,6 @@
 
 namespace {
 
-constexpr int kUsersInSight = 16;
 constexpr int kTabMargin = 8;
 constexpr int kTickMs = 500;
 
@@ -24,39 +23,32 @@ CServerPage::CServerPage(IControlClient& server, QWidget* parent)
     : QWidget(parent),
       m_pTabs(widgets::New<QTabWidget>("ServerTabs"_q, this)),
       m_pOverridden(widgets::NewLabel("AdOverridden"_q, "overridden", this)),
-      m_pScenario(new CScenarioEditor(server)),
       m_pUser(widgets::New<QComboBox>("ServerUser"_q, nullptr, "Edited user"_q)),
       m_pWho(widgets::NewLabel("ServerUserWho"_q, "muted", nullptr)),
       m_pOfUser(new CRequestForms("UserRequests"_q, requests::OfUser(), server)),
-      m_pOfServer(new CRequestForms("ServerRequests"_q, requests::OfServer(), server)),
-      m_pTime(widgets::NewLabel("ClockTime"_q, "", nullptr)),
-      m_pClock(new CRequestForm(requests::Clock(), server)) {
+      m_pTime(widgets::NewLabel("ClockTime"_q, "", nullptr)) {
     setObjectName("ServerTab"_q);
     m_pTabs->setDocumentMode(true);
-    m_pUser->setMaxVisibleItems(kUsersInSight);
-    for (const RequestRow& row : requests::SetFaults()) {
-        m_faults.push_back(new CRequestForm(row, server));
-    }
     auto* faultForms = new CRequestForms("FaultForms"_q, requests::Faults(), server);
-    widgets::AddScrollTab(m_pTabs, m_pScenario, "Scenario"_q);
+    std::vector<QWidget*> faults{faultForms};
+    for (const RequestRow& row : requests::SetFaults()) {
+        auto* form = new CRequestForm(row, server);
+        faults.push_back(form);
+        connect(faultForms, &CRequestForms::Accepted, form, &CRequestForm::ForgetServer);
+    }
+    widgets::AddScrollTab(m_pTabs, new CScenarioEditor(server), "Scenario"_q);
     AddTab("UserPage"_q, "User"_q, {widgets::NewLabel({}, "", nullptr, "Edited user"_q), m_pUser, m_pWho, m_pOfUser});
-    AddTab("ServerRequestsPage"_q, "Ads and more"_q, {m_pOfServer});
+    AddTab("ServerRequestsPage"_q, "Ads and more"_q,
+           {new CRequestForms("ServerRequests"_q, requests::OfServer(), server)});
     AddTab("PushPage"_q, "Pushes"_q, {new CRequestForms("Pushes"_q, requests::Pushes(), server)});
-    AddTab("FaultPage"_q, "Faults"_q, {faultForms, m_faults[0], m_faults[1]});
+    AddTab("FaultPage"_q, "Faults"_q, faults);
     AddTab("ClockPage"_q, "Clock and popup"_q,
-           {widgets::NewLabel({}, "section", nullptr, "Server clock"_q), m_pTime, m_pClock,
+           {widgets::NewLabel({}, "section", nullptr, "Server clock"_q), m_pTime,
+            new CRequestForm(requests::Clock(), server),
             widgets::NewLabel({}, "section", nullptr, "Overrides of the popup"_q), NewOverrides()});
     widgets::Column({m_pOverridden, {m_pTabs, 1}}, this);
     connect(m_pUser, qOverload<int>(&QComboBox::currentIndexChanged), this, &CServerPage::ShowWho);
-    for (CRequestForm* faults : m_faults) {
-        connect(faultForms, &CRequestForms::Accepted, faults, &CRequestForm::ForgetServer);
-    }
     connect(this, &CServerPage::OverridesChanged, this, &CServerPage::ShowOverridden);
-    connect(m_pScenario, &CScenarioEditor::Applied, this, &CServerPage::ForgetAnswers);
-    // The editor shows what the server runs, unless it has edits of its own.
-    for (const CRequestForms* forms : {m_pOfUser, m_pOfServer}) {
-        connect(forms, &CRequestForms::Accepted, m_pScenario, &CScenarioEditor::ForgetServer);
-    }
     connect(&m_tick, &QTimer::timeout, this, &CServerPage::ShowTime);
     m_tick.start(kTickMs);
     ShowTime();
@@ -67,7 +59,7 @@ CServerPage::CServerPage(IControlClient& server, QWidget* parent)
 void CServerPage::AddTab(const QString& name, const QString& title, const std::vector<QWidget*>& parts) {
     auto* page = widgets::New<QWidget>(name, nullptr);
     auto* layout = widgets::Column({parts.begin(), parts.end()}, page);
-    layout->setContentsMargins(0, kTabMargin, 0, 0);
+    layout->setContentsMargins(0, kTabMargin, kTabMargin, 0);
     layout->addStretch(1);
     widgets::AddScrollTab(m_pTabs, page, title);
 }
@@ -102,17 +94,10 @@ void CServerPage::ShowTime() {
     m_pTime->setText("Server time: "_q + time.toString("yyyy-MM-dd HH:mm:ss 'UTC'"_q));
 }
 
-void CServerPage::ForgetAnswers() {
-    m_pOfUser->ForgetServer();
-    m_pOfServer->ForgetServer();
-}
-
 void CServerPage::ForgetServer() {
-    m_pScenario->ForgetServer();
-    ForgetAnswers();
-    m_pClock->ForgetServer();
-    for (CRequestForm* faults : m_faults) {
-        faults->ForgetServer();
+    const auto forms = findChildren<CRequestForm*>();
+    for (CRequestForm* form : forms) {
+        form->ForgetServer();
     }
 }
 
@@ -120,28 +105,25 @@ QWidget* CServerPage::NewOverrides() {
     auto* page = widgets::New<QWidget>("PopupOverrides"_q, nullptr);
     auto* layout = new QFormLayout(page);
     layout->setContentsMargins(0, 0, 0, 0);
-    const auto add = [&](const char* name, const QString& label, const QStringList& texts, auto chosen) {
-        widgets::Choices choices;
-        for (const QString& text : texts) {
-            choices.emplace_back(int(choices.size()), text);
-        }
-        auto* combo =
-            widgets::NewCombo(QString::fromLatin1(name), label, choices, this, [this, chosen](const auto& value) {
-                chosen(value.toInt());
-                Q_EMIT OverridesChanged();
-            });
-        layout->addRow(label, combo);
-        return combo;
-    };
-    QStringList tabs;
+    widgets::Choices tabs;
     for (const TabPage& tab : kTabPages) {
-        tabs << QString::fromUtf8(tab.page.title);
+        tabs.emplace_back(int(tabs.size()), QString::fromUtf8(tab.page.title));
     }
-    m_pTab = add("AdTab", "Tab"_q, tabs, [this](int index) { Q_EMIT TabWanted(index); });
-    m_pFocus = add("AdFocus", "Focus"_q, {"as it is"_q, "always"_q, "never"_q},
-                   [this](int answer) { Q_EMIT FocusWanted(EnFocusAnswer(answer)); });
-    m_pSlot = add("AdSlotPermission", "Slot 2"_q, {"as it is"_q, "refused"_q},
-                  [this](int refused) { Q_EMIT SlotRefusalWanted(refused == 1); });
+    m_pTab = widgets::NewCombo("AdTab"_q, "Tab"_q, tabs, this,
+                               [this](const auto& index) { Q_EMIT TabWanted(index.toInt()); });
+    m_pFocus = widgets::NewCombo("AdFocus"_q, "Focus"_q, {{0, "as it is"_q}, {1, "always"_q}, {2, "never"_q}}, this,
+                                 [this](const auto& answer) {
+                                     Q_EMIT FocusWanted(EnFocusAnswer(answer.toInt()));
+                                     Q_EMIT OverridesChanged();
+                                 });
+    m_pSlot = widgets::NewCombo("AdSlotPermission"_q, "Slot 2"_q, {{false, "as it is"_q}, {true, "refused"_q}}, this,
+                                [this](const auto& refused) {
+                                    Q_EMIT SlotRefusalWanted(refused.toBool());
+                                    Q_EMIT OverridesChanged();
+                                });
+    for (QComboBox* combo : {m_pTab, m_pFocus, m_pSlot}) {
+        layout->addRow(combo->accessibleName(), combo);
+    }
     m_pPopupOutcome = widgets::NewOutcome("PopupOutcome"_q, this);
     layout->addRow(widgets::NewButton("AdLastShownForget"_q, "Forget when the popup was shown"_q, this,
                                       [this] { ForgetLastShown(); }));
@@ -167,19 +149,16 @@ QStringList CServerPage::Overridden() const {
 void CServerPage::ForgetLastShown() {
     constexpr int kIntervalTypes = 10;
     QString outcome = "Nothing to forget: no time is stored for this user"_q;
-    for (int type = 0; type < kIntervalTypes; ++type) {
-        const std::string key = "AdLastShowTimeStampKey_2_42_%1_%2"_q.arg(core::login_status_data::Login_GetUserID())
-                                    .arg(type)
-                                    .toStdString();
+    bool isSaved = true;
+    for (int type = 0; type < kIntervalTypes && isSaved; ++type) {
+        const quint64 user = core::login_status_data::Login_GetUserID();
+        const std::string key = "AdLastShowTimeStampKey_2_42_%1_%2"_q.arg(user).arg(type).toStdString();
         long shown = 0;
-        if (!core::config_local::AppCfgReadInt64(key, shown) || shown == 0) {
-            continue;
+        if (core::config_local::AppCfgReadInt64(key, shown) && shown != 0) {
+            isSaved = core::config_local::AppCfgSaveInt64(key, 0);
+            outcome = isSaved ? "It is forgotten when the popup was last shown to this user"_q
+                              : "The store did not take the change"_q;
         }
-        if (!core::config_local::AppCfgSaveInt64(key, 0)) {
-            widgets::ShowOutcome(m_pPopupOutcome, "The store did not take the change"_q, widgets::EnOutcome::Bad);
-            return;
-        }
-        outcome = "It is forgotten when the popup was last shown to this user"_q;
     }
-    widgets::ShowOutcome(m_pPopupOutcome, outcome);
+    widgets::ShowOutcome(m_pPopupOutcome, outcome, isSaved ? widgets::EnOutcome::Good : widgets::EnOutcome::Bad);
 }

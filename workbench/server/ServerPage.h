@@ -7,9 +7,7 @@
 #include "ISessionControl.h"
 #include "workbench/ControlClient.h"
 
-class CRequestForm;
 class CRequestForms;
-class CScenarioEditor;
 class QComboBox;
 class QLabel;
 class QTabWidget;
@@ -49,7 +47,6 @@ private:
     QWidget* NewOverrides();
     void ForgetLastShown();
     void AddTab(const QString& name, const QString& title, const std::vector<QWidget*>& parts);
-    void ForgetAnswers();
     void ShowWho();
     void ShowOverridden();
     void ShowTime();
@@ -59,14 +56,10 @@ private:
     QTimer m_tick;
     QTabWidget* m_pTabs;
     QLabel* m_pOverridden;
-    CScenarioEditor* m_pScenario;
     QComboBox* m_pUser;
     QLabel* m_pWho;
     CRequestForms* m_pOfUser;
-    CRequestForms* m_pOfServer;
-    std::vector<CRequestForm*> m_faults;  // that are set
     QLabel* m_pTime;
-    CRequestForm* m_pClock;
     QComboBox* m_pTab;
     QComboBox* m_pFocus;
     QComboBox* m_pSlot;

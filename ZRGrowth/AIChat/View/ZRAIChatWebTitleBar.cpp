@@ -24,22 +24,26 @@ constexpr int kStatusMargin = 4;
 constexpr int kPinMargin = 2;
 
 struct Look {
+    ZRAIChatWebNetWorkStatus status;
     ZLabel::ZrStyle style;
     const char* dotColor;
 };
 
-Look LookOf(ZRAIChatWebNetWorkStatus status) {
-    switch (status) {
-        case ZRAIChatNetworkPoor:
-            return {ZLabel::kWarning, "ck_orange500"};
-        case ZRAIChatNetworkConnecting:
-            return {ZLabel::kNeutral, "ck_grayblue500"};
-        case ZRAIChatNetworkGood:
-        case ZRAIChatNetworkFailed:
-            return {ZLabel::kFailure, "ck_red400"};
+constexpr Look kLooks[] = {
+    {ZRAIChatNetworkFailed, ZLabel::kFailure, "ck_red400"},
+    {ZRAIChatNetworkPoor, ZLabel::kWarning, "ck_orange500"},
+    {ZRAIChatNetworkConnecting, ZLabel::kNeutral, "ck_grayblue500"},
+};
+
+// Unknown numbers of pages look like a failure.
+const Look& LookOf(ZRAIChatWebNetWorkStatus status) {
+    for (const Look& look : kLooks) {
+        if (look.status == status) {
+            return look;
+        }
     }
     FrameWork::_FW_OnAssertFailed(FrameWork::kAssetDefensive, "", kGrowthModuleTag, GROWTH_SOURCE, __LINE__, "false");
-    return {ZLabel::kFailure, "ck_red400"};
+    return kLooks[0];
 }
 
 }  // namespace
@@ -142,7 +146,7 @@ void CZRAIChatWebTitleBar::SetDescAndTips(ZRAIChatWebNetWorkStatus status, const
     m_pTitleText->hide();
     // The blanks leave the place of the dot.
     m_pStatusLabel->setText(QStringLiteral("  ") + desc);
-    const Look look = LookOf(status);
+    const Look& look = LookOf(status);
     m_pStatusLabel->setZrStyle(look.style);
     m_pStatusDotColor.reset();
     m_strStatusDotColorName = QString::fromLatin1(look.dotColor);

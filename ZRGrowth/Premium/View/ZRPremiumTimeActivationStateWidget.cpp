@@ -211,9 +211,6 @@ void CZRPremiumTimeActivationStateWidget::SetLevelNames(const Level& level) {
 }
 
 void CZRPremiumTimeActivationStateWidget::SetTitleHight(int height) {
-    if (!HasTexts()) {
-        return;
-    }
     for (ZText* text :
          {m_pMainTitleText.data(), m_pDaysText.data(), m_pDaysUnitText.data(), m_pDetailTitleText.data()}) {
         text->setFixedHeight(height);

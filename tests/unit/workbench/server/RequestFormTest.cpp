@@ -8,8 +8,10 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QStackedWidget>
 
 #include "FakeControlClient.h"
+#include "Theme.h"
 #include "support/Click.h"
 #include "support/ScriptedHostTest.h"
 
@@ -19,45 +21,44 @@ namespace {
 
 using EnType = RequestField::EnType;
 
-const RequestRow kRow{"Thing",
-                      "Thing of a user",
-                      "PUT",
-                      "/v1/users/{user}/thing",
-                      {{EnType::Number, "number", "Number", "1", "", {"1  one", "2  two"}},
-                       {EnType::Text, "text", "Text"},
-                       {EnType::Flag, "flag", "Flag"},
-                       {EnType::Numbers, "list", "List"},
-                       {EnType::Json, "json", "Json"}},
-                      "Save",
-                      "{}",
-                      "Saved",
-                      nullptr,
-                      "users.{user}",
-                      R"({"user":{user},"vipChange":{}})"};
+const std::vector<RequestRow> kRows{{"Thing",
+                                     "Thing of a user",
+                                     "PUT",
+                                     "/v1/users/{user}/thing",
+                                     {{EnType::Number, "number", "Number", "1", "", {"1  one", "2  two"}},
+                                      {EnType::Text, "text", "Text"},
+                                      {EnType::Flag, "flag", "Flag"},
+                                      {EnType::Numbers, "list", "List"},
+                                      {EnType::Json, "json", "Json"}},
+                                     "Save",
+                                     "Saved",
+                                     "users.{user}",
+                                     R"({"user":{user},"vipChange":{}})"}};
 
 class RequestFormTest : public ScriptedHostTest {
 protected:
     RequestFormTest() {
-        form.resize(500, 500);
-        form.show();
+        forms.resize(500, 500);
+        forms.show();
         time.Settle();
     }
 
-    void Show(const char* user) { form.SetUser(QString::fromLatin1(user)); }
+    CRequestForm& Form() { return *static_cast<CRequestForm*>(forms.findChild<QStackedWidget*>()->currentWidget()); }
+    void Show(const char* user) { forms.SetUser(QString::fromLatin1(user)); }
     void ShowAndLoad(const char* user, const QByteArray& value) {
         Show(user);
         server.Answer(R"({"users":{")" + QByteArray(user) + R"(":)" + value + "}}");
     }
-    void Type(const char* key, const char* text) { form.SetText(key, QString::fromLatin1(text)); }
+    void Type(const char* key, const char* text) { Form().SetText(key, QString::fromLatin1(text)); }
     std::string Text(const char* field) {
-        return form.findChild<QLineEdit*>(QString::fromLatin1(field))->text().toStdString();
+        return Form().findChild<QLineEdit*>(QString::fromLatin1(field))->text().toStdString();
     }
-    QPushButton* Button(const char* name) { return form.findChild<QPushButton*>(QString::fromLatin1(name)); }
-    QLabel* Outcome() { return form.findChild<QLabel*>(QStringLiteral("ThingOutcome")); }
+    QPushButton* Button(const char* name) { return Form().findChild<QPushButton*>(QString::fromLatin1(name)); }
+    QLabel* Outcome() { return Form().findChild<QLabel*>(QStringLiteral("ThingOutcome")); }
     std::string Shown() { return Outcome()->text().toStdString(); }
 
     CFakeControlClient server;
-    CRequestForm form{kRow, server};
+    CRequestForms forms{QStringLiteral("Forms"), kRows, server};
 };
 
 }  // namespace
@@ -67,46 +68,64 @@ TEST_F(RequestFormTest, ReadsTheValueWhenItIsShownAndWhenThePlaceChanges) {
     ShowAndLoad("7", R"({"number":2,"text":"a"})");
 
     EXPECT_EQ(server.wishes.size(), before + 1);
-    EXPECT_EQ(form.findChild<QComboBox*>(QStringLiteral("Thing.number"))->currentText(), QStringLiteral("2  two"));
+    EXPECT_EQ(Form().findChild<QComboBox*>(QStringLiteral("Thing.number"))->currentText(), QStringLiteral("2  two"));
     EXPECT_EQ(Text("Thing.text"), "a");
-    EXPECT_FALSE(form.IsEdited());
+    EXPECT_FALSE(Form().IsEdited());
 }
 
 TEST_F(RequestFormTest, FieldsAreDisabledUntilTheirValuesArrive) {
     Show("7");
-    EXPECT_FALSE(form.findChild<QLineEdit*>(QStringLiteral("Thing.text"))->isEnabled());
+    EXPECT_FALSE(Form().findChild<QLineEdit*>(QStringLiteral("Thing.text"))->isEnabled());
 
     server.Refuse(R"({"error":"no"})");
 
-    EXPECT_TRUE(form.findChild<QLineEdit*>(QStringLiteral("Thing.text"))->isEnabled());
+    EXPECT_TRUE(Form().findChild<QLineEdit*>(QStringLiteral("Thing.text"))->isEnabled());
     EXPECT_EQ(Shown(), "The server refuses: no");
     EXPECT_FALSE(Outcome()->property("good").toBool());
 }
 
 TEST_F(RequestFormTest, LateAnswerForAnotherPlaceIsDropped) {
-    Show("7");
-    const auto late = server.wishes.back().answered;
-    ShowAndLoad("8", R"({"text":"eight"})");
+    CRequestForm right(requests::OfUser().front(), server, QStringLiteral("7"));
+    right.SetText("{access}", QStringLiteral("5"));
+    right.Load();
 
-    late(ServerAnswer::Read(200, R"({"users":{"8":{"text":"late"}}})", QString()));
+    right.SetText("{access}", QStringLiteral("6"));
+    server.Answer(R"({"users":[{"id":7,"premium":{"rights":[{"access":5,"daysLeft":9}]}}]})");
 
-    EXPECT_EQ(Text("Thing.text"), "eight");
+    const auto* days = right.findChild<QLineEdit*>(QStringLiteral("GrantRight.daysLeft"));
+    EXPECT_EQ(days->text(), QString());
+    EXPECT_TRUE(days->isEnabled());
 }
 
 TEST_F(RequestFormTest, UnsavedEditsOfEachPlaceAreKeptWithTheirHiddenMembers) {
     ShowAndLoad("7", R"({"text":"a","hidden":1})");
     Type("text", "edited");
-    EXPECT_TRUE(form.IsEdited());
+    EXPECT_TRUE(Form().IsEdited());
     EXPECT_EQ(Shown(), "Edited, not saved");
 
     ShowAndLoad("8", R"({"text":"eight"})");
-    EXPECT_FALSE(form.IsEdited());
+    EXPECT_FALSE(Form().IsEdited());
     Show("7");
 
     EXPECT_EQ(Text("Thing.text"), "edited");
-    EXPECT_TRUE(form.IsEdited());
+    EXPECT_TRUE(Form().IsEdited());
     Click(Button("ThingSend"));
     EXPECT_EQ(server.Last(), R"(PUT /v1/users/7/thing {"hidden":1,"text":"edited"})");
+}
+
+TEST_F(RequestFormTest, EditsHaveAColourOfTheirOwn) {
+    theme::Install();
+    ShowAndLoad("7", "{}");
+    const auto colour = [this] { return Outcome()->palette().color(QPalette::WindowText); };
+
+    Type("text", "edited");
+    EXPECT_EQ(colour(), QColor(theme::kWarning));
+    Click(Button("ThingSend"));
+    server.Refuse(R"({"error":"no"})");
+    EXPECT_EQ(colour(), QColor(theme::kDown));
+    Type("text", "edited again");
+
+    EXPECT_EQ(colour(), QColor(theme::kWarning));
 }
 
 TEST_F(RequestFormTest, EditsAreDiscardedByTheButtonThatSaysSo) {
@@ -119,7 +138,7 @@ TEST_F(RequestFormTest, EditsAreDiscardedByTheButtonThatSaysSo) {
     server.Answer(R"({"users":{"7":{"text":"b"}}})");
 
     EXPECT_EQ(Text("Thing.text"), "b");
-    EXPECT_FALSE(form.IsEdited());
+    EXPECT_FALSE(Form().IsEdited());
 }
 
 TEST_F(RequestFormTest, EditsEndWhenTheServerTakesThemAndOnlyThen) {
@@ -127,7 +146,7 @@ TEST_F(RequestFormTest, EditsEndWhenTheServerTakesThemAndOnlyThen) {
     Type("text", "edited");
     Click(Button("ThingSend"));
     server.Refuse(R"({"error":"thing.text: too long"})");
-    EXPECT_TRUE(form.IsEdited());
+    EXPECT_TRUE(Form().IsEdited());
     EXPECT_EQ(Shown(), "The server refuses: thing.text: too long");
 
     Click(Button("ThingSend"));
@@ -135,14 +154,14 @@ TEST_F(RequestFormTest, EditsEndWhenTheServerTakesThemAndOnlyThen) {
     Type("text", "edited again");
     answered(ServerAnswer::Read(200, "{}", QString()));
 
-    EXPECT_TRUE(form.IsEdited());
+    EXPECT_TRUE(Form().IsEdited());
     Click(Button("ThingSend"));
     server.Answer("{}");
-    EXPECT_FALSE(form.IsEdited());
+    EXPECT_FALSE(Form().IsEdited());
 }
 
 TEST_F(RequestFormTest, PushFollowsASavedValue) {
-    QSignalSpy accepted(&form, &CRequestForm::Accepted);
+    QSignalSpy accepted(&forms, &CRequestForms::Accepted);
     ShowAndLoad("7", "{}");
 
     Click(Button("ThingSend"));
@@ -158,14 +177,14 @@ TEST_F(RequestFormTest, PushFollowsASavedValue) {
 
 TEST_F(RequestFormTest, NewServerIsReadAgainUnlessThereAreEdits) {
     ShowAndLoad("7", R"({"text":"a"})");
-    form.ForgetServer();
+    Form().ForgetServer();
     EXPECT_EQ(server.Last(), "GET /v1/scenario ");
     server.Answer(R"({"users":{"7":{"text":"b"}}})");
     EXPECT_EQ(Text("Thing.text"), "b");
     Type("text", "edited");
     const size_t before = server.wishes.size();
 
-    form.ForgetServer();
+    Form().ForgetServer();
 
     EXPECT_EQ(server.wishes.size(), before);
     EXPECT_EQ(Text("Thing.text"), "edited");
@@ -194,12 +213,13 @@ TEST_F(RequestFormTest, TextOfAnotherTypeIsNamedAndNotSent) {
 }
 
 TEST_F(RequestFormTest, NothingIsSentWithoutAPlace) {
-    const size_t before = server.wishes.size();
+    CRequestForm right(requests::OfUser().front(), server, QStringLiteral("7"));
 
-    Click(Button("ThingSend"));
+    right.Load();
+    right.Send();
 
-    EXPECT_EQ(server.wishes.size(), before);
-    EXPECT_EQ(Shown(), "No user is chosen");
+    EXPECT_TRUE(server.wishes.empty());
+    EXPECT_EQ(right.findChild<QLabel*>(QStringLiteral("GrantRightOutcome"))->text(), QStringLiteral("Right: missing"));
 }
 
 TEST_F(RequestFormTest, CopiesTheRequestAsCurl) {

@@ -33,7 +33,6 @@ TEST_F(RequestFormClockTest, ReadsTheOffsetWhenItBecomesVisible) {
     ASSERT_EQ(server.Last(), "GET /v1/state ");
     server.Answer(R"({"clockOffsetMs":5000})");
 
-    EXPECT_EQ(panel.Value()["offsetMs"].asInt64(), 5000);
     EXPECT_EQ(Offset()->text(), QStringLiteral("5000"));
 }
 
@@ -45,7 +44,7 @@ TEST_F(RequestFormClockTest, StepsAddUpToTheServersOffsetAndResetRemovesIt) {
     Press("ClockPlusDay");
     EXPECT_EQ(server.Last(), R"(PUT /v1/clock {"offsetMs":90000000})");
     server.Answer("{}");
-    EXPECT_EQ(panel.Value()["offsetMs"].asInt64(), 90'000'000);
+    EXPECT_EQ(Offset()->text(), QStringLiteral("90000000"));
 
     Press("ClockReset");
 
@@ -57,9 +56,10 @@ TEST_F(RequestFormClockTest, ARefusedStepIsNotCounted) {
     Press("ClockPlusHour");
     server.Refuse(R"({"error":"offsetMs: too much"})");
 
-    EXPECT_EQ(panel.Value()["offsetMs"].asInt64(), 0);
     EXPECT_EQ(panel.findChild<QLabel*>(QStringLiteral("ClockOutcome"))->text(),
               QStringLiteral("The server refuses: offsetMs: too much"));
+    Press("ClockPlusMinute");
+    EXPECT_EQ(server.Last(), R"(PUT /v1/clock {"offsetMs":60000})");
 }
 
 TEST_F(RequestFormClockTest, NewServerIsAskedForItsOffset) {
@@ -69,5 +69,5 @@ TEST_F(RequestFormClockTest, NewServerIsAskedForItsOffset) {
 
     EXPECT_EQ(server.Last(), "GET /v1/state ");
     server.Answer(R"({"clockOffsetMs":0})");
-    EXPECT_EQ(panel.Value()["offsetMs"].asInt64(), 0);
+    EXPECT_EQ(Offset()->text(), QStringLiteral("0"));
 }

@@ -17,7 +17,7 @@ struct Sent {
 };
 
 std::vector<const RequestRow*> AllRows() {
-    std::vector<const RequestRow*> all{&requests::Clock()};
+    std::vector<const RequestRow*> all{&requests::Clock(), &requests::Scenario()};
     for (const auto* rows : {&requests::Pushes(), &requests::Faults(), &requests::SetFaults(), &requests::OfUser(),
                              &requests::OfServer()}) {
         for (const RequestRow& row : *rows) {
@@ -30,6 +30,7 @@ std::vector<const RequestRow*> AllRows() {
 const std::vector<Sent>& AllSent() {
     static const std::vector<Sent> all{
         {"Clock", {{"offsetMs", "-1500"}}, R"(PUT /v1/clock {"offsetMs":-1500})"},
+        {"Scenario", {{"", R"({"b":1, "a":2})"}}, R"(PUT /v1/scenario {"a":2,"b":1})"},
         {"PushRights", {}, R"(POST /v1/push {"premiumChange":{"delaySeconds":5,"needAll":true}})"},
         {"PushRights",
          {{"premiumChange.delaySeconds", "4294967295"},
@@ -131,8 +132,7 @@ TEST_F(RequestRowsTest, FormSendsTheRequestOfItsRow) {
                                       [&](const RequestRow* each) { return std::string(each->name) == sent.name; });
         ASSERT_NE(row, rows.end()) << sent.name;
         tested.insert(sent.name);
-        CRequestForm form(**row, server);
-        form.SetUser(QStringLiteral("7"));
+        CRequestForm form(**row, server, QStringLiteral("7"));
         for (const auto& [key, text] : sent.texts) {
             form.SetText(key, QString::fromLatin1(text));
         }
@@ -181,8 +181,7 @@ TEST_F(RequestRowsTest, FormForAValueShowsItAndSendsItBackUnchanged) {
         const auto rows = AllRows();
         const auto row = std::find_if(rows.begin(), rows.end(),
                                       [&](const RequestRow* each) { return std::string(each->name) == current.name; });
-        CRequestForm form(**row, server);
-        form.SetUser(QStringLiteral("7"));
+        CRequestForm form(**row, server, QStringLiteral("7"));
         form.SetText("{access}", QStringLiteral("5"));
         form.Load();
         EXPECT_EQ(server.Last(), "GET /v1/scenario ") << current.name;

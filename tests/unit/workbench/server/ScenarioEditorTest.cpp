@@ -1,14 +1,16 @@
 #include "workbench/server/ScenarioEditor.h"
 
-#include <QComboBox>
+#include <QApplication>
 #include <QFile>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include "FakeControlClient.h"
 #include "support/Click.h"
@@ -39,19 +41,16 @@ protected:
     }
 
     void Press(const char* button) { Click(editor.findChild<QPushButton*>(QString::fromLatin1(button))); }
-    QPlainTextEdit* Text() { return editor.findChild<QPlainTextEdit*>(QStringLiteral("ScenarioText")); }
+    QPlainTextEdit* Text() { return editor.findChild<QPlainTextEdit*>(QStringLiteral("Scenario.value")); }
     QListWidget* Errors() { return editor.findChild<QListWidget*>(QStringLiteral("ScenarioErrors")); }
-    QComboBox* Source() { return editor.findChild<QComboBox*>(QStringLiteral("ScenarioSource")); }
+    QLineEdit* Path() { return editor.findChild<QLineEdit*>(QStringLiteral("ScenarioPath")); }
     std::string Outcome() { return editor.findChild<QLabel*>(QStringLiteral("ScenarioOutcome"))->text().toStdString(); }
 
-    void Open(const QString& source) {
-        Source()->setEditText(source);
+    void Open(const QString& path) {
+        Path()->setText(path);
         Press("ScenarioOpen");
     }
-    void Edit(const char* text) {
-        Text()->setPlainText(QString::fromUtf8(text));
-        Text()->document()->setModified(true);
-    }
+    void Edit(const char* text) { Text()->setPlainText(QString::fromUtf8(text)); }
     QString PathOf(const char* name) { return folder.filePath(QString::fromLatin1(name)); }
     QString Write(const char* name, const QByteArray& text) {
         QFile file(PathOf(name));
@@ -63,13 +62,18 @@ protected:
         QFile file(PathOf(name));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("none");
     }
-    /// Presses the button of the question about unsaved edits.
-    void Choose(QMessageBox::StandardButton answer) {
-        time.Settle();
-        auto* question = editor.findChild<QMessageBox*>(QStringLiteral("ScenarioQuestion"));
-        ASSERT_NE(question, nullptr);
-        Click(question->button(answer));
-        time.Settle();
+    /// Opens the built-in scenario, and presses the button of the question about unsaved edits.
+    void OpenBuiltIn(QMessageBox::StandardButton answer) {
+        QTimer timer;
+        QObject::connect(&timer, &QTimer::timeout, [&] {
+            if (auto* question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                timer.stop();
+                Click(question->button(answer));
+            }
+        });
+        timer.start();
+        Press("ScenarioBuiltIn");
+        EXPECT_FALSE(timer.isActive()) << "no question";
     }
 
     QTemporaryDir folder;
@@ -85,23 +89,19 @@ TEST_F(ScenarioEditorTest, ShowsWhatTheServerRunsInItsOwnLetters) {
 
     EXPECT_EQ(Text()->toPlainText().toStdString(), kShown);
     EXPECT_FALSE(editor.IsEdited());
-    EXPECT_EQ(editor.Name(), QStringLiteral("Running on the server"));
 }
 
-TEST_F(ScenarioEditorTest, OpensTheBuiltInScenarioAndFilesOfAFolder) {
+TEST_F(ScenarioEditorTest, OpensTheBuiltInScenarioAndAFileWithoutAskingAboutThem) {
     server.Answer(kScenario);
-    Open(QStringLiteral("Built in"));
+    Press("ScenarioBuiltIn");
     EXPECT_EQ(server.Last(), "GET /v1/scenario/builtIn ");
     server.Answer(R"({"schema":1})");
-    EXPECT_EQ(editor.Name(), QStringLiteral("Built in"));
+    EXPECT_EQ(Outcome(), "Opened: the built-in scenario");
 
-    Write("b.json", "{}");
-    Write("note.txt", "");
     Open(Write("a.json", "{ \"schema\":1 }"));
 
     EXPECT_EQ(Text()->toPlainText(), QStringLiteral("{ \"schema\":1 }"));
-    EXPECT_EQ(Source()->findText(PathOf("b.json")), 3);
-    EXPECT_EQ(Source()->findText(PathOf("note.txt")), -1);
+    EXPECT_TRUE(editor.IsEdited());
 }
 
 TEST_F(ScenarioEditorTest, FileThatCannotBeReadLeavesTheText) {
@@ -119,25 +119,26 @@ TEST_F(ScenarioEditorTest, SavesTheTextAndSaysPlainlyIfItCannot) {
     EXPECT_EQ(Outcome(), "Type or choose the name of a file");
     Edit("{ }");
 
-    Source()->setEditText(PathOf("missing/a.json"));
+    Path()->setText(PathOf("missing/a.json"));
     Press("ScenarioSave");
     EXPECT_THAT(Outcome(), StartsWith("Can't be written: "));
     EXPECT_TRUE(editor.IsEdited());
-    Source()->setEditText(PathOf("a.json"));
+    Path()->setText(PathOf("a.json"));
     Press("ScenarioSave");
 
     EXPECT_EQ(Read("a.json"), "{ }");
-    EXPECT_FALSE(editor.IsEdited());
     EXPECT_EQ(Outcome(), "Saved: " + PathOf("a.json").toStdString());
+    Press("ScenarioBuiltIn");
+    EXPECT_EQ(server.Last(), "GET /v1/scenario/builtIn ");
 }
 
-TEST_F(ScenarioEditorTest, AppliesTheTextAsItIsAndRefreshesTheServersState) {
+TEST_F(ScenarioEditorTest, AppliesTheScenarioAndRefreshesTheServersState) {
     server.Answer(kScenario);
-    QSignalSpy applied(&editor, &CScenarioEditor::Applied);
+    QSignalSpy applied(&editor, &CScenarioEditor::Accepted);
     Edit("{ \"schema\" : 1 }");
 
-    Press("ScenarioApply");
-    EXPECT_EQ(server.Last(), "PUT /v1/scenario { \"schema\" : 1 }");
+    Press("ScenarioSend");
+    EXPECT_EQ(server.Last(), "PUT /v1/scenario {\"schema\":1}");
     EXPECT_EQ(server.refreshes, 0);
     server.Answer("{}");
 
@@ -146,21 +147,10 @@ TEST_F(ScenarioEditorTest, AppliesTheTextAsItIsAndRefreshesTheServersState) {
     EXPECT_FALSE(editor.IsEdited());
 }
 
-TEST_F(ScenarioEditorTest, AppliedTextOfAFileIsStillUnsaved) {
-    server.Answer(kScenario);
-    Open(Write("a.json", "{}"));
-    Edit("{ }");
-
-    Press("ScenarioApply");
-    server.Answer("{}");
-
-    EXPECT_TRUE(editor.IsEdited());
-}
-
 TEST_F(ScenarioEditorTest, ErrorsOfTheServerAreListedAndSelectTheirPlaces) {
     server.Answer(kScenario);
     Edit(R"({"users":[{"id":-1,"name":""}]})");
-    Press("ScenarioApply");
+    Press("ScenarioSend");
 
     server.Refuse(R"({"error":"users[0].id: must be a whole number; users[0].name: must not be empty"})");
 
@@ -170,8 +160,10 @@ TEST_F(ScenarioEditorTest, ErrorsOfTheServerAreListedAndSelectTheirPlaces) {
     EXPECT_EQ(Text()->textCursor().selectedText(), QStringLiteral("-1"));
     Errors()->setCurrentRow(1);
     EXPECT_EQ(Text()->textCursor().selectedText(), QStringLiteral("\"\""));
+    Edit(R"({"users":[]})");
+    EXPECT_TRUE(Errors()->isVisible());
 
-    Press("ScenarioApply");
+    Press("ScenarioSend");
     server.Answer("{}");
     EXPECT_FALSE(Errors()->isVisible());
 }
@@ -188,15 +180,28 @@ TEST_F(ScenarioEditorTest, ErrorSelectsTheValueAtItsKeyOrTheLineAndColumn) {
          {Row{json, "users[1].id: must be: a number", "22"}, Row{json, "users[1].premium.rights[1]: x", "44"},
           Row{json, "name: x", "\"é日\""}, Row{json, "users[0].name: x", R"({"id": 1})"},
           Row{json, "users[9].name: x", users}, Row{json, "nothing: x", json}, Row{json, "[0]: x", json},
-          Row{json, "name.first[1]: x", "\"é日\""}, Row{json, "user: x", json}, Row{json, "users.x: x", users},
-          Row{"{ \"é\": x}", "not JSON: * Line 1, Column 9 Syntax error", "x"},
-          Row{"{", "not JSON: * Line 9, Column 70 Missing", ""}, Row{"{", "users: missing", ""}}) {
+          Row{json, "name.first[1]: x", "\"é日\""}, Row{json, "user: x", json}, Row{json, "users.x: x", users}}) {
         Edit(row.text);
-        Press("ScenarioApply");
+        Press("ScenarioSend");
         server.Refuse(QByteArray::fromStdString(R"({"error":")" + std::string(row.error) + "\"}"));
 
         EXPECT_EQ(Text()->textCursor().selectedText(), QString::fromUtf8(row.selected)) << row.error;
     }
+}
+
+TEST_F(ScenarioEditorTest, SyntaxErrorIsSelectedAndNotSent) {
+    server.Answer(kScenario);
+    const size_t before = server.wishes.size();
+
+    for (const auto& [text, selected] : {std::pair("{ \"é\": x}", "x"), std::pair("{", ""), std::pair("[1] 2", "2")}) {
+        Edit(text);
+        Press("ScenarioSend");
+
+        EXPECT_EQ(Errors()->count(), 1);
+        EXPECT_THAT(Errors()->item(0)->text().toStdString(), StartsWith("not JSON: "));
+        EXPECT_EQ(Text()->textCursor().selectedText(), QString::fromUtf8(selected)) << text;
+    }
+    EXPECT_EQ(server.wishes.size(), before);
 }
 
 TEST_F(ScenarioEditorTest, UnsavedEditsAreAskedAboutAndKeptOnCancel) {
@@ -204,13 +209,11 @@ TEST_F(ScenarioEditorTest, UnsavedEditsAreAskedAboutAndKeptOnCancel) {
     Edit("{ }");
     const size_t before = server.wishes.size();
 
-    Open(QStringLiteral("Built in"));
-    Choose(QMessageBox::Cancel);
+    OpenBuiltIn(QMessageBox::Cancel);
     EXPECT_EQ(server.wishes.size(), before);
     EXPECT_EQ(Text()->toPlainText(), QStringLiteral("{ }"));
 
-    Open(QStringLiteral("Built in"));
-    Choose(QMessageBox::Discard);
+    OpenBuiltIn(QMessageBox::Discard);
     EXPECT_EQ(server.Last(), "GET /v1/scenario/builtIn ");
     server.Answer("{}");
     EXPECT_EQ(Text()->toPlainText(), QStringLiteral("{}"));
@@ -220,9 +223,9 @@ TEST_F(ScenarioEditorTest, UnsavedEditsAreSavedToTheirFileOnSave) {
     server.Answer(kScenario);
     Open(Write("a.json", "{}"));
     Edit("{ \"a\" : 1 }");
+    Path()->setText(PathOf("b.json"));
 
-    Open(QStringLiteral("Built in"));
-    Choose(QMessageBox::Save);
+    OpenBuiltIn(QMessageBox::Save);
 
     EXPECT_EQ(Read("a.json"), "{ \"a\" : 1 }");
     EXPECT_EQ(server.Last(), "GET /v1/scenario/builtIn ");
@@ -233,8 +236,7 @@ TEST_F(ScenarioEditorTest, NothingIsOpenedIfSavingFails) {
     Edit("{ }");
     const size_t before = server.wishes.size();
 
-    Open(QStringLiteral("Built in"));
-    Choose(QMessageBox::Save);
+    OpenBuiltIn(QMessageBox::Save);
 
     EXPECT_EQ(server.wishes.size(), before);
     EXPECT_EQ(Outcome(), "Type or choose the name of a file");
@@ -255,7 +257,7 @@ TEST_F(ScenarioEditorTest, NewServerIsReadAgainUnlessThereAreEditsOrAFile) {
     EXPECT_EQ(server.wishes.size(), before + 1);
     server.Answer(kScenario);
 
-    Edit("{ }");
+    Open(Write("a.json", "{ }"));
     before = server.wishes.size();
     editor.ForgetServer();
     EXPECT_EQ(server.wishes.size(), before);

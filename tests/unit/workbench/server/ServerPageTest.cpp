@@ -72,9 +72,12 @@ protected:
         time.Settle();
     }
 
+    /// Each user has forms of its own, of which one is visible.
     template <class Widget>
     Widget* Child(const char* name) {
-        return page.findChild<Widget*>(QString::fromLatin1(name));
+        const auto all = page.findChildren<Widget*>(QString::fromLatin1(name));
+        const auto visible = std::find_if(all.begin(), all.end(), [](const Widget* one) { return one->isVisible(); });
+        return visible == all.end() ? all.value(0) : *visible;
     }
     void OpenTab(int index) {
         Child<QTabWidget>("ServerTabs")->setCurrentIndex(index);
@@ -85,6 +88,12 @@ protected:
         auto* choice = Child<QComboBox>("UserRequestsChoice");
         choice->setCurrentIndex(choice->findData(QString::fromLatin1(name)));
         time.Settle();
+    }
+    void OpenEachForm(const char* choiceName) {
+        auto* choice = Child<QComboBox>(choiceName);
+        for (int form = choice->count() - 1; form >= 0; --form) {
+            choice->setCurrentIndex(form);
+        }
     }
     std::string Who() { return Child<QLabel>("ServerUserWho")->text().toStdString(); }
     quint64 EditedUser() { return Child<QComboBox>("ServerUser")->currentData().toULongLong(); }
@@ -204,7 +213,7 @@ TEST_F(ServerPageTest, AppliedScenarioIsReadAgainByTheForms) {
     OpenUserForm("UserActivation");
     server.Answer(QByteArray::fromStdString(kAnswer));
     OpenTab(0);
-    Click(Child<QPushButton>("ScenarioApply"));
+    Click(Child<QPushButton>("ScenarioSend"));
     server.Answer("{}");
 
     OpenTab(1);
@@ -217,15 +226,15 @@ TEST_F(ServerPageTest, AnswersOfEveryShapeAreReadWithoutAnException) {
     for (int tab = 0; tab < Child<QTabWidget>("ServerTabs")->count(); ++tab) {
         OpenTab(tab);
     }
-    auto* choice = Child<QComboBox>("UserRequestsChoice");
-    for (int form = 0; form < choice->count(); ++form) {
-        OpenUserForm(choice->itemData(form).toString().toLatin1());
+    for (const char* choice : {"UserRequestsChoice", "ServerRequestsChoice", "PushesChoice"}) {
+        OpenEachForm(choice);
     }
-    Child<QLineEdit>("GrantRight.access")->setText(QStringLiteral("5"));
+    Child<QLineEdit>("GrantRight.{access}")->setText(QStringLiteral("5"));
     const auto ask = [this] {
-        for (const char* button : {"GrantRightLoad", "UserPremiumLoad", "UserVipLoad", "UserActivationLoad",
-                                   "UserTradeLoad", "UserAIChatLoad", "AdSlotLoad", "ConfigurationLoad",
-                                   "ReplyFaultsLoad", "ResponseFaultsLoad", "ScenarioOpen", "ScenarioApply"}) {
+        for (const char* button :
+             {"GrantRightLoad", "UserPremiumLoad", "UserVipLoad", "UserActivationLoad", "UserTradeLoad",
+              "UserAIChatLoad", "AdSlotLoad", "ConfigurationLoad", "ReplyFaultsLoad", "ResponseFaultsLoad",
+              "ScenarioLoad", "ScenarioBuiltIn", "ScenarioSend"}) {
             Child<QPushButton>(button)->click();
         }
         for (const char* button : {"PushBytesSend", "DropConnectionsSend", "ClockLoad"}) {

@@ -53,6 +53,18 @@ TEST_F(VipManagerTest, LoginAsksForTheStatusAndLogoutClearsIt) {
     EXPECT_THAT(bus.Sent(), IsEmpty());
 }
 
+TEST_F(VipManagerTest, UnInitKeepsTheStatusAndServesPushes) {
+    manager.Init();
+    LogIn();
+
+    manager.UnInit();
+
+    EXPECT_TRUE(manager.HasVipQualification());
+    channel.Push(20832, vip_base_service::UserVipStateChangePush());
+    time.Settle();
+    EXPECT_THAT(channel.Sent(), SizeIs(1));
+}
+
 TEST_F(VipManagerTest, LoginKeepsTheStatusUntilTheAnswerWhenNoLogoutCameBefore) {
     manager.Init();
     LogIn();
