@@ -38,10 +38,21 @@ void CScriptedWebView::Load(const WebLoad& load) {
     }
 }
 
+void CScriptedWebView::SetFrozen(bool frozen) {
+    m_bFrozen = frozen;
+    m_nFreezes += frozen ? 1 : 0;
+}
+
 void CScriptedWebView::Commit(const QString& url) {
     m_committed = QUrl(url);
     m_strPage.clear();
     m_nCalls = 0;
+}
+
+void CScriptedWebView::GoTo(const QString& url) {
+    StartOfPage();
+    Commit(url);
+    m_owner.LoadFinished(true, 200);
 }
 
 void CScriptedWebView::Greet() {

@@ -24,6 +24,8 @@ public:
     void Greet();
     /// The page loads another document itself.
     void StartOfPage() { m_owner.LoadStarted(); }
+    /// The page loads the document at `url` itself, and that is good.
+    void GoTo(const QString& url);
     /// Returns whether the page may go there.
     bool Navigate(const char* url, EnWebNavigation type = EnWebNavigation::kLink, bool mainFrame = true);
     void Kill();
@@ -47,13 +49,15 @@ public:
     const std::vector<int>& Edits() const { return m_edits; }
     const QStringList& BridgeOrigins() const { return m_load.bridgeOrigins; }
     bool IsFrozen() const { return m_bFrozen; }
+    /// Number of calls that froze it.
+    int FreezeCount() const { return m_nFreezes; }
     int StopCount() const { return m_nStops; }
 
     void Load(const WebLoad& load) override;
     void Stop() override { ++m_nStops; }
     void Run(const QString& script) override { m_scripts.push_back(script.toStdString()); }
     void Send(const QString& message) override { m_messages.push_back(message.toStdString()); }
-    void SetFrozen(bool frozen) override { m_bFrozen = frozen; }
+    void SetFrozen(bool frozen) override;
     QUrl CommittedUrl() const override { return m_committed; }
     qint64 ProcessId() const override { return processId; }
 
@@ -71,6 +75,7 @@ private:
     int m_nPages = 0;
     int m_nCalls = 0;
     int m_nStops = 0;
+    int m_nFreezes = 0;
     bool m_bFrozen = false;
 };
 

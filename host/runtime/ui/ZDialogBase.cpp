@@ -17,9 +17,6 @@ ZDialogBase::~ZDialogBase() = default;
 void ZDialogBase::setTopMost(bool topMost) {
     Qt::WindowFlags flags = windowFlags();
     flags.setFlag(Qt::WindowStaysOnTopHint, topMost);
-    if (flags == windowFlags()) {
-        return;
-    }
     overrideWindowFlags(flags);
     if (QWindow* handle = windowHandle()) {
         handle->setFlag(Qt::WindowStaysOnTopHint, topMost);
@@ -39,9 +36,6 @@ void ZDialogBase::setEnableShowFullScreenAuxiliary(bool /*enabled*/) {}
 void ZDialogBase::setWindowOpacity(double opacity) {
     d->opacity = std::clamp(opacity, 0.0, 1.0);
     QWidget::setWindowOpacity(d->opacity);
-    if (QWindow* handle = windowHandle()) {
-        handle->setOpacity(d->opacity);
-    }
 }
 
 double ZDialogBase::exactWindowOpacity() const {
@@ -71,7 +65,7 @@ void ZDialogBase::showCenter(QWidget* over, QSize size) {
     if (size.isValid()) {
         resize(size);
     }
-    const QScreen* screen = over && over->screen() ? over->screen() : this->screen();
+    const QScreen* screen = over ? over->screen() : this->screen();
     const QRect available = screen->availableGeometry();
     QRect place(QPoint(), this->size());
     place.moveCenter(over ? over->window()->frameGeometry().center() : available.center());

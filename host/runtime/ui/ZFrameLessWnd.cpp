@@ -101,7 +101,6 @@ void ZFrameLessWnd::showMinBtn(bool visible) {
 }
 
 void ZFrameLessWnd::updateLayout() {
-    d->layout->invalidate();
     d->layout->activate();
 }
 

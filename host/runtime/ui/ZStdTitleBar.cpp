@@ -55,7 +55,7 @@ void ZTitleBarBase::initUi() {
         return button;
     };
     d->minimise = add("icon_window_minimise_12", core::langx::tr(900012, "Minimise"));
-    d->maximise = add("icon_window_maximise_12", core::langx::tr(900013, "Maximise"));
+    d->maximise = add("icon_window_maximise_12", QString());
     d->close = add(ZResource::icon_close_16, core::langx::tr(900015, "Close"));
     d->minimise->hide();
     d->maximise->hide();
@@ -143,7 +143,6 @@ void ZTitleBarBase::mouseDoubleClickEvent(QMouseEvent* event) {
     QWidget* child = childAt(event->pos());
     const bool maximises = d->maximise && !d->maximise->isHidden();
     if (event->button() == Qt::LeftButton && maximises && isDraggable(child ? child : this)) {
-        d->held.reset();
         d->maximise->click();
     }
 }

@@ -139,13 +139,13 @@ void CWebBridge::Invoke(const Call& call, const Json::Value& params) {
         answer = handler(params, number);
         failed = false;
     });
-    if (alive.expired() || m_page != page || call.id == 0 || !(failed || answer)) {
+    if (alive.expired() || m_page != page || !(failed || answer)) {
         return;
     }
     const auto open =
         std::find_if(m_open.begin(), m_open.end(), [&](const Call& other) { return other.id == call.id; });
     if (open == m_open.end()) {
-        return;
+        return;  // a notice, or answered
     }
     m_open.erase(open);
     if (failed) {

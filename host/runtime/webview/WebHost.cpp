@@ -18,7 +18,6 @@ CWebHost& CWebHost::Instance() {
 }
 
 CWebHost::CWebHost() {
-    m_afterFirstFrame.setSingleShot(true);
     connect(&m_afterFirstFrame, &QTimer::timeout, this, &CWebHost::Begin);
 }
 

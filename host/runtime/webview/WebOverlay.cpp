@@ -77,9 +77,7 @@ void CWebOverlay::Show(const QString& text) {
         button->setVisible(used);
     }
     m_pBrowser->setZrStyle(m_fnRetry ? ZButton::kPlain : ZButton::kFilled);
-    setGeometry(parentWidget()->rect());
     show();
-    raise();
     // The keyboard would reach the covered page otherwise.
     if (HasMessage() && parentWidget()->isAncestorOf(window()->focusWidget())) {
         (m_fnRetry ? m_pRetry : m_pBrowser)->setFocus();

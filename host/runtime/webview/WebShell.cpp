@@ -119,7 +119,7 @@ void CWebShell::Start(const Load& load) {
     ShowIndication();
     if (m_pView && m_nGeneration == CWebHost::Instance().Generation()) {
         Submit();
-    } else if (isVisible() && !m_pView) {
+    } else if (isVisible()) {
         CreateView();
     } else {
         CreateViewWhenIdle();
@@ -136,11 +136,7 @@ void CWebShell::CreateViewWhenIdle() {
 }
 
 void CWebShell::CreateView() {
-    disconnect(&CWebHost::Instance(), &CWebHost::Begun, this, nullptr);
     CWebHost& host = CWebHost::Instance();
-    if (m_pView && m_nGeneration != host.Generation()) {
-        CloseView();
-    }
     if (m_pView || !m_load) {
         return;
     }
@@ -186,7 +182,6 @@ void CWebShell::DropView() {
     m_freeze.stop();
     m_bFrozen = false;
     m_bCrashed = false;
-    m_bridge.BeginLoad(false);
     CloseContextMenu();
     CWebHost::Instance().RemoveView(m_pView);
     delete std::exchange(m_pView, nullptr);
@@ -381,7 +376,10 @@ void CWebShell::PopupAddressed(const QUrl& url, const QSize& size) {
 
 void CWebShell::ContextMenuWanted(const QPoint& place, int possible, std::function<void(int)> edit) {
     CloseContextMenu();
-    if (m_nMenuFlags == 0) {
+    using core::webview::kMenuCopy;
+    using core::webview::kMenuCut;
+    using core::webview::kMenuPaste;
+    if ((m_nMenuFlags & (kMenuCopy | kMenuCut | kMenuPaste)) == 0) {
         return;
     }
     m_pMenu = new ZMenu(this);
@@ -391,16 +389,11 @@ void CWebShell::ContextMenuWanted(const QPoint& place, int possible, std::functi
         action->setEnabled(flag == 0 || (possible & flag) != 0);
         connect(action, &QAction::triggered, this, [edit, flag] { edit(flag); });
     };
-    for (const auto& [flag, text] :
-         {std::pair(core::webview::kMenuCopy, EnWebText::kCopy), std::pair(core::webview::kMenuCut, EnWebText::kCut),
-          std::pair(core::webview::kMenuPaste, EnWebText::kPaste)}) {
+    for (const auto& [flag, text] : {std::pair(kMenuCopy, EnWebText::kCopy), std::pair(kMenuCut, EnWebText::kCut),
+                                     std::pair(kMenuPaste, EnWebText::kPaste)}) {
         if ((m_nMenuFlags & flag) != 0) {
             add(text, flag);
         }
-    }
-    if (m_pMenu->isEmpty()) {
-        delete m_pMenu;
-        return;
     }
     add(EnWebText::kSelectAll, 0);
     m_pMenu->popup(place);
@@ -432,7 +425,7 @@ void CWebShell::ShowIndication() {
 }
 
 void CWebShell::ArmFreeze() {
-    if (m_pView && !isVisible() && !m_load && !m_bFrozen && !m_bCrashed) {
+    if (m_pView && !isVisible() && !m_load && !m_bCrashed) {
         m_freeze.start(kFreezeMs);
     }
 }

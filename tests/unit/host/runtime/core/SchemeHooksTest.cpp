@@ -110,7 +110,7 @@ TEST_F(SchemeHooksTest, NextHookIsAskedWhenOneThrows) {
     EXPECT_TRUE(Handle("zrclient://url/x"));
 
     EXPECT_THAT(notes, ElementsAre("next"));
-    EXPECT_THAT(log.Lines(), ElementsAre(Error(HasSubstr("broken"))));
+    EXPECT_THAT(log.Lines(), ElementsAre(Error(AllOf(StartsWith("A hook of a scheme "), HasSubstr("broken")))));
 }
 
 TEST_F(SchemeHooksTest, HookCanAddAnotherWhenItIsCalled) {

@@ -1,5 +1,6 @@
 #include "KitTest.h"
 #include "ui/ZButton.h"
+#include "ui/ZFrameLessWnd.h"
 #include "ui/ZIconButton.h"
 #include "ui/ZLabel.h"
 #include "ui/ZRWebImageWidget.h"
@@ -46,6 +47,7 @@ protected:
 TEST_F(ThemeOfKitTest, EachWidgetIsPaintedAnewByItselfWhenTheThemeChanges) {
     Show();
     ExpectPaintedAnew(new ZButton(&window));
+    ExpectPaintedAnew(new ZFrameLessWnd(&window));
     ExpectPaintedAnew(new ZIconButton(&window));
     ExpectPaintedAnew(new ZLabel(&window));
     ExpectPaintedAnew(new ZRWebImageWidget(&window));

@@ -1,5 +1,6 @@
 #include "ui/ZDialogBase.h"
 
+#include <QKeyEvent>
 #include <QScreen>
 
 #include "KitTest.h"
@@ -36,6 +37,8 @@ TEST_F(ZDialogBaseTest, TopMostChangesNothingElseWhenTheWindowIsVisible) {
     ShowDialog();
     dialog.move(31, 41);
     QWindow* const handle = dialog.windowHandle();
+    const Qt::WindowFlags flags = dialog.windowFlags();
+    const Qt::WindowFlags nativeFlags = handle->flags();
 
     dialog.setTopMost(true);
     EXPECT_TRUE(dialog.isTopMost());
@@ -47,7 +50,8 @@ TEST_F(ZDialogBaseTest, TopMostChangesNothingElseWhenTheWindowIsVisible) {
 
     dialog.setKeepTop(false);
     EXPECT_FALSE(dialog.isTopMost());
-    EXPECT_FALSE(handle->flags() & Qt::WindowStaysOnTopHint);
+    EXPECT_EQ(dialog.windowFlags(), flags);
+    EXPECT_EQ(handle->flags(), nativeFlags);
     EXPECT_TRUE(dialog.isVisible());
 }
 
@@ -69,6 +73,7 @@ TEST_F(ZDialogBaseTest, OpacityIsExactBeforeAndAfterTheNativeWindowIsCreated) {
     EXPECT_EQ(dialog.windowHandle()->opacity(), 1.0);
     dialog.setWindowOpacity(0.002);
     EXPECT_EQ(dialog.windowHandle()->opacity(), 0.002);
+    EXPECT_EQ(dialog.windowOpacity(), 0.0);
     dialog.hide();
     ShowDialog();
     EXPECT_EQ(dialog.windowHandle()->opacity(), 0.002);
@@ -123,6 +128,25 @@ TEST_F(ZDialogBaseTest, EscapeClosesTheDialogAndOtherKeysDoNot) {
     EXPECT_TRUE(dialog.isVisible());
     QTest::keyClick(&dialog, Qt::Key_Escape);
     EXPECT_FALSE(dialog.isVisible());
+}
+
+TEST_F(ZDialogBaseTest, OtherKeysAreLeftToTheParent) {
+    for (const auto& [key, taken] : {std::pair(Qt::Key_A, false), std::pair(Qt::Key_Escape, true)}) {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+        QCoreApplication::sendEvent(&dialog, &event);
+        EXPECT_EQ(event.isAccepted(), taken) << key;
+    }
+}
+
+TEST_F(ZDialogBaseTest, NativeWindowIsCreatedForAVisibleWindowOnly) {
+    dialog.hide();
+    EXPECT_FALSE(dialog.windowHandle());
+    Show();
+    dialog.setParent(&window);
+    ShowDialog();
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_FALSE(dialog.windowHandle());
+    dialog.setParent(nullptr);
 }
 
 TEST_F(ZDialogBaseTest, TitleIsThatOfTheWindow) {

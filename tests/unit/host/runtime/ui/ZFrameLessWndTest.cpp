@@ -138,6 +138,8 @@ TEST_F(ZFrameLessWndTest, CursorIsThatOfTheEdge) {
     EXPECT_EQ(CursorAt({1, 199}), Qt::SizeBDiagCursor);
     EXPECT_EQ(CursorAt({5, 100}), Qt::ArrowCursor);
     EXPECT_EQ(CursorAt({294, 100}), Qt::ArrowCursor);
+    EXPECT_EQ(CursorAt({150, 5}), Qt::ArrowCursor);
+    EXPECT_EQ(CursorAt({150, 194}), Qt::ArrowCursor);
 }
 
 TEST_F(ZFrameLessWndTest, PartsHaveTheirOwnCursorWhenThePointerCameOverAnEdge) {
@@ -167,11 +169,28 @@ TEST_F(ZFrameLessWndTest, MaximisedWindowHasNoEdgeAndOffersToRestore) {
     EXPECT_EQ(bar->pos(), QPoint(5, 5));
 }
 
+TEST_F(ZFrameLessWndTest, WindowOnTheFullScreenHasNoEdge) {
+    ShowFrame();
+    frame.showFullScreen();
+    time.Settle();
+    EXPECT_EQ(bar->pos(), QPoint(0, 0));
+    EXPECT_EQ(CursorAt({1, 1}), Qt::ArrowCursor);
+}
+
+TEST_F(ZFrameLessWndTest, UpdateLayoutPlacesThePartsAtOnce) {
+    ShowFrame();
+    bar->setFixedHeight(50);
+    EXPECT_EQ(content->y(), 41);
+    frame.updateLayout();
+    EXPECT_EQ(content->y(), 55);
+}
+
 TEST_F(ZFrameLessWndTest, WindowIsPaintedInTheColoursOfTheTheme) {
     ShowFrame();
     const auto pixel = [this](int x, int y) { return frame.grab().toImage().pixelColor(x, y); };
     EXPECT_EQ(pixel(2, 100), Color("surface"));
     EXPECT_EQ(pixel(0, 100), Color("border"));
+    EXPECT_EQ(pixel(150, 0), Color("border"));
     EXPECT_EQ(pixel(299, 100), Color("border"));
     EXPECT_EQ(pixel(150, 199), Color("border"));
 }

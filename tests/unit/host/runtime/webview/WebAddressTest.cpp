@@ -29,6 +29,26 @@ TEST_F(WebAddressTest, HttpsIsLoadable) {
     EXPECT_TRUE(Loads("https://a.example/x?y#z"));
 }
 
+TEST_F(WebAddressTest, OriginIsSchemeAsciiHostAndPortOfAWebAddress) {
+    const std::pair<const char*, const char*> rows[] = {{"https://a.test/x?y#z", "https://a.test:443"},
+                                                        {"http://127.0.0.1/x", "http://127.0.0.1:80"},
+                                                        {"https://a.test:8443", "https://a.test:8443"},
+                                                        {"https://b\u00fccher.test", "https://xn--bcher-kva.test:443"},
+                                                        {"ftp://a.test/", ""},
+                                                        {"https:///x", ""},
+                                                        {"https://user@a.test/", ""},
+                                                        {"https://a.test:99999/", ""}};
+    for (const auto& [text, origin] : rows) {
+        EXPECT_EQ(OriginOf(QUrl(QString::fromUtf8(text))).toStdString(), origin) << text;
+    }
+}
+
+TEST_F(WebAddressTest, AddressOfTheClientIsRefusedForItsScheme) {
+    QString reason;
+    EXPECT_FALSE(IsLoadable(QStringLiteral("zrclient://page/quotes"), reason));
+    EXPECT_EQ(reason, QStringLiteral("its scheme is not allowed"));
+}
+
 TEST_F(WebAddressTest, LoopbackHttpIsLoadableInInternalBuildsOnly) {
     EXPECT_FALSE(Loads("http://127.0.0.1:7001/"));
     environment.SetRelease(false);
@@ -85,17 +105,22 @@ TEST_F(WebAddressTest, BridgeOriginsAreTheValidEntriesAndInInternalBuildsTheOwnS
           "http://plain.test", "https://user@with.test", "with.test", "*", "https://*", ""}) {
         bridge["origins"].append(entry);
     }
-    bridge["origins"].append(7);
+    for (const Json::Value& entry : {Json::Value(7), Json::Value(Json::objectValue), Json::Value(Json::arrayValue)}) {
+        bridge["origins"].append(entry);
+    }
+    bridge["origins"].append("https://ours.test:443/");
+    bridge["origins"].append("http://127.0.0.1:9000");
     config.Set("web_bridge", bridge);
-    EXPECT_EQ(BridgeOrigins(), QStringList({QStringLiteral("https://ours.test:443")}));
+    const QStringList entries{QStringLiteral("https://ours.test:443"), QStringLiteral("http://127.0.0.1:9000")};
+    EXPECT_EQ(BridgeOrigins(), entries);
 
     environment.SetRelease(false);
-    EXPECT_EQ(BridgeOrigins(),
-              QStringList({QStringLiteral("https://ours.test:443"), QStringLiteral("http://127.0.0.1:7000")}));
+    EXPECT_EQ(BridgeOrigins(), entries + QStringList{QStringLiteral("http://127.0.0.1:7000")});
 }
 
 TEST_F(WebAddressTest, BridgeOriginsAreNoneWhenTheConfigurationIsOfAnotherShape) {
-    for (const char* text : {"null", "[]", "7", R"({"origins":{}})", R"({"origins":"https://ours.test"})"}) {
+    for (const char* text :
+         {"null", "[]", "7", R"({"origins":{"a":"https://ours.test"}})", R"({"origins":"https://ours.test"})"}) {
         Json::Value value;
         ASSERT_TRUE(Json::Reader().parse(std::string("[") + text + "]", value));
         config.Set("web_bridge", value[0]);

@@ -135,7 +135,63 @@ TEST_F(WebBridgeTest, ExceptionOfAHandlerEndsInAnError) {
     LoadWell();
     Page().Call("throws");
     EXPECT_THAT(Page().Received(), ElementsAre(R"({"call":1,"error":{"code":"failed","name":"throws"}})"));
+    EXPECT_THAT(log.Lines(), ElementsAre(Error(StartsWith("A handler of the bridge "))));
+}
+
+TEST_F(WebBridgeTest, NameWithoutAHandlerIsUnknown) {
+    widget.RegisterJSAPIV2(QStringLiteral("empty"), nullptr, nullptr);
+    LoadWell();
+    Page().Call("empty");
+    EXPECT_THAT(Page().Received(), ElementsAre(R"({"call":1,"error":{"code":"unknown-name","name":"empty"}})"));
     log.Forget();
+}
+
+TEST_F(WebBridgeTest, LongNamesAreCutInLinesAndErrors) {
+    LoadWell();
+    Page().Call(std::string(201, 'n').c_str());
+    const std::string cut(200, 'n');
+    EXPECT_THAT(Page().Received(),
+                ElementsAre(R"({"call":1,"error":{"code":"unknown-name","name":")" + cut + R"("}})"));
+    EXPECT_THAT(log.Lines(), ElementsAre(Error("Refused a call of an unknown name: " + cut)));
+}
+
+TEST_F(WebBridgeTest, DocumentMayNameItselfByUpTo64Bytes) {
+    LoadWell();
+    Page().Post(
+        QString::fromStdString(R"({"page":")" + std::string(64, 'x') + R"(","call":1,"name":"later","params":{}})"));
+    EXPECT_THAT(calls, ElementsAre(1));
+}
+
+TEST_F(WebBridgeTest, CallIsAnsweredOnceWhenItsHandlerAnswersTwice) {
+    widget.RegisterJSAPIV2(
+        QStringLiteral("twice"),
+        [this](const Json::Value&, int) {
+            widget.OnResponseToJS(QStringLiteral("twice"), 1);
+            return std::make_shared<Json::Value>(2);
+        },
+        nullptr);
+    LoadWell();
+    Page().Call("twice");
+    Page().Call("echo");
+    widget.OnResponseToJS(QStringLiteral("echo"), 3);
+    EXPECT_THAT(Page().Received(), ElementsAre(R"({"answer":1,"call":1})", R"({"answer":{},"call":2})"));
+    EXPECT_THAT(log.Lines(), ElementsAre(Error("Dropped an answer without an open call: echo")));
+}
+
+TEST_F(WebBridgeTest, AnswerDoesNotReachTheSameCallOfADocumentThatCameMeanwhile) {
+    widget.RegisterJSAPIV2(
+        QStringLiteral("slow"),
+        [this](const Json::Value&, int) {
+            Page().Commit(QStringLiteral("https://ours.test/2"));
+            Page().Greet();
+            Page().Call("later");
+            return std::make_shared<Json::Value>(1);
+        },
+        nullptr);
+    LoadWell();
+    Page().Call("slow");
+    EXPECT_THAT(calls, ElementsAre(1));
+    EXPECT_THAT(Page().Received(), IsEmpty());
 }
 
 TEST_F(WebBridgeTest, CallOfTheWrongShapeEndsInAnErrorIfItHasANumber) {
@@ -197,7 +253,17 @@ TEST_F(WebBridgeTest, AnswerOfMoreThanOneMebibyteEndsInAnErrorAndSuchAnEventIsDr
     EXPECT_FALSE(widget.BroadcastEvent(QStringLiteral("event"), large));
     EXPECT_THAT(Page().Received(), ElementsAre(R"({"call":1,"error":{"code":"too-large","name":"large"}})",
                                                R"({"call":2,"error":{"code":"too-large","name":"later"}})"));
-    log.Forget();
+    EXPECT_THAT(log.Lines(),
+                AllOf(SizeIs(3), Each(Error(MatchesRegex("Dropped a message of 10486.. bytes to a page")))));
+}
+
+TEST_F(WebBridgeTest, EventOfOneMebibyteIsDelivered) {
+    LoadWell();
+    const size_t rest = std::string(R"({"event":"e","page":"","params":""})").size() + Page().Page().size();
+    const size_t largest = 1024 * 1024 - rest;
+    EXPECT_TRUE(widget.BroadcastEvent(QStringLiteral("e"), std::string(largest, 'x')));
+    EXPECT_FALSE(widget.BroadcastEvent(QStringLiteral("e"), std::string(largest + 1, 'x')));
+    EXPECT_THAT(log.Lines(), ElementsAre(Error("Dropped a message of 1048577 bytes to a page")));
 }
 
 TEST_F(WebBridgeTest, OldestOfMoreThan64OpenCallsOfANameEndsInAnError) {
@@ -212,7 +278,7 @@ TEST_F(WebBridgeTest, OldestOfMoreThan64OpenCallsOfANameEndsInAnError) {
 
     widget.OnResponseToJS(QStringLiteral("later"), 0);
     EXPECT_EQ(Page().Received().back(), R"({"answer":0,"call":3})");
-    log.Forget();
+    EXPECT_THAT(log.Lines(), ElementsAre(Error("Ended the oldest of too many open calls: later")));
 }
 
 TEST_F(WebBridgeTest, EventReachesThePageThatHasTheBridge) {
@@ -255,7 +321,21 @@ TEST_F(WebBridgeTest, MessagesAreTracedInBothDirections) {
     log.Forget();
 }
 
+TEST_F(WebBridgeTest, TraceKeepsTheFirstBytesOfALongMessage) {
+    LoadWell();
+    std::vector<size_t> sizes;
+    QObject::connect(&host::web::CWebHost::Instance(), &host::web::CWebHost::Traced, &widget,
+                     [&sizes](const WebTrace& trace) { sizes.push_back(trace.text.size()); });
+    Page().Notify("later", Object("a", std::string(HttpTrace::kBodyKept, 'x')));
+    EXPECT_THAT(sizes, ElementsAre(HttpTrace::kBodyKept));
+}
+
 TEST_F(WebBridgeTest, EventDoesNotReachADocumentThatHasNotNamedItself) {
+    LoadWell();
+    Load("https://ours.test/2");
+    Page().Commit(QStringLiteral("https://ours.test/2"));
+    EXPECT_FALSE(widget.BroadcastEvent(QStringLiteral("theme"), Json::Value()));
+    LoadWell("https://other.test/");
     Load("https://ours.test/");
     Page().Commit(QStringLiteral("https://ours.test/"));
     EXPECT_FALSE(widget.BroadcastEvent(QStringLiteral("theme"), Json::Value()));
@@ -395,7 +475,8 @@ TEST_F(WebBridgeTest, PageLosesTheBridgeWhenItsOriginLeavesTheAllowList) {
     widget.OnResponseToJS(QStringLiteral("later"), 1);
     EXPECT_FALSE(widget.BroadcastEvent(QStringLiteral("theme"), 1));
     EXPECT_THAT(Page().Received(), IsEmpty());
-    log.Forget();
+    EXPECT_THAT(log.Lines(), ElementsAre(Error("Refused a message of a page without the bridge: https://ours.test/"),
+                                         Error("Dropped an answer without an open call: later")));
 }
 
 TEST_F(WebBridgeTest, HandlerThatTakesTheOriginFromTheListIsNotAnswered) {
@@ -409,7 +490,8 @@ TEST_F(WebBridgeTest, HandlerThatTakesTheOriginFromTheListIsNotAnswered) {
     LoadWell();
     Page().Call("revoke");
     EXPECT_THAT(Page().Received(), IsEmpty());
-    log.Forget();
+    // The answer, and the error in its place.
+    EXPECT_THAT(log.Lines(), AllOf(SizeIs(2), Each(Error("Dropped a message to a page without the bridge"))));
 }
 
 TEST_F(WebBridgeTest, DialogHasNoBridge) {

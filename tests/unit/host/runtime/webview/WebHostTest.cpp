@@ -1,5 +1,7 @@
 #include "webview/WebHost.h"
 
+#include <QMenu>
+
 #include "WebTest.h"
 #include "framework/Ports.h"
 #include "webview/ZRWebDialog.h"
@@ -28,6 +30,101 @@ TEST_F(WebHostTest, EngineIsLoadedASecondAfterTheFirstFrame) {
     time.Settle();
     EXPECT_EQ(web.MadeCount(), 1);
     EXPECT_THAT(web.Loads(), ElementsAre("https://ours.test/"));
+}
+
+TEST_F(WebHostTest, EngineIsAllowedOnce) {
+    QSignalSpy begun(&webHost, &CWebHost::Begun);
+    webHost.FirstFramePainted();
+    webHost.Begin();
+    time.Advance(1h);
+    EXPECT_EQ(begun.count(), 1);
+    webHost.FirstFramePainted();
+    time.Advance(1h);
+    EXPECT_EQ(begun.count(), 2);
+}
+
+TEST_F(WebHostTest, EndWithinTheFirstSecondKeepsTheEngineAway) {
+    QSignalSpy begun(&webHost, &CWebHost::Begun);
+    webHost.FirstFramePainted();
+    webHost.End();
+    time.Advance(1h);
+    EXPECT_EQ(begun.count(), 0);
+    EXPECT_TRUE(webHost.HasEnded());
+}
+
+TEST_F(WebHostTest, PagesOpenAgainWhenTheEngineIsAllowedAfterTheEnd) {
+    webHost.End();
+    webHost.Begin();
+    LoadWell();
+    EXPECT_EQ(web.MadeCount(), 1);
+}
+
+TEST_F(WebHostTest, ProcessesOfPagesAreListedOnceEach) {
+    ZRWebWidget others[3];
+    const qint64 processes[] = {7, 1, 7};
+    for (int i = 0; i < 3; ++i) {
+        others[i].LoadUrl(QStringLiteral("https://ours.test/"));
+        time.Settle();
+        web.View().processId = processes[i];
+    }
+    LoadWell();
+    EXPECT_EQ(webHost.PageProcesses(), QList<qint64>({7, 1}));
+    web.Forget();
+}
+
+TEST_F(WebHostTest, PageOfADeletedWidgetIsCountedNoMore) {
+    auto other = std::make_unique<ZRWebWidget>();
+    other->LoadUrl(QStringLiteral("https://ours.test/"));
+    time.Settle();
+    EXPECT_EQ(webHost.ViewCount(), 1);
+    other.reset();
+    EXPECT_EQ(webHost.ViewCount(), 0);
+    web.Forget();
+}
+
+TEST_F(WebHostTest, FirstPageWithoutAUserForgetsNothing) {
+    account.Set(0);
+    LoadWell();
+    EXPECT_EQ(web.ForgetCount(), 0);
+}
+
+TEST_F(WebHostTest, PageThatTheNextUserAlreadyOpenedStays) {
+    Show();
+    account.Set(502);
+    widget.LoadUrl(QStringLiteral("https://ours.test/"));
+    EXPECT_EQ(web.MadeCount(), 1);
+    time.Settle();
+    EXPECT_EQ(web.MadeCount(), 1);
+    EXPECT_THAT(web.Loads(), SizeIs(1));
+}
+
+TEST_F(WebHostTest, HiddenPagesOfTheFormerUserAreNeitherFrozenNorWoken) {
+    LoadWell();
+    account.Set(502);
+    webHost.CheckUser();
+    time.Advance(1h);
+    Show();
+    LoadWell();
+    widget.hide();
+    time.Advance(1s);
+    EXPECT_TRUE(web.View().IsFrozen());
+    account.Set(503);
+    webHost.CheckUser();
+    time.Settle();
+    Show();
+    EXPECT_THAT(web.Views(), IsEmpty());
+    web.Forget();
+}
+
+TEST_F(WebHostTest, MenuOfTheFormerUserIsClosed) {
+    Show();
+    LoadWell();
+    widget.SetContextMenuFlags(core::webview::kMenuCopy);
+    web.View().WantMenu(core::webview::kMenuCopy);
+    account.Set(502);
+    webHost.CheckUser();
+    time.Settle();
+    EXPECT_FALSE(widget.findChild<QMenu*>());
 }
 
 TEST_F(WebHostTest, NothingIsLoadedWhenNoPageIsWanted) {
@@ -159,6 +256,7 @@ TEST_F(WebHostTest, StateOfAPageIsTraced) {
     std::vector<std::string> traced;
     QObject::connect(&webHost, &CWebHost::Traced, &widget, [&traced](const WebTrace& trace) {
         EXPECT_EQ(trace.kind, WebTrace::EnKind::Page);
+        EXPECT_EQ(trace.call, 0);
         traced.push_back(trace.text + (trace.isBad ? " bad " : " ") + trace.name.toStdString());
     });
     LoadWell("https://ours.test/a");
@@ -169,6 +267,10 @@ TEST_F(WebHostTest, StateOfAPageIsTraced) {
     EXPECT_THAT(traced,
                 ElementsAre("loads https://ours.test/a", "loaded https://ours.test/a", "loads https://ours.test/b",
                             "failed bad https://ours.test/a", "its process ended bad https://ours.test/b"));
+    traced.clear();
+    web.SetMissing(true);
+    Load("https://ours.test/c");
+    EXPECT_THAT(traced, ElementsAre("not displayed: there is no web engine bad https://ours.test/c"));
     log.Forget();
     web.Forget();
 }

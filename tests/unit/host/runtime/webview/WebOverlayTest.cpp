@@ -1,6 +1,9 @@
 #include "webview/WebOverlay.h"
 
+#include <QPaintEvent>
+
 #include "WebTest.h"
+#include "ui/ThemeControl.h"
 #include "ui/ThemePalette.h"
 #include "ui/ZButton.h"
 #include "ui/zr_ui_theme.h"
@@ -93,6 +96,29 @@ TEST_F(WebOverlayTest, IndicationCoversAViewThatIsCreatedBelowIt) {
     EXPECT_FALSE(Cover().empty());
     EXPECT_THAT(Buttons(), IsEmpty());
     EXPECT_TRUE(AtCentre() == Overlay() || Overlay()->isAncestorOf(AtCentre()));
+}
+
+TEST_F(WebOverlayTest, WholeCoverIsPaintedWhenTheThemeChanges) {
+    class CWholePaints : public QObject {
+    public:
+        int count = 0;
+
+    protected:
+        bool eventFilter(QObject* watched, QEvent* event) override {
+            const auto* painted = event->type() == QEvent::Paint ? static_cast<QPaintEvent*>(event) : nullptr;
+            count += painted && painted->rect() == static_cast<QWidget*>(watched)->rect() ? 1 : 0;
+            return false;
+        }
+    };
+    ShowFailure();
+    CWholePaints paints;
+    Overlay()->installEventFilter(&paints);
+
+    host::CThemeControl::Set(zr_ui_theme::Manager::kThemeBlack);
+    time.Settle();
+
+    EXPECT_GE(paints.count, 1);
+    bus.Forget();
 }
 
 TEST_F(WebOverlayTest, MessageTakesNoFocusFromAWidgetBesideThePage) {

@@ -169,6 +169,28 @@ TEST_F(WebShellTest, EqualAddressIsLoadedAgainByPolicyZeroAfterAFailure) {
     EXPECT_THAT(web.Loads(), SizeIs(2));
 }
 
+TEST_F(WebShellTest, EqualAddressIsLoadedAgainByPolicyZeroWhenItsPageIsNotWhole) {
+    LoadWell("https://ours.test/1");
+    Load("https://ours.test/2");
+    widget.StopLoad();
+    Load("https://ours.test/2");
+    EXPECT_THAT(web.Loads(), SizeIs(3));
+    Page().Succeed();
+    Page().StartOfPage();
+    widget.StopLoad();
+    Load("https://ours.test/2");
+    EXPECT_THAT(web.Loads(), SizeIs(4));
+    Page().Succeed();
+    Page().Kill();
+    Load("https://ours.test/2");
+    EXPECT_THAT(web.Loads(), SizeIs(5));
+    Page().Succeed();
+    account.Set(502);
+    Load("https://ours.test/2");
+    EXPECT_THAT(web.Loads(), SizeIs(6));
+    log.Forget();
+}
+
 TEST_F(WebShellTest, EachCallLoadsANewDocumentByPolicyOne) {
     widget.SetSameUrlPolicy(core::webview::kSameUrlReloads);
     for (const char* url : {"https://ours.test/#a", "https://ours.test/#a", "https://ours.test/#b"}) {
@@ -212,6 +234,15 @@ TEST_F(WebShellTest, EngineIsLoadedAtOnceWhenTheWidgetIsVisible) {
     other.show();
     other.LoadUrl(QStringLiteral("https://ours.test/"));
     EXPECT_EQ(web.MadeCount(), 1);
+}
+
+TEST_F(WebShellTest, EngineIsLoadedWhenAWaitingWidgetIsShown) {
+    host::web::CWebHost::Instance().End();
+    host::web::CWebHost::Instance().FirstFramePainted();
+    Load("https://ours.test/");
+    EXPECT_EQ(web.MadeCount(), 0);
+    Show();
+    EXPECT_THAT(web.Loads(), SizeIs(1));
 }
 
 TEST_F(WebShellTest, ViewIsCreatedOnceForManyLoads) {
@@ -307,7 +338,20 @@ TEST_F(WebShellTest, RefusedAddressOfASubFrameEndsNoLoad) {
     log.Forget();
 }
 
+TEST_F(WebShellTest, LoadGoesOnWhenAScriptWantsARefusedAddress) {
+    Load("https://ours.test/");
+    EXPECT_FALSE(Page().Navigate("file:///x", EnWebNavigation::kOther));
+    time.Settle();
+    EXPECT_THAT(ends, ElementsAre("failed 0 file:///x"));
+    EXPECT_TRUE(widget.IsLoading());
+    log.Forget();
+}
+
 TEST_F(WebShellTest, LogLineOfARefusedAddressIsOneShortLine) {
+    const std::string url = "file:///" + std::string(192, 'x');
+    Load((url + "yz").c_str());
+    EXPECT_THAT(log.Lines(), ElementsAre(Error("Refused to load a page, its scheme is not allowed: " + url)));
+    log.Forget();
     Load(("https://ours.test/\n" + std::string(9000, 'x')).c_str());
     ASSERT_THAT(log.Lines(), SizeIs(1));
     EXPECT_THAT(log.Lines()[0].text, AllOf(SizeIs(Lt(300u)), Not(HasSubstr("\n"))));
@@ -432,6 +476,35 @@ TEST_F(WebShellTest, PageHasTheFocusWhenItsWindowOpensAndKeepsItInTheNextView) {
     EXPECT_THAT(log.Lines(), Contains(Error("The process of a page ended: https://ours.test/a")));
 }
 
+TEST_F(WebShellTest, PageHasTheFocusBeforeTheFirstButtonOfItsWindow) {
+    QWidget window;
+    QPushButton button(&window);
+    widget.setParent(&window);
+    window.show();
+    time.Settle();
+    EXPECT_EQ(window.focusWidget(), widget.focusProxy());
+    widget.setParent(nullptr);
+}
+
+TEST_F(WebShellTest, PageHasTheFocusOfAWindowThatIsNotActive) {
+    Show();
+    QWidget front;
+    front.show();
+    front.activateWindow();
+    time.Settle();
+    ASSERT_FALSE(widget.isActiveWindow());
+    LoadWell();
+    EXPECT_EQ(widget.window()->focusWidget(), &Page());
+}
+
+TEST_F(WebShellTest, IndicationLeavesTheFocusInThePage) {
+    Show();
+    LoadWell();
+    Load("https://ours.test/2");
+    ASSERT_EQ(Cover(), "Loading\u2026");
+    EXPECT_EQ(widget.window()->focusWidget(), &Page());
+}
+
 TEST_F(WebShellTest, WidgetTakesTheFocusByClickAndKeyboard) {
     ASSERT_TRUE(widget.focusProxy());
     EXPECT_EQ(widget.focusProxy()->focusPolicy(), Qt::StrongFocus);
@@ -553,10 +626,40 @@ TEST_F(WebShellTest, KilledPageComesBackThreeTimesInFiveMinutesAndThenSaysSo) {
     EXPECT_THAT(log.Lines(), Contains(Error("The process of a page ended: https://ours.test/a")).Times(5));
 }
 
+TEST_F(WebShellTest, KilledPageComesBackAtTheAddressToWhichItWent) {
+    Show();
+    LoadWell("https://ours.test/a");
+    Page().GoTo(QStringLiteral("https://ours.test/b"));
+    Page().GoTo(QStringLiteral("about:blank"));
+    Page().Kill();
+    time.Settle();
+    EXPECT_THAT(web.Loads(), ElementsAre("https://ours.test/a", "https://ours.test/b"));
+    log.Forget();
+}
+
+TEST_F(WebShellTest, KilledPageDoesNotComeBackWhenAnotherIsWantedAtOnce) {
+    Show();
+    LoadWell("https://ours.test/a");
+    Page().Kill();
+    LoadWell("https://ours.test/b");
+    EXPECT_THAT(web.Loads(), ElementsAre("https://ours.test/a", "https://ours.test/b"));
+    log.Forget();
+}
+
+TEST_F(WebShellTest, KilledPageGetsNoEvents) {
+    widget.EnableJSBridge(true);
+    LoadWell();
+    EXPECT_TRUE(widget.BroadcastEvent(QStringLiteral("theme"), 1));
+    Page().Kill();
+    EXPECT_FALSE(widget.BroadcastEvent(QStringLiteral("theme"), 1));
+    log.Forget();
+}
+
 TEST_F(WebShellTest, KilledHiddenPageComesBackWhenItIsShown) {
     LoadWell();
     Page().Kill();
     time.Advance(1h);
+    EXPECT_EQ(Page().FreezeCount(), 0);
     EXPECT_THAT(web.Loads(), SizeIs(1));
     Show();
     EXPECT_THAT(web.Loads(), SizeIs(2));
@@ -592,6 +695,39 @@ TEST_F(WebShellTest, EachLoadIsIndicatedWhileTheWidgetIsVisible) {
     EXPECT_EQ(Cover(), "");
     Load("https://ours.test/2");
     EXPECT_EQ(Cover(), "Loading\u2026");
+    Page().Succeed();
+    Page().StartOfPage();
+    EXPECT_EQ(Cover(), "Loading\u2026");
+}
+
+TEST_F(WebShellTest, IndicationFollowsItsSwitchesWhileAPageLoads) {
+    Show();
+    Load("https://ours.test/");
+    widget.SetLoadingStatusVisible(false);
+    EXPECT_EQ(Cover(), "");
+    widget.ShowLoadingOnFirstLoadUrl(true);
+    EXPECT_EQ(Cover(), "Loading\u2026");
+}
+
+TEST_F(WebShellTest, IndicationReplacesTheMessageOfAFailureWithItsButtons) {
+    Show();
+    Load("https://ours.test/");
+    Page().Fail();
+    ASSERT_THAT(Buttons(), SizeIs(2));
+    Page().StartOfPage();
+    EXPECT_EQ(Cover(), "Loading\u2026");
+    EXPECT_THAT(Buttons(), IsEmpty());
+}
+
+TEST_F(WebShellTest, MessageOfAFailureStaysUntilThePageLoadedItselfWellWhenNothingIsIndicated) {
+    widget.SetLoadingStatusVisible(false);
+    Show();
+    Load("https://ours.test/");
+    Page().Fail();
+    Page().StartOfPage();
+    EXPECT_EQ(Cover(), "This page could not be loaded.");
+    Page().GoTo(QStringLiteral("https://ours.test/2"));
+    EXPECT_EQ(Cover(), "");
 }
 
 TEST_F(WebShellTest, NoLoadIsIndicatedWhenThatIsNotWanted) {
@@ -612,11 +748,53 @@ TEST_F(WebShellTest, FirstLoadThatIsSeenIsIndicatedAloneWhenThatIsWanted) {
     Page().Succeed();
     time.Settle();
     EXPECT_EQ(Cover(), "");
+    widget.hide();
+    LoadWell("https://ours.test/hidden");
+    Show();
     Load("https://ours.test/2");
     EXPECT_EQ(Cover(), "");
 }
 
+TEST_F(WebShellTest, FirstIndicationIsOwedUntilItIsWanted) {
+    widget.SetLoadingStatusVisible(false);
+    Show();
+    LoadWell();
+    widget.ShowLoadingOnFirstLoadUrl(true);
+    Load("https://ours.test/2");
+    EXPECT_EQ(Cover(), "Loading\u2026");
+}
+
 // Freezing
+
+TEST_F(WebShellTest, VisiblePageIsNeverFrozen) {
+    Show();
+    LoadWell();
+    time.Advance(1h);
+    EXPECT_EQ(Page().FreezeCount(), 0);
+}
+
+TEST_F(WebShellTest, HiddenPageIsFrozenOnce) {
+    LoadWell();
+    time.Advance(1h);
+    EXPECT_EQ(Page().FreezeCount(), 1);
+}
+
+TEST_F(WebShellTest, NothingIsFrozenWithoutAWholePage) {
+    Show();
+    Load("https://ours.test/");
+    widget.hide();
+    time.Advance(1h);
+    EXPECT_EQ(Page().FreezeCount(), 0);
+    Page().Kill();
+    time.Advance(1h);
+    EXPECT_EQ(Page().FreezeCount(), 0);
+
+    ZRWebWidget other;
+    web.SetMissing(true);
+    other.LoadUrl(QStringLiteral("https://ours.test/"));
+    time.Advance(1h);
+    log.Forget();
+}
 
 TEST_F(WebShellTest, PageIsFrozenWhenItWasHiddenForASecond) {
     LoadWell();

@@ -113,6 +113,13 @@ TEST_F(ZRWebDialogTest, OpensInFrontOverTheMainWindowWhenItHasNoParent) {
     EXPECT_EQ(dialog->objectName(), QStringLiteral("ZRWebDialog"));
     EXPECT_EQ(dialog->pos(), frame.frameGeometry().center() - dialog->rect().center());
     EXPECT_TRUE(dialog->isActiveWindow());
+
+    frame.activateWindow();
+    time.Settle();
+    EXPECT_FALSE(dialog->isActiveWindow());
+    dialog->Open();
+    time.Settle();
+    EXPECT_TRUE(dialog->isActiveWindow());
 }
 
 TEST_F(ZRWebDialogTest, TitleIsTheHostOfTheAddress) {
