@@ -5,7 +5,6 @@
 
 #include "Theme.h"
 #include "ui/KitPaint.h"
-#include "workbench/TimeText.h"
 
 namespace {
 
@@ -41,7 +40,9 @@ void CEventModel::Add(const Event& event) {
     if (int(m_pending.size()) > m_format->maxRows) {
         m_pending.pop_front();
     }
-    Schedule();
+    if (!m_flushTimer.isActive()) {
+        m_flushTimer.start();
+    }
 }
 
 void CEventModel::SetRows(const std::vector<RowPtr>& rows) {
@@ -49,12 +50,6 @@ void CEventModel::SetRows(const std::vector<RowPtr>& rows) {
     m_rows = {rows.begin(), rows.end()};
     endResetModel();
     Q_EMIT Changed();
-}
-
-void CEventModel::Schedule() {
-    if (!m_bPaused && !m_flushTimer.isActive()) {
-        m_flushTimer.start();
-    }
 }
 
 void CEventModel::Flush() {
@@ -68,43 +63,33 @@ void CEventModel::Flush() {
     }
     AddRows(added);
     if (!IsSettled()) {
-        Schedule();
+        m_flushTimer.start();
     }
     Q_EMIT Changed();
 }
 
-// A later event of a sequence changes its row, and nothing if that row was removed.
+// Changes the row of the event's sequence, or begins a row.
 void CEventModel::ShowEvent(const Event& event, std::vector<RowPtr>& added) {
-    const uint64_t next = m_rows.size() + added.size();
-    uint64_t at = next;
-    const auto step = m_format->step ? m_format->step(event) : std::nullopt;
-    if (step) {
-        const auto begun = m_begun.emplace(step->sequence, m_nRemoved + next).first;
-        if (step->part == EventFormat::EnPart::kBegin) {
-            begun->second = m_nRemoved + next;
-        }
-        at = begun->second - m_nRemoved;
-        if (step->part == EventFormat::EnPart::kEnd) {
-            m_begun.erase(begun);
-        } else if (int(m_begun.size()) > m_format->maxRows) {
-            m_begun.erase(m_begun.begin());
-        }
-    }
-    if (at > next) {
-        return;
-    }
-    if (at == next) {
-        EventRow row;
-        row.timeMs = TimeOf(event);
-        added.push_back(std::make_shared<const EventRow>(std::move(row)));
-    }
-    const bool isShown = at < m_rows.size();
-    RowPtr& place = isShown ? m_rows[at] : added[at - m_rows.size()];
-    EventRow row = *place;
+    const uint64_t sequence = m_format->sequence ? m_format->sequence(event) : 0;
+    const auto find = [sequence](auto& rows) {
+        const auto isOfIt = [sequence](const RowPtr& row) { return row->sequence == sequence; };
+        return sequence == 0 ? rows.rend() : std::find_if(rows.rbegin(), rows.rend(), isOfIt);
+    };
+    const auto shown = find(m_rows);
+    const auto fresh = find(added);
+    EventRow row = shown != m_rows.rend()  ? **shown
+                   : fresh != added.rend() ? **fresh
+                                           : EventRow{TimeOf(event), sequence};
     m_format->fill(row, event);
-    place = std::make_shared<const EventRow>(std::move(row));
-    if (isShown) {
-        Q_EMIT dataChanged(index(int(at), 0), index(int(at), columnCount() - 1));
+    const auto filled = std::make_shared<const EventRow>(std::move(row));
+    if (shown != m_rows.rend()) {
+        *shown = filled;
+        const int at = int(m_rows.rend() - shown) - 1;
+        Q_EMIT dataChanged(index(at, 0), index(at, columnCount() - 1));
+    } else if (fresh != added.rend()) {
+        *fresh = filled;
+    } else {
+        added.push_back(filled);
     }
 }
 
@@ -113,7 +98,6 @@ void CEventModel::AddRows(const std::vector<RowPtr>& added) {
     if (surplus > 0) {
         beginRemoveRows(QModelIndex(), 0, surplus - 1);
         m_rows.erase(m_rows.begin(), m_rows.begin() + surplus);
-        m_nRemoved += uint64_t(surplus);
         endRemoveRows();
     }
     if (!added.empty()) {
@@ -132,7 +116,6 @@ void CEventModel::SetPaused(bool paused) {
 // The next event of a sequence has its own row, because the row of its start is gone.
 void CEventModel::Clear() {
     m_pending.clear();
-    m_begun.clear();
     SetRows({});
 }
 
@@ -141,7 +124,7 @@ int CEventModel::rowCount(const QModelIndex& parent) const {
 }
 
 int CEventModel::columnCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : int(m_format->columns.size()) + 1;
+    return parent.isValid() ? 0 : m_format->columns.size() + 1;
 }
 
 QVariant CEventModel::data(const QModelIndex& index, int role) const {
@@ -149,7 +132,7 @@ QVariant CEventModel::data(const QModelIndex& index, int role) const {
         return QVariant();
     }
     const EventRow& row = At(index.row());
-    const QString cell = index.column() == 0 ? time_text::Local(row.timeMs) : row.cells.value(index.column() - 1);
+    const QString cell = index.column() == 0 ? readable::LocalTime(row.timeMs) : row.cells.value(index.column() - 1);
     switch (role) {
         case Qt::DisplayRole:
             return cell.size() > kMaxCell ? cell.left(kMaxCell) + "…"_q : cell;
@@ -168,7 +151,8 @@ QVariant CEventModel::headerData(int section, Qt::Orientation orientation, int r
     if (orientation != Qt::Horizontal || section < 0 || section >= columnCount() || role != Qt::DisplayRole) {
         return QVariant();
     }
-    return section == 0 ? "Time (%1)"_q.arg(time_text::Zone()) : m_format->columns[size_t(section) - 1].title;
+    return section == 0 ? "Time (%1)"_q.arg(readable::Zone())
+                        : m_format->columns[section - 1].section(QLatin1Char('='), 0, 0);
 }
 
 void CEventFilter::SetText(const QString& text) {
@@ -183,23 +167,19 @@ void CEventFilter::SetChoice(int filter, const QString& choice) {
 
 bool CEventFilter::filterAcceptsRow(int row, const QModelIndex& /*parent*/) const {
     const EventRow& at = static_cast<const CEventModel&>(*sourceModel()).At(row);
+    const auto isChosen = [&at](const QString& choice) { return choice.isEmpty() || at.choices.contains(choice); };
     const auto contains = [this](const QString& text) { return text.contains(m_strText, Qt::CaseInsensitive); };
-    return std::all_of(m_choices.begin(), m_choices.end(),
-                       [&at](const auto& choice) {
-                           return choice.second.isEmpty() ||
-                                  at.choices.value(choice.first).split(QLatin1Char('|')).contains(choice.second);
-                       }) &&
+    return std::all_of(m_choices.begin(), m_choices.end(), isChosen) &&
            (contains(at.found) || std::any_of(at.cells.begin(), at.cells.end(), contains));
 }
 
+// The rows of the model are in the order of time.
 bool CEventFilter::lessThan(const QModelIndex& left, const QModelIndex& right) const {
-    const auto& events = static_cast<const CEventModel&>(*sourceModel());
-    if (left.column() == 0) {
-        return events.At(left.row()).timeMs < events.At(right.row()).timeMs;
-    }
     bool isNumber = false;
     bool areNumbers = false;
     const double first = left.data().toString().toDouble(&isNumber);
     const double second = right.data().toString().toDouble(&areNumbers);
-    return isNumber && areNumbers ? first < second : QSortFilterProxyModel::lessThan(left, right);
+    return left.column() == 0       ? left.row() < right.row()
+           : isNumber && areNumbers ? first < second
+                                    : QSortFilterProxyModel::lessThan(left, right);
 }

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QMap>
 #include <QSortFilterProxyModel>
 #include <QTimer>
 #include <deque>
-#include <map>
 
 #include "workbench/EventFormat.h"
 
@@ -52,15 +52,12 @@ Q_SIGNALS:
     void Changed();
 
 private:
-    void Schedule();
     void ShowEvent(const Event& event, std::vector<RowPtr>& added);
     void AddRows(const std::vector<RowPtr>& added);
 
     const EventFormatPtr m_format;
     std::deque<RowPtr> m_rows;
-    uint64_t m_nRemoved = 0;  // rows before the first
     std::deque<Event> m_pending;
-    std::map<uint64_t, uint64_t> m_begun;  // the row numbers of sequences without an end
     QTimer m_flushTimer;
     uint64_t m_newest[std::variant_size_v<Event>] = {};
     bool m_bPaused = false;
@@ -73,7 +70,7 @@ public:
 
     /// Shows only rows that contain `text`, ignoring case. An empty text shows all.
     void SetText(const QString& text);
-    /// Shows only rows of this choice of a filter. An empty choice shows all.
+    /// Shows only rows with this choice of a filter. An empty choice shows all.
     void SetChoice(int filter, const QString& choice);
 
 protected:
@@ -82,5 +79,5 @@ protected:
 
 private:
     QString m_strText;
-    std::map<int, QString> m_choices;
+    QMap<int, QString> m_choices;
 };

@@ -33,14 +33,13 @@ CEventView::CEventView(const EventFormatPtr& format, QWidget* parent)
       m_file(format, this),
       m_pText(widgets::New<QLineEdit>(format->name + "Filter"_q, this, "Filter by text"_q)),
       m_pCount(widgets::NewLabel(format->name + "Count"_q, "muted", this)),
-      m_pPause(widgets::New<QPushButton>(format->name + "Pause"_q, this)),
+      m_pPause(widgets::NewButton(format->name + "Pause"_q, "Pause"_q, this,
+                                  [this] { m_model.SetPaused(m_pPause->isChecked()); })),
       m_pClear(widgets::NewButton(format->name + "Clear"_q, "Clear"_q, this, [this] { m_model.Clear(); })),
       m_pTable(widgets::New<QTableView>(format->name + "Table"_q, this, format->name + " events"_q)),
       m_pNothing(widgets::NewLabel(format->name + "Nothing"_q, "muted", m_pTable->viewport())),
       m_pDetail(widgets::New<QPlainTextEdit>(format->name + "Detail"_q, this, "The selected row in full"_q)) {
-    m_pPause->setText("Pause"_q);
     m_pPause->setCheckable(true);
-    connect(m_pPause, &QPushButton::toggled, &m_model, &CEventModel::SetPaused);
     m_pDetail->setReadOnly(true);
     m_pDetail->setTabChangesFocus(true);
     m_pDetail->setFrameShape(QFrame::NoFrame);
@@ -56,10 +55,8 @@ CEventView::CEventView(const EventFormatPtr& format, QWidget* parent)
     splitter->setStretchFactor(1, 2);
     widgets::Column({NewFilters(), widgets::Row({{m_pCount, 1}, m_pPause, m_pClear}), {splitter, 1}}, this)
         ->setSpacing(6);
-    for (CEventModel* model : {&m_model, &m_file}) {
-        connect(model, &CEventModel::Changed, this, &CEventView::ShowCount);
-    }
-    Show(m_model);
+    connect(&m_model, &CEventModel::Changed, this, &CEventView::ShowCount);
+    ShowFile(nullptr);
 }
 
 QLayout* CEventView::NewFilters() {
@@ -70,21 +67,22 @@ QLayout* CEventView::NewFilters() {
         ShowCount();
     });
     auto* row = widgets::Row({{m_pText, 1}});
+    int number = 0;
     for (const EventFormat::Filter& filter : m_model.Format()->filters) {
         const QString part = QString::fromLatin1(filter.part);
         widgets::Choices choices{{QString(), QString::fromLatin1(filter.all)}};
         for (const char* choice : filter.choices) {
             choices.emplace_back(QString::fromLatin1(choice), QString::fromLatin1(choice));
         }
-        const int number = int(m_choices.size());
-        m_choices.push_back(widgets::NewCombo(m_model.Format()->name + part, part, choices, this,
-                                              [this, number](const QVariant& choice) {
-                                                  m_filter.SetChoice(number, choice.toString());
-                                                  ShowCount();
-                                              }));
+        auto* box = widgets::NewCombo(m_model.Format()->name + part, part, choices, this,
+                                      [this, number](const QVariant& choice) {
+                                          m_filter.SetChoice(number, choice.toString());
+                                          ShowCount();
+                                      });
         // Its longest choice would make the workbench wider than its least width.
-        m_choices.back()->setMinimumWidth(kMinChoiceWidth);
-        row->addWidget(m_choices.back());
+        box->setMinimumWidth(kMinChoiceWidth);
+        row->addWidget(box);
+        ++number;
     }
     return row;
 }
@@ -93,7 +91,6 @@ void CEventView::SetUpTable() {
     widgets::SetUpTable(*m_pTable);
     m_pTable->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_pTable->setMinimumHeight(kMinTableHeight);
-    m_filter.setSourceModel(&m_model);
     m_pTable->setModel(&m_filter);
     m_pTable->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     m_pTable->setSortingEnabled(true);
@@ -111,8 +108,7 @@ void CEventView::SetUpTable() {
     // a reset clears the selection without selectionChanged
     connect(&m_filter, &QAbstractItemModel::modelReset, this, &CEventView::ShowSelected);
     connect(&m_filter, &QAbstractItemModel::dataChanged, this, [this](const QModelIndex& from, const QModelIndex& to) {
-        const QModelIndexList selected = m_pTable->selectionModel()->selectedRows();
-        if (!selected.isEmpty() && selected.first().row() >= from.row() && selected.first().row() <= to.row()) {
+        if (QItemSelectionRange(from, to).contains(Selected())) {
             ShowSelected();
         }
     });
@@ -131,22 +127,12 @@ void CEventView::FitColumns() {
     }
 }
 
-void CEventView::Show(CEventModel& model) {
-    m_filter.setSourceModel(&model);
-    m_pPause->setEnabled(&model == &m_model);
-    m_pClear->setEnabled(&model == &m_model);
+void CEventView::ShowFile(const std::vector<CEventModel::RowPtr>* rows) {
+    m_filter.setSourceModel(rows ? &m_file : &m_model);
+    m_file.SetRows(rows ? *rows : std::vector<CEventModel::RowPtr>());
+    m_pPause->setEnabled(!rows);
+    m_pClear->setEnabled(!rows);
     ShowCount();
-    ShowSelected();
-}
-
-void CEventView::ShowFile(const std::vector<CEventModel::RowPtr>& rows) {
-    m_file.SetRows(rows);
-    Show(m_file);
-}
-
-void CEventView::ShowLive() {
-    m_file.SetRows({});
-    Show(m_model);
 }
 
 const CEventModel& CEventView::Shown() const {
@@ -167,25 +153,12 @@ void CEventView::ShowCount() {
     }
 }
 
+QModelIndex CEventView::Selected() const {
+    return m_pTable->selectionModel()->selectedRows().value(0);
+}
+
 void CEventView::ShowSelected() {
-    const QModelIndexList selected = m_pTable->selectionModel()->selectedRows();
-    const EventRow* row = selected.isEmpty() ? nullptr : &Shown().At(m_filter.mapToSource(selected.first()).row());
-    QString text = row && row->detail ? Lines(row->detail(), QString()) : QString();
-    text.chop(1);
-    m_pDetail->setPlainText(text);
-}
-
-QJsonObject CEventView::Filters() const {
-    QJsonObject filters{{"text"_q, m_pText->text()}};
-    for (const QComboBox* box : m_choices) {
-        filters[box->accessibleName()] = box->currentData().toString();
-    }
-    return filters;
-}
-
-void CEventView::SetFilters(const QJsonObject& filters) {
-    m_pText->setText(filters["text"_q].toString());
-    for (QComboBox* box : m_choices) {
-        box->setCurrentIndex(std::max(0, box->findData(filters[box->accessibleName()].toString())));
-    }
+    const QModelIndex selected = m_filter.mapToSource(Selected());
+    const auto detail = selected.isValid() ? Shown().At(selected.row()).detail : nullptr;
+    m_pDetail->setPlainText(detail ? Lines(detail(), QString()).trimmed() : QString());
 }

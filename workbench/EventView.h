@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QComboBox>
-#include <QJsonObject>
 #include <QWidget>
 
 #include "workbench/EventModel.h"
@@ -22,13 +20,8 @@ public:
     CEventModel& Model() { return m_model; }
     const CEventModel& Model() const { return m_model; }
 
-    /// Shows these rows until ShowLive.
-    void ShowFile(const std::vector<CEventModel::RowPtr>& rows);
-    void ShowLive();
-
-    /// The chosen filters, for the next start.
-    QJsonObject Filters() const;
-    void SetFilters(const QJsonObject& filters);
+    /// Shows the rows of a file; null: the live rows again.
+    void ShowFile(const std::vector<CEventModel::RowPtr>* rows);
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -36,9 +29,9 @@ protected:
 private:
     QLayout* NewFilters();
     void SetUpTable();
-    void Show(CEventModel& model);
     const CEventModel& Shown() const;
     void ShowCount();
+    QModelIndex Selected() const;
     void ShowSelected();
     void FitColumns();
 
@@ -46,7 +39,6 @@ private:
     CEventModel m_file;
     CEventFilter m_filter;
     QLineEdit* m_pText;
-    std::vector<QComboBox*> m_choices;
     QLabel* m_pCount;
     QPushButton* m_pPause;
     QPushButton* m_pClear;

@@ -12,7 +12,7 @@
 namespace workbench_export {
 namespace {
 
-constexpr int kVersion = 2;
+constexpr int kVersion = 3;
 // Read only. clazy:excludeall=non-pod-global-static
 const QString kFormat = "zrclient-workbench"_q;
 const QStringList kTones{"normal"_q, "bad"_q, "expected"_q};
@@ -26,19 +26,10 @@ qint64 FromIso(const QJsonValue& text) {
 }
 
 QJsonValue Redacted(const QJsonValue& json, const CRedactor& aliases) {
-    if (json.isString()) {
-        return aliases.Redacted(json.toString());
-    }
-    if (json.isDouble()) {
-        const QString number = QString::number(json.toDouble(), 'g', 17);
-        const QString redacted = aliases.Redacted(number);
-        return redacted == number ? json : QJsonValue(redacted);
-    }
     if (json.isArray()) {
-        QJsonArray array;
-        const QJsonArray items = json.toArray();
-        for (const QJsonValue& item : items) {
-            array.append(Redacted(item, aliases));
+        QJsonArray array = json.toArray();
+        for (auto item = array.begin(); item != array.end(); ++item) {
+            *item = Redacted(*item, aliases);
         }
         return array;
     }
@@ -50,20 +41,18 @@ QJsonValue Redacted(const QJsonValue& json, const CRedactor& aliases) {
         }
         return object;
     }
-    return json;
+    const QString text = json.isDouble() ? QString::number(json.toDouble(), 'g', 17) : json.toString();
+    const QString redacted = aliases.Redacted(text);
+    return redacted == text ? json : redacted;
 }
 
 QJsonArray JsonOf(const std::vector<FieldNode>& fields, const CRedactor& aliases) {
     QJsonArray list;
     for (const FieldNode& field : fields) {
-        QJsonObject json{{"name"_q, aliases.Redacted(field.name)}};
-        if (field.isWithheld) {
-            json["withheld"_q] = true;
-        } else if (field.raw) {
-            json["hex"_q] = aliases.RedactedHex(*field.raw);
-        } else if (!field.value.isEmpty() || field.children.empty()) {
-            json["value"_q] = aliases.Redacted(field.value);
-        }
+        const QString value = field.isWithheld ? "(withheld)"_q
+                              : field.raw      ? aliases.RedactedHex(*field.raw)
+                                               : aliases.Redacted(field.value);
+        QJsonObject json{{"name"_q, aliases.Redacted(field.name)}, {field.raw ? "hex"_q : "value"_q, value}};
         if (!field.children.empty()) {
             json["fields"_q] = JsonOf(field.children, aliases);
         }
@@ -75,32 +64,28 @@ QJsonArray JsonOf(const std::vector<FieldNode>& fields, const CRedactor& aliases
 std::vector<FieldNode> FieldsOf(const QJsonArray& list) {
     std::vector<FieldNode> fields;
     for (const QJsonValue& json : list) {
-        const QJsonValue value = json["withheld"_q].toBool() ? "(withheld)"_q : json["hex"_q];
-        fields.push_back({json["name"_q].toString(),
-                          value.toString(json["value"_q].toString()),
-                          {},
-                          FieldsOf(json["fields"_q].toArray())});
+        const QString value = json["hex"_q].toString(json["value"_q].toString());
+        fields.push_back({json["name"_q].toString(), value, {}, FieldsOf(json["fields"_q].toArray())});
     }
     return fields;
 }
 
-QString FilterKey(const EventFormat::Filter& filter) {
-    return QString::fromLatin1(filter.part).toLower();
+/// The key of a column; empty if it is not exported.
+QString KeyOf(const QString& column) {
+    return column.section(QLatin1Char('='), 1);
 }
 
 QJsonObject JsonOf(const EventFormat& format, const EventRow& row, const CRedactor& aliases) {
-    QJsonObject json{{"time"_q, Iso(row.timeMs)}, {"tone"_q, kTones[int(row.tone)]}};
-    for (size_t column = 0; column < format.columns.size(); ++column) {
-        const QString cell = row.cells.value(int(column));
-        if (!format.columns[column].key.isEmpty() && !cell.isEmpty()) {
-            json[format.columns[column].key] = aliases.Redacted(cell);
+    QJsonObject json{{"time"_q, Iso(row.timeMs)},
+                     {"tone"_q, kTones[int(row.tone)]},
+                     {"filters"_q, QJsonArray::fromStringList(row.choices)}};
+    for (int column = 0; column < format.columns.size(); ++column) {
+        const QString key = KeyOf(format.columns[column]);
+        const QString cell = row.cells.value(column);
+        if (!key.isEmpty() && !cell.isEmpty()) {
+            json[key] = aliases.Redacted(cell);
         }
     }
-    QJsonObject choices;
-    for (size_t filter = 0; filter < format.filters.size(); ++filter) {
-        choices[FilterKey(format.filters[filter])] = row.choices.value(int(filter));
-    }
-    json["filters"_q] = choices;
     if (row.detail) {
         json["detail"_q] = JsonOf(row.detail(), aliases);
     }
@@ -111,11 +96,9 @@ CEventModel::RowPtr RowOf(const EventFormat& format, const QJsonValue& json) {
     auto row = std::make_shared<EventRow>();
     row->timeMs = FromIso(json["time"_q]);
     row->tone = EnTone(std::max(0, kTones.indexOf(json["tone"_q].toString())));
-    for (const EventFormat::Column& column : format.columns) {
-        row->cells << json[column.key].toString();
-    }
-    for (const EventFormat::Filter& filter : format.filters) {
-        row->choices << json["filters"_q][FilterKey(filter)].toString();
+    row->choices = json["filters"_q].toVariant().toStringList();
+    for (const QString& column : format.columns) {
+        row->cells << json[KeyOf(column)].toString();
     }
     row->detail = [fields = json["detail"_q].toArray()] { return FieldsOf(fields); };
     return row;

@@ -1,22 +1,34 @@
 #include "workbench/FieldNode.h"
 
+#include <QDateTime>
 #include <QRegularExpression>
 #include <QTextCodec>
 #include <algorithm>
 
+#include "core/time_date.h"
 #include "framework/JsonText.h"
 #include "workbench/ControlClient.h"
-#include "workbench/diagnosis/Literal.h"
+#include "workbench/diagnosis/LogTable.h"
 
-FieldNode RawField(const QString& name, const std::string& bytes) {
-    return {name, readable::Hex(bytes), bytes};
+namespace {
+
+std::optional<QString> Utf8(const std::string& bytes) {
+    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+    const QString text = QTextCodec::codecForName("UTF-8")->toUnicode(bytes.data(), int(bytes.size()), &state);
+    const bool isText = state.invalidChars == 0 && state.remainingChars == 0 &&
+                        std::none_of(text.begin(), text.end(), [](QChar character) {
+                            return character.category() == QChar::Other_Control && !"\n\t\r"_q.contains(character);
+                        });
+    return isText ? std::make_optional(text) : std::nullopt;
 }
 
-FieldNode BytesField(const QString& name, const std::string& bytes) {
-    const auto text = readable::Utf8(bytes);
-    return text ? FieldNode{name, *text} : RawField(name, bytes);
+QString Hex(const std::string& bytes) {
+    constexpr size_t kShown = 4096;
+    const QByteArray shown(bytes.data(), int(std::min(bytes.size(), kShown)));
+    return QString::fromLatin1(shown.toHex(' ')) + (bytes.size() > kShown ? " …"_q : QString());
 }
 
+/// Members have their names, array items their index in brackets.
 FieldNode JsonField(const QString& name, const Json::Value& json) {
     FieldNode field{name};
     for (auto item = json.begin(); item != json.end(); ++item) {
@@ -27,6 +39,17 @@ FieldNode JsonField(const QString& name, const Json::Value& json) {
         field.value = json.isNull() ? "null"_q : json::Text(json);
     }
     return field;
+}
+
+}  // namespace
+
+FieldNode RawField(const QString& name, const std::string& bytes) {
+    return {name, Hex(bytes), bytes};
+}
+
+FieldNode BytesField(const QString& name, const std::string& bytes) {
+    const auto text = Utf8(bytes);
+    return text ? FieldNode{name, *text} : RawField(name, bytes);
 }
 
 FieldNode BodyField(const QString& name, const std::string& body, size_t wholeBytes) {
@@ -44,27 +67,12 @@ FieldNode BodyField(const QString& name, const std::string& body, size_t wholeBy
     // The hex contains the same bytes and is redacted in every encoding, so the text is withheld from exports.
     const std::string start = body.substr(0, kTextShown);
     static const QRegularExpression unprintable("[^ -~]"_q);
-    const QString text = readable::Utf8(start).value_or(
-        QString::fromLatin1(start.data(), int(start.size())).replace(unprintable, "."_q));
+    const QString text =
+        Utf8(start).value_or(QString::fromLatin1(start.data(), int(start.size())).replace(unprintable, "."_q));
     return {name, size, {}, {{"Text"_q, text, {}, {}, true}, RawField("Hex"_q, body)}};
 }
 
 namespace readable {
-
-std::optional<QString> Utf8(const std::string& bytes) {
-    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
-    const QString text = QTextCodec::codecForName("UTF-8")->toUnicode(bytes.data(), int(bytes.size()), &state);
-    const bool isText = state.invalidChars == 0 && state.remainingChars == 0 &&
-                        std::none_of(text.begin(), text.end(), [](QChar character) {
-                            return character.category() == QChar::Other_Control && !"\n\t\r"_q.contains(character);
-                        });
-    return isText ? std::make_optional(text) : std::nullopt;
-}
-
-QString Hex(const std::string& bytes, size_t limit) {
-    const QByteArray shown(bytes.data(), int(std::min(bytes.size(), limit)));
-    return QString::fromLatin1(shown.toHex(' ')) + (bytes.size() > limit ? " …"_q : QString());
-}
 
 QString Preview(const std::string& bytes) {
     constexpr int kPreview = 80;
@@ -76,6 +84,23 @@ std::optional<QString> FromLatin1(const QString& text) {
     const QByteArray bytes = text.toLatin1();
     const bool areBytes = QString::fromLatin1(bytes) == text && bytes != text.toUtf8();
     return areBytes ? Utf8(bytes.toStdString()) : std::nullopt;
+}
+
+QString Zone() {
+    return QDateTime::currentDateTime().timeZoneAbbreviation();
+}
+
+QString LocalTime(qint64 timeMs) {
+    const QDateTime time = QDateTime::fromMSecsSinceEpoch(timeMs);
+    return time.toString(time.date() == QDate::currentDate() ? "HH:mm:ss.zzz"_q : "yyyy-MM-dd HH:mm:ss.zzz"_q);
+}
+
+QString ServerOffset() {
+    constexpr qint64 kMinOffsetMs = 2'000;
+    const qint64 offset = core::time_date::GetSvrTimeMillis() - QDateTime::currentMSecsSinceEpoch();
+    return qAbs(offset) < kMinOffsetMs
+               ? QString()
+               : (offset < 0 ? "-"_q : "+"_q) + log_table::Duration((qAbs(offset) + 500) / 1000);
 }
 
 }  // namespace readable

@@ -1,5 +1,4 @@
-#include "workbench/Redactor.h"
-
+// The redaction of exports.
 #include <google/protobuf/io/coded_stream.h>
 #include <json/writer.h>
 
@@ -8,8 +7,7 @@
 #include <QtEndian>
 #include <algorithm>
 
-#include "workbench/FieldNode.h"
-#include "workbench/diagnosis/Literal.h"
+#include "workbench/Export.h"
 
 namespace {
 
@@ -46,7 +44,7 @@ void CRedactor::Forms::Add(const QString& form, const char* pattern, const QStri
     expression = QRegularExpression();
 }
 
-std::vector<CRedactor::Found> CRedactor::Forms::Find(const QString& text) const {
+QStringList CRedactor::Forms::Split(const QString& text, int end, QString (*show)(const QString& part)) const {
     if (expression.pattern().isEmpty()) {
         QString any = "(?!)"_q;
         for (const auto& [form, alias] : aliases) {
@@ -54,18 +52,28 @@ std::vector<CRedactor::Found> CRedactor::Forms::Find(const QString& text) const 
         }
         expression.setPattern(any);
     }
-    std::vector<Found> found;
-    auto matches = expression.globalMatch(text);
-    while (matches.hasNext()) {
+    QStringList parts;
+    int done = 0;
+    const auto addRest = [&](int next) {
+        if (done < next) {
+            parts << show(text.mid(done, next - done));
+            done = next;
+        }
+    };
+    for (auto matches = expression.globalMatch(text); matches.hasNext();) {
         const QRegularExpressionMatch match = matches.next();
-        const auto form = std::next(aliases.begin(), match.lastCapturedIndex() - 1);
-        found.push_back({match.capturedStart(), match.capturedEnd(), form->second});
+        if (match.capturedStart() < end) {
+            addRest(match.capturedStart());
+            parts << std::next(aliases.begin(), match.lastCapturedIndex() - 1)->second;
+            done = match.capturedEnd();
+        }
     }
-    return found;
+    addRest(end);
+    return done < text.size() ? parts << "…"_q : parts;
 }
 
 void CRedactor::AddSecretNumber(const QString& kind, quint64 value) {
-    const QString alias = value == 0 ? QString() : NewAlias(kind, QString::number(value));
+    const QString alias = NewAlias(kind, value == 0 ? QString() : QString::number(value));
     if (alias.isEmpty()) {
         return;
     }
@@ -86,7 +94,7 @@ void CRedactor::AddSecretNumber(const QString& kind, quint64 value) {
 }
 
 void CRedactor::AddSecretText(const QString& kind, const QString& value) {
-    const QString alias = value.isEmpty() ? QString() : NewAlias(kind, value);
+    const QString alias = NewAlias(kind, value);
     if (alias.isEmpty()) {
         return;
     }
@@ -102,11 +110,12 @@ void CRedactor::AddSecretText(const QString& kind, const QString& value) {
 }
 
 QString CRedactor::NewAlias(const QString& kind, const QString& value) {
-    if (m_known.contains(value)) {
+    QStringList& known = m_known[kind];
+    if (value.isEmpty() || known.contains(value)) {
         return QString();
     }
-    m_known.insert(value);
-    return "%1-%2"_q.arg(kind).arg(++m_counts[kind]);
+    known << value;
+    return "%1-%2"_q.arg(kind).arg(known.size());
 }
 
 void CRedactor::AddText(const QString& text, const char* pattern, const char* bytesPattern, const QString& alias) {
@@ -123,37 +132,18 @@ void CRedactor::AddText(const QString& text, const char* pattern, const char* by
     }
 }
 
-QString CRedactor::Redacted(const QString& text) const {
-    const QString valid = QString::fromUtf8(text.toUtf8());  // an expression matches nothing in invalid UTF-16
-    QString redacted;
-    int done = 0;
-    for (const Found& found : m_inTexts.Find(valid)) {
-        redacted += valid.midRef(done, found.start - done) + found.alias;
-        done = found.end;
-    }
-    return redacted + valid.midRef(done);
+void CRedactor::AddBytes(const QByteArray& bytes, const QString& alias, const char* pattern) {
+    m_inBytes.Add(QString::fromLatin1(bytes.data(), bytes.size()), pattern, alias);
 }
 
-QString CRedactor::RedactedHex(const std::string& bytes, size_t limit) const {
-    QStringList parts;
-    const int last = int(std::min(bytes.size(), limit));
-    int done = 0;
-    const auto addHex = [&](int end) {
-        if (done < end) {
-            parts << readable::Hex(bytes.substr(size_t(done), size_t(end - done)));
-        }
-    };
-    // A secret that begins before the limit is replaced completely.
-    for (const Found& found : m_inBytes.Find(QString::fromLatin1(bytes.data(), int(bytes.size())))) {
-        if (found.start < last) {
-            addHex(found.start);
-            parts << found.alias;
-            done = found.end;
-        }
-    }
-    addHex(last);
-    if (std::max(done, last) < int(bytes.size())) {
-        parts << "…"_q;
-    }
-    return parts.join(QLatin1Char(' '));
+QString CRedactor::Redacted(const QString& text) const {
+    const QString valid = QString::fromUtf8(text.toUtf8());  // an expression matches nothing in invalid UTF-16
+    return m_inTexts.Split(valid, valid.size(), [](const QString& part) { return part; }).join(QString());
+}
+
+QString CRedactor::RedactedHex(const std::string& bytes) const {
+    constexpr int kShown = 4096;
+    const QString text = QString::fromLatin1(bytes.data(), int(bytes.size()));
+    const auto hex = [](const QString& part) { return QString::fromLatin1(part.toLatin1().toHex(' ')); };
+    return m_inBytes.Split(text, std::min(text.size(), kShown), hex).join(QLatin1Char(' '));
 }

@@ -23,7 +23,7 @@
 #include "core/environment.h"
 #include "core/lang.h"
 #include "ui/zr_ui_theme.h"
-#include "workbench/TimeText.h"
+#include "workbench/FieldNode.h"
 #include "workbench/WireDecoder.h"
 #include "workbench/diagnosis/Explanation.h"
 
@@ -56,14 +56,9 @@ QString TextOf(EnEntryState state) {
 
 }  // namespace
 
-CUserPage::CUserPage(ISessionControl& session, CAIChatEntries& entries, CPremiumRights& rights,
-                     const CWireDecoder& decoder, const CTracker& tracker, QWidget* parent)
-    : QWidget(parent),
-      m_session(session),
-      m_entries(entries),
-      m_rights(rights),
-      m_decoder(decoder),
-      m_tracker(tracker) {
+CUserPage::CUserPage(ISessionControl& session, CAIChatEntries& entries, CPremiumRights& rights, const CTracker& tracker,
+                     QWidget* parent)
+    : QWidget(parent), m_session(session), m_entries(entries), m_rights(rights), m_tracker(tracker) {
     setObjectName("SessionPage"_q);
     auto* controls = NewControls();
     auto* facts = NewFacts();
@@ -158,7 +153,7 @@ QFormLayout* CUserPage::NewFacts() {
     add("lastRefresh"_q, "Last refresh"_q, [this] { return LastRefresh(); });
     add("overrides"_q, "Overrides in force"_q, [this] { return Overrides(); });
     add("clockOffset"_q, "Server's clock"_q, [] {
-        const QString offset = time_text::ServerOffset();
+        const QString offset = readable::ServerOffset();
         return offset.isEmpty() ? "as this computer's"_q : offset;
     });
     for (const EntryPage& page : kEntryPages) {
@@ -207,7 +202,7 @@ QString CUserPage::Rights() const {
     for (const CPremiumUIAccessData& record : m_rights.Table()) {
         if (record.bHasPermission) {
             const int right = int(record.enAccess);
-            held << "%1 %2"_q.arg(right).arg(m_decoder.EnumName("web_premium_access.PremiumAccess", right));
+            held << "%1 %2"_q.arg(right).arg(wire::EnumName("web_premium_access.PremiumAccess", right));
         }
     }
     const QString count = "%1 of %2 in the table"_q.arg(held.size()).arg(m_rights.Table().size());
@@ -255,14 +250,14 @@ QString CUserPage::Overrides() const {
 // The newest request since the login, with its reason and result. Sessions of requests ascend.
 QString CUserPage::LastRefresh() const {
     const auto newest = [](const RefreshState& state) {
-        return state.requests.empty() ? RefreshState::Request() : state.requests.rbegin()->second;
+        return state.requests.isEmpty() ? RefreshState::Request() : state.requests.last();
     };
     const auto rights = newest(m_tracker.State().rights);
     const auto vip = newest(m_tracker.State().vip);
     const bool isVip = vip.sentMs > rights.sentMs;
     const auto& last = isVip ? vip : rights;
     return last.sentMs == 0 ? "none was seen yet"_q
-                            : "%1 %2: %3, %4"_q.arg(time_text::Local(last.sentMs), time_text::Zone(),
+                            : "%1 %2: %3, %4"_q.arg(readable::LocalTime(last.sentMs), readable::Zone(),
                                                     isVip ? "VIP status"_q : "rights"_q, explanation::OutcomeOf(last));
 }
 

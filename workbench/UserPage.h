@@ -8,7 +8,6 @@
 class CAIChatEntries;
 class CPremiumRights;
 class CTracker;
-class CWireDecoder;
 class QFormLayout;
 class QLineEdit;
 class QPlainTextEdit;
@@ -18,8 +17,8 @@ class CUserPage : public QWidget {
     Q_OBJECT
 
 public:
-    CUserPage(ISessionControl& session, CAIChatEntries& entries, CPremiumRights& rights, const CWireDecoder& decoder,
-              const CTracker& tracker, QWidget* parent = nullptr);
+    CUserPage(ISessionControl& session, CAIChatEntries& entries, CPremiumRights& rights, const CTracker& tracker,
+              QWidget* parent = nullptr);
 
     /// Each listed override is shown as being in force, for example "focus: never".
     void SetOverrides(std::function<QStringList()> overrides);
@@ -58,7 +57,6 @@ private:
     ISessionControl& m_session;
     CAIChatEntries& m_entries;
     CPremiumRights& m_rights;
-    const CWireDecoder& m_decoder;
     const CTracker& m_tracker;
     std::function<QStringList()> m_fnOverrides;
     std::vector<Fact> m_facts;

@@ -33,17 +33,14 @@ QBoxLayout* Filled(QBoxLayout* layout, const std::vector<Part>& parts) {
 }
 
 void CopyRows(const QTableView& table) {
-    QModelIndexList rows = table.selectionModel()->selectedRows();
-    std::sort(rows.begin(), rows.end());
-    QStringList lines;
-    for (const QModelIndex& row : rows) {
-        QStringList cells;
-        for (int column = 0; column < table.model()->columnCount(); ++column) {
-            cells << row.sibling(row.row(), column).data().toString();
-        }
-        lines << cells.join(QLatin1Char('\t'));
+    QModelIndexList cells = table.selectionModel()->selectedIndexes();
+    std::sort(cells.begin(), cells.end());
+    QString text;
+    for (const QModelIndex& cell : qAsConst(cells)) {
+        const QChar separator = QLatin1Char(cell.column() == 0 ? '\n' : '\t');
+        text += separator + cell.data().toString();
     }
-    QApplication::clipboard()->setText(lines.join(QLatin1Char('\n')));
+    QApplication::clipboard()->setText(text.mid(1));
 }
 
 }  // namespace

@@ -7,7 +7,6 @@
 #include <google/protobuf/unknown_field_set.h>
 
 #include <QFile>
-#include <QMap>
 #include <algorithm>
 
 #include "EntryScenes.h"
@@ -39,21 +38,19 @@ FieldNode ValueNode(const Message& message, const FieldDescriptor& field, int in
     const Reflection& read = *message.GetReflection();
     const bool many = index >= 0;
     FieldNode node{QString::fromStdString(field.name()) + (many ? "[%1]"_q.arg(index) : QString())};
-    std::string text;
-    switch (field.cpp_type()) {
-        case FieldDescriptor::CPPTYPE_MESSAGE:
-            node.children =
-                FieldsOf(many ? read.GetRepeatedMessage(message, &field, index) : read.GetMessage(message, &field));
-            return node;
-        case FieldDescriptor::CPPTYPE_STRING:
-            text = many ? read.GetRepeatedString(message, &field, index) : read.GetString(message, &field);
-            return BytesField(node.name, text);
-        default:
-            google::protobuf::TextFormat::PrintFieldValueToString(message, &field, index, &text);
-            node.value = QString::fromStdString(text);
+    if (field.cpp_type() == FieldDescriptor::CPPTYPE_MESSAGE) {
+        node.children =
+            FieldsOf(many ? read.GetRepeatedMessage(message, &field, index) : read.GetMessage(message, &field));
+        return node;
     }
+    if (field.cpp_type() == FieldDescriptor::CPPTYPE_STRING) {
+        return BytesField(node.name,
+                          many ? read.GetRepeatedString(message, &field, index) : read.GetString(message, &field));
+    }
+    std::string text;
+    google::protobuf::TextFormat::PrintFieldValueToString(message, &field, index, &text);
     const auto* value = field.enum_type() ? field.enum_type()->FindValueByName(text) : nullptr;
-    node.value += value ? " (%1)"_q.arg(value->number()) : QString();
+    node.value = QString::fromStdString(text) + (value ? " (%1)"_q.arg(value->number()) : QString());
     return node;
 }
 
@@ -92,53 +89,49 @@ std::vector<FieldNode> FieldsOf(const Message& message) {
     return nodes;
 }
 
-}  // namespace
+struct Schemas {
+    Schemas() {
+        LoadResources();
+        QFile file(":/schemas/schemas.desc"_q);
+        google::protobuf::FileDescriptorSet set;
+        if (!file.open(QIODevice::ReadOnly) || !set.ParseFromString(file.readAll().toStdString())) {
+            kLog.Error(FMT_STRING("The schemas can't be read: messages are shown as bytes"));
+        }
+        for (const auto& schema : set.file()) {
+            database.Add(schema);
+        }
+    }
 
-struct CWireDecoder::Schemas {
     google::protobuf::SimpleDescriptorDatabase database;
     google::protobuf::DescriptorPool pool{&database};
     google::protobuf::DynamicMessageFactory factory{&pool};
 };
 
-CWireDecoder::CWireDecoder() : m_schemas(std::make_unique<Schemas>()) {
-    LoadResources();
-    QFile file(":/schemas/schemas.desc"_q);
-    google::protobuf::FileDescriptorSet set;
-    if (!file.open(QIODevice::ReadOnly) || !set.ParseFromString(file.readAll().toStdString())) {
-        kLog.Error(FMT_STRING("The schemas can't be read: messages are shown as bytes"));
-        return;
-    }
-    for (const auto& schema : set.file()) {
-        m_schemas->database.Add(schema);
-    }
+Schemas& AllSchemas() {
+    static Schemas schemas;
+    return schemas;
 }
 
-CWireDecoder::~CWireDecoder() = default;
+}  // namespace
 
-bool CWireDecoder::Knows(const std::string& type) const {
-    return m_schemas->pool.FindMessageTypeByName(type) != nullptr;
+namespace wire {
+
+std::vector<FieldNode> Decode(const std::string& type, const std::string& bytes) {
+    const auto* descriptor = AllSchemas().pool.FindMessageTypeByName(type);
+    if (!descriptor) {
+        return bytes.empty() ? std::vector<FieldNode>() : std::vector{RawField("Bytes without a schema"_q, bytes)};
+    }
+    const std::unique_ptr<Message> message(AllSchemas().factory.GetPrototype(descriptor)->New());
+    // Messages without a required field are shown too.
+    return message->ParsePartialFromString(bytes) ? FieldsOf(*message)
+                                                  : std::vector{RawField("Bytes that are no such message"_q, bytes)};
 }
 
-QString CWireDecoder::EnumName(const std::string& type, int number) const {
-    const auto* names = m_schemas->pool.FindEnumTypeByName(type);
+QString EnumName(const std::string& type, int number) {
+    const auto* names = AllSchemas().pool.FindEnumTypeByName(type);
     const auto* value = names ? names->FindValueByNumber(number) : nullptr;
     return value ? QString::fromStdString(value->name()) : QString();
 }
-
-std::vector<FieldNode> CWireDecoder::Decode(const std::string& type, const std::string& bytes) const {
-    if (!Knows(type)) {
-        return bytes.empty() ? std::vector<FieldNode>{}
-                             : std::vector<FieldNode>{RawField("Bytes without a schema"_q, bytes)};
-    }
-    const auto* descriptor = m_schemas->pool.FindMessageTypeByName(type);
-    const std::unique_ptr<Message> message(m_schemas->factory.GetPrototype(descriptor)->New());
-    // Messages without a required field are shown too.
-    return message->ParsePartialFromString(bytes)
-               ? FieldsOf(*message)
-               : std::vector<FieldNode>{RawField("Bytes that are no such message"_q, bytes)};
-}
-
-namespace wire {
 
 const std::vector<Command>& Commands() {
     static const std::vector<Command> commands{
@@ -154,36 +147,26 @@ const std::vector<Command>& Commands() {
         {20145, "AdStatusChangedPush", nullptr, nullptr, "ad_manage_oss.AdPush"},
         {20170, "AdCheckPush", nullptr, nullptr, "ad_manage_oss.AdCheckPush"},
         {20171, "AdPush", nullptr, nullptr, "ads_service.AdPush"},
+        {core::kMsgCommonConfigChanged, "CommonConfigChanged"},
+        {core::kMsgLoginChannelConnected, "LoginChannelConnected"},
+        {core::kMsgLanguageChanged, "LanguageChanged"},
+        {core::kMsgThemeChanged, "ThemeChanged"},
+        {core::kMsgTabFrameChanged, "TabFrameChanged"},
+        {kMsgAIChatEnableChanged, "AIChatEntriesChanged"},
+        {kMsgAIChatHiddenButNotClosed, "AIChatHiddenButNotClosed"},
+        {kMsgAIChatPageSceneChanged, "AIChatPageSceneChanged"},
+        {kMsgPremiumDataChanged, "PremiumDataChanged"},
+        {kMsgPremiumRequestAnswered, "PremiumRequestAnswered"},
+        {kMsgVipStatusChanged, "VipStatusChanged"},
     };
     return commands;
 }
 
-const Command* Find(uint32_t number) {
+const Command& Find(uint32_t number) {
+    static constexpr Command kUnknown{0, ""};
     const auto found = std::find_if(Commands().begin(), Commands().end(),
                                     [number](const Command& command) { return command.number == number; });
-    return found == Commands().end() ? nullptr : &*found;
-}
-
-QString CommandName(uint32_t number) {
-    const Command* command = Find(number);
-    return command ? QString::fromLatin1(command->name) : QString();
-}
-
-QString MessageName(unsigned int messageId) {
-    static const QMap<unsigned int, QString> names{
-        {core::kMsgCommonConfigChanged, "CommonConfigChanged"_q},
-        {core::kMsgLoginChannelConnected, "LoginChannelConnected"_q},
-        {core::kMsgLanguageChanged, "LanguageChanged"_q},
-        {core::kMsgThemeChanged, "ThemeChanged"_q},
-        {core::kMsgTabFrameChanged, "TabFrameChanged"_q},
-        {kMsgAIChatEnableChanged, "AIChatEntriesChanged"_q},
-        {kMsgAIChatHiddenButNotClosed, "AIChatHiddenButNotClosed"_q},
-        {kMsgAIChatPageSceneChanged, "AIChatPageSceneChanged"_q},
-        {kMsgPremiumDataChanged, "PremiumDataChanged"_q},
-        {kMsgPremiumRequestAnswered, "PremiumRequestAnswered"_q},
-        {kMsgVipStatusChanged, "VipStatusChanged"_q},
-    };
-    return names.value(messageId);
+    return found == Commands().end() ? kUnknown : *found;
 }
 
 }  // namespace wire

@@ -7,19 +7,17 @@
 #include <QFileDialog>
 #include <QJsonDocument>
 #include <QLineEdit>
-#include <QScrollArea>
+#include <QMetaProperty>
+#include <QRegularExpression>
 #include <QShortcut>
 #include <QStandardPaths>
-#include <array>
 
 #include "core/config_local.h"
 #include "core/time_date.h"
-#include "framework/JsonText.h"
 #include "webview/WebHost.h"
-#include "workbench/TimeText.h"
+#include "workbench/FieldNode.h"
 #include "workbench/UserPage.h"
 #include "workbench/Widgets.h"
-#include "workbench/diagnosis/LogTable.h"
 #include "workbench/diagnosis/Tracker.h"
 #include "workbench/diagnosis/WhyPage.h"
 #include "workbench/server/ServerPage.h"
@@ -28,11 +26,7 @@ namespace {
 
 constexpr int kUserTab = 1;  // current at the first start
 constexpr int kTabMargin = 10;
-constexpr int kMaxStateMs = 2'000;
 constexpr const char* kViewKey = "Client_Workbench";
-
-/// The parts of an export's state that the server knows, at these paths of the control API.
-constexpr std::array<const char*, 3> kServerState{"scenario", "faults", "httpFaults"};
 
 /// Uses the current difference of the clocks.
 qint64 ToServer(qint64 localMs) {
@@ -42,7 +36,6 @@ qint64 ToServer(qint64 localMs) {
 QTabWidget* NewTabs(const QString& name, QWidget* parent) {
     auto* tabs = widgets::New<QTabWidget>(name, parent);
     tabs->setDocumentMode(true);
-    tabs->setUsesScrollButtons(true);
     return tabs;
 }
 
@@ -69,8 +62,8 @@ CWorkbench::CWorkbench(ISessionControl& session, CAIChatEntries& entries, CPremi
       m_pTabs(NewTabs("WorkbenchTabs"_q, this)),
       m_pTrafficTabs(NewTabs("TrafficTabs"_q, widgets::PagesOf(m_pTabs))),
       m_pTracker(new CTracker(ToServer, this)),
-      m_pUser(new CUserPage(session, entries, rights, m_decoder, *m_pTracker, widgets::PagesOf(m_pTabs))),
-      m_pWhy(new CWhyPage(*m_pTracker, rights, entries, m_decoder, server, widgets::PagesOf(m_pTabs))),
+      m_pUser(new CUserPage(session, entries, rights, *m_pTracker, widgets::PagesOf(m_pTabs))),
+      m_pWhy(new CWhyPage(*m_pTracker, rights, entries, server, widgets::PagesOf(m_pTabs))),
       m_pServerPage(new CServerPage(server, widgets::PagesOf(m_pTabs))),
       m_pBannerText(widgets::NewLabel("FileBannerText"_q, "overridden", this)),
       m_pBanner(widgets::New<QWidget>("FileBanner"_q, this)),
@@ -82,7 +75,7 @@ CWorkbench::CWorkbench(ISessionControl& session, CAIChatEntries& entries, CPremi
     widgets::AddScrollTab(m_pTabs, m_pUser, "User"_q);
     m_pTabs->addTab(m_pServerPage, "Server"_q);
     AddViews();
-    auto* back = widgets::NewButton("FileBack"_q, "Back to live"_q, this, [this] { ShowLive(); });
+    auto* back = widgets::NewButton("FileBack"_q, "Back to live"_q, this, [this] { ShowFile(nullptr); });
     widgets::Row({{m_pBannerText, 1}, back}, m_pBanner);
     m_pBanner->hide();
     m_pNote->hide();
@@ -99,7 +92,6 @@ CWorkbench::CWorkbench(ISessionControl& session, CAIChatEntries& entries, CPremi
     connect(&session, &ISessionControl::UserChanged, this, &CWorkbench::ShowUsers);
     ShowUsers();
     AddShortcuts();
-    m_pTabs->setCurrentIndex(kUserTab);
     RestoreView();
 }
 
@@ -118,13 +110,13 @@ CEventView* CWorkbench::NewView(QTabWidget* tabs, const EventFormatPtr& format, 
 }
 
 void CWorkbench::AddViews() {
-    NewView(m_pTrafficTabs, NewTrafficFormat(m_decoder), "Channel and bus"_q);
+    NewView(m_pTrafficTabs, NewTrafficFormat(), "Channel and bus"_q);
     NewView(m_pTrafficTabs, NewHttpFormat(), "HTTP"_q);
     NewView(m_pTrafficTabs, NewReportFormat(), "Reports"_q);
-    NewView(m_pTrafficTabs, NewActivationFormat(m_decoder), "Activation"_q);
+    NewView(m_pTrafficTabs, NewActivationFormat(), "Activation"_q);
     AddWebState(NewView(m_pTrafficTabs, NewWebFormat(), "Web"_q));
     m_pTabs->addTab(m_pTrafficTabs, "Traffic"_q);
-    m_pLog = NewView(m_pTabs, NewLogFormat(log_table::IsExpectedError), "Log"_q);
+    NewView(m_pTabs, NewLogFormat(), "Log"_q);
     NewView(m_pTabs, NewStoreFormat(), "Store"_q);
     NewView(m_pTabs, NewUrlFormat(), "URLs"_q);
 }
@@ -157,14 +149,14 @@ void CWorkbench::AddShortcuts() {
         add(QKeySequence(Qt::CTRL + Qt::Key_1 + tab), [this, tab] { m_pTabs->setCurrentIndex(tab); });
     }
     add(QKeySequence::Find, [this] { FocusFilter(); });
-    add(QKeySequence(Qt::Key_F5), [this] { RefreshPage(); });
+    add(QKeySequence(Qt::Key_F5), [this] { m_pUser->Refresh(); });  // the other pages are always current
 }
 
 void CWorkbench::FocusFilter() {
-    const auto fields = m_pTabs->currentWidget()->findChildren<QLineEdit*>();
+    static const QRegularExpression names("Filter|Search"_q);
+    const auto fields = m_pTabs->findChildren<QLineEdit*>(names);
     for (QLineEdit* field : fields) {
-        if (field->isVisible() &&
-            (field->objectName().contains("Filter"_q) || field->objectName().contains("Search"_q))) {
+        if (field->isVisible()) {
             field->setFocus(Qt::ShortcutFocusReason);
             field->selectAll();
             return;
@@ -172,20 +164,15 @@ void CWorkbench::FocusFilter() {
     }
 }
 
-// The page offers an operation for it, or has nothing to read again.
-void CWorkbench::RefreshPage() {
-    auto* area = qobject_cast<QScrollArea*>(m_pTabs->currentWidget());
-    QWidget* page = area ? area->widget() : m_pTabs->currentWidget();
-    if (page->metaObject()->indexOfMethod("Refresh()") >= 0) {
-        QMetaObject::invokeMethod(page, "Refresh");
-    }
-}
-
 void CWorkbench::AddFileBar() {
     const QDir folder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
     m_pPath->setText(folder.filePath("zrclient-workbench.json"_q));
     m_pPath->setPlaceholderText(m_pPath->accessibleName());
-    auto* choose = widgets::NewButton("ExportChoose"_q, "…"_q, m_pFileBar, [this] { ChooseFile(); });
+    auto* choose = widgets::NewButton("ExportChoose"_q, "…"_q, m_pFileBar, [this] {
+        const QString file = QFileDialog::getSaveFileName(this, "Choose the file"_q, m_pPath->text(), {}, nullptr,
+                                                          QFileDialog::DontConfirmOverwrite);
+        m_pPath->setText(file.isEmpty() ? m_pPath->text() : file);
+    });
     choose->setAccessibleName("Choose the file"_q);
     choose->setToolTip("Choose the file"_q);
     auto* save = widgets::NewButton("ExportSave"_q, "Export"_q, m_pFileBar, [this] { Export(); });
@@ -193,51 +180,29 @@ void CWorkbench::AddFileBar() {
     widgets::Row({{m_pPath, 1}, choose, save, open}, m_pFileBar);
 }
 
-void CWorkbench::ChooseFile() {
-    QFileDialog dialog(this, "Choose the file"_q, m_pPath->text());
-    dialog.setOption(QFileDialog::DontConfirmOverwrite);
-    if (dialog.exec() == QDialog::Accepted) {
-        m_pPath->setText(dialog.selectedFiles().value(0));
-    }
-}
-
-QString CWorkbench::ChosenFile() const {
-    return m_pPath->text().trimmed();
-}
-
-// A server that does not answer delays the export by two seconds only.
 void CWorkbench::Export() {
-    m_recording = {QDateTime::currentMSecsSinceEpoch(), m_pUser->State(), {}};
-    m_recording.state["diagnosis"_q] = m_pWhy->State();
+    const auto recording = std::make_shared<workbench_export::Recording>();
+    recording->timeMs = QDateTime::currentMSecsSinceEpoch();
+    recording->state = m_pUser->State();
+    recording->state["diagnosis"_q] = m_pWhy->State();
     for (const CEventView* view : m_views) {
-        m_recording.lists.push_back(workbench_export::ListOf(view->Model()));
+        recording->lists.push_back({view->Model().Format(), view->Model().Rows()});
     }
     m_pFileBar->setEnabled(false);
-    auto* context = new QObject(this);
-    const auto write = [this, context] {
-        delete context;  // later answers and the timer find none
-        WriteRecording();
-    };
-    QTimer::singleShot(kMaxStateMs, context, write);
-    const auto missing = std::make_shared<size_t>(kServerState.size());
-    for (const char* part : kServerState) {
-        m_server.Ask("GET", "/v1/"_q + QString::fromLatin1(part), QByteArray(), context,
-                     [this, write, missing, part](const ServerAnswer& answer) {
-                         const QByteArray json = QByteArray::fromStdString(answer.body.toStyledString());
-                         m_recording.state[QString::fromLatin1(part)] =
-                             answer.error.isEmpty() ? QJsonValue(QJsonDocument::fromJson(json).object())
-                                                    : QJsonValue("not known: "_q + answer.error);
-                         if (--*missing == 0) {
-                             write();
-                         }
-                     });
+    const auto missing = std::make_shared<int>(0);
+    for (const QString& key : {"scenario"_q, "faults"_q, "httpFaults"_q}) {
+        ++*missing;
+        m_server.Ask("GET", "/v1/"_q + key, {}, this, [this, recording, missing, key](const ServerAnswer& answer) {
+            const QByteArray json = QByteArray::fromStdString(answer.body.toStyledString());
+            recording->state[key] = answer.error.isEmpty() ? QJsonValue(QJsonDocument::fromJson(json).object())
+                                                           : QJsonValue("not known: "_q + answer.error);
+            if (--*missing == 0) {
+                RunFileTask([path = m_pPath->text().trimmed(), recording,
+                             aliases = m_aliases] { return workbench_export::Write(path, *recording, aliases); },
+                            [this] { widgets::ShowOutcome(m_pNote, "Exported, without ids, names and tokens"_q); });
+            }
+        });
     }
-}
-
-void CWorkbench::WriteRecording() {
-    RunFileTask([path = ChosenFile(), recording = std::exchange(m_recording, {}),
-                 aliases = m_aliases] { return workbench_export::Write(path, recording, aliases); },
-                [this] { widgets::ShowOutcome(m_pNote, "Exported, without ids, names and tokens"_q); });
 }
 
 void CWorkbench::Open() {
@@ -245,8 +210,8 @@ void CWorkbench::Open() {
     for (const CEventView* view : m_views) {
         recording->lists.push_back({view->Model().Format(), {}});
     }
-    RunFileTask([path = ChosenFile(), recording] { return workbench_export::Read(path, *recording); },
-                [this, recording] { ShowFile(*recording); });
+    RunFileTask([path = m_pPath->text().trimmed(), recording] { return workbench_export::Read(path, *recording); },
+                [this, recording] { ShowFile(recording.get()); });
 }
 
 void CWorkbench::RunFileTask(std::function<QString()> task, std::function<void()> done) {
@@ -254,40 +219,32 @@ void CWorkbench::RunFileTask(std::function<QString()> task, std::function<void()
         m_fileTask.join();
     }
     m_pFileBar->setEnabled(false);
-    const auto finish = [this, done = std::move(done)](const QString& failure) {
-        m_pFileBar->setEnabled(true);
-        m_pNote->show();
-        if (failure.isEmpty()) {
-            done();
-        } else {
-            widgets::ShowOutcome(m_pNote, failure, widgets::EnOutcome::Bad);
-        }
-        Q_EMIT FileDone(failure);
-    };
-    m_fileTask = std::thread([this, task = std::move(task), finish] {
-        const QString failure = task();
-        QMetaObject::invokeMethod(
-            this, [finish, failure] { finish(failure); }, Qt::QueuedConnection);
+    m_fileTask = std::thread([this, task = std::move(task), done = std::move(done)] {
+        const auto finish = [this, done, failure = task()] {
+            m_pFileBar->setEnabled(true);
+            m_pNote->show();
+            if (failure.isEmpty()) {
+                done();
+            } else {
+                widgets::ShowOutcome(m_pNote, failure, widgets::EnOutcome::Bad);
+            }
+        };
+        QMetaObject::invokeMethod(this, finish, Qt::QueuedConnection);
     });
 }
 
-void CWorkbench::ShowFile(const workbench_export::Recording& recording) {
+// Without a file the live events are shown.
+void CWorkbench::ShowFile(const workbench_export::Recording* file) {
     for (size_t view = 0; view < m_views.size(); ++view) {
-        m_views[view]->ShowFile(recording.lists[view].rows);
+        m_views[view]->ShowFile(file ? &file->lists[view].rows : nullptr);
     }
+    m_pUser->ShowFile(file ? file->state : QJsonObject());
     m_pNote->hide();
-    m_pUser->ShowFile(recording.state);
-    m_pBannerText->setText("Shows the file %1 of %2 %3 in User, Traffic, Log, Store and URLs"_q.arg(
-        ChosenFile(), time_text::Local(recording.timeMs), time_text::Zone()));
-    m_pBanner->show();
-}
-
-void CWorkbench::ShowLive() {
-    for (CEventView* view : m_views) {
-        view->ShowLive();
+    m_pBanner->setVisible(file);
+    if (file) {
+        m_pBannerText->setText("Shows the file %1 of %2 %3 in User, Traffic, Log, Store and URLs"_q.arg(
+            m_pPath->text().trimmed(), readable::LocalTime(file->timeMs), readable::Zone()));
     }
-    m_pUser->ShowFile({});
-    m_pBanner->hide();
 }
 
 void CWorkbench::Take(const TraceEvent& seen) {
@@ -314,31 +271,33 @@ void CWorkbench::ForgetServer() {
     m_pWhy->ForgetServer();
 }
 
-void CWorkbench::SaveView() const {
-    QJsonObject saved{{"tab"_q, m_pTabs->tabText(m_pTabs->currentIndex())},
-                      {"traffic"_q, m_pTrafficTabs->tabText(m_pTrafficTabs->currentIndex())}};
+// The user property of a field is its text.
+QList<QWidget*> CWorkbench::Filters() const {
+    static const QRegularExpression names("(Filter|Kind|Severity|Source|Area)$"_q);
+    QList<QWidget*> filters;
     for (const CEventView* view : m_views) {
-        saved[view->Model().Format()->name] = view->Filters();
+        filters += view->findChildren<QWidget*>(names);
+    }
+    return filters;
+}
+
+void CWorkbench::SaveView() const {
+    QJsonObject saved{{"tab"_q, m_pTabs->currentIndex()}, {"traffic"_q, m_pTrafficTabs->currentIndex()}};
+    const QList<QWidget*> filters = Filters();
+    for (const QWidget* filter : filters) {
+        saved[filter->objectName()] = filter->metaObject()->userProperty().read(filter).toString();
     }
     core::config_local::AppCfgSaveString(kViewKey, QJsonDocument(saved).toJson(QJsonDocument::Compact).toStdString());
 }
 
 void CWorkbench::RestoreView() {
     std::string text;
-    std::string reason;
-    // The toolkit's reader accepts what is not JSON.
-    if (!core::config_local::AppCfgReadString(kViewKey, text) || !host::ParseJson(text, reason)) {
-        return;
-    }
+    core::config_local::AppCfgReadString(kViewKey, text);
     const QJsonObject saved = QJsonDocument::fromJson(QByteArray::fromStdString(text)).object();
-    for (const auto& [tabs, key] : {std::pair(m_pTabs, "tab"_q), std::pair(m_pTrafficTabs, "traffic"_q)}) {
-        for (int tab = 0; tab < tabs->count(); ++tab) {
-            if (tabs->tabText(tab) == saved[key].toString()) {
-                tabs->setCurrentIndex(tab);
-            }
-        }
-    }
-    for (CEventView* view : m_views) {
-        view->SetFilters(saved[view->Model().Format()->name].toObject());
+    m_pTabs->setCurrentIndex(saved["tab"_q].toInt(kUserTab));
+    m_pTrafficTabs->setCurrentIndex(saved["traffic"_q].toInt());
+    const QList<QWidget*> filters = Filters();
+    for (QWidget* filter : filters) {
+        filter->metaObject()->userProperty().write(filter, saved[filter->objectName()].toString());
     }
 }

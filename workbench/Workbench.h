@@ -7,8 +7,6 @@
 #include "workbench/ControlClient.h"
 #include "workbench/EventView.h"
 #include "workbench/Export.h"
-#include "workbench/Redactor.h"
-#include "workbench/WireDecoder.h"
 
 class CAIChatEntries;
 class CPremiumRights;
@@ -43,12 +41,6 @@ public:
     /// The values that an export must not contain.
     CRedactor& Aliases() { return m_aliases; }
 
-    CEventModel& Log() { return m_pLog->Model(); }
-
-Q_SIGNALS:
-    /// An export or the opening of a file ended. `failure` is empty on success.
-    void FileDone(const QString& failure);
-
 private:
     CEventView* NewView(QTabWidget* tabs, const EventFormatPtr& format, const QString& title);
     void ShowUsers();
@@ -56,29 +48,23 @@ private:
     void AddWebState(CEventView* view);
     void AddShortcuts();
     void FocusFilter();
-    void RefreshPage();
     void AddFileBar();
-    void ChooseFile();
-    QString ChosenFile() const;
     void Export();
-    void WriteRecording();
     void Open();
-    void ShowFile(const workbench_export::Recording& recording);
-    void ShowLive();
+    void ShowFile(const workbench_export::Recording* file);
     void RunFileTask(std::function<QString()> task, std::function<void()> done);
+    QList<QWidget*> Filters() const;
     void SaveView() const;
     void RestoreView();
 
     ISessionControl& m_session;
     IControlClient& m_server;
-    CWireDecoder m_decoder;
     CRedactor m_aliases;
     QTabWidget* m_pTabs;
     QTabWidget* m_pTrafficTabs;
     CTracker* m_pTracker;
     CUserPage* m_pUser;
     std::vector<CEventView*> m_views;
-    CEventView* m_pLog = nullptr;
     CWhyPage* m_pWhy;
     CServerPage* m_pServerPage;
     QLabel* m_pBannerText;
@@ -86,6 +72,5 @@ private:
     QLineEdit* m_pPath;
     QWidget* m_pFileBar;  // disabled while a file is written or read
     QLabel* m_pNote;
-    workbench_export::Recording m_recording;  // that is being written
     std::thread m_fileTask;
 };

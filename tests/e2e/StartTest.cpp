@@ -1,4 +1,5 @@
 // The screen at the first frame and afterwards.
+#include <QAbstractProxyModel>
 #include <QLabel>
 #include <QScreen>
 #include <QTableView>
@@ -133,7 +134,8 @@ TEST_F(StartTest, TheWorkbenchMissesNothingThatHappenedBeforeItWasMade) {
     Show();
 
     ASSERT_TRUE(WaitInRealTime([this] { return IsWorkbenchSettled(); }));
-    const CEventModel& log = window->findChild<CWorkbench*>()->Log();
+    const auto* rows = qobject_cast<QAbstractProxyModel*>(Child<QTableView>("LogTable")->model());
+    const auto& log = static_cast<const CEventModel&>(*rows->sourceModel());
     std::multiset<std::string> shown;
     for (int row = 0; row < log.rowCount(); ++row) {
         shown.insert(log.At(row).cells[2].toStdString());

@@ -1,12 +1,11 @@
 #include "workbench/diagnosis/LogTable.h"
 
 #include <QDateTime>
-#include <QRegularExpression>
 #include <algorithm>
+#include <map>
 #include <utility>
 
 #include "workbench/FieldNode.h"
-#include "workbench/ads/AdTabs.h"
 
 namespace log_table {
 namespace {
@@ -34,7 +33,7 @@ const RowText kAdRows[] = {
      "The server's answer cannot be decoded{reason}.", "decoded", "unfit{reason}", "complete"},
     {"[Ad] Request ad failed, path = {w}, code = {n}, message= {}, {@}, requestId = {}", E::Refused, kStepAnswered,
      "The server refused the request with code {1}: {2}.", "code 0", "code {1}: {2}", "code 0"},
-    {"[Ad] Request ad succeed, path = {w}, {@}, requestId = {}", E::Answered, kStepKept},
+    {"[Ad] Request ad succeed, path = {w}, {@}, requestId = {}", E::Good, kStepKept},
     {"[Ad] {w} decode failed, {} is unvalid", E::Reason, -1, ": {0}: {1}"},
     {"[Ad] adModelList is null, m_{@}", E::Refused, kStepKept, "No list is waiting.", "a list", "none", "a list",
      F::Never, true},
@@ -118,14 +117,14 @@ const RowText kAdRows[] = {
     {"[Ad] Closed ad by login. {@}, adId = {}", E::Closed, kStepShown, "when its page removed it"},
     {"[Ad] Closed ad by logout. {@}, adId = {}", E::Closed, kStepShown, "with the logout"},
     {"[Ad] Closed ad by push offline. {@}, adId = {}", E::ClosedByPush, kStepShown, "when the server took it offline"},
-    {"[Ad] Clear ad data. {@}, adId = {}", E::Cleared, kStepKept, "when it was cleared"},
+    {"[Ad] Clear ad data. {@}, adId = {}", E::Cleared, kStepKept, "{reason}"},
     {"[Ad] Expose ad start, path = {w}, {@}, adId = {}, exposeId = {}, exposeDuration = {n}, pushId = {}", E::Note, -1,
      "", "", "", "", F::Never, true},
     {"[Ad] Expose ad {w}, path = {w}, {}{@}, adId = {}, exposeId = {}"},
     {"[Ad] AdStatusChangedPush callback,receive cmd 20145, {@}, offlineAdId = {}, delay = {n}", E::Withdrawn, kStepKept,
      "when the server took ad {2} offline"},
     {"[Ad] {w} callback,receive cmd {w}, {@}{}, delay = {n}", E::Pushed},
-    {"[Ad] {w} callback, {}", E::PushRefused, kStepAsked, "A push was refused: {1}.", "push", "{1}", "a complete push"},
+    {"[Ad] {w} callback, {}", E::Ignored, kStepAsked, "A push was refused: {1}.", "push", "{1}", "a complete push"},
     {"[Ad] Login out", E::Reason, -1, "with the logout"},
     {"[Ad] Language changed", E::Reason, -1, "with the change of the language"},
 };
@@ -172,10 +171,19 @@ const RowText kVipRows[] = {
 
 const RowText kWidgetRows[] = {
     {"[Vip] Vip {} Disabled, {}, Premium Access = {s}{}"},
+    {"[Vip] Active vip, access = {s}, dataType = {n}, targetUrl = {}", E::Asked, -1, "Clicked"},
     {"[Vip] {}, access = {s}, dataType = {n}{}", E::Asked},
     {"[Vip] Open Vip Web Page failed, strUrl is empty"},
-    {"[Vip] RequestActiveVip callback, {}"},
-    {"[Vip] Show popup {}"},
+    {"[Vip] RequestActiveVip callback, {}", E::Refused, -1, "Failed: {0}"},
+    {"[Vip] Get ActiveVipPopImageUrl failed, {}", E::Note, -1, "Activated, no picture: {0}"},
+    {"[Vip] Show popup failed, imageUrl is empty. Show success toast", E::Note, -1,
+     "Activated, told by a toast: no picture for market and language"},
+    {"[Vip] Show popup failed, {}", E::Refused, -1, "Activated, not told: {0}"},
+    {"[Vip] Show popup start, imageUrl = {}", E::Note, -1, "Activated, the picture loads"},
+    {"[Vip] OnImageLoadSucceeded, {}", E::Note, -1, "Activated, the picture is shown"},
+    {"[Vip] OnImageLoadFailed, {}", E::Refused, -1, "Activated, the picture failed: {0}"},
+    {"[Vip] OnImageClicked, {}", E::Note, -1, "Activated, the picture was clicked: {0}"},
+    {"[Vip] OnClosed", E::Note, -1, "Activated, the picture was closed"},
 };
 
 const RowText kChatRows[] = {
@@ -193,8 +201,8 @@ const RowText kChatOpenRows[] = {
     {"[AIChat] Last load is preload, clear web data", E::Reason, -1, "the last load was the preload"},
     {"[AIChat] Create AI chat web dialog", E::Reason, -1, "there was no window"},
     {"[AIChat] Load AI chat page start, pageScene = {s}, isPreload = {w}, hiddenButNotClosed = {w}, url = {}",
-     E::Loaded},
-    {"[AIChat] Load AI chat page end, httpCode = {n}, url = {}", E::LoadEnded},
+     E::Loading},
+    {"[AIChat] Load AI chat page end, httpCode = {n}, url = {}", E::Good},
 };
 
 QString FormattedValue(const QString& value, const QString& format, qint64 nowMs) {
@@ -244,15 +252,15 @@ const std::vector<Row>& All() {
 }
 
 QStringList StepNames(EnKind kind) {
-    // In the order of the kinds.
-    static const char* const kNames[] = {"asked answered kept conditions picture shown",
-                                         "asked answered taken",
-                                         "asked answered taken member",
-                                         "asked answered taken listed held",
-                                         "",
-                                         "asked answered taken open",
-                                         "asked loaded arrived"};
-    return QString::fromUtf8(kNames[int(kind)]).split(QLatin1Char(' '));
+    static const std::map<EnKind, QString> names{
+        {EnKind::Ad, "asked answered kept conditions picture shown"_q},
+        {EnKind::Rights, "asked answered taken"_q},
+        {EnKind::Vip, "asked answered taken member"_q},
+        {EnKind::Widget, "asked answered taken listed held"_q},
+        {EnKind::Chat, "asked answered taken open"_q},
+        {EnKind::ChatOpen, "asked loaded arrived"_q},
+    };
+    return names.at(kind).split(QLatin1Char(' '));
 }
 
 std::optional<ParsedLine> Read(const QString& text) {
@@ -275,18 +283,16 @@ bool IsExpectedError(const QString& text) {
     return line && line->row->isNormal;
 }
 
-QString Filled(const char* text, const ParsedLine& line, qint64 nowMs, const std::map<QString, QString>& words) {
+QString Filled(const char* text, const ParsedLine& line, qint64 nowMs) {
     static const QRegularExpression mark("\\{(\\w+)(?::(\\w))?\\}"_q);
     const QString pattern = QString::fromUtf8(text);
     QString filled;
     int done = 0;
     for (auto matches = mark.globalMatch(pattern); matches.hasNext();) {
         const QRegularExpressionMatch match = matches.next();
-        const auto word = words.find(match.captured(1));
-        filled += pattern.mid(done, match.capturedStart() - done) +
-                  (word != words.end()
-                       ? word->second
-                       : FormattedValue(line.values.value(match.captured(1).toInt()), match.captured(2), nowMs));
+        const QString name = match.captured(1);
+        const QString value = FormattedValue(line.values.value(name.toInt()), match.captured(2), nowMs);
+        filled += pattern.mid(done, match.capturedStart() - done) + line.words.value(name, value);
         done = match.capturedEnd();
     }
     filled += pattern.midRef(done);
@@ -311,14 +317,10 @@ QString Duration(qint64 seconds) {
 }
 
 QString Area(qint64 area) {
-    for (const AdTab& tab : kAdTabs) {
-        for (const TabPage& page : kTabPages) {
-            if (tab.area == area && tab.tab == page.tab) {
-                return "%1 (area %2)"_q.arg(QString::fromUtf8(page.page.title)).arg(area);
-            }
-        }
-    }
-    return "no tab (area %1)"_q.arg(area);
+    constexpr int kFirst = 500;
+    static const QStringList tabs =
+        "Watchlist,Quotes,Research,Account,News,Market,Alerts,Portfolio"_q.split(QLatin1Char(','));
+    return "%1 (area %2)"_q.arg(tabs.value(int(area) - kFirst, "no tab"_q)).arg(area);
 }
 
 QString AdKind(qint64 type) {

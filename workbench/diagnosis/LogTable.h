@@ -1,8 +1,8 @@
 #pragma once
 
+#include <QMap>
 #include <QRegularExpression>
 #include <QStringList>
-#include <map>
 #include <optional>
 #include <vector>
 
@@ -18,7 +18,6 @@ enum class EnKind { Ad, Rights, Vip, Widget, Chat, ChatOpen };
 enum class EnEvent {
     Note,  // belongs to the subject's history only
     Asked,
-    Answered,
     Retried,  // a waiting list is checked again
     Dropped,  // one ad of a list
     Refused,
@@ -32,14 +31,11 @@ enum class EnEvent {
     Cleared,
     Pushed,
     Withdrawn,
-    PushRefused,
     Reason,  // for a following line
     TimerReady,
     TimerStopped,
     Good,  // an answer was taken
     SceneAnswered,
-    Loaded,
-    LoadEnded,
 };
 
 /// The time from which the check passes without any other change.
@@ -86,10 +82,11 @@ QStringList StepNames(EnKind kind);
 
 struct ParsedLine {
     const Row* row = nullptr;
-    QStringList values;   // unescaped
-    QString text;         // of the whole line
-    qint64 timeMs = 0;    // local time
-    qint64 serverMs = 0;  // on the server's clock
+    QStringList values;                 // unescaped
+    QString text;                       // of the whole line
+    qint64 timeMs = 0;                  // local time
+    qint64 serverMs = 0;                // on the server's clock
+    QMap<QString, QString> words = {};  // from other lines, for the row's texts
 
     qint64 Number(int index) const { return values.value(index).toLongLong(); }
 };
@@ -101,9 +98,9 @@ std::optional<ParsedLine> Read(const QString& text);
 /// Returns true for a line that the module writes with severity 8 although nothing is wrong.
 bool IsExpectedError(const QString& text);
 
-/// Fills in the values of a row's text, and `words` by their names. Times are on the server's clock; `nowMs` decides
-/// whether they need a date.
-QString Filled(const char* text, const ParsedLine& line, qint64 nowMs, const std::map<QString, QString>& words = {});
+/// Fills in the line's values and words in a text of its row. Times are on the server's clock; `nowMs` decides whether
+/// they need a date.
+QString Filled(const char* text, const ParsedLine& line, qint64 nowMs);
 
 /// A time in the local zone, with the date if the day differs from that of `nowMs`.
 QString Clock(qint64 timeMs, qint64 nowMs);

@@ -1,6 +1,5 @@
 #include "workbench/diagnosis/Tracker.h"
 
-#include <QUrl>
 #include <algorithm>
 #include <utility>
 
@@ -14,17 +13,15 @@ using namespace log_table;
 namespace {
 
 constexpr uint32_t kCommandChatScenes = 20982;
-constexpr size_t kRequestsKept = 300;
-constexpr size_t kOpensKept = 30;
-constexpr size_t kLinesKept = 40;
+constexpr size_t kKept = 40;
 // Related entries are written within one call. Their times can differ slightly, because the clock is read twice.
 constexpr qint64 kSlackMs = 50;
 constexpr qint64 kSameCallMs = 5'000;
 
 template <class T>
-T& Keep(std::deque<T>& all, T one, size_t limit) {
+T& Keep(std::deque<T>& all, T one) {
     all.push_back(std::move(one));
-    if (all.size() > limit) {
+    if (all.size() > kKept) {
         all.pop_front();
     }
     return all.back();
@@ -59,32 +56,10 @@ AdState::Request FindRequest(const TrackerState& state, const QString& id) {
     return found == state.adRequests.rend() ? nullptr : *found;
 }
 
-AdState::Request RequestOf(TrackerState& state, const AdRequest& read) {
-    AdState::Request request = FindRequest(state, read.id);
-    if (!request) {
-        request = Keep(state.adRequests, std::make_shared<AdRequest>(read), kRequestsKept);
-        state.ads[read.slot].last = request;
-    }
-    return request;
-}
-
 // The answer to a former user's request has none.
 void On(TrackerState& state, const HttpTrace& call, qint64 timeMs) {
-    const QString path = QUrl(QString::fromStdString(call.url)).path();
-    if (!path.endsWith(QLatin1String("/ad/search")) && !path.endsWith(QLatin1String("/ad/check"))) {
-        return;
-    }
-    const bool isSent = call.kind == HttpTrace::EnKind::Sent;
-    const Json::Value asked = Parsed(isSent ? call.body : call.requestBody);
-    const QString id = json::Text(json::Member(asked, "request_id"));
-    const auto type = json::Number(json::Member(asked, "ad_type"));
-    const auto position = json::Number(json::Member(asked, "ad_position"));
-    if (isSent && !id.isEmpty() && type && position) {
-        const auto request = RequestOf(state, {id, {int(*type), int(*position)}, path, {}, timeMs});
-        for (const Json::Value& ad : json::Items(json::Member(asked, "ad_id"))) {
-            request->askedFor << json::Text(ad);
-        }
-    } else if (const auto request = isSent ? nullptr : FindRequest(state, id)) {
+    const QString id = json::Text(json::Member(Parsed(call.requestBody), "request_id"));
+    if (const AdState::Request request = FindRequest(state, id)) {
         request->answeredMs = timeMs;
         for (const Json::Value& ad : json::Items(json::Member(json::Member(Parsed(call.body), "data"), "ad"))) {
             request->ads.push_back(OfferOf(ad));
@@ -102,12 +77,24 @@ void On(TrackerState& state, const StoreTrace& store, qint64 /*timeMs*/) {
 }
 
 void Put(AdState& ad, const Refusal& refusal) {
-    if (refusal.leavesRest && ad.red && !ad.red->leavesRest) {
-        ad.after = refusal;
-        return;
+    const bool isLater = refusal.leavesRest && ad.red && !ad.red->leavesRest;
+    ad.red = isLater ? ad.red : refusal;
+    ad.after = isLater ? std::make_optional(refusal) : std::nullopt;
+}
+
+// The values of a refusal's texts that its line does not contain.
+void AddWords(Refusal& refusal, const AdState& ad) {
+    QStringList areas;
+    for (const int area : ad.Offer(refusal.line.values.value(4)).areas) {
+        areas << Area(area);
     }
-    ad.red = refusal;
-    ad.after.reset();
+    QStringList drops;
+    for (const ParsedLine& drop : refusal.drops) {
+        drops << "ad %1 %2"_q.arg(drop.values[4], Filled(drop.row->say, drop, drop.serverMs));
+    }
+    refusal.line.words["areas"_q] =
+        areas.isEmpty() ? "another tab (the answer was not seen whole)"_q : areas.join(" or "_q);
+    refusal.line.words["drops"_q] = drops.join(", "_q);
 }
 
 // The conditions are checked twice: for the list, and again when the picture has come.
@@ -115,7 +102,8 @@ void OnAdRefused(AdState& ad, const ParsedLine& line, const QString& reason) {
     const Row& row = *line.row;
     const bool isOwnList = row.step == kStepKept && ad.passed <= kStepKept;
     const bool isAgain = ad.isLoading && ad.passed >= kStepPicture;
-    Refusal refusal{line, row.step, reason, row.event != EnEvent::Refused};
+    Refusal refusal{line, row.step, row.event != EnEvent::Refused};
+    refusal.line.words["reason"_q] = reason;
     if (row.step == kStepConditions || (row.step == kStepKept && !isOwnList)) {
         refusal.step = isAgain ? kStepShown : kStepConditions;
     }
@@ -124,7 +112,7 @@ void OnAdRefused(AdState& ad, const ParsedLine& line, const QString& reason) {
     } else if (row.event == EnEvent::Refused && row.step == kStepAnswered) {
         refusal.leavesRest = ad.standing != nullptr;
         if (ad.last) {
-            ad.last->refusal = Filled(row.say, line, line.serverMs, {{"reason"_q, reason}});
+            ad.last->refusal = Filled(row.say, refusal.line, line.serverMs);
         }
     } else if (row.event == EnEvent::Refused && isOwnList) {
         const AdState::Request refused = std::exchange(ad.standing, ad.before);
@@ -137,11 +125,12 @@ void OnAdRefused(AdState& ad, const ParsedLine& line, const QString& reason) {
     if (row.event == EnEvent::Refused) {
         ad.passed = ad.isLoading ? int(kStepPicture) : 0;
     }
+    AddWords(refusal, ad);
     Put(ad, refusal);
 }
 
 // The module keeps a list that waits behind a withdrawn visible ad, although its log line reports that all was cleared.
-void OnAdCleared(AdState& ad, const ParsedLine& line, const QString& reason) {
+void OnAdCleared(AdState& ad, ParsedLine line, const QString& reason) {
     const bool isSameCall = ad.red && line.timeMs <= ad.red->line.timeMs + kSameCallMs;
     const EnEvent before = isSameCall ? ad.red->line.row->event : EnEvent::Note;
     if (before == EnEvent::ClosedByPush && reason.isEmpty()) {
@@ -149,25 +138,18 @@ void OnAdCleared(AdState& ad, const ParsedLine& line, const QString& reason) {
     }
     ad.standing.reset();
     if (before != EnEvent::Closed && before != EnEvent::ClosedByPush && ad.shownCount == 0) {
-        Put(ad, {line, kStepKept, reason});
+        line.words["reason"_q] = reason.isEmpty() ? "when it was cleared"_q : reason;
+        Put(ad, {line, kStepKept});
     }
 }
 
-// The line names no position. A failed picture of a banner is known by its URL.
+// The line names no position.
 void OnPictureFailed(TrackerState& state, const ParsedLine& line) {
-    const auto isOf = [&line](const AdState::Request& request) {
-        return request && std::any_of(request->ads.begin(), request->ads.end(),
-                                      [&line](const AdOffer& offer) { return offer.image == line.values[1]; });
-    };
-    for (auto& [slot, ad] : state.ads) {
-        const bool isBanner = slot.type == kTypeBanner;
-        if (slot.type == int(line.Number(0)) && (isBanner ? isOf(ad.made) || isOf(ad.standing) : ad.isLoading)) {
-            ad.failedPictures.insert(line.values[1]);
-            Keep(state.lines[{EnKind::Ad, slot}], line, kLinesKept);
-            if (!isBanner) {
-                Put(ad, {line, kStepPicture});
-            }
-        }
+    AdState& popup = state.ads[kBottomPopup];
+    state.failedPictures.insert(line.values[1]);
+    if (line.Number(0) == kBottomPopup.type && popup.isLoading) {
+        Keep(state.lines[{EnKind::Ad, kBottomPopup}], line);
+        Put(popup, {line, kStepPicture});
     }
 }
 
@@ -175,14 +157,14 @@ void OnPictureFailed(TrackerState& state, const ParsedLine& line) {
 // The delay is computed in 32 bits, as in the module. A negative result means no delay.
 void OnAdPush(TrackerState& state, const ParsedLine& line, const AdSlot& named) {
     AdState& ad = state.ads[kBottomPopup];
-    const auto kept = ad.standing ? ad.standing->Kept() : std::vector<const AdOffer*>();
+    const auto kept = ad.standing ? ad.standing->Kept() : std::vector<AdOffer>();
     if (line.row->event == EnEvent::Withdrawn && !kept.empty() &&
-        line.values[2].split(QLatin1Char(',')).contains(kept.front()->id)) {
+        line.values[2].split(QLatin1Char(',')).contains(kept.front().id)) {
         ad.standing.reset();
         Put(ad, {line, line.row->step});
     }
     if (named == kBottomPopup) {
-        Keep(state.lines[{EnKind::Ad, named}], line, kLinesKept);
+        Keep(state.lines[{EnKind::Ad, named}], line);
         ad.pushesMs.insert(line.serverMs + std::max(0, int32_t(uint32_t(line.values.last().toLongLong()) * 1'000u)));
     }
 }
@@ -193,9 +175,10 @@ void TakeAd(TrackerState& state, AdState& ad, const AdSlot& slot, const ParsedLi
         ad.passed = line.row->step;  // progress of the attempt
     }
     if (event == EnEvent::Asked) {
-        ad.last = RequestOf(state, {line.values[4], slot, line.values[0], {}, line.timeMs});
+        const AdRequest request{line.values[4], line.timeMs};
+        ad.last = Keep(state.adRequests, std::make_shared<AdRequest>(request));
         state.adReason.clear();
-    } else if (event == EnEvent::Answered) {
+    } else if (event == EnEvent::Good) {
         if (const AdState::Request request = FindRequest(state, line.values[3])) {
             ad.answered = request;
             request->answeredMs = std::max(request->answeredMs, line.timeMs);
@@ -208,7 +191,7 @@ void TakeAd(TrackerState& state, AdState& ad, const AdSlot& slot, const ParsedLi
         }
     } else if (event == EnEvent::Dropped && ad.standing) {
         ad.standing->drops.push_back(line);
-    } else if (event == EnEvent::Refused || event == EnEvent::Ignored || event == EnEvent::PushRefused) {
+    } else if (event == EnEvent::Refused || event == EnEvent::Ignored) {
         OnAdRefused(ad, line, std::exchange(state.adReason, QString()));
     } else if (event == EnEvent::Loading) {
         ad.isLoading = true;
@@ -247,18 +230,18 @@ void TakeAd(TrackerState& state, const ParsedLine& line) {
     } else if (row.event == EnEvent::Pushed || row.event == EnEvent::Withdrawn) {
         OnAdPush(state, line, slot);
     } else {
-        Keep(state.lines[{EnKind::Ad, slot}], line, kLinesKept);
+        Keep(state.lines[{EnKind::Ad, slot}], line);
         TakeAd(state, state.ads[slot], slot, line);
     }
 }
 
 // ---- rights, VIP status and chat scenes
 
-RefreshState::Request& RequestOf(RefreshState& state, unsigned long session) {
-    if (state.requests.size() > kRequestsKept) {
-        state.requests.erase(state.requests.begin());
+RefreshState::Request& RequestOf(RefreshState& refreshes, unsigned long session) {
+    if (size_t(refreshes.requests.size()) >= kKept && !refreshes.requests.contains(session)) {
+        refreshes.requests.erase(refreshes.requests.begin());
     }
-    return state.requests[session];
+    return refreshes.requests[session];
 }
 
 void On(TrackerState& state, const CommandTrace& command, qint64 timeMs) {
@@ -281,16 +264,15 @@ void On(TrackerState& state, const CommandTrace& command, qint64 timeMs) {
 
 // A preceding line, if any, contains the reason of the request. Requests after a push have no such line.
 QString WhyOf(RefreshState& state, const ParsedLine& line) {
-    const int count = line.row->at == 1 ? int(line.Number(0)) : -1;
-    QString why = std::exchange(state.nextWhy, QString());
-    const auto due = std::find_if(state.pushes.begin(), state.pushes.end(), [&](const auto& push) {
-        return push.second == count && push.first <= line.timeMs + kSlackMs;
-    });
-    if (why.isEmpty() && due != state.pushes.end() && (line.values.isEmpty() || IsTrue(line.values.last()))) {
-        state.pushes.erase(due);
-        why = "push"_q;
+    const auto push = state.pushes.begin();
+    if (!state.nextWhy.isEmpty()) {
+        return std::exchange(state.nextWhy, QString());
     }
-    return why.isEmpty() ? "a caller"_q : why;
+    if (push == state.pushes.end() || push->first > line.timeMs + kSlackMs) {
+        return "a caller"_q;
+    }
+    state.pushes.erase(push);
+    return "push"_q;
 }
 
 // A line without a session is about the last answer. A login requests rights and VIP status, the rights first.
@@ -307,12 +289,10 @@ void TakeRefresh(TrackerState& state, RefreshState& refreshes, const ParsedLine&
         refreshes.nextWhy = QString::fromUtf8(row.say);
         state.vip.nextWhy = refreshes.nextWhy == QLatin1String("login") ? refreshes.nextWhy : state.vip.nextWhy;
     } else if (event == EnEvent::Asked) {
-        refreshes.nextWhy = WhyOf(refreshes, line);
+        QString& why = row.at < 0 ? refreshes.nextWhy : RequestOf(refreshes, session).why;
+        why = why.isEmpty() ? WhyOf(refreshes, line) : why;
         if (row.at >= 0) {
-            RefreshState::Request& request = RequestOf(refreshes, session);
-            const QString why = std::exchange(refreshes.nextWhy, QString());
-            request.why = request.why.isEmpty() ? why : request.why;
-            request.sentMs = line.timeMs;
+            refreshes.requests[session].sentMs = line.timeMs;
         }
     } else if (event == EnEvent::Pushed) {
         // The module passes the delay on as a signed number. A negative delay runs at once.
@@ -320,7 +300,7 @@ void TakeRefresh(TrackerState& state, RefreshState& refreshes, const ParsedLine&
         const int delay = std::max(0, int(line.values.last().toUInt()));
         refreshes.pushes.emplace(line.timeMs + delay, isList ? int(line.Number(1)) : -1);
     } else if (event == EnEvent::SceneAnswered) {
-        state.scenes[int(line.Number(0))] = IsTrue(line.values[1]);
+        state.scenes.insert(int(line.Number(0)));
     } else if ((event == EnEvent::Good || event == EnEvent::Refused) && session != 0) {
         RefreshState::Request& request = RequestOf(refreshes, session);
         request.isGood = event == EnEvent::Good;
@@ -339,21 +319,21 @@ void TakeRefresh(TrackerState& state, RefreshState& refreshes, const ParsedLine&
 void On(TrackerState& state, const ReportTrace& report, qint64 timeMs) {
     if (report.event == "ClickAIChatEntrance") {
         const int source = json::Text(json::Member(Parsed(report.params), "entrance_source")).toInt();
-        Keep(state.opens, {timeMs, source == 3 ? 1 : source}, kOpensKept);
+        Keep(state.opens, {timeMs, source == 3 ? 1 : source});
     }
 }
 
 // A preload is not reported.
 void TakeOpen(TrackerState& state, const ParsedLine& line) {
-    const bool isDecided = state.opens.empty() || state.opens.back().isLoaded;
-    if (line.row->event == EnEvent::LoadEnded) {
-        if (!state.opens.empty() && isDecided) {
-            state.opens.back().httpCode = int(line.Number(0));
-        }
+    ChatOpen* last = state.opens.empty() ? nullptr : &state.opens.back();
+    if (line.row->event == EnEvent::Good && last && last->isLoaded) {
+        last->httpCode = int(line.Number(0));
+    }
+    if (line.row->event == EnEvent::Good) {
         return;
     }
-    const bool isPending = !isDecided && line.timeMs <= state.opens.back().timeMs + kSameCallMs;
-    ChatOpen& open = isPending ? state.opens.back() : Keep(state.opens, {line.timeMs}, kOpensKept);
+    const bool isPending = last && !last->isLoaded && line.timeMs <= last->timeMs + kSameCallMs;
+    ChatOpen& open = isPending ? *last : Keep(state.opens, {line.timeMs});
     if (line.row->event == EnEvent::Reason) {
         open.reasons << QString::fromUtf8(line.row->say);
         return;
@@ -362,21 +342,20 @@ void TakeOpen(TrackerState& state, const ParsedLine& line) {
     open.scene = int(line.Number(0));
     open.isPreload = IsTrue(line.values[1]);
     open.url = line.values[3];
-    if (open.scene != state.loadScene) {
-        open.reasons << "the scene changed from %1 to %2"_q.arg(state.loadScene).arg(open.scene);
-    }
-    if (IsTrue(line.values[2])) {
-        open.reasons << "the user had closed the window"_q;
+    const bool isNewSession = open.url.contains(QLatin1String("needChangeSessionId=1"));
+    const bool isNewUser = state.User() != std::exchange(state.loadUser, state.User());
+    const int sceneBefore = std::exchange(state.loadScene, open.scene);
+    const std::pair<bool, QString> reasons[] = {
+        {open.scene != sceneBefore, "the scene changed from %1 to %2"_q.arg(sceneBefore).arg(open.scene)},
+        {IsTrue(line.values[2]), "the user had closed the window"_q},
+        {isNewSession, isNewUser ? "new session: the user changed"_q : "new session: the caller asked for it"_q},
+    };
+    for (const auto& [holds, reason] : reasons) {
+        open.reasons << (holds ? QStringList(reason) : QStringList());
     }
     if (open.reasons.isEmpty()) {
         open.reasons << "parameters or address changed"_q;
     }
-    if (open.url.contains(QLatin1String("needChangeSessionId=1"))) {
-        open.reasons << (state.loadUser != state.User() ? "new session: the user changed"_q
-                                                        : "new session: the caller asked for it"_q);
-    }
-    state.loadUser = state.User();
-    state.loadScene = open.scene;
 }
 
 template <class Other>
@@ -392,9 +371,9 @@ void TakeModuleLine(TrackerState& state, const ParsedLine& line) {
     } else if (kind == EnKind::Widget) {
         // The later lines of an activation do not name the right.
         state.right = line.row->at >= 0 ? number : state.right;
-        Keep(state.lines[{EnKind::Widget, {state.right}}], line, kLinesKept);
+        Keep(state.lines[{EnKind::Widget, {state.right}}], line);
     } else {
-        Keep(state.lines[{kind, {kind == EnKind::Chat ? number : 0}}], line, kLinesKept);
+        Keep(state.lines[{kind, {kind == EnKind::Chat ? number : 0}}], line);
         TakeRefresh(state, kind == EnKind::Rights ? state.rights : kind == EnKind::Vip ? state.vip : state.chat, line);
     }
 }
@@ -410,19 +389,22 @@ const ParsedLine* AdRequest::DropOf(const AdOffer& ad) const {
     return drop == drops.end() ? nullptr : &*drop;
 }
 
-std::vector<const AdOffer*> AdRequest::Kept() const {
-    std::vector<const AdOffer*> kept;
-    for (const AdOffer& ad : ads) {
-        if (refusal.isEmpty() && !DropOf(ad)) {
-            kept.push_back(&ad);
-        }
-    }
+std::vector<AdOffer> AdRequest::Kept() const {
+    std::vector<AdOffer> kept;
+    std::copy_if(ads.begin(), ads.end(), std::back_inserter(kept),
+                 [this](const AdOffer& ad) { return refusal.isEmpty() && !DropOf(ad); });
     return kept;
 }
 
-const RefreshState::Request* RefreshState::Find(unsigned long session) const {
-    const auto found = requests.find(session);
-    return found == requests.end() ? nullptr : &found->second;
+AdOffer AdState::Offer(const QString& id) const {
+    for (const Request& list : {standing, answered}) {
+        for (const AdOffer& offer : list ? list->ads : std::vector<AdOffer>()) {
+            if (offer.id == id) {
+                return offer;
+            }
+        }
+    }
+    return {};
 }
 
 quint64 TrackerState::User() const {
@@ -447,9 +429,6 @@ void CTracker::TakeLine(const LogEntry& entry) {
     static const QRegularExpression login("^User (\\d+) logged (in|out)$"_q);
     const auto match = entry.record.module == "Host.Login" ? login.match(entry.record.text) : QRegularExpressionMatch();
     auto line = entry.record.module == "ZRGrowth" ? Read(entry.record.text) : std::nullopt;
-    if (!line && !match.hasMatch()) {
-        return;
-    }
     if (line) {
         line->timeMs = entry.time.toMSecsSinceEpoch();
         line->serverMs = m_fnToServer(line->timeMs);
@@ -460,8 +439,10 @@ void CTracker::TakeLine(const LogEntry& entry) {
         std::tie(fresh.timerFrom, fresh.loadUser, fresh.loadScene) =
             std::tie(m_state.timerFrom, m_state.loadUser, m_state.loadScene);
         m_state = fresh;
-    } else {
+    } else if (match.hasMatch()) {
         m_state.isLoggedOut = true;
+    } else {
+        return;
     }
     m_nLastLine = entry.number;
     Q_EMIT Changed();

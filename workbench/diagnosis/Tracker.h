@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMap>
 #include <QObject>
 #include <deque>
 #include <functional>
@@ -17,10 +18,8 @@ struct AdSlot {
     int type = 0;
     int position = 0;
 
-    bool operator<(const AdSlot& other) const {
-        return std::tie(type, position) < std::tie(other.type, other.position);
-    }
-    bool operator==(const AdSlot& other) const { return type == other.type && position == other.position; }
+    bool operator<(const AdSlot& that) const { return std::tie(type, position) < std::tie(that.type, that.position); }
+    bool operator==(const AdSlot& that) const { return type == that.type && position == that.position; }
 };
 
 /// The client's only popup. Lines without type and position belong to it.
@@ -34,12 +33,9 @@ struct AdOffer {
     std::vector<int> areas;  // of the main window, in which a popup can be shown
 };
 
-/// A request for ads and its answer, from the traffic. Local times in milliseconds, 0 if unknown.
+/// A request for ads, from its log line, and its answer, from the traffic. Local times in milliseconds, 0 if unknown.
 struct AdRequest {
     QString id;
-    AdSlot slot;
-    QString path;
-    QStringList askedFor = {};
     qint64 sentMs = 0;
     qint64 answeredMs = 0;
     std::vector<AdOffer> ads = {};
@@ -48,14 +44,13 @@ struct AdRequest {
 
     /// The line about an ad that was not kept; null if there is none.
     const log_table::ParsedLine* DropOf(const AdOffer& ad) const;
-    std::vector<const AdOffer*> Kept() const;
+    std::vector<AdOffer> Kept() const;
 };
 
 /// The line that stopped or ended something.
 struct Refusal {
     log_table::ParsedLine line;
     int step = 0;
-    QString reason = {};                            // from a preceding line
     bool leavesRest = false;                        // the previous state is unchanged
     std::vector<log_table::ParsedLine> drops = {};  // of the refused list
 };
@@ -79,7 +74,9 @@ struct AdState {
     qint64 shownMs = 0;
     qint64 nextAskS = 0;        // server time of the next possible request, from the module's own line
     std::set<qint64> pushesMs;  // due times of requests after a push, on the server's clock
-    std::set<QString> failedPictures;
+
+    /// The ad that a line is about; without values if its list was not recorded.
+    AdOffer Offer(const QString& id) const;
 };
 
 /// The requests for all rights, the VIP status or the chat scenes.
@@ -92,13 +89,10 @@ struct RefreshState {
         std::optional<Refusal> red;
     };
 
-    std::map<unsigned long, Request> requests;  // by session
-    unsigned long answered = 0;                 // session of the last answered request
-    std::multimap<qint64, int> pushes;          // number of rights by the due time, in local time; -1 for all rights
-    QString nextWhy;                            // of the next request
-
-    /// Null if the session is unknown.
-    const Request* Find(unsigned long session) const;
+    QMap<unsigned long, Request> requests;  // the newest, by session
+    unsigned long answered = 0;             // session of the last answered request
+    std::multimap<qint64, int> pushes;      // number of rights by the due time, in local time; -1 for all rights
+    QString nextWhy;                        // of the next request
 };
 
 /// An open of the chat's window, and the module's decision to load the page again or to keep it.
@@ -116,14 +110,15 @@ struct ChatOpen {
 struct TrackerState {
     quint64 user = 0;  // 0 before the first login
     bool isLoggedOut = false;
-    std::map<AdSlot, AdState> ads;
+    QMap<AdSlot, AdState> ads;
     std::deque<AdState::Request> adRequests;
-    QString adReason;  // for a following line about an ad
+    QString adReason;                  // for a following line about an ad
+    std::set<QString> failedPictures;  // URLs
     RefreshState rights, vip, chat;
-    std::map<int, bool> scenes;  // of the last answer
+    std::set<int> scenes;  // in the last answer
     std::deque<ChatOpen> opens;
     // The newest lines of each subject. The lines about a right include its activation.
-    std::map<std::pair<log_table::EnKind, AdSlot>, std::deque<log_table::ParsedLine>> lines;
+    QMap<std::pair<log_table::EnKind, AdSlot>, std::deque<log_table::ParsedLine>> lines;
     int right = 0;  // of the last line that names one
     // These outlast a login.
     std::optional<qint64> timerFrom;  // start of the hourly timer, while it runs

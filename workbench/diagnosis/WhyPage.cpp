@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QDateTime>
+#include <QHeaderView>
 #include <QJsonArray>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -21,7 +22,7 @@
 #include "core/config_local.h"
 #include "ui/KitPaint.h"
 #include "ui/ZRWebImageWidget.h"
-#include "workbench/TimeText.h"
+#include "workbench/FieldNode.h"
 #include "workbench/Widgets.h"
 #include "workbench/WireDecoder.h"
 
@@ -34,38 +35,32 @@ constexpr int kTickMs = 1'000;
 constexpr int kRowHeight = 24;
 constexpr int kHighestRight = 4'000;
 constexpr int kIntervalTypes = 10;
+constexpr int kStateColumn = 2;
 constexpr QSize kThumbnail(144, 48);  // the shape of the popup
 constexpr QSize kBannerSize(480, 80);
-constexpr int kKeyRole = Qt::UserRole;
-constexpr int kSortRole = Qt::UserRole + 1;
-constexpr int kSearchRole = Qt::UserRole + 2;  // the kind and all texts of the row
+constexpr int kSortRole = Qt::UserRole;        // in the first column the subject's index
+constexpr int kSearchRole = Qt::UserRole + 1;  // all texts of the row
 
 }  // namespace
 
 CWhyPage::CWhyPage(const CTracker& tracker, CPremiumRights& rights, const CAIChatEntries& entries,
-                   const CWireDecoder& decoder, IControlClient& server, QWidget* parent)
+                   IControlClient& server, QWidget* parent)
     : QWidget(parent),
       m_tracker(tracker),
       m_rights(rights),
       m_entries(entries),
-      m_decoder(decoder),
       m_server(server),
       m_pModel(new QStandardItemModel(this)),
       m_pFilter(new QSortFilterProxyModel(this)),
       m_pTable(widgets::New<QTableView>("WhyTable"_q, this, "Subjects"_q)),
       m_pSearch(widgets::New<QLineEdit>("WhySearch"_q, this, "Search"_q)),
-      // The values are the first letters of the keys of each kind.
-      m_pKind(widgets::NewCombo(
-          "WhyKind"_q, "Kind"_q,
-          {{"aorvc"_q, "All"_q}, {"a"_q, "Ads"_q}, {"co"_q, "AI chat"_q}, {"rv"_q, "Rights and VIP"_q}}, this,
-          [this](const QVariant&) { Update(); })),
       m_pNote(widgets::NewLabel("WhyNote"_q, "muted", this)),
       m_pStrip(widgets::NewOutcome("WhyStrip"_q, this)),
       m_pSentence(widgets::NewOutcome("WhySentence"_q, this)),
       m_pMessage(widgets::NewOutcome("WhyMessage"_q, this)),
       m_pDetail(widgets::New<QPlainTextEdit>("WhyDetail"_q, this, "Details"_q)),
       m_pPicture(widgets::New<ZRWebImageWidget>("WhyPicture"_q, this, "Picture of the ad"_q)),
-      m_pAsk(widgets::NewButton("WhyAsk"_q, "Ask now"_q, this, [this] { AskNow(); })),
+      m_pAsk(widgets::NewButton("WhyAsk"_q, "Ask now"_q, this, [this] { Chosen().ask(); })),
       m_pForget(widgets::NewButton("WhyForget"_q, "Forget and ask"_q, this, [this] { ForgetAndAsk(); })) {
     setObjectName("WhyPage"_q);
     m_pStrip->setTextFormat(Qt::RichText);
@@ -82,7 +77,7 @@ CWhyPage::CWhyPage(const CTracker& tracker, CPremiumRights& rights, const CAICha
     auto* splitter = new QSplitter(Qt::Vertical, this);
     splitter->setHandleWidth(8);
     splitter->setChildrenCollapsible(false);
-    widgets::Column({widgets::Row({{m_pSearch, 1}, m_pKind, panel}), {m_pTable, 1}, m_pNote}, new QWidget(splitter));
+    widgets::Column({widgets::Row({{m_pSearch, 1}, panel}), {m_pTable, 1}, m_pNote}, new QWidget(splitter));
     auto* answer = widgets::Column({m_pStrip, {m_pSentence, 1}});
     widgets::Column({widgets::Row({answer, m_pPicture}),
                      widgets::Row({m_pAsk, m_pForget, copy, nullptr}),
@@ -90,15 +85,12 @@ CWhyPage::CWhyPage(const CTracker& tracker, CPremiumRights& rights, const CAICha
                      {m_pDetail, 1}},
                     new QWidget(splitter));
     widgets::Column({splitter}, this);
-    auto* tick = new QTimer(this);
-    connect(tick, &QTimer::timeout, this, &CWhyPage::ShowSentence);
-    tick->start(kTickMs);
     m_batch.setSingleShot(true);
     connect(&m_batch, &QTimer::timeout, this, &CWhyPage::Update);
     connect(&tracker, &CTracker::Changed, this, &CWhyPage::UpdateLater);
     connect(&rights, &CPremiumRights::Changed, this, &CWhyPage::UpdateLater);
     connect(&entries, &CAIChatEntries::Changed, this, &CWhyPage::UpdateLater);
-    theme::OnThemeChange(this, [this] { ShowSentence(); });
+    theme::OnThemeChange(this, [this] { ShowAnswer(); });
     Update();
     m_pTable->sortByColumn(0, Qt::AscendingOrder);
     m_pTable->selectRow(0);
@@ -112,31 +104,31 @@ void CWhyPage::SetUpList() {
     widgets::SetUpTable(*m_pTable);
     m_pTable->setModel(m_pFilter);
     m_pTable->setSortingEnabled(true);
+    m_pTable->horizontalHeader()->setSectionResizeMode(kStateColumn, QHeaderView::ResizeToContents);
     m_pTable->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_pTable->setMinimumHeight(4 * kRowHeight);
     m_pSearch->setPlaceholderText("Number, name, title or state"_q);
     m_pSearch->setClearButtonEnabled(true);
     connect(m_pSearch, &QLineEdit::textChanged, this, &CWhyPage::Update);
     connect(m_pTable->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
-        Say(QString(), true);
+        Say(QString());
         ShowBanner(nullptr);
+        m_pDetail->clear();
         ShowAnswer();
     });
 }
 
 // ---- subjects
 
-std::vector<CWhyPage::Subject> CWhyPage::Subjects() {
+QVector<CWhyPage::Subject> CWhyPage::Subjects() {
+    const qint64 now = QDateTime::currentMSecsSinceEpoch();
+    QVector<Subject> subjects;
     std::set<AdSlot> slots = m_positions;
     slots.insert(kBottomPopup);
-    for (const auto& [slot, ad] : m_tracker.State().ads) {
-        slots.insert(slot);
-    }
-    std::vector<Subject> subjects;
+    slots.insert(m_tracker.State().ads.keyBegin(), m_tracker.State().ads.keyEnd());
     for (const AdSlot& slot : slots) {
-        Subject ad{"a%1/%2"_q.arg(slot.type).arg(slot.position),
-                   "%1 %2"_q.arg(log_table::AdKind(slot.type)).arg(slot.position), QString(),
-                   [this, slot](qint64 now) { return OfAd(m_tracker, slot, now); }};
+        Subject ad{"%1 %2"_q.arg(log_table::AdKind(slot.type)).arg(slot.position), QString(),
+                   OfAd(m_tracker, slot, now)};
         if (slot == kBottomPopup) {
             ad.title = "bottom popup"_q;
             ad.ask = [this] { Push(R"({"adNew":{"adType":2,"adPosition":42,"delay":0}})"); };
@@ -145,27 +137,23 @@ std::vector<CWhyPage::Subject> CWhyPage::Subjects() {
         }
         subjects.push_back(ad);
     }
-    subjects.push_back({"r"_q, "Rights"_q, "refresh of all rights"_q,
-                        [this](qint64 now) { return OfRefresh(m_tracker, now); }, [this] { AskRights({}); }});
-    subjects.push_back({"v"_q, "VIP status"_q, QString(),
-                        [this](qint64 now) { return OfVip(m_tracker, m_rights, now); },
+    subjects.push_back({"Rights"_q, "refresh of all rights"_q, OfRefresh(m_tracker, now), [this] { AskRights({}); }});
+    subjects.push_back({"VIP status"_q, QString(), OfVip(m_tracker, m_rights, now),
                         [this] { Push(R"({"vipChange":{"windowSeconds":0}})"); }});
     for (const EntryPage& page : kEntryPages) {
-        subjects.push_back(
-            {"c%1"_q.arg(page.scene), "Chat scene %1"_q.arg(page.scene), QString::fromUtf8(page.title),
-             [this, scene = page.scene](qint64 now) { return OfScene(m_tracker, m_entries, scene, now); }});
+        subjects.push_back({"Chat scene %1"_q.arg(page.scene), QString::fromUtf8(page.title),
+                            OfScene(m_tracker, m_entries, page.scene, now)});
     }
+    int number = 0;
     for (const ChatOpen& open : m_tracker.State().opens) {
-        const QString time = log_table::Clock(open.timeMs, QDateTime::currentMSecsSinceEpoch());
-        subjects.push_back({"o%1"_q.arg(open.timeMs), "Chat open"_q, "%1, page scene %2"_q.arg(time).arg(open.scene),
-                            [open](qint64 /*now*/) { return OfOpen(open); }});
+        const QString title = "%1, page scene %2"_q.arg(log_table::Clock(open.timeMs, now)).arg(open.scene);
+        subjects.push_back({"Chat open %1"_q.arg(++number), title, OfOpen(open)});
     }
     for (const int right : ListedRights()) {
-        const QString title = m_rights.Table().value(EnPremiumAccess(right)).strMainTitle;
-        subjects.push_back(
-            {"r%1"_q.arg(right), "Right %1"_q.arg(right), (RightName(right) + "  "_q + title).trimmed(),
-             [this, right](qint64 now) { return OfRight(m_tracker, m_rights, EnPremiumAccess(right), now); },
-             [this, right] { AskRights({right}); }});
+        const QString title = RightName(right) + "  "_q + m_rights.Table().value(EnPremiumAccess(right)).strMainTitle;
+        subjects.push_back({"Right %1"_q.arg(right), title.trimmed(),
+                            OfRight(m_tracker, m_rights, EnPremiumAccess(right), now),
+                            [this, right] { AskRights({right}); }});
     }
     return subjects;
 }
@@ -175,11 +163,9 @@ std::set<int> CWhyPage::ListedRights() const {
     const auto& table = m_rights.Table();
     std::set<int> rights(table.keyBegin(), table.keyEnd());
     const QString search = m_pSearch->text().simplified();
-    if (search.toInt() > 0) {
-        rights.insert(search.toInt());
-    }
-    for (int right = 0; search.size() > 2 && right <= kHighestRight; ++right) {
-        if (RightName(right).contains(search, Qt::CaseInsensitive)) {
+    for (int right = 1; !search.isEmpty() && right <= kHighestRight; ++right) {
+        const bool isNamed = search.size() > 2 && RightName(right).contains(search, Qt::CaseInsensitive);
+        if (isNamed || search == QString::number(right)) {
             rights.insert(right);
         }
     }
@@ -187,7 +173,7 @@ std::set<int> CWhyPage::ListedRights() const {
 }
 
 QString CWhyPage::RightName(int right) const {
-    return m_decoder.EnumName("web_premium_access.PremiumAccess", right);
+    return wire::EnumName("web_premium_access.PremiumAccess", right);
 }
 
 QString CWhyPage::UserText() const {
@@ -196,39 +182,32 @@ QString CWhyPage::UserText() const {
            (m_tracker.State().isLoggedOut ? " (logged out)"_q : QString());
 }
 
-const CWhyPage::Subject* CWhyPage::Chosen() const {
+CWhyPage::Subject CWhyPage::Chosen() const {
     const QModelIndexList rows = m_pTable->selectionModel()->selectedRows();
-    const auto found = rows.isEmpty() ? m_subjects.end() : m_subjects.find(rows.first().data(kKeyRole).toString());
-    return found == m_subjects.end() ? nullptr : &found->second;
-}
-
-Explanation CWhyPage::ChosenAnswer() const {
-    const Subject* subject = Chosen();
-    return subject ? subject->explain(QDateTime::currentMSecsSinceEpoch())
-                   : Explanation{{}, {}, "Choose a row to see why it is not shown."_q, {}, {}, {}};
+    return rows.isEmpty() ? Subject() : m_subjects.value(rows.first().data(kSortRole).toInt());
 }
 
 // ---- display
 
 void CWhyPage::UpdateLater() {
-    if (!m_batch.isActive()) {
+    if (m_batch.remainingTime() > kBatchMs || !m_batch.isActive()) {
         m_batch.start(kBatchMs);
     }
 }
 
 void CWhyPage::Update() {
-    m_subjects.clear();
+    m_subjects = Subjects();
+    auto gone = m_rows;
     const size_t before = m_rows.size();
-    for (const Subject& subject : Subjects()) {
-        ShowRow(subject, int(m_subjects.size()));
-        m_subjects.emplace(subject.key, subject);
+    for (int index = 0; index < m_subjects.size(); ++index) {
+        ShowRow(index);
+        gone.erase(m_subjects[index].name);
     }
-    for (const auto& [key, item] : m_rows) {
-        if (m_subjects.count(key) == 0) {
-            item->setData(QString(), kSearchRole);  // no kind fits
-        }
+    for (const auto& [name, item] : gone) {
+        m_pModel->removeRow(item->row());
+        m_rows.erase(name);
     }
-    QString pattern = "^[%1]"_q.arg(m_pKind->currentData().toString());
+    QString pattern("^"_q);
     const QStringList words = m_pSearch->text().simplified().split(QLatin1Char(' '));
     for (const QString& word : words) {
         pattern += "(?=.*%1)"_q.arg(QRegularExpression::escape(word));
@@ -237,36 +216,39 @@ void CWhyPage::Update() {
     if (m_rows.size() != before) {
         widgets::FitColumns(*m_pTable);
     }
-    const QString nothing = m_pFilter->rowCount() != 0 ? QString() : "Nothing of this kind, or with these words. "_q;
-    const QString offset = time_text::ServerOffset();
+    const QString nothing = m_pFilter->rowCount() != 0 ? QString() : "Nothing with these words. "_q;
+    const QString offset = readable::ServerOffset();
     m_pNote->setText(
-        nothing + "Times are in the zone %1."_q.arg(time_text::Zone()) +
+        nothing + "Times are in the zone %1."_q.arg(readable::Zone()) +
         (offset.isEmpty() ? QString() : " The server's clock, which windows and intervals use: %1."_q.arg(offset)));
     ShowAnswer();
+    if (isVisible()) {
+        m_batch.start(kTickMs);  // the sentences name the time that remains
+    }
 }
 
-void CWhyPage::ShowRow(const Subject& subject, int order) {
-    const Explanation explained = subject.explain(QDateTime::currentMSecsSinceEpoch());
-    const QStringList texts{subject.name, subject.title, explained.state, explained.counts, UserText()};
-    QStandardItem*& first = m_rows[subject.key];
+void CWhyPage::ShowRow(int index) {
+    const Subject& subject = m_subjects.at(index);
+    const QStringList texts{subject.name, subject.title, subject.answer.state, subject.answer.counts, UserText()};
+    QStandardItem*& first = m_rows[subject.name];
     if (!first) {
         first = new QStandardItem;
-        first->setData(subject.key, kKeyRole);
         m_pModel->appendRow(first);
     }
     for (int column = 0; column < texts.size(); ++column) {
         const QModelIndex cell = m_pModel->index(first->row(), column);
         m_pModel->setData(cell, texts[column]);
         m_pModel->setData(cell, host::kit::TipText(texts[column]), Qt::ToolTipRole);
-        m_pModel->setData(cell, column == 0 ? QVariant(order) : QVariant(texts[column]), kSortRole);
+        m_pModel->setData(cell, column == 0 ? QVariant(index) : QVariant(texts[column]), kSortRole);
     }
-    first->setData(subject.key.at(0) + texts.join(QLatin1Char(' ')), kSearchRole);
+    first->setData(texts.join(QLatin1Char(' ')), kSearchRole);
 }
 
-void CWhyPage::ShowSentence() {
-    const Explanation explained = ChosenAnswer();
+void CWhyPage::ShowAnswer() {
+    const Subject chosen = Chosen();
+    const bool isChosen = !chosen.name.isEmpty();
     QString strip;
-    for (const QString& step : explained.steps) {
+    for (const QString& step : chosen.answer.steps) {
         const QColor color(step.startsWith(QChar(0x2713))   ? theme::kUp
                            : step.startsWith(QChar(0x2717)) ? theme::kDown
                                                             : theme::kMuted);
@@ -275,34 +257,28 @@ void CWhyPage::ShowSentence() {
         strip += "<span style=\"color:%1\">%2</span> &nbsp; "_q.arg(color.name(), whole);
     }
     m_pStrip->setText(strip);
-    m_pSentence->setText(explained.sentence);
-}
-
-void CWhyPage::ShowAnswer() {
-    ShowSentence();
-    const Explanation explained = ChosenAnswer();
-    const Subject* subject = Chosen();
-    const bool canAsk = subject && subject->ask;
-    m_pAsk->setEnabled(canAsk);
-    const QString why = subject && !canAsk ? "The module asks for this at a login only"_q : QString();
-    m_pAsk->setToolTip(host::kit::TipText(why));
-    m_pForget->setEnabled(subject && subject->title == QLatin1String("bottom popup"));
+    m_pSentence->setText(isChosen ? chosen.answer.sentence : "Choose a row to see why it is not shown."_q);
+    m_pAsk->setEnabled(bool(chosen.ask));
+    m_pAsk->setToolTip(
+        host::kit::TipText(isChosen && !chosen.ask ? "The module asks for this at a login only"_q : QString()));
+    m_pForget->setEnabled(chosen.title == QLatin1String("bottom popup"));
     // A hidden page must load nothing.
-    if (explained.image != m_strPicture && isVisible()) {
-        m_strPicture = explained.image;
+    if (chosen.answer.image != m_strPicture && isVisible()) {
+        m_strPicture = chosen.answer.image;
         m_pPicture->SetUrl(m_strPicture, QString());
     }
     m_pPicture->setVisible(!m_strPicture.isEmpty());
-    const QString details = explained.details.join(QLatin1Char('\n'));
-    if (details != m_pDetail->toPlainText()) {
+    // A selected text stays, so that it can be copied.
+    const QString details = chosen.answer.details.join(QLatin1Char('\n'));
+    if (details != m_pDetail->toPlainText() && !m_pDetail->textCursor().hasSelection()) {
         const int scrolled = m_pDetail->verticalScrollBar()->value();
         m_pDetail->setPlainText(details);
         m_pDetail->verticalScrollBar()->setValue(scrolled);
     }
 }
 
-void CWhyPage::Say(const QString& words, bool good) {
-    widgets::ShowOutcome(m_pMessage, words, good ? widgets::EnOutcome::Good : widgets::EnOutcome::Bad);
+void CWhyPage::Say(const QString& words, bool isGood) {
+    widgets::ShowOutcome(m_pMessage, words, isGood ? widgets::EnOutcome::Good : widgets::EnOutcome::Bad);
     m_pMessage->setVisible(!words.isEmpty());
 }
 
@@ -320,7 +296,7 @@ void CWhyPage::ShowBanner(QWidget* banner) {
 
 void CWhyPage::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
-    ShowAnswer();
+    Update();
     ForgetServer();
 }
 
@@ -331,6 +307,9 @@ void CWhyPage::ShowUsers(const std::vector<ServerUser>& users) {
 
 void CWhyPage::ForgetServer() {
     m_server.Ask("GET", "/v1/scenario"_q, QByteArray(), this, [this](const ServerAnswer& answer) {
+        if (!answer.error.isEmpty()) {
+            return;
+        }
         m_positions.clear();
         for (const Json::Value& ad : json::Items(json::Member(answer.body, "ads"))) {
             const auto type = json::Number(json::Member(ad, "adType"));
@@ -358,7 +337,7 @@ void CWhyPage::AskRights(const QVector<int>& rights) {
 }
 
 void CWhyPage::AskBanner(int position) {
-    Say("Asked. The banner is shown here when it comes."_q, true);
+    Say("Asked. The banner is shown here when it comes."_q);
     CAds::AskBanner(position, kBannerSize, [page = QPointer<CWhyPage>(this)](QWidget* banner) {
         if (page) {
             page->ShowBanner(banner);
@@ -366,12 +345,6 @@ void CWhyPage::AskBanner(int position) {
             delete banner;
         }
     });
-}
-
-void CWhyPage::AskNow() {
-    if (const Subject* subject = Chosen(); subject && subject->ask) {
-        subject->ask();
-    }
 }
 
 // The module stores the time of the last display for each type of interval.
@@ -385,31 +358,30 @@ void CWhyPage::ForgetAndAsk() {
             return;
         }
     }
-    AskNow();
+    Chosen().ask();
 }
 
 void CWhyPage::CopyAnswer() {
-    const Explanation explained = ChosenAnswer();
-    if (const Subject* subject = Chosen()) {
-        const QStringList head{"%1, user %2"_q.arg(subject->name, UserText()), explained.steps.join(QLatin1Char(' ')),
-                               explained.sentence};
-        QApplication::clipboard()->setText((head + explained.details).join(QLatin1Char('\n')));
-        Say("Copied"_q, true);
-    }
+    const Subject chosen = Chosen();
+    const QStringList head{"%1, user %2"_q.arg(chosen.name, UserText()), chosen.answer.steps.join(QLatin1Char(' ')),
+                           chosen.answer.sentence};
+    QApplication::clipboard()->setText((head + chosen.answer.details).join(QLatin1Char('\n')));
+    Say("Copied"_q);
 }
 
-QJsonObject CWhyPage::State() const {
+QJsonObject CWhyPage::State() {
+    Update();
     QJsonArray subjects;
-    for (const auto& [key, subject] : m_subjects) {
-        const Explanation explained = subject.explain(QDateTime::currentMSecsSinceEpoch());
+    for (const Subject& subject : qAsConst(m_subjects)) {
+        const Explanation& answer = subject.answer;
         subjects.append(QJsonObject{{"subject"_q, subject.name},
                                     {"name"_q, subject.title},
                                     {"user"_q, UserText()},
-                                    {"state"_q, explained.state},
-                                    {"counts"_q, explained.counts},
-                                    {"sentence"_q, explained.sentence},
-                                    {"steps"_q, QJsonArray::fromStringList(explained.steps)},
-                                    {"details"_q, QJsonArray::fromStringList(explained.details)}});
+                                    {"state"_q, answer.state},
+                                    {"counts"_q, answer.counts},
+                                    {"sentence"_q, answer.sentence},
+                                    {"steps"_q, QJsonArray::fromStringList(answer.steps)},
+                                    {"details"_q, QJsonArray::fromStringList(answer.details)}});
     }
     return {{"subjects"_q, subjects}};
 }

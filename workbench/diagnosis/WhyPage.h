@@ -9,7 +9,6 @@
 #include "workbench/Widgets.h"
 #include "workbench/diagnosis/Explanation.h"
 
-class CWireDecoder;
 class QLineEdit;
 class QPlainTextEdit;
 class QSortFilterProxyModel;
@@ -24,11 +23,11 @@ class CWhyPage : public QWidget {
     Q_OBJECT
 
 public:
-    CWhyPage(const CTracker& tracker, CPremiumRights& rights, const CAIChatEntries& entries,
-             const CWireDecoder& decoder, IControlClient& server, QWidget* parent = nullptr);
+    CWhyPage(const CTracker& tracker, CPremiumRights& rights, const CAIChatEntries& entries, IControlClient& server,
+             QWidget* parent = nullptr);
 
-    /// The explanations of all subjects, with fixed English keys.
-    QJsonObject State() const;
+    /// Computes the explanations of all subjects, with fixed English keys.
+    QJsonObject State();
     /// The users' names for the list.
     void ShowUsers(const std::vector<ServerUser>& users);
     /// Must be called for a new or restarted server. Asks it for the scenario's ad positions.
@@ -39,48 +38,42 @@ protected:
 
 private:
     struct Subject {
-        QString key;  // unique; the first letter is the kind
-        QString name;
+        QString name;  // unique
         QString title;
-        std::function<Explanation(qint64 nowMs)> explain;
+        Explanation answer;
         std::function<void()> ask = {};  // empty: the module asks at a login only
     };
 
     void SetUpList();
-    std::vector<Subject> Subjects();
+    QVector<Subject> Subjects();
     std::set<int> ListedRights() const;
     QString RightName(int right) const;
     QString UserText() const;
-    const Subject* Chosen() const;
-    Explanation ChosenAnswer() const;
+    Subject Chosen() const;
     void UpdateLater();
     void Update();
-    void ShowRow(const Subject& subject, int order);
-    void ShowSentence();
+    void ShowRow(int index);
     void ShowAnswer();
-    void AskNow();
     void ForgetAndAsk();
     void CopyAnswer();
     void Push(const char* json);
     void AskRights(const QVector<int>& rights);
     void AskBanner(int position);
     void ShowBanner(QWidget* banner);
-    void Say(const QString& words, bool good);
+    void Say(const QString& words, bool isGood = true);
 
     const CTracker& m_tracker;
     CPremiumRights& m_rights;
     const CAIChatEntries& m_entries;
-    const CWireDecoder& m_decoder;
     IControlClient& m_server;
     std::set<AdSlot> m_positions;  // of the scenario
     std::vector<ServerUser> m_users;
-    std::map<QString, Subject> m_subjects;
+    QVector<Subject> m_subjects;  // in their order without a search
     std::map<QString, QStandardItem*> m_rows;
     QStandardItemModel* m_pModel;
     QSortFilterProxyModel* m_pFilter;
     QTableView* m_pTable;
     QLineEdit* m_pSearch;
-    QComboBox* m_pKind;
     QLabel* m_pNote;
     QLabel* m_pStrip;
     QLabel* m_pSentence;

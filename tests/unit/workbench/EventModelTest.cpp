@@ -3,7 +3,6 @@
 #include <QSignalSpy>
 
 #include "support/ScriptedHostTest.h"
-#include "workbench/WireDecoder.h"
 
 using namespace ::testing;
 
@@ -30,8 +29,7 @@ protected:
 
     static constexpr int kMostRows = 10'000;
 
-    CWireDecoder decoder;
-    CEventModel model{NewTrafficFormat(decoder)};
+    CEventModel model{NewTrafficFormat()};
     CEventFilter filter;
     uint64_t number = 0;
 };

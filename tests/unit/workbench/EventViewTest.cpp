@@ -73,7 +73,7 @@ protected:
 
     QString Count() { return Child<QLabel>("LogCount")->text(); }
 
-    CEventView view{NewLogFormat([](const QString&) { return false; })};
+    CEventView view{NewLogFormat()};
 };
 
 }  // namespace
@@ -204,28 +204,18 @@ TEST_F(EventViewTest, AFilesRowsReplaceTheLiveOnesUntilTheEnd) {
     time.Advance(std::chrono::milliseconds(100));
     auto row = std::make_shared<EventRow>();
     row->cells = QStringList{QStringLiteral("Info"), QStringLiteral("T"), QStringLiteral("of the file")};
-    row->choices = QStringList{QString(), QStringLiteral("Module"), QString()};
+    row->choices = QStringList{QStringLiteral("Module")};
+    const std::vector<CEventModel::RowPtr> rows{row};
 
-    view.ShowFile({row});
+    view.ShowFile(&rows);
     EXPECT_EQ(Shown(), QStringList(QStringLiteral("of the file")));
     EXPECT_FALSE(Child<QPushButton>("LogClear")->isEnabled());
     Choose("LogSource", "Host");
     EXPECT_EQ(Shown(), QStringList());
 
     Choose("LogSource", "All sources");
-    view.ShowLive();
+    view.ShowFile(nullptr);
     EXPECT_EQ(Shown(), QStringList(QStringLiteral("live")));
-}
-
-TEST_F(EventViewTest, FiltersAreKeptForTheNextStart) {
-    Child<QLineEdit>("LogFilter")->setText(QStringLiteral("two"));
-    Choose("LogArea", "Vip");
-
-    CEventView next{NewLogFormat([](const QString&) { return false; })};
-    next.SetFilters(view.Filters());
-
-    EXPECT_EQ(next.findChild<QLineEdit*>(QStringLiteral("LogFilter"))->text(), QStringLiteral("two"));
-    EXPECT_EQ(next.findChild<QComboBox*>(QStringLiteral("LogArea"))->currentText(), QStringLiteral("Vip"));
 }
 
 TEST_F(EventViewTest, ALineOfEightMegabytesCostsNoSliceOverFiftyMilliseconds) {

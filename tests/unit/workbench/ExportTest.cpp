@@ -7,8 +7,6 @@
 
 #include "support/ScriptedHostTest.h"
 #include "workbench/EventModel.h"
-#include "workbench/Redactor.h"
-#include "workbench/WireDecoder.h"
 
 using namespace ::testing;
 
@@ -53,7 +51,7 @@ protected:
         workbench_export::Recording recording;
         recording.timeMs = 1'700'000'000'123;
         for (const CEventModel* model : {&traffic, &store_, &urls_, &lines}) {
-            recording.lists.push_back(workbench_export::ListOf(*model));
+            recording.lists.push_back({model->Format(), model->Rows()});
         }
         return recording;
     }
@@ -70,11 +68,10 @@ protected:
     QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("made/on/demand/x.json"));
     CRedactor aliases;
-    CWireDecoder decoder;
-    CEventModel traffic{NewTrafficFormat(decoder)};
+    CEventModel traffic{NewTrafficFormat()};
     CEventModel store_{NewStoreFormat()};
     CEventModel urls_{NewUrlFormat()};
-    CEventModel lines{NewLogFormat([](const QString&) { return false; })};
+    CEventModel lines{NewLogFormat()};
     uint64_t number = 0;
 };
 

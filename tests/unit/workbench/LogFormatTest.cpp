@@ -1,7 +1,6 @@
 #include "workbench/EventModel.h"
 
 #include "support/ScriptedHostTest.h"
-#include "workbench/WireDecoder.h"
 
 using namespace ::testing;
 
@@ -35,7 +34,7 @@ protected:
 
     std::string Cell(int column) const { return model.index(0, column).data(Qt::DisplayRole).toString().toStdString(); }
 
-    CEventModel model{NewLogFormat([](const QString& text) { return text.startsWith(QLatin1String("normal")); })};
+    CEventModel model{NewLogFormat()};
     CEventFilter filter;
 };
 
@@ -167,15 +166,15 @@ TEST_F(LogFormatTest, ALineThatComesWhileAFilterIsSetIsFilteredToo) {
 }
 
 TEST_F(LogFormatTest, AnErrorThatIsNormalIsMarkedAndNoError) {
-    Add("normal for a banner", kZRLogError);
-    Add("normal, but fatal", kZRLogFatal);
+    Add("[Ad] adModelList is null, m_adType = 2, adPosition = 42", kZRLogError);
+    Add("[Ad] adModelList is null, m_adType = 3, adPosition = 7", kZRLogFatal);
     Add("an error", kZRLogError);
     model.Flush();
 
     EXPECT_EQ(Cell(1), "Error, expected");
     EXPECT_EQ(model.At(0).tone, EnTone::kExpected);
     filter.SetChoice(0, QStringLiteral("Errors and up"));
-    EXPECT_THAT(Shown(), ElementsAre("normal, but fatal", "an error"));
+    EXPECT_THAT(Shown(), ElementsAre("[Ad] adModelList is null, m_adType = 3, adPosition = 7", "an error"));
 }
 
 TEST_F(LogFormatTest, OfALongLineTheNumberOfBytesLeftOutIsShown) {
@@ -211,8 +210,7 @@ protected:
         return activations.At(row).cells.join(QLatin1Char('|')).toStdString();
     }
 
-    CWireDecoder decoder;
-    CEventModel activations{NewActivationFormat(decoder)};
+    CEventModel activations{NewActivationFormat()};
     uint64_t number = 0;
 };
 

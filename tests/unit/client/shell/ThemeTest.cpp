@@ -472,7 +472,7 @@ TEST_F(ThemeTest, IconsAreDrawnAnewInTheNewColours) {
 }
 
 TEST_F(ThemeTest, TheLogIsReadAnewAsItsColoursAreNoLongerWhatTheyWere) {
-    CEventModel model{NewLogFormat([](const QString&) { return false; })};
+    CEventModel model{NewLogFormat()};
     LogEntry entry;
     entry.record.type = kZRLogError;
     model.Add(entry);

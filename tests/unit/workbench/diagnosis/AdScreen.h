@@ -108,7 +108,7 @@ protected:
 
     void LetPictureIn() { pictures.Succeed(pictures.LastLoad()); }
 
-    const AdState& State() const { return tracker.State().ads.at(kBottomPopup); }
+    const AdState& State() const { return *tracker.State().ads.find(kBottomPopup); }
 
     Explanation Explained(const AdSlot& which = kBottomPopup) const {
         return explanation::OfAd(tracker, which, time.ServerTime());

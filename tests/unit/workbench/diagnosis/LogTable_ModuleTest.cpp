@@ -346,6 +346,11 @@ TEST_F(LogTableTest, EachLineAboutWidgetsAndTheActivationIsRead) {
     linked.nMainBtnUrlID = 1;
     premium.SetUIAccessData(right, linked);
     vip.HandleVipWidgetClicked(right, ZRVipUIDataMain, &window);
+    CZRActiveVipPopupController popup(nullptr);
+    popup.OnImageLoadSucceeded(QString(), 0, 1);
+    popup.OnImageLoadFailed(QString(), QString(), 0, 1);
+    popup.OnImageClicked(true);
+    popup.OnClosed();
     time.Settle();
 
     ExpectAll({EnKind::Widget});

@@ -34,10 +34,11 @@ protected:
     unsigned long AskAll() { return premium.GetUiMsgAndPremiumAccessReq(true); }
 
     std::string Last() const {
-        return explanation::OutcomeOf(*tracker.State().rights.Find(tracker.State().rights.answered)).toStdString();
+        return explanation::OutcomeOf(tracker.State().rights.requests.value(tracker.State().rights.answered))
+            .toStdString();
     }
     std::string LastVip() const {
-        return explanation::OutcomeOf(*tracker.State().vip.Find(tracker.State().vip.answered)).toStdString();
+        return explanation::OutcomeOf(tracker.State().vip.requests.value(tracker.State().vip.answered)).toStdString();
     }
     Explanation Refresh() const { return explanation::OfRefresh(tracker, time.ServerTime()); }
 
@@ -107,6 +108,7 @@ TEST_F(RefreshTest, EachBadAnswerStopsItsStep) {
     const auto expect = [this](const char* outcome, const char* step, const char* sentence) {
         EXPECT_EQ(Last(), std::string("a caller · ") + outcome);
         EXPECT_EQ(StoppedOf(Refresh()), step);
+        EXPECT_EQ(DetailOf(Refresh().details, "Found"), outcome);
         EXPECT_EQ(Refresh().sentence.toStdString(),
                   std::string(sentence) + " The values from before remain. Ask again, or log in again.");
     };
@@ -148,8 +150,10 @@ TEST_F(RefreshTest, OverlappingRequestsAreToldApart) {
     channel.Reply(second, 20637, std::string());
     channel.Reply(first, 20637, std::string("\x08\x05"));
 
-    EXPECT_EQ(explanation::OutcomeOf(*tracker.State().rights.Find(first)), QStringLiteral("a caller · code 5"));
-    EXPECT_EQ(explanation::OutcomeOf(*tracker.State().rights.Find(second)), QStringLiteral("a caller · no code"));
+    EXPECT_EQ(explanation::OutcomeOf(tracker.State().rights.requests.value(first)),
+              QStringLiteral("a caller · code 5"));
+    EXPECT_EQ(explanation::OutcomeOf(tracker.State().rights.requests.value(second)),
+              QStringLiteral("a caller · no code"));
 }
 
 TEST_F(RefreshTest, LogoutIsNamed) {
@@ -231,9 +235,9 @@ TEST_F(RefreshTest, EachSceneIsExplained) {
     };
     chat.OnLogin();
     finish();
-    const unsigned long session = tracker.State().chat.requests.rbegin()->first;
+    const unsigned long session = tracker.State().chat.requests.lastKey();
     channel.Fail(session, CSProtoError(-7));
-    EXPECT_EQ(tracker.State().chat.Find(session)->red->line.values.front(), QStringLiteral("-7"));
+    EXPECT_EQ(tracker.State().chat.requests.value(session).red->line.values.front(), QStringLiteral("-7"));
 
     ASSERT_EQ(tracker.State().opens.size(), 1u);
     EXPECT_TRUE(tracker.State().opens[0].isPreload);
@@ -246,6 +250,7 @@ TEST_F(RefreshTest, EachSceneIsExplained) {
     ASSERT_EQ(tracker.State().opens.size(), 3u);
     EXPECT_EQ(explanation::OfOpen(tracker.State().opens[1]).sentence.toStdString(),
               "The page was loaded anew: the last load was the preload, the scene changed from 1 to 4.");
+    EXPECT_EQ(explanation::OfOpen(tracker.State().opens[1]).steps.last(), QStringLiteral("✓ arrived"));
     EXPECT_EQ(explanation::OfOpen(tracker.State().opens[2]).state, QStringLiteral("no new load"));
     chat.OnLogout();
     time.Settle();

@@ -1,8 +1,7 @@
-#include "workbench/TimeText.h"
-
 #include <QDateTime>
 
 #include "support/ScriptedHostTest.h"
+#include "workbench/FieldNode.h"
 
 using namespace ::testing;
 
@@ -12,7 +11,7 @@ class TimeTextTest : public ScriptedHostTest {
 protected:
     std::string OffsetAt(qint64 differenceMs) {
         time.SetServerTime(QDateTime::currentMSecsSinceEpoch() + differenceMs);
-        return time_text::ServerOffset().toStdString();
+        return readable::ServerOffset().toStdString();
     }
 };
 
