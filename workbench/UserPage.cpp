@@ -1,6 +1,7 @@
 #include "workbench/UserPage.h"
 
 #include <dlfcn.h>
+#include <fmt/ranges.h>
 
 #include <QApplication>
 #include <QClipboard>
@@ -33,11 +34,7 @@ constexpr int kTopMargin = 10;
 constexpr int kScrollBarRoom = 8;
 
 QString TextOf(const std::vector<int>& numbers) {
-    QStringList words;
-    for (const int number : numbers) {
-        words << QString::number(number);
-    }
-    return words.join(QLatin1Char(' '));
+    return QString::fromStdString(fmt::format(FMT_STRING("{}"), fmt::join(numbers, " ")));
 }
 
 // The library that the service comes from. A module has no version of its own.
@@ -145,7 +142,9 @@ QFormLayout* CUserPage::NewFacts() {
         label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
         m_facts.push_back({key, text, read, value});
     };
-    add("user"_q, "User"_q, [this] { return User(); });
+    add("user"_q, "User"_q, [this] {
+        return m_nCurrent == 0 ? "Nobody is logged in"_q : widgets::UserText(m_session.Users(), m_nCurrent);
+    });
     add("edition"_q, "Edition"_q, [this] { return m_pEdition->currentText(); });
     add("language"_q, "Language"_q, [this] { return m_pLanguage->currentText(); });
     add("theme"_q, "Theme"_q, [this] { return m_pTheme->currentText(); });
@@ -198,10 +197,6 @@ QJsonObject CUserPage::State() const {
         state[fact.key] = fact.read();
     }
     return state;
-}
-
-QString CUserPage::User() const {
-    return m_nCurrent == 0 ? "Nobody is logged in"_q : widgets::UserText(m_session.Users(), m_nCurrent);
 }
 
 QString CUserPage::Rights() const {

@@ -48,7 +48,6 @@ private:
     void ShowUser();
     void ShowChoices();
     void Copy() const;
-    QString User() const;
     QString Rights() const;
     QString OldVip() const;
     QString NewVip() const;

@@ -109,8 +109,8 @@ protected:
         ASSERT_TRUE(WaitInRealTime([=] { return core::time_date::GetSvrTimeMillis() >= wanted; }));
         Open("WorkbenchTabs", "WhyPage");
     }
-    void PassAMinute() { MoveClock("ClockPlusMinute", 60'000); }
-    void PassAnHour() { MoveClock("ClockPlusHour", kHourMs); }
+    void PassAMinute() { MoveClock("Clock+1 min", 60'000); }
+    void PassAnHour() { MoveClock("Clock+1 h", kHourMs); }
 
     /// Checks that no popup is visible and that the workbench shows `why`.
     void ExpectRefused(const char* why, const char* picture) {

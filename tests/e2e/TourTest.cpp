@@ -278,7 +278,7 @@ TEST_F(TourTest, FailsARequestByAFaultAndMovesTheServersClock) {
     ASSERT_NO_FATAL_FAILURE(SetFault("ReplyFault.error", "7"));
     Picture("faults");
     OpenServer("ClockPageScroll");
-    Click(Child<QPushButton>("ClockPlusHour"));
+    Click(Child<QPushButton>("Clock+1 h"));
     EXPECT_TRUE(WaitForText("ClockOutcome", "The clock is set"));
     EXPECT_EQ(Child<QLineEdit>("Clock.offsetMs")->text(), QStringLiteral("3600000"));
     Picture("clock");

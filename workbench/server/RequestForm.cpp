@@ -162,21 +162,18 @@ QWidget* CRequestForm::NewEditor(const RequestField& field) {
         lines->setPlaceholderText(hint);
         lines->setLineWrapMode(QPlainTextEdit::NoWrap);
         lines->setTabChangesFocus(true);
-        lines->setMinimumHeight(lines->fontMetrics().lineSpacing() * kJsonLines);
+        lines->setFixedHeight(lines->fontMetrics().lineSpacing() * kJsonLines);
         connect(lines, &QPlainTextEdit::textChanged, this, edited);
         return lines;
     }
-    auto* combo = field.choices.empty() ? nullptr : new QComboBox(this);
-    auto* line = new QLineEdit(combo ? static_cast<QWidget*>(combo) : this);
-    QWidget* editor = line;
+    auto* line = new QLineEdit(this);
+    auto* combo = field.choices.isEmpty() ? nullptr : new QComboBox(this);
+    QWidget* editor = combo ? static_cast<QWidget*>(combo) : line;
     if (combo) {
         combo->setLineEdit(line);
         combo->setInsertPolicy(QComboBox::NoInsert);
         combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-        for (const std::string& choice : field.choices) {
-            combo->addItem(QString::fromStdString(choice));
-        }
-        editor = combo;
+        combo->addItems(field.choices);
     }
     line->setPlaceholderText(hint);
     SetTextOf(editor, QString::fromLatin1(field.value));
@@ -187,29 +184,27 @@ QWidget* CRequestForm::NewEditor(const RequestField& field) {
 
 QLayout* CRequestForm::NewSteps() {
     auto* buttons = widgets::Row({});
-    for (const RequestRow::Step& step : m_row.steps) {
-        buttons->addWidget(
-            widgets::NewButton(QString::fromLatin1(step.name), QString::fromLatin1(step.text), this, [this, step] {
-                const std::string& key = m_row.fields.front().key;
-                const qint64 value = json::Number(json::Member(m_base, key)).value_or(0);
-                SetText(key, QString::number(step.add == 0 ? 0 : value + step.add));
-                Send();
-            }));
+    for (const auto& [name, add] : m_row.steps) {
+        const QString text = QString::fromLatin1(name);
+        buttons->addWidget(widgets::NewButton(objectName() + text, text, this, [this, add = add] {
+            const auto& [field, widget] = m_editors.front();
+            const qint64 value = json::Number(json::Member(m_base, field->key)).value_or(0);
+            SetTextOf(widget, QString::number(add == 0 ? 0 : value + add));
+            Send();
+        }));
     }
     buttons->addStretch(1);
     return buttons;
 }
 
 QLayout* CRequestForm::NewButtons() {
-    auto* buttons = widgets::Row(
-        {widgets::NewButton(objectName() + "Send"_q, QString::fromLatin1(m_row.action), this, [this] { Send(); })});
-    if (m_row.current) {
-        m_pLoad = widgets::NewButton(objectName() + "Load"_q, "Load"_q, this, [this] { Load(); });
-        buttons->addWidget(m_pLoad);
-    }
-    buttons->addStretch(1);
-    buttons->addWidget(widgets::NewButton(objectName() + "Curl"_q, "Copy as curl"_q, this, [this] { CopyCurl(); }));
-    return buttons;
+    const auto add = [this](const QString& name, const QString& text, void (CRequestForm::*action)()) {
+        return widgets::NewButton(objectName() + name, text, this, [this, action] { (this->*action)(); });
+    };
+    auto* send = add("Send"_q, QString::fromLatin1(m_row.action), &CRequestForm::Send);
+    m_pLoad = add("Load"_q, "Load"_q, &CRequestForm::Load);
+    m_pLoad->setVisible(m_row.current);
+    return widgets::Row({send, m_pLoad, nullptr, add("Curl"_q, "Copy as curl"_q, &CRequestForm::CopyCurl)});
 }
 
 void CRequestForm::OnEdited(const RequestField& field) {
@@ -223,18 +218,10 @@ void CRequestForm::OnEdited(const RequestField& field) {
 
 // A form that changes no value of the server has nothing to lose.
 void CRequestForm::SetEdited(bool edited) {
-    m_bEdited = edited && m_row.current;
-    if (m_pLoad) {
-        m_pLoad->setText(m_bEdited ? "Discard edits"_q : "Load"_q);
-        ShowOutcome(m_bEdited ? "Edited, not saved"_q : QString(), EnOutcome::Unsaved);
-    }
-}
-
-void CRequestForm::SetText(const std::string& key, const QString& text) {
-    for (const Editor& editor : m_editors) {
-        if (editor.field->key == key) {
-            SetTextOf(editor.widget, text);
-        }
+    if (m_row.current) {
+        m_bEdited = edited;
+        m_pLoad->setText(edited ? "Discard edits"_q : "Load"_q);
+        ShowOutcome(edited ? "Edited, not saved"_q : QString(), EnOutcome::Unsaved);
     }
 }
 
@@ -266,23 +253,18 @@ void CRequestForm::Load() {
         step = Filled(step);
     }
     SetReading(true);
-    m_server.Ask("GET", QString::fromLatin1(m_row.source), QByteArray(), this,
-                 [this, path, edits = m_nEdits](const ServerAnswer& answer) {
-                     SetReading(false);
-                     if (!answer.error.isEmpty()) {
-                         Fail(answer.Failure());
-                     } else if (edits == m_nEdits) {
-                         const Json::Value* value = At(answer.body, path);
-                         Fill(value ? *value : Json::Value());
-                     }
-                 });
+    Ask({"GET", QString::fromLatin1(m_row.source), {}}, [this, path, edits = m_nEdits](const Json::Value& answer) {
+        SetReading(false);
+        const Json::Value* value = At(answer, path);
+        if (edits == m_nEdits) {
+            Fill(value ? *value : Json::Value());
+        }
+    });
 }
 
 void CRequestForm::Fill(const Json::Value& value) {
-    m_base = BodyOf(m_row);
-    if (value.isObject()) {
-        m_base = value;
-    } else if (!value.isNull()) {
+    m_base = value.isObject() ? value : BodyOf(m_row);
+    if (!value.isObject() && !value.isNull()) {
         const auto first = std::find_if_not(m_row.fields.begin(), m_row.fields.end(), IsPlace);
         Put(m_base, PathOf(first->key), value);
     }
@@ -337,31 +319,26 @@ void CRequestForm::Send() {
     if (!body) {
         return;
     }
-    const ControlRequest request = RequestWith(*body);
-    m_server.Ask(
-        request.method, request.path, request.json, this,
-        [this, body, push = Filled(QString::fromUtf8(m_row.push)), edits = m_nEdits](const ServerAnswer& answer) {
-            if (!answer.error.isEmpty()) {
-                Fail(answer.Failure());
-                return;
-            }
-            if (edits == m_nEdits && m_row.current) {
-                m_base = *body;
-                SetEdited(false);
-            }
-            const QString done = QString::fromLatin1(m_row.done);
-            ShowOutcome(m_row.count ? done.arg(json::Text(json::Member(answer.body, m_row.count))) : done);
-            Push(push);
-            Q_EMIT Accepted();
-        });
+    const QString push = Filled(QString::fromUtf8(m_row.push));
+    Ask(RequestWith(*body), [this, body, push, edits = m_nEdits](const Json::Value& answer) {
+        if (edits == m_nEdits && m_row.current) {
+            m_base = *body;
+            SetEdited(false);
+        }
+        const QString done = QString::fromLatin1(m_row.done);
+        ShowOutcome(m_row.count ? done.arg(json::Text(json::Member(answer, m_row.count))) : done);
+        if (!push.isEmpty()) {
+            Ask({"POST", "/v1/push"_q, push.toUtf8()}, [](const Json::Value& /*answer*/) {});
+        }
+        Q_EMIT Accepted();
+    });
 }
 
-void CRequestForm::Push(const QString& push) {
-    if (push.isEmpty()) {
-        return;
-    }
-    m_server.Ask("POST", "/v1/push"_q, push.toUtf8(), this, [this](const ServerAnswer& answer) {
-        if (!answer.error.isEmpty()) {
+void CRequestForm::Ask(const ControlRequest& request, const std::function<void(const Json::Value& answer)>& accepted) {
+    m_server.Ask(request.method, request.path, request.json, this, [this, accepted](const ServerAnswer& answer) {
+        if (answer.error.isEmpty()) {
+            accepted(answer.body);
+        } else {
             Fail(answer.Failure());
         }
     });
@@ -379,6 +356,7 @@ void CRequestForm::ShowOutcome(const QString& text, EnOutcome outcome) {
 }
 
 void CRequestForm::Fail(const QString& reason) {
+    SetReading(false);
     ShowOutcome(reason, EnOutcome::Bad);
 }
 

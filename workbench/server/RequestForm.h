@@ -20,8 +20,6 @@ public:
     /// `user` fills the place {user} of the path.
     CRequestForm(const RequestRow& row, IControlClient& server, const QString& user = {}, QWidget* parent = nullptr);
 
-    /// Sets the text of a field, as if it was typed.
-    void SetText(const std::string& key, const QString& text);
     /// Sends the request, or shows the reason why a field is invalid.
     void Send();
     /// Reads the value from the server. It replaces edits.
@@ -41,7 +39,9 @@ protected:
     virtual void ShowOutcome(const QString& text, widgets::EnOutcome outcome = widgets::EnOutcome::Good);
     /// Shows the reason why a request failed, such as "The server refuses: user: missing".
     virtual void Fail(const QString& reason);
-    /// The fields cannot be edited before their values arrive.
+    /// Calls `accepted` with the server's answer, or Fail.
+    void Ask(const ControlRequest& request, const std::function<void(const Json::Value& answer)>& accepted);
+    /// The fields cannot be edited before their values arrive, or Fail is called.
     void SetReading(bool reading);
 
     IControlClient& m_server;
@@ -61,7 +61,6 @@ private:
     QString Filled(QString pattern) const;
     std::optional<Json::Value> Body();
     ControlRequest RequestWith(const Json::Value& body) const;
-    void Push(const QString& push);
     void CopyCurl();
 
     const RequestRow& m_row;

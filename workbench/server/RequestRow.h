@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 #include <string>
 #include <vector>
 
@@ -15,18 +15,11 @@ struct RequestField {
     const char* label;
     const char* value = "";  // initial text
     const char* hint = "";
-    std::vector<std::string> choices = {};  // proposals: the value, two blanks and its meaning
+    QStringList choices = {};  // proposals: the value, two blanks and its meaning
 };
 
 /// A request to the server's control API, from which a form is built. A new request needs a row in RequestRows.cpp.
 struct RequestRow {
-    /// A button that adds to the value of the first field and sends it. 0 resets the value.
-    struct Step {
-        const char* name;
-        const char* text;
-        qint64 add;
-    };
-
     const char* name;  // of the form's object
     const char* title;
     const char* method;
@@ -39,7 +32,8 @@ struct RequestRow {
     const char* current = nullptr;
     const char* push = nullptr;           // body of the push that follows on success
     const char* source = "/v1/scenario";  // is read for `current`
-    std::vector<Step> steps = {};
+    /// Texts of buttons that add to the value of the first field and send it. 0 resets the value.
+    std::vector<std::pair<const char*, qint64>> steps = {};
     const char* count = nullptr;  // member of the answer
     std::string body = "{}";      // members that are always sent
 };

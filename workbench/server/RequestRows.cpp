@@ -1,39 +1,41 @@
 #include "workbench/WireDecoder.h"
+#include "workbench/diagnosis/Literal.h"
 #include "workbench/server/RequestRow.h"
 
 namespace {
 
 using EnType = RequestField::EnType;
 using Fields = std::vector<RequestField>;
-using Choices = std::vector<std::string>;
 
-RequestField Number(const char* key, const char* label, const char* value = "", const Choices& choices = {}) {
+RequestField Number(const char* key, const char* label, const char* value = "", const QStringList& choices = {}) {
     return {EnType::Number, key, label, value, "", choices};
 }
-RequestField Text(const char* key, const char* label, const char* value = "", const Choices& choices = {}) {
+RequestField Text(const char* key, const char* label, const char* value = "", const QStringList& choices = {}) {
     return {EnType::Text, key, label, value, "", choices};
 }
 RequestField Flag(const char* key, const char* label, const char* value = "") {
-    return {EnType::Flag, key, label, value, "", {"", "true", "false"}};
+    return {EnType::Flag, key, label, value, "", {QString(), "true"_q, "false"_q}};
 }
 RequestField JsonText(const char* key, const char* label, const char* hint = "") {
     return {EnType::Json, key, label, "", hint};
 }
 
 // The choices are read only. clazy:excludeall=non-pod-global-static
-const Choices kAdTypes{"2  popup", "3  banner"};
-const Choices kActivations{"1  limited time", "2  frozen", "3  full", "4  empty", "5  not activated", "6  ready"};
-const Choices kSources{"1  premium rule", "2  VIP rule", "3  private customer"};
-const Choices kPaths{"/ad/search", "/ad/check", "/ad/expose", "/report/events", "/pictures/card-member.png"};
+const QStringList kAdTypes{"2  popup"_q, "3  banner"_q};
+const QStringList kActivations{"1  limited time"_q, "2  frozen"_q,        "3  full"_q,
+                               "4  empty"_q,        "5  not activated"_q, "6  ready"_q};
+const QStringList kSources{"1  premium rule"_q, "2  VIP rule"_q, "3  private customer"_q};
+const QStringList kPaths{"/ad/search"_q, "/ad/check"_q, "/ad/expose"_q, "/report/events"_q,
+                         "/pictures/card-member.png"_q};
 /// Replies without a code, and with a code alone.
-const Choices kBodies{"ff00ff  cannot be decoded", "12076e6f20636f6465  without a code", "0805  code 5",
-                      "08ffffffffffffffffff01  code -1"};
+const QStringList kBodies{"ff00ff  cannot be decoded"_q, "12076e6f20636f6465  without a code"_q, "0805  code 5"_q,
+                          "08ffffffffffffffffff01  code -1"_q};
 
-Choices ReplyCommands() {
-    Choices choices;
+QStringList ReplyCommands() {
+    QStringList choices;
     for (const wire::Command& command : wire::Commands()) {
         if (command.reply) {
-            choices.push_back(std::to_string(command.number) + "  " + command.name);
+            choices << "%1  %2"_q.arg(command.number).arg(QString::fromUtf8(command.name));
         }
     }
     return choices;
@@ -136,10 +138,10 @@ const std::vector<RequestRow>& requests::OfUser() {
          {code, message, Flag("data", "With data"), JsonText("rights", "Rights")},
          kSave, kPushed, "users.id={user}.premium", kPushRights},
         {"UserVip", "VIP status", kPut, "/v1/users/{user}/vip",
-         {Number("basic.version", "System", "", {"0  older", "1  newer"}),
+         {Number("basic.version", "System", "", {"0  older"_q, "1  newer"_q}),
           Number("basic.newState", "State, newer"), Number("basic.newSubState", "Kind, newer"),
           Number("basic.autoRenewal", "Renewal"),
-          Number("basic.state", "State, older", "", {"0  no member", "1  member"}),
+          Number("basic.state", "State, older", "", {"0  no member"_q, "1  member"_q}),
           Number("basic.level", "Grade, older"), Flag("qualification", "Qualified"), JsonText("entry", "Entry"), code,
           message},
          kSave, kPushed, "users.id={user}.vip", R"({"user":{user},"vipChange":{}})"},
@@ -186,8 +188,7 @@ const RequestRow& requests::Clock() {
     static const RequestRow row{
         "Clock", "Server clock", kPut, "/v1/clock", {Number("offsetMs", "Offset, ms", "0")},
         "Set", "The clock is set", "clockOffsetMs", nullptr, "/v1/state",
-        {{"ClockPlusMinute", "+1 min", 60'000}, {"ClockPlusHour", "+1 h", 3'600'000},
-         {"ClockPlusDay", "+1 d", 86'400'000}, {"ClockReset", "Reset", 0}}};
+        {{"+1 min", 60'000}, {"+1 h", 3'600'000}, {"+1 d", 86'400'000}, {"Reset", 0}}};
     return row;
 }
 

@@ -19,6 +19,7 @@ namespace {
 using widgets::EnOutcome;
 
 constexpr int kErrorLines = 4;
+constexpr int kTopMargin = 8;
 
 /// Returns the value at a key path such as users[2].id, or the innermost value that contains it.
 const Json::Value& ValueAt(const Json::Value& json, std::string path) {
@@ -44,9 +45,12 @@ CScenarioEditor::CScenarioEditor(IControlClient& server, QWidget* parent)
     auto* open = widgets::NewButton("ScenarioOpen"_q, "Open file"_q, this, [this] { OpenFile(); });
     auto* save = widgets::NewButton("ScenarioSave"_q, "Save to file"_q, this, [this] { Save(m_pPath->text()); });
     auto* builtIn = widgets::NewButton("ScenarioBuiltIn"_q, "Open built-in"_q, this, [this] { OpenBuiltIn(); });
+    m_pText->setMaximumHeight(QWIDGETSIZE_MAX);
     auto* rows = static_cast<QFormLayout*>(layout());
-    rows->insertRow(0, m_pPath);
-    rows->insertRow(1, widgets::Row({choose, open, save, builtIn, nullptr}));
+    rows->setContentsMargins(0, kTopMargin, 0, 0);
+    rows->labelForField(m_pText)->hide();
+    rows->insertRow(0, widgets::Row({{m_pPath, 1}, choose}));
+    rows->insertRow(1, widgets::Row({open, save, nullptr, builtIn}));
     rows->insertRow(rows->rowCount() - 1, m_pErrors);
     connect(m_pErrors, &QListWidget::currentRowChanged, this, &CScenarioEditor::Select);
     connect(this, &CRequestForm::Accepted, this, [this] { m_server.Refresh(); });
@@ -60,10 +64,10 @@ void CScenarioEditor::ChooseFile() {
 }
 
 void CScenarioEditor::OpenFile() {
+    QFile file(m_pPath->text());
     if (!MayOpen()) {
         return;
     }
-    QFile file(m_pPath->text());
     if (!file.open(QIODevice::ReadOnly)) {
         ShowOutcome("Can't be read: %1"_q.arg(file.errorString()), EnOutcome::Bad);
         return;
@@ -73,19 +77,14 @@ void CScenarioEditor::OpenFile() {
 }
 
 void CScenarioEditor::OpenBuiltIn() {
-    if (!MayOpen()) {
-        return;
+    if (MayOpen()) {
+        SetReading(true);
+        Ask({"GET", "/v1/scenario/builtIn"_q, {}}, [this](const Json::Value& scenario) {
+            SetReading(false);
+            m_strFile.clear();
+            Open("the built-in scenario"_q, json::Indented(scenario));
+        });
     }
-    SetReading(true);
-    m_server.Ask("GET", "/v1/scenario/builtIn"_q, QByteArray(), this, [this](const ServerAnswer& answer) {
-        SetReading(false);
-        if (!answer.error.isEmpty()) {
-            Fail(answer.Failure());
-            return;
-        }
-        m_strFile.clear();
-        Open("the built-in scenario"_q, json::Indented(answer.body));
-    });
 }
 
 void CScenarioEditor::Open(const QString& name, const QString& text) {
@@ -105,19 +104,17 @@ bool CScenarioEditor::MayOpen() {
 }
 
 bool CScenarioEditor::Save(const QString& path) {
-    const QByteArray text = m_pText->toPlainText().toUtf8();
     QSaveFile file(path);
-    if (path.isEmpty()) {
-        ShowOutcome("Type or choose the name of a file"_q, EnOutcome::Bad);
-    } else if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit()) {
-        ShowOutcome("Can't be written: %1"_q.arg(file.errorString()), EnOutcome::Bad);
-    } else {
-        m_strFile = path;
-        m_strKept = m_pText->toPlainText();
-        ShowOutcome("Saved: %1"_q.arg(path), EnOutcome::Good);
-        return true;
+    const QByteArray text = m_pText->toPlainText().toUtf8();
+    if (path.isEmpty() || !file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit()) {
+        const QString failure = "Can't be written: %1"_q.arg(file.errorString());
+        ShowOutcome(path.isEmpty() ? "Type or choose the name of a file"_q : failure, EnOutcome::Bad);
+        return false;
     }
-    return false;
+    m_strFile = path;
+    m_strKept = m_pText->toPlainText();
+    ShowOutcome("Saved: %1"_q.arg(path), EnOutcome::Good);
+    return true;
 }
 
 // The errors stay in sight while they are corrected.

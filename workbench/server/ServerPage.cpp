@@ -8,7 +8,6 @@
 #include "core/config_local.h"
 #include "core/login_status_data.h"
 #include "core/time_date.h"
-#include "workbench/Widgets.h"
 #include "workbench/server/RequestForm.h"
 #include "workbench/server/ScenarioEditor.h"
 

@@ -4,13 +4,10 @@
 #include <QWidget>
 #include <vector>
 
-#include "ISessionControl.h"
 #include "workbench/ControlClient.h"
+#include "workbench/Widgets.h"
 
 class CRequestForms;
-class QComboBox;
-class QLabel;
-class QTabWidget;
 
 /// The main window's answer to a module that requests its focus state.
 enum class EnFocusAnswer { AsItIs, Always, Never };

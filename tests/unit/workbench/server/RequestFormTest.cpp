@@ -11,6 +11,7 @@
 #include <QStackedWidget>
 
 #include "FakeControlClient.h"
+#include "Fields.h"
 #include "Theme.h"
 #include "support/Click.h"
 #include "support/ScriptedHostTest.h"
@@ -21,19 +22,20 @@ namespace {
 
 using EnType = RequestField::EnType;
 
-const std::vector<RequestRow> kRows{{"Thing",
-                                     "Thing of a user",
-                                     "PUT",
-                                     "/v1/users/{user}/thing",
-                                     {{EnType::Number, "number", "Number", "1", "", {"1  one", "2  two"}},
-                                      {EnType::Text, "text", "Text"},
-                                      {EnType::Flag, "flag", "Flag"},
-                                      {EnType::Numbers, "list", "List"},
-                                      {EnType::Json, "json", "Json"}},
-                                     "Save",
-                                     "Saved",
-                                     "users.{user}",
-                                     R"({"user":{user},"vipChange":{}})"}};
+const std::vector<RequestRow> kRows{
+    {"Thing",
+     "Thing of a user",
+     "PUT",
+     "/v1/users/{user}/thing",
+     {{EnType::Number, "number", "Number", "1", "", {QStringLiteral("1  one"), QStringLiteral("2  two")}},
+      {EnType::Text, "text", "Text"},
+      {EnType::Flag, "flag", "Flag"},
+      {EnType::Numbers, "list", "List"},
+      {EnType::Json, "json", "Json"}},
+     "Save",
+     "Saved",
+     "users.{user}",
+     R"({"user":{user},"vipChange":{}})"}};
 
 class RequestFormTest : public ScriptedHostTest {
 protected:
@@ -49,7 +51,7 @@ protected:
         Show(user);
         server.Answer(R"({"users":{")" + QByteArray(user) + R"(":)" + value + "}}");
     }
-    void Type(const char* key, const char* text) { Form().SetText(key, QString::fromLatin1(text)); }
+    void Type(const char* key, const char* text) { Write(Form(), key, text); }
     std::string Text(const char* field) {
         return Form().findChild<QLineEdit*>(QString::fromLatin1(field))->text().toStdString();
     }
@@ -86,10 +88,10 @@ TEST_F(RequestFormTest, FieldsAreDisabledUntilTheirValuesArrive) {
 
 TEST_F(RequestFormTest, LateAnswerForAnotherPlaceIsDropped) {
     CRequestForm right(requests::OfUser().front(), server, QStringLiteral("7"));
-    right.SetText("{access}", QStringLiteral("5"));
+    Write(right, "{access}", "5");
     right.Load();
 
-    right.SetText("{access}", QStringLiteral("6"));
+    Write(right, "{access}", "6");
     server.Answer(R"({"users":[{"id":7,"premium":{"rights":[{"access":5,"daysLeft":9}]}}]})");
 
     const auto* days = right.findChild<QLineEdit*>(QStringLiteral("GrantRight.daysLeft"));

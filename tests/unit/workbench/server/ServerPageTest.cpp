@@ -192,33 +192,25 @@ TEST_F(ServerPageTest, FaultsThatAreSetAreShownWithTheUsesLeft) {
     EXPECT_EQ(server.Last(), "GET /v1/httpFaults ");
 }
 
-TEST_F(ServerPageTest, SavedAnswerIsReadAgainByTheScenarioEditor) {
+TEST_F(ServerPageTest, FormsAndScenarioAreReadAgainWhenTheirTabIsOpened) {
     server.Answer(QByteArray::fromStdString(kAnswer));
     page.ShowUsers(users, 7);
-    OpenUserForm("UserTrade");
-    server.Answer(QByteArray::fromStdString(kAnswer));
-    Click(Child<QPushButton>("UserTradeSend"));
-    server.Answer("{}");
-    const size_t before = server.wishes.size();
+    for (const auto& [tab, apply] : {std::pair(1, "GrantRightSend"), std::pair(0, "ScenarioSend")}) {
+        OpenTab(1);
+        Child<QLineEdit>("GrantRight.{access}")->setText(QStringLiteral("5"));
+        OpenTab(tab);
+        EXPECT_EQ(server.Last(), "GET /v1/scenario ");
+        server.Answer(QByteArray::fromStdString(kAnswer));
+        Click(Child<QPushButton>(apply));
+        server.Answer("{}");
+        const size_t before = server.wishes.size();
 
-    OpenTab(0);
+        OpenTab(1 - tab);
 
-    ASSERT_EQ(server.wishes.size(), before + 1);
-    EXPECT_EQ(server.Last(), "GET /v1/scenario ");
-}
-
-TEST_F(ServerPageTest, AppliedScenarioIsReadAgainByTheForms) {
-    server.Answer(QByteArray::fromStdString(kAnswer));
-    page.ShowUsers(users, 7);
-    OpenUserForm("UserActivation");
-    server.Answer(QByteArray::fromStdString(kAnswer));
-    OpenTab(0);
-    Click(Child<QPushButton>("ScenarioSend"));
-    server.Answer("{}");
-
-    OpenTab(1);
-
-    EXPECT_EQ(server.Last(), "GET /v1/scenario ");
+        ASSERT_EQ(server.wishes.size(), before + 1);
+        EXPECT_EQ(server.Last(), "GET /v1/scenario ");
+        server.Answer(QByteArray::fromStdString(kAnswer));
+    }
 }
 
 TEST_F(ServerPageTest, AnswersOfEveryShapeAreReadWithoutAnException) {
