@@ -119,7 +119,6 @@ Q_SIGNALS:
 
 private:
     void ShowEvent(const Event& event, std::vector<RowPtr>& added);
-    void AddRows(const std::vector<RowPtr>& added);
 
     const EventFormatPtr m_format;
     std::deque<RowPtr> m_rows;

@@ -174,13 +174,11 @@ void CWorkbench::AddFileBar() {
     m_pPath->setText(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) +
                      "/zrclient-workbench.json"_q);
     m_pPath->setPlaceholderText(m_pPath->accessibleName());
-    auto* choose = widgets::NewButton("ExportChoose"_q, "…"_q, m_pFileBar, [this] {
+    auto* choose = widgets::NewButton("ExportChoose"_q, "Choose file"_q, m_pFileBar, [this] {
         const QString file = QFileDialog::getSaveFileName(this, "Choose the file"_q, m_pPath->text(), {}, nullptr,
                                                           QFileDialog::DontConfirmOverwrite);
         m_pPath->setText(file.isEmpty() ? m_pPath->text() : file);
     });
-    choose->setAccessibleName("Choose the file"_q);
-    choose->setToolTip("Choose the file"_q);
     auto* save = widgets::NewButton("ExportSave"_q, "Export"_q, m_pFileBar, [this] { Export(); });
     auto* open = widgets::NewButton("ExportOpen"_q, "Open export"_q, m_pFileBar, [this] { Open(); });
     widgets::Row({{m_pPath, 1}, choose, save, open}, m_pFileBar);
