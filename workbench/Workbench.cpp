@@ -86,8 +86,7 @@ CWorkbench::CWorkbench(ISessionControl& session, CAIChatEntries& entries, CPremi
             tabs->widget(tab)->setContentsMargins(0, kTabMargin, 0, 0);
         }
     }
-    m_pUser->SetOverrides([this] { return m_pServerPage->Overridden(); });
-    connect(m_pServerPage, &CServerPage::OverridesChanged, m_pUser, &CUserPage::Refresh);
+    connect(m_pServerPage, &CServerPage::OverridesChanged, m_pUser, &CUserPage::ShowOverrides);
     connect(&session, &ISessionControl::UsersChanged, this, &CWorkbench::ShowUsers);
     connect(&session, &ISessionControl::UserChanged, this, &CWorkbench::ShowUsers);
     ShowUsers();
