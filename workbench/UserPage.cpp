@@ -233,13 +233,13 @@ QString CUserPage::NewVip() const {
     return vip.newState == 1 ? "yes: member, report value %1"_q.arg(vip.engine) : "no: "_q + state;
 }
 
-void CUserPage::SetOverrides(std::function<QStringList()> overrides) {
-    m_fnOverrides = std::move(overrides);
+void CUserPage::ShowOverrides(const QStringList& overrides) {
+    m_overrides = overrides;
     Refresh();
 }
 
 QString CUserPage::Overrides() const {
-    QStringList all = m_fnOverrides ? m_fnOverrides() : QStringList();
+    QStringList all = m_overrides;
     if (m_entries.Override() != EnEntryOverride::None) {
         all << "AI chat: "_q + m_pOverride->currentText().toLower();
     }

@@ -20,8 +20,8 @@ public:
     CUserPage(ISessionControl& session, CAIChatEntries& entries, CPremiumRights& rights, const CTracker& tracker,
               QWidget* parent = nullptr);
 
-    /// Each listed override is shown as being in force, for example "focus: never".
-    void SetOverrides(std::function<QStringList()> overrides);
+    /// Shows these overrides as being in force, for example "focus never".
+    void ShowOverrides(const QStringList& overrides);
 
     /// Shows the state of an export; an empty one shows the live state again.
     void ShowFile(const QJsonObject& state);
@@ -58,7 +58,7 @@ private:
     CAIChatEntries& m_entries;
     CPremiumRights& m_rights;
     const CTracker& m_tracker;
-    std::function<QStringList()> m_fnOverrides;
+    QStringList m_overrides;
     std::vector<Fact> m_facts;
     QJsonObject m_file;  // of the shown export; empty: live
     quint64 m_nCurrent = 0;

@@ -7,7 +7,6 @@
 #include <QJsonDocument>
 #include <QLineEdit>
 #include <QMetaProperty>
-#include <QRegularExpression>
 #include <QShortcut>
 #include <QStandardPaths>
 
@@ -91,8 +90,7 @@ CWorkbench::CWorkbench(ISessionControl& session, CAIChatEntries& entries, CPremi
     auto* parts = widgets::Column({m_pBanner, {m_pTabs, 1}, m_pFileBar, m_pNote});
     parts->setSpacing(8);
     column->addLayout(parts);
-    m_pUser->SetOverrides([this] { return m_pServerPage->Overridden(); });
-    connect(m_pServerPage, &CServerPage::OverridesChanged, m_pUser, &CUserPage::Refresh);
+    connect(m_pServerPage, &CServerPage::OverridesChanged, m_pUser, &CUserPage::ShowOverrides);
     connect(&session, &ISessionControl::UsersChanged, this, &CWorkbench::ShowUsers);
     connect(&session, &ISessionControl::UserChanged, this, &CWorkbench::ShowUsers);
     ShowUsers();

@@ -199,6 +199,12 @@ protected:
             if (inner) {
                 CheckTabs(inner);
             } else {
+                // A form that reads its values takes no input.
+                EXPECT_TRUE(WaitInRealTime([page = tabs->currentWidget()] {
+                    const auto fields = page->findChildren<QLineEdit*>();
+                    return std::all_of(fields.begin(), fields.end(),
+                                       [](const auto* field) { return !field->isVisible() || field->isEnabled(); });
+                }));
                 CheckRound();
             }
         }

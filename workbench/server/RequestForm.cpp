@@ -166,15 +166,15 @@ QWidget* CRequestForm::NewEditor(const RequestField& field) {
         connect(lines, &QPlainTextEdit::textChanged, this, edited);
         return lines;
     }
-    auto* line = new QLineEdit(this);
     auto* combo = field.choices.isEmpty() ? nullptr : new QComboBox(this);
-    QWidget* editor = combo ? static_cast<QWidget*>(combo) : line;
     if (combo) {
-        combo->setLineEdit(line);
+        combo->setEditable(true);
         combo->setInsertPolicy(QComboBox::NoInsert);
         combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         combo->addItems(field.choices);
     }
+    auto* line = combo ? combo->lineEdit() : new QLineEdit(this);
+    QWidget* editor = combo ? static_cast<QWidget*>(combo) : line;
     line->setPlaceholderText(hint);
     SetTextOf(editor, QString::fromLatin1(field.value));
     connect(line, &QLineEdit::textChanged, this, edited);

@@ -39,6 +39,7 @@ CScenarioEditor::CScenarioEditor(IControlClient& server, QWidget* parent)
       m_pPath(widgets::New<QLineEdit>("ScenarioPath"_q, this, "File with a scenario"_q)),
       m_pErrors(widgets::New<QListWidget>("ScenarioErrors"_q, this, "Errors of the scenario"_q)) {
     m_pPath->setPlaceholderText(m_pPath->accessibleName());
+    m_pText->setMaximumHeight(QWIDGETSIZE_MAX);
     m_pErrors->setFixedHeight(m_pErrors->fontMetrics().lineSpacing() * kErrorLines);
     m_pErrors->hide();
     auto* choose = widgets::NewButton("ScenarioChoose"_q, "Choose file"_q, this, [this] { ChooseFile(); });
@@ -48,7 +49,9 @@ CScenarioEditor::CScenarioEditor(IControlClient& server, QWidget* parent)
     m_pText->setMaximumHeight(QWIDGETSIZE_MAX);
     auto* rows = static_cast<QFormLayout*>(layout());
     rows->setContentsMargins(0, kTopMargin, 0, 0);
-    rows->labelForField(m_pText)->hide();
+    delete rows->labelForField(m_pText);
+    rows->removeWidget(m_pText);
+    rows->insertRow(0, m_pText);
     rows->insertRow(0, widgets::Row({{m_pPath, 1}, choose}));
     rows->insertRow(1, widgets::Row({open, save, nullptr, builtIn}));
     rows->insertRow(rows->rowCount() - 1, m_pErrors);

@@ -47,7 +47,6 @@ CServerPage::CServerPage(IControlClient& server, QWidget* parent)
             widgets::NewLabel({}, "section", nullptr, "Overrides of the popup"_q), NewOverrides()});
     widgets::Column({m_pOverridden, {m_pTabs, 1}}, this);
     connect(m_pUser, qOverload<int>(&QComboBox::currentIndexChanged), this, &CServerPage::ShowWho);
-    connect(this, &CServerPage::OverridesChanged, this, &CServerPage::ShowOverridden);
     connect(&m_tick, &QTimer::timeout, this, &CServerPage::ShowTime);
     m_tick.start(kTickMs);
     ShowTime();
@@ -83,9 +82,15 @@ void CServerPage::ShowWho() {
 }
 
 void CServerPage::ShowOverridden() {
-    const QStringList all = Overridden();
+    QStringList all;
+    for (const auto& [combo, name] : {std::pair(m_pFocus, "focus "_q), std::pair(m_pSlot, "slot 2 "_q)}) {
+        if (combo->currentIndex() != 0) {
+            all << name + combo->currentText();
+        }
+    }
     m_pOverridden->setVisible(!all.isEmpty());
     m_pOverridden->setText("Overridden: "_q + all.join(" \u00B7 "_q));
+    Q_EMIT OverridesChanged(all);
 }
 
 void CServerPage::ShowTime() {
@@ -113,12 +118,12 @@ QWidget* CServerPage::NewOverrides() {
     m_pFocus = widgets::NewCombo("AdFocus"_q, "Focus"_q, {{0, "as it is"_q}, {1, "always"_q}, {2, "never"_q}}, this,
                                  [this](const auto& answer) {
                                      Q_EMIT FocusWanted(EnFocusAnswer(answer.toInt()));
-                                     Q_EMIT OverridesChanged();
+                                     ShowOverridden();
                                  });
     m_pSlot = widgets::NewCombo("AdSlotPermission"_q, "Slot 2"_q, {{false, "as it is"_q}, {true, "refused"_q}}, this,
                                 [this](const auto& refused) {
                                     Q_EMIT SlotRefusalWanted(refused.toBool());
-                                    Q_EMIT OverridesChanged();
+                                    ShowOverridden();
                                 });
     for (QComboBox* combo : {m_pTab, m_pFocus, m_pSlot}) {
         layout->addRow(combo->accessibleName(), combo);
@@ -132,16 +137,6 @@ QWidget* CServerPage::NewOverrides() {
 
 void CServerPage::ShowTab(int index) {
     widgets::Select(m_pTab, index);
-}
-
-QStringList CServerPage::Overridden() const {
-    QStringList all;
-    for (const auto& [combo, name] : {std::pair(m_pFocus, "focus "_q), std::pair(m_pSlot, "slot 2 "_q)}) {
-        if (combo->currentIndex() != 0) {
-            all << name + combo->currentText();
-        }
-    }
-    return all;
 }
 
 // The module stores one time for each type of interval.

@@ -30,15 +30,13 @@ public:
     /// Must be called when the window shows another tab. `index` is its index in kTabPages.
     void ShowTab(int index);
 
-    /// Descriptions of all active overrides.
-    QStringList Overridden() const;
-
 Q_SIGNALS:
     void TabWanted(int index);
     void FocusWanted(EnFocusAnswer answer);
     /// `refused` is true if all requests for the popups' interruption slot must be refused.
     void SlotRefusalWanted(bool refused);
-    void OverridesChanged();
+    /// `all` describes the active overrides.
+    void OverridesChanged(const QStringList& all);
 
 private:
     QWidget* NewOverrides();

@@ -25,6 +25,8 @@ protected:
                          [this](EnFocusAnswer answer) { focus.push_back(answer); });
         QObject::connect(&popup, &CServerPage::SlotRefusalWanted, &popup,
                          [this](bool refused) { refusals.push_back(refused); });
+        QObject::connect(&popup, &CServerPage::OverridesChanged, &popup,
+                         [this](const QStringList& all) { overridden = all; });
     }
 
     template <class Widget>
@@ -37,13 +39,14 @@ protected:
     std::string ParsedLine() { return Child<QLabel>("PopupOutcome")->text().toStdString(); }
     bool IsGood() { return Child<QLabel>("PopupOutcome")->property("good").toBool(); }
 
-    std::string Overridden() { return popup.Overridden().join(QStringLiteral(", ")).toStdString(); }
+    std::string Overridden() { return overridden.join(QStringLiteral(", ")).toStdString(); }
 
     CFakeControlClient server;
     CServerPage popup{server};
     std::vector<int> tabs;
     std::vector<EnFocusAnswer> focus;
     std::vector<bool> refusals;
+    QStringList overridden;
 };
 
 }  // namespace
