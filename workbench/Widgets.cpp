@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QFileDialog>
 #include <QHeaderView>
 #include <QScrollArea>
 #include <QSignalBlocker>
@@ -72,6 +73,17 @@ QPushButton* NewButton(const QString& name, const QString& text, QWidget* parent
     auto* button = New<QPushButton>(name, parent);
     button->setText(text);
     QObject::connect(button, &QPushButton::clicked, parent, std::move(action));
+    return button;
+}
+
+QPushButton* NewFileButton(const QString& name, QLineEdit* path) {
+    auto* button = NewButton(name, "…"_q, path->parentWidget(), [path] {
+        const QString file = QFileDialog::getSaveFileName(path->window(), "Choose the file"_q, path->text(), "*.json"_q,
+                                                          nullptr, QFileDialog::DontConfirmOverwrite);
+        path->setText(file.isEmpty() ? path->text() : file);
+    });
+    button->setAccessibleName("Choose the file"_q);
+    button->setToolTip("Choose the file"_q);
     return button;
 }
 

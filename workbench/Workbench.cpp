@@ -4,9 +4,7 @@
 
 #include <QDateTime>
 #include <QDir>
-#include <QFileDialog>
 #include <QJsonDocument>
-#include <QLineEdit>
 #include <QMetaProperty>
 #include <QRegularExpression>
 #include <QShortcut>
@@ -167,16 +165,9 @@ void CWorkbench::AddFileBar() {
     const QDir folder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
     m_pPath->setText(folder.filePath("zrclient-workbench.json"_q));
     m_pPath->setPlaceholderText(m_pPath->accessibleName());
-    auto* choose = widgets::NewButton("ExportChoose"_q, "…"_q, m_pFileBar, [this] {
-        const QString file = QFileDialog::getSaveFileName(this, "Choose the file"_q, m_pPath->text(), {}, nullptr,
-                                                          QFileDialog::DontConfirmOverwrite);
-        m_pPath->setText(file.isEmpty() ? m_pPath->text() : file);
-    });
-    choose->setAccessibleName("Choose the file"_q);
-    choose->setToolTip("Choose the file"_q);
     auto* save = widgets::NewButton("ExportSave"_q, "Export"_q, m_pFileBar, [this] { Export(); });
     auto* open = widgets::NewButton("ExportOpen"_q, "Open export"_q, m_pFileBar, [this] { Open(); });
-    widgets::Row({{m_pPath, 1}, choose, save, open}, m_pFileBar);
+    widgets::Row({{m_pPath, 1}, widgets::NewFileButton("ExportChoose"_q, m_pPath), save, open}, m_pFileBar);
 }
 
 void CWorkbench::Export() {

@@ -25,10 +25,6 @@ bool IsPlace(const RequestField& field) {
     return !field.key.empty() && field.key.front() == '{';
 }
 
-bool IsList(EnType type) {
-    return type == EnType::Numbers || type == EnType::Texts;
-}
-
 QStringList PathOf(const std::string& path) {
     return QString::fromStdString(path).split(QLatin1Char('.'), Qt::SkipEmptyParts);
 }
@@ -93,7 +89,7 @@ std::optional<Json::Value> Read(EnType type, const QString& text, QString& reaso
     if (type == EnType::Text) {
         return Json::Value(text == QLatin1String(kEmptyText) ? std::string() : text.toStdString());
     }
-    if (IsList(type)) {
+    if (type == EnType::Numbers || type == EnType::Texts) {
         static const QRegularExpression gap("[\\s,;]+"_q);
         Json::Value list(Json::arrayValue);
         const QStringList words = text.split(gap, Qt::SkipEmptyParts);
