@@ -1,8 +1,7 @@
 // Formats for the calls that modules make and receive.
-#include "workbench/EventFormat.h"
-
 #include <QUrl>
 
+#include "workbench/EventModel.h"
 #include "workbench/WireDecoder.h"
 
 namespace {
@@ -120,9 +119,8 @@ void FillCall(EventRow& row, const HttpTrace& call) {
                             QString::number(IsEnd(call) ? call.requestBytes : call.bodyBytes),
                             IsEnd(call) ? QString::number(call.bodyBytes) : QString()};
     row.choices = QStringList{QString::fromLatin1(kCalls[size_t(call.kind)])};
-    const bool wasNotStarted = !IsEnd(call) && call.task == 0;
-    const bool isBad = wasNotStarted || call.kind == HttpTrace::EnKind::Failed || call.status >= kFirstBadStatus ||
-                       !call.refusal.empty();
+    const bool isBad = (!IsEnd(call) && call.task == 0) || call.kind == HttpTrace::EnKind::Failed ||
+                       call.status >= kFirstBadStatus || !call.refusal.empty();
     row.tone = isBad ? EnTone::kBad : EnTone::kNormal;
     row.detail = [kept = std::make_shared<const HttpTrace>(call)] { return CallFields(*kept); };
 }

@@ -61,7 +61,17 @@ void CEventModel::Flush() {
         ShowEvent(m_pending.front(), added);
         m_pending.pop_front();
     }
-    AddRows(added);
+    const int surplus = rowCount() + int(added.size()) - m_format->maxRows;
+    if (surplus > 0) {
+        beginRemoveRows(QModelIndex(), 0, surplus - 1);
+        m_rows.erase(m_rows.begin(), m_rows.begin() + surplus);
+        endRemoveRows();
+    }
+    if (!added.empty()) {
+        beginInsertRows(QModelIndex(), rowCount(), rowCount() + int(added.size()) - 1);
+        m_rows.insert(m_rows.end(), added.begin(), added.end());
+        endInsertRows();
+    }
     if (!IsSettled()) {
         m_flushTimer.start();
     }
@@ -90,20 +100,6 @@ void CEventModel::ShowEvent(const Event& event, std::vector<RowPtr>& added) {
         *fresh = filled;
     } else {
         added.push_back(filled);
-    }
-}
-
-void CEventModel::AddRows(const std::vector<RowPtr>& added) {
-    const int surplus = rowCount() + int(added.size()) - m_format->maxRows;
-    if (surplus > 0) {
-        beginRemoveRows(QModelIndex(), 0, surplus - 1);
-        m_rows.erase(m_rows.begin(), m_rows.begin() + surplus);
-        endRemoveRows();
-    }
-    if (!added.empty()) {
-        beginInsertRows(QModelIndex(), rowCount(), rowCount() + int(added.size()) - 1);
-        m_rows.insert(m_rows.end(), added.begin(), added.end());
-        endInsertRows();
     }
 }
 

@@ -64,11 +64,13 @@ FieldNode BodyField(const QString& name, const std::string& body, size_t wholeBy
     if (json && (json->isObject() || json->isArray())) {
         return {name, size, {}, JsonField(name, *json).children};
     }
+    if (const auto text = Utf8(body)) {
+        return {name, size, {}, {{"Text"_q, *text}}};
+    }
     // The hex contains the same bytes and is redacted in every encoding, so the text is withheld from exports.
-    const std::string start = body.substr(0, kTextShown);
     static const QRegularExpression unprintable("[^ -~]"_q);
-    const QString text =
-        Utf8(start).value_or(QString::fromLatin1(start.data(), int(start.size())).replace(unprintable, "."_q));
+    QString text = QString::fromLatin1(body.data(), int(std::min(body.size(), kTextShown)));
+    text.replace(unprintable, "."_q);
     return {name, size, {}, {{"Text"_q, text, {}, {}, true}, RawField("Hex"_q, body)}};
 }
 

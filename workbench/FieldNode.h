@@ -21,8 +21,8 @@ FieldNode RawField(const QString& name, const std::string& bytes);
 /// otherwise.
 FieldNode BytesField(const QString& name, const std::string& bytes);
 
-/// The body of a call: fields if it is a JSON object or array, otherwise text and hex. `wholeBytes` is the total
-/// length; `body` can be only its first part.
+/// The body of a call: fields if it is a JSON object or array, text if BytesField is, otherwise text and hex.
+/// `wholeBytes` is the total length; `body` can be only its first part.
 FieldNode BodyField(const QString& name, const std::string& body, size_t wholeBytes);
 
 /// Converts bytes and times to readable text.

@@ -2,7 +2,7 @@
 #include <QRegularExpression>
 
 #include "framework/LogText.h"
-#include "workbench/EventFormat.h"
+#include "workbench/EventModel.h"
 #include "workbench/WireDecoder.h"
 #include "workbench/diagnosis/LogTable.h"
 

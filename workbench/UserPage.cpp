@@ -137,7 +137,9 @@ QFormLayout* CUserPage::NewFacts() {
         auto* value = widgets::NewLabel("UserFact_"_q + key, "", this);
         value->setTextInteractionFlags(Qt::TextSelectableByMouse);
         form->addRow(text, value);
-        form->labelForField(value)->setProperty("role", "muted"_q);
+        auto* label = static_cast<QLabel*>(form->labelForField(value));
+        label->setProperty("role", "muted"_q);
+        label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
         m_facts.push_back({key, text, read, value});
     };
     add("user"_q, "User"_q, [this] {

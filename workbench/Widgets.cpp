@@ -77,14 +77,11 @@ QPushButton* NewButton(const QString& name, const QString& text, QWidget* parent
 }
 
 QPushButton* NewFileButton(const QString& name, QLineEdit* path) {
-    auto* button = NewButton(name, "…"_q, path->parentWidget(), [path] {
+    return NewButton(name, "Choose file"_q, path->parentWidget(), [path] {
         const QString file = QFileDialog::getSaveFileName(path->window(), "Choose the file"_q, path->text(), "*.json"_q,
                                                           nullptr, QFileDialog::DontConfirmOverwrite);
         path->setText(file.isEmpty() ? path->text() : file);
     });
-    button->setAccessibleName("Choose the file"_q);
-    button->setToolTip("Choose the file"_q);
-    return button;
 }
 
 QComboBox* NewCombo(const QString& name, const QString& accessibleName, const Choices& choices, QWidget* parent,

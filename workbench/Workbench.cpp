@@ -3,7 +3,6 @@
 #include <signal.h>
 
 #include <QDateTime>
-#include <QDir>
 #include <QJsonDocument>
 #include <QMetaProperty>
 #include <QRegularExpression>
@@ -13,7 +12,6 @@
 #include "core/config_local.h"
 #include "core/time_date.h"
 #include "webview/WebHost.h"
-#include "workbench/FieldNode.h"
 #include "workbench/UserPage.h"
 #include "workbench/Widgets.h"
 #include "workbench/diagnosis/Tracker.h"
@@ -30,6 +28,13 @@ constexpr const char* kViewKey = "Client_Workbench";
 qint64 ToServer(qint64 localMs) {
     return localMs + core::time_date::GetSvrTimeMillis() - QDateTime::currentMSecsSinceEpoch();
 }
+
+/// Texts that wrap make a column ask for its preferred height. This one can do with its least.
+class CLowColumn : public QVBoxLayout {
+public:
+    using QVBoxLayout::QVBoxLayout;
+    bool hasHeightForWidth() const override { return false; }
+};
 
 QTabWidget* NewTabs(const QString& name, QWidget* parent) {
     auto* tabs = widgets::New<QTabWidget>(name, parent);
@@ -69,6 +74,7 @@ CWorkbench::CWorkbench(ISessionControl& session, CAIChatEntries& entries, CPremi
       m_pFileBar(widgets::New<QWidget>("ExportRow"_q, this)),
       m_pNote(widgets::NewOutcome("ExportNote"_q, this)) {
     setObjectName("Workbench"_q);
+    m_pWhy->setContentsMargins(0, kTabMargin, 0, 0);
     m_pTabs->addTab(m_pWhy, "Why"_q);
     widgets::AddScrollTab(m_pTabs, m_pUser, "User"_q);
     m_pTabs->addTab(m_pServerPage, "Server"_q);
@@ -78,12 +84,11 @@ CWorkbench::CWorkbench(ISessionControl& session, CAIChatEntries& entries, CPremi
     m_pBanner->hide();
     m_pNote->hide();
     AddFileBar();
-    widgets::Column({m_pBanner, {m_pTabs, 1}, m_pFileBar, m_pNote}, this)->setSpacing(8);
-    for (QTabWidget* tabs : {m_pTabs, m_pTrafficTabs}) {
-        for (int tab = 0; tab < tabs->count(); ++tab) {
-            tabs->widget(tab)->setContentsMargins(0, kTabMargin, 0, 0);
-        }
-    }
+    auto* column = new CLowColumn(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    auto* parts = widgets::Column({m_pBanner, {m_pTabs, 1}, m_pFileBar, m_pNote});
+    parts->setSpacing(8);
+    column->addLayout(parts);
     connect(m_pServerPage, &CServerPage::OverridesChanged, m_pUser, &CUserPage::ShowOverrides);
     connect(&session, &ISessionControl::UsersChanged, this, &CWorkbench::ShowUsers);
     connect(&session, &ISessionControl::UserChanged, this, &CWorkbench::ShowUsers);
@@ -101,6 +106,7 @@ CWorkbench::~CWorkbench() {
 
 CEventView* CWorkbench::NewView(QTabWidget* tabs, const EventFormatPtr& format, const QString& title) {
     auto* view = new CEventView(format, widgets::PagesOf(tabs));
+    view->setContentsMargins(0, kTabMargin, 0, 0);
     tabs->addTab(view, title);
     m_views.push_back(view);
     return view;
@@ -162,8 +168,8 @@ void CWorkbench::FocusFilter() {
 }
 
 void CWorkbench::AddFileBar() {
-    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-    m_pPath->setText(folder.filePath("zrclient-workbench.json"_q));
+    m_pPath->setText(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) +
+                     "/zrclient-workbench.json"_q);
     m_pPath->setPlaceholderText(m_pPath->accessibleName());
     auto* save = widgets::NewButton("ExportSave"_q, "Export"_q, m_pFileBar, [this] { Export(); });
     auto* open = widgets::NewButton("ExportOpen"_q, "Open export"_q, m_pFileBar, [this] { Open(); });

@@ -1,6 +1,9 @@
 #include <gmock/gmock.h>
 
 #include <QAbstractButton>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMenu>
 #include <QTest>
 #include <csignal>
 #include <map>
@@ -83,6 +86,8 @@ protected:
         if (request.target.rfind("/to?", 0) == 0) {
             server.Answer(request.connection, 302, "",
                           "Location: " + QByteArray::fromStdString(request.target.substr(4)) + "\r\n");
+        } else if (request.target == "/file") {
+            server.Answer(request.connection, 200, "bytes", "Content-Type: application/octet-stream\r\n");
         } else if (page == pages.end()) {
             server.Answer(request.connection, 404, "none");
         } else {
@@ -317,6 +322,73 @@ TEST_F(WebEngineTest, PageCannotRefuseToBeLeft) {
     Load("/2");
     ASSERT_TRUE(Ended(2));
     EXPECT_EQ(ends[1], "good /2");
+}
+
+TEST_F(WebEngineTest, DownloadIsRefusedWithALine) {
+    Load("/file");
+    ASSERT_TRUE(Ended(1));
+    EXPECT_THAT(ends, ElementsAre("failed /file"));
+    EXPECT_TRUE(WaitInRealTime([this] { return !log.Lines().empty(); }));
+    EXPECT_THAT(log.Lines(), ElementsAre(Info("Refused a download")));
+}
+
+TEST_F(WebEngineTest, EntriesOfTheContextMenuEditThePage) {
+    using core::webview::kMenuCopy;
+    using core::webview::kMenuCut;
+    using core::webview::kMenuPaste;
+    widget->SetContextMenuFlags(kMenuCopy | kMenuCut | kMenuPaste);
+    QGuiApplication::clipboard()->setText(QStringLiteral("before"));
+    Page("/",
+         "const f = document.getElementById('f'); f.focus(); f.select();"
+         "zrclient.on('tell', () => zrclient.notify('report', {text: f.value + '|' + getSelection()}));"
+         "zrclient.call('report', {text: 'ready'})",
+         "<textarea id=f style='position:fixed;left:0;top:0;width:100%;height:100%;font-size:90px'>word</textarea>");
+    Load("/");
+    ASSERT_TRUE(WaitInRealTime([this] { return ends.size() == 1 && reports.size() == 1; }));
+
+    const auto entries = [this] {
+        const auto* menu = widget->findChild<QMenu*>();
+        return menu && menu->isVisible() ? menu->actions() : QList<QAction*>();
+    };
+    // Runs an entry and returns the entries that were enabled.
+    const auto run = [&](const char* wanted) {
+        std::vector<std::string> enabled;
+        QTest::mouseClick(widget->window()->windowHandle(), Qt::RightButton, {}, QPoint(60, 60));
+        EXPECT_TRUE(WaitInRealTime([&] { return !entries().isEmpty(); })) << wanted;
+        for (QAction* action : entries()) {
+            if (action->isEnabled()) {
+                enabled.push_back(action->text().toStdString());
+            }
+            if (action->text() == QString::fromUtf8(wanted)) {
+                action->trigger();
+            }
+        }
+        widget->CloseContextMenu();
+        EXPECT_TRUE(WaitInRealTime([&] { return !widget->findChild<QMenu*>(); }));
+        return enabled;
+    };
+    const auto isTold = [this](const char* text) {
+        return WaitInRealTime([&] {
+            widget->BroadcastEvent(QStringLiteral("tell"), 0);
+            return reports.back() == text;
+        });
+    };
+    const auto isCopied = [](const char* text) {
+        return WaitInRealTime([&] { return QGuiApplication::clipboard()->text() == QString::fromUtf8(text); });
+    };
+
+    EXPECT_THAT(run("Copy"), ElementsAre("Copy", "Cut", "Paste", "Select all"));
+    EXPECT_TRUE(isCopied("word"));
+    EXPECT_TRUE(isTold("word|word"));
+    QGuiApplication::clipboard()->setText(QStringLiteral("other"));
+    run("Cut");
+    EXPECT_TRUE(isCopied("word"));
+    EXPECT_TRUE(isTold("|"));
+    QGuiApplication::clipboard()->setText(QStringLiteral("paste"));
+    EXPECT_THAT(run("Paste"), Not(Contains(AnyOf("Copy", "Cut"))));
+    EXPECT_TRUE(isTold("paste|"));
+    run("Select all");
+    EXPECT_TRUE(isTold("paste|paste"));
 }
 
 TEST_F(WebEngineTest, PermissionsAreDenied) {

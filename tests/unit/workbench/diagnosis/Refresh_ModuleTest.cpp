@@ -51,6 +51,16 @@ protected:
 
 }  // namespace
 
+TEST_F(RefreshTest, NewestFortyRequestsAreKept) {
+    AskAtLogin();
+    for (int i = 0; i < 40; ++i) {
+        AskAll();
+    }
+    EXPECT_THAT(tracker.State().rights.requests.keys(),
+                AllOf(SizeIs(40), Contains(channel.LastSession()), Not(Contains(premiumSession))));
+    channel.Forget();
+}
+
 TEST_F(RefreshTest, LoginIsTheReasonOfBothRefreshes) {
     AskAtLogin();
     EXPECT_EQ(Refresh().sentence, QStringLiteral("The request of 00:03:20 has no answer yet. Wait for it."));
