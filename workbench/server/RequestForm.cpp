@@ -162,8 +162,9 @@ QWidget* CRequestForm::NewEditor(const RequestField& field) {
         connect(lines, &QPlainTextEdit::textChanged, this, edited);
         return lines;
     }
-    auto* line = new QLineEdit(this);
+    // A line that moves into its box later keeps the look of one without a box.
     auto* combo = field.choices.isEmpty() ? nullptr : new QComboBox(this);
+    auto* line = new QLineEdit(combo ? static_cast<QWidget*>(combo) : this);
     QWidget* editor = combo ? static_cast<QWidget*>(combo) : line;
     if (combo) {
         combo->setLineEdit(line);

@@ -45,7 +45,6 @@ CScenarioEditor::CScenarioEditor(IControlClient& server, QWidget* parent)
     m_pText->setMaximumHeight(QWIDGETSIZE_MAX);
     auto* rows = static_cast<QFormLayout*>(layout());
     rows->setContentsMargins(0, kTopMargin, 0, 0);
-    rows->labelForField(m_pText)->hide();
     rows->insertRow(0, widgets::Row({{m_pPath, 1}, widgets::NewFileButton("ScenarioChoose"_q, m_pPath)}));
     rows->insertRow(1, widgets::Row({open, save, nullptr, builtIn}));
     rows->insertRow(rows->rowCount() - 1, m_pErrors);
