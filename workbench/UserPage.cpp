@@ -226,11 +226,11 @@ QString CUserPage::NewVip() const {
     if (!CPremiumRights::HasModule()) {
         return "no: the module is missing"_q;
     }
-    if (!vip.isNewSystem) {
-        return m_pEdition->currentData().toBool() ? "no: the server does not count the user in it"_q
-                                                  : "no: edition Kestrel; the server reports %1"_q.arg(state);
+    if (vip.isNewSystem) {
+        return vip.newState == 1 ? "yes: member, report value %1"_q.arg(vip.engine) : "no: "_q + state;
     }
-    return vip.newState == 1 ? "yes: member, report value %1"_q.arg(vip.engine) : "no: "_q + state;
+    return core::environment::IsVelora() ? "no: the server does not count the user in it"_q
+                                         : "no: edition Kestrel; the server reports %1"_q.arg(state);
 }
 
 void CUserPage::ShowOverrides(const QStringList& overrides) {

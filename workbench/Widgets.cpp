@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QFileDialog>
 #include <QHeaderView>
 #include <QScrollArea>
 #include <QSignalBlocker>
@@ -73,6 +74,14 @@ QPushButton* NewButton(const QString& name, const QString& text, QWidget* parent
     button->setText(text);
     QObject::connect(button, &QPushButton::clicked, parent, std::move(action));
     return button;
+}
+
+QPushButton* NewFileButton(const QString& name, QLineEdit* path) {
+    return NewButton(name, "Choose file"_q, path->parentWidget(), [path] {
+        const QString file = QFileDialog::getSaveFileName(path->window(), "Choose the file"_q, path->text(), "*.json"_q,
+                                                          nullptr, QFileDialog::DontConfirmOverwrite);
+        path->setText(file.isEmpty() ? path->text() : file);
+    });
 }
 
 QComboBox* NewCombo(const QString& name, const QString& accessibleName, const Choices& choices, QWidget* parent,

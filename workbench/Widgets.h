@@ -3,6 +3,7 @@
 #include <QBoxLayout>
 #include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTableView>
@@ -35,6 +36,9 @@ void ShowOutcome(QLabel* line, const QString& text, EnOutcome outcome = EnOutcom
 
 /// `action` runs after a click, while `parent` exists.
 QPushButton* NewButton(const QString& name, const QString& text, QWidget* parent, std::function<void()> action);
+
+/// A button that chooses the file of the line, which may be a new one.
+QPushButton* NewFileButton(const QString& name, QLineEdit* path);
 
 /// The values of a combo box and their texts.
 using Choices = std::vector<std::pair<QVariant, QString>>;

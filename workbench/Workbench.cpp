@@ -3,9 +3,7 @@
 #include <signal.h>
 
 #include <QDateTime>
-#include <QFileDialog>
 #include <QJsonDocument>
-#include <QLineEdit>
 #include <QMetaProperty>
 #include <QShortcut>
 #include <QStandardPaths>
@@ -172,14 +170,9 @@ void CWorkbench::AddFileBar() {
     m_pPath->setText(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) +
                      "/zrclient-workbench.json"_q);
     m_pPath->setPlaceholderText(m_pPath->accessibleName());
-    auto* choose = widgets::NewButton("ExportChoose"_q, "Choose file"_q, m_pFileBar, [this] {
-        const QString file = QFileDialog::getSaveFileName(this, "Choose the file"_q, m_pPath->text(), {}, nullptr,
-                                                          QFileDialog::DontConfirmOverwrite);
-        m_pPath->setText(file.isEmpty() ? m_pPath->text() : file);
-    });
     auto* save = widgets::NewButton("ExportSave"_q, "Export"_q, m_pFileBar, [this] { Export(); });
     auto* open = widgets::NewButton("ExportOpen"_q, "Open export"_q, m_pFileBar, [this] { Open(); });
-    widgets::Row({{m_pPath, 1}, choose, save, open}, m_pFileBar);
+    widgets::Row({{m_pPath, 1}, widgets::NewFileButton("ExportChoose"_q, m_pPath), save, open}, m_pFileBar);
 }
 
 void CWorkbench::Export() {

@@ -25,10 +25,6 @@ bool IsPlace(const RequestField& field) {
     return !field.key.empty() && field.key.front() == '{';
 }
 
-bool IsList(EnType type) {
-    return type == EnType::Numbers || type == EnType::Texts;
-}
-
 QStringList PathOf(const std::string& path) {
     return QString::fromStdString(path).split(QLatin1Char('.'), Qt::SkipEmptyParts);
 }
@@ -93,7 +89,7 @@ std::optional<Json::Value> Read(EnType type, const QString& text, QString& reaso
     if (type == EnType::Text) {
         return Json::Value(text == QLatin1String(kEmptyText) ? std::string() : text.toStdString());
     }
-    if (IsList(type)) {
+    if (type == EnType::Numbers || type == EnType::Texts) {
         static const QRegularExpression gap("[\\s,;]+"_q);
         Json::Value list(Json::arrayValue);
         const QStringList words = text.split(gap, Qt::SkipEmptyParts);
@@ -166,15 +162,16 @@ QWidget* CRequestForm::NewEditor(const RequestField& field) {
         connect(lines, &QPlainTextEdit::textChanged, this, edited);
         return lines;
     }
+    // A line that moves into its box later keeps the look of one without a box.
     auto* combo = field.choices.isEmpty() ? nullptr : new QComboBox(this);
+    auto* line = new QLineEdit(combo ? static_cast<QWidget*>(combo) : this);
+    QWidget* editor = combo ? static_cast<QWidget*>(combo) : line;
     if (combo) {
-        combo->setEditable(true);
+        combo->setLineEdit(line);
         combo->setInsertPolicy(QComboBox::NoInsert);
         combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         combo->addItems(field.choices);
     }
-    auto* line = combo ? combo->lineEdit() : new QLineEdit(this);
-    QWidget* editor = combo ? static_cast<QWidget*>(combo) : line;
     line->setPlaceholderText(hint);
     SetTextOf(editor, QString::fromLatin1(field.value));
     connect(line, &QLineEdit::textChanged, this, edited);

@@ -25,7 +25,7 @@ public:
     /// Reads the value from the server. It replaces edits.
     void Load();
     /// Must be called for a new server or another scenario of it. Reads the value again, unless there are edits.
-    void ForgetServer();
+    virtual void ForgetServer();
 
     bool IsEdited() const { return m_bEdited; }
 

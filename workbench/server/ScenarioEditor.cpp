@@ -1,10 +1,8 @@
 #include "workbench/server/ScenarioEditor.h"
 
 #include <QFile>
-#include <QFileDialog>
 #include <QFormLayout>
 #include <QJsonDocument>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPlainTextEdit>
@@ -39,30 +37,26 @@ CScenarioEditor::CScenarioEditor(IControlClient& server, QWidget* parent)
       m_pPath(widgets::New<QLineEdit>("ScenarioPath"_q, this, "File with a scenario"_q)),
       m_pErrors(widgets::New<QListWidget>("ScenarioErrors"_q, this, "Errors of the scenario"_q)) {
     m_pPath->setPlaceholderText(m_pPath->accessibleName());
-    m_pText->setMaximumHeight(QWIDGETSIZE_MAX);
     m_pErrors->setFixedHeight(m_pErrors->fontMetrics().lineSpacing() * kErrorLines);
     m_pErrors->hide();
-    auto* choose = widgets::NewButton("ScenarioChoose"_q, "Choose file"_q, this, [this] { ChooseFile(); });
     auto* open = widgets::NewButton("ScenarioOpen"_q, "Open file"_q, this, [this] { OpenFile(); });
     auto* save = widgets::NewButton("ScenarioSave"_q, "Save to file"_q, this, [this] { Save(m_pPath->text()); });
     auto* builtIn = widgets::NewButton("ScenarioBuiltIn"_q, "Open built-in"_q, this, [this] { OpenBuiltIn(); });
     m_pText->setMaximumHeight(QWIDGETSIZE_MAX);
     auto* rows = static_cast<QFormLayout*>(layout());
     rows->setContentsMargins(0, kTopMargin, 0, 0);
-    delete rows->labelForField(m_pText);
-    rows->removeWidget(m_pText);
-    rows->insertRow(0, m_pText);
-    rows->insertRow(0, widgets::Row({{m_pPath, 1}, choose}));
+    rows->insertRow(0, widgets::Row({{m_pPath, 1}, widgets::NewFileButton("ScenarioChoose"_q, m_pPath)}));
     rows->insertRow(1, widgets::Row({open, save, nullptr, builtIn}));
     rows->insertRow(rows->rowCount() - 1, m_pErrors);
     connect(m_pErrors, &QListWidget::currentRowChanged, this, &CScenarioEditor::Select);
     connect(this, &CRequestForm::Accepted, this, [this] { m_server.Refresh(); });
+    connect(findChild<QPushButton*>("ScenarioLoad"_q), &QPushButton::clicked, this, [this] { m_strFile.clear(); });
 }
 
-void CScenarioEditor::ChooseFile() {
-    QFileDialog dialog(this, "Choose a scenario"_q, m_pPath->text(), "*.json"_q);
-    if (dialog.exec() == QDialog::Accepted) {
-        m_pPath->setText(dialog.selectedFiles().value(0));
+// An open file is kept, also after it was applied.
+void CScenarioEditor::ForgetServer() {
+    if (m_strFile.isEmpty()) {
+        CRequestForm::ForgetServer();
     }
 }
 
@@ -98,7 +92,7 @@ void CScenarioEditor::Open(const QString& name, const QString& text) {
 
 // Asks about unsaved edits. Returns false if the user cancels, or if saving fails.
 bool CScenarioEditor::MayOpen() {
-    if (!IsEdited() || m_pText->toPlainText() == m_strKept) {
+    if (m_pText->toPlainText() == m_strKept || (m_strFile.isEmpty() && !IsEdited())) {
         return true;
     }
     const auto answer = QMessageBox::question(this, "Unsaved edits"_q, "The scenario has unsaved edits."_q,

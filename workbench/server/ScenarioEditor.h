@@ -2,7 +2,6 @@
 
 #include "workbench/server/RequestForm.h"
 
-class QLineEdit;
 class QListWidget;
 class QPlainTextEdit;
 
@@ -14,12 +13,13 @@ class CScenarioEditor : public CRequestForm {
 public:
     explicit CScenarioEditor(IControlClient& server, QWidget* parent = nullptr);
 
+    void ForgetServer() override;
+
 protected:
     void ShowOutcome(const QString& text, widgets::EnOutcome outcome) override;
     void Fail(const QString& reason) override;
 
 private:
-    void ChooseFile();
     void OpenFile();
     void OpenBuiltIn();
     void Open(const QString& name, const QString& text);
@@ -30,6 +30,6 @@ private:
     QPlainTextEdit* m_pText;
     QLineEdit* m_pPath;
     QListWidget* m_pErrors;
-    QString m_strFile;  // that was opened or saved last
+    QString m_strFile;  // that the text belongs to
     QString m_strKept;  // the text that was opened or saved last
 };

@@ -146,6 +146,21 @@ TEST_F(ScenarioEditorTest, AppliesTheScenarioAndRefreshesTheServersState) {
     EXPECT_FALSE(editor.IsEdited());
 }
 
+TEST_F(ScenarioEditorTest, AppliedTextOfAFileIsStillUnsavedAndKept) {
+    server.Answer(kScenario);
+    Open(Write("a.json", "{}"));
+    Edit("{ }");
+    Press("ScenarioSend");
+    server.Answer("{}");
+    const size_t before = server.wishes.size();
+
+    editor.ForgetServer();
+    OpenBuiltIn(QMessageBox::Cancel);
+
+    EXPECT_EQ(server.wishes.size(), before);
+    EXPECT_EQ(Text()->toPlainText(), QStringLiteral("{ }"));
+}
+
 TEST_F(ScenarioEditorTest, ErrorsOfTheServerAreListedAndSelectTheirPlaces) {
     server.Answer(kScenario);
     Edit(R"({"users":[{"id":-1,"name":""}]})");
