@@ -116,8 +116,8 @@ TEST_F(RequestFormTest, UnsavedEditsOfEachPlaceAreKeptWithTheirHiddenMembers) {
 }
 
 TEST_F(RequestFormTest, EditsHaveAColourOfTheirOwn) {
-    theme::Install();
     ShowAndLoad("7", "{}");
+    Outcome()->window()->setStyleSheet(theme::StyleSheet());
     const auto colour = [this] { return Outcome()->palette().color(QPalette::WindowText); };
 
     Type("text", "edited");
