@@ -381,7 +381,8 @@ Explanation OfRight(const CTracker& tracker, const CPremiumRights& rights, EnPre
     const bool isListed = rights.Table().contains(right);
     const QStringList widgets = WidgetsOf(record, rights.Vip().isNewSystem);
     static const QRegularExpression frame("^. |: may be shown$"_q);
-    const QStringList shown = widgets.filter(": may be shown"_q).replaceInStrings(frame, QString());
+    QStringList shown = widgets.filter(": may be shown"_q);
+    shown.replaceInStrings(frame, QString());
     Verdict verdict = VerdictOf(state, state.rights, localNowMs);
     const bool isTaken = verdict.passed == kAfterTaken;
     if (isListed) {
