@@ -1,10 +1,12 @@
 // The table of log lines, compared with lines that the module itself writes.
 #include "AIChat/Controller/ZRAIChatManager.h"
+#include "Ad/Controller/ZRAdController.h"
 #include "Ad/Controller/ZRAdManager.h"
 #include "AdScreen.h"
 #include "LinesRead.h"
 #include "Premium/Model/ZRPremiumDataHandler.h"
 #include "Premium/ZRPremiumManager.h"
+#include "TabPages.h"
 #include "Vip/Controller/ZRActiveVipPopupController.h"
 #include "Vip/Controller/ZRVipManager.h"
 #include "Vip/Model/ZRVipDataHandler.h"
@@ -388,4 +390,15 @@ TEST_F(LogTableTest, LinesOfSeverityEightOnGoodPathsAreMarked) {
         QStringLiteral("[Ad] Request ad failed, path = /ad/search, result = 3, adType = 2, adPosition = 42, "
                        "requestId = x")));
     EXPECT_FALSE(log_table::IsExpectedError(QStringLiteral("anything else")));
+}
+
+TEST_F(LogTableTest, AreasAreNamedByTheTabsThatTheModuleGivesThem) {
+    for (const TabPage& tab : kTabPages) {
+        const int area = CZRAdController::ConvertTabFrameKeyToShowAreaType(tab.tab);
+        EXPECT_EQ(log_table::Area(area),
+                  QStringLiteral("%1 (area %2)").arg(QString::fromUtf8(tab.page.title)).arg(area));
+    }
+    for (const int area : {0, 499, 508}) {
+        EXPECT_EQ(log_table::Area(area), QStringLiteral("no tab (area %1)").arg(area));
+    }
 }
