@@ -137,7 +137,10 @@ protected:
     }
     void Press(Qt::Key key) { QTest::keyClick(Dialog()->windowHandle(), key); }
 
+    /// The engine drops clicks on a place that it has not painted yet.
     void ClickInPage(const std::string& id) {
+        Ask("requestAnimationFrame(() => requestAnimationFrame(() => { window.isPainted = true; }))");
+        ASSERT_TRUE(PageHas("window.isPainted === true"));
         const Json::Value place = Ask("(() => { const place = document.getElementById('" + id +
                                       "').getBoundingClientRect(); return [place.x + place.width / 2, place.y + "
                                       "place.height / 2]; })()");
